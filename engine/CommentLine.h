@@ -1,0 +1,48 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "platform/Date.h"
+
+namespace vw {
+
+/// Ends the name of a comment file.
+inline constexpr std::wstring_view kCommentExtension = L".vwc";
+
+/// One-character separators for dates in comments.
+struct DateSeparators {
+    wchar_t date = L'/';
+    wchar_t time = L':';
+};
+
+/// The separator to use for a locale's separator text: its first character that is no bidi mark,
+/// blank or digit and is one 7-bit character, else `fallback`. Comments are read by position, so a
+/// separator of two characters would make every item look changed on every run.
+[[nodiscard]] wchar_t OneCharacterSeparator(std::wstring_view localeText, wchar_t fallback);
+
+/// Date as comments hold it: dd/mm/yyyy-hh:mm:ss, ASCII digits.
+[[nodiscard]] std::wstring CommentDateText(Date date, const DateSeparators& separators);
+
+/// The one line of a comment file. `encodedLocation` is the item's parent folder after
+/// EnglishNameFrom.
+[[nodiscard]] std::wstring CommentLine(Date newestDate, const DateSeparators& separators,
+                                       std::wstring_view encodedLocation);
+
+/// Text after the label "Backed Files Date Last Modified:" in any letter case; nothing when the
+/// line has no such label (or no comment exists).
+[[nodiscard]] std::optional<std::wstring> CommentDateField(std::wstring_view line);
+
+/// The date that a field holds at its fixed positions. A damaged field gives whatever its digits
+/// give; raises error 5 when that is no date at all.
+[[nodiscard]] Date ReadCommentDate(std::wstring_view field);
+
+/// Encoded folder after the label "Original Location:", to the end of the line; nothing when the
+/// label is missing.
+[[nodiscard]] std::optional<std::wstring> CommentLocationField(std::wstring_view line);
+
+/// The first line of a comment file's text: up to the first CR or LF.
+[[nodiscard]] std::wstring FirstLine(std::wstring_view text);
+
+}  // namespace vw

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "platform/Date.h"
+
+namespace vw {
+
+/// Who made a working entry: only the left-overs of processes that are gone may be touched, and
+/// another computer's processes cannot be asked.
+struct ProcessTag {
+    std::uint32_t computer = 0;       ///< hash of the computer's name
+    std::uint32_t processId = 0;
+    std::uint64_t processStart = 0;   ///< start time, since process ids are used again
+
+    friend bool operator==(const ProcessTag&, const ProcessTag&) = default;
+};
+
+/// States of an entry in a destination that is no copy (yet, or any more).
+enum class WorkingState {
+    New,    ///< a copy that is being written: worthless when its process is gone
+    Ready,  ///< a whole copy that waits for its place: a later run puts it there
+    Old,    ///< a copy that left its series and is being deleted
+};
+
+/// Name of an entry that is no copy, directly in the destination. It never holds "«", so nobody
+/// takes it for a copy. The beginning of the item's name stands in it for people.
+struct WorkingName {
+    WorkingState state = WorkingState::New;
+    std::uint64_t item = 0;  ///< NameKey of the item's path
+    std::uint64_t copy = 0;  ///< NameKey of the copy-1 path that the entry is meant for
+    Date date = 0;           ///< newest date of the item, for the comment (Ready only)
+    ProcessTag owner;
+
+    friend bool operator==(const WorkingName&, const WorkingName&) = default;
+};
+
+/// A 64-bit key of a path, the same for all letter cases and with or without a final "\".
+[[nodiscard]] std::uint64_t NameKey(std::wstring_view path);
+
+/// The entry's name: at most 200 UTF-16 units; `firstName` is cut and its "«" and "»" replaced.
+[[nodiscard]] std::wstring FormatWorkingName(const WorkingName& name, std::wstring_view firstName);
+
+/// Takes an entry's name apart; nothing when it is no working name.
+[[nodiscard]] std::optional<WorkingName> ParseWorkingName(std::wstring_view name);
+
+}  // namespace vw

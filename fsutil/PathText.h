@@ -1,0 +1,27 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace vw::MFileDosShell {
+
+/// The last component of a path: C:\A\B\ and C:\A\B give B, C:\ gives C:.
+[[nodiscard]] std::wstring CFileName(std::wstring_view path);
+
+/// The parent folder without a final "\": C:\A\B\ gives C:\A; empty for a path without "\".
+[[nodiscard]] std::wstring CFileLocation(std::wstring_view path);
+
+/// From the last "." of the whole path to its end, dot included; empty without a dot. The whole
+/// path on purpose: copies of an item below a dotted folder are named by this rule.
+[[nodiscard]] std::wstring CFileExt(std::wstring_view path);
+
+/// The last component without its final extension: C:\A\f.tar.gz gives f.tar.
+[[nodiscard]] std::wstring CFileFirstName(std::wstring_view path);
+
+/// Takes off the enclosing double quotes of a text longer than two characters, in place.
+std::wstring& QuoteRmove(std::wstring& text);
+
+/// Encloses a text in double quotes unless it already begins with one, in place.
+std::wstring& Quote(std::wstring& text);
+
+}  // namespace vw::MFileDosShell

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace vw {
+
+/// Text to and from the bytes of one ANSI code page. Lists and comment files are kept in it.
+class AnsiCodec {
+  public:
+    AnsiCodec() = default;
+    AnsiCodec(const AnsiCodec&) = delete;
+    AnsiCodec& operator=(const AnsiCodec&) = delete;
+    virtual ~AnsiCodec() = default;
+
+    /// The bytes of `text`; "?" for what the code page cannot hold (never a look-alike letter).
+    [[nodiscard]] virtual std::string Encode(std::wstring_view text) const = 0;
+
+    /// The text of `bytes`; never fails.
+    [[nodiscard]] virtual std::wstring Decode(std::string_view bytes) const = 0;
+
+    /// Whether `text` comes back unchanged from its bytes.
+    [[nodiscard]] bool Holds(std::wstring_view text) const { return Decode(Encode(text)) == text; }
+};
+
+}  // namespace vw

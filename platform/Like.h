@@ -1,0 +1,13 @@
+#pragma once
+
+#include <string_view>
+
+namespace vw {
+
+/// Whether `text` matches `pattern` as a whole, without regard to case. "?" stands for any one
+/// character, "*" for any run of them (also none), "#" for one digit 0-9, "[list]" for one of the
+/// characters or ranges listed, "[!list]" for one that is not. "[" without its "]" stands for
+/// itself: paths are used as patterns and must never fail.
+[[nodiscard]] bool Like(std::wstring_view text, std::wstring_view pattern);
+
+}  // namespace vw

@@ -1,0 +1,72 @@
+#pragma once
+
+#include <cstdint>
+#include <exception>
+#include <source_location>
+#include <string>
+#include <string_view>
+
+namespace vw {
+
+/// Numbers of the errors that users meet in "Error n in line l". They are also the program's exit
+/// codes (see platform/ExitStatus.h), so a number never changes its meaning.
+namespace error_number {
+inline constexpr int kInvalidCall = 5;
+inline constexpr int kOverflow = 6;
+inline constexpr int kOutOfMemory = 7;
+inline constexpr int kTypeMismatch = 13;
+inline constexpr int kBadName = 52;
+inline constexpr int kFileNotFound = 53;
+inline constexpr int kDeviceError = 57;
+inline constexpr int kAlreadyExists = 58;
+inline constexpr int kDiskFull = 61;
+inline constexpr int kPastEnd = 62;
+inline constexpr int kTooManyFiles = 67;
+inline constexpr int kNoSuchDevice = 68;
+inline constexpr int kPermissionDenied = 70;
+inline constexpr int kNotReady = 71;
+inline constexpr int kAccessError = 75;
+inline constexpr int kPathNotFound = 76;
+inline constexpr int kDestinationBusy = 170;
+inline constexpr int kZeroCopyNumber = 1000;
+inline constexpr int kNotEnoughSpace = 1004;
+inline constexpr int kCancelled = 1223;
+inline constexpr int kListPathMissing = 4008;
+}  // namespace error_number
+
+/// An error as the user is told of it: its number, what it means, the path it concerns (empty when
+/// it concerns none) and the source line that raised it.
+class RuntimeError : public std::exception {
+  public:
+    RuntimeError(int number, std::wstring description, std::wstring path, std::uint_least32_t line);
+
+    [[nodiscard]] int Number() const noexcept { return number_; }
+    [[nodiscard]] const std::wstring& Description() const noexcept { return description_; }
+    [[nodiscard]] const std::wstring& Path() const noexcept { return path_; }
+    [[nodiscard]] std::uint_least32_t Line() const noexcept { return line_; }
+    [[nodiscard]] const char* what() const noexcept override { return "vw::RuntimeError"; }
+
+  private:
+    int number_;
+    std::wstring description_;
+    std::wstring path_;
+    std::uint_least32_t line_;
+};
+
+/// The usual English sentence for one of the numbers above ("Path not found" for 76); the number
+/// as "Error n" for any other.
+[[nodiscard]] std::wstring DescriptionOf(int number);
+
+/// Raises an error with its usual description. `path` is what the user has to look at.
+[[noreturn]] void Raise(int number, std::wstring_view path = {},
+                        const std::source_location& where = std::source_location::current());
+
+/// Raises an error with a description of its own.
+[[noreturn]] void RaiseWith(int number, std::wstring_view description, std::wstring_view path = {},
+                            const std::source_location& where = std::source_location::current());
+
+/// The error number for a failure code of the system (GetLastError): 53 for a missing file, 61 for
+/// a full disk and so on; 75 for every code without a number of its own.
+[[nodiscard]] int ErrorNumberOf(std::uint32_t systemCode) noexcept;
+
+}  // namespace vw
