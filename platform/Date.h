@@ -30,7 +30,7 @@ struct DateParts {
 [[nodiscard]] DateParts PartsOf(Date date) noexcept;
 
 /// 1 January 1000: the path or copy does not exist.
-inline constexpr Date kMissingDate = -18965836800;
+inline constexpr Date kMissingDate = -18965750400;
 
 /// 1 January 1900: the folder holds no file, the start value of the search for the newest date.
 inline constexpr Date kEmptyFolderDate = 9435484800;
