@@ -1,0 +1,42 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "fsutil/CopyDates.h"
+#include "platform/Date.h"
+#include "platform/System.h"
+
+namespace vw::MFileDosShell {
+
+/// Whether a file or folder of that name exists.
+[[nodiscard]] bool PathExist(System& system, std::wstring_view path);
+
+/// Deletes the folder with all its contents, or the file, read-only ones too; nothing happens when
+/// neither exists. Links below are removed, never what they show. Stops at the first failure.
+void DeletePath(System& system, std::wstring_view path);
+
+/// Bytes of a file; for a folder the files directly in it, or its whole tree; -1 for neither.
+/// What cannot be read is left out.
+[[nodiscard]] std::int64_t PathSize(System& system, std::wstring_view path, bool wholeTree = false);
+
+/// Size as display text: the file, or the folder's whole tree; empty for neither.
+[[nodiscard]] std::wstring CPathSize(System& system, std::wstring_view path);
+
+/// Whether the drive that holds the folder is a fixed disk.
+[[nodiscard]] bool FolderOnFixedDrive(System& system, std::wstring_view folder);
+
+/// The folder for temporary files for an empty name; else its sub-folder `name`, made when it is
+/// missing and, with `startEmpty`, emptied first.
+[[nodiscard]] std::wstring TempPath(System& system, std::wstring_view name, bool startEmpty);
+
+/// Free bytes of the folder's drive. Raises 1004 to the caller when they are fewer than needed.
+double FolderFreeSpace(System& system, std::wstring_view folder, double bytesNeeded);
+
+/// The last-modified date that decides whether an item changed: the file's own; for a folder the
+/// newest of the files in its tree (kEmptyFolderDate without any); for a path that names a copy
+/// the date stored with it; kMissingDate for nothing.
+[[nodiscard]] Date PathDate(System& system, CopyDates& copyDates, std::wstring_view path);
+
+}  // namespace vw::MFileDosShell

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/Date.h"
+#include "platform/FileSystem.h"
+
+namespace vw {
+
+/// Deletes a file, or a folder with all its contents, deepest first; the final "\" of the path is
+/// ignored. A link is removed without what it shows. Raises the first failure. Nothing happens
+/// when nothing is there. `yield` is called after each entry.
+void DeleteTree(FileSystem& files, std::wstring_view path, const std::function<void()>& yield);
+
+/// Makes the folder and every parent that is missing.
+void MakeFolders(FileSystem& files, std::wstring_view path);
+
+}  // namespace vw

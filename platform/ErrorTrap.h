@@ -1,0 +1,53 @@
+#pragma once
+
+#include <exception>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "platform/RuntimeError.h"
+
+namespace vw {
+
+/// Where an error is caught, as its message names it: "in procedure BackupAll of Class Module
+/// CPackage". The texts are literals.
+struct Procedure {
+    std::wstring_view name;
+    std::wstring_view kind;  ///< "Module", "Form" or "Class Module"
+    std::wstring_view container;
+};
+
+/// Takes the errors that reach the trap of a procedure.
+class ErrorSink {
+  public:
+    ErrorSink() = default;
+    ErrorSink(const ErrorSink&) = delete;
+    ErrorSink& operator=(const ErrorSink&) = delete;
+    virtual ~ErrorSink() = default;
+
+    /// Tells the user of an error, once, and notes it for the exit code.
+    virtual void Tell(const Procedure& where, const RuntimeError& error) = 0;
+};
+
+/// The text of an error's box: number, source line and procedure; then, when there are any, an
+/// empty line, the description and the path.
+[[nodiscard]] std::wstring ErrorText(const Procedure& where, const RuntimeError& error);
+
+/// Hands the exception being handled to `errors`: a RuntimeError as it is, memory shortage as 7,
+/// any other std::exception as 5. Everything else (the end of the program in tests) goes on.
+void TellCurrentError(ErrorSink& errors, const Procedure& where);
+
+/// The error trap of a procedure: runs `body`, tells what goes wrong, never lets an error out.
+/// Partial results live outside the body. False when the body was left by an error.
+template <class Body>
+bool Trapped(ErrorSink& errors, const Procedure& where, Body&& body) {
+    try {
+        std::forward<Body>(body)();
+        return true;
+    } catch (const std::exception&) {
+        TellCurrentError(errors, where);
+        return false;
+    }
+}
+
+}  // namespace vw

@@ -1,0 +1,95 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "platform/Date.h"
+
+namespace vw {
+
+/// What the disk tells of a file or folder without opening it.
+struct FileFacts {
+    bool isFolder = false;
+    bool isLink = false;  ///< a folder that is a junction, mount point or symbolic link
+    bool isHidden = false;
+    bool isSystem = false;
+    std::uint64_t size = 0;  ///< bytes; 0 for a folder
+    Date lastWrite = 0;      ///< local time, as it was valid on that day
+};
+
+/// One entry of a folder. The name lives only as long as the call that shows it.
+struct FolderEntry : FileFacts {
+    std::wstring_view name;
+};
+
+enum class DriveKind { Unknown, Removable, Fixed, Network, Optical, Memory };
+
+/// The disk, as the whole program sees it. Paths are taken as people type them: "\" or "/", double
+/// separators, relative, longer than 260 characters. Every failure is raised as a RuntimeError
+/// with the path. Links to files show the file; links to folders are told by `isLink`.
+class FileSystem {
+  public:
+    /// Sees each entry of a folder.
+    using EntryVisitor = std::function<void(const FolderEntry&)>;
+    /// Called now and then during a long copy, so that windows can repaint.
+    using CopyProgress = std::function<void()>;
+
+    FileSystem() = default;
+    FileSystem(const FileSystem&) = delete;
+    FileSystem& operator=(const FileSystem&) = delete;
+    virtual ~FileSystem() = default;
+
+    /// Facts of the file or folder at `path`; nothing when none is there (a path with wildcards
+    /// names none). Raises 70 and others when the disk cannot tell.
+    [[nodiscard]] virtual std::optional<FileFacts> Look(std::wstring_view path) = 0;
+
+    /// Shows every entry of a folder but "." and "..", in the disk's order. Raises 76 when there
+    /// is no such folder, 70 when it may not be read.
+    virtual void List(std::wstring_view folder, const EntryVisitor& visitor) = 0;
+
+    /// Copies one file over whatever file stands at `to`, with its date, attributes and alternate
+    /// streams. Raises 53 when `from` is no file, 61 when the disk is full, 70 when either is in
+    /// use or refused. A failed copy leaves no file behind.
+    virtual void Copy(std::wstring_view from, std::wstring_view to,
+                      const CopyProgress& progress) = 0;
+
+    /// Makes one folder; its parent must exist (76). Raises 58 when something is there already.
+    virtual void MakeFolder(std::wstring_view path) = 0;
+
+    /// Deletes one file, read-only or not. Raises 53 when it is missing, 70 when it is in use.
+    virtual void EraseFile(std::wstring_view path) = 0;
+
+    /// Deletes one empty folder, or a link to a folder without what it shows. Raises 75 when the
+    /// folder is not empty, 70 when it is in use.
+    virtual void EraseFolder(std::wstring_view path) = 0;
+
+    /// Renames a file or folder on one drive. Never replaces: raises 58 when `to` exists.
+    virtual void Move(std::wstring_view from, std::wstring_view to) = 0;
+
+    /// Renames a file over an existing one in one step, or to a free name.
+    virtual void Replace(std::wstring_view from, std::wstring_view to) = 0;
+
+    /// All bytes of a file. Raises 53, 76, 70; 75 when access is denied.
+    [[nodiscard]] virtual std::string Read(std::wstring_view path) = 0;
+
+    /// Makes or empties a file, writes `bytes` and flushes them to the disk. Raises 61, 76, 70;
+    /// 75 when access is denied. A failed write leaves no file behind.
+    virtual void Write(std::wstring_view path, std::string_view bytes) = 0;
+
+    /// Bytes that the user may still write on the drive of `folder`.
+    [[nodiscard]] virtual std::uint64_t FreeSpace(std::wstring_view folder) = 0;
+
+    /// Kind of the drive that holds `path`; network for \\server\share.
+    [[nodiscard]] virtual DriveKind KindOfDrive(std::wstring_view path) = 0;
+
+    /// The folder for temporary files, without a final "\".
+    [[nodiscard]] virtual std::wstring TempFolder() = 0;
+
+    /// The absolute form of a path, without double separators and relative steps.
+    [[nodiscard]] virtual std::wstring FullPath(std::wstring_view path) = 0;
+};
+
+}  // namespace vw

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <string_view>
+
+#include "platform/Handle.h"
+
+namespace vw {
+
+/// A lock that all processes of this computer share by name; held from a successful TryTake until
+/// it is destroyed. A dead process's lock is taken over.
+class NamedLock {
+  public:
+    /// `purpose` tells kinds of locks apart; `path` is compared without regard to case.
+    NamedLock(std::wstring_view purpose, std::wstring_view path);
+    NamedLock(const NamedLock&) = delete;
+    NamedLock& operator=(const NamedLock&) = delete;
+    ~NamedLock();
+
+    /// Takes the lock when nobody holds it; never waits.
+    [[nodiscard]] bool TryTake();
+
+  private:
+    KernelHandle mutex_;
+    bool held_ = false;
+};
+
+}  // namespace vw

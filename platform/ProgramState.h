@@ -1,0 +1,32 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace vw {
+
+/// What the whole program knows, in one place; the start procedure fills it and everybody gets a
+/// reference to it.
+struct ProgramState {
+    bool arabic = false;           ///< language of the windows and of our own report lines
+    bool silentRun = false;        ///< started with "/B", "/S", "/R" or "/D": nothing may wait
+    bool cancelRequested = false;  ///< set by Cancel anywhere, polled by the work
+    bool listModified = false;
+    std::wstring applicationFolder;  ///< holds the program; no final "\"
+    std::wstring executableBaseName;
+    std::wstring currentListPath;
+    std::wstring temporaryListPath;
+    std::wstring defaultDestination;
+    std::wstring BackupTo;  ///< destination of the list in use
+    std::int16_t copiesCount = 3;
+    std::wstring switchWord;
+
+    [[nodiscard]] std::wstring DefaultListPath() const {
+        return applicationFolder + L"\\FilesList.vwl";
+    }
+    [[nodiscard]] std::wstring SingleItemListPath() const {
+        return applicationFolder + L"\\OneFileList.vwl";
+    }
+};
+
+}  // namespace vw

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace vw {
+
+/// The absolute form of a typed path: separators as "\", double ones collapsed, "." and ".."
+/// resolved, relative paths completed ("C:" is the current folder of that drive).
+[[nodiscard]] std::wstring AbsolutePath(std::wstring_view path);
+
+/// The form in which every path is handed to the system: absolute, with the prefix that lifts the
+/// limit of 260 characters ("\\?\" or "\\?\UNC\"). No final "\" but at a drive root. Raises 52 for
+/// an empty path.
+[[nodiscard]] std::wstring SystemPath(std::wstring_view path);
+
+/// Whether `inner` is `outer` or lies in it, by whole components and without regard to case.
+[[nodiscard]] bool PathContains(std::wstring_view outer, std::wstring_view inner);
+
+}  // namespace vw

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "platform/FileSystem.h"
+#include "platform/LocalTime.h"
+
+namespace vw {
+
+/// The real disk.
+class Win32FileSystem final : public FileSystem {
+  public:
+    [[nodiscard]] std::optional<FileFacts> Look(std::wstring_view path) override;
+    void List(std::wstring_view folder, const EntryVisitor& visitor) override;
+    void Copy(std::wstring_view from, std::wstring_view to, const CopyProgress& progress) override;
+    void MakeFolder(std::wstring_view path) override;
+    void EraseFile(std::wstring_view path) override;
+    void EraseFolder(std::wstring_view path) override;
+    void Move(std::wstring_view from, std::wstring_view to) override;
+    void Replace(std::wstring_view from, std::wstring_view to) override;
+    [[nodiscard]] std::string Read(std::wstring_view path) override;
+    void Write(std::wstring_view path, std::string_view bytes) override;
+    [[nodiscard]] std::uint64_t FreeSpace(std::wstring_view folder) override;
+    [[nodiscard]] DriveKind KindOfDrive(std::wstring_view path) override;
+    [[nodiscard]] std::wstring TempFolder() override;
+    [[nodiscard]] std::wstring FullPath(std::wstring_view path) override;
+
+  private:
+    LocalTime localTime_;
+};
+
+}  // namespace vw
