@@ -1,0 +1,17 @@
+# vw_flags: how our own files are compiled. GoogleTest is built without it.
+add_library(vw_flags INTERFACE)
+target_include_directories(vw_flags INTERFACE ${CMAKE_SOURCE_DIR})
+target_compile_options(vw_flags INTERFACE
+    -Wall -Wextra -Wpedantic -Werror
+    -fstack-protector-strong
+    # Source lines that errors name are written from the project's root on every machine.
+    -ffile-prefix-map=${CMAKE_SOURCE_DIR}/=)
+
+if(WIN32)
+    target_compile_definitions(vw_flags INTERFACE UNICODE _UNICODE)
+    target_link_options(vw_flags INTERFACE
+        -static
+        -Wl,--dynamicbase -Wl,--nxcompat -Wl,--high-entropy-va)
+    target_link_libraries(vw_flags INTERFACE
+        comctl32 comdlg32 shlwapi shell32 version oleaut32 ole32 uuid gdi32 user32 advapi32)
+endif()

@@ -1,0 +1,28 @@
+# The rooms of the program, from left to right: a room may use only the rooms before it.
+set(VW_ROOMS "")
+
+# vw_add_room(<name> <folder>): makes the static library vw_<name> of the folder's sources and links
+# the rooms made so far to it. A room without files is left out.
+function(vw_add_room name folder)
+    file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/${folder}/*.cpp)
+    list(REMOVE_ITEM sources ${CMAKE_SOURCE_DIR}/app/main.cpp)
+    if(NOT sources)
+        return()
+    endif()
+
+    set(roomsToTheLeft ${VW_ROOMS})
+    list(REVERSE roomsToTheLeft)
+    add_library(vw_${name} STATIC ${sources})
+    target_link_libraries(vw_${name} PUBLIC ${roomsToTheLeft} vw_flags)
+    set(VW_ROOMS ${VW_ROOMS} vw_${name} PARENT_SCOPE)
+endfunction()
+
+vw_add_room(platform platform)
+vw_add_room(fsutil fsutil)
+vw_add_room(format list/format)
+vw_add_room(engine engine)
+vw_add_room(ui ui)
+vw_add_room(progress progress)
+vw_add_room(editing list/editing)
+vw_add_room(restore restore)
+vw_add_room(app app)

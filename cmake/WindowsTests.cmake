@@ -1,0 +1,78 @@
+# One test program per room and one for the whole program, each one test of CTest.
+
+# What the test programs share. TextCaseHost.cpp is the native build's stand-in for Windows.
+file(GLOB supportSources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/support/*.cpp)
+list(FILTER supportSources EXCLUDE REGEX "/TextCaseHost\\.cpp$")
+if(supportSources)
+    add_library(vw_testsupport STATIC ${supportSources})
+else()
+    add_library(vw_testsupport INTERFACE)
+endif()
+
+# Support files may use the rooms up to here without making every test program wait for more.
+set(supportRooms "")
+foreach(room vw_format vw_fsutil vw_platform)
+    if(TARGET ${room})
+        list(APPEND supportRooms ${room})
+    endif()
+endforeach()
+if(supportSources)
+    target_link_libraries(vw_testsupport PUBLIC gmock gtest ${supportRooms} vw_flags)
+else()
+    target_link_libraries(vw_testsupport INTERFACE gmock gtest ${supportRooms} vw_flags)
+endif()
+
+# A path as the tests under Wine see it: the root of this machine is drive Z:.
+function(vw_windows_path path variable)
+    string(REPLACE "/" "\\" path "Z:${path}")
+    set(${variable} ${path} PARENT_SCOPE)
+endfunction()
+
+vw_windows_path(${CMAKE_BINARY_DIR}/bin/Vaultwright.exe programPath)
+vw_windows_path(${CMAKE_SOURCE_DIR}/tests/data testDataPath)
+file(MAKE_DIRECTORY ${CMAKE_BINARY_DIR}/reports)
+
+# vw_add_tests(<name> <folder> <timeout in seconds>): the program <name>_tests of the folder's
+# files *Test.cpp. Beside them may stand other files, shared by these tests alone.
+function(vw_add_tests name folder timeout)
+    file(GLOB tests CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/${folder}/*Test.cpp)
+    file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/${folder}/*.cpp)
+    if(NOT tests)
+        return()
+    endif()
+
+    add_executable(${name}_tests ${sources})
+    vw_add_resources(${name}_tests)
+    set(rooms "")
+    if(TARGET vw_${name})
+        set(rooms vw_${name})
+    elseif(name STREQUAL system)
+        set(rooms ${VW_ROOMS})
+        list(REVERSE rooms)
+    endif()
+    target_link_libraries(${name}_tests PRIVATE vw_testsupport ${rooms} gmock_main vw_flags)
+    set_target_properties(${name}_tests PROPERTIES
+        RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
+    if(name STREQUAL system AND TARGET Vaultwright)
+        add_dependencies(${name}_tests Vaultwright)
+    endif()
+
+    add_test(NAME ${name}
+        COMMAND ${name}_tests --gtest_output=xml:reports/${name}.xml
+        WORKING_DIRECTORY ${CMAKE_BINARY_DIR})
+    set_tests_properties(${name} PROPERTIES
+        TIMEOUT ${timeout}
+        LABELS cases
+        ENVIRONMENT "VW_PROGRAM=${programPath};VW_TEST_DATA=${testDataPath}")
+endfunction()
+
+vw_add_tests(platform platform 600)
+vw_add_tests(fsutil fsutil 600)
+vw_add_tests(format list/format 600)
+vw_add_tests(engine engine 1200)
+vw_add_tests(ui ui 600)
+vw_add_tests(progress progress 600)
+vw_add_tests(editing list/editing 600)
+vw_add_tests(restore restore 600)
+vw_add_tests(app app 600)
+vw_add_tests(system system 1200)
