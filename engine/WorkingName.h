@@ -6,18 +6,9 @@
 #include <string_view>
 
 #include "platform/Date.h"
+#include "platform/ProcessTag.h"
 
 namespace vw {
-
-/// Who made a working entry: only the left-overs of processes that are gone may be touched, and
-/// another computer's processes cannot be asked.
-struct ProcessTag {
-    std::uint32_t computer = 0;       ///< hash of the computer's name
-    std::uint32_t processId = 0;
-    std::uint64_t processStart = 0;   ///< start time, since process ids are used again
-
-    friend bool operator==(const ProcessTag&, const ProcessTag&) = default;
-};
 
 /// States of an entry in a destination that is no copy (yet, or any more).
 enum class WorkingState {
@@ -33,7 +24,7 @@ struct WorkingName {
     std::uint64_t item = 0;  ///< NameKey of the item's path
     std::uint64_t copy = 0;  ///< NameKey of the copy-1 path that the entry is meant for
     Date date = 0;           ///< newest date of the item, for the comment (Ready only)
-    ProcessTag owner;
+    ProcessTag owner;      ///< only the left-overs of processes that are gone may be touched
 
     friend bool operator==(const WorkingName&, const WorkingName&) = default;
 };

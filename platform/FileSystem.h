@@ -50,9 +50,9 @@ class FileSystem {
     /// is no such folder, 70 when it may not be read.
     virtual void List(std::wstring_view folder, const EntryVisitor& visitor) = 0;
 
-    /// Copies one file over whatever file stands at `to`, with its date, attributes and alternate
-    /// streams. Raises 53 when `from` is no file, 61 when the disk is full, 70 when either is in
-    /// use or refused. A failed copy leaves no file behind.
+    /// Copies one file to a free name, with its date, attributes and alternate streams. Raises 53
+    /// when `from` is no file, 58 when something stands at `to`, 61 when the disk is full, 70 when
+    /// either is in use or refused. A failed copy leaves no file behind.
     virtual void Copy(std::wstring_view from, std::wstring_view to,
                       const CopyProgress& progress) = 0;
 
@@ -75,9 +75,11 @@ class FileSystem {
     /// All bytes of a file. Raises 53, 76, 70; 75 when access is denied.
     [[nodiscard]] virtual std::string Read(std::wstring_view path) = 0;
 
-    /// Makes or empties a file, writes `bytes` and flushes them to the disk. Raises 61, 76, 70;
-    /// 75 when access is denied. A failed write leaves no file behind.
-    virtual void Write(std::wstring_view path, std::string_view bytes) = 0;
+    /// Makes or empties a file and writes `bytes`; with Flush::Yes they are on the disk itself when
+    /// the call returns. Raises 61, 76, 70; 75 when access is denied. A failed write leaves no file
+    /// behind.
+    enum class Flush { No, Yes };
+    virtual void Write(std::wstring_view path, std::string_view bytes, Flush flush) = 0;
 
     /// Bytes that the user may still write on the drive of `folder`.
     [[nodiscard]] virtual std::uint64_t FreeSpace(std::wstring_view folder) = 0;

@@ -2,9 +2,10 @@
 
 #include <cstdint>
 #include <exception>
-#include <source_location>
 #include <string>
 #include <string_view>
+
+#include "platform/SourceLocation.h"
 
 namespace vw {
 
@@ -59,11 +60,11 @@ class RuntimeError : public std::exception {
 
 /// Raises an error with its usual description. `path` is what the user has to look at.
 [[noreturn]] void Raise(int number, std::wstring_view path = {},
-                        const std::source_location& where = std::source_location::current());
+                        const SourceLocation& where = SourceLocation::current());
 
 /// Raises an error with a description of its own.
 [[noreturn]] void RaiseWith(int number, std::wstring_view description, std::wstring_view path = {},
-                            const std::source_location& where = std::source_location::current());
+                            const SourceLocation& where = SourceLocation::current());
 
 /// The error number for a failure code of the system (GetLastError): 53 for a missing file, 61 for
 /// a full disk and so on; 75 for every code without a number of its own.

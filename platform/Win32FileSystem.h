@@ -17,7 +17,7 @@ class Win32FileSystem final : public FileSystem {
     void Move(std::wstring_view from, std::wstring_view to) override;
     void Replace(std::wstring_view from, std::wstring_view to) override;
     [[nodiscard]] std::string Read(std::wstring_view path) override;
-    void Write(std::wstring_view path, std::string_view bytes) override;
+    void Write(std::wstring_view path, std::string_view bytes, Flush flush) override;
     [[nodiscard]] std::uint64_t FreeSpace(std::wstring_view folder) override;
     [[nodiscard]] DriveKind KindOfDrive(std::wstring_view path) override;
     [[nodiscard]] std::wstring TempFolder() override;

@@ -1,0 +1,103 @@
+#include "platform/SystemPath.h"
+
+#include <algorithm>
+#include <vector>
+
+#include "platform/RuntimeError.h"
+#include "platform/SystemError.h"
+#include "platform/TextCase.h"
+#include "platform/WindowsHeader.h"
+
+namespace vw {
+
+namespace {
+
+constexpr std::wstring_view kLongPrefix = L"\\\\?\\";
+constexpr std::wstring_view kLongServerPrefix = L"\\\\?\\UNC\\";
+constexpr std::wstring_view kDevicePrefix = L"\\\\.\\";
+
+bool IsDriveLetter(wchar_t letter) {
+    return (letter >= L'A' && letter <= L'Z') || (letter >= L'a' && letter <= L'z');
+}
+
+bool IsDriveAbsolute(std::wstring_view path) {
+    return path.size() >= 3 && IsDriveLetter(path[0]) && path[1] == L':' && path[2] == L'\\';
+}
+
+std::wstring Completed(const std::wstring& relative) {
+    std::wstring full(MAX_PATH, L'\0');
+    for (;;) {
+        const DWORD length = GetFullPathNameW(relative.c_str(), static_cast<DWORD>(full.size()),
+                                              full.data(), nullptr);
+        if (length == 0) RaiseLast(relative);
+        const bool fits = length < full.size();
+        full.resize(length);
+        if (fits) return full;
+    }
+}
+
+// Appends the components of `rest` to `root`, resolving relative steps. The names themselves stay
+// as they are: a name that ends in a dot or a blank is a different file.
+std::wstring Joined(std::wstring root, std::wstring_view rest) {
+    std::vector<std::wstring_view> components;
+    while (!rest.empty()) {
+        const std::size_t end = std::min(rest.find(L'\\'), rest.size());
+        const std::wstring_view name = rest.substr(0, end);
+        rest.remove_prefix(std::min(end + 1, rest.size()));
+        if (name.empty() || name == L".") continue;
+        if (name != L"..") {
+            components.push_back(name);
+        } else if (!components.empty()) {
+            components.pop_back();
+        }
+    }
+    for (const std::wstring_view name : components) {
+        if (root.back() != L'\\') root += L'\\';
+        root += name;
+    }
+    return root;
+}
+
+std::wstring ServerPath(std::wstring_view path) {
+    const std::wstring_view names = path.substr(std::min(path.find_first_not_of(L'\\'), path.size()));
+    const std::size_t share = names.find(L'\\');
+    const std::size_t rest = share == std::wstring_view::npos ? share : names.find(L'\\', share + 1);
+    std::wstring root = L"\\\\" + std::wstring(names.substr(0, rest));
+    return rest == std::wstring_view::npos ? root : Joined(std::move(root), names.substr(rest));
+}
+
+}  // namespace
+
+std::wstring AbsolutePath(std::wstring_view path) {
+    if (path.empty() || path.find(L'\0') != std::wstring_view::npos) {
+        Raise(error_number::kBadName, path);
+    }
+    if (path.starts_with(kLongPrefix)) return std::wstring(path);
+    std::wstring text(path);
+    std::replace(text.begin(), text.end(), L'/', L'\\');
+    if (!IsDriveAbsolute(text) && !text.starts_with(L"\\\\")) text = Completed(text);
+    // "NUL", "COM1"...: devices are no files that anyone could back up.
+    if (text.starts_with(kDevicePrefix)) Raise(error_number::kBadName, path);
+    if (text.starts_with(L"\\\\")) return ServerPath(text);
+    return Joined(text.substr(0, 3), std::wstring_view(text).substr(3));
+}
+
+std::wstring SystemPath(std::wstring_view path) {
+    std::wstring absolute = AbsolutePath(path);
+    if (absolute.starts_with(kLongPrefix)) return absolute;
+    if (absolute.starts_with(L"\\\\")) {
+        return std::wstring(kLongServerPrefix) + absolute.substr(2);
+    }
+    return std::wstring(kLongPrefix) + absolute;
+}
+
+bool PathContains(std::wstring_view outer, std::wstring_view inner) {
+    std::wstring outside = AbsolutePath(outer);
+    const std::wstring inside = AbsolutePath(inner);
+    if (EqualNoCase(outside, inside)) return true;
+    if (outside.back() != L'\\') outside += L'\\';
+    return inside.size() > outside.size() &&
+           EqualNoCase(std::wstring_view(inside).substr(0, outside.size()), outside);
+}
+
+}  // namespace vw
