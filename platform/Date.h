@@ -29,6 +29,10 @@ struct DateParts {
 /// Year to second of a date.
 [[nodiscard]] DateParts PartsOf(Date date) noexcept;
 
+/// 1 January 100 and the last second of the year 9999: the dates that comments can hold.
+inline constexpr Date kFirstDate = -47366985600;
+inline constexpr Date kLastDate = 265046774399;
+
 /// 1 January 1000: the path or copy does not exist.
 inline constexpr Date kMissingDate = -18965750400;
 
