@@ -1,0 +1,9 @@
+#include "platform/CCommonAPI.h"
+
+namespace vw {
+
+CCommonAPI::CCommonAPI(RawRegistry& registry, const AnsiCodec& ansi, MsgBoxes& boxes,
+                       ErrorSink& faults)
+    : registry_(registry), ansi_(ansi), boxes_(boxes), faults_(faults) {}
+
+}  // namespace vw

@@ -1,0 +1,11 @@
+#include "platform/DebugOutput.h"
+
+#include "platform/WindowsHeader.h"
+
+namespace vw {
+
+void DebugOutput::Tell(const Procedure& where, const RuntimeError& error) {
+    OutputDebugStringW(ErrorText(where, error).append(L"\r\n").c_str());
+}
+
+}  // namespace vw

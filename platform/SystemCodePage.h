@@ -1,0 +1,30 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "platform/AnsiCodec.h"
+
+namespace vw {
+
+/// The system's own tables for one code page.
+class CodePage final : public AnsiCodec {
+  public:
+    /// `number` 0 is the ANSI code page that the system was set up with. Raises 5 for a code page
+    /// that the system does not have.
+    explicit CodePage(unsigned number = 0);
+
+    /// Raises 7 for a text of more than 2^31 - 1 units.
+    [[nodiscard]] std::string Encode(std::wstring_view text) const override;
+
+    /// Raises 7 for more than 2^31 - 1 bytes; otherwise never fails.
+    [[nodiscard]] std::wstring Decode(std::string_view bytes) const override;
+
+    /// The number of the code page, never 0.
+    [[nodiscard]] unsigned Number() const noexcept { return number_; }
+
+  private:
+    unsigned number_;
+};
+
+}  // namespace vw
