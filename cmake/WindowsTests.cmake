@@ -32,6 +32,9 @@ vw_windows_path(${CMAKE_BINARY_DIR}/bin/Vaultwright.exe programPath)
 vw_windows_path(${CMAKE_SOURCE_DIR}/tests/data testDataPath)
 file(MAKE_DIRECTORY ${CMAKE_BINARY_DIR}/reports)
 
+# Every test program runs in a Wine prefix of its own, so that they may run side by side: settings,
+# named locks and temporary files of one never meet those of another.
+#
 # vw_add_tests(<name> <folder> <timeout in seconds>): the program <name>_tests of the folder's
 # files *Test.cpp. Beside them may stand other files, shared by these tests alone.
 function(vw_add_tests name folder timeout)
@@ -63,7 +66,7 @@ function(vw_add_tests name folder timeout)
     set_tests_properties(${name} PROPERTIES
         TIMEOUT ${timeout}
         LABELS cases
-        ENVIRONMENT "VW_PROGRAM=${programPath};VW_TEST_DATA=${testDataPath}")
+        ENVIRONMENT "VW_PROGRAM=${programPath};VW_TEST_DATA=${testDataPath};VW_PREFIX=${CMAKE_BINARY_DIR}/prefix/${name}")
 endfunction()
 
 vw_add_tests(platform platform 600)
