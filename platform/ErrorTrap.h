@@ -33,6 +33,9 @@ class ErrorSink {
 /// empty line, the description and the path.
 [[nodiscard]] std::wstring ErrorText(const Procedure& where, const RuntimeError& error);
 
+/// What an error means and the path it concerns, a line each; empty when neither is known.
+[[nodiscard]] std::wstring ErrorDetails(const RuntimeError& error);
+
 /// Hands the exception being handled to `errors`: a RuntimeError as it is, memory shortage as 7,
 /// any other std::exception as 5. Everything else (the end of the program in tests) goes on.
 void TellCurrentError(ErrorSink& errors, const Procedure& where);

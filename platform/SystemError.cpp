@@ -6,11 +6,11 @@
 namespace vw {
 
 void RaiseCode(std::uint32_t systemCode, std::wstring_view path,
-               const std::source_location& where) {
+               const SourceLocation& where) {
     Raise(ErrorNumberOf(systemCode), path, where);
 }
 
-void RaiseLast(std::wstring_view path, const std::source_location& where) {
+void RaiseLast(std::wstring_view path, const SourceLocation& where) {
     RaiseCode(GetLastError(), path, where);
 }
 

@@ -1,17 +1,18 @@
 #pragma once
 
 #include <cstdint>
-#include <source_location>
 #include <string_view>
+
+#include "platform/SourceLocation.h"
 
 namespace vw {
 
 /// Raises the error for a failure code of the system, with the system's number as its meaning.
 [[noreturn]] void RaiseCode(std::uint32_t systemCode, std::wstring_view path,
-                            const std::source_location& where = std::source_location::current());
+                            const SourceLocation& where = std::source_location::current());
 
 /// The same for GetLastError().
 [[noreturn]] void RaiseLast(std::wstring_view path,
-                            const std::source_location& where = std::source_location::current());
+                            const SourceLocation& where = std::source_location::current());
 
 }  // namespace vw

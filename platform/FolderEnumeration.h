@@ -1,0 +1,26 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "platform/FileSystem.h"
+#include "platform/LocalTime.h"
+#include "platform/WindowsHeader.h"
+
+namespace vw {
+
+/// Facts of a file or folder from what the system told of it. A link to a file is followed: the
+/// file that it shows is what a backup takes.
+[[nodiscard]] FileFacts FactsOf(const WIN32_FILE_ATTRIBUTE_DATA& data,
+                                const std::wstring& systemPath, const LocalTime& localTime);
+
+/// The same from the listing of the parent folder; nothing when it is not listed.
+[[nodiscard]] std::optional<FileFacts> FactsFromListing(const std::wstring& systemPath,
+                                                        const LocalTime& localTime);
+
+/// Shows each entry of a folder in one pass; `path` is its name for the user.
+void EnumerateFolder(const std::wstring& systemPath, std::wstring_view path,
+                     const LocalTime& localTime, const FileSystem::EntryVisitor& visitor);
+
+}  // namespace vw

@@ -1,0 +1,58 @@
+#include "platform/NamedLock.h"
+
+#include <sddl.h>
+
+#include <array>
+#include <string>
+
+#include "platform/SystemError.h"
+#include "platform/SystemPath.h"
+#include "platform/TextCase.h"
+
+namespace vw {
+
+namespace {
+
+// Everyone on this computer may wait for the lock and take it: the backup of an administrator and
+// that of a user must keep apart too.
+constexpr const wchar_t* kOpenToEveryone = L"D:(A;;0x100001;;;WD)";
+constexpr DWORD kTakeAndWait = SYNCHRONIZE | MUTEX_MODIFY_STATE;
+
+// The name of a kernel object may hold no "\", and its length is limited.
+std::wstring ObjectName(std::wstring_view purpose, std::wstring_view path) {
+    std::uint64_t hash = 14695981039346656037U;
+    for (const wchar_t unit : UpperCase(AbsolutePath(path))) hash = (hash ^ unit) * 1099511628211U;
+    std::array<wchar_t, 17> digits{};
+    for (std::size_t i = 0; i < 16; ++i) {
+        digits[i] = L"0123456789abcdef"[(hash >> (60 - 4 * i)) & 15];
+    }
+    return L"Global\\Vaultwright-" + std::wstring(purpose) + L"-" + digits.data();
+}
+
+}  // namespace
+
+NamedLock::NamedLock(std::wstring_view purpose, std::wstring_view path) {
+    SECURITY_ATTRIBUTES attributes{sizeof(SECURITY_ATTRIBUTES), nullptr, FALSE};
+    if (ConvertStringSecurityDescriptorToSecurityDescriptorW(
+            kOpenToEveryone, SDDL_REVISION_1, &attributes.lpSecurityDescriptor, nullptr) == 0) {
+        RaiseLast(path);
+    }
+    const std::wstring name = ObjectName(purpose, path);
+    mutex_.Reset(CreateMutexExW(&attributes, name.c_str(), 0, kTakeAndWait));
+    const DWORD code = GetLastError();
+    LocalFree(attributes.lpSecurityDescriptor);
+    if (!mutex_) RaiseCode(code, path);
+}
+
+NamedLock::~NamedLock() {
+    if (held_) ReleaseMutex(mutex_.Get());
+}
+
+bool NamedLock::TryTake() {
+    if (held_) return true;
+    const DWORD result = WaitForSingleObject(mutex_.Get(), 0);
+    held_ = result == WAIT_OBJECT_0 || result == WAIT_ABANDONED;
+    return held_;
+}
+
+}  // namespace vw

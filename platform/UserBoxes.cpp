@@ -1,0 +1,83 @@
+#include "platform/UserBoxes.h"
+
+#include <utility>
+
+#include "platform/Desktop.h"
+#include "platform/WindowsHeader.h"
+
+namespace vw {
+
+namespace {
+
+constexpr int kMostSilentBoxes = 3;
+constexpr UINT kSilentBoxMilliseconds = 5000;
+constexpr UINT_PTR kCloseTimer = 0x5657;
+
+// The box that is about to show closes itself with this answer. A thread has one such box at most,
+// since nothing else runs while it is shown.
+thread_local int closingAnswer = 0;
+
+void CALLBACK CloseBox(HWND box, UINT, UINT_PTR timer, DWORD) {
+    KillTimer(box, timer);
+    EndDialog(box, closingAnswer);
+}
+
+// Sets the timer on the box itself as soon as it is activated, so that it goes with the box.
+LRESULT CALLBACK OnActivation(int code, WPARAM wParam, LPARAM lParam) {
+    if (code == HCBT_ACTIVATE) {
+        SetTimer(reinterpret_cast<HWND>(wParam), kCloseTimer, kSilentBoxMilliseconds, CloseBox);
+    }
+    return CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
+UINT StyleOf(const BoxContent& content) {
+    UINT style = content.buttons == BoxButtons::YesNo ? MB_YESNO : MB_OK;
+    if (content.icon == BoxIcon::Exclamation) style |= MB_ICONEXCLAMATION;
+    if (content.rightToLeft) style |= MB_RIGHT | MB_RTLREADING;
+    if (content.secondIsDefault) style |= MB_DEFBUTTON2;
+    return style;
+}
+
+HWND Owner() {
+    const HWND active = GetActiveWindow();
+    return active != nullptr && IsWindowVisible(active) != 0 ? active : nullptr;
+}
+
+BoxAnswer Show(const BoxContent& content) {
+    switch (MessageBoxW(Owner(), content.text.c_str(), content.title.c_str(), StyleOf(content))) {
+        case IDYES:
+            return BoxAnswer::Yes;
+        case IDNO:
+            return BoxAnswer::No;
+        default:
+            return content.buttons == BoxButtons::YesNo ? BoxAnswer::No : BoxAnswer::Ok;
+    }
+}
+
+}  // namespace
+
+UserBoxes::UserBoxes(const ProgramState& state, Echo echo)
+    : state_(state), echo_(std::move(echo)) {}
+
+BoxAnswer UserBoxes::MsgBox(const BoxContent& content) {
+    return state_.silentRun ? Silently(content) : Show(content);
+}
+
+BoxAnswer UserBoxes::Silently(const BoxContent& content) {
+    const bool question = content.buttons == BoxButtons::YesNo;
+    echo_(content.text);
+    if (shown_ < kMostSilentBoxes && DesktopIsVisible()) {
+        ++shown_;
+        closingAnswer = question ? IDNO : IDOK;
+        const HHOOK hook = SetWindowsHookExW(WH_CBT, OnActivation, nullptr, GetCurrentThreadId());
+        // Without the hook nothing would close the box, so it is not shown at all.
+        if (hook != nullptr) {
+            const BoxAnswer answer = Show(content);
+            UnhookWindowsHookEx(hook);
+            return answer;
+        }
+    }
+    return question ? BoxAnswer::No : BoxAnswer::Ok;
+}
+
+}  // namespace vw

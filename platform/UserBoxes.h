@@ -1,0 +1,30 @@
+#pragma once
+
+#include <functional>
+#include <string_view>
+
+#include "platform/MsgBox.h"
+#include "platform/ProgramState.h"
+
+namespace vw {
+
+/// Real message boxes. In a silent run a box closes itself after five seconds with OK or No, and
+/// only the first three are shown: who started the run by hand sees why nothing was backed up, and
+/// a scheduled run is not held up. Every text of a silent run also goes to `echo`.
+class UserBoxes final : public MsgBoxes {
+  public:
+    using Echo = std::function<void(std::wstring_view)>;
+
+    UserBoxes(const ProgramState& state, Echo echo);
+
+    BoxAnswer MsgBox(const BoxContent& content) override;
+
+  private:
+    BoxAnswer Silently(const BoxContent& content);
+
+    const ProgramState& state_;
+    Echo echo_;
+    int shown_ = 0;
+};
+
+}  // namespace vw

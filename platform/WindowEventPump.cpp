@@ -1,0 +1,31 @@
+#include "platform/WindowEventPump.h"
+
+#include "platform/WindowsHeader.h"
+
+namespace vw {
+
+void WindowEventPump::DoEvents() {
+    MSG message{};
+    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != 0) {
+        if (message.message == WM_QUIT) {
+            // Somebody asked the process to end; the outermost loop has to see it.
+            PostQuitMessage(static_cast<int>(message.wParam));
+            break;
+        }
+        TranslateMessage(&message);
+        DispatchMessageW(&message);
+    }
+    lastPass_ = GetTickCount64();
+}
+
+void WindowEventPump::DoEventsIfDue() {
+    constexpr std::uint64_t kMilliseconds = 30;
+    if (GetTickCount64() - lastPass_ >= kMilliseconds) DoEvents();
+}
+
+void WindowEventPump::WaitForEvents(unsigned milliseconds) {
+    MsgWaitForMultipleObjectsEx(0, nullptr, milliseconds, QS_ALLINPUT, MWMO_INPUTAVAILABLE);
+    DoEvents();
+}
+
+}  // namespace vw
