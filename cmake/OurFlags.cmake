@@ -5,12 +5,13 @@ target_compile_options(vw_flags INTERFACE
     -Wall -Wextra -Wpedantic -Werror
     -fstack-protector-strong
     # Source lines that errors name are written from the project's root on every machine.
-    -ffile-prefix-map=${CMAKE_SOURCE_DIR}/=)
+    -fmacro-prefix-map=${CMAKE_SOURCE_DIR}/=)
 
 if(WIN32)
     target_compile_definitions(vw_flags INTERFACE UNICODE _UNICODE)
     target_link_options(vw_flags INTERFACE
         -static
+        -fstack-protector-strong
         -Wl,--dynamicbase -Wl,--nxcompat -Wl,--high-entropy-va)
     target_link_libraries(vw_flags INTERFACE
         comctl32 comdlg32 shlwapi shell32 version oleaut32 ole32 uuid gdi32 user32 advapi32)
