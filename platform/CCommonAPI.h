@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -23,7 +24,8 @@ class CCommonAPI {
     CCommonAPI(RawRegistry& registry, const AnsiCodec& ansi, MsgBoxes& boxes, ErrorSink& faults);
 
     // Registry. A path may begin with "\". Every access makes the key when it is missing. Texts
-    // cross in the ANSI code page.
+    // cross in the ANSI code page. Results are status codes of the system, 0 for success; a
+    // required name that is empty gives 1010.
 
     /// The data of a value as text, empty when it is missing, shorter than two bytes or cannot be
     /// read. Data of any type come as their characters without the final NUL: a double word gives
@@ -31,13 +33,95 @@ class CCommonAPI {
     [[nodiscard]] std::wstring RegValue(HKEY RegRootKey, std::wstring_view sRegistryKey,
                                         std::wstring_view sValueName, DWORD RegDataType);
 
+    /// Stores `sValueData`; empty data delete the value, and with an empty name too the key with
+    /// everything below it.
+    void RegValue(HKEY RegRootKey, std::wstring_view sRegistryKey, std::wstring_view sValueName,
+                  DWORD RegDataType, std::wstring_view sValueData);
+
+    /// Makes a key of the machine (HKEY_LOCAL_MACHINE).
+    LSTATUS RegKeyCreate(std::wstring_view sRegistryKey);
+
+    /// Deletes one value with a name. 0 also when the key cannot be opened.
+    LSTATUS RegDeleteValue(HKEY RegRootKey, std::wstring_view sRegistryKey,
+                           std::wstring_view sValueName);
+
+    /// Deletes a key with everything below it. A path without "\" deletes nothing and gives 0;
+    /// "\Name" is the top-level key Name. 0 also when the parent cannot be opened.
+    LSTATUS RegDeleteKeyVB(HKEY RegRootKey, std::wstring_view sRegistryKey);
+
+    /// The English sentence for a status code of the registry; empty for any other code.
+    [[nodiscard]] std::wstring RegGeErrorText(LSTATUS code);
+
     // Shell.
 
     /// Whether a log-on start entry of that name exists.
     [[nodiscard]] bool ApplicationSartup(std::wstring_view name);
 
+    /// Writes the log-on start entry of that name with a command line, or removes it (`on` false
+    /// or an empty command line). Nothing happens for an empty name or without the rights.
+    void ApplicationSartup(std::wstring_view name, std::wstring_view sApplicationPath, bool on);
+
+    /// Whether the key named exactly so below HKEY_CLASSES_ROOT stands for a file type.
+    [[nodiscard]] bool RegisterFileType(std::wstring_view extensionKey);
+
+    /// Registers a type of documents: their extension (with or without "."), icon and the program
+    /// that opens them, which must be the path of an .exe. With `registerIt` false, or without a
+    /// program, removes the type that the extension belongs to and gives its name in `typeName`.
+    void RegisterFileType(std::wstring_view extension, std::wstring& typeName,
+                          std::wstring_view sApplicationPath, std::wstring_view iconPath,
+                          bool registerIt);
+
+    /// Adds a command to the menu of a type of documents, on request as what a double click does.
+    void RegisterFileTypeCommand(std::wstring_view typeName, std::wstring_view verb,
+                                 std::wstring_view commandLine, bool makeDefault);
+
+    /// The top-level window of that class and title, either left open by an empty text; null when
+    /// there is none.
+    [[nodiscard]] HWND FindWindow(std::wstring_view className, std::wstring_view title);
+
+    /// Destroys a window of this thread.
+    void DestroyWindowVB(HWND window);
+
+    /// Keeps a window above all others.
+    void TopMost(HWND form);
+
+    /// Makes a window of this thread the active one.
+    void ActiveWindow(HWND form);
+
+    /// Starts the system's information tool; a box tells when there is none.
+    void ShellSysInfo();
+
+    /// The folder of Windows, without a final "\".
+    [[nodiscard]] std::wstring WinDirectory();
+
+    /// Always empty; kept for those who ask.
+    [[nodiscard]] std::wstring WinVersion();
+
     /// Whether this is Windows of the NT line; false when the system does not tell.
     [[nodiscard]] bool IsWinNT();
+
+    // Keyboard language and names of languages.
+
+    /// Whether the active keyboard layout is Arabic by its name. A system that names its languages
+    /// in English never counts.
+    [[nodiscard]] bool LanguageIsArabic();
+
+    /// Goes back through the keyboard layouts, five at most, until the wanted one is active; then
+    /// warns when the digits of the user's number format do not suit Arabic text.
+    void LanguageIsArabic(bool wanted);
+
+    /// The name of the active keyboard layout's language.
+    [[nodiscard]] std::wstring GetActiveLanguage();
+
+    /// The system's name of a language, without the country in brackets.
+    [[nodiscard]] std::wstring CLanguageName(std::uint32_t languageIdentifier);
+
+    /// The name of the language that the system was set up with.
+    [[nodiscard]] std::wstring WinLocalLanguage();
+
+    /// Switches the right-to-left layout of a window on or off. Children that exist already keep
+    /// theirs.
+    void LayoutRTL(HWND window, bool on);
 
   private:
     /// Runs `body` and gives its result; `neutral` when an error leaves it.
@@ -48,7 +132,16 @@ class CCommonAPI {
         return result;
     }
 
+    /// The same for an operation without a result.
+    template <class Body>
+    void Quietly(std::wstring_view procedure, Body&& body) {
+        Trapped(faults_, {procedure, L"Class Module", L"CCommonAPI"}, std::forward<Body>(body));
+    }
+
     LSTATUS OpenKey(HKEY root, std::wstring_view path, RegistryKey& key);
+    void RegisterType(std::wstring_view extensionKey, std::wstring_view typeName,
+                      std::wstring_view program, std::wstring_view iconPath);
+    void RemoveType(std::wstring_view extensionKey, std::wstring& typeName);
 
     RawRegistry& registry_;
     const AnsiCodec& ansi_;

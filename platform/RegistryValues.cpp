@@ -3,14 +3,6 @@
 
 namespace vw {
 
-// File types are registered under paths that begin with "\", which the system refuses. The first
-// call still gets the path as it is; only that refusal is answered with a second one.
-LSTATUS CCommonAPI::OpenKey(HKEY root, std::wstring_view path, RegistryKey& key) {
-    const LSTATUS status = registry_.CreateKey(root, ansi_.Encode(path), key);
-    if (status != ERROR_BAD_PATHNAME || !path.starts_with(L'\\')) return status;
-    return registry_.CreateKey(root, ansi_.Encode(path.substr(1)), key);
-}
-
 // Every type is read in the same way, hence no use of the type asked for.
 std::wstring CCommonAPI::RegValue(HKEY RegRootKey, std::wstring_view sRegistryKey,
                                   std::wstring_view sValueName,
@@ -31,6 +23,37 @@ std::wstring CCommonAPI::RegValue(HKEY RegRootKey, std::wstring_view sRegistryKe
         // Drops the end mark of a text; a NUL inside a double word costs its last byte as well.
         if (data.find('\0') != std::string::npos) data.resize(size > 0 ? size - 1 : 0);
         return ansi_.Decode(data);
+    });
+}
+
+void CCommonAPI::RegValue(HKEY RegRootKey, std::wstring_view sRegistryKey,
+                          std::wstring_view sValueName, DWORD RegDataType,
+                          std::wstring_view sValueData) {
+    Quietly(L"RegValue", [&] {
+        if (sRegistryKey.empty()) return;
+        if (sValueName.empty() && sValueData.empty()) {
+            RegDeleteKeyVB(RegRootKey, sRegistryKey);
+            return;
+        }
+        RegistryKey key;
+        if (OpenKey(RegRootKey, sRegistryKey, key) != ERROR_SUCCESS) return;
+        if (sValueData.empty()) {
+            RegDeleteValue(RegRootKey, sRegistryKey, sValueName);
+            return;
+        }
+        const std::string data = ansi_.Encode(sValueData);
+        registry_.SetValue(key.Get(), ansi_.Encode(sValueName), RegDataType,
+                           std::string_view(data.c_str(), data.size() + 1));
+    });
+}
+
+LSTATUS CCommonAPI::RegDeleteValue(HKEY RegRootKey, std::wstring_view sRegistryKey,
+                                   std::wstring_view sValueName) {
+    return Quietly(L"RegDeleteValue", LSTATUS{ERROR_SUCCESS}, [&]() -> LSTATUS {
+        if (sRegistryKey.empty() || sValueName.empty()) return ERROR_BADKEY;
+        RegistryKey key;
+        if (OpenKey(RegRootKey, sRegistryKey, key) != ERROR_SUCCESS) return ERROR_SUCCESS;
+        return registry_.DeleteValue(key.Get(), ansi_.Encode(sValueName));
     });
 }
 

@@ -13,4 +13,14 @@ bool CCommonAPI::ApplicationSartup(std::wstring_view name) {
                    [&] { return !RegValue(HKEY_LOCAL_MACHINE, kRunKey, name, REG_SZ).empty(); });
 }
 
+void CCommonAPI::ApplicationSartup(std::wstring_view name, std::wstring_view sApplicationPath,
+                                   bool on) {
+    Quietly(L"ApplicationSartup", [&] {
+        if (name.empty()) return;
+        // Empty data remove the entry.
+        RegValue(HKEY_LOCAL_MACHINE, kRunKey, name, REG_SZ,
+                 on ? sApplicationPath : std::wstring_view());
+    });
+}
+
 }  // namespace vw
