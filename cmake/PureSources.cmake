@@ -17,6 +17,7 @@ set(PURE_SOURCES
     platform/Like.cpp
     platform/RuntimeError.cpp
     platform/TextCase.cpp
+    platform/Utf8.cpp
     platform/Val.cpp
 )
 

@@ -17,12 +17,14 @@ struct DateSeparators {
     wchar_t time = L':';
 };
 
-/// The separator to use for a locale's separator text: its first character that is no bidi mark,
-/// blank or digit and is one 7-bit character, else `fallback`. Comments are read by position, so a
-/// separator of two characters would make every item look changed on every run.
+/// The separator to use for a locale's separator text: its first visible 7-bit character that is no
+/// digit, else `fallback`. Bidi marks and blanks are thus passed over. Comments are read by
+/// position, so a separator of two characters would make every item look changed on every run; so
+/// would an apostrophe, which begins an encoded run.
 [[nodiscard]] wchar_t OneCharacterSeparator(std::wstring_view localeText, wchar_t fallback);
 
-/// Date as comments hold it: dd/mm/yyyy-hh:mm:ss, ASCII digits.
+/// Date as comments hold it: dd/mm/yyyy-hh:mm:ss, ASCII digits. A date beyond kFirstDate and
+/// kLastDate is given as these, since another length would shift the positions.
 [[nodiscard]] std::wstring CommentDateText(Date date, const DateSeparators& separators);
 
 /// The one line of a comment file. `encodedLocation` is the item's parent folder after

@@ -24,7 +24,7 @@ struct WorkingName {
     std::uint64_t item = 0;  ///< NameKey of the item's path
     std::uint64_t copy = 0;  ///< NameKey of the copy-1 path that the entry is meant for
     Date date = 0;           ///< newest date of the item, for the comment (Ready only)
-    ProcessTag owner;      ///< only the left-overs of processes that are gone may be touched
+    ProcessTag owner;        ///< only the left-overs of processes that are gone may be touched
 
     friend bool operator==(const WorkingName&, const WorkingName&) = default;
 };
@@ -32,10 +32,13 @@ struct WorkingName {
 /// A 64-bit key of a path, the same for all letter cases and with or without a final "\".
 [[nodiscard]] std::uint64_t NameKey(std::wstring_view path);
 
-/// The entry's name: at most 200 UTF-16 units; `firstName` is cut and its "«" and "»" replaced.
+/// The entry's name: at most 200 UTF-16 units. `firstName` is cut to 60 units; its "«" and "»",
+/// what no file name may hold, and dots and blanks at its end become "_". A date that a comment
+/// could not hold becomes the nearest that it can.
 [[nodiscard]] std::wstring FormatWorkingName(const WorkingName& name, std::wstring_view firstName);
 
-/// Takes an entry's name apart; nothing when it is no working name.
+/// Takes an entry's name (without a folder) apart; nothing when it is no name that
+/// FormatWorkingName gives, since such entries may be deleted.
 [[nodiscard]] std::optional<WorkingName> ParseWorkingName(std::wstring_view name);
 
 }  // namespace vw

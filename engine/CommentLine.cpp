@@ -1,0 +1,107 @@
+#include "engine/CommentLine.h"
+
+#include <algorithm>
+#include <cstddef>
+
+#include "platform/TextCase.h"
+#include "platform/Val.h"
+
+namespace vw {
+namespace {
+
+constexpr std::wstring_view kDateLabel = L"Backed Files Date Last Modified:";
+constexpr std::wstring_view kLocationLabel = L"Original Location:";
+
+/// Stands between date and time in every comment.
+constexpr wchar_t kDayEnd = L'-';
+
+/// Begins a run of encoded characters: the reader of the date would take what follows for one.
+constexpr wchar_t kRunMark = L'\'';
+
+bool CanSeparate(wchar_t character) noexcept {
+    const bool isVisible = character > L' ' && character < 0x7F;
+    const bool isDigit = character >= L'0' && character <= L'9';
+    return isVisible && !isDigit && character != kRunMark;
+}
+
+std::wstring FourDigits(int number) {
+    std::wstring digits = std::to_wstring(number);
+    if (digits.size() < 4) {
+        digits.insert(0, 4 - digits.size(), L'0');
+    }
+    return digits;
+}
+
+std::optional<std::wstring> TextAfter(std::wstring_view line, std::wstring_view label) {
+    const std::size_t place = FindNoCase(line, label);
+    if (place == std::wstring_view::npos) {
+        return std::nullopt;
+    }
+    return std::wstring(line.substr(place + label.size()));
+}
+
+/// The number in the characters `from` to `to` of a field, counted from 1.
+int ValueAt(std::wstring_view field, std::size_t from, std::size_t to) noexcept {
+    if (from > field.size()) {
+        return 0;
+    }
+    return Val(field.substr(from - 1, to - from + 1));
+}
+
+}  // namespace
+
+wchar_t OneCharacterSeparator(std::wstring_view localeText, wchar_t fallback) {
+    const auto found = std::find_if(localeText.begin(), localeText.end(), CanSeparate);
+    return found == localeText.end() ? fallback : *found;
+}
+
+std::wstring CommentDateText(Date date, const DateSeparators& separators) {
+    const DateParts parts = PartsOf(std::clamp(date, kFirstDate, kLastDate));
+    std::wstring text = TwoDigits(parts.day);
+    text += separators.date;
+    text += TwoDigits(parts.month);
+    text += separators.date;
+    text += FourDigits(parts.year);
+    text += kDayEnd;
+    text += TwoDigits(parts.hour);
+    text += separators.time;
+    text += TwoDigits(parts.minute);
+    text += separators.time;
+    text += TwoDigits(parts.second);
+    return text;
+}
+
+std::wstring CommentLine(Date newestDate, const DateSeparators& separators,
+                         std::wstring_view encodedLocation) {
+    std::wstring line(kDateLabel);
+    line += CommentDateText(newestDate, separators);
+    line += L'+';
+    line += kLocationLabel;
+    line += encodedLocation;
+    return line;
+}
+
+std::optional<std::wstring> CommentDateField(std::wstring_view line) {
+    return TextAfter(line, kDateLabel);
+}
+
+Date ReadCommentDate(std::wstring_view field) {
+    DateParts parts;
+    parts.day = ValueAt(field, 1, 2);
+    parts.month = ValueAt(field, 4, 5);
+    parts.year = ValueAt(field, 7, 10);
+    parts.hour = ValueAt(field, 12, 13);
+    parts.minute = ValueAt(field, 15, 16);
+    parts.second = ValueAt(field, 18, 19);
+    return MakeDate(parts);
+}
+
+std::optional<std::wstring> CommentLocationField(std::wstring_view line) {
+    return TextAfter(line, kLocationLabel);
+}
+
+std::wstring FirstLine(std::wstring_view text) {
+    return std::wstring(text.substr(0, text.find_first_of(L"\r\n")));
+}
+
+}  // namespace vw

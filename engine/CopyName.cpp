@@ -1,0 +1,70 @@
+#include "engine/CopyName.h"
+
+#include <cstddef>
+
+#include "fsutil/PathText.h"
+#include "platform/RuntimeError.h"
+#include "platform/Val.h"
+
+namespace vw {
+namespace {
+
+constexpr wchar_t kOpen = L'\u00AB';
+constexpr wchar_t kClose = L'\u00BB';
+
+constexpr bool IsDigit(wchar_t character) noexcept {
+    return character >= L'0' && character <= L'9';
+}
+
+/// The two characters that begin `distance` before the last "»"; empty when there is no such
+/// place.
+std::wstring_view PairBeforeClose(std::wstring_view copyName, std::size_t distance) noexcept {
+    const std::size_t close = copyName.rfind(kClose);
+    if (close == std::wstring_view::npos || close < distance) {
+        return {};
+    }
+    return copyName.substr(close - distance, 2);
+}
+
+}  // namespace
+
+std::wstring CFilePackageName(std::wstring_view itemPath, int copyNumber, int locationNumber,
+                              std::wstring_view destination) {
+    if (copyNumber == 0) {
+        Raise(error_number::kZeroCopyNumber, itemPath);
+    }
+    std::wstring name(destination);
+    name += L'\\';
+    name += MFileDosShell::CFileFirstName(itemPath);
+    name += kOpen;
+    name += TwoDigits(locationNumber);
+    name += copyNumber == kAnyCopyNumber ? std::wstring(L"??") : TwoDigits(copyNumber);
+    name += kClose;
+    name += MFileDosShell::CFileExt(itemPath);
+    return name;
+}
+
+int CFileBackNumber(std::wstring_view copyName) noexcept {
+    const std::wstring_view digits = PairBeforeClose(copyName, 2);
+    if (digits.size() != 2 || !IsDigit(digits[0]) || !IsDigit(digits[1])) {
+        return 0;
+    }
+    return (digits[0] - L'0') * 10 + (digits[1] - L'0');
+}
+
+std::wstring CFileSP(std::wstring_view copyName) {
+    return std::wstring(PairBeforeClose(copyName, 4));
+}
+
+std::wstring CFileOrigin(std::wstring_view copyName) {
+    const std::size_t open = copyName.find(kOpen);
+    if (open == std::wstring_view::npos) {
+        return {};
+    }
+    std::wstring name(copyName.substr(0, open));
+    const std::size_t close = copyName.rfind(kClose);
+    name += close == std::wstring_view::npos ? copyName : copyName.substr(close + 1);
+    return name;
+}
+
+}  // namespace vw
