@@ -1,0 +1,43 @@
+#pragma once
+
+#include "platform/FileSystem.h"
+
+namespace vw::test {
+
+/// Hands every call to another file system. A test derives from it to change a single answer (a
+/// small disk, a network drive) and leave the rest real.
+class ForwardingFileSystem : public FileSystem {
+  public:
+    explicit ForwardingFileSystem(FileSystem& inner) : inner_(inner) {}
+
+    std::optional<FileFacts> Look(std::wstring_view path) override { return inner_.Look(path); }
+    void List(std::wstring_view folder, const EntryVisitor& visitor) override {
+        inner_.List(folder, visitor);
+    }
+    void Copy(std::wstring_view from, std::wstring_view to, const CopyProgress& progress) override {
+        inner_.Copy(from, to, progress);
+    }
+    void MakeFolder(std::wstring_view path) override { inner_.MakeFolder(path); }
+    void EraseFile(std::wstring_view path) override { inner_.EraseFile(path); }
+    void EraseFolder(std::wstring_view path) override { inner_.EraseFolder(path); }
+    void Move(std::wstring_view from, std::wstring_view to) override { inner_.Move(from, to); }
+    void Replace(std::wstring_view from, std::wstring_view to) override {
+        inner_.Replace(from, to);
+    }
+    std::string Read(std::wstring_view path) override { return inner_.Read(path); }
+    void Write(std::wstring_view path, std::string_view bytes, Flush flush) override {
+        inner_.Write(path, bytes, flush);
+    }
+    std::uint64_t FreeSpace(std::wstring_view folder) override { return inner_.FreeSpace(folder); }
+    DriveKind KindOfDrive(std::wstring_view path) override { return inner_.KindOfDrive(path); }
+    std::wstring TempFolder() override { return inner_.TempFolder(); }
+    std::wstring FullPath(std::wstring_view path) override { return inner_.FullPath(path); }
+
+  protected:
+    [[nodiscard]] FileSystem& Inner() const { return inner_; }
+
+  private:
+    FileSystem& inner_;
+};
+
+}  // namespace vw::test

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "platform/ErrorTrap.h"
+#include "platform/ExitStatus.h"
+
+namespace vw::test {
+
+/// An error that was told.
+struct ToldError {
+    int number = 0;
+    std::wstring description;
+    std::wstring path;
+    std::wstring procedure;
+    std::wstring kind;       ///< "Module", "Form" or "Class Module"
+    std::wstring container;  ///< such as "MFileDosShell"
+};
+
+std::ostream& operator<<(std::ostream& stream, const ToldError& error);
+
+/// Keeps the errors that are told, in order, and notes them for the exit code as the program does.
+/// Errors that the test never took fail it: nothing may be told that nobody planned.
+class RecordedErrors : public ErrorSink {
+  public:
+    explicit RecordedErrors(ExitStatus& exitStatus) : exitStatus_(exitStatus) {}
+    ~RecordedErrors() override;
+
+    /// The errors since the last Take. They count as planned.
+    [[nodiscard]] std::vector<ToldError> Take();
+
+    /// The same when exactly one error is there; otherwise the test fails and an empty one is
+    /// given.
+    [[nodiscard]] ToldError TakeOne();
+
+    /// The errors since the last Take, left where they are.
+    [[nodiscard]] const std::vector<ToldError>& All() const noexcept { return errors_; }
+
+    void Tell(const Procedure& where, const RuntimeError& error) override;
+
+  private:
+    ExitStatus& exitStatus_;
+    std::vector<ToldError> errors_;
+};
+
+}  // namespace vw::test

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <deque>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/MsgBox.h"
+
+namespace vw::test {
+
+/// Message boxes that the test answers. A box that was not planned fails the test, and so does a
+/// planned one that never came.
+class ScriptedBoxes : public MsgBoxes {
+  public:
+    ~ScriptedBoxes() override;
+
+    /// Plans the next box: its text must contain `part` (an empty part fits any text), and this is
+    /// the button that closes it.
+    void Expect(std::wstring_view part, BoxAnswer answer = BoxAnswer::Ok);
+
+    /// The boxes shown so far, in order, unplanned ones too.
+    [[nodiscard]] const std::vector<BoxContent>& Shown() const noexcept { return shown_; }
+
+    BoxAnswer MsgBox(const BoxContent& content) override;
+
+  private:
+    struct Planned {
+        std::wstring part;
+        BoxAnswer answer;
+    };
+
+    std::deque<Planned> planned_;
+    std::vector<BoxContent> shown_;
+};
+
+}  // namespace vw::test

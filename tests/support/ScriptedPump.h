@@ -1,0 +1,48 @@
+#pragma once
+
+#include <functional>
+#include <map>
+
+#include "platform/EventPump.h"
+#include "tests/support/TestClock.h"
+
+namespace vw::test {
+
+/// An event pump without windows. Every call counts as one yield; a test can act at the k-th one,
+/// as a user does who presses Cancel in the middle of a run. Waiting takes no time: it moves the
+/// test's clock on.
+class ScriptedPump : public EventPump {
+  public:
+    explicit ScriptedPump(TestClock& clock) : clock_(clock) {}
+
+    /// Runs `callback` at the k-th yield (from 1) since the last Restart. What the callback throws
+    /// goes on to whoever yielded.
+    void AtYield(int k, std::function<void()> callback) { callbacks_[k] = std::move(callback); }
+
+    /// Runs `callback` at every yield, after the one of AtYield.
+    void AtEachYield(std::function<void()> callback) { each_ = std::move(callback); }
+
+    /// Forgets the callbacks and counts from 1 again.
+    void Restart();
+
+    /// Yields so far, of all three kinds.
+    [[nodiscard]] int Yields() const noexcept { return yields_; }
+
+    /// Milliseconds that WaitForEvents was asked to wait, all in all.
+    [[nodiscard]] std::uint64_t Waited() const noexcept { return waited_; }
+
+    void DoEvents() override { Yield(); }
+    void DoEventsIfDue() override { Yield(); }
+    void WaitForEvents(unsigned milliseconds) override;
+
+  private:
+    void Yield();
+
+    TestClock& clock_;
+    std::map<int, std::function<void()>> callbacks_;
+    std::function<void()> each_;
+    int yields_ = 0;
+    std::uint64_t waited_ = 0;
+};
+
+}  // namespace vw::test

@@ -1,0 +1,75 @@
+#pragma once
+
+#include <memory>
+
+#include "platform/ExitStatus.h"
+#include "platform/ProgramEnd.h"
+#include "platform/System.h"
+#include "platform/SystemCodePage.h"
+#include "platform/Win32FileSystem.h"
+#include "tests/support/FaultyFileSystem.h"
+#include "tests/support/RecordedErrors.h"
+#include "tests/support/ScriptedBoxes.h"
+#include "tests/support/ScriptedPump.h"
+#include "tests/support/TestClock.h"
+
+namespace vw::test {
+
+/// What the end of the program is in a test. It is no std::exception, so that no error trap takes
+/// it: catch it with EXPECT_THROW or by this type.
+struct ProgramEnded {
+    int exitCode;
+};
+
+/// Ends the test's call instead of the process.
+class ThrowingProgramEnd final : public ProgramEnd {
+  public:
+    [[noreturn]] void End(int exitCode) override { throw ProgramEnded{exitCode}; }
+};
+
+/// A code page that a test can change: 1256 (Arabic) at the start, so that Arabic names survive in
+/// lists and comments whatever the machine's own code page is.
+class TestCodePage final : public AnsiCodec {
+  public:
+    TestCodePage() { Use(1256); }
+
+    void Use(unsigned number) { page_ = std::make_unique<CodePage>(number); }
+
+    [[nodiscard]] std::string Encode(std::wstring_view text) const override {
+        return page_->Encode(text);
+    }
+    [[nodiscard]] std::wstring Decode(std::string_view bytes) const override {
+        return page_->Decode(bytes);
+    }
+
+  private:
+    std::unique_ptr<CodePage> page_;
+};
+
+/// A whole world for the rooms above: the real disk (which can be made to fail), and doubles for
+/// windows, boxes, clock and the end of the process. Every test makes its own. When it is
+/// destroyed, errors that the test did not take and planned boxes that did not come fail the test.
+class TestWorld {
+  public:
+    /// The real disk.
+    Win32FileSystem disk;
+    /// The disk as the code under test sees it: `disk`, with faults on request.
+    FaultyFileSystem files{disk};
+
+    TestClock clock;
+    ScriptedPump pump{clock};
+    ScriptedBoxes boxes;
+    ExitStatus exitStatus;
+    RecordedErrors errors{exitStatus};
+    ThrowingProgramEnd programEnd;
+    TestCodePage ansi;
+
+    System system{files, pump, boxes, errors, exitStatus, programEnd, clock, ansi};
+
+    /// The same world with another file system, which has to outlive it.
+    [[nodiscard]] System With(FileSystem& other) {
+        return {other, pump, boxes, errors, exitStatus, programEnd, clock, ansi};
+    }
+};
+
+}  // namespace vw::test

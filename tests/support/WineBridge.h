@@ -1,0 +1,16 @@
+#pragma once
+
+#include <string_view>
+
+namespace vw::test {
+
+/// Whether the tests run under Wine, where a few things of the disk can only be made from outside.
+[[nodiscard]] bool UnderWine();
+
+/// Makes a symbolic link to a folder or file. False when this system cannot.
+[[nodiscard]] bool MakeLink(std::wstring_view link, std::wstring_view target, bool targetIsFolder);
+
+/// Removes a link without what it shows.
+void RemoveLink(std::wstring_view link);
+
+}  // namespace vw::test
