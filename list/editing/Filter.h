@@ -1,0 +1,13 @@
+#pragma once
+
+#include <string_view>
+
+#include "list/editing/FileDialogSetup.h"
+
+namespace vw::MRecentFiles {
+
+/// Prepares a file dialog to begin in the current folder. `defaultFolder` is where dialogs on
+/// lists begin when the system does not tell that folder. Raises 1000 for an unknown kind.
+void Filter(FileDialogSetup& dialog, FileDialogKind kind, std::wstring_view defaultFolder);
+
+}  // namespace vw::MRecentFiles

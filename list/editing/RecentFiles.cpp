@@ -1,0 +1,88 @@
+#include "list/editing/RecentFiles.h"
+
+#include "fsutil/PathText.h"
+#include "list/editing/ListHost.h"
+#include "platform/ErrorTrap.h"
+#include "platform/ProgramState.h"
+#include "platform/RuntimeError.h"
+#include "platform/TextCase.h"
+
+namespace vw::MRecentFiles {
+namespace {
+
+constexpr Procedure Named(std::wstring_view name) { return {name, L"Module", L"MRecentFiles"}; }
+
+std::wstring EntryKey(int index) {
+    return std::wstring(setting::kRecentFile).append(std::to_wstring(index));
+}
+
+}  // namespace
+
+RecentFiles::RecentFiles(ErrorSink& errors, SettingsStore& settings, ProgramState& state,
+                         ListHost& host)
+    : errors_(errors), settings_(settings), state_(state), host_(host) {}
+
+std::wstring RecentFiles::RecentFile(int index) const {
+    std::wstring path;
+    Trapped(errors_, Named(L"RecentFile"),
+            [&] { path = settings_.GetSetting(EntryKey(index), L""); });
+    return path;
+}
+
+void RecentFiles::RecentFile(int index, std::wstring_view path) {
+    if (index != 1) RaiseWith(error_number::kRecentIndexNotOne, L"Index <> 1");
+    Trapped(errors_, Named(L"RecentFile"), [&] {
+        // The menu's first element stands for the default list. What counts is the list in use at
+        // this moment, not the path.
+        if (EqualNoCase(state_.currentListPath, state_.DefaultListPath())) return;
+
+        const RecentPaths before = Paths();
+        const int position = RecentPosition(before, path);
+        const RecentPaths after = WithRecentPath(before, path);
+        // From the bottom up: a program that ends in between has an entry twice, none lost.
+        for (int i = position == 0 ? static_cast<int>(after.size()) : position; i > 0; --i) {
+            settings_.SaveSetting(EntryKey(i), after[static_cast<std::size_t>(i) - 1]);
+        }
+        UpdateRecentFiles();
+    });
+}
+
+int RecentFiles::IsRecentFile(std::wstring_view path) const {
+    int position = 0;
+    Trapped(errors_, Named(L"IsRecentFile"), [&] { position = RecentPosition(Paths(), path); });
+    return position;
+}
+
+void RecentFiles::UpdateRecentFiles() {
+    Trapped(errors_, Named(L"UpdateRecentFiles"), [&] {
+        RecentFileMenu menu;
+        for (std::size_t i = 0; i < menu.size(); ++i) {
+            menu[i].caption = MFileDosShell::CFileFirstName(RecentFile(static_cast<int>(i) + 1));
+            menu[i].visible = !menu[i].caption.empty();
+        }
+        host_.ShowRecentFiles(menu);
+    });
+}
+
+// An error leaves the window as Ready(false) made it: nothing half opened can be worked with.
+void RecentFiles::mnuRecentFileClick(int index) {
+    Trapped(errors_, Named(L"mnuRecentFileClick"), [&] {
+        if (index != 0) {
+            host_.Ready(false);
+            host_.FileOpen(RecentFile(index));
+            host_.Ready(true);
+            return;
+        }
+        state_.currentListPath = state_.DefaultListPath();
+        host_.GetList();
+        host_.SetCaption();
+    });
+}
+
+RecentPaths RecentFiles::Paths() const {
+    RecentPaths paths;
+    for (std::size_t i = 0; i < paths.size(); ++i) paths[i] = RecentFile(static_cast<int>(i) + 1);
+    return paths;
+}
+
+}  // namespace vw::MRecentFiles
