@@ -1,0 +1,66 @@
+#include "app/LanguageChoice.h"
+
+#include <string_view>
+
+#include "platform/CCommonAPI.h"
+#include "platform/Conversions.h"
+#include "platform/MsgBox.h"
+#include "platform/ProgramState.h"
+#include "platform/TextCase.h"
+
+namespace vw {
+namespace {
+
+/// "Ar" or "En" makes a build of one language; empty lets the user choose.
+constexpr std::wstring_view kForcedLanguage = L"";
+
+constexpr std::wstring_view kNeverChosen = L"N/A";
+
+/// Whether the keyboard was switched and the digits were looked at since the choice became Arabic.
+constexpr std::wstring_view kArabicPrepared = L"ArabicPrepared";
+
+}  // namespace
+
+LanguageChoice::LanguageChoice(MRecentFiles::SettingsStore& settings, MsgBoxes& boxes,
+                               ProgramState& state)
+    : settings_(settings), boxes_(boxes), state_(state) {}
+
+bool LanguageChoice::Read() {
+    if constexpr (!kForcedLanguage.empty()) Write(kForcedLanguage == L"Ar");
+
+    const std::wstring stored = settings_.GetSetting(setting::kArabic, kNeverChosen);
+    if (!EqualNoCase(stored, kNeverChosen)) {
+        state_.arabic = CBool(stored);
+    } else if (state_.silentRun) {
+        state_.arabic = false;
+    } else {
+        Write(Ask());
+    }
+    return state_.arabic;
+}
+
+void LanguageChoice::Write(bool arabic) {
+    settings_.SaveSetting(setting::kArabic, SettingText(arabic));
+    if (arabic) settings_.SaveSetting(kArabicPrepared, SettingText(false));
+    state_.arabic = arabic;
+}
+
+void LanguageChoice::PrepareArabicOnce(CCommonAPI& api) {
+    if (!state_.arabic || state_.silentRun) return;
+    if (settings_.GetSetting(kArabicPrepared, SettingText(false)) == SettingText(true)) return;
+    settings_.SaveSetting(kArabicPrepared, SettingText(true));
+    api.LanguageIsArabic(true);
+}
+
+// The title's spelling is the one that its users know.
+bool LanguageChoice::Ask() {
+    const BoxAnswer answer =
+        boxes_.MsgBox({.text = L"The current interface language is English. Do you want to change "
+                               L"it to Arabic?",
+                       .title = L"Vualtwright",
+                       .buttons = BoxButtons::YesNo,
+                       .secondIsDefault = true});
+    return answer == BoxAnswer::Yes;
+}
+
+}  // namespace vw

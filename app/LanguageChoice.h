@@ -1,0 +1,36 @@
+#pragma once
+
+#include "list/format/Settings.h"
+
+namespace vw {
+
+class CCommonAPI;
+class MsgBoxes;
+struct ProgramState;
+
+/// Which language the windows speak: the user's stored choice, asked for at the first start.
+class LanguageChoice {
+  public:
+    LanguageChoice(MRecentFiles::SettingsStore& settings, MsgBoxes& boxes, ProgramState& state);
+
+    /// Whether the windows are Arabic; the program's state then says so too. Asks the user when no
+    /// choice was made yet, but never in a silent run: that one is English and leaves the question
+    /// to the next start. Raises 13 (or 6) for a stored text that is no yes or no.
+    bool Read();
+
+    /// Stores a choice and makes it the program's.
+    void Write(bool arabic);
+
+    /// Switches the keyboard to Arabic and warns about unsuitable digits, once after the choice
+    /// became Arabic. Nothing happens in English and in silent runs.
+    void PrepareArabicOnce(CCommonAPI& api);
+
+  private:
+    [[nodiscard]] bool Ask();
+
+    MRecentFiles::SettingsStore& settings_;
+    MsgBoxes& boxes_;
+    ProgramState& state_;
+};
+
+}  // namespace vw
