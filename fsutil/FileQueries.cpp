@@ -1,0 +1,157 @@
+#include "fsutil/FileQueries.h"
+
+#include <algorithm>
+
+#include "fsutil/SizeText.h"
+#include "fsutil/TreeWalk.h"
+#include "fsutil/TreeWork.h"
+#include "platform/ErrorTrap.h"
+#include "platform/EventPump.h"
+#include "platform/FileSystem.h"
+#include "platform/Like.h"
+#include "platform/SystemPath.h"
+#include "platform/UserLocale.h"
+
+namespace vw::MFileDosShell {
+
+namespace {
+
+Procedure Named(std::wstring_view procedure) { return {procedure, L"Module", L"MFileDosShell"}; }
+
+// Bytes of the files directly in a folder; a listing that breaks off gives what it showed.
+std::int64_t DirectFilesSize(System& system, std::wstring_view folder) {
+    std::int64_t size = 0;
+    try {
+        system.files.List(folder, [&](const FolderEntry& entry) {
+            if (entry.isFolder) return;
+            size += static_cast<std::int64_t>(entry.size);
+            system.pump.DoEventsIfDue();
+        });
+    } catch (const RuntimeError&) {
+        // The free-space check and the lists take what could be read; a box would help nobody.
+    }
+    return size;
+}
+
+std::int64_t WholeTreeSize(System& system, std::wstring_view folder) {
+    std::int64_t size = 0;
+    TreeVisitor visitor;
+    visitor.file = [&](const FolderEntry& file) { size += static_cast<std::int64_t>(file.size); };
+    visitor.yield = [&] { system.pump.DoEventsIfDue(); };
+    WalkTree(system.files, folder, visitor);
+    return size;
+}
+
+bool NamesCopy(std::wstring_view path) { return Like(path, L"*«*»*"); }
+
+}  // namespace
+
+bool PathExist(System& system, std::wstring_view path) {
+    bool exists = false;
+    Trapped(system.errors, Named(L"PathExist"),
+            [&] { exists = system.files.Look(path).has_value(); });
+    return exists;
+}
+
+void DeletePath(System& system, std::wstring_view path) {
+    Trapped(system.errors, Named(L"DeletePath"),
+            [&] { DeleteTree(system.files, path, [&] { system.pump.DoEventsIfDue(); }); });
+}
+
+std::int64_t PathSize(System& system, std::wstring_view path, bool wholeTree) {
+    std::int64_t size = -1;
+    Trapped(system.errors, Named(L"PathSize"), [&] {
+        const std::optional<FileFacts> facts = system.files.Look(path);
+        if (!facts) return;
+        if (!facts->isFolder) {
+            size = static_cast<std::int64_t>(facts->size);
+        } else {
+            size = wholeTree ? WholeTreeSize(system, path) : DirectFilesSize(system, path);
+        }
+    });
+    return size;
+}
+
+std::wstring CPathSize(System& system, std::wstring_view path) {
+    std::wstring text;
+    Trapped(system.errors, Named(L"CPathSize"), [&] {
+        const std::optional<FileFacts> facts = system.files.Look(path);
+        if (!facts) return;
+        const std::uint64_t size =
+            facts->isFolder ? static_cast<std::uint64_t>(WholeTreeSize(system, path)) : facts->size;
+        const std::wstring sign = UserDecimalSign();
+        text = SizeText(size, sign.empty() ? L'.' : sign.front());
+    });
+    return text;
+}
+
+bool FolderOnFixedDrive(System& system, std::wstring_view folder) {
+    bool fixed = false;
+    Trapped(system.errors, Named(L"FolderOnFixedDrive"),
+            [&] { fixed = system.files.KindOfDrive(folder) == DriveKind::Fixed; });
+    return fixed;
+}
+
+std::wstring TempPath(System& system, std::wstring_view name, bool startEmpty) {
+    std::wstring path;
+    Trapped(system.errors, Named(L"TempPath"), [&] {
+        const std::wstring temp = system.files.TempFolder();
+        if (name.empty()) {
+            path = temp;
+            return;
+        }
+        const std::wstring folder = JoinPath(temp, name);
+        // A name such as ".." would have the temporary folder itself deleted, or all around it.
+        if (PathContains(folder, temp)) Raise(error_number::kBadName, folder);
+        path = folder;
+        if (startEmpty) DeletePath(system, folder);
+        const std::optional<FileFacts> facts = system.files.Look(folder);
+        if (!facts || !facts->isFolder) system.files.MakeFolder(folder);
+    });
+    return path;
+}
+
+double FolderFreeSpace(System& system, std::wstring_view folder, double bytesNeeded) {
+    double free = 0;
+    std::wstring drive;
+    const bool known = Trapped(system.errors, Named(L"FolderFreeSpace"), [&] {
+        const std::wstring full = system.files.FullPath(folder);
+        if (full.size() > 1 && full[1] == L':') drive = full.substr(0, 1);
+        free = static_cast<double>(system.files.FreeSpace(folder));
+    });
+    // Raised behind the trap: the backup of the item has to stop, not only this question.
+    if (known && free < bytesNeeded) {
+        RaiseWith(error_number::kNotEnoughSpace, L"لا توجد مساحة كافية على القرص\r\n" + drive,
+                  folder);
+    }
+    return free;
+}
+
+Date PathDate(System& system, CopyDates& copyDates, std::wstring_view path) {
+    Date newest = kMissingDate;
+    Trapped(system.errors, Named(L"PathDate"), [&] {
+        const std::optional<FileFacts> facts = system.files.Look(path);
+        if (!facts) return;
+        if (NamesCopy(path)) {
+            newest = copyDates.PackageDate(path);
+            return;
+        }
+        if (!facts->isFolder) {
+            newest = facts->lastWrite;
+            return;
+        }
+        newest = kEmptyFolderDate;
+        TreeVisitor visitor;
+        visitor.file = [&](const FolderEntry& file) { newest = std::max(newest, file.lastWrite); };
+        visitor.enters = [&](const std::wstring& subFolder) {
+            if (!NamesCopy(subFolder)) return true;
+            newest = std::max(newest, copyDates.PackageDate(subFolder));
+            return false;
+        };
+        visitor.yield = [&] { system.pump.DoEventsIfDue(); };
+        WalkTree(system.files, path, visitor);
+    });
+    return newest;
+}
+
+}  // namespace vw::MFileDosShell

@@ -1,0 +1,44 @@
+#include "fsutil/TreeWalk.h"
+
+#include <utility>
+#include <vector>
+
+#include "platform/RuntimeError.h"
+
+namespace vw {
+
+std::wstring JoinPath(std::wstring_view folder, std::wstring_view name) {
+    std::wstring path(folder);
+    if (!path.ends_with(L'\\') && !path.ends_with(L'/')) path += L'\\';
+    return path.append(name);
+}
+
+void WalkTree(FileSystem& files, std::wstring_view folder, const TreeVisitor& visitor) {
+    // "C:" is the current folder of that drive, so nothing may be joined to it as it is. The
+    // folders to come are kept here and not on the stack: trees can be thousands of levels deep.
+    std::vector<std::wstring> pending;
+    pending.push_back(folder.ends_with(L':') ? files.FullPath(folder) : std::wstring(folder));
+    while (!pending.empty()) {
+        const std::wstring current = std::move(pending.back());
+        pending.pop_back();
+        std::vector<std::wstring> subFolders;
+        try {
+            files.List(current, [&](const FolderEntry& entry) {
+                if (!entry.isFolder) {
+                    visitor.file(entry);
+                } else if (!entry.isLink) {
+                    subFolders.push_back(JoinPath(current, entry.name));
+                }
+                visitor.yield();
+            });
+        } catch (const RuntimeError&) {
+            // A folder that its owner closed to us, or that went away meanwhile: what the rest of
+            // the tree says still helps, and one box per such folder would help nobody.
+        }
+        for (std::wstring& path : subFolders) {
+            if (!visitor.enters || visitor.enters(path)) pending.push_back(std::move(path));
+        }
+    }
+}
+
+}  // namespace vw

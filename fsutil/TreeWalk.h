@@ -1,0 +1,30 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+#include "platform/FileSystem.h"
+
+namespace vw {
+
+/// `folder` & "\" & `name`, for any way in which a folder is typed: with or without a final
+/// separator, a drive root.
+[[nodiscard]] std::wstring JoinPath(std::wstring_view folder, std::wstring_view name);
+
+/// What a walk through a tree is for.
+struct TreeVisitor {
+    /// Sees each file.
+    std::function<void(const FolderEntry&)> file;
+    /// Asked for each sub-folder whether the walk enters it; empty to enter all.
+    std::function<bool(const std::wstring& path)> enters;
+    /// Called after each entry.
+    std::function<void()> yield;
+};
+
+/// Shows every file in the folder and below it, of any depth, in no particular order. One listing
+/// per folder is all that the disk is asked. Links to folders below `folder` are not entered
+/// (`folder` itself may be one), folders that cannot be read are left out.
+void WalkTree(FileSystem& files, std::wstring_view folder, const TreeVisitor& visitor);
+
+}  // namespace vw

@@ -1,0 +1,155 @@
+#include "fsutil/TreeWork.h"
+
+#include <utility>
+
+#include "platform/RuntimeError.h"
+
+namespace vw {
+
+namespace {
+
+// Length of the part of an absolute path that is no folder anyone could make or delete: "C:\", a
+// share of a server.
+std::size_t RootLength(std::wstring_view full) {
+    constexpr std::wstring_view kServer = L"\\\\?\\UNC\\";
+    constexpr std::wstring_view kDevice = L"\\\\?\\";
+    std::size_t start = 0;
+    if (full.starts_with(kServer)) {
+        start = kServer.size();
+    } else if (full.starts_with(kDevice)) {
+        return kDevice.size() + 3;
+    } else if (full.starts_with(L"\\\\")) {
+        start = 2;
+    } else {
+        return 3;
+    }
+    const std::size_t share = full.find(L'\\', start);
+    const std::size_t end = share == std::wstring_view::npos ? share : full.find(L'\\', share + 1);
+    return end == std::wstring_view::npos ? full.size() : end + 1;
+}
+
+// The absolute form without a final "\", but for a drive root.
+std::wstring TidyPath(FileSystem& files, std::wstring_view path) {
+    std::wstring full = files.FullPath(path);
+    while (full.size() > RootLength(full) && full.ends_with(L'\\')) full.pop_back();
+    return full;
+}
+
+// Makes a folder; it is as good when somebody else made it meanwhile.
+void MakeOneFolder(FileSystem& files, std::wstring_view path) {
+    try {
+        files.MakeFolder(path);
+    } catch (const RuntimeError& error) {
+        if (error.Number() != error_number::kAlreadyExists) throw;
+        const std::optional<FileFacts> facts = files.Look(path);
+        if (!facts || !facts->isFolder) throw;
+    }
+}
+
+// A folder on its way to being deleted: its sub-folders go first.
+struct OpenFolder {
+    std::size_t pathLength;
+    std::vector<std::wstring> subFolders;
+};
+
+// Deletes one tree. The path is one text that grows and shrinks with the depth, and the folders on
+// the way down are kept in a list of our own: trees can be thousands of levels deep.
+class TreeEraser {
+  public:
+    TreeEraser(FileSystem& files, std::wstring_view root, const std::function<void()>& yield)
+        : files_(files), yield_(yield), path_(root) {}
+
+    void Run() {
+        Enter();
+        while (!open_.empty()) {
+            OpenFolder& folder = open_.back();
+            path_.resize(folder.pathLength);
+            if (folder.subFolders.empty()) {
+                files_.EraseFolder(path_);
+                open_.pop_back();
+                Yield();
+            } else {
+                path_ += L'\\' + folder.subFolders.back();
+                folder.subFolders.pop_back();
+                Enter();
+            }
+        }
+    }
+
+  private:
+    // Lists the folder at path_ and deletes what is no folder. The listing ends before the first
+    // entry goes, since a listing need not be true while entries vanish under it.
+    void Enter() {
+        OpenFolder folder{path_.size(), {}};
+        std::vector<std::wstring> files;
+        std::vector<std::wstring> links;
+        files_.List(path_, [&](const FolderEntry& entry) {
+            auto& kind = !entry.isFolder ? files : entry.isLink ? links : folder.subFolders;
+            kind.emplace_back(entry.name);
+        });
+        for (const std::wstring& name : files) {
+            files_.EraseFile(path_ + L'\\' + name);
+            Yield();
+        }
+        for (const std::wstring& name : links) {
+            files_.EraseFolder(path_ + L'\\' + name);
+            Yield();
+        }
+        open_.push_back(std::move(folder));
+    }
+
+    void Yield() const {
+        if (yield_) yield_();
+    }
+
+    FileSystem& files_;
+    const std::function<void()>& yield_;
+    std::wstring path_;
+    std::vector<OpenFolder> open_;
+};
+
+}  // namespace
+
+void DeleteTree(FileSystem& files, std::wstring_view path, const std::function<void()>& yield) {
+    const std::optional<FileFacts> facts = files.Look(path);
+    if (!facts) return;
+    const std::wstring top = TidyPath(files, path);
+    // A path that came out wrong must never empty a whole drive.
+    if (top.size() <= RootLength(top)) Raise(error_number::kPermissionDenied, top);
+    if (facts->isFolder && !facts->isLink) {
+        TreeEraser(files, top, yield).Run();
+    } else {
+        if (facts->isFolder) {
+            files.EraseFolder(top);
+        } else {
+            files.EraseFile(top);
+        }
+        if (yield) yield();
+    }
+    // The system can report success for something that it did not delete.
+    if (files.Look(top)) Raise(error_number::kPermissionDenied, top);
+}
+
+void MakeFolders(FileSystem& files, std::wstring_view path) {
+    const std::wstring full = TidyPath(files, path);
+    const std::size_t rootLength = RootLength(full);
+    if (full.size() <= rootLength) {
+        if (!files.Look(full)) Raise(error_number::kPathNotFound, full);
+        return;
+    }
+    // Lengths of the paths that have to be made, the deepest first.
+    std::vector<std::size_t> missing;
+    std::wstring_view current = full;
+    while (current.size() > rootLength) {
+        const std::optional<FileFacts> facts = files.Look(current);
+        if (facts && facts->isFolder) break;
+        if (facts) Raise(error_number::kAlreadyExists, current);
+        missing.push_back(current.size());
+        current = current.substr(0, current.rfind(L'\\'));
+    }
+    for (; !missing.empty(); missing.pop_back()) {
+        MakeOneFolder(files, std::wstring_view(full).substr(0, missing.back()));
+    }
+}
+
+}  // namespace vw
