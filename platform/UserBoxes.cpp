@@ -13,13 +13,9 @@ constexpr int kMostSilentBoxes = 3;
 constexpr UINT kSilentBoxMilliseconds = 5000;
 constexpr UINT_PTR kCloseTimer = 0x5657;
 
-// The box that is about to show closes itself with this answer. A thread has one such box at most,
-// since nothing else runs while it is shown.
-thread_local int closingAnswer = 0;
-
 void CALLBACK CloseBox(HWND box, UINT, UINT_PTR timer, DWORD) {
     KillTimer(box, timer);
-    EndDialog(box, closingAnswer);
+    EndDialog(box, GetDlgItem(box, IDNO) != nullptr ? IDNO : IDOK);
 }
 
 // Sets the timer on the box itself as soon as it is activated, so that it goes with the box.
@@ -68,7 +64,6 @@ BoxAnswer UserBoxes::Silently(const BoxContent& content) {
     echo_(content.text);
     if (shown_ < kMostSilentBoxes && DesktopIsVisible()) {
         ++shown_;
-        closingAnswer = question ? IDNO : IDOK;
         const HHOOK hook = SetWindowsHookExW(WH_CBT, OnActivation, nullptr, GetCurrentThreadId());
         // Without the hook nothing would close the box, so it is not shown at all.
         if (hook != nullptr) {

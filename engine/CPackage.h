@@ -1,0 +1,158 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "engine/CommentLine.h"
+#include "engine/Destination.h"
+#include "engine/RunHost.h"
+#include "fsutil/CopyDates.h"
+#include "platform/ErrorTrap.h"
+#include "platform/FileSystem.h"
+#include "platform/ProgramState.h"
+#include "platform/System.h"
+
+namespace vw {
+
+struct RunText;
+struct SourceFolder;
+
+/// The backup engine. One for the whole program, made on first use. Every public procedure traps
+/// its own errors: it tells them and keeps what it has done so far.
+class CPackage final : public CopyDates {
+  public:
+    CPackage(System& system, ProgramState& state, RunHost& host);
+
+    /// Backs up every item of the current list that changed since its newest copy.
+    void BackupAll();
+
+    /// Backs up one item: location number, whether it is a folder, whether its sub-folders belong
+    /// to it, and the copy's path when the caller gives one (a safety copy: nothing is rotated and
+    /// the change test is left out).
+    void BackupPath(std::wstring_view sPath, std::int16_t iSP, bool bPathIsFolder, bool bSubFolder,
+                    std::wstring_view sPackage = {});
+
+    /// Takes the destination from the current list (an empty list is made when it is missing) and
+    /// checks it.
+    void GetBackupTo();
+
+    /// Tells the user that the destination folder is missing, and ends the program, when it is.
+    void ErrorOnBackupFolderNotExists();
+
+    /// The location number of an item: the smallest whose copy 1 is free or comes from the item's
+    /// own folder. Always 0 for a folder. -1 after an error, which has been told.
+    [[nodiscard]] std::int16_t LocationID(std::wstring_view path);
+
+    /// Shifts the copies of an item up by one; copy number N leaves the series. All or nothing:
+    /// when one cannot be moved the others go back. False after an error, which has been told.
+    bool RenamePackages(std::wstring_view sPath, std::int16_t iSP);
+
+    /// The comment file of a copy.
+    [[nodiscard]] static std::wstring PackageCommentFile(std::wstring_view copyPath);
+
+    /// The comment of a copy; empty when it has none.
+    [[nodiscard]] std::wstring PackageComment(std::wstring_view copyPath);
+
+    /// Stores the comment of a copy.
+    void PackageComment(std::wstring_view copyPath, std::wstring_view text);
+
+    [[nodiscard]] Date PackageDate(std::wstring_view copyPath) override;
+
+    /// The folder that a copy was made from; "??" when it is unknown or no longer exists.
+    [[nodiscard]] std::wstring PackageOriginalLocation(std::wstring_view copyPath);
+
+    /// Asks the work to stop at the next file. Harmless when none is going on.
+    void Abort() noexcept { state_.cancelRequested = true; }
+
+    /// Builds, step by step, the batch file for the external packer; the last step runs it through
+    /// `shellPath`.
+    void PackageBat_(std::wstring_view archive, std::wstring_view files,
+                     std::wstring_view workingFolder, bool continued, bool finished,
+                     const std::function<void(std::wstring_view)>& shellPath);
+
+  private:
+    /// What a backup has copied of its item.
+    struct CopyTally {
+        std::size_t copied = 0;
+        std::size_t failed = 0;
+        bool diskFull = false;
+    };
+
+    /// One copy of one item on its way to its place.
+    struct NewCopy {
+        std::wstring itemPath;
+        std::int16_t location = 0;
+        std::wstring place;    ///< where the copy belongs
+        bool inSeries = true;  ///< copy 1 of its series: the others are shifted up for it
+        Date newestDate = 0;
+        std::wstring entry;  ///< where it stands now
+        bool ready = false;  ///< whole: should this run die, a later one puts it in its place
+    };
+
+    /// Keeps the destination of the state locked as long as it lives.
+    class Visit;
+    enum class Entrance { Entered, Cancelled, Refused };
+    /// Undone: nothing has changed. Broken: some copies could not even go back.
+    enum class Rotation { Done, Undone, Broken };
+
+    // The run (CPackageRun.cpp).
+    [[nodiscard]] std::wstring ReadCurrentList();
+    bool BackUpListItem(std::wstring_view line);
+    [[nodiscard]] Entrance EnterDestination();
+    [[nodiscard]] Entrance WaitForDestination();
+
+    // One item (CPackageItem.cpp).
+    void BackUpItem(std::wstring_view path, std::int16_t location, bool isFolder, bool subFolders,
+                    std::wstring_view givenCopy);
+    [[nodiscard]] bool IsRefused(std::wstring_view path);
+    void CheckFreeSpace(std::wstring_view path);
+    void MakeCopy(NewCopy& copy, bool isFolder, bool subFolders, bool mayRotate);
+
+    // Copying (CPackageCopy.cpp).
+    void BackupFolder(std::wstring_view sPackage, std::wstring_view folder, std::wstring_view root,
+                      bool bSubFolder, CopyTally& tally);
+    void BackupFile(std::wstring_view destination, std::wstring_view source, CopyTally& tally);
+    void CheckFolderCopy(const std::wstring& copyFolder, const std::wstring& folder,
+                         const SourceFolder& source, CopyTally& tally);
+    void CheckFileCopy(const std::wstring& copy, const std::wstring& source,
+                       std::uint64_t sourceSize, CopyTally& tally);
+
+    // Placing (CPackagePlace.cpp).
+    [[nodiscard]] bool PlaceCopy(NewCopy& copy, bool mayRotate);
+    void FinishReadyCopy(std::wstring_view path, std::int16_t location, std::wstring_view place);
+    void TakePlace(const NewCopy& copy, const std::wstring& comment);
+    [[nodiscard]] std::wstring PrepareComment(const NewCopy& copy);
+    void Remove(std::wstring_view path) noexcept;
+
+    // Rotation (CPackageRotation.cpp).
+    [[nodiscard]] Rotation Rotate(std::wstring_view path, std::int16_t location);
+    void ShiftCopies(std::wstring_view path, std::int16_t location, int last, Rotation& outcome);
+    [[nodiscard]] bool MoveBack(const std::vector<std::pair<std::wstring, std::wstring>>& moved);
+    [[nodiscard]] int LowestGap(std::wstring_view path, std::int16_t location);
+    void RemoveEmptyParents(std::wstring_view copyPath);
+
+    // Questions (CPackage.cpp, CPackageComment.cpp).
+    [[nodiscard]] bool CopyStands(std::wstring_view copyPath);
+    [[nodiscard]] std::int16_t FindLocation(std::wstring_view path);
+    [[nodiscard]] std::wstring ReadComment(std::wstring_view copyPath);
+    [[nodiscard]] std::wstring OriginalLocation(std::wstring_view comment);
+
+    void MoveEntry(std::wstring_view from, std::wstring_view to);
+    void Tell(const RunText& text, std::wstring_view path);
+
+    System& system_;
+    ProgramState& state_;
+    RunHost& host_;
+    DateSeparators separators_;
+    FileSystem::CopyProgress duringCopy_;
+    bool visiting_ = false;
+    std::unique_ptr<Destination> destination_;
+    std::wstring refusedDestination_;
+};
+
+}  // namespace vw

@@ -1,0 +1,75 @@
+#include "engine/CPackage.h"
+#include "engine/EngineProcedure.h"
+#include "engine/NameEncoding.h"
+#include "fsutil/NewestDate.h"
+#include "fsutil/PathText.h"
+#include "platform/AnsiCodec.h"
+#include "platform/EventPump.h"
+
+namespace vw {
+
+namespace {
+
+constexpr std::wstring_view kUnknownLocation = L"??";
+
+}  // namespace
+
+std::wstring CPackage::PackageCommentFile(std::wstring_view copyPath) {
+    std::wstring path(copyPath);
+    MFileDosShell::QuoteRmove(path);
+    if (path.ends_with(L'\\')) path.pop_back();
+    return path.append(kCommentExtension);
+}
+
+std::wstring CPackage::PackageComment(std::wstring_view copyPath) {
+    std::wstring line;
+    Trapped(system_.errors, EngineProcedure(L"PackageComment"),
+            [&] { line = ReadComment(copyPath); });
+    return line;
+}
+
+void CPackage::PackageComment(std::wstring_view copyPath, std::wstring_view text) {
+    Trapped(system_.errors, EngineProcedure(L"PackageComment"), [&] {
+        const std::wstring file = PackageCommentFile(copyPath);
+        const std::wstring inTheMaking = file + L".tmp";
+        system_.files.Write(inTheMaking, system_.ansi.Encode(text) + "\r\n", FileSystem::Flush::No);
+        system_.files.Replace(inTheMaking, file);
+    });
+}
+
+std::wstring CPackage::ReadComment(std::wstring_view copyPath) {
+    const std::wstring file = PackageCommentFile(copyPath);
+    const auto facts = system_.files.Look(file);
+    if (!facts || facts->isFolder) return {};
+    return FirstLine(system_.ansi.Decode(system_.files.Read(file)));
+}
+
+Date CPackage::PackageDate(std::wstring_view copyPath) {
+    Date date = kMissingDate;
+    Trapped(system_.errors, EngineProcedure(L"PackageDate"), [&] {
+        if (const auto field = CommentDateField(PackageComment(copyPath))) {
+            date = ReadCommentDate(EnglishNameOrigin(*field, system_.ansi));
+        } else {
+            date =
+                NewestFileDate(system_.files, copyPath, [this] { system_.pump.DoEventsIfDue(); });
+        }
+    });
+    return date;
+}
+
+std::wstring CPackage::PackageOriginalLocation(std::wstring_view copyPath) {
+    std::wstring location(kUnknownLocation);
+    Trapped(system_.errors, EngineProcedure(L"PackageOriginalLocation"),
+            [&] { location = OriginalLocation(ReadComment(copyPath)); });
+    return location;
+}
+
+std::wstring CPackage::OriginalLocation(std::wstring_view comment) {
+    const auto field = CommentLocationField(comment);
+    if (!field) return std::wstring(kUnknownLocation);
+    std::wstring folder = EnglishNameOrigin(*field, system_.ansi);
+    const auto facts = system_.files.Look(folder);
+    return facts && facts->isFolder ? folder : std::wstring(kUnknownLocation);
+}
+
+}  // namespace vw

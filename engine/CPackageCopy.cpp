@@ -1,0 +1,113 @@
+#include <unordered_map>
+
+#include "engine/CPackage.h"
+#include "engine/EngineProcedure.h"
+#include "engine/RunTexts.h"
+#include "engine/SourceFolder.h"
+#include "fsutil/PathText.h"
+#include "platform/EventPump.h"
+#include "platform/RuntimeError.h"
+
+namespace vw {
+
+namespace {
+
+std::wstring WithSeparator(std::wstring_view path) {
+    std::wstring text(path);
+    if (!text.ends_with(L'\\')) text += L'\\';
+    return text;
+}
+
+}  // namespace
+
+void CPackage::BackupFolder(std::wstring_view sPackage, std::wstring_view folder,
+                            std::wstring_view root, bool bSubFolder, CopyTally& tally) {
+    const std::wstring from = WithSeparator(folder);
+    const std::wstring to = WithSeparator(sPackage) + from.substr(WithSeparator(root).size());
+    SourceFolder source;
+    const bool read = Trapped(system_.errors, EngineProcedure(L"BackupFolder"), [&] {
+        source = ReadSourceFolder(system_.files, from);
+        system_.files.MakeFolder(to);
+    });
+    if (!read) {
+        ++tally.failed;
+        return;
+    }
+    for (const std::wstring& name : source.links) Tell(run_text::kLinkLeftOut, from + name);
+    for (SourceFile& file : source.files) {
+        if (state_.cancelRequested || tally.diskFull) break;
+        const std::size_t copiedBefore = tally.copied;
+        BackupFile(to + file.name, from + file.name, tally);
+        file.copied = tally.copied > copiedBefore;
+        system_.pump.DoEventsIfDue();
+    }
+    CheckFolderCopy(to, from, source, tally);
+    if (!bSubFolder) return;
+    for (const std::wstring& name : source.folders) {
+        if (state_.cancelRequested || tally.diskFull) return;
+        BackupFolder(sPackage, from + name, root, true, tally);
+        system_.pump.DoEventsIfDue();
+    }
+}
+
+void CPackage::BackupFile(std::wstring_view destination, std::wstring_view source,
+                          CopyTally& tally) {
+    const bool copied = Trapped(system_.errors, EngineProcedure(L"BackupFile"), [&] {
+        host_.Msg(L"Backing:", source, {}, false, false, false);
+        try {
+            system_.files.Copy(source, destination, duringCopy_);
+        } catch (const RuntimeError& error) {
+            tally.diskFull = error.Number() == error_number::kDiskFull;
+            throw;
+        }
+    });
+    ++(copied ? tally.copied : tally.failed);
+}
+
+// The copy call may report success for a file that it cut short, so every length is looked at once
+// more, in one listing for the whole folder.
+void CPackage::CheckFolderCopy(const std::wstring& copyFolder, const std::wstring& folder,
+                               const SourceFolder& source, CopyTally& tally) {
+    if (tally.diskFull || source.files.empty()) return;
+    std::unordered_map<std::wstring, std::uint64_t> sizes;
+    sizes.reserve(source.files.size());
+    const bool listed = Trapped(system_.errors, EngineProcedure(L"BackupFolder"), [&] {
+        system_.files.List(copyFolder, [&](const FolderEntry& entry) {
+            if (!entry.isFolder) sizes.emplace(entry.name, entry.size);
+        });
+    });
+    for (const SourceFile& file : source.files) {
+        if (!file.copied) continue;
+        const auto copy = sizes.find(file.name);
+        if (copy != sizes.end() && copy->second == file.size) continue;
+        if (!listed) {
+            --tally.copied;
+            ++tally.failed;
+            continue;
+        }
+        CheckFileCopy(copyFolder + file.name, folder + file.name, file.size, tally);
+    }
+}
+
+// A log grows while it is copied: a source that changed is told, and its copy counts. Any other
+// difference makes it a failed copy, and what there is of it is removed.
+void CPackage::CheckFileCopy(const std::wstring& copy, const std::wstring& source,
+                             std::uint64_t sourceSize, CopyTally& tally) {
+    const bool whole = Trapped(system_.errors, EngineProcedure(L"BackupFile"), [&] {
+        const auto copied = system_.files.Look(copy);
+        if (copied && copied->size == sourceSize) return;
+        const auto now = system_.files.Look(source);
+        if (copied && (!now || now->size != sourceSize)) {
+            Tell(run_text::kChangedMeanwhile, source);
+            return;
+        }
+        if (copied) Remove(copy);
+        tally.diskFull = system_.files.FreeSpace(state_.BackupTo) < sourceSize;
+        Raise(tally.diskFull ? error_number::kDiskFull : error_number::kDeviceError, source);
+    });
+    if (whole) return;
+    --tally.copied;
+    ++tally.failed;
+}
+
+}  // namespace vw

@@ -1,0 +1,135 @@
+#include "engine/CPackage.h"
+#include "engine/CopyName.h"
+#include "engine/DestinationVisit.h"
+#include "engine/EngineProcedure.h"
+#include "engine/RunTexts.h"
+#include "fsutil/FileQueries.h"
+#include "platform/EventPump.h"
+#include "platform/ExitStatus.h"
+#include "platform/Like.h"
+#include "platform/RuntimeError.h"
+#include "platform/SystemPath.h"
+
+namespace vw {
+
+namespace {
+
+// Room that a drive keeps besides the item itself.
+constexpr double kSpareBytes = 50.0 * 1024 * 1024;
+
+// A name with a ":" behind the drive would open a stream of another file instead of a copy.
+void RefuseImpossibleName(std::wstring_view copyPath) {
+    const bool wildcard = copyPath.find_first_of(L"*?\"<>|") != std::wstring_view::npos;
+    if (wildcard || copyPath.find(L':', 2) != std::wstring_view::npos) {
+        Raise(error_number::kBadName, copyPath);
+    }
+}
+
+}  // namespace
+
+void CPackage::BackupPath(std::wstring_view sPath, std::int16_t iSP, bool bPathIsFolder,
+                          bool bSubFolder, std::wstring_view sPackage) {
+    Trapped(system_.errors, EngineProcedure(L"BackupPath"), [&] {
+        state_.cancelRequested = false;
+        system_.pump.DoEventsIfDue();
+        const std::wstring_view path =
+            sPath.ends_with(L"\\*") ? sPath.substr(0, sPath.size() - 2) : sPath;
+        ErrorOnBackupFolderNotExists();
+        const Visit visit(*this);
+        if (EnterDestination() != Entrance::Entered) return;
+        BackUpItem(path, iSP, bPathIsFolder, bSubFolder, sPackage);
+    });
+}
+
+void CPackage::BackUpItem(std::wstring_view path, std::int16_t location, bool isFolder,
+                          bool subFolders, std::wstring_view givenCopy) {
+    const auto facts = system_.files.Look(path);
+    if (facts && IsRefused(path)) {
+        system_.exitStatus.Note(error_number::kAccessError);
+        host_.Report(L"لا يمكن نسخ المسار التالي إلى المجلد المحدد", false);
+        host_.Report(path, true);
+        return;
+    }
+    if (!facts) {
+        system_.exitStatus.Note(isFolder ? error_number::kPathNotFound
+                                         : error_number::kFileNotFound);
+        host_.Report(L"تأكد من توفر المجلد التالي", false);
+        host_.Report(path, true);
+    }
+    NewCopy copy{.itemPath = std::wstring(path),
+                 .location = location,
+                 .place = std::wstring(givenCopy),
+                 .inSeries = givenCopy.empty(),
+                 .newestDate = MFileDosShell::PathDate(system_, *this, path),
+                 .entry = {}};
+    bool mayRotate = copy.inSeries;
+    if (copy.inSeries) {
+        copy.place = CFilePackageName(path, 1, location, state_.BackupTo);
+        RefuseImpossibleName(copy.place);
+        FinishReadyCopy(path, location, copy.place);
+        const Date copyDate = CopyStands(copy.place) ? PackageDate(copy.place) : kMissingDate;
+        CheckFreeSpace(path);
+        if (copyDate == copy.newestDate) {
+            host_.Report(L"No change since last backup for the path:", false);
+            host_.Report(path, true);
+            return;
+        }
+        // The copies make room when the new one stands, so that a copy that fails costs none of
+        // them. Here and now they do it for a vanished item, and a count of 0 is refused.
+        if (!facts || state_.copiesCount <= 0) {
+            const bool rotated = RenamePackages(path, location);
+            mayRotate = false;
+            if (!facts && !rotated && state_.copiesCount > 0) return;
+        }
+    }
+    host_.Report(L"Backing: " + copy.itemPath, false);
+    if (isFolder && !(facts && facts->isFolder)) Raise(error_number::kPathNotFound, path);
+    MakeCopy(copy, isFolder, subFolders, mayRotate);
+}
+
+void CPackage::MakeCopy(NewCopy& copy, bool isFolder, bool subFolders, bool mayRotate) {
+    copy.entry = destination_->WorkingPath(WorkingState::New, copy.itemPath, copy.place);
+    Remove(copy.entry);
+    CopyTally tally;
+    try {
+        if (isFolder) {
+            BackupFolder(copy.entry, copy.itemPath, copy.itemPath, subFolders, tally);
+        } else {
+            BackupFile(copy.entry, copy.itemPath, tally);
+        }
+        const bool cancelled = state_.cancelRequested;
+        const bool nothing = tally.copied == 0 && (!isFolder || tally.failed > 0 || cancelled);
+        if (nothing || tally.diskFull) {
+            Remove(copy.entry);
+            return;
+        }
+        if (!PlaceCopy(copy, mayRotate)) return;
+        if (cancelled) {
+            Tell(run_text::kIncomplete, copy.itemPath);
+        } else {
+            host_.Report(L"\tDone.", false);
+        }
+    } catch (const RuntimeError&) {
+        if (!copy.ready) Remove(copy.entry);
+        throw;
+    }
+}
+
+// The destination and the item act as patterns, so an item that merely begins like the destination
+// is refused too. The second look is for names that hold pattern characters.
+bool CPackage::IsRefused(std::wstring_view path) {
+    const std::wstring& destination = state_.BackupTo;
+    return Like(path, destination + L"*") || Like(destination, std::wstring(path) + L"*") ||
+           PathContains(destination, path) || PathContains(path, destination);
+}
+
+// For a folder only the files directly in it count; a destination that is no fixed disk is not
+// asked, the drive of the temporary folder stands in for it.
+void CPackage::CheckFreeSpace(std::wstring_view path) {
+    const double needed = kSpareBytes + static_cast<double>(MFileDosShell::PathSize(system_, path));
+    const bool fixed = MFileDosShell::FolderOnFixedDrive(system_, state_.BackupTo);
+    MFileDosShell::FolderFreeSpace(
+        system_, fixed ? state_.BackupTo : MFileDosShell::TempPath(system_, {}, false), needed);
+}
+
+}  // namespace vw

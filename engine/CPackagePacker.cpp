@@ -1,0 +1,30 @@
+#include "engine/CPackage.h"
+#include "engine/EngineProcedure.h"
+#include "engine/PackerBatch.h"
+#include "platform/AnsiCodec.h"
+
+namespace vw {
+
+void CPackage::PackageBat_(std::wstring_view archive, std::wstring_view files,
+                           std::wstring_view workingFolder, bool continued, bool finished,
+                           const std::function<void(std::wstring_view)>& shellPath) {
+    Trapped(system_.errors, EngineProcedure(L"PackageBat_"), [&] {
+        const std::wstring& folder = state_.applicationFolder;
+        const PackerFiles own = PackerFilesIn(folder);
+        FileSystem& disk = system_.files;
+        std::string batch;
+        if (!continued) {
+            if (disk.Look(own.cancelMarker)) disk.EraseFile(own.cancelMarker);
+            batch = system_.ansi.Encode(PackerBatchStart(folder));
+        } else {
+            batch = disk.Read(own.batch) +
+                    system_.ansi.Encode(
+                        finished ? PackerBatchEnd()
+                                 : PackerBatchStep(folder, archive, files, workingFolder));
+        }
+        disk.Write(own.batch, batch, FileSystem::Flush::No);
+        if (continued && finished) shellPath(own.batch);
+    });
+}
+
+}  // namespace vw

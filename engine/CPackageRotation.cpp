@@ -1,0 +1,97 @@
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+#include "engine/CPackage.h"
+#include "engine/CopyName.h"
+#include "engine/DestinationVisit.h"
+#include "engine/EngineProcedure.h"
+#include "fsutil/PathText.h"
+#include "fsutil/TreeWork.h"
+#include "platform/RuntimeError.h"
+
+namespace vw {
+
+bool CPackage::RenamePackages(std::wstring_view sPath, std::int16_t iSP) {
+    const Visit visit(*this);
+    return Rotate(sPath, iSP) == Rotation::Done;
+}
+
+CPackage::Rotation CPackage::Rotate(std::wstring_view path, std::int16_t location) {
+    Rotation rotation = Rotation::Undone;
+    Trapped(system_.errors, EngineProcedure(L"RenamePackages"), [&] {
+        if (state_.copiesCount <= 0) Raise(error_number::kZeroCopyNumber, path);
+        if (EnterDestination() != Entrance::Entered) return;
+        ShiftCopies(path, location, state_.copiesCount, rotation);
+    });
+    return rotation;
+}
+
+// Copy `last` leaves the series, the copies below it move up by one. At the first one that cannot
+// be moved all go back: a locked copy must not cost the user another one at every run.
+void CPackage::ShiftCopies(std::wstring_view path, std::int16_t location, int last,
+                           Rotation& outcome) {
+    const auto copyName = [&](int number) {
+        return CFilePackageName(path, number, location, state_.BackupTo);
+    };
+    std::vector<std::pair<std::wstring, std::wstring>> moved;
+    const auto move = [&](const std::wstring& from, const std::wstring& to) {
+        MoveEntry(from, to);
+        moved.emplace_back(from, to);
+    };
+    std::wstring leaving;
+    try {
+        if (last > 0 && CopyStands(copyName(last))) {
+            leaving = destination_->WorkingPath(WorkingState::Old, path, copyName(last));
+            move(copyName(last), leaving);
+        }
+        for (int number = last - 1; number >= 1; --number) {
+            const std::wstring from = copyName(number);
+            if (!CopyStands(from)) continue;
+            const std::wstring to = copyName(number + 1);
+            MakeFolders(system_.files, MFileDosShell::CFileLocation(to));
+            move(from, to);
+        }
+    } catch (const RuntimeError&) {
+        outcome = MoveBack(moved) ? Rotation::Undone : Rotation::Broken;
+        throw;
+    }
+    outcome = Rotation::Done;
+    if (!leaving.empty()) Remove(leaving);
+    for (const auto& [from, to] : moved) RemoveEmptyParents(from);
+}
+
+bool CPackage::MoveBack(const std::vector<std::pair<std::wstring, std::wstring>>& moved) {
+    try {
+        for (auto step = moved.rbegin(); step != moved.rend(); ++step) {
+            MoveEntry(step->second, step->first);
+        }
+        return true;
+    } catch (const RuntimeError&) {
+        return false;
+    }
+}
+
+int CPackage::LowestGap(std::wstring_view path, std::int16_t location) {
+    int number = 1;
+    while (number < state_.copiesCount &&
+           CopyStands(CFilePackageName(path, number, location, state_.BackupTo))) {
+        ++number;
+    }
+    return std::min<int>(number, state_.copiesCount);
+}
+
+// Copies of items below a dotted folder stand in folders of their own, which go with them.
+void CPackage::RemoveEmptyParents(std::wstring_view copyPath) {
+    std::wstring folder = MFileDosShell::CFileLocation(copyPath);
+    try {
+        while (folder.size() > destination_->Folder().size()) {
+            system_.files.EraseFolder(folder);
+            folder = MFileDosShell::CFileLocation(folder);
+        }
+    } catch (const RuntimeError&) {
+        // It holds something else, most often the comment of copy 1.
+    }
+}
+
+}  // namespace vw

@@ -1,0 +1,120 @@
+#include "engine/CPackage.h"
+#include "engine/DestinationVisit.h"
+#include "engine/EngineProcedure.h"
+#include "engine/RunTexts.h"
+#include "list/format/FieldReader.h"
+#include "list/format/ListLine.h"
+#include "list/format/ListText.h"
+#include "platform/Clock.h"
+#include "platform/Conversions.h"
+#include "platform/EventPump.h"
+#include "platform/ExitStatus.h"
+#include "platform/RuntimeError.h"
+
+namespace vw {
+
+namespace {
+
+constexpr std::uint64_t kSilentPatience = 10ULL * 60 * 1000;
+constexpr unsigned kLockPollMilliseconds = 100;
+
+// A count that is no number is passed over: a run must not die on it.
+void TakeCopiesCount(std::wstring_view value, std::int16_t& count) {
+    try {
+        count = CInt(value);
+    } catch (const RuntimeError&) {
+    }
+}
+
+}  // namespace
+
+void CPackage::BackupAll() {
+    Trapped(system_.errors, EngineProcedure(L"BackupAll"), [&] {
+        state_.cancelRequested = false;
+        refusedDestination_.clear();
+        const std::wstring text = ReadCurrentList();
+        const Visit visit(*this);
+        FieldReader fields(text);
+        while (!fields.AtEnd()) {
+            system_.pump.DoEvents();
+            if (state_.cancelRequested) {
+                system_.exitStatus.Note(error_number::kCancelled);
+                host_.Ready(true);
+                return;
+            }
+            const ListLine line = ReadListLine(fields.Next());
+            switch (line.kind) {
+                case ListLineKind::Destination:
+                    state_.BackupTo = line.value;
+                    ErrorOnBackupFolderNotExists();
+                    break;
+                case ListLineKind::CopiesCount:
+                    TakeCopiesCount(line.value, state_.copiesCount);
+                    break;
+                case ListLineKind::Item:
+                    if (!BackUpListItem(line.value)) return;
+                    break;
+                case ListLineKind::Empty:
+                    break;
+            }
+        }
+        host_.BusyHide(true);
+    });
+}
+
+// False when the run ends here. On a cancel neither Ready nor BusyHide is called: closing the busy
+// dialog, which is how a cancel comes, has done both.
+bool CPackage::BackUpListItem(std::wstring_view line) {
+    const ItemKind kind = ItemKindOf(line);
+    Entrance entrance = Entrance::Refused;
+    Trapped(system_.errors, EngineProcedure(L"BackupAll"), [&] { entrance = EnterDestination(); });
+    if (entrance == Entrance::Entered) {
+        const std::int16_t location = LocationID(line);
+        if (location >= 0 && !state_.cancelRequested) {
+            BackupPath(line, location, kind != ItemKind::File, kind == ItemKind::Folder);
+        }
+    }
+    if (!state_.cancelRequested) return true;
+    system_.exitStatus.Note(error_number::kCancelled);
+    return false;
+}
+
+std::wstring CPackage::ReadCurrentList() {
+    if (!system_.files.Look(state_.currentListPath)) {
+        system_.files.Write(state_.currentListPath, {}, FileSystem::Flush::Yes);
+    }
+    return DecodeList(system_.files.Read(state_.currentListPath), system_.ansi);
+}
+
+// Two runs on one destination would rotate each other's copies away, so they take turns. A
+// destination that could not be had is told once, not again for each of its items.
+CPackage::Entrance CPackage::EnterDestination() {
+    if (destination_ && destination_->Folder() == state_.BackupTo) return Entrance::Entered;
+    destination_.reset();
+    if (!refusedDestination_.empty() && refusedDestination_ == state_.BackupTo) {
+        return Entrance::Refused;
+    }
+    refusedDestination_ = state_.BackupTo;
+    const Entrance entrance = WaitForDestination();
+    if (entrance != Entrance::Refused) refusedDestination_.clear();
+    return entrance;
+}
+
+CPackage::Entrance CPackage::WaitForDestination() {
+    auto destination = std::make_unique<Destination>(system_, state_.BackupTo);
+    const std::uint64_t start = system_.clock.Milliseconds();
+    for (bool told = false; !destination->TryEnter(); told = true) {
+        if (!told) Tell(run_text::kWaiting, state_.BackupTo);
+        system_.pump.WaitForEvents(kLockPollMilliseconds);
+        if (state_.cancelRequested) return Entrance::Cancelled;
+        if (state_.silentRun && system_.clock.Milliseconds() - start >= kSilentPatience) {
+            system_.exitStatus.Note(error_number::kDestinationBusy);
+            Tell(run_text::kGivenUp, state_.BackupTo);
+            return Entrance::Refused;
+        }
+    }
+    destination_ = std::move(destination);
+    return Entrance::Entered;
+}
+
+}  // namespace vw

@@ -1,0 +1,95 @@
+#include "engine/Destination.h"
+
+#include <vector>
+
+#include "engine/CommentLine.h"
+#include "fsutil/PathText.h"
+#include "fsutil/TreeWork.h"
+#include "platform/EventPump.h"
+#include "platform/FileSystem.h"
+#include "platform/RuntimeError.h"
+#include "platform/TextCase.h"
+
+namespace vw {
+
+namespace {
+
+// A comment in the making stands beside its copy in the making.
+std::wstring_view WithoutCommentExtension(std::wstring_view name) {
+    if (name.ends_with(kCommentExtension)) name.remove_suffix(kCommentExtension.size());
+    return name;
+}
+
+}  // namespace
+
+Destination::Destination(System& system, std::wstring_view folder)
+    : system_(system), folder_(folder), lock_(L"destination", folder), self_(ThisProcess()) {}
+
+bool Destination::TryEnter() {
+    if (!lock_.TryTake()) return false;
+    Learn();
+    return true;
+}
+
+void Destination::Learn() {
+    std::vector<std::wstring> leftOvers;
+    system_.files.List(folder_, [&](const FolderEntry& entry) {
+        entries_.insert(NameKey(entry.name));
+        const auto name = ParseWorkingName(WithoutCommentExtension(entry.name));
+        if (!name || (name->owner != self_ && !IsGone(name->owner))) return;
+        if (name->state == WorkingState::Ready && !entry.name.ends_with(kCommentExtension)) {
+            ready_[name->item] = {folder_ + L"\\" + std::wstring(entry.name), name->date,
+                                  name->copy};
+        } else {
+            leftOvers.emplace_back(entry.name);
+        }
+        system_.pump.DoEventsIfDue();
+    });
+    for (const std::wstring& name : leftOvers) Clean(name);
+}
+
+// What cannot be removed now (a virus scanner may hold it) is tried again by the next run.
+void Destination::Clean(std::wstring_view entryName) {
+    try {
+        DeleteTree(system_.files, folder_ + L"\\" + std::wstring(entryName),
+                   [this] { system_.pump.DoEventsIfDue(); });
+    } catch (const RuntimeError&) {
+    }
+}
+
+bool Destination::MayHold(std::wstring_view copyPath) const {
+    if (copyPath.size() <= folder_.size() + 1) return true;
+    // A copy of an item below a dotted folder lies deeper; its topmost folder decides.
+    std::wstring_view name = copyPath.substr(folder_.size() + 1);
+    name = name.substr(0, name.find(L'\\'));
+    return entries_.contains(NameKey(name));
+}
+
+void Destination::Added(std::wstring_view path) {
+    std::wstring_view name = path.substr(folder_.size() + 1);
+    entries_.insert(NameKey(name.substr(0, name.find(L'\\'))));
+}
+
+std::wstring Destination::WorkingPath(WorkingState state, std::wstring_view itemPath,
+                                      std::wstring_view copyPath, Date date) const {
+    const WorkingName name{state, NameKey(itemPath), NameKey(copyPath), date, self_};
+    return folder_ + L"\\" + FormatWorkingName(name, MFileDosShell::CFileFirstName(itemPath));
+}
+
+const ReadyCopy* Destination::ReadyOf(std::wstring_view itemPath) const {
+    const auto found = ready_.find(NameKey(itemPath));
+    return found == ready_.end() ? nullptr : &found->second;
+}
+
+void Destination::Finished(std::wstring_view itemPath) { ready_.erase(NameKey(itemPath)); }
+
+bool Destination::AwaitedByOther(std::wstring_view copyPath, std::wstring_view itemPath) const {
+    const std::uint64_t item = NameKey(itemPath);
+    const std::uint64_t copy = NameKey(copyPath);
+    for (const auto& [owner, ready] : ready_) {
+        if (owner != item && ready.copy == copy) return true;
+    }
+    return false;
+}
+
+}  // namespace vw

@@ -1,0 +1,66 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <string>
+#include <string_view>
+#include <unordered_set>
+
+#include "engine/WorkingName.h"
+#include "platform/NamedLock.h"
+#include "platform/System.h"
+
+namespace vw {
+
+/// A whole copy that a run was killed over before it stood in its place.
+struct ReadyCopy {
+    std::wstring path;
+    Date date = 0;           ///< newest date of the item, for the comment
+    std::uint64_t copy = 0;  ///< NameKey of the copy-1 path that it was made for
+};
+
+/// A destination while a run works in it: locked against every other run on this computer, cleared
+/// of what dead runs left behind, and its entries known, so that asking for a copy that does not
+/// exist costs nothing however many copies there are.
+class Destination {
+  public:
+    /// `folder` must exist when Enter is called.
+    Destination(System& system, std::wstring_view folder);
+
+    [[nodiscard]] const std::wstring& Folder() const noexcept { return folder_; }
+
+    /// Takes the lock if nobody has it; the first success also cleans and learns the folder.
+    [[nodiscard]] bool TryEnter();
+
+    /// False when certainly nothing stands at `copyPath`; true when the disk has to be asked.
+    [[nodiscard]] bool MayHold(std::wstring_view copyPath) const;
+
+    /// Tells that something now stands at `path`.
+    void Added(std::wstring_view path);
+
+    /// Path of a working entry of this process for an item and a copy of it.
+    [[nodiscard]] std::wstring WorkingPath(WorkingState state, std::wstring_view itemPath,
+                                           std::wstring_view copyPath, Date date = 0) const;
+
+    /// The ready copy of an item that an earlier run left; nothing when there is none.
+    [[nodiscard]] const ReadyCopy* ReadyOf(std::wstring_view itemPath) const;
+
+    /// Forgets the ready copy of an item: it stands in its place now.
+    void Finished(std::wstring_view itemPath);
+
+    /// Whether a ready copy of another item waits for the place `copyPath`.
+    [[nodiscard]] bool AwaitedByOther(std::wstring_view copyPath, std::wstring_view itemPath) const;
+
+  private:
+    void Learn();
+    void Clean(std::wstring_view entryName);
+
+    System& system_;
+    std::wstring folder_;
+    NamedLock lock_;
+    ProcessTag self_;
+    std::unordered_set<std::uint64_t> entries_;
+    std::map<std::uint64_t, ReadyCopy> ready_;
+};
+
+}  // namespace vw

@@ -1,0 +1,19 @@
+#include "engine/SourceFolder.h"
+
+namespace vw {
+
+SourceFolder ReadSourceFolder(FileSystem& files, std::wstring_view folder) {
+    SourceFolder source;
+    files.List(folder, [&](const FolderEntry& entry) {
+        if (!entry.isFolder) {
+            source.files.push_back({std::wstring(entry.name), entry.size});
+        } else if (entry.isLink) {
+            source.links.emplace_back(entry.name);
+        } else {
+            source.folders.emplace_back(entry.name);
+        }
+    });
+    return source;
+}
+
+}  // namespace vw

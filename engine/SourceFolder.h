@@ -1,0 +1,29 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/FileSystem.h"
+
+namespace vw {
+
+/// A file of a source folder as its listing told it.
+struct SourceFile {
+    std::wstring name;
+    std::uint64_t size = 0;
+    bool copied = false;
+};
+
+/// What a backup finds in one folder.
+struct SourceFolder {
+    std::vector<SourceFile> files;
+    std::vector<std::wstring> folders;
+    std::vector<std::wstring> links;  ///< folders that are links: a backup leaves them out
+};
+
+/// Lists a folder once. Raises what FileSystem::List raises.
+[[nodiscard]] SourceFolder ReadSourceFolder(FileSystem& files, std::wstring_view folder);
+
+}  // namespace vw

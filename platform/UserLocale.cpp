@@ -1,0 +1,26 @@
+#include "platform/UserLocale.h"
+
+#include <array>
+
+#include "platform/WindowsHeader.h"
+
+namespace vw {
+
+namespace {
+
+std::wstring LocaleText(LCTYPE type) {
+    std::array<wchar_t, 16> text{};
+    const int length =
+        GetLocaleInfoEx(LOCALE_NAME_USER_DEFAULT, type, text.data(), static_cast<int>(text.size()));
+    return length == 0 ? std::wstring() : std::wstring(text.data());
+}
+
+}  // namespace
+
+std::wstring UserDateSeparator() { return LocaleText(LOCALE_SDATE); }
+
+std::wstring UserTimeSeparator() { return LocaleText(LOCALE_STIME); }
+
+std::wstring UserDecimalSign() { return LocaleText(LOCALE_SDECIMAL); }
+
+}  // namespace vw
