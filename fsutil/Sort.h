@@ -1,0 +1,14 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "platform/EventPump.h"
+
+namespace vw::MFileDosShell {
+
+/// Sorts ascending without regard to case, in place; the order of texts that differ in case only is
+/// not fixed. Messages are processed meanwhile, during which `texts` still stands as it was.
+void Sort(std::vector<std::wstring>& texts, EventPump& pump);
+
+}  // namespace vw::MFileDosShell
