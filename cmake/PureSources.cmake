@@ -22,4 +22,20 @@ set(PURE_SOURCES
 )
 
 set(PURE_TESTS
+    tests/app/CommandLineTest.cpp
+    tests/engine/CommentLineTest.cpp
+    tests/engine/CopyNameTest.cpp
+    tests/engine/NameEncodingTest.cpp
+    tests/engine/WorkingNameTest.cpp
+    tests/fsutil/PathTextTest.cpp
+    tests/fsutil/SizeTextTest.cpp
+    tests/list/format/FieldReaderTest.cpp
+    tests/list/format/ListLineTest.cpp
+    tests/list/format/ListTextTest.cpp
+    tests/platform/DateTest.cpp
+    tests/platform/LikeTest.cpp
+    tests/platform/RuntimeErrorTest.cpp
+    tests/platform/TextCaseTest.cpp
+    tests/platform/Utf8Test.cpp
+    tests/platform/ValTest.cpp
 )

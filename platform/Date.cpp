@@ -54,7 +54,8 @@ Date MakeDate(const DateParts& parts) {
 
 DateParts PartsOf(Date date) noexcept {
     const std::int64_t day = FloorDivide(date, kSecondsPerDay);
-    const std::int64_t second = date - day * kSecondsPerDay;
+    const std::int64_t remainder = date % kSecondsPerDay;
+    const std::int64_t second = remainder < 0 ? remainder + kSecondsPerDay : remainder;
 
     const std::int64_t dayFromMarch = day + kEpochDay;
     const std::int64_t era = FloorDivide(dayFromMarch, kDaysPerEra);

@@ -1,0 +1,185 @@
+#include "engine/WorkingName.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+#include "platform/Like.h"
+
+namespace vw {
+
+void PrintTo(const WorkingName& name, std::ostream* out) {
+    *out << static_cast<int>(name.state) << ' ' << name.item << ' ' << name.copy << ' ' << name.date
+         << ' ' << name.owner.computer << ' ' << name.owner.processId << ' '
+         << name.owner.processStart;
+}
+
+namespace {
+
+WorkingName Sample() {
+    WorkingName name;
+    name.state = WorkingState::Ready;
+    name.item = 0x0123456789ABCDEF;
+    name.copy = 0xFEDCBA9876543210;
+    name.date = MakeDate({2005, 3, 5, 14, 7, 9});
+    name.owner = {0x89ABCDEF, 0x00001234, 0x01D5000000000001};
+    return name;
+}
+
+constexpr std::wstring_view kSampleTail =
+    L".vwready-0123456789abcdef-fedcba9876543210-20050305140709-89abcdef-00001234-"
+    L"01d5000000000001";
+
+std::wstring SampleText(std::wstring_view firstName) {
+    return std::wstring(firstName).append(kSampleTail);
+}
+
+TEST(WorkingName, TellsItemCopyDateAndProcess) {
+    EXPECT_EQ(FormatWorkingName(Sample(), L"Report"), SampleText(L"Report"));
+    EXPECT_EQ(ParseWorkingName(SampleText(L"Report")), Sample());
+}
+
+TEST(WorkingName, ComesBackAsItWasMade) {
+    constexpr std::uint64_t kAll = 0xFFFFFFFFFFFFFFFF;
+    WorkingName most;
+    most.item = most.copy = kAll;
+    most.date = kLastDate;
+    most.owner = {0xFFFFFFFF, 0xFFFFFFFF, kAll};
+    for (WorkingName name : {WorkingName(), Sample(), most}) {
+        for (const WorkingState state :
+             {WorkingState::New, WorkingState::Ready, WorkingState::Old}) {
+            for (const Date date : {Date{0}, kFirstDate, kMissingDate, kEmptyFolderDate, Date{1},
+                                    Date{-1}, name.date, kLastDate}) {
+                name.state = state;
+                name.date = date;
+                for (const wchar_t* firstName :
+                     {L"", L"Report", L"a.vwnew-1", L"x-y.z", L"\u0645"}) {
+                    EXPECT_EQ(ParseWorkingName(FormatWorkingName(name, firstName)), name);
+                }
+            }
+        }
+    }
+}
+
+TEST(WorkingName, HoldsDatesThatACommentCannotHoldAtTheEnds) {
+    WorkingName name;
+    name.date = kLastDate + 1;
+    EXPECT_EQ(ParseWorkingName(FormatWorkingName(name, L"a"))->date, kLastDate);
+    name.date = kFirstDate - 1;
+    EXPECT_EQ(ParseWorkingName(FormatWorkingName(name, L"a"))->date, kFirstDate);
+}
+
+TEST(WorkingName, MakesTheBeginningFitForAFileName) {
+    const std::wstring sixty(60, L'x');
+    const std::wstring high(1, static_cast<wchar_t>(0xD83D));
+    const std::wstring low(1, static_cast<wchar_t>(0xDE00));
+    struct Row {
+        std::wstring firstName;
+        std::wstring beginning;
+    };
+    const Row rows[] = {
+        {L"", L""},
+        {L"Report", L"Report"},
+        {sixty, sixty},
+        {sixty + L"y", sixty},
+        {std::wstring(59, L'x') + high + low, std::wstring(59, L'x')},  // a pair is not cut
+        {std::wstring(58, L'x') + high + low, std::wstring(58, L'x') + high + low},
+        {std::wstring(59, L'x') + high, std::wstring(59, L'x') + high},  // was half before
+        {L"a«0001»b", L"a_0001_b"},
+        {L"a. .", L"a___"},
+        {L"...", L"___"},
+        {L".a", L".a"},
+        {std::wstring(58, L'x') + L". y", std::wstring(58, L'x') + L"__"},
+        {L"C:", L"C_"},
+        {L"a\\b/c*d?e\"f<g>h|i\nj", L"a_b_c_d_e_f_g_h_i_j"},
+    };
+    for (const Row& row : rows) {
+        const std::wstring name = FormatWorkingName(Sample(), row.firstName);
+        EXPECT_EQ(name, SampleText(row.beginning));
+        EXPECT_LE(name.size(), 200U);
+        EXPECT_EQ(ParseWorkingName(name), Sample());
+    }
+}
+
+TEST(WorkingName, IsNeverTakenForACopy) {
+    for (const wchar_t* firstName : {L"Report«0001»", L"«0001»", L"«????»"}) {
+        const std::wstring name = FormatWorkingName(Sample(), firstName);
+        EXPECT_FALSE(Like(name, L"*«*")) << testing::PrintToString(name);
+        EXPECT_FALSE(Like(name, L"*»*")) << testing::PrintToString(name);
+    }
+}
+
+TEST(WorkingName, RefusesEveryOtherName) {
+    const std::wstring good = SampleText(L"Report");
+    std::vector<std::wstring> names{
+        L"",
+        L"Report.doc",
+        L"Report«0001».doc",
+        good + L"0",
+        good + L" ",
+        good.substr(0, good.size() - 1),
+        std::wstring(kSampleTail.substr(1)),
+        SampleText(L"a«b"),
+        SampleText(L"Report«0001»"),  // the copy of a file that is named like a working entry
+        SampleText(L"a\\b"),
+        SampleText(L"a."),
+        SampleText(L"a "),
+        SampleText(std::wstring(61, L'x')),
+    };
+    const auto changed = [&good](std::wstring_view from, std::wstring_view to) {
+        std::wstring name = good;
+        return name.replace(name.find(from), from.size(), to);
+    };
+    names.push_back(changed(L".vwready", L".vwdone"));
+    names.push_back(changed(L".vwready", L".VWREADY"));
+    names.push_back(changed(L".vwready", L".vwReady"));
+    names.push_back(changed(L".vwready", L"vwready"));
+    names.push_back(changed(L"89abcdef-", L"89ABCDEF-"));
+    names.push_back(changed(L"89abcdef-", L"89abcdeg-"));
+    names.push_back(changed(L"89abcdef-", L"89abcdef_"));
+    names.push_back(changed(L"01d5", L"+1d5"));
+    names.push_back(changed(L"20050305140709", L"2005030514070x"));
+    names.push_back(changed(L"20050305140709", L"20051305140709"));
+    names.push_back(changed(L"20050305140709", L"20050005140709"));
+    names.push_back(changed(L"20050305140709", L"20050230140709"));
+    names.push_back(changed(L"20050305140709", L"20050300140709"));
+    names.push_back(changed(L"20050305140709", L"20050305240709"));
+    names.push_back(changed(L"20050305140709", L"20050305146009"));
+    names.push_back(changed(L"20050305140709", L"20050305140760"));
+    names.push_back(changed(L"20050305140709", L"00050305140709"));
+    names.push_back(changed(L"20050305140709", L"99999999999999"));
+    names.push_back(changed(L"20050305140709", L"16010101000000"));  // is written as zeros
+    names.push_back(changed(L"20050305140709", L"2005-305140709"));
+    for (const std::wstring& name : names) {
+        EXPECT_EQ(ParseWorkingName(name), std::nullopt) << testing::PrintToString(name);
+    }
+}
+
+TEST(WorkingName, RefusesANameInWhichAnyCharacterIsMissing) {
+    const std::wstring good = SampleText(L"Report");
+    for (std::size_t i = std::wstring_view(L"Report").size(); i < good.size(); ++i) {
+        std::wstring name = good;
+        name.erase(i, 1);
+        EXPECT_EQ(ParseWorkingName(name), std::nullopt) << testing::PrintToString(name);
+    }
+}
+
+TEST(NameKey, IsTheSameForAllLetterCasesAndWithOrWithoutAFinalSeparator) {
+    EXPECT_EQ(NameKey(L"C:\\Docs\\r\u00E9sum\u00E9"), NameKey(L"c:\\DOCS\\R\u00C9SUM\u00C9"));
+    EXPECT_EQ(NameKey(L"C:\\Docs\\"), NameKey(L"C:\\Docs"));
+    EXPECT_NE(NameKey(L"C:\\Docs\\\\"), NameKey(L"C:\\Docs"));
+    EXPECT_NE(NameKey(L"C:\\Docs"), NameKey(L"C:\\Doc"));
+    EXPECT_NE(NameKey(L"ab"), NameKey(L"ba"));
+    EXPECT_NE(NameKey(L"\u0100"), NameKey(std::wstring{L'\x01', L'\0'}));
+}
+
+TEST(NameKey, NeverChanges) {
+    // Entries of earlier runs are found by it: these are the sums over the bytes of the text.
+    EXPECT_EQ(NameKey(L""), 0xCBF29CE484222325U);
+    EXPECT_EQ(NameKey(L"\\"), 0xCBF29CE484222325U);
+    EXPECT_EQ(NameKey(L"A"), 0x0908A207B5A15704U);
+    EXPECT_EQ(NameKey(L"E:\\Store\\Report\u00AB0001\u00BB.doc"), 0x854091DA495FD57CU);
+}
+
+}  // namespace
+}  // namespace vw

@@ -1,0 +1,126 @@
+#include "platform/Date.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+#include "platform/RuntimeError.h"
+
+namespace vw {
+
+void PrintTo(const DateParts& parts, std::ostream* out) {
+    *out << parts.year << '-' << parts.month << '-' << parts.day << ' ' << parts.hour << ':'
+         << parts.minute << ':' << parts.second;
+}
+
+namespace {
+
+TEST(Date, CountsSecondsFrom1601) {
+    EXPECT_EQ(MakeDate({1601, 1, 1, 0, 0, 0}), 0);
+    EXPECT_EQ(MakeDate({1601, 1, 1, 0, 0, 1}), 1);
+    EXPECT_EQ(MakeDate({1601, 1, 2, 0, 0, 0}), 86400);
+    EXPECT_EQ(MakeDate({1600, 12, 31, 23, 59, 59}), -1);
+    EXPECT_EQ(MakeDate({1970, 1, 1, 0, 0, 0}), 11644473600);
+    EXPECT_EQ(MakeDate({2005, 3, 5, 14, 7, 9}) - MakeDate({1970, 1, 1}), 1110031629);
+}
+
+TEST(Date, KnowsTheDatesThatStandForMissingAndEmpty) {
+    EXPECT_EQ(MakeDate({1000, 1, 1}), kMissingDate);
+    EXPECT_EQ(MakeDate({1900, 1, 1}), kEmptyFolderDate);
+}
+
+TEST(Date, KnowsTheEndsOfTheCalendar) {
+    EXPECT_EQ(MakeDate({100, 1, 1}), kFirstDate);
+    EXPECT_EQ(MakeDate({9999, 12, 31, 23, 59, 59}), kLastDate);
+    EXPECT_EQ(PartsOf(kFirstDate), (DateParts{100, 1, 1, 0, 0, 0}));
+    EXPECT_EQ(PartsOf(kLastDate), (DateParts{9999, 12, 31, 23, 59, 59}));
+}
+
+TEST(Date, RollsOverWhatIsBeyondItsRange) {
+    struct Row {
+        DateParts parts;
+        DateParts same;
+    };
+    const Row rows[] = {
+        {{2005, 3, 0}, {2005, 2, 28}},
+        {{2004, 3, 0}, {2004, 2, 29}},
+        {{2005, 2, 29}, {2005, 3, 1}},
+        {{2000, 2, 29}, {2000, 2, 29}},
+        {{1900, 2, 29}, {1900, 3, 1}},
+        {{2005, 13, 1}, {2006, 1, 1}},
+        {{2005, 0, 1}, {2004, 12, 1}},
+        {{2005, -1, 1}, {2004, 11, 1}},
+        {{2005, 99, 99}, {2013, 6, 7}},
+        {{2005, 1, -1}, {2004, 12, 30}},
+        {{2005, 1, 1, 24, 0, 0}, {2005, 1, 2, 0, 0, 0}},
+        {{2005, 1, 1, 99, 99, 99}, {2005, 1, 5, 4, 40, 39}},
+        {{2005, 1, 1, -1, 0, 0}, {2004, 12, 31, 23, 0, 0}},
+        {{2005, 1, 1, 0, 0, -1}, {2004, 12, 31, 23, 59, 59}},
+        {{0, 0, 0, 0, 0, 0}, {1999, 11, 30, 0, 0, 0}},
+    };
+    for (const Row& row : rows) {
+        EXPECT_EQ(PartsOf(MakeDate(row.parts)), row.same) << testing::PrintToString(row.parts);
+    }
+}
+
+TEST(Date, TakesShortYearsForThoseNearUs) {
+    struct Row {
+        int year;
+        int meant;
+    };
+    const Row rows[] = {{0, 2000}, {5, 2005}, {29, 2029}, {30, 1930}, {99, 1999}, {100, 100}};
+    for (const Row& row : rows) {
+        EXPECT_EQ(PartsOf(MakeDate({row.year, 6, 15})).year, row.meant) << row.year;
+    }
+}
+
+TEST(Date, RefusesWhatIsNoDate) {
+    constexpr int kMax = std::numeric_limits<int>::max();
+    constexpr int kMin = std::numeric_limits<int>::min();
+    const DateParts rows[] = {
+        {10000, 1, 1},
+        {9999, 13, 1},
+        {9999, 12, 31, 24, 0, 0},
+        {100, 1, 0},
+        {100, 0, 1},
+        {-1, 1, 1},
+        {-999, 1, 1},
+        {kMax, kMax, kMax, kMax, kMax, kMax},
+        {kMin, kMin, kMin, kMin, kMin, kMin},
+        {kMax, kMin, kMax, kMin, kMax, kMin},
+    };
+    for (const DateParts& parts : rows) {
+        try {
+            const Date date = MakeDate(parts);
+            ADD_FAILURE() << testing::PrintToString(parts) << " gave " << date;
+        } catch (const RuntimeError& error) {
+            EXPECT_EQ(error.Number(), error_number::kInvalidCall);
+        }
+    }
+}
+
+TEST(Date, KnowsEveryDayOfTheCalendar) {
+    constexpr int kLengths[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+    Date date = kFirstDate;
+    for (int year = 100; year <= 9999; ++year) {
+        const bool isLeap = year % 4 == 0 && (year % 100 != 0 || year % 400 == 0);
+        for (int month = 1; month <= 12; ++month) {
+            const int length = kLengths[month - 1] + (isLeap && month == 2 ? 1 : 0);
+            for (int day = 1; day <= length; ++day) {
+                ASSERT_EQ(MakeDate({year, month, day}), date);
+                ASSERT_EQ(PartsOf(date), (DateParts{year, month, day}));
+                ASSERT_EQ(PartsOf(date + 86399), (DateParts{year, month, day, 23, 59, 59}));
+                date += 86400;
+            }
+        }
+    }
+    EXPECT_EQ(date, kLastDate + 1);
+}
+
+TEST(Date, GivesPartsOfAnyNumber) {
+    EXPECT_EQ(PartsOf(std::numeric_limits<Date>::max()).second, 7);
+    EXPECT_EQ(PartsOf(std::numeric_limits<Date>::min()).second, 52);
+}
+
+}  // namespace
+}  // namespace vw

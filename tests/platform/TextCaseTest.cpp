@@ -1,0 +1,95 @@
+#include "platform/TextCase.h"
+
+#include <gtest/gtest.h>
+
+namespace vw {
+namespace {
+
+TEST(TextCase, GivesCapitalsOfOneUnitEach) {
+    struct Row {
+        wchar_t character;
+        wchar_t upper;
+    };
+    const Row rows[] = {
+        {L'a', L'A'},
+        {L'z', L'Z'},
+        {L'A', L'A'},
+        {L'`', L'`'},
+        {L'{', L'{'},
+        {L'1', L'1'},
+        {L'\0', L'\0'},
+        {L'\u00E9', L'\u00C9'},
+        {L'\u0436', L'\u0416'},
+        {L'\u03C9', L'\u03A9'},
+        {L'\u00DF', L'\u00DF'},  // no single capital
+        {L'\u0645', L'\u0645'},  // Arabic letters have no case
+        {L'i', L'I'},            // on Turkish systems too
+        {static_cast<wchar_t>(0xD83D), static_cast<wchar_t>(0xD83D)},
+        {static_cast<wchar_t>(0xDE00), static_cast<wchar_t>(0xDE00)},
+        {static_cast<wchar_t>(0xFFFF), static_cast<wchar_t>(0xFFFF)},
+    };
+    for (const Row& row : rows) {
+        EXPECT_EQ(UpperCase(row.character), row.upper) << static_cast<int>(row.character);
+    }
+}
+
+TEST(TextCase, LeavesCapitalsAlone) {
+    for (unsigned unit = 0; unit <= 0xFFFF; ++unit) {
+        const wchar_t upper = UpperCase(static_cast<wchar_t>(unit));
+        ASSERT_EQ(UpperCase(upper), upper) << unit;
+    }
+}
+
+TEST(TextCase, MakesKeysOfNames) {
+    EXPECT_EQ(UpperCase(std::wstring_view(L"c:\\Docs\\r\u00E9sum\u00E9.txt")),
+              L"C:\\DOCS\\R\u00C9SUM\u00C9.TXT");
+    EXPECT_EQ(UpperCase(std::wstring_view()), L"");
+}
+
+TEST(TextCase, ComparesUnitByUnitWithoutRegardToCase) {
+    struct Row {
+        std::wstring_view left;
+        std::wstring_view right;
+        int order;
+    };
+    const Row rows[] = {
+        {L"", L"", 0},
+        {L"", L"a", -1},
+        {L"abc", L"ABC", 0},
+        {L"abc", L"ABD", -1},
+        {L"B", L"a", 1},
+        {L"ab", L"ABC", -1},
+        {L"a_b", L"aBb", 1},  // "_" stands behind the capitals, as the system compares
+        {L"\u00E9", L"\u00C9", 0},
+        {L"stra\u00DFe", L"strasse", 1},
+    };
+    for (const Row& row : rows) {
+        const auto sign = [](int order) { return (order > 0) - (order < 0); };
+        EXPECT_EQ(sign(CompareNoCase(row.left, row.right)), row.order)
+            << testing::PrintToString(row.left);
+        EXPECT_EQ(sign(CompareNoCase(row.right, row.left)), -row.order)
+            << testing::PrintToString(row.left);
+        EXPECT_EQ(EqualNoCase(row.left, row.right), row.order == 0)
+            << testing::PrintToString(row.left);
+    }
+}
+
+TEST(TextCase, FindsTheFirstPlaceWithoutRegardToCase) {
+    constexpr std::size_t none = std::wstring_view::npos;
+    struct Row {
+        std::wstring_view text;
+        std::wstring_view part;
+        std::size_t place;
+    };
+    const Row rows[] = {
+        {L"abcABC", L"bC", 1}, {L"abcABC", L"x", none}, {L"abc", L"abcd", none},
+        {L"abc", L"ABC", 0},   {L"abc", L"c", 2},       {L"abc", L"", 0},
+        {L"", L"", 0},         {L"", L"a", none},       {L"aab", L"AB", 1},
+    };
+    for (const Row& row : rows) {
+        EXPECT_EQ(FindNoCase(row.text, row.part), row.place) << testing::PrintToString(row.text);
+    }
+}
+
+}  // namespace
+}  // namespace vw
