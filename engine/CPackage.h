@@ -31,6 +31,9 @@ class CPackage final : public CopyDates {
     /// Backs up every item of the current list that changed since its newest copy.
     void BackupAll();
 
+    /// Backs up the one item that a command line names, as a file, to the destination in use.
+    void BackupItem(std::wstring_view path);
+
     /// Backs up one item: location number, whether it is a folder, whether its sub-folders belong
     /// to it, and the copy's path when the caller gives one (a safety copy: nothing is rotated and
     /// the change test is left out).
@@ -102,7 +105,7 @@ class CPackage final : public CopyDates {
 
     // The run (CPackageRun.cpp).
     [[nodiscard]] std::wstring ReadCurrentList();
-    bool BackUpListItem(std::wstring_view line);
+    void BackUpUnderLock(std::wstring_view path, bool isFolder, bool subFolders);
     [[nodiscard]] Entrance EnterDestination();
     [[nodiscard]] Entrance WaitForDestination();
 

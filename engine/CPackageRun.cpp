@@ -51,9 +51,17 @@ void CPackage::BackupAll() {
                 case ListLineKind::CopiesCount:
                     TakeCopiesCount(line.value, state_.copiesCount);
                     break;
-                case ListLineKind::Item:
-                    if (!BackUpListItem(line.value)) return;
+                case ListLineKind::Item: {
+                    const ItemKind kind = ItemKindOf(line.value);
+                    BackUpUnderLock(line.value, kind != ItemKind::File, kind == ItemKind::Folder);
+                    // Closing the busy dialog, which is how a cancel comes, has called Ready and
+                    // hidden the dialog already.
+                    if (state_.cancelRequested) {
+                        system_.exitStatus.Note(error_number::kCancelled);
+                        return;
+                    }
                     break;
+                }
                 case ListLineKind::Empty:
                     break;
             }
@@ -62,21 +70,19 @@ void CPackage::BackupAll() {
     });
 }
 
-// False when the run ends here. On a cancel neither Ready nor BusyHide is called: closing the busy
-// dialog, which is how a cancel comes, has done both.
-bool CPackage::BackUpListItem(std::wstring_view line) {
-    const ItemKind kind = ItemKindOf(line);
+void CPackage::BackupItem(std::wstring_view path) {
+    const Visit visit(*this);
+    refusedDestination_.clear();
+    BackUpUnderLock(path, false, false);
+}
+
+void CPackage::BackUpUnderLock(std::wstring_view path, bool isFolder, bool subFolders) {
+    ErrorOnBackupFolderNotExists();
     Entrance entrance = Entrance::Refused;
-    Trapped(system_.errors, EngineProcedure(L"BackupAll"), [&] { entrance = EnterDestination(); });
-    if (entrance == Entrance::Entered) {
-        const std::int16_t location = LocationID(line);
-        if (location >= 0 && !state_.cancelRequested) {
-            BackupPath(line, location, kind != ItemKind::File, kind == ItemKind::Folder);
-        }
-    }
-    if (!state_.cancelRequested) return true;
-    system_.exitStatus.Note(error_number::kCancelled);
-    return false;
+    Trapped(system_.errors, EngineProcedure(L"BackupPath"), [&] { entrance = EnterDestination(); });
+    if (entrance != Entrance::Entered) return;
+    const std::int16_t location = LocationID(path);
+    if (location >= 0 && !state_.cancelRequested) BackupPath(path, location, isFolder, subFolders);
 }
 
 std::wstring CPackage::ReadCurrentList() {

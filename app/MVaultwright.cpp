@@ -1,0 +1,137 @@
+#include "app/MVaultwright.h"
+
+#include "app/LanguageChoice.h"
+#include "app/LogonStart.h"
+#include "app/StartCommands.h"
+#include "platform/Conversions.h"
+#include "platform/ErrorTrap.h"
+#include "platform/EventPump.h"
+#include "platform/FileSystem.h"
+#include "platform/MsgBox.h"
+#include "platform/ProgramState.h"
+#include "platform/RuntimeError.h"
+#include "platform/System.h"
+
+namespace vw {
+
+MVaultwright::MVaultwright(System& system, ProgramState& state,
+                           MRecentFiles::SettingsStore& settings, LanguageChoice& language,
+                           LogonStart& logonStart, StartCommands& commands)
+    : system_(system),
+      state_(state),
+      settings_(settings),
+      language_(language),
+      logonStart_(logonStart),
+      commands_(commands) {}
+
+void MVaultwright::Main(std::wstring_view processCommandLine) {
+    Trapped(system_.errors, {L"Main", L"Module", L"MVaultwright"}, [&] {
+        std::wstring arguments = ArgumentText(processCommandLine);
+        // Known before the first question can come up: nothing may wait in a silent run.
+        state_.silentRun = StartsSilently(arguments);
+        system_.pump.DoEvents();
+        language_.Read();
+        commands_.MakeWindows();
+        system_.pump.DoEvents();
+        Start(std::move(arguments));
+    });
+}
+
+void MVaultwright::Start(std::wstring arguments) {
+    if (state_.silentRun) {
+        commands_.LoadTrayIcon();
+    } else {
+        commands_.ShowOpeningScreen();
+    }
+    state_.defaultDestination = BackupToDefault();
+    state_.BackupTo = state_.defaultDestination;
+    if (IsStartupCommand(arguments)) {
+        if (!logonStart_.ApplicationSartup()) return;
+        arguments = L"/Backup";
+    }
+    state_.copiesCount = CInt(settings_.GetSetting(setting::kBackages, L"3"));
+    state_.temporaryListPath = state_.DefaultListPath() + L".tmp";
+    const CommandLine commandLine = SplitCommandLine(arguments);
+    state_.switchWord = commandLine.switchWord;
+    Dispatch(commandLine);
+    if (state_.silentRun) commands_.frmUnload();
+}
+
+void MVaultwright::Dispatch(const CommandLine& commandLine) {
+    const std::wstring argument = CompletedIfThere(commandLine.argument);
+    switch (ActionFor(commandLine)) {
+        case StartAction::BackupList:
+            state_.currentListPath = ExistingList(argument);
+            commands_.BackUpCurrentList();
+            break;
+        case StartAction::BackupItem:
+            commands_.BackUpItem(argument);
+            break;
+        case StartAction::BackupDefaultList:
+            state_.currentListPath = state_.DefaultListPath();
+            system_.pump.DoEvents();
+            commands_.BackUpCurrentList();
+            break;
+        case StartAction::Restore:
+            state_.currentListPath = state_.DefaultListPath();
+            commands_.ShowCopies(argument);
+            commands_.ShowMainWindow();
+            break;
+        case StartAction::Author:
+            system_.boxes.MsgBox({.text = L"Author name is 'Nadir Qasemi'"});
+            commands_.EndProcess();
+            break;
+        case StartAction::DeleteTemporary:
+            commands_.DeleteTemporaryFiles();
+            break;
+        case StartAction::OpenList:
+            state_.currentListPath = ExistingList(argument);
+            commands_.LoadCurrentList();
+            commands_.ShowMainWindow();
+            break;
+        case StartAction::OpenItem:
+            if (!system_.files.Look(argument)) Raise(error_number::kListPathMissing, argument);
+            state_.currentListPath = state_.SingleItemListPath();
+            if (system_.files.Look(state_.currentListPath)) {
+                system_.files.EraseFile(state_.currentListPath);
+            }
+            commands_.LoadSingleItem(argument);
+            commands_.ShowMainWindow();
+            break;
+        case StartAction::OpenDefaultList:
+            state_.currentListPath = state_.DefaultListPath();
+            commands_.LoadCurrentList();
+            commands_.ShowMainWindow();
+            break;
+    }
+}
+
+std::wstring MVaultwright::BackupToDefault() {
+    std::wstring folder = settings_.GetSetting(setting::kBackupTo, L"C:\\Backup");
+    try {
+        if (!system_.files.Look(folder)) system_.files.MakeFolder(folder);
+    } catch (const RuntimeError&) {
+        // A run that needs the folder tells that it is missing.
+    }
+    return folder;
+}
+
+// Hidden and system files do not count as lists: they are not what a user would hand over.
+std::wstring MVaultwright::ExistingList(std::wstring_view argument) {
+    const auto facts = system_.files.Look(argument);
+    if (!facts || facts->isFolder || facts->isHidden || facts->isSystem) {
+        Raise(error_number::kListPathMissing, argument);
+    }
+    return std::wstring(argument);
+}
+
+// File dialogs change the current folder, so a relative path is completed while it is still right.
+std::wstring MVaultwright::CompletedIfThere(const std::wstring& path) {
+    if (path.empty() || !system_.files.Look(path)) return path;
+    std::wstring full = system_.files.FullPath(path);
+    // The final "\" tells a folder item from a file.
+    if (path.ends_with(L'\\') && !full.ends_with(L'\\')) full += L'\\';
+    return full;
+}
+
+}  // namespace vw

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "app/CommandLine.h"
+#include "list/format/Settings.h"
+
+namespace vw {
+
+class LanguageChoice;
+class LogonStart;
+class StartCommands;
+struct ProgramState;
+struct System;
+
+/// The start procedure: decides the language, reads the command line, then opens the main window
+/// or does one job silently.
+class MVaultwright {
+  public:
+    MVaultwright(System& system, ProgramState& state, MRecentFiles::SettingsStore& settings,
+                 LanguageChoice& language, LogonStart& logonStart, StartCommands& commands);
+
+    /// Runs the start procedure on the process's whole command line. An error ends it where it
+    /// happened, after it was told.
+    void Main(std::wstring_view processCommandLine);
+
+    /// The default destination folder, made (one level) when it is missing.
+    [[nodiscard]] std::wstring BackupToDefault();
+
+  private:
+    void Start(std::wstring arguments);
+    void Dispatch(const CommandLine& commandLine);
+    void OpenList(std::wstring_view argument, bool inWindow);
+    [[nodiscard]] std::wstring ExistingList(std::wstring_view argument);
+    [[nodiscard]] std::wstring CompletedIfThere(const std::wstring& path);
+
+    System& system_;
+    ProgramState& state_;
+    MRecentFiles::SettingsStore& settings_;
+    LanguageChoice& language_;
+    LogonStart& logonStart_;
+    StartCommands& commands_;
+};
+
+}  // namespace vw

@@ -1,0 +1,13 @@
+#include "platform/ErrorReports.h"
+
+#include "platform/ExitStatus.h"
+#include "platform/MsgBox.h"
+
+namespace vw {
+
+void ErrorReports::Tell(const Procedure& where, const RuntimeError& error) {
+    exitStatus_.Note(error.Number());
+    boxes_.MsgBox({.text = ErrorText(where, error)});
+}
+
+}  // namespace vw

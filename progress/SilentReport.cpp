@@ -1,0 +1,19 @@
+#include "progress/SilentReport.h"
+
+#include <string>
+
+#include "platform/StandardStreams.h"
+
+namespace vw {
+
+void SilentReport::Msg(std::wstring_view title, std::wstring_view message,
+                       std::wstring_view subMessage) {
+    std::wstring line;
+    line.reserve(title.size() + message.size() + subMessage.size() + 5);
+    line.append(title).append(L": ").append(message).append(L" - ").append(subMessage);
+    Report(line);
+}
+
+void SilentReport::Report(std::wstring_view text) { streams_.Report(text); }
+
+}  // namespace vw

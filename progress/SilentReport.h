@@ -1,0 +1,21 @@
+#pragma once
+
+#include <string_view>
+
+namespace vw {
+
+class StandardStreams;
+
+/// The report of a run without windows: its lines go to standard output, if there is one.
+class SilentReport {
+  public:
+    explicit SilentReport(StandardStreams& streams) : streams_(streams) {}
+
+    void Msg(std::wstring_view title, std::wstring_view message, std::wstring_view subMessage);
+    void Report(std::wstring_view text);
+
+  private:
+    StandardStreams& streams_;
+};
+
+}  // namespace vw
