@@ -1,0 +1,72 @@
+#include "platform/Conversions.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+
+#include "platform/RuntimeError.h"
+#include "platform/Utf8.h"
+
+namespace vw {
+namespace {
+
+int NumberOfErrorIn(const std::function<void()>& call) {
+    try {
+        call();
+        return 0;
+    } catch (const RuntimeError& error) {
+        return error.Number();
+    }
+}
+
+struct Number {
+    std::wstring_view text;
+    std::int16_t value;
+};
+
+class ConversionsOfNumbers : public testing::TestWithParam<Number> {};
+
+TEST_P(ConversionsOfNumbers, AreRoundedToTheNearestWholeHalvesToTheEvenSide) {
+    EXPECT_EQ(CInt(GetParam().text), GetParam().value) << ToUtf8(GetParam().text);
+}
+
+INSTANTIATE_TEST_SUITE_P(Conversions, ConversionsOfNumbers,
+                         testing::Values(Number{L"3", 3}, Number{L" 7 ", 7}, Number{L"-1", -1},
+                                         Number{L"0", 0}, Number{L"3.5", 4}, Number{L"2.5", 2},
+                                         Number{L"-2.5", -2}, Number{L"2.6", 3},
+                                         Number{L"32767", 32767}, Number{L"-32768", -32768}));
+
+class ConversionsOfOtherTexts : public testing::TestWithParam<std::wstring_view> {};
+
+TEST_P(ConversionsOfOtherTexts, ToANumberAreATypeMismatch) {
+    EXPECT_EQ(NumberOfErrorIn([] { (void)CInt(GetParam()); }), error_number::kTypeMismatch);
+}
+
+INSTANTIATE_TEST_SUITE_P(Conversions, ConversionsOfOtherTexts,
+                         testing::Values(L"", L"x", L"3x", L"three", L"3 4"));
+
+TEST(Conversions, OfANumberBeyond16BitsOverflow) {
+    for (const std::wstring_view text : {L"40000", L"32768", L"-32769", L"99999999999"}) {
+        EXPECT_EQ(NumberOfErrorIn([&] { (void)CInt(text); }), error_number::kOverflow)
+            << ToUtf8(text);
+    }
+}
+
+TEST(Conversions, TakeTrueFalseAndAnyNumberForYesOrNo) {
+    for (const std::wstring_view yes : {L"-1", L"1", L"2", L"True", L"true", L"TRUE", L"0.1"}) {
+        EXPECT_TRUE(CBool(yes)) << ToUtf8(yes);
+    }
+    for (const std::wstring_view no : {L"0", L"False", L"false", L"0.0"}) {
+        EXPECT_FALSE(CBool(no)) << ToUtf8(no);
+    }
+}
+
+TEST(Conversions, OfATextThatIsNoYesOrNoAreATypeMismatch) {
+    for (const std::wstring_view text : {L"", L"Arabic", L"N/A", L"yes", L"-1x"}) {
+        EXPECT_EQ(NumberOfErrorIn([&] { (void)CBool(text); }), error_number::kTypeMismatch)
+            << ToUtf8(text);
+    }
+}
+
+}  // namespace
+}  // namespace vw

@@ -1,0 +1,144 @@
+#include "tests/platform/ApiFixture.h"
+
+namespace vw::test {
+namespace {
+
+const HKEY kRoot = HKEY_CLASSES_ROOT;
+
+class ShellFileTypes : public ApiTest {
+  protected:
+    ScratchKey extension{kRoot, L".vwtest"};
+    ScratchKey type{kRoot, L"VaultwrightTestsType"};
+    ScratchKey otherType{kRoot, L"VaultwrightTestsOther"};
+    std::wstring typeName = type.Path();
+
+    [[nodiscard]] static std::optional<StoredValue> Default(const std::wstring& path) {
+        return ReadValue(kRoot, path, L"");
+    }
+    void Register(std::wstring_view name = L".vwtest") {
+        api.RegisterFileType(name, typeName, L"C:\\My Vault\\a.exe", L"C:\\My Vault\\a.ico", true);
+    }
+    void Remove(std::wstring_view name = L".vwtest") {
+        api.RegisterFileType(name, typeName, L"C:\\My Vault\\a.exe", L"", false);
+    }
+};
+
+TEST_F(ShellFileTypes, RegistrationWritesExtensionIconVerbAndCommand) {
+    Register();
+    EXPECT_EQ(Default(extension.Path()), TextValue(L"VaultwrightTestsType"));
+    EXPECT_EQ(Default(type.Path(L"DefaultIcon")), TextValue(L"C:\\My Vault\\a.ico"));
+    EXPECT_EQ(Default(type.Path(L"shell")), TextValue(L"Open"));
+    EXPECT_EQ(Default(type.Path(L"shell\\Open\\Command")),
+              TextValue(L"\"C:\\My Vault\\a.exe\" %1"));
+    EXPECT_EQ(Default(type.Path()), std::nullopt);
+    EXPECT_EQ(typeName, type.Path());
+}
+
+TEST_F(ShellFileTypes, AnExtensionWithAndWithoutItsPointGivesTheSameKey) {
+    Register(L"vwtest");
+    EXPECT_EQ(Default(extension.Path()), TextValue(type.Path()));
+    Remove(L".vwtest");
+    EXPECT_FALSE(KeyExists(kRoot, extension.Path()));
+    Register(L".vwtest");
+    EXPECT_EQ(Default(extension.Path()), TextValue(type.Path()));
+    Remove(L"vwtest");
+    EXPECT_FALSE(KeyExists(kRoot, extension.Path()));
+}
+
+TEST_F(ShellFileTypes, AProgramInCapitalsIsAProgram) {
+    api.RegisterFileType(L".vwtest", typeName, L"C:\\VAULT\\A.EXE", L"C:\\a.ico", true);
+    EXPECT_EQ(Default(type.Path(L"shell\\Open\\Command")), TextValue(L"\"C:\\VAULT\\A.EXE\" %1"));
+}
+
+TEST_F(ShellFileTypes, AnythingButAProgramIsRefusedWithABoxAndWritesNothing) {
+    boxes.Expect(L"Please let sApplicationPath = full path and file name");
+    api.RegisterFileType(L".vwtest", typeName, L"C:\\a.bat", L"C:\\a.ico", true);
+    ASSERT_EQ(boxes.Shown().size(), 1U);
+    const BoxContent& box = boxes.Shown().front();
+    EXPECT_EQ(box.text, L"Please let sApplicationPath = full path and file name");
+    EXPECT_EQ(box.title, kApplicationTitle);
+    EXPECT_EQ(box.buttons, BoxButtons::Ok);
+    EXPECT_EQ(box.icon, BoxIcon::None);
+    EXPECT_FALSE(box.rightToLeft);
+    EXPECT_TRUE(registry.opened.empty());
+    EXPECT_EQ(registry.changes, 0);
+}
+
+TEST_F(ShellFileTypes, RemovalTakesTheExtensionAndTheTypeWithAllBelow) {
+    Register();
+    Remove();
+    EXPECT_FALSE(KeyExists(kRoot, extension.Path()));
+    EXPECT_FALSE(KeyExists(kRoot, type.Path()));
+}
+
+TEST_F(ShellFileTypes, RegistrationWithoutAProgramRemoves) {
+    Register();
+    api.RegisterFileType(L".vwtest", typeName, L"", L"C:\\a.ico", true);
+    EXPECT_FALSE(KeyExists(kRoot, extension.Path()));
+    EXPECT_FALSE(KeyExists(kRoot, type.Path()));
+}
+
+TEST_F(ShellFileTypes, RemovalTakesTheTypeThatIsRegisteredNotTheOneGiven) {
+    Register();
+    WriteValue(kRoot, extension.Path(), L"", TextValue(otherType.Path()));
+    WriteValue(kRoot, otherType.Path(L"shell"), L"", TextValue(L"Open"));
+    Remove();
+    EXPECT_EQ(typeName, otherType.Path());
+    EXPECT_FALSE(KeyExists(kRoot, otherType.Path()));
+    EXPECT_TRUE(KeyExists(kRoot, type.Path(L"shell\\Open\\Command")));
+    EXPECT_FALSE(KeyExists(kRoot, extension.Path()));
+}
+
+// Without a type there is only a backslash left of its key: the root of all types.
+TEST_F(ShellFileTypes, RemovalOfATypeThatIsNotRegisteredLeavesAllOthers) {
+    Register(L".vwtest");
+    std::wstring unknown = L"Unknown";
+    api.RegisterFileType(L".vwtest2", unknown, L"", L"", false);
+    EXPECT_EQ(unknown, L"");
+    EXPECT_EQ(registry.deletedTrees, std::vector<std::string>{".vwtest2"});
+    EXPECT_FALSE(KeyExists(kRoot, L".vwtest2"));
+    EXPECT_TRUE(KeyExists(kRoot, extension.Path()));
+    EXPECT_TRUE(KeyExists(kRoot, type.Path()));
+}
+
+TEST_F(ShellFileTypes, ReadTakesTheKeyExactlyAsItIsNamed) {
+    Register();
+    EXPECT_TRUE(api.RegisterFileType(L".vwtest"));
+    EXPECT_TRUE(api.RegisterFileType(L"\\.vwtest"));
+    const ScratchKey withoutPoint(kRoot, L"vwtest");
+    EXPECT_FALSE(api.RegisterFileType(L"vwtest"));
+}
+
+TEST_F(ShellFileTypes, ReadIsFalseForAKeyWithoutADefaultValue) {
+    EXPECT_FALSE(api.RegisterFileType(L".vwtest"));
+    Register();
+    EXPECT_TRUE(api.RegisterFileType(L".vwtest"));
+    Remove();
+    EXPECT_FALSE(api.RegisterFileType(L".vwtest"));
+    EXPECT_FALSE(api.RegisterFileType(L""));
+}
+
+TEST_F(ShellFileTypes, ACommandIsAddedWithoutTouchingTheDefaultVerb) {
+    Register();
+    api.RegisterFileTypeCommand(type.Path(), L"Backup", L"C:\\My Vault\\a.exe /B %1", false);
+    EXPECT_EQ(Default(type.Path(L"shell\\Backup\\command")),
+              TextValue(L"C:\\My Vault\\a.exe /B %1"));
+    EXPECT_EQ(Default(type.Path(L"shell")), TextValue(L"Open"));
+}
+
+TEST_F(ShellFileTypes, ACommandBecomesTheDefaultOnRequest) {
+    Register();
+    api.RegisterFileTypeCommand(type.Path(), L"Backup", L"C:\\a.exe /B %1", true);
+    EXPECT_EQ(Default(type.Path(L"shell")), TextValue(L"Backup"));
+}
+
+TEST_F(ShellFileTypes, WithoutTheRightsNothingIsSaid) {
+    registry.createKeyFails = ERROR_ACCESS_DENIED;
+    Register();
+    api.RegisterFileTypeCommand(type.Path(), L"Backup", L"C:\\a.exe /B %1", true);
+    EXPECT_FALSE(api.RegisterFileType(L".vwtest"));
+    EXPECT_EQ(registry.changes, 0);
+}
+
+}  // namespace
+}  // namespace vw::test

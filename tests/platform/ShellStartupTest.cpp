@@ -1,0 +1,64 @@
+#include "tests/platform/ApiFixture.h"
+
+namespace vw::test {
+namespace {
+
+// One entry for the whole machine; the tests write an entry of their own.
+const std::wstring kRunKey = L"SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Run";
+const std::wstring kEntry = L"VaultwrightTests-Startup";
+
+class ShellStartup : public ApiTest {
+  protected:
+    SavedValue entry{HKEY_LOCAL_MACHINE, kRunKey, kEntry};
+
+    [[nodiscard]] static std::optional<StoredValue> Stored() {
+        return ReadValue(HKEY_LOCAL_MACHINE, kRunKey, kEntry);
+    }
+};
+
+TEST_F(ShellStartup, OnStoresTheCommandLineAsItIs) {
+    const std::wstring command = L"C:\\Program Files\\My Vault\\Vaultwright.exe /S";
+    api.ApplicationSartup(kEntry, command, true);
+    EXPECT_EQ(Stored(), TextValue(command));
+    EXPECT_TRUE(api.ApplicationSartup(kEntry));
+}
+
+TEST_F(ShellStartup, OffDeletesTheEntryAndLeavesNoEmptyText) {
+    api.ApplicationSartup(kEntry, L"C:\\a.exe /S", true);
+    api.ApplicationSartup(kEntry, L"C:\\a.exe /S", false);
+    EXPECT_EQ(Stored(), std::nullopt);
+    EXPECT_FALSE(api.ApplicationSartup(kEntry));
+}
+
+TEST_F(ShellStartup, OnWithoutACommandLineDeletesTheEntry) {
+    api.ApplicationSartup(kEntry, L"C:\\a.exe /S", true);
+    api.ApplicationSartup(kEntry, L"", true);
+    EXPECT_EQ(Stored(), std::nullopt);
+}
+
+TEST_F(ShellStartup, WithoutANameNothingIsTouched) {
+    api.ApplicationSartup(L"", L"C:\\a.exe /S", true);
+    api.ApplicationSartup(L"", L"C:\\a.exe /S", false);
+    EXPECT_TRUE(registry.opened.empty());
+    EXPECT_TRUE(KeyExists(HKEY_LOCAL_MACHINE, kRunKey));
+}
+
+TEST_F(ShellStartup, IsOffForAMissingOrEmptyEntry) {
+    EXPECT_FALSE(api.ApplicationSartup(kEntry));
+    entry.Set(L"");
+    EXPECT_FALSE(api.ApplicationSartup(kEntry));
+}
+
+TEST_F(ShellStartup, WithoutTheRightsNothingIsSaidAndTheEntryTellsTheTruth) {
+    registry.createKeyFails = ERROR_ACCESS_DENIED;
+    api.ApplicationSartup(kEntry, L"C:\\a.exe /S", true);
+    registry.createKeyFails.reset();
+    EXPECT_FALSE(api.ApplicationSartup(kEntry));
+
+    registry.setValueFails = ERROR_ACCESS_DENIED;
+    api.ApplicationSartup(kEntry, L"C:\\a.exe /S", true);
+    EXPECT_FALSE(api.ApplicationSartup(kEntry));
+}
+
+}  // namespace
+}  // namespace vw::test

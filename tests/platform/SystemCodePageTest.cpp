@@ -1,0 +1,76 @@
+#include "platform/SystemCodePage.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/RuntimeError.h"
+#include "platform/WindowsHeader.h"
+
+namespace vw {
+namespace {
+
+TEST(SystemCodePage, NumberZeroIsTheOneOfTheSystem) { EXPECT_EQ(CodePage().Number(), GetACP()); }
+
+TEST(SystemCodePage, KeepsTheLettersThatItHas) {
+    EXPECT_EQ(CodePage(1252).Encode(L"a\u00AB\u00BB\u20AC"), "a\xAB\xBB\x80");
+    EXPECT_EQ(CodePage(1252).Decode("a\xAB\xBB\x80"), L"a\u00AB\u00BB\u20AC");
+    EXPECT_EQ(CodePage(1256).Encode(L"نسخ"), "\xE4\xD3\xCE");
+    EXPECT_EQ(CodePage(1256).Decode("\xE4\xD3\xCE"), L"نسخ");
+    EXPECT_TRUE(CodePage(1256).Holds(L"C:\\نسخ\\a"));
+    EXPECT_FALSE(CodePage(1252).Holds(L"C:\\نسخ\\a"));
+}
+
+TEST(SystemCodePage, GivesAQuestionMarkForEachLetterThatItLacks) {
+    EXPECT_EQ(CodePage(1252).Encode(L"xنسخy"), "x???y");
+}
+
+TEST(SystemCodePage, NeverTakesALookAlike) {
+    // U+0100 is an A with a bar, U+2212 a minus, U+FF21 a wide A: best fit would make A, - and A.
+    EXPECT_EQ(CodePage(1252).Encode(L"\u0100\u2212\uFF21"), "???");
+}
+
+TEST(SystemCodePage, KnowsPagesOfMoreThanOneByte) {
+    EXPECT_EQ(CodePage(932).Encode(L"\u65E5a"),
+              "\x93\xFA"
+              "a");
+    EXPECT_EQ(CodePage(932).Decode("\x93\xFA"
+                                   "a"),
+              L"\u65E5a");
+    EXPECT_EQ(CodePage(CP_UTF8).Encode(L"\u0646\u0100"), "\xD9\x86\xC4\x80");
+    EXPECT_EQ(CodePage(CP_UTF8).Decode("\xD9\x86\xC4\x80"), L"\u0646\u0100");
+}
+
+TEST(SystemCodePage, KeepsNulAndGivesEmptyForEmpty) {
+    EXPECT_EQ(CodePage(1252).Encode(std::wstring_view(L"a\0b", 3)), std::string("a\0b", 3));
+    EXPECT_EQ(CodePage(1252).Decode(std::string_view("a\0b", 3)), std::wstring(L"a\0b", 3));
+    EXPECT_EQ(CodePage(1252).Encode(L""), "");
+    EXPECT_EQ(CodePage(1252).Decode(""), L"");
+}
+
+TEST(SystemCodePage, RefusesAPageThatTheSystemLacks) {
+    try {
+        const CodePage page(64999);
+        FAIL() << "taken";
+    } catch (const RuntimeError& error) {
+        EXPECT_EQ(error.Number(), error_number::kInvalidCall);
+    }
+}
+
+// The system counts in 32 bits with a sign; the text is never looked at.
+TEST(SystemCodePage, RefusesTextsOfMoreThanTwoGigabytes) {
+    constexpr std::size_t kTooLong = std::size_t{1} << 31;
+    const wchar_t text = L'a';
+    const char byte = 'a';
+    const CodePage page(1252);
+    for (int i = 0; i < 2; ++i) {
+        try {
+            if (i == 0) (void)page.Encode(std::wstring_view(&text, kTooLong));
+            if (i == 1) (void)page.Decode(std::string_view(&byte, kTooLong));
+            FAIL() << "taken";
+        } catch (const RuntimeError& error) {
+            EXPECT_EQ(error.Number(), error_number::kOutOfMemory);
+        }
+    }
+}
+
+}  // namespace
+}  // namespace vw
