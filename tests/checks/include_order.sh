@@ -1,0 +1,53 @@
+#!/usr/bin/env bash
+# A room may include only itself and the rooms to its left, and never the tests.
+# app/main.cpp alone knows wWinMain.
+set -euo pipefail
+cd "$(dirname "$(readlink -f "$0")")/../.."
+
+rooms=(platform fsutil list/format engine ui progress list/editing restore app)
+offences=0
+
+tell() {
+    echo "$1"
+    offences=$((offences + 1))
+}
+
+declare -A position
+for i in "${!rooms[@]}"; do
+    position[${rooms[i]}]=$i
+done
+
+# roomOf PATH: the room of a file named from the project's root, or nothing.
+roomOf() {
+    local room
+    for room in "${rooms[@]}"; do
+        [[ $1 != "$room"/* ]] || echo "$room"
+    done
+}
+
+files=0
+for room in "${rooms[@]}"; do
+    [[ -d $room ]] || continue
+    while IFS=: read -r file line text; do
+        target=${text#*\"}
+        target=${target%%\"*}
+        targetRoom=$(roomOf "$target")
+        if [[ $target == tests/* ]]; then
+            tell "$file:$line: a room includes a test file: $target"
+        elif [[ -z $targetRoom ]]; then
+            tell "$file:$line: include files from the project's root, by their room: $target"
+        elif [[ ${position[$targetRoom]} -gt ${position[$room]} ]]; then
+            tell "$file:$line: $room may not include $targetRoom: $target"
+        elif [[ ! -f $target ]]; then
+            tell "$file:$line: no such file: $target"
+        fi
+    done < <(grep -rHnE --include='*.h' --include='*.cpp' '^[[:space:]]*#[[:space:]]*include[[:space:]]*"' "$room" || true)
+    files=$((files + $(find "$room" -name '*.h' -o -name '*.cpp' | wc -l)))
+done
+
+while IFS= read -r file; do
+    [[ $file == app/main.cpp ]] || tell "$file: only app/main.cpp knows wWinMain"
+done < <(grep -rlE --include='*.h' --include='*.cpp' 'wWinMain[[:space:]]*\(' "${rooms[@]%%/*}" 2>/dev/null | sort -u)
+
+echo "$files files, $offences offences"
+[[ $offences -eq 0 && $files -gt 0 ]]
