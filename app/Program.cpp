@@ -62,10 +62,12 @@ void Program::Echo(std::wstring_view text) {
 
 void Program::Msg(std::wstring_view title, std::wstring_view message, std::wstring_view subMessage,
                   bool, bool, bool) {
-    report_.Msg(title, message, subMessage);
+    if (state_.silentRun) report_.Msg(title, message, subMessage);
 }
 
-void Program::Report(std::wstring_view text, bool) { report_.Report(text); }
+void Program::Report(std::wstring_view text, bool) {
+    if (state_.silentRun) report_.Report(text);
+}
 
 void Program::BusyHide(bool) { streams_.Flush(); }
 

@@ -89,7 +89,8 @@ void CPackage::BackUpItem(std::wstring_view path, std::int16_t location, bool is
 
 void CPackage::MakeCopy(NewCopy& copy, bool isFolder, bool subFolders, bool mayRotate) {
     copy.entry = destination_->WorkingPath(WorkingState::New, copy.itemPath, copy.place);
-    Remove(copy.entry);
+    if (destination_->MayHold(copy.entry)) Remove(copy.entry);
+    destination_->Added(copy.entry);
     CopyTally tally;
     try {
         if (isFolder) {

@@ -1,5 +1,7 @@
 #include "platform/StandardStreams.h"
 
+#include <utility>
+
 namespace vw {
 
 namespace {
@@ -17,26 +19,32 @@ std::string Utf8(std::wstring_view text) {
 
 }  // namespace
 
-StandardStreams::StandardStreams() {
+// A window program that was started from a console has no streams of its own.
+void StandardStreams::Open() {
+    if (std::exchange(open_, true)) return;
     output_ = Find(STD_OUTPUT_HANDLE);
     error_ = Find(STD_ERROR_HANDLE);
-    // A window program has no streams of its own when it is started from a console.
-    if (output_.handle == nullptr && error_.handle == nullptr &&
-        AttachConsole(ATTACH_PARENT_PROCESS) != 0) {
-        output_ = Find(STD_OUTPUT_HANDLE);
-        error_ = Find(STD_ERROR_HANDLE);
-    }
+    if (output_.handle != nullptr || error_.handle != nullptr) return;
+    if (AttachConsole(ATTACH_PARENT_PROCESS) == 0) return;
+    // The console's user works on in it; what is typed there must not end a backup.
+    SetConsoleCtrlHandler(nullptr, TRUE);
+    console_.Reset(CreateFileW(L"CONOUT$", GENERIC_READ | GENERIC_WRITE,
+                               FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0,
+                               nullptr));
+    if (console_) output_ = error_ = {console_.Get(), true};
 }
 
 StandardStreams::~StandardStreams() { Flush(); }
 
 void StandardStreams::Report(std::wstring_view line) {
+    Open();
     if (output_.handle == nullptr) return;
     held_.append(line).append(L"\r\n");
     if (output_.isConsole || held_.size() >= kHeldUnits) Flush();
 }
 
 void StandardStreams::Error(std::wstring_view text) {
+    Open();
     Flush();
     Write(error_, std::wstring(text) + L"\r\n");
 }
@@ -46,7 +54,10 @@ void StandardStreams::Flush() {
     held_.clear();
 }
 
-bool StandardStreams::ShareConsole() const { return output_.isConsole && error_.isConsole; }
+bool StandardStreams::ShareConsole() {
+    Open();
+    return output_.isConsole && error_.isConsole;
+}
 
 StandardStreams::Stream StandardStreams::Find(DWORD which) {
     Stream stream;

@@ -3,17 +3,17 @@
 #include <string>
 #include <string_view>
 
-#include "platform/WindowsHeader.h"
+#include "platform/Handle.h"
 
 namespace vw {
 
 /// Standard output and standard error of a silent run, where the program was given them: a pipe, a
-/// file, or the console that it was started from. Nothing is opened or created for them. Redirected
-/// text is UTF-8; lines end in CR LF.
+/// file, or the console that it was started from. No file is made for them. Redirected text is
+/// UTF-8; lines end in CR LF. The streams are found at the first use, so that a program that works
+/// in windows never attaches to a console.
 class StandardStreams {
   public:
-    /// Finds the streams; attaches to the console of the parent process when there is one.
-    StandardStreams();
+    StandardStreams() = default;
     StandardStreams(const StandardStreams&) = delete;
     StandardStreams& operator=(const StandardStreams&) = delete;
     ~StandardStreams();
@@ -28,7 +28,7 @@ class StandardStreams {
     void Flush();
 
     /// Whether report and errors end up on the same console.
-    [[nodiscard]] bool ShareConsole() const;
+    [[nodiscard]] bool ShareConsole();
 
   private:
     struct Stream {
@@ -36,11 +36,14 @@ class StandardStreams {
         bool isConsole = false;
     };
 
+    void Open();
     static Stream Find(DWORD which);
     static void Write(const Stream& stream, std::wstring_view text);
 
     Stream output_;
     Stream error_;
+    bool open_ = false;
+    FileHandle console_;
     std::wstring held_;
 };
 
