@@ -133,10 +133,6 @@ void DeleteTree(FileSystem& files, std::wstring_view path, const std::function<v
 void MakeFolders(FileSystem& files, std::wstring_view path) {
     const std::wstring full = TidyPath(files, path);
     const std::size_t rootLength = RootLength(full);
-    if (full.size() <= rootLength) {
-        if (!files.Look(full)) Raise(error_number::kPathNotFound, full);
-        return;
-    }
     // Lengths of the paths that have to be made, the deepest first.
     std::vector<std::size_t> missing;
     std::wstring_view current = full;
@@ -146,6 +142,10 @@ void MakeFolders(FileSystem& files, std::wstring_view path) {
         if (facts) Raise(error_number::kAlreadyExists, current);
         missing.push_back(current.size());
         current = current.substr(0, current.rfind(L'\\'));
+    }
+    const std::wstring_view root = std::wstring_view(full).substr(0, rootLength);
+    if (current.size() <= rootLength && !files.Look(root)) {
+        Raise(error_number::kPathNotFound, root);
     }
     for (; !missing.empty(); missing.pop_back()) {
         MakeOneFolder(files, std::wstring_view(full).substr(0, missing.back()));

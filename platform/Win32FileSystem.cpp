@@ -26,6 +26,7 @@ bool MeansAbsent(DWORD code) {
         case ERROR_NOT_READY:
         case ERROR_BAD_NETPATH:
         case ERROR_BAD_NET_NAME:
+        case ERROR_BAD_DEV_TYPE:  // a server that is not there, as some systems say it
         case ERROR_DIRECTORY:
         case ERROR_FILENAME_EXCED_RANGE:
             return true;

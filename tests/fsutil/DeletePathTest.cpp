@@ -1,0 +1,164 @@
+#include <gtest/gtest.h>
+
+#include "fsutil/FileQueries.h"
+#include "platform/Handle.h"
+#include "platform/WindowsHeader.h"
+#include "tests/support/TempTree.h"
+#include "tests/support/TestWorld.h"
+
+namespace vw::MFileDosShell {
+namespace {
+
+using test::Exists;
+using test::FileCall;
+using test::OnlyCalls;
+using test::OnlyChanges;
+using test::ReadTree;
+using test::TempTree;
+using test::TestWorld;
+using test::ToldError;
+
+// Opens a file as a program does that shares it with nobody.
+FileHandle Lock(const std::wstring& path) {
+    FileHandle handle(CreateFileW(path.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr,
+                                  OPEN_EXISTING, 0, nullptr));
+    EXPECT_TRUE(handle);
+    return handle;
+}
+
+TEST(DeletePath, DeletesAFile) {
+    const TempTree tree;
+    tree.File(L"gone.txt");
+    tree.File(L"stays.txt");
+    TestWorld world;
+    DeletePath(world.system, tree.Path(L"gone.txt"));
+    EXPECT_FALSE(Exists(tree.Path(L"gone.txt")));
+    EXPECT_TRUE(Exists(tree.Path(L"stays.txt")));
+}
+
+TEST(DeletePath, DeletesAFolderWithAllItsContents) {
+    const TempTree tree;
+    tree.File(L"Top\\a.txt");
+    tree.File(L"Top\\Sub\\مجلد\\ملف.txt");
+    tree.Folder(L"Top\\empty");
+    tree.File(L"Top2\\stays.txt");
+    TestWorld world;
+    DeletePath(world.system, tree.Path(L"Top\\"));
+    EXPECT_FALSE(Exists(tree.Path(L"Top")));
+    EXPECT_TRUE(Exists(tree.Path(L"Top2\\stays.txt")));
+    EXPECT_GE(world.pump.Yields(), 5) << "the window has to live meanwhile";
+}
+
+TEST(DeletePath, DoesNothingForWhatIsNotThere) {
+    const TempTree tree;
+    tree.File(L"stays.txt");
+    TestWorld world;
+    DeletePath(world.system, tree.Path(L"missing"));
+    DeletePath(world.system, tree.Path(L"missing\\below"));
+    DeletePath(world.system, tree.Path(L"*"));
+    DeletePath(world.system, L"");
+    EXPECT_TRUE(Exists(tree.Path(L"stays.txt")));
+}
+
+TEST(DeletePath, DeletesReadOnlyHiddenAndSystemItems) {
+    constexpr DWORD kAll = FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM;
+    const TempTree tree;
+    tree.File(L"Top\\Sub\\a.txt");
+    tree.SetAttributes(L"Top\\Sub\\a.txt", kAll);
+    tree.SetAttributes(L"Top\\Sub", kAll);
+    tree.SetAttributes(L"Top", FILE_ATTRIBUTE_READONLY);
+    tree.File(L"b.txt");
+    tree.SetAttributes(L"b.txt", kAll);
+    TestWorld world;
+    DeletePath(world.system, tree.Path(L"Top"));
+    DeletePath(world.system, tree.Path(L"b.txt"));
+    EXPECT_TRUE(ReadTree(tree.Path()).empty());
+}
+
+TEST(DeletePath, TellsTheFileThatIsInUseAndLeavesIt) {
+    const TempTree tree;
+    const std::wstring file = tree.File(L"Top\\Sub\\locked.txt");
+    TestWorld world;
+    const FileHandle lock = Lock(file);
+    DeletePath(world.system, tree.Path(L"Top"));
+    const ToldError told = world.errors.TakeOne();
+    EXPECT_EQ(told.number, error_number::kPermissionDenied);
+    EXPECT_EQ(told.path, file);
+    EXPECT_EQ(told.procedure, L"DeletePath");
+    EXPECT_TRUE(Exists(file));
+}
+
+TEST(DeletePath, StopsAtTheFirstFailure) {
+    const TempTree tree;
+    for (const wchar_t* name : {L"a", L"b", L"c", L"d"}) tree.File(std::wstring(L"Top\\") + name);
+    TestWorld world;
+    world.files.FailNth(2, error_number::kPermissionDenied, OnlyChanges());
+    DeletePath(world.system, tree.Path(L"Top"));
+    EXPECT_EQ(world.errors.TakeOne().path, world.files.Faults()[0].path);
+    EXPECT_EQ(world.files.Count(), 2);
+    EXPECT_EQ(ReadTree(tree.Path(L"Top")).size(), 3U);
+}
+
+TEST(DeletePath, DoesNotTakeTheSystemsWordForIt) {
+    const TempTree tree;
+    const std::wstring file = tree.File(L"a.txt");
+    const std::wstring folder = tree.Folder(L"Top");
+    TestWorld world;
+    world.files.IgnoreNth(1, OnlyCalls({FileCall::EraseFile}));
+    DeletePath(world.system, file);
+    ToldError told = world.errors.TakeOne();
+    EXPECT_EQ(told.number, error_number::kPermissionDenied);
+    EXPECT_EQ(told.path, file);
+
+    world.files.IgnoreNth(1, OnlyCalls({FileCall::EraseFolder}));
+    DeletePath(world.system, folder);
+    told = world.errors.TakeOne();
+    EXPECT_EQ(told.number, error_number::kPermissionDenied);
+    EXPECT_EQ(told.path, folder);
+}
+
+TEST(DeletePath, AFileThatOnlySeemsDeletedIsToldWhenItsFolderStays) {
+    const TempTree tree;
+    tree.File(L"Top\\a.txt");
+    TestWorld world;
+    world.files.IgnoreNth(1, OnlyCalls({FileCall::EraseFile}));
+    DeletePath(world.system, tree.Path(L"Top"));
+    const ToldError told = world.errors.TakeOne();
+    EXPECT_EQ(told.number, error_number::kAccessError);
+    EXPECT_EQ(told.path, tree.Path(L"Top"));
+}
+
+TEST(DeletePath, TellsAFolderThatCannotBeRead) {
+    const TempTree tree;
+    tree.File(L"Top\\Sub\\a.txt");
+    TestWorld world;
+    world.files.FailNth(2, error_number::kPermissionDenied, OnlyCalls({FileCall::List}));
+    DeletePath(world.system, tree.Path(L"Top"));
+    EXPECT_EQ(world.errors.TakeOne().path, tree.Path(L"Top\\Sub"));
+    EXPECT_TRUE(Exists(tree.Path(L"Top\\Sub\\a.txt")));
+}
+
+TEST(DeletePath, NeverEmptiesAWholeDrive) {
+    for (const wchar_t* root : {L"C:\\", L"C:/", L"C:\\\\", L"C:\\windows\\..", L"\\\\?\\C:\\"}) {
+        TestWorld world;
+        // Should the guard fail, nothing may really be deleted.
+        world.files.DieAtNth(1, OnlyChanges());
+        DeletePath(world.system, root);
+        EXPECT_EQ(world.errors.TakeOne().number, error_number::kPermissionDenied);
+        EXPECT_EQ(world.files.Count(), 0);
+    }
+}
+
+TEST(DeletePath, DeletesPathsBeyond260Characters) {
+    const TempTree tree;
+    std::wstring relative = L"Top";
+    for (int i = 0; i < 60; ++i) relative += L"\\a rather long folder";
+    const std::wstring file = tree.File(relative + L"\\f.txt");
+    ASSERT_GT(file.size(), 1200U);
+    TestWorld world;
+    DeletePath(world.system, tree.Path(L"Top"));
+    EXPECT_FALSE(Exists(tree.Path(L"Top")));
+}
+
+}  // namespace
+}  // namespace vw::MFileDosShell

@@ -1,0 +1,195 @@
+#include <gtest/gtest.h>
+
+#include "fsutil/FileQueries.h"
+#include "platform/RuntimeError.h"
+#include "platform/WindowsHeader.h"
+#include "tests/support/TempTree.h"
+#include "tests/support/TestWorld.h"
+
+namespace vw::MFileDosShell {
+namespace {
+
+using test::Exists;
+using test::FileCall;
+using test::OnlyCalls;
+using test::OnlyChanges;
+using test::TempTree;
+using test::TestWorld;
+using test::ToldError;
+
+// A drive of any kind and size.
+class OtherDrive : public test::ForwardingFileSystem {
+  public:
+    using ForwardingFileSystem::ForwardingFileSystem;
+
+    DriveKind KindOfDrive(std::wstring_view) override { return kind; }
+    std::uint64_t FreeSpace(std::wstring_view) override { return free; }
+
+    DriveKind kind = DriveKind::Unknown;
+    std::uint64_t free = 0;
+};
+
+TEST(FolderOnFixedDrive, TrueForFixedDisksOnly) {
+    TestWorld world;
+    OtherDrive drive(world.disk);
+    System system = world.With(drive);
+    drive.kind = DriveKind::Fixed;
+    EXPECT_TRUE(FolderOnFixedDrive(system, L"X:\\Store"));
+    for (const DriveKind kind : {DriveKind::Removable, DriveKind::Network, DriveKind::Optical,
+                                 DriveKind::Memory, DriveKind::Unknown}) {
+        drive.kind = kind;
+        EXPECT_FALSE(FolderOnFixedDrive(system, L"X:\\Store"));
+    }
+}
+
+TEST(FolderOnFixedDrive, KnowsRealDrives) {
+    const TempTree tree;
+    TestWorld world;
+    EXPECT_TRUE(FolderOnFixedDrive(world.system, tree.Path()));
+    EXPECT_TRUE(FolderOnFixedDrive(world.system, tree.Path(L"not made yet")));
+    EXPECT_TRUE(FolderOnFixedDrive(world.system, L"C:\\"));
+    EXPECT_FALSE(FolderOnFixedDrive(world.system, L"\\\\server\\share\\Store"));
+    EXPECT_FALSE(FolderOnFixedDrive(world.system, L"Q:\\Store"));
+}
+
+TEST(FolderOnFixedDrive, TellsWhenTheDiskCannotAnswer) {
+    TestWorld world;
+    world.files.FailNth(1, error_number::kNotReady);
+    EXPECT_FALSE(FolderOnFixedDrive(world.system, L"C:\\"));
+    EXPECT_EQ(world.errors.TakeOne().procedure, L"FolderOnFixedDrive");
+}
+
+// The folder for temporary files is everyone's, so the tests use a name that is theirs alone.
+class TempPathTest : public testing::Test {
+  protected:
+    TempPathTest() : name_(L"vwtest «مؤقت» " + std::to_wstring(GetCurrentProcessId())) {}
+    ~TempPathTest() override { tree_.Remove(Folder()); }
+
+    std::wstring Folder() const {
+        const std::wstring path = tree_.Path();
+        return path.substr(0, path.rfind(L'\\') + 1) + name_;
+    }
+
+    TempTree tree_;
+    TestWorld world_;
+    std::wstring name_;
+};
+
+TEST_F(TempPathTest, WithoutANameIsTheTemporaryFolderAndDeletesNothing) {
+    wchar_t buffer[MAX_PATH + 1] = {};
+    GetTempPathW(MAX_PATH + 1, buffer);
+    std::wstring expected = buffer;
+    expected.pop_back();
+    const std::wstring canary = tree_.File(L"canary.txt");
+    // Should it delete after all, then nothing of value.
+    world_.files.DieAtNth(1, OnlyChanges());
+    EXPECT_EQ(TempPath(world_.system, L"", false), expected);
+    EXPECT_EQ(TempPath(world_.system, L"", true), expected);
+    EXPECT_TRUE(Exists(canary));
+}
+
+TEST_F(TempPathTest, WithANameMakesTheFolder) {
+    EXPECT_FALSE(Exists(Folder()));
+    EXPECT_EQ(TempPath(world_.system, name_, false), Folder());
+    EXPECT_TRUE(Exists(Folder()));
+}
+
+TEST_F(TempPathTest, LeavesWhatIsInTheFolderUnlessItHasToStartEmpty) {
+    tree_.File(Folder() + L"\\Sub\\old.txt");
+    EXPECT_EQ(TempPath(world_.system, name_, false), Folder());
+    EXPECT_TRUE(Exists(Folder() + L"\\Sub\\old.txt"));
+    EXPECT_EQ(TempPath(world_.system, name_, true), Folder());
+    EXPECT_TRUE(Exists(Folder()));
+    EXPECT_TRUE(test::ReadTree(Folder()).empty());
+}
+
+TEST_F(TempPathTest, StartingEmptyReplacesAFileOfThatName) {
+    tree_.File(Folder(), "a file");
+    EXPECT_EQ(TempPath(world_.system, name_, true), Folder());
+    world_.files.MakeFolder(Folder() + L"\\is a folder");
+}
+
+TEST_F(TempPathTest, TellsAFileInTheWayAndAFolderThatCannotBeMade) {
+    tree_.File(Folder(), "a file");
+    EXPECT_EQ(TempPath(world_.system, name_, false), Folder());
+    ToldError told = world_.errors.TakeOne();
+    EXPECT_EQ(told.number, error_number::kAlreadyExists);
+    EXPECT_EQ(told.procedure, L"TempPath");
+    EXPECT_EQ(told.path, Folder());
+
+    tree_.Remove(Folder());
+    world_.files.FailNth(1, error_number::kPermissionDenied, OnlyCalls({FileCall::MakeFolder}));
+    EXPECT_EQ(TempPath(world_.system, name_, true), Folder());
+    EXPECT_EQ(world_.errors.TakeOne().number, error_number::kPermissionDenied);
+}
+
+TEST_F(TempPathTest, NeverEmptiesTheTemporaryFolderItself) {
+    for (const wchar_t* name : {L".", L"..", L"x\\..", L"..\\..", L"\\"}) {
+        TestWorld world;
+        world.files.DieAtNth(1, OnlyChanges());
+        EXPECT_EQ(TempPath(world.system, name, true), L"");
+        EXPECT_EQ(world.errors.TakeOne().number, error_number::kBadName);
+        EXPECT_EQ(world.files.Count(), 0);
+    }
+}
+
+TEST(FolderFreeSpace, EqualCountsAsEnough) {
+    TestWorld world;
+    OtherDrive drive(world.disk);
+    System system = world.With(drive);
+    drive.free = 123456;
+    EXPECT_EQ(FolderFreeSpace(system, L"X:\\Store", 123456), 123456);
+    EXPECT_EQ(FolderFreeSpace(system, L"X:\\Store", 0), 123456);
+    EXPECT_EQ(FolderFreeSpace(system, L"X:\\Store", -1), 123456);
+}
+
+TEST(FolderFreeSpace, RaisesToItsCallerWhenOneByteIsMissing) {
+    TestWorld world;
+    OtherDrive drive(world.disk);
+    System system = world.With(drive);
+    drive.free = 123456;
+    try {
+        FolderFreeSpace(system, L"X:\\Store", 123457);
+        FAIL() << "nothing was raised";
+    } catch (const RuntimeError& error) {
+        EXPECT_EQ(error.Number(), 1004);
+        EXPECT_EQ(error.Description(), L"لا توجد مساحة كافية على القرص\r\nX");
+        EXPECT_EQ(error.Path(), L"X:\\Store");
+    }
+    EXPECT_TRUE(world.errors.All().empty()) << "telling it is up to the caller";
+}
+
+TEST(FolderFreeSpace, NamesNoLetterForAServer) {
+    TestWorld world;
+    OtherDrive drive(world.disk);
+    System system = world.With(drive);
+    try {
+        FolderFreeSpace(system, L"\\\\server\\share\\Store", 1);
+        FAIL() << "nothing was raised";
+    } catch (const RuntimeError& error) {
+        EXPECT_EQ(error.Description(), L"لا توجد مساحة كافية على القرص\r\n");
+    }
+}
+
+TEST(FolderFreeSpace, KnowsRealDrives) {
+    const TempTree tree;
+    TestWorld world;
+    ULARGE_INTEGER total{};
+    ASSERT_NE(GetDiskFreeSpaceExW(tree.Path().c_str(), nullptr, &total, nullptr), 0);
+    const double free = FolderFreeSpace(world.system, tree.Path(), 0);
+    EXPECT_GT(free, 0);
+    EXPECT_LE(free, static_cast<double>(total.QuadPart));
+    EXPECT_THROW(FolderFreeSpace(world.system, tree.Path(), 1e18), RuntimeError);
+}
+
+TEST(FolderFreeSpace, TellsWhenTheDiskCannotAnswerAndDoesNotCallThatFull) {
+    TestWorld world;
+    world.files.FailNth(1, error_number::kNotReady);
+    EXPECT_EQ(FolderFreeSpace(world.system, L"C:\\", 1000), 0);
+    const ToldError told = world.errors.TakeOne();
+    EXPECT_EQ(told.number, 71);
+    EXPECT_EQ(told.procedure, L"FolderFreeSpace");
+}
+
+}  // namespace
+}  // namespace vw::MFileDosShell

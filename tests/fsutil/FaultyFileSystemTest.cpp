@@ -1,0 +1,166 @@
+// The doubles that all other tests trust.
+
+#include <gtest/gtest.h>
+
+#include "platform/EventPump.h"
+#include "platform/RuntimeError.h"
+#include "tests/support/TempTree.h"
+#include "tests/support/TestWorld.h"
+
+namespace vw::test {
+namespace {
+
+int ErrorOf(const std::function<void()>& call) {
+    try {
+        call();
+    } catch (const RuntimeError& error) {
+        return error.Number();
+    }
+    return 0;
+}
+
+TEST(FaultyFileSystem, ForwardsWithoutAPlan) {
+    const TempTree tree;
+    const std::wstring file = tree.File(L"a.txt", "abc");
+    TestWorld world;
+    EXPECT_EQ(world.files.Read(file), "abc");
+    EXPECT_EQ(world.files.Look(file)->size, 3U);
+    EXPECT_EQ(world.files.Count(), 2);
+    EXPECT_TRUE(world.files.Faults().empty());
+}
+
+TEST(FaultyFileSystem, FailsTheNthMatchingOperationOnly) {
+    const TempTree tree;
+    TestWorld world;
+    world.files.FailNth(2, 70, OnlyCalls({FileCall::MakeFolder}));
+    (void)world.files.Look(tree.Path());
+    world.files.MakeFolder(tree.Path(L"one"));
+    EXPECT_EQ(ErrorOf([&] { world.files.MakeFolder(tree.Path(L"two")); }), 70);
+    world.files.MakeFolder(tree.Path(L"three"));
+    EXPECT_TRUE(Exists(tree.Path(L"one")));
+    EXPECT_FALSE(Exists(tree.Path(L"two")));
+    EXPECT_TRUE(Exists(tree.Path(L"three")));
+    EXPECT_EQ(world.files.Count(), 3);
+    ASSERT_EQ(world.files.Faults().size(), 1U);
+    EXPECT_EQ(world.files.Faults()[0].path, tree.Path(L"two"));
+    EXPECT_NE(Describe(world.files.Faults()[0]).find("MakeFolder"), std::string::npos);
+}
+
+TEST(FaultyFileSystem, AFullDiskStaysFull) {
+    const TempTree tree;
+    const std::wstring source = tree.File(L"source", "bytes");
+    TestWorld world;
+    world.files.FillDiskFrom(2);
+    world.files.Write(tree.Path(L"fits"), "1", FileSystem::Flush::No);
+    EXPECT_EQ(ErrorOf([&] { world.files.Copy(source, tree.Path(L"copy"), {}); }), 61);
+    EXPECT_EQ(ErrorOf([&] { world.files.MakeFolder(tree.Path(L"folder")); }), 61);
+    EXPECT_EQ(world.files.Read(source), "bytes");
+    EXPECT_EQ(world.files.Faults()[0].to, tree.Path(L"copy"));
+}
+
+TEST(FaultyFileSystem, DeathLeavesHalfACopyAndRefusesEverythingAfterwards) {
+    const TempTree tree;
+    const std::wstring source = tree.File(L"source", "123456");
+    TestWorld world;
+    world.files.DieAtNth(1, OnlyCalls({FileCall::Copy}));
+    EXPECT_THROW(world.files.Copy(source, tree.Path(L"copy"), {}), Died);
+    EXPECT_EQ(ReadBytes(tree.Path(L"copy")), "123");
+    EXPECT_THROW((void)world.files.Look(source), Died);
+    EXPECT_THROW((void)world.files.TempFolder(), Died);
+    world.files.Heal();
+    EXPECT_EQ(world.files.Read(source), "123456");
+}
+
+TEST(FaultyFileSystem, DeathPassesEveryErrorTrap) {
+    TestWorld world;
+    world.files.DieAtNth(1);
+    EXPECT_THROW(Trapped(world.errors, {L"Test", L"Module", L"Test"},
+                         [&] { (void)world.files.Look(L"C:\\"); }),
+                 Died);
+}
+
+TEST(FaultyFileSystem, CanReportSuccessForWhatItDidNotDo) {
+    const TempTree tree;
+    const std::wstring source = tree.File(L"source", "123456");
+    TestWorld world;
+    world.files.IgnoreNth(1, OnlyChanges());
+    world.files.EraseFile(source);
+    EXPECT_TRUE(Exists(source));
+    world.files.TruncateNthCopy(1);
+    world.files.Copy(source, tree.Path(L"copy"), {});
+    EXPECT_EQ(ReadBytes(tree.Path(L"copy")), "123");
+}
+
+TEST(ScriptedPump, ActsAtTheKthYield) {
+    TestWorld world;
+    int atThird = 0;
+    world.pump.AtYield(3, [&] { ++atThird; });
+    world.pump.DoEvents();
+    world.pump.DoEventsIfDue();
+    EXPECT_EQ(atThird, 0);
+    const std::uint64_t before = world.clock.Milliseconds();
+    world.pump.WaitForEvents(250);
+    EXPECT_EQ(atThird, 1);
+    EXPECT_EQ(world.pump.Yields(), 3);
+    EXPECT_EQ(world.clock.Milliseconds(), before + 250);
+}
+
+TEST(TestWorld, TheEndOfTheProgramPassesEveryErrorTrap) {
+    TestWorld world;
+    try {
+        Trapped(world.errors, {L"Test", L"Module", L"Test"}, [&] { world.programEnd.End(76); });
+        FAIL() << "the program went on";
+    } catch (const ProgramEnded& end) {
+        EXPECT_EQ(end.exitCode, 76);
+    }
+}
+
+TEST(TestWorld, NotesToldErrorsForTheExitCode) {
+    TestWorld world;
+    Trapped(world.errors, {L"First", L"Module", L"Test"}, [] { Raise(70, L"C:\\locked"); });
+    Trapped(world.errors, {L"Second", L"Module", L"Test"}, [] { Raise(61); });
+    const std::vector<ToldError> told = world.errors.Take();
+    ASSERT_EQ(told.size(), 2U);
+    EXPECT_EQ(told[0].path, L"C:\\locked");
+    EXPECT_EQ(told[0].procedure, L"First");
+    EXPECT_EQ(told[1].number, 61);
+    EXPECT_EQ(world.exitStatus.Code(), 70);
+}
+
+TEST(TestWorld, TheCodePageCanBeChanged) {
+    TestWorld world;
+    EXPECT_TRUE(world.ansi.Holds(L"ملف"));
+    world.ansi.Use(1252);
+    EXPECT_FALSE(world.ansi.Holds(L"ملف"));
+    EXPECT_TRUE(world.ansi.Holds(L"«é»"));
+}
+
+TEST(TempTree, ReadsBackWhatItWrote) {
+    const TempTree tree;
+    const DateParts date{2024, 7, 15, 13, 45, 30};
+    tree.File(L"Sub\\ملف.txt", std::string("\0\x01", 2), date);
+    tree.Folder(L"empty");
+    const Tree read = ReadTree(tree.Path());
+    ASSERT_EQ(read.size(), 3U);
+    EXPECT_TRUE(read.at(L"empty").isFolder);
+    EXPECT_TRUE(read.at(L"Sub").isFolder);
+    const TreeNode expected{false, std::string("\0\x01", 2), MakeDate(date)};
+    EXPECT_EQ(read.at(L"Sub\\ملف.txt"), expected);
+}
+
+TEST(TempTree, GoesAwayWithAllThatIsInIt) {
+    std::wstring root;
+    {
+        const TempTree tree;
+        root = tree.Path();
+        tree.File(L"a\\b\\read only.txt");
+        tree.SetAttributes(L"a\\b\\read only.txt", 1);
+        std::wstring deep = L"deep";
+        for (int i = 0; i < 20; ++i) deep += L"\\a folder name of some length";
+        tree.File(deep + L"\\file.txt");
+    }
+    EXPECT_FALSE(Exists(root));
+}
+
+}  // namespace
+}  // namespace vw::test

@@ -1,0 +1,75 @@
+#include <gtest/gtest.h>
+
+#include "fsutil/FileQueries.h"
+#include "tests/support/TempTree.h"
+#include "tests/support/TestWorld.h"
+
+namespace vw::MFileDosShell {
+namespace {
+
+using test::TempTree;
+using test::TestWorld;
+
+TEST(PathExist, TrueForFilesAndFoldersHoweverTheyAreTyped) {
+    const TempTree tree;
+    tree.File(L"Sub\\ملف «1».txt");
+    TestWorld world;
+    EXPECT_TRUE(PathExist(world.system, tree.Path()));
+    EXPECT_TRUE(PathExist(world.system, tree.Path() + L"\\"));
+    EXPECT_TRUE(PathExist(world.system, tree.Path(L"Sub")));
+    EXPECT_TRUE(PathExist(world.system, tree.Path(L"sub")));
+    EXPECT_TRUE(PathExist(world.system, tree.Path(L"Sub\\ملف «1».txt")));
+    EXPECT_TRUE(PathExist(world.system, tree.Path(L"Sub//ملف «1».txt")));
+    EXPECT_TRUE(PathExist(world.system, tree.Path(L"\\\\Sub\\.\\..\\Sub")));
+    EXPECT_TRUE(PathExist(world.system, L"C:\\"));
+    EXPECT_TRUE(PathExist(world.system, L"C:"));
+}
+
+TEST(PathExist, FalseForWhatIsNotThere) {
+    const TempTree tree;
+    tree.File(L"a.txt");
+    TestWorld world;
+    EXPECT_FALSE(PathExist(world.system, tree.Path(L"b.txt")));
+    EXPECT_FALSE(PathExist(world.system, tree.Path(L"no folder\\a.txt")));
+    EXPECT_FALSE(PathExist(world.system, tree.Path(L"a.txt\\below")));
+    EXPECT_FALSE(PathExist(world.system, L"Q:\\"));
+    EXPECT_FALSE(PathExist(world.system, L"\\\\no-such-server-here\\share\\x"));
+    EXPECT_FALSE(PathExist(world.system, L""));
+}
+
+TEST(PathExist, AWildcardNamesNothing) {
+    const TempTree tree;
+    tree.File(L"a.txt");
+    TestWorld world;
+    EXPECT_FALSE(PathExist(world.system, tree.Path(L"*")));
+    EXPECT_FALSE(PathExist(world.system, tree.Path(L"?.txt")));
+    EXPECT_FALSE(PathExist(world.system, tree.Path(L"a.*")));
+}
+
+TEST(PathExist, FindsPathsBeyond260Characters) {
+    const TempTree tree;
+    std::wstring relative;
+    for (int i = 0; i < 12; ++i) relative += L"مجلد طويل الاسم جدا للتجربة\\";
+    const std::wstring file = tree.File(relative + L"f.txt");
+    ASSERT_GT(file.size(), 300U);
+    TestWorld world;
+    EXPECT_TRUE(PathExist(world.system, file));
+    EXPECT_TRUE(PathExist(world.system, tree.Path(relative)));
+    EXPECT_FALSE(PathExist(world.system, tree.Path(relative + L"g.txt")));
+}
+
+TEST(PathExist, TellsWhenTheDiskCannotAnswer) {
+    const TempTree tree;
+    TestWorld world;
+    world.files.FailNth(1, error_number::kPermissionDenied);
+    EXPECT_FALSE(PathExist(world.system, tree.Path()));
+    const test::ToldError told = world.errors.TakeOne();
+    EXPECT_EQ(told.number, 70);
+    EXPECT_EQ(told.path, tree.Path());
+    EXPECT_EQ(told.procedure, L"PathExist");
+    EXPECT_EQ(told.kind, L"Module");
+    EXPECT_EQ(told.container, L"MFileDosShell");
+}
+
+}  // namespace
+}  // namespace vw::MFileDosShell

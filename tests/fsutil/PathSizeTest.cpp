@@ -1,0 +1,206 @@
+#include <gtest/gtest.h>
+
+#include "fsutil/FileQueries.h"
+#include "platform/WindowsHeader.h"
+#include "tests/support/EndlessFolders.h"
+#include "tests/support/TempTree.h"
+#include "tests/support/TestWorld.h"
+
+namespace vw::MFileDosShell {
+namespace {
+
+using test::FileCall;
+using test::OnlyCalls;
+using test::TempTree;
+using test::TestWorld;
+
+// Files of one and more gibibytes, without a disk that holds them.
+class HugeFiles : public test::ForwardingFileSystem {
+  public:
+    using ForwardingFileSystem::ForwardingFileSystem;
+
+    std::optional<FileFacts> Look(std::wstring_view path) override {
+        FileFacts facts;
+        facts.isFolder = !path.ends_with(L".bin");
+        facts.size = facts.isFolder ? 0 : kSize;
+        return facts;
+    }
+    void List(std::wstring_view, const EntryVisitor& visitor) override {
+        for (const std::wstring_view name : {L"a.bin", L"b.bin"}) {
+            FolderEntry entry;
+            entry.name = name;
+            entry.size = kSize;
+            visitor(entry);
+        }
+    }
+    static constexpr std::uint64_t kSize = 3'000'000'000U;
+};
+
+std::wstring WithLocalSign(std::wstring text) {
+    wchar_t sign[8] = {};
+    GetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SDECIMAL, sign, 8);
+    const std::size_t point = text.find(L'.');
+    if (point != std::wstring::npos) text[point] = sign[0];
+    return text;
+}
+
+TEST(PathSize, OfAFileIsItsLength) {
+    const TempTree tree;
+    tree.File(L"ملف.txt", "12345");
+    tree.File(L"empty", "");
+    TestWorld world;
+    EXPECT_EQ(PathSize(world.system, tree.Path(L"ملف.txt")), 5);
+    EXPECT_EQ(PathSize(world.system, tree.Path(L"ملف.txt"), true), 5);
+    EXPECT_EQ(PathSize(world.system, tree.Path(L"empty")), 0);
+}
+
+TEST(PathSize, OfAFolderCountsItsOwnFilesOrTheWholeTree) {
+    const TempTree tree;
+    tree.File(L"a", "1");
+    tree.File(L"b", "22");
+    tree.File(L"Sub\\c", "333");
+    tree.File(L"Sub\\Deeper\\d", "4444");
+    tree.SetAttributes(L"Sub\\Deeper", FILE_ATTRIBUTE_HIDDEN);
+    TestWorld world;
+    EXPECT_EQ(PathSize(world.system, tree.Path()), 3);
+    EXPECT_EQ(PathSize(world.system, tree.Path(), false), 3);
+    EXPECT_EQ(PathSize(world.system, tree.Path(), true), 10);
+    EXPECT_EQ(PathSize(world.system, tree.Path() + L"\\", true), 10);
+    EXPECT_EQ(PathSize(world.system, tree.Path(L"Sub"), false), 3);
+}
+
+TEST(PathSize, OfNothingIsMinusOne) {
+    const TempTree tree;
+    tree.File(L"a");
+    TestWorld world;
+    EXPECT_EQ(PathSize(world.system, tree.Path(L"missing")), -1);
+    EXPECT_EQ(PathSize(world.system, tree.Path(L"missing"), true), -1);
+    EXPECT_EQ(PathSize(world.system, tree.Path(L"*")), -1);
+    EXPECT_EQ(PathSize(world.system, L""), -1);
+}
+
+TEST(PathSize, OfAnEmptyFolderIsZero) {
+    const TempTree tree;
+    TestWorld world;
+    EXPECT_EQ(PathSize(world.system, tree.Path()), 0);
+    EXPECT_EQ(PathSize(world.system, tree.Path(), true), 0);
+}
+
+TEST(PathSize, GoesBeyondTwoGibibytes) {
+    TestWorld world;
+    HugeFiles disk(world.disk);
+    System system = world.With(disk);
+    EXPECT_EQ(PathSize(system, L"X:\\a.bin"), 3'000'000'000);
+    EXPECT_EQ(PathSize(system, L"X:\\Top"), 6'000'000'000);
+    EXPECT_EQ(PathSize(system, L"X:\\Top", true), 6'000'000'000);
+}
+
+TEST(PathSize, ProcessesMessagesAfterEachFile) {
+    const TempTree tree;
+    for (int i = 0; i < 10; ++i) tree.File(std::to_wstring(i));
+    TestWorld world;
+    (void)PathSize(world.system, tree.Path());
+    EXPECT_GE(world.pump.Yields(), 10);
+    world.pump.Restart();
+    (void)PathSize(world.system, tree.Path(), true);
+    EXPECT_GE(world.pump.Yields(), 10);
+}
+
+TEST(PathSize, AsksTheDiskOnceForEachFolder) {
+    const TempTree tree;
+    for (int i = 0; i < 10; ++i) tree.File(L"Sub\\" + std::to_wstring(i));
+    TestWorld world;
+    (void)PathSize(world.system, tree.Path(), true);
+    EXPECT_EQ(world.files.Operations().size(), 3U) << "one look at the top, one list per folder";
+}
+
+TEST(PathSize, LeavesOutASubFolderThatCannotBeRead) {
+    const TempTree tree;
+    tree.File(L"a", "1");
+    tree.File(L"Closed\\b", "22");
+    tree.File(L"Open\\c", "333");
+    TestWorld world;
+    world.files.FailNth(1, error_number::kPermissionDenied, [](const auto& operation) {
+        return operation.call == FileCall::List && operation.path.ends_with(L"Closed");
+    });
+    EXPECT_EQ(PathSize(world.system, tree.Path(), true), 4);
+    EXPECT_EQ(world.files.Faults().size(), 1U);
+}
+
+TEST(PathSize, OfAFolderThatCannotBeReadIsWhatCouldBeRead) {
+    const TempTree tree;
+    tree.File(L"a", "1");
+    for (const bool wholeTree : {false, true}) {
+        TestWorld world;
+        world.files.FailFrom(1, error_number::kPermissionDenied, OnlyCalls({FileCall::List}));
+        EXPECT_EQ(PathSize(world.system, tree.Path(), wholeTree), 0);
+    }
+}
+
+TEST(PathSize, TellsWhenTheDiskCannotAnswer) {
+    const TempTree tree;
+    TestWorld world;
+    world.files.FailNth(1, error_number::kNotReady);
+    EXPECT_EQ(PathSize(world.system, tree.Path()), -1);
+    const test::ToldError told = world.errors.TakeOne();
+    EXPECT_EQ(told.number, 71);
+    EXPECT_EQ(told.procedure, L"PathSize");
+    EXPECT_EQ(told.container, L"MFileDosShell");
+}
+
+TEST(PathSize, WalksTreesOfThousandsOfLevels) {
+    TestWorld world;
+    test::EndlessFolders disk(world.disk, 5000, 0);
+    System system = world.With(disk);
+    EXPECT_EQ(PathSize(system, L"X:\\d", true), 5000);
+    EXPECT_EQ(disk.listings, 5000);
+}
+
+TEST(CPathSize, WritesTheSizeAsPeopleReadIt) {
+    struct Row {
+        std::size_t bytes;
+        const wchar_t* text;
+    };
+    const Row rows[] = {{0, L"0Byte"},
+                        {1, L"1Byte"},
+                        {1023, L"1023Byte"},
+                        {1024, L"1024Byte"},
+                        {1025, L"1.0KByte"},
+                        {1536, L"1.5KByte"},
+                        {1048576, L"1024.0KByte"},
+                        {1572864, L"1.5MByte"}};
+    const TempTree tree;
+    TestWorld world;
+    for (const Row& row : rows) {
+        const std::wstring file = tree.File(L"f", std::string(row.bytes, 'x'));
+        EXPECT_EQ(CPathSize(world.system, file), WithLocalSign(row.text)) << row.bytes;
+    }
+}
+
+TEST(CPathSize, OfAFolderIsItsWholeTree) {
+    const TempTree tree;
+    tree.File(L"a", std::string(1000, 'x'));
+    tree.File(L"Sub\\b", std::string(536, 'x'));
+    TestWorld world;
+    EXPECT_EQ(CPathSize(world.system, tree.Path()), WithLocalSign(L"1.5KByte"));
+    EXPECT_EQ(CPathSize(world.system, tree.Folder(L"empty")), L"0Byte");
+}
+
+TEST(CPathSize, OfNothingIsEmpty) {
+    const TempTree tree;
+    TestWorld world;
+    EXPECT_EQ(CPathSize(world.system, tree.Path(L"missing")), L"");
+    EXPECT_EQ(CPathSize(world.system, tree.Path(L"*")), L"");
+    EXPECT_EQ(CPathSize(world.system, L""), L"");
+}
+
+TEST(CPathSize, TellsWhenTheDiskCannotAnswer) {
+    const TempTree tree;
+    TestWorld world;
+    world.files.FailNth(1, error_number::kPermissionDenied);
+    EXPECT_EQ(CPathSize(world.system, tree.Path()), L"");
+    EXPECT_EQ(world.errors.TakeOne().procedure, L"CPathSize");
+}
+
+}  // namespace
+}  // namespace vw::MFileDosShell
