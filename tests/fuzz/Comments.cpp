@@ -1,0 +1,74 @@
+// A comment file with any content gives a date or error 5, never anything else; a comment that was
+// written gives its date and folder back.
+#include "engine/CommentLine.h"
+#include "engine/NameEncoding.h"
+#include "platform/RuntimeError.h"
+#include "tests/fuzz/FuzzSupport.h"
+
+using vw::fuzz::Promise;
+
+namespace {
+
+void ReadAnyComment(const std::wstring& text, const vw::AnsiCodec& ansi) {
+    const std::wstring line = vw::FirstLine(text);
+    Promise(line.find_first_of(L"\r\n") == std::wstring::npos, "a line is one line");
+    if (const auto location = vw::CommentLocationField(line)) {
+        (void)vw::EnglishNameOrigin(*location, ansi);
+    }
+    const auto field = vw::CommentDateField(line);
+    if (!field) {
+        return;
+    }
+    try {
+        const vw::Date date = vw::ReadCommentDate(vw::EnglishNameOrigin(*field, ansi));
+        Promise(date >= vw::kFirstDate && date <= vw::kLastDate, "a date of the calendar");
+    } catch (const vw::RuntimeError& error) {
+        Promise(error.Number() == vw::error_number::kInvalidCall, "a field that is no date");
+    }
+}
+
+void WriteAndReadBack(vw::fuzz::Input& input, const vw::AnsiCodec& ansi) {
+    const auto seconds = static_cast<vw::Date>(
+        input.Number(5) % static_cast<std::uint64_t>(vw::kLastDate - vw::kFirstDate + 1));
+    const vw::Date date = vw::kFirstDate + seconds;
+    const vw::DateSeparators separators{
+        vw::OneCharacterSeparator(input.Text(), L'/'),
+        vw::OneCharacterSeparator(input.Text(), L':'),
+    };
+    std::wstring folder = input.RestAsText();
+    std::erase_if(folder, [](wchar_t character) { return character < L' ' || character == L'\''; });
+
+    const std::wstring line = vw::CommentLine(date, separators, vw::EnglishNameFrom(folder, ansi));
+    Promise(ansi.Holds(line), "a comment stays in the code page");
+    Promise(vw::FirstLine(line + L"\r\n") == line, "a comment is one line");
+    const auto field = vw::CommentDateField(line);
+    Promise(field.has_value(), "a comment has a date");
+    Promise(vw::ReadCommentDate(*field) == date, "the date comes back");
+    Promise(vw::ReadCommentDate(vw::EnglishNameOrigin(*field, ansi)) == date,
+            "the date comes back through decoding");
+    const auto location = vw::CommentLocationField(line);
+    Promise(location.has_value(), "a comment has a folder");
+    Promise(vw::EnglishNameOrigin(*location, ansi) == folder, "the folder comes back");
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    vw::fuzz::Input input(data, size);
+    const vw::AnsiCodec& ansi = vw::fuzz::AnyCodePage(input);
+    switch (input.Byte() % 3) {
+        case 0:
+            ReadAnyComment(
+                vw::fuzz::WithWords(input.RestAsText(), {L"backed files date last modified:",
+                                                         L"Original Location:", L"05/03/2005"}),
+                ansi);
+            break;
+        case 1:  // a comment whose date field is damaged
+            ReadAnyComment(vw::CommentLine(0, {}, {}).substr(0, 32) + input.RestAsText(), ansi);
+            break;
+        default:
+            WriteAndReadBack(input, ansi);
+            break;
+    }
+    return 0;
+}
