@@ -1,0 +1,188 @@
+#include "app/LanguageChoice.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/CCommonAPI.h"
+#include "platform/ProgramState.h"
+#include "platform/RuntimeError.h"
+#include "tests/support/ScratchRegistry.h"
+#include "tests/support/TestWorld.h"
+
+namespace vw::test {
+namespace {
+
+const std::wstring kBaseName = L"VaultwrightTests-Language";
+const std::wstring kKey = L"Software\\Tallowmere.Net\\" + kBaseName;
+constexpr std::wstring_view kQuestion =
+    L"The current interface language is English. Do you want to change it to Arabic?";
+
+class LanguageChoices : public testing::Test {
+  protected:
+    ScratchKey key{HKEY_CURRENT_USER, kKey};
+    SavedValue digits{HKEY_CURRENT_USER, L"Control Panel\\International", L"NumShape"};
+    TestWorld world;
+    MRecentFiles::SettingsStore settings{world.errors, kBaseName};
+    ProgramState state;
+    LanguageChoice choice{settings, world.boxes, state};
+    SystemRegistry registry;
+    CCommonAPI api{registry, world.ansi, world.boxes, world.errors};
+
+    [[nodiscard]] std::wstring Stored() const { return settings.GetSetting(L"Arabic", L"absent"); }
+
+    /// What the next start of the program does.
+    void StartAgain(bool silently = false) {
+        state = ProgramState();
+        state.silentRun = silently;
+        (void)choice.Read();
+        choice.PrepareArabicOnce(api);
+    }
+};
+
+TEST_F(LanguageChoices, AreAskedForAtTheFirstStart) {
+    world.boxes.Expect(kQuestion, BoxAnswer::Yes);
+    EXPECT_TRUE(choice.Read());
+    EXPECT_TRUE(state.arabic);
+    EXPECT_EQ(Stored(), L"-1");
+
+    ASSERT_EQ(world.boxes.Shown().size(), 1U);
+    const BoxContent& box = world.boxes.Shown().front();
+    EXPECT_EQ(box.text, kQuestion);
+    EXPECT_EQ(box.title, L"Vualtwright");
+    EXPECT_EQ(box.buttons, BoxButtons::YesNo);
+    EXPECT_EQ(box.icon, BoxIcon::None);
+    EXPECT_TRUE(box.secondIsDefault);
+    EXPECT_FALSE(box.rightToLeft);
+}
+
+TEST_F(LanguageChoices, AnsweredWithNoAreEnglishAndNotAskedForAgain) {
+    world.boxes.Expect(kQuestion, BoxAnswer::No);
+    EXPECT_FALSE(choice.Read());
+    EXPECT_FALSE(state.arabic);
+    EXPECT_EQ(Stored(), L"0");
+    EXPECT_FALSE(choice.Read());
+    EXPECT_EQ(world.boxes.Shown().size(), 1U);
+}
+
+TEST_F(LanguageChoices, AnsweredWithYesAreNotAskedForAgain) {
+    world.boxes.Expect(kQuestion, BoxAnswer::Yes);
+    EXPECT_TRUE(choice.Read());
+    state.arabic = false;
+    EXPECT_TRUE(choice.Read());
+    EXPECT_TRUE(state.arabic);
+    EXPECT_EQ(world.boxes.Shown().size(), 1U);
+}
+
+TEST_F(LanguageChoices, StoredAsNeverChosenAreAskedForInAnyLetterCase) {
+    settings.SaveSetting(L"Arabic", L"n/a");
+    world.boxes.Expect(kQuestion, BoxAnswer::No);
+    EXPECT_FALSE(choice.Read());
+    EXPECT_EQ(Stored(), L"0");
+}
+
+TEST_F(LanguageChoices, AreNotAskedForInASilentFirstStart) {
+    state.silentRun = true;
+    state.arabic = true;
+    EXPECT_FALSE(choice.Read());
+    EXPECT_FALSE(state.arabic);
+    EXPECT_FALSE(KeyExists(HKEY_CURRENT_USER, kKey));
+
+    state.silentRun = false;
+    world.boxes.Expect(kQuestion, BoxAnswer::Yes);
+    EXPECT_TRUE(choice.Read());
+}
+
+TEST_F(LanguageChoices, OfASilentRunAreTheStoredOnes) {
+    settings.SaveSetting(L"Arabic", L"-1");
+    state.silentRun = true;
+    EXPECT_TRUE(choice.Read());
+}
+
+TEST_F(LanguageChoices, AreReadFromAnyYesOrNoText) {
+    for (const std::wstring_view yes : {L"-1", L"True", L"true", L"1", L"7"}) {
+        settings.SaveSetting(L"Arabic", yes);
+        EXPECT_TRUE(choice.Read());
+        EXPECT_TRUE(state.arabic);
+        for (const std::wstring_view no : {L"0", L"False"}) {
+            settings.SaveSetting(L"Arabic", no);
+            EXPECT_FALSE(choice.Read());
+            EXPECT_FALSE(state.arabic);
+        }
+    }
+}
+
+TEST_F(LanguageChoices, StoredAsAnythingElseAreATypeMismatchForTheCaller) {
+    for (const std::wstring_view text : {L"Arabic", L"", L"yes"}) {
+        settings.SaveSetting(L"Arabic", text);
+        try {
+            (void)choice.Read();
+            FAIL() << "taken";
+        } catch (const RuntimeError& error) {
+            EXPECT_EQ(error.Number(), error_number::kTypeMismatch);
+        }
+        EXPECT_EQ(Stored(), text);
+    }
+}
+
+TEST_F(LanguageChoices, AreStoredAsMinusOneAndZero) {
+    choice.Write(true);
+    EXPECT_EQ(Stored(), L"-1");
+    EXPECT_TRUE(state.arabic);
+    choice.Write(false);
+    EXPECT_EQ(Stored(), L"0");
+    EXPECT_FALSE(state.arabic);
+}
+
+TEST_F(LanguageChoices, OfArabicWarnAboutDigitsAtTheirFirstStartOnly) {
+    digits.Set(L"1");
+    choice.Write(true);
+    world.boxes.Expect(L"إن نمط الأرقام المستعمل غير صالح:");
+    StartAgain();
+    StartAgain();
+    StartAgain();
+    EXPECT_EQ(world.boxes.Shown().size(), 1U);
+}
+
+TEST_F(LanguageChoices, OfArabicAtTheQuestionWarnAboutDigitsOnceToo) {
+    digits.Set(L"1");
+    world.boxes.Expect(kQuestion, BoxAnswer::Yes);
+    world.boxes.Expect(L"إن نمط الأرقام المستعمل غير صالح:");
+    StartAgain();
+    StartAgain();
+    EXPECT_EQ(world.boxes.Shown().size(), 2U);
+}
+
+TEST_F(LanguageChoices, OfArabicWarnAgainAfterTheyWereEnglish) {
+    digits.Set(L"1");
+    for (int i = 0; i < 2; ++i) {
+        choice.Write(true);
+        world.boxes.Expect(L"إن نمط الأرقام المستعمل غير صالح:");
+        StartAgain();
+        choice.Write(false);
+        StartAgain();
+    }
+    EXPECT_EQ(world.boxes.Shown().size(), 2U);
+}
+
+TEST_F(LanguageChoices, OfEnglishNeverWarnAboutDigits) {
+    digits.Set(L"1");
+    choice.Write(false);
+    StartAgain();
+    EXPECT_TRUE(world.boxes.Shown().empty());
+}
+
+TEST_F(LanguageChoices, OfASilentRunLeaveTheWarningToTheNextStart) {
+    digits.Set(L"1");
+    choice.Write(true);
+    StartAgain(true);
+    EXPECT_TRUE(world.boxes.Shown().empty());
+    world.boxes.Expect(L"إن نمط الأرقام المستعمل غير صالح:");
+    StartAgain();
+}
+
+TEST_F(LanguageChoices, OfEnglishLeaveNoOtherSettingThanTheirs) {
+    choice.Write(false);
+    EXPECT_EQ(ReadValue(HKEY_CURRENT_USER, kKey, L"ArabicPrepared"), std::nullopt);
+}
+
+}  // namespace
+}  // namespace vw::test

@@ -1,0 +1,196 @@
+#include "app/LogonStart.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+#include "platform/CCommonAPI.h"
+#include "platform/ProgramState.h"
+#include "tests/support/ScratchRegistry.h"
+#include "tests/support/TestWorld.h"
+
+namespace vw::test {
+namespace {
+
+const std::wstring kBaseName = L"VaultwrightTests-Logon";
+const std::wstring kRunKey = L"SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Run";
+
+class RecordingMark final : public AutoBackupMark {
+  public:
+    std::vector<bool> marks;
+    void CheckAutoBackup(bool on) override { marks.push_back(on); }
+};
+
+/// A drive of a chosen kind; remembers which one was asked about.
+class DriveOfKind final : public ForwardingFileSystem {
+  public:
+    using ForwardingFileSystem::ForwardingFileSystem;
+
+    DriveKind kind = DriveKind::Fixed;
+    std::vector<std::wstring> asked;
+
+    DriveKind KindOfDrive(std::wstring_view path) override {
+        asked.emplace_back(path);
+        return kind;
+    }
+};
+
+/// A registry that a user without an administrator's rights has.
+class ReadOnlyRegistry final : public RawRegistry {
+  public:
+    LSTATUS CreateKey(HKEY, const std::string&, RegistryKey&) override {
+        return ERROR_ACCESS_DENIED;
+    }
+    LSTATUS QueryValue(HKEY, const std::string&, char*, DWORD&) override {
+        return ERROR_ACCESS_DENIED;
+    }
+    LSTATUS SetValue(HKEY, const std::string&, DWORD, std::string_view) override {
+        return ERROR_ACCESS_DENIED;
+    }
+    LSTATUS DeleteValue(HKEY, const std::string&) override { return ERROR_ACCESS_DENIED; }
+    LSTATUS DeleteTree(HKEY, const std::string&) override { return ERROR_ACCESS_DENIED; }
+};
+
+class LogonStarts : public testing::Test {
+  protected:
+    ScratchKey key{HKEY_CURRENT_USER, L"Software\\Tallowmere.Net\\" + kBaseName};
+    SavedValue entry{HKEY_LOCAL_MACHINE, kRunKey, kBaseName};
+    TestWorld world;
+    DriveOfKind drives{world.files};
+    System system = world.With(drives);
+    MRecentFiles::SettingsStore settings{world.errors, kBaseName};
+    ProgramState state;
+    SystemRegistry registry;
+    CCommonAPI api{registry, world.ansi, world.boxes, world.errors};
+    RecordingMark mark;
+    LogonStart logon{system, api, settings, state, mark};
+
+    void SetUp() override {
+        state.applicationFolder = L"C:\\My Vault";
+        state.executableBaseName = kBaseName;
+        state.currentListPath = L"c:\\my vault\\FILESLIST.vwl";
+    }
+    [[nodiscard]] static std::optional<StoredValue> Entry() {
+        return ReadValue(HKEY_LOCAL_MACHINE, kRunKey, kBaseName);
+    }
+    [[nodiscard]] std::wstring Setting() const {
+        return settings.GetSetting(L"Startup", L"absent");
+    }
+};
+
+TEST_F(LogonStarts, AreOffWithoutAnEntry) { EXPECT_FALSE(logon.ApplicationSartup()); }
+
+TEST_F(LogonStarts, AreOnWithTheEntryOfTheProgramsName) {
+    entry.Set(L"anything");
+    EXPECT_TRUE(logon.ApplicationSartup());
+    state.executableBaseName = kBaseName + L"2";
+    EXPECT_FALSE(logon.ApplicationSartup());
+}
+
+TEST_F(LogonStarts, SwitchedOnWriteTheCommandWithoutQuotationMarks) {
+    logon.ApplicationSartup(true);
+    EXPECT_EQ(Entry(), TextValue(L"C:\\My Vault\\" + kBaseName + L".exe /S"));
+    EXPECT_EQ(Setting(), L"-1");
+    EXPECT_EQ(mark.marks, std::vector<bool>{true});
+    EXPECT_TRUE(logon.ApplicationSartup());
+    EXPECT_EQ(drives.asked, std::vector<std::wstring>{L"C:\\"});
+}
+
+TEST_F(LogonStarts, SwitchedOffRemoveTheEntry) {
+    logon.ApplicationSartup(true);
+    logon.ApplicationSartup(false);
+    EXPECT_EQ(Entry(), std::nullopt);
+    EXPECT_EQ(Setting(), L"0");
+    EXPECT_EQ(mark.marks, (std::vector<bool>{true, false}));
+    EXPECT_FALSE(logon.ApplicationSartup());
+}
+
+TEST_F(LogonStarts, AreLeftAsTheyAreForAnotherList) {
+    state.currentListPath = L"D:\\Lists\\work.vwl";
+    logon.ApplicationSartup(true);
+    EXPECT_EQ(Entry(), std::nullopt);
+    EXPECT_EQ(Setting(), L"absent");
+    EXPECT_TRUE(mark.marks.empty());
+    EXPECT_TRUE(drives.asked.empty());
+}
+
+TEST_F(LogonStarts, AlreadyAsWantedAreLeftAlone) {
+    entry.Set(L"by hand");
+    logon.ApplicationSartup(true);
+    EXPECT_EQ(Entry(), TextValue(L"by hand"));
+    entry.Remove();
+    logon.ApplicationSartup(false);
+    EXPECT_EQ(Setting(), L"absent");
+    EXPECT_TRUE(mark.marks.empty());
+}
+
+TEST_F(LogonStarts, OfAProgramBesideAHardDriveAreRefused) {
+    for (const DriveKind kind : {DriveKind::Unknown, DriveKind::Removable, DriveKind::Network,
+                                 DriveKind::Optical, DriveKind::Memory}) {
+        drives.kind = kind;
+        world.boxes.Expect(L"Run this Application from your hard drive");
+        logon.ApplicationSartup(true);
+    }
+    EXPECT_EQ(Entry(), std::nullopt);
+    EXPECT_EQ(Setting(), L"absent");
+    EXPECT_TRUE(mark.marks.empty());
+    ASSERT_FALSE(world.boxes.Shown().empty());
+    const BoxContent& box = world.boxes.Shown().front();
+    EXPECT_EQ(box.text, L"Run this Application from your hard drive");
+    EXPECT_EQ(box.title, kApplicationTitle);
+    EXPECT_EQ(box.buttons, BoxButtons::Ok);
+    EXPECT_EQ(box.icon, BoxIcon::None);
+}
+
+TEST_F(LogonStarts, CannotBeSwitchedOffBesideAHardDriveEither) {
+    entry.Set(L"by hand");
+    drives.kind = DriveKind::Removable;
+    world.boxes.Expect(L"Run this Application from your hard drive");
+    logon.ApplicationSartup(false);
+    EXPECT_EQ(Entry(), TextValue(L"by hand"));
+}
+
+TEST_F(LogonStarts, OfAProgramOnAnotherMachineAreRefused) {
+    System real = world.With(world.files);
+    LogonStart onRealDrives(real, api, settings, state, mark);
+    state.applicationFolder = L"\\\\server\\share\\Vault";
+    state.currentListPath = state.DefaultListPath();
+    world.boxes.Expect(L"Run this Application from your hard drive");
+    onRealDrives.ApplicationSartup(true);
+    EXPECT_EQ(Entry(), std::nullopt);
+}
+
+TEST_F(LogonStarts, OfAProgramOnTheRealHardDriveAreTaken) {
+    System real = world.With(world.files);
+    LogonStart onRealDrives(real, api, settings, state, mark);
+    onRealDrives.ApplicationSartup(true);
+    EXPECT_TRUE(onRealDrives.ApplicationSartup());
+}
+
+// The check mark is read from the registry again when the window loads.
+TEST_F(LogonStarts, WithoutTheRightsAreSilentAndStillStoreTheWish) {
+    ReadOnlyRegistry refused;
+    CCommonAPI refusedApi(refused, world.ansi, world.boxes, world.errors);
+    LogonStart withoutRights(system, refusedApi, settings, state, mark);
+    withoutRights.ApplicationSartup(true);
+    EXPECT_EQ(Entry(), std::nullopt);
+    EXPECT_EQ(Setting(), L"-1");
+    EXPECT_EQ(mark.marks, std::vector<bool>{true});
+    EXPECT_FALSE(withoutRights.ApplicationSartup());
+}
+
+TEST_F(LogonStarts, TellAnErrorAsTheirOwn) {
+    world.files.FailFrom(1, error_number::kNotReady);
+    System failing = world.With(world.files);
+    LogonStart onFailingDrive(failing, api, settings, state, mark);
+    onFailingDrive.ApplicationSartup(true);
+    const ToldError error = world.errors.TakeOne();
+    EXPECT_EQ(error.number, error_number::kNotReady);
+    EXPECT_EQ(error.procedure, L"ApplicationSartup");
+    EXPECT_EQ(error.kind, L"Module");
+    EXPECT_EQ(error.container, L"MVaultwright");
+    EXPECT_TRUE(mark.marks.empty());
+}
+
+}  // namespace
+}  // namespace vw::test

@@ -1,0 +1,52 @@
+#include "list/format/ListFileType.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/CCommonAPI.h"
+#include "platform/ExitStatus.h"
+#include "platform/SystemCodePage.h"
+#include "tests/support/RecordedErrors.h"
+#include "tests/support/ScratchRegistry.h"
+#include "tests/support/ScriptedBoxes.h"
+
+namespace vw::test {
+namespace {
+
+const HKEY kRoot = HKEY_CLASSES_ROOT;
+
+TEST(ListFileType, RegistersListsWithTheirIconAndTheirBackup) {
+    const ScratchKey extension(kRoot, L".vwl");
+    const ScratchKey type(kRoot, L"VaultwrightFilesList");
+    ExitStatus exitStatus;
+    RecordedErrors faults(exitStatus);
+    ScriptedBoxes boxes;
+    SystemRegistry registry;
+    const CodePage ansi;
+    CCommonAPI api(registry, ansi, boxes, faults);
+
+    const std::wstring folder = L"C:\\Vault";
+    const std::wstring program = folder + L"\\Vaultwright.exe";
+    std::wstring typeName(list_file_type::kTypeName);
+    api.RegisterFileType(list_file_type::kExtension, typeName, program,
+                         std::wstring(folder).append(list_file_type::kIconFile), true);
+    api.RegisterFileTypeCommand(
+        typeName, L"Backup", std::wstring(program).append(list_file_type::kBackupCommand), false);
+
+    EXPECT_EQ(ReadValue(kRoot, L".vwl", L""), TextValue(L"VaultwrightFilesList"));
+    EXPECT_EQ(ReadValue(kRoot, L"VaultwrightFilesList\\DefaultIcon", L""),
+              TextValue(L"C:\\Vault\\vwl.ICO"));
+    EXPECT_EQ(ReadValue(kRoot, L"VaultwrightFilesList\\shell\\Open\\Command", L""),
+              TextValue(L"\"C:\\Vault\\Vaultwright.exe\" %1"));
+    EXPECT_EQ(ReadValue(kRoot, L"VaultwrightFilesList\\shell\\Backup\\command", L""),
+              TextValue(L"C:\\Vault\\Vaultwright.exe /B %1"));
+}
+
+TEST(ListFileType, HasTheseNames) {
+    EXPECT_EQ(list_file_type::kExtension, L".VWL");
+    EXPECT_EQ(list_file_type::kTypeName, L"VaultwrightFilesList");
+    EXPECT_EQ(list_file_type::kIconFile, L"\\vwl.ICO");
+    EXPECT_EQ(list_file_type::kBackupCommand, L" /B %1");
+}
+
+}  // namespace
+}  // namespace vw::test
