@@ -10,6 +10,8 @@ set(PURE_SOURCES
     engine/WorkingName.cpp
     fsutil/PathText.cpp
     fsutil/SizeText.cpp
+    list/editing/FileDialogSetup.cpp
+    list/editing/RecentOrder.cpp
     list/format/FieldReader.cpp
     list/format/ListLine.cpp
     list/format/ListText.cpp
@@ -29,6 +31,8 @@ set(PURE_TESTS
     tests/engine/WorkingNameTest.cpp
     tests/fsutil/PathTextTest.cpp
     tests/fsutil/SizeTextTest.cpp
+    tests/list/editing/FileDialogSetupTest.cpp
+    tests/list/editing/RecentOrderTest.cpp
     tests/list/format/FieldReaderTest.cpp
     tests/list/format/ListLineTest.cpp
     tests/list/format/ListTextTest.cpp
