@@ -2,13 +2,25 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+#include <string>
+
 #include "platform/RuntimeError.h"
 #include "platform/WindowsHeader.h"
+#include "tests/support/WineBridge.h"
 
 namespace vw {
 namespace {
 
 TEST(SystemCodePage, NumberZeroIsTheOneOfTheSystem) { EXPECT_EQ(CodePage().Number(), GetACP()); }
+
+// VW_CODE_PAGE tells it where the tests run on another system than usual; without it the tests
+// would not notice that they do not.
+TEST(SystemCodePage, IsThatOfTheSystemThatTheTestsMean) {
+    const char* const expected = std::getenv("VW_CODE_PAGE");
+    if (expected == nullptr && !test::UnderWine()) GTEST_SKIP() << "any system is meant";
+    EXPECT_EQ(std::to_string(CodePage().Number()), expected == nullptr ? "1252" : expected);
+}
 
 TEST(SystemCodePage, KeepsTheLettersThatItHas) {
     EXPECT_EQ(CodePage(1252).Encode(L"a\u00AB\u00BB\u20AC"), "a\xAB\xBB\x80");
