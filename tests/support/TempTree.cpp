@@ -158,7 +158,10 @@ TempTree::TempTree() {
     if (!Exists(root_)) Fail("make the folder", root_);
 }
 
-TempTree::~TempTree() { RemoveTree(root_); }
+TempTree::~TempTree() {
+    RemoveTree(root_);
+    RemoveRestOfTree(root_);
+}
 
 std::wstring TempTree::Path(std::wstring_view relative) const {
     if (relative.empty()) return root_;

@@ -85,4 +85,11 @@ void RemoveLink(std::wstring_view link) {
     RunOutside(L"\\\\?\\unix\\bin\\rm", command, link, false);
 }
 
+void RemoveRestOfTree(std::wstring_view folder) {
+    if (!UnderWine() || !Shown(folder)) return;
+    const std::wstring outside = OutsidePath(folder);
+    if (outside.empty()) return;
+    RunOutside(L"\\\\?\\unix\\bin\\rm", L"rm -rf \"" + outside + L"\"", folder, false);
+}
+
 }  // namespace vw::test

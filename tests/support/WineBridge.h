@@ -13,4 +13,8 @@ namespace vw::test {
 /// Removes a link without what it shows.
 void RemoveLink(std::wstring_view link);
 
+/// Removes from outside what Wine could not: links whose target is gone already are invisible to
+/// it. Does nothing on Windows.
+void RemoveRestOfTree(std::wstring_view folder);
+
 }  // namespace vw::test

@@ -1,0 +1,149 @@
+// Links below an item are no part of it: nothing may be counted, dated, renamed or deleted behind
+// them. What they show here are canary folders in the tests' own temporary tree.
+
+#include <gtest/gtest.h>
+
+#include "fsutil/FileQueries.h"
+#include "fsutil/NameCase.h"
+#include "fsutil/TreeWork.h"
+#include "platform/WindowsHeader.h"
+#include "tests/support/TempTree.h"
+#include "tests/support/TestWorld.h"
+#include "tests/support/WineBridge.h"
+
+namespace vw::MFileDosShell {
+namespace {
+
+using test::Exists;
+using test::FileCall;
+using test::ReadTree;
+using test::TempTree;
+using test::TestWorld;
+using test::Tree;
+
+constexpr DateParts kOld{2001, 2, 3, 4, 5, 6};
+constexpr DateParts kNew{2024, 12, 31, 23, 59, 59};
+
+class NoCopies : public CopyDates {
+  public:
+    Date PackageDate(std::wstring_view) override {
+        ADD_FAILURE() << "no copy was there to ask for";
+        return kMissingDate;
+    }
+};
+
+// Wine refuses to remove a link to a folder, and would remove what it shows when that is empty;
+// Windows removes the link. This file system does the latter everywhere.
+class RemovingLinks : public test::ForwardingFileSystem {
+  public:
+    using ForwardingFileSystem::ForwardingFileSystem;
+
+    void EraseFolder(std::wstring_view path) override {
+        const std::wstring name(path);
+        const DWORD attributes = GetFileAttributesW(name.c_str());
+        if ((attributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0) {
+            Inner().EraseFolder(path);
+        } else {
+            ++removedLinks;
+            test::RemoveLink(path);
+        }
+    }
+
+    int removedLinks = 0;
+};
+
+// Item\own.txt, Item\Link -> Canary, Canary\Sub\Song.MP3, and Loop -> Item inside of the item.
+class LinksTest : public testing::Test {
+  protected:
+    void SetUp() override {
+        tree_.File(L"Item\\own.txt", "own", kOld);
+        tree_.File(L"Canary\\Sub\\Song.MP3", "canary", kNew);
+        if (!tree_.Link(L"Item\\Link", L"Canary") || !tree_.Link(L"Item\\Loop", L"Item")) {
+            GTEST_SKIP() << "this system makes no links";
+        }
+        canary_ = ReadTree(tree_.Path(L"Canary"));
+        ASSERT_EQ(canary_.size(), 2U);
+        ASSERT_TRUE(world_.files.Look(tree_.Path(L"Item\\Link"))->isLink);
+        world_.files.Heal();
+    }
+
+    void TearDown() override {
+        if (!canary_.empty()) {
+            EXPECT_EQ(ReadTree(tree_.Path(L"Canary")), canary_);
+        }
+    }
+
+    const TempTree tree_;
+    TestWorld world_;
+    NoCopies copies_;
+    Tree canary_;
+};
+
+TEST_F(LinksTest, AreNotEnteredByTheWalksForSizeAndDate) {
+    EXPECT_EQ(PathSize(world_.system, tree_.Path(L"Item"), true), 3);
+    EXPECT_EQ(PathDate(world_.system, copies_, tree_.Path(L"Item")), MakeDate(kOld));
+    EXPECT_EQ(CPathSize(world_.system, tree_.Path(L"Item")), L"3Byte");
+}
+
+TEST_F(LinksTest, AreFollowedWhenTheyAreTheItemItself) {
+    EXPECT_EQ(PathSize(world_.system, tree_.Path(L"Item\\Link"), true), 6);
+    EXPECT_EQ(PathDate(world_.system, copies_, tree_.Path(L"Item\\Link")), MakeDate(kNew));
+    EXPECT_EQ(PathDate(world_.system, copies_, tree_.Path(L"Item\\Link\\")), MakeDate(kNew));
+    EXPECT_TRUE(PathExist(world_.system, tree_.Path(L"Item\\Link")));
+}
+
+TEST_F(LinksTest, AreDeletedWithoutWhatTheyShow) {
+    RemovingLinks disk(world_.disk);
+    System system = world_.With(disk);
+    DeletePath(system, tree_.Path(L"Item"));
+    EXPECT_EQ(disk.removedLinks, 2);
+    EXPECT_FALSE(Exists(tree_.Path(L"Item")));
+}
+
+TEST_F(LinksTest, AreDeletedAloneWhenTheyAreTheItemItself) {
+    RemovingLinks disk(world_.disk);
+    System system = world_.With(disk);
+    DeletePath(system, tree_.Path(L"Item\\Link\\"));
+    EXPECT_EQ(disk.removedLinks, 1);
+    EXPECT_FALSE(Exists(tree_.Path(L"Item\\Link")));
+    EXPECT_TRUE(Exists(tree_.Path(L"Item\\own.txt")));
+}
+
+TEST_F(LinksTest, KeepWhatTheyShowAlsoWhereTheSystemCannotRemoveThem) {
+    DeletePath(world_.system, tree_.Path(L"Item"));
+    for (const auto& operation : world_.files.Operations()) {
+        EXPECT_EQ(operation.path.find(L"Link\\"), std::wstring::npos) << Describe(operation);
+        EXPECT_EQ(operation.path.find(L"Loop\\"), std::wstring::npos) << Describe(operation);
+    }
+    if (Exists(tree_.Path(L"Item"))) {
+        EXPECT_NE(world_.errors.TakeOne().number, 0) << "what stays has to be told";
+    }
+}
+
+TEST_F(LinksTest, AreNotEnteredByTheRenamingToLowerCase) {
+    // The name of the link stays, for the same reason as above: Wine would rename the canary. The
+    // other link goes: it would show nothing once its folder has another name.
+    test::RemoveLink(tree_.Path(L"Item\\Loop"));
+    tree_.File(L"Item\\UPPER.TXT");
+    world_.files.FailFrom(1, error_number::kPermissionDenied, [](const auto& operation) {
+        return operation.call == FileCall::Move && operation.path.ends_with(L"Link");
+    });
+    TreeNamesLower(world_.system, tree_.Path(L"Item"));
+    EXPECT_EQ(ReadTree(tree_.Path(L"item")).count(L"upper.txt"), 1U);
+    EXPECT_EQ(world_.files.Faults().size(), 1U);
+}
+
+TEST(LinksToFiles, CountAsTheFileThatTheyShow) {
+    const TempTree tree;
+    tree.File(L"Canary\\six", "canary", kNew);
+    tree.File(L"Item\\own.txt", "own", kOld);
+    if (!tree.Link(L"Item\\shown", L"Canary\\six")) GTEST_SKIP() << "this system makes no links";
+    TestWorld world;
+    NoCopies copies;
+    EXPECT_EQ(PathSize(world.system, tree.Path(L"Item"), true), 9);
+    EXPECT_EQ(PathSize(world.system, tree.Path(L"Item\\shown")), 6);
+    EXPECT_EQ(PathDate(world.system, copies, tree.Path(L"Item")), MakeDate(kNew));
+}
+
+}  // namespace
+}  // namespace vw::MFileDosShell

@@ -1,0 +1,180 @@
+#include "fsutil/NameCase.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/Handle.h"
+#include "platform/RuntimeError.h"
+#include "platform/WindowsHeader.h"
+#include "tests/support/TempTree.h"
+#include "tests/support/TestWorld.h"
+
+namespace vw::MFileDosShell {
+namespace {
+
+using test::FileCall;
+using test::OnlyCalls;
+using test::OnlyChanges;
+using test::ReadTree;
+using test::TempTree;
+using test::TestWorld;
+
+// Names as they stand on the disk, with their letter case.
+std::vector<std::wstring> Names(const TempTree& tree) {
+    std::vector<std::wstring> names;
+    for (const auto& [name, node] : ReadTree(tree.Path())) names.push_back(name);
+    return names;
+}
+
+using NameList = std::vector<std::wstring>;
+
+TEST(LowerCase, TakesEveryAlphabetAndNoLanguage) {
+    EXPECT_EQ(LowerCase(L"ABC«É»ÇΣ"), L"abc«é»çσ");
+    EXPECT_EQ(LowerCase(L"TITLE I"), L"title i");
+    EXPECT_EQ(LowerCase(L"ملف 1"), L"ملف 1");
+    EXPECT_EQ(LowerCase(L""), L"");
+}
+
+TEST(FolderNameLower, RenamesTheFolderAlone) {
+    const TempTree tree;
+    tree.File(L"OUTER\\Inner\\File.TXT");
+    TestWorld world;
+    FolderNameLower(world.system, tree.Path(L"OUTER\\Inner\\"));
+    EXPECT_EQ(Names(tree), (NameList{L"OUTER", L"OUTER\\inner", L"OUTER\\inner\\File.TXT"}));
+    FolderNameLower(world.system, tree.Path(L"OUTER"));
+    EXPECT_EQ(Names(tree), (NameList{L"outer", L"outer\\inner", L"outer\\inner\\File.TXT"}));
+}
+
+TEST(FolderNameLower, MovesByWayOfTheNameWithAnAtSign) {
+    const TempTree tree;
+    tree.Folder(L"Docs");
+    TestWorld world;
+    FolderNameLower(world.system, tree.Path(L"Docs"));
+    ASSERT_EQ(world.files.Operations().size(), 2U);
+    EXPECT_EQ(world.files.Operations()[0].path, tree.Path(L"Docs"));
+    EXPECT_EQ(world.files.Operations()[0].to, tree.Path(L"Docs@"));
+    EXPECT_EQ(world.files.Operations()[1].path, tree.Path(L"Docs@"));
+    EXPECT_EQ(world.files.Operations()[1].to, tree.Path(L"docs"));
+}
+
+TEST(FolderNameLower, LeavesALowerCaseNameAndADriveAlone) {
+    const TempTree tree;
+    tree.Folder(L"lower");
+    TestWorld world;
+    FolderNameLower(world.system, tree.Path(L"lower"));
+    FolderNameLower(world.system, L"C:\\");
+    FolderNameLower(world.system, L"C:");
+    FolderNameLower(world.system, L"");
+    EXPECT_EQ(world.files.Count(), 0);
+}
+
+TEST(FolderNameLower, PassesOverAFailureAndLeavesTheOldName) {
+    for (int n = 1; n <= 2; ++n) {
+        const TempTree tree;
+        tree.File(L"Docs\\File");
+        TestWorld world;
+        world.files.FailNth(n, error_number::kPermissionDenied, OnlyCalls({FileCall::Move}));
+        FolderNameLower(world.system, tree.Path(L"Docs"));
+        EXPECT_EQ(Names(tree), (NameList{L"Docs", L"Docs\\File"})) << "failed at rename " << n;
+    }
+    TestWorld world;
+    FolderNameLower(world.system, L"C:\\No Such Folder\\Here");
+}
+
+TEST(FileNameLower, RenamesTheFileAndTurnsThePath) {
+    const TempTree tree;
+    std::wstring path = tree.File(L"Docs\\ملف File.TXT", "bytes");
+    const std::wstring before = path;
+    TestWorld world;
+    FileNameLower(world.system, path);
+    EXPECT_EQ(path, LowerCase(before));
+    EXPECT_EQ(Names(tree), (NameList{L"Docs", L"Docs\\ملف file.txt"}));
+    EXPECT_EQ(world.files.Read(path), "bytes");
+}
+
+TEST(FileNameLower, MovesByWayOfTheLowerCaseNameWithAnAtSign) {
+    const TempTree tree;
+    std::wstring path = tree.File(L"File.TXT");
+    TestWorld world;
+    FileNameLower(world.system, path);
+    ASSERT_EQ(world.files.Operations().size(), 2U);
+    EXPECT_EQ(world.files.Operations()[0].to, tree.Path(L"file.txt@"));
+    EXPECT_EQ(world.files.Operations()[1].path, tree.Path(L"file.txt@"));
+    EXPECT_EQ(world.files.Operations()[1].to, tree.Path(L"file.txt"));
+}
+
+TEST(FileNameLower, UndoesItsRenamesWhenOneFails) {
+    for (int n = 1; n <= 2; ++n) {
+        const TempTree tree;
+        std::wstring path = tree.File(L"File.TXT", "bytes");
+        const std::wstring before = path;
+        TestWorld world;
+        world.files.FailNth(n, error_number::kPermissionDenied, OnlyCalls({FileCall::Move}));
+        FileNameLower(world.system, path);
+        EXPECT_EQ(Names(tree), NameList{L"File.TXT"}) << "failed at rename " << n;
+        EXPECT_EQ(path, LowerCase(before)) << "in any case";
+    }
+}
+
+TEST(FileNameLower, PassesOverATakenNameAndAFileInUse) {
+    const TempTree tree;
+    std::wstring taken = tree.File(L"One.txt", "1");
+    tree.File(L"one.txt@", "other");
+    std::wstring used = tree.File(L"Two.txt", "2");
+    TestWorld world;
+    {
+        const FileHandle lock(
+            CreateFileW(used.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
+        ASSERT_TRUE(lock);
+        FileNameLower(world.system, taken);
+        FileNameLower(world.system, used);
+    }
+    EXPECT_EQ(Names(tree), (NameList{L"One.txt", L"Two.txt", L"one.txt@"}));
+}
+
+TEST(TreeNamesLower, TurnsEveryNameOfTheTree) {
+    const TempTree tree;
+    tree.File(L"Top\\A.TXT", "a");
+    tree.File(L"Top\\b.txt", "b");
+    tree.File(L"Top\\SUB\\Deeper\\ÉCOLE ملف.Doc", "c");
+    tree.File(L"Top\\lower\\UPPER", "d");
+    TestWorld world;
+    TreeNamesLower(world.system, tree.Path(L"Top"));
+    EXPECT_EQ(Names(tree),
+              (NameList{L"top", L"top\\a.txt", L"top\\b.txt", L"top\\lower", L"top\\lower\\upper",
+                        L"top\\sub", L"top\\sub\\deeper", L"top\\sub\\deeper\\école ملف.doc"}));
+    EXPECT_EQ(test::ReadBytes(tree.Path(L"top\\sub\\deeper\\école ملف.doc")), "c");
+    EXPECT_GE(world.pump.Yields(), 7);
+}
+
+TEST(TreeNamesLower, PassesOverFailuresAndTurnsTheRest) {
+    const TempTree tree;
+    tree.File(L"Top\\One", "1");
+    tree.File(L"Top\\Sub\\Two", "2");
+    tree.File(L"Top\\Three", "3");
+    TestWorld world;
+    world.files.FailFrom(1, error_number::kPermissionDenied, [](const auto& operation) {
+        return operation.call == FileCall::Move && operation.path.ends_with(L"Sub");
+    });
+    TreeNamesLower(world.system, tree.Path(L"Top"));
+    EXPECT_EQ(Names(tree),
+              (NameList{L"top", L"top\\Sub", L"top\\Sub\\two", L"top\\one", L"top\\three"}));
+}
+
+TEST(TreeNamesLower, DoesNothingForWhatIsNotThere) {
+    TestWorld world;
+    world.files.DieAtNth(1, OnlyCalls({FileCall::Copy, FileCall::Write, FileCall::EraseFile}));
+    TreeNamesLower(world.system, L"C:\\No Such Folder Here");
+    TreeNamesLower(world.system, L"");
+}
+
+TEST(TreeNamesLower, LeavesLowerCaseNamesUntouched) {
+    const TempTree tree;
+    tree.File(L"top\\sub\\file.txt");
+    TestWorld world;
+    world.files.DieAtNth(1, OnlyChanges());
+    TreeNamesLower(world.system, tree.Path(L"top"));
+    EXPECT_EQ(world.files.Count(), 0);
+}
+
+}  // namespace
+}  // namespace vw::MFileDosShell

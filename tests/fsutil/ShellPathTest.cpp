@@ -1,0 +1,111 @@
+// What is opened can be seen: the tests register a type of documents of their own whose program
+// copies the document to another place.
+
+#include <gtest/gtest.h>
+
+#include "fsutil/Scripting.h"
+#include "platform/Handle.h"
+#include "platform/WindowsHeader.h"
+#include "tests/support/TempTree.h"
+#include "tests/support/TestWorld.h"
+
+namespace vw::MMyScripting {
+namespace {
+
+using test::Exists;
+using test::TempTree;
+using test::TestWorld;
+
+constexpr const wchar_t* kExtensionKey = L".vwopened";
+constexpr const wchar_t* kTypeKey = L"VaultwrightTest.Opened";
+
+void SetDefaultValue(const std::wstring& key, const std::wstring& value) {
+    HKEY handle = nullptr;
+    ASSERT_EQ(RegCreateKeyExW(HKEY_CLASSES_ROOT, key.c_str(), 0, nullptr, 0, KEY_ALL_ACCESS,
+                              nullptr, &handle, nullptr),
+              ERROR_SUCCESS);
+    const RegistryKey owner(handle);
+    const auto bytes = static_cast<DWORD>((value.size() + 1) * sizeof(wchar_t));
+    ASSERT_EQ(RegSetValueExW(handle, nullptr, 0, REG_SZ,
+                             reinterpret_cast<const BYTE*>(value.c_str()), bytes),
+              ERROR_SUCCESS);
+}
+
+class ShellPathTest : public testing::Test {
+  protected:
+    void SetUp() override {
+        SetDefaultValue(kExtensionKey, kTypeKey);
+        SetDefaultValue(std::wstring(kTypeKey) + L"\\shell\\open\\command",
+                        L"cmd.exe /c copy /y \"%1\" \"" + Opened() + L"\"");
+    }
+    ~ShellPathTest() override {
+        for (const wchar_t* below :
+             {L"\\shell\\open\\command", L"\\shell\\open", L"\\shell", L""}) {
+            RegDeleteKeyW(HKEY_CLASSES_ROOT, (std::wstring(kTypeKey) + below).c_str());
+        }
+        RegDeleteKeyW(HKEY_CLASSES_ROOT, kExtensionKey);
+    }
+
+    [[nodiscard]] std::wstring Opened() const { return tree_.Path(L"opened"); }
+
+    // Bytes of the document that was opened; empty when none was within the time.
+    [[nodiscard]] std::string WaitForOpened(int milliseconds = 20'000) const {
+        for (; milliseconds > 0; milliseconds -= 50) {
+            if (Exists(Opened())) {
+                const std::string bytes = test::ReadBytes(Opened());
+                if (!bytes.empty()) return bytes;
+            }
+            Sleep(50);
+        }
+        return {};
+    }
+
+    TempTree tree_;
+    TestWorld world_;
+};
+
+TEST(FileProtocolCommand, IsTheHandlerFollowedDirectlyByTheText) {
+    EXPECT_EQ(FileProtocolCommand(L"C:\\Help\\Vaultwright.htm"),
+              L"rundll32.exe url.dll,FileProtocolHandler C:\\Help\\Vaultwright.htm");
+    EXPECT_EQ(FileProtocolCommand(L"C:\\a b\\«0101».txt"),
+              L"rundll32.exe url.dll,FileProtocolHandler C:\\a b\\«0101».txt");
+    EXPECT_EQ(FileProtocolCommand(L""), L"rundll32.exe url.dll,FileProtocolHandler ");
+}
+
+TEST_F(ShellPathTest, OpensADocumentWithItsProgram) {
+    ShellPath(world_.system, tree_.File(L"a document.vwopened", "by the handler"));
+    EXPECT_EQ(WaitForOpened(), "by the handler");
+}
+
+TEST_F(ShellPathTest, OpensACopyWithItsProgram) {
+    world_.ansi.Use(1252);
+    ShellPath(world_.system, tree_.File(L"Report«0101».vwopened", "a copy"));
+    EXPECT_EQ(WaitForOpened(), "a copy");
+}
+
+TEST_F(ShellPathTest, OpensADocumentWhoseNameTheCodePageCannotHold) {
+    world_.ansi.Use(1252);
+    ShellPath(world_.system, tree_.File(L"ملف عربي.vwopened", "not by the handler"));
+    EXPECT_EQ(WaitForOpened(), "not by the handler");
+}
+
+TEST_F(ShellPathTest, RunsTheSystemsHandlerAndNoneThatLiesInTheCurrentFolder) {
+    wchar_t before[MAX_PATH + 1] = {};
+    GetCurrentDirectoryW(MAX_PATH, before);
+    tree_.File(L"planted\\rundll32.exe", "no program at all");
+    ASSERT_NE(SetCurrentDirectoryW(tree_.Path(L"planted").c_str()), 0);
+    ShellPath(world_.system, tree_.File(L"document.vwopened", "safely"));
+    EXPECT_EQ(WaitForOpened(), "safely");
+    SetCurrentDirectoryW(before);
+}
+
+TEST_F(ShellPathTest, IgnoresEveryFailure) {
+    world_.ansi.Use(1252);
+    ShellPath(world_.system, L"ملف غير موجود.no-program-for-this");
+    ShellPath(world_.system, L"\x0639:\\");
+    EXPECT_EQ(WaitForOpened(200), "");
+    EXPECT_EQ(world_.exitStatus.Code(), 0);
+}
+
+}  // namespace
+}  // namespace vw::MMyScripting

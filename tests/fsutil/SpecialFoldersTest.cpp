@@ -1,0 +1,135 @@
+#include <gtest/gtest.h>
+
+#include <array>
+
+#include "fsutil/KnownFolder.h"
+#include "fsutil/Scripting.h"
+#include "platform/TextCase.h"
+#include "platform/Utf8.h"
+#include "platform/WindowsHeader.h"
+#include "tests/support/TestWorld.h"
+
+// Behind the header above, which it builds on.
+#include <shlobj.h>
+
+namespace vw::MMyScripting {
+namespace {
+
+using test::TestWorld;
+
+// The same folders by the system's older numbers, asked in another way.
+constexpr std::array<int, 18> kOtherNumbers = {CSIDL_COMMON_DESKTOPDIRECTORY,
+                                               CSIDL_COMMON_STARTMENU,
+                                               CSIDL_COMMON_PROGRAMS,
+                                               CSIDL_COMMON_STARTUP,
+                                               CSIDL_DESKTOPDIRECTORY,
+                                               CSIDL_APPDATA,
+                                               CSIDL_PRINTHOOD,
+                                               CSIDL_TEMPLATES,
+                                               CSIDL_FONTS,
+                                               CSIDL_NETHOOD,
+                                               CSIDL_DESKTOPDIRECTORY,
+                                               CSIDL_STARTMENU,
+                                               CSIDL_SENDTO,
+                                               CSIDL_RECENT,
+                                               CSIDL_STARTUP,
+                                               CSIDL_FAVORITES,
+                                               CSIDL_PERSONAL,
+                                               CSIDL_PROGRAMS};
+
+std::wstring Expected(int number) {
+    wchar_t path[MAX_PATH + 1] = {};
+    SHGetFolderPathW(nullptr, kOtherNumbers[static_cast<std::size_t>(number)], nullptr,
+                     SHGFP_TYPE_CURRENT, path);
+    return path;
+}
+
+std::wstring Folder(int code, bool isWinNT = true, int* codeAfter = nullptr) {
+    TestWorld world;
+    ScriptShell shell;
+    const std::wstring path = GetSpecialFolders(world.system, shell, code, isWinNT);
+    if (codeAfter != nullptr) *codeAfter = code;
+    return path;
+}
+
+TEST(GetSpecialFolders, KnowsTheFoldersOfTheSystemByCodesFrom50) {
+    wchar_t buffer[MAX_PATH + 1] = {};
+    GetWindowsDirectoryW(buffer, MAX_PATH);
+    EXPECT_EQ(Folder(50), buffer);
+    GetSystemDirectoryW(buffer, MAX_PATH);
+    EXPECT_EQ(Folder(51), buffer);
+    GetTempPathW(MAX_PATH, buffer);
+    EXPECT_EQ(Folder(52) + L"\\", buffer);
+}
+
+TEST(GetSpecialFolders, TurnsTheCodesFrom50) {
+    for (const bool isWinNT : {true, false}) {
+        for (int code = 50; code <= 52; ++code) {
+            int after = code;
+            EXPECT_EQ(Folder(code, isWinNT, &after), Folder(code));
+            EXPECT_EQ(after, code - 50) << "the gate comes before, not behind";
+        }
+    }
+}
+
+TEST(GetSpecialFolders, LooksUpEveryOtherCodeInTheCollection) {
+    for (int number = 0; number < 18; ++number) {
+        int after = -1;
+        const std::wstring path = Folder(number, true, &after);
+        EXPECT_FALSE(path.empty()) << number;
+        EXPECT_TRUE(EqualNoCase(path, Expected(number)))
+            << number << ": " << ToUtf8(path) << " is not " << ToUtf8(Expected(number));
+        EXPECT_EQ(after, number);
+    }
+}
+
+TEST(GetSpecialFolders, ReplacesFourCodesOnAnOldSystem) {
+    struct Row {
+        int before;
+        int after;
+    };
+    for (const Row row : {Row{0, 4}, {1, 11}, {2, 17}, {3, 14}, {4, 4}, {16, 16}}) {
+        int after = -1;
+        const std::wstring path = Folder(row.before, false, &after);
+        EXPECT_EQ(after, row.after);
+        EXPECT_TRUE(EqualNoCase(path, Expected(row.after))) << row.before;
+    }
+}
+
+TEST(GetSpecialFolders, IsEmptyForAnUnknownCode) {
+    for (const int code : {18, 49, 53, 1000, -1, INT_MIN, INT_MAX}) {
+        EXPECT_EQ(Folder(code), L"") << code;
+    }
+}
+
+TEST(KnownFolderOfNumber, HasAllNumbersOfTheCollectionAndNoOthers) {
+    for (int number = 0; number < 18; ++number) {
+        EXPECT_TRUE(EqualNoCase(KnownFolderOfNumber(number), Expected(number))) << number;
+    }
+    EXPECT_EQ(KnownFolderOfNumber(-1), L"");
+    EXPECT_EQ(KnownFolderOfNumber(18), L"");
+}
+
+TEST(WshShellInt, MakesTheSharedObjectOnce) {
+    TestWorld world;
+    ScriptShell shell;
+    EXPECT_FALSE(shell.IsCreated());
+    WshShellInt(world.system, shell);
+    EXPECT_TRUE(shell.IsCreated());
+    WshShellInt(world.system, shell);
+    EXPECT_TRUE(shell.IsCreated());
+}
+
+TEST(WshShellInt, TheObjectIsMadeByTheFirstLookUp) {
+    TestWorld world;
+    ScriptShell shell;
+    int code = 51;
+    (void)GetSpecialFolders(world.system, shell, code, true);
+    EXPECT_FALSE(shell.IsCreated()) << "the system's own folders need no object";
+    code = 16;
+    (void)GetSpecialFolders(world.system, shell, code, true);
+    EXPECT_TRUE(shell.IsCreated());
+}
+
+}  // namespace
+}  // namespace vw::MMyScripting
