@@ -85,17 +85,15 @@ void EnumerateFolder(const std::wstring& systemPath, std::wstring_view path,
                                             FIND_FIRST_EX_LARGE_FETCH));
     if (!found) {
         const DWORD code = GetLastError();
-        if (code != ERROR_FILE_NOT_FOUND && code != ERROR_PATH_NOT_FOUND &&
-            code != ERROR_DIRECTORY) {
-            RaiseCode(code, path);
-        }
-        // The empty root of a drive has not even "." and "..".
         const DWORD attributes = GetFileAttributesW(systemPath.c_str());
-        if (attributes != INVALID_FILE_ATTRIBUTES && code == ERROR_FILE_NOT_FOUND &&
-            (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
-            return;
+        const bool exists = attributes != INVALID_FILE_ATTRIBUTES;
+        const bool isFolder = exists && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+        // The empty root of a drive has not even "." and "..".
+        if (isFolder && code == ERROR_FILE_NOT_FOUND) return;
+        if ((exists && !isFolder) || code == ERROR_FILE_NOT_FOUND || code == ERROR_PATH_NOT_FOUND) {
+            Raise(error_number::kPathNotFound, path);
         }
-        Raise(error_number::kPathNotFound, path);
+        RaiseCode(code, path);
     }
     FolderEntry entry;
     do {

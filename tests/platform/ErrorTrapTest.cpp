@@ -1,0 +1,89 @@
+#include "platform/ErrorTrap.h"
+
+#include <gtest/gtest.h>
+
+#include <new>
+#include <stdexcept>
+
+#include "platform/ErrorReports.h"
+#include "platform/ExitStatus.h"
+#include "tests/support/ScriptedBoxes.h"
+
+namespace vw {
+namespace {
+
+constexpr Procedure kProcedure{L"BackupAll", L"Class Module", L"CPackage"};
+
+class CollectingSink final : public ErrorSink {
+  public:
+    void Tell(const Procedure& where, const RuntimeError& error) override {
+        text = ErrorText(where, error);
+        number = error.Number();
+        ++count;
+    }
+
+    std::wstring text;
+    int number = 0;
+    int count = 0;
+};
+
+TEST(ErrorTrapTest, TheTextNamesNumberLineProcedureMeaningAndPath) {
+    const RuntimeError error(76, L"Path not found", L"E:\\Store", 12);
+    EXPECT_EQ(ErrorText(kProcedure, error),
+              L"Error 76 in line 12\r\nin procedure BackupAll of Class Module CPackage\r\n\r\n"
+              L"Path not found\r\nE:\\Store");
+}
+
+TEST(ErrorTrapTest, WithoutMeaningAndPathTheTextIsTheTwoLines) {
+    EXPECT_EQ(ErrorText(kProcedure, RuntimeError(1000, {}, {}, 3)),
+              L"Error 1000 in line 3\r\nin procedure BackupAll of Class Module CPackage");
+}
+
+TEST(ErrorTrapTest, AnErrorEndsTheBodyAndIsToldOnce) {
+    CollectingSink sink;
+    bool reachedEnd = false;
+    EXPECT_FALSE(Trapped(sink, kProcedure, [&] {
+        Trapped(sink, kProcedure, [] { Raise(70, L"C:\\a"); });
+        Raise(53, L"C:\\b");
+        reachedEnd = true;
+    }));
+    EXPECT_FALSE(reachedEnd);
+    EXPECT_EQ(sink.count, 2);
+    EXPECT_EQ(sink.number, 53);
+}
+
+TEST(ErrorTrapTest, TheLineIsTheOneThatRaised) {
+    CollectingSink sink;
+    const int line = __LINE__ + 1;
+    Trapped(sink, kProcedure, [] { Raise(70); });
+    EXPECT_TRUE(sink.text.starts_with(L"Error 70 in line " + std::to_wstring(line))) << line;
+}
+
+TEST(ErrorTrapTest, MemoryShortageIsSevenAndAnyOtherErrorFive) {
+    CollectingSink sink;
+    Trapped(sink, kProcedure, [] { throw std::bad_alloc(); });
+    EXPECT_EQ(sink.number, 7);
+    Trapped(sink, kProcedure, [] { throw std::logic_error("x"); });
+    EXPECT_EQ(sink.number, 5);
+}
+
+TEST(ErrorTrapTest, WhatIsNoErrorGoesThrough) {
+    struct End {};
+    CollectingSink sink;
+    EXPECT_THROW(Trapped(sink, kProcedure, [] { throw End(); }), End);
+    EXPECT_EQ(sink.count, 0);
+}
+
+TEST(ErrorReportsTest, TheFirstErrorIsTheExitCode) {
+    test::ScriptedBoxes boxes;
+    ExitStatus exitStatus;
+    ErrorReports reports(boxes, exitStatus);
+    boxes.Expect(L"Error 70 in line 1\r\nin procedure BackupAll of Class Module CPackage");
+    boxes.Expect(L"Error 53 in line 2\r\nin procedure BackupAll of Class Module CPackage");
+    reports.Tell(kProcedure, RuntimeError(70, {}, {}, 1));
+    reports.Tell(kProcedure, RuntimeError(53, {}, {}, 2));
+    EXPECT_EQ(exitStatus.Code(), 70);
+}
+
+}  // namespace
+}  // namespace vw

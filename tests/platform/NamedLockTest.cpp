@@ -1,0 +1,58 @@
+#include "platform/NamedLock.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <thread>
+
+namespace vw {
+namespace {
+
+// A mutex belongs to a thread, so another thread stands in for another process here; the real
+// thing is among the tests of the whole program.
+bool OtherCanTake(std::wstring_view purpose, std::wstring_view path) {
+    bool taken = false;
+    std::thread([&] {
+        NamedLock lock(purpose, path);
+        taken = lock.TryTake();
+    }).join();
+    return taken;
+}
+
+TEST(NamedLockTest, OnlyOneHoldsTheLockOfAPath) {
+    NamedLock lock(L"test", L"C:\\Store");
+    ASSERT_TRUE(lock.TryTake());
+    EXPECT_FALSE(OtherCanTake(L"test", L"C:\\Store"));
+}
+
+TEST(NamedLockTest, CaseAndSpellingOfThePathDoNotMatter) {
+    NamedLock lock(L"test", L"C:\\Store");
+    ASSERT_TRUE(lock.TryTake());
+    EXPECT_FALSE(OtherCanTake(L"test", L"c:/STORE\\"));
+}
+
+TEST(NamedLockTest, OtherPathsAndPurposesAreFree) {
+    NamedLock lock(L"test", L"C:\\Store");
+    ASSERT_TRUE(lock.TryTake());
+    EXPECT_TRUE(OtherCanTake(L"test", L"C:\\Store2"));
+    EXPECT_TRUE(OtherCanTake(L"test2", L"C:\\Store"));
+}
+
+TEST(NamedLockTest, TheLockIsFreeAgainAfterItsHolder) {
+    auto lock = std::make_unique<NamedLock>(L"test", L"C:\\Store");
+    ASSERT_TRUE(lock->TryTake());
+    lock.reset();
+    EXPECT_TRUE(OtherCanTake(L"test", L"C:\\Store"));
+}
+
+TEST(NamedLockTest, AThreadThatEndsWithTheLockLeavesItToOthers) {
+    std::unique_ptr<NamedLock> left;
+    std::thread([&] {
+        left = std::make_unique<NamedLock>(L"test", L"C:\\Left");
+        EXPECT_TRUE(left->TryTake());
+    }).join();
+    EXPECT_TRUE(OtherCanTake(L"test", L"C:\\Left"));
+}
+
+}  // namespace
+}  // namespace vw

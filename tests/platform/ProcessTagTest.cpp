@@ -1,0 +1,58 @@
+#include "platform/ProcessTag.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "platform/Handle.h"
+
+namespace vw {
+namespace {
+
+TEST(ProcessTagTest, ThisProcessIsNotGone) {
+    const ProcessTag self = ThisProcess();
+    EXPECT_EQ(self, ThisProcess());
+    EXPECT_NE(self.processStart, 0U);
+    EXPECT_FALSE(IsGone(self));
+}
+
+TEST(ProcessTagTest, AnotherProcessUnderAnOldIdMeansGone) {
+    ProcessTag tag = ThisProcess();
+    tag.processStart -= 1;
+    EXPECT_TRUE(IsGone(tag));
+}
+
+TEST(ProcessTagTest, AProcessOfAnotherComputerCountsAsRunning) {
+    ProcessTag tag = ThisProcess();
+    tag.computer += 1;
+    tag.processStart -= 1;
+    EXPECT_FALSE(IsGone(tag));
+}
+
+TEST(ProcessTagTest, AProcessThatEndedIsGone) {
+    STARTUPINFOW startup{};
+    startup.cb = sizeof startup;
+    PROCESS_INFORMATION info{};
+    std::wstring command = L"cmd.exe /c exit 0";
+    ASSERT_NE(CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, CREATE_SUSPENDED,
+                             nullptr, nullptr, &startup, &info),
+              0);
+    KernelHandle process(info.hProcess);
+    const KernelHandle thread(info.hThread);
+    FILETIME created{};
+    FILETIME other{};
+    GetProcessTimes(process.Get(), &created, &other, &other, &other);
+    ProcessTag tag = ThisProcess();
+    tag.processId = info.dwProcessId;
+    tag.processStart =
+        (static_cast<std::uint64_t>(created.dwHighDateTime) << 32) | created.dwLowDateTime;
+    EXPECT_FALSE(IsGone(tag));
+    ResumeThread(thread.Get());
+    ASSERT_EQ(WaitForSingleObject(process.Get(), 30000), WAIT_OBJECT_0);
+    EXPECT_TRUE(IsGone(tag)) << "while a handle keeps the id";
+    process.Reset();
+    EXPECT_TRUE(IsGone(tag));
+}
+
+}  // namespace
+}  // namespace vw

@@ -1,0 +1,81 @@
+#include "platform/SystemPath.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+#include "platform/RuntimeError.h"
+#include "platform/WindowsHeader.h"
+
+namespace vw {
+namespace {
+
+struct PathRow {
+    std::wstring_view typed;
+    std::wstring_view absolute;
+    std::wstring_view system;
+};
+
+TEST(SystemPathTest, TypedPathsAreMadeAbsoluteAndFreeOfTheLengthLimit) {
+    const std::vector<PathRow> rows = {
+        {L"C:\\", L"C:\\", L"\\\\?\\C:\\"},
+        {L"C:\\a.txt", L"C:\\a.txt", L"\\\\?\\C:\\a.txt"},
+        {L"C:\\a\\", L"C:\\a", L"\\\\?\\C:\\a"},
+        {L"C:/a/b.txt", L"C:\\a\\b.txt", L"\\\\?\\C:\\a\\b.txt"},
+        {L"D:\\\\Name\u00AB0001\u00BB.doc", L"D:\\Name\u00AB0001\u00BB.doc",
+         L"\\\\?\\D:\\Name\u00AB0001\u00BB.doc"},
+        {L"C:\\a\\.\\b\\..\\c", L"C:\\a\\c", L"\\\\?\\C:\\a\\c"},
+        {L"C:\\..\\..\\a", L"C:\\a", L"\\\\?\\C:\\a"},
+        {L"C:\\a. \\b ", L"C:\\a. \\b ", L"\\\\?\\C:\\a. \\b "},
+        {L"\\\\server\\share", L"\\\\server\\share", L"\\\\?\\UNC\\server\\share"},
+        {L"\\\\server\\share\\", L"\\\\server\\share", L"\\\\?\\UNC\\server\\share"},
+        {L"\\\\server\\share\\a\\\\b\\", L"\\\\server\\share\\a\\b",
+         L"\\\\?\\UNC\\server\\share\\a\\b"},
+        {L"\\\\server\\share\\..\\..\\a", L"\\\\server\\share\\a", L"\\\\?\\UNC\\server\\share\\a"},
+        {L"\\\\?\\C:\\a\\..", L"\\\\?\\C:\\a\\..", L"\\\\?\\C:\\a\\.."},
+    };
+    for (const PathRow& row : rows) {
+        EXPECT_EQ(AbsolutePath(row.typed), row.absolute);
+        EXPECT_EQ(SystemPath(row.typed), row.system);
+    }
+}
+
+TEST(SystemPathTest, RelativePathsAreTakenFromTheCurrentFolder) {
+    std::wstring current(GetCurrentDirectoryW(0, nullptr), L'\0');
+    GetCurrentDirectoryW(static_cast<DWORD>(current.size()), current.data());
+    current.pop_back();
+    if (current.back() != L'\\') current += L'\\';
+    EXPECT_EQ(AbsolutePath(L"x\\y.txt"), current + L"x\\y.txt");
+    EXPECT_EQ(AbsolutePath(current.substr(0, 2) + L"z"), current + L"z");
+}
+
+TEST(SystemPathTest, ABareDriveIsItsCurrentFolder) {
+    const std::wstring drive = AbsolutePath(L"C:");
+    EXPECT_TRUE(drive.starts_with(L"C:\\")) << drive.size();
+}
+
+TEST(SystemPathTest, PathsThatNameNoFileAreRefusedAsBadNames) {
+    for (const std::wstring_view path :
+         {std::wstring_view(), std::wstring_view(L"C:\\a\0b", 6), std::wstring_view(L"NUL"),
+          std::wstring_view(L"\\\\.\\C:")}) {
+        try {
+            static_cast<void>(SystemPath(path));
+            ADD_FAILURE() << "accepted a path of " << path.size() << " characters";
+        } catch (const RuntimeError& error) {
+            EXPECT_EQ(error.Number(), error_number::kBadName);
+        }
+    }
+}
+
+TEST(SystemPathTest, ContainingIsByWholeComponentsAndIgnoresCase) {
+    EXPECT_TRUE(PathContains(L"E:\\Store", L"e:\\STORE"));
+    EXPECT_TRUE(PathContains(L"E:\\Store\\", L"E:\\store\\a.txt"));
+    EXPECT_TRUE(PathContains(L"E:\\", L"E:\\Store"));
+    EXPECT_TRUE(PathContains(L"E:\\Sto[re", L"E:\\x\\..\\sto[re\\a"));
+    EXPECT_FALSE(PathContains(L"E:\\Store", L"E:\\Store2\\a.txt"));
+    EXPECT_FALSE(PathContains(L"E:\\Store\\a", L"E:\\Store"));
+    EXPECT_TRUE(PathContains(L"\\\\s\\share", L"\\\\S\\Share\\x"));
+}
+
+}  // namespace
+}  // namespace vw

@@ -1,0 +1,196 @@
+#include "platform/Win32FileSystem.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+#include <string>
+
+#include "platform/Handle.h"
+#include "platform/RuntimeError.h"
+#include "tests/support/TempTree.h"
+
+namespace vw {
+namespace {
+
+using test::TempTree;
+
+template <class Call>
+int NumberOf(Call call) {
+    try {
+        call();
+    } catch (const RuntimeError& error) {
+        return error.Number();
+    }
+    return 0;
+}
+
+class Win32FileSystemTest : public testing::Test {
+  protected:
+    TempTree tree_;
+    Win32FileSystem files_;
+};
+
+TEST_F(Win32FileSystemTest, LooksAtFilesFoldersAndNothing) {
+    const std::wstring file = tree_.File(L"a.txt", "12345", {2020, 2, 3, 4, 5, 6});
+    const auto facts = files_.Look(file);
+    ASSERT_TRUE(facts);
+    EXPECT_FALSE(facts->isFolder);
+    EXPECT_EQ(facts->size, 5U);
+    EXPECT_EQ(facts->lastWrite, MakeDate({2020, 2, 3, 4, 5, 6}));
+    const auto folder = files_.Look(tree_.Folder(L"sub") + L"\\");
+    ASSERT_TRUE(folder);
+    EXPECT_TRUE(folder->isFolder);
+    for (const wchar_t* missing : {L"b.txt", L"no\\b.txt", L"*", L"a.t?t", L"x<y>z|"}) {
+        EXPECT_FALSE(files_.Look(tree_.Path(missing))) << missing;
+    }
+    EXPECT_FALSE(files_.Look({}));
+    EXPECT_FALSE(files_.Look(L"Q:\\nothing\\here"));
+    EXPECT_FALSE(files_.Look(std::wstring_view(L"C:\\a\0b", 6)));
+}
+
+TEST_F(Win32FileSystemTest, ListsEachEntryOnceWithItsFacts) {
+    tree_.File(L"a.txt", "123");
+    tree_.File(L"\u0645\u0631\u062D\u0628\u0627.txt", "1");
+    tree_.Folder(L"sub\\deeper");
+    std::set<std::wstring> names;
+    files_.List(tree_.Path(), [&](const FolderEntry& entry) {
+        EXPECT_TRUE(names.insert(std::wstring(entry.name)).second);
+        EXPECT_EQ(entry.isFolder, entry.name == L"sub");
+        if (entry.name == L"a.txt") {
+            EXPECT_EQ(entry.size, 3U);
+        }
+    });
+    EXPECT_EQ(names,
+              (std::set<std::wstring>{L"a.txt", L"\u0645\u0631\u062D\u0628\u0627.txt", L"sub"}));
+}
+
+TEST_F(Win32FileSystemTest, AnEmptyFolderListsNothingAndAMissingOneIsPathNotFound) {
+    files_.List(tree_.Folder(L"empty"), [](const FolderEntry&) { ADD_FAILURE(); });
+    EXPECT_EQ(NumberOf([&] { files_.List(tree_.Path(L"none"), [](const FolderEntry&) {}); }), 76);
+    const std::wstring file = tree_.File(L"file");
+    EXPECT_EQ(NumberOf([&] { files_.List(file, [](const FolderEntry&) {}); }), 76);
+}
+
+TEST_F(Win32FileSystemTest, ACopyKeepsBytesDateAndAttributes) {
+    const std::wstring from =
+        tree_.File(L"a", std::string(200000, 'x'), {1999, 12, 31, 23, 59, 58});
+    tree_.SetAttributes(L"a", FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN);
+    files_.Copy(from, tree_.Path(L"b"), {});
+    EXPECT_EQ(test::ReadBytes(tree_.Path(L"b")), std::string(200000, 'x'));
+    EXPECT_EQ(test::ReadDate(tree_.Path(L"b")), MakeDate({1999, 12, 31, 23, 59, 58}));
+    EXPECT_TRUE(files_.Look(tree_.Path(L"b"))->isHidden);
+}
+
+TEST_F(Win32FileSystemTest, ACopyNeverReplacesAndFailuresHaveTheirNumbers) {
+    const std::wstring a = tree_.File(L"a", "new");
+    const std::wstring b = tree_.File(L"b", "old");
+    EXPECT_EQ(NumberOf([&] { files_.Copy(a, b, {}); }), 58);
+    EXPECT_EQ(test::ReadBytes(b), "old");
+    EXPECT_EQ(NumberOf([&] { files_.Copy(tree_.Path(L"none"), tree_.Path(L"c"), {}); }), 53);
+    EXPECT_EQ(NumberOf([&] { files_.Copy(tree_.Folder(L"sub"), tree_.Path(L"c"), {}); }), 53);
+    EXPECT_EQ(NumberOf([&] { files_.Copy(a, tree_.Path(L"no\\c"), {}); }), 76);
+    EXPECT_FALSE(test::Exists(tree_.Path(L"c")));
+}
+
+TEST_F(Win32FileSystemTest, AFileHeldByAnotherIsPermissionDenied) {
+    const std::wstring file = tree_.File(L"held");
+    const FileHandle held(
+        CreateFileW(file.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
+    ASSERT_TRUE(held);
+    EXPECT_EQ(NumberOf([&] { files_.Copy(file, tree_.Path(L"c"), {}); }), 70);
+    EXPECT_FALSE(test::Exists(tree_.Path(L"c")));
+    EXPECT_EQ(NumberOf([&] { static_cast<void>(files_.Read(file)); }), 70);
+    EXPECT_EQ(NumberOf([&] { files_.EraseFile(file); }), 70);
+    EXPECT_EQ(NumberOf([&] { files_.Move(file, tree_.Path(L"d")); }), 70);
+    EXPECT_TRUE(files_.Look(file));
+}
+
+TEST_F(Win32FileSystemTest, FoldersAreMadeOneLevelAtATime) {
+    files_.MakeFolder(tree_.Path(L"new"));
+    EXPECT_TRUE(files_.Look(tree_.Path(L"new"))->isFolder);
+    EXPECT_EQ(NumberOf([&] { files_.MakeFolder(tree_.Path(L"new")); }), 58);
+    EXPECT_EQ(NumberOf([&] { files_.MakeFolder(tree_.Path(L"x\\y")); }), 76);
+}
+
+TEST_F(Win32FileSystemTest, ReadOnlyFilesAndFoldersAreDeletedToo) {
+    const std::wstring file = tree_.File(L"a");
+    tree_.SetAttributes(L"a", FILE_ATTRIBUTE_READONLY);
+    files_.EraseFile(file);
+    EXPECT_FALSE(test::Exists(file));
+    const std::wstring folder = tree_.Folder(L"sub");
+    tree_.SetAttributes(L"sub", FILE_ATTRIBUTE_READONLY);
+    files_.EraseFolder(folder);
+    EXPECT_FALSE(test::Exists(folder));
+}
+
+TEST_F(Win32FileSystemTest, AFolderThatIsNotEmptyStays) {
+    tree_.File(L"sub\\a");
+    EXPECT_EQ(NumberOf([&] { files_.EraseFolder(tree_.Path(L"sub")); }), 75);
+    EXPECT_TRUE(test::Exists(tree_.Path(L"sub\\a")));
+}
+
+TEST_F(Win32FileSystemTest, MovingNeverReplacesAndReplacingDoes) {
+    const std::wstring a = tree_.File(L"a", "A");
+    const std::wstring b = tree_.File(L"b", "B");
+    EXPECT_EQ(NumberOf([&] { files_.Move(a, b); }), 58);
+    EXPECT_EQ(test::ReadBytes(b), "B");
+    tree_.SetAttributes(L"b", FILE_ATTRIBUTE_READONLY);
+    files_.Replace(a, b);
+    EXPECT_EQ(test::ReadBytes(b), "A");
+    EXPECT_FALSE(test::Exists(a));
+    files_.Move(b, a);
+    EXPECT_EQ(test::ReadBytes(a), "A");
+}
+
+TEST_F(Win32FileSystemTest, FoldersMoveWholeAndNeverOntoOthers) {
+    tree_.File(L"from\\x\\y", "1");
+    tree_.Folder(L"to");
+    EXPECT_NE(NumberOf([&] { files_.Move(tree_.Path(L"from"), tree_.Path(L"to")); }), 0);
+    files_.Move(tree_.Path(L"from\\"), tree_.Path(L"to2\\"));
+    EXPECT_EQ(test::ReadBytes(tree_.Path(L"to2\\x\\y")), "1");
+}
+
+TEST_F(Win32FileSystemTest, TextIsReadAndWrittenWhole) {
+    const std::wstring path = tree_.Path(L"list.vwl");
+    const std::string bytes = std::string(100000, 'a') + std::string("\0b", 2);
+    files_.Write(path, bytes, FileSystem::Flush::Yes);
+    EXPECT_EQ(files_.Read(path), bytes);
+    files_.Write(path, {}, FileSystem::Flush::No);
+    EXPECT_EQ(files_.Read(path), "");
+    EXPECT_EQ(NumberOf([&] { static_cast<void>(files_.Read(tree_.Path(L"none"))); }), 53);
+    EXPECT_EQ(NumberOf([&] { files_.Write(tree_.Path(L"no\\x"), "a", FileSystem::Flush::No); }),
+              76);
+    EXPECT_EQ(NumberOf([&] { static_cast<void>(files_.Read(tree_.Folder(L"sub"))); }), 75);
+}
+
+TEST_F(Win32FileSystemTest, PathsFarBeyondTheOldLimitWork) {
+    std::wstring folder = tree_.Path();
+    for (int i = 0; i < 12; ++i) {
+        folder += L"\\" + std::wstring(60, L'd');
+        files_.MakeFolder(folder);
+    }
+    ASSERT_GT(folder.size(), 700U);
+    files_.Write(folder + L"\\a.txt", "deep", FileSystem::Flush::No);
+    files_.Copy(folder + L"\\a.txt", folder + L"\\b.txt", {});
+    int count = 0;
+    files_.List(folder, [&](const FolderEntry&) { ++count; });
+    EXPECT_EQ(count, 2);
+    EXPECT_EQ(files_.Read(folder + L"\\b.txt"), "deep");
+}
+
+TEST_F(Win32FileSystemTest, DrivesTellTheirKindAndFreeSpace) {
+    EXPECT_EQ(files_.KindOfDrive(L"C:\\windows"), DriveKind::Fixed);
+    EXPECT_EQ(files_.KindOfDrive(L"\\\\server\\share\\x"), DriveKind::Network);
+    EXPECT_GT(files_.FreeSpace(L"C:\\"), 0U);
+    EXPECT_GT(files_.FreeSpace(tree_.Path()), 0U);
+    EXPECT_NE(NumberOf([&] { static_cast<void>(files_.FreeSpace(L"Q:\\")); }), 0);
+}
+
+TEST_F(Win32FileSystemTest, TheTemporaryFolderHasNoFinalSeparator) {
+    const std::wstring folder = files_.TempFolder();
+    EXPECT_TRUE(files_.Look(folder)->isFolder);
+    EXPECT_FALSE(folder.ends_with(L'\\'));
+}
+
+}  // namespace
+}  // namespace vw
