@@ -15,8 +15,11 @@ namespace {
 const HKEY kRoot = HKEY_CLASSES_ROOT;
 
 TEST(ListFileType, RegistersListsWithTheirIconAndTheirBackup) {
-    const ScratchKey extension(kRoot, L".vwl");
-    const ScratchKey type(kRoot, L"VaultwrightFilesList");
+    // The machine may have the real type: this one has longer names.
+    const std::wstring longExtension = std::wstring(list_file_type::kExtension).append(L"Test");
+    std::wstring typeName = std::wstring(list_file_type::kTypeName).append(L"Test");
+    const ScratchKey extension(kRoot, L".vwlTest");
+    const ScratchKey type(kRoot, L"VaultwrightFilesListTest");
     ExitStatus exitStatus;
     RecordedErrors faults(exitStatus);
     ScriptedBoxes boxes;
@@ -26,18 +29,17 @@ TEST(ListFileType, RegistersListsWithTheirIconAndTheirBackup) {
 
     const std::wstring folder = L"C:\\Vault";
     const std::wstring program = folder + L"\\Vaultwright.exe";
-    std::wstring typeName(list_file_type::kTypeName);
-    api.RegisterFileType(list_file_type::kExtension, typeName, program,
+    api.RegisterFileType(longExtension, typeName, program,
                          std::wstring(folder).append(list_file_type::kIconFile), true);
     api.RegisterFileTypeCommand(
         typeName, L"Backup", std::wstring(program).append(list_file_type::kBackupCommand), false);
 
-    EXPECT_EQ(ReadValue(kRoot, L".vwl", L""), TextValue(L"VaultwrightFilesList"));
-    EXPECT_EQ(ReadValue(kRoot, L"VaultwrightFilesList\\DefaultIcon", L""),
+    EXPECT_EQ(ReadValue(kRoot, L".vwlTest", L""), TextValue(L"VaultwrightFilesListTest"));
+    EXPECT_EQ(ReadValue(kRoot, L"VaultwrightFilesListTest\\DefaultIcon", L""),
               TextValue(L"C:\\Vault\\vwl.ICO"));
-    EXPECT_EQ(ReadValue(kRoot, L"VaultwrightFilesList\\shell\\Open\\Command", L""),
+    EXPECT_EQ(ReadValue(kRoot, L"VaultwrightFilesListTest\\shell\\Open\\Command", L""),
               TextValue(L"\"C:\\Vault\\Vaultwright.exe\" %1"));
-    EXPECT_EQ(ReadValue(kRoot, L"VaultwrightFilesList\\shell\\Backup\\command", L""),
+    EXPECT_EQ(ReadValue(kRoot, L"VaultwrightFilesListTest\\shell\\Backup\\command", L""),
               TextValue(L"C:\\Vault\\Vaultwright.exe /B %1"));
 }
 
