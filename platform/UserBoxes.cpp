@@ -12,6 +12,8 @@ namespace {
 constexpr int kMostSilentBoxes = 3;
 constexpr UINT kSilentBoxMilliseconds = 5000;
 constexpr UINT_PTR kCloseTimer = 0x5657;
+// A damaged list can make a path of a megabyte; a box that large would never come up.
+constexpr std::size_t kMostUnits = 2000;
 
 void CALLBACK CloseBox(HWND box, UINT, UINT_PTR timer, DWORD) {
     KillTimer(box, timer);
@@ -40,7 +42,9 @@ HWND Owner() {
 }
 
 BoxAnswer Show(const BoxContent& content) {
-    switch (MessageBoxW(Owner(), content.text.c_str(), content.title.c_str(), StyleOf(content))) {
+    std::wstring text = content.text.substr(0, kMostUnits);
+    if (text.size() < content.text.size()) text += L"\u2026";
+    switch (MessageBoxW(Owner(), text.c_str(), content.title.c_str(), StyleOf(content))) {
         case IDYES:
             return BoxAnswer::Yes;
         case IDNO:
