@@ -43,9 +43,7 @@ void AppendUnit(std::wstring& text, wchar_t unit) {
 void AppendToRun(std::wstring& text, wchar_t character, const AnsiCodec& ansi) {
     const std::wstring_view name(&character, 1);
     const std::string bytes = ansi.Encode(name);
-    const bool isHeld = !bytes.empty() && static_cast<unsigned char>(bytes.front()) >= 0x80 &&
-                        ansi.Decode(bytes) == name;
-    if (!isHeld) {
+    if (ansi.Decode(bytes) != name) {
         AppendUnit(text, character);
         return;
     }

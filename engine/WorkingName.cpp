@@ -126,9 +126,10 @@ class RightReader {
         };
         const DateParts parts{number(0, 4), number(4, 2),  number(6, 2),
                               number(8, 2), number(10, 2), number(12, 2)};
-        // Looked at before the date is made: what rolls over the last year raises an error there.
-        isGood_ = parts.year >= 100 && parts.month <= 12 && parts.day <= 31 && parts.hour <= 23 &&
-                  parts.minute <= 59 && parts.second <= 59;
+        // Looked at before the date is made: what rolls over the first or the last year raises an
+        // error there.
+        isGood_ = parts.year >= 100 && parts.month >= 1 && parts.month <= 12 && parts.day >= 1 &&
+                  parts.day <= 31 && parts.hour <= 23 && parts.minute <= 59 && parts.second <= 59;
         const Date date = isGood_ ? MakeDate(parts) : 0;
         isGood_ = isGood_ && DateDigits(date) == digits;
         return date;
@@ -195,7 +196,7 @@ std::optional<WorkingName> ParseWorkingName(std::wstring_view name) {
         }
         std::wstring_view firstName = reader.Rest();
         firstName.remove_suffix(word.text.size());
-        if (firstName.size() > kMaxFirstName || FitFirstName(firstName) != firstName) {
+        if (FitFirstName(firstName) != firstName) {
             return std::nullopt;
         }
         parsed.state = word.state;

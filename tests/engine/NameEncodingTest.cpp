@@ -51,6 +51,26 @@ TEST(NameEncoding, WritesUnitsForWhatTheCodePageDoesNotHave) {
     Check(western, {pair, L"'uDu8u3uDuDuEu0u0"});
 }
 
+/// A code page that gives look-alikes for what it does not have, as the system's tables may.
+class FittingCodePage final : public AnsiCodec {
+  public:
+    [[nodiscard]] std::string Encode(std::wstring_view text) const override {
+        std::wstring fitted(text);
+        std::replace(fitted.begin(), fitted.end(), L'\u0101', L'a');
+        std::replace(fitted.begin(), fitted.end(), L'\u2025', L'\u2026');
+        return western.Encode(fitted);
+    }
+    [[nodiscard]] std::wstring Decode(std::string_view bytes) const override {
+        return western.Decode(bytes);
+    }
+};
+
+TEST(NameEncoding, TakesNoLookAlikeForACharacter) {
+    const FittingCodePage ansi;
+    Check(ansi, {L"\u0101", L"'u0u1u0u1"});
+    Check(ansi, {L"\u2025\u2026", L"'u2u0u2u585"});
+}
+
 TEST(NameEncoding, WritesBothBytesOfADoubleByteCharacter) {
     const Row rows[] = {
         {L"C:\\\u3041\u3042x", L"C:\\'81418142'x"},

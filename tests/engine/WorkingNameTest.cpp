@@ -148,6 +148,13 @@ TEST(WorkingName, RefusesEveryOtherName) {
     names.push_back(changed(L"20050305140709", L"20050305140760"));
     names.push_back(changed(L"20050305140709", L"00050305140709"));
     names.push_back(changed(L"20050305140709", L"99999999999999"));
+    names.push_back(changed(L"20050305140709", L"01000001000000"));  // before the first year
+    names.push_back(changed(L"20050305140709", L"01000100000000"));
+    names.push_back(changed(L"20050305140709", L"99991301000000"));  // beyond the last year
+    names.push_back(changed(L"20050305140709", L"99991232000000"));
+    names.push_back(changed(L"20050305140709", L"99991231240000"));
+    names.push_back(changed(L"20050305140709", L"99991231236000"));
+    names.push_back(changed(L"20050305140709", L"99991231235960"));
     names.push_back(changed(L"20050305140709", L"16010101000000"));  // is written as zeros
     names.push_back(changed(L"20050305140709", L"2005-305140709"));
     for (const std::wstring& name : names) {

@@ -36,6 +36,12 @@ TEST(Utf8, TurnsTextIntoBytesAndBack) {
     }
 }
 
+TEST(Utf8, LooksNoFurtherThanItsText) {
+    const wchar_t pair[] = {static_cast<wchar_t>(0xD83D), static_cast<wchar_t>(0xDE00)};
+    EXPECT_EQ(ToUtf8(std::wstring_view(pair, 1)), "\xED\xA0\xBD");
+    EXPECT_EQ(FromUtf8(std::string_view("\xC3\xA9", 1)), L"\uFFFD");
+}
+
 TEST(Utf8, PutsAReplacementForEachDamagedPart) {
     struct Row {
         std::string bytes;

@@ -38,6 +38,8 @@ TEST(FieldReader, EndsFieldsAtCommasAndLineEnds) {
         {L"a\rb\r", {L"a", L"b"}},
         {L"a\r\nb", {L"a", L"b"}},  // no line end behind the last line
         {L"a\n\rb", {L"a", L"", L"b"}},
+        {L"a\n\nb", {L"a", L"", L"b"}},
+        {L"a,\nb", {L"a", L"", L"b"}},
         {L"BackupTo: C:\\Backup\r\nBackages: 3\r\nC:\\Work\\\r\n",
          {L"BackupTo: C:\\Backup", L"Backages: 3", L"C:\\Work\\"}},
     };
