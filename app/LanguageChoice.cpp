@@ -12,7 +12,7 @@ namespace vw {
 namespace {
 
 /// "Ar" or "En" makes a build of one language; empty lets the user choose.
-constexpr std::wstring_view kForcedLanguage = L"";
+constexpr std::wstring_view kForcedLanguage;
 
 constexpr std::wstring_view kNeverChosen = L"N/A";
 

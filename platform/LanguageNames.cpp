@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cwchar>
 
 #include "platform/CCommonAPI.h"
@@ -31,7 +32,7 @@ std::wstring CCommonAPI::CLanguageName(std::uint32_t languageIdentifier) {
         std::wstring name(256, L' ');
         const DWORD length =
             VerLanguageNameW(languageIdentifier, name.data(), static_cast<DWORD>(name.size()));
-        name = name.substr(0, length);
+        name.resize(std::min<std::size_t>(length, name.size()));
         return Trimmed(std::wstring_view(name).substr(0, name.find(L'(')));
     });
 }

@@ -1,6 +1,8 @@
 #include "list/format/Settings.h"
 
+#include <cwchar>
 #include <optional>
+#include <utility>
 
 #include "platform/ErrorTrap.h"
 #include "platform/Handle.h"
@@ -23,7 +25,10 @@ std::optional<std::wstring> ReadText(const std::wstring& keyPath, const std::wst
         bytes = static_cast<DWORD>(text.size() * sizeof(wchar_t));
         status = RegGetValueW(HKEY_CURRENT_USER, keyPath.c_str(), name.c_str(), RRF_RT_REG_SZ,
                               nullptr, text.data(), &bytes);
-        if (status == ERROR_SUCCESS) return std::wstring(text.c_str());
+        if (status == ERROR_SUCCESS) {
+            text.resize(std::wcslen(text.c_str()));
+            return text;
+        }
         if (status == ERROR_MORE_DATA) status = ERROR_SUCCESS;
     }
     return std::nullopt;

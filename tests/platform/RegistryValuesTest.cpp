@@ -63,7 +63,7 @@ TEST_F(RegistryValues, ReadOfOneByteGivesNothing) {
 }
 
 TEST_F(RegistryValues, ReadOfATextOfOneCharacterWithItsTerminatorGivesIt) {
-    WriteAnsi(kRoot, key.Path(), L"Text", REG_SZ, std::string_view("A", 2));
+    WriteAnsi(kRoot, key.Path(), L"Text", REG_SZ, std::string("A\0", 2));
     EXPECT_EQ(Read(L"Text"), L"A");
 }
 

@@ -27,7 +27,7 @@ class RecordingHost final : public ListHost {
     RecentFileMenu menu;
     bool openingFails = false;
 
-    void Ready(bool flag) override { calls.push_back(flag ? L"Ready(true)" : L"Ready(false)"); }
+    void Ready(bool flag) override { calls.emplace_back(flag ? L"Ready(true)" : L"Ready(false)"); }
     void FileOpen(std::wstring_view path) override {
         if (openingFails) Raise(error_number::kPathNotFound, path);
         calls.push_back(L"FileOpen " + std::wstring(path));
@@ -35,7 +35,7 @@ class RecordingHost final : public ListHost {
     void GetList() override { calls.push_back(L"GetList " + state_.currentListPath); }
     void SetCaption() override { calls.push_back(L"SetCaption " + state_.currentListPath); }
     void ShowRecentFiles(const RecentFileMenu& shown) override {
-        calls.push_back(L"ShowRecentFiles");
+        calls.emplace_back(L"ShowRecentFiles");
         menu = shown;
     }
 
