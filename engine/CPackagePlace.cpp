@@ -80,11 +80,20 @@ void CPackage::TakePlace(const NewCopy& copy, const std::wstring& comment) {
         displaced = destination_->WorkingPath(WorkingState::Old, copy.itemPath, copy.place);
         MoveEntry(copy.place, displaced);
     }
-    const std::wstring commentFile = PackageCommentFile(copy.place);
-    // Below a dotted folder the name of a copy holds folders of its own.
-    MakeFolders(system_.files, MFileDosShell::CFileLocation(commentFile));
-    system_.files.Replace(comment, commentFile);
-    MoveEntry(copy.entry, copy.place);
+    try {
+        const std::wstring commentFile = PackageCommentFile(copy.place);
+        // Below a dotted folder the name of a copy holds folders of its own.
+        MakeFolders(system_.files, MFileDosShell::CFileLocation(commentFile));
+        system_.files.Replace(comment, commentFile);
+        MoveEntry(copy.entry, copy.place);
+    } catch (const RuntimeError&) {
+        // A copy that is not ready is given up, so what it was to replace has to stay.
+        if (!copy.ready) {
+            Remove(comment);
+            if (!displaced.empty()) static_cast<void>(MoveBack({{copy.place, displaced}}));
+        }
+        throw;
+    }
     if (!displaced.empty()) Remove(displaced);
 }
 

@@ -1,0 +1,283 @@
+#include <gtest/gtest.h>
+
+#include "platform/RuntimeError.h"
+#include "platform/Utf8.h"
+#include "tests/engine/EngineWorld.h"
+
+namespace vw::test {
+namespace {
+
+// A small tree of the kinds of things that people have.
+void MakeWork(const EngineWorld& world) {
+    world.tree.File(L"Work\\a.txt", "a", Day(1));
+    world.tree.File(L"Work\\b.txt", "bb", Day(2));
+    world.tree.File(L"Work\\Sub\\c.txt", "ccc", Day(3));
+    world.tree.Folder(L"Work\\Empty\\Deeper");
+}
+
+TEST(BackupRun, CopiesEveryKindOfItemOnTheFirstRun) {
+    EngineWorld world;
+    world.tree.File(L"Report.doc", "report", Day(1));
+    MakeWork(world);
+    world.tree.File(L"Rule\\r.txt", "r", Day(4));
+    world.tree.File(L"Rule\\Sub\\left.txt", "left", Day(5));
+    world.List({L"Report.doc", L"Work\\", L"Rule\\*"});
+    const RunResult result = world.Run();
+    EXPECT_EQ(Joined(result.lines),
+              Joined(BackedUp(L"~\\Report.doc") +
+                     BackedUp(L"~\\Work\\",
+                              {L"~\\Work\\a.txt", L"~\\Work\\b.txt", L"~\\Work\\Sub\\c.txt"}) +
+                     BackedUp(L"~\\Rule", {L"~\\Rule\\r.txt"}) + kDone));
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(world.Copies(), (Listing{{L"Report«0001».doc", "report"},
+                                       {L"Work«0001»", kFolder},
+                                       {L"Work«0001»\\a.txt", "a"},
+                                       {L"Work«0001»\\b.txt", "bb"},
+                                       {L"Work«0001»\\Sub", kFolder},
+                                       {L"Work«0001»\\Sub\\c.txt", "ccc"},
+                                       {L"Work«0001»\\Empty", kFolder},
+                                       {L"Work«0001»\\Empty\\Deeper", kFolder},
+                                       {L"Rule«0001»", kFolder},
+                                       {L"Rule«0001»\\r.txt", "r"}}));
+    EXPECT_EQ(world.Comments(), (std::set<std::wstring>{L"Report«0001».doc.vwc", L"Work«0001».vwc",
+                                                        L"Rule«0001».vwc"}));
+}
+
+TEST(BackupRun, LeavesUnchangedItemsAlone) {
+    EngineWorld world;
+    world.tree.File(L"Report.doc", "report", Day(1));
+    MakeWork(world);
+    world.List({L"Report.doc", L"Work\\", L"Work\\*"});
+    world.Run();
+    const Tree before = ReadTree(world.Store());
+    world.ExpectRun(NoChange(L"~\\Report.doc") + NoChange(L"~\\Work\\") + NoChange(L"~\\Work"));
+    EXPECT_EQ(ReadTree(world.Store()), before);
+}
+
+TEST(BackupRun, CopiesKeepTheDatesOfTheirFiles) {
+    EngineWorld world;
+    MakeWork(world);
+    world.List({L"Work\\"});
+    world.Run();
+    EXPECT_EQ(ReadDate(world.Store(L"Work«0001»\\b.txt")), MakeDate(Day(2)));
+    EXPECT_EQ(ReadDate(world.Store(L"Work«0001»\\Sub\\c.txt")), MakeDate(Day(3)));
+}
+
+TEST(BackupRun, BringsANewCopyAndKeepsTheOldOne) {
+    EngineWorld world;
+    world.tree.File(L"a.txt", "one", Day(1));
+    world.List({L"a.txt"});
+    world.Run();
+    world.tree.File(L"a.txt", "two", Day(2));
+    world.ExpectRun(BackedUp(L"~\\a.txt"));
+    EXPECT_EQ(world.Copies(), (Listing{{L"a«0001».txt", "two"}, {L"a«0002».txt", "one"}}));
+}
+
+TEST(BackupRun, MovesAFolderCopyAsAWhole) {
+    EngineWorld world;
+    world.tree.File(L"Work\\a.txt", "one", Day(1));
+    world.tree.File(L"Work\\Sub\\gone.txt", "gone", Day(1));
+    world.List({L"Work\\"});
+    world.Run();
+    world.tree.Remove(L"Work\\Sub");
+    world.tree.File(L"Work\\a.txt", "two", Day(2));
+    world.ExpectRun(BackedUp(L"~\\Work\\", {L"~\\Work\\a.txt"}));
+    EXPECT_EQ(world.Copies(), (Listing{{L"Work«0001»", kFolder},
+                                       {L"Work«0001»\\a.txt", "two"},
+                                       {L"Work«0002»", kFolder},
+                                       {L"Work«0002»\\a.txt", "one"},
+                                       {L"Work«0002»\\Sub", kFolder},
+                                       {L"Work«0002»\\Sub\\gone.txt", "gone"}}));
+}
+
+TEST(BackupRun, ShowsEachFileWithoutWaitingClosingOrReport) {
+    EngineWorld world;
+    world.tree.File(L"a.txt", "a", Day(1));
+    world.List({L"a.txt"});
+    world.Run();
+    EXPECT_EQ(
+        world.host.messages,
+        (std::vector<ShownMessage>{{L"Backing:", world.Path(L"a.txt"), L"", false, false, false}}));
+}
+
+TEST(BackupRun, SendsItemsAboveTheDestinationLineWhereTheLastRunWent) {
+    EngineWorld world;
+    world.tree.File(L"above.txt", "above", Day(1));
+    world.tree.File(L"below.txt", "below", Day(1));
+    const std::wstring other = world.tree.Folder(L"Other");
+    world.ListText(L"~\\above.txt\r\nBackupTo: ~\\Other\r\n~\\below.txt\r\n");
+    world.ExpectRun(BackedUp(L"~\\above.txt") + BackedUp(L"~\\below.txt"));
+    EXPECT_EQ(world.Copies(), (Listing{{L"above«0001».txt", "above"}}));
+    EXPECT_EQ(ReadBytes(other + L"\\below«0001».txt"), "below");
+    EXPECT_EQ(world.state.BackupTo, other);
+
+    // The destination stays in effect: now both items go there.
+    world.ExpectRun(BackedUp(L"~\\above.txt") + NoChange(L"~\\below.txt"));
+    EXPECT_EQ(ReadBytes(other + L"\\above«0001».txt"), "above");
+}
+
+TEST(BackupRun, TakesTheCountForTheItemsBelowItOnly) {
+    EngineWorld world;
+    world.state.copiesCount = 1;
+    world.ListText(L"~\\one.txt\r\nBackages: 2\r\n~\\two.txt\r\n");
+    for (int step = 1; step <= 4; ++step) {
+        world.state.copiesCount = 1;
+        world.tree.File(L"one.txt", std::to_string(step), Day(step));
+        world.tree.File(L"two.txt", std::to_string(step), Day(step));
+        world.Run();
+    }
+    EXPECT_EQ(world.Copies(),
+              (Listing{{L"one«0001».txt", "4"}, {L"two«0001».txt", "4"}, {L"two«0002».txt", "3"}}));
+    EXPECT_EQ(world.state.copiesCount, 2);
+}
+
+TEST(BackupRun, EndsTheProgramAtAMissingDestination) {
+    EngineWorld world;
+    world.tree.File(L"a.txt", "a", Day(1));
+    world.ListText(L"~\\a.txt\r\nBackupTo: ~\\Nowhere\r\n~\\a.txt\r\n");
+    const std::string list = ReadBytes(world.state.currentListPath);
+    world.world.boxes.Expect(L"فشلت العملية بسبب عدم توفر مجلد النسخ إلى:\r\n" +
+                             world.Path(L"Nowhere"));
+    const RunResult result = world.Run();
+    EXPECT_TRUE(result.ended);
+    EXPECT_EQ(result.exitCode, error_number::kPathNotFound);
+    EXPECT_EQ(Joined(result.lines), Joined(BackedUp(L"~\\a.txt") + Lines{L"[EndAtOnce]"}));
+    EXPECT_EQ(ReadBytes(world.state.currentListPath), list);
+}
+
+TEST(BackupRun, EndsTheProgramWhenTheDestinationVanishesBetweenItems) {
+    EngineWorld world;
+    world.tree.File(L"a.txt", "a", Day(1));
+    world.List({L"a.txt"});
+    world.ListText(L"~\\a.txt\r\n");
+    world.state.BackupTo = world.Path(L"Nowhere");
+    world.world.boxes.Expect(world.Path(L"Nowhere"));
+    EXPECT_TRUE(world.Run().ended);
+    EXPECT_FALSE(Exists(world.Path(L"Nowhere")));
+}
+
+TEST(BackupRun, YieldsBeforeEveryLineOfTheList) {
+    EngineWorld world;
+    world.ListText(L"\r\n\r\n\r\n");
+    world.ExpectRun({});
+    EXPECT_EQ(world.world.pump.Yields(), 3);
+}
+
+TEST(BackupRun, YieldsAfterEveryFileOfAFolder) {
+    EngineWorld world;
+    for (int i = 0; i < 5; ++i) {
+        world.tree.File(L"Work\\" + std::to_wstring(i), "x", Day(1));
+    }
+    world.List({L"Work\\"});
+    // What the log holds at each yield: between two files there must be one.
+    std::vector<std::size_t> shown;
+    world.world.pump.AtEachYield([&] { shown.push_back(world.host.messages.size()); });
+    world.Run();
+    for (std::size_t files = 1; files <= 5; ++files) {
+        EXPECT_NE(std::find(shown.begin(), shown.end(), files), shown.end()) << files;
+    }
+}
+
+TEST(BackupRun, GoesOnAfterAFileThatCannotBeCopied) {
+    EngineWorld world;
+    MakeWork(world);
+    world.List({L"Work\\"});
+    {
+        const FileHandle held = HoldOpen(world.Path(L"Work\\a.txt"));
+        const RunResult result = world.Run();
+        EXPECT_EQ(Joined(result.lines),
+                  Joined(Lines{L"Backing: ~\\Work\\", L"* Backing: ~\\Work\\a.txt",
+                               L"! 70 BackupFile ~\\Work\\a.txt", L"* Backing: ~\\Work\\b.txt",
+                               L"* Backing: ~\\Work\\Sub\\c.txt", L"\tDone."} +
+                         kDone));
+        EXPECT_EQ(result.exitCode, error_number::kPermissionDenied);
+    }
+    EXPECT_FALSE(Exists(world.Store(L"Work«0001»\\a.txt")));
+    EXPECT_EQ(ReadBytes(world.Store(L"Work«0001»\\b.txt")), "bb");
+    // The comment stands as for a whole copy, so the failed file waits for the next change.
+    world.ExpectRun(NoChange(L"~\\Work\\"));
+}
+
+TEST(BackupRun, NamesTheProcedureOfAFailedFile) {
+    EngineWorld world;
+    world.tree.File(L"a.txt", "a", Day(1));
+    world.List({L"a.txt"});
+    const FileHandle held = HoldOpen(world.Path(L"a.txt"));
+    const RunResult result = world.Run();
+    ASSERT_EQ(result.errors.size(), 1U);
+    EXPECT_EQ(result.errors[0].procedure, L"BackupFile");
+    EXPECT_EQ(result.errors[0].kind, L"Class Module");
+    EXPECT_EQ(result.errors[0].container, L"CPackage");
+    EXPECT_EQ(result.errors[0].path, world.Path(L"a.txt"));
+}
+
+TEST(BackupRun, TellsAListThatCannotBeRead) {
+    EngineWorld world;
+    world.List({});
+    const FileHandle held = HoldOpen(world.state.currentListPath);
+    const RunResult result = world.Run();
+    EXPECT_EQ(Joined(result.lines), Joined({L"! 70 BackupAll ~\\App\\List.vwl"}));
+    EXPECT_EQ(result.exitCode, error_number::kPermissionDenied);
+}
+
+TEST(BackupItem, GoesToTheDestinationInUseWithoutAList) {
+    EngineWorld world;
+    const std::wstring file = world.tree.File(L"a.txt", "a", Day(1));
+    const RunResult result = world.With([&](CPackage& engine) { engine.BackupItem(file); });
+    EXPECT_EQ(Joined(result.lines), Joined(BackedUp(L"~\\a.txt")));
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(world.Copies(), (Listing{{L"a«0001».txt", "a"}}));
+    EXPECT_FALSE(Exists(world.state.currentListPath));
+}
+
+TEST(BackupItem, TakesAFolderForAFileAndFails) {
+    EngineWorld world;
+    MakeWork(world);
+    const std::wstring folder = world.Path(L"Work");
+    const RunResult result = world.With([&](CPackage& engine) { engine.BackupItem(folder); });
+    EXPECT_EQ(Joined(result.lines),
+              Joined({L"Backing: ~\\Work", L"* Backing: ~\\Work", L"! 53 BackupFile ~\\Work"}));
+    EXPECT_EQ(result.exitCode, error_number::kFileNotFound);
+    EXPECT_EQ(world.Copies(), Listing());
+}
+
+TEST(BackupItem, EndsTheProgramAtAMissingDestination) {
+    EngineWorld world;
+    const std::wstring file = world.tree.File(L"a.txt", "a", Day(1));
+    world.state.BackupTo = world.Path(L"Nowhere");
+    world.world.boxes.Expect(world.Path(L"Nowhere"));
+    const RunResult result = world.With([&](CPackage& engine) { engine.BackupItem(file); });
+    EXPECT_TRUE(result.ended);
+    EXPECT_EQ(result.exitCode, error_number::kPathNotFound);
+}
+
+TEST(BackupPath, MakesASafetyCopyWithoutRotationOrChangeTest) {
+    EngineWorld world;
+    const std::wstring file = world.tree.File(L"a.txt", "a", Day(1));
+    world.List({L"a.txt"});
+    world.Run();
+    const std::wstring safety = world.Store(L"a«0021».txt");
+    for (const char* content : {"a", "b"}) {
+        world.tree.File(L"a.txt", content, Day(1));
+        const RunResult result =
+            world.With([&](CPackage& engine) { engine.BackupPath(file, 0, false, false, safety); });
+        EXPECT_EQ(Joined(result.lines), Joined(BackedUp(L"~\\a.txt")));
+        EXPECT_EQ(world.Copies(), (Listing{{L"a«0001».txt", "a"}, {L"a«0021».txt", content}}));
+        EXPECT_EQ(world.Comment(L"a«0021».txt"), world.Comment(L"a«0001».txt"));
+    }
+}
+
+TEST(BackupPath, KeepsWhatStoodInThePlaceOfASafetyCopyThatFails) {
+    EngineWorld world;
+    const std::wstring file = world.tree.File(L"a.txt", "new", Day(1));
+    const std::wstring safety = world.tree.File(L"Store\\a«0021».txt", "old");
+    world.world.files.FailNth(2, error_number::kPermissionDenied, OnlyCalls({FileCall::Move}));
+    const RunResult result =
+        world.With([&](CPackage& engine) { engine.BackupPath(file, 0, false, false, safety); });
+    EXPECT_EQ(result.exitCode, error_number::kPermissionDenied);
+    world.world.files.Heal();
+    EXPECT_EQ(world.Copies(), (Listing{{L"a«0021».txt", "old"}}));
+}
+
+}  // namespace
+}  // namespace vw::test
