@@ -89,8 +89,8 @@ ReadBack Read(std::string_view bytes, const AnsiCodec& ansi) {
 }
 
 TEST(ListText, ComesBackAsItWasWritten) {
-    const wchar_t high = static_cast<wchar_t>(0xD83D);
-    const wchar_t low = static_cast<wchar_t>(0xDE00);
+    const auto high = static_cast<wchar_t>(0xD83D);
+    const auto low = static_cast<wchar_t>(0xDE00);
     const Items items{
         L"C:\\Docs\\*",
         L"C:\\\u00C9t\u00E9\\",
