@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <ostream>
 
 #include "platform/RuntimeError.h"
 #include "platform/Utf8.h"
@@ -23,6 +24,11 @@ struct Number {
     std::wstring_view text;
     std::int16_t value;
 };
+
+// For the messages of failed tests.
+std::ostream& operator<<(std::ostream& stream, const Number& number) {
+    return stream << ToUtf8(number.text);
+}
 
 class ConversionsOfNumbers : public testing::TestWithParam<Number> {};
 

@@ -1,3 +1,5 @@
+#include <ostream>
+
 #include "tests/platform/ApiFixture.h"
 
 namespace vw::test {
@@ -7,6 +9,11 @@ struct Sentence {
     LSTATUS code;
     std::wstring_view text;
 };
+
+// For the messages of failed tests.
+std::ostream& operator<<(std::ostream& stream, const Sentence& sentence) {
+    return stream << sentence.code;
+}
 
 class RegistryErrorTexts : public ApiTest, public testing::WithParamInterface<Sentence> {};
 

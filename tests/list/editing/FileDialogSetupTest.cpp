@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <ostream>
+
 #include "platform/RuntimeError.h"
 
 namespace vw {
@@ -16,6 +18,11 @@ struct Row {
     std::wstring_view fileName;
     std::wstring_view title;
 };
+
+// For the messages of failed tests.
+std::ostream& operator<<(std::ostream& stream, const Row& row) {
+    return stream << "kind " << row.kind;
+}
 
 class FileDialogs : public testing::TestWithParam<Row> {};
 

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <ostream>
+
 namespace vw {
 namespace {
 
@@ -12,6 +14,11 @@ struct Opening {
     int position;
     RecentPaths after;
 };
+
+// For the messages of failed tests.
+std::ostream& operator<<(std::ostream& stream, const Opening& opening) {
+    return stream << opening.name;
+}
 
 class RecentOrder : public testing::TestWithParam<Opening> {};
 
