@@ -5,12 +5,22 @@
 #include "fsutil/PathText.h"
 #include "platform/AnsiCodec.h"
 #include "platform/EventPump.h"
+#include "platform/RuntimeError.h"
 
 namespace vw {
 
 namespace {
 
 constexpr std::wstring_view kUnknownLocation = L"??";
+
+// The date of a comment's field. An impossible one is told with the file that holds it.
+Date StoredDate(std::wstring_view field, std::wstring_view commentFile) {
+    try {
+        return ReadCommentDate(field);
+    } catch (const RuntimeError& error) {
+        Raise(error.Number(), commentFile);
+    }
+}
 
 }  // namespace
 
@@ -48,7 +58,8 @@ Date CPackage::PackageDate(std::wstring_view copyPath) {
     Date date = kMissingDate;
     Trapped(system_.errors, EngineProcedure(L"PackageDate"), [&] {
         if (const auto field = CommentDateField(PackageComment(copyPath))) {
-            date = ReadCommentDate(EnglishNameOrigin(*field, system_.ansi));
+            date =
+                StoredDate(EnglishNameOrigin(*field, system_.ansi), PackageCommentFile(copyPath));
         } else {
             date =
                 NewestFileDate(system_.files, copyPath, [this] { system_.pump.DoEventsIfDue(); });

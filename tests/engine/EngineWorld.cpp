@@ -4,6 +4,8 @@
 
 #include "platform/Utf8.h"
 #include "platform/WindowsHeader.h"
+// Behind the one above, whose types it needs.
+#include <winioctl.h>
 
 namespace vw::test {
 
@@ -77,6 +79,10 @@ std::uint64_t DriveDouble::FreeSpace(std::wstring_view folder) {
 
 DriveKind DriveDouble::KindOfDrive(std::wstring_view path) {
     return kind ? *kind : Inner().KindOfDrive(path);
+}
+
+void DriveDouble::List(std::wstring_view folder, const EntryVisitor& visitor) {
+    if (!shownEmpty.contains(std::wstring(folder))) Inner().List(folder, visitor);
 }
 
 EngineWorld::EngineWorld()
@@ -191,6 +197,35 @@ FileHandle HoldOpen(const std::wstring& path) { return Open(path, 0); }
 
 FileHandle HoldInPlace(const std::wstring& path) {
     return Open(path, FILE_SHARE_READ | FILE_SHARE_WRITE);
+}
+
+void SetPartOfSecond(const std::wstring& file, unsigned ticks) {
+    constexpr std::uint64_t kSecond = 10'000'000;
+    const FileHandle handle(CreateFileW(file.c_str(), GENERIC_READ | FILE_WRITE_ATTRIBUTES, 0,
+                                        nullptr, OPEN_EXISTING, 0, nullptr));
+    FILETIME time{};
+    if (GetFileTime(handle.Get(), nullptr, nullptr, &time) == 0) {
+        ADD_FAILURE() << "could not date " << ToUtf8(file);
+    }
+    std::uint64_t value =
+        (static_cast<std::uint64_t>(time.dwHighDateTime) << 32) | time.dwLowDateTime;
+    value = value / kSecond * kSecond + ticks;
+    time = {static_cast<DWORD>(value), static_cast<DWORD>(value >> 32)};
+    if (SetFileTime(handle.Get(), nullptr, nullptr, &time) == 0) {
+        ADD_FAILURE() << "could not date " << ToUtf8(file);
+    }
+}
+
+bool MakeLong(const std::wstring& file, std::uint64_t size) {
+    const FileHandle handle(
+        CreateFileW(file.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr));
+    DWORD count = 0;
+    // Where the disk does not know of holes the length itself may still cost nothing.
+    DeviceIoControl(handle.Get(), FSCTL_SET_SPARSE, nullptr, 0, nullptr, 0, &count, nullptr);
+    LARGE_INTEGER length{};
+    length.QuadPart = static_cast<LONGLONG>(size);
+    return SetFilePointerEx(handle.Get(), length, nullptr, FILE_BEGIN) != 0 &&
+           SetEndOfFile(handle.Get()) != 0;
 }
 
 std::string Joined(const Lines& lines) {

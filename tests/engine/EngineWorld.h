@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <map>
 #include <memory>
@@ -74,10 +75,12 @@ class DriveDouble : public ForwardingFileSystem {
 
     std::uint64_t FreeSpace(std::wstring_view folder) override;
     DriveKind KindOfDrive(std::wstring_view path) override;
+    void List(std::wstring_view folder, const EntryVisitor& visitor) override;
 
     std::optional<DriveKind> kind;
     std::map<std::wstring, std::uint64_t> freeBytes;  ///< by folder
     Lines asked;                                      ///< folders whose free space was asked
+    std::set<std::wstring> shownEmpty;                ///< folders that show no entries
 };
 
 /// What came of one run.
@@ -96,7 +99,7 @@ class EngineWorld {
     EngineWorld();
 
     /// A path below the world's folder.
-    [[nodiscard]] std::wstring Path(std::wstring_view relative) const {
+    [[nodiscard]] std::wstring Path(std::wstring_view relative = {}) const {
         return tree.Path(relative);
     }
     /// A path in the destination.
@@ -154,6 +157,12 @@ inline const Lines kDone{L"[BusyHide true]"};
 [[nodiscard]] FileHandle HoldOpen(const std::wstring& path);
 /// Keeps it open so that others may read it, but not rename or delete it.
 [[nodiscard]] FileHandle HoldInPlace(const std::wstring& path);
+
+/// Sets the part of the file's last-write time below a second, in 100 ns.
+void SetPartOfSecond(const std::wstring& file, unsigned ticks);
+
+/// Makes a file so long without writing to it; false when the disk has no files with holes.
+[[nodiscard]] bool MakeLong(const std::wstring& file, std::uint64_t size);
 
 /// Text in UTF-8, for the messages of tests.
 [[nodiscard]] std::string Joined(const Lines& lines);
