@@ -1,5 +1,7 @@
 #include "platform/LocalTime.h"
 
+#include <algorithm>
+
 namespace vw {
 
 namespace {
@@ -25,7 +27,8 @@ LocalTime::LocalTime(const TIME_ZONE_INFORMATION* zone) : hasZone_(zone != nullp
 
 Date LocalTime::DateOf(const FILETIME& fileTime) const {
     const std::int64_t seconds = SecondsOf(fileTime);
-    return seconds + OffsetAt(seconds);
+    // A damaged time stamp can lie beyond what a comment can hold.
+    return std::min(seconds + OffsetAt(seconds), kLastDate);
 }
 
 std::int64_t LocalTime::OffsetAt(std::int64_t utcSeconds) const {

@@ -14,7 +14,8 @@ class LocalTime {
     /// The zone of this computer, or `zone` when given.
     explicit LocalTime(const TIME_ZONE_INFORMATION* zone = nullptr);
 
-    /// Local date of a file time, fractions of a second cut off.
+    /// Local date of a file time, fractions of a second cut off; at most
+    /// kLastDate.
     [[nodiscard]] Date DateOf(const FILETIME& fileTime) const;
 
   private:
