@@ -7,6 +7,7 @@
 #include "platform/TextCase.h"
 #include "platform/Utf8.h"
 #include "platform/WindowsHeader.h"
+#include "tests/fsutil/FakeScriptShell.h"
 #include "tests/support/TestWorld.h"
 
 // Behind the header above, which it builds on.
@@ -129,6 +130,43 @@ TEST(WshShellInt, TheObjectIsMadeByTheFirstLookUp) {
     code = 16;
     (void)GetSpecialFolders(world.system, shell, code, true);
     EXPECT_TRUE(shell.IsCreated());
+}
+
+TEST(WshShellInt, TellsASystemWithoutTheObject) {
+    test::FakeScriptShell fake([](int) { return L""; });
+    fake.RefuseToCreate();
+    TestWorld world;
+    ScriptShell shell;
+    WshShellInt(world.system, shell);
+    EXPECT_FALSE(shell.IsCreated());
+    const test::ToldError told = world.errors.TakeOne();
+    EXPECT_EQ(told.number, 75);
+    EXPECT_EQ(told.procedure, L"WshShellInt");
+    EXPECT_EQ(told.container, L"MMyScripting");
+}
+
+TEST(SharedShellObject, IsMadeOnceAndAskedByNumber) {
+    const test::FakeScriptShell fake([](int number) { return L"X:\\" + std::to_wstring(number); });
+    TestWorld world;
+    ScriptShell shell;
+    WshShellInt(world.system, shell);
+    WshShellInt(world.system, shell);
+    for (int code : {0, 5, 17, 40}) {
+        const std::wstring expected = L"X:\\" + std::to_wstring(code);
+        EXPECT_EQ(GetSpecialFolders(world.system, shell, code, true), expected);
+    }
+    int code = 2;
+    EXPECT_EQ(GetSpecialFolders(world.system, shell, code, false), L"X:\\17");
+    EXPECT_EQ(fake.Created(), 1);
+}
+
+TEST(SharedShellObject, WhereItRefusesANumberOrIsMissingTheSystemIsAsked) {
+    test::FakeScriptShell fake([](int) { return L""; });
+    EXPECT_TRUE(EqualNoCase(Folder(16), Expected(16)));
+    EXPECT_EQ(fake.Created(), 1);
+    fake.RefuseToCreate();
+    EXPECT_TRUE(EqualNoCase(Folder(16), Expected(16)));
+    EXPECT_EQ(Folder(40), L"");
 }
 
 }  // namespace
