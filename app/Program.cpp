@@ -80,7 +80,8 @@ void Program::EndAtOnce() {
     End(exitStatus_.Code());
 }
 
-void Program::MakeWindows() {}
+// An Arabic window needs the keyboard and the digits to go with it.
+void Program::MakeWindows() { language_.PrepareArabicOnce(api_); }
 
 void Program::LoadTrayIcon() {
     trayIcon_ = std::make_unique<TrayIcon>(static_cast<TrayHost&>(*this), state_.arabic);

@@ -23,8 +23,7 @@ inline constexpr RunText kChangedMeanwhile{L"Changed while it was copied:",
                                            L"تغيّر الملف أثناء نسخه:"};
 inline constexpr RunText kFinishedLater{L"Copy of an interrupted run completed:",
                                         L"تم إكمال نسخة من عملية سابقة لم تكتمل:"};
-inline constexpr RunText kWaiting{L"Waiting for another backup in:",
-                                  L"بانتظار عملية نسخ أخرى في:"};
+inline constexpr RunText kWaiting{L"Waiting for another backup in:", L"بانتظار عملية نسخ أخرى في:"};
 inline constexpr RunText kGivenUp{L"Nothing was backed up, another backup keeps using:",
                                   L"لم يتم النسخ لأن عملية نسخ أخرى تستعمل:"};
 }  // namespace run_text

@@ -19,7 +19,7 @@ struct BoxContent {
     std::wstring title = std::wstring(kApplicationTitle);
     BoxButtons buttons = BoxButtons::Ok;
     BoxIcon icon = BoxIcon::None;
-    bool rightToLeft = false;     ///< right-aligned, read from right to left
+    bool rightToLeft = false;      ///< right-aligned, read from right to left
     bool secondIsDefault = false;  ///< No is the default button of a Yes/No question
 };
 

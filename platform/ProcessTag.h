@@ -7,7 +7,7 @@ namespace vw {
 /// Tells one process from every other, also after its end: what it leaves in a destination carries
 /// its tag.
 struct ProcessTag {
-    std::uint32_t computer = 0;      ///< hash of the computer's name
+    std::uint32_t computer = 0;  ///< hash of the computer's name
     std::uint32_t processId = 0;
     std::uint64_t processStart = 0;  ///< start time, since process ids are used again
 

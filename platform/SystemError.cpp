@@ -5,8 +5,7 @@
 
 namespace vw {
 
-void RaiseCode(std::uint32_t systemCode, std::wstring_view path,
-               const SourceLocation& where) {
+void RaiseCode(std::uint32_t systemCode, std::wstring_view path, const SourceLocation& where) {
     Raise(ErrorNumberOf(systemCode), path, where);
 }
 
