@@ -1,6 +1,7 @@
 #include "platform/SystemPath.h"
 
 #include <algorithm>
+#include <utility>
 #include <vector>
 
 #include "platform/RuntimeError.h"
@@ -15,6 +16,14 @@ namespace {
 constexpr std::wstring_view kLongPrefix = L"\\\\?\\";
 constexpr std::wstring_view kLongServerPrefix = L"\\\\?\\UNC\\";
 constexpr std::wstring_view kDevicePrefix = L"\\\\.\\";
+// The system counts the bytes of a path in 16 bits. A longer one must not reach it: what is left of
+// its length after an overflow would name something else.
+constexpr std::size_t kLongestSystemPath = 32'766;
+
+std::wstring Measured(std::wstring systemPath) {
+    if (systemPath.size() > kLongestSystemPath) Raise(error_number::kBadName, systemPath);
+    return systemPath;
+}
 
 bool IsDriveLetter(wchar_t letter) {
     return (letter >= L'A' && letter <= L'Z') || (letter >= L'a' && letter <= L'z');
@@ -59,9 +68,11 @@ std::wstring Joined(std::wstring root, std::wstring_view rest) {
 }
 
 std::wstring ServerPath(std::wstring_view path) {
-    const std::wstring_view names = path.substr(std::min(path.find_first_not_of(L'\\'), path.size()));
+    const std::wstring_view names =
+        path.substr(std::min(path.find_first_not_of(L'\\'), path.size()));
     const std::size_t share = names.find(L'\\');
-    const std::size_t rest = share == std::wstring_view::npos ? share : names.find(L'\\', share + 1);
+    const std::size_t rest =
+        share == std::wstring_view::npos ? share : names.find(L'\\', share + 1);
     std::wstring root = L"\\\\" + std::wstring(names.substr(0, rest));
     return rest == std::wstring_view::npos ? root : Joined(std::move(root), names.substr(rest));
 }
@@ -84,11 +95,11 @@ std::wstring AbsolutePath(std::wstring_view path) {
 
 std::wstring SystemPath(std::wstring_view path) {
     std::wstring absolute = AbsolutePath(path);
-    if (absolute.starts_with(kLongPrefix)) return absolute;
+    if (absolute.starts_with(kLongPrefix)) return Measured(std::move(absolute));
     if (absolute.starts_with(L"\\\\")) {
-        return std::wstring(kLongServerPrefix) + absolute.substr(2);
+        return Measured(std::wstring(kLongServerPrefix) + absolute.substr(2));
     }
-    return std::wstring(kLongPrefix) + absolute;
+    return Measured(std::wstring(kLongPrefix) + absolute);
 }
 
 bool PathContains(std::wstring_view outer, std::wstring_view inner) {

@@ -11,7 +11,7 @@ namespace vw {
 
 /// The form in which every path is handed to the system: absolute, with the prefix that lifts the
 /// limit of 260 characters ("\\?\" or "\\?\UNC\"). No final "\" but at a drive root. Raises 52 for
-/// an empty path.
+/// an empty path and for one that is too long for the system (more than 32,766 characters).
 [[nodiscard]] std::wstring SystemPath(std::wstring_view path);
 
 /// Whether `inner` is `outer` or lies in it, by whole components and without regard to case.

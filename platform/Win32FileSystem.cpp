@@ -36,9 +36,10 @@ bool MeansAbsent(DWORD code) {
 }
 
 bool CanNameOne(std::wstring_view path) {
-    return !path.empty() && path.find_first_of(std::wstring_view(L"*?\0", 3),
-                                               path.starts_with(L"\\\\?\\") ? 4 : 0) ==
-                                std::wstring_view::npos;
+    constexpr std::size_t kLongestPath = 32'000;
+    return !path.empty() && path.size() <= kLongestPath &&
+           path.find_first_of(std::wstring_view(L"*?\0", 3),
+                              path.starts_with(L"\\\\?\\") ? 4 : 0) == std::wstring_view::npos;
 }
 
 // Takes the read-only mark off a file or folder that has to go. False when that was not the reason.
@@ -48,8 +49,8 @@ bool ClearReadOnly(const std::wstring& systemPath) {
         return false;
     }
     const DWORD writable = attributes & ~static_cast<DWORD>(FILE_ATTRIBUTE_READONLY);
-    return SetFileAttributesW(systemPath.c_str(), writable == 0 ? FILE_ATTRIBUTE_NORMAL
-                                                                : writable) != 0;
+    return SetFileAttributesW(systemPath.c_str(),
+                              writable == 0 ? FILE_ATTRIBUTE_NORMAL : writable) != 0;
 }
 
 // Runs a deleting or replacing call; when access is denied, once more without the read-only mark.

@@ -67,6 +67,21 @@ TEST(SystemPathTest, PathsThatNameNoFileAreRefusedAsBadNames) {
     }
 }
 
+TEST(SystemPathTest, PathsTooLongForTheSystemAreRefusedAsBadNames) {
+    const std::wstring longest = L"C:\\" + std::wstring(32'000, L'x');
+    EXPECT_EQ(SystemPath(longest), L"\\\\?\\" + longest);
+    for (const std::size_t length : {32'770U, 65'536U, 1U << 20}) {
+        for (const wchar_t* const root : {L"C:\\", L"\\\\server\\share\\", L"\\\\?\\C:\\"}) {
+            try {
+                static_cast<void>(SystemPath(root + std::wstring(length, L'x')));
+                ADD_FAILURE() << length << " characters were taken";
+            } catch (const RuntimeError& error) {
+                EXPECT_EQ(error.Number(), 52);
+            }
+        }
+    }
+}
+
 TEST(SystemPathTest, ContainingIsByWholeComponentsAndIgnoresCase) {
     EXPECT_TRUE(PathContains(L"E:\\Store", L"e:\\STORE"));
     EXPECT_TRUE(PathContains(L"E:\\Store\\", L"E:\\store\\a.txt"));

@@ -44,6 +44,11 @@ TEST_F(Win32FileSystemTest, LooksAtFilesFoldersAndNothing) {
         EXPECT_FALSE(files_.Look(tree_.Path(missing))) << missing;
     }
     EXPECT_FALSE(files_.Look({}));
+    // Lengths whose bytes would overflow 16 bits to those of a folder that exists.
+    for (const std::size_t length : {32'768U, 65'536U, 1U << 20}) {
+        EXPECT_FALSE(files_.Look(std::wstring(length, L'x')));
+        EXPECT_FALSE(files_.Look(tree_.Path() + L"\\" + std::wstring(length, L'x')));
+    }
     EXPECT_FALSE(files_.Look(L"Q:\\nothing\\here"));
     EXPECT_FALSE(files_.Look(std::wstring_view(L"C:\\a\0b", 6)));
 }
