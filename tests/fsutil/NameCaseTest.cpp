@@ -5,6 +5,7 @@
 #include "platform/Handle.h"
 #include "platform/RuntimeError.h"
 #include "platform/WindowsHeader.h"
+#include "tests/support/CurrentFolder.h"
 #include "tests/support/TempTree.h"
 #include "tests/support/TestWorld.h"
 
@@ -158,6 +159,19 @@ TEST(TreeNamesLower, PassesOverFailuresAndTurnsTheRest) {
     TreeNamesLower(world.system, tree.Path(L"Top"));
     EXPECT_EQ(Names(tree),
               (NameList{L"top", L"top\\Sub", L"top\\Sub\\two", L"top\\one", L"top\\three"}));
+}
+
+TEST(TreeNamesLower, OfADriveLetterAloneStaysInItsCurrentFolder) {
+    const TempTree tree;
+    tree.File(L"vwtest top\\File");
+    const test::CurrentFolder current(tree.Path(L"vwtest top"));
+    TestWorld world;
+    // Should it leave the folder, nothing may be renamed there.
+    world.files.DieAtNth(1, [&](const auto& operation) {
+        return operation.call == FileCall::Move && !operation.path.starts_with(tree.Path());
+    });
+    TreeNamesLower(world.system, tree.Path().substr(0, 2));
+    EXPECT_EQ(Names(tree), (NameList{L"vwtest top", L"vwtest top\\file"}));
 }
 
 TEST(TreeNamesLower, DoesNothingForWhatIsNotThere) {

@@ -2,6 +2,7 @@
 
 #include "fsutil/FileQueries.h"
 #include "platform/WindowsHeader.h"
+#include "tests/support/CurrentFolder.h"
 #include "tests/support/EndlessFolders.h"
 #include "tests/support/TempTree.h"
 #include "tests/support/TestWorld.h"
@@ -154,6 +155,15 @@ TEST(PathSize, WalksTreesOfThousandsOfLevels) {
     System system = world.With(disk);
     EXPECT_EQ(PathSize(system, L"X:\\d", true), 5000);
     EXPECT_EQ(disk.listings, 5000);
+}
+
+TEST(PathSize, OfADriveLetterAloneIsThatOfItsCurrentFolder) {
+    const TempTree tree;
+    tree.File(L"a", "1");
+    tree.File(L"Sub\\b", "22");
+    const test::CurrentFolder current(tree.Path());
+    TestWorld world;
+    EXPECT_EQ(PathSize(world.system, tree.Path().substr(0, 2), true), 3);
 }
 
 TEST(CPathSize, WritesTheSizeAsPeopleReadIt) {

@@ -6,6 +6,7 @@
 #include "fsutil/Scripting.h"
 #include "platform/Handle.h"
 #include "platform/WindowsHeader.h"
+#include "tests/support/CurrentFolder.h"
 #include "tests/support/TempTree.h"
 #include "tests/support/TestWorld.h"
 
@@ -90,13 +91,10 @@ TEST_F(ShellPathTest, OpensADocumentWhoseNameTheCodePageCannotHold) {
 }
 
 TEST_F(ShellPathTest, RunsTheSystemsHandlerAndNoneThatLiesInTheCurrentFolder) {
-    wchar_t before[MAX_PATH + 1] = {};
-    GetCurrentDirectoryW(MAX_PATH, before);
     tree_.File(L"planted\\rundll32.exe", "no program at all");
-    ASSERT_NE(SetCurrentDirectoryW(tree_.Path(L"planted").c_str()), 0);
+    const test::CurrentFolder current(tree_.Path(L"planted"));
     ShellPath(world_.system, tree_.File(L"document.vwopened", "safely"));
     EXPECT_EQ(WaitForOpened(), "safely");
-    SetCurrentDirectoryW(before);
 }
 
 TEST_F(ShellPathTest, IgnoresEveryFailure) {
