@@ -1,0 +1,162 @@
+// What a scheduler learns from the exit code: 0, or the first thing that went wrong.
+
+#include <gmock/gmock.h>
+
+#include "platform/NamedLock.h"
+#include "tests/system/ProgramCopy.h"
+
+namespace vw::test {
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+class ExitCode : public SystemTest {
+  protected:
+    const std::wstring letter = program.tree.File(L"Home\\Letter.txt", "Dear Sir");
+    const std::wstring missingFile = program.tree.Path(L"Home\\Nobody.txt");
+    const std::wstring missingFolder = program.tree.Path(L"Home\\Nowhere") + L"\\";
+
+    std::wstring ListOf(std::initializer_list<std::wstring_view> items) const {
+        std::string text = "BackupTo: ";
+        for (const wchar_t unit : vault + L"\r\n") text += static_cast<char>(unit);
+        for (const std::wstring_view item : items) {
+            for (const wchar_t unit : item) text += static_cast<char>(unit);
+            text += "\r\n";
+        }
+        return program.tree.File(L"List.vwl", text);
+    }
+
+    /// A file that another program uses and does not share, for as long as the result lives.
+    [[nodiscard]] static FileHandle Lock(const std::wstring& path) {
+        FileHandle file(CreateFileW(path.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr,
+                                    OPEN_EXISTING, 0, nullptr));
+        EXPECT_TRUE(file);
+        return file;
+    }
+};
+
+TEST_F(ExitCode, Is53ForAMissingFile) {
+    RunsTo(53, L"/B " + ListOf({missingFile, letter}));
+    EXPECT_THAT(lines, Contains(L"تأكد من توفر المجلد التالي"));
+    EXPECT_THAT(lines, Contains(L"\tDone."));
+    EXPECT_THAT(boxes, IsEmpty());
+    EXPECT_EQ(errors, L"");
+}
+
+TEST_F(ExitCode, Is76ForAMissingFolderOrRule) {
+    RunsTo(76, L"/B " + ListOf({missingFolder, letter}));
+    EXPECT_THAT(lines, Contains(L"\tDone."));
+    EXPECT_THAT(boxes, IsEmpty());
+    RunsTo(76, L"/B " + ListOf({missingFolder + L"*"}));
+    EXPECT_THAT(lines, SizeIs(4));
+}
+
+// Its copies are shifted all the same, and then the copy fails.
+TEST_F(ExitCode, Is53ForAFileThatVanishedWithCopies) {
+    const std::wstring list = ListOf({letter});
+    RunsTo(0, L"/B " + list);
+    program.tree.Remove(L"Home\\Letter.txt");
+    RunsTo(53, L"/B " + list);
+    ASSERT_THAT(boxes, SizeIs(1));
+    EXPECT_THAT(errors, HasSubstr(letter));
+    EXPECT_EQ(ReadBytes(vault + L"\\Letter«0002».txt"), "Dear Sir");
+    EXPECT_FALSE(Exists(vault + L"\\Letter«0001».txt"));
+}
+
+TEST_F(ExitCode, Is75ForARefusedItem) {
+    const std::wstring inside = program.tree.File(L"Vault\\Inside.txt");
+    const Tree before = ReadTree(vault);
+    RunsTo(75, L"/B " + ListOf({inside}));
+    EXPECT_THAT(lines, ElementsAre(L"لا يمكن نسخ المسار التالي إلى المجلد المحدد", inside));
+    RunsTo(75, L"/B " + ListOf({program.tree.Path() + L"\\"}));
+    RunsTo(75, L"/B " + ListOf({vault + L"\\*"}));
+    EXPECT_THAT(boxes, IsEmpty());
+    EXPECT_EQ(ReadTree(vault), before);
+}
+
+TEST_F(ExitCode, Is70ForALockedFile) {
+    const FileHandle lock = Lock(letter);
+    const std::wstring other = program.tree.File(L"Home\\Other.txt", "other");
+    RunsTo(70, L"/B " + ListOf({letter, other}));
+    ASSERT_THAT(boxes, SizeIs(1));
+    EXPECT_THAT(boxes[0].text, HasSubstr(L"Error 70 in line "));
+    EXPECT_THAT(boxes[0].text, HasSubstr(L"in procedure BackupFile of Class Module CPackage"));
+    EXPECT_THAT(boxes[0].text, HasSubstr(L"Permission denied\r\n" + letter));
+    EXPECT_EQ(errors, boxes[0].text + L"\r\n");
+    EXPECT_THAT(InVault(), ElementsAre(L"Other«0001».txt", L"Other«0001».txt.vwc"));
+}
+
+TEST_F(ExitCode, ALockedFileOfAFolderDoesNotKeepTheOthersBack) {
+    program.tree.File(L"Home\\Docs\\a.txt", "a");
+    const FileHandle lock = Lock(program.tree.File(L"Home\\Docs\\b.txt", "b"));
+    program.tree.File(L"Home\\Docs\\c.txt", "c");
+    RunsTo(70, L"/B " + ListOf({program.tree.Path(L"Home\\Docs") + L"\\"}));
+    EXPECT_EQ(ReadBytes(vault + L"\\Docs«0001»\\c.txt"), "c");
+    EXPECT_FALSE(Exists(vault + L"\\Docs«0001»\\b.txt"));
+}
+
+TEST_F(ExitCode, ALockedFileCostsNoneOfItsCopies) {
+    const std::wstring list = ListOf({L"Backages: 2", letter});
+    for (int day = 1; day <= 2; ++day) {
+        program.tree.File(L"Home\\Letter.txt", std::to_string(day), {2024, 5, day, 0, 0, 0});
+        RunsTo(0, L"/B " + list);
+    }
+    program.tree.SetDate(L"Home\\Letter.txt", {2024, 5, 3, 0, 0, 0});
+    const Tree before = ReadTree(vault);
+    const FileHandle lock = Lock(letter);
+    for (int i = 0; i < 3; ++i) RunsTo(70, L"/B " + list);
+    EXPECT_EQ(ReadTree(vault), before);
+}
+
+TEST_F(ExitCode, Is1000ForACopiesCountOfZero) {
+    RunsTo(1000, L"/B " + ListOf({L"Backages: 0", letter}));
+    ASSERT_THAT(boxes, SizeIs(1));
+    EXPECT_THAT(boxes[0].text, HasSubstr(L"in procedure RenamePackages of Class Module CPackage"));
+    EXPECT_EQ(ReadBytes(vault + L"\\Letter«0001».txt"), "Dear Sir");
+}
+
+TEST_F(ExitCode, TellsWhatHappenedFirst) {
+    const FileHandle lock = Lock(program.tree.File(L"Home\\Locked.txt"));
+    const std::wstring locked = program.tree.Path(L"Home\\Locked.txt");
+    const std::wstring unplugged = L"BackupTo: " + program.tree.Path(L"Unplugged");
+    RunsTo(53, L"/B " + ListOf({missingFile, locked, missingFolder}));
+    RunsTo(70, L"/B " + ListOf({locked, missingFile}));
+    RunsTo(76, L"/B " + ListOf({missingFolder, missingFile, locked}));
+    RunsTo(53, L"/B " + ListOf({missingFile, unplugged, letter}));
+}
+
+TEST_F(ExitCode, Is1223WhenTheIconIsClosedWhileTheRunWaits) {
+    NamedLock busy(L"destination", vault);
+    ASSERT_TRUE(busy.TryTake());
+    ProgramRun run(program.With(L"/B " + ListOf({letter})));
+    run.WaitForWindow(L"frmTrayIcon");
+    EXPECT_TRUE(run.StaysFor(700));
+    EXPECT_EQ(run.EndByIcon(), 1223U);
+    EXPECT_THAT(run.Lines(), ElementsAre(L"Waiting for another backup in: " + vault));
+    EXPECT_THAT(InVault(), IsEmpty());
+}
+
+TEST_F(ExitCode, Is1223WhenTheIconIsClosedWhileFilesAreCopied) {
+    for (int i = 0; i < 500; ++i) {
+        program.tree.File(L"Home\\Docs\\" + std::to_wstring(i) + L".txt", std::to_string(i));
+    }
+    const std::wstring list = ListOf({program.tree.Path(L"Home\\Docs") + L"\\", letter});
+    ProgramRun run(program.With(L"/B " + list));
+    while (!run.HasEnded() && InVault().empty()) Sleep(1);
+    EXPECT_EQ(run.EndByIcon(), 1223U);
+    for (const std::wstring& name : InVault()) {
+        EXPECT_EQ(name.find(L'«'), std::wstring::npos) << "a copy that is not whole: " << name;
+    }
+
+    RunsTo(0, L"/B " + list);
+    EXPECT_EQ(ReadTree(vault + L"\\Docs«0001»"), ReadTree(program.tree.Path(L"Home\\Docs")));
+    EXPECT_THAT(InVault(), ElementsAre(L"Docs«0001»", L"Docs«0001».vwc", L"Letter«0001».txt",
+                                       L"Letter«0001».txt.vwc"));
+}
+
+}  // namespace
+}  // namespace vw::test

@@ -1,0 +1,225 @@
+// Every switch but "/B", and starts without a switch.
+
+#include <gmock/gmock.h>
+
+#include "tests/support/WineBridge.h"
+#include "tests/system/ProgramCopy.h"
+
+namespace vw::test {
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+class OtherSwitches : public SystemTest {
+  protected:
+    const std::wstring letter = program.tree.File(L"Home\\Letter.txt", "Dear Sir");
+
+    std::wstring WriteDefaultList() const {
+        return program.List(L"Program\\FilesList.vwl",
+                            {L"BackupTo: " + vault, L"Backages: 3", letter});
+    }
+
+    /// Starts the program with a window and waits until that stands open, or until the program has
+    /// ended. It is no silent run, so there is no icon.
+    void OpensWindow(const ProgramStart& start) const {
+        ProgramRun run(start);
+        run.WaitForWindow(L"frmMain");
+        EXPECT_EQ(FindWindowOf(run.ProcessId(), L"frmTrayIcon"), nullptr);
+        EXPECT_THAT(run.Boxes(), IsEmpty());
+        EXPECT_EQ(run.OutputBytes(), "");
+        EXPECT_THAT(InVault(), IsEmpty()) << "it has made a backup";
+    }
+    void OpensWindow(std::wstring_view arguments) const { OpensWindow(program.With(arguments)); }
+};
+
+class StartupSwitch : public OtherSwitches {};
+
+TEST_F(StartupSwitch, BacksUpTheDefaultListWhenLogonStartIsOn) {
+    WriteDefaultList();
+    program.EnableLogonStart();
+    for (const wchar_t* const arguments : {L"/Startup", L"/STARTUP", L"  /startup  "}) {
+        RunsTo(0, arguments);
+        EXPECT_THAT(InVault(), Contains(L"Letter«0001».txt")) << arguments;
+        EXPECT_THAT(lines, Contains(L"\tDone."));
+        EXPECT_THAT(boxes, IsEmpty());
+        program.tree.Remove(L"Vault");
+        program.tree.Folder(L"Vault");
+    }
+}
+
+TEST_F(StartupSwitch, DoesNothingAndKeepsItsIconWhenLogonStartIsOff) {
+    WriteDefaultList();
+    ProgramRun run(program.With(L"/Startup"));
+    EXPECT_NE(run.WaitForWindow(L"frmTrayIconEn"), nullptr);
+    EXPECT_TRUE(run.StaysFor(700));
+    EXPECT_EQ(run.EndByIcon(), 0U);
+    EXPECT_EQ(run.OutputBytes(), "");
+    EXPECT_THAT(run.Boxes(), IsEmpty());
+    EXPECT_THAT(InVault(), IsEmpty());
+}
+
+// Silent because of its first letters, and then an item to open.
+TEST_F(StartupSwitch, IsAnItemToOpenWhenAWordFollows) {
+    WriteDefaultList();
+    program.EnableLogonStart();
+    program.tree.File(L"Program\\OneFileList.vwl", "an old item\r\n");
+    RunsTo(0, L"/Startup " + letter);
+    EXPECT_THAT(InVault(), IsEmpty());
+    EXPECT_THAT(lines, IsEmpty());
+    EXPECT_EQ(ReadBytes(program.SingleItemList()).find("an old item"), std::string::npos);
+}
+
+TEST_F(OtherSwitches, SMakesAMissingDefaultListEmptyAndEnds) {
+    RunsTo(0, L"/S");
+    EXPECT_TRUE(Exists(program.DefaultList()));
+    EXPECT_THAT(lines, IsEmpty());
+    EXPECT_THAT(boxes, IsEmpty());
+}
+
+TEST_F(OtherSwitches, SBacksUpNothingAndLeavesTheDefaultListAsItIs) {
+    const std::wstring list = WriteDefaultList();
+    const std::string before = ReadBytes(list);
+    program.EnableLogonStart();
+    RunsTo(0, L"/s");
+    EXPECT_EQ(ReadBytes(list), before);
+    EXPECT_THAT(InVault(), IsEmpty());
+    EXPECT_THAT(lines, IsEmpty());
+}
+
+TEST_F(OtherSwitches, SWithAListBacksUpNothing) {
+    const std::wstring list = program.List(L"Other.vwl", {L"BackupTo: " + vault, letter});
+    const std::string before = ReadBytes(list);
+    RunsTo(0, L"/S " + list);
+    EXPECT_EQ(ReadBytes(list), before);
+    EXPECT_FALSE(Exists(program.DefaultList()));
+    EXPECT_THAT(InVault(), IsEmpty());
+}
+
+// With a folder for temporary files of its own, since it is emptied; so are folders of Windows,
+// which is why a real one is spared.
+TEST_F(OtherSwitches, DEndsByItself) {
+    if (!UnderWine()) GTEST_SKIP() << "this would clean the machine's own temporary folders";
+    ProgramStart start = program.With(L"/D");
+    start.temporaryFolder = program.tree.Folder(L"Temporary");
+    RunsTo(0, start);
+    EXPECT_THAT(boxes, IsEmpty());
+    EXPECT_TRUE(Exists(letter));
+}
+
+TEST_F(OtherSwitches, RMakesAMissingDefaultListEmptyAndEnds) {
+    for (const wchar_t* const arguments : {L"/R", L"/Restore", L"/r"}) {
+        RunsTo(0, arguments);
+        EXPECT_EQ(ReadBytes(program.DefaultList()), "") << arguments;
+        EXPECT_THAT(boxes, IsEmpty());
+        program.tree.Remove(L"Program\\FilesList.vwl");
+    }
+}
+
+TEST_F(OtherSwitches, RWithAnItemOrACopyChangesNothing) {
+    const std::wstring list = WriteDefaultList();
+    const std::wstring copy = program.tree.File(L"Vault\\Letter«0001».txt", "Dear Sir");
+    const Tree before = ReadTree(program.tree.Path());
+    for (const std::wstring& argument :
+         {letter, Quoted(letter), copy, Quoted(copy), vault + L"\\Nobody«0001».txt"}) {
+        RunsTo(0, L"/R " + argument);
+        EXPECT_THAT(boxes, IsEmpty());
+        program.tree.Remove(L"Default vault");
+        EXPECT_EQ(ReadTree(program.tree.Path()), before);
+    }
+}
+
+TEST_F(OtherSwitches, RTellsThatTheDestinationIsMissing) {
+    WriteDefaultList();
+    program.tree.Remove(L"Vault");
+    RunsTo(76, L"/Restore " + letter);
+    ASSERT_THAT(boxes, SizeIs(1));
+    EXPECT_EQ(boxes[0].text, L"فشلت العملية بسبب عدم توفر مجلد النسخ إلى:\r\n" + vault);
+}
+
+TEST_F(OtherSwitches, AuthorIsToldInABox) {
+    ProgramRun run(program.With(L"/Author"));
+    const Box box = run.WaitForBox();
+    EXPECT_EQ(box.title, L"Vaultwright");
+    EXPECT_EQ(box.text, L"Author name is 'Nadir Qasemi'");
+    EXPECT_THAT(box.buttons, SizeIs(1));
+    EXPECT_EQ(FindWindowOf(run.ProcessId(), L"frmTrayIcon"), nullptr);
+    run.Answer(box);
+    EXPECT_EQ(run.WaitForEnd(), 0U);
+    EXPECT_FALSE(Exists(program.DefaultList()));
+}
+
+TEST_F(OtherSwitches, AuthorTakesAnyLetterCaseAndAnyArgument) {
+    RunsTo(0, L"/aUTHOR of this.vwl");
+    ASSERT_THAT(boxes, SizeIs(1));
+    EXPECT_EQ(boxes[0].text, L"Author name is 'Nadir Qasemi'");
+}
+
+// A temporary-file cleaning that nobody can ask for: the switch is cut at the blank.
+TEST_F(OtherSwitches, DeleTempIsAnItemCalledTemp) {
+    ProgramStart start = program.With(L"/Dele Temp");
+    start.currentFolder = program.tree.Folder(L"Current");
+    start.temporaryFolder = program.tree.Folder(L"Temporary");
+    const std::wstring kept = program.tree.File(L"Temporary\\kept.txt", "kept");
+    {
+        ProgramRun run(start);
+        const Box box = run.WaitForBox();
+        EXPECT_THAT(box.text, testing::HasSubstr(L"Error 4008 in line "));
+        run.Answer(box);
+        EXPECT_EQ(run.EndByIcon(), 4008U);
+    }
+    program.tree.Folder(L"Current\\Temp");
+    RunsTo(0, start);
+    EXPECT_TRUE(Exists(program.SingleItemList()));
+    EXPECT_TRUE(Exists(kept));
+}
+
+TEST_F(OtherSwitches, UnknownSwitchesOpenTheDefaultListInAWindow) {
+    for (const wchar_t* const arguments :
+         {L"-B", L"\\B", L"/X", L"-Backup", L"-S", L"/", L"-", L"\\\\server\\share\\a.vwl", L""}) {
+        OpensWindow(arguments);
+        EXPECT_EQ(ReadBytes(program.DefaultList()), "") << arguments;
+        EXPECT_FALSE(Exists(program.SingleItemList())) << arguments;
+        program.tree.Remove(L"Program\\FilesList.vwl");
+    }
+}
+
+TEST_F(OtherSwitches, AWindowDoesNotBackUpItsList) {
+    const std::wstring list = WriteDefaultList();
+    const std::string before = ReadBytes(list);
+    OpensWindow(L"-B");
+    EXPECT_EQ(ReadBytes(list), before);
+}
+
+TEST_F(OtherSwitches, AListAloneIsOpenedInAWindow) {
+    const std::wstring list = program.List(L"My lists\\Other.vwl", {L"BackupTo: " + vault, letter});
+    const std::string before = ReadBytes(list);
+    for (const std::wstring& arguments : {Quoted(list), list, L"/X " + list, L"-B " + list}) {
+        OpensWindow(arguments);
+        EXPECT_EQ(ReadBytes(list), before);
+        EXPECT_FALSE(Exists(program.DefaultList()));
+        EXPECT_FALSE(Exists(program.SingleItemList()));
+    }
+}
+
+TEST_F(OtherSwitches, ADocumentAloneIsOpenedAsTheSingleItem) {
+    for (const std::wstring& arguments :
+         {letter, Quoted(letter), L"/X " + letter, Quoted(program.tree.Path(L"Home"))}) {
+        program.tree.File(L"Program\\OneFileList.vwl", "an old item\r\n");
+        OpensWindow(arguments);
+        EXPECT_EQ(ReadBytes(program.SingleItemList()).find("an old item"), std::string::npos);
+        EXPECT_FALSE(Exists(program.DefaultList()));
+    }
+}
+
+TEST_F(OtherSwitches, ADocumentOfTheCurrentFolderIsOpenedAsTheSingleItem) {
+    ProgramStart start = program.With(L"Letter.txt");
+    start.currentFolder = program.tree.Path(L"Home");
+    OpensWindow(start);
+    EXPECT_TRUE(Exists(program.SingleItemList()));
+}
+
+}  // namespace
+}  // namespace vw::test
