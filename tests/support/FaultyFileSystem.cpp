@@ -113,7 +113,7 @@ void FaultyFileSystem::RefuseAfterDeath() const {
     if (dead_) throw Died();
 }
 
-FaultyFileSystem::Act FaultyFileSystem::Before(FileOperation operation) {
+FaultyFileSystem::Act FaultyFileSystem::Before(const FileOperation& operation) {
     RefuseAfterDeath();
     if (onOperation_) onOperation_(operation);
     all_.push_back(operation);

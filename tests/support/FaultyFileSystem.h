@@ -112,7 +112,7 @@ class FaultyFileSystem : public ForwardingFileSystem {
     enum class Act { Forward, Skip, Half, HalfAndDie };
 
     void Plan(Fault fault, int n, int errorNumber, OperationFilter filter);
-    [[nodiscard]] Act Before(FileOperation operation);
+    [[nodiscard]] Act Before(const FileOperation& operation);
     void RefuseAfterDeath() const;
     void WriteHalf(std::wstring_view path, std::string_view bytes);
 
