@@ -21,6 +21,8 @@ set(PURE_SOURCES
     platform/TextCase.cpp
     platform/Utf8.cpp
     platform/Val.cpp
+    ui/DisplayText.cpp
+    ui/Layout.cpp
 )
 
 set(PURE_TESTS

@@ -79,3 +79,14 @@ vw_add_tests(editing list/editing 600)
 vw_add_tests(restore restore 600)
 vw_add_tests(app app 600)
 vw_add_tests(system system 1200)
+
+# Tools for the eye, started by hand: tests/tools/FormShow.exe shows one form with sample data.
+file(GLOB toolSources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/tools/*.cpp)
+if(toolSources AND TARGET vw_ui)
+    add_executable(FormShow ${toolSources})
+    vw_add_resources(FormShow)
+    target_link_libraries(FormShow PRIVATE vw_ui vw_flags)
+    target_link_options(FormShow PRIVATE -municode)
+    set_target_properties(FormShow PROPERTIES
+        RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests/tools)
+endif()

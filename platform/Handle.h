@@ -28,6 +28,9 @@ class UniqueHandle {
     [[nodiscard]] Type Get() const noexcept { return handle_; }
     [[nodiscard]] explicit operator bool() const noexcept { return handle_ != Traits::Empty(); }
 
+    /// Hands the handle over to somebody else, who closes it.
+    [[nodiscard]] Type Release() noexcept { return std::exchange(handle_, Traits::Empty()); }
+
     void Reset(Type handle = Traits::Empty()) noexcept {
         const Type old = std::exchange(handle_, handle);
         if (old != Traits::Empty()) Traits::Close(old);

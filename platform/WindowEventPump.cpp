@@ -12,6 +12,7 @@ void WindowEventPump::DoEvents() {
             PostQuitMessage(static_cast<int>(message.wParam));
             break;
         }
+        if (filter_ && filter_(message)) continue;
         TranslateMessage(&message);
         DispatchMessageW(&message);
     }

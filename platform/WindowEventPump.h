@@ -1,8 +1,12 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
+#include <utility>
 
 #include "platform/EventPump.h"
+
+struct tagMSG;
 
 namespace vw {
 
@@ -13,6 +17,13 @@ class WindowEventPump final : public EventPump {
     void DoEventsIfDue() override;
     void WaitForEvents(unsigned milliseconds) override;
 
+    /// Takes a message before its window gets it; true when it is done with. The keys of forms
+    /// (Tab, Enter, accelerators) come in here.
+    using Filter = std::function<bool(const tagMSG& message)>;
+
+    /// Sets the filter of every message from now on; an empty one takes it away.
+    void SetFilter(Filter filter) { filter_ = std::move(filter); }
+
     /// Processes messages until `goOn()` says no; sleeps while none waits. The main loop.
     template <class GoOn>
     void RunWhile(GoOn goOn) {
@@ -21,6 +32,7 @@ class WindowEventPump final : public EventPump {
 
   private:
     static constexpr unsigned kIdleMilliseconds = 500;
+    Filter filter_;
     std::uint64_t lastPass_ = 0;
 };
 

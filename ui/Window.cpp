@@ -19,8 +19,8 @@ void Window::Create(const Shape& shape) {
         RaiseLast({});
     }
     CreateWindowExW(shape.extendedStyle, shape.className.c_str(), shape.title.c_str(), shape.style,
-                    CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, nullptr, nullptr,
-                    instance, this);
+                    shape.place.left, shape.place.top, shape.place.right, shape.place.bottom,
+                    shape.owner, nullptr, instance, this);
     if (handle_ == nullptr) RaiseLast({});
 }
 
@@ -32,6 +32,14 @@ LRESULT Window::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     return DefWindowProcW(handle_, message, wParam, lParam);
 }
 
+void Window::OnEscaped(const std::exception_ptr&) noexcept {}
+
+Window* Window::From(HWND window) noexcept {
+    const auto procedure = GetClassLongPtrW(window, GCLP_WNDPROC);
+    if (procedure != reinterpret_cast<ULONG_PTR>(&Procedure)) return nullptr;
+    return reinterpret_cast<Window*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+}
+
 LRESULT CALLBACK Window::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_NCCREATE) {
         const auto* create = reinterpret_cast<const CREATESTRUCTW*>(lParam);
@@ -41,10 +49,19 @@ LRESULT CALLBACK Window::Procedure(HWND window, UINT message, WPARAM wParam, LPA
     }
     auto* self = reinterpret_cast<Window*>(GetWindowLongPtrW(window, GWLP_USERDATA));
     if (self == nullptr) return DefWindowProcW(window, message, wParam, lParam);
-    const LRESULT result = self->OnMessage(message, wParam, lParam);
-    if (message == WM_NCDESTROY) {
-        SetWindowLongPtrW(window, GWLP_USERDATA, 0);
-        self->handle_ = nullptr;
+    LRESULT result = 0;
+    try {
+        result = self->OnMessage(message, wParam, lParam);
+    } catch (...) {
+        self->OnEscaped(std::current_exception());
+    }
+    if (message != WM_NCDESTROY) return result;
+    SetWindowLongPtrW(window, GWLP_USERDATA, 0);
+    self->handle_ = nullptr;
+    try {
+        self->OnGone();
+    } catch (...) {
+        self->OnEscaped(std::current_exception());
     }
     return result;
 }

@@ -1,0 +1,108 @@
+#include "ui/ControlFactory.h"
+
+// The common controls' declarations need those of the window system first.
+#include <commctrl.h>
+#include <shellapi.h>
+#include <uxtheme.h>
+
+#include <string>
+
+#include "platform/SystemError.h"
+#include "ui/ScrollBar.h"
+
+namespace vw {
+
+namespace {
+
+struct Making {
+    const wchar_t* className = L"";
+    DWORD style = 0;
+    DWORD extendedStyle = 0;
+};
+
+DWORD LabelStyle(const ControlData& data) noexcept {
+    // Labels tell of clicks, and a "&" in a path or a name is a letter like any other.
+    DWORD style = SS_NOTIFY | SS_NOPREFIX;
+    if (data.path) return style | SS_OWNERDRAW;
+    if (data.oneLine) style |= SS_CENTERIMAGE;
+    if (data.centred) return style | SS_CENTER;
+    return style | SS_LEFT;
+}
+
+Making HowToMake(const ControlData& data) noexcept {
+    switch (data.kind) {
+        case ControlKind::Label:
+        case ControlKind::Heading:
+            return {WC_STATICW, LabelStyle(data), data.framed ? DWORD{WS_EX_CLIENTEDGE} : 0};
+        case ControlKind::Picture:
+            return {WC_STATICW, SS_ICON | SS_CENTERIMAGE | SS_NOTIFY, 0};
+        case ControlKind::Button:
+            return {WC_BUTTONW, BS_PUSHBUTTON | WS_TABSTOP, 0};
+        case ControlKind::CheckBox:
+            return {WC_BUTTONW, BS_AUTOCHECKBOX | WS_TABSTOP, 0};
+        case ControlKind::DropDown:
+            return {WC_COMBOBOXW, CBS_DROPDOWNLIST | CBS_HASSTRINGS | WS_VSCROLL | WS_TABSTOP, 0};
+        case ControlKind::ListView:
+            return {WC_LISTVIEWW,
+                    LVS_REPORT | LVS_SHOWSELALWAYS | LVS_SINGLESEL | LVS_SHAREIMAGELISTS |
+                        LVS_AUTOARRANGE | WS_TABSTOP,
+                    WS_EX_CLIENTEDGE};
+        case ControlKind::ScrollBar:
+            return {WC_SCROLLBARW, SBS_VERT | WS_TABSTOP, 0};
+        case ControlKind::ToolBar:
+            return {TOOLBARCLASSNAMEW,
+                    TBSTYLE_FLAT | TBSTYLE_LIST | TBSTYLE_TOOLTIPS | TBSTYLE_TRANSPARENT |
+                        CCS_NORESIZE | CCS_NOPARENTALIGN | CCS_NODIVIDER | WS_TABSTOP,
+                    0};
+        case ControlKind::ProgressBar:
+            return {PROGRESS_CLASSW, PBS_SMOOTH, 0};
+        case ControlKind::Report:
+            return {WC_EDITW,
+                    ES_MULTILINE | ES_READONLY | ES_AUTOVSCROLL | ES_AUTOHSCROLL | WS_VSCROLL |
+                        WS_HSCROLL | WS_TABSTOP,
+                    WS_EX_CLIENTEDGE};
+        default:
+            return {};
+    }
+}
+
+void Prepare(HWND control, const ControlData& data) {
+    constexpr WPARAM kUnlimited = 0x7FFFFFFE;
+    switch (data.kind) {
+        case ControlKind::ListView:
+            SetWindowTheme(control, L"Explorer", nullptr);
+            DragAcceptFiles(control, data.acceptsFiles ? TRUE : FALSE);
+            break;
+        case ControlKind::ScrollBar:
+            ScrollBar::SetValue(control, 0, data.lowest, data.highest);
+            break;
+        case ControlKind::Report:
+            SendMessageW(control, EM_SETLIMITTEXT, kUnlimited, 0);
+            break;
+        case ControlKind::ProgressBar:
+            SendMessageW(control, PBM_SETRANGE32, 0, kProgressMaximum);
+            break;
+        default:
+            break;
+    }
+}
+
+}  // namespace
+
+bool HasWindow(ControlKind kind) noexcept { return kind < ControlKind::Timer; }
+
+HWND MakeControl(HWND form, const ControlData& data, Language language) {
+    const Making making = HowToMake(data);
+    DWORD style = making.style | WS_CHILD | WS_CLIPSIBLINGS;
+    if (!data.hidden) style |= WS_VISIBLE;
+    const std::wstring text(data.text.In(language));
+    // The direction of writing comes from the form.
+    const HWND control = CreateWindowExW(
+        making.extendedStyle, making.className, text.c_str(), style, 0, 0, 0, 0, form,
+        reinterpret_cast<HMENU>(static_cast<INT_PTR>(data.id)), GetModuleHandleW(nullptr), nullptr);
+    if (control == nullptr) RaiseLast({});
+    Prepare(control, data);
+    return control;
+}
+
+}  // namespace vw

@@ -1,0 +1,205 @@
+#include "ui/Form.h"
+
+#include "platform/EventPump.h"
+#include "platform/RuntimeError.h"
+#include "platform/SystemError.h"
+#include "ui/ControlFactory.h"
+
+namespace vw {
+
+namespace {
+
+void RegisterCommonControls() {
+    INITCOMMONCONTROLSEX wanted{};
+    wanted.dwSize = sizeof wanted;
+    wanted.dwICC =
+        ICC_LISTVIEW_CLASSES | ICC_BAR_CLASSES | ICC_PROGRESS_CLASS | ICC_STANDARD_CLASSES;
+    InitCommonControlsEx(&wanted);
+}
+
+DWORD StyleOf(FormKind kind) noexcept {
+    switch (kind) {
+        case FormKind::Main:
+            return WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN;
+        case FormKind::Dialog:
+            return WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU | WS_THICKFRAME | WS_MINIMIZEBOX |
+                   WS_CLIPCHILDREN;
+        case FormKind::Box:
+            return WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU | WS_CLIPCHILDREN;
+        default:
+            return WS_OVERLAPPED;
+    }
+}
+
+constexpr unsigned kModalMilliseconds = 500;
+
+AcceleratorHandle MakeAccelerators(std::span<const AcceleratorData> rows) {
+    std::vector<ACCEL> keys;
+    for (const AcceleratorData& row : rows) {
+        const BYTE modifiers = row.control ? FCONTROL : 0;
+        keys.push_back(
+            {static_cast<BYTE>(FVIRTKEY | modifiers), row.key, static_cast<WORD>(row.id)});
+    }
+    if (keys.empty()) return AcceleratorHandle();
+    return AcceleratorHandle(CreateAcceleratorTableW(keys.data(), static_cast<int>(keys.size())));
+}
+
+}  // namespace
+
+Form::Form(const FormData& data, Language language, FormEvents& events)
+    : data_(data),
+      language_(language),
+      events_(events),
+      taskbarCreated_(RegisterWindowMessageW(L"TaskbarCreated")),
+      taskbarButtonCreated_(RegisterWindowMessageW(L"TaskbarButtonCreated")) {}
+
+Form::~Form() {
+    ending_ = true;
+    Destroy();
+}
+
+void Form::Load(HWND owner) {
+    if (IsLoaded()) return;
+    RegisterCommonControls();
+    Create({.className = std::wstring(Name()),
+            .title = std::wstring(data_.caption.In(language_)),
+            .style = StyleOf(data_.kind),
+            .extendedStyle = language_ == Language::Arabic ? DWORD{WS_EX_LAYOUTRTL} : 0,
+            .owner = owner});
+    MakeParts();
+    UseDpi(static_cast<int>(GetDpiForWindow(Handle())));
+    PlaceInitially();
+    TakeIcon(data_.icon);
+    events_.OnLoad(*this);
+}
+
+void Form::MakeParts() {
+    tips_ = std::make_unique<ToolTips>(Handle());
+    if (!data_.menu.empty()) {
+        menu_ = std::make_unique<Menu>(data_.menu, language_, data_.menuBar);
+        if (data_.menuBar) menu_->AttachTo(Handle());
+    }
+    accelerators_ = MakeAccelerators(data_.accelerators);
+    parts_.reserve(data_.controls.size());
+    for (const ControlData& data : data_.controls) {
+        Part part;
+        part.data = &data;
+        if (HasWindow(data.kind)) part.window = MakeControl(Handle(), data, language_);
+        if (data.kind == ControlKind::ListView) {
+            part.list = std::make_unique<ListView>(part.window, data, language_);
+        } else if (data.kind == ControlKind::ToolBar) {
+            part.toolBar = std::make_unique<ToolBar>(part.window, data, language_);
+        }
+        if (data.path || !data.tip.english.empty()) tips_->Add(part.window);
+        parts_.push_back(std::move(part));
+    }
+}
+
+void Form::ForgetParts() noexcept {
+    parts_.clear();
+    menu_.reset();
+    tips_.reset();
+    fonts_.reset();
+    accelerators_.Reset();
+    smallPictures_.Reset();
+    largePictures_.Reset();
+    smallIcon_.Reset();
+    largeIcon_.Reset();
+    focus_ = nullptr;
+    pointer_ = MousePointer::Default;
+    maximiseLater_ = false;
+}
+
+bool Form::Unload(UnloadReason reason) {
+    if (!IsLoaded()) return true;
+    // Whoever is asked may unload the form himself; he is not asked twice.
+    if (unloading_) return false;
+    unloading_ = true;
+    const bool goes = events_.OnQueryUnload(*this, reason) || reason == UnloadReason::SessionEnd;
+    unloading_ = false;
+    if (goes) {
+        EndModal();
+        Destroy();
+    }
+    return !IsLoaded();
+}
+
+void Form::OnGone() {
+    ForgetParts();
+    if (!ending_) events_.OnUnload(*this);
+}
+
+bool Form::IsVisible() const noexcept {
+    return IsLoaded() && (GetWindowLongW(Handle(), GWL_STYLE) & WS_VISIBLE) != 0;
+}
+
+WindowState Form::State() const noexcept {
+    if (IsIconic(Handle()) != 0) return WindowState::Minimised;
+    return IsZoomed(Handle()) != 0 ? WindowState::Maximised : WindowState::Normal;
+}
+
+void Form::Show(ShowHow how) {
+    Load();
+    int command = SW_SHOW;
+    switch (how) {
+        case ShowHow::Activate:
+            break;
+        case ShowHow::KeepFocus:
+            command = SW_SHOWNA;
+            break;
+        case ShowHow::Normal:
+            command = SW_SHOWNORMAL;
+            break;
+        case ShowHow::Maximised:
+            command = SW_SHOWMAXIMIZED;
+            break;
+        case ShowHow::MinimisedKeepFocus:
+            command = SW_SHOWMINNOACTIVE;
+            break;
+    }
+    if (maximiseLater_ && how == ShowHow::Activate) command = SW_SHOWMAXIMIZED;
+    maximiseLater_ = false;
+    ShowWindow(Handle(), command);
+}
+
+void Form::Hide() {
+    if (!IsLoaded()) return;
+    EndModal();
+    ShowWindow(Handle(), SW_HIDE);
+}
+
+void Form::Maximise() {
+    if (!IsLoaded()) return;
+    if (IsVisible()) {
+        ShowWindow(Handle(), SW_SHOWMAXIMIZED);
+    } else {
+        maximiseLater_ = true;
+    }
+}
+
+void Form::ShowModal(EventPump& pump, HWND owner) {
+    Load(owner);
+    const bool disables = owner != nullptr && IsWindowEnabled(owner) != 0;
+    if (disables) EnableWindow(owner, FALSE);
+    modalOwner_ = disables ? owner : nullptr;
+    Show();
+    while (IsVisible()) pump.WaitForEvents(kModalMilliseconds);
+    EndModal();
+}
+
+// Before the box goes: with all windows of the program disabled, another program would come
+// forward.
+void Form::EndModal() noexcept {
+    if (modalOwner_ != nullptr) EnableWindow(modalOwner_, TRUE);
+    modalOwner_ = nullptr;
+}
+
+bool Form::TranslateKeys(const MSG& message) {
+    const HWND root = GetAncestor(message.hwnd, GA_ROOT);
+    auto* form = root == nullptr ? nullptr : dynamic_cast<Form*>(From(root));
+    if (form == nullptr || !form->IsFormEnabled()) return false;
+    MSG copy = message;
+    return form->Translate(copy);
+}
+
+}  // namespace vw

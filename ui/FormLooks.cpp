@@ -1,0 +1,219 @@
+#include <algorithm>
+#include <array>
+
+#include "ui/DisplayText.h"
+#include "ui/Form.h"
+#include "ui/resource.h"
+
+// Places, fonts, icons and colours of a form.
+
+namespace vw {
+
+namespace {
+
+constexpr int kSmallIcon = 16;
+constexpr int kLargeIcon = 32;
+constexpr int kTipWidth = 420;
+constexpr int kDropDownRows = 12;
+
+RECT WorkAreaOf(HWND window) noexcept {
+    MONITORINFO monitor{};
+    monitor.cbSize = sizeof monitor;
+    GetMonitorInfoW(MonitorFromWindow(window, MONITOR_DEFAULTTOPRIMARY), &monitor);
+    return monitor.rcWork;
+}
+
+}  // namespace
+
+Size Form::OuterSize(const Size& inner) const noexcept {
+    RECT rect{0, 0, inner.width, inner.height};
+    const auto style = static_cast<DWORD>(GetWindowLongW(Handle(), GWL_STYLE));
+    const auto extended = static_cast<DWORD>(GetWindowLongW(Handle(), GWL_EXSTYLE));
+    AdjustWindowRectExForDpi(&rect, style, data_.menuBar ? TRUE : FALSE, extended,
+                             static_cast<UINT>(dpi_));
+    return {static_cast<int>(rect.right - rect.left), static_cast<int>(rect.bottom - rect.top)};
+}
+
+// In the middle of the screen, and never larger than it.
+void Form::PlaceInitially() {
+    if (data_.kind == FormKind::Hidden) return;
+    const Size outer = OuterSize(Scaled(data_.initial, dpi_));
+    const RECT work = WorkAreaOf(Handle());
+    const int width = std::min(outer.width, static_cast<int>(work.right - work.left));
+    const int height = std::min(outer.height, static_cast<int>(work.bottom - work.top));
+    SetWindowPos(Handle(), nullptr, (work.left + work.right - width) / 2,
+                 (work.top + work.bottom - height) / 2, width, height,
+                 SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+// The design as it is now: a form is taller while it shows what opens it.
+Size Form::DesignNow() const noexcept {
+    Size design = data_.design;
+    for (const Part& part : parts_) {
+        const bool shown =
+            part.window != nullptr && (GetWindowLongW(part.window, GWL_STYLE) & WS_VISIBLE) != 0;
+        if (shown) design.height += part.data->opens;
+    }
+    return design;
+}
+
+void Form::UseDpi(int dpi) {
+    dpi_ = dpi;
+    auto fonts = std::make_unique<Fonts>(dpi);
+    constexpr std::array kRowIcons{IDI_File, IDI_Folder, IDI_Rule};
+    ImageList small = MakeImageList(kRowIcons, Scaled(kSmallIcon, dpi));
+    ImageList large = MakeImageList(kRowIcons, Scaled(kLargeIcon, dpi));
+    // The controls change over before what they used goes.
+    std::swap(smallPictures_, small);
+    std::swap(largePictures_, large);
+    for (Part& part : parts_) Dress(part, *fonts);
+    fonts_ = std::move(fonts);
+    if (tips_) tips_->SetWidth(Scaled(kTipWidth, dpi));
+    if (iconId_ != 0) TakeIcon(iconId_);
+    Arrange();
+}
+
+void Form::Dress(Part& part, Fonts& fonts) {
+    if (part.window == nullptr) return;
+    FontData face = part.data->font.In(language_);
+    face.bold = face.bold || part.data->kind == ControlKind::Heading;
+    const HFONT font = fonts.Get(face);
+    switch (part.data->kind) {
+        case ControlKind::ListView:
+            part.list->SetPictures(smallPictures_.Get(), largePictures_.Get(), font, dpi_);
+            break;
+        case ControlKind::ToolBar:
+            face.bold = true;
+            part.toolBar->SetPictures(dpi_, font, fonts.Get(face));
+            break;
+        case ControlKind::Picture: {
+            IconHandle picture = LoadPicture(part.data->icon, Scaled(part.data->place.width, dpi_));
+            SendMessageW(part.window, STM_SETICON, reinterpret_cast<WPARAM>(picture.Get()), 0);
+            part.picture = std::move(picture);
+            break;
+        }
+        default:
+            SendMessageW(part.window, WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
+            break;
+    }
+}
+
+void Form::Arrange() {
+    RECT area{};
+    GetClientRect(Handle(), &area);
+    const Size client{static_cast<int>(area.right), static_cast<int>(area.bottom)};
+    HDWP moves = BeginDeferWindowPos(static_cast<int>(parts_.size()));
+    for (const Part& part : parts_) {
+        if (part.window == nullptr) continue;
+        const Rect place = Arranged(part.data->place, part.data->flow, data_.design, client, dpi_);
+        if (part.data->kind == ControlKind::DropDown) {
+            ArrangeDropDown(part.window, place);
+            continue;
+        }
+        const auto flags = static_cast<UINT>(SWP_NOZORDER | SWP_NOACTIVATE);
+        if (moves != nullptr) {
+            moves = DeferWindowPos(moves, part.window, nullptr, place.left, place.top,
+                                   place.Width(), place.Height(), flags);
+        }
+    }
+    if (moves != nullptr) EndDeferWindowPos(moves);
+    for (const Part& part : parts_) {
+        // Texts of their own drawing depend on the width.
+        if (part.data->path) InvalidateRect(part.window, nullptr, TRUE);
+    }
+}
+
+// The height of a drop-down box is that of its field and its open list; the field follows its text.
+void Form::ArrangeDropDown(HWND dropDown, const Rect& place) const {
+    RECT now{};
+    GetWindowRect(dropDown, &now);
+    const auto field = static_cast<WPARAM>(-1);
+    const auto text = static_cast<int>(SendMessageW(dropDown, CB_GETITEMHEIGHT, field, 0));
+    const int frame = static_cast<int>(now.bottom - now.top) - text;
+    if (frame >= 0 && place.Height() > frame) {
+        SendMessageW(dropDown, CB_SETITEMHEIGHT, field, place.Height() - frame);
+    }
+    const auto row = static_cast<int>(SendMessageW(dropDown, CB_GETITEMHEIGHT, 0, 0));
+    SetWindowPos(dropDown, nullptr, place.left, place.top, place.Width(),
+                 place.Height() + kDropDownRows * row, SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void Form::GrowBy(int height) {
+    const int pixels = Scaled(height, dpi_);
+    if (State() != WindowState::Normal) {
+        WINDOWPLACEMENT placement{};
+        placement.length = sizeof placement;
+        GetWindowPlacement(Handle(), &placement);
+        placement.rcNormalPosition.bottom += pixels;
+        if (placement.showCmd == SW_SHOWMINIMIZED) placement.showCmd = SW_SHOWMINNOACTIVE;
+        if (!IsVisible()) placement.showCmd = SW_HIDE;
+        SetWindowPlacement(Handle(), &placement);
+        return;
+    }
+    RECT now{};
+    GetWindowRect(Handle(), &now);
+    const RECT work = WorkAreaOf(Handle());
+    const LONG bottom = now.bottom + pixels;
+    const LONG above = pixels > 0 ? std::max(0L, bottom - work.bottom) : 0;
+    SetWindowPos(Handle(), nullptr, now.left, std::max(work.top, now.top - above),
+                 now.right - now.left, bottom - now.top, SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void Form::TakeIcon(int id) {
+    iconId_ = id;
+    const auto dpi = static_cast<UINT>(dpi_);
+    IconHandle small = LoadPicture(id, GetSystemMetricsForDpi(SM_CXSMICON, dpi));
+    IconHandle large = LoadPicture(id, GetSystemMetricsForDpi(SM_CXICON, dpi));
+    SendMessageW(Handle(), WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(small.Get()));
+    SendMessageW(Handle(), WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(large.Get()));
+    smallIcon_ = std::move(small);
+    largeIcon_ = std::move(large);
+}
+
+void Form::SetIcon(std::wstring_view images, int index) {
+    if (!IsLoaded()) return;
+    for (const ControlData& data : data_.controls) {
+        if (data.name == images && data.index == index) TakeIcon(data.icon);
+    }
+}
+
+HBRUSH Form::ColourOf(HDC canvas, const Part& part) const {
+    int text = COLOR_BTNTEXT;
+    int background = COLOR_BTNFACE;
+    if (part.data->framed || part.data->kind == ControlKind::Report) {
+        text = COLOR_WINDOWTEXT;
+        background = COLOR_WINDOW;
+    } else if (part.data->accent) {
+        text = COLOR_HIGHLIGHTTEXT;
+        background = COLOR_HIGHLIGHT;
+    }
+    SetTextColor(canvas, GetSysColor(text));
+    SetBkColor(canvas, GetSysColor(background));
+    return GetSysColorBrush(background);
+}
+
+void Form::DrawPathLabel(const DRAWITEMSTRUCT& draw) const {
+    std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(draw.hwndItem)), L'\0');
+    GetWindowTextW(draw.hwndItem, text.data(), static_cast<int>(text.size()) + 1);
+    const int saved = SaveDC(draw.hDC);
+    SelectObject(draw.hDC,
+                 reinterpret_cast<HGDIOBJ>(SendMessageW(draw.hwndItem, WM_GETFONT, 0, 0)));
+    SetTextColor(draw.hDC, GetSysColor(COLOR_BTNTEXT));
+    SetBkMode(draw.hDC, TRANSPARENT);
+    FillRect(draw.hDC, &draw.rcItem, GetSysColorBrush(COLOR_BTNFACE));
+    const auto widthOf = [&](std::wstring_view part) {
+        SIZE size{};
+        GetTextExtentPoint32W(draw.hDC, part.data(), static_cast<int>(part.size()), &size);
+        return static_cast<int>(size.cx);
+    };
+    const bool rightToLeft = language_ == Language::Arabic;
+    const bool path = LooksLikePath(text);
+    text = Shortened(text, static_cast<int>(draw.rcItem.right - draw.rcItem.left), widthOf);
+    text = path ? PathForDisplay(text, rightToLeft) : TextForDisplay(text, rightToLeft);
+    RECT area = draw.rcItem;
+    DrawTextW(draw.hDC, text.data(), static_cast<int>(text.size()), &area,
+              DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_NOCLIP);
+    RestoreDC(draw.hDC, saved);
+}
+
+}  // namespace vw

@@ -1,0 +1,327 @@
+#include <algorithm>
+
+#include "ui/ControlFactory.h"
+#include "ui/DisplayText.h"
+#include "ui/Form.h"
+#include "ui/PrivateMessages.h"
+#include "ui/ScrollBar.h"
+// The shell's declarations need those of the window system first.
+#include <shellapi.h>
+#include <windowsx.h>
+
+// What the system tells a form, and what the form tells its events. After an event the form may be
+// unloaded: nothing of it is touched any more.
+
+namespace vw {
+
+LRESULT Form::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == taskbarCreated_) {
+        events_.OnTaskbarCreated(*this);
+        return 0;
+    }
+    if (message == taskbarButtonCreated_) {
+        events_.OnTaskbarButtonCreated(*this);
+        return 0;
+    }
+    if (const auto result = OnWindowMessage(message, wParam, lParam)) return *result;
+    if (const auto result = OnControlMessage(message, wParam, lParam)) return *result;
+    return Window::OnMessage(message, wParam, lParam);
+}
+
+void Form::OnEscaped(const std::exception_ptr& error) noexcept { events_.OnEscaped(*this, error); }
+
+std::optional<LRESULT> Form::OnWindowMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+        case WM_CLOSE:
+            Unload(UnloadReason::User);
+            return 0;
+        case WM_QUERYENDSESSION:
+            return TRUE;
+        case WM_ENDSESSION:
+            if (wParam != FALSE) Unload(UnloadReason::SessionEnd);
+            return 0;
+        case WM_SIZE:
+            if (parts_.empty()) return 0;
+            if (wParam != SIZE_MINIMIZED) Arrange();
+            events_.OnResize(*this, State());
+            return 0;
+        case WM_GETMINMAXINFO: {
+            const Size least = OuterSize(Scaled(DesignNow(), dpi_));
+            auto* info = reinterpret_cast<MINMAXINFO*>(lParam);
+            info->ptMinTrackSize = {least.width, least.height};
+            return 0;
+        }
+        case WM_DPICHANGED: {
+            const auto* place = reinterpret_cast<const RECT*>(lParam);
+            dpi_ = HIWORD(wParam);
+            SetWindowPos(Handle(), nullptr, place->left, place->top, place->right - place->left,
+                         place->bottom - place->top, SWP_NOZORDER | SWP_NOACTIVATE);
+            UseDpi(HIWORD(wParam));
+            return 0;
+        }
+        case WM_SETTINGCHANGE:
+        case WM_SYSCOLORCHANGE:
+            for (const Part& part : parts_) {
+                if (part.window != nullptr) SendMessageW(part.window, message, wParam, lParam);
+            }
+            if (!parts_.empty()) UseDpi(dpi_);
+            InvalidateRect(Handle(), nullptr, TRUE);
+            return std::nullopt;
+        case WM_ACTIVATE:
+            if (LOWORD(wParam) == WA_INACTIVE) {
+                const HWND focus = GetFocus();
+                if (focus != nullptr && IsChild(Handle(), focus) != 0) focus_ = focus;
+            } else if (HIWORD(wParam) == 0) {
+                GiveFocus();
+            }
+            events_.OnActivate(*this, LOWORD(wParam) != WA_INACTIVE);
+            return 0;
+        case WM_SETFOCUS:
+            GiveFocus();
+            return 0;
+        case WM_SETCURSOR: {
+            const auto hit = static_cast<SHORT>(LOWORD(lParam));
+            if (pointer_ != MousePointer::Hourglass || (hit != HTCLIENT && hit != HTERROR)) {
+                return std::nullopt;
+            }
+            SetCursor(LoadCursorW(nullptr, IDC_WAIT));
+            return TRUE;
+        }
+        case WM_MOUSEMOVE:
+            events_.OnMouseMove(*this, LOWORD(lParam), HIWORD(lParam));
+            return 0;
+        case WM_LBUTTONUP:
+            events_.OnControl(*this, {.control = {}, .kind = EventKind::Click});
+            return 0;
+        default:
+            return std::nullopt;
+    }
+}
+
+std::optional<LRESULT> Form::OnControlMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+        case WM_COMMAND:
+            OnCommand(LOWORD(wParam), HIWORD(wParam), reinterpret_cast<HWND>(lParam));
+            return 0;
+        case WM_NOTIFY:
+            return OnNotify(*reinterpret_cast<NMHDR*>(lParam));
+        case WM_VSCROLL:
+            OnScroll(reinterpret_cast<HWND>(lParam), wParam);
+            return 0;
+        case WM_MOUSEWHEEL:
+            OnScroll(GetFocus(), GET_WHEEL_DELTA_WPARAM(wParam) > 0 ? SB_LINEUP : SB_LINEDOWN);
+            return 0;
+        case WM_TIMER:
+            OnTimer(static_cast<int>(wParam));
+            return 0;
+        case WM_CTLCOLORSTATIC:
+        case WM_CTLCOLOREDIT: {
+            const Part* part = FindByWindow(reinterpret_cast<HWND>(lParam));
+            if (part == nullptr) return std::nullopt;
+            return reinterpret_cast<LRESULT>(ColourOf(reinterpret_cast<HDC>(wParam), *part));
+        }
+        case WM_DRAWITEM:
+            DrawPathLabel(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
+            return TRUE;
+        case DM_GETDEFID: {
+            const Part* button = data_.defaultButton.empty() ? nullptr : Find(data_.defaultButton);
+            return button == nullptr ? 0 : MAKELRESULT(button->data->id, DC_HASDEFID);
+        }
+        case kListKeyUp:
+            if (const Part* part = FindByWindow(reinterpret_cast<HWND>(lParam))) {
+                Tell(*part->data, EventKind::KeyUp, static_cast<int>(wParam));
+            }
+            return 0;
+        case kListDrop:
+            OnDrop(reinterpret_cast<HWND>(lParam), wParam);
+            return 0;
+        default:
+            return std::nullopt;
+    }
+}
+
+void Form::Tell(const ControlData& data, EventKind kind, int value, std::wstring_view key) {
+    events_.OnControl(
+        *this,
+        {.control = data.name, .index = data.index, .kind = kind, .key = key, .value = value});
+}
+
+void Form::OnCommand(int id, int code, HWND control) {
+    if (id == IDOK || id == IDCANCEL) {
+        OnDialogKey(id);
+        return;
+    }
+    const Part* part = FindByWindow(control);
+    if (part == nullptr || part->toolBar) {
+        OnMenuOrButton(id);
+        return;
+    }
+    switch (part->data->kind) {
+        case ControlKind::Button:
+        case ControlKind::CheckBox:
+            if (code == BN_CLICKED) Tell(*part->data, EventKind::Click);
+            break;
+        case ControlKind::Label:
+        case ControlKind::Heading:
+        case ControlKind::Picture:
+            if (code == STN_CLICKED) Tell(*part->data, EventKind::Click);
+            break;
+        case ControlKind::DropDown:
+            if (code == CBN_SELCHANGE) Tell(*part->data, EventKind::Selection);
+            break;
+        default:
+            break;
+    }
+}
+
+// Commands may come from outside too; what the user could not choose is not done.
+void Form::OnMenuOrButton(int id) {
+    const MenuItemData* item = menu_ ? menu_->Find(id) : nullptr;
+    if (item != nullptr) {
+        if (!menu_->IsAvailable(*item)) return;
+        events_.OnControl(
+            *this,
+            {.control = menu_->NameOf(*item), .index = item->index, .kind = EventKind::Click});
+        return;
+    }
+    for (const Part& part : parts_) {
+        const ToolButtonData* button = part.toolBar ? part.toolBar->Find(id) : nullptr;
+        if (button == nullptr) continue;
+        if (part.toolBar->IsEnabled(button->key)) {
+            Tell(*part.data, EventKind::Click, id, button->key);
+        }
+        return;
+    }
+}
+
+void Form::OnDialogKey(int id) {
+    const auto name = id == IDOK ? data_.defaultButton : data_.escapeButton;
+    if (!name.empty() && IsShown(name) && IsEnabled(name)) {
+        Tell(*Find(name)->data, EventKind::Click);
+    } else if (id == IDCANCEL && data_.kind == FormKind::Box) {
+        Unload(UnloadReason::User);
+    }
+}
+
+void Form::OnScroll(HWND bar, WPARAM request) {
+    const Part* part = FindByWindow(bar);
+    if (part == nullptr || part->data->kind != ControlKind::ScrollBar) return;
+    SetValue(part->data->name, ScrollBar::Wanted(bar, request));
+}
+
+void Form::OnDrop(HWND list, WPARAM drop) {
+    const auto files = reinterpret_cast<HDROP>(drop);
+    ControlEvent event{.control = {}, .kind = EventKind::DropFiles};
+    const UINT count = DragQueryFileW(files, 0xFFFFFFFF, nullptr, 0);
+    for (UINT i = 0; i < count; ++i) {
+        std::wstring path(DragQueryFileW(files, i, nullptr, 0), L'\0');
+        DragQueryFileW(files, i, path.data(), static_cast<UINT>(path.size()) + 1);
+        event.files.push_back(std::move(path));
+    }
+    DragFinish(files);
+    const Part* part = FindByWindow(list);
+    if (part == nullptr) return;
+    event.control = part->data->name;
+    events_.OnControl(*this, event);
+}
+
+void Form::OnTimer(int id) {
+    for (const Part& part : parts_) {
+        if (part.data->kind == ControlKind::Timer && part.data->id == id && part.ticking) {
+            Tell(*part.data, EventKind::Timer);
+            return;
+        }
+    }
+}
+
+LRESULT Form::OnNotify(NMHDR& header) {
+    if (tips_ && header.hwndFrom == tips_->Handle()) {
+        if (header.code == TTN_GETDISPINFOW) OnTipAsked(reinterpret_cast<NMTTDISPINFOW&>(header));
+        return 0;
+    }
+    Part* part = FindByWindow(header.hwndFrom);
+    if (part == nullptr) return 0;
+    if (part->toolBar) return part->toolBar->OnNotify(header).value_or(0);
+    return part->list ? OnListNotify(*part, header) : 0;
+}
+
+LRESULT Form::OnListNotify(Part& part, NMHDR& header) {
+    if (const auto answer = part.list->OnNotify(header)) return *answer;
+    const ControlData& data = *part.data;
+    switch (header.code) {
+        case NM_CLICK:
+            Tell(data, EventKind::Click, reinterpret_cast<const NMITEMACTIVATE&>(header).iItem);
+            break;
+        case LVN_ITEMACTIVATE:
+            Tell(data, EventKind::ItemActivate,
+                 reinterpret_cast<const NMITEMACTIVATE&>(header).iItem);
+            break;
+        case LVN_ITEMCHANGED: {
+            const auto& change = reinterpret_cast<const NMLISTVIEW&>(header);
+            const UINT gained = change.uNewState & ~change.uOldState;
+            const bool selected =
+                (change.uChanged & LVIF_STATE) != 0 && (gained & LVIS_SELECTED) != 0;
+            if (selected && !part.list->IsSelecting()) {
+                Tell(data, EventKind::Selection, change.iItem);
+            }
+            break;
+        }
+        case LVN_COLUMNCLICK: {
+            const int column = reinterpret_cast<const NMLISTVIEW&>(header).iSubItem;
+            Tell(data, EventKind::ColumnClick, column, part.list->KeyOf(column));
+            break;
+        }
+        default:
+            break;
+    }
+    return 0;
+}
+
+// The tip of a label with a path is the whole path, unless all of it shows.
+void Form::OnTipAsked(NMTTDISPINFOW& info) {
+    const HWND control = reinterpret_cast<HWND>(info.hdr.idFrom);
+    const Part* part = FindByWindow(control);
+    if (part == nullptr) return;
+    tipText_ =
+        part->data->path ? Text(part->data->name) : std::wstring(part->data->tip.In(language_));
+    if (part->data->path) {
+        const HDC canvas = GetDC(control);
+        const HGDIOBJ before = SelectObject(
+            canvas, reinterpret_cast<HGDIOBJ>(SendMessageW(control, WM_GETFONT, 0, 0)));
+        SIZE size{};
+        GetTextExtentPoint32W(canvas, tipText_.data(), static_cast<int>(tipText_.size()), &size);
+        SelectObject(canvas, before);
+        ReleaseDC(control, canvas);
+        RECT area{};
+        GetClientRect(control, &area);
+        if (size.cx <= area.right) tipText_.clear();
+        tipText_ = PathForDisplay(tipText_, language_ == Language::Arabic);
+    }
+    info.lpszText = tipText_.data();
+}
+
+void Form::GiveFocus() {
+    if (focus_ == nullptr || IsWindowVisible(focus_) == 0 || IsWindowEnabled(focus_) == 0) {
+        const auto first = std::find_if(parts_.begin(), parts_.end(), [](const Part& part) {
+            return part.data->firstFocus && IsWindowVisible(part.window) != 0;
+        });
+        focus_ =
+            first == parts_.end() ? GetNextDlgTabItem(Handle(), nullptr, FALSE) : first->window;
+    }
+    if (focus_ != nullptr) SetFocus(focus_);
+}
+
+void Form::PopUpMenu(std::wstring_view name, std::wstring_view defaultName) {
+    const int chosen = menu_ ? menu_->PopUp(Handle(), name, defaultName) : 0;
+    if (chosen != 0) OnMenuOrButton(chosen);
+}
+
+bool Form::Translate(MSG& message) {
+    if (message.message < WM_KEYFIRST || message.message > WM_KEYLAST) return false;
+    if (accelerators_ && TranslateAcceleratorW(Handle(), accelerators_.Get(), &message) != 0) {
+        return true;
+    }
+    return IsDialogMessageW(Handle(), &message) != 0;
+}
+
+}  // namespace vw

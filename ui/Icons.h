@@ -1,0 +1,35 @@
+#pragma once
+
+#include <span>
+
+#include "platform/Handle.h"
+// The common controls' declarations need those of the window system first.
+#include <commctrl.h>
+
+namespace vw {
+
+/// Icons.
+struct IconHandleTraits {
+    using Type = HICON;
+    static Type Empty() noexcept { return nullptr; }
+    static void Close(Type handle) noexcept { DestroyIcon(handle); }
+};
+using IconHandle = UniqueHandle<IconHandleTraits>;
+
+/// Image lists of the common controls.
+struct ImageListTraits {
+    using Type = HIMAGELIST;
+    static Type Empty() noexcept { return nullptr; }
+    static void Close(Type handle) noexcept { ImageList_Destroy(handle); }
+};
+using ImageList = UniqueHandle<ImageListTraits>;
+
+/// An icon of the program's resources, this many pixels wide and high: the picture of that
+/// size, or the one next to it stretched. Empty when there is no such icon.
+[[nodiscard]] IconHandle LoadPicture(int id, int pixels) noexcept;
+
+/// An image list of these icons in this order. An icon that cannot be had leaves a gap, so that
+/// the others keep their positions.
+[[nodiscard]] ImageList MakeImageList(std::span<const int> ids, int pixels);
+
+}  // namespace vw

@@ -1,0 +1,194 @@
+#include "ui/ListView.h"
+
+#include <algorithm>
+
+#include "platform/RuntimeError.h"
+
+namespace vw {
+
+namespace {
+
+constexpr UINT_PTR kSubclassId = 1;
+
+}  // namespace
+
+ListView::ListView(HWND control, const ControlData& data, Language language)
+    : control_(control), data_(data), language_(language) {
+    int position = 0;
+    for (const ColumnData& column : data.columns) {
+        std::wstring header(column.header.In(language));
+        LVCOLUMNW info{};
+        info.mask = LVCF_TEXT | LVCF_FMT | LVCF_WIDTH | LVCF_SUBITEM;
+        info.fmt = column.kind == ColumnKind::Number ? LVCFMT_RIGHT : LVCFMT_LEFT;
+        info.cx = column.width;
+        info.iSubItem = position;
+        info.pszText = header.data();
+        SendMessageW(control_, LVM_INSERTCOLUMNW, static_cast<WPARAM>(position),
+                     reinterpret_cast<LPARAM>(&info));
+        ++position;
+    }
+    SendMessageW(control_, LVM_SETEXTENDEDLISTVIEWSTYLE, 0,
+                 LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_LABELTIP | LVS_EX_INFOTIP);
+    SetWindowSubclass(control_, Subclass, kSubclassId, reinterpret_cast<DWORD_PTR>(this));
+}
+
+ListView::~ListView() {
+    if (control_ != nullptr) RemoveWindowSubclass(control_, Subclass, kSubclassId);
+}
+
+int ListView::Count() const noexcept {
+    return static_cast<int>(SendMessageW(control_, LVM_GETITEMCOUNT, 0, 0));
+}
+
+ListView::Row* ListView::RowAt(int row) const noexcept {
+    LVITEMW item{};
+    item.mask = LVIF_PARAM;
+    item.iItem = row;
+    if (row < 0 || SendMessageW(control_, LVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item)) == 0) {
+        return nullptr;
+    }
+    return reinterpret_cast<Row*>(item.lParam);
+}
+
+int ListView::Add(std::wstring_view text, RowIcon icon) {
+    auto added = std::make_unique<Row>();
+    added->slot = rows_.size();
+    added->icon = icon;
+    added->cells.resize(data_.columns.size());
+    added->cells.front().text = text;
+
+    LVITEMW item{};
+    item.mask = LVIF_TEXT | LVIF_IMAGE | LVIF_PARAM;
+    item.iItem = Count();
+    item.pszText = LPSTR_TEXTCALLBACKW;
+    item.iImage = I_IMAGECALLBACK;
+    item.lParam = reinterpret_cast<LPARAM>(added.get());
+    rows_.push_back(std::move(added));
+    const auto row = static_cast<int>(
+        SendMessageW(control_, LVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&item)));
+    if (row < 0) {
+        rows_.pop_back();
+        Raise(error_number::kOutOfMemory);
+    }
+    return row;
+}
+
+void ListView::Remove(int row) {
+    SendMessageW(control_, LVM_DELETEITEM, static_cast<WPARAM>(row), 0);
+}
+
+void ListView::Clear() { SendMessageW(control_, LVM_DELETEALLITEMS, 0, 0); }
+
+// The last row takes the place of the one that goes: the control knows rows by address alone.
+void ListView::Forget(Row* row) noexcept {
+    const std::size_t slot = row->slot;
+    if (slot + 1 != rows_.size()) {
+        rows_[slot] = std::move(rows_.back());
+        rows_[slot]->slot = slot;
+    }
+    rows_.pop_back();
+}
+
+int ListView::ColumnOf(std::wstring_view key) const {
+    const auto column = std::find_if(data_.columns.begin(), data_.columns.end(),
+                                     [&](const ColumnData& data) { return data.key == key; });
+    if (column == data_.columns.end()) Raise(error_number::kInvalidCall, key);
+    return static_cast<int>(column - data_.columns.begin());
+}
+
+std::wstring_view ListView::KeyOf(int column) const noexcept {
+    const auto position = static_cast<std::size_t>(column);
+    return position < data_.columns.size() ? data_.columns[position].key : std::wstring_view();
+}
+
+std::wstring ListView::SubItem(int row, std::wstring_view key) const {
+    const auto column = static_cast<std::size_t>(ColumnOf(key));
+    const Row* found = RowAt(row);
+    return found == nullptr ? std::wstring() : found->cells[column].text;
+}
+
+void ListView::SetSubItem(int row, std::wstring_view key, std::wstring_view text,
+                          std::optional<Value> value) {
+    const int column = ColumnOf(key);
+    Row* found = RowAt(row);
+    if (found == nullptr) Raise(error_number::kInvalidCall, key);
+    found->cells[static_cast<std::size_t>(column)] = {std::wstring(text), value};
+    LVITEMW item{};
+    item.iSubItem = column;
+    item.pszText = LPSTR_TEXTCALLBACKW;
+    SendMessageW(control_, LVM_SETITEMTEXTW, static_cast<WPARAM>(row),
+                 reinterpret_cast<LPARAM>(&item));
+}
+
+RowIcon ListView::IconOf(int row) const noexcept {
+    const Row* found = RowAt(row);
+    return found == nullptr ? RowIcon::File : found->icon;
+}
+
+int ListView::Find(std::wstring_view key, std::wstring_view text) const {
+    const auto column = static_cast<std::size_t>(ColumnOf(key));
+    const int count = Count();
+    for (int row = 0; row < count; ++row) {
+        const Row* candidate = RowAt(row);
+        if (candidate != nullptr && candidate->cells[column].text == text) return row;
+    }
+    return -1;
+}
+
+int ListView::Selected() const noexcept {
+    return static_cast<int>(
+        SendMessageW(control_, LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED));
+}
+
+void ListView::Select(int row) {
+    const bool outer = selecting_;
+    selecting_ = true;
+    LVITEMW item{};
+    item.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
+    SendMessageW(control_, LVM_SETITEMSTATE, static_cast<WPARAM>(-1),
+                 reinterpret_cast<LPARAM>(&item));
+    if (row >= 0) {
+        item.state = item.stateMask;
+        SendMessageW(control_, LVM_SETITEMSTATE, static_cast<WPARAM>(row),
+                     reinterpret_cast<LPARAM>(&item));
+        // Shift and the arrow keys go on from here.
+        SendMessageW(control_, LVM_SETSELECTIONMARK, 0, row);
+    }
+    selecting_ = outer;
+}
+
+void ListView::EnsureVisible(int row) {
+    SendMessageW(control_, LVM_ENSUREVISIBLE, static_cast<WPARAM>(row), FALSE);
+}
+
+void ListView::SetRedraw(bool on) {
+    SendMessageW(control_, WM_SETREDRAW, on ? TRUE : FALSE, 0);
+    if (!on) return;
+    FitColumns();
+    InvalidateRect(control_, nullptr, TRUE);
+}
+
+void ListView::Sort(std::wstring_view key, bool ascending, const Compare& compare) {
+    const int column = ColumnOf(key);
+    const auto position = static_cast<std::size_t>(column);
+    std::vector<Row*> order;
+    const int count = Count();
+    order.reserve(static_cast<std::size_t>(count));
+    for (int row = 0; row < count; ++row) order.push_back(RowAt(row));
+    std::stable_sort(order.begin(), order.end(), [&](const Row* first, const Row* second) {
+        const Cell& left = (ascending ? first : second)->cells[position];
+        const Cell& right = (ascending ? second : first)->cells[position];
+        if (left.value && right.value) return *left.value < *right.value;
+        return compare(left.text, right.text) < 0;
+    });
+    int rank = 0;
+    for (Row* row : order) row->rank = rank++;
+    const PFNLVCOMPARE byRank = [](LPARAM first, LPARAM second, LPARAM) {
+        return reinterpret_cast<const Row*>(first)->rank -
+               reinterpret_cast<const Row*>(second)->rank;
+    };
+    SendMessageW(control_, LVM_SORTITEMS, 0, reinterpret_cast<LPARAM>(byRank));
+    MarkSortColumn(column, ascending);
+}
+
+}  // namespace vw

@@ -1,0 +1,135 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/WindowsHeader.h"
+// The common controls' declarations need those of the window system first.
+#include <commctrl.h>
+
+#include "ui/FormData.h"
+
+namespace vw {
+
+/// Key of the first column, which is the row's own text.
+inline constexpr std::wstring_view kNameColumn = L"Name";
+
+/// Icons of rows, in the order of the image lists.
+enum class RowIcon { File, Folder, Rule };
+
+/// How a list view shows its rows, in the order of the View menu.
+enum class ViewStyle { LargeIcons, SmallIcons, List, Details };
+
+/// How icons are put in order, in the order of the View menu.
+enum class ViewArrange { None, Left, Top };
+
+/// A list view with its rows. Rows count from 0, columns have keys. The texts are kept beside the
+/// control, so that what is read back is exactly what was put in; a path on the screen of an Arabic
+/// window carries marks that keep it reading from left to right.
+class ListView {
+  public:
+    using Value = std::int64_t;
+    using Compare = std::function<int(std::wstring_view, std::wstring_view)>;
+
+    /// Takes over a control that was made for this data. Must outlive it or be told of its end.
+    ListView(HWND control, const ControlData& data, Language language);
+    ~ListView();
+    ListView(const ListView&) = delete;
+    ListView& operator=(const ListView&) = delete;
+
+    [[nodiscard]] HWND Handle() const noexcept { return control_; }
+    [[nodiscard]] int Count() const noexcept;
+
+    /// Adds a row at the end and gives its number.
+    int Add(std::wstring_view text, RowIcon icon);
+    void Remove(int row);
+    void Clear();
+
+    /// The text of a row in a column; empty when there is no such row. A key that the list does not
+    /// have raises 5.
+    [[nodiscard]] std::wstring SubItem(int row, std::wstring_view key) const;
+
+    /// Sets it. `value` is what the column is sorted by where its text would not do: bytes, dates.
+    void SetSubItem(int row, std::wstring_view key, std::wstring_view text,
+                    std::optional<Value> value = std::nullopt);
+
+    [[nodiscard]] RowIcon IconOf(int row) const noexcept;
+
+    /// The first row with this text in this column, compared by code units; -1 when there is none.
+    [[nodiscard]] int Find(std::wstring_view key, std::wstring_view text) const;
+
+    /// The selected row, -1 when there is none.
+    [[nodiscard]] int Selected() const noexcept;
+    /// Selects a row and gives it the focus mark; -1 selects none. Raises no event.
+    void Select(int row);
+    void EnsureVisible(int row);
+
+    /// While redrawing is off, rows come in without being painted. When it is switched on again the
+    /// columns get as wide as what they hold.
+    void SetRedraw(bool on);
+    void FitColumns();
+
+    /// Sorts once, by value where both rows have one and by `compare` otherwise. Equal rows keep
+    /// their order, the selected row stays selected, and the header shows the direction.
+    void Sort(std::wstring_view key, bool ascending, const Compare& compare);
+    /// Takes the mark of the direction off the header.
+    void ClearSortMark();
+
+    [[nodiscard]] ViewStyle Style() const noexcept;
+    void SetStyle(ViewStyle style);
+    void SetArrange(ViewArrange arrange);
+
+    /// Position of a column from its key, and back. A key that the list does not have raises 5.
+    [[nodiscard]] int ColumnOf(std::wstring_view key) const;
+    [[nodiscard]] std::wstring_view KeyOf(int column) const noexcept;
+
+    /// Whether a change of the selection is the program's own doing.
+    [[nodiscard]] bool IsSelecting() const noexcept { return selecting_; }
+
+    /// The pictures, font and widths for another resolution of the screen. The lists stay the
+    /// caller's.
+    void SetPictures(HIMAGELIST small, HIMAGELIST large, HFONT font, int dpi);
+
+    /// What the control tells its form; the answer, or nothing where it is none of the list's own
+    /// affairs.
+    std::optional<LRESULT> OnNotify(NMHDR& header);
+
+  private:
+    struct Cell {
+        std::wstring text;
+        std::optional<Value> value;
+    };
+    struct Row {
+        std::size_t slot = 0;  ///< position in rows_
+        RowIcon icon = RowIcon::File;
+        int rank = 0;
+        std::vector<Cell> cells;
+    };
+
+    [[nodiscard]] Row* RowAt(int row) const noexcept;
+    void Forget(Row* row) noexcept;
+    void FillDisplay(NMLVDISPINFOW& info);
+    std::optional<LRESULT> OnCustomDraw(NMLVCUSTOMDRAW& draw);
+    void PaintEmptyText(HDC canvas) const;
+    void MarkSortColumn(int column, bool ascending);
+    [[nodiscard]] int WidthOf(std::size_t column) const;
+
+    static LRESULT CALLBACK Subclass(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
+                                     UINT_PTR id, DWORD_PTR self);
+
+    HWND control_;
+    const ControlData& data_;
+    Language language_;
+    std::vector<std::unique_ptr<Row>> rows_;
+    std::wstring displayed_;
+    int dpi_ = kDesignDpi;
+    bool painting_ = false;
+    bool selecting_ = false;
+};
+
+}  // namespace vw

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "platform/WindowsHeader.h"
+
+namespace vw {
+
+/// An upright scroll bar as a control for a number: its upper arrow means more. The control itself
+/// counts downwards, so it holds the numbers with their signs turned.
+namespace ScrollBar {
+
+/// The number it shows.
+[[nodiscard]] int Value(HWND bar) noexcept;
+
+/// Shows a number. `lowest` and `highest` are what the user can choose; a number outside them
+/// widens the range for as long as it is shown. True when it was another number before.
+bool SetValue(HWND bar, int value, int lowest, int highest) noexcept;
+
+/// The number that a WM_VSCROLL asks for; the present one when it asks for none.
+[[nodiscard]] int Wanted(HWND bar, WPARAM request) noexcept;
+
+}  // namespace ScrollBar
+}  // namespace vw

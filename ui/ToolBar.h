@@ -1,0 +1,55 @@
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+#include "platform/WindowsHeader.h"
+// The common controls' declarations need those of the window system first.
+#include <commctrl.h>
+
+#include "ui/FormData.h"
+#include "ui/Icons.h"
+
+namespace vw {
+
+/// A toolbar made of its data. One of its buttons may be accented: it is drawn in the colours of
+/// what is selected, except where the user chose a high contrast.
+class ToolBar {
+  public:
+    ToolBar(HWND control, const ControlData& data, Language language);
+
+    /// Icons and fonts for another resolution of the screen. The fonts stay the caller's.
+    void SetPictures(int dpi, HFONT font, HFONT boldFont);
+
+    /// The button with an id, or nothing.
+    [[nodiscard]] const ToolButtonData* Find(int id) const noexcept;
+
+    /// Buttons by their keys; a key that the toolbar does not have raises 5.
+    [[nodiscard]] bool IsEnabled(std::wstring_view key) const;
+    void Enable(std::wstring_view key, bool on);
+    [[nodiscard]] bool IsChecked(std::wstring_view key) const;
+    /// Shows a button as pressed in: the choice that holds now.
+    void Check(std::wstring_view key, bool on);
+
+    /// How wide the buttons are together, in pixels.
+    [[nodiscard]] int NeededWidth() const noexcept;
+
+    /// What the control tells its form; nothing where it is none of the toolbar's own affairs.
+    std::optional<LRESULT> OnNotify(NMHDR& header);
+
+  private:
+    [[nodiscard]] WPARAM IdOf(std::wstring_view key) const;
+    void AddButtons();
+    std::optional<LRESULT> OnCustomDraw(const NMTBCUSTOMDRAW& draw) const;
+    void PaintAccented(const NMTBCUSTOMDRAW& draw, const ToolButtonData& button) const;
+
+    HWND control_;
+    const ControlData& data_;
+    Language language_;
+    ImageList pictures_;
+    IconHandle accentIcon_;
+    HFONT boldFont_ = nullptr;
+    int dpi_ = kDesignDpi;
+};
+
+}  // namespace vw
