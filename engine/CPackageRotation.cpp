@@ -35,6 +35,7 @@ void CPackage::ShiftCopies(std::wstring_view path, std::int16_t location, int la
         return CFilePackageName(path, number, location, state_.BackupTo);
     };
     std::vector<std::pair<std::wstring, std::wstring>> moved;
+    std::vector<std::wstring> targets;
     const auto move = [&](const std::wstring& from, const std::wstring& to) {
         MoveEntry(from, to);
         moved.emplace_back(from, to);
@@ -49,11 +50,13 @@ void CPackage::ShiftCopies(std::wstring_view path, std::int16_t location, int la
             const std::wstring from = copyName(number);
             if (!CopyStands(from)) continue;
             const std::wstring to = copyName(number + 1);
+            targets.push_back(to);
             MakeFolders(system_.files, MFileDosShell::CFileLocation(to));
             move(from, to);
         }
     } catch (const RuntimeError&) {
         outcome = MoveBack(moved) ? Rotation::Undone : Rotation::Broken;
+        for (const std::wstring& to : targets) RemoveEmptyParents(to);
         throw;
     }
     outcome = Rotation::Done;
