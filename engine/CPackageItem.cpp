@@ -4,6 +4,7 @@
 #include "engine/EngineProcedure.h"
 #include "engine/RunTexts.h"
 #include "fsutil/FileQueries.h"
+#include "fsutil/PathText.h"
 #include "platform/EventPump.h"
 #include "platform/ExitStatus.h"
 #include "platform/Like.h"
@@ -17,10 +18,16 @@ namespace {
 // Room that a drive keeps besides the item itself.
 constexpr double kSpareBytes = 50.0 * 1024 * 1024;
 
-// A name with a ":" behind the drive would open a stream of another file instead of a copy.
+// What the disks of Windows take in one name; the comment's is the longest of a copy.
+constexpr std::size_t kLongestName = 255;
+
+// A name with a ":" behind the drive would open a stream of another file instead of a copy. One
+// that is too long would be found out when the other copies have made room already.
 void RefuseImpossibleName(std::wstring_view copyPath) {
     const bool wildcard = copyPath.find_first_of(L"*?\"<>|") != std::wstring_view::npos;
-    if (wildcard || copyPath.find(L':', 2) != std::wstring_view::npos) {
+    const std::wstring comment = MFileDosShell::CFileName(CPackage::PackageCommentFile(copyPath));
+    if (wildcard || copyPath.find(L':', 2) != std::wstring_view::npos ||
+        comment.size() > kLongestName) {
         Raise(error_number::kBadName, copyPath);
     }
 }
