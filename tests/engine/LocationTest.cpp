@@ -1,0 +1,214 @@
+#include <gtest/gtest.h>
+
+#include "platform/RuntimeError.h"
+#include "tests/engine/EngineWorld.h"
+
+namespace vw::test {
+namespace {
+
+int LocationOf(EngineWorld& world, const std::wstring& item) {
+    int location = -2;
+    world.With([&](CPackage& engine) { location = engine.LocationID(world.Path(item)); });
+    return location;
+}
+
+// A copy 1 of "a.txt" at a location number, with a comment that names a folder.
+void MakeCopyFrom(const EngineWorld& world, const std::wstring& number,
+                  const std::wstring& folder) {
+    world.tree.File(L"Store\\a«" + number + L"01».txt", "copy");
+    world.tree.File(L"Store\\a«" + number + L"01».txt.vwc",
+                    "Original Location:" + world.world.ansi.Encode(folder) + "\r\n");
+}
+
+TEST(LocationNumber, IsZeroForTheFirst) {
+    EngineWorld world;
+    EXPECT_EQ(LocationOf(world, L"a.txt"), 0);
+    EXPECT_EQ(LocationOf(world, L"Work\\"), 0);
+    EXPECT_EQ(LocationOf(world, L"Work\\*"), 0);
+}
+
+TEST(LocationNumber, KeepsTheItemsOwnInAnyLetterCase) {
+    EngineWorld world;
+    world.tree.Folder(L"Docs");
+    world.tree.Folder(L"Other");
+    MakeCopyFrom(world, L"00", world.Path(L"Other"));
+    MakeCopyFrom(world, L"01", world.Path(L"DOCS"));
+    EXPECT_EQ(LocationOf(world, L"Docs\\a.txt"), 1);
+    EXPECT_EQ(LocationOf(world, L"docs\\A.TXT"), 1);
+    EXPECT_EQ(LocationOf(world, L"Other\\a.txt"), 0);
+    EXPECT_EQ(LocationOf(world, L"Third\\a.txt"), 2);
+}
+
+TEST(LocationNumber, PassesCopiesOfUnknownOrigin) {
+    EngineWorld world;
+    world.tree.Folder(L"Docs");
+    world.tree.File(L"Store\\a«0001».txt", "no comment");
+    MakeCopyFrom(world, L"01", world.Path(L"Gone"));
+    EXPECT_EQ(LocationOf(world, L"Docs\\a.txt"), 2);
+}
+
+TEST(LocationNumber, TakesTheFirstFreeOne) {
+    EngineWorld world;
+    world.tree.Folder(L"Docs");
+    world.tree.Folder(L"Other");
+    MakeCopyFrom(world, L"00", world.Path(L"Other"));
+    MakeCopyFrom(world, L"02", world.Path(L"Docs"));
+    // Number 1 is free, though the item's copies stand at 2.
+    EXPECT_EQ(LocationOf(world, L"Docs\\a.txt"), 1);
+}
+
+TEST(LocationNumber, IsFreeWhereAFolderStands) {
+    EngineWorld world;
+    world.tree.Folder(L"Store\\a«0001».txt");
+    EXPECT_EQ(LocationOf(world, L"a.txt"), 0);
+}
+
+TEST(LocationNumber, GoesBeyondNinetyNine) {
+    EngineWorld world;
+    for (int number = 0; number < 100; ++number) {
+        const std::wstring digits = (number < 10 ? L"0" : L"") + std::to_wstring(number);
+        world.tree.File(L"Store\\a«" + digits + L"01».txt");
+    }
+    EXPECT_EQ(LocationOf(world, L"a.txt"), 100);
+    world.tree.File(L"a.txt", "a", Day(1));
+    world.List({L"a.txt"});
+    world.Run();
+    EXPECT_EQ(ReadBytes(world.Store(L"a«10001».txt")), "a");
+}
+
+// Says that copy 1 stands at every location number, each from elsewhere.
+class CrowdedStore : public ForwardingFileSystem {
+  public:
+    using ForwardingFileSystem::ForwardingFileSystem;
+    std::optional<FileFacts> Look(std::wstring_view path) override {
+        if (path.find(L"01».txt") == std::wstring_view::npos) return Inner().Look(path);
+        if (path.ends_with(L".vwc")) return std::nullopt;
+        return FileFacts();
+    }
+};
+
+TEST(LocationNumber, ThatDoesNotFitIsAnOverflow) {
+    EngineWorld world;
+    CrowdedStore crowded(world.world.files);
+    System system = world.world.With(crowded);
+    CPackage engine(system, world.state, world.host);
+    EXPECT_EQ(engine.LocationID(world.Path(L"a.txt")), -1);
+    const ToldError error = world.world.errors.TakeOne();
+    EXPECT_EQ(error.number, error_number::kOverflow);
+    EXPECT_EQ(error.procedure, L"LocationID");
+    EXPECT_EQ(error.container, L"MVaultwright");
+    EXPECT_EQ(error.path, world.Path(L"a.txt"));
+    EXPECT_EQ(world.world.pump.Yields(), 32768);
+}
+
+TEST(LocationNumber, KeepsFilesOfOneNameInSeriesOfTheirOwn) {
+    EngineWorld world;
+    world.List({L"A\\r.doc", L"B\\r.doc", L"C\\r.doc"});
+    for (int step = 1; step <= 2; ++step) {
+        for (const wchar_t* folder : {L"A", L"B", L"C"}) {
+            const std::string content = world.world.ansi.Encode(folder) + std::to_string(step);
+            world.tree.File(std::wstring(folder) + L"\\r.doc", content, Day(step));
+        }
+        world.ExpectRun(BackedUp(L"~\\A\\r.doc") + BackedUp(L"~\\B\\r.doc") +
+                        BackedUp(L"~\\C\\r.doc"));
+    }
+    EXPECT_EQ(world.Copies(), (Listing{{L"r«0001».doc", "A2"},
+                                       {L"r«0002».doc", "A1"},
+                                       {L"r«0101».doc", "B2"},
+                                       {L"r«0102».doc", "B1"},
+                                       {L"r«0201».doc", "C2"},
+                                       {L"r«0202».doc", "C1"}}));
+    // In another order each finds its own again.
+    world.List({L"C\\r.doc", L"A\\r.doc", L"B\\r.doc"});
+    world.ExpectRun(NoChange(L"~\\C\\r.doc") + NoChange(L"~\\A\\r.doc") + NoChange(L"~\\B\\r.doc"));
+}
+
+TEST(LocationNumber, KeepsFoldersWithNamesBeyondTheCodePageApart) {
+    EngineWorld world;
+    const Lines items{world.Path(L"ملف\\r.doc"), world.Path(L"日本\\r.doc"),
+                      world.Path(L"中国\\r.doc")};
+    for (int step = 1; step <= 2; ++step) {
+        for (const std::wstring& item : items) {
+            world.tree.File(item, std::to_string(step), Day(step));
+            const RunResult result = world.With([&](CPackage& engine) { engine.BackupItem(item); });
+            EXPECT_EQ(Joined(result.lines), Joined(BackedUp(world.host.Short(item))));
+        }
+    }
+    EXPECT_EQ(world.Copies(), (Listing{{L"r«0001».doc", "2"},
+                                       {L"r«0002».doc", "1"},
+                                       {L"r«0101».doc", "2"},
+                                       {L"r«0102».doc", "1"},
+                                       {L"r«0201».doc", "2"},
+                                       {L"r«0202».doc", "1"}}));
+    for (const std::wstring& item : items) {
+        const RunResult result = world.With([&](CPackage& engine) { engine.BackupItem(item); });
+        EXPECT_EQ(Joined(result.lines), Joined(NoChange(world.host.Short(item))));
+    }
+}
+
+TEST(LocationNumber, IsNewAtEachRunBelowAFolderWithAnApostrophe) {
+    EngineWorld world;
+    world.tree.File(L"O'Brien\\r.doc", "same", Day(1));
+    world.List({L"O'Brien\\r.doc"});
+    for (int run = 0; run < 3; ++run) world.ExpectRun(BackedUp(L"~\\O'Brien\\r.doc"));
+    EXPECT_EQ(
+        world.Copies(),
+        (Listing{{L"r«0001».doc", "same"}, {L"r«0101».doc", "same"}, {L"r«0201».doc", "same"}}));
+}
+
+TEST(LocationNumber, OfAFolderIsNotTouchedByAnApostrophe) {
+    EngineWorld world;
+    world.tree.File(L"O'Brien\\r.doc", "1", Day(1));
+    world.tree.File(L"O'Brien\\O'Neil\\s.doc", "1", Day(1));
+    world.List({L"O'Brien\\O'Neil\\", L"O'Brien\\"});
+    world.Run();
+    world.ExpectRun(NoChange(L"~\\O'Brien\\O'Neil\\") + NoChange(L"~\\O'Brien\\"));
+}
+
+TEST(LocationNumber, IsSharedByFoldersOfOneName) {
+    EngineWorld world;
+    world.tree.File(L"A\\Work\\a.txt", "a", Day(1));
+    world.tree.File(L"B\\Work\\b.txt", "b", Day(2));
+    world.List({L"A\\Work\\", L"B\\Work\\"});
+    world.ExpectRun(BackedUp(L"~\\A\\Work\\", {L"~\\A\\Work\\a.txt"}) +
+                    BackedUp(L"~\\B\\Work\\", {L"~\\B\\Work\\b.txt"}));
+    EXPECT_EQ(world.Copies(), (Listing{{L"Work«0001»", kFolder},
+                                       {L"Work«0001»\\b.txt", "b"},
+                                       {L"Work«0002»", kFolder},
+                                       {L"Work«0002»\\a.txt", "a"}}));
+}
+
+TEST(LocationNumber, IsSharedByAFolderAndARuleOnIt) {
+    EngineWorld world;
+    world.tree.File(L"Work\\a.txt", "a", Day(1));
+    world.List({L"Work\\", L"Work\\*"});
+    world.ExpectRun(BackedUp(L"~\\Work\\", {L"~\\Work\\a.txt"}) + NoChange(L"~\\Work"));
+}
+
+TEST(LocationNumber, OfAFileInADriveRootIsKept) {
+    EngineWorld world;
+    const std::wstring drive = world.Path().substr(0, 2);
+    MakeCopyFrom(world, L"00", world.Path());
+    MakeCopyFrom(world, L"01", drive);
+    int location = -2;
+    world.With([&](CPackage& engine) { location = engine.LocationID(drive + L"\\a.txt"); });
+    EXPECT_EQ(location, 1);
+}
+
+TEST(LocationNumber, ThatCannotBeFoundSkipsTheItemAndIsTold) {
+    EngineWorld world;
+    world.tree.File(L"a.txt", "1", Day(1));
+    world.tree.File(L"b.txt", "1", Day(1));
+    world.List({L"a.txt", L"b.txt"});
+    world.Run();
+    world.tree.File(L"a.txt", "2", Day(2));
+    {
+        const FileHandle held = HoldOpen(world.Store(L"a«0001».txt.vwc"));
+        world.ExpectRun(Lines{L"! 70 LocationID ~\\Store\\a«0001».txt.vwc"} +
+                        NoChange(L"~\\b.txt"));
+    }
+    EXPECT_EQ(world.Copies(), (Listing{{L"a«0001».txt", "1"}, {L"b«0001».txt", "1"}}));
+}
+
+}  // namespace
+}  // namespace vw::test
