@@ -129,28 +129,26 @@ double FolderFreeSpace(System& system, std::wstring_view folder, double bytesNee
 
 Date PathDate(System& system, CopyDates& copyDates, std::wstring_view path) {
     Date newest = kMissingDate;
-    Trapped(system.errors, Named(L"PathDate"), [&] {
-        const std::optional<FileFacts> facts = system.files.Look(path);
-        if (!facts) return;
-        if (NamesCopy(path)) {
-            newest = copyDates.PackageDate(path);
-            return;
-        }
-        if (!facts->isFolder) {
-            newest = facts->lastWrite;
-            return;
-        }
-        newest = kEmptyFolderDate;
-        TreeVisitor visitor;
-        visitor.file = [&](const FolderEntry& file) { newest = std::max(newest, file.lastWrite); };
-        visitor.enters = [&](const std::wstring& subFolder) {
-            if (!NamesCopy(subFolder)) return true;
-            newest = std::max(newest, copyDates.PackageDate(subFolder));
-            return false;
-        };
-        visitor.yield = [&] { system.pump.DoEventsIfDue(); };
-        WalkTree(system.files, path, visitor);
-    });
+    Trapped(system.errors, Named(L"PathDate"),
+            [&] { newest = NewestDateOf(system, copyDates, path); });
+    return newest;
+}
+
+Date NewestDateOf(System& system, CopyDates& copyDates, std::wstring_view path) {
+    const std::optional<FileFacts> facts = system.files.Look(path);
+    if (!facts) return kMissingDate;
+    if (NamesCopy(path)) return copyDates.PackageDate(path);
+    if (!facts->isFolder) return facts->lastWrite;
+    Date newest = kEmptyFolderDate;
+    TreeVisitor visitor;
+    visitor.file = [&](const FolderEntry& file) { newest = std::max(newest, file.lastWrite); };
+    visitor.enters = [&](const std::wstring& subFolder) {
+        if (!NamesCopy(subFolder)) return true;
+        newest = std::max(newest, copyDates.PackageDate(subFolder));
+        return false;
+    };
+    visitor.yield = [&] { system.pump.DoEventsIfDue(); };
+    WalkTree(system.files, path, visitor);
     return newest;
 }
 

@@ -39,4 +39,7 @@ double FolderFreeSpace(System& system, std::wstring_view folder, double bytesNee
 /// the date stored with it; kMissingDate for nothing.
 [[nodiscard]] Date PathDate(System& system, CopyDates& copyDates, std::wstring_view path);
 
+/// The same for a backup, which must not go on without the date: raises what goes wrong.
+[[nodiscard]] Date NewestDateOf(System& system, CopyDates& copyDates, std::wstring_view path);
+
 }  // namespace vw::MFileDosShell
