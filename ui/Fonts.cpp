@@ -51,7 +51,7 @@ HFONT Fonts::Get(const FontData& font) {
     wanted.lfHeight = -MulDiv(font.points, dpi_, kPointsPerInch);
     wanted.lfWeight = font.bold ? FW_SEMIBOLD : FW_NORMAL;
     wanted.lfCharSet = DEFAULT_CHARSET;
-    wanted.lfQuality = CLEARTYPE_QUALITY;
+    wanted.lfQuality = DEFAULT_QUALITY;
     const bool named = !font.face.empty() && FaceExists(font.face);
     PutFace(wanted, named ? std::wstring(font.face) : MessageFace());
     FontHandle made(CreateFontIndirectW(&wanted));
