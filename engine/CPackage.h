@@ -84,6 +84,7 @@ class CPackage final : public CopyDates {
         std::size_t copied = 0;
         std::size_t failed = 0;
         bool diskFull = false;
+        bool cutShort = false;  ///< a cancel left something out
     };
 
     /// One copy of one item on its way to its place.
@@ -93,7 +94,8 @@ class CPackage final : public CopyDates {
         std::wstring place;    ///< where the copy belongs
         bool inSeries = true;  ///< copy 1 of its series: the others are shifted up for it
         Date newestDate = 0;
-        std::wstring entry;  ///< where it stands now
+        std::uint64_t fileSize = 0;  ///< of a file item
+        std::wstring entry;          ///< where it stands now
         bool ready = false;  ///< whole: should this run die, a later one puts it in its place
     };
 
@@ -119,6 +121,7 @@ class CPackage final : public CopyDates {
     // Copying (CPackageCopy.cpp).
     void BackupFolder(std::wstring_view sPackage, std::wstring_view folder, std::wstring_view root,
                       bool bSubFolder, CopyTally& tally);
+    [[nodiscard]] bool MustStop(CopyTally& tally) const;
     void BackupFile(std::wstring_view destination, std::wstring_view source, CopyTally& tally);
     void CheckFolderCopy(const std::wstring& copyFolder, const std::wstring& folder,
                          const SourceFolder& source, CopyTally& tally);

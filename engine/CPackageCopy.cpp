@@ -27,7 +27,12 @@ void CPackage::BackupFolder(std::wstring_view sPackage, std::wstring_view folder
     SourceFolder source;
     const bool read = Trapped(system_.errors, EngineProcedure(L"BackupFolder"), [&] {
         source = ReadSourceFolder(system_.files, from);
-        system_.files.MakeFolder(to);
+        try {
+            system_.files.MakeFolder(to);
+        } catch (const RuntimeError& error) {
+            tally.diskFull = error.Number() == error_number::kDiskFull;
+            throw;
+        }
     });
     if (!read) {
         ++tally.failed;
@@ -35,7 +40,7 @@ void CPackage::BackupFolder(std::wstring_view sPackage, std::wstring_view folder
     }
     for (const std::wstring& name : source.links) Tell(run_text::kLinkLeftOut, from + name);
     for (SourceFile& file : source.files) {
-        if (state_.cancelRequested || tally.diskFull) break;
+        if (MustStop(tally)) break;
         const std::size_t copiedBefore = tally.copied;
         BackupFile(to + file.name, from + file.name, tally);
         file.copied = tally.copied > copiedBefore;
@@ -44,10 +49,16 @@ void CPackage::BackupFolder(std::wstring_view sPackage, std::wstring_view folder
     CheckFolderCopy(to, from, source, tally);
     if (!bSubFolder) return;
     for (const std::wstring& name : source.folders) {
-        if (state_.cancelRequested || tally.diskFull) return;
+        if (MustStop(tally)) return;
         BackupFolder(sPackage, from + name, root, true, tally);
         system_.pump.DoEventsIfDue();
     }
+}
+
+// Asked before each file and sub-folder of a folder.
+bool CPackage::MustStop(CopyTally& tally) const {
+    if (state_.cancelRequested) tally.cutShort = true;
+    return tally.cutShort || tally.diskFull;
 }
 
 void CPackage::BackupFile(std::wstring_view destination, std::wstring_view source,
@@ -102,8 +113,9 @@ void CPackage::CheckFileCopy(const std::wstring& copy, const std::wstring& sourc
             return;
         }
         if (copied) Remove(copy);
-        tally.diskFull = system_.files.FreeSpace(state_.BackupTo) < sourceSize;
-        Raise(tally.diskFull ? error_number::kDiskFull : error_number::kDeviceError, source);
+        const bool full = system_.files.FreeSpace(state_.BackupTo) < sourceSize;
+        if (full) tally.diskFull = true;
+        Raise(full ? error_number::kDiskFull : error_number::kDeviceError, source);
     });
     if (whole) return;
     --tally.copied;

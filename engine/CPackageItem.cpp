@@ -67,7 +67,8 @@ void CPackage::BackUpItem(std::wstring_view path, std::int16_t location, bool is
                  .location = location,
                  .place = std::wstring(givenCopy),
                  .inSeries = givenCopy.empty(),
-                 .newestDate = MFileDosShell::PathDate(system_, *this, path),
+                 .newestDate = MFileDosShell::NewestDateOf(system_, *this, path),
+                 .fileSize = facts ? facts->size : 0,
                  .entry = {}};
     bool mayRotate = copy.inSeries;
     if (copy.inSeries) {
@@ -104,19 +105,18 @@ void CPackage::MakeCopy(NewCopy& copy, bool isFolder, bool subFolders, bool mayR
             BackupFolder(copy.entry, copy.itemPath, copy.itemPath, subFolders, tally);
         } else {
             BackupFile(copy.entry, copy.itemPath, tally);
+            if (tally.copied > 0) {
+                CheckFileCopy(copy.entry, copy.itemPath, copy.fileSize, tally);
+            }
         }
-        const bool cancelled = state_.cancelRequested;
-        const bool nothing = tally.copied == 0 && (!isFolder || tally.failed > 0 || cancelled);
+        const bool nothing = tally.copied == 0 && (!isFolder || tally.failed > 0 || tally.cutShort);
         if (nothing || tally.diskFull) {
             Remove(copy.entry);
             return;
         }
         if (!PlaceCopy(copy, mayRotate)) return;
-        if (cancelled) {
-            Tell(run_text::kIncomplete, copy.itemPath);
-        } else {
-            host_.Report(L"\tDone.", false);
-        }
+        if (tally.cutShort) Tell(run_text::kIncomplete, copy.itemPath);
+        if (!state_.cancelRequested) host_.Report(L"\tDone.", false);
     } catch (const RuntimeError&) {
         if (!copy.ready) Remove(copy.entry);
         throw;

@@ -73,7 +73,9 @@ void CPackage::BackupAll() {
 void CPackage::BackupItem(std::wstring_view path) {
     const Visit visit(*this);
     refusedDestination_.clear();
+    state_.cancelRequested = false;
     BackUpUnderLock(path, false, false);
+    if (state_.cancelRequested) system_.exitStatus.Note(error_number::kCancelled);
 }
 
 void CPackage::BackUpUnderLock(std::wstring_view path, bool isFolder, bool subFolders) {

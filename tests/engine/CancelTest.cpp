@@ -1,0 +1,257 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "platform/RuntimeError.h"
+#include "tests/engine/EngineWorld.h"
+
+namespace vw::test {
+namespace {
+
+const std::wstring kIncomplete = L"Cancelled, copy 1 is incomplete: ~\\Work\\";
+
+void MakeSources(const EngineWorld& world, int step) {
+    const std::string content = std::to_string(step);
+    world.tree.File(L"a.txt", content, Day(step));
+    for (const wchar_t* file : {L"b.txt", L"c.txt", L"Sub\\d.txt"}) {
+        world.tree.File(L"Work\\" + std::wstring(file), content, Day(step));
+    }
+    world.tree.File(L"e.txt", content, Day(step));
+}
+
+// Cancels as the busy dialog does, right before the n-th disk operation of a kind.
+void CancelBefore(EngineWorld& world, FileCall call, int n, std::wstring_view part) {
+    auto count = std::make_shared<int>(0);
+    world.world.files.OnOperation([&world, count, call, n, part](const FileOperation& operation) {
+        if (operation.call != call || operation.path.find(part) == std::wstring::npos) return;
+        if (++*count == n) world.state.cancelRequested = true;
+    });
+}
+
+bool Holds(const Lines& lines, const std::wstring& line) {
+    return std::find(lines.begin(), lines.end(), line) != lines.end();
+}
+
+TEST(Cancel, IsAskedForByAbort) {
+    EngineWorld world;
+    world.With([&](CPackage& engine) {
+        engine.Abort();
+        EXPECT_TRUE(world.state.cancelRequested);
+    });
+}
+
+TEST(Cancel, BetweenItemsGivesTheWindowBack) {
+    EngineWorld world;
+    MakeSources(world, 1);
+    world.List({L"a.txt", L"e.txt"});
+    // The yields at the lines of destination, count and first item go by.
+    world.world.pump.AtYield(1, [&] { world.state.cancelRequested = true; });
+    const RunResult result = world.Run();
+    EXPECT_EQ(Joined(result.lines), Joined({L"[Ready true]"}));
+    EXPECT_EQ(result.exitCode, error_number::kCancelled);
+    EXPECT_EQ(world.Copies(), Listing());
+    // The request is forgotten with the run.
+    world.world.pump.Restart();
+    world.ExpectRun(BackedUp(L"~\\a.txt") + BackedUp(L"~\\e.txt"));
+}
+
+TEST(Cancel, InAFolderStopsAtTheNextFile) {
+    EngineWorld world;
+    world.List({L"a.txt", L"Work\\", L"e.txt"});
+    MakeSources(world, 1);
+    world.Run();
+    MakeSources(world, 2);
+    CancelBefore(world, FileCall::Copy, 1, L"b.txt");
+    const RunResult result = world.Run();
+    EXPECT_EQ(Joined(result.lines),
+              Joined(BackedUp(L"~\\a.txt") +
+                     Lines{L"Backing: ~\\Work\\", L"* Backing: ~\\Work\\b.txt", kIncomplete}));
+    EXPECT_EQ(result.exitCode, error_number::kCancelled);
+    EXPECT_EQ(world.Copies(), (Listing{{L"a«0001».txt", "2"},
+                                       {L"a«0002».txt", "1"},
+                                       {L"e«0001».txt", "1"},
+                                       {L"Work«0001»", kFolder},
+                                       {L"Work«0001»\\b.txt", "2"},
+                                       {L"Work«0002»", kFolder},
+                                       {L"Work«0002»\\b.txt", "1"},
+                                       {L"Work«0002»\\c.txt", "1"},
+                                       {L"Work«0002»\\Sub", kFolder},
+                                       {L"Work«0002»\\Sub\\d.txt", "1"}}));
+    // The comment stands: the copy waits for the next change, as the report told.
+    world.world.files.Heal();
+    world.ExpectRun(NoChange(L"~\\a.txt") + NoChange(L"~\\Work\\") + BackedUp(L"~\\e.txt"));
+}
+
+TEST(Cancel, InAFolderIsToldInTheLanguageOfTheWindows) {
+    EngineWorld world;
+    world.List({L"Work\\"});
+    MakeSources(world, 1);
+    world.state.arabic = true;
+    CancelBefore(world, FileCall::Copy, 1, L"b.txt");
+    EXPECT_EQ(world.Run().lines.back(), L"أُلغيت العملية والنسخة رقم 1 غير كاملة: ~\\Work\\");
+}
+
+TEST(Cancel, BeforeTheSubFoldersLeavesThemOut) {
+    EngineWorld world;
+    world.List({L"Work\\"});
+    MakeSources(world, 1);
+    CancelBefore(world, FileCall::Copy, 1, L"c.txt");
+    const RunResult result = world.Run();
+    EXPECT_TRUE(Holds(result.lines, kIncomplete));
+    EXPECT_FALSE(Exists(world.Store(L"Work«0001»\\Sub")));
+    EXPECT_TRUE(Exists(world.Store(L"Work«0001»\\c.txt")));
+}
+
+TEST(Cancel, BeforeTheFirstFileOfAFolderMakesNoCopy) {
+    EngineWorld world;
+    world.List({L"Work\\"});
+    MakeSources(world, 1);
+    world.Run();
+    const Tree before = ReadTree(world.Store());
+    MakeSources(world, 2);
+    CancelBefore(world, FileCall::MakeFolder, 1, L".vwnew-");
+    const RunResult result = world.Run();
+    EXPECT_EQ(Joined(result.lines), Joined({L"Backing: ~\\Work\\"}));
+    EXPECT_EQ(result.exitCode, error_number::kCancelled);
+    EXPECT_EQ(ReadTree(world.Store()), before);
+    world.world.files.Heal();
+    EXPECT_EQ(world.Run().exitCode, 0);
+    EXPECT_EQ(ReadBytes(world.Store(L"Work«0001»\\Sub\\d.txt")), "2");
+}
+
+TEST(Cancel, InTheLastFileOfAFolderLeavesAWholeCopy) {
+    EngineWorld world;
+    world.List({L"Work\\"});
+    MakeSources(world, 1);
+    CancelBefore(world, FileCall::Copy, 1, L"d.txt");
+    const RunResult result = world.Run();
+    // Nothing was left out, so nothing is told to be missing; the run ends all the same.
+    EXPECT_EQ(Joined(result.lines),
+              Joined({L"Backing: ~\\Work\\", L"* Backing: ~\\Work\\b.txt",
+                      L"* Backing: ~\\Work\\c.txt", L"* Backing: ~\\Work\\Sub\\d.txt"}));
+    EXPECT_EQ(result.exitCode, error_number::kCancelled);
+    EXPECT_EQ(ReadTree(world.Store(L"Work«0001»")), ReadTree(world.Path(L"Work")));
+}
+
+TEST(Cancel, InAFileItemLeavesAWholeCopy) {
+    EngineWorld world;
+    world.List({L"a.txt", L"e.txt"});
+    MakeSources(world, 1);
+    CancelBefore(world, FileCall::Copy, 1, L"a.txt");
+    const RunResult result = world.Run();
+    EXPECT_EQ(Joined(result.lines), Joined({L"Backing: ~\\a.txt", L"* Backing: ~\\a.txt"}));
+    EXPECT_EQ(result.exitCode, error_number::kCancelled);
+    EXPECT_EQ(world.Copies(), (Listing{{L"a«0001».txt", "1"}}));
+    world.world.files.Heal();
+    world.ExpectRun(NoChange(L"~\\a.txt") + BackedUp(L"~\\e.txt"));
+}
+
+TEST(Cancel, InTheLastItemEndsWithoutHidingTheDialog) {
+    EngineWorld world;
+    world.List({L"a.txt"});
+    MakeSources(world, 1);
+    CancelBefore(world, FileCall::Copy, 1, L"a.txt");
+    EXPECT_EQ(Joined(world.Run().lines), Joined({L"Backing: ~\\a.txt", L"* Backing: ~\\a.txt"}));
+}
+
+TEST(Cancel, WhileTheLocationIsFoundIsNotLost) {
+    EngineWorld world;
+    world.List({L"a.txt", L"e.txt"});
+    MakeSources(world, 1);
+    // The look-up of the location is the first to read the comment.
+    world.Run();
+    MakeSources(world, 2);
+    CancelBefore(world, FileCall::Read, 1, L"a«0001».txt.vwc");
+    const RunResult result = world.Run();
+    EXPECT_EQ(Joined(result.lines), "");
+    EXPECT_EQ(result.exitCode, error_number::kCancelled);
+    EXPECT_EQ(ReadBytes(world.Store(L"a«0001».txt")), "1");
+}
+
+TEST(Cancel, OfAnUnchangedItemEndsTheRun) {
+    EngineWorld world;
+    world.List({L"a.txt", L"e.txt"});
+    MakeSources(world, 1);
+    world.Run();
+    MakeSources(world, 1);
+    CancelBefore(world, FileCall::FreeSpace, 1, L"");
+    const RunResult result = world.Run();
+    EXPECT_EQ(Joined(result.lines), Joined(NoChange(L"~\\a.txt")));
+    EXPECT_EQ(result.exitCode, error_number::kCancelled);
+}
+
+TEST(Cancel, WhileTheCopiesMakeRoomIsNotDone) {
+    EngineWorld world;
+    world.List({L"a.txt"}, 1);
+    MakeSources(world, 1);
+    world.Run();
+    MakeSources(world, 2);
+    CancelBefore(world, FileCall::Move, 2, L"Store");
+    EXPECT_EQ(Joined(world.Run().lines), Joined({L"Backing: ~\\a.txt", L"* Backing: ~\\a.txt"}));
+    EXPECT_EQ(world.Copies(), (Listing{{L"a«0001».txt", "2"}}));
+}
+
+TEST(Cancel, OfASingleItemIsToldByTheExitCode) {
+    EngineWorld world;
+    MakeSources(world, 1);
+    CancelBefore(world, FileCall::Copy, 1, L"a.txt");
+    const RunResult result =
+        world.With([&](CPackage& engine) { engine.BackupItem(world.Path(L"a.txt")); });
+    EXPECT_EQ(result.exitCode, error_number::kCancelled);
+}
+
+// The user presses Cancel at one yield after the other. Wherever it is: the run ends, the exit
+// code says so, older copies stay, and what is not whole is told.
+TEST(Cancel, AtAnyYieldLosesNothingInSilence) {
+    int yields = 0;
+    for (int k = 1;; ++k) {
+        EngineWorld world;
+        world.List({L"a.txt", L"Work\\", L"e.txt"}, 2);
+        for (int step = 1; step <= 2; ++step) {
+            MakeSources(world, step);
+            world.Run();
+        }
+        MakeSources(world, 3);
+        bool pressed = false;
+        world.world.pump.Restart();
+        world.world.pump.AtYield(k, [&] {
+            pressed = true;
+            world.state.cancelRequested = true;
+        });
+        const RunResult result = world.Run();
+        world.world.pump.Restart();
+        if (!pressed) break;
+        ++yields;
+        SCOPED_TRACE("cancelled at yield " + std::to_string(k) + "\n" + Joined(result.lines));
+        EXPECT_EQ(result.exitCode, error_number::kCancelled);
+        EXPECT_FALSE(Holds(result.lines, L"[BusyHide true]"));
+        EXPECT_TRUE(result.errors.empty());
+        Listing copies = world.Copies();
+        for (const wchar_t* file : {L"a", L"e"}) {
+            const std::wstring first = std::wstring(file) + L"«0001».txt";
+            const std::wstring second = std::wstring(file) + L"«0002».txt";
+            const bool made = copies[first] == "3";
+            EXPECT_EQ(copies[first], made ? "3" : "2");
+            EXPECT_EQ(copies[second], made ? "2" : "1");
+        }
+        const bool madeFolder = copies[L"Work«0001»\\b.txt"] == "3";
+        EXPECT_EQ(copies[L"Work«0002»\\Sub\\d.txt"], madeFolder ? "2" : "1");
+        const bool whole = !madeFolder || copies[L"Work«0001»\\Sub\\d.txt"] == "3";
+        EXPECT_EQ(Holds(result.lines, kIncomplete), !whole);
+        // The next run takes up what is left.
+        const RunResult next = world.Run();
+        EXPECT_EQ(next.exitCode, 0);
+        copies = world.Copies();
+        EXPECT_EQ(copies[L"a«0001».txt"], "3");
+        EXPECT_EQ(copies[L"e«0001».txt"], "3");
+        EXPECT_EQ(copies[L"Work«0001»\\b.txt"], "3");
+        for (const auto& [name, content] : copies) {
+            EXPECT_EQ(name.find(L".vw"), std::wstring::npos) << content;
+        }
+    }
+    RecordProperty("yields", yields);
+    EXPECT_GT(yields, 20);
+}
+
+}  // namespace
+}  // namespace vw::test

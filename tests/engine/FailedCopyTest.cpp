@@ -1,0 +1,305 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "platform/RuntimeError.h"
+#include "tests/engine/EngineWorld.h"
+
+namespace vw::test {
+namespace {
+
+// Two good copies of a file and of a folder, and both changed since.
+void MakeHistory(EngineWorld& world, int copies = 3) {
+    world.List({L"a.txt", L"Work\\"}, copies);
+    for (int step = 1; step <= 3; ++step) {
+        const std::string content = std::to_string(step) + std::string(200, '.');
+        world.tree.File(L"a.txt", content, Day(step));
+        for (const wchar_t* file : {L"b.txt", L"c.txt", L"Sub\\d.txt"}) {
+            world.tree.File(L"Work\\" + std::wstring(file), content, Day(step));
+        }
+        if (step < 3) {
+            EXPECT_EQ(world.Run().exitCode, 0);
+        }
+    }
+}
+
+const Lines kWorkFiles{L"~\\Work\\b.txt", L"~\\Work\\c.txt", L"~\\Work\\Sub\\d.txt"};
+
+TEST(FailedCopy, OfASourceThatStaysLockedNeverCostsACopy) {
+    EngineWorld world;
+    MakeHistory(world, 2);
+    world.List({L"a.txt"}, 2);
+    const Tree before = ReadTree(world.Store());
+    {
+        const FileHandle held = HoldOpen(world.Path(L"a.txt"));
+        for (int run = 0; run < 4; ++run) {
+            const RunResult result = world.Run();
+            EXPECT_EQ(Joined(result.lines),
+                      Joined({L"Backing: ~\\a.txt", L"* Backing: ~\\a.txt",
+                              L"! 70 BackupFile ~\\a.txt", L"[BusyHide true]"}));
+            EXPECT_EQ(result.exitCode, error_number::kPermissionDenied);
+            EXPECT_EQ(ReadTree(world.Store()), before);
+        }
+    }
+    world.ExpectRun(BackedUp(L"~\\a.txt"));
+}
+
+TEST(FailedCopy, OfAFileThatWasCutShortIsRemoved) {
+    EngineWorld world;
+    MakeHistory(world);
+    const Tree before = ReadTree(world.Store());
+    world.world.files.TruncateNthCopy(1);
+    world.List({L"a.txt"});
+    world.ExpectRun({L"Backing: ~\\a.txt", L"* Backing: ~\\a.txt", L"! 57 BackupFile ~\\a.txt"});
+    EXPECT_EQ(ReadTree(world.Store()), before);
+    world.world.files.Heal();
+    world.ExpectRun(BackedUp(L"~\\a.txt"));
+}
+
+TEST(FailedCopy, OfAFileThatIsNotThereAfterwardsIsTold) {
+    EngineWorld world;
+    MakeHistory(world);
+    const Tree before = ReadTree(world.Store());
+    world.world.files.IgnoreNth(1, OnlyCalls({FileCall::Copy}));
+    world.List({L"a.txt"});
+    world.ExpectRun({L"Backing: ~\\a.txt", L"* Backing: ~\\a.txt", L"! 57 BackupFile ~\\a.txt"});
+    EXPECT_EQ(ReadTree(world.Store()), before);
+}
+
+TEST(FailedCopy, CutShortByAFullDiskIsToldAsFull) {
+    EngineWorld world;
+    MakeHistory(world);
+    const Tree before = ReadTree(world.Store());
+    world.drive.kind = DriveKind::Removable;
+    world.drive.freeBytes[world.Store()] = 100;
+    for (const wchar_t* item : {L"a.txt", L"Work\\"}) {
+        world.world.files.TruncateNthCopy(1);
+        world.List({item});
+        const RunResult result = world.Run();
+        ASSERT_EQ(result.errors.size(), 1U);
+        EXPECT_EQ(result.errors[0].number, error_number::kDiskFull);
+        EXPECT_EQ(ReadTree(world.Store()), before);
+    }
+}
+
+TEST(FailedCopy, OfOneFileOfAFolderLeavesTheOthers) {
+    EngineWorld world;
+    MakeHistory(world);
+    world.List({L"Work\\"});
+    world.world.files.TruncateNthCopy(2);
+    world.ExpectRun({L"Backing: ~\\Work\\", L"* Backing: ~\\Work\\b.txt",
+                     L"* Backing: ~\\Work\\c.txt", L"! 57 BackupFile ~\\Work\\c.txt",
+                     L"* Backing: ~\\Work\\Sub\\d.txt", L"\tDone."});
+    EXPECT_FALSE(Exists(world.Store(L"Work«0001»\\c.txt")));
+    EXPECT_TRUE(Exists(world.Store(L"Work«0001»\\b.txt")));
+    EXPECT_TRUE(Exists(world.Store(L"Work«0001»\\Sub\\d.txt")));
+    EXPECT_TRUE(Exists(world.Store(L"Work«0003»\\c.txt")));
+}
+
+TEST(FailedCopy, OfEveryFileOfAFolderLeavesTheSeriesAlone) {
+    EngineWorld world;
+    MakeHistory(world);
+    world.List({L"Work\\"});
+    const Tree before = ReadTree(world.Store());
+    world.world.files.FailFrom(1, error_number::kPermissionDenied, OnlyCalls({FileCall::Copy}));
+    const RunResult result = world.Run();
+    EXPECT_EQ(result.errors.size(), 3U);
+    EXPECT_EQ(result.lines.back(), L"[BusyHide true]");
+    EXPECT_EQ(std::count(result.lines.begin(), result.lines.end(), L"\tDone."), 0);
+    EXPECT_EQ(ReadTree(world.Store()), before);
+}
+
+TEST(FailedCopy, OnAFullDiskEndsTheItemAndLeavesNothing) {
+    for (int file = 1; file <= 3; ++file) {
+        EngineWorld world;
+        MakeHistory(world);
+        world.tree.File(L"next.txt", "next", Day(1));
+        world.List({L"Work\\", L"next.txt"});
+        const Tree before = ReadTree(world.Store());
+        world.world.files.FailNth(file, error_number::kDiskFull, OnlyCalls({FileCall::Copy}));
+        Lines expected{L"Backing: ~\\Work\\"};
+        for (int i = 0; i < file; ++i) {
+            expected.push_back(L"* Backing: " + kWorkFiles[static_cast<std::size_t>(i)]);
+        }
+        const RunResult result = world.Run();
+        ASSERT_EQ(result.errors.size(), 1U);
+        const std::wstring& path = result.errors[0].path;
+        expected.push_back(L"! 61 BackupFile " + world.host.Short(path));
+        EXPECT_EQ(Joined(result.lines), Joined(expected + BackedUp(L"~\\next.txt") + kDone));
+        EXPECT_EQ(result.exitCode, error_number::kDiskFull);
+        world.tree.Remove(L"Store\\next«0001».txt");
+        world.tree.Remove(L"Store\\next«0001».txt.vwc");
+        EXPECT_EQ(ReadTree(world.Store()), before);
+    }
+}
+
+TEST(FailedCopy, OnADiskThatIsFullForASubFolderLeavesNothing) {
+    EngineWorld world;
+    MakeHistory(world);
+    world.tree.Folder(L"Work\\Zlast");
+    world.List({L"Work\\"});
+    const Tree before = ReadTree(world.Store());
+    for (int folder = 1; folder <= 3; ++folder) {
+        world.world.files.FailNth(folder, error_number::kDiskFull,
+                                  OnlyCalls({FileCall::MakeFolder}));
+        const RunResult result = world.Run();
+        ASSERT_EQ(result.errors.size(), 1U);
+        EXPECT_EQ(result.exitCode, error_number::kDiskFull);
+        EXPECT_EQ(ReadTree(world.Store()), before) << folder;
+    }
+}
+
+TEST(FailedCopy, StaysFullWhenASmallerFileWasCutShortToo) {
+    EngineWorld world;
+    world.List({L"Work\\"});
+    world.tree.File(L"Work\\1 large.txt", std::string(5000, 'l'), Day(1));
+    world.tree.File(L"Work\\2 small.txt", std::string(10, 's'), Day(1));
+    world.tree.File(L"Work\\3.txt", "3", Day(1));
+    world.drive.kind = DriveKind::Removable;
+    world.drive.freeBytes[world.Store()] = 1000;
+    world.world.files.OnOperation([&](const FileOperation& operation) {
+        // Both are cut short by hand, behind the copy: the listing that checks them comes next.
+        if (operation.call != FileCall::List || !operation.path.ends_with(L'\\') ||
+            operation.path.find(L".vwnew-") == std::wstring::npos) {
+            return;
+        }
+        world.tree.File(operation.path + L"1 large.txt", "l");
+        world.tree.File(operation.path + L"2 small.txt", "s");
+    });
+    const RunResult result = world.Run();
+    EXPECT_EQ(result.exitCode, error_number::kDiskFull);
+    EXPECT_EQ(world.Copies(), Listing()) << Joined(result.lines);
+}
+
+TEST(FailedCopy, WhoseCommentCannotBeWrittenLeavesTheSeriesAlone) {
+    for (const int number : {error_number::kDiskFull, error_number::kAccessError}) {
+        EngineWorld world;
+        MakeHistory(world);
+        const Tree before = ReadTree(world.Store());
+        world.world.files.FailFrom(1, number, OnlyCalls({FileCall::Write}));
+        const RunResult result = world.Run();
+        EXPECT_EQ(result.errors.size(), 2U);
+        EXPECT_EQ(result.exitCode, number);
+        EXPECT_EQ(ReadTree(world.Store()), before);
+    }
+}
+
+TEST(FailedCopy, OfASubFolderThatCannotBeReadIsToldWithIt) {
+    EngineWorld world;
+    MakeHistory(world);
+    world.List({L"Work\\"});
+    // The first listing of the sub-folder takes its dates, the second its files.
+    world.world.files.FailNth(2, error_number::kPermissionDenied,
+                              [&](const FileOperation& operation) {
+                                  return operation.call == FileCall::List &&
+                                         operation.path.find(L"Work\\Sub") != std::wstring::npos;
+                              });
+    world.ExpectRun({L"Backing: ~\\Work\\", L"* Backing: ~\\Work\\b.txt",
+                     L"* Backing: ~\\Work\\c.txt", L"! 70 BackupFolder ~\\Work\\Sub\\",
+                     L"\tDone."});
+    EXPECT_FALSE(Exists(world.Store(L"Work«0001»\\Sub")));
+}
+
+TEST(FailedCopy, OfAnItemThatCannotBeReadAtAllIsTold) {
+    EngineWorld world;
+    MakeHistory(world);
+    world.List({L"Work\\"});
+    const Tree before = ReadTree(world.Store());
+    world.world.files.FailFrom(1, error_number::kPermissionDenied,
+                               [&](const FileOperation& operation) {
+                                   return operation.call == FileCall::List &&
+                                          operation.path.starts_with(world.Path(L"Work"));
+                               });
+    world.ExpectRun({L"Backing: ~\\Work\\", L"! 70 BackupFolder ~\\Work\\"});
+    EXPECT_EQ(ReadTree(world.Store()), before);
+}
+
+TEST(FailedCopy, CountsWhatCouldNotBeCheckedAsFailed) {
+    EngineWorld world;
+    MakeHistory(world);
+    world.List({L"Work\\"});
+    const Tree before = ReadTree(world.Store());
+    world.world.files.FailFrom(1, error_number::kDeviceError, [](const FileOperation& operation) {
+        return operation.call == FileCall::List &&
+               operation.path.find(L".vwnew-") != std::wstring::npos;
+    });
+    const RunResult result = world.Run();
+    EXPECT_EQ(result.errors.size(), 2U) << Joined(result.lines);
+    EXPECT_EQ(result.exitCode, error_number::kDeviceError);
+    EXPECT_EQ(std::count(result.lines.begin(), result.lines.end(), L"\tDone."), 0);
+    world.world.files.Heal();
+    world.Run();
+    EXPECT_EQ(ReadBytes(world.Store(L"Work«0001»\\b.txt")).substr(0, 1), "3");
+    EXPECT_NE(ReadTree(world.Store()), before);
+}
+
+TEST(FailedCopy, OfAFileThatVanishedMeanwhileIsTold) {
+    EngineWorld world;
+    MakeHistory(world);
+    world.List({L"Work\\"});
+    world.world.files.OnOperation([&](const FileOperation& operation) {
+        if (operation.call == FileCall::Copy) world.tree.Remove(L"Work\\c.txt");
+    });
+    world.ExpectRun({L"Backing: ~\\Work\\", L"* Backing: ~\\Work\\b.txt",
+                     L"* Backing: ~\\Work\\c.txt", L"! 53 BackupFile ~\\Work\\c.txt",
+                     L"* Backing: ~\\Work\\Sub\\d.txt", L"\tDone."});
+}
+
+// A source that grows while it is copied, as logs do.
+void GrowWhileCopied(EngineWorld& world) {
+    world.world.files.OnOperation([&](const FileOperation& operation) {
+        if (operation.call == FileCall::Copy) {
+            world.tree.File(operation.path, std::string(900, 'g'), Day(50));
+        }
+    });
+}
+
+TEST(ChangingSource, IsToldAndItsCopyCounts) {
+    EngineWorld world;
+    MakeHistory(world);
+    GrowWhileCopied(world);
+    const RunResult result = world.Run();
+    EXPECT_EQ(
+        Joined(result.lines),
+        Joined(Lines{L"Backing: ~\\a.txt", L"* Backing: ~\\a.txt",
+                     L"Changed while it was copied: ~\\a.txt", L"\tDone.", L"Backing: ~\\Work\\",
+                     L"* Backing: ~\\Work\\b.txt", L"* Backing: ~\\Work\\c.txt",
+                     L"Changed while it was copied: ~\\Work\\b.txt",
+                     L"Changed while it was copied: ~\\Work\\c.txt",
+                     L"* Backing: ~\\Work\\Sub\\d.txt",
+                     L"Changed while it was copied: ~\\Work\\Sub\\d.txt", L"\tDone."} +
+               kDone));
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(ReadBytes(world.Store(L"a«0001».txt")).size(), 900U);
+    EXPECT_EQ(ReadBytes(world.Store(L"a«0002».txt")).substr(0, 1), "2");
+    // The date that decides is the one from before: the next run takes a calm copy.
+    world.world.files.Heal();
+    world.ExpectRun(BackedUp(L"~\\a.txt") + BackedUp(L"~\\Work\\", kWorkFiles));
+    world.ExpectRun(NoChange(L"~\\a.txt") + NoChange(L"~\\Work\\"));
+}
+
+TEST(ChangingSource, IsToldInTheLanguageOfTheWindows) {
+    EngineWorld world;
+    MakeHistory(world);
+    world.state.arabic = true;
+    world.List({L"a.txt"});
+    GrowWhileCopied(world);
+    const RunResult result = world.Run();
+    ASSERT_GT(result.lines.size(), 2U);
+    EXPECT_EQ(result.lines[2], L"تغيّر الملف أثناء نسخه: ~\\a.txt");
+}
+
+TEST(ChangingSource, ThatIsReplacedByAShorterOneCountsToo) {
+    EngineWorld world;
+    MakeHistory(world);
+    world.List({L"a.txt"});
+    world.world.files.OnOperation([&](const FileOperation& operation) {
+        if (operation.call == FileCall::Copy) world.tree.File(L"a.txt", "short", Day(50));
+    });
+    world.ExpectRun({L"Backing: ~\\a.txt", L"* Backing: ~\\a.txt",
+                     L"Changed while it was copied: ~\\a.txt", L"\tDone."});
+    EXPECT_EQ(ReadBytes(world.Store(L"a«0001».txt")), "short");
+}
+
+}  // namespace
+}  // namespace vw::test
