@@ -1,0 +1,323 @@
+#include <gtest/gtest.h>
+
+#include "platform/RuntimeError.h"
+#include "platform/WindowsHeader.h"
+#include "tests/engine/EngineWorld.h"
+#include "tests/engine/LeftOvers.h"
+
+// What runs that were killed left in a destination, state by state, and what the next run makes of
+// it.
+
+namespace vw::test {
+namespace {
+
+const Lines kCompleted{L"Copy of an interrupted run completed: ~\\a.txt"};
+
+// Copies 1 to 3 hold "3", "2", "1"; the item is "4" by now.
+void MakeSeries(EngineWorld& world) {
+    world.List({L"a.txt"}, 3);
+    for (int step = 1; step <= 4; ++step) {
+        world.tree.File(L"a.txt", std::to_string(step), Day(step));
+        if (step < 4) world.Run();
+    }
+}
+
+void MoveInStore(const EngineWorld& world, const std::wstring& from, const std::wstring& to) {
+    world.tree.File(L"Store\\" + to, ReadBytes(world.Store(from)));
+    world.tree.Remove(L"Store\\" + from);
+}
+
+const Listing kFinished{{L"a«0001».txt", "4"}, {L"a«0002».txt", "3"}, {L"a«0003».txt", "2"}};
+
+// A killed run had the new copy ready and got so many steps further.
+class ReadyCopy : public testing::TestWithParam<int> {};
+
+TEST_P(ReadyCopy, IsFinishedFromEveryState) {
+    EngineWorld world;
+    MakeSeries(world);
+    const ProcessTag dead = DeadProcess();
+    const int steps = GetParam();
+    world.tree.File(
+        L"Store\\" + LeftOverName(world, WorkingState::Ready, L"a.txt", dead, MakeDate(Day(4))),
+        "4");
+    world.tree.File(L"Store\\" + LeftOverName(world, WorkingState::New, L"a.txt", dead) + L".vwc",
+                    "half a comm");
+    if (steps >= 1) {
+        MoveInStore(world, L"a«0003».txt", LeftOverName(world, WorkingState::Old, L"a.txt", dead));
+    }
+    if (steps >= 2) MoveInStore(world, L"a«0002».txt", L"a«0003».txt");
+    if (steps >= 3) MoveInStore(world, L"a«0001».txt", L"a«0002».txt");
+    if (steps >= 4) {
+        world.tree.Remove(L"Store\\" + LeftOverName(world, WorkingState::Old, L"a.txt", dead));
+    }
+    if (steps >= 5) {
+        world.tree.Remove(L"Store\\a«0001».txt.vwc");
+        world.tree.File(L"Store\\a«0001».txt.vwc",
+                        "Backed Files Date Last Modified:01/01/2010-00:04:04+Original Location:" +
+                            world.world.ansi.Encode(world.Path()) + "\r\n");
+    }
+    world.ExpectRun(kCompleted + NoChange(L"~\\a.txt"));
+    EXPECT_EQ(world.Copies(), kFinished);
+    EXPECT_EQ(world.Comments(), std::set<std::wstring>{L"a«0001».txt.vwc"});
+    world.ExpectRun(NoChange(L"~\\a.txt"));
+}
+
+INSTANTIATE_TEST_SUITE_P(AfterSteps, ReadyCopy, testing::Range(0, 6));
+
+TEST(ReadyCopyOfAKilledRun, IsFollowedByANewOneWhenTheItemChangedSince) {
+    EngineWorld world;
+    MakeSeries(world);
+    world.tree.File(L"Store\\" + LeftOverName(world, WorkingState::Ready, L"a.txt", DeadProcess(),
+                                              MakeDate(Day(4))),
+                    "4");
+    world.tree.File(L"a.txt", "5", Day(5));
+    world.ExpectRun(kCompleted + BackedUp(L"~\\a.txt"));
+    EXPECT_EQ(world.Copies(),
+              (Listing{{L"a«0001».txt", "5"}, {L"a«0002».txt", "4"}, {L"a«0003».txt", "3"}}));
+}
+
+TEST(ReadyCopyOfAKilledRun, IsFinishedForAnItemThatVanished) {
+    EngineWorld world;
+    MakeSeries(world);
+    world.tree.File(L"Store\\" + LeftOverName(world, WorkingState::Ready, L"a.txt", DeadProcess(),
+                                              MakeDate(Day(4))),
+                    "4");
+    world.tree.Remove(L"a.txt");
+    world.ExpectRun(
+        Missing(L"~\\a.txt") + kCompleted +
+        Lines{L"Backing: ~\\a.txt", L"* Backing: ~\\a.txt", L"! 53 BackupFile ~\\a.txt"});
+    EXPECT_EQ(world.Copies(), (Listing{{L"a«0002».txt", "4"}, {L"a«0003».txt", "3"}}));
+}
+
+TEST(ReadyCopyOfAKilledRun, IsToldInTheLanguageOfTheWindows) {
+    EngineWorld world;
+    MakeSeries(world);
+    world.state.arabic = true;
+    world.tree.File(L"Store\\" + LeftOverName(world, WorkingState::Ready, L"a.txt", DeadProcess(),
+                                              MakeDate(Day(4))),
+                    "4");
+    EXPECT_EQ(world.Run().lines.front(), L"تم إكمال نسخة من عملية سابقة لم تكتمل: ~\\a.txt");
+}
+
+TEST(ReadyCopyOfAKilledRun, ShiftsOnlyTheCopiesBelowTheLowestGap) {
+    EngineWorld world;
+    MakeSeries(world);
+    world.List({L"a.txt"}, 5);
+    MoveInStore(world, L"a«0003».txt", L"a«0004».txt");
+    world.tree.File(L"Store\\" + LeftOverName(world, WorkingState::Ready, L"a.txt", DeadProcess(),
+                                              MakeDate(Day(4))),
+                    "4");
+    world.ExpectRun(kCompleted + NoChange(L"~\\a.txt"));
+    EXPECT_EQ(world.Copies(), (Listing{{L"a«0001».txt", "4"},
+                                       {L"a«0002».txt", "3"},
+                                       {L"a«0003».txt", "2"},
+                                       {L"a«0004».txt", "1"}}));
+}
+
+TEST(ReadyCopyOfAKilledRun, ReplacesCopyOneWhenTheCountIsZero) {
+    EngineWorld world;
+    MakeSeries(world);
+    world.List({L"a.txt"}, 0);
+    world.tree.File(L"Store\\" + LeftOverName(world, WorkingState::Ready, L"a.txt", DeadProcess(),
+                                              MakeDate(Day(4))),
+                    "4");
+    world.ExpectRun(kCompleted + NoChange(L"~\\a.txt"));
+    EXPECT_EQ(world.Copies(),
+              (Listing{{L"a«0001».txt", "4"}, {L"a«0002».txt", "2"}, {L"a«0003».txt", "1"}}));
+}
+
+TEST(ReadyCopyOfAKilledRun, StaysUntilAHeldCopyLetsGo) {
+    EngineWorld world;
+    MakeSeries(world);
+    world.tree.File(L"Store\\" + LeftOverName(world, WorkingState::Ready, L"a.txt", DeadProcess(),
+                                              MakeDate(Day(4))),
+                    "4");
+    const Tree before = ReadTree(world.Store());
+    {
+        const FileHandle held = HoldInPlace(world.Store(L"a«0001».txt"));
+        for (int run = 0; run < 3; ++run) {
+            world.ExpectRun({L"! 70 BackupPath ~\\Store\\a«0001».txt"});
+            Tree after = ReadTree(world.Store());
+            for (const std::wstring& name : LeftOvers(world)) {
+                if (name.ends_with(L".vwc")) after.erase(name);
+            }
+            EXPECT_EQ(after, before);
+        }
+    }
+    world.ExpectRun(kCompleted + NoChange(L"~\\a.txt"));
+    EXPECT_EQ(world.Copies(), kFinished);
+}
+
+TEST(ReadyCopyOfAKilledRun, OfAFolderBelowADottedFolderIsFinished) {
+    EngineWorld world;
+    const std::wstring item = L"Old.Files\\Work\\";
+    world.List({item}, 2);
+    for (int step = 1; step <= 3; ++step) {
+        world.tree.File(item + L"a.txt", std::to_string(step), Day(step));
+        if (step < 3) world.Run();
+    }
+    const std::wstring ready =
+        LeftOverName(world, WorkingState::Ready, item, DeadProcess(), MakeDate(Day(3)));
+    world.tree.File(L"Store\\" + ready + L"\\a.txt", "3", Day(3));
+    world.ExpectRun(Lines{L"Copy of an interrupted run completed: ~\\Old.Files\\Work\\"} +
+                    NoChange(L"~\\Old.Files\\Work\\"));
+    EXPECT_EQ(world.Copies(), (Listing{{L"Work«0001».Files", kFolder},
+                                       {L"Work«0001».Files\\Work", kFolder},
+                                       {L"Work«0001».Files\\Work\\a.txt", "3"},
+                                       {L"Work«0002».Files", kFolder},
+                                       {L"Work«0002».Files\\Work", kFolder},
+                                       {L"Work«0002».Files\\Work\\a.txt", "2"}}));
+}
+
+TEST(ReadyCopyOfAKilledRun, OfARuleIsFinishedForTheRule) {
+    EngineWorld world;
+    world.tree.File(L"Work\\a.txt", "a", Day(1));
+    world.List({L"Work\\*"});
+    const std::wstring ready =
+        LeftOverName(world, WorkingState::Ready, L"Work", DeadProcess(), MakeDate(Day(1)));
+    world.tree.File(L"Store\\" + ready + L"\\a.txt", "a", Day(1));
+    world.ExpectRun(Lines{L"Copy of an interrupted run completed: ~\\Work"} + NoChange(L"~\\Work"));
+    EXPECT_EQ(world.Copies(), (Listing{{L"Work«0001»", kFolder}, {L"Work«0001»\\a.txt", "a"}}));
+}
+
+TEST(ReadyCopyOfAKilledRun, WaitsWhileItsItemIsNotInTheList) {
+    EngineWorld world;
+    world.tree.File(L"A\\a.txt", "A", Day(1));
+    world.tree.File(L"B\\a.txt", "B", Day(1));
+    const std::wstring ready =
+        LeftOverName(world, WorkingState::Ready, L"A\\a.txt", DeadProcess(), MakeDate(Day(1)));
+    world.tree.File(L"Store\\" + ready, "A");
+    // The other item of that name may not take the place that is waited for.
+    world.List({L"B\\a.txt"});
+    world.ExpectRun(BackedUp(L"~\\B\\a.txt"));
+    EXPECT_EQ(world.Copies(), (Listing{{ready, "A"}, {L"a«0101».txt", "B"}}));
+    world.List({L"B\\a.txt", L"A\\a.txt"});
+    world.ExpectRun(NoChange(L"~\\B\\a.txt") +
+                    Lines{L"Copy of an interrupted run completed: ~\\A\\a.txt"} +
+                    NoChange(L"~\\A\\a.txt"));
+    EXPECT_EQ(world.Copies(), (Listing{{L"a«0001».txt", "A"}, {L"a«0101».txt", "B"}}));
+}
+
+TEST(ReadyCopyOfAKilledRun, KeepsTheDateThatTheItemHad) {
+    EngineWorld world;
+    world.tree.File(L"a.txt", "1", Day(7));
+    world.List({L"a.txt"});
+    // The copy's own date tells nothing.
+    world.tree.File(L"Store\\" + LeftOverName(world, WorkingState::Ready, L"a.txt", DeadProcess(),
+                                              MakeDate(Day(7))),
+                    "1", Day(50));
+    world.ExpectRun(kCompleted + NoChange(L"~\\a.txt"));
+}
+
+// Whose left-overs a run may touch.
+struct Owner {
+    const char* name;
+    bool gone;
+};
+
+class LeftOver : public testing::TestWithParam<Owner> {
+  protected:
+    ProcessTag Tag() {
+        const std::string name = GetParam().name;
+        if (name == "Living") return living_.Tag();
+        if (name == "Elsewhere") return ProcessElsewhere();
+        if (name == "Dead") return DeadProcess();
+        if (name == "Own") return ThisProcess();
+        // Its number was given to another process since.
+        ProcessTag tag = living_.Tag();
+        --tag.processStart;
+        return tag;
+    }
+
+  private:
+    LivingProcess living_;
+};
+
+TEST_P(LeftOver, IsRemovedOnlyWhenItsProcessIsGone) {
+    EngineWorld world;
+    world.tree.File(L"other.txt", "x", Day(1));
+    world.List({L"other.txt"});
+    for (const WorkingState state : {WorkingState::New, WorkingState::Old}) {
+        const std::wstring file = LeftOverName(world, state, L"a.txt", Tag());
+        const std::wstring folder = LeftOverName(world, state, L"Work\\", Tag());
+        world.tree.File(L"Store\\" + file, "half");
+        world.tree.File(L"Store\\" + file + L".vwc", "comment");
+        world.tree.File(L"Store\\" + folder + L"\\Sub\\b.txt", "half");
+    }
+    const std::size_t count = LeftOvers(world).size();
+    EXPECT_EQ(count, 6U);
+    EXPECT_EQ(world.Run().exitCode, 0);
+    EXPECT_EQ(LeftOvers(world).size(), GetParam().gone ? 0U : count);
+}
+
+TEST_P(LeftOver, ThatIsReadyIsFinishedOnlyWhenItsProcessIsGone) {
+    EngineWorld world;
+    MakeSeries(world);
+    const std::wstring ready =
+        LeftOverName(world, WorkingState::Ready, L"a.txt", Tag(), MakeDate(Day(4)));
+    world.tree.File(L"Store\\" + ready, "4");
+    world.ExpectRun(GetParam().gone ? kCompleted + NoChange(L"~\\a.txt") : BackedUp(L"~\\a.txt"));
+    Listing expected = kFinished;
+    if (!GetParam().gone) expected[ready] = "4";
+    EXPECT_EQ(world.Copies(), expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(OfAProcess, LeftOver,
+                         testing::Values(Owner{"Living", false}, Owner{"Elsewhere", false},
+                                         Owner{"Dead", true}, Owner{"Reused", true},
+                                         Owner{"Own", true}),
+                         [](const auto& info) { return std::string(info.param.name); });
+
+TEST(LeftOverOfADeadProcess, ThatIsHeldWaitsForALaterRun) {
+    EngineWorld world;
+    world.tree.File(L"other.txt", "x", Day(1));
+    world.List({L"other.txt"});
+    const std::wstring name = LeftOverName(world, WorkingState::New, L"a.txt", DeadProcess());
+    world.tree.File(L"Store\\" + name, "half");
+    {
+        const FileHandle held = HoldInPlace(world.Store(name));
+        world.ExpectRun(BackedUp(L"~\\other.txt"));
+        EXPECT_TRUE(Exists(world.Store(name)));
+    }
+    world.ExpectRun(NoChange(L"~\\other.txt"));
+    EXPECT_FALSE(Exists(world.Store(name)));
+}
+
+TEST(LeftOverOfADeadProcess, WithReadOnlyFilesIsRemoved) {
+    EngineWorld world;
+    world.List({});
+    world.tree.File(L"other.txt", "x", Day(1));
+    world.List({L"other.txt"});
+    const std::wstring name =
+        L"Store\\" + LeftOverName(world, WorkingState::Old, L"Work\\", DeadProcess());
+    world.tree.File(name + L"\\a.txt", "x");
+    world.tree.SetAttributes(name + L"\\a.txt", FILE_ATTRIBUTE_READONLY);
+    world.Run();
+    EXPECT_TRUE(LeftOvers(world).empty());
+}
+
+// Another computer works in the same shared folder and stands still at one point after the other:
+// our run neither needs nor touches what is there of it.
+TEST(RunOfAnotherComputer, IsNotDisturbedAtAnyPoint) {
+    int points = 0;
+    for (int n = 1;; ++n) {
+        EngineWorld world;
+        MakeSeries(world);
+        world.world.files.DieAtNth(n, OnlyChanges());
+        const bool died = world.Run().died;
+        world.world.files.Heal();
+        if (!died) break;
+        ++points;
+        SCOPED_TRACE("stands still at change " + std::to_string(n));
+        HandOver(world, ProcessElsewhere());
+        const Lines theirs = LeftOvers(world);
+        EXPECT_EQ(world.Run().exitCode, 0);
+        EXPECT_EQ(LeftOvers(world), theirs);
+        EXPECT_EQ(ReadBytes(world.Store(L"a«0001».txt")), "4");
+        EXPECT_FALSE(Exists(world.Store(L"a«0004».txt")));
+    }
+    EXPECT_GE(points, 7);
+}
+
+}  // namespace
+}  // namespace vw::test
