@@ -20,20 +20,12 @@ struct Making {
     DWORD extendedStyle = 0;
 };
 
-DWORD LabelStyle(const ControlData& data) noexcept {
-    // Labels tell of clicks, and a "&" in a path or a name is a letter like any other.
-    DWORD style = SS_NOTIFY | SS_NOPREFIX;
-    if (data.path) return style | SS_OWNERDRAW;
-    if (data.oneLine) style |= SS_CENTERIMAGE;
-    if (data.centred) return style | SS_CENTER;
-    return style | SS_LEFT;
-}
-
 Making HowToMake(const ControlData& data) noexcept {
     switch (data.kind) {
         case ControlKind::Label:
         case ControlKind::Heading:
-            return {WC_STATICW, LabelStyle(data), data.framed ? DWORD{WS_EX_CLIENTEDGE} : 0};
+            // Drawn by the form, which knows in which direction a text reads. They tell of clicks.
+            return {WC_STATICW, SS_OWNERDRAW | SS_NOTIFY, 0};
         case ControlKind::Picture:
             return {WC_STATICW, SS_ICON | SS_CENTERIMAGE | SS_NOTIFY, 0};
         case ControlKind::Button:
@@ -41,7 +33,10 @@ Making HowToMake(const ControlData& data) noexcept {
         case ControlKind::CheckBox:
             return {WC_BUTTONW, BS_AUTOCHECKBOX | WS_TABSTOP, 0};
         case ControlKind::DropDown:
-            return {WC_COMBOBOXW, CBS_DROPDOWNLIST | CBS_HASSTRINGS | WS_VSCROLL | WS_TABSTOP, 0};
+            return {
+                WC_COMBOBOXW,
+                CBS_DROPDOWNLIST | CBS_OWNERDRAWFIXED | CBS_HASSTRINGS | WS_VSCROLL | WS_TABSTOP,
+                0};
         case ControlKind::ListView:
             return {WC_LISTVIEWW,
                     LVS_REPORT | LVS_SHOWSELALWAYS | LVS_SINGLESEL | LVS_SHAREIMAGELISTS |

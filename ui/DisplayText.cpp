@@ -6,10 +6,6 @@ namespace vw {
 
 namespace {
 
-constexpr wchar_t kLeftToRightMark = 0x200E;
-constexpr wchar_t kBeginLeftToRight = 0x202A;
-constexpr wchar_t kEndDirection = 0x202C;
-
 // Hebrew, Arabic, Syriac, Thaana, N'Ko and the forms of their letters that fonts keep apart.
 bool IsRightToLeft(wchar_t unit) noexcept {
     return (unit >= 0x0590 && unit <= 0x08FF && !(unit >= 0x0660 && unit <= 0x0669)) ||
@@ -22,13 +18,8 @@ bool IsLeftToRightLetter(wchar_t unit) noexcept {
            (unit >= 0x2C00 && unit <= 0xFB1C);
 }
 
-std::wstring Enclosed(std::wstring_view text) {
-    std::wstring enclosed;
-    enclosed.reserve(text.size() + 2);
-    enclosed += kBeginLeftToRight;
-    enclosed += text;
-    enclosed += kEndDirection;
-    return enclosed;
+std::wstring_view WithoutBlanksBehind(std::wstring_view text) {
+    return text.substr(0, text.find_last_not_of(L' ') + 1);
 }
 
 constexpr wchar_t kEllipsis = 0x2026;
@@ -55,28 +46,29 @@ std::wstring Joined(std::wstring_view head, std::wstring_view tail, int room,
 
 }  // namespace
 
-bool HasRightToLeft(std::wstring_view text) noexcept {
-    return std::any_of(text.begin(), text.end(), IsRightToLeft);
-}
-
-std::wstring PathForDisplay(std::wstring_view path, bool rightToLeft) {
-    if (path.empty() || !(rightToLeft || HasRightToLeft(path))) return std::wstring(path);
-    std::wstring marked;
-    marked.reserve(path.size() * 2);
-    for (const wchar_t unit : path) {
-        marked += unit;
-        if (unit == L'\\') marked += kLeftToRightMark;
-    }
-    return rightToLeft ? Enclosed(marked) : marked;
-}
-
-std::wstring TextForDisplay(std::wstring_view text, bool rightToLeft) {
-    if (!rightToLeft || text.empty()) return std::wstring(text);
-    const auto strong = std::find_if(text.begin(), text.end(), [](wchar_t unit) {
+bool NameReadsFromRight(std::wstring_view name) noexcept {
+    const auto letter = std::find_if(name.begin(), name.end(), [](wchar_t unit) {
         return IsRightToLeft(unit) || IsLeftToRightLetter(unit);
     });
-    if (strong != text.end() && IsRightToLeft(*strong)) return std::wstring(text);
-    return Enclosed(text);
+    return letter != name.end() && IsRightToLeft(*letter);
+}
+
+bool PhraseReadsFromRight(std::wstring_view phrase) noexcept {
+    return std::any_of(phrase.begin(), phrase.end(), IsRightToLeft);
+}
+
+bool LooksLikePath(std::wstring_view text) noexcept {
+    return (text.size() >= 3 && text[1] == L':' && text[2] == L'\\') || text.starts_with(L"\\\\");
+}
+
+std::vector<std::wstring_view> PathPieces(std::wstring_view path) {
+    std::vector<std::wstring_view> pieces;
+    while (!path.empty()) {
+        const std::size_t length = std::min(path.find(L'\\'), path.size() - 1) + 1;
+        pieces.push_back(path.substr(0, length));
+        path.remove_prefix(length);
+    }
+    return pieces;
 }
 
 std::wstring Shortened(std::wstring_view text, int room, const Measure& widthOf) {
@@ -91,8 +83,30 @@ std::wstring Shortened(std::wstring_view text, int room, const Measure& widthOf)
     return Joined(text, {}, room, widthOf);
 }
 
-bool LooksLikePath(std::wstring_view text) noexcept {
-    return (text.size() >= 3 && text[1] == L':' && text[2] == L'\\') || text.starts_with(L"\\\\");
+std::vector<std::wstring> Wrapped(std::wstring_view text, int room, const Measure& widthOf) {
+    std::vector<std::wstring> lines;
+    while (!text.empty()) {
+        const std::size_t end = std::min(text.find(L'\n'), text.size());
+        std::wstring_view paragraph = text.substr(0, end);
+        text.remove_prefix(std::min(end + 1, text.size()));
+        if (paragraph.ends_with(L'\r')) paragraph.remove_suffix(1);
+        std::wstring line;
+        while (!paragraph.empty()) {
+            // A word with the blanks behind it.
+            std::size_t length = std::min(paragraph.find(L' '), paragraph.size());
+            length = std::min(paragraph.find_first_not_of(L' ', length), paragraph.size());
+            const std::wstring_view word = paragraph.substr(0, length);
+            paragraph.remove_prefix(length);
+            const std::wstring longer = line + std::wstring(WithoutBlanksBehind(word));
+            if (!line.empty() && widthOf(longer) > room) {
+                lines.emplace_back(WithoutBlanksBehind(line));
+                line.clear();
+            }
+            line += word;
+        }
+        lines.push_back(std::move(line));
+    }
+    return lines;
 }
 
 }  // namespace vw

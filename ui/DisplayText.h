@@ -3,23 +3,25 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace vw {
 
-/// Whether a text holds letters that are written from right to left.
-[[nodiscard]] bool HasRightToLeft(std::wstring_view text) noexcept;
+/// Whether a name, date or size reads from right to left: its first letter decides, so that
+/// "Report (1)" keeps its brackets in an Arabic window, and an Arabic name its own in an English
+/// one.
+[[nodiscard]] bool NameReadsFromRight(std::wstring_view name) noexcept;
 
-/// A path as it is drawn: folders follow each other from left to right, also when names are Arabic
-/// or the window reads from right to left. `rightToLeft` tells the direction of the window. The
-/// text carries invisible marks; it is for the screen only.
-[[nodiscard]] std::wstring PathForDisplay(std::wstring_view path, bool rightToLeft);
-
-/// Any other text as it is drawn in a window that reads from right to left: Latin names, dates and
-/// sizes keep their own direction, so that "Report (1)" does not come out as "(Report (1".
-[[nodiscard]] std::wstring TextForDisplay(std::wstring_view text, bool rightToLeft);
+/// Whether a sentence of an Arabic window does: any Arabic letter in it decides, also when it
+/// begins with a Latin name.
+[[nodiscard]] bool PhraseReadsFromRight(std::wstring_view phrase) noexcept;
 
 /// Whether a text is the path of a file or folder: it begins with a drive or a server.
 [[nodiscard]] bool LooksLikePath(std::wstring_view text) noexcept;
+
+/// The pieces of a path, each with the "\" behind it. Drawn one after the other from left to right,
+/// folders keep their order also when their names are Arabic.
+[[nodiscard]] std::vector<std::wstring_view> PathPieces(std::wstring_view path);
 
 /// How wide a text is, in any unit.
 using Measure = std::function<int(std::wstring_view text)>;
@@ -28,5 +30,10 @@ using Measure = std::function<int(std::wstring_view text)>;
 /// the name, of anything else the end. A text that fits stays as it is; where not even the name of
 /// a path fits, its end goes too.
 [[nodiscard]] std::wstring Shortened(std::wstring_view text, int room, const Measure& widthOf);
+
+/// The lines that a text takes in a space `room` wide: its own, and those that its words wrap into.
+/// A word wider than the space has a line of its own. Blanks where a line is broken are left out.
+[[nodiscard]] std::vector<std::wstring> Wrapped(std::wstring_view text, int room,
+                                                const Measure& widthOf);
 
 }  // namespace vw

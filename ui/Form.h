@@ -175,8 +175,12 @@ class Form final : public Window {
     [[nodiscard]] Size OuterSize(const Size& inner) const noexcept;
     void GrowBy(int height);
     void TakeIcon(int id);
-    HBRUSH ColourOf(HDC canvas, const Part& part) const;
-    void DrawPathLabel(const DRAWITEMSTRUCT& draw) const;
+
+    // Painting (FormPainting.cpp)
+    std::optional<LRESULT> OnColour(HDC canvas, HWND control);
+    void OnDrawItem(const DRAWITEMSTRUCT& draw);
+    void DrawLabel(const Part& part, HDC canvas, const RECT& area) const;
+    void DrawChoice(const DRAWITEMSTRUCT& draw) const;
 
     // Messages (FormMessages.cpp)
     std::optional<LRESULT> OnWindowMessage(UINT message, WPARAM wParam, LPARAM lParam);

@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "platform/RuntimeError.h"
+#include "ui/ControlFactory.h"
 #include "ui/Form.h"
 #include "ui/ScrollBar.h"
 
@@ -85,7 +86,7 @@ void Form::SetText(std::wstring_view name, std::wstring_view text) {
     // Writing the same text again would make it flicker.
     if (part->data->kind != ControlKind::Report && TextOf(part->window) == text) return;
     SetWindowTextW(part->window, std::wstring(text).c_str());
-    if (part->data->path) InvalidateRect(part->window, nullptr, TRUE);
+    if (IsLabel(part->data->kind)) InvalidateRect(part->window, nullptr, TRUE);
 }
 
 bool Form::IsEnabled(std::wstring_view name) const { return IsWindowEnabled(Control(name)) != 0; }

@@ -54,6 +54,12 @@ enum class ColumnKind {
     Path,    ///< reads from left to right in every language
 };
 
+/// Whether the cells of a column end at the side where reading ends: numbers, which end at the
+/// right in every language, in a window that reads from left to right.
+[[nodiscard]] constexpr bool EndsAtFarSide(ColumnKind kind, Language language) noexcept {
+    return kind == ColumnKind::Number && language == Language::English;
+}
+
 /// A column of a list view. The program knows it by its key, never by its position.
 struct ColumnData {
     std::wstring_view key;

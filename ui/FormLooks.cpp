@@ -1,7 +1,7 @@
 #include <algorithm>
 #include <array>
 
-#include "ui/DisplayText.h"
+#include "ui/ControlFactory.h"
 #include "ui/Form.h"
 #include "ui/resource.h"
 
@@ -12,6 +12,7 @@ namespace vw {
 namespace {
 
 constexpr int kSmallIcon = 16;
+constexpr int kRowHeight = 22;
 constexpr int kLargeIcon = 32;
 constexpr int kTipWidth = 420;
 constexpr int kDropDownRows = 12;
@@ -61,8 +62,8 @@ void Form::UseDpi(int dpi) {
     dpi_ = dpi;
     auto fonts = std::make_unique<Fonts>(dpi);
     constexpr std::array kRowIcons{IDI_File, IDI_Folder, IDI_Rule};
-    ImageList small = MakeImageList(kRowIcons, Scaled(kSmallIcon, dpi));
-    ImageList large = MakeImageList(kRowIcons, Scaled(kLargeIcon, dpi));
+    ImageList small = MakeImageList(kRowIcons, Scaled(kSmallIcon, dpi), Scaled(kRowHeight, dpi));
+    ImageList large = MakeImageList(kRowIcons, Scaled(kLargeIcon, dpi), Scaled(kLargeIcon, dpi));
     // The controls change over before what they used goes.
     std::swap(smallPictures_, small);
     std::swap(largePictures_, large);
@@ -118,8 +119,8 @@ void Form::Arrange() {
     }
     if (moves != nullptr) EndDeferWindowPos(moves);
     for (const Part& part : parts_) {
-        // Texts of their own drawing depend on the width.
-        if (part.data->path) InvalidateRect(part.window, nullptr, TRUE);
+        // Texts wrap and are shortened by the width.
+        if (IsLabel(part.data->kind)) InvalidateRect(part.window, nullptr, TRUE);
     }
 }
 
@@ -175,45 +176,6 @@ void Form::SetIcon(std::wstring_view images, int index) {
     for (const ControlData& data : data_.controls) {
         if (data.name == images && data.index == index) TakeIcon(data.icon);
     }
-}
-
-HBRUSH Form::ColourOf(HDC canvas, const Part& part) const {
-    int text = COLOR_BTNTEXT;
-    int background = COLOR_BTNFACE;
-    if (part.data->framed || part.data->kind == ControlKind::Report) {
-        text = COLOR_WINDOWTEXT;
-        background = COLOR_WINDOW;
-    } else if (part.data->accent) {
-        text = COLOR_HIGHLIGHTTEXT;
-        background = COLOR_HIGHLIGHT;
-    }
-    SetTextColor(canvas, GetSysColor(text));
-    SetBkColor(canvas, GetSysColor(background));
-    return GetSysColorBrush(background);
-}
-
-void Form::DrawPathLabel(const DRAWITEMSTRUCT& draw) const {
-    std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(draw.hwndItem)), L'\0');
-    GetWindowTextW(draw.hwndItem, text.data(), static_cast<int>(text.size()) + 1);
-    const int saved = SaveDC(draw.hDC);
-    SelectObject(draw.hDC,
-                 reinterpret_cast<HGDIOBJ>(SendMessageW(draw.hwndItem, WM_GETFONT, 0, 0)));
-    SetTextColor(draw.hDC, GetSysColor(COLOR_BTNTEXT));
-    SetBkMode(draw.hDC, TRANSPARENT);
-    FillRect(draw.hDC, &draw.rcItem, GetSysColorBrush(COLOR_BTNFACE));
-    const auto widthOf = [&](std::wstring_view part) {
-        SIZE size{};
-        GetTextExtentPoint32W(draw.hDC, part.data(), static_cast<int>(part.size()), &size);
-        return static_cast<int>(size.cx);
-    };
-    const bool rightToLeft = language_ == Language::Arabic;
-    const bool path = LooksLikePath(text);
-    text = Shortened(text, static_cast<int>(draw.rcItem.right - draw.rcItem.left), widthOf);
-    text = path ? PathForDisplay(text, rightToLeft) : TextForDisplay(text, rightToLeft);
-    RECT area = draw.rcItem;
-    DrawTextW(draw.hDC, text.data(), static_cast<int>(text.size()), &area,
-              DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_NOCLIP);
-    RestoreDC(draw.hDC, saved);
 }
 
 }  // namespace vw

@@ -1,8 +1,8 @@
 #include <algorithm>
 
 #include "ui/ControlFactory.h"
-#include "ui/DisplayText.h"
 #include "ui/Form.h"
+#include "ui/Painting.h"
 #include "ui/PrivateMessages.h"
 #include "ui/ScrollBar.h"
 // The shell's declarations need those of the window system first.
@@ -115,13 +115,10 @@ std::optional<LRESULT> Form::OnControlMessage(UINT message, WPARAM wParam, LPARA
             OnTimer(static_cast<int>(wParam));
             return 0;
         case WM_CTLCOLORSTATIC:
-        case WM_CTLCOLOREDIT: {
-            const Part* part = FindByWindow(reinterpret_cast<HWND>(lParam));
-            if (part == nullptr) return std::nullopt;
-            return reinterpret_cast<LRESULT>(ColourOf(reinterpret_cast<HDC>(wParam), *part));
-        }
+        case WM_CTLCOLOREDIT:
+            return OnColour(reinterpret_cast<HDC>(wParam), reinterpret_cast<HWND>(lParam));
         case WM_DRAWITEM:
-            DrawPathLabel(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
+            OnDrawItem(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
             return TRUE;
         case DM_GETDEFID: {
             const Part* button = data_.defaultButton.empty() ? nullptr : Find(data_.defaultButton);
@@ -288,22 +285,24 @@ void Form::OnTipAsked(NMTTDISPINFOW& info) {
         const HDC canvas = GetDC(control);
         const HGDIOBJ before = SelectObject(
             canvas, reinterpret_cast<HGDIOBJ>(SendMessageW(control, WM_GETFONT, 0, 0)));
-        SIZE size{};
-        GetTextExtentPoint32W(canvas, tipText_.data(), static_cast<int>(tipText_.size()), &size);
+        const int width = MeasureIn(canvas)(tipText_);
         SelectObject(canvas, before);
         ReleaseDC(control, canvas);
         RECT area{};
         GetClientRect(control, &area);
-        if (size.cx <= area.right) tipText_.clear();
-        tipText_ = PathForDisplay(tipText_, language_ == Language::Arabic);
+        if (width <= area.right) tipText_.clear();
     }
     info.lpszText = tipText_.data();
 }
 
 void Form::GiveFocus() {
-    if (focus_ == nullptr || IsWindowVisible(focus_) == 0 || IsWindowEnabled(focus_) == 0) {
-        const auto first = std::find_if(parts_.begin(), parts_.end(), [](const Part& part) {
-            return part.data->firstFocus && IsWindowVisible(part.window) != 0;
+    const auto takesFocus = [](HWND control) {
+        return control != nullptr && IsWindowEnabled(control) != 0 &&
+               (GetWindowLongW(control, GWL_STYLE) & WS_VISIBLE) != 0;
+    };
+    if (!takesFocus(focus_)) {
+        const auto first = std::find_if(parts_.begin(), parts_.end(), [&](const Part& part) {
+            return part.data->firstFocus && takesFocus(part.window);
         });
         focus_ =
             first == parts_.end() ? GetNextDlgTabItem(Handle(), nullptr, FALSE) : first->window;

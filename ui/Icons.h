@@ -28,8 +28,12 @@ using ImageList = UniqueHandle<ImageListTraits>;
 /// size, or the one next to it stretched. Empty when there is no such icon.
 [[nodiscard]] IconHandle LoadPicture(int id, int pixels) noexcept;
 
-/// An image list of these icons in this order. An icon that cannot be had leaves a gap, so that
-/// the others keep their positions.
-[[nodiscard]] ImageList MakeImageList(std::span<const int> ids, int pixels);
+/// A copy of an icon in grey and half transparent, for what cannot be chosen now. Empty when the
+/// system is out of what it takes.
+[[nodiscard]] IconHandle FadedPicture(HICON icon, int pixels);
+
+/// An image list of these icons in this order, each half-way down a picture that is `height` pixels
+/// high. An icon that cannot be had leaves a gap, so that the others keep their positions.
+[[nodiscard]] ImageList MakeImageList(std::span<const int> ids, int pixels, int height);
 
 }  // namespace vw

@@ -19,7 +19,7 @@ ListView::ListView(HWND control, const ControlData& data, Language language)
         std::wstring header(column.header.In(language));
         LVCOLUMNW info{};
         info.mask = LVCF_TEXT | LVCF_FMT | LVCF_WIDTH | LVCF_SUBITEM;
-        info.fmt = column.kind == ColumnKind::Number ? LVCFMT_RIGHT : LVCFMT_LEFT;
+        info.fmt = EndsAtFarSide(column.kind, language) ? LVCFMT_RIGHT : LVCFMT_LEFT;
         info.cx = column.width;
         info.iSubItem = position;
         info.pszText = header.data();
@@ -27,8 +27,10 @@ ListView::ListView(HWND control, const ControlData& data, Language language)
                      reinterpret_cast<LPARAM>(&info));
         ++position;
     }
+    // Some systems show the buffer of a mirrored list as in a looking-glass.
+    const LPARAM buffer = language == Language::Arabic ? 0 : LVS_EX_DOUBLEBUFFER;
     SendMessageW(control_, LVM_SETEXTENDEDLISTVIEWSTYLE, 0,
-                 LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_LABELTIP | LVS_EX_INFOTIP);
+                 LVS_EX_FULLROWSELECT | LVS_EX_LABELTIP | LVS_EX_INFOTIP | buffer);
     SetWindowSubclass(control_, Subclass, kSubclassId, reinterpret_cast<DWORD_PTR>(this));
 }
 

@@ -9,10 +9,8 @@
 #include <vector>
 
 #include "platform/WindowsHeader.h"
-// The common controls' declarations need those of the window system first.
-#include <commctrl.h>
-
 #include "ui/FormData.h"
+#include "ui/Icons.h"
 
 namespace vw {
 
@@ -29,8 +27,9 @@ enum class ViewStyle { LargeIcons, SmallIcons, List, Details };
 enum class ViewArrange { None, Left, Top };
 
 /// A list view with its rows. Rows count from 0, columns have keys. The texts are kept beside the
-/// control, so that what is read back is exactly what was put in; a path on the screen of an Arabic
-/// window carries marks that keep it reading from left to right.
+/// control, so that what is read back is exactly what was put in. In the Details view the rows are
+/// drawn here: paths read from left to right in every language and lose their middle, not their
+/// end.
 class ListView {
   public:
     using Value = std::int64_t;
@@ -113,8 +112,11 @@ class ListView {
 
     [[nodiscard]] Row* RowAt(int row) const noexcept;
     void Forget(Row* row) noexcept;
-    void FillDisplay(NMLVDISPINFOW& info);
-    std::optional<LRESULT> OnCustomDraw(NMLVCUSTOMDRAW& draw);
+    void Answer(NMLVDISPINFOW& info);
+    std::optional<LRESULT> OnCustomDraw(const NMLVCUSTOMDRAW& draw);
+    void PaintRow(HDC canvas, int row) const;
+    void PaintIcon(HDC canvas, const RECT& area, RowIcon icon) const;
+    [[nodiscard]] RECT CellArea(int row, int column) const;
     void PaintEmptyText(HDC canvas) const;
     void MarkSortColumn(int column, bool ascending);
     [[nodiscard]] int WidthOf(std::size_t column) const;
@@ -126,9 +128,8 @@ class ListView {
     const ControlData& data_;
     Language language_;
     std::vector<std::unique_ptr<Row>> rows_;
-    std::wstring displayed_;
+    std::wstring asked_;  ///< the text that the control asked for last
     int dpi_ = kDesignDpi;
-    bool painting_ = false;
     bool selecting_ = false;
 };
 

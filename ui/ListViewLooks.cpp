@@ -3,6 +3,7 @@
 
 #include "ui/DisplayText.h"
 #include "ui/ListView.h"
+#include "ui/Painting.h"
 #include "ui/PrivateMessages.h"
 
 // How a list view looks and what it tells its form.
@@ -11,7 +12,10 @@ namespace vw {
 
 namespace {
 
-constexpr int kCellPadding = 14;
+constexpr int kCellMargin = 6;
+constexpr int kTextAfterIcon = 4;
+constexpr int kIconAndGaps = 26;
+constexpr int kSortMark = 14;
 constexpr int kNarrowestColumn = 56;
 constexpr int kWidestColumn = 420;
 constexpr int kEmptyTextMargin = 24;
@@ -75,16 +79,17 @@ int ListView::WidthOf(std::size_t column) const {
         longest.insert(place, &text);
         if (longest.size() > kMeasured) longest.pop_back();
     }
-    const auto widthOf = [this](const std::wstring& text) {
-        return static_cast<int>(
-            SendMessageW(control_, LVM_GETSTRINGWIDTHW, 0, reinterpret_cast<LPARAM>(text.c_str())));
-    };
-    const std::wstring header(data_.columns[column].header.In(language_));
+    const HDC canvas = GetDC(control_);
+    const HGDIOBJ before =
+        SelectObject(canvas, reinterpret_cast<HGDIOBJ>(SendMessageW(control_, WM_GETFONT, 0, 0)));
+    const Measure widthOf = MeasureIn(canvas);
     // The mark of the direction takes some room beside the header's text.
-    int width = widthOf(header) + Scaled(kCellPadding, dpi_);
-    for (const std::wstring* text : longest) width = std::max(width, widthOf(*text));
-    width += Scaled(kCellPadding, dpi_);
-    if (column == 0) width += GetSystemMetrics(SM_CXSMICON) * dpi_ / kDesignDpi;
+    int width = widthOf(data_.columns[column].header.In(language_)) + Scaled(kSortMark, dpi_);
+    const int icon = column == 0 ? Scaled(kIconAndGaps, dpi_) : 0;
+    for (const std::wstring* text : longest) width = std::max(width, widthOf(*text) + icon);
+    SelectObject(canvas, before);
+    ReleaseDC(control_, canvas);
+    width += 2 * Scaled(kCellMargin, dpi_) + 1;
     return std::clamp(width, Scaled(kNarrowestColumn, dpi_), Scaled(kWidestColumn, dpi_));
 }
 
@@ -103,36 +108,91 @@ void ListView::MarkSortColumn(int column, bool ascending) {
 
 void ListView::ClearSortMark() { MarkSortColumn(-1, true); }
 
-// Asked while the list is being painted, the answer is for the eye; asked by anybody else, such as
-// a screen reader, it is the text itself.
-void ListView::FillDisplay(NMLVDISPINFOW& info) {
+void ListView::Answer(NMLVDISPINFOW& info) {
     const auto* row = reinterpret_cast<const Row*>(info.item.lParam);
     const auto column = static_cast<std::size_t>(info.item.iSubItem);
     if (row == nullptr || column >= row->cells.size()) return;
     if ((info.item.mask & LVIF_IMAGE) != 0) info.item.iImage = static_cast<int>(row->icon);
     if ((info.item.mask & LVIF_TEXT) == 0) return;
-    displayed_ = row->cells[column].text;
-    if (painting_) {
-        const bool rightToLeft = language_ == Language::Arabic;
-        displayed_ = data_.columns[column].kind == ColumnKind::Path
-                         ? PathForDisplay(displayed_, rightToLeft)
-                         : TextForDisplay(displayed_, rightToLeft);
-    }
-    info.item.pszText = displayed_.data();
+    asked_ = row->cells[column].text;
+    info.item.pszText = asked_.data();
 }
 
-std::optional<LRESULT> ListView::OnCustomDraw(NMLVCUSTOMDRAW& draw) {
+std::optional<LRESULT> ListView::OnCustomDraw(const NMLVCUSTOMDRAW& draw) {
     switch (draw.nmcd.dwDrawStage) {
         case CDDS_PREPAINT:
-            painting_ = true;
-            return CDRF_NOTIFYPOSTPAINT;
+            return CDRF_NOTIFYPOSTPAINT | CDRF_NOTIFYITEMDRAW;
+        case CDDS_ITEMPREPAINT:
+            if (Style() != ViewStyle::Details) return CDRF_DODEFAULT;
+            PaintRow(draw.nmcd.hdc, static_cast<int>(draw.nmcd.dwItemSpec));
+            return CDRF_SKIPDEFAULT;
         case CDDS_POSTPAINT:
-            painting_ = false;
             if (rows_.empty()) PaintEmptyText(draw.nmcd.hdc);
             return CDRF_DODEFAULT;
         default:
             return std::nullopt;
     }
+}
+
+void ListView::PaintRow(HDC canvas, int row) const {
+    const Row* content = RowAt(row);
+    if (content == nullptr) return;
+    const auto state = static_cast<UINT>(SendMessageW(
+        control_, LVM_GETITEMSTATE, static_cast<WPARAM>(row), LVIS_SELECTED | LVIS_FOCUSED));
+    const bool selected = (state & LVIS_SELECTED) != 0;
+    const bool focused = GetFocus() == control_;
+    const int background = !selected ? COLOR_WINDOW : focused ? COLOR_HIGHLIGHT : COLOR_BTNFACE;
+    const int text = !selected ? COLOR_WINDOWTEXT : focused ? COLOR_HIGHLIGHTTEXT : COLOR_BTNTEXT;
+
+    const int saved = SaveDC(canvas);
+    SelectObject(canvas, reinterpret_cast<HGDIOBJ>(SendMessageW(control_, WM_GETFONT, 0, 0)));
+    SetTextColor(canvas, GetSysColor(text));
+    RECT whole{};
+    whole.left = LVIR_BOUNDS;
+    SendMessageW(control_, LVM_GETITEMRECT, static_cast<WPARAM>(row),
+                 reinterpret_cast<LPARAM>(&whole));
+    Fill(canvas, whole, GetSysColor(background));
+    RECT icon{};
+    icon.left = LVIR_ICON;
+    SendMessageW(control_, LVM_GETITEMRECT, static_cast<WPARAM>(row),
+                 reinterpret_cast<LPARAM>(&icon));
+    PaintIcon(canvas, icon, content->icon);
+    for (std::size_t column = 0; column < content->cells.size(); ++column) {
+        PaintText(canvas, CellArea(row, static_cast<int>(column)), content->cells[column].text,
+                  {.rightToLeft = language_ == Language::Arabic,
+                   .side = EndsAtFarSide(data_.columns[column].kind, language_) ? TextSide::End
+                                                                                : TextSide::Start,
+                   .name = true,
+                   .oneLine = true,
+                   .shorten = true});
+    }
+    if ((state & LVIS_FOCUSED) != 0 && focused) DrawFocusRect(canvas, &whole);
+    RestoreDC(canvas, saved);
+}
+
+void ListView::PaintIcon(HDC canvas, const RECT& area, RowIcon icon) const {
+    const auto pictures =
+        reinterpret_cast<HIMAGELIST>(SendMessageW(control_, LVM_GETIMAGELIST, LVSIL_SMALL, 0));
+    int width = 0;
+    int height = 0;
+    if (ImageList_GetIconSize(pictures, &width, &height) == 0) return;
+    const Unmirrored upright(canvas);
+    const RECT place = upright.Turned({area.left, area.top, area.left + width, area.bottom});
+    const int top = static_cast<int>(place.top + place.bottom - height) / 2;
+    ImageList_Draw(pictures, static_cast<int>(icon), canvas, place.left, top, ILD_TRANSPARENT);
+}
+
+// Where the text of a cell stands: the column less the margins at both sides.
+RECT ListView::CellArea(int row, int column) const {
+    RECT area{};
+    area.left = LVIR_LABEL;
+    area.top = column;
+    SendMessageW(control_, LVM_GETSUBITEMRECT, static_cast<WPARAM>(row),
+                 reinterpret_cast<LPARAM>(&area));
+    area.left += Scaled(column == 0 ? kTextAfterIcon : kCellMargin, dpi_);
+    area.right -= Scaled(kCellMargin, dpi_);
+    area.right = std::max(area.left, area.right);
+    return area;
 }
 
 void ListView::PaintEmptyText(HDC canvas) const {
@@ -147,27 +207,23 @@ void ListView::PaintEmptyText(HDC canvas) const {
         area.top += headerArea.bottom;
     }
     InflateRect(&area, -Scaled(kEmptyTextMargin, dpi_), 0);
-    const HGDIOBJ font = reinterpret_cast<HGDIOBJ>(SendMessageW(control_, WM_GETFONT, 0, 0));
-    const HGDIOBJ fontBefore = SelectObject(canvas, font);
-    const COLORREF colourBefore = SetTextColor(canvas, GetSysColor(COLOR_GRAYTEXT));
-    const int modeBefore = SetBkMode(canvas, TRANSPARENT);
-    constexpr UINT kFormat = DT_CENTER | DT_WORDBREAK | DT_NOPREFIX;
-    RECT needed = area;
-    const auto length = static_cast<int>(text.size());
-    DrawTextW(canvas, text.data(), length, &needed, kFormat | DT_CALCRECT);
+    const int saved = SaveDC(canvas);
+    SelectObject(canvas, reinterpret_cast<HGDIOBJ>(SendMessageW(control_, WM_GETFONT, 0, 0)));
+    SetTextColor(canvas, GetSysColor(COLOR_GRAYTEXT));
+    const int room = static_cast<int>(area.right - area.left);
+    const auto lines = static_cast<int>(Wrapped(text, room, MeasureIn(canvas)).size());
     // A third of the way down looks more like the middle than the middle does.
-    const LONG height = needed.bottom - needed.top;
-    area.top += std::max(0L, (area.bottom - area.top - height) / 3);
-    DrawTextW(canvas, text.data(), length, &area, kFormat);
-    SetBkMode(canvas, modeBefore);
-    SetTextColor(canvas, colourBefore);
-    SelectObject(canvas, fontBefore);
+    const LONG free = area.bottom - area.top - lines * LineHeight(canvas);
+    area.top += std::max(0L, free / 3);
+    PaintText(canvas, area, text,
+              {.rightToLeft = language_ == Language::Arabic, .side = TextSide::Centre});
+    RestoreDC(canvas, saved);
 }
 
 std::optional<LRESULT> ListView::OnNotify(NMHDR& header) {
     switch (header.code) {
         case LVN_GETDISPINFOW:
-            FillDisplay(reinterpret_cast<NMLVDISPINFOW&>(header));
+            Answer(reinterpret_cast<NMLVDISPINFOW&>(header));
             return 0;
         case LVN_DELETEALLITEMS:
             // One word for all of them is enough.
@@ -178,7 +234,7 @@ std::optional<LRESULT> ListView::OnNotify(NMHDR& header) {
             if (rows_.empty()) InvalidateRect(control_, nullptr, TRUE);
             return 0;
         case NM_CUSTOMDRAW:
-            return OnCustomDraw(reinterpret_cast<NMLVCUSTOMDRAW&>(header));
+            return OnCustomDraw(reinterpret_cast<const NMLVCUSTOMDRAW&>(header));
         default:
             return std::nullopt;
     }

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "platform/RuntimeError.h"
+#include "ui/Painting.h"
 
 namespace vw {
 
@@ -12,22 +13,45 @@ namespace {
 
 constexpr int kIconSize = 20;
 constexpr int kButtonHeight = 32;
-constexpr int kButtonPadding = 8;
+constexpr int kPadding = 6;
 constexpr int kTextGap = 6;
-constexpr int kAccentRounding = 6;
+constexpr int kTextMargin = 4;
+constexpr int kRounding = 6;
 
-bool HighContrast() noexcept {
-    HIGHCONTRASTW setting{};
-    setting.cbSize = sizeof setting;
-    SystemParametersInfoW(SPI_GETHIGHCONTRAST, sizeof setting, &setting, 0);
-    return (setting.dwFlags & HCF_HIGHCONTRASTON) != 0;
+bool Has(const NMTBCUSTOMDRAW& draw, UINT state) noexcept {
+    return (draw.nmcd.uItemState & state) != 0;
 }
 
-// A colour between two others; `share` hundredths of the second.
-COLORREF Mixed(COLORREF first, COLORREF second, int share) noexcept {
-    const auto mix = [share](int a, int b) { return static_cast<BYTE>(a + (b - a) * share / 100); };
-    return RGB(mix(GetRValue(first), GetRValue(second)), mix(GetGValue(first), GetGValue(second)),
-               mix(GetBValue(first), GetBValue(second)));
+// The colour behind a button, or none.
+std::optional<COLORREF> BackgroundOf(const NMTBCUSTOMDRAW& draw, bool accented) {
+    const bool pressed = Has(draw, CDIS_SELECTED);
+    const bool hot = Has(draw, CDIS_HOT);
+    const COLORREF highlight = GetSysColor(COLOR_HIGHLIGHT);
+    if (accented) {
+        if (pressed) return MixedColour(highlight, RGB(0, 0, 0), 18);
+        if (hot) return MixedColour(highlight, RGB(255, 255, 255), 14);
+        return highlight;
+    }
+    const COLORREF face = GetSysColor(COLOR_BTNFACE);
+    if (pressed) return MixedColour(face, highlight, 38);
+    if (hot) return MixedColour(face, highlight, 16);
+    if (Has(draw, CDIS_CHECKED)) return MixedColour(face, highlight, 24);
+    return std::nullopt;
+}
+
+void PaintBackground(HDC canvas, const RECT& area, COLORREF fill, COLORREF edge, int dpi) {
+    SelectObject(canvas, GetStockObject(DC_BRUSH));
+    SelectObject(canvas, GetStockObject(DC_PEN));
+    SetDCBrushColor(canvas, fill);
+    SetDCPenColor(canvas, edge);
+    const int rounding = Scaled(kRounding, dpi);
+    RoundRect(canvas, area.left, area.top, area.right, area.bottom, rounding, rounding);
+}
+
+void PaintIcon(HDC canvas, int left, int top, int pixels, HICON icon) {
+    const Unmirrored upright(canvas);
+    const RECT place = upright.Turned({left, top, left + pixels, top + pixels});
+    DrawIconEx(canvas, place.left, place.top, icon, pixels, pixels, 0, nullptr, DI_NORMAL);
 }
 
 }  // namespace
@@ -44,7 +68,6 @@ void ToolBar::AddButtons() {
     std::vector<TBBUTTON> buttons;
     std::vector<std::wstring> texts;
     texts.reserve(data_.buttons.size());
-    int picture = 0;
     for (const ToolButtonData& data : data_.buttons) {
         if (data.beginsGroup) {
             TBBUTTON line{};
@@ -54,10 +77,10 @@ void ToolBar::AddButtons() {
         }
         texts.emplace_back(data.text.In(language_));
         TBBUTTON button{};
-        button.iBitmap = picture++;
+        button.iBitmap = 0;
         button.idCommand = data.id;
         button.fsState = TBSTATE_ENABLED;
-        button.fsStyle = BTNS_BUTTON | BTNS_AUTOSIZE;
+        button.fsStyle = BTNS_BUTTON;
         if (data.showText) button.fsStyle |= BTNS_SHOWTEXT;
         button.iString = reinterpret_cast<INT_PTR>(texts.back().c_str());
         buttons.push_back(button);
@@ -68,42 +91,51 @@ void ToolBar::AddButtons() {
 
 void ToolBar::SetPictures(int dpi, HFONT font, HFONT boldFont) {
     dpi_ = dpi;
+    font_ = font;
     boldFont_ = boldFont;
     const int pixels = Scaled(kIconSize, dpi);
-    std::vector<int> icons;
+    icons_.clear();
     for (const ToolButtonData& button : data_.buttons) {
         const bool turned = language_ == Language::Arabic && button.arabicIcon != 0;
-        icons.push_back(turned ? button.arabicIcon : button.icon);
-        if (button.accentIcon != 0) accentIcon_ = LoadPicture(button.accentIcon, pixels);
+        Pictures pictures;
+        pictures.normal = LoadPicture(turned ? button.arabicIcon : button.icon, pixels);
+        pictures.faded = FadedPicture(pictures.normal.Get(), pixels);
+        if (button.accentIcon != 0) pictures.accented = LoadPicture(button.accentIcon, pixels);
+        icons_.push_back(std::move(pictures));
     }
-    ImageList pictures = MakeImageList(icons, pixels);
-    SendMessageW(control_, TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(pictures.Get()));
-    pictures_ = std::move(pictures);
+    ImageList room(ImageList_Create(pixels, pixels, ILC_COLOR32, 1, 1));
+    SendMessageW(control_, TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(room.Get()));
+    room_ = std::move(room);
     SendMessageW(control_, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
-    const int padding = Scaled(kButtonPadding, dpi);
-    SendMessageW(control_, TB_SETPADDING, 0, MAKELPARAM(padding, padding));
+    const int padding = Scaled(kPadding, dpi);
+    SendMessageW(control_, TB_SETPADDING, 0, MAKELPARAM(2 * padding, 2 * padding));
     SendMessageW(control_, TB_SETBUTTONSIZE, 0,
-                 MAKELPARAM(pixels + padding, Scaled(kButtonHeight, dpi)));
+                 MAKELPARAM(pixels + 2 * padding, Scaled(kButtonHeight, dpi)));
     SendMessageW(control_, TB_AUTOSIZE, 0, 0);
+    SetWidths();
+    InvalidateRect(control_, nullptr, TRUE);
+}
 
-    // The accented button is as wide as its bold text wants, which the control does not know of.
-    for (const ToolButtonData& data : data_.buttons) {
-        if (data.accentIcon == 0) continue;
-        const HDC canvas = GetDC(control_);
-        const HGDIOBJ before = SelectObject(canvas, boldFont);
-        const std::wstring_view text = data.text.In(language_);
-        SIZE size{};
-        GetTextExtentPoint32W(canvas, text.data(), static_cast<int>(text.size()), &size);
-        SelectObject(canvas, before);
-        ReleaseDC(control_, canvas);
+// Buttons are as wide as what they show, with the same margin on both sides.
+void ToolBar::SetWidths() {
+    const HDC canvas = GetDC(control_);
+    const HGDIOBJ before = GetCurrentObject(canvas, OBJ_FONT);
+    for (const ToolButtonData& button : data_.buttons) {
+        int width = Scaled(kIconSize, dpi_) + 2 * Scaled(kPadding, dpi_);
+        if (button.showText) {
+            SelectObject(canvas, button.accentIcon != 0 ? boldFont_ : font_);
+            width += Scaled(kTextGap, dpi_) + MeasureIn(canvas)(button.text.In(language_)) +
+                     Scaled(kTextMargin, dpi_);
+        }
         TBBUTTONINFOW info{};
         info.cbSize = sizeof info;
         info.dwMask = TBIF_SIZE;
-        info.cx = static_cast<WORD>(pixels + size.cx + Scaled(kTextGap, dpi) + 2 * padding +
-                                    Scaled(kTextGap, dpi));
-        SendMessageW(control_, TB_SETBUTTONINFOW, static_cast<WPARAM>(data.id),
+        info.cx = static_cast<WORD>(width);
+        SendMessageW(control_, TB_SETBUTTONINFOW, static_cast<WPARAM>(button.id),
                      reinterpret_cast<LPARAM>(&info));
     }
+    SelectObject(canvas, before);
+    ReleaseDC(control_, canvas);
 }
 
 const ToolButtonData* ToolBar::Find(int id) const noexcept {
@@ -165,47 +197,46 @@ std::optional<LRESULT> ToolBar::OnCustomDraw(const NMTBCUSTOMDRAW& draw) const {
     if (draw.nmcd.dwDrawStage == CDDS_PREPAINT) return CDRF_NOTIFYITEMDRAW;
     if (draw.nmcd.dwDrawStage != CDDS_ITEMPREPAINT) return std::nullopt;
     const ToolButtonData* button = Find(static_cast<int>(draw.nmcd.dwItemSpec));
-    const bool disabled = (draw.nmcd.uItemState & CDIS_DISABLED) != 0;
-    if (button == nullptr || button->accentIcon == 0 || disabled || HighContrast()) {
-        return CDRF_DODEFAULT;
-    }
-    PaintAccented(draw, *button);
+    // Lines between groups draw themselves.
+    if (button == nullptr || icons_.empty()) return CDRF_DODEFAULT;
+    PaintButton(draw, static_cast<std::size_t>(button - data_.buttons.data()));
     return CDRF_SKIPDEFAULT;
 }
 
-void ToolBar::PaintAccented(const NMTBCUSTOMDRAW& draw, const ToolButtonData& button) const {
+void ToolBar::PaintButton(const NMTBCUSTOMDRAW& draw, std::size_t position) const {
+    const ToolButtonData& button = data_.buttons[position];
+    const Pictures& pictures = icons_[position];
+    const bool disabled = Has(draw, CDIS_DISABLED);
+    const bool accented = pictures.accented && !disabled && !HighContrast();
     const HDC canvas = draw.nmcd.hdc;
-    RECT area = draw.nmcd.rc;
-    const bool pressed = (draw.nmcd.uItemState & CDIS_SELECTED) != 0;
-    const bool hot = (draw.nmcd.uItemState & CDIS_HOT) != 0;
-    const COLORREF plain = GetSysColor(COLOR_HIGHLIGHT);
-    const COLORREF fill = pressed ? Mixed(plain, RGB(0, 0, 0), 18)
-                          : hot   ? Mixed(plain, RGB(255, 255, 255), 14)
-                                  : plain;
+    const RECT area = draw.nmcd.rc;
     const int saved = SaveDC(canvas);
-    SelectObject(canvas, GetStockObject(DC_BRUSH));
-    SelectObject(canvas, GetStockObject(DC_PEN));
-    SetDCBrushColor(canvas, fill);
-    SetDCPenColor(canvas, fill);
-    const int inset = Scaled(1, dpi_);
-    const int rounding = Scaled(kAccentRounding, dpi_);
-    RoundRect(canvas, area.left + inset, area.top + inset, area.right - inset, area.bottom - inset,
-              rounding, rounding);
+    const auto background = disabled ? std::nullopt : BackgroundOf(draw, accented);
+    if (background) {
+        const bool checked = Has(draw, CDIS_CHECKED) && !accented;
+        const COLORREF edge = checked ? GetSysColor(COLOR_HIGHLIGHT) : *background;
+        PaintBackground(canvas, area, *background, edge, dpi_);
+    }
 
     const int pixels = Scaled(kIconSize, dpi_);
-    const int iconLeft = area.left + Scaled(kButtonPadding, dpi_);
-    const int iconTop = (area.top + area.bottom - pixels) / 2;
-    if (accentIcon_) {
-        DrawIconEx(canvas, iconLeft, iconTop, accentIcon_.Get(), pixels, pixels, 0, nullptr,
-                   DI_NORMAL | DI_NOMIRROR);
+    const int left = static_cast<int>(area.left) + Scaled(kPadding, dpi_);
+    const int top = static_cast<int>(area.top + area.bottom - pixels) / 2;
+    const IconHandle& icon = disabled   ? pictures.faded
+                             : accented ? pictures.accented
+                                        : pictures.normal;
+    // The pictures for windows from right to left are drawn that way already.
+    if (icon) PaintIcon(canvas, left, top, pixels, icon.Get());
+
+    if (button.showText) {
+        SelectObject(canvas, button.accentIcon != 0 ? boldFont_ : font_);
+        SetTextColor(canvas, GetSysColor(disabled   ? COLOR_GRAYTEXT
+                                         : accented ? COLOR_HIGHLIGHTTEXT
+                                                    : COLOR_BTNTEXT));
+        RECT place = area;
+        place.left = left + pixels + Scaled(kTextGap, dpi_);
+        PaintText(canvas, place, button.text.In(language_),
+                  {.rightToLeft = language_ == Language::Arabic, .oneLine = true});
     }
-    SelectObject(canvas, boldFont_);
-    SetTextColor(canvas, GetSysColor(COLOR_HIGHLIGHTTEXT));
-    SetBkMode(canvas, TRANSPARENT);
-    area.left = iconLeft + pixels + Scaled(kTextGap, dpi_);
-    const std::wstring_view text = button.text.In(language_);
-    DrawTextW(canvas, text.data(), static_cast<int>(text.size()), &area,
-              DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX);
     RestoreDC(canvas, saved);
 }
 

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string_view>
+#include <vector>
 
 #include "platform/WindowsHeader.h"
 // The common controls' declarations need those of the window system first.
@@ -12,8 +14,9 @@
 
 namespace vw {
 
-/// A toolbar made of its data. One of its buttons may be accented: it is drawn in the colours of
-/// what is selected, except where the user chose a high contrast.
+/// A toolbar made of its data. It draws its buttons itself, so that they look and stand alike in
+/// both directions of writing. One of them may be accented: it has the colours of what is selected,
+/// except where the user chose a high contrast.
 class ToolBar {
   public:
     ToolBar(HWND control, const ControlData& data, Language language);
@@ -40,14 +43,23 @@ class ToolBar {
   private:
     [[nodiscard]] WPARAM IdOf(std::wstring_view key) const;
     void AddButtons();
+    void SetWidths();
     std::optional<LRESULT> OnCustomDraw(const NMTBCUSTOMDRAW& draw) const;
-    void PaintAccented(const NMTBCUSTOMDRAW& draw, const ToolButtonData& button) const;
+    void PaintButton(const NMTBCUSTOMDRAW& draw, std::size_t position) const;
+
+    /// The pictures of one button.
+    struct Pictures {
+        IconHandle normal;
+        IconHandle faded;
+        IconHandle accented;
+    };
 
     HWND control_;
     const ControlData& data_;
     Language language_;
-    ImageList pictures_;
-    IconHandle accentIcon_;
+    ImageList room_;  ///< empty pictures that give the buttons their size
+    std::vector<Pictures> icons_;
+    HFONT font_ = nullptr;
     HFONT boldFont_ = nullptr;
     int dpi_ = kDesignDpi;
 };

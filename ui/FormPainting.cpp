@@ -1,0 +1,88 @@
+#include "ui/ControlFactory.h"
+#include "ui/Form.h"
+#include "ui/Painting.h"
+
+// What a form draws itself: labels and the entries of drop-down boxes. Their texts stay in the
+// controls, unchanged, for whoever reads them.
+
+namespace vw {
+
+namespace {
+
+constexpr int kChoiceMargin = 4;
+
+HFONT FontOf(HWND control) noexcept {
+    return reinterpret_cast<HFONT>(SendMessageW(control, WM_GETFONT, 0, 0));
+}
+
+}  // namespace
+
+// Only the report is left to colour itself: it looks like a field, though nobody writes in it.
+std::optional<LRESULT> Form::OnColour(HDC canvas, HWND control) {
+    const Part* part = FindByWindow(control);
+    if (part == nullptr || part->data->kind != ControlKind::Report) return std::nullopt;
+    SetTextColor(canvas, GetSysColor(COLOR_WINDOWTEXT));
+    SetBkColor(canvas, GetSysColor(COLOR_WINDOW));
+    return reinterpret_cast<LRESULT>(GetSysColorBrush(COLOR_WINDOW));
+}
+
+void Form::OnDrawItem(const DRAWITEMSTRUCT& draw) {
+    const Part* part = FindByWindow(draw.hwndItem);
+    if (part == nullptr) return;
+    const int saved = SaveDC(draw.hDC);
+    SelectObject(draw.hDC, FontOf(draw.hwndItem));
+    if (IsLabel(part->data->kind)) {
+        DrawLabel(*part, draw.hDC, draw.rcItem);
+    } else {
+        DrawChoice(draw);
+    }
+    RestoreDC(draw.hDC, saved);
+}
+
+void Form::DrawLabel(const Part& part, HDC canvas, const RECT& area) const {
+    const ControlData& data = *part.data;
+    RECT inside = area;
+    if (data.framed) {
+        Fill(canvas, area, GetSysColor(COLOR_BTNSHADOW));
+        InflateRect(&inside, -1, -1);
+        Fill(canvas, inside, GetSysColor(COLOR_WINDOW));
+        SetTextColor(canvas, GetSysColor(COLOR_WINDOWTEXT));
+    } else if (data.accent) {
+        Fill(canvas, area, GetSysColor(COLOR_HIGHLIGHT));
+        SetTextColor(canvas, GetSysColor(COLOR_HIGHLIGHTTEXT));
+    } else {
+        Fill(canvas, area, GetSysColor(COLOR_BTNFACE));
+        const bool enabled = IsWindowEnabled(part.window) != 0;
+        SetTextColor(canvas, GetSysColor(enabled ? COLOR_BTNTEXT : COLOR_GRAYTEXT));
+    }
+    PaintText(canvas, inside, Text(data.name),
+              {.rightToLeft = language_ == Language::Arabic,
+               .side = data.centred ? TextSide::Centre : TextSide::Start,
+               .oneLine = data.oneLine || data.path,
+               .shorten = data.path});
+}
+
+void Form::DrawChoice(const DRAWITEMSTRUCT& draw) const {
+    // A mirrored box may have clipped its other side.
+    SelectClipRgn(draw.hDC, nullptr);
+    const bool selected = (draw.itemState & ODS_SELECTED) != 0;
+    const bool disabled = (draw.itemState & ODS_DISABLED) != 0;
+    Fill(draw.hDC, draw.rcItem, GetSysColor(selected ? COLOR_HIGHLIGHT : COLOR_WINDOW));
+    SetTextColor(draw.hDC, GetSysColor(disabled   ? COLOR_GRAYTEXT
+                                       : selected ? COLOR_HIGHLIGHTTEXT
+                                                  : COLOR_WINDOWTEXT));
+    if (draw.itemID == static_cast<UINT>(-1)) return;
+    const auto length = SendMessageW(draw.hwndItem, CB_GETLBTEXTLEN, draw.itemID, 0);
+    if (length == CB_ERR) return;
+    std::wstring text(static_cast<std::size_t>(length), L'\0');
+    SendMessageW(draw.hwndItem, CB_GETLBTEXT, draw.itemID, reinterpret_cast<LPARAM>(text.data()));
+    RECT area = draw.rcItem;
+    InflateRect(&area, -Scaled(kChoiceMargin, dpi_), 0);
+    PaintText(draw.hDC, area, text,
+              {.rightToLeft = language_ == Language::Arabic, .name = true, .oneLine = true});
+    if ((draw.itemState & ODS_FOCUS) != 0 && (draw.itemState & ODS_NOFOCUSRECT) == 0) {
+        DrawFocusRect(draw.hDC, &draw.rcItem);
+    }
+}
+
+}  // namespace vw

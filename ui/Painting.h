@@ -1,0 +1,58 @@
+#pragma once
+
+#include <string_view>
+
+#include "platform/WindowsHeader.h"
+#include "ui/DisplayText.h"
+
+namespace vw {
+
+/// Where a text stands in its space.
+enum class TextSide { Start, Centre, End };
+
+/// How a text is drawn.
+struct TextLook {
+    bool rightToLeft = false;  ///< direction of the window: at which side a text starts
+    TextSide side = TextSide::Start;
+    bool name = false;     ///< not a sentence but a name, date or size
+    bool oneLine = false;  ///< half-way down; otherwise words wrap, from the top
+    bool shorten = false;  ///< of one line: "…" for what has no room
+};
+
+/// Draws a text with the font and colours of the canvas. A path reads from left to right,
+/// everything else in the direction of its own letters, whatever the direction of the window.
+void PaintText(HDC canvas, const RECT& area, std::wstring_view text, const TextLook& look);
+
+/// Measures in the font of a canvas.
+[[nodiscard]] Measure MeasureIn(HDC canvas);
+
+/// How high one line of the canvas's font is.
+[[nodiscard]] int LineHeight(HDC canvas);
+
+/// Fills with one colour.
+void Fill(HDC canvas, const RECT& area, COLORREF colour) noexcept;
+
+/// A colour between two others; `share` hundredths of the second.
+[[nodiscard]] COLORREF MixedColour(COLORREF first, COLORREF second, int share) noexcept;
+
+/// Whether the user chose a high contrast: then only the system's own colours are used.
+[[nodiscard]] bool HighContrast() noexcept;
+
+/// A canvas that counts from the left for a while, also in a mirrored window: what is drawn in this
+/// time comes out the way round that it was drawn, on every system.
+class Unmirrored {
+  public:
+    explicit Unmirrored(HDC canvas) noexcept;
+    ~Unmirrored();
+    Unmirrored(const Unmirrored&) = delete;
+    Unmirrored& operator=(const Unmirrored&) = delete;
+
+    /// A rectangle of the mirrored canvas, counted from the left.
+    [[nodiscard]] RECT Turned(const RECT& area) const noexcept;
+
+  private:
+    HDC canvas_;
+    DWORD layout_;
+};
+
+}  // namespace vw
