@@ -1,0 +1,232 @@
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "platform/RuntimeError.h"
+#include "platform/Utf8.h"
+#include "tests/engine/EngineWorld.h"
+
+// How a run reads the current list.
+
+namespace vw::test {
+namespace {
+
+// A world with the files a.txt, b.txt, "c,d.txt" and a second destination.
+void MakeFiles(const EngineWorld& world) {
+    for (const wchar_t* name : {L"a.txt", L"b.txt", L"c,d.txt"}) {
+        world.tree.File(name, "x", Day(1));
+    }
+}
+
+const Lines kBoth = BackedUp(L"~\\a.txt") + BackedUp(L"~\\b.txt");
+
+TEST(ListReading, MakesAMissingListEmpty) {
+    EngineWorld world;
+    world.ExpectRun({});
+    EXPECT_EQ(ReadBytes(world.state.currentListPath), "");
+}
+
+TEST(ListReading, TakesFieldsByCommaLineAndQuote) {
+    struct Row {
+        const wchar_t* text;
+        Lines shown;
+    };
+    const Row rows[] = {
+        {L"~\\a.txt\r\n~\\b.txt\r\n", kBoth},
+        {L"~\\a.txt\n~\\b.txt\n", kBoth},
+        {L"~\\a.txt\r~\\b.txt\r", kBoth},
+        {L"~\\a.txt\r\n~\\b.txt", kBoth},
+        {L"~\\a.txt,~\\b.txt\r\n", kBoth},
+        {L",,\r\n\r\n ,~\\a.txt,\t\r\n\n,~\\b.txt,,", kBoth},
+        {L"  \t~\\a.txt\r\n\t~\\b.txt\r\n", kBoth},
+        {L"\"~\\a.txt\"\r\n\"~\\b.txt\"", kBoth},
+        {L"\"~\\a.txt\" dropped,~\\b.txt", kBoth},
+        {L"\"~\\c,d.txt\"\r\n", BackedUp(L"~\\c,d.txt")},
+        {L"~\\a.txt\r\n\x1A~\\b.txt\r\n", BackedUp(L"~\\a.txt")},
+    };
+    for (const Row& row : rows) {
+        EngineWorld world;
+        MakeFiles(world);
+        world.ListText(row.text);
+        SCOPED_TRACE(ToUtf8(row.text));
+        world.ExpectRun(row.shown);
+    }
+}
+
+TEST(ListReading, LosesAnUnquotedItemWithAComma) {
+    EngineWorld world;
+    MakeFiles(world);
+    world.ListText(L"~\\c,d.txt\r\n");
+    world.ExpectRun(Missing(L"~\\c") + NoChange(L"~\\c") + Missing(L"d.txt") + NoChange(L"d.txt"));
+}
+
+TEST(ListReading, KeepsBlanksAtTheEndOfAnItem) {
+    EngineWorld world;
+    MakeFiles(world);
+    world.ListText(L"~\\none.txt  \r\n");
+    world.ExpectRun(Missing(L"~\\none.txt  ") + NoChange(L"~\\none.txt  "));
+}
+
+TEST(ListReading, KnowsTheKeysInAnyLetterCaseAnywhere) {
+    EngineWorld world;
+    MakeFiles(world);
+    const std::wstring second = world.tree.Folder(L"Second");
+    world.ListText(
+        L"~\\a.txt\r\nBACKUPTO: ~\\Second\r\nbackages: 7\r\n~\\b.txt\r\nBackages: 9\r\n");
+    world.ExpectRun(kBoth);
+    EXPECT_EQ(world.state.BackupTo, second);
+    EXPECT_EQ(world.state.copiesCount, 9);
+    EXPECT_TRUE(Exists(second + L"\\b«0001».txt"));
+}
+
+TEST(ListReading, KeepsCountAndDestinationWithoutKeyLines) {
+    EngineWorld world;
+    MakeFiles(world);
+    world.state.copiesCount = 17;
+    world.ListText(L"~\\a.txt\r\n");
+    world.ExpectRun(BackedUp(L"~\\a.txt"));
+    EXPECT_EQ(world.state.copiesCount, 17);
+    EXPECT_EQ(world.state.BackupTo, world.Store());
+}
+
+TEST(ListReading, KeepsTheCountWhenItsLineIsNoNumber) {
+    for (const wchar_t* line : {L"Backages: many", L"Backages: ", L"Backages:", L"Backages:5",
+                                L"Backages: 40000", L"Backages: -40000", L"Backages: 5x",
+                                L"Backages: 1e9", L"Backages: \x0665\x0665\x0665x"}) {
+        EngineWorld world;
+        world.state.copiesCount = 7;
+        world.ListText(line);
+        SCOPED_TRACE(ToUtf8(line));
+        world.ExpectRun({});
+        EXPECT_EQ(world.state.copiesCount, 7);
+    }
+}
+
+TEST(ListReading, TakesTheCountAsTheSystemReadsNumbers) {
+    struct Row {
+        const wchar_t* line;
+        int count;
+    };
+    for (const Row& row :
+         {Row{L"Backages: 5", 5}, Row{L"Backages:  12 ", 12}, Row{L"Backages: 0", 0},
+          Row{L"Backages: -3", -3}, Row{L"Backages: 007", 7}, Row{L"Backages: 2.5", 2},
+          Row{L"Backages: 3.5", 4}, Row{L"Backages:x5", 5}, Row{L"Backages: 32767", 32767}}) {
+        EngineWorld world;
+        world.ListText(row.line);
+        SCOPED_TRACE(ToUtf8(row.line));
+        world.ExpectRun({});
+        EXPECT_EQ(world.state.copiesCount, row.count);
+    }
+}
+
+TEST(ListReading, TakesTheDestinationOfABareDriveAsItStands) {
+    EngineWorld world;
+    world.ListText(L"BackupTo: Q:\r\n");
+    world.world.boxes.Expect(L"\r\nQ:");
+    EXPECT_TRUE(world.Run().ended);
+    EXPECT_EQ(world.state.BackupTo, L"Q:");
+}
+
+TEST(ListReading, DropsTheCharacterBehindTheColonWhateverItIs) {
+    EngineWorld world;
+    MakeFiles(world);
+    world.ListText(L"BackupTo:x~\\Store\r\n~\\a.txt\r\n");
+    world.ExpectRun(BackedUp(L"~\\a.txt"));
+    world.ListText(L"BackupTo:C:\\Backup\r\n");
+    world.world.boxes.Expect(L"\r\n:\\Backup");
+    EXPECT_TRUE(world.Run().ended);
+    world.ListText(L"BackupTo:");
+    world.world.boxes.Expect({});
+    EXPECT_TRUE(world.Run().ended);
+    EXPECT_EQ(world.state.BackupTo, L"");
+}
+
+TEST(ListReading, TakesALineThatEndsInAStarForARule) {
+    EngineWorld world;
+    world.tree.File(L"Work\\a.txt", "x", Day(1));
+    world.tree.File(L"Work\\Sub\\b.txt", "x", Day(1));
+    world.ListText(L"~\\Work\\*\r\n");
+    world.ExpectRun(BackedUp(L"~\\Work", {L"~\\Work\\a.txt"}));
+    // Without a separator before the star it is a rule all the same, for a folder that no disk has.
+    world.ListText(L"~\\Work*\r\n");
+    const RunResult result = world.Run();
+    EXPECT_EQ(
+        Joined(result.lines),
+        Joined(Missing(L"~\\Work*") + Lines{L"! 52 BackupPath ~\\Store\\Work*«0001»"} + kDone));
+    EXPECT_EQ(result.exitCode, error_number::kPathNotFound);
+}
+
+TEST(ListReading, BacksUpAnItemThatIsNamedTwiceOnce) {
+    EngineWorld world;
+    MakeFiles(world);
+    world.ListText(L"~\\a.txt\r\n~\\A.TXT\r\n");
+    world.ExpectRun(BackedUp(L"~\\a.txt") + NoChange(L"~\\A.TXT"));
+}
+
+TEST(ListReading, ReadsTheCodePage) {
+    EngineWorld world;
+    world.tree.File(L"ملف.txt", "x", Day(1));
+    world.List({L"ملف.txt"});
+    world.ExpectRun(BackedUp(L"~\\ملف.txt"));
+}
+
+TEST(ListReading, ReadsUtf8BehindItsMark) {
+    EngineWorld world;
+    world.tree.File(L"日本 ملف.txt", "x", Day(1));
+    world.tree.File(L"App\\List.vwl",
+                    "\xEF\xBB\xBF" + ToUtf8(L"BackupTo: " + world.Store() + L"\r\n" +
+                                            world.Path(L"日本 ملف.txt") + L"\r\n"));
+    world.ExpectRun(BackedUp(L"~\\日本 ملف.txt"));
+}
+
+TEST(ListReading, DoesNotKeepTheListOpen) {
+    EngineWorld world;
+    MakeFiles(world);
+    world.List({L"a.txt", L"b.txt"});
+    // The user edits the list while the run works: the run goes on with what it read.
+    bool replaced = false;
+    world.world.files.OnOperation([&](const FileOperation& operation) {
+        if (operation.call != FileCall::Copy || replaced) return;
+        replaced = true;
+        world.tree.Remove(L"App\\List.vwl");
+        world.List({});
+    });
+    world.ExpectRun(kBoth);
+    EXPECT_TRUE(replaced);
+}
+
+TEST(ListReading, SurvivesAMegabyteInOneLine) {
+    EngineWorld world;
+    MakeFiles(world);
+    world.ListText(L"C:\\" + std::wstring(1'000'000, L'x') + L"\r\n~\\a.txt\r\n");
+    const RunResult result = world.Run();
+    EXPECT_TRUE(Exists(world.Store(L"a«0001».txt")));
+    EXPECT_NE(result.exitCode, 0);
+}
+
+TEST(ListReading, SurvivesZeroBytesAndGarbage) {
+    EngineWorld world;
+    MakeFiles(world);
+    const std::string path = world.world.ansi.Encode(world.Path(L"a.txt"));
+    std::string garbage = std::string("\0\0\r\nx\0y\r\n\xFF\xFE\x81\r\n|<>?*:\r\nNUL\r\n", 29);
+    world.tree.File(L"App\\List.vwl", garbage + "\r\n" + path + "\r\n");
+    world.Run();
+    EXPECT_TRUE(Exists(world.Store(L"a«0001».txt")));
+    EXPECT_EQ(ReadBytes(world.Path(L"a.txt")), "x");
+}
+
+TEST(ListReading, SurvivesAnyBytes) {
+    std::mt19937 random(20050305);
+    for (int round = 0; round < 50; ++round) {
+        EngineWorld world;
+        std::string bytes;
+        for (int i = 0; i < 400; ++i) bytes += static_cast<char>(random());
+        world.tree.File(L"App\\List.vwl", bytes);
+        const Tree before = ReadTree(world.Path());
+        world.Run();
+        EXPECT_EQ(ReadTree(world.Path()), before) << round;
+    }
+}
+
+}  // namespace
+}  // namespace vw::test

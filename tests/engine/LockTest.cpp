@@ -1,0 +1,323 @@
+#include <gtest/gtest.h>
+
+#include <condition_variable>
+#include <memory>
+#include <mutex>
+#include <thread>
+
+#include "platform/NamedLock.h"
+#include "platform/RuntimeError.h"
+#include "platform/WindowsHeader.h"
+#include "tests/engine/EngineWorld.h"
+#include "tests/engine/LeftOvers.h"
+
+namespace vw::test {
+namespace {
+
+constexpr std::uint64_t kMinute = 60'000;
+
+/// Another run that holds a destination, in a thread of its own as locks belong to threads.
+class OtherRun {
+  public:
+    explicit OtherRun(const std::wstring& folder) : thread_([this, folder] { Hold(folder); }) {
+        std::unique_lock guard(mutex_);
+        changed_.wait(guard, [this] { return holding_ || failed_; });
+        EXPECT_FALSE(failed_) << "the lock was not free";
+    }
+    OtherRun(const OtherRun&) = delete;
+    OtherRun& operator=(const OtherRun&) = delete;
+    ~OtherRun() { End(); }
+
+    /// The other run ends in order.
+    void End() { Leave(false); }
+    /// The other run dies without giving the lock back.
+    void Die() { Leave(true); }
+
+  private:
+    void Hold(const std::wstring& folder) {
+        auto lock = std::make_unique<NamedLock>(L"destination", folder);
+        std::unique_lock guard(mutex_);
+        holding_ = lock->TryTake();
+        failed_ = !holding_;
+        changed_.notify_all();
+        changed_.wait(guard, [this] { return leaving_; });
+        // A dead run never comes to its destructors.
+        if (dying_) static_cast<void>(lock.release());
+    }
+
+    void Leave(bool dying) {
+        if (!thread_.joinable()) return;
+        {
+            const std::lock_guard guard(mutex_);
+            leaving_ = true;
+            dying_ = dying;
+        }
+        changed_.notify_all();
+        thread_.join();
+    }
+
+    std::mutex mutex_;
+    std::condition_variable changed_;
+    bool holding_ = false;
+    bool failed_ = false;
+    bool leaving_ = false;
+    bool dying_ = false;
+    std::thread thread_;
+};
+
+/// Whether another run could enter the destination now.
+bool IsFree(const std::wstring& folder) {
+    bool free = false;
+    std::thread([&] { free = NamedLock(L"destination", folder).TryTake(); }).join();
+    return free;
+}
+
+const std::wstring kWaiting = L"Waiting for another backup in: ~\\Store";
+const std::wstring kGivenUp = L"Nothing was backed up, another backup keeps using: ~\\Store";
+
+TEST(DestinationLock, IsHeldForTheTimeOfARun) {
+    EngineWorld world;
+    world.tree.File(L"a.txt", "a", Day(1));
+    world.List({L"a.txt"});
+    int asked = 0;
+    world.world.files.OnOperation([&](const FileOperation& operation) {
+        if (operation.call != FileCall::Copy && operation.call != FileCall::Move) return;
+        ++asked;
+        EXPECT_FALSE(IsFree(world.Store()));
+        EXPECT_TRUE(IsFree(world.Path(L"Other")));
+    });
+    world.Run();
+    EXPECT_EQ(asked, 3);
+    EXPECT_TRUE(IsFree(world.Store()));
+}
+
+TEST(DestinationLock, IsGivenBackWhenTheDestinationChanges) {
+    EngineWorld world;
+    world.tree.Folder(L"Second");
+    world.tree.File(L"a.txt", "a", Day(1));
+    world.ListText(L"~\\a.txt\r\nBackupTo: ~\\Second\r\n~\\a.txt\r\n");
+    world.world.files.OnOperation([&](const FileOperation& operation) {
+        if (operation.call != FileCall::Copy) return;
+        const bool second = operation.to.find(L"Second") != std::wstring::npos;
+        EXPECT_EQ(IsFree(world.Store()), second);
+        EXPECT_EQ(IsFree(world.Path(L"Second")), !second);
+    });
+    EXPECT_EQ(world.Run().exitCode, 0);
+}
+
+TEST(DestinationLock, IsGivenBackByARunThatFailsOrEndsTheProgram) {
+    EngineWorld world;
+    world.tree.File(L"a.txt", "a", Day(1));
+    world.ListText(L"~\\a.txt\r\nBackupTo: ~\\Nowhere\r\n");
+    world.world.boxes.Expect({});
+    EXPECT_TRUE(world.Run().ended);
+    EXPECT_TRUE(IsFree(world.Store()));
+
+    world.List({L"a.txt"});
+    world.tree.File(L"a.txt", "b", Day(2));
+    world.world.files.DieAtNth(1, OnlyCalls({FileCall::Move}));
+    EXPECT_TRUE(world.Run().died);
+    EXPECT_TRUE(IsFree(world.Store()));
+}
+
+TEST(DestinationLock, IsTheSameForEverySpellingOfTheFolder) {
+    EngineWorld world;
+    const std::wstring folder = world.tree.Folder(L"مخزن Store");
+    const OtherRun other(folder);
+    world.tree.Folder(L"Other");
+    for (const std::wstring& spelling :
+         {folder + L"\\", world.Path(L"مخزن STORE"), world.Path(L"Other\\..\\مخزن store"),
+          world.Path() + L"\\\\مخزن Store"}) {
+        EXPECT_FALSE(IsFree(spelling));
+    }
+    EXPECT_TRUE(IsFree(world.Path(L"مخزن Store2")));
+}
+
+TEST(BusyDestination, IsWaitedForAndThenUsed) {
+    EngineWorld world;
+    world.tree.File(L"a.txt", "a", Day(1));
+    world.List({L"a.txt"});
+    OtherRun other(world.Store());
+    const int start = world.world.pump.Yields();
+    world.world.pump.AtYield(start + 20, [&] { other.End(); });
+    const RunResult result = world.Run();
+    EXPECT_EQ(Joined(result.lines), Joined(Lines{kWaiting} + BackedUp(L"~\\a.txt") + kDone));
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_GT(world.world.pump.Waited(), 0U);
+}
+
+TEST(BusyDestination, IsNotTouchedWhileItIsWaitedFor) {
+    EngineWorld world;
+    world.tree.File(L"a.txt", "a", Day(1));
+    world.List({L"a.txt"});
+    const std::wstring leftOver = LeftOverName(world, WorkingState::New, L"x", DeadProcess());
+    world.tree.File(L"Store\\" + leftOver);
+    OtherRun other(world.Store());
+    world.world.pump.AtYield(20, [&] {
+        EXPECT_EQ(LeftOvers(world).size(), 1U);
+        for (const FileOperation& operation : world.world.files.Operations()) {
+            EXPECT_NE(operation.call, FileCall::List) << Describe(operation);
+        }
+        other.End();
+    });
+    world.Run();
+    EXPECT_TRUE(LeftOvers(world).empty());
+}
+
+TEST(BusyDestination, IsGivenUpByASilentRunAfterTenMinutes) {
+    EngineWorld world;
+    world.tree.File(L"a.txt", "a", Day(1));
+    world.tree.File(L"b.txt", "b", Day(1));
+    world.List({L"a.txt", L"b.txt"});
+    world.state.silentRun = true;
+    const OtherRun other(world.Store());
+    const RunResult result = world.Run();
+    // Told once, not again for the second item.
+    EXPECT_EQ(Joined(result.lines), Joined(Lines{kWaiting, kGivenUp} + kDone));
+    EXPECT_EQ(result.exitCode, error_number::kDestinationBusy);
+    EXPECT_GE(world.world.pump.Waited(), 10 * kMinute);
+    EXPECT_LT(world.world.pump.Waited(), 10 * kMinute + 1000);
+    EXPECT_EQ(world.Copies(), Listing());
+}
+
+TEST(BusyDestination, DoesNotKeepTheOthersOfAListFromTheirBackup) {
+    EngineWorld world;
+    const std::wstring second = world.tree.Folder(L"Second");
+    world.tree.File(L"a.txt", "a", Day(1));
+    world.ListText(L"~\\a.txt\r\nBackupTo: ~\\Second\r\n~\\a.txt\r\n");
+    world.state.silentRun = true;
+    const OtherRun other(world.Store());
+    world.ExpectRun(Lines{kWaiting, kGivenUp} + BackedUp(L"~\\a.txt"));
+    EXPECT_EQ(ReadBytes(second + L"\\a«0001».txt"), "a");
+}
+
+TEST(BusyDestination, IsTriedAgainByTheNextRun) {
+    EngineWorld world;
+    world.tree.File(L"a.txt", "a", Day(1));
+    world.List({L"a.txt"});
+    world.state.silentRun = true;
+    CPackage engine(world.system, world.state, world.host);
+    {
+        const OtherRun other(world.Store());
+        engine.BackupAll();
+    }
+    world.host.log.clear();
+    engine.BackupAll();
+    EXPECT_EQ(Joined(world.host.log), Joined(BackedUp(L"~\\a.txt") + kDone));
+}
+
+TEST(BusyDestination, IsWaitedForWithoutEndByAUserWhoDoesNotCancel) {
+    EngineWorld world;
+    world.tree.File(L"a.txt", "a", Day(1));
+    world.List({L"a.txt"});
+    OtherRun other(world.Store());
+    world.world.pump.AtEachYield([&] {
+        if (world.world.pump.Waited() >= 60 * kMinute) other.End();
+    });
+    world.ExpectRun(Lines{kWaiting} + BackedUp(L"~\\a.txt"));
+}
+
+TEST(BusyDestination, IsNotWaitedForAfterACancel) {
+    for (const bool silent : {false, true}) {
+        EngineWorld world;
+        world.tree.File(L"a.txt", "a", Day(1));
+        world.List({L"a.txt"});
+        world.state.silentRun = silent;
+        const OtherRun other(world.Store());
+        world.world.pump.AtEachYield([&] {
+            if (world.world.pump.Waited() >= kMinute) world.state.cancelRequested = true;
+        });
+        const RunResult result = world.Run();
+        EXPECT_EQ(Joined(result.lines), Joined({kWaiting}));
+        EXPECT_EQ(result.exitCode, error_number::kCancelled);
+        EXPECT_LT(world.world.pump.Waited(), kMinute + 1000);
+        EXPECT_EQ(world.Copies(), Listing());
+    }
+}
+
+TEST(BusyDestination, IsToldInTheLanguageOfTheWindows) {
+    EngineWorld world;
+    world.tree.File(L"a.txt", "a", Day(1));
+    world.List({L"a.txt"});
+    world.state.silentRun = true;
+    world.state.arabic = true;
+    const OtherRun other(world.Store());
+    EXPECT_EQ(Joined(world.Run().lines),
+              Joined(Lines{L"بانتظار عملية نسخ أخرى في: ~\\Store",
+                           L"لم يتم النسخ لأن عملية نسخ أخرى تستعمل: ~\\Store"} +
+                     kDone));
+}
+
+TEST(BusyDestination, IsWaitedForByASingleItemToo) {
+    EngineWorld world;
+    const std::wstring file = world.tree.File(L"a.txt", "a", Day(1));
+    world.state.silentRun = true;
+    const OtherRun other(world.Store());
+    const RunResult result = world.With([&](CPackage& engine) { engine.BackupItem(file); });
+    EXPECT_EQ(Joined(result.lines), Joined({kWaiting, kGivenUp}));
+    EXPECT_EQ(result.exitCode, error_number::kDestinationBusy);
+}
+
+TEST(BusyDestination, KeepsCopiesFromBeingRenamed) {
+    EngineWorld world;
+    world.tree.File(L"Store\\a«0001».txt", "a");
+    world.state.silentRun = true;
+    const OtherRun other(world.Store());
+    bool moved = true;
+    world.With([&](CPackage& engine) { moved = engine.RenamePackages(world.Path(L"a.txt"), 0); });
+    EXPECT_FALSE(moved);
+    EXPECT_EQ(world.Copies(), (Listing{{L"a«0001».txt", "a"}}));
+}
+
+TEST(BusyDestination, OfADeadThreadIsTakenOver) {
+    EngineWorld world;
+    world.tree.File(L"a.txt", "a", Day(1));
+    world.List({L"a.txt"});
+    OtherRun other(world.Store());
+    other.Die();
+    world.ExpectRun(BackedUp(L"~\\a.txt"));
+}
+
+constexpr const wchar_t* kHolderFolder = L"VW_TEST_LOCK_FOLDER";
+
+// No test, but the other process of the next one: holds a destination until it is killed.
+TEST(LockHolder, DISABLED_HoldsADestination) {
+    wchar_t folder[MAX_PATH] = {};
+    ASSERT_NE(GetEnvironmentVariableW(kHolderFolder, folder, MAX_PATH), 0U);
+    NamedLock lock(L"destination", std::wstring(folder) + L"\\Store");
+    ASSERT_TRUE(lock.TryTake());
+    const FileHandle mark(CreateFileW((std::wstring(folder) + L"\\held").c_str(), GENERIC_WRITE, 0,
+                                      nullptr, CREATE_ALWAYS, 0, nullptr));
+    Sleep(60'000);
+}
+
+TEST(BusyDestination, OfAnotherProcessIsWaitedForUntilThatDies) {
+    EngineWorld world;
+    world.tree.File(L"a.txt", "a", Day(1));
+    world.List({L"a.txt"});
+    wchar_t program[MAX_PATH] = {};
+    GetModuleFileNameW(nullptr, program, MAX_PATH);
+    std::wstring command = L"\"" + std::wstring(program) +
+                           L"\" --gtest_also_run_disabled_tests "
+                           L"--gtest_filter=LockHolder.DISABLED_HoldsADestination";
+    SetEnvironmentVariableW(kHolderFolder, world.Path().c_str());
+    STARTUPINFOW startup{};
+    startup.cb = sizeof(startup);
+    PROCESS_INFORMATION created{};
+    ASSERT_NE(CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, CREATE_NO_WINDOW,
+                             nullptr, nullptr, &startup, &created),
+              0);
+    const KernelHandle process(created.hProcess);
+    const KernelHandle thread(created.hThread);
+    for (int i = 0; i < 3000 && !Exists(world.Path(L"held")); ++i) Sleep(10);
+    ASSERT_TRUE(Exists(world.Path(L"held")));
+
+    world.world.pump.AtYield(20, [&] {
+        TerminateProcess(process.Get(), 1);
+        WaitForSingleObject(process.Get(), 10'000);
+    });
+    world.ExpectRun(Lines{kWaiting} + BackedUp(L"~\\a.txt"));
+}
+
+}  // namespace
+}  // namespace vw::test
