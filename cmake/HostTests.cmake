@@ -1,21 +1,16 @@
 # The native build: the pure files and their tests under ASan and UBSan, and the fuzzers.
 
-# vw_existing(<variable>): keeps the files of the list that are there and warns about the others.
-function(vw_existing variable)
-    set(existing "")
+# vw_require(<variable>): every file of the list has to be there.
+function(vw_require variable)
     foreach(file IN LISTS ${variable})
-        file(GLOB found CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/${file})
-        if(found)
-            list(APPEND existing ${found})
-        else()
-            message(NOTICE "${variable} names ${file}, which is not there")
+        if(NOT EXISTS ${CMAKE_SOURCE_DIR}/${file})
+            message(FATAL_ERROR "${variable} in cmake/PureSources.cmake names ${file}, which is not there")
         endif()
     endforeach()
-    set(${variable} ${existing} PARENT_SCOPE)
 endfunction()
 
-vw_existing(PURE_SOURCES)
-vw_existing(PURE_TESTS)
+vw_require(PURE_SOURCES)
+vw_require(PURE_TESTS)
 file(GLOB hostSupport CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/support/TextCaseHost.cpp)
 file(GLOB fuzzers CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/fuzz/*.cpp)
 file(MAKE_DIRECTORY ${CMAKE_BINARY_DIR}/reports)
