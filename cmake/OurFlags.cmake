@@ -14,5 +14,5 @@ if(WIN32)
         -fstack-protector-strong
         -Wl,--dynamicbase -Wl,--nxcompat -Wl,--high-entropy-va)
     target_link_libraries(vw_flags INTERFACE
-        comctl32 comdlg32 usp10 uxtheme shlwapi shell32 version oleaut32 ole32 uuid gdi32 user32 advapi32)
+        comctl32 comdlg32 uxtheme shlwapi shell32 version oleaut32 ole32 uuid gdi32 user32 advapi32)
 endif()

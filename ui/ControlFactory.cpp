@@ -61,6 +61,13 @@ Making HowToMake(const ControlData& data) noexcept {
     }
 }
 
+// A report is a list of paths, which read from left to right also in an Arabic window.
+void ReadFromLeft(HWND control) noexcept {
+    const LONG style = GetWindowLongW(control, GWL_EXSTYLE);
+    if ((style & WS_EX_LAYOUTRTL) == 0) return;
+    SetWindowLongW(control, GWL_EXSTYLE, (style & ~WS_EX_LAYOUTRTL) | WS_EX_LEFTSCROLLBAR);
+}
+
 void Prepare(HWND control, const ControlData& data) {
     constexpr WPARAM kUnlimited = 0x7FFFFFFE;
     switch (data.kind) {
@@ -73,6 +80,7 @@ void Prepare(HWND control, const ControlData& data) {
             break;
         case ControlKind::Report:
             SendMessageW(control, EM_SETLIMITTEXT, kUnlimited, 0);
+            ReadFromLeft(control);
             break;
         case ControlKind::ProgressBar:
             SendMessageW(control, PBM_SETRANGE32, 0, kProgressMaximum);

@@ -101,8 +101,7 @@ void Form::ForgetParts() noexcept {
     tips_.reset();
     fonts_.reset();
     accelerators_.Reset();
-    smallPictures_.Reset();
-    largePictures_.Reset();
+    rowPictures_.reset();
     smallIcon_.Reset();
     largeIcon_.Reset();
     focus_ = nullptr;

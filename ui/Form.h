@@ -206,8 +206,7 @@ class Form final : public Window {
     std::unique_ptr<Fonts> fonts_;
     std::unique_ptr<ToolTips> tips_;
     AcceleratorHandle accelerators_;
-    ImageList smallPictures_;
-    ImageList largePictures_;
+    std::unique_ptr<RowPictures> rowPictures_;
     IconHandle smallIcon_;
     IconHandle largeIcon_;
     int iconId_ = 0;

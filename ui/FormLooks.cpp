@@ -1,9 +1,7 @@
 #include <algorithm>
-#include <array>
 
 #include "ui/ControlFactory.h"
 #include "ui/Form.h"
-#include "ui/resource.h"
 
 // Places, fonts, icons and colours of a form.
 
@@ -11,9 +9,6 @@ namespace vw {
 
 namespace {
 
-constexpr int kSmallIcon = 16;
-constexpr int kRowHeight = 22;
-constexpr int kLargeIcon = 32;
 constexpr int kTipWidth = 420;
 constexpr int kDropDownRows = 12;
 
@@ -61,12 +56,9 @@ Size Form::DesignNow() const noexcept {
 void Form::UseDpi(int dpi) {
     dpi_ = dpi;
     auto fonts = std::make_unique<Fonts>(dpi);
-    constexpr std::array kRowIcons{IDI_File, IDI_Folder, IDI_Rule};
-    ImageList small = MakeImageList(kRowIcons, Scaled(kSmallIcon, dpi), Scaled(kRowHeight, dpi));
-    ImageList large = MakeImageList(kRowIcons, Scaled(kLargeIcon, dpi), Scaled(kLargeIcon, dpi));
+    auto pictures = std::make_unique<RowPictures>(dpi);
     // The controls change over before what they used goes.
-    std::swap(smallPictures_, small);
-    std::swap(largePictures_, large);
+    std::swap(rowPictures_, pictures);
     for (Part& part : parts_) Dress(part, *fonts);
     fonts_ = std::move(fonts);
     if (tips_) tips_->SetWidth(Scaled(kTipWidth, dpi));
@@ -81,7 +73,7 @@ void Form::Dress(Part& part, Fonts& fonts) {
     const HFONT font = fonts.Get(face);
     switch (part.data->kind) {
         case ControlKind::ListView:
-            part.list->SetPictures(smallPictures_.Get(), largePictures_.Get(), font, dpi_);
+            part.list->SetPictures(*rowPictures_, font, dpi_);
             break;
         case ControlKind::ToolBar:
             face.bold = true;
@@ -103,18 +95,18 @@ void Form::Arrange() {
     RECT area{};
     GetClientRect(Handle(), &area);
     const Size client{static_cast<int>(area.right), static_cast<int>(area.bottom)};
+    // In a mirrored form what a control showed before is not at the place where it is taken from.
+    const UINT keep = language_ == Language::Arabic ? SWP_NOCOPYBITS : 0;
     HDWP moves = BeginDeferWindowPos(static_cast<int>(parts_.size()));
     for (const Part& part : parts_) {
         if (part.window == nullptr) continue;
         const Rect place = Arranged(part.data->place, part.data->flow, data_.design, client, dpi_);
         if (part.data->kind == ControlKind::DropDown) {
             ArrangeDropDown(part.window, place);
-            continue;
-        }
-        const auto flags = static_cast<UINT>(SWP_NOZORDER | SWP_NOACTIVATE);
-        if (moves != nullptr) {
-            moves = DeferWindowPos(moves, part.window, nullptr, place.left, place.top,
-                                   place.Width(), place.Height(), flags);
+        } else if (moves != nullptr) {
+            moves =
+                DeferWindowPos(moves, part.window, nullptr, place.left, place.top, place.Width(),
+                               place.Height(), SWP_NOZORDER | SWP_NOACTIVATE | keep);
         }
     }
     if (moves != nullptr) EndDeferWindowPos(moves);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -19,6 +20,16 @@ inline constexpr std::wstring_view kNameColumn = L"Name";
 
 /// Icons of rows, in the order of the image lists.
 enum class RowIcon { File, Folder, Rule };
+
+/// The pictures of rows for one resolution of the screen.
+struct RowPictures {
+    explicit RowPictures(int dpi);
+
+    ImageList small;
+    ImageList large;
+    std::array<IconHandle, 3> icons;  ///< the small ones, for rows that are drawn here
+    int pixels;                       ///< of a small icon
+};
 
 /// How a list view shows its rows, in the order of the View menu.
 enum class ViewStyle { LargeIcons, SmallIcons, List, Details };
@@ -90,9 +101,9 @@ class ListView {
     /// Whether a change of the selection is the program's own doing.
     [[nodiscard]] bool IsSelecting() const noexcept { return selecting_; }
 
-    /// The pictures, font and widths for another resolution of the screen. The lists stay the
-    /// caller's.
-    void SetPictures(HIMAGELIST small, HIMAGELIST large, HFONT font, int dpi);
+    /// The pictures, font and widths for another resolution of the screen. Pictures and font stay
+    /// the caller's, and have to live until they are replaced.
+    void SetPictures(const RowPictures& pictures, HFONT font, int dpi);
 
     /// What the control tells its form; the answer, or nothing where it is none of the list's own
     /// affairs.
@@ -116,6 +127,7 @@ class ListView {
     std::optional<LRESULT> OnCustomDraw(const NMLVCUSTOMDRAW& draw);
     void PaintRow(HDC canvas, int row) const;
     void PaintIcon(HDC canvas, const RECT& area, RowIcon icon) const;
+    [[nodiscard]] RECT RowArea(int row, LONG part) const;
     [[nodiscard]] RECT CellArea(int row, int column) const;
     void PaintEmptyText(HDC canvas) const;
     void MarkSortColumn(int column, bool ascending);
@@ -129,6 +141,7 @@ class ListView {
     Language language_;
     std::vector<std::unique_ptr<Row>> rows_;
     std::wstring asked_;  ///< the text that the control asked for last
+    const RowPictures* pictures_ = nullptr;
     int dpi_ = kDesignDpi;
     bool selecting_ = false;
 };

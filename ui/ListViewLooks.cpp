@@ -5,6 +5,7 @@
 #include "ui/ListView.h"
 #include "ui/Painting.h"
 #include "ui/PrivateMessages.h"
+#include "ui/resource.h"
 
 // How a list view looks and what it tells its form.
 
@@ -12,6 +13,10 @@ namespace vw {
 
 namespace {
 
+constexpr std::array kRowIcons{IDI_File, IDI_Folder, IDI_Rule};
+constexpr int kSmallIcon = 16;
+constexpr int kRowHeight = 22;
+constexpr int kLargeIcon = 32;
 constexpr int kCellMargin = 6;
 constexpr int kTextAfterIcon = 4;
 constexpr int kIconAndGaps = 26;
@@ -50,11 +55,21 @@ void ListView::SetArrange(ViewArrange arrange) {
     if (arrange != ViewArrange::None) SendMessageW(control_, LVM_ARRANGE, LVA_DEFAULT, 0);
 }
 
-void ListView::SetPictures(HIMAGELIST small, HIMAGELIST large, HFONT font, int dpi) {
+RowPictures::RowPictures(int dpi) : pixels(Scaled(kSmallIcon, dpi)) {
+    const int largePixels = Scaled(kLargeIcon, dpi);
+    small = MakeImageList(kRowIcons, pixels, Scaled(kRowHeight, dpi));
+    large = MakeImageList(kRowIcons, largePixels, largePixels);
+    for (std::size_t i = 0; i < icons.size(); ++i) icons[i] = LoadPicture(kRowIcons[i], pixels);
+}
+
+void ListView::SetPictures(const RowPictures& pictures, HFONT font, int dpi) {
     dpi_ = dpi;
+    pictures_ = &pictures;
     SendMessageW(control_, WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
-    SendMessageW(control_, LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(small));
-    SendMessageW(control_, LVM_SETIMAGELIST, LVSIL_NORMAL, reinterpret_cast<LPARAM>(large));
+    SendMessageW(control_, LVM_SETIMAGELIST, LVSIL_SMALL,
+                 reinterpret_cast<LPARAM>(pictures.small.Get()));
+    SendMessageW(control_, LVM_SETIMAGELIST, LVSIL_NORMAL,
+                 reinterpret_cast<LPARAM>(pictures.large.Get()));
     FitColumns();
 }
 
@@ -146,40 +161,50 @@ void ListView::PaintRow(HDC canvas, int row) const {
 
     const int saved = SaveDC(canvas);
     SelectObject(canvas, reinterpret_cast<HGDIOBJ>(SendMessageW(control_, WM_GETFONT, 0, 0)));
-    SetTextColor(canvas, GetSysColor(text));
-    RECT whole{};
-    whole.left = LVIR_BOUNDS;
-    SendMessageW(control_, LVM_GETITEMRECT, static_cast<WPARAM>(row),
-                 reinterpret_cast<LPARAM>(&whole));
-    Fill(canvas, whole, GetSysColor(background));
-    RECT icon{};
-    icon.left = LVIR_ICON;
-    SendMessageW(control_, LVM_GETITEMRECT, static_cast<WPARAM>(row),
-                 reinterpret_cast<LPARAM>(&icon));
-    PaintIcon(canvas, icon, content->icon);
-    for (std::size_t column = 0; column < content->cells.size(); ++column) {
-        PaintText(canvas, CellArea(row, static_cast<int>(column)), content->cells[column].text,
-                  {.rightToLeft = language_ == Language::Arabic,
-                   .side = EndsAtFarSide(data_.columns[column].kind, language_) ? TextSide::End
-                                                                                : TextSide::Start,
-                   .name = true,
-                   .oneLine = true,
-                   .shorten = true});
+    {
+        const Unmirrored upright(canvas);
+        RECT whole = RowArea(row, LVIR_BOUNDS);
+        RECT visible{};
+        GetClientRect(control_, &visible);
+        IntersectRect(&visible, &visible, &whole);
+        whole = upright.Turned(whole);
+        const Buffered buffer(canvas, upright.Turned(visible));
+        Fill(buffer.Canvas(), whole, GetSysColor(background));
+        PaintIcon(buffer.Canvas(), upright.Turned(RowArea(row, LVIR_ICON)), content->icon);
+        SetTextColor(buffer.Canvas(), GetSysColor(text));
+        for (std::size_t column = 0; column < content->cells.size(); ++column) {
+            const RECT cell = upright.Turned(CellArea(row, static_cast<int>(column)));
+            PaintText(
+                buffer.Canvas(), cell, content->cells[column].text,
+                {.rightToLeft = language_ == Language::Arabic,
+                 .side = EndsAtFarSide(data_.columns[column].kind, language_) ? TextSide::End
+                                                                              : TextSide::Start,
+                 .name = true,
+                 .oneLine = true,
+                 .shorten = true});
+        }
+        if ((state & LVIS_FOCUSED) != 0 && focused) DrawFocusRect(buffer.Canvas(), &whole);
     }
-    if ((state & LVIS_FOCUSED) != 0 && focused) DrawFocusRect(canvas, &whole);
     RestoreDC(canvas, saved);
 }
 
+RECT ListView::RowArea(int row, LONG part) const {
+    RECT area{};
+    area.left = part;
+    SendMessageW(control_, LVM_GETITEMRECT, static_cast<WPARAM>(row),
+                 reinterpret_cast<LPARAM>(&area));
+    return area;
+}
+
+// At the side of its area where reading begins.
 void ListView::PaintIcon(HDC canvas, const RECT& area, RowIcon icon) const {
-    const auto pictures =
-        reinterpret_cast<HIMAGELIST>(SendMessageW(control_, LVM_GETIMAGELIST, LVSIL_SMALL, 0));
-    int width = 0;
-    int height = 0;
-    if (ImageList_GetIconSize(pictures, &width, &height) == 0) return;
-    const Unmirrored upright(canvas);
-    const RECT place = upright.Turned({area.left, area.top, area.left + width, area.bottom});
-    const int top = static_cast<int>(place.top + place.bottom - height) / 2;
-    ImageList_Draw(pictures, static_cast<int>(icon), canvas, place.left, top, ILD_TRANSPARENT);
+    if (pictures_ == nullptr) return;
+    const int pixels = pictures_->pixels;
+    const int left = language_ == Language::Arabic ? static_cast<int>(area.right) - pixels
+                                                   : static_cast<int>(area.left);
+    const int top = static_cast<int>(area.top + area.bottom - pixels) / 2;
+    DrawIconEx(canvas, left, top, pictures_->icons[static_cast<std::size_t>(icon)].Get(), pixels,
+               pixels, 0, nullptr, DI_NORMAL);
 }
 
 // Where the text of a cell stands: the column less the margins at both sides.
@@ -213,7 +238,7 @@ void ListView::PaintEmptyText(HDC canvas) const {
     const int room = static_cast<int>(area.right - area.left);
     const auto lines = static_cast<int>(Wrapped(text, room, MeasureIn(canvas)).size());
     // A third of the way down looks more like the middle than the middle does.
-    const LONG free = area.bottom - area.top - lines * LineHeight(canvas);
+    const LONG free = area.bottom - area.top - lines * LineStep(LineHeight(canvas));
     area.top += std::max(0L, free / 3);
     PaintText(canvas, area, text,
               {.rightToLeft = language_ == Language::Arabic, .side = TextSide::Centre});

@@ -1,9 +1,7 @@
 #include "ui/Painting.h"
 
-// The text shaping declarations need those of the window system first.
-#include <usp10.h>
-
 #include <algorithm>
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -18,20 +16,31 @@ int PlainWidth(HDC canvas, std::wstring_view text) {
     return static_cast<int>(size.cx);
 }
 
-// Arabic letters join, and are narrower then than each alone: the plain measure does not see that
-// on every system.
-int ShapedWidth(HDC canvas, std::wstring_view text) {
-    SCRIPT_STRING_ANALYSIS analysis = nullptr;
-    const auto length = static_cast<int>(text.size());
-    const HRESULT result = ScriptStringAnalyse(canvas, text.data(), length, length * 3 / 2 + 16, -1,
-                                               SSA_GLYPHS | SSA_FALLBACK | SSA_LINK, 0, nullptr,
-                                               nullptr, nullptr, nullptr, nullptr, &analysis);
-    if (FAILED(result)) return PlainWidth(canvas, text);
-    const SIZE* size = ScriptString_pSize(analysis);
-    const int width = size == nullptr ? 0 : static_cast<int>(size->cx);
-    ScriptStringFree(&analysis);
-    return width;
-}
+/// A canvas in memory with the font of another one.
+class Scratch {
+  public:
+    explicit Scratch(HDC canvas) : scratch_(CreateCompatibleDC(canvas)) {
+        SelectObject(scratch_, GetCurrentObject(canvas, OBJ_FONT));
+        SetTextAlign(scratch_, TA_LEFT | TA_TOP | TA_UPDATECP);
+    }
+    ~Scratch() { DeleteDC(scratch_); }
+    Scratch(const Scratch&) = delete;
+    Scratch& operator=(const Scratch&) = delete;
+
+    // Arabic letters join, and are narrower then than each alone. Not every system's measure knows
+    // it, but drawing does: the pen goes as far as the text is wide.
+    [[nodiscard]] int DrawnWidth(std::wstring_view text) const {
+        MoveToEx(scratch_, 0, 0, nullptr);
+        ExtTextOutW(scratch_, 0, 0, 0, nullptr, text.data(), static_cast<UINT>(text.size()),
+                    nullptr);
+        POINT pen{};
+        GetCurrentPositionEx(scratch_, &pen);
+        return static_cast<int>(pen.x);
+    }
+
+  private:
+    HDC scratch_;
+};
 
 // Begins where the canvas's pen stands and leaves it where the next piece goes.
 void PaintPiece(HDC canvas, const RECT& clip, std::wstring_view text, bool fromRight) {
@@ -85,14 +94,37 @@ RECT Unmirrored::Turned(const RECT& area) const noexcept {
 }
 
 Measure MeasureIn(HDC canvas) {
-    return [canvas](std::wstring_view text) {
+    const auto scratch = std::make_shared<Scratch>(canvas);
+    return [canvas, scratch](std::wstring_view text) {
         if (!PhraseReadsFromRight(text)) return PlainWidth(canvas, text);
-        if (!LooksLikePath(text)) return ShapedWidth(canvas, text);
+        if (!LooksLikePath(text)) return scratch->DrawnWidth(text);
         int width = 0;
-        for (const std::wstring_view piece : PathPieces(text)) width += ShapedWidth(canvas, piece);
+        for (const std::wstring_view piece : PathPieces(text)) width += scratch->DrawnWidth(piece);
         return width;
     };
 }
+
+Buffered::Buffered(HDC canvas, const RECT& area)
+    : canvas_(canvas),
+      area_(area),
+      buffer_(CreateCompatibleDC(canvas)),
+      picture_(CreateCompatibleBitmap(canvas, std::max(1L, area.right - area.left),
+                                      std::max(1L, area.bottom - area.top))),
+      pictureBefore_(SelectObject(buffer_, picture_)) {
+    SetLayout(buffer_, 0);
+    SetViewportOrgEx(buffer_, -area.left, -area.top, nullptr);
+    SelectObject(buffer_, GetCurrentObject(canvas, OBJ_FONT));
+}
+
+Buffered::~Buffered() {
+    BitBlt(canvas_, area_.left, area_.top, area_.right - area_.left, area_.bottom - area_.top,
+           buffer_, area_.left, area_.top, SRCCOPY);
+    SelectObject(buffer_, pictureBefore_);
+    DeleteObject(picture_);
+    DeleteDC(buffer_);
+}
+
+int LineStep(int lineHeight) noexcept { return lineHeight * 6 / 5; }
 
 int LineHeight(HDC canvas) {
     TEXTMETRICW metrics{};
@@ -115,7 +147,7 @@ void PaintText(HDC canvas, const RECT& area, std::wstring_view text, const TextL
     } else {
         for (const std::wstring& line : Wrapped(text, room, MeasureIn(canvas))) {
             PaintLine(canvas, place, y, line, look);
-            y += height;
+            y += LineStep(height);
         }
     }
     SetBkMode(canvas, modeBefore);

@@ -29,6 +29,9 @@ void PaintText(HDC canvas, const RECT& area, std::wstring_view text, const TextL
 /// How high one line of the canvas's font is.
 [[nodiscard]] int LineHeight(HDC canvas);
 
+/// From one line of a wrapped text to the next.
+[[nodiscard]] int LineStep(int lineHeight) noexcept;
+
 /// Fills with one colour.
 void Fill(HDC canvas, const RECT& area, COLORREF colour) noexcept;
 
@@ -53,6 +56,25 @@ class Unmirrored {
   private:
     HDC canvas_;
     DWORD layout_;
+};
+
+/// A canvas in memory for an area of another one, with the same coordinates. It comes onto the
+/// other one, which must not be mirrored, all at once when it goes: nothing flickers.
+class Buffered {
+  public:
+    Buffered(HDC canvas, const RECT& area);
+    ~Buffered();
+    Buffered(const Buffered&) = delete;
+    Buffered& operator=(const Buffered&) = delete;
+
+    [[nodiscard]] HDC Canvas() const noexcept { return buffer_; }
+
+  private:
+    HDC canvas_;
+    RECT area_;
+    HDC buffer_;
+    HBITMAP picture_;
+    HGDIOBJ pictureBefore_;
 };
 
 }  // namespace vw

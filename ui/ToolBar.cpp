@@ -13,8 +13,8 @@ namespace {
 
 constexpr int kIconSize = 20;
 constexpr int kButtonHeight = 32;
-constexpr int kPadding = 6;
-constexpr int kTextGap = 6;
+constexpr int kPadding = 5;
+constexpr int kTextGap = 5;
 constexpr int kTextMargin = 4;
 constexpr int kRounding = 6;
 
