@@ -80,6 +80,18 @@ vw_add_tests(restore restore 600)
 vw_add_tests(app app 600)
 vw_add_tests(system system 1200)
 
+# kill_point.exe: what tests/checks/kill_points.sh looks with at the disk after a kill.
+file(GLOB killPointSources CONFIGURE_DEPENDS
+    ${CMAKE_SOURCE_DIR}/tests/system/tools/*.cpp ${CMAKE_SOURCE_DIR}/tests/system/KillWorld*.cpp
+    ${CMAKE_SOURCE_DIR}/tests/system/Program*.cpp)
+if(killPointSources AND TARGET Vaultwright)
+    add_executable(kill_point ${killPointSources})
+    target_link_libraries(kill_point PRIVATE vw_testsupport gmock vw_flags)
+    target_link_options(kill_point PRIVATE -municode)
+    set_target_properties(kill_point PROPERTIES
+        RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
+endif()
+
 # Tools for the eye, started by hand: tests/tools/FormShow.exe shows one form with sample data.
 file(GLOB toolSources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/tools/*.cpp)
 if(toolSources AND TARGET vw_ui)
