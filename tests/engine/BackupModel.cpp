@@ -96,7 +96,10 @@ void BackupModel::RunLine(const Line& line, int count, Expected& expected) {
     Copy fresh{line.kind == Kind::File, {}};
     Date newest = exists ? kNoFiles : kNothing;
     std::vector<std::wstring> messages;
-    if (exists && line.kind == Kind::File) {
+    const bool isFile = exists && !source->second.isFolder;
+    // A folder that the list names as a file, or a file that it names as a folder.
+    const bool misnamed = exists && isFile != (line.kind == Kind::File);
+    if (isFile) {
         fresh.content[L""] = source->second;
         newest = source->second.date;
         messages.push_back(path);
@@ -123,7 +126,7 @@ void BackupModel::RunLine(const Line& line, int count, Expected& expected) {
     expected.report.push_back(L"Backing: " + path);
     if (count <= 0) {
         expected.errors.push_back(1000);
-    } else {
+    } else if (!misnamed) {
         copies.erase(NameOf(path, count, location));
         for (int number = count - 1; number >= 1; --number) {
             auto copy = copies.extract(NameOf(path, number, location));
@@ -132,7 +135,7 @@ void BackupModel::RunLine(const Line& line, int count, Expected& expected) {
             copies.insert(std::move(copy));
         }
     }
-    if (!exists) {
+    if (!exists || misnamed) {
         if (line.kind == Kind::File) expected.messages.push_back(path);
         expected.errors.push_back(line.kind == Kind::File ? 53 : 76);
         return;

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "engine/CPackage.h"
+#include "platform/WindowsHeader.h"
 #include "tests/engine/BackupModel.h"
 #include "tests/support/TempTree.h"
 #include "tests/support/TestWorld.h"
@@ -50,6 +51,29 @@ struct Slot {
     Kind kind;
 };
 
+// A folder as comments have it on an Arabic system: letters beyond 7 bits as the two digits of
+// their byte, those that the code page lacks as four times "u" and a digit, between apostrophes.
+std::string Encoded(const std::wstring& folder) {
+    std::string text;
+    bool inRun = false;
+    for (const wchar_t unit : folder) {
+        if ((unit >= 0x80) != inRun) text += '\'';
+        inRun = unit >= 0x80;
+        char byte = 0;
+        BOOL lost = FALSE;
+        WideCharToMultiByte(1256, WC_NO_BEST_FIT_CHARS, &unit, 1, &byte, 1, nullptr, &lost);
+        char digits[16] = {byte};
+        if (inRun && lost == FALSE) {
+            std::snprintf(digits, sizeof digits, "%02X", static_cast<unsigned char>(byte));
+        } else if (inRun) {
+            std::snprintf(digits, sizeof digits, "u%Xu%Xu%Xu%X", unit >> 12 & 15, unit >> 8 & 15,
+                          unit >> 4 & 15, unit & 15);
+        }
+        text += digits;
+    }
+    return text;
+}
+
 // Items of one user. Names that collide by the rules of naming (a folder and its rule, equal names
 // in two folders) are there on purpose.
 constexpr Slot kSlots[] = {
@@ -64,6 +88,8 @@ constexpr Slot kSlots[] = {
     {L"j.smith\\Note", Kind::File},
     {L"Work\\", Kind::Folder},
     {L"Work\\*", Kind::Rule},
+    {L"Work", Kind::File},
+    {L"A\\README\\", Kind::Folder},
     {L"A\\Old.Files\\", Kind::Folder},
     {L"k.jones\\Docs\\", Kind::Folder},
     {L"\u0645\u062C\u0644\u062F\\\u0635\u0648\u0631\\", Kind::Folder},
@@ -81,8 +107,9 @@ class History {
 
     // A few things that happen between two backups, then the backup.
     void Step() {
-        for (int i = Number(0, 6); i > 0; --i) Change(kSlots[Number(0, std::size(kSlots) - 1)]);
-        if (Chance(30)) count_ = Chance(10) ? 0 : Number(1, 4);
+        for (int i = Number(0, 6); i > 0; --i) Change(AnySlot());
+        if (Chance(25)) Rename(AnySlot(), AnySlot());
+        if (Chance(30)) count_ = Chance(10) ? Number(-1, 0) : Number(1, 4);
         std::vector<BackupModel::Line> list;
         for (const Slot& slot : kSlots) {
             if (Chance(70)) list.push_back({tree_.Path(L"src") + L"\\" + slot.path, slot.kind});
@@ -92,9 +119,8 @@ class History {
     }
 
   private:
-    int Number(int low, std::size_t high) {
-        return std::uniform_int_distribution<int>(low, static_cast<int>(high))(random_);
-    }
+    const Slot& AnySlot() { return kSlots[Number(0, static_cast<int>(std::size(kSlots)) - 1)]; }
+    int Number(int low, int high) { return std::uniform_int_distribution<int>(low, high)(random_); }
     bool Chance(int percent) { return Number(1, 100) <= percent; }
 
     static std::wstring Base(const Slot& slot) {
@@ -122,6 +148,10 @@ class History {
     void Change(const Slot& slot) {
         const std::wstring base = Base(slot);
         const bool there = test::Exists(tree_.Path(base));
+        if (there && (slot.kind == Kind::File) != IsFile(base)) {
+            // The user makes a folder of what was a file, or a file of a folder, now and then.
+            return Chance(10) ? tree_.Remove(base) : void();
+        }
         if (slot.kind == Kind::File) {
             if (!there || Chance(50)) return Write(base);
             return Chance(70) ? tree_.SetDate(base, NextDate()) : tree_.Remove(base);
@@ -129,13 +159,27 @@ class History {
         if (there && Chance(8)) return tree_.Remove(base);
         const std::wstring names[] = {L"\\one.txt", L"\\two", L"\\sub\\three.bin",
                                       L"\\sub\\\u0623\u0631\u0628\u0639\u0629", L"\\Four. x"};
-        const std::wstring file = base + names[Number(0, std::size(names) - 1)];
+        const std::wstring file = base + names[Number(0, static_cast<int>(std::size(names)) - 1)];
         if (test::Exists(tree_.Path(file)) && Chance(40)) return tree_.Remove(file);
         if (Chance(20)) {
             tree_.Folder(base + L"\\empty " + std::to_wstring(Number(0, 2)));
         } else {
             Write(file);
         }
+    }
+
+    [[nodiscard]] bool IsFile(const std::wstring& path) const {
+        return (GetFileAttributesW(tree_.Path(path).c_str()) & FILE_ATTRIBUTE_DIRECTORY) == 0;
+    }
+
+    // A file gets another name, or takes the name that another one had.
+    void Rename(const Slot& from, const Slot& to) {
+        const std::wstring source = tree_.Path(Base(from));
+        if (from.kind != Kind::File || to.kind != Kind::File || &from == &to) return;
+        if (!test::Exists(source) || !IsFile(source)) return;
+        if (test::Exists(tree_.Path(Base(to))) && !IsFile(Base(to))) return;
+        tree_.File(Base(to), test::ReadBytes(source), PartsOf(test::ReadDate(source)));
+        tree_.Remove(source);
     }
 
     void RunAndCompare(const std::vector<BackupModel::Line>& list) {
@@ -206,9 +250,8 @@ class History {
             std::snprintf(text, sizeof text, "%02d/%02d/%04d-%02d:%02d:%02d", date.day, date.month,
                           date.year, date.hour, date.minute, date.second);
             const std::string line = test::ReadBytes(tree_.Path(L"store") + L"\\" + name + L".vwc");
-            EXPECT_TRUE(line.starts_with("Backed Files Date Last Modified:" + std::string(text) +
-                                         "+Original Location:"))
-                << line;
+            EXPECT_EQ(line, "Backed Files Date Last Modified:" + std::string(text) +
+                                "+Original Location:" + Encoded(comment.location) + "\r\n");
         }
         EXPECT_EQ(found, expected);
     }
