@@ -8,7 +8,7 @@ namespace vw {
 
 namespace {
 
-constexpr Size kDesign{448, 316};
+constexpr Size kDesign{448, 288};
 constexpr int kMargin = 24;
 constexpr int kInner = kDesign.width - 2 * kMargin;
 constexpr int kTextLeft = 96;
@@ -60,12 +60,12 @@ constexpr std::array kControls{
                  L"تنسى عمل نسخ احتياطية بشكل دوري؟\r\n"
                  L"Vaultwright يقوم بالعمل نيابة عنك! يجري نسخة احتياطية كلما شغلت الحاسب."},
         .font = fonts::kText,
-        .place = {kMargin, 124, kInner, 152}},
+        .place = {kMargin, 120, kInner, 144}},
     // No address is decided.
     ControlData{.name = L"lblWS",
                 .id = ID_lblWS,
                 .font = fonts::kArial,
-                .place = {kMargin, 284, kInner, 20},
+                .place = {kMargin, 264, kInner, 20},
                 .hidden = true},
     // The opening screen goes by itself and has no room for a button.
     ControlData{.name = L"cmdClose",
@@ -73,10 +73,10 @@ constexpr std::array kControls{
                 .kind = ControlKind::Button,
                 .text = {L"Close", L"إغلاق"},
                 .font = fonts::kButton,
-                .place = {kDesign.width - kMargin - 88, 308, 88, 26},
+                .place = {kDesign.width - kMargin - 88, 276, 88, 26},
                 .hidden = true,
                 .firstFocus = true,
-                .opens = 42},
+                .opens = 38},
 };
 
 }  // namespace

@@ -43,7 +43,7 @@ constexpr std::array kControls{
     ControlData{.name = L"txtReport",
                 .id = ID_txtReport,
                 .kind = ControlKind::Report,
-                .font = fonts::kText,
+                .font = fonts::kReport,
                 .place = {kMargin, 116, kInner, 0},
                 .flow = {.growX = 100, .growY = 100},
                 .hidden = true,

@@ -61,11 +61,38 @@ Making HowToMake(const ControlData& data) noexcept {
     }
 }
 
-// A report is a list of paths, which read from left to right also in an Arabic window.
-void ReadFromLeft(HWND control) noexcept {
-    const LONG style = GetWindowLongW(control, GWL_EXSTYLE);
-    if ((style & WS_EX_LAYOUTRTL) == 0) return;
-    SetWindowLongW(control, GWL_EXSTYLE, (style & ~WS_EX_LAYOUTRTL) | WS_EX_LEFTSCROLLBAR);
+/// While it lives, children of a mirrored form are not mirrored.
+class NoInheritance {
+  public:
+    explicit NoInheritance(HWND form) : form_(form), style_(GetWindowLongW(form, GWL_EXSTYLE)) {
+        SetWindowLongW(form_, GWL_EXSTYLE, style_ | WS_EX_NOINHERITLAYOUT);
+    }
+    ~NoInheritance() { SetWindowLongW(form_, GWL_EXSTYLE, style_); }
+    NoInheritance(const NoInheritance&) = delete;
+    NoInheritance& operator=(const NoInheritance&) = delete;
+
+  private:
+    HWND form_;
+    LONG style_;
+};
+
+constexpr UINT_PTR kFrameSubclass = 1;
+
+// What the control in a frame tells or asks concerns the form.
+LRESULT CALLBACK PassOn(HWND frame, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                        DWORD_PTR) {
+    switch (message) {
+        case WM_COMMAND:
+        case WM_CTLCOLORSTATIC:
+        case WM_CTLCOLOREDIT:
+            return SendMessageW(GetParent(frame), message, wParam, lParam);
+        case WM_NCDESTROY:
+            RemoveWindowSubclass(frame, PassOn, kFrameSubclass);
+            break;
+        default:
+            break;
+    }
+    return DefSubclassProc(frame, message, wParam, lParam);
 }
 
 void Prepare(HWND control, const ControlData& data) {
@@ -80,7 +107,6 @@ void Prepare(HWND control, const ControlData& data) {
             break;
         case ControlKind::Report:
             SendMessageW(control, EM_SETLIMITTEXT, kUnlimited, 0);
-            ReadFromLeft(control);
             break;
         case ControlKind::ProgressBar:
             SendMessageW(control, PBM_SETRANGE32, 0, kProgressMaximum);
@@ -94,14 +120,24 @@ void Prepare(HWND control, const ControlData& data) {
 
 bool HasWindow(ControlKind kind) noexcept { return kind < ControlKind::Timer; }
 
-HWND MakeControl(HWND form, const ControlData& data, Language language) {
+HWND MakeFrame(HWND form, const ControlData& data) {
+    const NoInheritance fromLeft(form);
+    DWORD style = WS_CHILD | WS_CLIPSIBLINGS | WS_CLIPCHILDREN;
+    if (!data.hidden) style |= WS_VISIBLE;
+    const HWND frame = CreateWindowExW(WS_EX_CONTROLPARENT, WC_STATICW, L"", style, 0, 0, 0, 0,
+                                       form, nullptr, GetModuleHandleW(nullptr), nullptr);
+    if (frame == nullptr) RaiseLast({});
+    SetWindowSubclass(frame, PassOn, kFrameSubclass, 0);
+    return frame;
+}
+
+HWND MakeControl(HWND parent, const ControlData& data, Language language) {
     const Making making = HowToMake(data);
     DWORD style = making.style | WS_CHILD | WS_CLIPSIBLINGS;
     if (!data.hidden) style |= WS_VISIBLE;
     const std::wstring text(data.text.In(language));
-    // The direction of writing comes from the form.
     const HWND control = CreateWindowExW(
-        making.extendedStyle, making.className, text.c_str(), style, 0, 0, 0, 0, form,
+        making.extendedStyle, making.className, text.c_str(), style, 0, 0, 0, 0, parent,
         reinterpret_cast<HMENU>(static_cast<INT_PTR>(data.id)), GetModuleHandleW(nullptr), nullptr);
     if (control == nullptr) RaiseLast({});
     Prepare(control, data);

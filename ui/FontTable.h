@@ -11,6 +11,7 @@ inline constexpr FontPair kLabel{{L"Arial", 9}, {L"Traditional Arabic", 11}};
 inline constexpr FontPair kArial{{L"Arial", 9}, {L"Arial", 9}};
 inline constexpr FontPair kTimes{{L"Times New Roman", 10}, {L"Times New Roman", 10}};
 inline constexpr FontPair kText{{L"Times New Roman", 10}, {L"Traditional Arabic", 11}};
+inline constexpr FontPair kReport{{L"Times New Roman", 10}, {L"Arial", 9}};
 inline constexpr FontPair kBoldText{{L"Times New Roman", 10, true},
                                     {L"Traditional Arabic", 11, true}};
 inline constexpr FontPair kTitle{{L"Times New Roman", 24, true}, {L"Traditional Arabic", 24, true}};

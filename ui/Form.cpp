@@ -84,7 +84,9 @@ void Form::MakeParts() {
     for (const ControlData& data : data_.controls) {
         Part part;
         part.data = &data;
-        if (HasWindow(data.kind)) part.window = MakeControl(Handle(), data, language_);
+        if (NeedsFrame(data.kind, language_)) part.frame = MakeFrame(Handle(), data);
+        const HWND parent = part.frame != nullptr ? part.frame : Handle();
+        if (HasWindow(data.kind)) part.window = MakeControl(parent, data, language_);
         if (data.kind == ControlKind::ListView) {
             part.list = std::make_unique<ListView>(part.window, data, language_);
         } else if (data.kind == ControlKind::ToolBar) {

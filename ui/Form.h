@@ -145,6 +145,7 @@ class Form final : public Window {
     struct Part {
         const ControlData* data = nullptr;
         HWND window = nullptr;
+        HWND frame = nullptr;  ///< around the control, where it needs one
         std::unique_ptr<ListView> list;
         std::unique_ptr<ToolBar> toolBar;
         IconHandle picture;

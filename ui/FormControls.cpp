@@ -106,6 +106,7 @@ void Form::ShowControl(std::wstring_view name, bool on) {
     const int height = part->data->opens;
     // What opens the form shows when there is room for it, and goes before the room does.
     if (height != 0 && on) GrowBy(height);
+    if (part->frame != nullptr) ShowWindow(part->frame, on ? SW_SHOWNA : SW_HIDE);
     ShowWindow(part->window, on ? SW_SHOWNA : SW_HIDE);
     if (height != 0) on ? Arrange() : GrowBy(-height);
 }

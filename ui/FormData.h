@@ -65,7 +65,7 @@ struct ColumnData {
     std::wstring_view key;
     Texts header{};
     ColumnKind kind = ColumnKind::Text;
-    int width = 100;  ///< at 96 DPI, until there is something to measure
+    int width = 100;  ///< at 96 DPI; while the list is empty, at least
 };
 
 /// A button of a toolbar. The program knows it by its key.

@@ -103,10 +103,16 @@ void Form::Arrange() {
         const Rect place = Arranged(part.data->place, part.data->flow, data_.design, client, dpi_);
         if (part.data->kind == ControlKind::DropDown) {
             ArrangeDropDown(part.window, place);
-        } else if (moves != nullptr) {
-            moves =
-                DeferWindowPos(moves, part.window, nullptr, place.left, place.top, place.Width(),
-                               place.Height(), SWP_NOZORDER | SWP_NOACTIVATE | keep);
+            continue;
+        }
+        if (part.frame != nullptr) {
+            SetWindowPos(part.window, nullptr, 0, 0, place.Width(), place.Height(),
+                         SWP_NOZORDER | SWP_NOACTIVATE);
+        }
+        const HWND outer = part.frame != nullptr ? part.frame : part.window;
+        if (moves != nullptr) {
+            moves = DeferWindowPos(moves, outer, nullptr, place.left, place.top, place.Width(),
+                                   place.Height(), SWP_NOZORDER | SWP_NOACTIVATE | keep);
         }
     }
     if (moves != nullptr) EndDeferWindowPos(moves);

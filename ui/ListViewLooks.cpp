@@ -21,7 +21,7 @@ constexpr int kCellMargin = 6;
 constexpr int kTextAfterIcon = 4;
 constexpr int kIconAndGaps = 26;
 constexpr int kSortMark = 14;
-constexpr int kNarrowestColumn = 56;
+constexpr int kNarrowestColumn = 40;
 constexpr int kWidestColumn = 420;
 constexpr int kEmptyTextMargin = 24;
 
@@ -82,7 +82,6 @@ void ListView::FitColumns() {
 // Measuring every cell of a long list would take longer than filling it, so the cells with the most
 // letters stand for the others.
 int ListView::WidthOf(std::size_t column) const {
-    if (rows_.empty()) return Scaled(data_.columns[column].width, dpi_);
     constexpr std::size_t kMeasured = 12;
     std::vector<const std::wstring*> longest;
     for (const auto& row : rows_) {
@@ -105,7 +104,8 @@ int ListView::WidthOf(std::size_t column) const {
     SelectObject(canvas, before);
     ReleaseDC(control_, canvas);
     width += 2 * Scaled(kCellMargin, dpi_) + 1;
-    return std::clamp(width, Scaled(kNarrowestColumn, dpi_), Scaled(kWidestColumn, dpi_));
+    const int least = rows_.empty() ? data_.columns[column].width : kNarrowestColumn;
+    return std::clamp(width, Scaled(least, dpi_), Scaled(kWidestColumn, dpi_));
 }
 
 void ListView::MarkSortColumn(int column, bool ascending) {

@@ -33,17 +33,17 @@ constexpr Texts kDate{L"Date", L"التاريخ"};
 constexpr Texts kLocationNumber{L"SP", L"رمز الموقع"};
 
 constexpr std::array kItemColumns{
-    ColumnData{.key = L"Name", .header = kName, .width = 130},
+    ColumnData{.key = L"Name", .header = kName, .width = 90},
     ColumnData{
-        .key = L"Path", .header = {L"Path", L"المسار"}, .kind = ColumnKind::Path, .width = 160},
-    ColumnData{.key = L"Type", .header = kType, .width = 60},
-    ColumnData{.key = L"Size", .header = kSize, .kind = ColumnKind::Number, .width = 70},
-    ColumnData{.key = L"Date", .header = kDate, .width = 110},
-    ColumnData{.key = L"SP", .header = kLocationNumber, .kind = ColumnKind::Number, .width = 50},
+        .key = L"Path", .header = {L"Path", L"المسار"}, .kind = ColumnKind::Path, .width = 90},
+    ColumnData{.key = L"Type", .header = kType, .width = 44},
+    ColumnData{.key = L"Size", .header = kSize, .kind = ColumnKind::Number, .width = 44},
+    ColumnData{.key = L"Date", .header = kDate, .width = 44},
+    ColumnData{.key = L"SP", .header = kLocationNumber, .kind = ColumnKind::Number, .width = 30},
     ColumnData{.key = L"Location",
                .header = {L"Location", L"الموقع"},
                .kind = ColumnKind::Path,
-               .width = 140},
+               .width = 60},
 };
 
 constexpr std::array kVaultColumns{
@@ -71,14 +71,14 @@ constexpr std::array kControls{
                 .id = ID_Toolbar1,
                 .kind = ControlKind::ToolBar,
                 .font = fonts::kSystem,
-                .place = {8, 4, 776, 36},
+                .place = {6, 4, 786, 36},
                 .flow = {.growX = 100},
                 .spokenName = {L"Commands", L"الأوامر"},
                 .buttons = kToolButtons},
     ControlData{.name = L"Picture1",
                 .id = ID_Picture1,
                 .kind = ControlKind::Picture,
-                .place = {kDesign.width - kMargin - 32, 6, 32, 32},
+                .place = {kDesign.width - kMargin - 24, 10, 24, 24},
                 .flow = {.moveX = 100},
                 .icon = IDI_Program},
     ControlData{.name = L"Label01",

@@ -15,7 +15,7 @@ constexpr int kIconSize = 20;
 constexpr int kButtonHeight = 32;
 constexpr int kPadding = 5;
 constexpr int kTextGap = 5;
-constexpr int kTextMargin = 4;
+constexpr int kTextMargin = 2;
 constexpr int kRounding = 6;
 
 bool Has(const NMTBCUSTOMDRAW& draw, UINT state) noexcept {
