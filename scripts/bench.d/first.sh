@@ -1,0 +1,47 @@
+# The first backup of many small files, against copying the same tree into an empty folder. Our run
+# reports each file on its standard output, as xcopy does without /Q.
+#
+# Every run gets a new place, and nothing is deleted before the last round: for some minutes ext4
+# keeps the inodes of deleted files from being used again and steps over each of them whenever a file
+# is made. After the removal of some ten thousand files that search takes most of the time.
+title="first backup, $((folders * 20)) files of 4 KiB in $folders folders"
+sides=(vaultwright xcopy xcopy-q cp rsync)
+comparisons=('vaultwright xcopy 1.0' 'vaultwright xcopy-q 1.0' 'vaultwright cp -' 'vaultwright rsync -')
+
+make() {
+    makeTree "$data/tree" "$folders" 20 4096
+}
+
+# xcopy makes its folder itself and is measured doing so; so is the folder of a copy of ours.
+reset() {
+    target=$data/$round-$1
+    [[ $1 == xcopy* ]] || mkdir "$target"
+    writeList "$data/list.vwl" "$target" "$data/tree"
+    sync
+}
+
+commandOf() {
+    local from to
+    from=$(windowsPath "$data/tree")
+    to=$(windowsPath "$target")
+    case $1 in
+        vaultwright) argv=("$loader" "$program" /B "$(windowsPath "$data/list.vwl")") ;;
+        xcopy) argv=("$loader" "$xcopy" /E /I "$from" "$to") ;;
+        xcopy-q) argv=("$loader" "$xcopy" /E /I /Q "$from" "$to") ;;
+        cp) argv=(cp -a "$data/tree/." "$target/") ;;
+        rsync) argv=(rsync -a "$data/tree/" "$target/") ;;
+    esac
+}
+
+check() {
+    local copy=$target
+    case $1 in
+        vaultwright)
+            says 'Done\.'
+            copy=$(theCopy "$target")
+            ;;
+        xcopy*) says "^$((folders * 20)) file" ;;
+    esac
+    sameCount "$data/tree" "$copy"
+    [[ $round -gt 0 ]] || sameTree "$data/tree" "$copy"
+}

@@ -1,0 +1,18 @@
+# A silent start that has nothing to do, against a process that ends at once.
+title='silent start, empty list'
+sides=(vaultwright cmd)
+comparisons=('vaultwright cmd -')
+
+make() {
+    mkdir "$data/vault"
+    writeList "$data/list.vwl" "$data/vault"
+}
+
+commandOf() {
+    case $1 in
+        vaultwright) argv=("$loader" "$program" /B "$(windowsPath "$data/list.vwl")") ;;
+        cmd) argv=("$loader" "$cmd" /c exit) ;;
+    esac
+}
+
+check() { :; }

@@ -1,0 +1,47 @@
+# A run that finds nothing changed, against listing the same tree.
+title="unchanged run, $((folders * 100)) small files in $folders folders"
+sides=(vaultwright dir rsync cp-u)
+comparisons=('vaultwright dir 1.0' 'vaultwright rsync -' 'vaultwright cp-u -')
+
+make() {
+    local firstCopy
+    makeTree "$data/tree" "$folders" 100 64
+    mkdir "$data/vault" "$data/copy"
+    writeList "$data/list.vwl" "$data/vault" "$data/tree"
+    cp -a "$data/tree" "$data/copy/cp-u"
+    cp -a "$data/tree" "$data/copy/rsync"
+    once vaultwright
+    firstCopy=$(theCopy "$data/vault")
+    sameTree "$data/tree" "$firstCopy"
+}
+
+commandOf() {
+    case $1 in
+        vaultwright) argv=("$loader" "$program" /B "$(windowsPath "$data/list.vwl")") ;;
+        dir) argv=("$loader" "$cmd" /c dir /s "$(windowsPath "$data/tree")") ;;
+        rsync) argv=(rsync -a "$data/tree/" "$data/copy/rsync/") ;;
+        cp-u) argv=(cp -au "$data/tree/." "$data/copy/cp-u/") ;;
+    esac
+}
+
+check() {
+    case $1 in
+        vaultwright)
+            says 'No change since last backup'
+            theCopy "$data/vault" >/dev/null
+            ;;
+        dir) says "^ *$((folders * 100)) files" ;;
+    esac
+}
+
+# A run that had not looked at every file would be fast too: the last file has to be noticed.
+finish() {
+    local last
+    last=$(find "$data/tree" -type f | sort | tail -n 1)
+    echo changed >"$last"
+    touch -d '1 minute' "$last"
+    once vaultwright
+    says 'Done\.'
+    [[ $(find "$data/vault" -mindepth 1 -maxdepth 1 -type d | wc -l) -eq 2 ]] ||
+        fail 'a changed file was not noticed'
+}
