@@ -75,6 +75,7 @@ void Form::Load(HWND owner) {
 
 void Form::MakeParts() {
     tips_ = std::make_unique<ToolTips>(Handle());
+    names_ = std::make_unique<SpokenNames>();
     if (!data_.menu.empty()) {
         menu_ = std::make_unique<Menu>(data_.menu, language_, data_.menuBar);
         if (data_.menuBar) menu_->AttachTo(Handle());
@@ -93,6 +94,7 @@ void Form::MakeParts() {
             part.toolBar = std::make_unique<ToolBar>(part.window, data, language_);
         }
         if (data.path || !data.tip.english.empty()) tips_->Add(part.window);
+        names_->Set(part.window, data.spokenName.In(language_));
         parts_.push_back(std::move(part));
     }
 }
@@ -101,6 +103,7 @@ void Form::ForgetParts() noexcept {
     parts_.clear();
     menu_.reset();
     tips_.reset();
+    names_.reset();
     fonts_.reset();
     accelerators_.Reset();
     rowPictures_.reset();

@@ -12,6 +12,7 @@
 #include "ui/Icons.h"
 #include "ui/ListView.h"
 #include "ui/Menu.h"
+#include "ui/SpokenNames.h"
 #include "ui/ToolBar.h"
 #include "ui/ToolTips.h"
 #include "ui/Window.h"
@@ -206,6 +207,7 @@ class Form final : public Window {
     std::unique_ptr<Menu> menu_;
     std::unique_ptr<Fonts> fonts_;
     std::unique_ptr<ToolTips> tips_;
+    std::unique_ptr<SpokenNames> names_;
     AcceleratorHandle accelerators_;
     std::unique_ptr<RowPictures> rowPictures_;
     IconHandle smallIcon_;

@@ -32,6 +32,9 @@ void Form::OnEscaped(const std::exception_ptr& error) noexcept { events_.OnEscap
 
 std::optional<LRESULT> Form::OnWindowMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
+        case WM_DESTROY:
+            names_.reset();
+            return std::nullopt;
         case WM_CLOSE:
             Unload(UnloadReason::User);
             return 0;

@@ -7,10 +7,14 @@
 //           max        maximised
 //           report     busy: with its report open
 //           opening    about: without its button, as at the start of the program
+//           large, small, list
+//                      main: another view of the lists than the details
 //           WxH        inner size, such as 1008x661
 
+#include <array>
 #include <cwchar>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "platform/WindowEventPump.h"
@@ -38,6 +42,13 @@ void GiveInnerSize(const Form& form, int width, int height) {
                  outer.bottom - outer.top - inner.bottom + height, SWP_NOMOVE | SWP_NOZORDER);
 }
 
+void ShowAs(Form& form, ViewStyle style) {
+    for (const auto* name : {L"lsvBackupList", L"lsvRestore1", L"lsvRestore2"}) {
+        form.List(name).SetStyle(style);
+        form.List(name).SetArrange(ViewArrange::Top);
+    }
+}
+
 int Show(const std::vector<std::wstring>& arguments) {
     if (arguments.size() < 2) return 2;
     const auto has = [&](std::wstring_view option) {
@@ -62,6 +73,12 @@ int Show(const std::vector<std::wstring>& arguments) {
         int height = 0;
         if (swscanf(argument.c_str(), L"%dx%d", &width, &height) == 2) {
             GiveInnerSize(form, width, height);
+        }
+    }
+    if (main) {
+        const std::array<std::wstring_view, 3> views{L"large", L"small", L"list"};
+        for (std::size_t i = 0; i < views.size(); ++i) {
+            if (has(views[i])) ShowAs(form, static_cast<ViewStyle>(i));
         }
     }
     if (has(L"max")) form.Maximise();

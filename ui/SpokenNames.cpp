@@ -1,0 +1,49 @@
+#include "ui/SpokenNames.h"
+
+// The accessibility declarations need those of the window system and of COM first.
+#include <objbase.h>
+#include <oleacc.h>
+
+#include <string>
+
+namespace vw {
+
+namespace {
+
+// The import libraries at hand leave these out.
+constexpr GUID kServicesClass{
+    0xb5f8350b, 0x0548, 0x48b1, {0xa6, 0xee, 0x88, 0xbd, 0x00, 0xb4, 0xa5, 0xe7}};
+constexpr GUID kServices{
+    0x6e26e776, 0x04f0, 0x495d, {0x80, 0xe4, 0x33, 0x30, 0x35, 0x2e, 0x31, 0x69}};
+constexpr GUID kNameProperty{
+    0x608d3df8, 0x8128, 0x4aa7, {0xa4, 0x28, 0xf5, 0x5e, 0x49, 0x26, 0x72, 0x91}};
+
+}  // namespace
+
+SpokenNames::SpokenNames() noexcept
+    : initialised_(SUCCEEDED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED))) {
+    void* services = nullptr;
+    if (SUCCEEDED(CoCreateInstance(kServicesClass, nullptr, CLSCTX_INPROC_SERVER, kServices,
+                                   &services))) {
+        services_ = static_cast<IAccPropServices*>(services);
+    }
+}
+
+SpokenNames::~SpokenNames() {
+    for (const HWND control : named_) {
+        services_->ClearHwndProps(control, static_cast<DWORD>(OBJID_CLIENT), CHILDID_SELF,
+                                  &kNameProperty, 1);
+    }
+    if (services_ != nullptr) services_->Release();
+    if (initialised_) CoUninitialize();
+}
+
+void SpokenNames::Set(HWND control, std::wstring_view name) {
+    if (services_ == nullptr || control == nullptr || name.empty()) return;
+    const HRESULT result =
+        services_->SetHwndPropStr(control, static_cast<DWORD>(OBJID_CLIENT), CHILDID_SELF,
+                                  kNameProperty, std::wstring(name).c_str());
+    if (SUCCEEDED(result)) named_.push_back(control);
+}
+
+}  // namespace vw

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <string_view>
+#include <vector>
+
+#include "platform/WindowsHeader.h"
+
+struct IAccPropServices;
+
+namespace vw {
+
+/// Names of controls for screen readers, where no label before the control tells. A system without
+/// that service goes without the names.
+class SpokenNames {
+  public:
+    SpokenNames() noexcept;
+    ~SpokenNames();
+    SpokenNames(const SpokenNames&) = delete;
+    SpokenNames& operator=(const SpokenNames&) = delete;
+
+    /// Names a control, which must still exist when this object goes.
+    void Set(HWND control, std::wstring_view name);
+
+  private:
+    bool initialised_;
+    IAccPropServices* services_ = nullptr;
+    std::vector<HWND> named_;
+};
+
+}  // namespace vw
