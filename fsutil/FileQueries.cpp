@@ -127,19 +127,22 @@ double FolderFreeSpace(System& system, std::wstring_view folder, double bytesNee
     return free;
 }
 
-Date PathDate(System& system, CopyDates& copyDates, std::wstring_view path) {
-    Date newest = kMissingDate;
-    Trapped(system.errors, Named(L"PathDate"),
-            [&] { newest = NewestDateOf(system, copyDates, path); });
-    return newest;
-}
+namespace {
 
-Date NewestDateOf(System& system, CopyDates& copyDates, std::wstring_view path) {
+// `newest` holds what was found so far when an error ends the search.
+void FindNewestDate(System& system, CopyDates& copyDates, std::wstring_view path, Date& newest) {
+    newest = kMissingDate;
     const std::optional<FileFacts> facts = system.files.Look(path);
-    if (!facts) return kMissingDate;
-    if (NamesCopy(path)) return copyDates.PackageDate(path);
-    if (!facts->isFolder) return facts->lastWrite;
-    Date newest = kEmptyFolderDate;
+    if (!facts) return;
+    if (NamesCopy(path)) {
+        newest = copyDates.PackageDate(path);
+        return;
+    }
+    if (!facts->isFolder) {
+        newest = facts->lastWrite;
+        return;
+    }
+    newest = kEmptyFolderDate;
     TreeVisitor visitor;
     visitor.file = [&](const FolderEntry& file) { newest = std::max(newest, file.lastWrite); };
     visitor.enters = [&](const std::wstring& subFolder) {
@@ -149,6 +152,20 @@ Date NewestDateOf(System& system, CopyDates& copyDates, std::wstring_view path) 
     };
     visitor.yield = [&] { system.pump.DoEventsIfDue(); };
     WalkTree(system.files, path, visitor);
+}
+
+}  // namespace
+
+Date PathDate(System& system, CopyDates& copyDates, std::wstring_view path) {
+    Date newest = kMissingDate;
+    Trapped(system.errors, Named(L"PathDate"),
+            [&] { FindNewestDate(system, copyDates, path, newest); });
+    return newest;
+}
+
+Date NewestDateOf(System& system, CopyDates& copyDates, std::wstring_view path) {
+    Date newest = kMissingDate;
+    FindNewestDate(system, copyDates, path, newest);
     return newest;
 }
 
