@@ -20,14 +20,9 @@ class ExitCode : public SystemTest {
     const std::wstring missingFile = program.tree.Path(L"Home\\Nobody.txt");
     const std::wstring missingFolder = program.tree.Path(L"Home\\Nowhere") + L"\\";
 
-    std::wstring ListOf(std::initializer_list<std::wstring_view> items) const {
-        std::string text = "BackupTo: ";
-        for (const wchar_t unit : vault + L"\r\n") text += static_cast<char>(unit);
-        for (const std::wstring_view item : items) {
-            for (const wchar_t unit : item) text += static_cast<char>(unit);
-            text += "\r\n";
-        }
-        return program.tree.File(L"List.vwl", text);
+    std::wstring ListOf(std::vector<std::wstring> items) const {
+        items.insert(items.begin(), L"BackupTo: " + vault);
+        return program.List(L"List.vwl", items);
     }
 
     /// A file that another program uses and does not share, for as long as the result lives.

@@ -71,10 +71,10 @@ void ProgramCopy::EnableLogonStart() const {
 }
 
 std::wstring ProgramCopy::List(std::wstring_view relative,
-                               std::initializer_list<std::wstring_view> lines) const {
+                               const std::vector<std::wstring>& lines) const {
     std::wstring text;
     bool ascii = true;
-    for (const std::wstring_view line : lines) {
+    for (const std::wstring& line : lines) {
         text.append(line).append(L"\r\n");
         for (const wchar_t unit : line) ascii = ascii && unit < 0x80;
     }

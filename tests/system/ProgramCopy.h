@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <initializer_list>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -41,8 +40,7 @@ class ProgramCopy {
     void EnableLogonStart() const;
 
     /// Writes a list of these lines; gives its path.
-    std::wstring List(std::wstring_view relative,
-                      std::initializer_list<std::wstring_view> lines) const;
+    std::wstring List(std::wstring_view relative, const std::vector<std::wstring>& lines) const;
 
     /// How to start the program with these arguments, for changes before Start.
     [[nodiscard]] ProgramStart With(std::wstring_view arguments) const;

@@ -4,16 +4,15 @@
 
 #include <cstdio>
 
+#include "platform/Handle.h"
 #include "tests/system/ProgramCopy.h"
 
 namespace vw::test {
 namespace {
 
-using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::SizeIs;
-using testing::StartsWith;
 
 class StartFailures : public SystemTest {
   protected:
@@ -176,17 +175,14 @@ TEST_F(StartFailures, WithoutASettingTheDefaultDestinationIsBackupOnTheSystemDri
 
 // The boxes of all these runs close at the same time, since each takes its five seconds.
 TEST_F(StartFailures, BoxesOfASilentRunCloseThemselvesAndOthersWait) {
-    std::vector<std::wstring> items;
+    std::vector<std::wstring> items{L"BackupTo: " + vault};
     std::vector<FileHandle> locks;
-    std::wstring text = L"BackupTo: " + vault + L"\r\n";
-    for (const std::wstring_view name : {L"1", L"2", L"3", L"4", L"5"}) {
-        const std::wstring item = program.tree.File(std::wstring(L"Home\\") + name.data());
+    for (const wchar_t* const name : {L"Home\\1", L"Home\\2", L"Home\\3", L"Home\\4", L"Home\\5"}) {
+        items.push_back(program.tree.File(name));
         locks.emplace_back(
-            CreateFileW(item.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
-        text += item + L"\r\n";
+            CreateFileW(items.back().c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
     }
-    const std::wstring locked =
-        program.tree.File(L"Locked.vwl", std::string(text.begin(), text.end()));
+    const std::wstring locked = program.List(L"Locked.vwl", items);
     const std::wstring unplugged =
         program.List(L"Unplugged.vwl", {L"BackupTo: " + program.tree.Path(L"Unplugged"), letter});
     ProgramCopy badLanguage;
