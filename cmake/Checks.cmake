@@ -5,7 +5,7 @@ foreach(check IN LISTS checks)
     get_filename_component(name ${check} NAME_WE)
     add_test(NAME check_${name} COMMAND ${check} WORKING_DIRECTORY ${CMAKE_SOURCE_DIR})
     set_tests_properties(check_${name} PROPERTIES
-        TIMEOUT 300
+        TIMEOUT 900
         LABELS check
         ENVIRONMENT "VW_BUILD=${CMAKE_BINARY_DIR}")
 endforeach()
