@@ -35,7 +35,11 @@ bool CPackage::PlaceCopy(NewCopy& copy, bool mayRotate) {
     const Rotation rotation = mayRotate ? Rotate(copy.itemPath, copy.location) : Rotation::Done;
     if (rotation == Rotation::Broken) return false;
     if (rotation == Rotation::Undone && CopyStands(copy.place)) {
-        Remove(copy.entry);
+        // It must not look ready while it is being deleted: half of it would be finished later.
+        const std::wstring condemned =
+            destination_->WorkingPath(WorkingState::Old, copy.itemPath, copy.place);
+        MoveEntry(copy.entry, condemned);
+        Remove(condemned);
         Remove(comment);
         return false;
     }

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/RuntimeError.h"
 #include "platform/Utf8.h"
 #include "platform/WindowsHeader.h"
 // Behind the one above, whose types it needs.
@@ -83,6 +84,11 @@ DriveKind DriveDouble::KindOfDrive(std::wstring_view path) {
 
 void DriveDouble::List(std::wstring_view folder, const EntryVisitor& visitor) {
     if (!shownEmpty.contains(std::wstring(folder))) Inner().List(folder, visitor);
+}
+
+void DriveDouble::Move(std::wstring_view from, std::wstring_view to) {
+    if (held.contains(std::wstring(from))) Raise(error_number::kPermissionDenied, from);
+    Inner().Move(from, to);
 }
 
 EngineWorld::EngineWorld()

@@ -76,11 +76,13 @@ class DriveDouble : public ForwardingFileSystem {
     std::uint64_t FreeSpace(std::wstring_view folder) override;
     DriveKind KindOfDrive(std::wstring_view path) override;
     void List(std::wstring_view folder, const EntryVisitor& visitor) override;
+    void Move(std::wstring_view from, std::wstring_view to) override;
 
     std::optional<DriveKind> kind;
     std::map<std::wstring, std::uint64_t> freeBytes;  ///< by folder
     Lines asked;                                      ///< folders whose free space was asked
     std::set<std::wstring> shownEmpty;                ///< folders that show no entries
+    std::set<std::wstring> held;                      ///< what may not be moved
 };
 
 /// What came of one run.
