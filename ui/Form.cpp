@@ -198,9 +198,13 @@ void Form::EndModal() noexcept {
     modalOwner_ = nullptr;
 }
 
+Form* Form::FromWindow(HWND window) noexcept {
+    return window == nullptr ? nullptr : dynamic_cast<Form*>(From(window));
+}
+
 bool Form::TranslateKeys(const MSG& message) {
     const HWND root = GetAncestor(message.hwnd, GA_ROOT);
-    auto* form = root == nullptr ? nullptr : dynamic_cast<Form*>(From(root));
+    Form* form = FromWindow(root);
     if (form == nullptr || !form->IsFormEnabled()) return false;
     MSG copy = message;
     return form->Translate(copy);

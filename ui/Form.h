@@ -56,6 +56,9 @@ class Form final : public Window {
     Form(const FormData& data, Language language, FormEvents& events);
     ~Form() override;
 
+    /// The form that a window is, or nothing.
+    [[nodiscard]] static Form* FromWindow(HWND window) noexcept;
+
     [[nodiscard]] const FormData& Data() const noexcept { return data_; }
     [[nodiscard]] Language InLanguage() const noexcept { return language_; }
     /// The name of the variant: frmMainEn, frmMainAr...
