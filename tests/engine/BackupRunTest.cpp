@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "platform/RuntimeError.h"
 #include "platform/Utf8.h"
 #include "tests/engine/EngineWorld.h"
@@ -178,6 +180,52 @@ TEST(BackupRun, YieldsAfterEveryFileOfAFolder) {
     }
 }
 
+// Calls back in the middle of each copy, as the system does for large files.
+class SlowDisk : public ForwardingFileSystem {
+  public:
+    using ForwardingFileSystem::ForwardingFileSystem;
+    void Copy(std::wstring_view from, std::wstring_view to, const CopyProgress& progress) override {
+        ASSERT_TRUE(progress);
+        progress();
+        if (meanwhile) meanwhile();
+        progress();
+        Inner().Copy(from, to, progress);
+    }
+    std::function<void()> meanwhile;
+};
+
+TEST(BackupRun, OnlyRepaintsWhileALargeFileIsCopied) {
+    EngineWorld world;
+    MakeWork(world);
+    world.List({L"Work\\*"});
+    SlowDisk slow(world.world.disk);
+    System system = world.world.With(slow);
+    int yields = 0;
+    slow.meanwhile = [&] {
+        // A cancel seen now waits for the end of the file.
+        world.state.cancelRequested = true;
+        yields = world.world.pump.Yields();
+    };
+    CPackage engine(system, world.state, world.host);
+    engine.BackupAll();
+    EXPECT_GE(world.host.repaints, 2);
+    EXPECT_GT(world.world.pump.Yields(), yields);
+    EXPECT_EQ(world.Copies(), (Listing{{L"Work«0001»", kFolder}, {L"Work«0001»\\a.txt", "a"}}));
+    EXPECT_EQ(world.world.exitStatus.Code(), error_number::kCancelled);
+}
+
+TEST(BackupRun, ExitCodeTellsTheFirstFailure) {
+    EngineWorld world;
+    world.tree.File(L"locked.txt", "x", Day(1));
+    const FileHandle held = HoldOpen(world.Path(L"locked.txt"));
+    world.List({L"Store\\", L"missing.txt", L"locked.txt"});
+    EXPECT_EQ(world.Run().exitCode, error_number::kAccessError);
+    world.List({L"missing.txt", L"Store\\", L"locked.txt"});
+    EXPECT_EQ(world.Run().exitCode, error_number::kFileNotFound);
+    world.List({L"locked.txt", L"missing.txt", L"Store\\"});
+    EXPECT_EQ(world.Run().exitCode, error_number::kPermissionDenied);
+}
+
 TEST(BackupRun, GoesOnAfterAFileThatCannotBeCopied) {
     EngineWorld world;
     MakeWork(world);
@@ -249,6 +297,22 @@ TEST(BackupItem, EndsTheProgramAtAMissingDestination) {
     const RunResult result = world.With([&](CPackage& engine) { engine.BackupItem(file); });
     EXPECT_TRUE(result.ended);
     EXPECT_EQ(result.exitCode, error_number::kPathNotFound);
+}
+
+TEST(BackupPath, CutsTheStarOfARule) {
+    EngineWorld world;
+    MakeWork(world);
+    const RunResult result = world.With(
+        [&](CPackage& engine) { engine.BackupPath(world.Path(L"Work\\*"), 0, true, false); });
+    EXPECT_EQ(Joined(result.lines),
+              Joined(BackedUp(L"~\\Work", {L"~\\Work\\a.txt", L"~\\Work\\b.txt"})));
+}
+
+TEST(BackupPath, TakesTheLocationThatItIsGiven) {
+    EngineWorld world;
+    const std::wstring file = world.tree.File(L"a.txt", "a", Day(1));
+    world.With([&](CPackage& engine) { engine.BackupPath(file, 7, false, false); });
+    EXPECT_EQ(world.Copies(), (Listing{{L"a«0701».txt", "a"}}));
 }
 
 TEST(BackupPath, MakesASafetyCopyWithoutRotationOrChangeTest) {
