@@ -44,4 +44,6 @@ set(PURE_TESTS
     tests/platform/TextCaseTest.cpp
     tests/platform/Utf8Test.cpp
     tests/platform/ValTest.cpp
+    tests/ui/DisplayTextTest.cpp
+    tests/ui/LayoutTest.cpp
 )

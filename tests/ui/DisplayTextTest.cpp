@@ -1,0 +1,85 @@
+#include "ui/DisplayText.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace vw {
+namespace {
+
+using testing::ElementsAre;
+
+// Every letter is one wide.
+int Letters(std::wstring_view text) { return static_cast<int>(text.size()); }
+
+TEST(DisplayText, TheFirstLetterOfANameDecidesItsDirection) {
+    EXPECT_FALSE(NameReadsFromRight(L"Report (1)"));
+    EXPECT_TRUE(NameReadsFromRight(L"رسالة (1)"));
+    EXPECT_FALSE(NameReadsFromRight(L"Invoice رقم"));
+    EXPECT_TRUE(NameReadsFromRight(L"2025 صور"));
+    EXPECT_FALSE(NameReadsFromRight(L"2025-10-02 18:41"));
+    EXPECT_FALSE(NameReadsFromRight(L""));
+    EXPECT_TRUE(NameReadsFromRight(L"שלום"));
+}
+
+TEST(DisplayText, AnyArabicLetterDecidesTheDirectionOfASentence) {
+    EXPECT_TRUE(PhraseReadsFromRight(L"Vaultwright يقوم بالعمل نيابة عنك!"));
+    EXPECT_FALSE(PhraseReadsFromRight(L"Vaultwright"));
+    EXPECT_FALSE(PhraseReadsFromRight(L""));
+    EXPECT_FALSE(PhraseReadsFromRight(L"١٢٣")) << "digits have no direction of their own";
+}
+
+TEST(DisplayText, PathsBeginWithADriveOrAServer) {
+    EXPECT_TRUE(LooksLikePath(L"C:\\a"));
+    EXPECT_TRUE(LooksLikePath(L"\\\\server\\share"));
+    EXPECT_FALSE(LooksLikePath(L"C:"));
+    EXPECT_FALSE(LooksLikePath(L"C:a"));
+    EXPECT_FALSE(LooksLikePath(L"Done"));
+    EXPECT_FALSE(LooksLikePath(L""));
+}
+
+TEST(DisplayText, APathFallsIntoItsFolders) {
+    EXPECT_THAT(PathPieces(L"C:\\a\\b.txt"), ElementsAre(L"C:\\", L"a\\", L"b.txt"));
+    EXPECT_THAT(PathPieces(L"C:\\a\\"), ElementsAre(L"C:\\", L"a\\"));
+    EXPECT_THAT(PathPieces(L"\\\\s\\x"), ElementsAre(L"\\", L"\\", L"s\\", L"x"));
+    EXPECT_THAT(PathPieces(L""), ElementsAre());
+}
+
+TEST(DisplayText, WhatFitsIsNotShortened) {
+    EXPECT_EQ(Shortened(L"C:\\a\\b.txt", 10, Letters), L"C:\\a\\b.txt");
+    EXPECT_EQ(Shortened(L"", 0, Letters), L"");
+}
+
+TEST(DisplayText, APathLosesItsMiddle) {
+    EXPECT_EQ(Shortened(L"C:\\Users\\Mona\\Letters\\Diary.txt", 20, Letters),
+              L"C:\\Users\\…\\Diary.txt");
+    EXPECT_EQ(Shortened(L"C:\\Users\\Mona\\Letters\\", 16, Letters), L"C:\\Us…\\Letters\\");
+}
+
+TEST(DisplayText, ANameThatDoesNotFitLosesItsEnd) {
+    EXPECT_EQ(Shortened(L"C:\\a\\Diary of the long way.txt", 8, Letters), L"C:\\a\\Di…");
+    EXPECT_EQ(Shortened(L"Backing up everything", 8, Letters), L"Backing…");
+    EXPECT_EQ(Shortened(L"Backing", 0, Letters), L"…");
+}
+
+TEST(DisplayText, ShorteningKeepsSurrogatesTogether) {
+    const std::wstring text = {0xD83D, 0xDE00, 0xD83D, 0xDE00, 0xD83D, 0xDE00};
+    const std::wstring expected = {0xD83D, 0xDE00, 0x2026};
+    EXPECT_EQ(Shortened(text, 4, Letters), expected);
+}
+
+TEST(DisplayText, WordsWrapAtBlanks) {
+    EXPECT_THAT(Wrapped(L"one two three", 7, Letters), ElementsAre(L"one two", L"three"));
+    EXPECT_THAT(Wrapped(L"one two three", 100, Letters), ElementsAre(L"one two three"));
+    EXPECT_THAT(Wrapped(L"one  two", 4, Letters), ElementsAre(L"one", L"two"));
+    EXPECT_THAT(Wrapped(L"unbreakable word", 4, Letters), ElementsAre(L"unbreakable", L"word"));
+}
+
+TEST(DisplayText, LinesOfTheTextStayLines) {
+    EXPECT_THAT(Wrapped(L"a\r\nb c\nd", 9, Letters), ElementsAre(L"a", L"b c", L"d"));
+    EXPECT_THAT(Wrapped(L"a\r\n\r\nb", 9, Letters), ElementsAre(L"a", L"", L"b"));
+    EXPECT_THAT(Wrapped(L"", 9, Letters), ElementsAre());
+    EXPECT_THAT(Wrapped(L"a ", 9, Letters), ElementsAre(L"a "));
+}
+
+}  // namespace
+}  // namespace vw

@@ -1,0 +1,110 @@
+#pragma once
+
+#include <exception>
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "ui/Form.h"
+#include "ui/Forms.h"
+
+namespace vw::test {
+
+/// Writes down what a form tells.
+class RecordedEvents final : public FormEvents {
+  public:
+    std::vector<ControlEvent> events;
+    std::vector<UnloadReason> unloadReasons;
+    std::vector<WindowState> sizes;
+    std::vector<std::pair<int, int>> mouse;
+    int loads = 0;
+    int unloads = 0;
+    int taskbars = 0;
+    bool letsGo = true;
+    std::exception_ptr escaped;
+    /// What a handler does; nothing at first.
+    std::function<void(Form&, const ControlEvent&)> onControl;
+
+    void OnControl(Form& form, const ControlEvent& event) override {
+        events.push_back(event);
+        if (onControl) onControl(form, event);
+    }
+    void OnLoad(Form&) override { ++loads; }
+    bool OnQueryUnload(Form&, UnloadReason reason) override {
+        unloadReasons.push_back(reason);
+        return letsGo;
+    }
+    void OnUnload(Form&) override { ++unloads; }
+    void OnResize(Form&, WindowState state) override { sizes.push_back(state); }
+    void OnMouseMove(Form&, int x, int y) override { mouse.emplace_back(x, y); }
+    void OnTaskbarCreated(Form&) override { ++taskbars; }
+    void OnEscaped(Form&, const std::exception_ptr& error) noexcept override { escaped = error; }
+
+    /// The last event; an empty one when there is none.
+    [[nodiscard]] ControlEvent Last() const {
+        return events.empty() ? ControlEvent{} : events.back();
+    }
+};
+
+/// A loaded form with its events.
+class LoadedForm {
+  public:
+    LoadedForm(const FormData& data, Language language) : form(data, language, events) {
+        form.Load();
+    }
+
+    RecordedEvents events;
+    Form form;
+
+    [[nodiscard]] HWND Handle() const noexcept { return form.Handle(); }
+    [[nodiscard]] HWND Control(std::wstring_view name) const { return form.Control(name); }
+};
+
+/// The two variants of every form, for loops over all eight.
+inline constexpr Language kLanguages[]{Language::English, Language::Arabic};
+
+inline std::vector<const FormData*> AllForms() {
+    return {&MainForm(), &BusyForm(), &TrayForm(), &AboutForm()};
+}
+
+/// Text for messages of failed tests.
+inline std::string Narrow(std::wstring_view text) {
+    std::string narrow;
+    for (const wchar_t unit : text) narrow += unit < 128 ? static_cast<char>(unit) : '?';
+    return narrow;
+}
+
+/// Gives a form an inner size, in pixels.
+inline void GiveInnerSize(const Form& form, int width, int height) {
+    RECT inner{};
+    RECT outer{};
+    GetClientRect(form.Handle(), &inner);
+    GetWindowRect(form.Handle(), &outer);
+    SetWindowPos(form.Handle(), nullptr, 0, 0, outer.right - outer.left - inner.right + width,
+                 outer.bottom - outer.top - inner.bottom + height, SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+/// Moves a form to a screen of another resolution, as the system tells it.
+inline void GiveDpi(const Form& form, int dpi) {
+    RECT outer{};
+    GetWindowRect(form.Handle(), &outer);
+    const int before = form.Dpi();
+    outer.right = outer.left + MulDiv(outer.right - outer.left, dpi, before);
+    outer.bottom = outer.top + MulDiv(outer.bottom - outer.top, dpi, before);
+    SendMessageW(form.Handle(), WM_DPICHANGED, MAKEWPARAM(dpi, dpi),
+                 reinterpret_cast<LPARAM>(&outer));
+}
+
+/// A control's rectangle inside its form, counted from the left edge of the screen's side.
+inline RECT PlaceOf(const Form& form, HWND control) {
+    RECT place{};
+    GetWindowRect(control, &place);
+    RECT client{};
+    GetClientRect(form.Handle(), &client);
+    MapWindowPoints(form.Handle(), nullptr, reinterpret_cast<POINT*>(&client), 2);
+    OffsetRect(&place, -client.left, -client.top);
+    return place;
+}
+
+}  // namespace vw::test

@@ -1,0 +1,264 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "tests/ui/FormFixture.h"
+
+namespace vw {
+namespace {
+
+using test::LoadedForm;
+
+int CompareTexts(std::wstring_view first, std::wstring_view second) {
+    return first.compare(second);
+}
+
+class ListViewOf : public testing::TestWithParam<Language> {
+  protected:
+    LoadedForm main{MainForm(), GetParam()};
+    ListView& list = main.form.List(L"lsvBackupList");
+
+    int Add(const wchar_t* name, const wchar_t* path) {
+        const int row = list.Add(name, RowIcon::File);
+        list.SetSubItem(row, L"Path", path);
+        return row;
+    }
+
+    std::vector<std::wstring> Names() {
+        std::vector<std::wstring> names;
+        for (int row = 0; row < list.Count(); ++row) {
+            names.push_back(list.SubItem(row, kNameColumn));
+        }
+        return names;
+    }
+
+    // What another program, such as a screen reader, is told.
+    std::wstring Told(int row, int column) {
+        wchar_t text[512] = L"";
+        LVITEMW item{};
+        item.iSubItem = column;
+        item.pszText = text;
+        item.cchTextMax = 512;
+        SendMessageW(list.Handle(), LVM_GETITEMTEXTW, static_cast<WPARAM>(row),
+                     reinterpret_cast<LPARAM>(&item));
+        return text;
+    }
+};
+
+TEST_P(ListViewOf, WhatIsPutInIsReadBackExactly) {
+    const std::wstring path = L"C:\\العمل\\(new) رسالة إلى العائلة.docx";
+    const int row = list.Add(L"رسالة (1)", RowIcon::Folder);
+    EXPECT_EQ(row, 0);
+    list.SetSubItem(row, L"Path", path);
+    list.SetSubItem(row, L"Size", L"31 KB", 31744);
+    EXPECT_EQ(list.SubItem(0, L"Path"), path);
+    EXPECT_EQ(list.SubItem(0, kNameColumn), L"رسالة (1)");
+    EXPECT_EQ(list.SubItem(0, L"Type"), L"");
+    EXPECT_EQ(list.IconOf(0), RowIcon::Folder);
+    EXPECT_EQ(Told(0, 0), L"رسالة (1)");
+    EXPECT_EQ(Told(0, list.ColumnOf(L"Path")), path);
+    EXPECT_EQ(Told(0, list.ColumnOf(L"Size")), L"31 KB");
+    main.form.Show(ShowHow::KeepFocus);
+    UpdateWindow(list.Handle());
+    EXPECT_EQ(Told(0, list.ColumnOf(L"Path")), path) << "painting changes nothing";
+}
+
+TEST_P(ListViewOf, RowsComeAndGo) {
+    Add(L"a", L"C:\\a");
+    Add(L"b", L"C:\\b");
+    Add(L"c", L"C:\\c");
+    EXPECT_EQ(list.Count(), 3);
+    list.Remove(0);
+    EXPECT_EQ(Names(), (std::vector<std::wstring>{L"b", L"c"}));
+    EXPECT_EQ(list.SubItem(1, L"Path"), L"C:\\c");
+    SendMessageW(list.Handle(), LVM_DELETEITEM, 1, 0);
+    EXPECT_EQ(Names(), (std::vector<std::wstring>{L"b"}));
+    list.Clear();
+    EXPECT_EQ(list.Count(), 0);
+    EXPECT_EQ(list.SubItem(0, L"Path"), L"");
+    EXPECT_EQ(list.SubItem(-1, L"Path"), L"");
+    EXPECT_EQ(Add(L"d", L"C:\\d"), 0);
+}
+
+TEST_P(ListViewOf, FindsRowsByTheirTexts) {
+    Add(L"a", L"C:\\a");
+    Add(L"b", L"C:\\b");
+    EXPECT_EQ(list.Find(L"Path", L"C:\\b"), 1);
+    EXPECT_EQ(list.Find(kNameColumn, L"a"), 0);
+    EXPECT_EQ(list.Find(L"Path", L"c:\\B"), -1);
+}
+
+TEST_P(ListViewOf, OnlyTheUsersSelectionIsToldOf) {
+    Add(L"a", L"C:\\a");
+    Add(L"b", L"C:\\b");
+    EXPECT_EQ(list.Selected(), -1);
+    list.Select(1);
+    EXPECT_EQ(list.Selected(), 1);
+    list.Select(-1);
+    EXPECT_EQ(list.Selected(), -1);
+    EXPECT_TRUE(main.events.events.empty());
+    list.Select(0);
+    SendMessageW(list.Handle(), WM_KEYDOWN, VK_DOWN, 0);
+    EXPECT_EQ(list.Selected(), 1);
+    ASSERT_EQ(main.events.events.size(), 1U);
+    EXPECT_EQ(main.events.Last().control, L"lsvBackupList");
+    EXPECT_EQ(main.events.Last().kind, EventKind::Selection);
+    EXPECT_EQ(main.events.Last().value, 1);
+}
+
+TEST_P(ListViewOf, ClearingAListTellsOfNoSelection) {
+    Add(L"a", L"C:\\a");
+    list.Select(0);
+    list.Clear();
+    EXPECT_TRUE(main.events.events.empty());
+}
+
+TEST_P(ListViewOf, SortsByTextAndKeepsEqualRowsInOrder) {
+    Add(L"b", L"1");
+    Add(L"a", L"1");
+    Add(L"c", L"0");
+    list.Select(0);
+    list.Sort(L"Path", true, CompareTexts);
+    EXPECT_EQ(Names(), (std::vector<std::wstring>{L"c", L"b", L"a"}));
+    EXPECT_EQ(list.Selected(), 1) << "the same row as before";
+    list.Sort(kNameColumn, false, CompareTexts);
+    EXPECT_EQ(Names(), (std::vector<std::wstring>{L"c", L"b", L"a"}));
+    list.Sort(kNameColumn, true, CompareTexts);
+    EXPECT_EQ(Names(), (std::vector<std::wstring>{L"a", L"b", L"c"}));
+    EXPECT_EQ(list.SubItem(0, L"Path"), L"1");
+}
+
+TEST_P(ListViewOf, SortsByValueWhereThereIsOne) {
+    const struct {
+        const wchar_t* name;
+        const wchar_t* text;
+        ListView::Value value;
+    } rows[]{{L"big", L"2 GB", 2147483648},
+             {L"small", L"900 KB", 921600},
+             {L"middle", L"3 MB", 3145728}};
+    for (const auto& row : rows) {
+        list.SetSubItem(list.Add(row.name, RowIcon::File), L"Size", row.text, row.value);
+    }
+    list.Sort(L"Size", true, CompareTexts);
+    EXPECT_EQ(Names(), (std::vector<std::wstring>{L"small", L"middle", L"big"}));
+    list.Sort(L"Size", false, CompareTexts);
+    EXPECT_EQ(Names(), (std::vector<std::wstring>{L"big", L"middle", L"small"}));
+}
+
+TEST_P(ListViewOf, TheHeaderShowsTheDirection) {
+    const auto formatOf = [&](int column) {
+        HDITEMW item{};
+        item.mask = HDI_FORMAT;
+        const auto header =
+            reinterpret_cast<HWND>(SendMessageW(list.Handle(), LVM_GETHEADER, 0, 0));
+        SendMessageW(header, HDM_GETITEMW, static_cast<WPARAM>(column),
+                     reinterpret_cast<LPARAM>(&item));
+        return item.fmt & (HDF_SORTUP | HDF_SORTDOWN);
+    };
+    Add(L"a", L"C:\\a");
+    list.Sort(L"Type", true, CompareTexts);
+    EXPECT_EQ(formatOf(list.ColumnOf(L"Type")), HDF_SORTUP);
+    list.Sort(L"Size", false, CompareTexts);
+    EXPECT_EQ(formatOf(list.ColumnOf(L"Type")), 0);
+    EXPECT_EQ(formatOf(list.ColumnOf(L"Size")), HDF_SORTDOWN);
+    list.ClearSortMark();
+    EXPECT_EQ(formatOf(list.ColumnOf(L"Size")), 0);
+}
+
+TEST_P(ListViewOf, ColumnHeadersClickWithTheirKeys) {
+    NMLISTVIEW click{};
+    click.hdr = {list.Handle(), 0, static_cast<UINT>(LVN_COLUMNCLICK)};
+    click.iItem = -1;
+    click.iSubItem = list.ColumnOf(L"Date");
+    SendMessageW(main.Handle(), WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&click));
+    EXPECT_EQ(main.events.Last().kind, EventKind::ColumnClick);
+    EXPECT_EQ(main.events.Last().key, L"Date");
+    EXPECT_EQ(main.events.Last().value, 4);
+}
+
+TEST_P(ListViewOf, KeysAreToldWhenTheyAreLetGo) {
+    SendMessageW(list.Handle(), WM_KEYUP, VK_DELETE, 0);
+    EXPECT_EQ(main.events.Last().control, L"lsvBackupList");
+    EXPECT_EQ(main.events.Last().kind, EventKind::KeyUp);
+    EXPECT_EQ(main.events.Last().value, VK_DELETE);
+}
+
+TEST_P(ListViewOf, ColumnsGetAsWideAsWhatTheyHold) {
+    const auto widthOf = [&](const wchar_t* key) {
+        return SendMessageW(list.Handle(), LVM_GETCOLUMNWIDTH,
+                            static_cast<WPARAM>(list.ColumnOf(key)), 0);
+    };
+    list.SetRedraw(false);
+    Add(L"a", L"C:\\Users\\Mona\\Documents\\Letters\\Landlord.txt");
+    list.SetRedraw(true);
+    const auto before = widthOf(L"Path");
+    const auto needed = SendMessageW(
+        list.Handle(), LVM_GETSTRINGWIDTHW, 0,
+        reinterpret_cast<LPARAM>(L"C:\\Users\\Mona\\Documents\\Letters\\Landlord.txt"));
+    EXPECT_GE(before, needed + Scaled(12, main.form.Dpi()));
+    EXPECT_LT(before, needed + Scaled(24, main.form.Dpi()));
+    list.SetRedraw(false);
+    list.Clear();
+    Add(L"a", L"C:\\a");
+    list.SetRedraw(true);
+    EXPECT_LT(widthOf(L"Path"), before);
+}
+
+TEST_P(ListViewOf, NumbersStandAtTheRightInBothWindows) {
+    LVCOLUMNW column{};
+    column.mask = LVCF_FMT;
+    SendMessageW(list.Handle(), LVM_GETCOLUMNW, static_cast<WPARAM>(list.ColumnOf(L"Size")),
+                 reinterpret_cast<LPARAM>(&column));
+    // In a mirrored list the left of the format is the right of the screen.
+    EXPECT_EQ(column.fmt & LVCFMT_JUSTIFYMASK,
+              GetParam() == Language::Arabic ? LVCFMT_LEFT : LVCFMT_RIGHT);
+}
+
+TEST_P(ListViewOf, ViewsAndArrangementsAreTheOnesOfTheMenu) {
+    const auto style = [&] { return GetWindowLongW(list.Handle(), GWL_STYLE); };
+    EXPECT_EQ(list.Style(), ViewStyle::Details);
+    list.SetStyle(ViewStyle::LargeIcons);
+    EXPECT_EQ(style() & LVS_TYPEMASK, LVS_ICON);
+    list.SetStyle(ViewStyle::SmallIcons);
+    EXPECT_EQ(style() & LVS_TYPEMASK, LVS_SMALLICON);
+    list.SetStyle(ViewStyle::List);
+    EXPECT_EQ(style() & LVS_TYPEMASK, LVS_LIST);
+    EXPECT_EQ(list.Style(), ViewStyle::List);
+    list.SetArrange(ViewArrange::Left);
+    EXPECT_EQ(style() & LVS_ALIGNMASK, LVS_ALIGNLEFT);
+    list.SetArrange(ViewArrange::Top);
+    EXPECT_EQ(style() & (LVS_ALIGNMASK | LVS_AUTOARRANGE), LVS_ALIGNTOP | LVS_AUTOARRANGE);
+    list.SetArrange(ViewArrange::None);
+    EXPECT_EQ(style() & LVS_AUTOARRANGE, 0);
+    list.SetStyle(ViewStyle::Details);
+    EXPECT_EQ(list.Style(), ViewStyle::Details);
+}
+
+TEST_P(ListViewOf, RowsAreHighEnoughToRead) {
+    Add(L"a", L"C:\\a");
+    RECT row{};
+    row.left = LVIR_BOUNDS;
+    SendMessageW(list.Handle(), LVM_GETITEMRECT, 0, reinterpret_cast<LPARAM>(&row));
+    EXPECT_GE(row.bottom - row.top, Scaled(20, main.form.Dpi()));
+}
+
+// A thousand copies are shown at once; each row is three messages, none of them a walk.
+TEST_P(ListViewOf, ManyRowsAreTakenWhileRedrawingIsOff) {
+    list.SetRedraw(false);
+    for (int i = 0; i < 5000; ++i) {
+        Add(std::to_wstring(i).c_str(), (L"C:\\" + std::to_wstring(i)).c_str());
+    }
+    list.SetRedraw(true);
+    EXPECT_EQ(list.Count(), 5000);
+    EXPECT_EQ(list.SubItem(4999, L"Path"), L"C:\\4999");
+}
+
+INSTANTIATE_TEST_SUITE_P(, ListViewOf, testing::ValuesIn(test::kLanguages),
+                         [](const auto& variant) {
+                             return variant.param == Language::Arabic ? "Arabic" : "English";
+                         });
+
+}  // namespace
+}  // namespace vw
