@@ -89,6 +89,8 @@ class Form final : public Window {
     [[nodiscard]] bool IsFormEnabled() const noexcept;
     void EnableForm(bool on);
     void SetMousePointer(MousePointer pointer);
+    /// Paints at once what waits to be painted, without processing any other message.
+    void Repaint() noexcept;
     /// Makes one of the form's images its icon, in the title bar, the task bar and for Icon().
     void SetIcon(std::wstring_view images, int index);
     /// The small icon that the form has now; the form's own.

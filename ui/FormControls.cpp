@@ -67,6 +67,10 @@ void Form::SetMousePointer(MousePointer pointer) {
     }
 }
 
+void Form::Repaint() noexcept {
+    if (IsVisible()) RedrawWindow(Handle(), nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
+}
+
 HWND Form::Control(std::wstring_view name) const {
     const Part* part = Find(name);
     return part == nullptr ? nullptr : part->window;

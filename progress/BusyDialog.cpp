@@ -1,0 +1,192 @@
+#include "progress/BusyDialog.h"
+
+#include <algorithm>
+
+#include "platform/Clock.h"
+#include "platform/ErrorTrap.h"
+#include "platform/EventPump.h"
+#include "platform/ProgramState.h"
+#include "progress/BusyHost.h"
+#include "progress/TaskbarProgress.h"
+#include "ui/Forms.h"
+
+namespace vw {
+
+namespace {
+
+constexpr Procedure Named(std::wstring_view name) { return {name, L"Form", L"frmBusyDialog"}; }
+
+constexpr int kMessageSeconds = 2;
+constexpr int kBarStep = 10;
+constexpr unsigned kWaitMilliseconds = 50;
+// Handing over takes a twentieth of the time at most, however long the report has become.
+constexpr std::uint64_t kGateMilliseconds = 50;
+constexpr std::uint64_t kGateShare = 20;
+
+}  // namespace
+
+BusyDialog::BusyDialog(System& system, ProgramState& state, Language language, BusyHost& host)
+    : system_(system), state_(state), host_(host), form_(BusyForm(), language, *this) {}
+
+void BusyDialog::Msg(std::wstring_view title, std::wstring_view message,
+                     std::wstring_view subMessage, bool wait, bool close, bool showReport) {
+    Trapped(system_.errors, Named(L"Msg"), [&] {
+        title_ = title;
+        message_ = message;
+        subMessage_ = subMessage;
+        std::wstring line;
+        line.reserve(title.size() + message.size() + subMessage.size() + 5);
+        line.append(title).append(L": ").append(message).append(L" - ").append(subMessage);
+        Report(line, false);
+        form_.ShowControl(L"txtReport", showReport);
+        if (showReport) HandOver();
+        if (form_.IsChecked(L"chkDontHide")) return;
+        if (wait) Wait(kMessageSeconds);
+        if (close) form_.Unload();
+    });
+}
+
+void BusyDialog::Report(std::wstring_view text, bool wait) {
+    Trapped(system_.errors, Named(L"Report"), [&] {
+        AddLine(text);
+        SendView();
+        if (wait) Wait(kMessageSeconds);
+    });
+}
+
+void BusyDialog::AddLine(std::wstring_view text) { report_.append(text).append(L"\r\n"); }
+
+void BusyDialog::SendView() {
+    Trapped(system_.errors, Named(L"SendView"), [&] {
+        if (state_.silentRun) {
+            form_.Load();
+            return;
+        }
+        if (closedInRun_ && state_.cancelRequested && host_.IsRunning()) return;
+        closedInRun_ = false;
+        if (!form_.IsVisible()) {
+            // What was minimised comes back as its button of the task bar.
+            form_.Show(minimised_ ? ShowHow::MinimisedKeepFocus : ShowHow::Activate);
+            HandOver();
+            form_.Repaint();
+        }
+        form_.EnableTimer(L"tmrBusy", true);
+        HandOverIfDue();
+    });
+}
+
+void BusyDialog::BusyHide(bool pause) {
+    Trapped(system_.errors, {L"BusyHide", L"Module", L"MVaultwright"}, [&] {
+        if (!form_.IsVisible()) return;
+        Msg(L"Done", {}, {}, false, false, true);
+        HandOver();
+        form_.EnableTimer(L"tmrBusy", false);
+        form_.SetProgress(L"ProgressBar1", kProgressMaximum);
+        ShowBusyInTaskbar(form_.Handle(), false);
+        if (pause) Wait(kMessageSeconds);
+        if (!KeepsReport()) form_.Unload();
+    });
+}
+
+// A cancel that was there before, such as that of an earlier run, does not count.
+void BusyDialog::Wait(int seconds) {
+    Trapped(system_.errors, {L"Wait", L"Module", L"MBusyDialog"}, [&] {
+        HandOver();
+        const bool before = state_.cancelRequested;
+        const std::uint64_t end =
+            system_.clock.Milliseconds() + static_cast<std::uint64_t>(seconds) * 1000;
+        while (system_.clock.Milliseconds() < end) {
+            system_.pump.WaitForEvents(kWaitMilliseconds);
+            if (!form_.IsLoaded() || (state_.cancelRequested && !before)) break;
+        }
+    });
+}
+
+void BusyDialog::Repaint() {
+    HandOver();
+    form_.Repaint();
+}
+
+bool BusyDialog::KeepsReport() const {
+    return form_.IsVisible() && form_.IsChecked(L"chkDontHide");
+}
+
+void BusyDialog::HandOverIfDue() {
+    if (system_.clock.Milliseconds() >= nextHandOver_) HandOver();
+}
+
+void BusyDialog::HandOver() {
+    if (!form_.IsLoaded()) return;
+    const std::uint64_t begin = system_.clock.Milliseconds();
+    form_.SetText(L"lblTitle", title_);
+    form_.SetText(L"lblMsg", message_);
+    form_.SetText(L"lblSubMsg", subMessage_);
+    if (handedOver_ < report_.size()) {
+        const std::wstring_view report = report_;
+        form_.Append(L"txtReport", report.substr(handedOver_));
+        handedOver_ = report_.size();
+    }
+    const std::uint64_t now = system_.clock.Milliseconds();
+    nextHandOver_ = now + std::max(kGateMilliseconds, (now - begin) * kGateShare);
+}
+
+void BusyDialog::OnLoad(Form&) {
+    // The labels of the layout have no borders; the report of an earlier time is gone.
+    nextHandOver_ = 0;
+    minimised_ = false;
+}
+
+void BusyDialog::OnUnload(Form&) {
+    report_.clear();
+    handedOver_ = 0;
+    title_.clear();
+    message_.clear();
+    subMessage_.clear();
+}
+
+void BusyDialog::OnResize(Form&, WindowState state) {
+    Trapped(system_.errors, Named(L"Form_Resize"), [&] {
+        minimised_ = state == WindowState::Minimised;
+        if (minimised_) host_.LoadTrayIcon();
+    });
+}
+
+// The order matters: the wish to keep the report would keep the main window disabled.
+bool BusyDialog::OnQueryUnload(Form& form, UnloadReason) {
+    Trapped(system_.errors, Named(L"Form_QueryUnload"), [&] {
+        closedInRun_ = host_.IsRunning();
+        state_.cancelRequested = true;
+        host_.AbortRun();
+        if (minimised_) host_.UnloadTrayIcon();
+        form.Check(L"chkDontHide", false);
+        host_.Ready(true);
+        if (minimised_) host_.ShowMainWindow();
+    });
+    return true;
+}
+
+void BusyDialog::OnTaskbarButtonCreated(Form& form) {
+    if (form.IsTimerEnabled(L"tmrBusy")) ShowBusyInTaskbar(form.Handle(), true);
+}
+
+void BusyDialog::OnControl(Form& form, const ControlEvent& event) {
+    if (event.control == L"tmrBusy") {
+        tmrBusy_Timer();
+    } else if (event.control == L"cmdCancel" && event.kind == EventKind::Click) {
+        Trapped(system_.errors, Named(L"cmdCancel_Click"), [&] { form.Unload(); });
+    }
+}
+
+void BusyDialog::tmrBusy_Timer() {
+    Trapped(system_.errors, Named(L"tmrBusy_Timer"), [this] {
+        if (message_ == L"End") {
+            form_.Unload();
+            return;
+        }
+        HandOver();
+        form_.SetProgress(L"ProgressBar1",
+                          (form_.Progress(L"ProgressBar1") + kBarStep) % kProgressMaximum);
+    });
+}
+
+}  // namespace vw

@@ -1,0 +1,83 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "platform/System.h"
+#include "ui/Form.h"
+
+namespace vw {
+
+class BusyHost;
+struct ProgramState;
+
+/// frmBusyDialog: tells what the program is working on, keeps the report of it, and can be closed
+/// to cancel. Closing it in any way cancels; work that is over does not mind.
+///
+/// Texts and report lines are kept here and handed to the controls through a time gate, so that a
+/// run of 100,000 files is not held up by windows that repaint themselves.
+class BusyDialog final : private FormEvents {
+  public:
+    BusyDialog(System& system, ProgramState& state, Language language, BusyHost& host);
+
+    /// Shows a message and adds "title: message - subMessage" to the report. With `wait` it stands
+    /// for two seconds, with `close` the dialog is unloaded then; neither while the user wants to
+    /// keep the report. `showReport` opens the report, or closes it.
+    void Msg(std::wstring_view title, std::wstring_view message, std::wstring_view subMessage,
+             bool wait, bool close, bool showReport);
+
+    /// Adds a line to the report.
+    void Report(std::wstring_view text, bool wait);
+
+    /// Brings the dialog up; in a silent run it is only loaded.
+    void SendView();
+
+    /// Ends the busy state when the dialog is visible: the report opens with "Done" at its end and,
+    /// after two seconds with `pause`, the dialog goes unless the user wants to keep the report.
+    void BusyHide(bool pause);
+
+    /// Waits with the windows alive; a cancel, or the end of the dialog, ends the wait early.
+    void Wait(int seconds);
+
+    /// Hands texts that wait to the controls and paints them, without processing other messages:
+    /// for the time of one long file.
+    void Repaint();
+
+    /// Whether the dialog stands there with the user's wish to keep its report.
+    [[nodiscard]] bool KeepsReport() const;
+
+    /// Everything reported so far, since the dialog was last loaded.
+    [[nodiscard]] const std::wstring& ReportText() const noexcept { return report_; }
+
+    [[nodiscard]] Form& Window() noexcept { return form_; }
+    [[nodiscard]] const Form& Window() const noexcept { return form_; }
+
+  private:
+    void OnControl(Form& form, const ControlEvent& event) override;
+    void OnLoad(Form& form) override;
+    bool OnQueryUnload(Form& form, UnloadReason reason) override;
+    void OnUnload(Form& form) override;
+    void OnResize(Form& form, WindowState state) override;
+    void OnTaskbarButtonCreated(Form& form) override;
+
+    void tmrBusy_Timer();
+    void AddLine(std::wstring_view text);
+    void HandOver();
+    void HandOverIfDue();
+
+    System& system_;
+    ProgramState& state_;
+    BusyHost& host_;
+    Form form_;
+    std::wstring title_;
+    std::wstring message_;
+    std::wstring subMessage_;
+    std::wstring report_;
+    std::size_t handedOver_ = 0;  ///< of the report, to its control
+    std::uint64_t nextHandOver_ = 0;
+    bool minimised_ = false;
+    bool closedInRun_ = false;  ///< it must not flash up again while the run comes to its end
+};
+
+}  // namespace vw
