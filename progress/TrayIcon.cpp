@@ -3,84 +3,151 @@
 #include <algorithm>
 #include <string_view>
 
+#include "platform/ErrorTrap.h"
+#include "platform/ProgramState.h"
+#include "ui/Forms.h"
+
 namespace vw {
 
 namespace {
 
+constexpr Procedure Named(std::wstring_view name) { return {name, L"Form", L"frmTrayIcon"}; }
+
+constexpr UINT kIconId = 1;
 // Notifications of the icon arrive as mouse moves over its window.
 constexpr UINT kIconMessage = WM_MOUSEMOVE;
-constexpr UINT kIconId = 1;
 constexpr std::size_t kTipUnits = 64;
-constexpr UINT_PTR kMaximize = 1;
-constexpr UINT_PTR kExit = 2;
-
-constexpr std::wstring_view kTipEnglish = L"Please Wait Vaultwright In Use";
-constexpr std::wstring_view kTipArabic = L"الرجاء الانتظار بينما تتم عملية النسخ الاحنياطي";
+constexpr int kFrames = 4;
+constexpr std::wstring_view kApplicationTitle = L"Vaultwright";
 
 }  // namespace
 
-TrayIcon::TrayIcon(TrayHost& host, bool arabic)
-    : host_(host), arabic_(arabic), taskbarCreated_(RegisterWindowMessageW(L"TaskbarCreated")) {
-    Create({.className = arabic ? L"frmTrayIconAr" : L"frmTrayIconEn",
-            .title = L"Vaultwright",
-            .style = WS_OVERLAPPED});
-    Add();
+TrayIcon::TrayIcon(System& system, ProgramState& state, Language language, TrayHost& host)
+    : system_(system), state_(state), host_(host), form_(TrayForm(), language, *this) {}
+
+void TrayIcon::Load() { form_.IsLoaded() ? HideWindows() : form_.Load(); }
+
+void TrayIcon::Unload() { form_.Unload(); }
+
+void TrayIcon::OnLoad(Form& form) {
+    Trapped(system_.errors, Named(L"Form_Load"), [&] {
+        form.Menus().Show(L"mnuProp1Cancel", !state_.silentRun);
+        frame_ = 1;
+        form.SetIcon(L"Image1", 0);
+        cbAnimated_Click();
+        form.EnableTimer(L"Timer1", true);
+        HideWindows();
+    });
 }
 
-TrayIcon::~TrayIcon() {
-    NOTIFYICONDATAW record = Record();
-    if (added_) Shell_NotifyIconW(NIM_DELETE, &record);
+void TrayIcon::HideWindows() {
+    for (Form* loaded : host_.LoadedForms()) loaded->Hide();
 }
 
-NOTIFYICONDATAW TrayIcon::Record() const {
+void TrayIcon::cbStatic_Click() {
+    Trapped(system_.errors, Named(L"cbStatic_Click"), [&] {
+        animating_ = false;
+        form_.SetIcon(L"Image1", 0);
+        tip_ = kApplicationTitle;
+        AddIcon();
+    });
+}
+
+void TrayIcon::cbAnimated_Click() {
+    Trapped(system_.errors, Named(L"cbAnimated_Click"), [&] {
+        animating_ = true;
+        tip_ = form_.Text(L"lblMsg1");
+        AddIcon();
+    });
+}
+
+void TrayIcon::cbEnd_Click() {
+    Trapped(system_.errors, Named(L"cbEnd_Click"), [this] { form_.Unload(); });
+}
+
+void TrayIcon::mnuPropAction_Click() {
+    Trapped(system_.errors, Named(L"mnuPropAction_Click"), [this] { cbEnd_Click(); });
+}
+
+NOTIFYICONDATAW TrayIcon::InitIconStruct() const {
     NOTIFYICONDATAW record{};
     record.cbSize = NOTIFYICONDATAW_V1_SIZE;
-    record.hWnd = Handle();
+    record.hWnd = form_.Handle();
     record.uID = kIconId;
     record.uFlags = NIF_MESSAGE | NIF_ICON | NIF_TIP;
     record.uCallbackMessage = kIconMessage;
-    record.hIcon = LoadIconW(nullptr, IDI_APPLICATION);
-    const std::wstring_view tip = arabic_ ? kTipArabic : kTipEnglish;
-    tip.copy(record.szTip, std::min(tip.size(), kTipUnits - 1));
+    record.hIcon = form_.Icon();
+    tip_.copy(record.szTip, std::min(tip_.size(), kTipUnits - 1));
     return record;
 }
 
-void TrayIcon::Add() noexcept {
-    NOTIFYICONDATAW record = Record();
-    added_ = Shell_NotifyIconW(NIM_ADD, &record) != 0;
+void TrayIcon::AddIcon() {
+    NOTIFYICONDATAW record = InitIconStruct();
+    lastStatus_ = Shell_NotifyIconW(NIM_ADD, &record) != 0;
+    added_ = added_ || lastStatus_;
 }
 
-void TrayIcon::ShowMenu() {
-    const HMENU menu = CreatePopupMenu();
-    if (menu == nullptr) return;
-    AppendMenuW(menu, MF_STRING, kMaximize, L"Maximize");
-    AppendMenuW(menu, MF_STRING, kExit, L"Exit");
-    SetMenuDefaultItem(menu, static_cast<UINT>(kMaximize), FALSE);
-    POINT cursor{};
-    GetCursorPos(&cursor);
-    // Without the foreground the menu would stay open when the user clicks elsewhere.
-    SetForegroundWindow(Handle());
-    const auto chosen = static_cast<UINT_PTR>(TrackPopupMenu(
-        menu, TPM_RETURNCMD | TPM_RIGHTBUTTON, cursor.x, cursor.y, 0, Handle(), nullptr));
-    PostMessageW(Handle(), WM_NULL, 0, 0);
-    DestroyMenu(menu);
-    if (chosen == kExit) host_.ExitChosen();
+void TrayIcon::OnTaskbarCreated(Form&) {
+    added_ = false;
+    AddIcon();
 }
 
-LRESULT TrayIcon::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
-    if (message == taskbarCreated_) {
-        Add();
-        return 0;
-    }
-    switch (message) {
-        case kIconMessage:
-            if (LOWORD(lParam) == WM_RBUTTONDOWN) ShowMenu();
-            return 0;
-        case WM_CLOSE:
-            host_.TrayClosing();
-            return 0;
-        default:
-            return Window::OnMessage(message, wParam, lParam);
+void TrayIcon::Timer1_Timer() {
+    Trapped(system_.errors, Named(L"Timer1_Timer"), [this] {
+        if (!animating_) return;
+        form_.SetIcon(L"Image1", frame_ - 1);
+        frame_ = frame_ % kFrames + 1;
+        NOTIFYICONDATAW record = InitIconStruct();
+        lastStatus_ = Shell_NotifyIconW(NIM_MODIFY, &record) != 0;
+    });
+}
+
+void TrayIcon::OnMouseMove(Form& form, int x, int) {
+    Trapped(system_.errors, Named(L"Form_MouseMove"), [&] {
+        if (x == WM_LBUTTONUP) {
+            MaximizeApp();
+        } else if (x == WM_RBUTTONDOWN) {
+            form.PopUpMenu(L"mnuProp1", L"mnuProp1Maximize");
+        }
+    });
+}
+
+// The names asked for are those without a language, which no window has: a click on the icon only
+// takes the icon away, and the next message of the work brings its dialog back.
+void TrayIcon::MaximizeApp() {
+    Trapped(system_.errors, Named(L"MaximizeApp"), [this] {
+        for (Form* loaded : host_.LoadedForms()) {
+            if (loaded->Name() == L"frmMain") {
+                loaded->Show(ShowHow::Maximised);
+            } else if (loaded->Name() == L"frmBusyDialog") {
+                loaded->Show(ShowHow::Normal);
+            }
+        }
+        if (!state_.silentRun) form_.Unload();
+    });
+}
+
+bool TrayIcon::OnQueryUnload(Form&, UnloadReason) {
+    Trapped(system_.errors, Named(L"Form_QueryUnload"), [this] {
+        NOTIFYICONDATAW record = InitIconStruct();
+        if (added_) lastStatus_ = Shell_NotifyIconW(NIM_DELETE, &record) != 0;
+        added_ = false;
+        animating_ = false;
+        if (state_.silentRun) host_.frmUnload();
+    });
+    return true;
+}
+
+void TrayIcon::OnControl(Form&, const ControlEvent& event) {
+    if (event.control == L"Timer1") {
+        Timer1_Timer();
+    } else if (event.control == L"mnuProp1Maximize") {
+        Trapped(system_.errors, Named(L"mnuProp1Maximize_Click"), [this] { MaximizeApp(); });
+    } else if (event.control == L"mnuProp1Cancel") {
+        Trapped(system_.errors, Named(L"mnuProp1Cancel_Click"),
+                [this] { state_.cancelRequested = true; });
+    } else if (event.control == L"mnuProp1Exit") {
+        Trapped(system_.errors, Named(L"mnuProp1Exit_Click"), [this] { host_.frmUnload(); });
     }
 }
 

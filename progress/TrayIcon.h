@@ -1,12 +1,17 @@
 #pragma once
 
+#include <vector>
+
+#include "platform/System.h"
 #include "platform/WindowsHeader.h"
 // The shell's declarations need those of the window system first.
 #include <shellapi.h>
 
-#include "ui/Window.h"
+#include "ui/Form.h"
 
 namespace vw {
+
+struct ProgramState;
 
 /// What the notification icon asks of the program.
 class TrayHost {
@@ -16,33 +21,71 @@ class TrayHost {
     TrayHost& operator=(const TrayHost&) = delete;
     virtual ~TrayHost() = default;
 
-    /// "Exit" was chosen in the icon's menu.
-    virtual void ExitChosen() = 0;
+    /// Every form that is loaded, the icon's own included.
+    [[nodiscard]] virtual std::vector<Form*> LoadedForms() = 0;
 
-    /// The icon's window is being closed from outside.
-    virtual void TrayClosing() = 0;
+    /// Unloads every window and ends the program.
+    virtual void frmUnload() = 0;
 };
 
-/// The window frmTrayIcon, never shown: it carries the icon in the notification area that tells of
-/// work without windows, and keeps the process while it is loaded.
-class TrayIcon final : private Window {
+/// frmTrayIcon: never shown, it carries the animated icon in the notification area while the
+/// program works without windows, and keeps a silent run alive while it is loaded.
+class TrayIcon final : private FormEvents {
   public:
-    TrayIcon(TrayHost& host, bool arabic);
-    ~TrayIcon() override;
+    TrayIcon(System& system, ProgramState& state, Language language, TrayHost& host);
+
+    /// Puts the icon into the notification area and hides every window; once more while it is
+    /// loaded, it only hides them.
+    void Load();
+
+    /// Takes the icon away.
+    void Unload();
+
+    /// The icon without animation, with the program's name as its tip.
+    void cbStatic_Click();
+    /// The icon with animation.
+    void cbAnimated_Click();
+    void cbEnd_Click();
+    void mnuPropAction_Click();
+
+    /// Shows the windows again; in an interactive run the icon goes then.
+    void MaximizeApp();
 
     /// Whether the icon is there for the user to reach.
     [[nodiscard]] bool IsReachable() const noexcept { return added_; }
 
-  private:
-    LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
-    [[nodiscard]] NOTIFYICONDATAW Record() const;
-    void Add() noexcept;
-    void ShowMenu();
+    /// What the shell answered last.
+    [[nodiscard]] bool LastStatus() const noexcept { return lastStatus_; }
 
+    /// The animation frame that comes next, from 1 to 4.
+    [[nodiscard]] int Frame() const noexcept { return frame_; }
+
+    [[nodiscard]] Form& Window() noexcept { return form_; }
+    [[nodiscard]] const Form& Window() const noexcept { return form_; }
+
+    /// The notification record of the window's present state.
+    [[nodiscard]] NOTIFYICONDATAW InitIconStruct() const;
+
+  private:
+    void OnControl(Form& form, const ControlEvent& event) override;
+    void OnLoad(Form& form) override;
+    bool OnQueryUnload(Form& form, UnloadReason reason) override;
+    void OnMouseMove(Form& form, int x, int y) override;
+    void OnTaskbarCreated(Form& form) override;
+
+    void AddIcon();
+    void HideWindows();
+    void Timer1_Timer();
+
+    System& system_;
+    ProgramState& state_;
     TrayHost& host_;
-    bool arabic_;
+    Form form_;
+    std::wstring tip_;
+    int frame_ = 1;
+    bool animating_ = false;
     bool added_ = false;
-    UINT taskbarCreated_;
+    bool lastStatus_ = false;
 };
 
 }  // namespace vw
