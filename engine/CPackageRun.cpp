@@ -2,11 +2,11 @@
 #include "engine/DestinationVisit.h"
 #include "engine/EngineProcedure.h"
 #include "engine/RunTexts.h"
+#include "list/format/CopiesCount.h"
 #include "list/format/FieldReader.h"
 #include "list/format/ListLine.h"
 #include "list/format/ListText.h"
 #include "platform/Clock.h"
-#include "platform/Conversions.h"
 #include "platform/EventPump.h"
 #include "platform/ExitStatus.h"
 #include "platform/RuntimeError.h"
@@ -17,14 +17,6 @@ namespace {
 
 constexpr std::uint64_t kSilentPatience = 10ULL * 60 * 1000;
 constexpr unsigned kLockPollMilliseconds = 100;
-
-// A count that is no number is passed over: a run must not die on it.
-void TakeCopiesCount(std::wstring_view value, std::int16_t& count) {
-    try {
-        count = CInt(value);
-    } catch (const RuntimeError&) {
-    }
-}
 
 }  // namespace
 

@@ -1,6 +1,7 @@
 #include "fsutil/FileQueries.h"
 
 #include <algorithm>
+#include <functional>
 
 #include "fsutil/SizeText.h"
 #include "fsutil/TreeWalk.h"
@@ -79,10 +80,14 @@ std::wstring CPathSize(System& system, std::wstring_view path) {
         if (!facts) return;
         const std::uint64_t size =
             facts->isFolder ? static_cast<std::uint64_t>(WholeTreeSize(system, path)) : facts->size;
-        const std::wstring sign = UserDecimalSign();
-        text = SizeText(size, sign.empty() ? L'.' : sign.front());
+        text = CSize(size);
     });
     return text;
+}
+
+std::wstring CSize(std::uint64_t bytes) {
+    const std::wstring sign = UserDecimalSign();
+    return SizeText(bytes, sign.empty() ? L'.' : sign.front());
 }
 
 bool FolderOnFixedDrive(System& system, std::wstring_view folder) {
@@ -129,8 +134,12 @@ double FolderFreeSpace(System& system, std::wstring_view folder, double bytesNee
 
 namespace {
 
+// Gets the bytes of whatever a search for the newest date comes by, for who wants their sum too.
+using SizeTaker = std::function<void(std::uint64_t)>;
+
 // `newest` holds what was found so far when an error ends the search.
-void FindNewestDate(System& system, CopyDates& copyDates, std::wstring_view path, Date& newest) {
+void FindNewestDate(System& system, CopyDates& copyDates, std::wstring_view path, Date& newest,
+                    const SizeTaker& takeSize = {}) {
     newest = kMissingDate;
     const std::optional<FileFacts> facts = system.files.Look(path);
     if (!facts) return;
@@ -144,9 +153,13 @@ void FindNewestDate(System& system, CopyDates& copyDates, std::wstring_view path
     }
     newest = kEmptyFolderDate;
     TreeVisitor visitor;
-    visitor.file = [&](const FolderEntry& file) { newest = std::max(newest, file.lastWrite); };
+    visitor.file = [&](const FolderEntry& file) {
+        newest = std::max(newest, file.lastWrite);
+        if (takeSize) takeSize(file.size);
+    };
     visitor.enters = [&](const std::wstring& subFolder) {
         if (!NamesCopy(subFolder)) return true;
+        if (takeSize) takeSize(static_cast<std::uint64_t>(WholeTreeSize(system, subFolder)));
         newest = std::max(newest, copyDates.PackageDate(subFolder));
         return false;
     };
@@ -161,6 +174,26 @@ Date PathDate(System& system, CopyDates& copyDates, std::wstring_view path) {
     Trapped(system.errors, Named(L"PathDate"),
             [&] { FindNewestDate(system, copyDates, path, newest); });
     return newest;
+}
+
+std::optional<SizeAndDate> PathSizeAndDate(System& system, CopyDates& copyDates,
+                                           std::wstring_view path) {
+    std::optional<SizeAndDate> found;
+    Trapped(system.errors, Named(L"PathDate"), [&] {
+        const std::optional<FileFacts> facts = system.files.Look(path);
+        if (!facts) return;
+        found = SizeAndDate{facts->isFolder, facts->size, facts->lastWrite};
+        if (NamesCopy(path)) {
+            found->date = copyDates.PackageDate(path);
+            if (facts->isFolder) {
+                found->size = static_cast<std::uint64_t>(WholeTreeSize(system, path));
+            }
+        } else if (facts->isFolder) {
+            FindNewestDate(system, copyDates, path, found->date,
+                           [&](std::uint64_t bytes) { found->size += bytes; });
+        }
+    });
+    return found;
 }
 
 Date NewestDateOf(System& system, CopyDates& copyDates, std::wstring_view path) {

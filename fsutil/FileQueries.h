@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -39,7 +40,21 @@ double FolderFreeSpace(System& system, std::wstring_view folder, double bytesNee
 /// the date stored with it; kMissingDate for nothing.
 [[nodiscard]] Date PathDate(System& system, CopyDates& copyDates, std::wstring_view path);
 
-/// The same for a backup, which must not go on without the date: raises what goes wrong.
+/// What the lists show of an item.
+struct SizeAndDate {
+    bool isFolder = false;
+    std::uint64_t size = 0;  ///< bytes; of a folder its whole tree
+    Date date = 0;           ///< that of PathDate
+};
+
+/// Size and date of an item from one walk through its tree; nothing when it does not exist.
+[[nodiscard]] std::optional<SizeAndDate> PathSizeAndDate(System& system, CopyDates& copyDates,
+                                                         std::wstring_view path);
+
+/// A size as display text, in the user's number format.
+[[nodiscard]] std::wstring CSize(std::uint64_t bytes);
+
+/// The date of PathDate for a backup, which must not go on without it: raises what goes wrong.
 [[nodiscard]] Date NewestDateOf(System& system, CopyDates& copyDates, std::wstring_view path);
 
 }  // namespace vw::MFileDosShell

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 namespace vw {
 
@@ -8,5 +9,9 @@ namespace vw {
 [[nodiscard]] std::wstring UserDateSeparator();
 [[nodiscard]] std::wstring UserTimeSeparator();
 [[nodiscard]] std::wstring UserDecimalSign();
+
+/// Less than, equal to or greater than 0: the order of two texts in lists that the user reads,
+/// without regard to case.
+[[nodiscard]] int CompareForUser(std::wstring_view left, std::wstring_view right);
 
 }  // namespace vw

@@ -8,9 +8,8 @@ namespace vw {
 void ShowBusyInTaskbar(HWND window, bool busy) noexcept {
     const bool initialised = SUCCEEDED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED));
     ITaskbarList3* taskbar = nullptr;
-    const HRESULT made =
-        CoCreateInstance(CLSID_TaskbarList, nullptr, CLSCTX_INPROC_SERVER, IID_ITaskbarList3,
-                         reinterpret_cast<void**>(&taskbar));
+    const HRESULT made = CoCreateInstance(CLSID_TaskbarList, nullptr, CLSCTX_INPROC_SERVER,
+                                          IID_ITaskbarList3, reinterpret_cast<void**>(&taskbar));
     if (SUCCEEDED(made)) {
         if (SUCCEEDED(taskbar->HrInit())) {
             taskbar->SetProgressState(window, busy ? TBPF_INDETERMINATE : TBPF_NOPROGRESS);

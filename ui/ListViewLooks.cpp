@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "ui/DisplayText.h"
 #include "ui/ListView.h"
@@ -283,14 +284,24 @@ LRESULT CALLBACK ListView::Subclass(HWND window, UINT message, WPARAM wParam, LP
             const bool enter = key != nullptr && key->wParam == VK_RETURN;
             return enter ? codes | DLGC_WANTMESSAGE : codes;
         }
-        case WM_KEYUP:
-        case WM_DROPFILES: {
-            const LRESULT result =
-                message == WM_KEYUP ? DefSubclassProc(window, message, wParam, lParam) : 0;
-            SendMessageW(GetParent(window), message == WM_KEYUP ? kListKeyUp : kListDrop, wParam,
-                         reinterpret_cast<LPARAM>(window));
+        case WM_KEYDOWN:
+            self->keyDown_ = wParam;
+            break;
+        case WM_KEYUP: {
+            // A key that was pressed in a box, and let go when the box was gone, is not meant here.
+            const LRESULT result = DefSubclassProc(window, message, wParam, lParam);
+            if (std::exchange(self->keyDown_, 0) == wParam) {
+                SendMessageW(GetParent(window), kListKeyUp, wParam,
+                             reinterpret_cast<LPARAM>(window));
+            }
             return result;
         }
+        case WM_KILLFOCUS:
+            self->keyDown_ = 0;
+            break;
+        case WM_DROPFILES:
+            SendMessageW(GetParent(window), kListDrop, wParam, reinterpret_cast<LPARAM>(window));
+            return 0;
         case WM_NCDESTROY:
             RemoveWindowSubclass(window, Subclass, id);
             self->control_ = nullptr;

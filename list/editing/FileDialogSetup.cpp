@@ -32,6 +32,7 @@ constexpr std::wstring_view kFolderName = L"ChooseFolder....Don't modify this li
 void SetUpListDialog(FileDialogSetup& dialog, std::uint32_t flags, std::wstring_view folder) {
     dialog.flags = flags;
     dialog.filter = kLists;
+    dialog.defaultExtension = L"vwl";
     dialog.fileName.clear();
     if (dialog.initialFolder.empty()) dialog.initialFolder = folder;
 }
@@ -48,6 +49,7 @@ void SetUpFolderDialog(FileDialogSetup& dialog, std::wstring_view filter, std::w
 void SetUpFileDialog(FileDialogSetup& dialog, FileDialogKind kind, std::wstring_view currentFolder,
                      std::wstring_view defaultFolder) {
     dialog.initialFolder = currentFolder;
+    dialog.defaultExtension.clear();
     switch (kind) {
         case FileDialogKind::AddFiles:
             dialog.flags = kAddFilesFlags | kMultipleSelection;

@@ -30,6 +30,9 @@ struct FileDialogSetup {
     std::wstring fileName;
     std::wstring title;
     bool cancelIsError = false;  ///< Cancel ends the command instead of giving an empty name
+    /// Where dialogs on lists begin when the system does not tell the current folder.
+    std::wstring defaultFolder;
+    std::wstring defaultExtension;  ///< for a name that was typed without one
 };
 
 /// Prepares the dialog for a kind. `defaultFolder` is used for lists when `currentFolder` is empty.

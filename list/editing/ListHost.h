@@ -1,21 +1,11 @@
 #pragma once
 
-#include <array>
-#include <string>
+#include <cstdint>
 #include <string_view>
 
 namespace vw {
 
-/// One of the elements 1 to 3 of the File menu's recent lists.
-struct RecentFileEntry {
-    std::wstring caption;  ///< as it reads; a menu needs its "&" doubled
-    bool visible = false;
-
-    friend bool operator==(const RecentFileEntry&, const RecentFileEntry&) = default;
-};
-
-/// Elements 1, 2 and 3 of the menu, in this order. Element 0 is fixed: the default list.
-using RecentFileMenu = std::array<RecentFileEntry, 3>;
+class CopyDates;
 
 /// What the commands on backup lists need of the main window and of the program above them.
 class ListHost {
@@ -28,17 +18,33 @@ class ListHost {
     /// Disables the main window and shows the hourglass (false), or gives it back (true).
     virtual void Ready(bool flag) = 0;
 
-    /// Opens a list file and makes it the one in use.
-    virtual void FileOpen(std::wstring_view path) = 0;
-
-    /// Loads the list named by the current list path into the main window.
-    virtual void GetList() = 0;
-
     /// Shows in the main window's caption which list is in use.
     virtual void SetCaption() = 0;
 
-    /// Gives the recent lists of the File menu their captions.
-    virtual void ShowRecentFiles(const RecentFileMenu& menu) = 0;
+    /// Switches start at log-on, if the default list is in use.
+    virtual void ApplicationSartup(bool flag) = 0;
+
+    /// The location number of an item in the destination in use.
+    [[nodiscard]] virtual std::int16_t LocationID(std::wstring_view path) = 0;
+
+    /// Tells the dates that are stored with copies.
+    [[nodiscard]] virtual CopyDates& StoredDates() = 0;
+
+    /// Shows in the busy dialog what is being added, and takes it away.
+    virtual void Msg(std::wstring_view title, std::wstring_view message) = 0;
+    virtual void BusyHide() = 0;
+
+    /// A list was loaded: the copies of its destination are shown, and those of its selected item.
+    virtual void ListLoaded() = 0;
+
+    /// Lists the copies of the destination's drive anew.
+    virtual void ListRestoreFiles() = 0;
+
+    /// Shows the copies of an item of the list.
+    virtual void RestoredPath(std::wstring_view path) = 0;
+
+    /// Unloads every window and ends the program.
+    virtual void frmUnload() = 0;
 };
 
 }  // namespace vw

@@ -1,7 +1,7 @@
 #include "list/editing/RecentFiles.h"
 
 #include "fsutil/PathText.h"
-#include "list/editing/ListHost.h"
+#include "list/editing/RecentFilesHost.h"
 #include "platform/ErrorTrap.h"
 #include "platform/ProgramState.h"
 #include "platform/RuntimeError.h"
@@ -19,7 +19,7 @@ std::wstring EntryKey(int index) {
 }  // namespace
 
 RecentFiles::RecentFiles(ErrorSink& errors, SettingsStore& settings, ProgramState& state,
-                         ListHost& host)
+                         RecentFilesHost& host)
     : errors_(errors), settings_(settings), state_(state), host_(host) {}
 
 std::wstring RecentFiles::RecentFile(int index) const {

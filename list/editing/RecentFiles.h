@@ -9,7 +9,7 @@
 namespace vw {
 
 class ErrorSink;
-class ListHost;
+class RecentFilesHost;
 struct ProgramState;
 
 /// Writing any other entry than the first one of the recent lists.
@@ -22,7 +22,8 @@ namespace MRecentFiles {
 /// The lists opened last, kept in the settings and shown in the File menu.
 class RecentFiles {
   public:
-    RecentFiles(ErrorSink& errors, SettingsStore& settings, ProgramState& state, ListHost& host);
+    RecentFiles(ErrorSink& errors, SettingsStore& settings, ProgramState& state,
+                RecentFilesHost& host);
 
     /// Entry 1 (the most recent) to 4; empty when there is none.
     [[nodiscard]] std::wstring RecentFile(int index) const;
@@ -46,7 +47,7 @@ class RecentFiles {
     ErrorSink& errors_;
     SettingsStore& settings_;
     ProgramState& state_;
-    ListHost& host_;
+    RecentFilesHost& host_;
 };
 
 }  // namespace MRecentFiles

@@ -215,6 +215,7 @@ TEST(FormEventsOf, AHandlerMayUnloadItsForm) {
     main.events.onControl = busy.events.onControl;
     main.form.List(L"lsvBackupList").Add(L"a", RowIcon::File);
     SendMessageW(main.Control(L"lsvBackupList"), WM_KEYDOWN, VK_DOWN, 0);
+    SendMessageW(main.Control(L"lsvBackupList"), WM_KEYDOWN, VK_DELETE, 0);
     SendMessageW(main.Control(L"lsvBackupList"), WM_KEYUP, VK_DELETE, 0);
     EXPECT_FALSE(main.form.IsLoaded());
 }

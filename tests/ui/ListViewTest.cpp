@@ -179,6 +179,7 @@ TEST_P(ListViewOf, ColumnHeadersClickWithTheirKeys) {
 }
 
 TEST_P(ListViewOf, KeysAreToldWhenTheyAreLetGo) {
+    SendMessageW(list.Handle(), WM_KEYDOWN, VK_DELETE, 0);
     SendMessageW(list.Handle(), WM_KEYUP, VK_DELETE, 0);
     EXPECT_EQ(main.events.Last().control, L"lsvBackupList");
     EXPECT_EQ(main.events.Last().kind, EventKind::KeyUp);

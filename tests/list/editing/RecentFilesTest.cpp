@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "list/editing/ListHost.h"
+#include "list/editing/RecentFilesHost.h"
 #include "platform/ExitStatus.h"
 #include "platform/ProgramState.h"
 #include "platform/RuntimeError.h"
@@ -19,7 +19,7 @@ const std::wstring kBaseName = L"VaultwrightTests-Recent";
 const std::wstring kKey = L"Software\\Tallowmere.Net\\" + kBaseName;
 
 /// Writes down what the commands ask of the window.
-class RecordingHost final : public ListHost {
+class RecordingHost final : public RecentFilesHost {
   public:
     explicit RecordingHost(const ProgramState& state) : state_(state) {}
 

@@ -1,0 +1,194 @@
+#include "list/editing/BackupList.h"
+
+#include <optional>
+
+#include "fsutil/FileQueries.h"
+#include "list/editing/FileDialogs.h"
+#include "list/editing/Filter.h"
+#include "list/editing/ListHost.h"
+#include "list/editing/ListSaving.h"
+#include "list/editing/RecentFiles.h"
+#include "list/editing/SubItem.h"
+#include "list/format/CopiesCount.h"
+#include "list/format/FieldReader.h"
+#include "list/format/ListLine.h"
+#include "list/format/ListText.h"
+#include "platform/ErrorTrap.h"
+#include "platform/EventPump.h"
+#include "platform/FileSystem.h"
+#include "platform/Like.h"
+#include "platform/ProgramState.h"
+#include "ui/Form.h"
+
+namespace vw {
+namespace {
+
+constexpr Procedure Named(std::wstring_view name) { return {name, L"Form", L"frmMain"}; }
+
+// OFN_... flags of the dialogs on lists.
+constexpr std::uint32_t kSaveFlags = 0x80006;  // explorer style, no read-only box, may overwrite
+constexpr std::uint32_t kOpenFlags = 0x81004;  // explorer style, no read-only box, must exist
+
+}  // namespace
+
+BackupList::BackupList(System& system, ProgramState& state, Form& main, FileDialogs& dialogs,
+                       MRecentFiles::SettingsStore& settings, MRecentFiles::RecentFiles& recent,
+                       ListHost& host)
+    : system_(system),
+      state_(state),
+      main_(main),
+      dialogs_(dialogs),
+      settings_(settings),
+      recent_(recent),
+      host_(host),
+      rows_(system, main, host) {}
+
+void BackupList::FileSave() {
+    Trapped(system_.errors, Named(L"FileSave"), [this] {
+        if (!state_.listModified) return;
+        state_.listModified = false;
+        try {
+            const std::string bytes =
+                EncodeList(state_.BackupTo, state_.copiesCount, rows_.Paths(), system_.ansi);
+            ReplaceList(system_.files, state_.temporaryListPath, state_.currentListPath, bytes,
+                        droppedItems_);
+            droppedItems_ = false;
+        } catch (...) {
+            state_.listModified = true;
+            throw;
+        }
+    });
+}
+
+void BackupList::GetList() {
+    Trapped(system_.errors, Named(L"GetList"), [this] {
+        if (!system_.files.Look(state_.currentListPath)) {
+            system_.files.Write(state_.currentListPath, {}, FileSystem::Flush::No);
+        }
+        const std::wstring text =
+            DecodeList(system_.files.Read(state_.currentListPath), system_.ansi);
+        droppedItems_ = false;
+        rows_.List().SetRedraw(false);
+        Load(text);
+        rows_.List().SetRedraw(true);
+        ShowDestinationDrive();
+        main_.SetValue(L"vsBackages", state_.copiesCount);
+        main_.SetText(L"lblBackages", std::to_wstring(state_.copiesCount));
+        if (rows_.Count() > 0) rows_.List().Select(0);
+        host_.ListLoaded();
+    });
+}
+
+void BackupList::Load(std::wstring_view text) {
+    rows_.Clear();
+    FieldReader fields(text);
+    while (!fields.AtEnd()) {
+        system_.pump.DoEventsIfDue();
+        const ListLine line = ReadListLine(fields.Next());
+        switch (line.kind) {
+            case ListLineKind::Destination:
+                ReadDestination(line.value);
+                break;
+            case ListLineKind::CopiesCount:
+                TakeCopiesCount(line.value, state_.copiesCount);
+                break;
+            case ListLineKind::Item:
+                if (rows_.AddToList(line.value) == ListRows::Outcome::Vanished) {
+                    droppedItems_ = true;
+                }
+                break;
+            case ListLineKind::Empty:
+                break;
+        }
+    }
+}
+
+void BackupList::ReadDestination(std::wstring_view value) {
+    try {
+        state_.BackupTo = CompleteDestination(value);
+        ShowDestinationDrive();
+    } catch (const RuntimeError&) {
+        // The rest of the list is still good.
+    }
+}
+
+void BackupList::ShowDestinationDrive() {
+    const std::wstring drive = state_.BackupTo.substr(0, 2);
+    if (Like(drive, L"[A-Z]:")) main_.Choose(L"cmbDestination", drive);
+}
+
+bool BackupList::AskForList(FileDialogKind kind, std::uint32_t flags) {
+    MRecentFiles::Filter(dialog_, kind, dialog_.defaultFolder);
+    dialog_.flags = flags;
+    const std::optional<std::wstring> chosen =
+        kind == FileDialogKind::SaveList ? dialogs_.ShowSave(dialog_) : dialogs_.ShowOpen(dialog_);
+    if (chosen) state_.currentListPath = *chosen;
+    return chosen.has_value();
+}
+
+void BackupList::FileNew(bool saveAs) {
+    Trapped(system_.errors, Named(L"FileNew"), [&] {
+        if (!AskForList(FileDialogKind::SaveList, kSaveFlags)) return;
+        // A list that is saved under this name replaces the file in one step; until then it stays.
+        if (!saveAs) MFileDosShell::DeletePath(system_, state_.currentListPath);
+        host_.SetCaption();
+        if (saveAs) {
+            recent_.UpdateRecentFiles();
+        } else {
+            GetList();
+        }
+        state_.listModified = true;
+        recent_.RecentFile(1, state_.currentListPath);
+        recent_.UpdateRecentFiles();
+    });
+}
+
+void BackupList::FileOpen(std::wstring_view path) {
+    Trapped(system_.errors, Named(L"FileOpen"), [&] {
+        if (!path.empty()) {
+            state_.currentListPath = path;
+        } else if (!AskForList(FileDialogKind::OpenList, kOpenFlags)) {
+            return;
+        }
+        recent_.RecentFile(1, state_.currentListPath);
+        recent_.UpdateRecentFiles();
+        GetList();
+        host_.RestoredPath(SubItem(rows_.List(), L"Path"));
+        host_.SetCaption();
+    });
+}
+
+void BackupList::FileSaveAs() {
+    Trapped(system_.errors, Named(L"FileSaveAs"), [this] {
+        FileNew(true);
+        FileSave();
+    });
+}
+
+void BackupList::DoClose() {
+    Trapped(system_.errors, Named(L"DoClose"), [this] {
+        closingUnsaved_ = true;
+        host_.frmUnload();
+    });
+}
+
+void BackupList::SaveOnClose() {
+    if (!state_.silentRun && !closingUnsaved_) FileSave();
+}
+
+void BackupList::CopyTo(std::wstring_view folder) {
+    Trapped(system_.errors, Named(L"CopyTo"), [&] {
+        if (!folder.empty()) ChooseDestination(folder);
+    });
+}
+
+void BackupList::ChooseDestination(std::wstring_view destination) {
+    state_.BackupTo = destination;
+    settings_.SaveSetting(setting::kBackupTo, destination);
+    host_.ListRestoreFiles();
+    host_.RestoredPath(SubItem(rows_.List(), L"Path"));
+    state_.listModified = true;
+    FileSave();
+}
+
+}  // namespace vw

@@ -1,0 +1,84 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "list/editing/FileDialogSetup.h"
+#include "list/editing/ListRows.h"
+#include "list/format/Settings.h"
+#include "platform/System.h"
+
+namespace vw {
+
+class FileDialogs;
+class Form;
+class ListHost;
+struct ProgramState;
+
+namespace MRecentFiles {
+class RecentFiles;
+}
+
+/// The backup list that the main window shows, and its file. Every edit is written to the file at
+/// once; the engine reads the file, never the window.
+class BackupList {
+  public:
+    BackupList(System& system, ProgramState& state, Form& main, FileDialogs& dialogs,
+               MRecentFiles::SettingsStore& settings, MRecentFiles::RecentFiles& recent,
+               ListHost& host);
+
+    [[nodiscard]] ListRows& Rows() noexcept { return rows_; }
+    /// The one file dialog of the main window, cdDialog.
+    [[nodiscard]] FileDialogSetup& Dialog() noexcept { return dialog_; }
+
+    /// Writes the list to the current list path if it was modified. When that fails the list stays
+    /// modified, so that the next chance to save is taken.
+    void FileSave();
+
+    /// Loads the file named by the current list path; a missing one is made empty.
+    void GetList();
+
+    /// Lets the user name a list and makes it the current one: a new, empty list or, with `saveAs`,
+    /// the present one under another name.
+    void FileNew(bool saveAs);
+
+    /// Opens the list at `path`, or one that the user chooses.
+    void FileOpen(std::wstring_view path = {});
+
+    void FileSaveAs();
+
+    /// Ends the program without saving.
+    void DoClose();
+
+    /// Saves before the main window closes, unless it closes without saving.
+    void SaveOnClose();
+
+    /// Lets the user choose any folder as the destination.
+    void CopyTo(std::wstring_view folder);
+
+    /// The user chose a destination: it is kept for this list and for new ones.
+    void ChooseDestination(std::wstring_view destination);
+
+    /// Selects the drive of a destination in cmbDestination. Anything but a drive letter leaves the
+    /// box alone.
+    void ShowDestinationDrive();
+
+  private:
+    void Load(std::wstring_view text);
+    void ReadDestination(std::wstring_view value);
+    [[nodiscard]] bool AskForList(FileDialogKind kind, std::uint32_t flags);
+
+    System& system_;
+    ProgramState& state_;
+    Form& main_;
+    FileDialogs& dialogs_;
+    MRecentFiles::SettingsStore& settings_;
+    MRecentFiles::RecentFiles& recent_;
+    ListHost& host_;
+    ListRows rows_;
+    FileDialogSetup dialog_;
+    bool droppedItems_ = false;  ///< lines of the file that the window does not show
+    bool closingUnsaved_ = false;
+};
+
+}  // namespace vw

@@ -1,0 +1,242 @@
+#include "list/editing/ListEditing.h"
+
+#include "fsutil/PathText.h"
+#include "fsutil/TreeWalk.h"
+#include "list/editing/BackupList.h"
+#include "list/editing/FileDialogs.h"
+#include "list/editing/Filter.h"
+#include "list/editing/ListHost.h"
+#include "list/editing/SubItem.h"
+#include "platform/ErrorTrap.h"
+#include "platform/EventPump.h"
+#include "platform/FileSystem.h"
+#include "platform/Like.h"
+#include "platform/MsgBox.h"
+#include "platform/ProgramState.h"
+#include "platform/TextCase.h"
+#include "platform/UserLocale.h"
+#include "ui/Form.h"
+
+namespace vw {
+namespace {
+
+using namespace MFileDosShell;
+
+constexpr Procedure Named(std::wstring_view name) { return {name, L"Form", L"frmMain"}; }
+
+constexpr wchar_t kSeparator = L'\0';  // between the names of a multiple selection
+
+}  // namespace
+
+ListEditing::ListEditing(System& system, ProgramState& state, Form& main, FileDialogs& dialogs,
+                         BackupList& list, ListHost& host)
+    : system_(system),
+      state_(state),
+      main_(main),
+      dialogs_(dialogs),
+      list_(list),
+      rows_(list.Rows()),
+      host_(host) {}
+
+bool ListEditing::PathIsDrive(std::wstring_view path, bool ask) {
+    const bool isDrive = Like(path, L"?:");
+    if (isDrive && ask) system_.boxes.MsgBox({.text = L"Add sub path; not a drive"});
+    return isDrive;
+}
+
+// Folders are chosen with a dialog that names a file in them.
+std::wstring ListEditing::GetFileFolder(FileDialogKind kind) {
+    std::wstring path;
+    Trapped(system_.errors, Named(L"GetFileFolder"), [&] {
+        MRecentFiles::Filter(list_.Dialog(), kind, list_.Dialog().defaultFolder);
+        if (kind == FileDialogKind::AddFiles) {
+            path = dialogs_.ShowOpen(list_.Dialog()).value_or(L"");
+            return;
+        }
+        const auto chosen = dialogs_.ShowSave(list_.Dialog());
+        if (!chosen) return;
+        const std::wstring folder = CFileLocation(*chosen);
+        if (PathIsDrive(folder, true)) return;
+        path = folder;
+        if (kind == FileDialogKind::AddFolder) path += L"\\";
+        if (kind == FileDialogKind::AddRule) path += L"\\*";
+    });
+    return path;
+}
+
+void ListEditing::Save() {
+    state_.listModified = true;
+    list_.FileSave();
+}
+
+bool ListEditing::IsShownText(std::wstring_view text) {
+    ListView& list = rows_.List();
+    for (int row = 0; row < list.Count(); ++row) {
+        if (EqualNoCase(list.SubItem(row, kNameColumn), text)) return true;
+    }
+    return false;
+}
+
+void ListEditing::mnuAddFolderClick() {
+    Trapped(system_.errors, Named(L"mnuAddFolderClick"),
+            [this] { AddItem(FileDialogKind::AddFolder); });
+}
+
+void ListEditing::AddRule() {
+    Trapped(system_.errors, Named(L"AddRule"), [this] { AddItem(FileDialogKind::AddRule); });
+}
+
+void ListEditing::AddItem(FileDialogKind kind) {
+    host_.ApplicationSartup(true);
+    const std::wstring path = GetFileFolder(kind);
+    if (path.empty() || IsShownText(path) || path.ends_with(L":\\\\")) return;
+    rows_.AddToList(path);
+    rows_.List().FitColumns();
+    Save();
+}
+
+void ListEditing::mnuAddFileClick() {
+    Trapped(system_.errors, Named(L"mnuAddFileClick"), [this] {
+        host_.ApplicationSartup(true);
+        const std::wstring selection = GetFileFolder(FileDialogKind::AddFiles);
+        if (selection.empty()) return;
+        rows_.List().SetRedraw(false);
+        AddChosen(selection);
+        rows_.List().SetRedraw(true);
+        host_.BusyHide();
+        Save();
+    });
+}
+
+void ListEditing::AddChosen(const std::wstring& selection) {
+    if (selection.find(kSeparator) != std::wstring::npos) {
+        AddMultiselect(selection);
+    } else if (selection.ends_with(L"\\*")) {
+        AddMatching(selection);
+    } else {
+        const auto facts = system_.files.Look(selection);
+        if (facts && facts->isFolder) {
+            AddAllFilesInFolder(selection);
+        } else {
+            rows_.AddToList(selection);
+        }
+    }
+}
+
+// Shows what is being added, adds it and lets the windows live; false once the user has cancelled.
+bool ListEditing::AddShown(std::wstring_view caption, const std::wstring& path) {
+    if (state_.cancelRequested) return false;
+    host_.Msg(caption, path);
+    rows_.AddToList(path);
+    system_.pump.DoEventsIfDue();
+    return true;
+}
+
+// The names come from the end of the selection.
+void ListEditing::AddMultiselect(std::wstring_view selection) {
+    Trapped(system_.errors, Named(L"AddMultiselect"), [&] {
+        const std::wstring folder(selection.substr(0, selection.find(kSeparator)));
+        const auto facts = system_.files.Look(folder);
+        if (folder.size() == selection.size() || !facts || !facts->isFolder) return;
+        state_.cancelRequested = false;
+        while (selection.size() > folder.size()) {
+            const std::size_t separator = selection.rfind(kSeparator);
+            const std::wstring_view name = selection.substr(separator + 1);
+            if (!name.empty() && !AddShown(L"Adding file", JoinPath(folder, name))) return;
+            selection = selection.substr(0, separator);
+        }
+    });
+}
+
+void ListEditing::AddMatching(std::wstring_view pattern) {
+    const std::wstring folder(pattern.substr(0, pattern.size() - 1));
+    std::vector<std::wstring> files;
+    system_.files.List(folder, [&](const FolderEntry& entry) {
+        if (!entry.isFolder) files.push_back(JoinPath(folder, entry.name));
+    });
+    state_.cancelRequested = false;
+    for (const std::wstring& path : files) {
+        if (!AddShown(L"Adding", path)) return;
+    }
+}
+
+void ListEditing::AddAllFilesInFolder(const std::wstring& folder) {
+    Trapped(system_.errors, Named(L"AddAllFilesInFolder"), [&] {
+        std::vector<std::wstring> files;
+        std::vector<std::wstring> subFolders;
+        system_.files.List(folder, [&](const FolderEntry& entry) {
+            if (entry.isLink) return;
+            (entry.isFolder ? subFolders : files).push_back(JoinPath(folder, entry.name));
+        });
+        state_.cancelRequested = false;
+        for (const std::wstring& path : files) {
+            if (!AddShown(L"Adding file", path)) return;
+        }
+        for (const std::wstring& path : subFolders) {
+            if (state_.cancelRequested) return;
+            AddAllFilesInFolder(path);
+            system_.pump.DoEventsIfDue();
+        }
+    });
+}
+
+void ListEditing::lsvBackupList_OLEDragDrop(const std::vector<std::wstring>& paths) {
+    Trapped(system_.errors, Named(L"lsvBackupList_OLEDragDrop"), [&] {
+        rows_.List().SetRedraw(false);
+        for (const std::wstring& path : paths) {
+            const auto facts = system_.files.Look(path);
+            if (!facts) continue;
+            const bool needsMark = facts->isFolder && !path.ends_with(L'\\');
+            rows_.AddToList(needsMark ? path + L"\\" : path);
+            system_.pump.DoEventsIfDue();
+        }
+        rows_.List().SetRedraw(true);
+        Save();
+    });
+}
+
+void ListEditing::DelItem() {
+    Trapped(system_.errors, Named(L"DelItem"), [this] {
+        if (rows_.Count() == 0) {
+            system_.boxes.MsgBox({.text = main_.Text(L"lblNoFileToBack")});
+            return;
+        }
+        ListView& list = rows_.List();
+        const int selected = list.Selected();
+        if (selected < 0) return;
+        host_.Ready(false);
+        rows_.Remove(selected);
+        Save();
+        const int count = rows_.Count();
+        if (count == 0) {
+            host_.ApplicationSartup(false);
+        } else {
+            list.Select(selected < count ? selected : count - 1);
+        }
+        host_.Ready(true);
+    });
+}
+
+void ListEditing::mnuDelAllClick() {
+    Trapped(system_.errors, Named(L"mnuDelAllClick"), [this] {
+        rows_.Clear();
+        state_.listModified = true;
+        host_.ApplicationSartup(false);
+        list_.FileSave();
+    });
+}
+
+void ListEditing::lsvBackupListClick() {
+    Trapped(system_.errors, Named(L"lsvBackupListClick"),
+            [this] { host_.RestoredPath(SubItem(rows_.List(), L"Path")); });
+}
+
+void ListEditing::lsvBackupListColumnClick(int column) {
+    Trapped(system_.errors, Named(L"lsvBackupList_ColumnClick"), [&] {
+        descending_ = !descending_;
+        ListView& list = rows_.List();
+        list.Sort(list.KeyOf(column), !descending_, CompareForUser);
+    });
+}
+
+}  // namespace vw

@@ -1,0 +1,72 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "list/editing/FileDialogSetup.h"
+#include "platform/System.h"
+
+namespace vw {
+
+class BackupList;
+class FileDialogs;
+class Form;
+class ListHost;
+class ListRows;
+struct ProgramState;
+
+/// The commands that add items to the current backup list and take them off it. Each runs inside
+/// the command bracket of the main window and saves the list before it ends.
+class ListEditing {
+  public:
+    ListEditing(System& system, ProgramState& state, Form& main, FileDialogs& dialogs,
+                BackupList& list, ListHost& host);
+
+    /// Lets the user choose files: one, several, a pattern, or a folder whose files are all added.
+    void mnuAddFileClick();
+    /// Lets the user choose a folder whose files are backed up, whatever they are at the time.
+    void AddRule();
+    /// Lets the user choose a folder that is backed up with all that it holds.
+    void mnuAddFolderClick();
+    /// Files and folders were dropped onto the list.
+    void lsvBackupList_OLEDragDrop(const std::vector<std::wstring>& paths);
+
+    /// Takes the selected item off the list.
+    void DelItem();
+    void mnuDelAllClick();
+
+    /// A row was chosen: its copies are shown.
+    void lsvBackupListClick();
+    /// The header of a column (from 0) was clicked. The order turns round at every click, whichever
+    /// column it was.
+    void lsvBackupListColumnClick(int column);
+
+    /// Whether a path is only a drive; with `ask` the user is told that it needs a folder.
+    [[nodiscard]] bool PathIsDrive(std::wstring_view path, bool ask);
+
+    /// Lets the user choose a folder (as the item or destination that `kind` makes of it) or files;
+    /// empty on Cancel and for a bare drive.
+    [[nodiscard]] std::wstring GetFileFolder(FileDialogKind kind);
+
+  private:
+    void AddChosen(const std::wstring& selection);
+    void AddMultiselect(std::wstring_view selection);
+    void AddMatching(std::wstring_view pattern);
+    void AddAllFilesInFolder(const std::wstring& folder);
+    [[nodiscard]] bool AddShown(std::wstring_view caption, const std::wstring& path);
+    [[nodiscard]] bool IsShownText(std::wstring_view text);
+    void Save();
+    void AddItem(FileDialogKind kind);
+
+    System& system_;
+    ProgramState& state_;
+    Form& main_;
+    FileDialogs& dialogs_;
+    BackupList& list_;
+    ListRows& rows_;
+    ListHost& host_;
+    bool descending_ = false;
+};
+
+}  // namespace vw

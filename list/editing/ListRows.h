@@ -1,0 +1,50 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <unordered_set>
+#include <vector>
+
+#include "platform/System.h"
+
+namespace vw {
+
+class Form;
+class ListHost;
+class ListView;
+
+/// The items of the current backup list: the rows of lsvBackupList. An item is known by its path,
+/// in any letter case.
+class ListRows {
+  public:
+    ListRows(System& system, Form& main, ListHost& host);
+
+    enum class Outcome { Added, AlreadyThere, Vanished };
+
+    /// Adds an item with what the disk tells of it. Nothing is added, and nothing said, for an item
+    /// that is there already, and for a file or folder that does not exist.
+    Outcome AddToList(std::wstring_view path);
+
+    void Remove(int row);
+    void Clear();
+
+    [[nodiscard]] int Count();
+
+    /// The paths of all items in the order shown.
+    [[nodiscard]] std::vector<std::wstring> Paths();
+
+    /// The list view itself.
+    [[nodiscard]] ListView& List();
+
+  private:
+    Outcome AddItem(std::wstring_view path);
+    void AddRule(std::wstring_view path);
+    Outcome AddFileOrFolder(std::wstring_view path);
+
+    System& system_;
+    Form& main_;
+    ListHost& host_;
+    std::unordered_set<std::wstring> keys_;
+};
+
+}  // namespace vw

@@ -1,0 +1,60 @@
+#include "list/editing/ListSaving.h"
+
+#include <string>
+
+#include "platform/FileSystem.h"
+#include "platform/RuntimeError.h"
+
+namespace vw {
+namespace {
+
+using Flush = FileSystem::Flush;
+
+void EraseIfThere(FileSystem& files, const std::wstring& path) {
+    if (files.Look(path)) files.EraseFile(path);
+}
+
+void KeepOldList(FileSystem& files, std::wstring_view listPath) {
+    if (!files.Look(listPath)) return;
+    const std::wstring old = std::wstring(listPath) + L".old";
+    EraseIfThere(files, old);
+    files.Copy(listPath, old, {});
+}
+
+// A folder that takes no new file, or a file that may be written but not replaced, leaves only
+// writing into the list itself. A disk without room does not: the old list has to stay.
+bool MayWriteInPlace(const RuntimeError& error) {
+    return error.Number() == error_number::kPermissionDenied ||
+           error.Number() == error_number::kAccessError;
+}
+
+// The new list beside the old one goes, unless it is all that is left.
+void WriteInPlace(FileSystem& files, std::wstring_view listPath, const std::wstring& next,
+                  std::string_view bytes) {
+    try {
+        files.Write(listPath, bytes, Flush::Yes);
+    } catch (const RuntimeError&) {
+        if (files.Look(listPath)) EraseIfThere(files, next);
+        throw;
+    }
+    EraseIfThere(files, next);
+}
+
+}  // namespace
+
+void ReplaceList(FileSystem& files, std::wstring_view temporaryPath, std::wstring_view listPath,
+                 std::string_view bytes, bool keepOld) {
+    files.Write(temporaryPath, bytes, Flush::Yes);
+    if (keepOld) KeepOldList(files, listPath);
+    const std::wstring next = std::wstring(listPath) + L".new";
+    try {
+        files.Write(next, bytes, Flush::Yes);
+        files.Replace(next, listPath);
+    } catch (const RuntimeError& error) {
+        if (!MayWriteInPlace(error)) throw;
+        WriteInPlace(files, listPath, next, bytes);
+    }
+    files.EraseFile(temporaryPath);
+}
+
+}  // namespace vw

@@ -1,0 +1,67 @@
+#include "list/editing/UserFileDialogs.h"
+
+#include <algorithm>
+
+#include "platform/RuntimeError.h"
+#include "platform/WindowsHeader.h"
+#include "ui/Form.h"
+// The dialogs' declarations need those of the window system first.
+#include <cderr.h>
+#include <commdlg.h>
+
+namespace vw {
+namespace {
+
+// Enough for a selection of some thousand files.
+constexpr std::size_t kRoom = 256 * 1024;
+
+// "name|pattern" with a NUL behind each part, as the system wants it.
+std::wstring SystemFilter(const std::wstring& filter) {
+    std::wstring parts = filter;
+    std::replace(parts.begin(), parts.end(), L'|', L'\0');
+    return parts + L'\0';
+}
+
+// What the system fills in: one path, or a folder and names with a NUL between them and two behind.
+std::wstring Selection(const std::wstring& room) {
+    std::size_t end = room.find(L'\0');
+    while (end + 1 < room.size() && room[end + 1] != L'\0') end = room.find(L'\0', end + 1);
+    return room.substr(0, end);
+}
+
+using SystemDialog = BOOL(WINAPI*)(OPENFILENAMEW*);
+
+std::optional<std::wstring> Show(const FileDialogSetup& dialog, HWND owner, SystemDialog show) {
+    const std::wstring filter = SystemFilter(dialog.filter);
+    std::wstring room(kRoom, L'\0');
+    std::copy(dialog.fileName.begin(), dialog.fileName.end(), room.begin());
+    OPENFILENAMEW data{};
+    data.lStructSize = sizeof data;
+    data.hwndOwner = owner;
+    data.lpstrFilter = filter.c_str();
+    data.nFilterIndex = 1;
+    data.lpstrFile = room.data();
+    data.nMaxFile = static_cast<DWORD>(room.size());
+    if (!dialog.initialFolder.empty()) data.lpstrInitialDir = dialog.initialFolder.c_str();
+    if (!dialog.title.empty()) data.lpstrTitle = dialog.title.c_str();
+    if (!dialog.defaultExtension.empty()) data.lpstrDefExt = dialog.defaultExtension.c_str();
+    data.Flags = dialog.flags;
+    if (show(&data) != 0) return Selection(room);
+    const DWORD code = CommDlgExtendedError();
+    if (code == 0) return std::nullopt;
+    if (code == FNERR_INVALIDFILENAME) Raise(error_number::kBadName, dialog.fileName);
+    if (code == FNERR_BUFFERTOOSMALL) Raise(error_number::kOutOfMemory);
+    Raise(error_number::kInvalidCall);
+}
+
+}  // namespace
+
+std::optional<std::wstring> UserFileDialogs::ShowOpen(const FileDialogSetup& dialog) {
+    return Show(dialog, main_.Handle(), GetOpenFileNameW);
+}
+
+std::optional<std::wstring> UserFileDialogs::ShowSave(const FileDialogSetup& dialog) {
+    return Show(dialog, main_.Handle(), GetSaveFileNameW);
+}
+
+}  // namespace vw
