@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -69,6 +70,10 @@ class CPackage final : public CopyDates {
     /// The folder that a copy was made from; "??" when it is unknown or no longer exists.
     [[nodiscard]] std::wstring PackageOriginalLocation(std::wstring_view copyPath);
 
+    /// Copies a stored copy back into a folder, under the item's own name, over what is there:
+    /// folders are merged, a file is replaced in one step. Read-only files are not replaced (70).
+    void Extract(std::wstring_view copyPath, std::wstring_view destinationFolder, bool showMessage);
+
     /// Asks the work to stop at the next file. Harmless when none is going on.
     void Abort() noexcept { state_.cancelRequested = true; }
 
@@ -127,6 +132,11 @@ class CPackage final : public CopyDates {
                          const SourceFolder& source, CopyTally& tally);
     void CheckFileCopy(const std::wstring& copy, const std::wstring& source,
                        std::uint64_t sourceSize, CopyTally& tally);
+
+    // Copying back (CPackageExtract.cpp).
+    void ExtractFolder(const std::wstring& copy, const std::wstring& target,
+                       std::optional<RuntimeError>& failure);
+    void ExtractFile(const std::wstring& copy, const std::wstring& target, std::uint64_t size);
 
     // Placing (CPackagePlace.cpp).
     [[nodiscard]] bool PlaceCopy(NewCopy& copy, bool mayRotate);

@@ -67,8 +67,12 @@ constexpr std::uint32_t kIoDeviceCode = 1117;
 }  // namespace
 
 RuntimeError::RuntimeError(int number, std::wstring description, std::wstring path,
-                           std::uint_least32_t line)
-    : number_(number), description_(std::move(description)), path_(std::move(path)), line_(line) {}
+                           std::uint_least32_t line, std::uint32_t systemCode)
+    : number_(number),
+      description_(std::move(description)),
+      path_(std::move(path)),
+      line_(line),
+      systemCode_(systemCode) {}
 
 std::wstring DescriptionOf(int number) {
     const auto* const found =

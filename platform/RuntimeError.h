@@ -39,12 +39,15 @@ inline constexpr int kListPathMissing = 4008;
 /// it concerns none) and the source line that raised it.
 class RuntimeError : public std::exception {
   public:
-    RuntimeError(int number, std::wstring description, std::wstring path, std::uint_least32_t line);
+    RuntimeError(int number, std::wstring description, std::wstring path, std::uint_least32_t line,
+                 std::uint32_t systemCode = 0);
 
     [[nodiscard]] int Number() const noexcept { return number_; }
     [[nodiscard]] const std::wstring& Description() const noexcept { return description_; }
     [[nodiscard]] const std::wstring& Path() const noexcept { return path_; }
     [[nodiscard]] std::uint_least32_t Line() const noexcept { return line_; }
+    /// The system's own code for what went wrong; 0 when it was none of the system's failures.
+    [[nodiscard]] std::uint32_t SystemCode() const noexcept { return systemCode_; }
     [[nodiscard]] const char* what() const noexcept override { return "vw::RuntimeError"; }
 
   private:
@@ -52,6 +55,7 @@ class RuntimeError : public std::exception {
     std::wstring description_;
     std::wstring path_;
     std::uint_least32_t line_;
+    std::uint32_t systemCode_;
 };
 
 /// The usual English sentence for one of the numbers above ("Path not found" for 76); the number

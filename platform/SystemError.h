@@ -1,11 +1,14 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 #include "platform/SourceLocation.h"
 
 namespace vw {
+
+class RuntimeError;
 
 /// Raises the error for a failure code of the system, with the system's number as its meaning.
 [[noreturn]] void RaiseCode(std::uint32_t systemCode, std::wstring_view path,
@@ -14,5 +17,9 @@ namespace vw {
 /// The same for GetLastError().
 [[noreturn]] void RaiseLast(std::wstring_view path,
                             const SourceLocation& where = std::source_location::current());
+
+/// What went wrong in the words of the system, in its language; the error's own description when
+/// the system has no words for it.
+[[nodiscard]] std::wstring SystemText(const RuntimeError& error);
 
 }  // namespace vw

@@ -127,6 +127,15 @@ RowIcon ListView::IconOf(int row) const noexcept {
     return found == nullptr ? RowIcon::File : found->icon;
 }
 
+std::size_t ListView::Tag(int row) const noexcept {
+    const Row* found = RowAt(row);
+    return found == nullptr ? 0 : found->tag;
+}
+
+void ListView::SetTag(int row, std::size_t tag) noexcept {
+    if (Row* found = RowAt(row)) found->tag = tag;
+}
+
 int ListView::Find(std::wstring_view key, std::wstring_view text) const {
     const auto column = static_cast<std::size_t>(ColumnOf(key));
     const int count = Count();

@@ -70,6 +70,11 @@ class ListView {
 
     [[nodiscard]] RowIcon IconOf(int row) const noexcept;
 
+    /// A number of the caller's own, which stays with its row however the rows are sorted; 0 at
+    /// first.
+    [[nodiscard]] std::size_t Tag(int row) const noexcept;
+    void SetTag(int row, std::size_t tag) noexcept;
+
     /// The first row with this text in this column, compared by code units; -1 when there is none.
     [[nodiscard]] int Find(std::wstring_view key, std::wstring_view text) const;
 
@@ -118,6 +123,7 @@ class ListView {
         std::size_t slot = 0;  ///< position in rows_
         RowIcon icon = RowIcon::File;
         int rank = 0;
+        std::size_t tag = 0;
         std::vector<Cell> cells;
     };
 

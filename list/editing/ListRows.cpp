@@ -7,6 +7,7 @@
 #include "platform/DateText.h"
 #include "platform/ErrorTrap.h"
 #include "platform/TextCase.h"
+#include "platform/Val.h"
 #include "ui/Form.h"
 
 namespace vw {
@@ -15,12 +16,6 @@ namespace {
 using namespace MFileDosShell;
 
 bool IsRule(std::wstring_view path) { return path.ends_with(L"\\*"); }
-
-std::wstring LocationText(int location) {
-    std::wstring text = std::to_wstring(location);
-    if (text.size() < 2) text.insert(0, 1, L'0');
-    return text;
-}
 
 }  // namespace
 
@@ -51,7 +46,7 @@ void ListRows::AddRule(std::wstring_view path) {
     const int row = list.Add(L"files in " + CFileName(folder), RowIcon::Rule);
     list.SetSubItem(row, L"Path", path);
     list.SetSubItem(row, L"Type", L"Rule");
-    list.SetSubItem(row, L"SP", LocationText(0));
+    list.SetSubItem(row, L"SP", TwoDigits(0));
     list.SetSubItem(row, L"Location", folder);
     keys_.insert(UpperCase(path));
 }
@@ -71,7 +66,7 @@ ListRows::Outcome ListRows::AddFileOrFolder(std::wstring_view path) {
                         static_cast<ListView::Value>(facts->size));
         list.SetSubItem(row, L"Date", DateText(facts->date), facts->date);
     }
-    list.SetSubItem(row, L"SP", LocationText(location));
+    list.SetSubItem(row, L"SP", TwoDigits(location));
     list.SetSubItem(row, L"Location", CFileLocation(path));
     keys_.insert(UpperCase(path));
     return Outcome::Added;

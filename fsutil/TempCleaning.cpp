@@ -1,0 +1,136 @@
+#include "fsutil/TempCleaning.h"
+
+#include <string>
+#include <vector>
+
+#include "fsutil/Scripting.h"
+#include "fsutil/TreeWalk.h"
+#include "fsutil/TreeWork.h"
+#include "platform/ErrorTrap.h"
+#include "platform/EventPump.h"
+#include "platform/FileSystem.h"
+#include "platform/Like.h"
+#include "platform/ProgramState.h"
+#include "platform/RuntimeError.h"
+#include "platform/SystemError.h"
+#include "platform/TextCase.h"
+
+namespace vw::MFileDosShell {
+
+namespace {
+
+constexpr Procedure Named(std::wstring_view name) { return {name, L"Module", L"MFileDosShell"}; }
+
+constexpr std::wstring_view kDeleting = L"Deleting";
+constexpr std::wstring_view kStays = L"   ";
+constexpr std::wstring_view kYes = L"yes";
+
+constexpr int kWindowsFolder = 50;
+constexpr int kTemporaryFolder = 52;
+constexpr int kDocuments = 16;
+
+struct Contents {
+    std::vector<std::wstring> files;
+    std::vector<std::wstring> folders;
+};
+
+Contents ContentsOf(System& system, std::wstring_view folder) {
+    Contents contents;
+    system.files.List(folder, [&](const FolderEntry& entry) {
+        (entry.isFolder ? contents.folders : contents.files).emplace_back(entry.name);
+    });
+    return contents;
+}
+
+// Lists a folder that may be closed to us or gone: the first is shown, the second is an error.
+Contents ContentsOrReason(System& system, std::wstring_view folder, CleaningHost& host) {
+    try {
+        return ContentsOf(system, folder);
+    } catch (const RuntimeError& error) {
+        if (error.Number() == error_number::kPathNotFound) throw;
+        host.Msg(kStays, SystemText(error));
+        return {};
+    }
+}
+
+void DeleteFile(System& system, const std::wstring& folder, const std::wstring& name,
+                CleaningHost& host) {
+    host.Msg(kDeleting, name);
+    try {
+        system.files.EraseFile(JoinPath(folder, name));
+    } catch (const RuntimeError& error) {
+        host.Msg(kStays, SystemText(error));
+    }
+}
+
+bool DeleteWholeFolder(System& system, const std::wstring& path) {
+    try {
+        DeleteTree(system.files, path, [&] { system.pump.DoEventsIfDue(); });
+        return true;
+    } catch (const RuntimeError&) {
+        return false;
+    }
+}
+
+// Files that others are known to leave directly in the folder of Windows.
+void CleanWindowsFolder(System& system, const ProgramState& state, const std::wstring& windows) {
+    for (const std::wstring& name : ContentsOf(system, windows).files) {
+        if (state.cancelRequested) return;
+        if (!Like(name, L"*.TMP")) continue;
+        try {
+            system.files.EraseFile(JoinPath(windows, name));
+        } catch (const RuntimeError&) {
+            // In use.
+        }
+        system.pump.DoEvents();
+    }
+}
+
+}  // namespace
+
+void DelInFolder(System& system, const ProgramState& state, std::wstring_view folder,
+                 std::wstring_view confirmation, bool skip, CleaningHost& host) {
+    Trapped(system.errors, Named(L"DelInFolder"), [&] {
+        if (!EqualNoCase(confirmation, kYes)) return;
+        const std::wstring path(folder);
+        const Contents contents = ContentsOrReason(system, path, host);
+        for (const std::wstring& name : contents.files) {
+            if (state.cancelRequested) return;
+            if (!skip || !Like(name, L"VB*.*")) DeleteFile(system, path, name, host);
+            system.pump.DoEvents();
+        }
+        for (const std::wstring& name : contents.folders) {
+            if (state.cancelRequested) return;
+            const std::wstring subFolder = JoinPath(path, name);
+            if (!DeleteWholeFolder(system, subFolder)) {
+                const auto facts = system.files.Look(subFolder);
+                if (facts && !facts->isLink) {
+                    DelInFolder(system, state, subFolder, kYes, skip, host);
+                }
+            }
+            system.pump.DoEvents();
+        }
+    });
+}
+
+void DellTemp(System& system, ProgramState& state, MMyScripting::ScriptShell& shell, bool isWinNT,
+              CleaningHost& host) {
+    const auto special = [&](int code) {
+        return MMyScripting::GetSpecialFolders(system, shell, code, isWinNT);
+    };
+    Trapped(system.errors, Named(L"DellTemp"), [&] {
+        state.cancelRequested = false;
+        const std::wstring windows = special(kWindowsFolder);
+        for (const std::wstring& folder :
+             {special(kTemporaryFolder), windows + L"\\Temp", windows + L"\\prefetch"}) {
+            if (!state.cancelRequested) DelInFolder(system, state, folder, kYes, true, host);
+        }
+        Trapped(system.errors, Named(L"DellTemp"),
+                [&] { CleanWindowsFolder(system, state, windows); });
+        // The user's documents: looked up for whoever extends this, never cleaned.
+        static_cast<void>(special(kDocuments));
+    });
+    host.BusyHide(true);
+}
+
+}  // namespace vw::MFileDosShell

@@ -1,0 +1,133 @@
+#include "restore/CopiesBrowser.h"
+
+#include "engine/CPackage.h"
+#include "engine/CopyName.h"
+#include "fsutil/FileQueries.h"
+#include "fsutil/PathText.h"
+#include "list/editing/SubItem.h"
+#include "platform/ErrorTrap.h"
+#include "platform/FileSystem.h"
+#include "platform/Like.h"
+#include "platform/TextCase.h"
+#include "platform/UserLocale.h"
+#include "restore/RestoreHost.h"
+#include "ui/Form.h"
+
+// What the restore view shows as a whole; its two lists are filled in CopiesListing.cpp.
+
+namespace vw {
+namespace {
+
+using namespace MFileDosShell;
+
+constexpr Procedure Named(std::wstring_view name) { return {name, L"Form", L"frmMain"}; }
+
+constexpr std::wstring_view kBackupFolder = L"\\Backup";
+constexpr std::wstring_view kFallbackDrive = L"C:";
+constexpr std::wstring_view kNewestLabel = L"N01";
+
+}  // namespace
+
+CopiesBrowser::CopiesBrowser(System& system, Form& main, RestoreHost& host)
+    : system_(system), main_(main), host_(host) {}
+
+ListView& CopiesBrowser::Items() { return main_.List(L"lsvRestore1"); }
+
+ListView& CopiesBrowser::Copies() { return main_.List(L"lsvRestore2"); }
+
+std::wstring CopiesBrowser::RestoreFrom() {
+    std::wstring path = main_.Text(L"cmbDestination").append(kBackupFolder);
+    try {
+        if (!system_.files.Look(path)) system_.files.MakeFolder(path);
+        if (system_.files.Look(path)) return path;
+    } catch (const RuntimeError&) {
+        // An absent drive, or one that takes no folder, has no copies to show.
+    }
+    main_.Choose(L"cmbDestination", kFallbackDrive);
+    return std::wstring(kFallbackDrive).append(kBackupFolder);
+}
+
+void CopiesBrowser::RestoreFrom(std::wstring_view path) {
+    sourceChosen_ = true;
+    const std::wstring_view drive = path.substr(0, 2);
+    if (Like(drive, L"[A-Z]:")) main_.Choose(L"cmbDestination", drive);
+}
+
+void CopiesBrowser::RestoredPath(std::wstring_view path) {
+    Trapped(system_.errors, Named(L"RestoredPath"), [&] {
+        const int row = RowOf(path.ends_with(L'*') ? path.substr(0, path.size() - 1) : path);
+        if (row < 0) return;
+        Items().Select(row);
+        lsvRestore1ItemClick(row);
+    });
+}
+
+int CopiesBrowser::RowOf(std::wstring_view path) {
+    const std::wstring name = CFileName(path);
+    const std::wstring folder = CFileLocation(path);
+    ListView& items = Items();
+    const int count = items.Count();
+    for (int row = 0; row < count; ++row) {
+        if (!EqualNoCase(items.SubItem(row, L"Orginal Location"), folder)) continue;
+        const std::wstring type = items.SubItem(row, L"Type");
+        const bool hasExtension = !EqualNoCase(type, L"Folder") && !EqualNoCase(type, L"Rule");
+        if (EqualNoCase(items.SubItem(row, kNameColumn) + (hasExtension ? type : L""), name) ||
+            (!hasExtension && EqualNoCase(items_[items.Tag(row)].origin, name))) {
+            return row;
+        }
+    }
+    return -1;
+}
+
+void CopiesBrowser::lsvRestore1ItemClick(int row) {
+    Trapped(system_.errors, Named(L"lsvRestore1ItemClick"), [&] {
+        const int selected = Items().Selected();
+        if (selected >= 0) Items().EnsureVisible(selected);
+        ListCopyes(row);
+    });
+}
+
+// After a restore a new safety copy may be there, and the user looks at the same copy as before.
+void CopiesBrowser::SelectLast() {
+    Trapped(system_.errors, Named(L"SelectLast"), [this] {
+        const int row = Items().Selected();
+        if (row < 0) return;
+        const std::wstring label = SubItem(Copies(), kNameColumn);
+        ListCopyes(row);
+        const int again = label.empty() ? -1 : Copies().Find(kNameColumn, label);
+        if (again < 0) return;
+        Copies().Select(again);
+        Copies().EnsureVisible(again);
+    });
+}
+
+// A single copy that is not the newest is not selected by itself.
+void CopiesBrowser::SelectFirstCopy() {
+    ListView& copies = Copies();
+    int row = copies.Find(kNameColumn, kNewestLabel);
+    if (row < 0 && copies.Count() > 1) row = 0;
+    copies.Select(row);
+}
+
+void CopiesBrowser::lsvRestore1ColumnClick(int column) {
+    Trapped(system_.errors, Named(L"lsvRestore1ColumnClick"),
+            [&] { TurnSort(Items(), itemsSort_, column); });
+}
+
+void CopiesBrowser::lsvRestore2ColumnClick(int column) {
+    Trapped(system_.errors, Named(L"lsvRestore2ColumnClick"),
+            [&] { TurnSort(Copies(), copiesSort_, column); });
+}
+
+// The order turns round at every click, whichever column it was.
+void CopiesBrowser::TurnSort(ListView& list, SortState& state, int column) {
+    state.descending = !state.descending;
+    state.key = list.KeyOf(column);
+    Sort(list, state);
+}
+
+void CopiesBrowser::Sort(ListView& list, const SortState& state) {
+    list.Sort(state.key, !state.descending, CompareForUser);
+}
+
+}  // namespace vw

@@ -1,0 +1,94 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/System.h"
+#include "ui/ListView.h"
+
+namespace vw {
+
+class Form;
+class RestoreHost;
+struct FileFacts;
+
+/// The restore view of the main window: every item that has copies on the chosen drive
+/// (lsvRestore1), and the copies of the selected one (lsvRestore2). Nothing is kept between two
+/// listings; the disk tells everything anew.
+class CopiesBrowser {
+  public:
+    CopiesBrowser(System& system, Form& main, RestoreHost& host);
+
+    /// The copy folder: "\Backup" on the drive chosen in cmbDestination, made when it is missing.
+    /// A drive that has none and takes none gives way to C:.
+    [[nodiscard]] std::wstring RestoreFrom();
+    /// Chooses the drive of a path.
+    void RestoreFrom(std::wstring_view path);
+    /// The user chose a drive himself.
+    void SourceChosen() noexcept { sourceChosen_ = true; }
+
+    /// Lists the items of the copy folder, and the copies of the first one.
+    void ListRestoreFiles();
+
+    /// Lists the copies of the item in a row of the upper list.
+    void ListCopyes(int row);
+
+    /// Selects the row of a protected item and lists its copies; nothing happens for an item
+    /// without copies.
+    void RestoredPath(std::wstring_view path);
+
+    /// Lists the copies of the selected item anew and selects the same copy again.
+    void SelectLast();
+
+    void lsvRestore1ItemClick(int row);
+    void lsvRestore1ColumnClick(int column);
+    void lsvRestore2ColumnClick(int column);
+
+    /// The list of items and the list of copies.
+    [[nodiscard]] ListView& Items();
+    [[nodiscard]] ListView& Copies();
+
+  private:
+    /// A row's item as the disk tells it, whatever the list shows of it.
+    struct Item {
+        std::wstring origin;     ///< its name
+        std::wstring topOrigin;  ///< the same as the entries of the copy folder have it
+        int location = 0;
+        std::wstring nested;  ///< below a copy, when the copy itself is only the folder around it
+    };
+
+    /// How a list is sorted until another column is clicked.
+    struct SortState {
+        std::wstring_view key = kNameColumn;
+        bool descending = false;
+    };
+
+    struct Entry {
+        std::wstring path;
+        bool isFolder = false;
+        bool hasComment = false;
+    };
+
+    void List();
+    [[nodiscard]] std::vector<Entry> FindCopies(const std::wstring& folder);
+    void AddItem(const Entry& copy);
+    void AddCopies(const std::wstring& folder, int row);
+    void AddCopy(const std::wstring& entry, const FileFacts& facts, const std::wstring& nested);
+    [[nodiscard]] int RowOf(std::wstring_view path);
+    void SelectFirstCopy();
+    void Sort(ListView& list, const SortState& state);
+    void TurnSort(ListView& list, SortState& state, int column);
+
+    System& system_;
+    Form& main_;
+    RestoreHost& host_;
+    std::vector<Item> items_;  ///< by the tags of the rows
+    SortState itemsSort_;
+    SortState copiesSort_;
+    bool sourceChosen_ = false;
+    bool listing_ = false;
+};
+
+}  // namespace vw

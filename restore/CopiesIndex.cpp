@@ -1,0 +1,58 @@
+#include "restore/CopiesIndex.h"
+
+#include <algorithm>
+
+#include "engine/CopyName.h"
+#include "fsutil/PathText.h"
+#include "platform/Like.h"
+#include "platform/TextCase.h"
+#include "platform/Val.h"
+
+namespace vw {
+namespace {
+
+constexpr int kLastRotating = 20;
+constexpr std::wstring_view kCommentPattern = L"*.vwc";
+
+}  // namespace
+
+std::wstring CopyLabel(int copyNumber) {
+    return copyNumber <= kLastRotating ? L"N" + TwoDigits(copyNumber)
+                                       : L"U" + TwoDigits(copyNumber - kLastRotating);
+}
+
+int NumberOfLabel(std::wstring_view label) {
+    const std::wstring_view digits = label.size() > 2 ? label.substr(label.size() - 2) : label;
+    const int number = Val(digits);
+    return label.starts_with(L'U') ? number + kLastRotating : number;
+}
+
+int NextSafetyNumber(int highest) noexcept { return std::max(highest, kLastRotating) + 1; }
+
+bool IsCopyName(std::wstring_view name) {
+    return Like(name, kCopyNamePattern) && !Like(name, kCommentPattern);
+}
+
+int LocationOf(std::wstring_view copyName) { return Val(CFileSP(copyName)); }
+
+// The builder's own pattern would take "#" or "[" of an item's name for wildcards.
+CopiesOfItem::CopiesOfItem(std::wstring_view itemName, int location) {
+    const std::wstring pattern =
+        MFileDosShell::CFileName(CFilePackageName(itemName, kAnyCopyNumber, location, {}));
+    const std::size_t mark = pattern.rfind(L"??\u00BB");
+    begin_ = UpperCase(std::wstring_view(pattern).substr(0, mark));
+    end_ = UpperCase(std::wstring_view(pattern).substr(mark + 2));
+}
+
+bool CopiesOfItem::Contains(std::wstring_view name) const {
+    if (name.size() != begin_.size() + 2 + end_.size()) return false;
+    return EqualNoCase(name.substr(0, begin_.size()), begin_) &&
+           EqualNoCase(name.substr(begin_.size() + 2), end_);
+}
+
+bool ItemsSeen::IsNew(std::wstring_view origin, int location) {
+    // A name holds no "|", so the two parts never run into each other.
+    return keys_.insert(UpperCase(origin) + L"|" + std::to_wstring(location)).second;
+}
+
+}  // namespace vw

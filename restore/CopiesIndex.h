@@ -1,0 +1,51 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_set>
+
+namespace vw {
+
+/// The label of a copy: N01 to N20 for the copies that rotate, U01 and up for the safety copies
+/// that a restore makes (21 and up). N00 for a name without a number.
+[[nodiscard]] std::wstring CopyLabel(int copyNumber);
+
+/// The copy number of a label: its last two characters, and 20 more behind a "U".
+[[nodiscard]] int NumberOfLabel(std::wstring_view label);
+
+/// The number that the next safety copy gets when `highest` is the highest in use.
+[[nodiscard]] int NextSafetyNumber(int highest) noexcept;
+
+/// Whether an entry of the copy folder is named like a copy and is no comment file.
+[[nodiscard]] bool IsCopyName(std::wstring_view name);
+
+/// The location number of a copy's name as a number; 0 for anything but digits.
+[[nodiscard]] int LocationOf(std::wstring_view copyName);
+
+/// Whether a name is that of some copy of one item: first name, "«", the location number, any two
+/// characters, "»" and the extension, in any letter case. Everything else counts as it stands, also
+/// characters that are wildcards elsewhere.
+class CopiesOfItem {
+  public:
+    CopiesOfItem(std::wstring_view itemName, int location);
+
+    [[nodiscard]] bool Contains(std::wstring_view name) const;
+
+  private:
+    std::wstring begin_;
+    std::wstring end_;
+};
+
+/// Tells for one copy after the other whether it is the first of its item, so that an item has one
+/// row however its copies are mixed with those of others.
+class ItemsSeen {
+  public:
+    /// True for the first copy of an item; `origin` is the item's name.
+    [[nodiscard]] bool IsNew(std::wstring_view origin, int location);
+
+  private:
+    std::unordered_set<std::wstring> keys_;
+};
+
+}  // namespace vw

@@ -1,0 +1,132 @@
+#include "restore/RestoreCommands.h"
+
+#include "engine/CPackage.h"
+#include "fsutil/FileQueries.h"
+#include "fsutil/PathText.h"
+#include "fsutil/Scripting.h"
+#include "list/editing/SubItem.h"
+#include "platform/ErrorTrap.h"
+#include "platform/FileSystem.h"
+#include "platform/MsgBox.h"
+#include "platform/RuntimeError.h"
+#include "platform/TextCase.h"
+#include "restore/CopiesBrowser.h"
+#include "restore/RestoreHost.h"
+#include "ui/Form.h"
+
+// Deleting and opening copies; restoring is in Restoring.cpp.
+
+namespace vw {
+namespace {
+
+constexpr Procedure Named(std::wstring_view name) { return {name, L"Form", L"frmMain"}; }
+
+}  // namespace
+
+RestoreCommands::RestoreCommands(System& system, ProgramState& state, Form& main,
+                                 CopiesBrowser& browser, FileDialogs& dialogs,
+                                 FileDialogSetup& dialog, RestoreHost& host)
+    : system_(system),
+      state_(state),
+      main_(main),
+      browser_(browser),
+      dialogs_(dialogs),
+      dialog_(dialog),
+      host_(host) {}
+
+void RestoreCommands::mnuRestoreClick() {
+    Trapped(system_.errors, Named(L"mnuRestoreClick"), [this] { DoRestore(false); });
+}
+
+void RestoreCommands::mnuRestoreToClick() {
+    Trapped(system_.errors, Named(L"mnuRestoreToClick"), [this] { DoRestore(true); });
+}
+
+void RestoreCommands::mnuDelCopyClick() {
+    Trapped(system_.errors, Named(L"mnuDelCopyClick"), [this] { DoDelCopy(true); });
+}
+
+void RestoreCommands::mnuDelCopiesClick() {
+    Trapped(system_.errors, Named(L"mnuDelCopiesClick"), [this] { DoDelFile(); });
+}
+
+void RestoreCommands::mnuOpenCopyClick() {
+    Trapped(system_.errors, Named(L"mnuOpenCopyClick"), [this] {
+        const std::wstring path = SubItem(browser_.Copies(), L"BackupName");
+        if (path.empty()) {
+            TellNothingSelected();
+            return;
+        }
+        if (!system_.files.Look(path)) Raise(error_number::kFileNotFound, path);
+        MMyScripting::ShellPath(system_, path);
+    });
+}
+
+void RestoreCommands::TellNothingSelected() {
+    system_.boxes.MsgBox({.text = main_.Text(L"lblNoRestore")});
+}
+
+bool RestoreCommands::Ask(const std::wstring& question) {
+    return system_.boxes.MsgBox(
+               {.text = question, .buttons = BoxButtons::YesNo, .rightToLeft = true}) ==
+           BoxAnswer::Yes;
+}
+
+void RestoreCommands::DoDelCopy(bool ask) {
+    Trapped(system_.errors, Named(L"DoDelCopy"), [&] {
+        ListView& items = browser_.Items();
+        ListView& copies = browser_.Copies();
+        const int row = items.Selected();
+        if (row < 0 || copies.Selected() < 0) {
+            TellNothingSelected();
+            return;
+        }
+        if (!ask) {
+            DeleteCopy();
+            return;
+        }
+        const bool isFolder = EqualNoCase(SubItem(items, L"Type"), L"Folder");
+        // No blank behind the bracket.
+        if (!Ask(L"هل تريد بالتأكيد حذف النسخة رقم [" + SubItem(copies, kNameColumn) + L"]من " +
+                 (isFolder ? L"المجلد:" : L"الملف:") + L"\r\n" + SubItem(items, kNameColumn))) {
+            return;
+        }
+        const bool others = copies.Count() > 1;
+        Trapped(system_.errors, Named(L"DoDelCopy"), [this] { DeleteCopy(); });
+        if (others) {
+            browser_.ListCopyes(row);
+        } else {
+            browser_.ListRestoreFiles();
+        }
+    });
+}
+
+// Only the newest copy has a comment file.
+void RestoreCommands::DeleteCopy() {
+    const std::wstring path = SubItem(browser_.Copies(), L"BackupName");
+    if (!system_.files.Look(path)) Raise(error_number::kFileNotFound, path);
+    MFileDosShell::DeletePath(system_, path);
+    MFileDosShell::DeletePath(system_, CPackage::PackageCommentFile(path));
+}
+
+// One that cannot be deleted is told and costs the others nothing.
+void RestoreCommands::DoDelFile() {
+    Trapped(system_.errors, Named(L"DoDelFile"), [this] {
+        ListView& items = browser_.Items();
+        if (items.Selected() < 0) {
+            TellNothingSelected();
+            return;
+        }
+        if (!Ask(L"هل تريد بالتأكيد حذف كافة النسخ الاحتياطية العائدة للملف:\r\n" +
+                 SubItem(items, kNameColumn))) {
+            return;
+        }
+        for (int row = browser_.Copies().Count() - 1; row >= 0; --row) {
+            browser_.Copies().Select(row);
+            DoDelCopy(false);
+        }
+        browser_.ListRestoreFiles();
+    });
+}
+
+}  // namespace vw

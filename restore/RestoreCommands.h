@@ -1,0 +1,65 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "platform/System.h"
+
+namespace vw {
+
+class CopiesBrowser;
+class FileDialogs;
+class Form;
+class RestoreHost;
+struct FileDialogSetup;
+struct ProgramState;
+
+/// The commands on stored copies: restore, open, delete. They act on what is selected in the two
+/// lists of the restore view. What a restore would overwrite is kept as a safety copy first, unless
+/// one of the listed copies has its date.
+class RestoreCommands {
+  public:
+    RestoreCommands(System& system, ProgramState& state, Form& main, CopiesBrowser& browser,
+                    FileDialogs& dialogs, FileDialogSetup& dialog, RestoreHost& host);
+
+    /// Restores the selected copy to where its item was.
+    void mnuRestoreClick();
+    /// Restores it to a folder that the user chooses.
+    void mnuRestoreToClick();
+    /// Deletes the selected copy after a question.
+    void mnuDelCopyClick();
+    /// Deletes all copies of the selected item after a question.
+    void mnuDelCopiesClick();
+    /// Opens the selected copy with its program.
+    void mnuOpenCopyClick();
+
+  private:
+    /// Where a copy goes.
+    struct Goal {
+        std::wstring folder;
+        std::wstring typed;  ///< what the question is about
+    };
+
+    void DoRestore(bool askLocation);
+    [[nodiscard]] std::optional<Goal> ChooseGoal(const std::wstring& name,
+                                                 const std::wstring& location, bool ask);
+    [[nodiscard]] bool MayReplace(const Goal& goal, const std::wstring& target);
+    void KeepForUndo(const std::wstring& path);
+    [[nodiscard]] bool IsStored(const std::wstring& path, int& highest);
+    void BackUpAs(const std::wstring& path, const std::wstring& copyName, bool isFolder);
+    void DoDelCopy(bool ask);
+    void DeleteCopy();
+    void DoDelFile();
+    [[nodiscard]] bool Ask(const std::wstring& question);
+    void TellNothingSelected();
+
+    System& system_;
+    ProgramState& state_;
+    Form& main_;
+    CopiesBrowser& browser_;
+    FileDialogs& dialogs_;
+    FileDialogSetup& dialog_;
+    RestoreHost& host_;
+};
+
+}  // namespace vw

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <string_view>
+
+namespace vw {
+
+class CPackage;
+
+/// What restoring needs of the program above it.
+class RestoreHost {
+  public:
+    RestoreHost() = default;
+    RestoreHost(const RestoreHost&) = delete;
+    RestoreHost& operator=(const RestoreHost&) = delete;
+    virtual ~RestoreHost() = default;
+
+    /// The engine; made on first use.
+    [[nodiscard]] virtual CPackage& Engine() = 0;
+
+    /// Shows in the busy dialog what is being restored, and ends that.
+    virtual void Msg(std::wstring_view title, std::wstring_view message) = 0;
+    virtual void BusyHide(bool pause) = 0;
+};
+
+}  // namespace vw

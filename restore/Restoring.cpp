@@ -1,0 +1,130 @@
+#include "engine/CPackage.h"
+#include "engine/CopyName.h"
+#include "fsutil/FileQueries.h"
+#include "fsutil/PathText.h"
+#include "fsutil/TreeWalk.h"
+#include "list/editing/FileDialogs.h"
+#include "list/editing/Filter.h"
+#include "list/editing/SubItem.h"
+#include "platform/ErrorTrap.h"
+#include "platform/FileSystem.h"
+#include "platform/ProgramState.h"
+#include "platform/RuntimeError.h"
+#include "platform/TextCase.h"
+#include "platform/Val.h"
+#include "restore/CopiesBrowser.h"
+#include "restore/CopiesIndex.h"
+#include "restore/RestoreCommands.h"
+#include "restore/RestoreHost.h"
+#include "restore/SameContent.h"
+#include "ui/Form.h"
+
+// Restoring a copy. Nothing is overwritten before the user said so and, where no stored copy has
+// its date, a safety copy of it verifiably stands on the disk.
+
+namespace vw {
+namespace {
+
+using namespace MFileDosShell;
+
+constexpr Procedure Named(std::wstring_view name) { return {name, L"Form", L"frmMain"}; }
+
+constexpr std::wstring_view kUnknown = L"??";
+constexpr std::wstring_view kUnknownFolder = L"C:\\My Documents";
+constexpr std::uint32_t kSaveFlags = 524294;  // explorer style, no read-only box, may overwrite
+constexpr int kHighestNumber = 99;            // more digits could not be read back from a name
+
+}  // namespace
+
+void RestoreCommands::DoRestore(bool askLocation) {
+    Trapped(system_.errors, Named(L"DoRestore"), [&] {
+        const std::wstring copy = SubItem(browser_.Copies(), L"BackupName");
+        if (copy.empty()) {
+            TellNothingSelected();
+            return;
+        }
+        if (!system_.files.Look(copy)) Raise(error_number::kFileNotFound, copy);
+        std::wstring location = SubItem(browser_.Items(), L"Orginal Location");
+        if (location.empty()) location = kUnknown;
+        const std::wstring name = CFileName(CFileOrigin(copy));
+        const auto goal = ChooseGoal(name, location, askLocation || location == kUnknown);
+        if (!goal) return;
+        // An earlier run left its mark; this work has not been cancelled.
+        state_.cancelRequested = false;
+        host_.Msg(L"Restoring: ", goal->typed);
+        // The item takes its own name, whatever was typed beside the folder.
+        if (!MayReplace(*goal, JoinPath(goal->folder, name))) return;
+        host_.Engine().Extract(copy, goal->folder, false);
+        browser_.SelectLast();
+        host_.BusyHide(true);
+    });
+}
+
+std::optional<RestoreCommands::Goal> RestoreCommands::ChooseGoal(const std::wstring& name,
+                                                                 const std::wstring& location,
+                                                                 bool ask) {
+    if (!ask) return Goal{location, location + L"\\" + name};
+    MRecentFiles::Filter(dialog_, FileDialogKind::SaveList, dialog_.defaultFolder);
+    dialog_.flags = kSaveFlags;
+    dialog_.defaultExtension.clear();
+    dialog_.fileName = name;
+    dialog_.initialFolder = location == kUnknown ? kUnknownFolder : location;
+    const auto chosen = dialogs_.ShowSave(dialog_);
+    if (!chosen) return std::nullopt;
+    return Goal{CFileLocation(*chosen), *chosen};
+}
+
+bool RestoreCommands::MayReplace(const Goal& goal, const std::wstring& target) {
+    if (PathExist(system_, goal.typed)) {
+        if (!Ask(L"هل تريد بالتأكيد حذف الملف التالي واستبداله بالنسخة الاحتياطية:\r\n" +
+                 goal.typed)) {
+            return false;
+        }
+        KeepForUndo(goal.typed);
+    }
+    if (!EqualNoCase(goal.typed, target) && PathExist(system_, target)) KeepForUndo(target);
+    return true;
+}
+
+// Raises when what is about to be overwritten could not be kept.
+void RestoreCommands::KeepForUndo(const std::wstring& path) {
+    int highest = 0;
+    if (IsStored(path, highest)) return;
+    const int number = NextSafetyNumber(highest);
+    if (number > kHighestNumber) Raise(error_number::kOverflow, path);
+    const int location = Val(SubItem(browser_.Items(), L"SP"));
+    const std::wstring copyName = CFilePackageName(path, number, location, browser_.RestoreFrom());
+    const auto facts = system_.files.Look(path);
+    if (system_.files.Look(copyName)) Raise(error_number::kAlreadyExists, copyName);
+    BackUpAs(path, copyName, facts && facts->isFolder);
+    if (state_.cancelRequested || !SameContent(system_.files, path, copyName)) {
+        Raise(error_number::kAccessError, path);
+    }
+}
+
+// Whether one of the listed copies has the date of the item; `highest` is the highest number of
+// those looked at.
+bool RestoreCommands::IsStored(const std::wstring& path, int& highest) {
+    const Date date = PathDate(system_, host_.Engine(), path);
+    ListView& copies = browser_.Copies();
+    const int count = copies.Count();
+    for (int row = 0; row < count; ++row) {
+        highest = std::max(highest, NumberOfLabel(copies.SubItem(row, kNameColumn)));
+        const std::wstring copy = copies.SubItem(row, L"BackupName");
+        if (PathDate(system_, host_.Engine(), copy) == date) return true;
+    }
+    return false;
+}
+
+// The engine writes where the list's copies go; a safety copy belongs to the copies being browsed.
+void RestoreCommands::BackUpAs(const std::wstring& path, const std::wstring& copyName,
+                               bool isFolder) {
+    const std::wstring destination = state_.BackupTo;
+    state_.BackupTo = browser_.RestoreFrom();
+    const int location = Val(SubItem(browser_.Items(), L"SP"));
+    host_.Engine().BackupPath(path, static_cast<std::int16_t>(location), isFolder, isFolder,
+                              copyName);
+    state_.BackupTo = destination;
+}
+
+}  // namespace vw

@@ -1,0 +1,55 @@
+#include "restore/SameContent.h"
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "fsutil/TreeWalk.h"
+#include "platform/FileSystem.h"
+
+namespace vw {
+namespace {
+
+bool SameFile(const FileFacts& first, const FileFacts& second) {
+    return first.size == second.size && first.lastWrite == second.lastWrite;
+}
+
+using Entries = std::map<std::wstring, FileFacts>;
+
+Entries EntriesOf(FileSystem& files, const std::wstring& folder) {
+    Entries entries;
+    files.List(folder, [&](const FolderEntry& entry) {
+        if (!entry.isFolder || !entry.isLink) entries.emplace(entry.name, entry);
+    });
+    return entries;
+}
+
+}  // namespace
+
+bool SameContent(FileSystem& files, std::wstring_view original, std::wstring_view copy) {
+    const auto first = files.Look(original);
+    const auto second = files.Look(copy);
+    if (!first || !second || first->isFolder != second->isFolder) return false;
+    if (!first->isFolder) return SameFile(*first, *second);
+
+    std::vector<std::wstring> below{L""};
+    while (!below.empty()) {
+        const std::wstring folder = below.back();
+        below.pop_back();
+        const Entries expected = EntriesOf(files, std::wstring(original) + folder);
+        const Entries found = EntriesOf(files, std::wstring(copy) + folder);
+        if (expected.size() != found.size()) return false;
+        for (const auto& [name, facts] : expected) {
+            const auto match = found.find(name);
+            if (match == found.end() || match->second.isFolder != facts.isFolder) return false;
+            if (facts.isFolder) {
+                below.push_back(folder + L"\\" + name);
+            } else if (!SameFile(facts, match->second)) {
+                return false;
+            }
+        }
+    }
+    return true;
+}
+
+}  // namespace vw
