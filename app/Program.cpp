@@ -3,7 +3,8 @@
 #include "app/MVaultwright.h"
 #include "fsutil/PathText.h"
 #include "platform/Desktop.h"
-#include "platform/RuntimeError.h"
+
+// How the program is put together, and how it ends.
 
 namespace vw {
 
@@ -42,14 +43,22 @@ Program::Program()
       settings_(errors_, state_.executableBaseName),
       api_(registry_, ansi_, boxes_, faults_),
       language_(settings_, boxes_, state_),
-      logonStart_(system_, api_, settings_, state_, *this) {}
+      logonStart_(system_, api_, settings_, state_, *this) {
+    pump_.SetFilter(Form::TranslateKeys);
+}
 
 int Program::Run(std::wstring_view processCommandLine) {
     MVaultwright start(system_, state_, settings_, language_, logonStart_, *this);
     start.Main(processCommandLine);
-    // What an error leaves is the icon and its Exit entry; nobody can use an icon that is not seen.
-    if (trayIcon_ && !(trayIcon_->IsReachable() && DesktopIsVisible())) frmUnload();
-    pump_.RunWhile([this] { return trayIcon_ != nullptr; });
+    if (!windows_) return exitStatus_.Code();
+    // What an error leaves of a silent run is the icon and its Exit entry; nobody can use an icon
+    // that is not seen.
+    const TrayIcon& icon = windows_->frmTrayIcon;
+    if (icon.Window().IsLoaded() && !(icon.IsReachable() && DesktopIsVisible())) frmUnload();
+    pump_.RunWhile([this] {
+        windows_->idleWatch.Look();
+        return !windows_->LoadedForms().empty();
+    });
     streams_.Flush();
     return exitStatus_.Code();
 }
@@ -60,79 +69,27 @@ void Program::Echo(std::wstring_view text) {
     streams_.Error(text);
 }
 
-void Program::Msg(std::wstring_view title, std::wstring_view message, std::wstring_view subMessage,
-                  bool, bool, bool) {
-    if (state_.silentRun) report_.Msg(title, message, subMessage);
-}
-
-void Program::Report(std::wstring_view text, bool) {
-    if (state_.silentRun) report_.Report(text);
-}
-
-void Program::BusyHide(bool) { streams_.Flush(); }
-
-void Program::Ready(bool) {}
-
-void Program::DuringCopy() {}
-
-void Program::EndAtOnce() {
-    trayIcon_.reset();
-    End(exitStatus_.Code());
-}
-
-// An Arabic window needs the keyboard and the digits to go with it.
-void Program::MakeWindows() { language_.PrepareArabicOnce(api_); }
-
-void Program::LoadTrayIcon() {
-    trayIcon_ = std::make_unique<TrayIcon>(static_cast<TrayHost&>(*this), state_.arabic);
-}
-
-void Program::ShowOpeningScreen() {}
-
-void Program::ShowMainWindow() {}
-
-void Program::BackUpCurrentList() {
-    working_ = true;
-    Engine().BackupAll();
-    working_ = false;
-}
-
-void Program::BackUpItem(std::wstring_view path) {
-    working_ = true;
-    Engine().BackupItem(path);
-    working_ = false;
-}
-
-void Program::ShowCopies(std::wstring_view) { Engine().GetBackupTo(); }
-
-void Program::DeleteTemporaryFiles() {}
-
-// A list that does not exist yet is made empty.
-void Program::LoadCurrentList() {
-    Trapped(errors_, {L"GetList", L"Form", L"frmMain"}, [this] {
-        if (!files_.Look(state_.currentListPath)) {
-            files_.Write(state_.currentListPath, {}, FileSystem::Flush::Yes);
-        }
-    });
-}
-
-void Program::LoadSingleItem(std::wstring_view) { LoadCurrentList(); }
-
+// Windows ask before they go: the main window saves its list, the busy dialog cancels the work.
 void Program::frmUnload() {
     if (unloading_) return;
     unloading_ = true;
     if (working_) exitStatus_.Note(error_number::kCancelled);
-    trayIcon_.reset();
+    if (windows_) {
+        for (Form* form : windows_->LoadedForms()) form->Unload();
+    }
+    End(exitStatus_.Code());
+}
+
+void Program::EndAtOnce() {
+    if (windows_) {
+        // Not by way of its closing, which would unload everything else.
+        unloading_ = true;
+        windows_->frmTrayIcon.Unload();
+    }
     End(exitStatus_.Code());
 }
 
 void Program::EndProcess() { End(exitStatus_.Code()); }
-
-void Program::ExitChosen() { frmUnload(); }
-
-void Program::TrayClosing() { frmUnload(); }
-
-void Program::CheckAutoBackup(bool) {}
 
 void Program::End(int exitCode) {
     streams_.Flush();

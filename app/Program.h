@@ -1,14 +1,22 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "app/LanguageChoice.h"
 #include "app/LogonStart.h"
+#include "app/MainHost.h"
 #include "app/StartCommands.h"
+#include "app/WindowSet.h"
 #include "engine/CPackage.h"
 #include "engine/RunHost.h"
+#include "fsutil/Scripting.h"
+#include "fsutil/TempCleaning.h"
+#include "list/editing/ListHost.h"
+#include "list/editing/RecentFilesHost.h"
 #include "list/format/Settings.h"
 #include "platform/CCommonAPI.h"
 #include "platform/DebugOutput.h"
@@ -23,15 +31,23 @@
 #include "platform/UserBoxes.h"
 #include "platform/Win32FileSystem.h"
 #include "platform/WindowEventPump.h"
+#include "progress/BusyHost.h"
 #include "progress/SilentReport.h"
-#include "progress/TrayIcon.h"
+#include "restore/RestoreHost.h"
 
 namespace vw {
 
-/// The whole program: makes the real parts, binds them together and keeps them while it runs.
-class Program final : private RunHost,
-                      private StartCommands,
+/// The whole program: makes the real parts, binds them together and keeps them while it runs. What
+/// a lower room asks of those above it is answered here.
+class Program final : private StartCommands,
+                      private RunHost,
+                      private MainHost,
+                      private BusyHost,
                       private TrayHost,
+                      private ListHost,
+                      private RecentFilesHost,
+                      private RestoreHost,
+                      private CleaningHost,
                       private AutoBackupMark,
                       private ProgramEnd {
   public:
@@ -41,14 +57,7 @@ class Program final : private RunHost,
     int Run(std::wstring_view processCommandLine);
 
   private:
-    void Msg(std::wstring_view title, std::wstring_view message, std::wstring_view subMessage,
-             bool wait, bool close, bool showReport) override;
-    void Report(std::wstring_view text, bool wait) override;
-    void BusyHide(bool pause) override;
-    void Ready(bool flag) override;
-    void DuringCopy() override;
-    [[noreturn]] void EndAtOnce() override;
-
+    // The start procedure (ProgramJobs.cpp).
     void MakeWindows() override;
     void LoadTrayIcon() override;
     void ShowOpeningScreen() override;
@@ -59,15 +68,48 @@ class Program final : private RunHost,
     void DeleteTemporaryFiles() override;
     void LoadCurrentList() override;
     void LoadSingleItem(std::wstring_view path) override;
-    void frmUnload() override;
     void EndProcess() override;
 
-    void ExitChosen() override;
-    void TrayClosing() override;
+    // The run and the busy dialog.
+    void Msg(std::wstring_view title, std::wstring_view message, std::wstring_view subMessage,
+             bool wait, bool close, bool showReport) override;
+    void Msg(std::wstring_view title, std::wstring_view message) override;
+    void Report(std::wstring_view text, bool wait) override;
+    void BusyHide(bool pause) override;
+    void BusyHide() override { BusyHide(true); }
+    void EndBusy() override { BusyHide(false); }
+    void DuringCopy() override;
+    void AbortRun() override;
+    [[nodiscard]] bool IsRunning() const override { return working_; }
+
+    // The windows.
+    void Ready(bool flag) override;
+    void UnloadTrayIcon() override;
+    [[nodiscard]] std::vector<Form*> LoadedForms() override;
+    void AsAbout() override;
+    void UnloadOpeningScreen() override;
+    void SetCaption() override;
     void CheckAutoBackup(bool on) override;
+    void ShowRecentFiles(const RecentFileMenu& menu) override;
+
+    // The list and the copies.
+    void FileOpen(std::wstring_view path) override;
+    void GetList() override;
+    void ApplicationSartup(bool flag) override;
+    [[nodiscard]] std::int16_t LocationID(std::wstring_view path) override;
+    [[nodiscard]] CopyDates& StoredDates() override { return Engine(); }
+    void ListLoaded() override;
+    void ListRestoreFiles() override;
+    void RestoredPath(std::wstring_view path) override;
+    [[nodiscard]] CPackage& Engine() override;
+
+    // The end.
+    void frmUnload() override;
+    [[noreturn]] void EndAtOnce() override;
     [[noreturn]] void End(int exitCode) override;
 
-    CPackage& Engine();
+    template <class Work>
+    void Working(Work&& work);
     void Echo(std::wstring_view text);
 
     ProgramState state_;
@@ -85,10 +127,11 @@ class Program final : private RunHost,
     SystemRegistry registry_;
     DebugOutput faults_;
     CCommonAPI api_;
+    MMyScripting::ScriptShell shell_;
     LanguageChoice language_;
     LogonStart logonStart_;
-    std::unique_ptr<TrayIcon> trayIcon_;
     std::unique_ptr<CPackage> engine_;
+    std::unique_ptr<WindowSet> windows_;
     bool working_ = false;
     bool unloading_ = false;
 };

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "platform/ErrorTrap.h"
+
+namespace vw {
+
+/// What the main window asks of the program around it.
+class MainHost {
+  public:
+    MainHost() = default;
+    MainHost(const MainHost&) = delete;
+    MainHost& operator=(const MainHost&) = delete;
+    virtual ~MainHost() = default;
+
+    /// Disables the main window and shows the hourglass (false), or gives it back (true).
+    virtual void Ready(bool flag) = 0;
+
+    /// Backs up the current list, with the busy dialog.
+    virtual void BackUpCurrentList() = 0;
+    /// Hides the busy dialog, if it is still there.
+    virtual void EndBusy() = 0;
+
+    /// Cleans the temporary folders.
+    virtual void DeleteTemporaryFiles() = 0;
+
+    /// Shows the About box until it is closed.
+    virtual void AsAbout() = 0;
+    /// The main window is there: the opening screen goes.
+    virtual void UnloadOpeningScreen() = 0;
+
+    /// Unloads every window and ends the program.
+    virtual void frmUnload() = 0;
+    /// Ends the program at once, leaving nothing in the notification area.
+    virtual void EndAtOnce() = 0;
+};
+
+/// A procedure of the main window, as error messages name it.
+[[nodiscard]] constexpr Procedure MainProcedure(std::wstring_view name) {
+    return {name, L"Form", L"frmMain"};
+}
+
+}  // namespace vw

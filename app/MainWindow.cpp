@@ -1,0 +1,221 @@
+#include "app/MainWindow.h"
+
+#include <utility>
+
+#include "app/DriveChoices.h"
+#include "app/LogonStart.h"
+#include "app/MainCommands.h"
+#include "app/MainHost.h"
+#include "fsutil/PathText.h"
+#include "list/editing/BackupList.h"
+#include "list/editing/ListEditing.h"
+#include "list/editing/RecentFiles.h"
+#include "platform/FileSystem.h"
+#include "platform/MsgBox.h"
+#include "platform/ProgramState.h"
+#include "platform/TextCase.h"
+#include "restore/CopiesBrowser.h"
+
+// The window itself: load, close, caption, and which command an event stands for.
+
+namespace vw {
+
+namespace {
+
+constexpr std::wstring_view kCopiesFolder = L"\\Backup";
+constexpr std::wstring_view kDialogFolder = L"C:\\My Documents";
+constexpr std::wstring_view kOtherDialogFolder = L"D:\\My Documents";
+// Part of the caption in both languages: a backup that the user starts himself.
+constexpr std::wstring_view kManualTask = L"- مهمة نسخ يدوي [";
+
+/// Holds one command after another.
+class Running {
+  public:
+    explicit Running(bool& flag) noexcept : flag_(flag) { flag_ = true; }
+    ~Running() { flag_ = false; }
+    Running(const Running&) = delete;
+    Running& operator=(const Running&) = delete;
+
+  private:
+    bool& flag_;
+};
+
+}  // namespace
+
+MainWindow::MainWindow(System& system, ProgramState& state, Form& form, MainHost& host)
+    : system_(system), state_(state), form_(form), host_(host) {}
+
+void MainWindow::Bind(MainParts parts) { parts_.emplace(parts); }
+
+void MainWindow::OnLoad(Form& form) {
+    Trapped(system_.errors, MainProcedure(L"Form_Load"), [&] {
+        form.SetChoices(L"cmbDestination", DriveChoices(system_.files));
+        mnuViewMethodClick(static_cast<int>(ViewStyle::Details));
+        mnuViewAlignClick(static_cast<int>(ViewArrange::Top));
+        parts_->list.Dialog().defaultFolder =
+            system_.files.Look(kDialogFolder) ? kDialogFolder : kOtherDialogFolder;
+        CheckAutoBackup(parts_->logonStart.ApplicationSartup());
+        form.SetText(L"lblBackages", std::to_wstring(state_.copiesCount));
+        loadGuard_ = true;
+        if (state_.copiesCount != 0) form.SetValue(L"vsBackages", state_.copiesCount);
+        parts_->recent.UpdateRecentFiles();
+        form.Maximise();
+        form.Choose(L"cmbDestination", L"C:");
+        SetCaption();
+        host_.UnloadOpeningScreen();
+    });
+}
+
+bool MainWindow::OnQueryUnload(Form&, UnloadReason reason) {
+    Trapped(system_.errors, MainProcedure(L"Form_QueryUnload"), [&] {
+        if (reason == UnloadReason::SessionEnd) {
+            // Windows waits for nobody: no box may, either.
+            state_.silentRun = true;
+            state_.cancelRequested = true;
+            parts_->list.FileSave();
+        } else {
+            parts_->list.SaveOnClose();
+        }
+        host_.frmUnload();
+    });
+    return true;
+}
+
+void MainWindow::OnEscaped(Form&, const std::exception_ptr& error) noexcept { escaped_ = error; }
+
+std::exception_ptr MainWindow::TakeEscaped() noexcept { return std::exchange(escaped_, nullptr); }
+
+bool MainWindow::DefaultListInUse() const {
+    return EqualNoCase(state_.currentListPath, state_.DefaultListPath());
+}
+
+void MainWindow::SetCaption() {
+    std::wstring caption(kApplicationTitle);
+    if (DefaultListInUse()) {
+        caption += L' ';
+    } else {
+        caption.append(kManualTask).append(MFileDosShell::CFileName(state_.currentListPath));
+        caption += L']';
+    }
+    form_.SetCaption(caption);
+    form_.Menus().Enable(L"mnuOptions", DefaultListInUse(), 0);
+}
+
+void MainWindow::CheckAutoBackup(bool on) {
+    if (form_.IsLoaded()) form_.Menus().Check(L"mnuOptions", on, 0);
+}
+
+void MainWindow::ShowRecentFiles(const RecentFileMenu& menu) {
+    int index = 1;
+    for (const RecentFileEntry& entry : menu) {
+        form_.Menus().SetText(L"mnuRecentFile", entry.caption, index);
+        form_.Menus().Show(L"mnuRecentFile", entry.visible, index);
+        ++index;
+    }
+}
+
+void MainWindow::KeepToOneItem() {
+    for (const auto* name : {L"mnuAddFile", L"mnuDel", L"mnuAddFolder"}) {
+        form_.Menus().Enable(name, false);
+    }
+    for (const auto* key :
+         {L"FileNew", L"FileOpen", L"FileSave", L"EditAddFile", L"EditAddFolder", L"Del"}) {
+        form_.Tools(L"Toolbar1").Enable(key, false);
+    }
+}
+
+void MainWindow::OnControl(Form&, const ControlEvent& event) {
+    // The count changes by program too, in the middle of other commands.
+    if (event.control == L"vsBackages") {
+        vsBackagesChange(event.value);
+    } else if (event.control == L"cmbDestination") {
+        InBracket(L"cmbDestination_Click", [this] { cmbDestinationClick(); });
+    } else if (event.control.starts_with(L"lsv")) {
+        OnList(event);
+    } else if (event.control == L"Toolbar1") {
+        Run({}, 0, event.key);
+    } else if (event.kind == EventKind::Click) {
+        Run(event.control, event.index);
+    }
+}
+
+void MainWindow::OnList(const ControlEvent& event) {
+    const bool items = event.control == L"lsvBackupList";
+    const bool stored = event.control == L"lsvRestore1";
+    switch (event.kind) {
+        case EventKind::Selection:
+            if (items) {
+                InBracket(L"lsvBackupListClick", [this] { parts_->editing.lsvBackupListClick(); });
+            } else if (stored) {
+                InBracket(L"lsvRestore1ItemClick",
+                          [&] { parts_->browser.lsvRestore1ItemClick(event.value); });
+            }
+            break;
+        case EventKind::KeyUp:
+            if (event.value == VK_DELETE) {
+                const auto* entry = items ? L"mnuDel" : stored ? L"mnuDelCopies" : L"mnuDelCopy";
+                if (form_.Menus().IsEnabled(entry)) Run(entry, 0);
+            }
+            break;
+        case EventKind::ItemActivate:
+            if (!stored) Run(items ? L"mnuOpen" : L"mnuOpenCopy", 0);
+            break;
+        case EventKind::ColumnClick:
+            OnColumnClick(event);
+            break;
+        case EventKind::DropFiles:
+            InBracket(L"lsvBackupList_OLEDragDrop",
+                      [&] { parts_->editing.lsvBackupList_OLEDragDrop(event.files); });
+            break;
+        default:
+            break;
+    }
+}
+
+void MainWindow::OnColumnClick(const ControlEvent& event) {
+    InBracket(L"lsvBackupList_ColumnClick", [&] {
+        if (event.control == L"lsvBackupList") {
+            parts_->editing.lsvBackupListColumnClick(event.value);
+        } else if (event.control == L"lsvRestore1") {
+            parts_->browser.lsvRestore1ColumnClick(event.value);
+        } else {
+            parts_->browser.lsvRestore2ColumnClick(event.value);
+        }
+    });
+}
+
+void MainWindow::Run(std::wstring_view control, int index, std::wstring_view key) {
+    const MainCommand* command = MainCommand::Find(control, key);
+    if (command == nullptr) return;
+    const int meaning = control.empty() ? command->buttonIndex : index;
+    InBracket(command->procedure, [&] { (this->*command->handler)(meaning); });
+}
+
+// A handler that fails leaves the window disabled: nothing half done can be worked with. The idle
+// watch gives it back soon.
+template <class Body>
+void MainWindow::InBracket(std::wstring_view procedure, Body&& body) {
+    if (running_) return;
+    const Running guard(running_);
+    Trapped(system_.errors, MainProcedure(procedure), [&] {
+        host_.Ready(false);
+        body();
+        host_.Ready(true);
+    });
+}
+
+void MainWindow::cmbDestinationClick() {
+    parts_->browser.SourceChosen();
+    parts_->list.ChooseDestination(form_.Text(L"cmbDestination").append(kCopiesFolder));
+}
+
+void MainWindow::vsBackagesChange(int value) {
+    Trapped(system_.errors, MainProcedure(L"vsBackagesChange"), [&] {
+        if (!loadGuard_) state_.listModified = true;
+        loadGuard_ = false;
+        form_.SetText(L"lblBackages", std::to_wstring(value));
+        state_.copiesCount = static_cast<std::int16_t>(value);
+    });
+}
+
+}  // namespace vw

@@ -1,0 +1,81 @@
+#include "app/KeepAwake.h"
+#include "app/Program.h"
+#include "engine/CopyName.h"
+#include "list/editing/SubItem.h"
+#include "platform/Like.h"
+
+// What the start procedure starts.
+
+namespace vw {
+
+// An Arabic window needs the keyboard and the digits to go with it.
+void Program::MakeWindows() {
+    const bool again = windows_ && windows_->frmMain.IsLoaded();
+    if (again) windows_->frmMain.Unload();
+    language_.PrepareArabicOnce(api_);
+    windows_ = std::make_unique<WindowSet>(system_, state_, settings_, logonStart_, language_,
+                                           WindowHosts{*this, *this, *this, *this, *this, *this});
+    if (again) ShowMainWindow();
+}
+
+void Program::LoadTrayIcon() { windows_->frmTrayIcon.Load(); }
+
+void Program::ShowOpeningScreen() { windows_->frmAbout.ShowOpeningScreen(); }
+
+// A silent run loads it and nobody sees it.
+void Program::ShowMainWindow() {
+    windows_->frmMain.Load();
+    if (!state_.silentRun) windows_->frmMain.Show();
+}
+
+template <class Work>
+void Program::Working(Work&& work) {
+    const KeepAwake awake;
+    working_ = true;
+    work();
+    working_ = false;
+}
+
+void Program::BackUpCurrentList() {
+    Working([this] { Engine().BackupAll(); });
+}
+
+void Program::BackUpItem(std::wstring_view path) {
+    Working([&] { Engine().BackupItem(path); });
+}
+
+void Program::ShowCopies(std::wstring_view itemOrCopy) {
+    Engine().GetBackupTo();
+    windows_->frmMain.Load();
+    const bool isCopy = Like(itemOrCopy, kCopyNamePattern);
+    windows_->browser.RestoreFrom(isCopy ? itemOrCopy
+                                         : std::wstring_view(state_.defaultDestination));
+    windows_->browser.ListRestoreFiles();
+    windows_->browser.RestoredPath(isCopy ? CFileOrigin(itemOrCopy) : std::wstring(itemOrCopy));
+}
+
+void Program::DeleteTemporaryFiles() {
+    Working([this] {
+        MFileDosShell::DellTemp(system_, state_, shell_, api_.IsWinNT(),
+                                static_cast<CleaningHost&>(*this));
+    });
+}
+
+void Program::LoadCurrentList() {
+    windows_->frmMain.Load();
+    windows_->list.GetList();
+    windows_->main.SetCaption();
+}
+
+void Program::LoadSingleItem(std::wstring_view path) {
+    LoadCurrentList();
+    windows_->list.Rows().AddToList(path);
+    windows_->list.Rows().List().FitColumns();
+    windows_->list.Rows().List().Select(0);
+    state_.listModified = true;
+    windows_->list.FileSave();
+    windows_->main.KeepToOneItem();
+    RestoredPath(path);
+}
+
+}  // namespace vw
