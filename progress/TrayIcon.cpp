@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "platform/ErrorTrap.h"
+#include "platform/MsgBox.h"
 #include "platform/ProgramState.h"
 #include "ui/Forms.h"
 
@@ -18,7 +19,6 @@ constexpr UINT kIconId = 1;
 constexpr UINT kIconMessage = WM_MOUSEMOVE;
 constexpr std::size_t kTipUnits = 64;
 constexpr int kFrames = 4;
-constexpr std::wstring_view kApplicationTitle = L"Vaultwright";
 
 }  // namespace
 
@@ -48,7 +48,7 @@ void TrayIcon::cbStatic_Click() {
     Trapped(system_.errors, Named(L"cbStatic_Click"), [&] {
         animating_ = false;
         form_.SetIcon(L"Image1", 0);
-        tip_ = kApplicationTitle;
+        SetTip(kApplicationTitle);
         AddIcon();
     });
 }
@@ -56,7 +56,7 @@ void TrayIcon::cbStatic_Click() {
 void TrayIcon::cbAnimated_Click() {
     Trapped(system_.errors, Named(L"cbAnimated_Click"), [&] {
         animating_ = true;
-        tip_ = form_.Text(L"lblMsg1");
+        SetTip(form_.Text(L"lblMsg1"));
         AddIcon();
     });
 }

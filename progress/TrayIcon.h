@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+#include <string_view>
 #include <vector>
 
 #include "platform/System.h"
@@ -47,6 +49,9 @@ class TrayIcon final : private FormEvents {
     void cbAnimated_Click();
     void cbEnd_Click();
     void mnuPropAction_Click();
+
+    /// What the icon says when the mouse rests on it, from its next addition or frame on.
+    void SetTip(std::wstring_view tip) { tip_ = tip; }
 
     /// Shows the windows again; in an interactive run the icon goes then.
     void MaximizeApp();

@@ -153,4 +153,16 @@ class ListView {
     WPARAM keyDown_ = 0;  ///< pressed in the list and not let go yet
 };
 
+/// Keeps a list from being painted while many rows come or go.
+class RedrawPause {
+  public:
+    explicit RedrawPause(ListView& list) : list_(list) { list_.SetRedraw(false); }
+    ~RedrawPause() { list_.SetRedraw(true); }
+    RedrawPause(const RedrawPause&) = delete;
+    RedrawPause& operator=(const RedrawPause&) = delete;
+
+  private:
+    ListView& list_;
+};
+
 }  // namespace vw

@@ -11,7 +11,7 @@ namespace vw {
 namespace {
 
 // The measures of the window: margins and gaps of 12, fields of 26, headings of 20 above the lists.
-constexpr Size kDesign{832, 540};
+constexpr Size kDesign{848, 540};
 constexpr int kMargin = 12;
 constexpr int kField = 26;
 constexpr int kHeading = 20;
@@ -71,7 +71,7 @@ constexpr std::array kControls{
                 .id = ID_Toolbar1,
                 .kind = ControlKind::ToolBar,
                 .font = fonts::kSystem,
-                .place = {6, 4, 786, 36},
+                .place = {6, 4, kDesign.width - 46, 36},
                 .flow = {.growX = 100},
                 .spokenName = {L"Commands", L"الأوامر"},
                 .buttons = kToolButtons},

@@ -52,7 +52,7 @@ TEST(DisplayText, WhatFitsIsNotShortened) {
 TEST(DisplayText, APathLosesItsMiddle) {
     EXPECT_EQ(Shortened(L"C:\\Users\\Mona\\Letters\\Diary.txt", 20, Letters),
               L"C:\\Users\\…\\Diary.txt");
-    EXPECT_EQ(Shortened(L"C:\\Users\\Mona\\Letters\\", 16, Letters), L"C:\\Us…\\Letters\\");
+    EXPECT_EQ(Shortened(L"C:\\Users\\Mona\\Letters\\", 15, Letters), L"C:\\Us…\\Letters\\");
 }
 
 TEST(DisplayText, ANameThatDoesNotFitLosesItsEnd) {

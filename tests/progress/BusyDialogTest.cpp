@@ -1,0 +1,313 @@
+#include "progress/BusyDialog.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "platform/ProgramState.h"
+#include "progress/BusyHost.h"
+#include "tests/support/TestWorld.h"
+#include "tests/ui/FormFixture.h"
+#include "ui/resource.h"
+
+namespace vw {
+namespace {
+
+using Calls = std::vector<std::string>;
+
+class RecordingHost final : public BusyHost {
+  public:
+    explicit RecordingHost(const ProgramState& state) : state_(state) {}
+
+    void AbortRun() override {
+        EXPECT_TRUE(state_.cancelRequested) << "the flag comes first";
+        calls.emplace_back("abort");
+    }
+    bool IsRunning() const override { return running; }
+    void LoadTrayIcon() override { calls.emplace_back("load icon"); }
+    void UnloadTrayIcon() override { calls.emplace_back("unload icon"); }
+    void Ready(bool flag) override {
+        EXPECT_TRUE(flag);
+        EXPECT_FALSE(dialog->KeepsReport()) << "unticked before";
+        calls.emplace_back("ready");
+    }
+    void ShowMainWindow() override { calls.emplace_back("show main"); }
+
+    Calls calls;
+    bool running = false;
+    BusyDialog* dialog = nullptr;
+
+  private:
+    const ProgramState& state_;
+};
+
+class Busy : public testing::TestWithParam<Language> {
+  protected:
+    Busy() { host.dialog = &dialog; }
+
+    Form& Window() { return dialog.Window(); }
+    [[nodiscard]] std::wstring Report() { return Window().Text(L"txtReport"); }
+    void Tick() { SendMessageW(Window().Handle(), WM_TIMER, ID_tmrBusy, 0); }
+    void Press() {
+        const HWND button = Window().Control(L"cmdCancel");
+        SendMessageW(Window().Handle(), WM_COMMAND, MAKEWPARAM(ID_cmdCancel, BN_CLICKED),
+                     reinterpret_cast<LPARAM>(button));
+    }
+    void Minimise() { ShowWindow(Window().Handle(), SW_MINIMIZE); }
+
+    test::TestWorld world;
+    ProgramState state;
+    RecordingHost host{state};
+    BusyDialog dialog{world.system, state, GetParam(), host};
+};
+
+INSTANTIATE_TEST_SUITE_P(Languages, Busy, testing::ValuesIn(test::kLanguages));
+
+TEST_P(Busy, EachMessageIsALineOfTheReport) {
+    dialog.Msg(L"Backing:", L"C:\\a.txt", L"", false, false, false);
+    dialog.Msg(L"Title", L"message", L"more", false, false, true);
+    EXPECT_EQ(Report(), L"Backing:: C:\\a.txt - \r\nTitle: message - more\r\n");
+    EXPECT_EQ(Window().Text(L"lblTitle"), L"Title");
+    EXPECT_EQ(Window().Text(L"lblMsg"), L"message");
+    EXPECT_EQ(Window().Text(L"lblSubMsg"), L"more");
+}
+
+TEST_P(Busy, TheFirstMessageShowsAtOnceAndTheReportOnlyWhenItIsWanted) {
+    dialog.Msg(L"Backing:", L"C:\\a.txt", L"", false, false, false);
+    EXPECT_TRUE(Window().IsVisible());
+    EXPECT_EQ(Window().Text(L"lblMsg"), L"C:\\a.txt");
+    EXPECT_FALSE(Window().IsShown(L"txtReport"));
+    dialog.Msg(L"Backing:", L"C:\\b.txt", L"", false, false, true);
+    EXPECT_TRUE(Window().IsShown(L"txtReport"));
+    dialog.Msg(L"Backing:", L"C:\\c.txt", L"", false, false, false);
+    EXPECT_FALSE(Window().IsShown(L"txtReport"));
+}
+
+TEST_P(Busy, TextsThatFollowQuicklyWaitForTheirTimeAndNoneIsLost) {
+    for (int i = 0; i < 100; ++i) {
+        dialog.Msg(L"Backing:", std::to_wstring(i), L"", false, false, false);
+    }
+    EXPECT_EQ(Window().Text(L"lblMsg"), L"0");
+    world.clock.Advance(50);
+    dialog.Report(L"next", false);
+    EXPECT_EQ(Window().Text(L"lblMsg"), L"99");
+    EXPECT_EQ(Report(), dialog.ReportText());
+    EXPECT_TRUE(Report().ends_with(L"Backing:: 99 - \r\nnext\r\n"));
+}
+
+TEST_P(Busy, TheTimerShowsWhatWaits) {
+    dialog.Msg(L"Backing:", L"first", L"", false, false, false);
+    dialog.Msg(L"Backing:", L"last", L"", false, false, false);
+    Tick();
+    EXPECT_EQ(Window().Text(L"lblMsg"), L"last");
+}
+
+TEST_P(Busy, OneLongFileIsNamedWhileItIsCopied) {
+    dialog.Msg(L"Backing:", L"small", L"", false, false, false);
+    dialog.Msg(L"Backing:", L"large", L"", false, false, false);
+    dialog.Repaint();
+    EXPECT_EQ(Window().Text(L"lblMsg"), L"large");
+}
+
+TEST_P(Busy, TheBarRunsRound) {
+    dialog.Report(L"x", false);
+    EXPECT_TRUE(Window().IsTimerEnabled(L"tmrBusy"));
+    for (const int value : {10, 20, 30, 40, 50, 60, 70, 80, 90, 0, 10}) {
+        Tick();
+        EXPECT_EQ(Window().Progress(L"ProgressBar1"), value);
+    }
+}
+
+TEST_P(Busy, AMessageOfExactlyEndClosesTheDialogAtTheNextTick) {
+    dialog.Msg(L"Title", L"end", L"", false, false, false);
+    Tick();
+    EXPECT_TRUE(Window().IsLoaded());
+    dialog.Msg(L"Title", L"End", L"", false, false, false);
+    Tick();
+    EXPECT_FALSE(Window().IsLoaded());
+}
+
+TEST_P(Busy, AMessageCanWaitAndClose) {
+    dialog.Msg(L"Title", L"message", L"", true, false, false);
+    EXPECT_GE(world.pump.Waited(), 2000U);
+    EXPECT_TRUE(Window().IsLoaded());
+    dialog.Msg(L"Title", L"message", L"", false, true, false);
+    EXPECT_FALSE(Window().IsLoaded());
+}
+
+TEST_P(Busy, ATickedBoxKeepsTheDialogFromWaitingAndClosing) {
+    dialog.Report(L"x", false);
+    Window().Check(L"chkDontHide", true);
+    dialog.Msg(L"Title", L"message", L"", true, true, false);
+    EXPECT_EQ(world.pump.Waited(), 0U);
+    EXPECT_TRUE(Window().IsVisible());
+    dialog.BusyHide(true);
+    EXPECT_TRUE(Window().IsVisible());
+    EXPECT_TRUE(Window().IsShown(L"txtReport"));
+    EXPECT_TRUE(Report().ends_with(L"Done:  - \r\n"));
+    EXPECT_TRUE(dialog.KeepsReport());
+    EXPECT_EQ(host.calls, Calls{});
+}
+
+TEST_P(Busy, TheEndOfTheWorkFillsTheBarAndClosesTheDialog) {
+    dialog.Msg(L"Backing:", L"x", L"", false, false, false);
+    std::wstring report;
+    int bar = 0;
+    bool ticking = true;
+    world.pump.AtYield(1, [&] {
+        report = Report();
+        bar = Window().Progress(L"ProgressBar1");
+        ticking = Window().IsTimerEnabled(L"tmrBusy");
+    });
+    dialog.BusyHide(true);
+    EXPECT_EQ(report, L"Backing:: x - \r\nDone:  - \r\n");
+    EXPECT_EQ(bar, kProgressMaximum);
+    EXPECT_FALSE(ticking);
+    EXPECT_GE(world.pump.Waited(), 2000U);
+    EXPECT_FALSE(Window().IsLoaded());
+    EXPECT_TRUE(state.cancelRequested) << "every closing asks for it";
+}
+
+TEST_P(Busy, TheEndWithoutAPauseDoesNotWait) {
+    dialog.Report(L"x", false);
+    dialog.BusyHide(false);
+    EXPECT_EQ(world.pump.Waited(), 0U);
+    EXPECT_FALSE(Window().IsLoaded());
+}
+
+TEST_P(Busy, TheEndOfWorkThatNobodySawDoesNothing) {
+    dialog.BusyHide(true);
+    EXPECT_FALSE(Window().IsLoaded());
+    EXPECT_EQ(world.pump.Yields(), 0);
+    EXPECT_FALSE(state.cancelRequested);
+}
+
+TEST_P(Busy, ClosingCancelsInThisOrder) {
+    dialog.Report(L"x", false);
+    Window().Check(L"chkDontHide", true);
+    Press();
+    EXPECT_FALSE(Window().IsLoaded());
+    EXPECT_TRUE(state.cancelRequested);
+    EXPECT_EQ(host.calls, (Calls{"abort", "ready"}));
+}
+
+TEST_P(Busy, TheCloseBoxCancelsToo) {
+    dialog.Report(L"x", false);
+    SendMessageW(Window().Handle(), WM_CLOSE, 0, 0);
+    EXPECT_EQ(host.calls, (Calls{"abort", "ready"}));
+}
+
+TEST_P(Busy, MinimisedItGivesWayToTheIconAndItsClosingRestoresTheMainWindow) {
+    dialog.Report(L"x", false);
+    Minimise();
+    EXPECT_EQ(host.calls, Calls{"load icon"});
+    host.calls.clear();
+    Window().Unload();
+    EXPECT_EQ(host.calls, (Calls{"abort", "unload icon", "ready", "show main"}));
+}
+
+TEST_P(Busy, HiddenWhileMinimisedTheNextMessageBringsItsButtonBack) {
+    dialog.Report(L"x", false);
+    Minimise();
+    Window().Hide();
+    dialog.Report(L"y", false);
+    EXPECT_TRUE(Window().IsVisible());
+    EXPECT_EQ(Window().State(), WindowState::Minimised);
+}
+
+TEST_P(Busy, TheTickHoldsForOneRunOnly) {
+    dialog.Report(L"x", false);
+    Window().Check(L"chkDontHide", true);
+    Window().Unload();
+    dialog.Report(L"y", false);
+    EXPECT_FALSE(Window().IsChecked(L"chkDontHide"));
+    EXPECT_EQ(dialog.ReportText(), L"y\r\n") << "a new report";
+}
+
+TEST_P(Busy, ClosedInARunItDoesNotFlashUpAgain) {
+    host.running = true;
+    dialog.Report(L"x", false);
+    Press();
+    dialog.Msg(L"Backing:", L"y", L"", false, false, false);
+    EXPECT_FALSE(Window().IsLoaded());
+    EXPECT_TRUE(dialog.ReportText().ends_with(L"Backing:: y - \r\n"));
+    // The next run clears the cancel.
+    state.cancelRequested = false;
+    dialog.Msg(L"Backing:", L"z", L"", false, false, false);
+    EXPECT_TRUE(Window().IsVisible());
+}
+
+TEST_P(Busy, WorkAfterARunShowsItDespiteTheCancelThatTheRunLeft) {
+    host.running = true;
+    dialog.Report(L"x", false);
+    dialog.BusyHide(false);
+    host.running = false;
+    EXPECT_TRUE(state.cancelRequested);
+    dialog.Msg(L"Restoring: ", L"y", L"", false, false, false);
+    EXPECT_TRUE(Window().IsVisible());
+    world.pump.Restart();
+    dialog.Wait(2);
+    EXPECT_GE(world.pump.Yields(), 40) << "an old cancel does not shorten the wait";
+}
+
+TEST_P(Busy, AWaitEndsWithACancelOrTheDialog) {
+    dialog.Report(L"x", false);
+    world.pump.AtYield(3, [&] { state.cancelRequested = true; });
+    dialog.Wait(2);
+    EXPECT_EQ(world.pump.Yields(), 3);
+
+    state.cancelRequested = false;
+    world.pump.Restart();
+    world.pump.AtYield(2, [&] { Window().Unload(); });
+    dialog.Wait(2);
+    EXPECT_EQ(world.pump.Yields(), 2);
+}
+
+TEST_P(Busy, ClosedWhileItWaitsAtTheEndNothingElseHappens) {
+    dialog.Report(L"x", false);
+    world.pump.AtYield(5, [&] { Press(); });
+    dialog.BusyHide(true);
+    EXPECT_FALSE(Window().IsLoaded());
+    EXPECT_EQ(host.calls, (Calls{"abort", "ready"})) << "once";
+}
+
+TEST_P(Busy, ASilentRunLoadsItAndNeverShowsIt) {
+    state.silentRun = true;
+    dialog.SendView();
+    EXPECT_TRUE(Window().IsLoaded());
+    EXPECT_FALSE(Window().IsVisible());
+    dialog.BusyHide(true);
+    EXPECT_TRUE(Window().IsLoaded());
+    EXPECT_EQ(world.pump.Yields(), 0);
+}
+
+TEST_P(Busy, AReportOfAHundredThousandLinesIsKeptWhole) {
+    std::size_t units = 0;
+    for (int i = 0; i < 100000; ++i) {
+        const std::wstring line = L"Backing: " + std::to_wstring(i);
+        units += line.size() + 2;
+        dialog.Report(line, false);
+        if (i % 1000 == 0) world.clock.Advance(60);
+    }
+    dialog.Msg(L"End of it", L"", L"", false, false, true);
+    EXPECT_GT(Report().size(), units);
+    EXPECT_EQ(Report(), dialog.ReportText());
+}
+
+TEST_P(Busy, OpeningItAHundredTimesLeavesNothingBehind) {
+    const auto handles = [](DWORD kind) { return GetGuiResources(GetCurrentProcess(), kind); };
+    const auto openAndClose = [this] {
+        dialog.Msg(L"Backing:", L"x", L"", false, false, true);
+        dialog.BusyHide(false);
+    };
+    for (int i = 0; i < 5; ++i) openAndClose();
+    const DWORD drawing = handles(GR_GDIOBJECTS);
+    const DWORD windows = handles(GR_USEROBJECTS);
+    for (int i = 0; i < 100; ++i) openAndClose();
+    EXPECT_LE(handles(GR_GDIOBJECTS), drawing);
+    EXPECT_LE(handles(GR_USEROBJECTS), windows);
+}
+
+}  // namespace
+}  // namespace vw

@@ -1,0 +1,200 @@
+#include "progress/TrayIcon.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+#include "platform/ProgramState.h"
+#include "tests/support/TestWorld.h"
+#include "tests/ui/FormFixture.h"
+#include "ui/resource.h"
+
+namespace vw {
+namespace {
+
+class RecordingHost final : public TrayHost {
+  public:
+    std::vector<Form*> LoadedForms() override { return forms; }
+    void frmUnload() override { ++ends; }
+
+    std::vector<Form*> forms;
+    int ends = 0;
+};
+
+class Tray : public testing::TestWithParam<Language> {
+  protected:
+    Tray() { host.forms = {&main.form, &icon.Window()}; }
+
+    void Notify(UINT code) { SendMessageW(icon.Window().Handle(), WM_MOUSEMOVE, 0, code); }
+    void Tick() { SendMessageW(icon.Window().Handle(), WM_TIMER, ID_Timer1, 0); }
+    void Choose(int id) { SendMessageW(icon.Window().Handle(), WM_COMMAND, id, 0); }
+
+    test::TestWorld world;
+    ProgramState state;
+    RecordingHost host;
+    test::LoadedForm main{MainForm(), GetParam()};
+    TrayIcon icon{world.system, state, GetParam(), host};
+};
+
+INSTANTIATE_TEST_SUITE_P(Languages, Tray, testing::ValuesIn(test::kLanguages));
+
+TEST_P(Tray, LoadedItHidesEveryWindow) {
+    main.form.Show(ShowHow::KeepFocus);
+    icon.Load();
+    EXPECT_FALSE(main.form.IsVisible());
+    EXPECT_FALSE(icon.Window().IsVisible());
+    EXPECT_TRUE(icon.IsReachable());
+    EXPECT_TRUE(icon.LastStatus());
+}
+
+TEST_P(Tray, LoadedTwiceItOnlyHidesAgain) {
+    icon.Load();
+    const HWND before = icon.Window().Handle();
+    main.form.Show(ShowHow::KeepFocus);
+    icon.Load();
+    EXPECT_FALSE(main.form.IsVisible());
+    EXPECT_EQ(icon.Window().Handle(), before);
+}
+
+TEST_P(Tray, TheRecordHasTheFirstFormOfItsLayout) {
+    icon.Load();
+    const NOTIFYICONDATAW record = icon.InitIconStruct();
+    EXPECT_EQ(record.cbSize, NOTIFYICONDATAW_V1_SIZE);
+    EXPECT_EQ(record.hWnd, icon.Window().Handle());
+    EXPECT_EQ(record.uID, 1U);
+    EXPECT_EQ(record.uFlags, 7U);
+    EXPECT_EQ(record.uCallbackMessage, 512U);
+    EXPECT_NE(record.hIcon, nullptr);
+    EXPECT_EQ(record.hIcon, icon.Window().Icon());
+    EXPECT_STREQ(record.szTip, GetParam() == Language::English
+                                   ? L"Please Wait Vaultwright In Use"
+                                   : L"الرجاء الانتظار بينما تتم عملية النسخ الاحنياطي");
+}
+
+TEST_P(Tray, ALongTipIsCutToSixtyThreeCharacters) {
+    icon.Load();
+    icon.SetTip(std::wstring(100, L'x'));
+    const NOTIFYICONDATAW record = icon.InitIconStruct();
+    EXPECT_EQ(std::wstring(record.szTip), std::wstring(63, L'x'));
+    EXPECT_EQ(record.szTip[63], L'\0');
+}
+
+TEST_P(Tray, TheFramesFollowEachOther) {
+    icon.Load();
+    EXPECT_EQ(icon.Frame(), 1);
+    for (const int next : {2, 3, 4, 1, 2}) {
+        Tick();
+        EXPECT_EQ(icon.Frame(), next);
+        EXPECT_TRUE(icon.LastStatus());
+        EXPECT_NE(icon.Window().Icon(), nullptr);
+    }
+}
+
+TEST_P(Tray, TheStaticIconDoesNotMove) {
+    icon.Load();
+    icon.cbStatic_Click();
+    const int frame = icon.Frame();
+    Tick();
+    EXPECT_EQ(icon.Frame(), frame);
+    EXPECT_STREQ(icon.InitIconStruct().szTip, L"Vaultwright");
+}
+
+TEST_P(Tray, AClickTakesTheIconAwayAndMatchesNoWindow) {
+    main.form.Show(ShowHow::KeepFocus);
+    icon.Load();
+    Notify(514);
+    EXPECT_FALSE(icon.Window().IsLoaded());
+    EXPECT_FALSE(icon.IsReachable());
+    EXPECT_FALSE(main.form.IsVisible());
+    EXPECT_EQ(host.ends, 0);
+}
+
+TEST_P(Tray, InASilentRunAClickDoesNothing) {
+    state.silentRun = true;
+    icon.Load();
+    Notify(514);
+    EXPECT_TRUE(icon.Window().IsLoaded());
+    EXPECT_EQ(host.ends, 0);
+}
+
+TEST_P(Tray, OtherCodesAreIgnored) {
+    icon.Load();
+    for (const UINT code : {512U, 513U, 515U, 517U, 518U, 0U}) Notify(code);
+    EXPECT_TRUE(icon.Window().IsLoaded());
+}
+
+TEST_P(Tray, TheMenuHasNoCancelInASilentRun) {
+    icon.Load();
+    EXPECT_TRUE(icon.Window().Menus().IsShown(L"mnuProp1Cancel"));
+    icon.Unload();
+    state.silentRun = true;
+    icon.Load();
+    EXPECT_FALSE(icon.Window().Menus().IsShown(L"mnuProp1Cancel"));
+    EXPECT_TRUE(icon.Window().Menus().IsShown(L"mnuProp1Maximize"));
+    EXPECT_TRUE(icon.Window().Menus().IsShown(L"mnuProp1Exit"));
+}
+
+TEST_P(Tray, CancelAsksTheWorkToStop) {
+    icon.Load();
+    Choose(ID_mnuProp1Cancel);
+    EXPECT_TRUE(state.cancelRequested);
+    EXPECT_TRUE(icon.Window().IsLoaded());
+}
+
+TEST_P(Tray, ExitEndsTheProgram) {
+    icon.Load();
+    Choose(ID_mnuProp1Exit);
+    EXPECT_EQ(host.ends, 1);
+}
+
+TEST_P(Tray, MaximizeInTheMenuIsTheClick) {
+    icon.Load();
+    Choose(ID_mnuProp1Maximize);
+    EXPECT_FALSE(icon.Window().IsLoaded());
+}
+
+TEST_P(Tray, UnloadedInASilentRunItEndsTheProgram) {
+    state.silentRun = true;
+    icon.Load();
+    icon.cbEnd_Click();
+    EXPECT_EQ(host.ends, 1);
+    EXPECT_FALSE(icon.Window().IsLoaded());
+}
+
+TEST_P(Tray, UnloadedInAnInteractiveRunItOnlyGoes) {
+    icon.Load();
+    icon.mnuPropAction_Click();
+    EXPECT_EQ(host.ends, 0);
+    EXPECT_FALSE(icon.Window().IsLoaded());
+    EXPECT_TRUE(icon.LastStatus());
+}
+
+TEST_P(Tray, ANewTaskBarGetsTheIconAgain) {
+    icon.Load();
+    NOTIFYICONDATAW record = icon.InitIconStruct();
+    Shell_NotifyIconW(NIM_DELETE, &record);
+    Tick();
+    EXPECT_FALSE(icon.LastStatus());
+    SendMessageW(icon.Window().Handle(), RegisterWindowMessageW(L"TaskbarCreated"), 0, 0);
+    EXPECT_TRUE(icon.IsReachable());
+    Tick();
+    EXPECT_TRUE(icon.LastStatus());
+}
+
+TEST_P(Tray, OpeningItAHundredTimesLeavesNothingBehind) {
+    const auto handles = [](DWORD kind) { return GetGuiResources(GetCurrentProcess(), kind); };
+    const auto openAndClose = [this] {
+        icon.Load();
+        for (int i = 0; i < 4; ++i) Tick();
+        icon.Unload();
+    };
+    for (int i = 0; i < 5; ++i) openAndClose();
+    const DWORD drawing = handles(GR_GDIOBJECTS);
+    const DWORD windows = handles(GR_USEROBJECTS);
+    for (int i = 0; i < 100; ++i) openAndClose();
+    EXPECT_LE(handles(GR_GDIOBJECTS), drawing);
+    EXPECT_LE(handles(GR_USEROBJECTS), windows);
+}
+
+}  // namespace
+}  // namespace vw
