@@ -25,7 +25,7 @@ class OtherSwitches : public SystemTest {
     /// ended. It is no silent run, so there is no icon.
     void OpensWindow(const ProgramStart& start) const {
         ProgramRun run(start);
-        run.WaitForWindow(L"frmMain");
+        run.WaitForVisibleWindow(L"frmMain");
         EXPECT_EQ(FindWindowOf(run.ProcessId(), L"frmTrayIcon"), nullptr);
         EXPECT_THAT(run.Boxes(), IsEmpty());
         EXPECT_EQ(run.OutputBytes(), "");
@@ -99,13 +99,38 @@ TEST_F(OtherSwitches, SWithAListBacksUpNothing) {
 
 // With a folder for temporary files of its own, since it is emptied; so are folders of Windows,
 // which is why a real one is spared.
-TEST_F(OtherSwitches, DEndsByItself) {
+TEST_F(OtherSwitches, DCleansTheTemporaryFoldersAndEnds) {
     if (!UnderWine()) GTEST_SKIP() << "this would clean the machine's own temporary folders";
+    for (const auto* folder : {L"Temp", L"prefetch"}) {
+        program.tree.Folder(L"C:\\windows\\" + std::wstring(folder));
+    }
     ProgramStart start = program.With(L"/D");
     start.temporaryFolder = program.tree.Folder(L"Temporary");
+    program.tree.File(L"Temporary\\a.tmp");
+    program.tree.File(L"Temporary\\VB1234.tmp");
+    program.tree.File(L"Temporary\\Sub\\b.txt");
     RunsTo(0, start);
     EXPECT_THAT(boxes, IsEmpty());
+    EXPECT_THAT(ReadTree(start.temporaryFolder), SizeIs(1));
+    EXPECT_TRUE(Exists(start.temporaryFolder + L"\\VB1234.tmp"));
     EXPECT_TRUE(Exists(letter));
+    EXPECT_THAT(lines, Contains(L"Deleting: a.tmp - "));
+}
+
+TEST_F(OtherSwitches, DTellsAFolderThatIsMissingAndCleansTheOthers) {
+    if (!UnderWine()) GTEST_SKIP() << "this would clean the machine's own temporary folders";
+    program.tree.Remove(L"C:\\windows\\prefetch");
+    const std::wstring report = program.tree.File(L"C:\\windows\\report.tmp");
+    const std::wstring kept = program.tree.File(L"C:\\windows\\report.tmp.bak");
+    ProgramStart start = program.With(L"/D");
+    start.temporaryFolder = program.tree.Folder(L"Temporary");
+    RunsTo(76, start);
+    ASSERT_THAT(boxes, SizeIs(1));
+    EXPECT_THAT(boxes[0].text,
+                testing::HasSubstr(L"in procedure DelInFolder of Module MFileDosShell"));
+    EXPECT_FALSE(Exists(report));
+    EXPECT_TRUE(Exists(kept));
+    program.tree.Remove(kept);
 }
 
 TEST_F(OtherSwitches, RMakesAMissingDefaultListEmptyAndEnds) {

@@ -135,11 +135,19 @@ void ProgramRun::Answer(const Box& box, int button) {
 }
 
 HWND ProgramRun::WaitForWindow(std::wstring_view classBeginning) {
+    return WaitForWindowThat(classBeginning, false);
+}
+
+HWND ProgramRun::WaitForVisibleWindow(std::wstring_view classBeginning) {
+    return WaitForWindowThat(classBeginning, true);
+}
+
+HWND ProgramRun::WaitForWindowThat(std::wstring_view classBeginning, bool isVisible) {
     const ULONGLONG start = GetTickCount64();
     while (!HasEnded()) {
         Collect();
         const HWND window = FindWindowOf(processId_, classBeginning);
-        if (window != nullptr) return window;
+        if (window != nullptr && (!isVisible || IsWindowVisible(window) != 0)) return window;
         if (GetTickCount64() - start > kPatience) FailAndEnd("has not made its window");
         Sleep(kPoll);
     }

@@ -53,6 +53,8 @@ class ProgramRun {
     /// Waits until the process has a window of a class that begins like this. Null, without a
     /// failure, when the process ends before.
     HWND WaitForWindow(std::wstring_view classBeginning);
+    /// The same for a window that is shown.
+    HWND WaitForVisibleWindow(std::wstring_view classBeginning);
 
     /// Closes the window of the notification icon; gives the exit code.
     DWORD EndByIcon();
@@ -84,6 +86,7 @@ class ProgramRun {
     static void Collect(Pipe& pipe);
     void Collect();
     void SeeBoxes(bool answer);
+    HWND WaitForWindowThat(std::wstring_view classBeginning, bool isVisible);
     void FailAndEnd(const char* what);
 
     DWORD processId_ = 0;
