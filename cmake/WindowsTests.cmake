@@ -49,14 +49,14 @@ function(vw_add_tests name folder timeout)
     set(rooms "")
     if(TARGET vw_${name})
         set(rooms vw_${name})
-    elseif(name STREQUAL system)
+    elseif(name MATCHES "^(system|windows)$")
         set(rooms ${VW_ROOMS})
         list(REVERSE rooms)
     endif()
     target_link_libraries(${name}_tests PRIVATE vw_testsupport ${rooms} gmock_main vw_flags)
     set_target_properties(${name}_tests PROPERTIES
         RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
-    if(name STREQUAL system AND TARGET Vaultwright)
+    if(name MATCHES "^(system|windows)$" AND TARGET Vaultwright)
         add_dependencies(${name}_tests Vaultwright)
     endif()
 
@@ -79,6 +79,12 @@ vw_add_tests(editing list/editing 600)
 vw_add_tests(restore restore 600)
 vw_add_tests(app app 600)
 vw_add_tests(system system 1200)
+vw_add_tests(windows windows 1200)
+if(TARGET windows_tests)
+    # They start the program as the other tests of the whole program do.
+    file(GLOB programSources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/system/Program*.cpp)
+    target_sources(windows_tests PRIVATE ${programSources})
+endif()
 
 # kill_point.exe: what tests/checks/kill_points.sh looks with at the disk after a kill.
 file(GLOB killPointSources CONFIGURE_DEPENDS

@@ -44,7 +44,12 @@ HWND Owner() {
 BoxAnswer Show(const BoxContent& content) {
     std::wstring text = content.text.substr(0, kMostUnits);
     if (text.size() < content.text.size()) text += L"\u2026";
-    switch (MessageBoxW(Owner(), text.c_str(), content.title.c_str(), StyleOf(content))) {
+    const HWND owner = Owner();
+    const bool enabled = IsWindowEnabled(owner) != 0;
+    const int button = MessageBoxW(owner, text.c_str(), content.title.c_str(), StyleOf(content));
+    // The end of a box enables its owner, which a command has disabled for all of its time.
+    if (owner != nullptr && !enabled) EnableWindow(owner, FALSE);
+    switch (button) {
         case IDYES:
             return BoxAnswer::Yes;
         case IDNO:

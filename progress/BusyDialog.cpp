@@ -65,9 +65,10 @@ void BusyDialog::SendView() {
         if (closedInRun_ && state_.cancelRequested && host_.IsRunning()) return;
         closedInRun_ = false;
         if (!form_.IsVisible()) {
+            form_.Load();
+            HandOver();
             // What was minimised comes back as its button of the task bar.
             form_.Show(minimised_ ? ShowHow::MinimisedKeepFocus : ShowHow::Activate);
-            HandOver();
             form_.Repaint();
         }
         form_.EnableTimer(L"tmrBusy", true);

@@ -54,7 +54,7 @@ void CopiesBrowser::ListRestoreFiles() {
     if (!sourceChosen_ || listing_) return;
     const Listing guard(listing_);
     Trapped(system_.errors, Named(L"ListRestoreFiles"), [this] {
-        Items().SetRedraw(false);
+        const RedrawPause pause(Items());
         Items().Clear();
         items_.clear();
         List();
@@ -66,11 +66,12 @@ void CopiesBrowser::ListRestoreFiles() {
             Copies().Clear();
         }
     });
-    Items().SetRedraw(true);
 }
 
 void CopiesBrowser::List() {
     const std::wstring folder = WithoutFinalSeparator(RestoreFrom());
+    // A drive that takes no folder has no copies, and needs no word about it.
+    if (!system_.files.Look(folder)) return;
     ItemsSeen seen;
     for (const Entry& copy : FindCopies(folder)) {
         if (seen.IsNew(CFileOrigin(copy.path), LocationOf(copy.path))) AddItem(copy);
@@ -133,13 +134,12 @@ void CopiesBrowser::AddItem(const Entry& copy) {
 void CopiesBrowser::ListCopyes(int row) {
     Trapped(system_.errors, Named(L"ListCopyes"), [&] {
         ListView& copies = Copies();
-        copies.SetRedraw(false);
+        const RedrawPause pause(copies);
         copies.Clear();
         AddCopies(WithoutFinalSeparator(RestoreFrom()), row);
         Sort(copies, copiesSort_);
         SelectFirstCopy();
     });
-    Copies().SetRedraw(true);
 }
 
 // The name that the row shows finds the copies of most items. Those of a folder with a point in its

@@ -34,32 +34,22 @@ RestoreCommands::RestoreCommands(System& system, ProgramState& state, Form& main
       dialog_(dialog),
       host_(host) {}
 
-void RestoreCommands::mnuRestoreClick() {
-    Trapped(system_.errors, Named(L"mnuRestoreClick"), [this] { DoRestore(false); });
-}
+void RestoreCommands::mnuRestoreClick() { DoRestore(false); }
 
-void RestoreCommands::mnuRestoreToClick() {
-    Trapped(system_.errors, Named(L"mnuRestoreToClick"), [this] { DoRestore(true); });
-}
+void RestoreCommands::mnuRestoreToClick() { DoRestore(true); }
 
-void RestoreCommands::mnuDelCopyClick() {
-    Trapped(system_.errors, Named(L"mnuDelCopyClick"), [this] { DoDelCopy(true); });
-}
+void RestoreCommands::mnuDelCopyClick() { DoDelCopy(true); }
 
-void RestoreCommands::mnuDelCopiesClick() {
-    Trapped(system_.errors, Named(L"mnuDelCopiesClick"), [this] { DoDelFile(); });
-}
+void RestoreCommands::mnuDelCopiesClick() { DoDelFile(); }
 
 void RestoreCommands::mnuOpenCopyClick() {
-    Trapped(system_.errors, Named(L"mnuOpenCopyClick"), [this] {
-        const std::wstring path = SubItem(browser_.Copies(), L"BackupName");
-        if (path.empty()) {
-            TellNothingSelected();
-            return;
-        }
-        if (!system_.files.Look(path)) Raise(error_number::kFileNotFound, path);
-        MMyScripting::ShellPath(system_, path);
-    });
+    const std::wstring path = SubItem(browser_.Copies(), L"BackupName");
+    if (path.empty()) {
+        TellNothingSelected();
+        return;
+    }
+    if (!system_.files.Look(path)) Raise(error_number::kFileNotFound, path);
+    MMyScripting::ShellPath(system_, path);
 }
 
 void RestoreCommands::TellNothingSelected() {

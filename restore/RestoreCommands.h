@@ -16,7 +16,7 @@ struct ProgramState;
 
 /// The commands on stored copies: restore, open, delete. They act on what is selected in the two
 /// lists of the restore view. What a restore would overwrite is kept as a safety copy first, unless
-/// one of the listed copies has its date.
+/// one of the listed copies has its date. They run inside the command bracket of the main window.
 class RestoreCommands {
   public:
     RestoreCommands(System& system, ProgramState& state, Form& main, CopiesBrowser& browser,

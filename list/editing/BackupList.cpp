@@ -68,9 +68,10 @@ void BackupList::GetList() {
         const std::wstring text =
             DecodeList(system_.files.Read(state_.currentListPath), system_.ansi);
         droppedItems_ = false;
-        rows_.List().SetRedraw(false);
-        Load(text);
-        rows_.List().SetRedraw(true);
+        {
+            const RedrawPause pause(rows_.List());
+            Load(text);
+        }
         ShowDestinationDrive();
         main_.SetValue(L"vsBackages", state_.copiesCount);
         main_.SetText(L"lblBackages", std::to_wstring(state_.copiesCount));

@@ -77,14 +77,9 @@ bool ListEditing::IsShownText(std::wstring_view text) {
     return false;
 }
 
-void ListEditing::mnuAddFolderClick() {
-    Trapped(system_.errors, Named(L"mnuAddFolderClick"),
-            [this] { AddItem(FileDialogKind::AddFolder); });
-}
+void ListEditing::mnuAddFolderClick() { AddItem(FileDialogKind::AddFolder); }
 
-void ListEditing::AddRule() {
-    Trapped(system_.errors, Named(L"AddRule"), [this] { AddItem(FileDialogKind::AddRule); });
-}
+void ListEditing::AddRule() { AddItem(FileDialogKind::AddRule); }
 
 void ListEditing::AddItem(FileDialogKind kind) {
     host_.ApplicationSartup(true);
@@ -92,20 +87,28 @@ void ListEditing::AddItem(FileDialogKind kind) {
     if (path.empty() || IsShownText(path) || path.ends_with(L":\\\\")) return;
     rows_.AddToList(path);
     rows_.List().FitColumns();
+    SelectNewest();
     Save();
 }
 
+// What was added last is what the user goes on with.
+void ListEditing::SelectNewest() {
+    const int newest = rows_.Count() - 1;
+    rows_.List().Select(newest);
+    rows_.List().EnsureVisible(newest);
+}
+
 void ListEditing::mnuAddFileClick() {
-    Trapped(system_.errors, Named(L"mnuAddFileClick"), [this] {
-        host_.ApplicationSartup(true);
-        const std::wstring selection = GetFileFolder(FileDialogKind::AddFiles);
-        if (selection.empty()) return;
-        rows_.List().SetRedraw(false);
+    host_.ApplicationSartup(true);
+    const std::wstring selection = GetFileFolder(FileDialogKind::AddFiles);
+    if (selection.empty()) return;
+    {
+        const RedrawPause pause(rows_.List());
         AddChosen(selection);
-        rows_.List().SetRedraw(true);
-        host_.BusyHide();
-        Save();
-    });
+    }
+    SelectNewest();
+    host_.BusyHide();
+    Save();
 }
 
 void ListEditing::AddChosen(const std::wstring& selection) {
@@ -181,8 +184,8 @@ void ListEditing::AddAllFilesInFolder(const std::wstring& folder) {
 }
 
 void ListEditing::lsvBackupList_OLEDragDrop(const std::vector<std::wstring>& paths) {
-    Trapped(system_.errors, Named(L"lsvBackupList_OLEDragDrop"), [&] {
-        rows_.List().SetRedraw(false);
+    {
+        const RedrawPause pause(rows_.List());
         for (const std::wstring& path : paths) {
             const auto facts = system_.files.Look(path);
             if (!facts) continue;
@@ -190,53 +193,42 @@ void ListEditing::lsvBackupList_OLEDragDrop(const std::vector<std::wstring>& pat
             rows_.AddToList(needsMark ? path + L"\\" : path);
             system_.pump.DoEventsIfDue();
         }
-        rows_.List().SetRedraw(true);
-        Save();
-    });
+    }
+    SelectNewest();
+    Save();
 }
 
 void ListEditing::DelItem() {
-    Trapped(system_.errors, Named(L"DelItem"), [this] {
-        if (rows_.Count() == 0) {
-            system_.boxes.MsgBox({.text = main_.Text(L"lblNoFileToBack")});
-            return;
-        }
-        ListView& list = rows_.List();
-        const int selected = list.Selected();
-        if (selected < 0) return;
-        host_.Ready(false);
-        rows_.Remove(selected);
-        Save();
-        const int count = rows_.Count();
-        if (count == 0) {
-            host_.ApplicationSartup(false);
-        } else {
-            list.Select(selected < count ? selected : count - 1);
-        }
-        host_.Ready(true);
-    });
+    if (rows_.Count() == 0) {
+        system_.boxes.MsgBox({.text = main_.Text(L"lblNoFileToBack")});
+        return;
+    }
+    ListView& list = rows_.List();
+    const int selected = list.Selected();
+    if (selected < 0) return;
+    rows_.Remove(selected);
+    Save();
+    const int count = rows_.Count();
+    if (count == 0) {
+        host_.ApplicationSartup(false);
+    } else {
+        list.Select(selected < count ? selected : count - 1);
+    }
 }
 
 void ListEditing::mnuDelAllClick() {
-    Trapped(system_.errors, Named(L"mnuDelAllClick"), [this] {
-        rows_.Clear();
-        state_.listModified = true;
-        host_.ApplicationSartup(false);
-        list_.FileSave();
-    });
+    rows_.Clear();
+    state_.listModified = true;
+    host_.ApplicationSartup(false);
+    list_.FileSave();
 }
 
-void ListEditing::lsvBackupListClick() {
-    Trapped(system_.errors, Named(L"lsvBackupListClick"),
-            [this] { host_.RestoredPath(SubItem(rows_.List(), L"Path")); });
-}
+void ListEditing::lsvBackupListClick() { host_.RestoredPath(SubItem(rows_.List(), L"Path")); }
 
 void ListEditing::lsvBackupListColumnClick(int column) {
-    Trapped(system_.errors, Named(L"lsvBackupList_ColumnClick"), [&] {
-        descending_ = !descending_;
-        ListView& list = rows_.List();
-        list.Sort(list.KeyOf(column), !descending_, CompareForUser);
-    });
+    descending_ = !descending_;
+    ListView& list = rows_.List();
+    list.Sort(list.KeyOf(column), !descending_, CompareForUser);
 }
 
 }  // namespace vw

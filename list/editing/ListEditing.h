@@ -16,8 +16,9 @@ class ListHost;
 class ListRows;
 struct ProgramState;
 
-/// The commands that add items to the current backup list and take them off it. Each runs inside
-/// the command bracket of the main window and saves the list before it ends.
+/// The commands that add items to the current backup list and take them off it. Each saves the list
+/// before it ends. They run inside the command bracket of the main window, which traps what they
+/// raise under the name of the handler.
 class ListEditing {
   public:
     ListEditing(System& system, ProgramState& state, Form& main, FileDialogs& dialogs,
@@ -58,6 +59,7 @@ class ListEditing {
     [[nodiscard]] bool IsShownText(std::wstring_view text);
     void Save();
     void AddItem(FileDialogKind kind);
+    void SelectNewest();
 
     System& system_;
     ProgramState& state_;

@@ -41,7 +41,7 @@ ProgramCopy::ProgramCopy()
       settings_(HKEY_CURRENT_USER, kSettings + baseName_),
       logonEntry_(HKEY_LOCAL_MACHINE, kRunKey, baseName_) {
     const std::wstring built = BuiltProgram();
-    const std::wstring own = folder_ + L"\\" + baseName_ + L".exe";
+    const std::wstring own = Path();
     if (CopyFileW(built.c_str(), own.c_str(), TRUE) == 0) {
         throw std::runtime_error("a test could not copy the program " + ToUtf8(built));
     }
@@ -66,8 +66,12 @@ void ProgramCopy::SetSetting(const std::wstring& name,
     }
 }
 
-void ProgramCopy::EnableLogonStart() const {
-    logonEntry_.Set(folder_ + L"\\" + baseName_ + L".exe /S");
+void ProgramCopy::EnableLogonStart() const { logonEntry_.Set(Path() + L" /S"); }
+
+std::optional<std::wstring> ProgramCopy::LogonCommand() const {
+    const auto value = ReadValue(HKEY_LOCAL_MACHINE, kRunKey, baseName_);
+    if (!value) return std::nullopt;
+    return std::wstring(reinterpret_cast<const wchar_t*>(value->bytes.data()));
 }
 
 std::wstring ProgramCopy::List(std::wstring_view relative,
@@ -83,7 +87,7 @@ std::wstring ProgramCopy::List(std::wstring_view relative,
 }
 
 ProgramStart ProgramCopy::With(std::wstring_view arguments) const {
-    return {.program = folder_ + L"\\" + baseName_ + L".exe", .arguments = std::wstring(arguments)};
+    return {.program = Path(), .arguments = std::wstring(arguments)};
 }
 
 void SystemTest::RunsTo(DWORD exitCode, std::wstring_view arguments) {

@@ -28,6 +28,7 @@ class ProgramCopy {
 
     /// The folder of the program, and the lists that it keeps there.
     [[nodiscard]] const std::wstring& Folder() const noexcept { return folder_; }
+    [[nodiscard]] std::wstring Path() const { return folder_ + L"\\" + baseName_ + L".exe"; }
     [[nodiscard]] std::wstring DefaultList() const { return folder_ + L"\\FilesList.vwl"; }
     [[nodiscard]] std::wstring SingleItemList() const { return folder_ + L"\\OneFileList.vwl"; }
     [[nodiscard]] std::wstring DefaultDestination() const { return tree.Path(L"Default vault"); }
@@ -38,6 +39,9 @@ class ProgramCopy {
 
     /// Switches the log-on entry on, as an administrator's start would; it is gone at the end.
     void EnableLogonStart() const;
+
+    /// The command of its log-on entry; nothing while start at log-on is off.
+    [[nodiscard]] std::optional<std::wstring> LogonCommand() const;
 
     /// Writes a list of these lines; gives its path.
     std::wstring List(std::wstring_view relative, const std::vector<std::wstring>& lines) const;

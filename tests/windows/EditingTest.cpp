@@ -1,0 +1,349 @@
+// The backup list worked through the real window: what the user does, and what the list file says
+// after each step.
+
+#include <gmock/gmock.h>
+
+#include "tests/windows/DrivenProgram.h"
+#include "ui/resource.h"
+
+namespace vw::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+constexpr int kName = 0;
+constexpr int kPath = 1;
+constexpr int kType = 2;
+
+class Editing : public WindowsTest {
+  protected:
+    std::string FileOf(const std::vector<std::wstring>& items, int copies = 3) const {
+        std::string text =
+            "BackupTo: " + ToBytes(Vault()) + "\r\nBackages: " + std::to_string(copies) + "\r\n";
+        for (const std::wstring& item : items) text += ToBytes(item) + "\r\n";
+        return text;
+    }
+    static std::string ToBytes(std::wstring_view text) {
+        std::string bytes;
+        for (const wchar_t unit : text) bytes += static_cast<char>(unit);
+        return bytes;
+    }
+    std::wstring Home(std::wstring_view name) const {
+        return program.tree.Path(L"Home\\" + std::wstring(name));
+    }
+
+    const std::wstring letter = program.tree.File(L"Home\\Letter.txt", "Dear Sir");
+    const std::wstring photo = program.tree.File(L"Home\\Photo.jpg", std::string(3000, 'x'));
+    const std::wstring deep = program.tree.File(L"Home\\Deep\\Inner.doc", "inner");
+};
+
+TEST_F(Editing, TheDefaultListIsShownWithItsColumns) {
+    WriteDefaultList({letter, Home(L"Deep") + L"\\", Home(L"*")});
+    DrivenProgram window(program.With(L""));
+    EXPECT_EQ(window.Caption(), L"Vaultwright ");
+    const DrivenList list = window.List(ID_lsvBackupList);
+    EXPECT_THAT(list.Headers(),
+                ElementsAre(L"Name", L"Path", L"Type", L"Size", L"Date", L"SP", L"Location"));
+    EXPECT_THAT(list.Column(kName), ElementsAre(L"Letter", L"Deep", L"files in Home"));
+    EXPECT_THAT(list.Column(kPath), ElementsAre(letter, Home(L"Deep") + L"\\", Home(L"*")));
+    EXPECT_THAT(list.Column(kType), ElementsAre(L".txt", L"Folder", L"Rule"));
+    EXPECT_EQ(list.Text(0, 3), L"8Byte");
+    EXPECT_EQ(list.Text(2, 3), L"");
+    EXPECT_THAT(list.Column(5), ElementsAre(L"00", L"00", L"00"));
+    EXPECT_EQ(list.Selected(), 0);
+    EXPECT_EQ(window.TextOf(ID_cmbDestination), Drive());
+    EXPECT_EQ(window.TextOf(ID_lblBackages), L"3");
+    EXPECT_EQ(window.Close(), 0U);
+}
+
+TEST_F(Editing, AFileTypedIntoTheDialogIsAdded) {
+    WriteDefaultList({});
+    DrivenProgram window(program.With(L""));
+    window.Begin(ID_mnuAddFile);
+    window.AnswerFileDialog(letter);
+    window.WaitUntilReady();
+    EXPECT_EQ(ReadBytes(program.DefaultList()), FileOf({letter}));
+    // The same file in other letters stays one row.
+    window.Begin(ID_mnuAddFile);
+    window.AnswerFileDialog(Home(L"LETTER.TXT"));
+    window.WaitUntilReady();
+    EXPECT_EQ(window.List(ID_lsvBackupList).Count(), 1);
+    window.Close();
+    EXPECT_EQ(ReadBytes(program.DefaultList()), FileOf({letter}));
+}
+
+TEST_F(Editing, SeveralFilesAreAddedLastFirst) {
+    WriteDefaultList({});
+    program.tree.File(L"Home\\a.txt");
+    program.tree.File(L"Home\\b.txt");
+    program.tree.File(L"Home\\c.txt");
+    // Dialogs begin in the current folder.
+    ProgramStart start = program.With(L"");
+    start.currentFolder = program.tree.Path(L"Home");
+    DrivenProgram window(start);
+    window.Begin(ID_Toolbar1_EditAddFile);
+    EXPECT_EQ(window.AnswerFileDialog(L"\"a.txt\" \"b.txt\" \"c.txt\""), L"إضافة");
+    window.WaitUntilReady();
+    EXPECT_THAT(window.List(ID_lsvBackupList).Column(kPath),
+                ElementsAre(Home(L"c.txt"), Home(L"b.txt"), Home(L"a.txt")));
+    window.Close();
+    EXPECT_EQ(ReadBytes(program.DefaultList()),
+              FileOf({Home(L"c.txt"), Home(L"b.txt"), Home(L"a.txt")}));
+}
+
+TEST_F(Editing, AFolderIsChosenWithTheSaveDialog) {
+    WriteDefaultList({});
+    DrivenProgram window(program.With(L""));
+    window.Begin(ID_mnuAddFolder);
+    EXPECT_EQ(window.AnswerFileDialog(Home(L"Deep\\ChooseFolder....Don't modify this line")),
+              L"إضافة مجلد: (افتح المجلد المطلوب اضافته ثم اختر حفظ)");
+    window.WaitUntilReady();
+    EXPECT_EQ(ReadBytes(program.DefaultList()), FileOf({Home(L"Deep") + L"\\"}));
+    window.Begin(ID_mnuAddFiles);
+    window.AnswerFileDialog(Home(L"ChooseFolder....Don't modify this line"));
+    window.WaitUntilReady();
+    window.Close();
+    EXPECT_EQ(ReadBytes(program.DefaultList()), FileOf({Home(L"Deep") + L"\\", Home(L"*")}));
+}
+
+TEST_F(Editing, ACancelledDialogAddsNothing) {
+    WriteDefaultList({letter});
+    const std::string before = ReadBytes(program.DefaultList());
+    DrivenProgram window(program.With(L""));
+    for (const int command :
+         {ID_mnuAddFile, ID_mnuAddFiles, ID_mnuAddFolder, ID_mnuFileNew, ID_mnuFileOpen}) {
+        window.Begin(command);
+        window.AnswerFileDialog(L"");
+        window.WaitUntilReady();
+    }
+    EXPECT_EQ(window.List(ID_lsvBackupList).Count(), 1);
+    window.Close();
+    EXPECT_EQ(ReadBytes(program.DefaultList()), before);
+}
+
+TEST_F(Editing, DroppedFoldersAreFolderItems) {
+    WriteDefaultList({});
+    DrivenProgram window(program.With(L""));
+    window.List(ID_lsvBackupList).Drop({letter, Home(L"Deep")});
+    window.WaitUntil([&] { return window.List(ID_lsvBackupList).Count() == 2; }, "nothing came");
+    window.WaitUntilReady();
+    EXPECT_EQ(ReadBytes(program.DefaultList()), FileOf({letter, Home(L"Deep") + L"\\"}));
+    window.Close();
+}
+
+TEST_F(Editing, TheDeleteKeyTakesTheSelectedItemOff) {
+    WriteDefaultList({letter, photo, deep});
+    DrivenProgram window(program.With(L""));
+    const DrivenList list = window.List(ID_lsvBackupList);
+    list.Select(1);
+    list.PressKey(VK_DELETE);
+    window.WaitUntil([&] { return list.Count() == 2; }, "the row stays");
+    window.WaitUntilReady();
+    EXPECT_EQ(ReadBytes(program.DefaultList()), FileOf({letter, deep}));
+    EXPECT_EQ(list.Selected(), 1);
+    window.Choose(ID_Toolbar1_Del);
+    EXPECT_EQ(ReadBytes(program.DefaultList()), FileOf({letter}));
+    EXPECT_EQ(list.Selected(), 0);
+    window.Close();
+}
+
+TEST_F(Editing, DeleteOnAnEmptyListSaysSo) {
+    WriteDefaultList({});
+    DrivenProgram window(program.With(L""));
+    window.Begin(ID_mnuDel);
+    window.AnswerBox(L"لا يوجد تحديد في قائمة النسخ");
+    window.WaitUntilReady();
+    window.Choose(ID_mnuDelAll);
+    window.Close();
+}
+
+TEST_F(Editing, TheListCanBeCleared) {
+    WriteDefaultList({letter, photo});
+    DrivenProgram window(program.With(L""));
+    window.Choose(ID_Toolbar1_EditDelAll);
+    EXPECT_EQ(window.List(ID_lsvBackupList).Count(), 0);
+    EXPECT_EQ(ReadBytes(program.DefaultList()), FileOf({}));
+    window.Close();
+}
+
+TEST_F(Editing, TheCopiesCountIsSavedWhenTheWindowCloses) {
+    WriteDefaultList({letter});
+    DrivenProgram window(program.With(L""));
+    window.ClickMoreCopies(2);
+    EXPECT_EQ(window.TextOf(ID_lblBackages), L"5");
+    EXPECT_EQ(window.Close(), 0U);
+    EXPECT_EQ(ReadBytes(program.DefaultList()), FileOf({letter}, 5));
+}
+
+TEST_F(Editing, ClosingByTheMenuSavesNothing) {
+    WriteDefaultList({letter});
+    DrivenProgram window(program.With(L""));
+    window.ClickMoreCopies(2);
+    window.Begin(ID_mnuFileClose);
+    EXPECT_EQ(window.Run().WaitForEnd(), 0U);
+    EXPECT_EQ(ReadBytes(program.DefaultList()), FileOf({letter}, 3));
+}
+
+TEST_F(Editing, AChosenDriveIsTheDestinationAtOnce) {
+    program.List(L"Program\\FilesList.vwl", {L"BackupTo: C:\\Backup", L"Backages: 3", letter});
+    DrivenProgram window(program.With(L""));
+    EXPECT_EQ(window.TextOf(ID_cmbDestination), L"C:");
+    window.ChooseDrive(Drive());
+    EXPECT_EQ(ReadBytes(program.DefaultList()), FileOf({letter}));
+    EXPECT_EQ(program.Setting(L"BackupTo"), Vault());
+    EXPECT_TRUE(Exists(Vault())) << "looking for copies makes the folder";
+    window.Close();
+}
+
+TEST_F(Editing, AListWithAnotherCopiesCountIsModifiedByOpeningIt) {
+    // The first change of the count belongs to the start of the window.
+    WriteDefaultList({letter}, 3);
+    const std::wstring other = program.List(
+        L"Other.vwl", {L"BackupTo: " + Vault(), L"Backages: 7", letter, L"Z:\\gone.txt"});
+    DrivenProgram window(program.With(L""));
+    window.Begin(ID_mnuFileOpen);
+    window.AnswerFileDialog(other);
+    window.WaitUntilReady();
+    EXPECT_EQ(window.TextOf(ID_lblBackages), L"7");
+    window.Close();
+    EXPECT_EQ(ReadBytes(other), FileOf({letter}, 7));
+    // What the save lost is kept.
+    EXPECT_THAT(ReadBytes(other + L".old"), HasSubstr("gone.txt"));
+}
+
+TEST_F(Editing, ANewListTakesNamesWithoutTheirExtension) {
+    WriteDefaultList({letter});
+    DrivenProgram window(program.With(L""));
+    window.Begin(ID_mnuFileNew);
+    window.AnswerFileDialog(program.tree.Path(L"Mine"));
+    window.WaitUntilReady();
+    EXPECT_EQ(window.Caption(), L"Vaultwright- مهمة نسخ يدوي [Mine.vwl]");
+    EXPECT_EQ(window.List(ID_lsvBackupList).Count(), 0);
+    EXPECT_EQ(window.Close(), 0U);
+    EXPECT_EQ(ReadBytes(program.tree.Path(L"Mine.vwl")), FileOf({}));
+    EXPECT_EQ(program.Setting(L"RecentFile1"), program.tree.Path(L"Mine.vwl"));
+    EXPECT_EQ(ReadBytes(program.DefaultList()), FileOf({letter}));
+}
+
+TEST_F(Editing, SaveAsKeepsTheItems) {
+    WriteDefaultList({letter, photo});
+    DrivenProgram window(program.With(L""));
+    window.Begin(ID_mnuFileSaveAs);
+    window.AnswerFileDialog(program.tree.Path(L"Second.vwl"));
+    window.WaitUntilReady();
+    EXPECT_EQ(ReadBytes(program.tree.Path(L"Second.vwl")), FileOf({letter, photo}));
+    EXPECT_EQ(window.List(ID_lsvBackupList).Count(), 2);
+    window.Close();
+}
+
+TEST_F(Editing, RecentListsComeBackFromTheMenu) {
+    WriteDefaultList({letter});
+    const std::wstring first = program.List(L"First & last.vwl", {L"BackupTo: " + Vault(), photo});
+    {
+        DrivenProgram window(program.With(Quoted(first)));
+        EXPECT_EQ(window.Caption(), L"Vaultwright- مهمة نسخ يدوي [First & last.vwl]");
+        window.Begin(ID_mnuFileOpen);
+        window.AnswerFileDialog(first);
+        window.WaitUntilReady();
+        EXPECT_EQ(program.Setting(L"RecentFile1"), first);
+        window.Choose(ID_mnuRecentFile_0);
+        EXPECT_EQ(window.Caption(), L"Vaultwright ");
+        EXPECT_THAT(window.List(ID_lsvBackupList).Column(kPath), ElementsAre(letter));
+        window.Choose(ID_mnuRecentFile_1);
+        EXPECT_THAT(window.List(ID_lsvBackupList).Column(kPath), ElementsAre(photo));
+        window.Close();
+    }
+    DrivenProgram again(program.With(L""));
+    again.Choose(ID_mnuRecentFile_1);
+    EXPECT_THAT(again.List(ID_lsvBackupList).Column(kPath), ElementsAre(photo));
+    again.Close();
+}
+
+TEST_F(Editing, AddingAFolderToTheDefaultListStartsTheProgramAtLogon) {
+    WriteDefaultList({});
+    DrivenProgram window(program.With(L""));
+    window.Begin(ID_mnuAddFolder);
+    window.AnswerFileDialog(Home(L"Deep\\ChooseFolder....Don't modify this line"));
+    window.WaitUntilReady();
+    EXPECT_EQ(program.LogonCommand(), program.Path() + L" /S");
+    EXPECT_EQ(program.Setting(L"Startup"), L"-1");
+    // Without items there is nothing to back up.
+    window.Choose(ID_mnuDel);
+    EXPECT_EQ(program.LogonCommand(), std::nullopt);
+    EXPECT_EQ(program.Setting(L"Startup"), L"0");
+    // The option does the same.
+    window.Choose(ID_mnuOptions_0);
+    EXPECT_EQ(program.Setting(L"Startup"), L"-1");
+    EXPECT_NE(program.LogonCommand(), std::nullopt);
+    window.Choose(ID_mnuOptions_0);
+    EXPECT_EQ(program.LogonCommand(), std::nullopt);
+    window.Close();
+}
+
+TEST_F(Editing, AnotherListDoesNotTouchTheLogonStart) {
+    const std::wstring other = program.List(L"Other.vwl", {L"BackupTo: " + Vault()});
+    DrivenProgram window(program.With(Quoted(other)));
+    window.Begin(ID_mnuAddFolder);
+    window.AnswerFileDialog(Home(L"Deep\\ChooseFolder....Don't modify this line"));
+    window.WaitUntilReady();
+    window.Choose(ID_mnuOptions_0);
+    EXPECT_EQ(program.LogonCommand(), std::nullopt);
+    window.Close();
+}
+
+TEST_F(Editing, ALockedListIsToldAndSavedAtTheNextChance) {
+    WriteDefaultList({letter, photo});
+    const std::string before = ReadBytes(program.DefaultList());
+    DrivenProgram window(program.With(L""));
+    {
+        const FileHandle held(CreateFileW(program.DefaultList().c_str(), GENERIC_READ,
+                                          FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr));
+        window.Begin(ID_mnuDel);
+        window.AnswerBox(L"in procedure FileSave of Form frmMain");
+        window.WaitUntilReady();
+        EXPECT_EQ(ReadBytes(program.DefaultList()), before);
+        EXPECT_EQ(window.List(ID_lsvBackupList).Count(), 1);
+    }
+    window.Close();
+    EXPECT_EQ(ReadBytes(program.DefaultList()), FileOf({photo}));
+}
+
+TEST_F(Editing, ClickingAColumnSortsAndTheFileFollows) {
+    program.tree.File(L"Home\\big.txt", std::string(9000, 'x'));
+    program.tree.File(L"Home\\Small.txt", "x");
+    WriteDefaultList({letter, Home(L"big.txt"), Home(L"Small.txt")});
+    DrivenProgram window(program.With(L""));
+    const DrivenList list = window.List(ID_lsvBackupList);
+    list.ClickColumn(3);
+    window.WaitUntil([&] { return list.Text(0, kPath) == Home(L"big.txt"); }, "not sorted");
+    EXPECT_THAT(list.Column(kPath), ElementsAre(Home(L"big.txt"), letter, Home(L"Small.txt")));
+    list.ClickColumn(kName);
+    window.WaitUntil(
+        [&] {
+            return list.Text(0, kPath) != Home(L"Small.txt") &&
+                   list.Text(2, kPath) == Home(L"Small.txt");
+        },
+        "not sorted again");
+    EXPECT_THAT(list.Column(kName), ElementsAre(L"big", L"Letter", L"Small"));
+    window.Close();
+}
+
+TEST_F(Editing, OneItemFromTheCommandLineIsAllThatTheWindowHas) {
+    DrivenProgram window(program.With(Quoted(letter)));
+    EXPECT_THAT(window.List(ID_lsvBackupList).Column(kPath), ElementsAre(letter));
+    for (const int command : {ID_mnuAddFile, ID_mnuDel, ID_mnuAddFolder, ID_Toolbar1_FileNew,
+                              ID_Toolbar1_FileOpen, ID_Toolbar1_FileSave}) {
+        window.Choose(command);
+    }
+    window.List(ID_lsvBackupList).PressKey(VK_DELETE);
+    window.WaitUntilReady();
+    EXPECT_THAT(window.List(ID_lsvBackupList).Column(kPath), ElementsAre(letter));
+    EXPECT_THAT(LinesOf(program.SingleItemList()), testing::Contains(letter));
+    EXPECT_THAT(window.Run().Boxes(), IsEmpty());
+    window.Close();
+}
+
+}  // namespace
+}  // namespace vw::test
