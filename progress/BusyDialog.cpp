@@ -39,7 +39,8 @@ void BusyDialog::Msg(std::wstring_view title, std::wstring_view message,
         line.append(title).append(L": ").append(message).append(L" - ").append(subMessage);
         Report(line, false);
         form_.ShowControl(L"txtReport", showReport);
-        if (showReport) HandOver();
+        if (showReport || !messageShown_) HandOver();
+        messageShown_ = true;
         if (form_.IsChecked(L"chkDontHide")) return;
         if (wait) Wait(kMessageSeconds);
         if (close) form_.Unload();
@@ -85,7 +86,8 @@ void BusyDialog::BusyHide(bool pause) {
         form_.SetProgress(L"ProgressBar1", kProgressMaximum);
         ShowBusyInTaskbar(form_.Handle(), false);
         if (pause) Wait(kMessageSeconds);
-        if (!KeepsReport()) form_.Unload();
+        // Minimised it is hidden behind its icon, and its report is wanted all the same.
+        if (!form_.IsChecked(L"chkDontHide")) form_.Unload();
     });
 }
 
@@ -135,6 +137,7 @@ void BusyDialog::OnLoad(Form&) {
     // The labels of the layout have no borders; the report of an earlier time is gone.
     nextHandOver_ = 0;
     minimised_ = false;
+    messageShown_ = false;
 }
 
 void BusyDialog::OnUnload(Form&) {

@@ -77,7 +77,8 @@ class BusyDialog final : private FormEvents {
     std::size_t handedOver_ = 0;  ///< of the report, to its control
     std::uint64_t nextHandOver_ = 0;
     bool minimised_ = false;
-    bool closedInRun_ = false;  ///< it must not flash up again while the run comes to its end
+    bool messageShown_ = false;  ///< the first one does not wait for the gate
+    bool closedInRun_ = false;   ///< it must not flash up again while the run comes to its end
 };
 
 }  // namespace vw

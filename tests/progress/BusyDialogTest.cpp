@@ -84,6 +84,20 @@ TEST_P(Busy, TheFirstMessageShowsAtOnceAndTheReportOnlyWhenItIsWanted) {
     EXPECT_FALSE(Window().IsShown(L"txtReport"));
 }
 
+TEST_P(Busy, TheFirstMessageShowsAtOnceBehindALineOfTheReportToo) {
+    dialog.Report(L"a line", false);
+    dialog.Msg(L"Backing:", L"C:\\a.txt", L"", false, false, false);
+    EXPECT_EQ(Window().Text(L"lblTitle"), L"Backing:");
+}
+
+TEST_P(Busy, MinimisedWhileItWaitsAtTheEndItKeepsAReportThatIsWanted) {
+    dialog.Report(L"x", false);
+    Window().Check(L"chkDontHide", true);
+    world.pump.AtYield(3, [&] { Window().Hide(); });
+    dialog.BusyHide(true);
+    EXPECT_TRUE(Window().IsLoaded());
+}
+
 TEST_P(Busy, TextsThatFollowQuicklyWaitForTheirTimeAndNoneIsLost) {
     for (int i = 0; i < 100; ++i) {
         dialog.Msg(L"Backing:", std::to_wstring(i), L"", false, false, false);

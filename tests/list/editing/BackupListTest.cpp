@@ -1,0 +1,389 @@
+#include "list/editing/BackupList.h"
+
+#include <gmock/gmock.h>
+
+#include <iostream>
+
+#include "list/format/ListText.h"
+#include "platform/RuntimeError.h"
+#include "tests/list/editing/ListWorld.h"
+
+namespace vw::test {
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::Not;
+
+class BackupLists : public ListWorld {};
+
+TEST_F(BackupLists, LoadsDestinationCountAndItems) {
+    const std::wstring a = tree.File(L"a.txt", "aaaa", {2024, 5, 6, 7, 8, 9});
+    tree.File(L"Sub\\b.txt", std::string(2048, 'b'), {2024, 1, 1, 0, 0, 0});
+    tree.File(L"Sub\\Deep\\c.txt", "c", {2024, 2, 2, 0, 0, 0});
+    ListFile("BackupTo: D:\\Vault\r\nBackages: 7\r\n" +
+             world.ansi.Encode(a + L"\r\n" + Path(L"Sub\\") + L"\r\n" + Path(L"Sub\\*")) + "\r\n");
+    list.GetList();
+    EXPECT_EQ(state.BackupTo, L"D:\\Vault");
+    EXPECT_EQ(state.copiesCount, 7);
+    EXPECT_EQ(main.form.Text(L"lblBackages"), L"7");
+    EXPECT_EQ(main.form.Value(L"vsBackages"), 7);
+    EXPECT_EQ(main.form.Text(L"cmbDestination"), L"D:");
+    ASSERT_EQ(View().Count(), 3);
+    EXPECT_EQ(View().SubItem(0, L"Name"), L"a");
+    EXPECT_EQ(View().SubItem(0, L"Type"), L".txt");
+    EXPECT_EQ(View().SubItem(0, L"Size"), L"4Byte");
+    EXPECT_EQ(View().SubItem(0, L"SP"), L"00");
+    EXPECT_EQ(View().SubItem(0, L"Location"), tree.Path());
+    EXPECT_EQ(View().SubItem(1, L"Type"), L"Folder");
+    EXPECT_EQ(View().SubItem(1, L"Size"), L"2.0KByte");
+    EXPECT_EQ(View().SubItem(2, L"Name"), L"files in Sub");
+    EXPECT_EQ(View().SubItem(2, L"Type"), L"Rule");
+    EXPECT_EQ(View().SubItem(2, L"Size"), L"");
+    EXPECT_EQ(View().SubItem(2, L"Date"), L"");
+    EXPECT_EQ(View().IconOf(0), RowIcon::File);
+    EXPECT_EQ(View().IconOf(1), RowIcon::Folder);
+    EXPECT_EQ(View().IconOf(2), RowIcon::Rule);
+    EXPECT_EQ(View().Selected(), 0);
+    EXPECT_THAT(calls, Contains(L"ListLoaded"));
+}
+
+TEST_F(BackupLists, WalksAFolderOnce) {
+    tree.File(L"Sub\\b.txt");
+    tree.File(L"Sub\\Deep\\c.txt");
+    ListFile(world.ansi.Encode(Path(L"Sub\\")));
+    world.files.FailNth(1000000, 0, OnlyCalls({FileCall::List}));
+    list.GetList();
+    EXPECT_EQ(world.files.Count(), 2) << "each folder is listed once, for its size and its date";
+}
+
+TEST_F(BackupLists, ABareDriveMeansItsBackupFolder) {
+    ListFile("BackupTo: E:\r\n");
+    list.GetList();
+    EXPECT_EQ(state.BackupTo, L"E:\\Backup");
+}
+
+TEST_F(BackupLists, AKeyLineWithoutItsBlankLosesOneCharacterMore) {
+    ListFile("BackupTo:C:\\Backup\r\n");
+    list.GetList();
+    EXPECT_EQ(state.BackupTo, L":\\Backup");
+}
+
+TEST_F(BackupLists, KeyLinesMayStandAnywhereAndTheLastOneWins) {
+    const std::wstring a = tree.File(L"a.txt");
+    ListFile("BACKAGES: 2\r\n" + world.ansi.Encode(a) +
+             "\r\nbackupto: D:\\One\r\nBackages: 9\r\nBackupTo: D:\\Two\r\n");
+    list.GetList();
+    EXPECT_EQ(state.BackupTo, L"D:\\Two");
+    EXPECT_EQ(state.copiesCount, 9);
+    EXPECT_THAT(Paths(), ElementsAre(a));
+}
+
+TEST_F(BackupLists, WithoutKeyLinesKeepsWhatTheListBeforeHad) {
+    state.BackupTo = L"D:\\Before";
+    state.copiesCount = 5;
+    ListFile("");
+    list.GetList();
+    EXPECT_EQ(state.BackupTo, L"D:\\Before");
+    EXPECT_EQ(state.copiesCount, 5);
+}
+
+TEST_F(BackupLists, ACountThatIsNoNumberIsPassedOver) {
+    state.copiesCount = 4;
+    ListFile("Backages: many\r\nBackages: 99999\r\n");
+    list.GetList();
+    EXPECT_EQ(state.copiesCount, 4);
+}
+
+TEST_F(BackupLists, AMissingOneIsMadeEmpty) {
+    list.GetList();
+    EXPECT_EQ(Saved(), "");
+    EXPECT_EQ(View().Count(), 0);
+}
+
+TEST_F(BackupLists, TwoLinesOfOnePathAreOneItem) {
+    const std::wstring a = tree.File(L"a.txt");
+    ListFile(world.ansi.Encode(a + L"\r\n" + tree.Path(L"A.TXT") + L"\r\n"));
+    list.GetList();
+    EXPECT_THAT(Paths(), ElementsAre(a));
+}
+
+TEST_F(BackupLists, AnItemThatVanishedGoesWithTheNextSaveAndTheOldListIsKept) {
+    const std::wstring a = tree.File(L"a.txt");
+    const std::string before = world.ansi.Encode(a + L"\r\nC:\\gone for ever.txt\r\n");
+    ListFile(before);
+    list.GetList();
+    EXPECT_THAT(Paths(), ElementsAre(a));
+    state.listModified = true;
+    list.FileSave();
+    EXPECT_EQ(Saved(), Expected({a}));
+    EXPECT_EQ(ReadBytes(state.currentListPath + L".old"), before);
+    // Only the first save has something to keep.
+    state.listModified = true;
+    list.FileSave();
+    EXPECT_EQ(ReadBytes(state.currentListPath + L".old"), before);
+}
+
+TEST_F(BackupLists, AnItemWithACommaIsLostByTheNextLoadAndSave) {
+    const std::wstring comma = tree.File(L"one, two.txt");
+    ListFile("");
+    list.GetList();
+    list.Rows().AddToList(comma);
+    state.listModified = true;
+    list.FileSave();
+    EXPECT_EQ(Saved(), Expected({comma}));
+    list.GetList();
+    EXPECT_THAT(Paths(), IsEmpty());
+}
+
+TEST_F(BackupLists, APatternIsARuleToTheEngineOnly) {
+    tree.File(L"a.txt");
+    ListFile(world.ansi.Encode(Path(L"a*")));
+    list.GetList();
+    EXPECT_THAT(Paths(), IsEmpty());
+}
+
+TEST_F(BackupLists, SavingWhatDidNotChangeLeavesTheFileAlone) {
+    ListFile("BackupTo: D:\\Vault\r\n");
+    tree.SetDate(L"List.vwl", {2020, 1, 1, 0, 0, 0});
+    list.GetList();
+    state.listModified = false;
+    list.FileSave();
+    EXPECT_EQ(ReadDate(state.currentListPath), MakeDate({2020, 1, 1, 0, 0, 0}));
+    EXPECT_EQ(Saved(), "BackupTo: D:\\Vault\r\n");
+}
+
+TEST_F(BackupLists, IsWrittenInTheCodePageThatHoldsIt) {
+    const std::wstring arabic = tree.File(L"رسالة.txt");
+    ListFile("");
+    list.GetList();
+    list.Rows().AddToList(arabic);
+    for (const unsigned page : {1256U, 1252U}) {
+        world.ansi.Use(page);
+        state.listModified = true;
+        list.FileSave();
+        const std::string bytes = Saved();
+        EXPECT_EQ(bytes.starts_with("\xEF\xBB\xBF"), page == 1252U);
+        EXPECT_NE(bytes.find(page == 1256U ? "\xD1\xD3\xC7\xE1\xC9.txt\r\n"
+                                           : "\xD8\xB1\xD8\xB3\xD8\xA7\xD9\x84\xD8\xA9.txt\r\n"),
+                  std::string::npos);
+        list.GetList();
+        EXPECT_THAT(Paths(), ElementsAre(arabic)) << page;
+    }
+}
+
+TEST_F(BackupLists, IsSavedInTheOrderShown) {
+    const std::wstring b = tree.File(L"b.txt");
+    const std::wstring a = tree.File(L"a.txt");
+    ListFile(world.ansi.Encode(b + L"\r\n" + a + L"\r\n"));
+    list.GetList();
+    editing.lsvBackupListColumnClick(0);
+    editing.lsvBackupListColumnClick(0);
+    state.listModified = true;
+    list.FileSave();
+    EXPECT_EQ(Saved(), Expected({a, b}));
+}
+
+TEST_F(BackupLists, ADestinationWithoutADriveLeavesTheBoxAlone) {
+    main.form.SetChoices(L"cmbDestination", {L"A:", L"C:"});
+    main.form.Choose(L"cmbDestination", L"C:");
+    ListFile("BackupTo: \\\\server\\share\r\n");
+    list.GetList();
+    EXPECT_EQ(main.form.Text(L"cmbDestination"), L"C:");
+    EXPECT_EQ(state.BackupTo, L"\\\\server\\share");
+}
+
+TEST_F(BackupLists, NewTakesTheChosenNameAndIsEmpty) {
+    const std::wstring a = tree.File(L"a.txt");
+    ListFile(world.ansi.Encode(a));
+    list.GetList();
+    const std::wstring chosen = tree.File(L"New.vwl", "an old list");
+    dialogs.Expect(chosen);
+    list.FileNew(false);
+    EXPECT_EQ(state.currentListPath, chosen);
+    EXPECT_EQ(Saved(), "");
+    EXPECT_EQ(View().Count(), 0);
+    EXPECT_TRUE(state.listModified);
+    EXPECT_EQ(recent.RecentFile(1), chosen);
+    ASSERT_EQ(dialogs.shown.size(), 1U);
+    EXPECT_TRUE(dialogs.saving[0]);
+    EXPECT_EQ(dialogs.shown[0].flags, 0x80006U);
+    EXPECT_EQ(dialogs.shown[0].filter, L"مهمة نسخ احتياطي(As *.vwl)|*.vwl");
+    EXPECT_EQ(dialogs.shown[0].defaultExtension, L"vwl");
+    EXPECT_THAT(calls, Contains(L"SetCaption"));
+}
+
+TEST_F(BackupLists, SaveAsWritesTheItemsUnderTheOtherName) {
+    const std::wstring a = tree.File(L"a.txt");
+    ListFile(world.ansi.Encode(a));
+    list.GetList();
+    const std::wstring other = tree.File(L"Other.vwl", "an old list");
+    dialogs.Expect(other);
+    list.FileSaveAs();
+    EXPECT_EQ(state.currentListPath, other);
+    EXPECT_EQ(Saved(), Expected({a}));
+    EXPECT_FALSE(state.listModified);
+}
+
+TEST_F(BackupLists, SaveAsThatFailsLeavesTheOtherList) {
+    ListFile("");
+    list.GetList();
+    const std::wstring other = tree.File(L"Other.vwl", "an old list");
+    dialogs.Expect(other);
+    world.files.FillDiskFrom(1);
+    list.FileSaveAs();
+    EXPECT_EQ(world.errors.TakeOne().procedure, L"FileSave");
+    EXPECT_EQ(ReadBytes(other), "an old list");
+    EXPECT_TRUE(state.listModified);
+}
+
+TEST_F(BackupLists, CancelledSaveAsSavesUnderTheOldName) {
+    ListFile("");
+    list.GetList();
+    state.listModified = true;
+    dialogs.Expect(std::nullopt);
+    list.FileSaveAs();
+    EXPECT_EQ(Saved(), Expected({}));
+}
+
+TEST_F(BackupLists, OpenAsksAndShowsTheCopiesOfItsFirstItem) {
+    const std::wstring a = tree.File(L"a.txt");
+    const std::wstring other = tree.File(L"Other.vwl", world.ansi.Encode(a));
+    dialogs.Expect(other);
+    list.FileOpen();
+    EXPECT_THAT(Paths(), ElementsAre(a));
+    EXPECT_EQ(recent.RecentFile(1), other);
+    ASSERT_EQ(dialogs.shown.size(), 1U);
+    EXPECT_FALSE(dialogs.saving[0]);
+    EXPECT_EQ(dialogs.shown[0].flags, 0x81004U);
+    EXPECT_THAT(calls, Contains(L"RestoredPath " + a));
+    EXPECT_THAT(calls, Contains(L"SetCaption"));
+}
+
+TEST_F(BackupLists, OpenAnEmptyListAsksForTheCopiesOfNothing) {
+    list.FileOpen(tree.File(L"Other.vwl", ""));
+    EXPECT_THAT(calls, Contains(L"RestoredPath "));
+}
+
+TEST_F(BackupLists, CancelledDialogsChangeNothing) {
+    ListFile("BackupTo: D:\\Vault\r\n");
+    list.GetList();
+    state.listModified = false;
+    calls.clear();
+    for (int i = 0; i < 2; ++i) dialogs.Expect(std::nullopt);
+    list.FileNew(false);
+    list.FileOpen();
+    EXPECT_EQ(state.currentListPath, Path(L"List.vwl"));
+    EXPECT_FALSE(state.listModified);
+    EXPECT_THAT(calls, IsEmpty());
+}
+
+TEST_F(BackupLists, ClosingWithoutSavingSavesNothing) {
+    ListFile("BackupTo: D:\\Vault\r\n");
+    list.GetList();
+    state.listModified = true;
+    list.DoClose();
+    list.SaveOnClose();
+    EXPECT_EQ(Saved(), "BackupTo: D:\\Vault\r\n");
+    EXPECT_THAT(calls, Contains(L"frmUnload"));
+}
+
+TEST_F(BackupLists, ClosingSavesButNotInASilentRun) {
+    ListFile("");
+    list.GetList();
+    state.listModified = true;
+    state.silentRun = true;
+    list.SaveOnClose();
+    EXPECT_EQ(Saved(), "");
+    state.silentRun = false;
+    list.SaveOnClose();
+    EXPECT_EQ(Saved(), Expected({}));
+}
+
+TEST_F(BackupLists, AChosenDestinationIsStoredAndSavedAtOnce) {
+    ListFile("");
+    list.GetList();
+    calls.clear();
+    list.CopyTo(L"");
+    EXPECT_THAT(calls, IsEmpty());
+    list.CopyTo(L"D:\\Other vault");
+    EXPECT_EQ(state.BackupTo, L"D:\\Other vault");
+    EXPECT_EQ(settings.GetSetting(setting::kBackupTo, L""), L"D:\\Other vault");
+    EXPECT_EQ(Saved(), Expected({}));
+    EXPECT_THAT(calls, ElementsAre(L"ListRestoreFiles", L"RestoredPath "));
+}
+
+TEST_F(BackupLists, AListOfAMissingFolderIsTold) {
+    state.currentListPath = Path(L"Missing\\List.vwl");
+    list.GetList();
+    const ToldError error = world.errors.TakeOne();
+    EXPECT_EQ(error.number, error_number::kPathNotFound);
+    EXPECT_EQ(error.procedure, L"GetList");
+    EXPECT_EQ(error.container, L"frmMain");
+}
+
+// Whatever goes wrong while a list is saved, at any of its steps: the old list or the new one is
+// there, whole, the edit is not forgotten, and the next save brings it to the disk.
+TEST_F(BackupLists, SurvivesAFailureAtEveryStepOfASave) {
+    const std::wstring a = tree.File(L"a.txt");
+    const std::string before =
+        world.ansi.Encode(L"BackupTo: D:\\Vault\r\n" + a + L"\r\nC:\\gone\r\n");
+    int points = 0;
+    for (const int error :
+         {error_number::kDiskFull, error_number::kPermissionDenied, error_number::kDeviceError}) {
+        for (int n = 1;; ++n) {
+            SCOPED_TRACE(std::to_string(error) + " at step " + std::to_string(n));
+            ListFile(before);
+            tree.Remove(L"List.vwl.old");
+            list.GetList();
+            state.listModified = true;
+            world.files.FailNth(n, error);
+            list.FileSave();
+            const bool failed = !world.files.Faults().empty();
+            world.files.Heal();
+            const auto errors = world.errors.Take();
+            const std::string now = Saved();
+            EXPECT_TRUE(now == before || now == Expected({a})) << now;
+            if (!errors.empty()) {
+                EXPECT_TRUE(state.listModified);
+                EXPECT_EQ(errors.front().procedure, L"FileSave");
+            }
+            list.FileSave();
+            EXPECT_EQ(Saved(), Expected({a}));
+            if (!failed) break;
+            ++points;
+        }
+    }
+    std::cout << points << " failures of a save tried\n";
+    EXPECT_GT(points, 15);
+}
+
+// The program may be killed at any step; what it was writing is there in half.
+TEST_F(BackupLists, SurvivesAKillAtEveryStepOfASave) {
+    const std::wstring a = tree.File(L"a.txt");
+    const std::string before =
+        world.ansi.Encode(L"BackupTo: D:\\Vault\r\n" + a + L"\r\nC:\\gone\r\n");
+    int kills = 0;
+    for (bool died = true; died;) {
+        ListFile(before);
+        list.GetList();
+        state.listModified = true;
+        world.files.DieAtNth(kills + 1);
+        died = false;
+        try {
+            list.FileSave();
+        } catch (const Died&) {
+            died = true;
+            ++kills;
+        }
+        world.files.Heal();
+        const std::string now = Saved();
+        EXPECT_TRUE(now == before || now == Expected({a})) << "killed at " << kills << ": " << now;
+    }
+    std::cout << kills << " kills of a save tried\n";
+    EXPECT_GT(kills, 5);
+}
+
+}  // namespace
+}  // namespace vw::test
