@@ -21,6 +21,7 @@ set(PURE_SOURCES
     platform/TextCase.cpp
     platform/Utf8.cpp
     platform/Val.cpp
+    restore/CopiesIndex.cpp
     ui/DisplayText.cpp
     ui/Layout.cpp
 )
@@ -44,6 +45,7 @@ set(PURE_TESTS
     tests/platform/TextCaseTest.cpp
     tests/platform/Utf8Test.cpp
     tests/platform/ValTest.cpp
+    tests/restore/CopiesIndexTest.cpp
     tests/ui/DisplayTextTest.cpp
     tests/ui/LayoutTest.cpp
 )

@@ -4,7 +4,6 @@
 #include <stdexcept>
 
 #include "platform/Utf8.h"
-#include "tests/support/WineBridge.h"
 #include "ui/resource.h"
 // The common controls' declarations need those of the window system first.
 #include <commctrl.h>
@@ -176,29 +175,6 @@ void DrivenProgram::WaitUntilBusyDialogIsGone() {
 DWORD DrivenProgram::Close() {
     PostMessageW(main_, WM_CLOSE, 0, 0);
     return run_.WaitForEnd();
-}
-
-// The window offers drives only. Under Wine there is a second one for tests; elsewhere the first
-// free letter shows a folder of the test.
-WindowsTest::WindowsTest() {
-    if (UnderWine()) {
-        drive_ = L"R:";
-        program.tree.Remove(Vault());
-        return;
-    }
-    const DWORD taken = GetLogicalDrives();
-    wchar_t letter = L'R';
-    while ((taken >> (letter - L'A') & 1U) != 0 && letter < L'Z') ++letter;
-    drive_ = {letter, L':'};
-    EXPECT_NE(DefineDosDeviceW(0, drive_.c_str(), program.tree.Folder(L"Disk").c_str()), 0);
-}
-
-WindowsTest::~WindowsTest() {
-    if (UnderWine()) {
-        program.tree.Remove(Vault());
-    } else {
-        DefineDosDeviceW(DDD_REMOVE_DEFINITION, drive_.c_str(), nullptr);
-    }
 }
 
 std::wstring WindowsTest::WriteDefaultList(const std::vector<std::wstring>& items,

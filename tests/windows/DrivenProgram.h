@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "tests/support/TestDrive.h"
 #include "tests/system/ProgramCopy.h"
 #include "tests/windows/DrivenList.h"
 
@@ -74,13 +75,9 @@ class DrivenProgram {
 /// copies lie in its own tree, on a drive of their own.
 class WindowsTest : public testing::Test {
   protected:
-    WindowsTest();
-    ~WindowsTest() override;
-
-    /// The letter of a drive that shows a folder of the test's tree, such as "R:".
-    [[nodiscard]] std::wstring Drive() const { return drive_; }
-    /// The folder that the window stores copies in on that drive.
-    [[nodiscard]] std::wstring Vault() const { return drive_ + L"\\Backup"; }
+    /// The drive that copies go to, and their folder on it.
+    [[nodiscard]] std::wstring Drive() const { return drive_.Name(); }
+    [[nodiscard]] std::wstring Vault() const { return drive_.Backup(); }
     /// Writes the program's default list with that folder as its destination.
     std::wstring WriteDefaultList(const std::vector<std::wstring>& items, int copies = 3) const;
     /// The lines of a list file.
@@ -89,7 +86,7 @@ class WindowsTest : public testing::Test {
     ProgramCopy program;
 
   private:
-    std::wstring drive_;
+    TestDrive drive_;
 };
 
 }  // namespace vw::test

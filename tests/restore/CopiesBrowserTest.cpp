@@ -1,0 +1,249 @@
+#include "restore/CopiesBrowser.h"
+
+#include <gmock/gmock.h>
+
+#include "platform/RuntimeError.h"
+#include "tests/restore/RestoreWorld.h"
+
+namespace vw::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class Browser : public RestoreWorld {};
+
+TEST_F(Browser, ListsNothingBeforeADriveIsChosen) {
+    CopyFile(L"a«0001».txt");
+    CopiesBrowser fresh = Unbound();
+    fresh.ListRestoreFiles();
+    EXPECT_EQ(browser.Items().Count(), 0);
+    fresh.SourceChosen();
+    fresh.ListRestoreFiles();
+    EXPECT_EQ(browser.Items().Count(), 1);
+}
+
+TEST_F(Browser, TakesTheDriveOfAPathAndMakesItsFolder) {
+    tree.Remove(vault);
+    EXPECT_EQ(main.form.Text(L"cmbDestination"), drive.Name());
+    EXPECT_EQ(browser.RestoreFrom(), vault);
+    EXPECT_TRUE(Exists(vault)) << "looking makes it";
+}
+
+TEST_F(Browser, AnAbsentDriveGivesWayToC) {
+    browser.RestoreFrom(L"Q:\\anything");
+    EXPECT_EQ(main.form.Text(L"cmbDestination"), L"Q:");
+    EXPECT_EQ(browser.RestoreFrom(), L"C:\\Backup");
+    EXPECT_EQ(main.form.Text(L"cmbDestination"), L"C:");
+}
+
+TEST_F(Browser, AFolderOfCommentsListsNothing) {
+    CopyFile(L"a«0001».txt");
+    browser.ListRestoreFiles();
+    EXPECT_EQ(browser.Copies().Count(), 1);
+    tree.Remove(vault + L"\\a«0001».txt");
+    CopyFile(L"a«0001».txt.vwc");
+    CopyFile(L"b«0001».vwc");
+    browser.ListRestoreFiles();
+    EXPECT_THAT(Items(), IsEmpty());
+    EXPECT_EQ(browser.Copies().Count(), 0);
+}
+
+TEST_F(Browser, GroupsTheCopiesOfAnItemAndKeepsLocationsApart) {
+    for (const auto* name : {L"Report«0001».doc", L"Report«0002».doc", L"Report«0101».doc"}) {
+        CopyFile(name);
+    }
+    browser.ListRestoreFiles();
+    EXPECT_THAT(Items(), ElementsAre(L"Report", L"Report"));
+    EXPECT_THAT(Column(browser.Items(), L"Type"), ElementsAre(L".doc", L".doc"));
+    EXPECT_THAT(Column(browser.Items(), L"SP"), ElementsAre(L"0", L"1"));
+    EXPECT_EQ(browser.Items().Selected(), 0);
+    EXPECT_THAT(Labels(), ElementsAre(L"N01", L"N02"));
+}
+
+TEST_F(Browser, InterleavedItemsHaveOneRowEach) {
+    for (const auto* name :
+         {L"Report«0001».doc", L"Report«0001».txt", L"Report«0002».doc", L"Report«0002».txt"}) {
+        CopyFile(name);
+    }
+    browser.ListRestoreFiles();
+    EXPECT_THAT(Column(browser.Items(), L"Type"), testing::UnorderedElementsAre(L".doc", L".txt"));
+}
+
+TEST_F(Browser, AFolderCopyIsAFolderWithItsSize) {
+    const std::wstring letters = tree.Folder(L"Home\\Letters");
+    tree.File(L"Home\\Letters\\a.txt", std::string(1000, 'a'));
+    tree.File(L"Home\\Letters\\Deep\\b.txt", std::string(24, 'b'));
+    BackUp(letters + L"\\");
+    browser.ListRestoreFiles();
+    EXPECT_THAT(Items(), ElementsAre(L"Letters"));
+    EXPECT_EQ(browser.Items().IconOf(0), RowIcon::Folder);
+    EXPECT_EQ(browser.Items().SubItem(0, L"Type"), L"Folder");
+    EXPECT_EQ(browser.Items().SubItem(0, L"Orginal Location"), tree.Path(L"Home"));
+    EXPECT_EQ(browser.Copies().SubItem(0, L"Size"), L"1024Byte");
+    EXPECT_EQ(browser.Copies().SubItem(0, L"BackupName"), vault + L"\\Letters«0001»");
+}
+
+TEST_F(Browser, LabelsTellSafetyCopies) {
+    CopyFile(L"a«0002».txt");
+    CopyFile(L"a«0021».txt");
+    CopyFile(L"a«00ab».txt");
+    browser.ListRestoreFiles();
+    EXPECT_THAT(Labels(), ElementsAre(L"N00", L"N02", L"U01"));
+}
+
+TEST_F(Browser, ForeignNamesNeverStopIt) {
+    for (const auto* name : {L"x«abcd».txt", L"«0001»", L"«0001».txt", L"a«0001»b«0002».txt",
+                             L"a«»«0001».txt", L"five«00010».txt", L"# [x]«0001».txt"}) {
+        CopyFile(name);
+    }
+    tree.Folder(vault + L"\\twin«0001»");
+    CopyFile(L"twin«0002»");
+    browser.ListRestoreFiles();
+    EXPECT_GE(browser.Items().Count(), 5);
+    for (int row = 0; row < browser.Items().Count(); ++row) {
+        browser.Items().Select(row);
+        browser.lsvRestore1ItemClick(row);
+    }
+    SelectItem(L"# [x]");
+    EXPECT_THAT(Labels(), ElementsAre(L"N01"));
+}
+
+TEST_F(Browser, ShowsLocationsAsPlainNumbers) {
+    CopyFile(L"x«0501».doc");
+    CopyFile(L"x«1201».doc");
+    browser.ListRestoreFiles();
+    EXPECT_THAT(Column(browser.Items(), L"SP"), ElementsAre(L"5", L"12"));
+}
+
+TEST_F(Browser, OtherViewsLeaveTheColumnsEmptyAndLookUpLocationZero) {
+    CopyFile(L"Docs«0101»");
+    CopyFile(L"Docs«0001»");
+    browser.Items().SetStyle(ViewStyle::LargeIcons);
+    browser.ListRestoreFiles();
+    EXPECT_THAT(Column(browser.Items(), L"SP"), ElementsAre(L"", L""));
+    browser.ListCopyes(1);
+    EXPECT_EQ(browser.Copies().SubItem(0, L"BackupName"), vault + L"\\Docs«0001»");
+}
+
+TEST_F(Browser, WithoutTheNewestCopyTheFirstOfSeveralIsSelected) {
+    CopyFile(L"a«0002».txt");
+    CopyFile(L"a«0003».txt");
+    browser.ListRestoreFiles();
+    EXPECT_EQ(browser.Copies().Selected(), 0);
+    tree.Remove(vault + L"\\a«0002».txt");
+    browser.ListRestoreFiles();
+    EXPECT_EQ(browser.Copies().Selected(), -1) << "one copy that is not the newest";
+}
+
+TEST_F(Browser, SortsByValuesAndTurnsAtEveryClick) {
+    CopyFile(L"a«0001».txt", std::string(900, 'x'));
+    CopyFile(L"a«0002».txt", std::string(5000, 'x'));
+    CopyFile(L"a«0003».txt", "x");
+    browser.ListRestoreFiles();
+    browser.lsvRestore2ColumnClick(browser.Copies().ColumnOf(L"Size"));
+    EXPECT_THAT(Labels(), ElementsAre(L"N02", L"N01", L"N03"));
+    browser.lsvRestore2ColumnClick(browser.Copies().ColumnOf(L"Size"));
+    EXPECT_THAT(Labels(), ElementsAre(L"N03", L"N01", L"N02"));
+    // The order stays for the next listing.
+    browser.ListCopyes(0);
+    EXPECT_THAT(Labels(), ElementsAre(L"N03", L"N01", L"N02"));
+}
+
+TEST_F(Browser, FindsTheRowOfAProtectedItem) {
+    const std::wstring first = tree.File(L"One\\Report.doc");
+    const std::wstring second = tree.File(L"Two\\Report.doc");
+    const std::wstring work = tree.Folder(L"Work");
+    tree.File(L"Work\\a.txt");
+    for (const std::wstring& item : {first, second, work + L"\\"}) BackUp(item);
+    browser.ListRestoreFiles();
+    browser.RestoredPath(second);
+    EXPECT_EQ(browser.Items().SubItem(browser.Items().Selected(), L"SP"), L"1");
+    browser.RestoredPath(L"REPORT.doc");
+    EXPECT_EQ(browser.Items().SubItem(browser.Items().Selected(), L"SP"), L"1") << "no match";
+    browser.RestoredPath(work + L"\\*");
+    EXPECT_EQ(browser.Items().SubItem(browser.Items().Selected(), L"Name"), L"Work");
+    browser.RestoredPath(work + L"\\");
+    EXPECT_EQ(browser.Copies().SubItem(0, L"BackupName"), vault + L"\\Work«0001»");
+    browser.RestoredPath(L"");
+}
+
+TEST_F(Browser, CopiesOfAFolderWithAPointInItsNameAreFound) {
+    const std::wstring folder = tree.Folder(L"Projects.v2");
+    tree.File(L"Projects.v2\\a.txt", "1", {2024, 1, 1, 0, 0, 0});
+    BackUp(folder + L"\\");
+    tree.File(L"Projects.v2\\a.txt", "2", {2024, 1, 2, 0, 0, 0});
+    BackUp(folder + L"\\");
+    browser.ListRestoreFiles();
+    EXPECT_THAT(Items(), ElementsAre(L"Projects"));
+    EXPECT_THAT(Labels(), ElementsAre(L"N01", L"N02"));
+    browser.Items().Select(-1);
+    browser.RestoredPath(folder + L"\\");
+    EXPECT_EQ(browser.Items().Selected(), 0);
+}
+
+TEST_F(Browser, CopiesOfItemsBelowSuchAFolderAreFoundToo) {
+    const std::wstring docs = tree.Folder(L"j.smith\\My\\Docs");
+    tree.File(L"j.smith\\My\\Docs\\a.txt", "1", {2024, 1, 1, 0, 0, 0});
+    const std::wstring note = tree.File(L"k.jones\\Note", "n", {2024, 1, 1, 0, 0, 0});
+    for (int day = 1; day <= 2; ++day) {
+        tree.SetDate(L"j.smith\\My\\Docs\\a.txt", {2024, 1, day, 0, 0, 0});
+        tree.SetDate(L"k.jones\\Note", {2024, 1, day, 0, 0, 0});
+        BackUp(docs + L"\\");
+        BackUp(note);
+    }
+    browser.ListRestoreFiles();
+    EXPECT_THAT(Items(), ElementsAre(L"Docs", L"Note"));
+    EXPECT_THAT(Column(browser.Items(), L"Type"), ElementsAre(L"Folder", L""));
+    EXPECT_THAT(Column(browser.Items(), L"Orginal Location"),
+                ElementsAre(tree.Path(L"j.smith\\My"), tree.Path(L"k.jones")));
+    EXPECT_THAT(Labels(), ElementsAre(L"N01", L"N02"));
+    EXPECT_EQ(browser.Copies().SubItem(1, L"BackupName"), vault + L"\\Docs«0002».smith\\My\\Docs");
+    SelectItem(L"Note");
+    EXPECT_THAT(Labels(), ElementsAre(L"N01", L"N02"));
+    EXPECT_EQ(browser.Copies().SubItem(0, L"BackupName"), vault + L"\\Note«0001».jones\\Note");
+    browser.RestoredPath(docs + L"\\");
+    EXPECT_EQ(browser.Items().Selected(), 0);
+}
+
+TEST_F(Browser, AFailedListingIsToldAndTheNextOneWorks) {
+    CopyFile(L"a«0001».txt");
+    world.files.FailNth(1, error_number::kPermissionDenied, OnlyCalls({FileCall::List}));
+    browser.ListRestoreFiles();
+    EXPECT_EQ(world.errors.TakeOne().procedure, L"ListRestoreFiles");
+    world.files.Heal();
+    browser.ListRestoreFiles();
+    EXPECT_THAT(Items(), ElementsAre(L"a"));
+}
+
+TEST_F(Browser, ASecondListingDuringTheFirstDoesNothing) {
+    for (int i = 0; i < 20; ++i) CopyFile(L"a" + std::to_wstring(i) + L"«0001».txt");
+    for (const int yield : {1, 5, 25, 45}) {
+        world.pump.Restart();
+        world.pump.AtYield(yield, [&] { browser.ListRestoreFiles(); });
+        browser.ListRestoreFiles();
+        EXPECT_EQ(browser.Items().Count(), 20) << yield;
+    }
+}
+
+TEST_F(Browser, SelectLastKeepsTheCopyThatWasSelected) {
+    for (const auto* name : {L"a«0001».txt", L"a«0002».txt", L"a«0003».txt"}) CopyFile(name);
+    browser.ListRestoreFiles();
+    SelectCopy(L"N03");
+    CopyFile(L"a«0021».txt");
+    browser.SelectLast();
+    EXPECT_THAT(Labels(), ElementsAre(L"N01", L"N02", L"N03", L"U01"));
+    EXPECT_EQ(browser.Copies().SubItem(browser.Copies().Selected(), L"Name"), L"N03");
+}
+
+TEST_F(Browser, TenThousandCopiesTakeOneListingAndOneCommentEach) {
+    for (int i = 0; i < 2000; ++i) CopyFile(L"f" + std::to_wstring(i) + L"«0001».txt", "");
+    world.files.FailNth(1000000, 0);
+    browser.ListRestoreFiles();
+    EXPECT_EQ(browser.Items().Count(), 2000);
+    // The listings of items and of the first item's copies, and one look for each comment.
+    EXPECT_LT(world.files.Count(), 2000 + 30);
+}
+
+}  // namespace
+}  // namespace vw::test
