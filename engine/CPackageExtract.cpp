@@ -77,6 +77,7 @@ void CPackage::ExtractFile(const std::wstring& copy, const std::wstring& target,
                            std::uint64_t size) {
     const auto there = system_.files.Look(target);
     if (there && there->isFolder) Raise(error_number::kAlreadyExists, target);
+    if (there && there->isReadOnly) Raise(error_number::kPermissionDenied, target);
     const std::wstring aside = FreeName(system_.files, MFileDosShell::CFileLocation(target));
     system_.files.Copy(copy, aside, duringCopy_);
     try {

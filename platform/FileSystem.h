@@ -16,6 +16,7 @@ struct FileFacts {
     bool isLink = false;  ///< a folder that is a junction, mount point or symbolic link
     bool isHidden = false;
     bool isSystem = false;
+    bool isReadOnly = false;
     std::uint64_t size = 0;  ///< bytes; 0 for a folder
     Date lastWrite = 0;      ///< local time, as it was valid on that day
 };

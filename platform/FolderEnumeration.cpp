@@ -22,6 +22,7 @@ template <class Data>
 FileFacts PlainFacts(const Data& data, const LocalTime& localTime) {
     FileFacts facts;
     facts.isFolder = (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+    facts.isReadOnly = (data.dwFileAttributes & FILE_ATTRIBUTE_READONLY) != 0;
     facts.isHidden = (data.dwFileAttributes & FILE_ATTRIBUTE_HIDDEN) != 0;
     facts.isSystem = (data.dwFileAttributes & FILE_ATTRIBUTE_SYSTEM) != 0;
     facts.size = facts.isFolder ? 0 : Joined(data.nFileSizeHigh, data.nFileSizeLow);

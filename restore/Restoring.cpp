@@ -20,7 +20,8 @@
 #include "ui/Form.h"
 
 // Restoring a copy. Nothing is overwritten before the user said so and, where no stored copy has
-// its date, a safety copy of it verifiably stands on the disk.
+// its date, a safety copy of it verifiably stands on the disk. What the disk cannot tell ends the
+// restore: nothing may be overwritten because a question about it failed.
 
 namespace vw {
 namespace {
@@ -49,8 +50,6 @@ void RestoreCommands::DoRestore(bool askLocation) {
         const std::wstring name = CFileName(CFileOrigin(copy));
         const auto goal = ChooseGoal(name, location, askLocation || location == kUnknown);
         if (!goal) return;
-        // An earlier run left its mark; this work has not been cancelled.
-        state_.cancelRequested = false;
         host_.Msg(L"Restoring: ", goal->typed);
         // The item takes its own name, whatever was typed beside the folder.
         if (!MayReplace(*goal, JoinPath(goal->folder, name))) return;
@@ -75,14 +74,14 @@ std::optional<RestoreCommands::Goal> RestoreCommands::ChooseGoal(const std::wstr
 }
 
 bool RestoreCommands::MayReplace(const Goal& goal, const std::wstring& target) {
-    if (PathExist(system_, goal.typed)) {
+    if (system_.files.Look(goal.typed)) {
         if (!Ask(L"هل تريد بالتأكيد حذف الملف التالي واستبداله بالنسخة الاحتياطية:\r\n" +
                  goal.typed)) {
             return false;
         }
         KeepForUndo(goal.typed);
     }
-    if (!EqualNoCase(goal.typed, target) && PathExist(system_, target)) KeepForUndo(target);
+    if (!EqualNoCase(goal.typed, target) && system_.files.Look(target)) KeepForUndo(target);
     return true;
 }
 
@@ -105,13 +104,13 @@ void RestoreCommands::KeepForUndo(const std::wstring& path) {
 // Whether one of the listed copies has the date of the item; `highest` is the highest number of
 // those looked at.
 bool RestoreCommands::IsStored(const std::wstring& path, int& highest) {
-    const Date date = PathDate(system_, host_.Engine(), path);
+    const Date date = NewestDateOf(system_, host_.Engine(), path);
     ListView& copies = browser_.Copies();
     const int count = copies.Count();
     for (int row = 0; row < count; ++row) {
         highest = std::max(highest, NumberOfLabel(copies.SubItem(row, kNameColumn)));
         const std::wstring copy = copies.SubItem(row, L"BackupName");
-        if (PathDate(system_, host_.Engine(), copy) == date) return true;
+        if (NewestDateOf(system_, host_.Engine(), copy) == date) return true;
     }
     return false;
 }

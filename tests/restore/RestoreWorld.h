@@ -40,6 +40,11 @@ class RestoreWorld : public testing::Test, private RestoreHost, private RunHost 
     [[nodiscard]] CopiesBrowser Unbound() {
         return {world.system, main.form, static_cast<RestoreHost&>(*this)};
     }
+    /// The commands in another world of the same window.
+    [[nodiscard]] RestoreCommands Commands(System& system) {
+        return {
+            system, state, main.form, browser, dialogs, dialog, static_cast<RestoreHost&>(*this)};
+    }
     /// A file in the copy folder.
     std::wstring CopyFile(std::wstring_view name, std::string_view bytes = "x") {
         return tree.File(vault + L"\\" + std::wstring(name), bytes);
