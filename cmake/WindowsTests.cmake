@@ -108,3 +108,15 @@ if(toolSources AND TARGET vw_ui)
     set_target_properties(FormShow PROPERTIES
         RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests/tools)
 endif()
+
+# Shots.exe: works the program for the pictures of scripts/shots.
+file(GLOB shotSources CONFIGURE_DEPENDS
+    ${CMAKE_SOURCE_DIR}/tests/shots/*.cpp ${CMAKE_SOURCE_DIR}/tests/windows/Driven*.cpp
+    ${CMAKE_SOURCE_DIR}/tests/system/Program*.cpp)
+if(shotSources AND TARGET Vaultwright)
+    add_executable(Shots ${shotSources})
+    target_link_libraries(Shots PRIVATE vw_testsupport gmock vw_flags)
+    target_link_options(Shots PRIVATE -municode)
+    set_target_properties(Shots PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests/tools)
+    add_dependencies(Shots Vaultwright)
+endif()

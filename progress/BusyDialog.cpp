@@ -51,7 +51,9 @@ void BusyDialog::Report(std::wstring_view text, bool wait) {
     Trapped(system_.errors, Named(L"Report"), [&] {
         AddLine(text);
         SendView();
-        if (wait) Wait(kMessageSeconds);
+        // In a run the lines follow each other, one for each item; the end of the run waits for
+        // all of them.
+        if (wait && form_.IsVisible() && !host_.IsRunning()) Wait(kMessageSeconds);
     });
 }
 

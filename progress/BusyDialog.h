@@ -27,7 +27,8 @@ class BusyDialog final : private FormEvents {
     void Msg(std::wstring_view title, std::wstring_view message, std::wstring_view subMessage,
              bool wait, bool close, bool showReport);
 
-    /// Adds a line to the report.
+    /// Adds a line to the report. With `wait` it stands for two seconds, except in a run, whose end
+    /// waits once for all of them.
     void Report(std::wstring_view text, bool wait);
 
     /// Brings the dialog up; in a silent run it is only loaded.

@@ -116,6 +116,11 @@ void Form::Arrange() {
         }
     }
     if (moves != nullptr) EndDeferWindowPos(moves);
+    if (language_ == Language::Arabic) {
+        // What the window itself showed is moved to the wrong side too.
+        RedrawWindow(Handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+        return;
+    }
     for (const Part& part : parts_) {
         // Texts wrap and are shortened by the width.
         if (IsLabel(part.data->kind)) InvalidateRect(part.window, nullptr, TRUE);

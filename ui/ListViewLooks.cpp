@@ -21,8 +21,9 @@ constexpr int kLargeIcon = 32;
 constexpr int kCellMargin = 6;
 constexpr int kTextAfterIcon = 4;
 constexpr int kIconAndGaps = 26;
-constexpr int kSortMark = 14;
+constexpr int kSortMark = 26;
 constexpr int kNarrowestColumn = 40;
+constexpr int kNarrowestFirstColumn = 84;  // an icon, a label and the mark of the direction
 constexpr int kWidestColumn = 420;
 constexpr int kEmptyTextMargin = 24;
 
@@ -98,14 +99,20 @@ int ListView::WidthOf(std::size_t column) const {
     const HGDIOBJ before =
         SelectObject(canvas, reinterpret_cast<HGDIOBJ>(SendMessageW(control_, WM_GETFONT, 0, 0)));
     const Measure widthOf = MeasureIn(canvas);
-    // The mark of the direction takes some room beside the header's text.
-    int width = widthOf(data_.columns[column].header.In(language_)) + Scaled(kSortMark, dpi_);
     const int icon = column == 0 ? Scaled(kIconAndGaps, dpi_) : 0;
+    int width = 0;
     for (const std::wstring* text : longest) width = std::max(width, widthOf(*text) + icon);
+    // The header may have another font, and the mark of the direction takes some room beside its
+    // text.
+    const auto header = reinterpret_cast<HWND>(SendMessageW(control_, LVM_GETHEADER, 0, 0));
+    SelectObject(canvas, reinterpret_cast<HGDIOBJ>(SendMessageW(header, WM_GETFONT, 0, 0)));
+    width = std::max(width,
+                     widthOf(data_.columns[column].header.In(language_)) + Scaled(kSortMark, dpi_));
     SelectObject(canvas, before);
     ReleaseDC(control_, canvas);
     width += 2 * Scaled(kCellMargin, dpi_) + 1;
-    const int least = rows_.empty() ? data_.columns[column].width : kNarrowestColumn;
+    const int narrowest = column == 0 ? kNarrowestFirstColumn : kNarrowestColumn;
+    const int least = rows_.empty() ? data_.columns[column].width : narrowest;
     return std::clamp(width, Scaled(least, dpi_), Scaled(kWidestColumn, dpi_));
 }
 

@@ -98,6 +98,16 @@ TEST_P(Busy, MinimisedWhileItWaitsAtTheEndItKeepsAReportThatIsWanted) {
     EXPECT_TRUE(Window().IsLoaded());
 }
 
+TEST_P(Busy, ALineOfTheReportWaitsButNotInARun) {
+    dialog.Report(L"x", true);
+    EXPECT_GE(world.pump.Waited(), 2000U);
+    world.pump.Restart();
+    const auto before = world.pump.Waited();
+    host.running = true;
+    for (int i = 0; i < 300; ++i) dialog.Report(L"unchanged", true);
+    EXPECT_EQ(world.pump.Waited(), before) << "300 unchanged items are no ten minutes";
+}
+
 TEST_P(Busy, TextsThatFollowQuicklyWaitForTheirTimeAndNoneIsLost) {
     for (int i = 0; i < 100; ++i) {
         dialog.Msg(L"Backing:", std::to_wstring(i), L"", false, false, false);

@@ -97,7 +97,14 @@ void DrivenProgram::WaitUntil(const std::function<bool()>& isSo, const char* wha
     const ULONGLONG start = GetTickCount64();
     while (!isSo()) {
         if (GetTickCount64() - start > kPatience) {
-            ADD_FAILURE() << what;
+            std::string windows;
+            for (const WindowFacts& window : WindowsOf(run_.ProcessId())) {
+                if (window.visible) {
+                    windows += "\n  " + ToUtf8(window.className) + ": " + ToUtf8(window.title);
+                }
+            }
+            for (const Box& box : BoxesOf(run_.ProcessId())) windows += "\n" + ToUtf8(box.text);
+            ADD_FAILURE() << what << "; shown:" << windows;
             return;
         }
         Sleep(kPoll);
