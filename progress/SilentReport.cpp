@@ -16,4 +16,6 @@ void SilentReport::Msg(std::wstring_view title, std::wstring_view message,
 
 void SilentReport::Report(std::wstring_view text) { streams_.Report(text); }
 
+void SilentReport::Flush() { streams_.Flush(); }
+
 }  // namespace vw

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <exception>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "platform/System.h"
@@ -65,6 +67,11 @@ class TrayIcon final : private FormEvents {
     /// The animation frame that comes next, from 1 to 4.
     [[nodiscard]] int Frame() const noexcept { return frame_; }
 
+    /// What a handler threw beyond the errors that are told.
+    [[nodiscard]] std::exception_ptr TakeEscaped() noexcept {
+        return std::exchange(escaped_, nullptr);
+    }
+
     [[nodiscard]] Form& Window() noexcept { return form_; }
     [[nodiscard]] const Form& Window() const noexcept { return form_; }
 
@@ -77,6 +84,7 @@ class TrayIcon final : private FormEvents {
     bool OnQueryUnload(Form& form, UnloadReason reason) override;
     void OnMouseMove(Form& form, int x, int y) override;
     void OnTaskbarCreated(Form& form) override;
+    void OnEscaped(Form&, const std::exception_ptr& error) noexcept override { escaped_ = error; }
 
     void AddIcon();
     void HideWindows();
@@ -91,6 +99,7 @@ class TrayIcon final : private FormEvents {
     bool animating_ = false;
     bool added_ = false;
     bool lastStatus_ = false;
+    std::exception_ptr escaped_;
 };
 
 }  // namespace vw

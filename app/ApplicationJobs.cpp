@@ -1,5 +1,5 @@
+#include "app/Application.h"
 #include "app/KeepAwake.h"
-#include "app/Program.h"
 #include "engine/CopyName.h"
 #include "list/editing/SubItem.h"
 #include "platform/Like.h"
@@ -9,7 +9,7 @@
 namespace vw {
 
 // An Arabic window needs the keyboard and the digits to go with it.
-void Program::MakeWindows() {
+void Application::MakeWindows() {
     const bool again = windows_ && windows_->frmMain.IsLoaded();
     if (again) windows_->frmMain.Unload();
     language_.PrepareArabicOnce(api_);
@@ -18,33 +18,33 @@ void Program::MakeWindows() {
     if (again) ShowMainWindow();
 }
 
-void Program::LoadTrayIcon() { windows_->frmTrayIcon.Load(); }
+void Application::LoadTrayIcon() { windows_->frmTrayIcon.Load(); }
 
-void Program::ShowOpeningScreen() { windows_->frmAbout.ShowOpeningScreen(); }
+void Application::ShowOpeningScreen() { windows_->frmAbout.ShowOpeningScreen(); }
 
 // A silent run loads it and nobody sees it.
-void Program::ShowMainWindow() {
+void Application::ShowMainWindow() {
     windows_->frmMain.Load();
     if (!state_.silentRun) windows_->frmMain.Show();
 }
 
 template <class Work>
-void Program::Working(Work&& work) {
+void Application::Working(Work&& work) {
     const KeepAwake awake;
     working_ = true;
     work();
     working_ = false;
 }
 
-void Program::BackUpCurrentList() {
+void Application::BackUpCurrentList() {
     Working([this] { Engine().BackupAll(); });
 }
 
-void Program::BackUpItem(std::wstring_view path) {
+void Application::BackUpItem(std::wstring_view path) {
     Working([&] { Engine().BackupItem(path); });
 }
 
-void Program::ShowCopies(std::wstring_view itemOrCopy) {
+void Application::ShowCopies(std::wstring_view itemOrCopy) {
     Engine().GetBackupTo();
     windows_->frmMain.Load();
     const bool isCopy = Like(itemOrCopy, kCopyNamePattern);
@@ -54,20 +54,20 @@ void Program::ShowCopies(std::wstring_view itemOrCopy) {
     windows_->browser.RestoredPath(isCopy ? CFileOrigin(itemOrCopy) : std::wstring(itemOrCopy));
 }
 
-void Program::DeleteTemporaryFiles() {
+void Application::DeleteTemporaryFiles() {
     Working([this] {
         MFileDosShell::DellTemp(system_, state_, shell_, api_.IsWinNT(),
                                 static_cast<CleaningHost&>(*this));
     });
 }
 
-void Program::LoadCurrentList() {
+void Application::LoadCurrentList() {
     windows_->frmMain.Load();
     windows_->list.GetList();
     windows_->main.SetCaption();
 }
 
-void Program::LoadSingleItem(std::wstring_view path) {
+void Application::LoadSingleItem(std::wstring_view path) {
     LoadCurrentList();
     windows_->list.Rows().AddToList(path);
     windows_->list.Rows().List().FitColumns();

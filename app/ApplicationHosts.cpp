@@ -1,0 +1,90 @@
+#include "app/Application.h"
+#include "list/editing/SubItem.h"
+#include "progress/SilentReport.h"
+
+// What the rooms below ask of the program.
+
+namespace vw {
+
+void Application::Msg(std::wstring_view title, std::wstring_view message,
+                      std::wstring_view subMessage, bool wait, bool close, bool showReport) {
+    if (state_.silentRun) {
+        report_.Msg(title, message, subMessage);
+        windows_->frmBusyDialog.SendView();
+    } else {
+        windows_->frmBusyDialog.Msg(title, message, subMessage, wait, close, showReport);
+    }
+}
+
+void Application::Msg(std::wstring_view title, std::wstring_view message) {
+    Msg(title, message, {}, false, false, false);
+}
+
+void Application::Report(std::wstring_view text, bool wait) {
+    if (state_.silentRun) {
+        report_.Report(text);
+        windows_->frmBusyDialog.SendView();
+    } else {
+        windows_->frmBusyDialog.Report(text, wait);
+    }
+}
+
+void Application::BusyHide(bool pause) {
+    windows_->frmBusyDialog.BusyHide(pause);
+    report_.Flush();
+}
+
+void Application::DuringCopy() { windows_->frmBusyDialog.Repaint(); }
+
+void Application::AbortRun() {
+    if (engine_) engine_->Abort();
+}
+
+// A report that the user wants to keep keeps the main window waiting.
+void Application::Ready(bool flag) {
+    if (!windows_ || windows_->frmBusyDialog.KeepsReport()) return;
+    Form& main = windows_->frmMain;
+    if (!main.IsLoaded()) return;
+    main.EnableForm(flag);
+    main.SetMousePointer(flag ? MousePointer::Default : MousePointer::Hourglass);
+}
+
+void Application::UnloadTrayIcon() { windows_->frmTrayIcon.Unload(); }
+
+std::vector<Form*> Application::LoadedForms() { return windows_->LoadedForms(); }
+
+void Application::AsAbout() { windows_->frmAbout.AsAbout(windows_->frmMain); }
+
+void Application::UnloadOpeningScreen() { windows_->frmAbout.Unload(); }
+
+void Application::SetCaption() { windows_->main.SetCaption(); }
+
+void Application::CheckAutoBackup(bool on) {
+    if (windows_) windows_->main.CheckAutoBackup(on);
+}
+
+void Application::ShowRecentFiles(const RecentFileMenu& menu) {
+    windows_->main.ShowRecentFiles(menu);
+}
+
+void Application::FileOpen(std::wstring_view path) { windows_->list.FileOpen(path); }
+
+void Application::GetList() { windows_->list.GetList(); }
+
+void Application::ApplicationSartup(bool flag) { logonStart_.ApplicationSartup(flag); }
+
+std::int16_t Application::LocationID(std::wstring_view path) { return Engine().LocationID(path); }
+
+// The user sees his copies without choosing a drive first.
+void Application::ListLoaded() {
+    if (state_.silentRun) return;
+    windows_->browser.RestoreFrom(state_.BackupTo);
+    windows_->browser.ListRestoreFiles();
+    RestoredPath(SubItem(windows_->list.Rows().List(), L"Path"));
+}
+
+void Application::ListRestoreFiles() { windows_->browser.ListRestoreFiles(); }
+
+void Application::RestoredPath(std::wstring_view path) { windows_->browser.RestoredPath(path); }
+
+}  // namespace vw

@@ -1,0 +1,319 @@
+// The whole application with its real windows, in a world whose clock, boxes, event pump and end
+// the tests decide.
+
+#include "app/Application.h"
+
+#include <gmock/gmock.h>
+
+#include "platform/CCommonAPI.h"
+#include "platform/DebugOutput.h"
+#include "platform/StandardStreams.h"
+#include "platform/SystemCodePage.h"
+#include "progress/SilentReport.h"
+#include "tests/support/ScratchRegistry.h"
+#include "tests/support/TempTree.h"
+#include "tests/support/TestDrive.h"
+#include "tests/support/TestWorld.h"
+#include "ui/resource.h"
+
+namespace vw::test {
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+
+const std::wstring kBaseName = L"VaultwrightTests-App";
+
+class App : public testing::Test {
+  protected:
+    App() {
+        settings.SaveSetting(setting::kArabic, L"0");
+        settings.SaveSetting(setting::kBackupTo, tree.Path(L"Default vault"));
+        state.applicationFolder = tree.Folder(L"Program");
+        state.executableBaseName = kBaseName;
+    }
+
+    void Start(std::wstring_view arguments = {}) {
+        application.Start(L"program.exe " + std::wstring(arguments));
+    }
+    void WriteDefaultList(const std::vector<std::wstring>& items, int copies = 3) {
+        state.currentListPath = state.DefaultListPath();
+        std::wstring text =
+            L"BackupTo: " + drive.Backup() + L"\r\nBackages: " + std::to_wstring(copies) + L"\r\n";
+        for (const std::wstring& item : items) text += item + L"\r\n";
+        tree.Folder(drive.Backup());
+        tree.File(state.DefaultListPath(), world.ansi.Encode(text));
+    }
+    WindowSet& Windows() { return application.Windows(); }
+    Form& Main() { return Windows().frmMain; }
+    /// A command of a menu or button. What the handlers throw comes out.
+    void Choose(int id) {
+        SendMessageW(Main().Handle(), WM_COMMAND, static_cast<WPARAM>(id), 0);
+        Rethrow();
+    }
+    void Close() {
+        SendMessageW(Main().Handle(), WM_CLOSE, 0, 0);
+        Rethrow();
+    }
+    void Rethrow() {
+        if (const std::exception_ptr escaped = Windows().main.TakeEscaped()) {
+            std::rethrow_exception(escaped);
+        }
+    }
+    [[nodiscard]] std::vector<std::wstring> Paths() { return Windows().list.Rows().Paths(); }
+
+    TempTree tree;
+    TestDrive drive;
+    TestWorld world;
+    ProgramState state;
+    ScratchKey key{HKEY_CURRENT_USER, L"Software\\Tallowmere.Net\\" + kBaseName};
+    SavedValue logon{HKEY_LOCAL_MACHINE, L"SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Run",
+                     kBaseName};
+    MRecentFiles::SettingsStore settings{world.errors, kBaseName};
+    SystemRegistry registry;
+    DebugOutput faults;
+    CodePage page{CP_ACP};
+    CCommonAPI api{registry, page, world.boxes, faults};
+    StandardStreams streams;
+    SilentReport report{streams};
+    Application application{world.system, state, settings, api, report};
+
+    const std::wstring letter = tree.File(L"Home\\Letter.txt", "Dear Sir");
+};
+
+TEST_F(App, StartsWithTheDefaultListAndTakesTheOpeningScreenAway) {
+    WriteDefaultList({letter}, 4);
+    Start();
+    EXPECT_TRUE(Main().IsVisible());
+    EXPECT_EQ(Main().State(), WindowState::Maximised);
+    EXPECT_EQ(Main().Caption(), L"Vaultwright ");
+    EXPECT_FALSE(Windows().frmAbout.Window().IsLoaded());
+    EXPECT_THAT(Paths(), ElementsAre(letter));
+    EXPECT_EQ(Main().Text(L"lblBackages"), L"4");
+    EXPECT_TRUE(Main().Menus().IsEnabled(L"mnuOptions", 0));
+    EXPECT_FALSE(Main().Menus().IsChecked(L"mnuOptions", 0));
+    EXPECT_TRUE(Main().Menus().IsChecked(L"mnuViewMethod", 3));
+    EXPECT_TRUE(Main().Menus().IsChecked(L"mnuViewAlign", 2));
+    EXPECT_TRUE(application.IsAlive());
+}
+
+TEST_F(App, OffersAAndCAlwaysAndOtherDrivesWithRoom) {
+    WriteDefaultList({});
+    Start();
+    const auto drives = Main().Choices(L"cmbDestination");
+    ASSERT_GE(drives.size(), 3U);
+    EXPECT_EQ(drives[0], L"A:");
+    EXPECT_EQ(drives[1], L"C:");
+    EXPECT_THAT(drives, Contains(drive.Name()));
+    EXPECT_THAT(drives, testing::Not(Contains(L"B:")));
+}
+
+TEST_F(App, AnotherListHasItsNameInTheCaptionAndNoLogonStart) {
+    const std::wstring other = tree.File(L"Work & play.vwl", "");
+    Start(L"\"" + other + L"\"");
+    EXPECT_EQ(Main().Caption(), L"Vaultwright- مهمة نسخ يدوي [Work & play.vwl]");
+    EXPECT_FALSE(Main().Menus().IsEnabled(L"mnuOptions", 0));
+}
+
+TEST_F(App, AListWithTheCountThatIsShownIsNotModifiedByOpeningIt) {
+    WriteDefaultList({letter}, 3);
+    Start();
+    EXPECT_FALSE(state.listModified) << "the first change of the count belongs to the start";
+}
+
+TEST_F(App, AListWithAnotherCountIsModifiedByOpeningIt) {
+    WriteDefaultList({letter}, 9);
+    Start();
+    EXPECT_TRUE(state.listModified);
+}
+
+TEST_F(App, ClosingSavesAndEnds) {
+    WriteDefaultList({letter});
+    Start();
+    Main().SetValue(L"vsBackages", 6);
+    EXPECT_TRUE(state.listModified);
+    EXPECT_THROW(Close(), ProgramEnded);
+    EXPECT_NE(ReadBytes(state.DefaultListPath()).find("Backages: 6\r\n"), std::string::npos);
+}
+
+TEST_F(App, SwitchesTheLanguageAndEnds) {
+    WriteDefaultList({letter});
+    Start();
+    EXPECT_THROW(Choose(ID_mnuToolEnAr), ProgramEnded);
+    EXPECT_EQ(settings.GetSetting(setting::kArabic, L""), L"-1");
+}
+
+TEST_F(App, AHandlerThatFailsTellsOnceAndTheWindowComesBack) {
+    WriteDefaultList({letter});
+    Start();
+    world.files.FailNth(1, error_number::kDeviceError, OnlyCalls({FileCall::Look}));
+    Choose(ID_mnuHelpHelp);
+    const ToldError error = world.errors.TakeOne();
+    EXPECT_EQ(error.procedure, L"mnuHelpHelpClick");
+    EXPECT_EQ(error.container, L"frmMain");
+    EXPECT_FALSE(Main().IsFormEnabled());
+    EXPECT_TRUE(application.IsAlive());
+    EXPECT_FALSE(Main().IsFormEnabled());
+    world.clock.Advance(1000);
+    EXPECT_TRUE(application.IsAlive());
+    EXPECT_TRUE(Main().IsFormEnabled());
+    Choose(ID_mnuViewMethod_0);
+    EXPECT_TRUE(Main().Menus().IsChecked(L"mnuViewMethod", 0));
+}
+
+TEST_F(App, WindowsThatAreAllHiddenComeBack) {
+    WriteDefaultList({letter});
+    Start();
+    Main().Hide();
+    EXPECT_TRUE(application.IsAlive());
+    world.clock.Advance(999);
+    EXPECT_TRUE(application.IsAlive());
+    EXPECT_FALSE(Main().IsVisible());
+    world.clock.Advance(1);
+    EXPECT_TRUE(application.IsAlive());
+    EXPECT_TRUE(Main().IsVisible());
+}
+
+TEST_F(App, AKeptReportKeepsTheMainWindowWaiting) {
+    WriteDefaultList({letter});
+    Start();
+    world.pump.AtEachYield([this] {
+        if (Windows().frmBusyDialog.Window().IsVisible()) {
+            Windows().frmBusyDialog.Window().Check(L"chkDontHide", true);
+        }
+    });
+    Choose(ID_mnuBackup);
+    EXPECT_TRUE(Windows().frmBusyDialog.Window().IsVisible());
+    EXPECT_FALSE(Main().IsFormEnabled());
+    world.clock.Advance(5000);
+    EXPECT_TRUE(application.IsAlive());
+    EXPECT_FALSE(Main().IsFormEnabled()) << "a report is open";
+    Windows().frmBusyDialog.Window().Unload();
+    EXPECT_TRUE(Main().IsFormEnabled());
+}
+
+TEST_F(App, ListsAreSilentWithoutAWindow) {
+    WriteDefaultList({letter});
+    EXPECT_THROW(Start(L"/S"), ProgramEnded);
+    EXPECT_TRUE(state.silentRun);
+    EXPECT_FALSE(Exists(drive.Backup() + L"\\Letter«0001».txt"));
+}
+
+TEST_F(App, RestoreListsTheCopiesOfTheItemBeforeItEnds) {
+    WriteDefaultList({letter});
+    bool visible = false;
+    world.pump.AtEachYield([&] {
+        if (world.pump.Yields() > 1) visible = visible || Main().IsVisible();
+    });
+    EXPECT_THROW(Start(L"/R " + letter), ProgramEnded);
+    EXPECT_FALSE(visible) << "nobody is to see a window of a silent run";
+}
+
+TEST_F(App, SingleItemModeTakesTheCommandsAway) {
+    Start(L"\"" + letter + L"\"");
+    EXPECT_THAT(Paths(), ElementsAre(letter));
+    for (const auto* name : {L"mnuAddFile", L"mnuDel", L"mnuAddFolder"}) {
+        EXPECT_FALSE(Main().Menus().IsEnabled(name));
+    }
+    for (const auto* button : {L"FileNew", L"FileOpen", L"FileSave"}) {
+        EXPECT_FALSE(Main().Tools(L"Toolbar1").IsEnabled(button));
+    }
+    EXPECT_TRUE(Main().Menus().IsEnabled(L"mnuBackup"));
+    EXPECT_TRUE(Main().Menus().IsEnabled(L"mnuRestore"));
+}
+
+TEST_F(App, AMissingListIsToldAndTheOpeningScreenStays) {
+    Start(L"C:\\no such list.vwl");
+    const ToldError error = world.errors.TakeOne();
+    EXPECT_EQ(error.number, error_number::kListPathMissing);
+    EXPECT_EQ(error.description, L"Path not found");
+    EXPECT_EQ(error.procedure, L"Main");
+    EXPECT_TRUE(application.IsAlive());
+    Windows().frmAbout.Unload();
+    EXPECT_FALSE(application.IsAlive());
+}
+
+// The user, or the system, acts in the middle of a run, at any moment: no crash, no second run
+// inside the first, and everything ends as if it had come at a better time.
+class InARun : public App, public testing::WithParamInterface<int> {
+  protected:
+    InARun() {
+        for (int i = 0; i < 8; ++i) {
+            tree.File(L"Home\\Work\\f" + std::to_wstring(i) + L".txt", "x");
+        }
+        WriteDefaultList({tree.Path(L"Home\\Work\\"), letter});
+        Start();
+    }
+    /// Does something at the k-th moment of a run; true when the run ended the program.
+    template <class Act>
+    bool BackUpAnd(Act act) {
+        world.pump.Restart();
+        world.pump.AtYield(GetParam(), act);
+        try {
+            Choose(ID_mnuBackup);
+        } catch (const ProgramEnded&) {
+            return true;
+        }
+        return false;
+    }
+    void ExpectWhole() {
+        const std::wstring copy = drive.Backup() + L"\\Work«0001»";
+        if (Exists(copy)) {
+            for (const auto& [path, node] : ReadTree(copy)) EXPECT_EQ(node.bytes, "x");
+        }
+        EXPECT_FALSE(Exists(drive.Backup() + L"\\Work«0002»")) << "a second run inside the first";
+        EXPECT_THAT(Paths().size(), 2U);
+    }
+};
+
+INSTANTIATE_TEST_SUITE_P(Moments, InARun, testing::Values(1, 2, 3, 5, 8, 11, 14, 30));
+
+TEST_P(InARun, ASecondBackupDoesNothing) {
+    EXPECT_FALSE(BackUpAnd([this] {
+        SendMessageW(Main().Handle(), WM_COMMAND, ID_mnuBackup, 0);
+        SendMessageW(Main().Handle(), WM_COMMAND, ID_mnuDelAll, 0);
+    }));
+    ExpectWhole();
+    EXPECT_TRUE(Exists(drive.Backup() + L"\\Letter«0001».txt"));
+    EXPECT_TRUE(Main().IsFormEnabled());
+}
+
+TEST_P(InARun, ACancelEndsIt) {
+    EXPECT_FALSE(BackUpAnd([this] { Windows().frmBusyDialog.Window().Unload(); }));
+    ExpectWhole();
+    EXPECT_FALSE(Windows().frmBusyDialog.Window().IsLoaded());
+    EXPECT_TRUE(Main().IsFormEnabled());
+    // The next run completes.
+    world.pump.Restart();
+    Choose(ID_mnuBackup);
+    EXPECT_TRUE(Exists(drive.Backup() + L"\\Letter«0001».txt"));
+}
+
+TEST_P(InARun, ADriveThatIsChosenMeanwhileIsNotTaken) {
+    EXPECT_FALSE(BackUpAnd([this] {
+        const HWND box = Main().Control(L"cmbDestination");
+        SendMessageW(Main().Handle(), WM_COMMAND, MAKEWPARAM(ID_cmbDestination, CBN_SELCHANGE),
+                     reinterpret_cast<LPARAM>(box));
+    }));
+    ExpectWhole();
+    EXPECT_EQ(state.BackupTo, drive.Backup());
+}
+
+TEST_P(InARun, ClosingTheMainWindowEndsTheProgram) {
+    EXPECT_TRUE(BackUpAnd([this] { Close(); }));
+    EXPECT_EQ(world.exitStatus.Code(), error_number::kCancelled);
+}
+
+TEST_P(InARun, ExitOfTheIconEndsTheProgram) {
+    EXPECT_TRUE(BackUpAnd([this] {
+        Windows().frmTrayIcon.Load();
+        SendMessageW(Windows().frmTrayIcon.Window().Handle(), WM_COMMAND, ID_mnuProp1Exit, 0);
+        if (const auto escaped = Windows().frmTrayIcon.TakeEscaped()) {
+            std::rethrow_exception(escaped);
+        }
+    }));
+    EXPECT_EQ(world.exitStatus.Code(), error_number::kCancelled);
+}
+
+}  // namespace
+}  // namespace vw::test
