@@ -31,6 +31,7 @@ using namespace MFileDosShell;
 constexpr Procedure Named(std::wstring_view name) { return {name, L"Form", L"frmMain"}; }
 
 constexpr int kRowReadsBackDifferently = 10000;
+constexpr std::wstring_view kUnknownLocation = L"??";
 
 /// Keeps a second listing from beginning while messages are processed in the first.
 class Listing {
@@ -126,7 +127,11 @@ void CopiesBrowser::AddItem(const Entry& copy) {
     if (items.Style() == ViewStyle::Details) {
         items.SetSubItem(row, L"Type", isFolder ? L"Folder" : CFileExt(item.origin));
         items.SetSubItem(row, L"SP", std::to_wstring(item.location), item.location);
-        items.SetSubItem(row, L"Orginal Location", host_.Engine().PackageOriginalLocation(stored));
+        // Looking for a comment that is known not to be there takes long in a large folder.
+        const bool hasComment = copy.hasComment || !item.nested.empty();
+        items.SetSubItem(row, L"Orginal Location",
+                         hasComment ? host_.Engine().PackageOriginalLocation(stored)
+                                    : std::wstring(kUnknownLocation));
     }
     items_.push_back(std::move(item));
 }
