@@ -23,6 +23,10 @@ namespace vw {
 /// The location number of a copy's name as a number; 0 for anything but digits.
 [[nodiscard]] int LocationOf(std::wstring_view copyName);
 
+/// The folder that the copies lie in, from the path of one of them: that of the component with the
+/// marks, also when the item's own copy lies deeper.
+[[nodiscard]] std::wstring CopyFolderOf(std::wstring_view copyPath);
+
 /// Whether a name is that of some copy of one item: first name, "«", the location number, any two
 /// characters, "»" and the extension, in any letter case. Everything else counts as it stands, also
 /// characters that are wildcards elsewhere.

@@ -43,10 +43,12 @@ class RestoreCommands {
     void DoRestore(bool askLocation);
     [[nodiscard]] std::optional<Goal> ChooseGoal(const std::wstring& name,
                                                  const std::wstring& location, bool ask);
-    [[nodiscard]] bool MayReplace(const Goal& goal, const std::wstring& target);
-    void KeepForUndo(const std::wstring& path);
+    [[nodiscard]] bool MayReplace(const Goal& goal, const std::wstring& target,
+                                  const std::wstring& copyFolder);
+    void KeepForUndo(const std::wstring& path, const std::wstring& copyFolder);
     [[nodiscard]] bool IsStored(const std::wstring& path, int& highest);
-    void BackUpAs(const std::wstring& path, const std::wstring& copyName, bool isFolder);
+    void BackUpAs(const std::wstring& path, const std::wstring& copyName,
+                  const std::wstring& copyFolder, bool isFolder);
     void DoDelCopy(bool ask);
     void DeleteCopy();
     void DoDelFile();

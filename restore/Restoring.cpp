@@ -52,7 +52,7 @@ void RestoreCommands::DoRestore(bool askLocation) {
         if (!goal) return;
         host_.Msg(L"Restoring: ", goal->typed);
         // The item takes its own name, whatever was typed beside the folder.
-        if (!MayReplace(*goal, JoinPath(goal->folder, name))) return;
+        if (!MayReplace(*goal, JoinPath(goal->folder, name), CopyFolderOf(copy))) return;
         host_.Engine().Extract(copy, goal->folder, false);
         browser_.SelectLast();
         host_.BusyHide(true);
@@ -73,29 +73,31 @@ std::optional<RestoreCommands::Goal> RestoreCommands::ChooseGoal(const std::wstr
     return Goal{CFileLocation(*chosen), *chosen};
 }
 
-bool RestoreCommands::MayReplace(const Goal& goal, const std::wstring& target) {
+bool RestoreCommands::MayReplace(const Goal& goal, const std::wstring& target,
+                                 const std::wstring& copyFolder) {
     if (system_.files.Look(goal.typed)) {
         if (!Ask(L"هل تريد بالتأكيد حذف الملف التالي واستبداله بالنسخة الاحتياطية:\r\n" +
                  goal.typed)) {
             return false;
         }
-        KeepForUndo(goal.typed);
+        KeepForUndo(goal.typed, copyFolder);
     }
-    if (!EqualNoCase(goal.typed, target) && system_.files.Look(target)) KeepForUndo(target);
+    if (!EqualNoCase(goal.typed, target) && system_.files.Look(target))
+        KeepForUndo(target, copyFolder);
     return true;
 }
 
 // Raises when what is about to be overwritten could not be kept.
-void RestoreCommands::KeepForUndo(const std::wstring& path) {
+void RestoreCommands::KeepForUndo(const std::wstring& path, const std::wstring& copyFolder) {
     int highest = 0;
     if (IsStored(path, highest)) return;
     const int number = NextSafetyNumber(highest);
     if (number > kHighestNumber) Raise(error_number::kOverflow, path);
     const int location = Val(SubItem(browser_.Items(), L"SP"));
-    const std::wstring copyName = CFilePackageName(path, number, location, browser_.RestoreFrom());
+    const std::wstring copyName = CFilePackageName(path, number, location, copyFolder);
     const auto facts = system_.files.Look(path);
     if (system_.files.Look(copyName)) Raise(error_number::kAlreadyExists, copyName);
-    BackUpAs(path, copyName, facts && facts->isFolder);
+    BackUpAs(path, copyName, copyFolder, facts && facts->isFolder);
     if (state_.cancelRequested || !SameContent(system_.files, path, copyName)) {
         Raise(error_number::kAccessError, path);
     }
@@ -115,11 +117,12 @@ bool RestoreCommands::IsStored(const std::wstring& path, int& highest) {
     return false;
 }
 
-// The engine writes where the list's copies go; a safety copy belongs to the copies being browsed.
+// The engine writes where the list's copies go; a safety copy belongs beside the copy that is
+// restored.
 void RestoreCommands::BackUpAs(const std::wstring& path, const std::wstring& copyName,
-                               bool isFolder) {
+                               const std::wstring& copyFolder, bool isFolder) {
     const std::wstring destination = state_.BackupTo;
-    state_.BackupTo = browser_.RestoreFrom();
+    state_.BackupTo = copyFolder;
     const int location = Val(SubItem(browser_.Items(), L"SP"));
     host_.Engine().BackupPath(path, static_cast<std::int16_t>(location), isFolder, isFolder,
                               copyName);

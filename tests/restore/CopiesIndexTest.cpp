@@ -54,6 +54,12 @@ TEST(CopiesIndex, FindsTheCopiesOfAnItemByNameAlone) {
     EXPECT_FALSE(copies.Contains(L""));
 }
 
+TEST(CopiesIndex, TheFolderOfACopyIsTheOneWithTheMarks) {
+    EXPECT_EQ(CopyFolderOf(L"E:\\Backup\\a\u00AB0001\u00BB.txt"), L"E:\\Backup");
+    EXPECT_EQ(CopyFolderOf(L"E:\\Backup\\Docs\u00AB0001\u00BB.smith\\My\\Docs"), L"E:\\Backup");
+    EXPECT_EQ(CopyFolderOf(L"a\u00AB0001\u00BB.txt"), L"");
+}
+
 TEST(CopiesIndex, AnItemIsNewOnce) {
     ItemsSeen seen;
     EXPECT_TRUE(seen.IsNew(L"Report.doc", 0));

@@ -59,11 +59,15 @@ ProgramRun::ProgramRun(const ProgramStart& start) {
     std::wstring environment;
     if (!start.temporaryFolder.empty()) environment = EnvironmentWith(start.temporaryFolder);
     PROCESS_INFORMATION process{};
-    const BOOL started = CreateProcessW(
-        start.program.c_str(), commandLine.data(), nullptr, nullptr, TRUE,
-        CREATE_UNICODE_ENVIRONMENT, environment.empty() ? nullptr : environment.data(),
-        start.currentFolder.empty() ? nullptr : start.currentFolder.c_str(), &startup, &process);
-    if (started == 0) {
+    const auto create = [&] {
+        return CreateProcessW(start.program.c_str(), commandLine.data(), nullptr, nullptr, TRUE,
+                              CREATE_UNICODE_ENVIRONMENT,
+                              environment.empty() ? nullptr : environment.data(),
+                              start.currentFolder.empty() ? nullptr : start.currentFolder.c_str(),
+                              &startup, &process);
+    };
+    // A busy Wine now and then fails to start any process, with this code, and then starts it.
+    if (create() == 0 && (GetLastError() != ERROR_INTERNAL_ERROR || create() == 0)) {
         throw std::runtime_error("a test could not start " + ToUtf8(start.program) +
                                  ", system error " + std::to_string(GetLastError()));
     }

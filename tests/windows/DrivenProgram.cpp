@@ -82,10 +82,15 @@ void DrivenProgram::Choose(int id) {
     WaitUntilReady();
 }
 
-// Messages that were posted before have been handled when a later one is answered, and a window
-// that is enabled then has no command that runs. Asked twice: the end of a dialog enables the
-// window for a moment.
+// Commands are posted, and what is posted behind them comes later: a colour that the toolbar keeps
+// and never shows tells that they have been taken up. A window that is enabled then has no command
+// that runs; asked twice, since the end of a dialog enables the window for a moment.
 void DrivenProgram::WaitUntilReady() {
+    const HWND bar = Control(ID_Toolbar1);
+    const LPARAM mark = ++mark_;
+    PostMessageW(bar, TB_SETINSERTMARKCOLOR, 0, mark);
+    WaitUntil([&] { return Ask(bar, TB_GETINSERTMARKCOLOR, 0, 0) == mark; },
+              "the program does not take up what it gets");
     const auto isEnabled = [this] {
         Ask(main_, WM_NULL, 0, 0);
         return IsWindowEnabled(main_) != 0;

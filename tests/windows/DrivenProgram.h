@@ -63,6 +63,7 @@ class DrivenProgram {
 
     ProgramRun run_;
     HWND main_ = nullptr;
+    LPARAM mark_ = 0;
 };
 
 /// A child window at any depth, by its id.
