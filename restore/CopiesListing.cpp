@@ -45,7 +45,7 @@ class Listing {
     bool& flag_;
 };
 
-std::wstring WithoutFinalSeparator(std::wstring folder) {
+std::wstring WithoutFinalSeparator(const std::wstring& folder) {
     return Like(folder, L"?:\\") ? folder.substr(0, 2) : folder;
 }
 

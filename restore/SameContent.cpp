@@ -43,7 +43,7 @@ bool SameContent(FileSystem& files, std::wstring_view original, std::wstring_vie
             const auto match = found.find(name);
             if (match == found.end() || match->second.isFolder != facts.isFolder) return false;
             if (facts.isFolder) {
-                below.push_back(folder + L"\\" + name);
+                below.push_back(std::wstring(folder).append(L"\\").append(name));
             } else if (!SameFile(facts, match->second)) {
                 return false;
             }

@@ -95,6 +95,8 @@ void Form::SetText(std::wstring_view name, std::wstring_view text) {
 
 bool Form::IsEnabled(std::wstring_view name) const { return IsWindowEnabled(Control(name)) != 0; }
 
+// It changes the form, though not this object.
+// NOLINTNEXTLINE(readability-make-member-function-const)
 void Form::Enable(std::wstring_view name, bool on) {
     if (const HWND control = Control(name)) EnableWindow(control, on ? TRUE : FALSE);
 }

@@ -159,12 +159,12 @@ void Form::OnCommand(int id, int code, HWND control) {
     switch (part->data->kind) {
         case ControlKind::Button:
         case ControlKind::CheckBox:
-            if (code == BN_CLICKED) Tell(*part->data, EventKind::Click);
-            break;
         case ControlKind::Label:
         case ControlKind::Heading:
         case ControlKind::Picture:
-            if (code == STN_CLICKED) Tell(*part->data, EventKind::Click);
+            // The code of a clicked button is that of a clicked label too.
+            static_assert(BN_CLICKED == STN_CLICKED);
+            if (code == BN_CLICKED) Tell(*part->data, EventKind::Click);
             break;
         case ControlKind::DropDown:
             if (code == CBN_SELCHANGE) Tell(*part->data, EventKind::Selection);

@@ -2,11 +2,9 @@
 
 #include "platform/WindowsHeader.h"
 
-namespace vw {
-
 /// An upright scroll bar as a control for a number: its upper arrow means more. The control itself
 /// counts downwards, so it holds the numbers with their signs turned.
-namespace ScrollBar {
+namespace vw::ScrollBar {
 
 /// The number it shows.
 [[nodiscard]] int Value(HWND bar) noexcept;
@@ -18,5 +16,4 @@ bool SetValue(HWND bar, int value, int lowest, int highest) noexcept;
 /// The number that a WM_VSCROLL asks for; the present one when it asks for none.
 [[nodiscard]] int Wanted(HWND bar, WPARAM request) noexcept;
 
-}  // namespace ScrollBar
-}  // namespace vw
+}  // namespace vw::ScrollBar

@@ -13,7 +13,7 @@ namespace vw {
 namespace {
 
 // Enough for a selection of some thousand files.
-constexpr std::size_t kRoom = 256 * 1024;
+constexpr std::size_t kRoom = 262144;
 
 // "name|pattern" with a NUL behind each part, as the system wants it.
 std::wstring SystemFilter(const std::wstring& filter) {

@@ -192,6 +192,21 @@ TEST_F(App, AKeptReportKeepsTheMainWindowWaiting) {
     EXPECT_TRUE(Main().IsFormEnabled());
 }
 
+TEST_F(App, KeepsTheComputerAwakeForTheTimeOfARun) {
+    // The call gives what was asked for before.
+    const auto asked = [] { return SetThreadExecutionState(ES_CONTINUOUS) & ES_SYSTEM_REQUIRED; };
+    SetThreadExecutionState(ES_CONTINUOUS | ES_SYSTEM_REQUIRED);
+    if (asked() == 0) GTEST_SKIP() << "this system does not tell";
+    WriteDefaultList({letter});
+    Start();
+    world.pump.Restart();
+    DWORD during = 0;
+    world.pump.AtYield(1, [&] { during = asked(); });
+    Choose(ID_mnuBackup);
+    EXPECT_NE(during, 0U);
+    EXPECT_EQ(asked(), 0U);
+}
+
 TEST_F(App, ListsAreSilentWithoutAWindow) {
     WriteDefaultList({letter});
     EXPECT_THROW(Start(L"/S"), ProgramEnded);

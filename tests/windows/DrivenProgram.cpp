@@ -13,7 +13,6 @@ namespace vw::test {
 namespace {
 
 constexpr ULONGLONG kPatience = 15000;
-constexpr DWORD kPoll = 20;
 constexpr DWORD kAnswerMilliseconds = 20000;
 
 LRESULT Ask(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -98,7 +97,7 @@ void DrivenProgram::WaitUntilReady() {
     WaitUntil([&] { return isEnabled() && isEnabled(); }, "the main window stays disabled");
 }
 
-void DrivenProgram::WaitUntil(const std::function<bool()>& isSo, const char* what) {
+void DrivenProgram::WaitUntil(const std::function<bool()>& isSo, const char* what, DWORD poll) {
     const ULONGLONG start = GetTickCount64();
     while (!isSo()) {
         if (GetTickCount64() - start > kPatience) {
@@ -112,7 +111,7 @@ void DrivenProgram::WaitUntil(const std::function<bool()>& isSo, const char* wha
             ADD_FAILURE() << what << "; shown:" << windows;
             return;
         }
-        Sleep(kPoll);
+        Sleep(poll);
     }
 }
 

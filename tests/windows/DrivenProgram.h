@@ -47,8 +47,9 @@ class DrivenProgram {
     /// Clicks the upper arrow of the copies count this often.
     void ClickMoreCopies(int times);
 
-    /// Waits until something is so; fails the test when it never is.
-    void WaitUntil(const std::function<bool()>& isSo, const char* what);
+    /// Waits until something is so, looking every `poll` milliseconds; fails the test when it never
+    /// is.
+    void WaitUntil(const std::function<bool()>& isSo, const char* what, DWORD poll = 20);
 
     /// The busy dialog, once it is shown.
     HWND WaitForBusyDialog();
