@@ -39,7 +39,7 @@ bool Application::IsAlive() {
 
 // Windows ask before they go: the main window saves its list, the busy dialog cancels the work.
 void Application::frmUnload() {
-    if (unloading_) return;
+    if (unloading_ || rebuilding_) return;
     unloading_ = true;
     if (working_) system_.exitStatus.Note(error_number::kCancelled);
     if (windows_) {

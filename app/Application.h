@@ -119,6 +119,7 @@ class Application final : private StartCommands,
     std::unique_ptr<WindowSet> windows_;
     bool working_ = false;
     bool unloading_ = false;
+    bool rebuilding_ = false;
 };
 
 }  // namespace vw

@@ -11,7 +11,12 @@ namespace vw {
 // An Arabic window needs the keyboard and the digits to go with it.
 void Application::MakeWindows() {
     const bool again = windows_ && windows_->frmMain.IsLoaded();
-    if (again) windows_->frmMain.Unload();
+    if (again) {
+        // It saves its list, and the program does not end with it.
+        rebuilding_ = true;
+        windows_->frmMain.Unload();
+        rebuilding_ = false;
+    }
     language_.PrepareArabicOnce(api_);
     windows_ = std::make_unique<WindowSet>(system_, state_, settings_, logonStart_, language_,
                                            WindowHosts{*this, *this, *this, *this, *this, *this});

@@ -143,6 +143,18 @@ TEST_F(App, SwitchesTheLanguageAndEnds) {
     EXPECT_EQ(settings.GetSetting(setting::kArabic, L""), L"-1");
 }
 
+TEST_F(App, StartedAgainInAnotherLanguageItRebuildsTheMainWindow) {
+    WriteDefaultList({letter});
+    Start();
+    Main().SetValue(L"vsBackages", 8);
+    settings.SaveSetting(setting::kArabic, L"-1");
+    settings.SaveSetting(L"ArabicPrepared", L"-1");
+    Start();
+    EXPECT_EQ(Main().Name(), L"frmMainAr");
+    EXPECT_TRUE(Main().IsVisible());
+    EXPECT_EQ(Main().Text(L"lblBackages"), L"8") << "the list was saved before";
+}
+
 TEST_F(App, AHandlerThatFailsTellsOnceAndTheWindowComesBack) {
     WriteDefaultList({letter});
     Start();

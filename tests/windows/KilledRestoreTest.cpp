@@ -1,0 +1,65 @@
+// The program is killed while it restores a copy: the file that was to be overwritten or the
+// restored one stands, whole, and what was overwritten stands as a safety copy.
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <iostream>
+#include <random>
+
+#include "tests/support/Histories.h"
+#include "tests/windows/DrivenProgram.h"
+#include "ui/resource.h"
+
+namespace vw::test {
+namespace {
+
+class KilledRestore : public WindowsTest {};
+
+TEST_F(KilledRestore, SoakLosesNeitherTheFileNorItsSafetyCopy) {
+    const std::string stored(1500000, 's');
+    const std::string unsaved(1700000, 'u');
+    const std::wstring letter = program.tree.Path(L"Home\\Letter.txt");
+    const std::wstring safety = Vault() + L"\\Letter«0021».txt";
+    const auto histories = Histories::Usually(12);
+    int restored = 0;
+    int kept = 0;
+    for (unsigned seed = histories.first; seed != histories.End() && !HasFailure(); ++seed) {
+        SCOPED_TRACE("seed " + std::to_string(seed));
+        std::mt19937 random(seed);
+        program.tree.Remove(Vault());
+        program.tree.File(Vault() + L"\\Letter«0001».txt", stored, {2024, 1, 2, 3, 4, 5});
+        std::string location;
+        for (const wchar_t unit : program.tree.Path(L"Home")) location += static_cast<char>(unit);
+        program.tree.File(Vault() + L"\\Letter«0001».txt.vwc",
+                          "Backed Files Date Last Modified:02/01/2024-03:04:05+Original Location:" +
+                              location + "\r\n");
+        program.tree.File(L"Home\\Letter.txt", unsaved, {2024, 5, 5, 5, 5, 5});
+        WriteDefaultList({letter});
+        DrivenProgram window(program.With(L""));
+        window.Begin(ID_mnuRestore);
+        Press(window.Run().WaitForBox(), IDYES);
+        const auto end =
+            std::chrono::steady_clock::now() +
+            std::chrono::microseconds(std::uniform_int_distribution<int>(0, 25000)(random));
+        while (std::chrono::steady_clock::now() < end) SwitchToThread();
+        window.Run().Terminate();
+        const std::string now = ReadBytes(letter);
+        EXPECT_TRUE(now == unsaved || now == stored) << now.size() << " bytes";
+        const bool safe = Exists(safety);
+        if (safe) {
+            ++kept;
+            EXPECT_EQ(ReadBytes(safety), unsaved) << "half a safety copy";
+        }
+        if (now == stored) {
+            ++restored;
+            EXPECT_TRUE(safe);
+        }
+    }
+    std::cout << histories.count << " steps in the windows: kills of a restore, " << kept
+              << " behind the safety copy, " << restored << " behind the restore\n";
+    RecordProperty("kills", static_cast<int>(histories.count));
+}
+
+}  // namespace
+}  // namespace vw::test
