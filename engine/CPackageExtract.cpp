@@ -85,6 +85,7 @@ void CPackage::ExtractFile(const std::wstring& copy, const std::wstring& target,
         const auto written = system_.files.Look(aside);
         if (!written || written->size != size) Raise(error_number::kDeviceError, copy);
         system_.files.Replace(aside, target);
+        if (system_.files.Look(aside)) Raise(error_number::kDeviceError, target);
     } catch (const RuntimeError&) {
         Remove(aside);
         throw;

@@ -42,6 +42,8 @@ void CPackage::BackupPath(std::wstring_view sPath, std::int16_t iSP, bool bPathI
         const std::wstring_view path =
             sPath.ends_with(L"\\*") ? sPath.substr(0, sPath.size() - 2) : sPath;
         ErrorOnBackupFolderNotExists();
+        // On its own it is a run of its own; what another one was refused may be free by now.
+        if (!visiting_) refusedDestination_.clear();
         const Visit visit(*this);
         if (EnterDestination() != Entrance::Entered) return;
         BackUpItem(path, iSP, bPathIsFolder, bSubFolder, sPackage);
