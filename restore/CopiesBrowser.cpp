@@ -62,21 +62,29 @@ void CopiesBrowser::RestoredPath(std::wstring_view path) {
     });
 }
 
+// A row shows the name of a folder without what is behind its point; the row that remembers the
+// whole name goes before one that only shows it.
 int CopiesBrowser::RowOf(std::wstring_view path) {
     const std::wstring name = CFileName(path);
     const std::wstring folder = CFileLocation(path);
     ListView& items = Items();
     const int count = items.Count();
+    int shown = -1;
     for (int row = 0; row < count; ++row) {
         if (!EqualNoCase(items.SubItem(row, L"Orginal Location"), folder)) continue;
         const std::wstring type = items.SubItem(row, L"Type");
         const bool hasExtension = !EqualNoCase(type, L"Folder") && !EqualNoCase(type, L"Rule");
-        if (EqualNoCase(items.SubItem(row, kNameColumn) + (hasExtension ? type : L""), name) ||
-            (!hasExtension && EqualNoCase(items_[items.Tag(row)].origin, name))) {
+        const std::size_t tag = items.Tag(row);
+        if (!hasExtension && tag < items_.size() && EqualNoCase(items_[tag].origin, name)) {
             return row;
         }
+        if (EqualNoCase(items.SubItem(row, kNameColumn) + (hasExtension ? type : L""), name)) {
+            // The first one counts where no row knows better.
+            if (hasExtension) return row;
+            if (shown < 0) shown = row;
+        }
     }
-    return -1;
+    return shown;
 }
 
 void CopiesBrowser::lsvRestore1ItemClick(int row) {

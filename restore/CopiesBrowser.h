@@ -1,10 +1,12 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "platform/Date.h"
 #include "platform/System.h"
 #include "ui/ListView.h"
 
@@ -71,11 +73,23 @@ class CopiesBrowser {
         bool hasComment = false;
     };
 
+    /// What the lower list shows of a copy.
+    struct CopyRow {
+        std::wstring label;
+        std::wstring path;
+        bool isFolder = false;
+        std::int64_t size = 0;  ///< bytes; -1 when it is gone
+        Date date = 0;
+    };
+
     void List();
     [[nodiscard]] std::vector<Entry> FindCopies(const std::wstring& folder);
     void AddItem(const Entry& copy);
-    void AddCopies(const std::wstring& folder, int row);
-    void AddCopy(const std::wstring& entry, const FileFacts& facts, const std::wstring& nested);
+    void ClearCopies();
+    [[nodiscard]] bool AddCopies(const std::wstring& folder, int row);
+    [[nodiscard]] CopyRow ReadCopy(const std::wstring& entry, const FileFacts& facts,
+                                   const std::wstring& nested);
+    void AddCopy(const CopyRow& copy);
     [[nodiscard]] int RowOf(std::wstring_view path);
     void SelectFirstCopy();
     void Sort(ListView& list, const SortState& state);
@@ -89,6 +103,7 @@ class CopiesBrowser {
     SortState copiesSort_;
     bool sourceChosen_ = false;
     bool listing_ = false;
+    int copiesListing_ = 0;  ///< number of the listing that the lower list belongs to
 };
 
 }  // namespace vw

@@ -64,7 +64,7 @@ void CopiesBrowser::ListRestoreFiles() {
             Items().Select(0);
             lsvRestore1ItemClick(0);
         } else {
-            Copies().Clear();
+            ClearCopies();
         }
     });
 }
@@ -138,18 +138,25 @@ void CopiesBrowser::AddItem(const Entry& copy) {
 
 void CopiesBrowser::ListCopyes(int row) {
     Trapped(system_.errors, Named(L"ListCopyes"), [&] {
-        ListView& copies = Copies();
-        const RedrawPause pause(copies);
-        copies.Clear();
-        AddCopies(WithoutFinalSeparator(RestoreFrom()), row);
-        Sort(copies, copiesSort_);
+        const RedrawPause pause(Copies());
+        ClearCopies();
+        if (!AddCopies(WithoutFinalSeparator(RestoreFrom()), row)) return;
+        Sort(Copies(), copiesSort_);
         SelectFirstCopy();
     });
 }
 
+// A listing that is still under way ends here: its copies are those of another item.
+void CopiesBrowser::ClearCopies() {
+    ++copiesListing_;
+    Copies().Clear();
+}
+
 // The name that the row shows finds the copies of most items. Those of a folder with a point in its
-// name, and of items below such a folder, are found by what the listing remembers.
-void CopiesBrowser::AddCopies(const std::wstring& folder, int row) {
+// name, and of items below such a folder, are found by what the listing remembers: its name without
+// the part behind the point may be that of another folder. False when another listing began
+// meanwhile.
+bool CopiesBrowser::AddCopies(const std::wstring& folder, int row) {
     ListView& items = Items();
     const int location = Val(L"0" + items.SubItem(row, L"SP"));
     const std::wstring type = items.SubItem(row, L"Type");
@@ -159,6 +166,7 @@ void CopiesBrowser::AddCopies(const std::wstring& folder, int row) {
     const std::size_t tag = items.Tag(row);
     const Item item = tag < items_.size() ? items_[tag] : Item{};
     const bool byOrigin = isFolder || !item.nested.empty();
+    const int listing = copiesListing_;
 
     std::vector<std::pair<std::wstring, FileFacts>> found;
     std::vector<std::pair<std::wstring, FileFacts>> foundByOrigin;
@@ -172,27 +180,40 @@ void CopiesBrowser::AddCopies(const std::wstring& folder, int row) {
             foundByOrigin.emplace_back(entry.name, entry);
         }
     });
-    for (const auto& [entryName, facts] : found.empty() ? foundByOrigin : found) {
-        AddCopy(JoinPath(folder, entryName), facts, item.nested);
+    const bool isOther = isFolder && !EqualNoCase(name, item.topOrigin) && !foundByOrigin.empty();
+    for (const auto& [entryName, facts] : found.empty() || isOther ? foundByOrigin : found) {
+        const CopyRow copy = ReadCopy(JoinPath(folder, entryName), facts, item.nested);
+        if (listing != copiesListing_) return false;
+        AddCopy(copy);
         system_.pump.DoEventsIfDue();
+        if (listing != copiesListing_) return false;
     }
+    return true;
+}
+
+CopiesBrowser::CopyRow CopiesBrowser::ReadCopy(const std::wstring& entry, const FileFacts& facts,
+                                               const std::wstring& nested) {
+    CopyRow copy;
+    copy.label = CopyLabel(CFileBackNumber(CFileName(entry)));
+    copy.path = nested.empty() ? entry : JoinPath(entry, nested);
+    copy.isFolder = facts.isFolder;
+    // What the listing told of a file needs no second question.
+    copy.size =
+        facts.isFolder ? PathSize(system_, copy.path, true) : static_cast<std::int64_t>(facts.size);
+    copy.date = PathDate(system_, host_.Engine(), copy.path);
+    return copy;
 }
 
 // A later copy of the same label takes the row of the earlier one.
-void CopiesBrowser::AddCopy(const std::wstring& entry, const FileFacts& facts,
-                            const std::wstring& nested) {
-    const std::wstring path = nested.empty() ? entry : JoinPath(entry, nested);
-    const std::wstring label = CopyLabel(CFileBackNumber(CFileName(entry)));
+void CopiesBrowser::AddCopy(const CopyRow& copy) {
     ListView& copies = Copies();
-    int row = copies.Find(kNameColumn, label);
-    if (row < 0) row = copies.Add(label, facts.isFolder ? RowIcon::Folder : RowIcon::File);
-    // What the listing told of a file needs no second question.
-    const std::int64_t size =
-        facts.isFolder ? PathSize(system_, path, true) : static_cast<std::int64_t>(facts.size);
-    const Date date = PathDate(system_, host_.Engine(), path);
-    copies.SetSubItem(row, L"Size", size < 0 ? L"" : CSize(static_cast<std::uint64_t>(size)), size);
-    copies.SetSubItem(row, L"Date", DateText(date), date);
-    copies.SetSubItem(row, L"BackupName", path);
+    int row = copies.Find(kNameColumn, copy.label);
+    if (row < 0) row = copies.Add(copy.label, copy.isFolder ? RowIcon::Folder : RowIcon::File);
+    copies.SetSubItem(row, L"Size",
+                      copy.size < 0 ? L"" : CSize(static_cast<std::uint64_t>(copy.size)),
+                      copy.size);
+    copies.SetSubItem(row, L"Date", DateText(copy.date), copy.date);
+    copies.SetSubItem(row, L"BackupName", copy.path);
 }
 
 }  // namespace vw

@@ -226,6 +226,55 @@ TEST_F(Browser, ASecondListingDuringTheFirstDoesNothing) {
     }
 }
 
+// A user who clicks on the next item does not wait for the copies of the one before.
+TEST_F(Browser, ALaterItemsCopiesAreNeverMixedWithAnEarlierOnes) {
+    for (int number = 1; number <= 5; ++number) {
+        const std::wstring digits = L"«000" + std::to_wstring(number) + L"»";
+        tree.File(vault + L"\\Big" + digits + L"\\x.txt", "big");
+        if (number < 3) CopyFile(L"Small" + digits + L".txt", "small");
+    }
+    browser.ListRestoreFiles();
+    ASSERT_THAT(Items(), ElementsAre(L"Big", L"Small"));
+    world.pump.Restart();
+    browser.ListCopyes(0);
+    const int yields = world.pump.Yields();
+    ASSERT_GT(yields, 5);
+    for (int yield = 1; yield <= yields; ++yield) {
+        world.pump.Restart();
+        world.pump.AtYield(yield, [&] { browser.ListCopyes(1); });
+        browser.ListCopyes(0);
+        EXPECT_THAT(Labels(), ElementsAre(L"N01", L"N02")) << yield;
+        EXPECT_THAT(Column(browser.Copies(), L"BackupName"),
+                    testing::Each(testing::HasSubstr(L"Small")))
+            << yield;
+    }
+    // Or on a drive without copies.
+    tree.Folder(L"C:\\Backup");
+    world.pump.Restart();
+    world.pump.AtYield(2, [&] {
+        browser.RestoreFrom(L"C:\\");
+        browser.ListRestoreFiles();
+    });
+    browser.ListCopyes(0);
+    EXPECT_THAT(Labels(), IsEmpty());
+}
+
+TEST_F(Browser, AFolderWithAPointKeepsItsCopiesBesideOneWithout) {
+    const std::wstring plain = tree.Folder(L"Work\\Projects");
+    const std::wstring dotted = tree.Folder(L"Work\\Projects.v2");
+    tree.File(L"Work\\Projects\\a.txt");
+    tree.File(L"Work\\Projects.v2\\a.txt");
+    BackUp(plain + L"\\");
+    BackUp(dotted + L"\\");
+    browser.ListRestoreFiles();
+    ASSERT_THAT(Items(), ElementsAre(L"Projects", L"Projects"));
+    for (const auto& [item, copy] : {std::pair(plain, vault + L"\\Projects«0001»"),
+                                     std::pair(dotted, vault + L"\\Projects«0001».v2")}) {
+        browser.RestoredPath(item + L"\\");
+        EXPECT_THAT(Column(browser.Copies(), L"BackupName"), ElementsAre(copy));
+    }
+}
+
 TEST_F(Browser, SelectLastKeepsTheCopyThatWasSelected) {
     for (const auto* name : {L"a«0001».txt", L"a«0002».txt", L"a«0003».txt"}) CopyFile(name);
     browser.ListRestoreFiles();
