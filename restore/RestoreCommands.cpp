@@ -11,6 +11,7 @@
 #include "platform/RuntimeError.h"
 #include "platform/TextCase.h"
 #include "restore/CopiesBrowser.h"
+#include "restore/CopiesIndex.h"
 #include "restore/RestoreHost.h"
 #include "ui/Form.h"
 
@@ -43,13 +44,15 @@ void RestoreCommands::mnuDelCopyClick() { DoDelCopy(true); }
 void RestoreCommands::mnuDelCopiesClick() { DoDelFile(); }
 
 void RestoreCommands::mnuOpenCopyClick() {
-    const std::wstring path = SubItem(browser_.Copies(), L"BackupName");
-    if (path.empty()) {
-        TellNothingSelected();
-        return;
-    }
-    if (!system_.files.Look(path)) Raise(error_number::kFileNotFound, path);
-    MMyScripting::ShellPath(system_, path);
+    Trapped(system_.errors, Named(L"mnuOpenCopyClick"), [this] {
+        const std::wstring path = SubItem(browser_.Copies(), L"BackupName");
+        if (path.empty()) {
+            TellNothingSelected();
+            return;
+        }
+        if (!system_.files.Look(path)) Raise(error_number::kFileNotFound, path);
+        MMyScripting::ShellPath(system_, path);
+    });
 }
 
 void RestoreCommands::TellNothingSelected() {
@@ -91,12 +94,27 @@ void RestoreCommands::DoDelCopy(bool ask) {
     });
 }
 
-// Only the newest copy has a comment file.
+// Only the newest copy has a comment file. A copy that stays, because somebody uses it, keeps its
+// comment: without it nobody would know where the item was.
 void RestoreCommands::DeleteCopy() {
     const std::wstring path = SubItem(browser_.Copies(), L"BackupName");
     if (!system_.files.Look(path)) Raise(error_number::kFileNotFound, path);
     MFileDosShell::DeletePath(system_, path);
+    if (system_.files.Look(path)) return;
     MFileDosShell::DeletePath(system_, CPackage::PackageCommentFile(path));
+    RemoveEmptyFolders(MFileDosShell::CFileLocation(path), CopyFolderOf(path));
+}
+
+// A copy of an item below a folder with a point in its name lies in folders of its own. They would
+// look like a copy, and an empty one.
+void RestoreCommands::RemoveEmptyFolders(std::wstring folder, const std::wstring& copyFolder) {
+    try {
+        for (; folder.size() > copyFolder.size(); folder = MFileDosShell::CFileLocation(folder)) {
+            system_.files.EraseFolder(folder);
+        }
+    } catch (const RuntimeError&) {
+        // It holds something else.
+    }
 }
 
 // One that cannot be deleted is told and costs the others nothing.

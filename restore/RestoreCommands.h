@@ -46,11 +46,14 @@ class RestoreCommands {
     [[nodiscard]] bool MayReplace(const Goal& goal, const std::wstring& target,
                                   const std::wstring& copyFolder);
     void KeepForUndo(const std::wstring& path, const std::wstring& copyFolder);
+    [[nodiscard]] std::wstring FreeSafetyName(const std::wstring& path, int number,
+                                              const std::wstring& copyFolder);
     [[nodiscard]] bool IsStored(const std::wstring& path, int& highest);
     void BackUpAs(const std::wstring& path, const std::wstring& copyName,
                   const std::wstring& copyFolder, bool isFolder);
     void DoDelCopy(bool ask);
     void DeleteCopy();
+    void RemoveEmptyFolders(std::wstring folder, const std::wstring& copyFolder);
     void DoDelFile();
     [[nodiscard]] bool Ask(const std::wstring& question);
     void TellNothingSelected();

@@ -91,16 +91,24 @@ bool RestoreCommands::MayReplace(const Goal& goal, const std::wstring& target,
 void RestoreCommands::KeepForUndo(const std::wstring& path, const std::wstring& copyFolder) {
     int highest = 0;
     if (IsStored(path, highest)) return;
-    const int number = NextSafetyNumber(highest);
-    if (number > kHighestNumber) Raise(error_number::kOverflow, path);
-    const int location = Val(SubItem(browser_.Items(), L"SP"));
-    const std::wstring copyName = CFilePackageName(path, number, location, copyFolder);
+    const std::wstring copyName = FreeSafetyName(path, NextSafetyNumber(highest), copyFolder);
     const auto facts = system_.files.Look(path);
-    if (system_.files.Look(copyName)) Raise(error_number::kAlreadyExists, copyName);
     BackUpAs(path, copyName, copyFolder, facts && facts->isFolder);
     if (state_.cancelRequested || !SameContent(system_.files, path, copyName)) {
         Raise(error_number::kAccessError, path);
     }
+}
+
+// What stands under the name that is due is a safety copy of another item: the user typed its name,
+// or restores elsewhere. It stays.
+std::wstring RestoreCommands::FreeSafetyName(const std::wstring& path, int number,
+                                             const std::wstring& copyFolder) {
+    const int location = Val(SubItem(browser_.Items(), L"SP"));
+    for (; number <= kHighestNumber; ++number) {
+        std::wstring copyName = CFilePackageName(path, number, location, copyFolder);
+        if (!system_.files.Look(copyName)) return copyName;
+    }
+    Raise(error_number::kOverflow, path);
 }
 
 // Whether one of the listed copies has the date of the item; `highest` is the highest number of

@@ -1,5 +1,6 @@
 #include "restore/SameContent.h"
 
+#include <cstdlib>
 #include <map>
 #include <string>
 #include <vector>
@@ -10,8 +11,12 @@
 namespace vw {
 namespace {
 
+// Drives as small devices have them know dates to two seconds only.
+constexpr Date kCoarsestDate = 2;
+
 bool SameFile(const FileFacts& first, const FileFacts& second) {
-    return first.size == second.size && first.lastWrite == second.lastWrite;
+    return first.size == second.size &&
+           std::abs(first.lastWrite - second.lastWrite) <= kCoarsestDate;
 }
 
 using Entries = std::map<std::wstring, FileFacts>;
