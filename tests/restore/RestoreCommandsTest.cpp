@@ -2,41 +2,14 @@
 
 #include <gmock/gmock.h>
 
-#include <iostream>
-
-#include "engine/CommentLine.h"
 #include "platform/RuntimeError.h"
-#include "tests/restore/RestoreWorld.h"
+#include "tests/restore/RestoreFixture.h"
 
 namespace vw::test {
 namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-const std::wstring kQuestion =
-    L"هل تريد بالتأكيد حذف الملف التالي واستبداله بالنسخة الاحتياطية:\r\n";
-
-/// Report.doc in three states, each backed up: N03 is the first, N01 the third, which stands.
-class Restore : public RestoreWorld {
-  protected:
-    Restore() {
-        for (int state = 1; state <= 3; ++state) {
-            tree.File(L"Docs\\Report.doc", "state " + std::to_string(state),
-                      {2024, 1, state, 9, 0, 0});
-            BackUp(document);
-        }
-        browser.ListRestoreFiles();
-    }
-    [[nodiscard]] std::string Safety(int number = 21) const {
-        return ReadBytes(vault + L"\\Report«00" + std::to_wstring(number) + L"».doc");
-    }
-    [[nodiscard]] bool HasSafety(int number = 21) const {
-        return Exists(vault + L"\\Report«00" + std::to_wstring(number) + L"».doc");
-    }
-
-    const std::wstring document = tree.Path(L"Docs\\Report.doc");
-};
 
 TEST_F(Restore, OverwritesWithoutASafetyCopyWhatACopyHas) {
     SelectCopy(L"N02");
@@ -198,77 +171,6 @@ TEST_F(Restore, AMarkThatAnEarlierRunLeftDoesNotStopIt) {
     EXPECT_EQ(Safety(), "unsaved");
 }
 
-TEST_F(Restore, WithoutASelectionEveryCommandSaysSo) {
-    const auto label = main.form.Text(L"lblNoRestore");
-    browser.Copies().Select(-1);
-    for (const auto& command :
-         {&RestoreCommands::mnuRestoreClick, &RestoreCommands::mnuRestoreToClick,
-          &RestoreCommands::mnuOpenCopyClick, &RestoreCommands::mnuDelCopyClick}) {
-        world.boxes.Expect(label);
-        (commands.*command)();
-    }
-    browser.Items().Select(-1);
-    world.boxes.Expect(label);
-    commands.mnuDelCopiesClick();
-    EXPECT_EQ(ReadTree(vault).size(), 4U);
-}
-
-TEST_F(Restore, DeletingOneOfSeveralCopiesListsTheCopiesAnew) {
-    SelectCopy(L"N02");
-    world.boxes.Expect(L"هل تريد بالتأكيد حذف النسخة رقم [N02]من الملف:\r\nReport", BoxAnswer::Yes);
-    commands.mnuDelCopyClick();
-    EXPECT_THAT(Labels(), ElementsAre(L"N01", L"N03"));
-    EXPECT_FALSE(Exists(vault + L"\\Report«0002».doc"));
-    // A no deletes nothing.
-    SelectCopy(L"N01");
-    world.boxes.Expect(L"[N01]", BoxAnswer::No);
-    commands.mnuDelCopyClick();
-    EXPECT_THAT(Labels(), ElementsAre(L"N01", L"N03"));
-}
-
-TEST_F(Restore, DeletingTheOnlyCopyRemovesTheItemAndItsComment) {
-    tree.Remove(vault + L"\\Report«0002».doc");
-    tree.Remove(vault + L"\\Report«0003».doc");
-    browser.ListRestoreFiles();
-    world.boxes.Expect(L"[N01]", BoxAnswer::Yes);
-    commands.mnuDelCopyClick();
-    EXPECT_THAT(Items(), IsEmpty());
-    EXPECT_THAT(ReadTree(vault), IsEmpty());
-}
-
-TEST_F(Restore, DeletingAllCopiesAsksOnceFromTheLastUp) {
-    std::vector<std::wstring> erased;
-    world.files.OnOperation([&](const FileOperation& operation) {
-        if (operation.call == FileCall::EraseFile) erased.push_back(operation.path);
-    });
-    world.boxes.Expect(L"هل تريد بالتأكيد حذف كافة النسخ الاحتياطية العائدة للملف:\r\nReport",
-                       BoxAnswer::Yes);
-    commands.mnuDelCopiesClick();
-    EXPECT_THAT(ReadTree(vault), IsEmpty());
-    EXPECT_THAT(Items(), IsEmpty());
-    ASSERT_EQ(erased.size(), 4U);
-    EXPECT_NE(erased[0].find(L"«0003»"), std::wstring::npos);
-    EXPECT_NE(erased[2].find(L"«0001»"), std::wstring::npos);
-}
-
-TEST_F(Restore, ACopyThatCannotBeDeletedIsToldAndTheOthersGo) {
-    const FileHandle held(CreateFileW((vault + L"\\Report«0002».doc").c_str(), GENERIC_READ,
-                                      FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr));
-    world.boxes.Expect(L"Report", BoxAnswer::Yes);
-    commands.mnuDelCopiesClick();
-    EXPECT_EQ(world.errors.TakeOne().number, error_number::kPermissionDenied);
-    EXPECT_THAT(Labels(), ElementsAre(L"N02"));
-}
-
-TEST_F(Restore, DeletingACopyThatIsGoneIsToldAndTheListIsRight) {
-    tree.Remove(vault + L"\\Report«0002».doc");
-    SelectCopy(L"N02");
-    world.boxes.Expect(L"[N02]", BoxAnswer::Yes);
-    commands.mnuDelCopyClick();
-    EXPECT_EQ(world.errors.TakeOne().number, error_number::kFileNotFound);
-    EXPECT_THAT(Labels(), ElementsAre(L"N01", L"N03"));
-}
-
 TEST_F(Restore, AFolderIsMergedAndItsOldStateKept) {
     const std::wstring work = tree.Folder(L"Work");
     tree.File(L"Work\\a.txt", "old a", {2024, 1, 1, 0, 0, 0});
@@ -322,64 +224,77 @@ TEST_F(Restore, AnItemBelowAFolderWithAPointComesBackExactly) {
     EXPECT_EQ(ReadBytes(tree.Path(L"j.smith\\Docs\\a.txt")), "a");
 }
 
-// Whatever goes wrong during a restore, at any of its steps: the file that was to be overwritten
-// or the restored one stands, whole; when it was overwritten, its safety copy stands.
-TEST_F(Restore, SurvivesAFailureAndAKillAtEveryStep) {
-    enum class Way { Fail, FailFrom, Die, Full, Truncate, Ignore };
-    int points = 0;
-    // Where a drive that does not answer gives way to, a folder stands ready.
-    tree.Folder(L"C:\\Backup");
-    for (const Way way :
-         {Way::Fail, Way::FailFrom, Way::Die, Way::Full, Way::Truncate, Way::Ignore}) {
-        for (int n = 1;; ++n) {
-            SCOPED_TRACE(std::to_string(static_cast<int>(way)) + " at step " + std::to_string(n));
-            tree.Remove(vault + L"\\Report«0021».doc");
-            tree.File(L"Docs\\Report.doc", "unsaved", {2024, 1, 9, 9, 0, 0});
-            // A drive that failed to answer has given way to another.
-            browser.RestoreFrom(vault);
-            browser.ListRestoreFiles();
-            SelectCopy(L"N03");
-            ScriptedBoxes boxes;
-            boxes.Expect(kQuestion, BoxAnswer::Yes);
-            if (way == Way::Fail) world.files.FailNth(n, error_number::kPermissionDenied);
-            if (way == Way::FailFrom) world.files.FailFrom(n, error_number::kDeviceError);
-            if (way == Way::Die) world.files.DieAtNth(n);
-            if (way == Way::Full) world.files.FillDiskFrom(n);
-            if (way == Way::Truncate) world.files.TruncateNthCopy(n);
-            if (way == Way::Ignore) world.files.IgnoreNth(n, OnlyChanges());
-            System system{world.files,      world.pump,       boxes,       world.errors,
-                          world.exitStatus, world.programEnd, world.clock, world.ansi};
-            bool died = false;
-            try {
-                Commands(system).mnuRestoreClick();
-            } catch (const Died&) {
-                died = true;
-            }
-            const bool faulted = died || !world.files.Faults().empty();
-            world.files.Heal();
-            state.BackupTo = vault;
-            if (boxes.Shown().empty()) {
-                boxes.MsgBox({.text = kQuestion, .buttons = BoxButtons::YesNo});
-            }
-            const std::string now = ReadBytes(document);
-            EXPECT_TRUE(now == "unsaved" || now == "state 1") << now;
-            if (now == "state 1") {
-                EXPECT_EQ(Safety(), "unsaved");
-                EXPECT_EQ(ReadDate(document), MakeDate({2024, 1, 1, 9, 0, 0}));
-            }
-            static_cast<void>(world.errors.Take());
-            for (const auto& [path, node] : ReadTree(tree.Path(L"Docs"))) {
-                if (path != L"Report.doc") {
-                    EXPECT_TRUE(died) << "left beside it";
-                    tree.Remove(L"Docs\\" + path);
-                }
-            }
-            if (!faulted) break;
-            ++points;
-        }
+TEST_F(Restore, ItsAttributesComeBackToo) {
+    tree.File(L"Docs\\Report.doc", "state 4", {2024, 1, 4, 9, 0, 0});
+    tree.SetAttributes(L"Docs\\Report.doc", FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_READONLY);
+    BackUp(document);
+    browser.ListRestoreFiles();
+    tree.Remove(L"Docs\\Report.doc");
+    commands.mnuRestoreClick();
+    EXPECT_EQ(ReadBytes(document), "state 4");
+    const DWORD attributes = GetFileAttributesW(document.c_str());
+    EXPECT_TRUE(attributes & FILE_ATTRIBUTE_READONLY);
+    EXPECT_EQ(ReadTree(tree.Path(L"Docs")).size(), 1U);
+}
+
+// A drive that answers once more is used again: the failure of one safety copy is no reason to
+// refuse the next one.
+TEST_F(Restore, AfterAFailedSafetyCopyTheNextTryWorks) {
+    tree.File(L"Docs\\Report.doc", "unsaved", {2024, 1, 9, 9, 0, 0});
+    SelectCopy(L"N03");
+    world.boxes.Expect(kQuestion, BoxAnswer::Yes);
+    world.files.FailNth(1, error_number::kPermissionDenied, OnlyCalls({FileCall::List}));
+    commands.mnuRestoreClick();
+    EXPECT_FALSE(world.errors.Take().empty());
+    EXPECT_EQ(ReadBytes(document), "unsaved");
+    world.files.Heal();
+    world.boxes.Expect(kQuestion, BoxAnswer::Yes);
+    commands.mnuRestoreClick();
+    EXPECT_EQ(ReadBytes(document), "state 1");
+    EXPECT_EQ(Safety(), "unsaved");
+}
+
+/// A drive that keeps even seconds only, as those of small devices do.
+class CoarseDates final : public ForwardingFileSystem {
+  public:
+    CoarseDates(FileSystem& inner, std::wstring drive)
+        : ForwardingFileSystem(inner), drive_(std::move(drive)) {}
+
+    std::optional<FileFacts> Look(std::wstring_view path) override {
+        auto facts = Inner().Look(path);
+        if (facts && path.starts_with(drive_)) facts->lastWrite += facts->lastWrite % 2;
+        return facts;
     }
-    std::cout << points << " failures and kills of a restore tried\n";
-    EXPECT_GT(points, 50);
+
+  private:
+    std::wstring drive_;
+};
+
+TEST_F(Restore, ASafetyCopyOnADriveOfEvenSecondsCounts) {
+    tree.File(L"Docs\\Report.doc", "unsaved", {2024, 1, 9, 9, 0, 1});
+    SelectCopy(L"N03");
+    CoarseDates coarse(world.disk, vault);
+    System system = world.With(coarse);
+    world.boxes.Expect(kQuestion, BoxAnswer::Yes);
+    Commands(system).mnuRestoreClick();
+    EXPECT_EQ(ReadBytes(document), "state 1");
+    EXPECT_EQ(Safety(), "unsaved");
+}
+
+// Under the typed name the safety copy is that of another item, whose numbers the list does not
+// show.
+TEST_F(Restore, ASafetyCopyNeverTakesThePlaceOfAnother) {
+    for (int round = 0; round < 2; ++round) {
+        tree.File(L"Elsewhere\\Typed.doc", "typed " + std::to_string(round),
+                  {2024, 3, 1 + round, 0, 0, 0});
+        tree.Remove(L"Elsewhere\\Report.doc");
+        dialogs.Expect(tree.Path(L"Elsewhere\\Typed.doc"));
+        world.boxes.Expect(kQuestion, BoxAnswer::Yes);
+        commands.mnuRestoreToClick();
+        EXPECT_EQ(ReadBytes(tree.Path(L"Elsewhere\\Report.doc")), "state 3");
+    }
+    EXPECT_EQ(ReadBytes(vault + L"\\Typed«0021».doc"), "typed 0");
+    EXPECT_EQ(ReadBytes(vault + L"\\Typed«0022».doc"), "typed 1");
 }
 
 }  // namespace

@@ -1,0 +1,124 @@
+// Deleting and opening copies, and what every command says without a selection.
+
+#include <gmock/gmock.h>
+
+#include "platform/RuntimeError.h"
+#include "tests/restore/RestoreFixture.h"
+
+namespace vw::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+TEST_F(Restore, WithoutASelectionEveryCommandSaysSo) {
+    const auto label = main.form.Text(L"lblNoRestore");
+    browser.Copies().Select(-1);
+    for (const auto& command :
+         {&RestoreCommands::mnuRestoreClick, &RestoreCommands::mnuRestoreToClick,
+          &RestoreCommands::mnuOpenCopyClick, &RestoreCommands::mnuDelCopyClick}) {
+        world.boxes.Expect(label);
+        (commands.*command)();
+    }
+    browser.Items().Select(-1);
+    world.boxes.Expect(label);
+    commands.mnuDelCopiesClick();
+    EXPECT_EQ(ReadTree(vault).size(), 4U);
+}
+
+TEST_F(Restore, DeletingOneOfSeveralCopiesListsTheCopiesAnew) {
+    SelectCopy(L"N02");
+    world.boxes.Expect(L"هل تريد بالتأكيد حذف النسخة رقم [N02]من الملف:\r\nReport", BoxAnswer::Yes);
+    commands.mnuDelCopyClick();
+    EXPECT_THAT(Labels(), ElementsAre(L"N01", L"N03"));
+    EXPECT_FALSE(Exists(vault + L"\\Report«0002».doc"));
+    // A no deletes nothing.
+    SelectCopy(L"N01");
+    world.boxes.Expect(L"[N01]", BoxAnswer::No);
+    commands.mnuDelCopyClick();
+    EXPECT_THAT(Labels(), ElementsAre(L"N01", L"N03"));
+}
+
+TEST_F(Restore, DeletingTheOnlyCopyRemovesTheItemAndItsComment) {
+    tree.Remove(vault + L"\\Report«0002».doc");
+    tree.Remove(vault + L"\\Report«0003».doc");
+    browser.ListRestoreFiles();
+    world.boxes.Expect(L"[N01]", BoxAnswer::Yes);
+    commands.mnuDelCopyClick();
+    EXPECT_THAT(Items(), IsEmpty());
+    EXPECT_THAT(ReadTree(vault), IsEmpty());
+}
+
+TEST_F(Restore, DeletingAllCopiesAsksOnceFromTheLastUp) {
+    std::vector<std::wstring> erased;
+    world.files.OnOperation([&](const FileOperation& operation) {
+        if (operation.call == FileCall::EraseFile) erased.push_back(operation.path);
+    });
+    world.boxes.Expect(L"هل تريد بالتأكيد حذف كافة النسخ الاحتياطية العائدة للملف:\r\nReport",
+                       BoxAnswer::Yes);
+    commands.mnuDelCopiesClick();
+    EXPECT_THAT(ReadTree(vault), IsEmpty());
+    EXPECT_THAT(Items(), IsEmpty());
+    ASSERT_EQ(erased.size(), 4U);
+    EXPECT_NE(erased[0].find(L"«0003»"), std::wstring::npos);
+    EXPECT_NE(erased[2].find(L"«0001»"), std::wstring::npos);
+}
+
+TEST_F(Restore, ACopyThatCannotBeDeletedIsToldAndTheOthersGo) {
+    const FileHandle held(CreateFileW((vault + L"\\Report«0002».doc").c_str(), GENERIC_READ,
+                                      FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr));
+    world.boxes.Expect(L"Report", BoxAnswer::Yes);
+    commands.mnuDelCopiesClick();
+    EXPECT_EQ(world.errors.TakeOne().number, error_number::kPermissionDenied);
+    EXPECT_THAT(Labels(), ElementsAre(L"N02"));
+}
+
+TEST_F(Restore, DeletingACopyThatIsGoneIsToldAndTheListIsRight) {
+    tree.Remove(vault + L"\\Report«0002».doc");
+    SelectCopy(L"N02");
+    world.boxes.Expect(L"[N02]", BoxAnswer::Yes);
+    commands.mnuDelCopyClick();
+    EXPECT_EQ(world.errors.TakeOne().number, error_number::kFileNotFound);
+    EXPECT_THAT(Labels(), ElementsAre(L"N01", L"N03"));
+}
+
+TEST_F(Restore, ACopyThatStaysKeepsItsComment) {
+    const FileHandle held(CreateFileW((vault + L"\\Report«0001».doc").c_str(), GENERIC_READ,
+                                      FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr));
+    world.boxes.Expect(L"[N01]", BoxAnswer::Yes);
+    commands.mnuDelCopyClick();
+    EXPECT_EQ(world.errors.TakeOne().number, error_number::kPermissionDenied);
+    EXPECT_TRUE(Exists(vault + L"\\Report«0001».doc.vwc"));
+    EXPECT_THAT(Labels(), ElementsAre(L"N01", L"N02", L"N03"));
+}
+
+TEST_F(Restore, OpeningACopyThatIsGoneIsTold) {
+    tree.Remove(vault + L"\\Report«0002».doc");
+    SelectCopy(L"N02");
+    commands.mnuOpenCopyClick();
+    const ToldError error = world.errors.TakeOne();
+    EXPECT_EQ(error.number, error_number::kFileNotFound);
+    EXPECT_EQ(error.procedure, L"mnuOpenCopyClick");
+}
+
+TEST_F(Restore, DeletingCopiesBelowAFolderWithAPointLeavesNoFolders) {
+    const std::wstring docs = tree.Folder(L"j.smith\\My\\Docs");
+    for (int day = 1; day <= 3; ++day) {
+        tree.File(L"j.smith\\My\\Docs\\a.txt", "a", {2024, 1, day, 0, 0, 0});
+        BackUp(docs + L"\\");
+    }
+    browser.ListRestoreFiles();
+    SelectItem(L"Docs");
+    EXPECT_THAT(Labels(), ElementsAre(L"N01", L"N02", L"N03"));
+    SelectCopy(L"N02");
+    world.boxes.Expect(L"[N02]", BoxAnswer::Yes);
+    commands.mnuDelCopyClick();
+    EXPECT_THAT(Labels(), ElementsAre(L"N01", L"N03"));
+    world.boxes.Expect(L"Docs", BoxAnswer::Yes);
+    commands.mnuDelCopiesClick();
+    EXPECT_THAT(Items(), ElementsAre(L"Report"));
+    EXPECT_EQ(ReadTree(vault).size(), 4U) << "Report's three copies and its comment";
+}
+
+}  // namespace
+}  // namespace vw::test

@@ -1,0 +1,80 @@
+#include <gtest/gtest.h>
+
+#include <iostream>
+
+#include "platform/RuntimeError.h"
+#include "tests/restore/RestoreFixture.h"
+
+namespace vw::test {
+namespace {
+
+// Whatever goes wrong during a restore, at any of its steps: the file that was to be overwritten
+// or the restored one stands, whole; when it was overwritten, its safety copy stands.
+TEST_F(Restore, SurvivesAFailureAndAKillAtEveryStep) {
+    enum class Way { Fail, FailFrom, Die, Full, Truncate, Ignore };
+    int points = 0;
+    const Tree atFirst = ReadTree(vault);
+    // Where a drive that does not answer gives way to, a folder stands ready.
+    tree.Folder(L"C:\\Backup");
+    for (const Way way :
+         {Way::Fail, Way::FailFrom, Way::Die, Way::Full, Way::Truncate, Way::Ignore}) {
+        for (int n = 1;; ++n) {
+            SCOPED_TRACE(std::to_string(static_cast<int>(way)) + " at step " + std::to_string(n));
+            // Each step is that of a world in which nothing has failed yet.
+            for (const auto& [path, node] : ReadTree(vault)) {
+                if (!atFirst.contains(path)) tree.Remove(vault + L"\\" + path);
+            }
+            tree.File(L"Docs\\Report.doc", "unsaved", {2024, 1, 9, 9, 0, 0});
+            // A drive that failed to answer has given way to another.
+            browser.RestoreFrom(vault);
+            browser.ListRestoreFiles();
+            SelectCopy(L"N03");
+            ScriptedBoxes boxes;
+            boxes.Expect(kQuestion, BoxAnswer::Yes);
+            if (way == Way::Fail) world.files.FailNth(n, error_number::kPermissionDenied);
+            if (way == Way::FailFrom) world.files.FailFrom(n, error_number::kDeviceError);
+            if (way == Way::Die) world.files.DieAtNth(n);
+            if (way == Way::Full) world.files.FillDiskFrom(n);
+            if (way == Way::Truncate) world.files.TruncateNthCopy(n);
+            if (way == Way::Ignore) world.files.IgnoreNth(n, OnlyChanges());
+            System system{world.files,      world.pump,       boxes,       world.errors,
+                          world.exitStatus, world.programEnd, world.clock, world.ansi};
+            bool died = false;
+            try {
+                Commands(system).mnuRestoreClick();
+            } catch (const Died&) {
+                died = true;
+            }
+            const bool faulted = died || !world.files.Faults().empty();
+            world.files.Heal();
+            state.BackupTo = vault;
+            if (boxes.Shown().empty()) {
+                boxes.MsgBox({.text = kQuestion, .buttons = BoxButtons::YesNo});
+            }
+            const std::string now = ReadBytes(document);
+            EXPECT_TRUE(now == "unsaved" || now == "state 1") << now;
+            if (now == "state 1") {
+                EXPECT_EQ(Safety(), "unsaved");
+                EXPECT_EQ(ReadDate(document), MakeDate({2024, 1, 1, 9, 0, 0}));
+            }
+            static_cast<void>(world.errors.Take());
+            for (const auto& [path, node] : ReadTree(tree.Path(L"Docs"))) {
+                if (path != L"Report.doc") {
+                    EXPECT_TRUE(died || way == Way::FailFrom) << "left beside it";
+                    tree.Remove(L"Docs\\" + path);
+                }
+            }
+            if (!faulted) {
+                // The way without a fault is the whole way.
+                EXPECT_EQ(now, "state 1");
+                break;
+            }
+            ++points;
+        }
+    }
+    std::cout << points << " failures and kills of a restore tried\n";
+    EXPECT_GT(points, 140);
+}
+
+}  // namespace
+}  // namespace vw::test

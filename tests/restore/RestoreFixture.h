@@ -1,0 +1,33 @@
+#pragma once
+
+#include <string>
+
+#include "tests/restore/RestoreWorld.h"
+
+namespace vw::test {
+
+inline const std::wstring kQuestion =
+    L"هل تريد بالتأكيد حذف الملف التالي واستبداله بالنسخة الاحتياطية:\r\n";
+
+/// Report.doc in three states, each backed up: N03 is the first, N01 the third, which stands.
+class Restore : public RestoreWorld {
+  protected:
+    Restore() {
+        for (int state = 1; state <= 3; ++state) {
+            tree.File(L"Docs\\Report.doc", "state " + std::to_string(state),
+                      {2024, 1, state, 9, 0, 0});
+            BackUp(document);
+        }
+        browser.ListRestoreFiles();
+    }
+    [[nodiscard]] std::string Safety(int number = 21) const {
+        return ReadBytes(vault + L"\\Report«00" + std::to_wstring(number) + L"».doc");
+    }
+    [[nodiscard]] bool HasSafety(int number = 21) const {
+        return Exists(vault + L"\\Report«00" + std::to_wstring(number) + L"».doc");
+    }
+
+    const std::wstring document = tree.Path(L"Docs\\Report.doc");
+};
+
+}  // namespace vw::test
