@@ -76,5 +76,84 @@ TEST_F(Restore, SurvivesAFailureAndAKillAtEveryStep) {
     EXPECT_GT(points, 140);
 }
 
+// The same for a folder: each of its files is the old or the restored one, whole, and as soon as
+// one is the restored one the safety copy of all stands.
+TEST_F(Restore, AFolderSurvivesAFailureAndAKillAtEveryStep) {
+    enum class Way { Fail, Die, Full, Truncate, Ignore };
+    const std::wstring work = tree.Folder(L"Work");
+    const auto fill = [&](const std::string& bytes, int day) {
+        tree.Remove(L"Work");
+        for (const auto* name : {L"Work\\a.txt", L"Work\\b.txt", L"Work\\Sub\\c.txt"}) {
+            tree.File(name, bytes, {2024, 1, day, 0, 0, 0});
+        }
+        return ReadTree(work);
+    };
+    const Tree stored = fill("stored", 1);
+    BackUp(work + L"\\");
+    const Tree unsaved = fill("not stored", 9);
+    const Tree atFirst = ReadTree(vault);
+    tree.Folder(L"C:\\Backup");
+    int points = 0;
+    for (const Way way : {Way::Fail, Way::Die, Way::Full, Way::Truncate, Way::Ignore}) {
+        for (int n = 1;; ++n) {
+            SCOPED_TRACE(std::to_string(static_cast<int>(way)) + " at step " + std::to_string(n));
+            for (const auto& [path, node] : ReadTree(vault)) {
+                if (!atFirst.contains(path)) tree.Remove(vault + L"\\" + path);
+            }
+            ASSERT_EQ(fill("not stored", 9), unsaved);
+            browser.RestoreFrom(vault);
+            browser.ListRestoreFiles();
+            browser.RestoredPath(work + L"\\");
+            ScriptedBoxes boxes;
+            boxes.Expect(kQuestion, BoxAnswer::Yes);
+            if (way == Way::Fail) world.files.FailNth(n, error_number::kPermissionDenied);
+            if (way == Way::Die) world.files.DieAtNth(n);
+            if (way == Way::Full) world.files.FillDiskFrom(n);
+            if (way == Way::Truncate) world.files.TruncateNthCopy(n);
+            if (way == Way::Ignore) world.files.IgnoreNth(n, OnlyChanges());
+            System system{world.files,      world.pump,       boxes,       world.errors,
+                          world.exitStatus, world.programEnd, world.clock, world.ansi};
+            bool died = false;
+            try {
+                Commands(system).mnuRestoreClick();
+            } catch (const Died&) {
+                died = true;
+            }
+            const bool faulted = died || !world.files.Faults().empty();
+            world.files.Heal();
+            state.BackupTo = vault;
+            if (boxes.Shown().empty()) {
+                boxes.MsgBox({.text = kQuestion, .buttons = BoxButtons::YesNo});
+            }
+            const std::vector<ToldError> told = world.errors.Take();
+            Tree now = ReadTree(work);
+            bool isRestored = true;
+            bool isTouched = false;
+            for (const auto& [path, node] : stored) {
+                ASSERT_TRUE(now.contains(path));
+                const bool same = now.at(path) == node;
+                EXPECT_TRUE(same || now.at(path) == unsaved.at(path));
+                isRestored = isRestored && same;
+                isTouched = isTouched || (same && node != unsaved.at(path));
+                now.erase(path);
+            }
+            EXPECT_TRUE(died || now.empty()) << "left beside it";
+            if (isTouched) {
+                EXPECT_EQ(ReadTree(vault + L"\\Work«0021»"), unsaved);
+            }
+            if (!isRestored && !died) {
+                EXPECT_FALSE(told.empty()) << "not restored and not told";
+            }
+            if (!faulted) {
+                EXPECT_TRUE(isRestored);
+                break;
+            }
+            ++points;
+        }
+    }
+    std::cout << points << " failures and kills of a folder's restore tried\n";
+    EXPECT_GT(points, 100);
+}
+
 }  // namespace
 }  // namespace vw::test
