@@ -250,6 +250,7 @@ TEST_F(Browser, ALaterItemsCopiesAreNeverMixedWithAnEarlierOnes) {
     }
     // Or on a drive without copies.
     tree.Folder(L"C:\\Backup");
+    if (!ReadTree(L"C:\\Backup").empty()) GTEST_SKIP() << "somebody keeps copies on C:";
     world.pump.Restart();
     world.pump.AtYield(2, [&] {
         browser.RestoreFrom(L"C:\\");
