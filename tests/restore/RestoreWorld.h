@@ -51,6 +51,7 @@ class RestoreWorld : public testing::Test, private RestoreHost, private RunHost 
     }
     [[nodiscard]] std::vector<std::wstring> Column(ListView& list, std::wstring_view key) {
         std::vector<std::wstring> texts;
+        texts.reserve(static_cast<std::size_t>(list.Count()));
         for (int row = 0; row < list.Count(); ++row) texts.push_back(list.SubItem(row, key));
         return texts;
     }
