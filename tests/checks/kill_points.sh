@@ -148,8 +148,10 @@ judge() {
     local -a changed=()
     (($3 % 3)) || changed=(changed)
     takeEnvironment
-    look check 'K:\world' "$2" "$program" "${changed[@]}" >"$folder/report" 2>&1 && return 0
-    echo "killed before $1 (history: $2${changed:+, then changed}):"
+    local code=0
+    look check 'K:\world' "$2" "$program" "${changed[@]}" >"$folder/report" 2>&1 || code=$?
+    [[ $code -ne 0 ]] || return 0
+    echo "killed before $1 (history: $2${changed:+, then changed}), code $code:"
     sed 's/^/    /' "$folder/report"
     cp -a "$folder/world" "$folder/failed$((++failures))"
     [[ $failures -lt $mostFailures ]] || fail "enough failures; their worlds are in $folder"

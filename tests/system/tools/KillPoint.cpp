@@ -4,6 +4,7 @@
 // anew for the next kill. Writes what is wrong, one line each; exit code 0 when nothing is.
 
 #include <cstdio>
+#include <exception>
 #include <string_view>
 
 #include "platform/Utf8.h"
@@ -37,8 +38,10 @@ bool Check(KillWorld& world, std::wstring_view program, bool changed) {
 }  // namespace
 }  // namespace vw::test
 
-int wmain(int count, wchar_t** arguments) {
+int wmain(int count, wchar_t** arguments) try {
     using vw::test::KillWorld;
+    // What was found is told even when this tool itself comes to a sudden end.
+    std::setvbuf(stdout, nullptr, _IONBF, 0);
     const std::wstring_view command = count >= 4 ? arguments[1] : L"";
     const bool isCheck = command == L"check" && count >= 5;
     if (!isCheck && command != L"prepare") {
@@ -51,4 +54,7 @@ int wmain(int count, wchar_t** arguments) {
     if (isCheck && !vw::test::Check(world, arguments[4], count > 5)) return 1;
     world.Prepare();
     return 0;
+} catch (const std::exception& error) {
+    std::printf("%s\n", error.what());
+    return 3;
 }
