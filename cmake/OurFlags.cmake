@@ -12,7 +12,10 @@ if(WIN32)
     target_link_options(vw_flags INTERFACE
         -static
         -fstack-protector-strong
-        -Wl,--dynamicbase -Wl,--nxcompat -Wl,--high-entropy-va)
+        -Wl,--dynamicbase -Wl,--nxcompat -Wl,--high-entropy-va
+        # The same sources give the same bytes, and users do not load symbols of the runtime.
+        -Wl,--no-insert-timestamp
+        $<$<CONFIG:Release>:-Wl,--strip-all>)
     target_link_libraries(vw_flags INTERFACE
         comctl32 comdlg32 uxtheme shlwapi shell32 version oleaut32 ole32 uuid gdi32 user32 advapi32)
 endif()

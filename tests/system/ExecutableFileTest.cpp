@@ -1,0 +1,191 @@
+// The program file as users get it: what its headers and resources say of it.
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <cstring>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "platform/Utf8.h"
+#include "platform/WindowsHeader.h"
+#include "tests/system/ProgramCopy.h"
+#include "ui/resource.h"
+
+namespace vw::test {
+namespace {
+
+using testing::HasSubstr;
+using testing::IsSupersetOf;
+
+constexpr std::size_t kMostBytes = 3'000'000;
+
+class ProgramFile : public testing::Test {
+  protected:
+    ProgramFile() {
+        IMAGE_DOS_HEADER start{};
+        Read(0, start);
+        Read(static_cast<std::size_t>(start.e_lfanew), headers);
+        EXPECT_EQ(headers.Signature, DWORD{IMAGE_NT_SIGNATURE});
+        std::size_t offset = static_cast<std::size_t>(start.e_lfanew) +
+                             offsetof(IMAGE_NT_HEADERS64, OptionalHeader) +
+                             headers.FileHeader.SizeOfOptionalHeader;
+        for (int i = 0; i < headers.FileHeader.NumberOfSections; ++i) {
+            IMAGE_SECTION_HEADER section{};
+            Read(offset, section);
+            offset += sizeof section;
+            const auto* name = reinterpret_cast<const char*>(section.Name);
+            sections[std::string(name, strnlen(name, sizeof section.Name))] = section;
+        }
+    }
+
+    template <class Record>
+    void Read(std::size_t offset, Record& record) const {
+        ASSERT_LE(offset + sizeof record, bytes.size());
+        std::memcpy(&record, bytes.data() + offset, sizeof record);
+    }
+
+    [[nodiscard]] const IMAGE_DATA_DIRECTORY& Directory(int index) const {
+        return headers.OptionalHeader.DataDirectory[index];
+    }
+
+    const std::string bytes = ReadBytes(BuiltProgram());
+    IMAGE_NT_HEADERS64 headers{};
+    std::map<std::string, IMAGE_SECTION_HEADER> sections;
+};
+
+TEST_F(ProgramFile, IsA64BitProgramWithWindows) {
+    EXPECT_EQ(headers.FileHeader.Machine, IMAGE_FILE_MACHINE_AMD64);
+    EXPECT_EQ(headers.OptionalHeader.Magic, IMAGE_NT_OPTIONAL_HDR64_MAGIC);
+    EXPECT_EQ(headers.OptionalHeader.Subsystem, IMAGE_SUBSYSTEM_WINDOWS_GUI);
+}
+
+TEST_F(ProgramFile, IsSmall) { EXPECT_LT(bytes.size(), kMostBytes); }
+
+TEST_F(ProgramFile, ExecutesNoData) {
+    EXPECT_TRUE(headers.OptionalHeader.DllCharacteristics & IMAGE_DLLCHARACTERISTICS_NX_COMPAT);
+    for (const auto& [name, section] : sections) {
+        EXPECT_FALSE((section.Characteristics & IMAGE_SCN_MEM_WRITE) != 0 &&
+                     (section.Characteristics & IMAGE_SCN_MEM_EXECUTE) != 0)
+            << name;
+    }
+}
+
+TEST_F(ProgramFile, StandsAtAnyAddressIn64Bits) {
+    const WORD bits = headers.OptionalHeader.DllCharacteristics;
+    EXPECT_TRUE(bits & IMAGE_DLLCHARACTERISTICS_DYNAMIC_BASE);
+    EXPECT_TRUE(bits & 0x20) << "high entropy";
+    EXPECT_FALSE(headers.FileHeader.Characteristics & IMAGE_FILE_RELOCS_STRIPPED);
+    EXPECT_GT(Directory(IMAGE_DIRECTORY_ENTRY_BASERELOC).Size, 0U);
+    EXPECT_TRUE(sections.contains(".reloc"));
+    EXPECT_GT(headers.OptionalHeader.ImageBase, 0xFFFFFFFFULL) << "room for the address to vary";
+}
+
+// The compiler's guard ends the program with these words; they are linked in when functions use it.
+TEST_F(ProgramFile, GuardsItsStack) { EXPECT_THAT(bytes, HasSubstr("stack smashing detected")); }
+
+TEST_F(ProgramFile, CarriesNoSymbolsAndNoPathOfABuild) {
+    EXPECT_EQ(headers.FileHeader.PointerToSymbolTable, 0U);
+    EXPECT_EQ(Directory(IMAGE_DIRECTORY_ENTRY_DEBUG).Size, 0U);
+    for (const auto& [name, section] : sections) {
+        EXPECT_FALSE(name.starts_with(".debug") || name.starts_with("/")) << name;
+    }
+    const std::string built = ToUtf8(BuiltProgram());
+    const std::string root = built.substr(2, built.find("\\build\\") - 2);
+    ASSERT_GT(root.size(), 1U);
+    std::string slashes = root;
+    std::replace(slashes.begin(), slashes.end(), '\\', '/');
+    EXPECT_EQ(bytes.find(slashes), std::string::npos) << "the folder that it was built in";
+}
+
+// The linker's date would make each build another file.
+TEST_F(ProgramFile, DoesNotTellWhenItWasBuilt) { EXPECT_EQ(headers.FileHeader.TimeDateStamp, 0U); }
+
+// Everything that it needs is part of Windows: there is nothing to install beside it.
+TEST_F(ProgramFile, NeedsNoRuntimeBesideIt) {
+    for (const char* library : {"libstdc++", "libgcc_s", "libwinpthread", "libssp"}) {
+        EXPECT_EQ(bytes.find(std::string(library) + "-"), std::string::npos) << library;
+    }
+}
+
+/// The program file, opened for its resources.
+class ProgramResources : public testing::Test {
+  protected:
+    ~ProgramResources() override { FreeLibrary(module); }
+
+    [[nodiscard]] std::string Resource(const wchar_t* name, const wchar_t* type) const {
+        const HRSRC found = FindResourceW(module, name, type);
+        if (found == nullptr) return {};
+        const auto* data = static_cast<const char*>(LockResource(LoadResource(module, found)));
+        return {data, SizeofResource(module, found)};
+    }
+
+    [[nodiscard]] std::vector<int> IconSizes(int name) const {
+        const std::string group = Resource(MAKEINTRESOURCEW(name), MAKEINTRESOURCEW(14));
+        std::vector<int> sizes;
+        for (std::size_t entry = 6; entry + 14 <= group.size(); entry += 14) {
+            const int width = static_cast<unsigned char>(group[entry]);
+            sizes.push_back(width == 0 ? 256 : width);
+        }
+        return sizes;
+    }
+
+    const HMODULE module =
+        LoadLibraryExW(BuiltProgram().c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE);
+};
+
+TEST_F(ProgramResources, TellItsVersionInFull) {
+    const std::wstring path = BuiltProgram();
+    DWORD ignored = 0;
+    std::vector<char> record(GetFileVersionInfoSizeW(path.c_str(), &ignored));
+    ASSERT_FALSE(record.empty());
+    ASSERT_TRUE(
+        GetFileVersionInfoW(path.c_str(), 0, static_cast<DWORD>(record.size()), record.data()));
+    const std::map<std::wstring, std::wstring> expected = {
+        {L"CompanyName", L"Tallowmere.Net"},
+        {L"FileDescription", L"Vaultwright"},
+        {L"FileVersion", L"1.2.0.133"},
+        {L"InternalName", L"Vaultwright"},
+        {L"OriginalFilename", L"Vaultwright.exe"},
+        {L"ProductName", L"Vaultwright"},
+        {L"ProductVersion", L"1.2.0.133"},
+    };
+    for (const auto& [name, text] : expected) {
+        void* found = nullptr;
+        UINT length = 0;
+        ASSERT_TRUE(VerQueryValueW(record.data(), (L"\\StringFileInfo\\040904B0\\" + name).c_str(),
+                                   &found, &length))
+            << ToUtf8(name);
+        EXPECT_EQ(static_cast<const wchar_t*>(found), text) << ToUtf8(name);
+    }
+    void* found = nullptr;
+    UINT length = 0;
+    ASSERT_TRUE(VerQueryValueW(record.data(), L"\\", &found, &length));
+    const auto* fixed = static_cast<const VS_FIXEDFILEINFO*>(found);
+    EXPECT_EQ(fixed->dwFileVersionMS, (1UL << 16) + 2);
+    EXPECT_EQ(fixed->dwFileVersionLS, 133UL);
+    EXPECT_EQ(fixed->dwFileFlags & VS_FF_DEBUG, 0UL);
+}
+
+TEST_F(ProgramResources, AskForNoRightsAndForModernWindows) {
+    const std::string manifest = Resource(MAKEINTRESOURCEW(1), MAKEINTRESOURCEW(24));
+    for (const char* part : {R"(level="asInvoker")", "Microsoft.Windows.Common-Controls",
+                             "PerMonitorV2", "longPathAware"}) {
+        EXPECT_THAT(manifest, HasSubstr(part));
+    }
+}
+
+TEST_F(ProgramResources, HaveIconsForScreensOfAllDensities) {
+    EXPECT_THAT(IconSizes(IDI_Program), IsSupersetOf({16, 20, 24, 32, 40, 48, 64, 256}));
+    EXPECT_THAT(IconSizes(IDI_Document), IsSupersetOf({16, 20, 24, 32, 40, 48, 64, 256}));
+    for (const int icon : {IDI_Folder, IDI_File, IDI_Rule}) {
+        EXPECT_THAT(IconSizes(icon), IsSupersetOf({16, 20, 24, 32, 40, 48, 64})) << icon;
+    }
+    for (const int icon : {IDI_Tray_0, IDI_Tray_1, IDI_Tray_2, IDI_Tray_3}) {
+        EXPECT_THAT(IconSizes(icon), IsSupersetOf({16, 20, 24, 32})) << icon;
+    }
+}
+
+}  // namespace
+}  // namespace vw::test
