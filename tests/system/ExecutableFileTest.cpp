@@ -177,13 +177,19 @@ TEST_F(ProgramResources, AskForNoRightsAndForModernWindows) {
 }
 
 TEST_F(ProgramResources, HaveIconsForScreensOfAllDensities) {
-    EXPECT_THAT(IconSizes(IDI_Program), IsSupersetOf({16, 20, 24, 32, 40, 48, 64, 256}));
-    EXPECT_THAT(IconSizes(IDI_Document), IsSupersetOf({16, 20, 24, 32, 40, 48, 64, 256}));
-    for (const int icon : {IDI_Folder, IDI_File, IDI_Rule}) {
-        EXPECT_THAT(IconSizes(icon), IsSupersetOf({16, 20, 24, 32, 40, 48, 64})) << icon;
-    }
-    for (const int icon : {IDI_Tray_0, IDI_Tray_1, IDI_Tray_2, IDI_Tray_3}) {
-        EXPECT_THAT(IconSizes(icon), IsSupersetOf({16, 20, 24, 32})) << icon;
+    std::vector<int> icons;
+    const auto collect = [](HMODULE, LPCWSTR, LPWSTR name, LONG_PTR into) -> BOOL {
+        reinterpret_cast<std::vector<int>*>(into)->push_back(LOWORD(name));
+        return TRUE;
+    };
+    ASSERT_TRUE(EnumResourceNamesW(module, MAKEINTRESOURCEW(14), collect,
+                                   reinterpret_cast<LONG_PTR>(&icons)));
+    EXPECT_THAT(icons, IsSupersetOf({IDI_Program, IDI_Document, IDI_Folder, IDI_File, IDI_Rule}));
+    EXPECT_THAT(icons, IsSupersetOf({IDI_Tray_0, IDI_Tray_1, IDI_Tray_2, IDI_Tray_3}));
+    // Toolbars and rows at 100, 125, 150 and 200 %; the largest is what any other size is made of.
+    for (const int icon : icons) EXPECT_THAT(IconSizes(icon), IsSupersetOf({16, 20, 24, 40, 256}));
+    for (const int icon : {IDI_Program, IDI_Document, IDI_Folder, IDI_File, IDI_Rule, IDI_Tray_0}) {
+        EXPECT_THAT(IconSizes(icon), IsSupersetOf({32, 48, 64})) << icon;
     }
 }
 
