@@ -31,13 +31,21 @@ if(programMain AND TARGET vw_app)
     set_target_properties(Vaultwright PROPERTIES
         RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
 
-    # What lies beside the program: the help pages and the icon of list files.
-    file(GLOB helpPages CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/Help/*)
-    if(helpPages)
-        add_custom_target(vw_help ALL
+    # What lies beside the program: the help pages and the icon of list files. The pages are copied
+    # anew when one of them changes, comes or goes: the list of their names is one more of them.
+    file(GLOB_RECURSE helpFiles CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/Help/*)
+    if(helpFiles)
+        list(JOIN helpFiles "\n" helpNames)
+        file(CONFIGURE OUTPUT ${CMAKE_BINARY_DIR}/help-files.txt CONTENT "${helpNames}\n" @ONLY)
+        add_custom_command(OUTPUT ${CMAKE_BINARY_DIR}/help-copied
+            COMMAND ${CMAKE_COMMAND} -E rm -rf ${CMAKE_BINARY_DIR}/bin/Help
             COMMAND ${CMAKE_COMMAND} -E copy_directory
                 ${CMAKE_SOURCE_DIR}/Help ${CMAKE_BINARY_DIR}/bin/Help
-            COMMENT "Copying the help pages")
+            COMMAND ${CMAKE_COMMAND} -E touch ${CMAKE_BINARY_DIR}/help-copied
+            DEPENDS ${helpFiles} ${CMAKE_BINARY_DIR}/help-files.txt
+            COMMENT "Copying the help pages"
+            VERBATIM)
+        add_custom_target(vw_help ALL DEPENDS ${CMAKE_BINARY_DIR}/help-copied)
     endif()
     file(GLOB listIcon CONFIGURE_DEPENDS
         ${CMAKE_SOURCE_DIR}/ui/vwl.ico ${CMAKE_SOURCE_DIR}/ui/icons/vwl.ico)
