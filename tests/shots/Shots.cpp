@@ -120,9 +120,13 @@ class Studio {
         window.WaitUntilReady();
     }
 
+    // The list of copies follows the selection a little later: each item is awaited by its copies.
     void SelectCopies(DrivenProgram& window) {
+        const DrivenList copies = window.List(ID_lsvRestore2);
         window.List(ID_lsvBackupList).Select(1);
+        window.WaitUntil([&] { return copies.Count() == 1; }, "no copy of the address book");
         window.List(ID_lsvBackupList).Select(0);
+        window.WaitUntil([&] { return copies.Count() == 3; }, "no copies of the budget");
         window.WaitUntilReady();
     }
 
