@@ -25,6 +25,7 @@ void Application::Start(std::wstring_view processCommandLine) {
     MVaultwright start(system_, state_, settings_, language_, logonStart_, *this);
     start.Main(processCommandLine);
     if (!windows_) return;
+    AppearInSilentRun();
     // What an error leaves of a silent run is the icon and its Exit entry; nobody can use an icon
     // that is not seen.
     const TrayIcon& icon = windows_->frmTrayIcon;
@@ -35,6 +36,17 @@ bool Application::IsAlive() {
     if (!windows_) return false;
     windows_->idleWatch.Look();
     return !windows_->LoadedForms().empty();
+}
+
+bool Application::HasMessages() {
+    if (!state_.silentRun) return true;
+    if (!windows_) return false;
+    windows_->silent.AppearIfDue();
+    return !windows_->LoadedForms().empty();
+}
+
+void Application::AppearInSilentRun() {
+    if (state_.silentRun && windows_) windows_->silent.Appear();
 }
 
 // Windows ask before they go: the main window saves its list, the busy dialog cancels the work.

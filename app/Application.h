@@ -50,6 +50,13 @@ class Application final : private StartCommands,
     /// Whether a window is loaded: the program lives as long. To be asked between two messages.
     [[nodiscard]] bool IsAlive();
 
+    /// Whether there can be messages for a window. A silent run is without windows for a moment;
+    /// asking makes them when it has lasted.
+    [[nodiscard]] bool HasMessages();
+
+    /// A silent run shows its icon now, if it has not done so yet.
+    void AppearInSilentRun();
+
     /// The windows, once they are made.
     [[nodiscard]] WindowSet& Windows() noexcept { return *windows_; }
 

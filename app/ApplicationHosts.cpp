@@ -10,7 +10,7 @@ void Application::Msg(std::wstring_view title, std::wstring_view message,
                       std::wstring_view subMessage, bool wait, bool close, bool showReport) {
     if (state_.silentRun) {
         report_.Msg(title, message, subMessage);
-        windows_->frmBusyDialog.SendView();
+        windows_->silent.Appear();
     } else {
         windows_->frmBusyDialog.Msg(title, message, subMessage, wait, close, showReport);
     }
@@ -23,7 +23,7 @@ void Application::Msg(std::wstring_view title, std::wstring_view message) {
 void Application::Report(std::wstring_view text, bool wait) {
     if (state_.silentRun) {
         report_.Report(text);
-        windows_->frmBusyDialog.SendView();
+        windows_->silent.AppearIfDue();
     } else {
         windows_->frmBusyDialog.Report(text, wait);
     }

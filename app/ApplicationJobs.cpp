@@ -23,7 +23,9 @@ void Application::MakeWindows() {
     if (again) ShowMainWindow();
 }
 
-void Application::LoadTrayIcon() { windows_->frmTrayIcon.Load(); }
+void Application::LoadTrayIcon() {
+    state_.silentRun ? windows_->silent.Begin() : windows_->frmTrayIcon.Load();
+}
 
 void Application::ShowOpeningScreen() { windows_->frmAbout.ShowOpeningScreen(); }
 

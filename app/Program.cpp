@@ -40,6 +40,7 @@ Program::Program()
       api_(registry_, ansi_, boxes_, faults_),
       application_(system_, state_, settings_, api_, report_) {
     pump_.SetFilter(Form::TranslateKeys);
+    pump_.SetGate([this] { return application_.HasMessages(); });
 }
 
 int Program::Run(std::wstring_view processCommandLine) {
@@ -53,6 +54,7 @@ void Program::Echo(std::wstring_view text) {
     // On a console both streams meet, and once is enough.
     if (!streams_.ShareConsole()) report_.Report(text);
     streams_.Error(text);
+    application_.AppearInSilentRun();
 }
 
 void Program::End(int exitCode) {

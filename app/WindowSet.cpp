@@ -13,6 +13,7 @@ WindowSet::WindowSet(System& system, ProgramState& state, MRecentFiles::Settings
       frmBusyDialog(system, state, language_, hosts.busy),
       frmTrayIcon(system, state, language_, hosts.tray),
       frmAbout(system, language_),
+      silent(system.clock, frmTrayIcon, frmBusyDialog),
       dialogs(frmMain),
       recent(system.errors, settings, state, hosts.recent),
       list(system, state, frmMain, dialogs, settings, recent, hosts.list),

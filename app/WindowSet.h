@@ -5,6 +5,7 @@
 
 #include "app/IdleWatch.h"
 #include "app/MainWindow.h"
+#include "app/SilentWindows.h"
 #include "list/editing/BackupList.h"
 #include "list/editing/ListEditing.h"
 #include "list/editing/RecentFiles.h"
@@ -54,6 +55,7 @@ class WindowSet {
     BusyDialog frmBusyDialog;
     TrayIcon frmTrayIcon;
     AboutBox frmAbout;
+    SilentWindows silent;
 
     UserFileDialogs dialogs;
     MRecentFiles::RecentFiles recent;

@@ -16,6 +16,7 @@ if(WIN32)
         # The same sources give the same bytes, and users do not load symbols of the runtime.
         -Wl,--no-insert-timestamp
         $<$<CONFIG:Release>:-Wl,--strip-all>)
-    target_link_libraries(vw_flags INTERFACE
-        comctl32 comdlg32 uxtheme shlwapi shell32 version oleaut32 ole32 uuid gdi32 user32 advapi32)
+    include(DelayLoad)
+    vw_delay_load(vw_flags comctl32 comdlg32 uxtheme shell32 oleaut32 ole32)
+    target_link_libraries(vw_flags INTERFACE shlwapi version uuid gdi32 user32 advapi32)
 endif()

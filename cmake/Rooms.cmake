@@ -17,6 +17,10 @@ function(vw_add_room name folder)
     set(VW_ROOMS ${VW_ROOMS} vw_${name} PARENT_SCOPE)
 endfunction()
 
+# It sets the guards that the protection of the others compares.
+set_source_files_properties(platform/StackGuard.cpp PROPERTIES
+    COMPILE_OPTIONS -fno-stack-protector)
+
 vw_add_room(platform platform)
 vw_add_room(fsutil fsutil)
 vw_add_room(format list/format)

@@ -1,5 +1,6 @@
 #include "platform/Conversions.h"
 
+#include <optional>
 #include <string>
 
 #include "platform/RuntimeError.h"
@@ -10,6 +11,22 @@
 
 namespace vw {
 namespace {
+
+// What settings hold most of the time: a few digits, with "-" before them or not. They mean the
+// same to every user, so the library that knows the habits of countries need not be loaded for
+// them.
+std::optional<std::int16_t> PlainNumber(std::wstring_view text) {
+    constexpr std::size_t kMostDigits = 4;
+    const bool negative = text.starts_with(L'-');
+    if (negative) text.remove_prefix(1);
+    if (text.empty() || text.size() > kMostDigits) return std::nullopt;
+    int number = 0;
+    for (const wchar_t digit : text) {
+        if (digit < L'0' || digit > L'9') return std::nullopt;
+        number = number * 10 + (digit - L'0');
+    }
+    return static_cast<std::int16_t>(negative ? -number : number);
+}
 
 void Check(HRESULT result) {
     if (SUCCEEDED(result)) return;
@@ -26,6 +43,7 @@ void Check(HRESULT result) {
 }  // namespace
 
 std::int16_t CInt(std::wstring_view text) {
+    if (const auto plain = PlainNumber(text)) return *plain;
     std::wstring copy(text);
     SHORT number = 0;
     Check(VarI2FromStr(copy.data(), LOCALE_USER_DEFAULT, 0, &number));
@@ -33,6 +51,7 @@ std::int16_t CInt(std::wstring_view text) {
 }
 
 bool CBool(std::wstring_view text) {
+    if (const auto plain = PlainNumber(text)) return *plain != 0;
     std::wstring copy(text);
     VARIANT_BOOL flag = VARIANT_FALSE;
     Check(VarBoolFromStr(copy.data(), LOCALE_USER_DEFAULT, 0, &flag));

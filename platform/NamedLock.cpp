@@ -48,9 +48,9 @@ NamedLock::~NamedLock() {
     if (held_) ReleaseMutex(mutex_.Get());
 }
 
-bool NamedLock::TryTake() {
+bool NamedLock::TakeWithin(unsigned milliseconds) {
     if (held_) return true;
-    const DWORD result = WaitForSingleObject(mutex_.Get(), 0);
+    const DWORD result = WaitForSingleObject(mutex_.Get(), milliseconds);
     held_ = result == WAIT_OBJECT_0 || result == WAIT_ABANDONED;
     return held_;
 }

@@ -17,7 +17,10 @@ class NamedLock {
     ~NamedLock();
 
     /// Takes the lock when nobody holds it; never waits.
-    [[nodiscard]] bool TryTake();
+    [[nodiscard]] bool TryTake() { return TakeWithin(0); }
+
+    /// Takes the lock as soon as nobody holds it, but waits no longer than this.
+    [[nodiscard]] bool TakeWithin(unsigned milliseconds);
 
   private:
     KernelHandle mutex_;

@@ -5,6 +5,11 @@
 namespace vw {
 
 void WindowEventPump::DoEvents() {
+    if (!gate_ || gate_()) ProcessMessages();
+    lastPass_ = GetTickCount64();
+}
+
+void WindowEventPump::ProcessMessages() {
     MSG message{};
     while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != 0) {
         if (message.message == WM_QUIT) {
@@ -16,7 +21,6 @@ void WindowEventPump::DoEvents() {
         TranslateMessage(&message);
         DispatchMessageW(&message);
     }
-    lastPass_ = GetTickCount64();
 }
 
 void WindowEventPump::DoEventsIfDue() {

@@ -24,6 +24,13 @@ class WindowEventPump final : public EventPump {
     /// Sets the filter of every message from now on; an empty one takes it away.
     void SetFilter(Filter filter) { filter_ = std::move(filter); }
 
+    /// Asked before messages are processed; false when there can be none. The first look for
+    /// messages connects a process to its display, which a run without windows can do without.
+    using Gate = std::function<bool()>;
+
+    /// Sets the gate from now on; an empty one takes it away.
+    void SetGate(Gate gate) { gate_ = std::move(gate); }
+
     /// Processes messages until `goOn()` says no; sleeps while none waits. The main loop.
     template <class GoOn>
     void RunWhile(GoOn goOn) {
@@ -31,8 +38,11 @@ class WindowEventPump final : public EventPump {
     }
 
   private:
+    void ProcessMessages();
+
     static constexpr unsigned kIdleMilliseconds = 500;
     Filter filter_;
+    Gate gate_;
     std::uint64_t lastPass_ = 0;
 };
 

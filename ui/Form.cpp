@@ -47,11 +47,7 @@ AcceleratorHandle MakeAccelerators(std::span<const AcceleratorData> rows) {
 }  // namespace
 
 Form::Form(const FormData& data, Language language, FormEvents& events)
-    : data_(data),
-      language_(language),
-      events_(events),
-      taskbarCreated_(RegisterWindowMessageW(L"TaskbarCreated")),
-      taskbarButtonCreated_(RegisterWindowMessageW(L"TaskbarButtonCreated")) {}
+    : data_(data), language_(language), events_(events) {}
 
 Form::~Form() {
     ending_ = true;
@@ -61,6 +57,8 @@ Form::~Form() {
 void Form::Load(HWND owner) {
     if (IsLoaded()) return;
     RegisterCommonControls();
+    taskbarCreated_ = RegisterWindowMessageW(L"TaskbarCreated");
+    taskbarButtonCreated_ = RegisterWindowMessageW(L"TaskbarButtonCreated");
     Create({.className = std::wstring(Name()),
             .title = std::wstring(data_.caption.In(language_)),
             .style = StyleOf(data_.kind),

@@ -226,8 +226,8 @@ class Form final : public Window {
     bool maximiseLater_ = false;
     bool unloading_ = false;
     bool ending_ = false;
-    UINT taskbarCreated_;
-    UINT taskbarButtonCreated_;
+    UINT taskbarCreated_ = 0;
+    UINT taskbarButtonCreated_ = 0;
 };
 
 }  // namespace vw

@@ -1,19 +1,8 @@
-// The whole application with its real windows, in a world whose clock, boxes, event pump and end
-// the tests decide.
-
-#include "app/Application.h"
+// The windowed life of the program: its start, its commands and its end.
 
 #include <gmock/gmock.h>
 
-#include "platform/CCommonAPI.h"
-#include "platform/DebugOutput.h"
-#include "platform/StandardStreams.h"
-#include "platform/SystemCodePage.h"
-#include "progress/SilentReport.h"
-#include "tests/support/ScratchRegistry.h"
-#include "tests/support/TempTree.h"
-#include "tests/support/TestDrive.h"
-#include "tests/support/TestWorld.h"
+#include "tests/app/ApplicationFixture.h"
 #include "ui/resource.h"
 
 namespace vw::test {
@@ -21,65 +10,6 @@ namespace {
 
 using testing::Contains;
 using testing::ElementsAre;
-
-const std::wstring kBaseName = L"VaultwrightTests-App";
-
-class App : public testing::Test {
-  protected:
-    App() {
-        settings.SaveSetting(setting::kArabic, L"0");
-        settings.SaveSetting(setting::kBackupTo, tree.Path(L"Default vault"));
-        state.applicationFolder = tree.Folder(L"Program");
-        state.executableBaseName = kBaseName;
-    }
-
-    void Start(std::wstring_view arguments = {}) {
-        application.Start(L"program.exe " + std::wstring(arguments));
-    }
-    void WriteDefaultList(const std::vector<std::wstring>& items, int copies = 3) {
-        state.currentListPath = state.DefaultListPath();
-        std::wstring text =
-            L"BackupTo: " + drive.Backup() + L"\r\nBackages: " + std::to_wstring(copies) + L"\r\n";
-        for (const std::wstring& item : items) text += item + L"\r\n";
-        tree.Folder(drive.Backup());
-        tree.File(state.DefaultListPath(), world.ansi.Encode(text));
-    }
-    WindowSet& Windows() { return application.Windows(); }
-    Form& Main() { return Windows().frmMain; }
-    /// A command of a menu or button. What the handlers throw comes out.
-    void Choose(int id) {
-        SendMessageW(Main().Handle(), WM_COMMAND, static_cast<WPARAM>(id), 0);
-        Rethrow();
-    }
-    void Close() {
-        SendMessageW(Main().Handle(), WM_CLOSE, 0, 0);
-        Rethrow();
-    }
-    void Rethrow() {
-        if (const std::exception_ptr escaped = Windows().main.TakeEscaped()) {
-            std::rethrow_exception(escaped);
-        }
-    }
-    [[nodiscard]] std::vector<std::wstring> Paths() { return Windows().list.Rows().Paths(); }
-
-    TempTree tree;
-    TestDrive drive;
-    TestWorld world;
-    ProgramState state;
-    ScratchKey key{HKEY_CURRENT_USER, L"Software\\Tallowmere.Net\\" + kBaseName};
-    SavedValue logon{HKEY_LOCAL_MACHINE, L"SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Run",
-                     kBaseName};
-    MRecentFiles::SettingsStore settings{world.errors, kBaseName};
-    SystemRegistry registry;
-    DebugOutput faults;
-    CodePage page{CP_ACP};
-    CCommonAPI api{registry, page, world.boxes, faults};
-    StandardStreams streams;
-    SilentReport report{streams};
-    Application application{world.system, state, settings, api, report};
-
-    const std::wstring letter = tree.File(L"Home\\Letter.txt", "Dear Sir");
-};
 
 TEST_F(App, StartsWithTheDefaultListAndTakesTheOpeningScreenAway) {
     WriteDefaultList({letter}, 4);
@@ -217,23 +147,6 @@ TEST_F(App, KeepsTheComputerAwakeForTheTimeOfARun) {
     Choose(ID_mnuBackup);
     EXPECT_NE(during, 0U);
     EXPECT_EQ(asked(), 0U);
-}
-
-TEST_F(App, ListsAreSilentWithoutAWindow) {
-    WriteDefaultList({letter});
-    EXPECT_THROW(Start(L"/S"), ProgramEnded);
-    EXPECT_TRUE(state.silentRun);
-    EXPECT_FALSE(Exists(drive.Backup() + L"\\Letter«0001».txt"));
-}
-
-TEST_F(App, RestoreListsTheCopiesOfTheItemBeforeItEnds) {
-    WriteDefaultList({letter});
-    bool visible = false;
-    world.pump.AtEachYield([&] {
-        if (world.pump.Yields() > 1) visible = visible || Main().IsVisible();
-    });
-    EXPECT_THROW(Start(L"/R " + letter), ProgramEnded);
-    EXPECT_FALSE(visible) << "nobody is to see a window of a silent run";
 }
 
 TEST_F(App, SingleItemModeTakesTheCommandsAway) {

@@ -38,8 +38,10 @@ TEST_P(ConversionsOfNumbers, AreRoundedToTheNearestWholeHalvesToTheEvenSide) {
 
 INSTANTIATE_TEST_SUITE_P(Conversions, ConversionsOfNumbers,
                          testing::Values(Number{L"3", 3}, Number{L" 7 ", 7}, Number{L"-1", -1},
-                                         Number{L"0", 0}, Number{L"3.5", 4}, Number{L"2.5", 2},
-                                         Number{L"-2.5", -2}, Number{L"2.6", 3},
+                                         Number{L"0", 0}, Number{L"-0", 0}, Number{L"0042", 42},
+                                         Number{L"9999", 9999}, Number{L"10000", 10000},
+                                         Number{L"-9999", -9999}, Number{L"3.5", 4},
+                                         Number{L"2.5", 2}, Number{L"-2.5", -2}, Number{L"2.6", 3},
                                          Number{L"32767", 32767}, Number{L"-32768", -32768}));
 
 class ConversionsOfOtherTexts : public testing::TestWithParam<std::wstring_view> {};
@@ -49,7 +51,7 @@ TEST_P(ConversionsOfOtherTexts, ToANumberAreATypeMismatch) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Conversions, ConversionsOfOtherTexts,
-                         testing::Values(L"", L"x", L"3x", L"three", L"3 4"));
+                         testing::Values(L"", L"-", L"x", L"3x", L"--3", L"three", L"3 4"));
 
 TEST(Conversions, OfANumberBeyond16BitsOverflow) {
     for (const std::wstring_view text : {L"40000", L"32768", L"-32769", L"99999999999"}) {

@@ -56,6 +56,19 @@ TEST(WindowEventPumpTest, BetweenStepsMessagesWaitUntilItIsTime) {
     EXPECT_GE(GetTickCount64() - start, 15U) << "processed at once, as if messages cost nothing";
 }
 
+TEST(WindowEventPumpTest, BehindAClosedGateMessagesWait) {
+    const CountingWindow window;
+    WindowEventPump pump;
+    bool open = false;
+    pump.SetGate([&] { return open; });
+    window.Post();
+    pump.DoEvents();
+    EXPECT_EQ(window.Count(), 0);
+    open = true;
+    pump.DoEvents();
+    EXPECT_EQ(window.Count(), 1);
+}
+
 TEST(WindowEventPumpTest, TheWishToQuitIsKeptForTheOutermostLoop) {
     WindowEventPump pump;
     PostQuitMessage(7);

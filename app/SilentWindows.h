@@ -1,0 +1,38 @@
+#pragma once
+
+#include <cstdint>
+
+namespace vw {
+
+class BusyDialog;
+class Clock;
+class TrayIcon;
+
+/// The windows of a silent run: the notification icon, and the busy dialog that nobody sees. Making
+/// them takes longer than looking through a list in which nothing has changed, so a run of a moment
+/// makes none. They come with the first file that it works on, with the first box, or when the run
+/// has lasted.
+class SilentWindows {
+  public:
+    SilentWindows(const Clock& clock, TrayIcon& icon, BusyDialog& busy);
+
+    /// The run begins.
+    void Begin();
+
+    /// Makes the windows that are not there.
+    void Appear();
+
+    /// The same, once the run has lasted or the icon is there; to be called now and then.
+    void AppearIfDue();
+
+  private:
+    static constexpr std::uint64_t kNever = ~std::uint64_t{0};
+
+    const Clock& clock_;
+    TrayIcon& icon_;
+    BusyDialog& busy_;
+    std::uint64_t due_ = kNever;
+    bool appeared_ = false;
+};
+
+}  // namespace vw

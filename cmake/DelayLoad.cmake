@@ -1,0 +1,38 @@
+# Libraries of the system that are loaded at their first call. A run without windows calls none of
+# them, and loading them is half of what such a run would take.
+#
+# vw_delay_load(<target> <library>...): links the target to import libraries that load late, which
+# dlltool makes of the toolchain's own. (Other linkers have an option for it: /DELAYLOAD.)
+function(vw_delay_load target)
+    set(folder ${CMAKE_BINARY_DIR}/delayed)
+    file(MAKE_DIRECTORY ${folder})
+    foreach(library IN LISTS ARGN)
+        set(late lib${library}_late.a)
+        if(NOT EXISTS ${folder}/${late})
+            vw_make_late_library(${library} ${late} ${folder})
+        endif()
+        target_link_libraries(${target} INTERFACE ${folder}/${late})
+    endforeach()
+    target_link_libraries(${target} INTERFACE delayimp)
+endfunction()
+
+# The functions of a library are the symbols of its ordinary import library.
+function(vw_make_late_library library late folder)
+    execute_process(
+        COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=lib${library}.a
+        OUTPUT_VARIABLE ordinary OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
+    execute_process(
+        COMMAND ${CMAKE_NM} --defined-only --extern-only ${ordinary}
+        OUTPUT_VARIABLE symbols ERROR_QUIET COMMAND_ERROR_IS_FATAL ANY)
+    string(REGEX MATCHALL " T [A-Za-z0-9_]+" functions "${symbols}")
+    list(TRANSFORM functions REPLACE " T " "")
+    list(REMOVE_DUPLICATES functions)
+    list(JOIN functions "\n" exports)
+    file(WRITE ${folder}/${library}.def "LIBRARY \"${library}.dll\"\nEXPORTS\n${exports}\n")
+    # Without folders: the file's name becomes part of symbols in the program.
+    execute_process(
+        COMMAND ${CMAKE_DLLTOOL} --machine i386:x86-64 --input-def ${library}.def
+            --output-delaylib ${late}
+        WORKING_DIRECTORY ${folder}
+        COMMAND_ERROR_IS_FATAL ANY)
+endfunction()

@@ -1,0 +1,82 @@
+// Runs without windows: what they show all the same, and when.
+
+#include "tests/app/ApplicationFixture.h"
+
+namespace vw::test {
+namespace {
+
+// What a silent run has of windows, looked at whenever it could process messages.
+class SilentRun : public App {
+  protected:
+    void BackUp() {
+        world.pump.Restart();
+        world.pump.AtEachYield([this] {
+            if (world.pump.Yields() <= 1) return;
+            icon = icon || Windows().frmTrayIcon.Window().IsLoaded();
+            dialog = dialog || Windows().frmBusyDialog.Window().IsLoaded();
+            shown = shown || Windows().frmBusyDialog.Window().IsVisible();
+        });
+        EXPECT_THROW(Start(L"/B"), ProgramEnded);
+    }
+    bool icon = false;
+    bool dialog = false;
+    bool shown = false;
+};
+
+TEST_F(SilentRun, OpensAListAndShowsNoWindow) {
+    WriteDefaultList({letter});
+    EXPECT_THROW(Start(L"/S"), ProgramEnded);
+    EXPECT_TRUE(state.silentRun);
+    EXPECT_FALSE(Exists(drive.Backup() + L"\\Letter«0001».txt"));
+}
+
+TEST_F(SilentRun, ListsTheCopiesOfAnItemAndShowsNoWindow) {
+    WriteDefaultList({letter});
+    bool visible = false;
+    world.pump.AtEachYield([&] {
+        if (world.pump.Yields() > 1) visible = visible || Main().IsVisible();
+    });
+    EXPECT_THROW(Start(L"/R " + letter), ProgramEnded);
+    EXPECT_FALSE(visible) << "nobody is to see a window of a silent run";
+}
+
+TEST_F(SilentRun, OfAMomentMakesNoWindow) {
+    WriteDefaultList({});
+    BackUp();
+    EXPECT_FALSE(icon || dialog);
+}
+
+TEST_F(SilentRun, HasItsIconAndTheUnseenDialogWhileItCopies) {
+    WriteDefaultList({tree.Path(L"Home\\")});
+    BackUp();
+    EXPECT_TRUE(icon);
+    EXPECT_TRUE(dialog);
+    EXPECT_FALSE(shown);
+}
+
+TEST_F(SilentRun, HasItsIconOnceItHasLasted) {
+    WriteDefaultList({});
+    world.pump.AtYield(3, [this] {
+        EXPECT_FALSE(application.HasMessages());
+        world.clock.Advance(199);
+        EXPECT_FALSE(application.HasMessages());
+        world.clock.Advance(1);
+        EXPECT_TRUE(application.HasMessages());
+        icon = Windows().frmTrayIcon.Window().IsLoaded();
+    });
+    EXPECT_THROW(Start(L"/B"), ProgramEnded);
+    EXPECT_TRUE(icon);
+}
+
+TEST_F(SilentRun, HasItsIconBesideABox) {
+    WriteDefaultList({});
+    world.pump.AtYield(3, [this] {
+        application.AppearInSilentRun();
+        icon = Windows().frmTrayIcon.Window().IsLoaded();
+    });
+    EXPECT_THROW(Start(L"/B"), ProgramEnded);
+    EXPECT_TRUE(icon);
+}
+
+}  // namespace
+}  // namespace vw::test
