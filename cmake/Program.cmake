@@ -46,6 +46,7 @@ if(programMain AND TARGET vw_app)
             COMMENT "Copying the help pages"
             VERBATIM)
         add_custom_target(vw_help ALL DEPENDS ${CMAKE_BINARY_DIR}/help-copied)
+        add_dependencies(Vaultwright vw_help)
     endif()
     file(GLOB listIcon CONFIGURE_DEPENDS
         ${CMAKE_SOURCE_DIR}/ui/vwl.ico ${CMAKE_SOURCE_DIR}/ui/icons/vwl.ico)
