@@ -155,6 +155,10 @@ def check_text_structure(page):
     for cell in page.those("th"):
         if "scope" not in cell.attributes:
             tell(page.at(cell), "<th> without scope")
+    if language == "ar":
+        for element in page.those("code", "kbd", "pre"):
+            if element.attributes.get("dir") != "ltr":
+                tell(page.at(element), f"“{element.words()}” does not read from left to right")
     contents = []
     for index, element in enumerate(page.all):
         if element.tag == "section":
