@@ -120,3 +120,13 @@ if(shotSources AND TARGET Vaultwright)
     set_target_properties(Shots PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests/tools)
     add_dependencies(Shots Vaultwright)
 endif()
+
+# Tools of scripts/bench, one program for each file.
+file(GLOB benchSources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/bench/*.cpp)
+foreach(source IN LISTS benchSources)
+    get_filename_component(tool ${source} NAME_WE)
+    add_executable(${tool} ${source})
+    target_link_libraries(${tool} PRIVATE vw_flags)
+    target_link_options(${tool} PRIVATE -municode)
+    set_target_properties(${tool} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests/tools)
+endforeach()

@@ -1,0 +1,37 @@
+# From the start to the painted main window, with a list of twenty items, against the system's editor
+# of texts, which has next to nothing to show. Both are ended as soon as their window stands.
+title='start to the painted window, 20 items'
+sides=(vaultwright notepad none)
+comparisons=('vaultwright notepad -' 'vaultwright none -')
+readonly untilShown=$root/build/release/tests/tools/UntilShown.exe
+readonly notepad='C:\windows\notepad.exe'
+
+make() {
+    local number
+    [[ -f $untilShown ]] || fail 'UntilShown.exe is missing: run scripts/build'
+    mkdir "$data/vault" "$data/files"
+    for ((number = 1; number <= 20; number++)); do echo "$number" >"$data/files/$number.txt"; done
+    {
+        printf 'BackupTo: %s\r\n' "$(windowsPath "$data/vault")"
+        for ((number = 1; number <= 20; number++)); do
+            printf '%s\r\n' "$(windowsPath "$data/files/$number.txt")"
+        done
+    } >"$data/list.vwl"
+    # Else the question about the language stands before the window.
+    "$loader" reg add "HKCU\\Software\\Tallowmere.Net\\$(basename "$program" .exe)" \
+        /v Arabic /d 0 /f >/dev/null
+}
+
+commandOf() {
+    local -a tool=("$loader" "$(windowsPath "$untilShown")")
+    case $1 in
+        vaultwright)
+            argv=("${tool[@]}" frmMainEn "$(windowsPath "$program")" "$(windowsPath "$data/list.vwl")")
+            ;;
+        notepad) argv=("${tool[@]}" Notepad "$notepad" "$(windowsPath "$data/files/1.txt")") ;;
+        # What starting a process costs that shows nothing.
+        none) argv=("$loader" "$cmd" /c exit) ;;
+    esac
+}
+
+check() { :; }
