@@ -31,6 +31,8 @@ bool CPackage::PlaceCopy(NewCopy& copy, bool mayRotate) {
         MoveEntry(copy.entry, ready);
         copy.entry = ready;
         copy.ready = true;
+        // Whatever goes wrong from here on, no other item of this run may move into its place.
+        destination_->Awaits(copy.itemPath, copy.place, copy.newestDate, ready);
     }
     const Rotation rotation = mayRotate ? Rotate(copy.itemPath, copy.location) : Rotation::Done;
     if (rotation == Rotation::Broken) return false;
@@ -39,11 +41,13 @@ bool CPackage::PlaceCopy(NewCopy& copy, bool mayRotate) {
         const std::wstring condemned =
             destination_->WorkingPath(WorkingState::Old, copy.itemPath, copy.place);
         MoveEntry(copy.entry, condemned);
+        destination_->Finished(copy.itemPath);
         Remove(condemned);
         Remove(comment);
         return false;
     }
     TakePlace(copy, comment);
+    destination_->Finished(copy.itemPath);
     return true;
 }
 

@@ -81,6 +81,11 @@ const ReadyCopy* Destination::ReadyOf(std::wstring_view itemPath) const {
     return found == ready_.end() ? nullptr : &found->second;
 }
 
+void Destination::Awaits(std::wstring_view itemPath, std::wstring_view copyPath, Date date,
+                         std::wstring_view readyPath) {
+    ready_[NameKey(itemPath)] = {std::wstring(readyPath), date, NameKey(copyPath)};
+}
+
 void Destination::Finished(std::wstring_view itemPath) { ready_.erase(NameKey(itemPath)); }
 
 bool Destination::AwaitedByOther(std::wstring_view copyPath, std::wstring_view itemPath) const {

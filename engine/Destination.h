@@ -12,7 +12,7 @@
 
 namespace vw {
 
-/// A whole copy that a run was killed over before it stood in its place.
+/// A whole copy that does not stand in its place: its run was killed, or the place is refused.
 struct ReadyCopy {
     std::wstring path;
     Date date = 0;           ///< newest date of the item, for the comment
@@ -42,10 +42,14 @@ class Destination {
     [[nodiscard]] std::wstring WorkingPath(WorkingState state, std::wstring_view itemPath,
                                            std::wstring_view copyPath, Date date = 0) const;
 
-    /// The ready copy of an item that an earlier run left; nothing when there is none.
+    /// The ready copy of an item that waits for its place; nothing when there is none.
     [[nodiscard]] const ReadyCopy* ReadyOf(std::wstring_view itemPath) const;
 
-    /// Forgets the ready copy of an item: it stands in its place now.
+    /// Remembers that a copy of this run is ready for the place `copyPath`.
+    void Awaits(std::wstring_view itemPath, std::wstring_view copyPath, Date date,
+                std::wstring_view readyPath);
+
+    /// Forgets the ready copy of an item: it stands in its place now, or it was given up.
     void Finished(std::wstring_view itemPath);
 
     /// Whether a ready copy of another item waits for the place `copyPath`.

@@ -64,6 +64,36 @@ TEST_P(ReadyCopy, IsFinishedFromEveryState) {
 
 INSTANTIATE_TEST_SUITE_P(AfterSteps, ReadyCopy, testing::Range(0, 6));
 
+// The comment of the first letter cannot be replaced, after its old copies made room. Its place is
+// empty then, but the other letter must not take it and drive out the copies of the first.
+TEST(ReadyCopyOfThisRun, KeepsItsPlaceFromAnotherItemOfItsName) {
+    EngineWorld world;
+    world.List({L"a.txt", L"Old\\a.txt"}, 3);
+    for (int step = 1; step <= 4; ++step) {
+        world.tree.File(L"a.txt", std::to_string(step), Day(step));
+        world.tree.File(L"Old\\a.txt", "old " + std::to_string(step), Day(step));
+        if (step < 4) world.Run();
+    }
+    world.world.files.FailNth(1, error_number::kDeviceError, OnlyCalls({FileCall::Replace}));
+    EXPECT_EQ(world.Run().exitCode, error_number::kDeviceError);
+    world.world.files.Heal();
+    const Listing old{
+        {L"a«0101».txt", "old 4"}, {L"a«0102».txt", "old 3"}, {L"a«0103».txt", "old 2"}};
+    Listing broken = old;
+    broken.insert({{L"a«0002».txt", "3"}, {L"a«0003».txt", "2"}});
+    Listing now = world.Copies();
+    EXPECT_EQ(std::erase_if(now,
+                            [](const auto& copy) {
+                                return copy.first.find(L".vwready-") != std::wstring::npos;
+                            }),
+              1U);
+    EXPECT_EQ(now, broken);
+    world.ExpectRun(kCompleted + NoChange(L"~\\a.txt") + NoChange(L"~\\Old\\a.txt"));
+    Listing whole = old;
+    whole.insert({{L"a«0001».txt", "4"}, {L"a«0002».txt", "3"}, {L"a«0003».txt", "2"}});
+    EXPECT_EQ(world.Copies(), whole);
+}
+
 TEST(ReadyCopyOfAKilledRun, IsFollowedByANewOneWhenTheItemChangedSince) {
     EngineWorld world;
     MakeSeries(world);
