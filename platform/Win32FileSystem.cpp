@@ -85,6 +85,31 @@ DWORD CALLBACK OnCopyProgress(LARGE_INTEGER, LARGE_INTEGER, LARGE_INTEGER, LARGE
     return PROGRESS_CONTINUE;
 }
 
+bool IsHeldForAMoment(DWORD code, const std::wstring& target) {
+    if (code == ERROR_SHARING_VIOLATION) return true;
+    return code == ERROR_ACCESS_DENIED &&
+           (GetFileAttributesW(target.c_str()) & FILE_ATTRIBUTE_READONLY) == 0;
+}
+
+// A virus scanner, an indexer or another window may just be reading the file that is to go: that is
+// over in a moment.
+bool MoveOver(const std::wstring& source, const std::wstring& target) {
+    constexpr int kTries = 10;
+    constexpr DWORD kMoment = 20;
+    for (int tries = 1;; ++tries) {
+        if (MoveFileExW(source.c_str(), target.c_str(),
+                        MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0) {
+            return true;
+        }
+        const DWORD code = GetLastError();
+        if (tries == kTries || !IsHeldForAMoment(code, target)) {
+            SetLastError(code);
+            return false;
+        }
+        Sleep(kMoment);
+    }
+}
+
 // Text files refuse with "Path/File access error", everything else with "Permission denied".
 [[noreturn]] void RaiseForText(DWORD code, std::wstring_view path) {
     if (code == ERROR_ACCESS_DENIED) Raise(error_number::kAccessError, path);
@@ -156,10 +181,7 @@ void Win32FileSystem::Move(std::wstring_view from, std::wstring_view to) {
 void Win32FileSystem::Replace(std::wstring_view from, std::wstring_view to) {
     const std::wstring source = SystemPath(from);
     const std::wstring target = SystemPath(to);
-    EvenReadOnly(target, to, [&] {
-        return MoveFileExW(source.c_str(), target.c_str(),
-                           MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
-    });
+    EvenReadOnly(target, to, [&] { return MoveOver(source, target); });
 }
 
 std::string Win32FileSystem::Read(std::wstring_view path) {

@@ -3,12 +3,16 @@
 #include <string>
 
 #include "platform/FileSystem.h"
+#include "platform/NamedLock.h"
 #include "platform/RuntimeError.h"
 
 namespace vw {
 namespace {
 
 using Flush = FileSystem::Flush;
+
+// Far longer than a save takes. Whoever holds the list for longer has come to a halt.
+constexpr unsigned kPatience = 5000;
 
 void EraseIfThere(FileSystem& files, const std::wstring& path) {
     if (files.Look(path)) files.EraseFile(path);
@@ -44,6 +48,11 @@ void WriteInPlace(FileSystem& files, std::wstring_view listPath, const std::wstr
 
 void ReplaceList(FileSystem& files, std::wstring_view temporaryPath, std::wstring_view listPath,
                  std::string_view bytes, bool keepOld) {
+    // All windows share the temporary file, and those with the same list the names beside it: they
+    // take turns, with both locks in the same order.
+    NamedLock temporaryTurn(L"list", temporaryPath);
+    NamedLock turn(L"list", listPath);
+    static_cast<void>(temporaryTurn.TakeWithin(kPatience) && turn.TakeWithin(kPatience));
     files.Write(temporaryPath, bytes, Flush::Yes);
     if (keepOld) KeepOldList(files, listPath);
     const std::wstring next = std::wstring(listPath) + L".new";

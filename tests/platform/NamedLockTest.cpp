@@ -45,6 +45,21 @@ TEST(NamedLockTest, TheLockIsFreeAgainAfterItsHolder) {
     EXPECT_TRUE(OtherCanTake(L"test", L"C:\\Store"));
 }
 
+TEST(NamedLockTest, WhoWaitsTakesTheLockAfterItsHolder) {
+    auto lock = std::make_unique<NamedLock>(L"test", L"C:\\Store");
+    ASSERT_TRUE(lock->TryTake());
+    bool taken = false;
+    std::thread other([&] {
+        NamedLock waiting(L"test", L"C:\\Store");
+        EXPECT_FALSE(waiting.TakeWithin(1));
+        taken = waiting.TakeWithin(60'000);
+    });
+    Sleep(50);
+    lock.reset();
+    other.join();
+    EXPECT_TRUE(taken);
+}
+
 TEST(NamedLockTest, AThreadThatEndsWithTheLockLeavesItToOthers) {
     std::unique_ptr<NamedLock> left;
     std::thread([&] {
