@@ -232,6 +232,7 @@ void ProgramRun::FailAndEnd(const char* what) {
         windows += "\n  " + ToUtf8(window.className) + (window.visible ? " shown" : " hidden") +
                    ": " + ToUtf8(window.title);
     }
+    for (const Box& box : BoxesOf(processId_)) windows += "\n" + ToUtf8(box.text);
     ADD_FAILURE() << "the program " << what << "; its windows:" << windows;
     Terminate();
 }
