@@ -30,7 +30,7 @@ constexpr Texts kName{L"Name", L"الاسم"};
 constexpr Texts kType{L"Type", L"النوع"};
 constexpr Texts kSize{L"Size", L"الحجم"};
 constexpr Texts kDate{L"Date", L"التاريخ"};
-constexpr Texts kLocationNumber{L"SP", L"رمز الموقع"};
+constexpr Texts kLocationNumber{L"SP", L"SP"};
 
 constexpr std::array kItemColumns{
     ColumnData{.key = L"Name", .header = kName, .width = 90},

@@ -206,6 +206,38 @@ TEST_P(FormText, ColumnsAreKnownByTheirKeys) {
     EXPECT_EQ(keys(L"lsvRestore2"), (Keys{L"Name", L"Size", L"Date", L"BackupName"}));
 }
 
+TEST_P(FormText, ColumnsHaveTheirHeaders) {
+    const LoadedForm main(MainForm(), GetParam());
+    using Headers = std::vector<std::wstring>;
+    const auto headers = [&](const wchar_t* name) {
+        const HWND header =
+            reinterpret_cast<HWND>(SendMessageW(main.Control(name), LVM_GETHEADER, 0, 0));
+        Headers found(static_cast<std::size_t>(SendMessageW(header, HDM_GETITEMCOUNT, 0, 0)));
+        for (std::size_t i = 0; i < found.size(); ++i) {
+            wchar_t text[64] = L"";
+            HDITEMW item{};
+            item.mask = HDI_TEXT;
+            item.pszText = text;
+            item.cchTextMax = 64;
+            SendMessageW(header, HDM_GETITEMW, i, reinterpret_cast<LPARAM>(&item));
+            found[i] = text;
+        }
+        return found;
+    };
+    if (GetParam() == Language::Arabic) {
+        EXPECT_EQ(headers(L"lsvBackupList"),
+                  (Headers{L"الاسم", L"المسار", L"النوع", L"الحجم", L"التاريخ", L"SP", L"الموقع"}));
+        EXPECT_EQ(headers(L"lsvRestore1"), (Headers{L"الاسم", L"النوع", L"SP", L"الموقع الأصلي"}));
+        EXPECT_EQ(headers(L"lsvRestore2"),
+                  (Headers{L"النسخة", L"الحجم", L"التاريخ", L"اسم النسخة"}));
+        return;
+    }
+    EXPECT_EQ(headers(L"lsvBackupList"),
+              (Headers{L"Name", L"Path", L"Type", L"Size", L"Date", L"SP", L"Location"}));
+    EXPECT_EQ(headers(L"lsvRestore1"), (Headers{L"Name", L"Type", L"SP", L"Orginal Location"}));
+    EXPECT_EQ(headers(L"lsvRestore2"), (Headers{L"Copy", L"Size", L"Date", L"BackupName"}));
+}
+
 TEST_P(FormText, AListWithoutRowsSaysWhatToDoInTheLanguageOfItsWindow) {
     for (const ControlData& data : MainForm().controls) {
         if (data.kind != ControlKind::ListView) continue;
