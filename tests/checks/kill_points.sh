@@ -16,26 +16,14 @@ cd "$(dirname "$(readlink -f "$0")")/../.."
 
 readonly points=${KILL_POINTS:-45}
 readonly serverPoints=$(((points + 5) / 9))
-readonly mostFailures=3
 RANDOM=${KILL_SEED:-1}
 
-build=$(readlink -f "${VW_BUILD:-build/release}")
-readonly build
-readonly folder=$build/kill_points
-readonly program='K:\Vaultwright.exe' list='K:\world\List.vwl'
+checkName=kill_points
+source tests/checks/support/killed_world.bash
 readonly writeCalls='write,writev' serverCalls='rename,mkdir,unlink,rmdir'
-readonly listMark='/world/List.vwl'
-
-export VW_PREFIX=$build/prefix/kill_points
 readonly serverPrefix=$build/prefix/kill_points_server
-failures=0
 killed=0
 server=
-
-fail() {
-    echo "kill_points: $1" >&2
-    exit 1
-}
 
 serverRuns() {
     [[ -d /proc/$server ]] && ! grep -sq '^State:[[:space:]]*[XZ]' "/proc/$server/status"
@@ -56,30 +44,16 @@ finish() {
 
 prepare() {
     local file
-    rm -rf "$folder"
-    mkdir -p "$folder"
-    cp "$build/bin/Vaultwright.exe" "$build/tests/kill_point.exe" "$folder/"
-    rm -rf "$serverPrefix"
-    scripts/wine --prepare
+    prepareFolder
     trap finish EXIT
+    rm -rf "$serverPrefix"
     cp -al build/wine-template "$serverPrefix"
     for file in "$serverPrefix"/*.reg; do
         rm "$file"
         cp -p "build/wine-template/${file##*/}" "$file"
     done
-    for file in "$VW_PREFIX" "$serverPrefix"; do
-        ln -sfn "$folder" "$file/dosdevices/k:"
-    done
-}
-
-# The tool that looks at the world, and the run that ends it.
-look() {
-    scripts/wine 'K:\kill_point.exe' "$@"
-}
-
-# What the program runs in when strace starts it; the display may be another one after a while.
-takeEnvironment() {
-    eval "$(scripts/wine --environment | sed 's/^declare /declare -g /')"
+    ln -sfn "$folder" "$serverPrefix/dosdevices/k:"
+    takeEnvironment
     wineServer=$(dirname "${wineLoader:?}")/wineserver
     [[ -x $wineServer ]] || wineServer=$(command -v wineserver)
 }
@@ -142,22 +116,6 @@ measureServer() {
          /Vault\// && !/\) += -/ { print name, count[name] }' "$folder/trace"
 }
 
-# judge WHERE HISTORY NUMBER: looks at the world after a kill; after every third one the sources
-# change before the next run.
-judge() {
-    local -a changed=()
-    (($3 % 3)) || changed=(changed)
-    takeEnvironment
-    local code=0
-    look check 'K:\world' "$2" "$program" "${changed[@]}" >"$folder/report" 2>&1 || code=$?
-    [[ $code -ne 0 ]] || return 0
-    echo "killed before $1 (history: $2${changed:+, then changed}), code $code:"
-    sed 's/^/    /' "$folder/report"
-    cp -a "$folder/world" "$folder/failed$((++failures))"
-    [[ $failures -lt $mostFailures ]] || fail "enough failures; their worlds are in $folder"
-    look prepare 'K:\world' "$2"
-}
-
 # changesOfRun: the calls of the last backup that may have changed something on the disk, one on a
 # line: name, and number since the list was opened. They name a path in the vault, or write a file.
 changesOfRun() {
@@ -193,7 +151,7 @@ killPrograms() {
             killProgram write "$call"
             where+=", then write $call"
         fi
-        judge "$where" "$1" "$i"
+        judge "killed before $where" "$1" "$i" check
     done
 }
 
@@ -216,12 +174,11 @@ killServers() {
         startServer
         runWatchedServer -o /dev/null -e "trace=${call% *}" \
             -e "inject=${call% *}:signal=SIGKILL:when=${call#* }" || ((killed += 1))
-        judge "the server's $call" "$1" "$i"
+        judge "killed before the server's $call" "$1" "$i" check
     done
 }
 
 prepare
-takeEnvironment
 serverFirst=$((serverPoints / 3))
 killServers none "$serverFirst"
 killServers full "$((serverPoints - serverFirst))"

@@ -42,6 +42,11 @@ class KillWorld {
     /// entry that nobody can explain. Remembers which new copies stand, for AfterNextRun.
     [[nodiscard]] std::vector<std::wstring> AfterKill();
 
+    /// The same after a run that met one failing call and came to its end with this exit code and
+    /// these reports. Every item but one must have its new copy, and a copy that lacks something is
+    /// only that of a folder. A run that ended with 0 must have done everything.
+    [[nodiscard]] std::vector<std::wstring> AfterFault(int exitCode, std::wstring_view reports);
+
     /// What is wrong in the vault after the next run, which came to its end: all must be as if no
     /// run had been killed, without any working entry.
     [[nodiscard]] std::vector<std::wstring> AfterNextRun() const;
@@ -58,6 +63,7 @@ class KillWorld {
         bool changes = true;
 
         bool newStands = false;  ///< after the kill: the new copy is ready or in its place
+        bool isPartial = false;  ///< after the fault: without some of its files
     };
 
     [[nodiscard]] std::wstring Source(const Item& item) const;
@@ -68,6 +74,10 @@ class KillWorld {
     [[nodiscard]] int NewestState(const Item& item) const;
     [[nodiscard]] std::vector<int> StatesBefore() const;
     [[nodiscard]] int StateOf(const Item& item, const Tree& content) const;
+    [[nodiscard]] bool IsPartOfNewest(const Item& item, const Tree& content) const;
+    void SettleLocations();
+    [[nodiscard]] static bool IsWorkingEntry(const std::wstring& name);
+    [[nodiscard]] bool IsDue(const Item& item) const;
     [[nodiscard]] bool ReadyCopyStands(const Tree& vault, const Item& item) const;
 
     void Write(std::wstring_view path, const Tree& content) const;
@@ -81,6 +91,7 @@ class KillWorld {
     int firstState_;
     int state_;  ///< of the sources that change
     int killedState_ = 0;
+    bool mayBePartial_ = false;  ///< what is looked at is what a fault left, not a kill
     std::vector<Item> items_;
     TempTree disk_;  ///< writes to absolute paths too
 };

@@ -20,12 +20,6 @@ Tree PartOf(const Tree& vault, const std::wstring& name) {
 
 std::wstring TopOf(const std::wstring& path) { return path.substr(0, path.find(L'\\')); }
 
-bool IsWorkingEntry(const std::wstring& name) {
-    return name.find(L".vwnew-") != std::wstring::npos ||
-           name.find(L".vwready-") != std::wstring::npos ||
-           name.find(L".vwold-") != std::wstring::npos;
-}
-
 // The separators of dates are the user's own.
 std::string WithoutSeparators(std::string comment) {
     constexpr std::size_t kDate = 32;
@@ -67,13 +61,18 @@ void KillWorld::CheckCopies(const Tree& vault, Item& item,
                             std::vector<std::wstring>& faults) const {
     const std::vector<int> before = StatesBefore();
     const int newest = NewestState(item);
+    item.isPartial = false;
     std::map<int, int> numberOfState;
     int last = 0;
     for (int number = 1; number <= kCopies; ++number) {
         const std::wstring name = CopyName(item, number);
         const Tree copy = PartOf(vault, name);
         if (copy.empty()) continue;
-        const int state = StateOf(item, copy);
+        int state = StateOf(item, copy);
+        if (state == 0 && mayBePartial_ && number == 1 && IsPartOfNewest(item, copy)) {
+            item.isPartial = true;
+            state = newest;
+        }
         if (state == 0) {
             faults.push_back(L"not whole: " + name);
         } else if (numberOfState.contains(state)) {
@@ -84,7 +83,7 @@ void KillWorld::CheckCopies(const Tree& vault, Item& item,
         numberOfState[state] = number;
         last = state;
     }
-    const bool isDue = item.changes || before.empty();
+    const bool isDue = IsDue(item);
     const bool isReady = isDue && ReadyCopyStands(vault, item);
     item.newStands = isReady || (isDue && numberOfState.contains(newest));
     for (std::size_t i = 0; i < before.size(); ++i) {
@@ -122,6 +121,12 @@ void KillWorld::CheckComment(const Tree& vault, const Item& item, int newest,
     if (!isOld && !SameComment(vault, name, Comment(item, NewestState(item)))) {
         faults.push_back(L"a comment that fits no copy: " + name);
     }
+}
+
+bool KillWorld::IsWorkingEntry(const std::wstring& name) {
+    return name.find(L".vwnew-") != std::wstring::npos ||
+           name.find(L".vwready-") != std::wstring::npos ||
+           name.find(L".vwold-") != std::wstring::npos;
 }
 
 bool KillWorld::ReadyCopyStands(const Tree& vault, const Item& item) const {
@@ -164,7 +169,7 @@ std::vector<std::wstring> KillWorld::AfterNextRun() const {
     for (const Item& item : items_) {
         std::vector<int> states;
         const int newest = NewestState(item);
-        if (item.changes || StatesBefore().empty()) states.push_back(newest);
+        if (IsDue(item)) states.push_back(newest);
         if (item.changes && item.newStands && killedState_ != newest) {
             states.push_back(killedState_);
         }
@@ -173,7 +178,11 @@ std::vector<std::wstring> KillWorld::AfterNextRun() const {
 
         for (std::size_t i = 0; i < states.size(); ++i) {
             const std::wstring name = CopyName(item, static_cast<int>(i) + 1);
+            const bool isPartial = item.isPartial && states[i] == killedState_;
             for (const auto& [below, node] : Content(item, states[i])) {
+                if (isPartial && !vault.contains(below.empty() ? name : name + L"\\" + below)) {
+                    continue;
+                }
                 AddWithParents(expected, below.empty() ? name : name + L"\\" + below, node);
             }
         }

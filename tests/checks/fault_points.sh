@@ -1,0 +1,78 @@
+#!/usr/bin/env bash
+# The disk fails in the middle of a backup, at many different calls: it is full (ENOSPC) or broken
+# (EIO). The run must go on to its end, tell the failure with a path and an exit code, and lose
+# neither another item nor an old copy; the next run must make everything as if nothing had happened
+# (tests/system/KillWorld.h says it exactly).
+#
+# The calls are those of Wine and its server on the files of a run: reads, writes, and whatever opens,
+# makes, renames or removes something (tests/checks/support/fail_call.c stands before them).
+#
+# FAULT_POINTS=n    how many points are tried in all (default 10)
+# FAULT_SEED=n      another choice of points (default 1)
+# VW_BUILD=FOLDER   the build folder (default build/release)
+set -euo pipefail
+cd "$(dirname "$(readlink -f "$0")")/../.."
+
+readonly points=${FAULT_POINTS:-10}
+RANDOM=${FAULT_SEED:-1}
+checkName=fault_points
+source tests/checks/support/killed_world.bash
+readonly noSpace=28 broken=5
+failed=0
+
+prepare() {
+    rm -rf "$folder"
+    mkdir -p "$folder"
+    clang -shared -fPIC -O1 -o "$folder.so" tests/checks/support/fail_call.c -ldl
+    export LD_PRELOAD=$folder.so VW_FAIL_MARK=/world/
+    export VW_FAIL_CONTROL=$folder.control VW_FAIL_LOG=$folder.log
+    rm -f "$VW_FAIL_CONTROL"
+    # The server has to be one that the calls can be taken from.
+    scripts/wine --end
+    trap 'scripts/wine --end' EXIT
+    prepareFolder
+}
+
+# backUp NUMBER ERROR: a backup whose call of this number fails; the calls are in the log.
+backUp() {
+    rm -f "$VW_FAIL_LOG"
+    printf '%8d %4d\n' "$1" "$2" >"$VW_FAIL_CONTROL"
+    run "/B $list"
+    rm -f "$VW_FAIL_CONTROL"
+}
+
+# failCalls HISTORY COUNT: spreads the points evenly over the calls of a run, with some chance.
+failCalls() {
+    local i call error last
+    look prepare 'K:\world' "$1"
+    backUp 0 0
+    [[ $exitCode -eq 0 ]] || fail 'a run without a fault failed'
+    last=$(wc -l <"$VW_FAIL_LOG")
+    [[ $last -gt 100 ]] || fail 'the calls of a run were not found'
+    look prepare 'K:\world' "$1"
+    for ((i = 0; i < $2; i++)); do
+        call=$(((i * 1000 + RANDOM % 1000) * last / ($2 * 1000) + 1))
+        error=$broken
+        ((RANDOM % 2)) || error=$noSpace
+        backUp "$call" "$error"
+        grep '^failed' "$VW_FAIL_LOG" >"$folder/call" || {
+            look prepare 'K:\world' "$1"
+            continue
+        }
+        ((failed += 1))
+        # A source folder that cannot be listed while the newest date is looked for is passed over:
+        # its copy looks older than it is, and is made once more by the next run.
+        if [[ $exitCode -eq 0 && $(<"$folder/call") == *"open "*/world/Home/*/ ]]; then
+            look prepare 'K:\world' "$1"
+            continue
+        fi
+        judge "error $error of: $(<"$folder/call")" "$1" "$i" fault "$exitCode" 'K:\reports'
+    done
+}
+
+prepare
+failCalls none $((points / 3))
+failCalls full $((points - points / 3))
+
+echo "$points points tried, $failed calls failed (FAULT_SEED=${FAULT_SEED:-1}), $failures failures"
+[[ $failures -eq 0 && $failed -gt $((points / 2)) ]]

@@ -1,0 +1,61 @@
+# Shared by the checks that attack a run of the program and look at its world afterwards
+# (tests/system/KillWorld.h). To be sourced from the project's root, with `checkName` set to that of
+# the check. The world lies in a folder of the build, which the program sees as drive K:.
+
+build=$(readlink -f "${VW_BUILD:-build/release}")
+readonly build
+readonly folder=$build/$checkName
+readonly program='K:\Vaultwright.exe' list='K:\world\List.vwl'
+readonly listMark='/world/List.vwl'
+readonly mostFailures=3
+export VW_PREFIX=$build/prefix/$checkName
+failures=0
+
+fail() {
+    echo "$checkName: $1" >&2
+    exit 1
+}
+
+# prepareFolder: the program and the tool that looks, in a prefix that shows them as drive K:.
+prepareFolder() {
+    rm -rf "$folder"
+    mkdir -p "$folder"
+    cp "$build/bin/Vaultwright.exe" "$build/tests/kill_point.exe" "$folder/"
+    scripts/wine --prepare
+    ln -sfn "$folder" "$VW_PREFIX/dosdevices/k:"
+}
+
+# The tool that looks at the world, and the run that ends it.
+look() {
+    scripts/wine 'K:\kill_point.exe' "$@"
+}
+
+# run ARGUMENTS: a run of the program to its end, its boxes answered. Sets exitCode; what it reports
+# of errors is in the file "reports".
+run() {
+    exitCode=0
+    look run 'K:\reports' "$program" "$1" || exitCode=$?
+}
+
+# What the program runs in when strace starts it; the display may be another one after a while.
+takeEnvironment() {
+    eval "$(scripts/wine --environment | sed 's/^declare /declare -g /')"
+}
+
+# judge WHAT HISTORY NUMBER LOOK...: looks at the world after what was done to it (kill_point LOOK);
+# after every third time the sources change before the next run.
+judge() {
+    local what=$1 history=$2 code=0
+    local -a changed=()
+    (($3 % 3)) || changed=(changed)
+    shift 3
+    takeEnvironment
+    look "$1" 'K:\world' "$history" "$program" "${@:2}" "${changed[@]}" >"$folder/report" 2>&1 ||
+        code=$?
+    [[ $code -ne 0 ]] || return 0
+    echo "$what (history: $history${changed:+, then changed}), code $code:"
+    sed 's/^/    /' "$folder/report"
+    cp -a "$folder/world" "$folder/failed$((++failures))"
+    [[ $failures -lt $mostFailures ]] || fail "enough failures; their worlds are in $folder"
+    look prepare 'K:\world' "$history"
+}
