@@ -98,6 +98,15 @@ if(killPointSources AND TARGET Vaultwright)
         RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
 endif()
 
+# canary.exe: what tests put where no program of the system may be looked for.
+add_executable(canary ${CMAKE_SOURCE_DIR}/tests/system/canary/Canary.cpp)
+target_link_libraries(canary PRIVATE vw_flags)
+target_link_options(canary PRIVATE -municode)
+set_target_properties(canary PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
+if(TARGET windows_tests)
+    add_dependencies(windows_tests canary)
+endif()
+
 # Tools for the eye, started by hand: tests/tools/FormShow.exe shows one form with sample data.
 file(GLOB toolSources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/tools/*.cpp)
 if(toolSources AND TARGET vw_ui)

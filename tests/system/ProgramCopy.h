@@ -33,6 +33,9 @@ class ProgramCopy {
     [[nodiscard]] std::wstring SingleItemList() const { return folder_ + L"\\OneFileList.vwl"; }
     [[nodiscard]] std::wstring DefaultDestination() const { return tree.Path(L"Default vault"); }
 
+    /// The key of its settings, below HKEY_CURRENT_USER.
+    [[nodiscard]] const std::wstring& SettingsKey() const noexcept { return settings_.Path(); }
+
     /// A setting of the program; SetSetting without a value removes it.
     [[nodiscard]] std::optional<std::wstring> Setting(const std::wstring& name) const;
     void SetSetting(const std::wstring& name, std::optional<std::wstring_view> value) const;

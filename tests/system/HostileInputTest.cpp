@@ -1,0 +1,109 @@
+// What somebody who wishes us ill may have written: settings, lists, destinations, comments. The
+// program ends by itself, in an orderly way, and touches nothing that it was not told to.
+
+#include <gmock/gmock.h>
+
+#include <array>
+#include <iostream>
+#include <random>
+
+#include "tests/support/Histories.h"
+#include "tests/support/ScratchRegistry.h"
+#include "tests/system/HostileValues.h"
+#include "tests/system/ProgramCopy.h"
+
+namespace vw::test {
+namespace {
+
+using testing::Contains;
+
+class HostileInput : public SystemTest {
+  protected:
+    HostileInput() {
+        program.tree.File(L"Precious\\Letter.txt", "precious", {2020, 1, 2, 3, 4, 5});
+        program.tree.File(L"Precious\\Deep\\a.txt", "precious");
+        // Links that lead to it, where copies and items are.
+        links_ = program.tree.Link(L"Vault\\Link", precious) &&
+                 program.tree.Link(L"Home\\Docs\\Link", precious);
+    }
+
+    /// A run that may fail in any orderly way.
+    void Survives(std::wstring_view arguments, const std::string& what) {
+        ProgramStart start = program.With(arguments);
+        start.currentFolder = program.tree.Folder(L"Current");
+        ProgramRun run(start);
+        // A start that was refused leaves its icon to be closed.
+        ULONGLONG quietSince = GetTickCount64();
+        while (!run.HasEnded() && GetTickCount64() - quietSince < 700) {
+            for (const Box& box : BoxesOf(run.ProcessId())) {
+                Press(box, box.buttons.empty() ? IDOK : box.buttons.back());
+                quietSince = GetTickCount64();
+            }
+            if (FindWindowOf(run.ProcessId(), L"frmTrayIcon") == nullptr) {
+                quietSince = GetTickCount64();
+            }
+            Sleep(10);
+        }
+        const DWORD code = run.HasEnded() ? run.WaitForEnd() : run.EndByIcon();
+        EXPECT_LT(code, 0x8000'0000U) << what << " crashed it";
+        EXPECT_EQ(ReadTree(precious), preciousBefore()) << what;
+        ++starts_;
+    }
+
+    const Tree& preciousBefore() {
+        if (precious_.empty()) precious_ = ReadTree(precious);
+        return precious_;
+    }
+
+    [[nodiscard]] int Starts() const noexcept { return starts_; }
+
+    std::mt19937 random;
+    const std::wstring letter = program.tree.File(L"Home\\Letter.txt", "letter");
+    const std::wstring docs = program.tree.Folder(L"Home\\Docs");
+    const std::wstring precious = program.tree.Folder(L"Precious");
+
+  private:
+    Tree precious_;
+    int starts_ = 0;
+    bool links_ = false;
+};
+
+TEST_F(HostileInput, SettingsListsAndDestinationsEndInAnOrderlyWay) {
+    preciousBefore();
+    const auto histories = Histories::Usually(6);
+    for (unsigned seed = histories.first; seed != histories.End() && !HasFailure(); ++seed) {
+        random.seed(seed);
+        SCOPED_TRACE("seed " + std::to_string(seed));
+        const StoredValue value = HostileValue(random);
+        const wchar_t* const name = HostileSettingName(random);
+        WriteValue(HKEY_CURRENT_USER, program.SettingsKey(), name, value);
+        std::string bytes = "BackupTo: " + HostileBytes(random) +
+                            "\r\nBackages: " + HostileBytes(random) +
+                            "\r\nBackupTo: " + ToBytes(vault) + "\r\n" + HostileBytes(random) +
+                            "\r\n" + ToBytes(letter) + "\r\n" + ToBytes(docs) + "\\\r\n";
+        if (seed % 3 == 0) bytes = HostileBytes(random) + bytes;
+        const std::wstring list = program.tree.File(L"Odd.vwl", bytes);
+        Survives(L"/B " + list, "a list or a setting");
+        EXPECT_EQ(ReadBytes(list), bytes);
+        Survives(seed % 2 == 0 ? L"/B" : L"/S", "a setting");
+        program.SetSetting(name, std::nullopt);
+        program.SetSetting(L"Arabic", L"0");
+        program.SetSetting(L"BackupTo", program.DefaultDestination());
+    }
+    std::cout << Starts() << " hostile starts\n";
+}
+
+TEST_F(HostileInput, ACommentThatNamesAnotherFolderLeavesThatFolderAlone) {
+    preciousBefore();
+    const std::wstring copy = program.tree.File(L"Vault\\Letter«0001».txt", "theirs");
+    program.tree.File(L"Vault\\Letter«0001».txt.vwc",
+                      "Backed Files Date Last Modified:02/01/2020-03:04:05+Original Location:" +
+                          ToBytes(precious) + "\r\n");
+    RunsTo(0, L"/B " + program.List(L"List.vwl", {L"BackupTo: " + vault, letter}));
+    EXPECT_EQ(ReadBytes(copy), "theirs");
+    EXPECT_THAT(InVault(), Contains(L"Letter«0101».txt"));
+    EXPECT_EQ(ReadTree(precious), preciousBefore());
+}
+
+}  // namespace
+}  // namespace vw::test
