@@ -25,16 +25,26 @@ prepareFolder() {
     ln -sfn "$folder" "$VW_PREFIX/dosdevices/k:"
 }
 
-# The tool that looks at the world, and the run that ends it.
+# look ARGUMENTS: the tool that looks at the world, and the run that ends it. It always tells why it
+# fails; a failure without a word is that of a busy Wine, which now and then does not start a
+# program at all. Then it is asked again.
 look() {
-    scripts/wine 'K:\kill_point.exe' "$@"
+    local code try
+    for try in 1 2 3; do
+        code=0
+        scripts/wine 'K:\kill_point.exe' "$@" >"$folder/said" 2>&1 || code=$?
+        [[ $code -ne 0 && ! -s $folder/said ]] || break
+        echo "$checkName: attempt $try did not start" >&2
+    done
+    cat "$folder/said"
+    return "$code"
 }
 
 # run ARGUMENTS: a run of the program to its end, its boxes answered. Sets exitCode; what it reports
 # of errors is in the file "reports".
 run() {
     exitCode=0
-    look run 'K:\reports' "$program" "$1" || exitCode=$?
+    scripts/wine 'K:\kill_point.exe' run 'K:\reports' "$program" "$1" || exitCode=$?
 }
 
 # What the program runs in when strace starts it; the display may be another one after a while.
