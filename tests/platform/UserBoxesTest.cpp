@@ -1,0 +1,124 @@
+#include "platform/UserBoxes.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "tests/platform/ImportHook.h"
+#include "tests/platform/TestWindow.h"
+
+namespace vw::test {
+namespace {
+
+// What the system was asked to show, and what it answers.
+struct Asked {
+    HWND owner;
+    std::wstring text;
+    std::wstring title;
+    UINT style;
+};
+std::vector<Asked> asked;
+int answer = IDOK;
+
+int WINAPI RecordBox(HWND owner, LPCWSTR text, LPCWSTR title, UINT style) {
+    asked.push_back({owner, text, title, style});
+    // As the end of a real box does.
+    if (owner != nullptr) EnableWindow(owner, TRUE);
+    return answer;
+}
+
+class Boxes : public testing::Test {
+  protected:
+    void SetUp() override {
+        asked.clear();
+        answer = IDOK;
+    }
+
+    /// The style of the one box that this content makes.
+    UINT StyleOf(const BoxContent& content) {
+        asked.clear();
+        boxes.MsgBox(content);
+        return asked.size() == 1 ? asked[0].style : ~0U;
+    }
+
+    const ImportHook hook{"MessageBoxW", &RecordBox};
+    ProgramState state;
+    std::vector<std::wstring> echoed;
+    UserBoxes boxes{state, [this](std::wstring_view text) { echoed.emplace_back(text); }};
+};
+
+TEST_F(Boxes, HaveTheTitleOfTheProgramUnlessTheySayOtherwise) {
+    boxes.MsgBox({.text = L"Done"});
+    boxes.MsgBox({.text = L"?", .title = L"Another"});
+    ASSERT_EQ(asked.size(), 2U);
+    EXPECT_EQ(asked[0].text, L"Done");
+    EXPECT_EQ(asked[0].title, L"Vaultwright");
+    EXPECT_EQ(asked[1].title, L"Another");
+    EXPECT_TRUE(echoed.empty());
+}
+
+// The numbers that people's tools know.
+TEST_F(Boxes, OfArabicQuestionsReadFromRightToLeft) {
+    EXPECT_EQ(StyleOf({.text = L"?", .buttons = BoxButtons::YesNo, .rightToLeft = true}), 1572868U);
+    EXPECT_EQ(StyleOf({.text = L"!", .rightToLeft = true}), 0x80000U | 0x100000U);
+}
+
+TEST_F(Boxes, HaveTheButtonsAndTheIconThatAreWanted) {
+    EXPECT_EQ(StyleOf({.text = L"!"}), UINT{MB_OK});
+    EXPECT_EQ(StyleOf({.text = L"?", .buttons = BoxButtons::YesNo}), UINT{MB_YESNO});
+    EXPECT_EQ(StyleOf({.text = L"?", .buttons = BoxButtons::YesNo, .secondIsDefault = true}),
+              UINT{MB_YESNO | MB_DEFBUTTON2});
+    EXPECT_EQ(StyleOf({.text = L"!", .icon = BoxIcon::Exclamation}), UINT{MB_ICONEXCLAMATION});
+}
+
+TEST_F(Boxes, OnlyAYesIsAYes) {
+    for (const auto& [button, meaning] :
+         {std::pair(IDYES, BoxAnswer::Yes), std::pair(IDNO, BoxAnswer::No),
+          std::pair(IDCANCEL, BoxAnswer::No), std::pair(0, BoxAnswer::No)}) {
+        answer = button;
+        EXPECT_EQ(boxes.MsgBox({.text = L"?", .buttons = BoxButtons::YesNo}), meaning) << button;
+    }
+    answer = IDOK;
+    EXPECT_EQ(boxes.MsgBox({.text = L"!"}), BoxAnswer::Ok);
+    answer = 0;
+    EXPECT_EQ(boxes.MsgBox({.text = L"!"}), BoxAnswer::Ok) << "no memory for a box";
+}
+
+// A command that is under way has disabled the window; a box in the middle of it does not give it
+// back.
+TEST_F(Boxes, LeaveTheirOwnerAsItWas) {
+    const TestWindow window(L"vwBoxOwner");
+    ShowWindow(window.Handle(), SW_SHOW);
+    SetActiveWindow(window.Handle());
+    for (const BOOL enabled : {FALSE, TRUE}) {
+        EnableWindow(window.Handle(), enabled);
+        boxes.MsgBox({.text = L"!"});
+        EXPECT_EQ(asked.back().owner, window.Handle());
+        EXPECT_EQ(IsWindowEnabled(window.Handle()) != 0, enabled != 0);
+    }
+    ShowWindow(window.Handle(), SW_HIDE);
+    boxes.MsgBox({.text = L"!"});
+    EXPECT_EQ(asked.back().owner, nullptr) << "nobody sees what belongs to a hidden window";
+}
+
+TEST_F(Boxes, OfAMegabyteShowTheirBeginning) {
+    boxes.MsgBox({.text = std::wstring(1U << 20U, L'x')});
+    ASSERT_EQ(asked.size(), 1U);
+    EXPECT_LT(asked[0].text.size(), 3000U);
+    EXPECT_TRUE(asked[0].text.ends_with(L"x\u2026"));
+}
+
+TEST_F(Boxes, OfASilentRunAreThreeAtMostAndAllAreWrittenDown) {
+    state.silentRun = true;
+    answer = IDNO;
+    for (int i = 0; i < 5; ++i) {
+        EXPECT_EQ(boxes.MsgBox({.text = std::to_wstring(i), .buttons = BoxButtons::YesNo}),
+                  BoxAnswer::No);
+    }
+    EXPECT_LE(asked.size(), 3U);
+    EXPECT_EQ(echoed, (std::vector<std::wstring>{L"0", L"1", L"2", L"3", L"4"}));
+}
+
+}  // namespace
+}  // namespace vw::test
