@@ -111,7 +111,7 @@ TEST_F(Restore, DeletingCopiesBelowAFolderWithAPointLeavesNoFolders) {
     SelectItem(L"Docs");
     EXPECT_THAT(Labels(), ElementsAre(L"N01", L"N02", L"N03"));
     SelectCopy(L"N02");
-    world.boxes.Expect(L"[N02]", BoxAnswer::Yes);
+    world.boxes.Expect(L"هل تريد بالتأكيد حذف النسخة رقم [N02]من المجلد:\r\nDocs", BoxAnswer::Yes);
     commands.mnuDelCopyClick();
     EXPECT_THAT(Labels(), ElementsAre(L"N01", L"N03"));
     world.boxes.Expect(L"Docs", BoxAnswer::Yes);

@@ -71,6 +71,28 @@ TEST_F(LanguageAtStart, YesMakesTheWindowsArabic) {
     EXPECT_EQ(IconClass(), L"frmTrayIconAr");
 }
 
+// Arabic text needs digits in the shape of their context; the first start in Arabic says so once.
+TEST_F(LanguageAtStart, ArabicWarnsOnceAboutTheShapeOfDigits) {
+    const SavedValue digits(HKEY_CURRENT_USER, L"Control Panel\\International", L"NumShape");
+    digits.Set(L"1");
+    program.SetSetting(L"Arabic", L"-1");
+    {
+        ProgramRun run(program.With(L""));
+        const Box warning = run.WaitForBox();
+        EXPECT_EQ(warning.title, L"Vaultwright");
+        EXPECT_EQ(warning.text,
+                  L"إن نمط الأرقام المستعمل غير صالح:\r\n"
+                  L"من قائمة ابدأ اختر إعدادات- لوحة التحكم- إعدادات إقليمية\r\n"
+                  L"ثم انقر لسان التبويب {الرقم} ثم غير نمط الأرقام إلى موضعية أو إلى السياق.");
+        EXPECT_THAT(warning.buttons, SizeIs(1));
+        run.Answer(warning);
+        EXPECT_EQ(ClassOf(run.WaitForVisibleWindow(L"frmMain")), L"frmMainAr");
+    }
+    ProgramRun again(program.With(L""));
+    EXPECT_NE(again.WaitForVisibleWindow(L"frmMain"), nullptr);
+    EXPECT_THAT(again.Boxes(), IsEmpty());
+}
+
 TEST_F(LanguageAtStart, IsTheStoredYesOrNo) {
     for (const std::wstring_view yes : {L"-1", L"True", L"1"}) {
         program.SetSetting(L"Arabic", yes);

@@ -116,6 +116,19 @@ void DrivenList::Select(int row) const {
                  reinterpret_cast<LPARAM>(memory.At()));
 }
 
+void DrivenList::Click(int row) const {
+    const RemoteMemory memory(list_, sizeof(RECT));
+    RECT area{};
+    area.left = LVIR_LABEL;
+    memory.Write(0, &area, sizeof area);
+    SendMessageW(list_, LVM_GETITEMRECT, static_cast<WPARAM>(row),
+                 reinterpret_cast<LPARAM>(memory.At()));
+    memory.Read(0, &area, sizeof area);
+    const LPARAM point = MAKELPARAM(area.left + 5, (area.top + area.bottom) / 2);
+    PostMessageW(list_, WM_LBUTTONDOWN, MK_LBUTTON, point);
+    PostMessageW(list_, WM_LBUTTONUP, 0, point);
+}
+
 void DrivenList::ClickColumn(int column) const {
     const HWND header = reinterpret_cast<HWND>(SendMessageW(list_, LVM_GETHEADER, 0, 0));
     const RemoteMemory memory(list_, sizeof(RECT));

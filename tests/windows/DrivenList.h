@@ -22,6 +22,8 @@ class DrivenList {
 
     /// Chooses a row as the user does.
     void Select(int row) const;
+    /// Clicks a row, which gives the list the keyboard too.
+    void Click(int row) const;
     /// Clicks the header of a column.
     void ClickColumn(int column) const;
     /// Presses and lets go a key.

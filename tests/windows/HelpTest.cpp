@@ -1,10 +1,9 @@
-// The help command, in the real windows. Pages are opened with a program of this test's own, which
-// writes down what it is given; so the test sees which pages were opened.
+// The help command, in the real windows.
 
 #include <gmock/gmock.h>
 
-#include "tests/support/ScratchRegistry.h"
 #include "tests/windows/BackupWindows.h"
+#include "tests/windows/OpenedFiles.h"
 
 namespace vw::test {
 namespace {
@@ -26,12 +25,7 @@ std::string BuiltPage(const std::wstring& folder) {
 
 class Help : public BackupWindows {
   protected:
-    Help() {
-        type_.Set(kPageType);
-        WriteValue(HKEY_CLASSES_ROOT, typeKey_.Path(L"shell\\open\\command"), L"",
-                   TextValue(L"cmd.exe /c type \"%1\" >>\"" + opened_ + L"\""));
-        WriteDefaultList({letter});
-    }
+    Help() { WriteDefaultList({letter}); }
 
     void UseArabic() const {
         program.SetSetting(L"Arabic", L"-1");
@@ -44,27 +38,12 @@ class Help : public BackupWindows {
                           BuiltPage(folder));
     }
 
-    /// All pages that were opened, one behind the other, once they have this size.
-    [[nodiscard]] std::string WaitForOpened(std::size_t size) const {
-        std::string bytes;
-        for (int i = 0; i < 400 && bytes.size() < size; ++i) {
-            Sleep(50);
-            if (Exists(opened_)) bytes = ReadBytes(opened_);
-        }
-        return bytes;
-    }
-
     static void ChooseHelp(DrivenProgram& window) {
         window.Choose(ID_mnuHelpHelp);
         EXPECT_THAT(window.Run().Boxes(), IsEmpty());
     }
 
-  private:
-    static constexpr const wchar_t* kPageType = L"VaultwrightTest.Page";
-
-    const std::wstring opened_ = program.tree.Path(L"opened");
-    const SavedValue type_{HKEY_CLASSES_ROOT, L".htm", L""};
-    const ScratchKey typeKey_{HKEY_CLASSES_ROOT, kPageType};
+    const OpenedFiles opened{program.tree, L".htm"};
 };
 
 TEST_F(Help, OpensTheEnglishPageBesideTheProgram) {
@@ -74,7 +53,7 @@ TEST_F(Help, OpensTheEnglishPageBesideTheProgram) {
     ChooseHelp(window);
     const std::string page = BuiltPage(L"en\\");
     EXPECT_THAT(page, HasSubstr("<html lang=\"en\" dir=\"ltr\">"));
-    EXPECT_TRUE(WaitForOpened(page.size()) == page);
+    EXPECT_TRUE(opened.WaitFor(page.size()) == page);
     window.Close();
 }
 
@@ -86,7 +65,7 @@ TEST_F(Help, OpensTheArabicPageBesideTheProgram) {
     ChooseHelp(window);
     const std::string page = BuiltPage(L"");
     EXPECT_THAT(page, HasSubstr("<html lang=\"ar\" dir=\"rtl\">"));
-    EXPECT_TRUE(WaitForOpened(page.size()) == page);
+    EXPECT_TRUE(opened.WaitFor(page.size()) == page);
     window.Close();
 }
 
@@ -98,7 +77,7 @@ TEST_F(Help, APageThatIsMissingIsNotReplacedByTheOtherLanguage) {
     Put(L"en\\");
     ChooseHelp(window);
     const std::string page = BuiltPage(L"en\\");
-    EXPECT_TRUE(WaitForOpened(page.size()) == page);
+    EXPECT_TRUE(opened.WaitFor(page.size()) == page);
     window.Close();
 }
 

@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include "tests/support/WineBridge.h"
 #include "tests/windows/BackupWindows.h"
 
 namespace vw::test {
@@ -87,6 +88,31 @@ TEST_F(Interface, ALowerCaseNameForEveryFileOfAFolderAfterAQuestion) {
         const auto names = ReadTree(Home(L"Loud"));
         EXPECT_EQ(names.contains(L"NAME.TXT"), answer == IDNO);
     }
+    window.Close();
+}
+
+// With a folder for temporary files of its own; the folders of Windows are cleaned too, which is
+// why a real machine is spared.
+TEST_F(Interface, TemporaryFilesAreDeletedFromTheMenu) {
+    if (!UnderWine()) GTEST_SKIP() << "this would clean the machine's own temporary folders";
+    for (const auto* folder : {L"Temp", L"prefetch"}) {
+        program.tree.Folder(L"C:\\windows\\" + std::wstring(folder));
+    }
+    WriteDefaultList({letter});
+    ProgramStart start = program.With(L"");
+    start.temporaryFolder = program.tree.Folder(L"Temporary");
+    program.tree.File(L"Temporary\\Old.tmp");
+    program.tree.File(L"Temporary\\VB1.tmp");
+    program.tree.File(L"Temporary\\Sub\\older.txt");
+    DrivenProgram window(start);
+    window.Begin(ID_mnuToolsDelTemp);
+    EXPECT_FALSE(WindowText(FindControl(window.WaitForBusyDialog(), ID_lblTitle)).empty());
+    window.WaitUntilBusyDialogIsGone();
+    window.WaitUntilReady();
+    EXPECT_THAT(window.Run().Boxes(), IsEmpty());
+    EXPECT_EQ(ReadTree(start.temporaryFolder).size(), 1U);
+    EXPECT_TRUE(Exists(start.temporaryFolder + L"\\VB1.tmp"));
+    EXPECT_TRUE(Exists(letter));
     window.Close();
 }
 

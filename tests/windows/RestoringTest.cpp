@@ -34,6 +34,7 @@ TEST_F(Restoring, BringsAnOldCopyBack) {
     window.Begin(ID_mnuRestore);
     const Box box = window.AnswerBox(question, IDYES);
     EXPECT_EQ(box.text, question);
+    EXPECT_THAT(box.buttons, ElementsAre(IDYES, IDNO));
     window.WaitUntilBusyDialogIsGone();
     window.WaitUntilReady();
     EXPECT_EQ(ReadBytes(letter), "first");
@@ -103,7 +104,9 @@ TEST_F(Restoring, WithoutACopyEachCommandSaysSoAndDoesNothingElse) {
     for (const int command :
          {ID_mnuRestore, ID_mnuRestoreTo, ID_mnuOpenCopy, ID_mnuDelCopy, ID_mnuDelCopies}) {
         window.Begin(command);
-        window.AnswerBox(L"لا يوجد ملفات في قائمة الاستعادة");
+        const Box box = window.AnswerBox(L"");
+        EXPECT_EQ(box.text, L"لا يوجد ملفات في قائمة الاستعادة");
+        EXPECT_EQ(box.title, L"Vaultwright");
         window.WaitUntilReady();
     }
     window.Close();
@@ -126,8 +129,14 @@ TEST_F(Restoring, DeletingOneCopyRebuildsTheCopies) {
 TEST_F(Restoring, DeletingAllCopiesAsksOnceAndRemovesTheItem) {
     DrivenProgram window(program.With(L""));
     MakeCopies(window);
-    window.Begin(ID_mnuDelCopies);
-    window.AnswerBox(L"هل تريد بالتأكيد حذف كافة النسخ الاحتياطية العائدة للملف:\r\nLetter", IDYES);
+    // The Delete key of the upper list asks for all copies; a no keeps them.
+    for (const int answer : {IDNO, IDYES}) {
+        window.List(ID_lsvRestore1).PressKey(VK_DELETE);
+        const Box box = window.AnswerBox(L"", answer);
+        EXPECT_EQ(box.text, L"هل تريد بالتأكيد حذف كافة النسخ الاحتياطية العائدة للملف:\r\nLetter");
+        window.WaitUntilReady();
+        EXPECT_EQ(Exists(Vault() + L"\\Letter«0001».txt"), answer == IDNO);
+    }
     window.WaitUntilReady();
     EXPECT_EQ(window.List(ID_lsvRestore1).Count(), 0);
     EXPECT_EQ(window.List(ID_lsvRestore2).Count(), 0);
