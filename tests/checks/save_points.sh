@@ -1,0 +1,160 @@
+#!/usr/bin/env bash
+# The program is killed while it saves the list after an edit in its window, at many different
+# points: the file is the old list or the new one, whole, and as soon as it is the new one the old
+# list, which had an item that is gone, stands beside it. What the kill left is no obstacle to the
+# next save.
+#
+# Every call that a Windows program makes to its system goes through a write to Wine's server, and
+# so do the bytes of files: killing it before its k-th write, for any k, reaches every step of a
+# save. The points lie from the first mention of the temporary file to the last.
+#
+# SAVE_POINTS=n     how many points are tried (default 9; 0 for all)
+# SAVE_SEED=n       another choice of points (default 1)
+# VW_BUILD=FOLDER   the build folder (default build/release)
+set -euo pipefail
+cd "$(dirname "$(readlink -f "$0")")/../.."
+
+points=${SAVE_POINTS:-9}
+RANDOM=${SAVE_SEED:-1}
+
+checkName=save_points
+source tests/checks/support/killed_world.bash
+readonly window='K:\app\Vaultwright.exe' items=12
+readonly listFile=$folder/app/FilesList.vwl
+readonly calls='write,writev,pwrite64,fsync,fdatasync'
+killed=0 old=0 saves=0
+process=
+
+finish() {
+    [[ -z ${hand_PID:-} ]] || kill "$hand_PID" 2>/dev/null || true
+    [[ -z $process ]] || kill -KILL "$process" 2>/dev/null || true
+    scripts/wine --end
+}
+
+prepare() {
+    local i
+    prepareFolder
+    trap finish EXIT
+    mkdir "$folder/app" "$folder/home"
+    mv "$folder/Vaultwright.exe" "$folder/app/"
+    cp "$build/tests/save_point.exe" "$folder/"
+    for ((i = 1; i <= items; i++)); do echo "$i" >"$folder/home/file$i.txt"; done
+    scripts/wine reg.exe add 'HKCU\Software\Tallowmere.Net\Vaultwright' /v Arabic /d 0 /f >/dev/null
+    takeEnvironment
+    coproc hand { exec "$wineLoader" 'K:\save_point.exe' 'K:\app\FilesList.vwl' 2>/dev/null; }
+}
+
+# tell COMMAND ANSWER...: one of these answers has to come. Sets answer.
+tell() {
+    local command=$1
+    shift
+    echo "$command" >&"${hand[1]}"
+    read -r -t 60 answer <&"${hand[0]}" || fail "no answer to \"$command\""
+    answer=${answer%$'\r'}
+    [[ " $* " == *" $answer "* ]] || fail "\"$command\" was answered with \"$answer\""
+}
+
+# listOf FIRST [GONE]: a list of the items from this one on.
+listOf() {
+    local i
+    printf '%s\r\n' 'BackupTo: K:\Vault' 'Backages: 3'
+    [[ $# -eq 1 ]] || printf '%s\r\n' 'K:\home\gone.txt'
+    for ((i = $1; i <= items; i++)); do printf 'K:\\home\\file%s.txt\r\n' "$i"; done
+}
+
+openWindow() {
+    "$wineLoader" "$window" </dev/null >/dev/null 2>&1 &
+    process=$!
+    disown "$process"
+    tell wait ready
+}
+
+# saveUnderStrace [NAME NUMBER]: the first item is taken off the list, and the program killed before
+# its call of that name and number, counted from the moment when the file's turn has come. What it
+# does then is in the file "trace".
+saveUnderStrace() {
+    local watcher try inject=()
+    [[ $# -eq 0 ]] || inject=(-e "inject=$1:signal=SIGKILL:when=$2")
+    tell delete held
+    strace -f -qq -s 300 -o "$folder/trace" -e "trace=$calls" "${inject[@]}" -p "$process" \
+        </dev/null >/dev/null 2>"$folder/strace" &
+    watcher=$!
+    for ((try = 0; try < 500; try++)); do
+        ! grep -q '^TracerPid:[[:space:]]*[1-9]' "/proc/$process/status" || break
+        [[ -d /proc/$watcher ]] || fail "strace: $(<"$folder/strace")"
+        sleep 0.01
+    done
+    tell save "done" gone
+    [[ $answer == gone ]] || kill "$watcher" 2>/dev/null || true
+    wait "$watcher" 2>/dev/null || true
+}
+
+closeWindow() {
+    tell close gone
+    process=
+}
+
+# stepsOfSave: the calls of the program's window in a save, one on a line: name, and number among the
+# calls of this name.
+stepsOfSave() {
+    awk -v process="$process" '
+        $1 == process {
+            name = $2; sub(/\(.*/, "", name); count[name]++
+            if (index($0, "FilesList.vwl")) { if (!first) first = NR; last = NR }
+            line[NR] = name " " count[name]
+        }
+        END { for (i = first; first && i <= last + 3; i++) if (i in line) print line[i] }' \
+        "$folder/trace"
+}
+
+# lookAt POINT: what the kill left; every third time the next save too.
+lookAt() {
+    local first=1
+    if cmp -s "$listFile" "$folder/new"; then
+        first=2
+        cmp -s "$listFile.old" "$folder/old" || fail "killed before $1: the old list is lost"
+    else
+        cmp -s "$listFile" "$folder/old" || fail "killed before $1: half a list in $listFile"
+        ((old += 1))
+    fi
+    ((++saves % 3 == 0)) || return 0
+    openWindow
+    tell delete held
+    tell save "done"
+    closeWindow
+    cmp -s "$listFile" <(listOf $((first + 1))) || fail "after $1: the next save is not whole"
+    [[ -z $(find "$folder/app" -name '*.tmp' -o -name '*.new') ]] || fail "after $1: left-overs"
+}
+
+prepare
+listOf 1 gone >"$folder/old"
+listOf 2 >"$folder/new"
+cp "$folder/old" "$listFile"
+openWindow
+saveUnderStrace
+[[ $answer == done ]] || fail 'the program ended in a save that nobody disturbed'
+mapfile -t steps < <(stepsOfSave)
+closeWindow
+lookAt 'nothing'
+[[ $old -eq 0 && ${#steps[@]} -gt 10 ]] || fail "the steps of a save were not found: ${#steps[@]}"
+
+[[ $points -gt 0 ]] || points=${#steps[@]}
+for ((i = 0; i < points; i++)); do
+    step=${steps[(i * 1000 + (points < ${#steps[@]} ? RANDOM % 1000 : 0)) * ${#steps[@]} / (points * 1000)]}
+    rm -f "$listFile".*
+    cp "$folder/old" "$listFile"
+    openWindow
+    # shellcheck disable=SC2086 # a name and a number
+    saveUnderStrace $step
+    if [[ $answer == gone ]]; then
+        ((killed += 1))
+        process=
+    else
+        closeWindow
+    fi
+    lookAt "$step"
+done
+
+echo "$points of ${#steps[@]} points tried, $killed kills, $old left the old list" \
+    "(SAVE_SEED=${SAVE_SEED:-1})"
+[[ $killed -gt $((points / 2)) ]]
