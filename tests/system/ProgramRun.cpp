@@ -11,8 +11,6 @@ namespace vw::test {
 
 namespace {
 
-// Far longer than anything takes, also on a machine that is busy with other tests.
-constexpr ULONGLONG kPatience = 90'000;
 constexpr DWORD kPoll = 10;
 
 /// The environment of the tests with another folder for temporary files.
@@ -44,7 +42,7 @@ std::wstring Decode(const std::string& bytes) {
 
 }  // namespace
 
-ProgramRun::ProgramRun(const ProgramStart& start) {
+ProgramRun::ProgramRun(const ProgramStart& start) : patience_(start.patience) {
     STARTUPINFOW startup{};
     startup.cb = sizeof startup;
     startup.dwFlags = STARTF_USESTDHANDLES;
@@ -91,7 +89,7 @@ DWORD ProgramRun::WaitForEnd(bool answerBoxes) {
     while (WaitForSingleObject(process_.Get(), kPoll) != WAIT_OBJECT_0) {
         Collect();
         SeeBoxes(answerBoxes);
-        if (GetTickCount64() - start > kPatience) FailAndEnd("has not ended");
+        if (GetTickCount64() - start > patience_) FailAndEnd("has not ended");
     }
     Collect();
     DWORD code = 0;
@@ -121,7 +119,7 @@ Box ProgramRun::WaitForBox() {
             boxes_.push_back(box);
             return box;
         }
-        if (GetTickCount64() - start > kPatience) FailAndEnd("has shown no box");
+        if (GetTickCount64() - start > patience_) FailAndEnd("has shown no box");
         Sleep(kPoll);
     }
     ADD_FAILURE() << "the program ended without a box";
@@ -133,7 +131,7 @@ void ProgramRun::Answer(const Box& box, int button) {
     const ULONGLONG start = GetTickCount64();
     while (!HasEnded() && IsWindow(box.handle) != 0) {
         Collect();
-        if (GetTickCount64() - start > kPatience) FailAndEnd("does not close its box");
+        if (GetTickCount64() - start > patience_) FailAndEnd("does not close its box");
         Sleep(kPoll);
     }
 }
@@ -152,7 +150,7 @@ HWND ProgramRun::WaitForWindowThat(std::wstring_view classBeginning, bool isVisi
         Collect();
         const HWND window = FindWindowOf(processId_, classBeginning);
         if (window != nullptr && (!isVisible || IsWindowVisible(window) != 0)) return window;
-        if (GetTickCount64() - start > kPatience) FailAndEnd("has not made its window");
+        if (GetTickCount64() - start > patience_) FailAndEnd("has not made its window");
         Sleep(kPoll);
     }
     return nullptr;

@@ -23,6 +23,9 @@ struct ProgramStart {
     std::wstring currentFolder{};  ///< empty: that of the tests
     Streams streams = Streams::Pipes;
     std::wstring temporaryFolder{};  ///< empty: that of the tests
+    /// How long it may take to do what is waited for: far longer than anything takes, also on a
+    /// machine that is busy with other tests.
+    ULONGLONG patience = 90'000;
 };
 
 /// Another process, from its start to its end: its output, its boxes and its exit code. Whatever is
@@ -89,6 +92,7 @@ class ProgramRun {
     HWND WaitForWindowThat(std::wstring_view classBeginning, bool isVisible);
     void FailAndEnd(const char* what);
 
+    ULONGLONG patience_;
     DWORD processId_ = 0;
     KernelHandle process_;
     Pipe output_;
