@@ -27,7 +27,7 @@ class Hostile : public BackupWindows {
             if (main != nullptr && IsWindowVisible(main) != 0 && IsWindowEnabled(main) != 0) {
                 return main;
             }
-            Sleep(10);
+            static_cast<void>(run.StaysFor(10));
         }
         return nullptr;
     }
