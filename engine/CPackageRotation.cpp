@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <ranges>
 #include <utility>
 #include <vector>
 
@@ -66,9 +67,7 @@ void CPackage::ShiftCopies(std::wstring_view path, std::int16_t location, int la
 
 bool CPackage::MoveBack(const std::vector<std::pair<std::wstring, std::wstring>>& moved) {
     try {
-        for (auto step = moved.rbegin(); step != moved.rend(); ++step) {
-            MoveEntry(step->second, step->first);
-        }
+        for (const auto& [from, to] : std::views::reverse(moved)) MoveEntry(to, from);
         return true;
     } catch (const RuntimeError&) {
         return false;
