@@ -19,7 +19,7 @@ std::uint64_t StartTimeOf(HANDLE process) {
 
 std::uint32_t ThisComputer() {
     std::array<wchar_t, 256> name{};
-    DWORD length = static_cast<DWORD>(name.size());
+    auto length = static_cast<DWORD>(name.size());
     if (GetComputerNameExW(ComputerNameDnsHostname, name.data(), &length) == 0) return 0;
     std::uint32_t hash = 2166136261U;
     for (DWORD i = 0; i < length; ++i) hash = (hash ^ name[i]) * 16777619U;

@@ -6,7 +6,7 @@ namespace vw {
 
 namespace {
 
-constexpr std::size_t kHeldUnits = 16 * 1024;
+constexpr std::size_t kHeldUnits = 16U * 1024U;
 
 std::string Utf8(std::wstring_view text) {
     const int units = static_cast<int>(text.size());
