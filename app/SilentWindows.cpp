@@ -8,8 +8,8 @@ namespace vw {
 
 namespace {
 
-// Shorter than anyone would notice that an icon is not there yet.
-constexpr std::uint64_t kMomentMilliseconds = 200;
+// Nobody misses an icon for so short a time, and whoever sees it sees it long enough to read it.
+constexpr std::uint64_t kMomentMilliseconds = 500;
 
 }  // namespace
 

@@ -1,6 +1,7 @@
 #include "engine/CPackage.h"
 
 #include <limits>
+#include <utility>
 
 #include "engine/CopyName.h"
 #include "engine/EngineProcedure.h"
@@ -70,7 +71,11 @@ std::int16_t CPackage::FindLocation(std::wstring_view path) {
             return static_cast<std::int16_t>(number);
         }
         const auto facts = system_.files.Look(copy);
-        if (!facts || facts->isFolder || EqualNoCase(OriginalLocation(ReadComment(copy)), folder)) {
+        if (!facts || facts->isFolder) return static_cast<std::int16_t>(number);
+        std::wstring comment = ReadFirstComment(copy);
+        if (EqualNoCase(OriginalLocation(comment), folder)) {
+            // The run asks for its date next.
+            if (destination_) destination_->Remember(copy, std::move(comment));
             return static_cast<std::int16_t>(number);
         }
     }
@@ -84,6 +89,7 @@ bool CPackage::CopyStands(std::wstring_view copyPath) {
 
 void CPackage::MoveEntry(std::wstring_view from, std::wstring_view to) {
     system_.files.Move(from, to);
+    destination_->Left(from);
     destination_->Added(to);
 }
 

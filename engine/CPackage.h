@@ -120,7 +120,7 @@ class CPackage final : public CopyDates {
     void BackUpItem(std::wstring_view path, std::int16_t location, bool isFolder, bool subFolders,
                     std::wstring_view givenCopy);
     [[nodiscard]] bool IsRefused(std::wstring_view path);
-    void CheckFreeSpace(std::wstring_view path);
+    void CheckFreeSpace(std::int64_t itemBytes);
     void MakeCopy(NewCopy& copy, bool isFolder, bool subFolders, bool mayRotate);
 
     // Copying (CPackageCopy.cpp).
@@ -156,6 +156,7 @@ class CPackage final : public CopyDates {
     [[nodiscard]] bool CopyStands(std::wstring_view copyPath);
     [[nodiscard]] std::int16_t FindLocation(std::wstring_view path);
     [[nodiscard]] std::wstring ReadComment(std::wstring_view copyPath);
+    [[nodiscard]] std::wstring ReadFirstComment(std::wstring_view copyPath);
     [[nodiscard]] std::wstring OriginalLocation(std::wstring_view comment);
 
     void MoveEntry(std::wstring_view from, std::wstring_view to);

@@ -48,10 +48,26 @@ void CPackage::PackageComment(std::wstring_view copyPath, std::wstring_view text
 }
 
 std::wstring CPackage::ReadComment(std::wstring_view copyPath) {
+    if (destination_) {
+        if (auto remembered = destination_->Remembered(copyPath)) return *std::move(remembered);
+    }
     const std::wstring file = PackageCommentFile(copyPath);
     const auto facts = system_.files.Look(file);
     if (!facts || facts->isFolder) return {};
     return FirstLine(system_.ansi.Decode(system_.files.Read(file)));
+}
+
+// Copy 1 of a file has a comment nearly always, so it is read at once; only when that fails the
+// disk is asked whether there is one.
+std::wstring CPackage::ReadFirstComment(std::wstring_view copyPath) {
+    const std::wstring file = PackageCommentFile(copyPath);
+    try {
+        return FirstLine(system_.ansi.Decode(system_.files.Read(file)));
+    } catch (const RuntimeError&) {
+        const auto facts = system_.files.Look(file);
+        if (facts && !facts->isFolder) throw;
+        return {};
+    }
 }
 
 Date CPackage::PackageDate(std::wstring_view copyPath) {

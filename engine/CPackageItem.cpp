@@ -65,11 +65,12 @@ void CPackage::BackUpItem(std::wstring_view path, std::int16_t location, bool is
         host_.Report(L"تأكد من توفر المجلد التالي", false);
         host_.Report(path, true);
     }
+    const MFileDosShell::Survey survey = MFileDosShell::SurveyOf(system_, *this, path, facts);
     NewCopy copy{.itemPath = std::wstring(path),
                  .location = location,
                  .place = std::wstring(givenCopy),
                  .inSeries = givenCopy.empty(),
-                 .newestDate = MFileDosShell::NewestDateOf(system_, *this, path),
+                 .newestDate = survey.newest,
                  .fileSize = facts ? facts->size : 0,
                  .entry = {}};
     bool mayRotate = copy.inSeries;
@@ -78,7 +79,7 @@ void CPackage::BackUpItem(std::wstring_view path, std::int16_t location, bool is
         RefuseImpossibleName(copy.place);
         FinishReadyCopy(path, location, copy.place);
         const Date copyDate = CopyStands(copy.place) ? PackageDate(copy.place) : kMissingDate;
-        CheckFreeSpace(path);
+        CheckFreeSpace(survey.bytes);
         if (copyDate == copy.newestDate) {
             host_.Report(L"No change since last backup for the path:", false);
             host_.Report(path, true);
@@ -135,11 +136,12 @@ bool CPackage::IsRefused(std::wstring_view path) {
 
 // For a folder only the files directly in it count; a destination that is no fixed disk is not
 // asked, the drive of the temporary folder stands in for it.
-void CPackage::CheckFreeSpace(std::wstring_view path) {
-    const double needed = kSpareBytes + static_cast<double>(MFileDosShell::PathSize(system_, path));
-    const bool fixed = MFileDosShell::FolderOnFixedDrive(system_, state_.BackupTo);
-    MFileDosShell::FolderFreeSpace(
-        system_, fixed ? state_.BackupTo : MFileDosShell::TempPath(system_, {}, false), needed);
+void CPackage::CheckFreeSpace(std::int64_t itemBytes) {
+    MFileDosShell::FolderFreeSpace(system_,
+                                   destination_->IsOnFixedDrive()
+                                       ? state_.BackupTo
+                                       : MFileDosShell::TempPath(system_, {}, false),
+                                   kSpareBytes + static_cast<double>(itemBytes));
 }
 
 }  // namespace vw

@@ -1,8 +1,10 @@
 #include "engine/Destination.h"
 
+#include <utility>
 #include <vector>
 
 #include "engine/CommentLine.h"
+#include "fsutil/FileQueries.h"
 #include "fsutil/PathText.h"
 #include "fsutil/TreeWork.h"
 #include "platform/EventPump.h"
@@ -68,6 +70,29 @@ bool Destination::MayHold(std::wstring_view copyPath) const {
 void Destination::Added(std::wstring_view path) {
     std::wstring_view name = path.substr(folder_.size() + 1);
     entries_.insert(NameKey(name.substr(0, name.find(L'\\'))));
+    rememberedCopy_.clear();
+}
+
+// What lies deeper does not take its topmost folder along.
+void Destination::Left(std::wstring_view path) {
+    const std::wstring_view name = path.substr(folder_.size() + 1);
+    if (name.find(L'\\') == std::wstring_view::npos) entries_.erase(NameKey(name));
+}
+
+void Destination::Remember(std::wstring_view copyPath, std::wstring comment) {
+    rememberedCopy_ = copyPath;
+    rememberedComment_ = std::move(comment);
+}
+
+std::optional<std::wstring> Destination::Remembered(std::wstring_view copyPath) {
+    if (rememberedCopy_.empty() || rememberedCopy_ != copyPath) return std::nullopt;
+    rememberedCopy_.clear();
+    return std::move(rememberedComment_);
+}
+
+bool Destination::IsOnFixedDrive() {
+    if (!onFixedDrive_) onFixedDrive_ = MFileDosShell::FolderOnFixedDrive(system_, folder_);
+    return *onFixedDrive_;
 }
 
 std::wstring Destination::WorkingPath(WorkingState state, std::wstring_view itemPath,

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_set>
@@ -38,6 +39,18 @@ class Destination {
     /// Tells that something now stands at `path`.
     void Added(std::wstring_view path);
 
+    /// Tells that what stood at `path` stands there no more.
+    void Left(std::wstring_view path);
+
+    /// Keeps the comment of a copy for the question that comes next, which would read it again.
+    void Remember(std::wstring_view copyPath, std::wstring comment);
+
+    /// The comment that was kept for this copy, once, unless something was added since.
+    [[nodiscard]] std::optional<std::wstring> Remembered(std::wstring_view copyPath);
+
+    /// Whether the folder lies on a fixed disk; looked up once.
+    [[nodiscard]] bool IsOnFixedDrive();
+
     /// Path of a working entry of this process for an item and a copy of it.
     [[nodiscard]] std::wstring WorkingPath(WorkingState state, std::wstring_view itemPath,
                                            std::wstring_view copyPath, Date date = 0) const;
@@ -64,6 +77,9 @@ class Destination {
     NamedLock lock_;
     ProcessTag self_;
     std::unordered_set<std::uint64_t> entries_;
+    std::optional<bool> onFixedDrive_;
+    std::wstring rememberedCopy_;  ///< empty for none
+    std::wstring rememberedComment_;
     std::map<std::uint64_t, ReadyCopy> ready_;
 };
 

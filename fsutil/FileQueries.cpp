@@ -134,14 +134,15 @@ double FolderFreeSpace(System& system, std::wstring_view folder, double bytesNee
 
 namespace {
 
-// Gets the bytes of whatever a search for the newest date comes by, for who wants their sum too.
-using SizeTaker = std::function<void(std::uint64_t)>;
+// Gets the bytes of whatever a search for the newest date comes by, for who wants their sum too;
+// `direct` are those of the folder itself.
+using SizeTaker = std::function<void(std::uint64_t bytes, bool direct)>;
 
 // `newest` holds what was found so far when an error ends the search.
-void FindNewestDate(System& system, CopyDates& copyDates, std::wstring_view path, Date& newest,
+void FindNewestDate(System& system, CopyDates& copyDates, std::wstring_view path,
+                    const std::optional<FileFacts>& facts, Date& newest,
                     const SizeTaker& takeSize = {}) {
     newest = kMissingDate;
-    const std::optional<FileFacts> facts = system.files.Look(path);
     if (!facts) return;
     if (NamesCopy(path)) {
         newest = copyDates.PackageDate(path);
@@ -152,14 +153,18 @@ void FindNewestDate(System& system, CopyDates& copyDates, std::wstring_view path
         return;
     }
     newest = kEmptyFolderDate;
+    bool direct = true;
     TreeVisitor visitor;
     visitor.file = [&](const FolderEntry& file) {
         newest = std::max(newest, file.lastWrite);
-        if (takeSize) takeSize(file.size);
+        if (takeSize) takeSize(file.size, direct);
     };
+    visitor.left = [&] { direct = false; };
     visitor.enters = [&](const std::wstring& subFolder) {
         if (!NamesCopy(subFolder)) return true;
-        if (takeSize) takeSize(static_cast<std::uint64_t>(WholeTreeSize(system, subFolder)));
+        if (takeSize) {
+            takeSize(static_cast<std::uint64_t>(WholeTreeSize(system, subFolder)), direct);
+        }
         newest = std::max(newest, copyDates.PackageDate(subFolder));
         return false;
     };
@@ -172,7 +177,7 @@ void FindNewestDate(System& system, CopyDates& copyDates, std::wstring_view path
 Date PathDate(System& system, CopyDates& copyDates, std::wstring_view path) {
     Date newest = kMissingDate;
     Trapped(system.errors, Named(L"PathDate"),
-            [&] { FindNewestDate(system, copyDates, path, newest); });
+            [&] { FindNewestDate(system, copyDates, path, system.files.Look(path), newest); });
     return newest;
 }
 
@@ -189,8 +194,8 @@ std::optional<SizeAndDate> PathSizeAndDate(System& system, CopyDates& copyDates,
                 found->size = static_cast<std::uint64_t>(WholeTreeSize(system, path));
             }
         } else if (facts->isFolder) {
-            FindNewestDate(system, copyDates, path, found->date,
-                           [&](std::uint64_t bytes) { found->size += bytes; });
+            FindNewestDate(system, copyDates, path, facts, found->date,
+                           [&](std::uint64_t bytes, bool) { found->size += bytes; });
         }
     });
     return found;
@@ -198,8 +203,25 @@ std::optional<SizeAndDate> PathSizeAndDate(System& system, CopyDates& copyDates,
 
 Date NewestDateOf(System& system, CopyDates& copyDates, std::wstring_view path) {
     Date newest = kMissingDate;
-    FindNewestDate(system, copyDates, path, newest);
+    FindNewestDate(system, copyDates, path, system.files.Look(path), newest);
     return newest;
+}
+
+Survey SurveyOf(System& system, CopyDates& copyDates, std::wstring_view path,
+                const std::optional<FileFacts>& facts) {
+    Survey survey;
+    const auto addDirect = [&](std::uint64_t bytes, bool direct) {
+        if (direct) survey.bytes += static_cast<std::int64_t>(bytes);
+    };
+    FindNewestDate(system, copyDates, path, facts, survey.newest, addDirect);
+    if (!facts) {
+        survey.bytes = -1;
+    } else if (!facts->isFolder) {
+        survey.bytes = static_cast<std::int64_t>(facts->size);
+    } else if (NamesCopy(path)) {
+        survey.bytes = PathSize(system, path);
+    }
+    return survey;
 }
 
 }  // namespace vw::MFileDosShell

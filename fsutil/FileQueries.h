@@ -7,6 +7,7 @@
 
 #include "fsutil/CopyDates.h"
 #include "platform/Date.h"
+#include "platform/FileSystem.h"
 #include "platform/System.h"
 
 namespace vw::MFileDosShell {
@@ -54,7 +55,18 @@ struct SizeAndDate {
 /// A size as display text, in the user's number format.
 [[nodiscard]] std::wstring CSize(std::uint64_t bytes);
 
-/// The date of PathDate for a backup, which must not go on without it: raises what goes wrong.
+/// The date of PathDate for who must not go on without it: raises what goes wrong.
 [[nodiscard]] Date NewestDateOf(System& system, CopyDates& copyDates, std::wstring_view path);
+
+/// What a backup has to know of an item before it decides.
+struct Survey {
+    Date newest = 0;         ///< that of PathDate
+    std::int64_t bytes = 0;  ///< that of PathSize: of a folder the files directly in it
+};
+
+/// Surveys an item, of which `facts` were just told, in one walk. A backup must not go on without
+/// the date: raises what goes wrong with it.
+[[nodiscard]] Survey SurveyOf(System& system, CopyDates& copyDates, std::wstring_view path,
+                              const std::optional<FileFacts>& facts);
 
 }  // namespace vw::MFileDosShell

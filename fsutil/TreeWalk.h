@@ -20,10 +20,13 @@ struct TreeVisitor {
     std::function<bool(const std::wstring& path)> enters;
     /// Called after each entry.
     std::function<void()> yield;
+    /// Called after the last entry of each folder; empty to do without.
+    std::function<void()> left;
 };
 
-/// Shows every file in the folder and below it, of any depth, in no particular order. One listing
-/// per folder is all that the disk is asked. Links to folders below `folder` are not entered
+/// Shows every file in the folder, then those below it, of any depth, in no other order. One
+/// listing per folder is all that the disk is asked. Links to folders below `folder` are not
+/// entered
 /// (`folder` itself may be one), folders that cannot be read are left out.
 void WalkTree(FileSystem& files, std::wstring_view folder, const TreeVisitor& visitor);
 

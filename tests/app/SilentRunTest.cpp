@@ -58,7 +58,7 @@ TEST_F(SilentRun, HasItsIconOnceItHasLasted) {
     WriteDefaultList({});
     world.pump.AtYield(3, [this] {
         EXPECT_FALSE(application.HasMessages());
-        world.clock.Advance(199);
+        world.clock.Advance(499);
         EXPECT_FALSE(application.HasMessages());
         world.clock.Advance(1);
         EXPECT_TRUE(application.HasMessages());

@@ -8,8 +8,6 @@
 
 namespace vw::test {
 
-namespace {
-
 const char* NameOf(FileCall call) {
     switch (call) {
         case FileCall::Look:
@@ -39,8 +37,6 @@ const char* NameOf(FileCall call) {
     }
     return "?";
 }
-
-}  // namespace
 
 std::string Describe(const FileOperation& operation) {
     std::string text = NameOf(operation.call);

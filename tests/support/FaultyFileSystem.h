@@ -26,6 +26,9 @@ enum class FileCall {
     KindOfDrive
 };
 
+/// "Look", "List"...
+[[nodiscard]] const char* NameOf(FileCall call);
+
 /// One call that reached the file system. `to` is empty but for Copy, Move and Replace.
 struct FileOperation {
     FileCall call;

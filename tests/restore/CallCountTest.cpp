@@ -1,0 +1,45 @@
+// What the copies browser asks of the disk, counted at the edge to the system: one listing of the
+// copy folder, however many copies there are, and the rest for the one item whose copies are shown.
+
+#include "tests/restore/RestoreWorld.h"
+#include "tests/support/CallCounts.h"
+
+namespace vw::test {
+namespace {
+
+class BrowserCallCount : public RestoreWorld {
+  protected:
+    /// `items` items with three copies each.
+    void MakeCopies(int items) {
+        for (int item = 0; item < items; ++item) {
+            for (const auto* number : {L"«0001»", L"«0002»", L"«0003»"}) {
+                CopyFile(L"Letter" + std::to_wstring(item) + number + L".txt");
+            }
+        }
+    }
+    CallCounts CallsOfListing() {
+        world.files.Heal();
+        browser.ListRestoreFiles();
+        return CallCounts(world.files.Operations());
+    }
+};
+
+TEST_F(BrowserCallCount, OfListingEveryItem) {
+    MakeCopies(2);
+    EXPECT_EQ(CallsOfListing().Text(), "Look 14, List 2");
+    MakeCopies(100);
+    EXPECT_EQ(CallsOfListing().Text(), "Look 14, List 2") << "as many for a hundred items";
+}
+
+TEST_F(BrowserCallCount, OfListingTheCopiesOfAnItem) {
+    MakeCopies(2);
+    const CallCounts withThree = CallsOfListing();
+    CopyFile(L"Letter0«0004».txt");
+    const CallCounts withFour = CallsOfListing();
+    EXPECT_EQ((withFour - withThree).Text(), "Look 3") << "for one more copy";
+    CopyFile(L"Letter0«0001».txt.vwc", "Backed Files Date Last Modified:01/02/2024-03:04:05+");
+    EXPECT_EQ((CallsOfListing() - withFour).Text(), "Read 2") << "for a comment";
+}
+
+}  // namespace
+}  // namespace vw::test
