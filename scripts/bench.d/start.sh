@@ -1,7 +1,7 @@
 # A silent start that has nothing to do, against a process that ends at once.
 title='silent start, empty list'
 sides=(vaultwright cmd)
-comparisons=('vaultwright cmd -')
+comparisons=('vaultwright cmd 1.3')
 
 make() {
     mkdir "$data/vault"

@@ -1,7 +1,7 @@
 # A run that finds nothing changed, against listing the same tree.
 title="unchanged run, $((folders * 100)) small files in $folders folders"
-sides=(vaultwright dir rsync cp-u)
-comparisons=('vaultwright dir 1.0' 'vaultwright rsync -' 'vaultwright cp-u -')
+sides=(vaultwright dir xcopy-d rsync cp-u)
+comparisons=('vaultwright dir 0.20' 'vaultwright xcopy-d -' 'vaultwright rsync -' 'vaultwright cp-u 1.5')
 
 make() {
     local firstCopy
@@ -10,6 +10,7 @@ make() {
     writeList "$data/list.vwl" "$data/vault" "$data/tree"
     cp -a "$data/tree" "$data/copy/cp-u"
     cp -a "$data/tree" "$data/copy/rsync"
+    cp -a "$data/tree" "$data/copy/xcopy"
     once vaultwright
     firstCopy=$(theCopy "$data/vault")
     sameTree "$data/tree" "$firstCopy"
@@ -19,6 +20,10 @@ commandOf() {
     case $1 in
         vaultwright) argv=("$loader" "$program" /B "$(windowsPath "$data/list.vwl")") ;;
         dir) argv=("$loader" "$cmd" /c dir /s "$(windowsPath "$data/tree")") ;;
+        xcopy-d)
+            argv=("$loader" "$xcopy" /D /E /I /Y "$(windowsPath "$data/tree")"
+                "$(windowsPath "$data/copy/xcopy")")
+            ;;
         rsync) argv=(rsync -a "$data/tree/" "$data/copy/rsync/") ;;
         cp-u) argv=(cp -au "$data/tree/." "$data/copy/cp-u/") ;;
     esac
@@ -30,6 +35,7 @@ check() {
             says 'No change since last backup'
             theCopy "$data/vault" >/dev/null
             ;;
+        xcopy-d) says '^0 file' ;;
         dir) says "^ *$((folders * 100)) files" ;;
     esac
 }

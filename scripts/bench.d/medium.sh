@@ -1,0 +1,39 @@
+# Some hundred files of photographs' size, against copying the folder with what the system brings.
+files=$((folders * 200 / 500))
+title="first backup of $files files of 5 MiB"
+sides=(vaultwright cmd-copy xcopy cp)
+comparisons=('vaultwright cmd-copy,xcopy 1.10' 'vaultwright cp -')
+
+make() {
+    mkdir "$data/tree"
+    head -c "$((files * 5))M" /dev/urandom |
+        split -b 5M -a 4 -d --additional-suffix=.jpg - "$data/tree/photo"
+}
+
+# xcopy makes its folder itself and is measured doing so; so is the folder of a copy of ours.
+reset() {
+    target=$data/target
+    rm -rf "$target"
+    [[ $1 == xcopy ]] || mkdir "$target"
+    writeList "$data/list.vwl" "$target" "$data/tree"
+    sync
+}
+
+commandOf() {
+    local from to
+    from=$(windowsPath "$data/tree")
+    to=$(windowsPath "$target")
+    case $1 in
+        vaultwright) argv=("$loader" "$program" /B "$(windowsPath "$data/list.vwl")") ;;
+        cmd-copy) argv=("$loader" "$cmd" /c copy "$from\\*" "$to\\") ;;
+        xcopy) argv=("$loader" "$xcopy" /E /I "$from" "$to") ;;
+        cp) argv=(cp -a "$data/tree/." "$target/") ;;
+    esac
+}
+
+check() {
+    local copy=$target
+    [[ $1 != vaultwright ]] || copy=$(theCopy "$target")
+    sameCount "$data/tree" "$copy"
+    [[ $round -gt 0 ]] || sameTree "$data/tree" "$copy"
+}
