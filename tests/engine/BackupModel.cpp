@@ -143,7 +143,7 @@ void BackupModel::RunLine(const Line& line, int count, Expected& expected) {
     expected.messages.insert(expected.messages.end(), messages.begin(), messages.end());
     copies[first] = fresh;
     comments[first] = {newest, ParentOf(path)};
-    expected.report.push_back(L"\tDone.");
+    expected.report.emplace_back(L"\tDone.");
 }
 
 }  // namespace vw::test
