@@ -29,6 +29,18 @@ constexpr Procedure Named(std::wstring_view name) { return {name, L"Form", L"frm
 constexpr std::uint32_t kSaveFlags = 0x80006;  // explorer style, no read-only box, may overwrite
 constexpr std::uint32_t kOpenFlags = 0x81004;  // explorer style, no read-only box, must exist
 
+/// Set as long as it lives.
+class Flagged {
+  public:
+    explicit Flagged(bool& flag) noexcept : flag_(flag) { flag_ = true; }
+    ~Flagged() { flag_ = false; }
+    Flagged(const Flagged&) = delete;
+    Flagged& operator=(const Flagged&) = delete;
+
+  private:
+    bool& flag_;
+};
+
 }  // namespace
 
 BackupList::BackupList(System& system, ProgramState& state, Form& main, FileDialogs& dialogs,
@@ -45,7 +57,8 @@ BackupList::BackupList(System& system, ProgramState& state, Form& main, FileDial
 
 void BackupList::FileSave() {
     Trapped(system_.errors, Named(L"FileSave"), [this] {
-        if (!state_.listModified) return;
+        // Half a list is not saved: the session may end in the middle of loading.
+        if (!state_.listModified || loading_) return;
         state_.listModified = false;
         try {
             const std::string bytes =
@@ -65,13 +78,11 @@ void BackupList::GetList() {
         if (!system_.files.Look(state_.currentListPath)) {
             system_.files.Write(state_.currentListPath, {}, FileSystem::Flush::No);
         }
+        // Until all of the file is shown: what cannot be read is kept by the next save.
+        droppedItems_ = true;
         const std::wstring text =
             DecodeList(system_.files.Read(state_.currentListPath), system_.ansi);
-        droppedItems_ = false;
-        {
-            const RedrawPause pause(rows_.List());
-            Load(text);
-        }
+        droppedItems_ = Load(text);
         ShowDestinationDrive();
         main_.SetValue(L"vsBackages", state_.copiesCount);
         main_.SetText(L"lblBackages", std::to_wstring(state_.copiesCount));
@@ -80,7 +91,10 @@ void BackupList::GetList() {
     });
 }
 
-void BackupList::Load(std::wstring_view text) {
+bool BackupList::Load(std::wstring_view text) {
+    const RedrawPause pause(rows_.List());
+    const Flagged loading(loading_);
+    bool dropped = false;
     rows_.Clear();
     FieldReader fields(text);
     while (!fields.AtEnd()) {
@@ -95,13 +109,14 @@ void BackupList::Load(std::wstring_view text) {
                 break;
             case ListLineKind::Item:
                 if (rows_.AddToList(line.value) == ListRows::Outcome::Vanished) {
-                    droppedItems_ = true;
+                    dropped = true;
                 }
                 break;
             case ListLineKind::Empty:
                 break;
         }
     }
+    return dropped;
 }
 
 void BackupList::ReadDestination(std::wstring_view value) {

@@ -64,7 +64,8 @@ class BackupList {
     void ShowDestinationDrive();
 
   private:
-    void Load(std::wstring_view text);
+    /// Shows a list's text; true when it has lines that the window does not show.
+    [[nodiscard]] bool Load(std::wstring_view text);
     void ReadDestination(std::wstring_view value);
     [[nodiscard]] bool AskForList(FileDialogKind kind, std::uint32_t flags);
 
@@ -78,6 +79,7 @@ class BackupList {
     ListRows rows_;
     FileDialogSetup dialog_;
     bool droppedItems_ = false;  ///< lines of the file that the window does not show
+    bool loading_ = false;
     bool closingUnsaved_ = false;
 };
 

@@ -14,7 +14,6 @@ namespace {
 using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
-using testing::Not;
 
 class BackupLists : public ListWorld {};
 
@@ -125,6 +124,58 @@ TEST_F(BackupLists, AnItemThatVanishedGoesWithTheNextSaveAndTheOldListIsKept) {
     EXPECT_EQ(ReadBytes(state.currentListPath + L".old"), before);
 }
 
+TEST_F(BackupLists, ThatCannotBeReadIsKeptByTheNextSave) {
+    const std::wstring a = tree.File(L"a.txt");
+    ListFile(world.ansi.Encode(a));
+    list.GetList();
+    const std::string other = world.ansi.Encode(tree.File(L"b.txt") + L"\r\n");
+    state.currentListPath = tree.File(L"Other.vwl", other);
+    world.files.FailNth(1, error_number::kPermissionDenied, OnlyCalls({FileCall::Read}));
+    list.GetList();
+    EXPECT_EQ(world.errors.TakeOne().procedure, L"GetList");
+    world.files.Heal();
+    state.listModified = true;
+    list.FileSave();
+    EXPECT_EQ(Saved(), Expected({a})) << "what the window shows";
+    EXPECT_EQ(ReadBytes(state.currentListPath + L".old"), other);
+}
+
+// The session may end while a long list is loaded, with a change that was not saved before.
+TEST_F(BackupLists, AreNotSavedWhileTheyAreHalfLoaded) {
+    std::wstring text;
+    for (int i = 0; i < 6; ++i) {
+        text += tree.File(L"f" + std::to_wstring(i) + L".txt") + L"\r\n";
+    }
+    const std::string before = world.ansi.Encode(text);
+    for (int moment = 1; moment <= 6; ++moment) {
+        ListFile(before);
+        state.listModified = true;
+        world.pump.Restart();
+        world.pump.AtYield(moment, [this] { list.FileSave(); });
+        list.GetList();
+        EXPECT_EQ(Saved(), before) << moment;
+        EXPECT_TRUE(state.listModified);
+        EXPECT_EQ(View().Count(), 6);
+    }
+    list.FileSave();
+    EXPECT_EQ(Saved(), Expected(Paths()));
+    EXPECT_FALSE(Exists(state.currentListPath + L".old"));
+}
+
+TEST_F(BackupLists, OfManyItemsLoadWithTheWindowAlive) {
+    constexpr int kItems = 2000;
+    std::string text;
+    for (int i = 0; i < kItems; ++i) text += "C:\\Folder " + std::to_string(i) + "\\*\r\n";
+    ListFile(text + text);
+    world.pump.Restart();
+    list.GetList();
+    EXPECT_EQ(View().Count(), kItems);
+    EXPECT_GE(world.pump.Yields(), 2 * kItems) << "once for each line";
+    state.listModified = true;
+    list.FileSave();
+    EXPECT_EQ(Saved(), Expected(Paths()));
+}
+
 TEST_F(BackupLists, AnItemWithACommaIsLostByTheNextLoadAndSave) {
     const std::wstring comma = tree.File(L"one, two.txt");
     ListFile("");
@@ -192,126 +243,6 @@ TEST_F(BackupLists, ADestinationWithoutADriveLeavesTheBoxAlone) {
     list.GetList();
     EXPECT_EQ(main.form.Text(L"cmbDestination"), L"C:");
     EXPECT_EQ(state.BackupTo, L"\\\\server\\share");
-}
-
-TEST_F(BackupLists, NewTakesTheChosenNameAndIsEmpty) {
-    const std::wstring a = tree.File(L"a.txt");
-    ListFile(world.ansi.Encode(a));
-    list.GetList();
-    const std::wstring chosen = tree.File(L"New.vwl", "an old list");
-    dialogs.Expect(chosen);
-    list.FileNew(false);
-    EXPECT_EQ(state.currentListPath, chosen);
-    EXPECT_EQ(Saved(), "");
-    EXPECT_EQ(View().Count(), 0);
-    EXPECT_TRUE(state.listModified);
-    EXPECT_EQ(recent.RecentFile(1), chosen);
-    ASSERT_EQ(dialogs.shown.size(), 1U);
-    EXPECT_TRUE(dialogs.saving[0]);
-    EXPECT_EQ(dialogs.shown[0].flags, 0x80006U);
-    EXPECT_EQ(dialogs.shown[0].filter, L"مهمة نسخ احتياطي(As *.vwl)|*.vwl");
-    EXPECT_EQ(dialogs.shown[0].defaultExtension, L"vwl");
-    EXPECT_THAT(calls, Contains(L"SetCaption"));
-}
-
-TEST_F(BackupLists, SaveAsWritesTheItemsUnderTheOtherName) {
-    const std::wstring a = tree.File(L"a.txt");
-    ListFile(world.ansi.Encode(a));
-    list.GetList();
-    const std::wstring other = tree.File(L"Other.vwl", "an old list");
-    dialogs.Expect(other);
-    list.FileSaveAs();
-    EXPECT_EQ(state.currentListPath, other);
-    EXPECT_EQ(Saved(), Expected({a}));
-    EXPECT_FALSE(state.listModified);
-}
-
-TEST_F(BackupLists, SaveAsThatFailsLeavesTheOtherList) {
-    ListFile("");
-    list.GetList();
-    const std::wstring other = tree.File(L"Other.vwl", "an old list");
-    dialogs.Expect(other);
-    world.files.FillDiskFrom(1);
-    list.FileSaveAs();
-    EXPECT_EQ(world.errors.TakeOne().procedure, L"FileSave");
-    EXPECT_EQ(ReadBytes(other), "an old list");
-    EXPECT_TRUE(state.listModified);
-}
-
-TEST_F(BackupLists, CancelledSaveAsSavesUnderTheOldName) {
-    ListFile("");
-    list.GetList();
-    state.listModified = true;
-    dialogs.Expect(std::nullopt);
-    list.FileSaveAs();
-    EXPECT_EQ(Saved(), Expected({}));
-}
-
-TEST_F(BackupLists, OpenAsksAndShowsTheCopiesOfItsFirstItem) {
-    const std::wstring a = tree.File(L"a.txt");
-    const std::wstring other = tree.File(L"Other.vwl", world.ansi.Encode(a));
-    dialogs.Expect(other);
-    list.FileOpen();
-    EXPECT_THAT(Paths(), ElementsAre(a));
-    EXPECT_EQ(recent.RecentFile(1), other);
-    ASSERT_EQ(dialogs.shown.size(), 1U);
-    EXPECT_FALSE(dialogs.saving[0]);
-    EXPECT_EQ(dialogs.shown[0].flags, 0x81004U);
-    EXPECT_THAT(calls, Contains(L"RestoredPath " + a));
-    EXPECT_THAT(calls, Contains(L"SetCaption"));
-}
-
-TEST_F(BackupLists, OpenAnEmptyListAsksForTheCopiesOfNothing) {
-    list.FileOpen(tree.File(L"Other.vwl", ""));
-    EXPECT_THAT(calls, Contains(L"RestoredPath "));
-}
-
-TEST_F(BackupLists, CancelledDialogsChangeNothing) {
-    ListFile("BackupTo: D:\\Vault\r\n");
-    list.GetList();
-    state.listModified = false;
-    calls.clear();
-    for (int i = 0; i < 2; ++i) dialogs.Expect(std::nullopt);
-    list.FileNew(false);
-    list.FileOpen();
-    EXPECT_EQ(state.currentListPath, Path(L"List.vwl"));
-    EXPECT_FALSE(state.listModified);
-    EXPECT_THAT(calls, IsEmpty());
-}
-
-TEST_F(BackupLists, ClosingWithoutSavingSavesNothing) {
-    ListFile("BackupTo: D:\\Vault\r\n");
-    list.GetList();
-    state.listModified = true;
-    list.DoClose();
-    list.SaveOnClose();
-    EXPECT_EQ(Saved(), "BackupTo: D:\\Vault\r\n");
-    EXPECT_THAT(calls, Contains(L"frmUnload"));
-}
-
-TEST_F(BackupLists, ClosingSavesButNotInASilentRun) {
-    ListFile("");
-    list.GetList();
-    state.listModified = true;
-    state.silentRun = true;
-    list.SaveOnClose();
-    EXPECT_EQ(Saved(), "");
-    state.silentRun = false;
-    list.SaveOnClose();
-    EXPECT_EQ(Saved(), Expected({}));
-}
-
-TEST_F(BackupLists, AChosenDestinationIsStoredAndSavedAtOnce) {
-    ListFile("");
-    list.GetList();
-    calls.clear();
-    list.CopyTo(L"");
-    EXPECT_THAT(calls, IsEmpty());
-    list.CopyTo(L"D:\\Other vault");
-    EXPECT_EQ(state.BackupTo, L"D:\\Other vault");
-    EXPECT_EQ(settings.GetSetting(setting::kBackupTo, L""), L"D:\\Other vault");
-    EXPECT_EQ(Saved(), Expected({}));
-    EXPECT_THAT(calls, ElementsAre(L"ListRestoreFiles", L"RestoredPath "));
 }
 
 TEST_F(BackupLists, AListOfAMissingFolderIsTold) {

@@ -11,6 +11,7 @@
 #include "list/editing/ListHost.h"
 #include "list/editing/RecentFiles.h"
 #include "list/editing/RecentFilesHost.h"
+#include "list/format/ListText.h"
 #include "platform/ProgramState.h"
 #include "tests/support/ScratchRegistry.h"
 #include "tests/support/ScriptedDialogs.h"
