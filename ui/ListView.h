@@ -150,6 +150,7 @@ class ListView {
     const RowPictures* pictures_ = nullptr;
     int dpi_ = kDesignDpi;
     bool selecting_ = false;
+    bool isSortMarked_ = false;
     WPARAM keyDown_ = 0;  ///< pressed in the list and not let go yet
 };
 

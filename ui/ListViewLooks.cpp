@@ -117,19 +117,25 @@ int ListView::WidthOf(std::size_t column) const {
 }
 
 void ListView::MarkSortColumn(int column, bool ascending) {
+    isSortMarked_ = column >= 0;
     const auto header = reinterpret_cast<HWND>(SendMessageW(control_, LVM_GETHEADER, 0, 0));
     const auto count = static_cast<int>(data_.columns.size());
     for (int i = 0; i < count; ++i) {
         HDITEMW item{};
         item.mask = HDI_FORMAT;
         SendMessageW(header, HDM_GETITEMW, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(&item));
+        const int before = item.fmt;
         item.fmt &= ~(HDF_SORTUP | HDF_SORTDOWN);
         if (i == column) item.fmt |= ascending ? HDF_SORTUP : HDF_SORTDOWN;
+        if (item.fmt == before) continue;
         SendMessageW(header, HDM_SETITEMW, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(&item));
     }
 }
 
-void ListView::ClearSortMark() { MarkSortColumn(-1, true); }
+// Asked for with each row that is added, so it has to cost nothing when there is no mark.
+void ListView::ClearSortMark() {
+    if (isSortMarked_) MarkSortColumn(-1, true);
+}
 
 void ListView::Answer(NMLVDISPINFOW& info) {
     const auto* row = reinterpret_cast<const Row*>(info.item.lParam);
