@@ -53,7 +53,7 @@ class ItemFaults : public testing::TestWithParam<Scenario> {
     }
     [[nodiscard]] static bool IsFile() { return Base() == GetParam().item; }
 
-    void Edit(int version) {
+    void Edit(int version) const {
         const std::string text = "version " + std::to_string(version);
         if (IsFile()) {
             world_.tree.File(Base(), text, Day(version));

@@ -208,7 +208,8 @@ TEST(ListReading, SurvivesZeroBytesAndGarbage) {
     EngineWorld world;
     MakeFiles(world);
     const std::string path = world.world.ansi.Encode(world.Path(L"a.txt"));
-    std::string garbage = std::string("\0\0\r\nx\0y\r\n\xFF\xFE\x81\r\n|<>?*:\r\nNUL\r\n", 29);
+    using namespace std::string_literals;
+    const std::string garbage = "\0\0\r\nx\0y\r\n\xFF\xFE\x81\r\n|<>?*:\r\nNUL\r\n"s;
     world.tree.File(L"App\\List.vwl", garbage + "\r\n" + path + "\r\n");
     world.Run();
     EXPECT_TRUE(Exists(world.Store(L"a«0001».txt")));

@@ -219,7 +219,9 @@ class History {
                 continue;
             }
             expected[name].isFolder = true;
-            for (const auto& [path, node] : copy.content) expected[name + L"\\" + path] = node;
+            for (const auto& [path, node] : copy.content) {
+                expected[std::wstring(name).append(L"\\").append(path)] = node;
+            }
         }
         for (const auto& [name, comment] : model_.comments) AddParents(name, expected);
         std::set<std::wstring> comments;
