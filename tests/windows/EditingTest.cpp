@@ -301,7 +301,10 @@ TEST_F(Editing, ALockedListIsToldAndSavedAtTheNextChance) {
         const FileHandle held(CreateFileW(program.DefaultList().c_str(), GENERIC_READ,
                                           FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr));
         window.Begin(ID_mnuDel);
-        window.AnswerBox(L"in procedure FileSave of Form frmMain");
+        const Box box = window.AnswerBox(L"in procedure FileSave of Form frmMain");
+        EXPECT_THAT(box.text, testing::StartsWith(L"Error 70 in line "));
+        EXPECT_THAT(box.text, HasSubstr(L"Permission denied"));
+        EXPECT_THAT(box.text, HasSubstr(program.DefaultList()));
         window.WaitUntilReady();
         EXPECT_EQ(ReadBytes(program.DefaultList()), before);
         EXPECT_EQ(window.List(ID_lsvBackupList).Count(), 1);
