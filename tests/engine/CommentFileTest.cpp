@@ -198,9 +198,10 @@ TEST(StoredDate, FollowsItsLabelInAnyCaseAndPlace) {
 
 TEST(StoredDate, ThatIsDamagedIsWhatItsDigitsGive) {
     EngineWorld world;
-    const auto dateOf = [&](const char* field) {
+    const auto dateOf = [&](const std::string& field) {
         return DateByComment(world, std::string(kDateLabel) + field);
     };
+    using namespace std::string_literals;
     EXPECT_EQ(dateOf("05/03/2005"), MakeDate({2005, 3, 5, 0, 0, 0}));
     EXPECT_EQ(dateOf("05/03/2005-xx:yy:zz"), MakeDate({2005, 3, 5, 0, 0, 0}));
     EXPECT_EQ(dateOf("31/02/2005-00:00:00"), MakeDate({2005, 3, 3, 0, 0, 0}));
@@ -208,7 +209,7 @@ TEST(StoredDate, ThatIsDamagedIsWhatItsDigitsGive) {
     EXPECT_EQ(dateOf("05/03/05  -00:00:00"), MakeDate({2005, 3, 5, 0, 0, 0}));
     EXPECT_EQ(dateOf("05/03/95  -00:00:00"), MakeDate({1995, 3, 5, 0, 0, 0}));
     EXPECT_EQ(dateOf(""), MakeDate({0, 0, 0, 0, 0, 0}));
-    EXPECT_EQ(dateOf("\x01\xff\x00garbage"), MakeDate({0, 0, 0, 0, 0, 0}));
+    EXPECT_EQ(dateOf("\x01\xff\x00garbage"s), MakeDate({0, 0, 0, 0, 0, 0}));
 }
 
 TEST(StoredDate, ThatIsImpossibleIsToldWithItsFile) {

@@ -114,7 +114,7 @@ void EngineWorld::List(const Lines& items, int copies) {
     ListText(text);
 }
 
-void EngineWorld::ListText(std::wstring_view text) {
+void EngineWorld::ListText(std::wstring_view text) const {
     tree.File(L"App\\List.vwl", world.ansi.Encode(Replaced(std::wstring(text), L"~", tree.Path())));
 }
 

@@ -111,7 +111,7 @@ class EngineWorld {
     /// relative to the world's folder unless they hold a ":".
     void List(const Lines& items, int copies = 3);
     /// The same from the list's own text (in code page 1256); "~" stands for the world's folder.
-    void ListText(std::wstring_view text);
+    void ListText(std::wstring_view text) const;
 
     /// BackupAll with a fresh engine, as a new process would have it. The log has a line for each
     /// report ("> " before a path line), "* " and the message for each Msg, "! number procedure
