@@ -50,9 +50,17 @@ void RestoreCommands::mnuOpenCopyClick() {
             TellNothingSelected();
             return;
         }
-        if (!system_.files.Look(path)) Raise(error_number::kFileNotFound, path);
+        ExpectCopy(path);
         MMyScripting::ShellPath(system_, path);
     });
+}
+
+void RestoreCommands::ExpectCopy(const std::wstring& path) {
+    if (system_.files.Look(path)) return;
+    const int row = browser_.Items().Selected();
+    if (row >= 0) browser_.ListCopyes(row);
+    if (browser_.Copies().Count() == 0) browser_.ListRestoreFiles();
+    Raise(error_number::kFileNotFound, path);
 }
 
 void RestoreCommands::TellNothingSelected() {

@@ -57,6 +57,8 @@ class RestoreCommands {
     void DoDelFile();
     [[nodiscard]] bool Ask(const std::wstring& question);
     void TellNothingSelected();
+    /// Raises when somebody else has deleted a listed copy; the lists then show what is left.
+    void ExpectCopy(const std::wstring& path);
 
     System& system_;
     ProgramState& state_;

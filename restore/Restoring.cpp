@@ -44,7 +44,7 @@ void RestoreCommands::DoRestore(bool askLocation) {
             TellNothingSelected();
             return;
         }
-        if (!system_.files.Look(copy)) Raise(error_number::kFileNotFound, copy);
+        ExpectCopy(copy);
         std::wstring location = SubItem(browser_.Items(), L"Orginal Location");
         if (location.empty()) location = kUnknown;
         const std::wstring name = CFileName(CFileOrigin(copy));

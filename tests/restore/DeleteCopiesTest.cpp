@@ -99,6 +99,7 @@ TEST_F(Restore, OpeningACopyThatIsGoneIsTold) {
     const ToldError error = world.errors.TakeOne();
     EXPECT_EQ(error.number, error_number::kFileNotFound);
     EXPECT_EQ(error.procedure, L"mnuOpenCopyClick");
+    EXPECT_THAT(Labels(), ElementsAre(L"N01", L"N03")) << "the list shows what is left";
 }
 
 TEST_F(Restore, DeletingCopiesBelowAFolderWithAPointLeavesNoFolders) {

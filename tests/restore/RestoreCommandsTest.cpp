@@ -149,6 +149,17 @@ TEST_F(Restore, ACopyThatIsGoneIsTold) {
     EXPECT_EQ(error.number, error_number::kFileNotFound);
     EXPECT_EQ(error.procedure, L"DoRestore");
     EXPECT_EQ(ReadBytes(document), "state 3");
+    EXPECT_THAT(Labels(), ElementsAre(L"N01", L"N03"));
+}
+
+TEST_F(Restore, WithoutTheWholeDestinationItIsToldAndTheListsAreEmpty) {
+    tree.Remove(vault);
+    SelectCopy(L"N02");
+    commands.mnuRestoreClick();
+    EXPECT_EQ(world.errors.TakeOne().number, error_number::kFileNotFound);
+    EXPECT_EQ(ReadBytes(document), "state 3");
+    EXPECT_THAT(Items(), IsEmpty());
+    EXPECT_THAT(Labels(), IsEmpty());
 }
 
 TEST_F(Restore, ACancelDuringTheSafetyCopyOverwritesNothing) {

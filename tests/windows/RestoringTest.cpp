@@ -154,6 +154,7 @@ TEST_F(Restoring, ACopyThatSomebodyElseDeletedIsToldAndNothingIsOverwritten) {
     window.AnswerBox(L"in procedure DoRestore of Form frmMain");
     window.WaitUntilReady();
     EXPECT_EQ(ReadBytes(letter), "third");
+    EXPECT_THAT(window.List(ID_lsvRestore2).Column(kName), ElementsAre(L"N01", L"N02"));
     window.Close();
 }
 
