@@ -74,7 +74,8 @@ bool DeleteWholeFolder(System& system, const std::wstring& path) {
 
 // Files that others are known to leave directly in the folder of Windows.
 void CleanWindowsFolder(System& system, const ProgramState& state, const std::wstring& windows) {
-    for (const std::wstring& name : ContentsOf(system, windows).files) {
+    const Contents contents = ContentsOf(system, windows);
+    for (const std::wstring& name : contents.files) {
         if (state.cancelRequested) return;
         if (!Like(name, L"*.TMP")) continue;
         try {

@@ -26,19 +26,18 @@ KillWorld::KillWorld(std::wstring folder, History history)
     : folder_(std::move(folder)),
       history_(history),
       firstState_(history == History::Full ? kCopies + 1 : 1),
-      state_(firstState_) {
-    items_ = {
-        {.line = L"Home\\Letter.txt", .entries = {}, .size = 200'000},
-        {.line = L"Home\\Docs\\",
-         .entries = {L"a.txt", L"b", L"Empty\\", L"رسالة.txt", L"Sub\\", L"Sub\\c.txt",
-                     L"Sub\\Deeper\\", L"Sub\\Deeper\\d.txt"},
-         .size = 70'000},
-        {.line = L"Home\\Same.txt", .entries = {}, .size = 100, .changes = false},
-        {.line = L"Home\\Notes\\*", .entries = {L"n.txt", L"o.txt"}, .size = 500},
-        {.line = L"Home\\J.Smith\\README", .entries = {}, .size = 10},
-        {.line = L"Home\\Old\\Letter.txt", .entries = {}, .size = 3'000, .location = 1},
-    };
-}
+      state_(firstState_),
+      items_{
+          {.line = L"Home\\Letter.txt", .entries = {}, .size = 200'000},
+          {.line = L"Home\\Docs\\",
+           .entries = {L"a.txt", L"b", L"Empty\\", L"رسالة.txt", L"Sub\\", L"Sub\\c.txt",
+                       L"Sub\\Deeper\\", L"Sub\\Deeper\\d.txt"},
+           .size = 70'000},
+          {.line = L"Home\\Same.txt", .entries = {}, .size = 100, .changes = false},
+          {.line = L"Home\\Notes\\*", .entries = {L"n.txt", L"o.txt"}, .size = 500},
+          {.line = L"Home\\J.Smith\\README", .entries = {}, .size = 10},
+          {.line = L"Home\\Old\\Letter.txt", .entries = {}, .size = 3'000, .location = 1},
+      } {}
 
 void KillWorld::Prepare() {
     disk_.Remove(folder_);
