@@ -89,6 +89,9 @@ void MainWindow::mnuBackupClick(int) {
     parts_->list.FileSave();
     state_.cancelRequested = false;
     host_.BackUpCurrentList();
+    // The end of the busy dialog has given the window back, but the command still runs: what the
+    // user chose now would be lost.
+    host_.Ready(false);
     parts_->browser.ListRestoreFiles();
     host_.Ready(true);
     host_.EndBusy();

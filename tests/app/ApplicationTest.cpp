@@ -134,6 +134,25 @@ TEST_F(App, AKeptReportKeepsTheMainWindowWaiting) {
     EXPECT_TRUE(Main().IsFormEnabled());
 }
 
+TEST_F(App, TheMainWindowWaitsForTheListsBehindARun) {
+    WriteDefaultList({letter});
+    Start();
+    bool wasBusy = false;
+    bool wasEnabled = false;
+    int looks = 0;
+    world.pump.AtEachYield([&] {
+        const bool busy = Windows().frmBusyDialog.Window().IsLoaded();
+        wasBusy = wasBusy || busy;
+        if (busy || !wasBusy) return;
+        ++looks;
+        wasEnabled = wasEnabled || Main().IsFormEnabled();
+    });
+    Choose(ID_mnuBackup);
+    EXPECT_GT(looks, 0);
+    EXPECT_FALSE(wasEnabled) << "a command that is chosen now is lost";
+    EXPECT_TRUE(Main().IsFormEnabled());
+}
+
 TEST_F(App, KeepsTheComputerAwakeForTheTimeOfARun) {
     // The call gives what was asked for before.
     const auto asked = [] { return SetThreadExecutionState(ES_CONTINUOUS) & ES_SYSTEM_REQUIRED; };
