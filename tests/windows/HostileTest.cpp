@@ -59,7 +59,10 @@ TEST_F(Hostile, SettingsAndRecentEntriesOpenAndCloseInAnOrderlyWay) {
             WriteValue(HKEY_CURRENT_USER, program.SettingsKey(), HostileSettingName(random),
                        HostileValue(random));
         }
-        ProgramRun run(program.With(L""));
+        ProgramStart start = program.With(L"");
+        // A destination may be any text, a relative path too.
+        start.currentFolder = program.tree.Folder(L"Current");
+        ProgramRun run(start);
         const HWND main = OpenMain(run);
         if (main != nullptr) {
             for (const int id : {ID_mnuRecentFile_0, ID_mnuRecentFile_1, ID_mnuRecentFile_2,
