@@ -12,7 +12,6 @@
 namespace vw::test {
 namespace {
 
-using testing::Contains;
 using testing::SizeIs;
 
 const bool kIsBig = std::getenv("VW_BIG") != nullptr;

@@ -85,7 +85,7 @@ TEST_F(HostileInput, SettingsListsAndDestinationsEndInAnOrderlyWay) {
                             "\r\nBackages: " + HostileBytes(random) +
                             "\r\nBackupTo: " + ToBytes(vault) + "\r\n" + HostileBytes(random) +
                             "\r\n" + ToBytes(letter) + "\r\n" + ToBytes(docs) + "\\\r\n";
-        if (seed % 3 == 0) bytes = HostileBytes(random) + bytes;
+        if (seed % 3 == 0) bytes.insert(0, HostileBytes(random));
         const std::wstring list = program.tree.File(L"Odd.vwl", bytes);
         Survives(L"/B " + list, "a list or a setting");
         EXPECT_EQ(ReadBytes(list), bytes);

@@ -34,7 +34,7 @@ std::vector<std::wstring> KillWorld::AfterFault(int exitCode, std::wstring_view 
         faults.push_back(L"exit code " + std::to_wstring(exitCode) + L" but no such report");
     }
     if (!names(folder_)) {
-        faults.push_back(L"no report names a path");
+        faults.emplace_back(L"no report names a path");
     }
     return faults;
 }
