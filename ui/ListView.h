@@ -140,7 +140,7 @@ class ListView {
     [[nodiscard]] int WidthOf(std::size_t column) const;
 
     static LRESULT CALLBACK Subclass(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
-                                     UINT_PTR id, DWORD_PTR self);
+                                     UINT_PTR id, DWORD_PTR data);
 
     HWND control_;
     const ControlData& data_;

@@ -78,8 +78,10 @@ std::wstring DrivenList::Text(int row, int column) const {
 }
 
 std::vector<std::wstring> DrivenList::Column(int column) const {
+    const int count = Count();
     std::vector<std::wstring> texts;
-    for (int row = 0; row < Count(); ++row) texts.push_back(Text(row, column));
+    texts.reserve(static_cast<std::size_t>(count));
+    for (int row = 0; row < count; ++row) texts.push_back(Text(row, column));
     return texts;
 }
 
