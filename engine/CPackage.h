@@ -119,7 +119,7 @@ class CPackage final : public CopyDates {
     // One item (CPackageItem.cpp).
     void BackUpItem(std::wstring_view path, std::int16_t location, bool isFolder, bool subFolders,
                     std::wstring_view givenCopy);
-    [[nodiscard]] bool IsRefused(std::wstring_view path);
+    [[nodiscard]] bool IsRefused(std::wstring_view path) const;
     void CheckFreeSpace(std::int64_t itemBytes);
     void MakeCopy(NewCopy& copy, bool isFolder, bool subFolders, bool mayRotate);
 

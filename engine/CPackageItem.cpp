@@ -128,7 +128,7 @@ void CPackage::MakeCopy(NewCopy& copy, bool isFolder, bool subFolders, bool mayR
 
 // The destination and the item act as patterns, so an item that merely begins like the destination
 // is refused too. The second look is for names that hold pattern characters.
-bool CPackage::IsRefused(std::wstring_view path) {
+bool CPackage::IsRefused(std::wstring_view path) const {
     const std::wstring& destination = state_.BackupTo;
     return Like(path, destination + L"*") || Like(destination, std::wstring(path) + L"*") ||
            PathContains(destination, path) || PathContains(path, destination);
