@@ -19,8 +19,9 @@ constexpr Procedure Named(std::wstring_view name) { return {name, L"Form", L"frm
 constexpr int kMessageSeconds = 2;
 constexpr int kBarStep = 10;
 constexpr unsigned kWaitMilliseconds = 50;
-// Handing over takes a twentieth of the time at most, however long the report has become.
-constexpr std::uint64_t kGateMilliseconds = 50;
+// Ten times a second is as fast as anyone reads, and painting costs more than telling. Handing over
+// takes a twentieth of the time at most, however long the report has become.
+constexpr std::uint64_t kGateMilliseconds = 100;
 constexpr std::uint64_t kGateShare = 20;
 
 }  // namespace

@@ -113,7 +113,7 @@ TEST_P(Busy, TextsThatFollowQuicklyWaitForTheirTimeAndNoneIsLost) {
         dialog.Msg(L"Backing:", std::to_wstring(i), L"", false, false, false);
     }
     EXPECT_EQ(Window().Text(L"lblMsg"), L"0");
-    world.clock.Advance(50);
+    world.clock.Advance(100);
     dialog.Report(L"next", false);
     EXPECT_EQ(Window().Text(L"lblMsg"), L"99");
     EXPECT_EQ(Report(), dialog.ReportText());
