@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <iostream>
+#include <vector>
 
 #include "platform/RuntimeError.h"
 #include "tests/restore/RestoreFixture.h"
@@ -8,10 +9,56 @@
 namespace vw::test {
 namespace {
 
+class RestoreFaults : public Restore {
+  protected:
+    enum class Way { Fail, FailFrom, Die, Full, Truncate, Ignore };
+
+    struct Attempt {
+        bool died = false;
+        bool faulted = false;  ///< otherwise it came to its end before that step
+        std::vector<ToldError> told;
+    };
+
+    /// Removes what came into the vault since it was read.
+    void ForgetCopiesSince(const Tree& before) {
+        for (const auto& [path, node] : ReadTree(vault)) {
+            if (!before.contains(path)) tree.Remove(vault + L"\\" + path);
+        }
+    }
+
+    /// Restores what is selected, answering Yes, while the n-th operation of the disk goes wrong.
+    Attempt RestoreUnder(Way way, int n) {
+        ScriptedBoxes boxes;
+        boxes.Expect(kQuestion, BoxAnswer::Yes);
+        if (way == Way::Fail) world.files.FailNth(n, error_number::kPermissionDenied);
+        if (way == Way::FailFrom) world.files.FailFrom(n, error_number::kDeviceError);
+        if (way == Way::Die) world.files.DieAtNth(n);
+        if (way == Way::Full) world.files.FillDiskFrom(n);
+        if (way == Way::Truncate) world.files.TruncateNthCopy(n);
+        if (way == Way::Ignore) world.files.IgnoreNth(n, OnlyChanges());
+        System system{world.files,      world.pump,       boxes,       world.errors,
+                      world.exitStatus, world.programEnd, world.clock, world.ansi};
+        Attempt attempt;
+        try {
+            Commands(system).mnuRestoreClick();
+        } catch (const Died&) {
+            attempt.died = true;
+        }
+        attempt.faulted = attempt.died || !world.files.Faults().empty();
+        attempt.told = world.errors.Take();
+        world.files.Heal();
+        state.BackupTo = vault;
+        // A fault before the question leaves its answer unused.
+        if (boxes.Shown().empty()) {
+            boxes.MsgBox({.text = kQuestion, .buttons = BoxButtons::YesNo});
+        }
+        return attempt;
+    }
+};
+
 // Whatever goes wrong during a restore, at any of its steps: the file that was to be overwritten
 // or the restored one stands, whole; when it was overwritten, its safety copy stands.
-TEST_F(Restore, SurvivesAFailureAndAKillAtEveryStep) {
-    enum class Way { Fail, FailFrom, Die, Full, Truncate, Ignore };
+TEST_F(RestoreFaults, SurvivesAFailureAndAKillAtEveryStep) {
     int points = 0;
     const Tree atFirst = ReadTree(vault);
     // Where a drive that does not answer gives way to, a folder stands ready.
@@ -21,50 +68,26 @@ TEST_F(Restore, SurvivesAFailureAndAKillAtEveryStep) {
         for (int n = 1;; ++n) {
             SCOPED_TRACE(std::to_string(static_cast<int>(way)) + " at step " + std::to_string(n));
             // Each step is that of a world in which nothing has failed yet.
-            for (const auto& [path, node] : ReadTree(vault)) {
-                if (!atFirst.contains(path)) tree.Remove(vault + L"\\" + path);
-            }
+            ForgetCopiesSince(atFirst);
             tree.File(L"Docs\\Report.doc", "unsaved", {2024, 1, 9, 9, 0, 0});
             // A drive that failed to answer has given way to another.
             browser.RestoreFrom(vault);
             browser.ListRestoreFiles();
             SelectCopy(L"N03");
-            ScriptedBoxes boxes;
-            boxes.Expect(kQuestion, BoxAnswer::Yes);
-            if (way == Way::Fail) world.files.FailNth(n, error_number::kPermissionDenied);
-            if (way == Way::FailFrom) world.files.FailFrom(n, error_number::kDeviceError);
-            if (way == Way::Die) world.files.DieAtNth(n);
-            if (way == Way::Full) world.files.FillDiskFrom(n);
-            if (way == Way::Truncate) world.files.TruncateNthCopy(n);
-            if (way == Way::Ignore) world.files.IgnoreNth(n, OnlyChanges());
-            System system{world.files,      world.pump,       boxes,       world.errors,
-                          world.exitStatus, world.programEnd, world.clock, world.ansi};
-            bool died = false;
-            try {
-                Commands(system).mnuRestoreClick();
-            } catch (const Died&) {
-                died = true;
-            }
-            const bool faulted = died || !world.files.Faults().empty();
-            world.files.Heal();
-            state.BackupTo = vault;
-            if (boxes.Shown().empty()) {
-                boxes.MsgBox({.text = kQuestion, .buttons = BoxButtons::YesNo});
-            }
+            const Attempt attempt = RestoreUnder(way, n);
             const std::string now = ReadBytes(document);
             EXPECT_TRUE(now == "unsaved" || now == "state 1") << now;
             if (now == "state 1") {
                 EXPECT_EQ(Safety(), "unsaved");
                 EXPECT_EQ(ReadDate(document), MakeDate({2024, 1, 1, 9, 0, 0}));
             }
-            static_cast<void>(world.errors.Take());
             for (const auto& [path, node] : ReadTree(tree.Path(L"Docs"))) {
                 if (path != L"Report.doc") {
-                    EXPECT_TRUE(died || way == Way::FailFrom) << "left beside it";
+                    EXPECT_TRUE(attempt.died || way == Way::FailFrom) << "left beside it";
                     tree.Remove(L"Docs\\" + path);
                 }
             }
-            if (!faulted) {
+            if (!attempt.faulted) {
                 // The way without a fault is the whole way.
                 EXPECT_EQ(now, "state 1");
                 break;
@@ -78,8 +101,7 @@ TEST_F(Restore, SurvivesAFailureAndAKillAtEveryStep) {
 
 // The same for a folder: each of its files is the old or the restored one, whole, and as soon as
 // one is the restored one the safety copy of all stands.
-TEST_F(Restore, AFolderSurvivesAFailureAndAKillAtEveryStep) {
-    enum class Way { Fail, Die, Full, Truncate, Ignore };
+TEST_F(RestoreFaults, AFolderSurvivesAFailureAndAKillAtEveryStep) {
     const std::wstring work = tree.Folder(L"Work");
     const auto fill = [&](const std::string& bytes, int day) {
         tree.Remove(L"Work");
@@ -97,35 +119,12 @@ TEST_F(Restore, AFolderSurvivesAFailureAndAKillAtEveryStep) {
     for (const Way way : {Way::Fail, Way::Die, Way::Full, Way::Truncate, Way::Ignore}) {
         for (int n = 1;; ++n) {
             SCOPED_TRACE(std::to_string(static_cast<int>(way)) + " at step " + std::to_string(n));
-            for (const auto& [path, node] : ReadTree(vault)) {
-                if (!atFirst.contains(path)) tree.Remove(vault + L"\\" + path);
-            }
+            ForgetCopiesSince(atFirst);
             ASSERT_EQ(fill("not stored", 9), unsaved);
             browser.RestoreFrom(vault);
             browser.ListRestoreFiles();
             browser.RestoredPath(work + L"\\");
-            ScriptedBoxes boxes;
-            boxes.Expect(kQuestion, BoxAnswer::Yes);
-            if (way == Way::Fail) world.files.FailNth(n, error_number::kPermissionDenied);
-            if (way == Way::Die) world.files.DieAtNth(n);
-            if (way == Way::Full) world.files.FillDiskFrom(n);
-            if (way == Way::Truncate) world.files.TruncateNthCopy(n);
-            if (way == Way::Ignore) world.files.IgnoreNth(n, OnlyChanges());
-            System system{world.files,      world.pump,       boxes,       world.errors,
-                          world.exitStatus, world.programEnd, world.clock, world.ansi};
-            bool died = false;
-            try {
-                Commands(system).mnuRestoreClick();
-            } catch (const Died&) {
-                died = true;
-            }
-            const bool faulted = died || !world.files.Faults().empty();
-            world.files.Heal();
-            state.BackupTo = vault;
-            if (boxes.Shown().empty()) {
-                boxes.MsgBox({.text = kQuestion, .buttons = BoxButtons::YesNo});
-            }
-            const std::vector<ToldError> told = world.errors.Take();
+            const Attempt attempt = RestoreUnder(way, n);
             Tree now = ReadTree(work);
             bool isRestored = true;
             bool isTouched = false;
@@ -137,14 +136,14 @@ TEST_F(Restore, AFolderSurvivesAFailureAndAKillAtEveryStep) {
                 isTouched = isTouched || (same && node != unsaved.at(path));
                 now.erase(path);
             }
-            EXPECT_TRUE(died || now.empty()) << "left beside it";
+            EXPECT_TRUE(attempt.died || now.empty()) << "left beside it";
             if (isTouched) {
                 EXPECT_EQ(ReadTree(vault + L"\\Work«0021»"), unsaved);
             }
-            if (!isRestored && !died) {
-                EXPECT_FALSE(told.empty()) << "not restored and not told";
+            if (!isRestored && !attempt.died) {
+                EXPECT_FALSE(attempt.told.empty()) << "not restored and not told";
             }
-            if (!faulted) {
+            if (!attempt.faulted) {
                 EXPECT_TRUE(isRestored);
                 break;
             }
