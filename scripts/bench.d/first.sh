@@ -24,11 +24,8 @@ make() {
     makeTree "$data/tree" "$folders" 20 4096
 }
 
-# xcopy makes its folder itself and is measured doing so; so is the folder of a copy of ours.
 reset() {
-    target=$data/$round-$1
-    [[ $1 == xcopy* ]] || mkdir "$target"
-    writeList "$data/list.vwl" "$target" "$data/tree"
+    freshTarget "$data/$round-$1" "$1"
     case $1 in
         restic) restic init --quiet --repo "$target" >&2 ;;
         borg) borg init --encryption none "$target" >&2 ;;

@@ -13,10 +13,8 @@ make() {
 reset() {
     rm -rf "$data/target"
     mkdir "$data/target"
-    {
-        printf 'BackupTo: %s\r\nBackages: 3\r\n' "$(windowsPath "$data/target")"
-        printf '%s\r\n' "$(windowsPath "$data/source/large.bin")"
-    } >"$data/list.vwl"
+    writeList "$data/list.vwl" "$data/target"
+    printf '%s\r\n' "$(windowsPath "$data/source/large.bin")" >>"$data/list.vwl"
     sync
 }
 

@@ -10,12 +10,9 @@ make() {
         split -b 5M -a 4 -d --additional-suffix=.jpg - "$data/tree/photo"
 }
 
-# xcopy makes its folder itself and is measured doing so; so is the folder of a copy of ours.
+# The copy of the side before makes room: a disk that fills up gets slower.
 reset() {
-    target=$data/target
-    rm -rf "$target"
-    [[ $1 == xcopy ]] || mkdir "$target"
-    writeList "$data/list.vwl" "$target" "$data/tree"
+    freshTarget "$data/target" "$1"
     sync
 }
 
