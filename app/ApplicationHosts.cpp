@@ -10,7 +10,7 @@ void Application::Msg(std::wstring_view title, std::wstring_view message,
                       std::wstring_view subMessage, bool wait, bool close, bool showReport) {
     if (state_.silentRun) {
         report_.Msg(title, message, subMessage);
-        windows_->silent.Appear();
+        windows_->silent.AppearIfDue();
     } else {
         windows_->frmBusyDialog.Msg(title, message, subMessage, wait, close, showReport);
     }

@@ -8,8 +8,8 @@ namespace vw {
 
 namespace {
 
-// Nobody misses an icon for so short a time, and whoever sees it sees it long enough to read it.
-constexpr std::uint64_t kMomentMilliseconds = 500;
+// Nobody misses an icon for a second, and one that goes before it was read only startles.
+constexpr std::uint64_t kMomentMilliseconds = 1000;
 
 }  // namespace
 

@@ -10,8 +10,7 @@ class TrayIcon;
 
 /// The windows of a silent run: the notification icon, and the busy dialog that nobody sees. Making
 /// them takes longer than looking through a list in which nothing has changed, so a run of a moment
-/// makes none. They come with the first file that it works on, with the first box, or when the run
-/// has lasted.
+/// makes none. They come with the first box, or when the run has lasted.
 class SilentWindows {
   public:
     SilentWindows(const Clock& clock, TrayIcon& icon, BusyDialog& busy);

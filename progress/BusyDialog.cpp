@@ -19,9 +19,9 @@ constexpr Procedure Named(std::wstring_view name) { return {name, L"Form", L"frm
 constexpr int kMessageSeconds = 2;
 constexpr int kBarStep = 10;
 constexpr unsigned kWaitMilliseconds = 50;
-// Ten times a second is as fast as anyone reads, and painting costs more than telling. Handing over
-// takes a twentieth of the time at most, however long the report has become.
-constexpr std::uint64_t kGateMilliseconds = 100;
+// Five times a second is as fast as anyone reads, and painting costs more than telling. Handing
+// over takes a twentieth of the time at most, however long the report has become.
+constexpr std::uint64_t kGateMilliseconds = 200;
 constexpr std::uint64_t kGateShare = 20;
 
 }  // namespace
@@ -39,8 +39,8 @@ void BusyDialog::Msg(std::wstring_view title, std::wstring_view message,
         line.reserve(title.size() + message.size() + subMessage.size() + 5);
         line.append(title).append(L": ").append(message).append(L" - ").append(subMessage);
         Report(line, false);
-        form_.ShowControl(L"txtReport", showReport);
         if (showReport || !messageShown_) HandOver();
+        form_.ShowControl(L"txtReport", showReport);
         messageShown_ = true;
         if (form_.IsChecked(L"chkDontHide")) return;
         if (wait) Wait(kMessageSeconds);

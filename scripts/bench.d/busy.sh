@@ -31,6 +31,8 @@ reset() {
     sync
 }
 
+attempts() { [[ $1 == unchanged-* ]] && echo 3 || echo 1; }
+
 commandOf() {
     local run list
     run=$(windowsPath "$program")
@@ -42,7 +44,7 @@ commandOf() {
 }
 
 measured() {
-    [[ $1 != *-window ]] || read -r took peak <"$out"
+    [[ $1 != *-window ]] || read -r took peak < <(tr -d "\r" <"$out")
 }
 
 check() {

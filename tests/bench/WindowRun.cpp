@@ -21,6 +21,8 @@ namespace {
 constexpr DWORD kPatience = 300'000;
 constexpr DWORD kLook = 2;
 constexpr UINT kAnswer = 10'000;
+// The window is painted long before a hand gets to its commands.
+constexpr DWORD kFirstLook = 500;
 
 LRESULT Ask(HWND window, UINT message, WPARAM wParam = 0) {
     DWORD_PTR answer = 0;
@@ -105,6 +107,7 @@ int Run(const std::wstring& program, const std::wstring& list) {
         return main != nullptr && IsWindowEnabled(main) != 0 && Ask(main, WM_NULL) == 0;
     });
     if (!opened) return 3;
+    Sleep(kFirstLook);
     const long long begin = Microseconds();
     PostMessageW(main, WM_COMMAND, ID_mnuBackup, 0);
     HWND busy = nullptr;

@@ -113,7 +113,7 @@ TEST_P(Busy, TextsThatFollowQuicklyWaitForTheirTimeAndNoneIsLost) {
         dialog.Msg(L"Backing:", std::to_wstring(i), L"", false, false, false);
     }
     EXPECT_EQ(Window().Text(L"lblMsg"), L"0");
-    world.clock.Advance(100);
+    world.clock.Advance(200);
     dialog.Report(L"next", false);
     EXPECT_EQ(Window().Text(L"lblMsg"), L"99");
     EXPECT_EQ(Report(), dialog.ReportText());
@@ -172,6 +172,19 @@ TEST_P(Busy, ATickedBoxKeepsTheDialogFromWaitingAndClosing) {
     EXPECT_TRUE(Report().ends_with(L"Done:  - \r\n"));
     EXPECT_TRUE(dialog.KeepsReport());
     EXPECT_EQ(host.calls, Calls{});
+}
+
+TEST_P(Busy, ALongReportOpensAtItsEnd) {
+    for (int i = 0; i < 300; ++i) dialog.Report(L"line " + std::to_wstring(i), false);
+    Window().Check(L"chkDontHide", true);
+    dialog.BusyHide(true);
+    const HWND report = Window().Control(L"txtReport");
+    const LRESULT last = SendMessageW(report, EM_POSFROMCHAR, Report().find(L"Done"), 0);
+    RECT inside{};
+    GetClientRect(report, &inside);
+    EXPECT_GT(static_cast<short>(HIWORD(last)), inside.bottom / 2) << "nothing below the end";
+    EXPECT_LT(static_cast<short>(HIWORD(last)), inside.bottom);
+    EXPECT_GT(inside.bottom, 50);
 }
 
 TEST_P(Busy, TheEndOfTheWorkFillsTheBarAndClosesTheDialog) {

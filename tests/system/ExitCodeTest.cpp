@@ -136,8 +136,11 @@ TEST_F(ExitCode, Is1223WhenTheIconIsClosedWhileTheRunWaits) {
 }
 
 TEST_F(ExitCode, Is1223WhenTheIconIsClosedWhileFilesAreCopied) {
-    for (int i = 0; i < 500; ++i) {
-        program.tree.File(L"Home\\Docs\\" + std::to_wstring(i) + L".txt", std::to_string(i));
+    // As many as take longer than a run without an icon lasts.
+    for (int i = 0; i < 5000; ++i) {
+        program.tree.File(
+            L"Home\\Docs\\" + std::to_wstring(i / 100) + L"\\" + std::to_wstring(i) + L".txt",
+            std::to_string(i));
     }
     const std::wstring list = ListOf({program.tree.Path(L"Home\\Docs") + L"\\", letter});
     ProgramRun run(program.With(L"/B " + list));
