@@ -1,6 +1,7 @@
 #include "app/SilentWindows.h"
 
 #include "platform/Clock.h"
+#include "platform/RuntimeError.h"
 #include "progress/BusyDialog.h"
 #include "progress/TrayIcon.h"
 
@@ -18,12 +19,21 @@ SilentWindows::SilentWindows(const Clock& clock, TrayIcon& icon, BusyDialog& bus
 
 void SilentWindows::Begin() { due_ = clock_.Milliseconds() + kMomentMilliseconds; }
 
+// A run that nobody is logged on for may find no desktop, and backs up all the same. A window that
+// cannot be made is told by a box, which asks for the windows again.
 void SilentWindows::Appear() {
+    if (appearing_) return;
+    appearing_ = true;
     if (!appeared_) {
         appeared_ = true;
-        icon_.Load();
+        try {
+            icon_.Load();
+        } catch (const RuntimeError&) {
+            isDesktopThere_ = false;
+        }
     }
-    busy_.SendView();
+    if (isDesktopThere_) busy_.SendView();
+    appearing_ = false;
 }
 
 void SilentWindows::AppearIfDue() {

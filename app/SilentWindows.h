@@ -18,7 +18,7 @@ class SilentWindows {
     /// The run begins.
     void Begin();
 
-    /// Makes the windows that are not there.
+    /// Makes the windows that are not there; nothing when there is no desktop to make them on.
     void Appear();
 
     /// The same, once the run has lasted or the icon is there; to be called now and then.
@@ -31,7 +31,9 @@ class SilentWindows {
     TrayIcon& icon_;
     BusyDialog& busy_;
     std::uint64_t due_ = kNever;
+    bool appearing_ = false;
     bool appeared_ = false;
+    bool isDesktopThere_ = true;
 };
 
 }  // namespace vw

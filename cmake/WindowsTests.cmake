@@ -98,6 +98,17 @@ if(killPointSources AND TARGET Vaultwright)
         RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
 endif()
 
+# restore_faults.exe: the cases of tests/checks/restore_faults.sh, which makes the disk fail for them.
+if(TARGET Vaultwright)
+    file(GLOB drivingSources CONFIGURE_DEPENDS
+        ${CMAKE_SOURCE_DIR}/tests/windows/Driven*.cpp ${CMAKE_SOURCE_DIR}/tests/system/Program*.cpp)
+    add_executable(restore_faults
+        ${CMAKE_SOURCE_DIR}/tests/windows/faults/FailedRestoreTest.cpp ${drivingSources})
+    target_link_libraries(restore_faults PRIVATE vw_testsupport gmock_main vw_flags)
+    set_target_properties(restore_faults PROPERTIES
+        RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
+endif()
+
 # canary.exe: what tests put where no program of the system may be looked for.
 add_executable(canary ${CMAKE_SOURCE_DIR}/tests/system/canary/Canary.cpp)
 target_link_libraries(canary PRIVATE vw_flags)

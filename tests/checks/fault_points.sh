@@ -17,21 +17,9 @@ readonly points=${FAULT_POINTS:-10}
 RANDOM=${FAULT_SEED:-1}
 checkName=fault_points
 source tests/checks/support/killed_world.bash
+source tests/checks/support/failing_disk.bash
 readonly noSpace=28 broken=5
 failed=0
-
-prepare() {
-    rm -rf "$folder"
-    mkdir -p "$folder"
-    clang -shared -fPIC -O1 -o "$folder.so" tests/checks/support/fail_call.c -ldl
-    export LD_PRELOAD=$folder.so VW_FAIL_MARK=/world/
-    export VW_FAIL_CONTROL=$folder.control VW_FAIL_LOG=$folder.log
-    rm -f "$VW_FAIL_CONTROL"
-    # The server has to be one that the calls can be taken from.
-    scripts/wine --end
-    trap 'scripts/wine --end' EXIT
-    prepareFolder
-}
 
 # backUp NUMBER ERROR: a backup whose call of this number fails; the calls are in the log.
 backUp() {
@@ -70,7 +58,8 @@ failCalls() {
     done
 }
 
-prepare
+takeDiskCalls /world/
+prepareFolder
 failCalls none $((points / 3))
 failCalls full $((points - points / 3))
 

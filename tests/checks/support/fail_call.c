@@ -1,7 +1,7 @@
 /* Makes one file call of a program fail, as a full or broken disk does: preloaded into Wine's own
  * processes, it stands before the calls of the C library.
  *
- * VW_FAIL_MARK     only calls on paths that hold this text count
+ * VW_FAIL_MARKS    only calls on paths that hold one of these texts count; "|" stands between them
  * VW_FAIL_CONTROL  a file "NUMBER ERROR": the call of this number, counted over all processes, fails
  *                  once with this error (of errno); 0 only counts. No such file: nothing is done.
  * VW_FAIL_LOG      gets a line for each call that was counted: "NAME PATH", and "failed" if it was
@@ -30,12 +30,22 @@ static int rawOpen(const char *path, int flags) {
     return (int)syscall(SYS_openat, AT_FDCWD, path, flags | O_CLOEXEC, 0600);
 }
 
+/* Whether a path holds one of the texts. */
+static int isMarked(const char *path, const char *marks) {
+    for (;;) {
+        const size_t length = strcspn(marks, "|");
+        if (length && memmem(path, strlen(path), marks, length)) return 1;
+        if (!marks[length]) return 0;
+        marks += length + 1;
+    }
+}
+
 /* Counts a call on this path; the error that it shall have, else 0. */
 static int errorFor(const char *name, const char *path) {
-    const char *mark = getenv("VW_FAIL_MARK");
+    const char *marks = getenv("VW_FAIL_MARKS");
     const char *control = getenv("VW_FAIL_CONTROL");
     const char *log = getenv("VW_FAIL_LOG");
-    if (!mark || !control || !log || !strstr(path, mark)) return 0;
+    if (!marks || !control || !log || !isMarked(path, marks)) return 0;
     const int kept = errno;
     const int file = rawOpen(control, O_RDWR);
     if (file < 0) {
