@@ -38,23 +38,14 @@ ListView::~ListView() {
     if (control_ != nullptr) RemoveWindowSubclass(control_, Subclass, kSubclassId);
 }
 
-int ListView::Count() const noexcept {
-    return static_cast<int>(SendMessageW(control_, LVM_GETITEMCOUNT, 0, 0));
-}
+int ListView::Count() const noexcept { return static_cast<int>(rows_.size()); }
 
 ListView::Row* ListView::RowAt(int row) const noexcept {
-    LVITEMW item{};
-    item.mask = LVIF_PARAM;
-    item.iItem = row;
-    if (row < 0 || SendMessageW(control_, LVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item)) == 0) {
-        return nullptr;
-    }
-    return reinterpret_cast<Row*>(item.lParam);
+    return row < 0 || row >= Count() ? nullptr : rows_[static_cast<std::size_t>(row)].get();
 }
 
 int ListView::Add(std::wstring_view text, RowIcon icon) {
     auto added = std::make_unique<Row>();
-    added->slot = rows_.size();
     added->icon = icon;
     added->cells.resize(data_.columns.size());
     added->cells.front().text = text;
@@ -81,14 +72,8 @@ void ListView::Remove(int row) {
 
 void ListView::Clear() { SendMessageW(control_, LVM_DELETEALLITEMS, 0, 0); }
 
-// The last row takes the place of the one that goes: the control knows rows by address alone.
-void ListView::Forget(Row* row) noexcept {
-    const std::size_t slot = row->slot;
-    if (slot + 1 != rows_.size()) {
-        rows_[slot] = std::move(rows_.back());
-        rows_[slot]->slot = slot;
-    }
-    rows_.pop_back();
+void ListView::Forget(int row) noexcept {
+    if (RowAt(row) != nullptr) rows_.erase(rows_.begin() + row);
 }
 
 int ListView::ColumnOf(std::wstring_view key) const {
@@ -138,12 +123,9 @@ void ListView::SetTag(int row, std::size_t tag) noexcept {
 
 int ListView::Find(std::wstring_view key, std::wstring_view text) const {
     const auto column = static_cast<std::size_t>(ColumnOf(key));
-    const int count = Count();
-    for (int row = 0; row < count; ++row) {
-        const Row* candidate = RowAt(row);
-        if (candidate != nullptr && candidate->cells[column].text == text) return row;
-    }
-    return -1;
+    const auto found = std::ranges::find_if(
+        rows_, [&](const auto& row) { return row->cells[column].text == text; });
+    return found == rows_.end() ? -1 : static_cast<int>(found - rows_.begin());
 }
 
 int ListView::Selected() const noexcept {
@@ -183,10 +165,9 @@ void ListView::Sort(std::wstring_view key, bool ascending, const Compare& compar
     const int column = ColumnOf(key);
     const auto position = static_cast<std::size_t>(column);
     std::vector<Row*> order;
-    const int count = Count();
-    order.reserve(static_cast<std::size_t>(count));
-    for (int row = 0; row < count; ++row) order.push_back(RowAt(row));
-    std::stable_sort(order.begin(), order.end(), [&](const Row* first, const Row* second) {
+    order.reserve(rows_.size());
+    for (const auto& row : rows_) order.push_back(row.get());
+    std::ranges::stable_sort(order, [&](const Row* first, const Row* second) {
         const Cell& left = (ascending ? first : second)->cells[position];
         const Cell& right = (ascending ? second : first)->cells[position];
         if (left.value && right.value) return *left.value < *right.value;
@@ -199,6 +180,7 @@ void ListView::Sort(std::wstring_view key, bool ascending, const Compare& compar
                reinterpret_cast<const Row*>(second)->rank;
     };
     SendMessageW(control_, LVM_SORTITEMS, 0, reinterpret_cast<LPARAM>(byRank));
+    std::ranges::sort(rows_, {}, [](const auto& row) { return row->rank; });
     MarkSortColumn(column, ascending);
 }
 

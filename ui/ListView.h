@@ -120,7 +120,6 @@ class ListView {
         std::optional<Value> value;
     };
     struct Row {
-        std::size_t slot = 0;  ///< position in rows_
         RowIcon icon = RowIcon::File;
         int rank = 0;
         std::size_t tag = 0;
@@ -128,7 +127,7 @@ class ListView {
     };
 
     [[nodiscard]] Row* RowAt(int row) const noexcept;
-    void Forget(Row* row) noexcept;
+    void Forget(int row) noexcept;
     void Answer(NMLVDISPINFOW& info);
     std::optional<LRESULT> OnCustomDraw(const NMLVCUSTOMDRAW& draw);
     void PaintRow(HDC canvas, int row) const;
@@ -145,8 +144,8 @@ class ListView {
     HWND control_;
     const ControlData& data_;
     Language language_;
-    std::vector<std::unique_ptr<Row>> rows_;
-    std::wstring asked_;  ///< the text that the control asked for last
+    std::vector<std::unique_ptr<Row>> rows_;  ///< in the order of the control
+    std::wstring asked_;                      ///< the text that the control asked for last
     const RowPictures* pictures_ = nullptr;
     int dpi_ = kDesignDpi;
     bool selecting_ = false;

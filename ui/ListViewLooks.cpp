@@ -269,7 +269,7 @@ std::optional<LRESULT> ListView::OnNotify(NMHDR& header) {
             rows_.clear();
             return TRUE;
         case LVN_DELETEITEM:
-            Forget(reinterpret_cast<Row*>(reinterpret_cast<const NMLISTVIEW&>(header).lParam));
+            Forget(reinterpret_cast<const NMLISTVIEW&>(header).iItem);
             if (rows_.empty()) InvalidateRect(control_, nullptr, TRUE);
             return 0;
         case NM_CUSTOMDRAW:
