@@ -55,6 +55,8 @@ void Application::frmUnload() {
     unloading_ = true;
     if (working_) system_.exitStatus.Note(error_number::kCancelled);
     if (windows_) {
+        // The work ends before the window whose list it works on.
+        windows_->frmBusyDialog.Window().Unload();
         for (Form* form : windows_->LoadedForms()) form->Unload();
     }
     system_.programEnd.End(system_.exitStatus.Code());

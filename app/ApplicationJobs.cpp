@@ -3,6 +3,7 @@
 #include "engine/CopyName.h"
 #include "list/editing/SubItem.h"
 #include "platform/Like.h"
+#include "platform/WindowsHeader.h"
 
 // What the start procedure starts.
 
@@ -27,10 +28,16 @@ void Application::LoadTrayIcon() {
     state_.silentRun ? windows_->silent.Begin() : windows_->frmTrayIcon.Load();
 }
 
-void Application::ShowOpeningScreen() { windows_->frmAbout.ShowOpeningScreen(); }
+// The dialog is painted while one large file is copied; a system that takes the program for hung
+// would hide it behind a picture of itself.
+void Application::ShowOpeningScreen() {
+    DisableProcessWindowsGhosting();
+    windows_->frmAbout.ShowOpeningScreen();
+}
 
 // A silent run loads it and nobody sees it.
 void Application::ShowMainWindow() {
+    if (unloading_) return;
     windows_->frmMain.Load();
     if (!state_.silentRun) windows_->frmMain.Show();
 }

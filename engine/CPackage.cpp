@@ -41,13 +41,12 @@ void CPackage::GetBackupTo() {
 
 void CPackage::ErrorOnBackupFolderNotExists() {
     Trapped(system_.errors, EngineProcedure(L"ErrorOnBackupFolderNotExists"), [&] {
-        const auto facts = system_.files.Look(state_.BackupTo);
+        const auto facts = system_.files.Look(Target());
         if (facts && facts->isFolder) return;
         system_.exitStatus.Note(error_number::kPathNotFound);
-        system_.boxes.MsgBox(
-            {.text = L"فشلت العملية بسبب عدم توفر مجلد النسخ إلى:\r\n" + state_.BackupTo,
-             .icon = BoxIcon::Exclamation,
-             .rightToLeft = true});
+        system_.boxes.MsgBox({.text = L"فشلت العملية بسبب عدم توفر مجلد النسخ إلى:\r\n" + Target(),
+                              .icon = BoxIcon::Exclamation,
+                              .rightToLeft = true});
         host_.EndAtOnce();
     });
 }
@@ -64,7 +63,7 @@ std::int16_t CPackage::FindLocation(std::wstring_view path) {
     const bool isFile = ItemKindOf(path) == ItemKind::File;
     for (int number = 0; number <= std::numeric_limits<std::int16_t>::max(); ++number) {
         system_.pump.DoEventsIfDue();
-        const std::wstring copy = CFilePackageName(path, 1, number, state_.BackupTo);
+        const std::wstring copy = CFilePackageName(path, 1, number, Target());
         // A copy that a killed run left ready keeps its place: another item may not move in.
         if (isFile && destination_ && destination_->AwaitedByOther(copy, path)) continue;
         if (destination_ && !destination_->MayHold(copy)) {
@@ -73,7 +72,9 @@ std::int16_t CPackage::FindLocation(std::wstring_view path) {
         const auto facts = system_.files.Look(copy);
         if (!facts || facts->isFolder) return static_cast<std::int16_t>(number);
         std::wstring comment = ReadFirstComment(copy);
-        if (EqualNoCase(OriginalLocation(comment), folder)) {
+        // The folder of another item may lie on a drive that cannot be asked.
+        if (EqualNoCase(NamedLocation(comment), folder) &&
+            EqualNoCase(OriginalLocation(comment), folder)) {
             // The run asks for its date next.
             if (destination_) destination_->Remember(copy, std::move(comment));
             return static_cast<std::int16_t>(number);

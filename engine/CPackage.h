@@ -74,6 +74,15 @@ class CPackage final : public CopyDates {
     /// folders are merged, a file is replaced in one step. Read-only files are not replaced (70).
     void Extract(std::wstring_view copyPath, std::wstring_view destinationFolder, bool showMessage);
 
+    /// Does something with the copies of a folder while no backup can move them, of this process or
+    /// another; waits for one that goes on. False when the user cancelled the wait. What `work`
+    /// throws comes out.
+    [[nodiscard]] bool InDestination(std::wstring_view folder, const std::function<void()>& work);
+
+    /// Deletes a copy, within InDestination. All or nothing: one that somebody uses stays whole.
+    /// Raises the error of the disk.
+    void DeleteCopy(std::wstring_view copyPath);
+
     /// Asks the work to stop at the next file. Harmless when none is going on.
     void Abort() noexcept { state_.cancelRequested = true; }
 
@@ -89,7 +98,8 @@ class CPackage final : public CopyDates {
         std::size_t copied = 0;
         std::size_t failed = 0;
         bool diskFull = false;
-        bool cutShort = false;  ///< a cancel left something out
+        bool cutShort = false;     ///< a cancel left something out
+        bool holdsItself = false;  ///< the copy would lie in what is copied
     };
 
     /// One copy of one item on its way to its place.
@@ -120,6 +130,7 @@ class CPackage final : public CopyDates {
     void BackUpItem(std::wstring_view path, std::int16_t location, bool isFolder, bool subFolders,
                     std::wstring_view givenCopy);
     [[nodiscard]] bool IsRefused(std::wstring_view path) const;
+    void Refuse(std::wstring_view path);
     void CheckFreeSpace(std::int64_t itemBytes);
     void MakeCopy(NewCopy& copy, bool isFolder, bool subFolders, bool mayRotate);
 
@@ -127,7 +138,9 @@ class CPackage final : public CopyDates {
     void BackupFolder(std::wstring_view sPackage, std::wstring_view folder, std::wstring_view root,
                       bool bSubFolder, CopyTally& tally);
     [[nodiscard]] bool MustStop(CopyTally& tally) const;
-    void BackupFile(std::wstring_view destination, std::wstring_view source, CopyTally& tally);
+    void BackupFile(std::wstring_view destination, std::wstring_view source, std::uint64_t size,
+                    CopyTally& tally);
+    [[nodiscard]] bool IsTooLargeForDrive(std::uint64_t size);
     void CheckFolderCopy(const std::wstring& copyFolder, const std::wstring& folder,
                          const SourceFolder& source, CopyTally& tally);
     void CheckFileCopy(const std::wstring& copy, const std::wstring& source,
@@ -141,6 +154,7 @@ class CPackage final : public CopyDates {
     // Placing (CPackagePlace.cpp).
     [[nodiscard]] bool PlaceCopy(NewCopy& copy, bool mayRotate);
     void FinishReadyCopy(std::wstring_view path, std::int16_t location, std::wstring_view place);
+    void Condemn(std::wstring_view entry, std::wstring_view itemPath, std::wstring_view place);
     void TakePlace(const NewCopy& copy, const std::wstring& comment);
     [[nodiscard]] std::wstring PrepareComment(const NewCopy& copy);
     void Remove(std::wstring_view path) noexcept;
@@ -153,10 +167,14 @@ class CPackage final : public CopyDates {
     void RemoveEmptyParents(std::wstring_view copyPath);
 
     // Questions (CPackage.cpp, CPackageComment.cpp).
+    [[nodiscard]] const std::wstring& Target() const noexcept {
+        return elsewhere_.empty() ? state_.BackupTo : elsewhere_;
+    }
     [[nodiscard]] bool CopyStands(std::wstring_view copyPath);
     [[nodiscard]] std::int16_t FindLocation(std::wstring_view path);
     [[nodiscard]] std::wstring ReadComment(std::wstring_view copyPath);
     [[nodiscard]] std::wstring ReadFirstComment(std::wstring_view copyPath);
+    [[nodiscard]] std::wstring NamedLocation(std::wstring_view comment);
     [[nodiscard]] std::wstring OriginalLocation(std::wstring_view comment);
 
     void MoveEntry(std::wstring_view from, std::wstring_view to);
@@ -167,6 +185,7 @@ class CPackage final : public CopyDates {
     RunHost& host_;
     DateSeparators separators_;
     FileSystem::CopyProgress duringCopy_;
+    std::wstring elsewhere_;  ///< where copies go instead of the destination of the list
     bool visiting_ = false;
     std::unique_ptr<Destination> destination_;
     std::wstring refusedDestination_;

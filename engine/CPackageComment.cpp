@@ -91,10 +91,14 @@ std::wstring CPackage::PackageOriginalLocation(std::wstring_view copyPath) {
     return location;
 }
 
-std::wstring CPackage::OriginalLocation(std::wstring_view comment) {
+std::wstring CPackage::NamedLocation(std::wstring_view comment) {
     const auto field = CommentLocationField(comment);
-    if (!field) return std::wstring(kUnknownLocation);
-    std::wstring folder = EnglishNameOrigin(*field, system_.ansi);
+    return field ? EnglishNameOrigin(*field, system_.ansi) : std::wstring(kUnknownLocation);
+}
+
+std::wstring CPackage::OriginalLocation(std::wstring_view comment) {
+    std::wstring folder = NamedLocation(comment);
+    if (folder == kUnknownLocation) return folder;
     const auto facts = system_.files.Look(folder);
     return facts && facts->isFolder ? folder : std::wstring(kUnknownLocation);
 }

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <unordered_map>
 
 #include "engine/CPackage.h"
@@ -38,11 +39,15 @@ void CPackage::BackupFolder(std::wstring_view sPackage, std::wstring_view folder
         ++tally.failed;
         return;
     }
+    // The name of a copy in the making is its own alone: it is met when a link or another drive
+    // letter leads to the destination.
+    const std::wstring own = MFileDosShell::CFileName(sPackage);
+    if (std::ranges::find(source.folders, own) != source.folders.end()) tally.holdsItself = true;
     for (const std::wstring& name : source.links) Tell(run_text::kLinkLeftOut, from + name);
     for (SourceFile& file : source.files) {
         if (MustStop(tally)) break;
         const std::size_t copiedBefore = tally.copied;
-        BackupFile(to + file.name, from + file.name, tally);
+        BackupFile(to + file.name, from + file.name, file.size, tally);
         file.copied = tally.copied > copiedBefore;
         system_.pump.DoEventsIfDue();
     }
@@ -58,21 +63,32 @@ void CPackage::BackupFolder(std::wstring_view sPackage, std::wstring_view folder
 // Asked before each file and sub-folder of a folder.
 bool CPackage::MustStop(CopyTally& tally) const {
     if (state_.cancelRequested) tally.cutShort = true;
-    return tally.cutShort || tally.diskFull;
+    return tally.cutShort || tally.diskFull || tally.holdsItself;
 }
 
 void CPackage::BackupFile(std::wstring_view destination, std::wstring_view source,
-                          CopyTally& tally) {
+                          std::uint64_t size, CopyTally& tally) {
     const bool copied = Trapped(system_.errors, EngineProcedure(L"BackupFile"), [&] {
         host_.Msg(L"Backing:", source, {}, false, false, false);
         try {
             system_.files.Copy(source, destination, duringCopy_);
         } catch (const RuntimeError& error) {
-            tally.diskFull = error.Number() == error_number::kDiskFull;
+            tally.diskFull = error.Number() == error_number::kDiskFull && !IsTooLargeForDrive(size);
             throw;
         }
     });
     ++(copied ? tally.copied : tally.failed);
+}
+
+// Drives of the older formats call themselves full for a file of 4 GiB, however much room they
+// have: that is the matter of this one file.
+bool CPackage::IsTooLargeForDrive(std::uint64_t size) {
+    constexpr std::uint64_t kLargest = 0xFFFFFFFF;
+    try {
+        return size > kLargest && system_.files.FreeSpace(Target()) >= size;
+    } catch (const RuntimeError&) {
+        return false;
+    }
 }
 
 // The copy call may report success for a file that it cut short, so every length is looked at once
@@ -113,7 +129,7 @@ void CPackage::CheckFileCopy(const std::wstring& copy, const std::wstring& sourc
             return;
         }
         if (copied) Remove(copy);
-        const bool full = system_.files.FreeSpace(state_.BackupTo) < sourceSize;
+        const bool full = system_.files.FreeSpace(Target()) < sourceSize;
         if (full) tally.diskFull = true;
         Raise(full ? error_number::kDiskFull : error_number::kDeviceError, source);
     });

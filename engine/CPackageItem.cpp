@@ -54,9 +54,7 @@ void CPackage::BackUpItem(std::wstring_view path, std::int16_t location, bool is
                           bool subFolders, std::wstring_view givenCopy) {
     const auto facts = system_.files.Look(path);
     if (facts && IsRefused(path)) {
-        system_.exitStatus.Note(error_number::kAccessError);
-        host_.Report(L"لا يمكن نسخ المسار التالي إلى المجلد المحدد", false);
-        host_.Report(path, true);
+        Refuse(path);
         return;
     }
     if (!facts) {
@@ -75,7 +73,7 @@ void CPackage::BackUpItem(std::wstring_view path, std::int16_t location, bool is
                  .entry = {}};
     bool mayRotate = copy.inSeries;
     if (copy.inSeries) {
-        copy.place = CFilePackageName(path, 1, location, state_.BackupTo);
+        copy.place = CFilePackageName(path, 1, location, Target());
         RefuseImpossibleName(copy.place);
         FinishReadyCopy(path, location, copy.place);
         const Date copyDate = CopyStands(copy.place) ? PackageDate(copy.place) : kMissingDate;
@@ -107,14 +105,15 @@ void CPackage::MakeCopy(NewCopy& copy, bool isFolder, bool subFolders, bool mayR
         if (isFolder) {
             BackupFolder(copy.entry, copy.itemPath, copy.itemPath, subFolders, tally);
         } else {
-            BackupFile(copy.entry, copy.itemPath, tally);
+            BackupFile(copy.entry, copy.itemPath, copy.fileSize, tally);
             if (tally.copied > 0) {
                 CheckFileCopy(copy.entry, copy.itemPath, copy.fileSize, tally);
             }
         }
         const bool nothing = tally.copied == 0 && (!isFolder || tally.failed > 0 || tally.cutShort);
-        if (nothing || tally.diskFull) {
+        if (nothing || tally.diskFull || tally.holdsItself) {
             Remove(copy.entry);
+            if (tally.holdsItself) Refuse(copy.itemPath);
             return;
         }
         if (!PlaceCopy(copy, mayRotate)) return;
@@ -129,19 +128,24 @@ void CPackage::MakeCopy(NewCopy& copy, bool isFolder, bool subFolders, bool mayR
 // The destination and the item act as patterns, so an item that merely begins like the destination
 // is refused too. The second look is for names that hold pattern characters.
 bool CPackage::IsRefused(std::wstring_view path) const {
-    const std::wstring& destination = state_.BackupTo;
+    const std::wstring& destination = Target();
     return Like(path, destination + L"*") || Like(destination, std::wstring(path) + L"*") ||
            PathContains(destination, path) || PathContains(path, destination);
+}
+
+void CPackage::Refuse(std::wstring_view path) {
+    system_.exitStatus.Note(error_number::kAccessError);
+    host_.Report(L"لا يمكن نسخ المسار التالي إلى المجلد المحدد", false);
+    host_.Report(path, true);
 }
 
 // For a folder only the files directly in it count; a destination that is no fixed disk is not
 // asked, the drive of the temporary folder stands in for it.
 void CPackage::CheckFreeSpace(std::int64_t itemBytes) {
-    MFileDosShell::FolderFreeSpace(system_,
-                                   destination_->IsOnFixedDrive()
-                                       ? state_.BackupTo
-                                       : MFileDosShell::TempPath(system_, {}, false),
-                                   kSpareBytes + static_cast<double>(itemBytes));
+    MFileDosShell::FolderFreeSpace(
+        system_,
+        destination_->IsOnFixedDrive() ? Target() : MFileDosShell::TempPath(system_, {}, false),
+        kSpareBytes + static_cast<double>(itemBytes));
 }
 
 }  // namespace vw

@@ -37,12 +37,8 @@ bool CPackage::PlaceCopy(NewCopy& copy, bool mayRotate) {
     const Rotation rotation = mayRotate ? Rotate(copy.itemPath, copy.location) : Rotation::Done;
     if (rotation == Rotation::Broken) return false;
     if (rotation == Rotation::Undone && CopyStands(copy.place)) {
-        // It must not look ready while it is being deleted: half of it would be finished later.
-        const std::wstring condemned =
-            destination_->WorkingPath(WorkingState::Old, copy.itemPath, copy.place);
-        MoveEntry(copy.entry, condemned);
         destination_->Finished(copy.itemPath);
-        Remove(condemned);
+        Condemn(copy.entry, copy.itemPath, copy.place);
         Remove(comment);
         return false;
     }
@@ -62,7 +58,11 @@ void CPackage::FinishReadyCopy(std::wstring_view path, std::int16_t location,
                        .newestDate = found->date,
                        .entry = found->path,
                        .ready = true};
-    if (system_.files.Look(copy.entry)) {
+    // Another run may have made a copy since, which is as good or newer.
+    const bool isLate = CopyStands(copy.place) && PackageDate(copy.place) >= copy.newestDate;
+    if (isLate) {
+        Condemn(copy.entry, copy.itemPath, copy.place);
+    } else if (system_.files.Look(copy.entry)) {
         const std::wstring comment = PrepareComment(copy);
         Rotation outcome = Rotation::Undone;
         ShiftCopies(path, location, LowestGap(path, location), outcome);
@@ -71,6 +71,17 @@ void CPackage::FinishReadyCopy(std::wstring_view path, std::int16_t location,
     }
     destination_->Finished(path);
 }
+
+// It must not look like a copy, or ready to be one, while it is being deleted: half of it would
+// pass for the whole.
+void CPackage::Condemn(std::wstring_view entry, std::wstring_view itemPath,
+                       std::wstring_view place) {
+    const std::wstring condemned = destination_->WorkingPath(WorkingState::Old, itemPath, place);
+    MoveEntry(entry, condemned);
+    Remove(condemned);
+}
+
+void CPackage::DeleteCopy(std::wstring_view copyPath) { Condemn(copyPath, copyPath, copyPath); }
 
 std::wstring CPackage::PrepareComment(const NewCopy& copy) {
     const std::wstring folder = MFileDosShell::CFileLocation(copy.itemPath);

@@ -33,7 +33,7 @@ CPackage::Rotation CPackage::Rotate(std::wstring_view path, std::int16_t locatio
 void CPackage::ShiftCopies(std::wstring_view path, std::int16_t location, int last,
                            Rotation& outcome) {
     const auto copyName = [&](int number) {
-        return CFilePackageName(path, number, location, state_.BackupTo);
+        return CFilePackageName(path, number, location, Target());
     };
     std::vector<std::pair<std::wstring, std::wstring>> moved;
     std::vector<std::wstring> targets;
@@ -77,7 +77,7 @@ bool CPackage::MoveBack(const std::vector<std::pair<std::wstring, std::wstring>>
 int CPackage::LowestGap(std::wstring_view path, std::int16_t location) {
     int number = 1;
     while (number < state_.copiesCount &&
-           CopyStands(CFilePackageName(path, number, location, state_.BackupTo))) {
+           CopyStands(CFilePackageName(path, number, location, Target()))) {
         ++number;
     }
     return std::min<int>(number, state_.copiesCount);

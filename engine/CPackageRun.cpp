@@ -1,3 +1,5 @@
+#include <utility>
+
 #include "engine/CPackage.h"
 #include "engine/DestinationVisit.h"
 #include "engine/EngineProcedure.h"
@@ -17,6 +19,20 @@ namespace {
 
 constexpr std::uint64_t kSilentPatience = 10ULL * 60 * 1000;
 constexpr unsigned kLockPollMilliseconds = 100;
+
+/// While it lives, copies go to a folder that the list does not name.
+class Elsewhere {
+  public:
+    Elsewhere(std::wstring& place, std::wstring_view folder)
+        : place_(place), before_(std::exchange(place, std::wstring(folder))) {}
+    Elsewhere(const Elsewhere&) = delete;
+    Elsewhere& operator=(const Elsewhere&) = delete;
+    ~Elsewhere() { place_ = before_; }
+
+  private:
+    std::wstring& place_;
+    std::wstring before_;
+};
 
 }  // namespace
 
@@ -79,6 +95,16 @@ void CPackage::BackUpUnderLock(std::wstring_view path, bool isFolder, bool subFo
     if (location >= 0 && !state_.cancelRequested) BackupPath(path, location, isFolder, subFolders);
 }
 
+bool CPackage::InDestination(std::wstring_view folder, const std::function<void()>& work) {
+    const Elsewhere elsewhere(elsewhere_, folder);
+    const Visit visit(*this);
+    state_.cancelRequested = false;
+    refusedDestination_.clear();
+    if (EnterDestination() != Entrance::Entered) return false;
+    work();
+    return true;
+}
+
 std::wstring CPackage::ReadCurrentList() {
     if (!system_.files.Look(state_.currentListPath)) {
         system_.files.Write(state_.currentListPath, {}, FileSystem::Flush::Yes);
@@ -89,27 +115,27 @@ std::wstring CPackage::ReadCurrentList() {
 // Two runs on one destination would rotate each other's copies away, so they take turns. A
 // destination that could not be had is told once, not again for each of its items.
 CPackage::Entrance CPackage::EnterDestination() {
-    if (destination_ && destination_->Folder() == state_.BackupTo) return Entrance::Entered;
+    if (destination_ && destination_->Folder() == Target()) return Entrance::Entered;
     destination_.reset();
-    if (!refusedDestination_.empty() && refusedDestination_ == state_.BackupTo) {
+    if (!refusedDestination_.empty() && refusedDestination_ == Target()) {
         return Entrance::Refused;
     }
-    refusedDestination_ = state_.BackupTo;
+    refusedDestination_ = Target();
     const Entrance entrance = WaitForDestination();
     if (entrance != Entrance::Refused) refusedDestination_.clear();
     return entrance;
 }
 
 CPackage::Entrance CPackage::WaitForDestination() {
-    auto destination = std::make_unique<Destination>(system_, state_.BackupTo);
+    auto destination = std::make_unique<Destination>(system_, Target());
     const std::uint64_t start = system_.clock.Milliseconds();
     for (bool told = false; !destination->TryEnter(); told = true) {
-        if (!told) Tell(run_text::kWaiting, state_.BackupTo);
+        if (!told) Tell(run_text::kWaiting, Target());
         system_.pump.WaitForEvents(kLockPollMilliseconds);
         if (state_.cancelRequested) return Entrance::Cancelled;
         if (state_.silentRun && system_.clock.Milliseconds() - start >= kSilentPatience) {
             system_.exitStatus.Note(error_number::kDestinationBusy);
-            Tell(run_text::kGivenUp, state_.BackupTo);
+            Tell(run_text::kGivenUp, Target());
             return Entrance::Refused;
         }
     }

@@ -40,8 +40,10 @@ void Destination::Learn() {
         const auto name = ParseWorkingName(WithoutCommentExtension(entry.name));
         if (!name || (name->owner != self_ && !IsGone(name->owner))) return;
         if (name->state == WorkingState::Ready && !entry.name.ends_with(kCommentExtension)) {
-            ready_[name->item] = {folder_ + L"\\" + std::wstring(entry.name), name->date,
-                                  name->copy};
+            ReadyCopy& ready = ready_[name->item];
+            if (ready.path.empty() || ready.date < name->date) {
+                ready = {folder_ + L"\\" + std::wstring(entry.name), name->date, name->copy};
+            }
         } else {
             leftOvers.emplace_back(entry.name);
         }

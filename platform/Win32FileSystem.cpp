@@ -87,20 +87,18 @@ DWORD CALLBACK OnCopyProgress(LARGE_INTEGER, LARGE_INTEGER, LARGE_INTEGER, LARGE
 
 bool IsHeldForAMoment(DWORD code, const std::wstring& target) {
     if (code == ERROR_SHARING_VIOLATION) return true;
-    return code == ERROR_ACCESS_DENIED &&
-           (GetFileAttributesW(target.c_str()) & FILE_ATTRIBUTE_READONLY) == 0;
+    if (code != ERROR_ACCESS_DENIED) return false;
+    const DWORD attributes = GetFileAttributesW(target.c_str());
+    return attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_READONLY) == 0;
 }
 
-// A virus scanner, an indexer or another window may just be reading the file that is to go: that is
-// over in a moment.
-bool MoveOver(const std::wstring& source, const std::wstring& target) {
-    constexpr int kTries = 10;
-    constexpr DWORD kMoment = 20;
+// A virus scanner, an indexer or another window may just be reading the file that is to go, or one
+// in the folder that moves: that is over in a moment.
+bool MovePatiently(const std::wstring& source, const std::wstring& target, DWORD flags) {
+    constexpr int kTries = 20;
+    constexpr DWORD kMoment = 25;
     for (int tries = 1;; ++tries) {
-        if (MoveFileExW(source.c_str(), target.c_str(),
-                        MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0) {
-            return true;
-        }
+        if (MoveFileExW(source.c_str(), target.c_str(), flags) != 0) return true;
         const DWORD code = GetLastError();
         if (tries == kTries || !IsHeldForAMoment(code, target)) {
             SetLastError(code);
@@ -175,13 +173,15 @@ void Win32FileSystem::EraseFolder(std::wstring_view path) {
 void Win32FileSystem::Move(std::wstring_view from, std::wstring_view to) {
     const std::wstring source = SystemPath(from);
     const std::wstring target = SystemPath(to);
-    if (MoveFileExW(source.c_str(), target.c_str(), 0) == 0) RaiseLast(from);
+    if (!MovePatiently(source, target, 0)) RaiseLast(from);
 }
 
 void Win32FileSystem::Replace(std::wstring_view from, std::wstring_view to) {
     const std::wstring source = SystemPath(from);
     const std::wstring target = SystemPath(to);
-    EvenReadOnly(target, to, [&] { return MoveOver(source, target); });
+    EvenReadOnly(target, to, [&] {
+        return MovePatiently(source, target, MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH);
+    });
 }
 
 std::string Win32FileSystem::Read(std::wstring_view path) {

@@ -1,6 +1,7 @@
 #include "progress/BusyDialog.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "platform/Clock.h"
 #include "platform/ErrorTrap.h"
@@ -153,8 +154,15 @@ void BusyDialog::OnUnload(Form&) {
 
 void BusyDialog::OnResize(Form&, WindowState state) {
     Trapped(system_.errors, Named(L"Form_Resize"), [&] {
-        minimised_ = state == WindowState::Minimised;
-        if (minimised_) host_.LoadTrayIcon();
+        const bool before = std::exchange(minimised_, state == WindowState::Minimised);
+        if (minimised_) {
+            host_.LoadTrayIcon();
+        } else if (before) {
+            // The user has clicked its button of the task bar.
+            host_.UnloadTrayIcon();
+            host_.ShowMainWindow();
+            form_.Show(ShowHow::Activate);
+        }
     });
 }
 

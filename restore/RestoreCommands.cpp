@@ -5,6 +5,7 @@
 #include "fsutil/PathText.h"
 #include "fsutil/Scripting.h"
 #include "list/editing/SubItem.h"
+#include "platform/DateText.h"
 #include "platform/ErrorTrap.h"
 #include "platform/FileSystem.h"
 #include "platform/MsgBox.h"
@@ -55,8 +56,16 @@ void RestoreCommands::mnuOpenCopyClick() {
     });
 }
 
+// A run of another process may have moved the copies since they were listed: under the name of the
+// one that the user saw would stand another.
+bool RestoreCommands::IsStillThere(const std::wstring& path) {
+    return system_.files.Look(path) &&
+           DateText(MFileDosShell::PathDate(system_, host_.Engine(), path)) ==
+               SubItem(browser_.Copies(), L"Date");
+}
+
 void RestoreCommands::ExpectCopy(const std::wstring& path) {
-    if (system_.files.Look(path)) return;
+    if (IsStillThere(path)) return;
     const int row = browser_.Items().Selected();
     if (row >= 0) browser_.ListCopyes(row);
     if (browser_.Copies().Count() == 0) browser_.ListRestoreFiles();
@@ -106,11 +115,12 @@ void RestoreCommands::DoDelCopy(bool ask) {
 // comment: without it nobody would know where the item was.
 void RestoreCommands::DeleteCopy() {
     const std::wstring path = SubItem(browser_.Copies(), L"BackupName");
-    if (!system_.files.Look(path)) Raise(error_number::kFileNotFound, path);
-    MFileDosShell::DeletePath(system_, path);
-    if (system_.files.Look(path)) return;
-    MFileDosShell::DeletePath(system_, CPackage::PackageCommentFile(path));
-    RemoveEmptyFolders(MFileDosShell::CFileLocation(path), CopyFolderOf(path));
+    static_cast<void>(host_.Engine().InDestination(CopyFolderOf(path), [&] {
+        if (!IsStillThere(path)) Raise(error_number::kFileNotFound, path);
+        host_.Engine().DeleteCopy(path);
+        MFileDosShell::DeletePath(system_, CPackage::PackageCommentFile(path));
+        RemoveEmptyFolders(MFileDosShell::CFileLocation(path), CopyFolderOf(path));
+    }));
 }
 
 // A copy of an item below a folder with a point in its name lies in folders of its own. They would

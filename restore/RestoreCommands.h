@@ -43,21 +43,22 @@ class RestoreCommands {
     void DoRestore(bool askLocation);
     [[nodiscard]] std::optional<Goal> ChooseGoal(const std::wstring& name,
                                                  const std::wstring& location, bool ask);
-    [[nodiscard]] bool MayReplace(const Goal& goal, const std::wstring& target,
-                                  const std::wstring& copyFolder);
+    [[nodiscard]] bool MayReplace(const Goal& goal);
+    void KeepForUndo(const Goal& goal, const std::wstring& target, const std::wstring& copyFolder);
     void KeepForUndo(const std::wstring& path, const std::wstring& copyFolder);
     [[nodiscard]] std::wstring FreeSafetyName(const std::wstring& path, int number,
                                               const std::wstring& copyFolder);
     [[nodiscard]] bool IsStored(const std::wstring& path, int& highest);
-    void BackUpAs(const std::wstring& path, const std::wstring& copyName,
-                  const std::wstring& copyFolder, bool isFolder);
+    void BackUpAs(const std::wstring& path, const std::wstring& copyName, bool isFolder);
     void DoDelCopy(bool ask);
     void DeleteCopy();
     void RemoveEmptyFolders(std::wstring folder, const std::wstring& copyFolder);
     void DoDelFile();
     [[nodiscard]] bool Ask(const std::wstring& question);
     void TellNothingSelected();
-    /// Raises when somebody else has deleted a listed copy; the lists then show what is left.
+    [[nodiscard]] bool IsStillThere(const std::wstring& path);
+    /// Raises when a listed copy was deleted or moved by somebody else; the lists then show what is
+    /// there.
     void ExpectCopy(const std::wstring& path);
 
     System& system_;

@@ -51,9 +51,14 @@ void RestoreCommands::DoRestore(bool askLocation) {
         const auto goal = ChooseGoal(name, location, askLocation || location == kUnknown);
         if (!goal) return;
         host_.Msg(L"Restoring: ", goal->typed);
-        // The item takes its own name, whatever was typed beside the folder.
-        if (!MayReplace(*goal, JoinPath(goal->folder, name), CopyFolderOf(copy))) return;
-        host_.Engine().Extract(copy, goal->folder, false);
+        if (!MayReplace(*goal)) return;
+        const bool entered = host_.Engine().InDestination(CopyFolderOf(copy), [&] {
+            ExpectCopy(copy);
+            // The item takes its own name, whatever was typed beside the folder.
+            KeepForUndo(*goal, JoinPath(goal->folder, name), CopyFolderOf(copy));
+            host_.Engine().Extract(copy, goal->folder, false);
+        });
+        if (!entered) return;
         browser_.SelectLast();
         host_.BusyHide(true);
     });
@@ -73,18 +78,17 @@ std::optional<RestoreCommands::Goal> RestoreCommands::ChooseGoal(const std::wstr
     return Goal{CFileLocation(*chosen), *chosen};
 }
 
-bool RestoreCommands::MayReplace(const Goal& goal, const std::wstring& target,
-                                 const std::wstring& copyFolder) {
-    if (system_.files.Look(goal.typed)) {
-        if (!Ask(L"هل تريد بالتأكيد حذف الملف التالي واستبداله بالنسخة الاحتياطية:\r\n" +
-                 goal.typed)) {
-            return false;
-        }
-        KeepForUndo(goal.typed, copyFolder);
-    }
-    if (!EqualNoCase(goal.typed, target) && system_.files.Look(target))
+bool RestoreCommands::MayReplace(const Goal& goal) {
+    return !system_.files.Look(goal.typed) ||
+           Ask(L"هل تريد بالتأكيد حذف الملف التالي واستبداله بالنسخة الاحتياطية:\r\n" + goal.typed);
+}
+
+void RestoreCommands::KeepForUndo(const Goal& goal, const std::wstring& target,
+                                  const std::wstring& copyFolder) {
+    if (system_.files.Look(goal.typed)) KeepForUndo(goal.typed, copyFolder);
+    if (!EqualNoCase(goal.typed, target) && system_.files.Look(target)) {
         KeepForUndo(target, copyFolder);
-    return true;
+    }
 }
 
 // Raises when what is about to be overwritten could not be kept.
@@ -93,7 +97,7 @@ void RestoreCommands::KeepForUndo(const std::wstring& path, const std::wstring& 
     if (IsStored(path, highest)) return;
     const std::wstring copyName = FreeSafetyName(path, NextSafetyNumber(highest), copyFolder);
     const auto facts = system_.files.Look(path);
-    BackUpAs(path, copyName, copyFolder, facts && facts->isFolder);
+    BackUpAs(path, copyName, facts && facts->isFolder);
     if (state_.cancelRequested || !SameContent(system_.files, path, copyName)) {
         Raise(error_number::kAccessError, path);
     }
@@ -125,16 +129,11 @@ bool RestoreCommands::IsStored(const std::wstring& path, int& highest) {
     return false;
 }
 
-// The engine writes where the list's copies go; a safety copy belongs beside the copy that is
-// restored.
 void RestoreCommands::BackUpAs(const std::wstring& path, const std::wstring& copyName,
-                               const std::wstring& copyFolder, bool isFolder) {
-    const std::wstring destination = state_.BackupTo;
-    state_.BackupTo = copyFolder;
+                               bool isFolder) {
     const int location = Val(SubItem(browser_.Items(), L"SP"));
     host_.Engine().BackupPath(path, static_cast<std::int16_t>(location), isFolder, isFolder,
                               copyName);
-    state_.BackupTo = destination;
 }
 
 }  // namespace vw

@@ -95,12 +95,21 @@ LRESULT CALLBACK PassOn(HWND frame, UINT message, WPARAM wParam, LPARAM lParam, 
     return DefSubclassProc(frame, message, wParam, lParam);
 }
 
+// A program with more rights than the desktop gets no drops without asking for them.
+void AllowDropsFromDesktop(HWND control) {
+    constexpr UINT kCopyGlobalData = 0x0049;
+    for (const UINT message : {UINT{WM_DROPFILES}, UINT{WM_COPYDATA}, kCopyGlobalData}) {
+        ChangeWindowMessageFilterEx(control, message, MSGFLT_ALLOW, nullptr);
+    }
+}
+
 void Prepare(HWND control, const ControlData& data) {
     constexpr WPARAM kUnlimited = 0x7FFFFFFE;
     switch (data.kind) {
         case ControlKind::ListView:
             SetWindowTheme(control, L"Explorer", nullptr);
             DragAcceptFiles(control, data.acceptsFiles ? TRUE : FALSE);
+            if (data.acceptsFiles) AllowDropsFromDesktop(control);
             break;
         case ControlKind::ScrollBar:
             ScrollBar::SetValue(control, 0, data.lowest, data.highest);

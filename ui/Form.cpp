@@ -64,6 +64,10 @@ void Form::Load(HWND owner) {
             .style = StyleOf(data_.kind),
             .extendedStyle = language_ == Language::Arabic ? DWORD{WS_EX_LAYOUTRTL} : 0,
             .owner = owner});
+    // A program with more rights than the desktop does not hear it without being asked to.
+    for (const UINT message : {taskbarCreated_, taskbarButtonCreated_}) {
+        ChangeWindowMessageFilterEx(Handle(), message, MSGFLT_ALLOW, nullptr);
+    }
     MakeParts();
     UseDpi(static_cast<int>(GetDpiForWindow(Handle())));
     PlaceInitially();
@@ -203,7 +207,11 @@ Form* Form::FromWindow(HWND window) noexcept {
 bool Form::TranslateKeys(const MSG& message) {
     const HWND root = GetAncestor(message.hwnd, GA_ROOT);
     Form* form = FromWindow(root);
-    if (form == nullptr || !form->IsFormEnabled()) return false;
+    if (form == nullptr) return false;
+    // A window that is disabled keeps the focus in its controls: keys would go on working them.
+    if (!form->IsFormEnabled()) {
+        return message.message >= WM_KEYFIRST && message.message <= WM_KEYLAST;
+    }
     MSG copy = message;
     return form->Translate(copy);
 }

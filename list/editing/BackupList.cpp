@@ -73,15 +73,18 @@ void BackupList::FileSave() {
     });
 }
 
-void BackupList::GetList() {
-    Trapped(system_.errors, Named(L"GetList"), [this] {
+bool BackupList::GetList() {
+    // Until all of the file is shown: what cannot be read is kept by the next save.
+    droppedItems_ = true;
+    std::wstring text;
+    const bool read = Trapped(system_.errors, Named(L"GetList"), [&] {
         if (!system_.files.Look(state_.currentListPath)) {
             system_.files.Write(state_.currentListPath, {}, FileSystem::Flush::No);
         }
-        // Until all of the file is shown: what cannot be read is kept by the next save.
-        droppedItems_ = true;
-        const std::wstring text =
-            DecodeList(system_.files.Read(state_.currentListPath), system_.ansi);
+        text = DecodeList(system_.files.Read(state_.currentListPath), system_.ansi);
+    });
+    if (!read) return false;
+    Trapped(system_.errors, Named(L"GetList"), [&] {
         droppedItems_ = Load(text);
         ShowDestinationDrive();
         main_.SetValue(L"vsBackages", state_.copiesCount);
@@ -89,6 +92,7 @@ void BackupList::GetList() {
         if (rows_.Count() > 0) rows_.List().Select(0);
         host_.ListLoaded();
     });
+    return true;
 }
 
 bool BackupList::Load(std::wstring_view text) {
@@ -144,6 +148,7 @@ bool BackupList::AskForList(FileDialogKind kind, std::uint32_t flags) {
 
 void BackupList::FileNew(bool saveAs) {
     Trapped(system_.errors, Named(L"FileNew"), [&] {
+        if (!saveAs) FileSave();
         if (!AskForList(FileDialogKind::SaveList, kSaveFlags)) return;
         // A list that is saved under this name replaces the file in one step; until then it stays.
         if (!saveAs) MFileDosShell::DeletePath(system_, state_.currentListPath);
@@ -161,6 +166,10 @@ void BackupList::FileNew(bool saveAs) {
 
 void BackupList::FileOpen(std::wstring_view path) {
     Trapped(system_.errors, Named(L"FileOpen"), [&] {
+        // A number of copies that was changed belongs to the list that was open.
+        FileSave();
+        const std::wstring pathBefore = state_.currentListPath;
+        const bool droppedBefore = droppedItems_;
         if (!path.empty()) {
             state_.currentListPath = path;
         } else if (!AskForList(FileDialogKind::OpenList, kOpenFlags)) {
@@ -168,7 +177,13 @@ void BackupList::FileOpen(std::wstring_view path) {
         }
         recent_.RecentFile(1, state_.currentListPath);
         recent_.UpdateRecentFiles();
-        GetList();
+        if (!GetList()) {
+            // The rows are still those of the list before: under another name they would replace
+            // it.
+            state_.currentListPath = pathBefore;
+            droppedItems_ = droppedBefore;
+            return;
+        }
         host_.RestoredPath(SubItem(rows_.List(), L"Path"));
         host_.SetCaption();
     });

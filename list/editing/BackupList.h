@@ -35,8 +35,9 @@ class BackupList {
     /// modified, so that the next chance to save is taken.
     void FileSave();
 
-    /// Loads the file named by the current list path; a missing one is made empty.
-    void GetList();
+    /// Loads the file named by the current list path; a missing one is made empty. False when it
+    /// cannot be read: the rows are those of before.
+    bool GetList();
 
     /// Lets the user name a list and makes it the current one: a new, empty list or, with `saveAs`,
     /// the present one under another name.

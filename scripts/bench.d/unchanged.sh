@@ -1,7 +1,8 @@
 # A run that finds nothing changed, against listing the same tree.
 title="unchanged run, $((folders * 100)) small files in $folders folders"
-sides=(vaultwright dir xcopy-d rsync cp-u)
-comparisons=('vaultwright dir 0.20' 'vaultwright xcopy-d -' 'vaultwright rsync -' 'vaultwright cp-u 1.5')
+sides=(vaultwright walk dir xcopy-d rsync cp-u)
+comparisons=('vaultwright walk -' 'walk cp-u -' 'vaultwright dir 0.20' 'vaultwright xcopy-d -' 'vaultwright rsync -' 'vaultwright cp-u 1.5')
+bareWalk=$(dirname "$program")/../tests/tools/BareWalk.exe
 
 make() {
     local firstCopy
@@ -19,6 +20,7 @@ make() {
 commandOf() {
     case $1 in
         vaultwright) argv=("$loader" "$program" /B "$(windowsPath "$data/list.vwl")") ;;
+        walk) argv=("$loader" "$bareWalk" "$(windowsPath "$data/tree")") ;;
         dir) argv=("$loader" "$cmd" /c dir /s "$(windowsPath "$data/tree")") ;;
         xcopy-d)
             argv=("$loader" "$xcopy" /D /E /I /Y "$(windowsPath "$data/tree")"
@@ -36,7 +38,7 @@ check() {
             theCopy "$data/vault" >/dev/null
             ;;
         xcopy-d) says '^0 file' ;;
-        dir) says "^ *$((folders * 100)) files" ;;
+        dir | walk) says "^ *$((folders * 100)) files" ;;
     esac
 }
 

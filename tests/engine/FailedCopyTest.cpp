@@ -3,7 +3,10 @@
 #include <algorithm>
 
 #include "platform/RuntimeError.h"
+#include "platform/WindowsHeader.h"
 #include "tests/engine/EngineWorld.h"
+// Codes of the disk, which need the types of the window system first.
+#include <winioctl.h>
 
 namespace vw::test {
 namespace {
@@ -131,6 +134,31 @@ TEST(FailedCopy, OnAFullDiskEndsTheItemAndLeavesNothing) {
         world.tree.Remove(L"Store\\next«0001».txt.vwc");
         EXPECT_EQ(ReadTree(world.Store()), before);
     }
+}
+
+// Drives of the older formats call themselves full for a file of 4 GiB.
+TEST(FailedCopy, OfAFileTooLargeForTheDriveCostsTheOthersNothing) {
+    EngineWorld world;
+    world.tree.File(L"Work\\a.txt", "a", Day(1));
+    const std::wstring film = world.tree.File(L"Work\\b film.avi", "", Day(1));
+    world.tree.File(L"Work\\c.txt", "c", Day(1));
+    {
+        const FileHandle file(
+            CreateFileW(film.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr));
+        DWORD returned = 0;
+        DeviceIoControl(file.Get(), FSCTL_SET_SPARSE, nullptr, 0, nullptr, 0, &returned, nullptr);
+        LARGE_INTEGER size{};
+        size.QuadPart = 0x1'0000'0000;
+        ASSERT_NE(SetFilePointerEx(file.Get(), size, nullptr, FILE_BEGIN), 0);
+        ASSERT_NE(SetEndOfFile(file.Get()), 0);
+    }
+    world.drive.freeBytes[world.Store()] = 0x10'0000'0000;
+    world.world.files.FailNth(2, error_number::kDiskFull, OnlyCalls({FileCall::Copy}));
+    world.List({L"Work\\"});
+    EXPECT_EQ(world.Run().exitCode, error_number::kDiskFull);
+    EXPECT_EQ(world.Copies(), (Listing{{L"Work«0001»", kFolder},
+                                       {L"Work«0001»\\a.txt", "a"},
+                                       {L"Work«0001»\\c.txt", "c"}}));
 }
 
 TEST(FailedCopy, OnADiskThatIsFullForASubFolderLeavesNothing) {

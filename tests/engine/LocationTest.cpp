@@ -87,6 +87,21 @@ class CrowdedStore : public ForwardingFileSystem {
     }
 };
 
+// The first one's folder lies on a server that is down.
+TEST(LocationNumber, NeedsNotTheFoldersOfOtherItems) {
+    EngineWorld world;
+    for (const wchar_t* const file : {L"Server\\a.txt", L"Here\\a.txt"}) {
+        world.tree.File(file, "x", Day(1));
+    }
+    world.List({L"Server\\a.txt", L"Here\\a.txt"});
+    EXPECT_EQ(world.Run().exitCode, 0);
+    world.List({L"Here\\a.txt"});
+    world.world.files.FailFrom(1, error_number::kDeviceError, [&](const FileOperation& operation) {
+        return operation.path == world.Path(L"Server");
+    });
+    world.ExpectRun(NoChange(L"~\\Here\\a.txt"));
+}
+
 TEST(LocationNumber, ThatDoesNotFitIsAnOverflow) {
     EngineWorld world;
     CrowdedStore crowded(world.world.files);

@@ -292,6 +292,22 @@ TEST_P(LeftOver, ThatIsReadyIsFinishedOnlyWhenItsProcessIsGone) {
     EXPECT_EQ(world.Copies(), expected);
 }
 
+// The window's process left it and lives; a scheduled run has made the same copy, or a newer one.
+TEST(ReadyCopyThatCameLate, LeavesTheSeriesAlone) {
+    for (const int copied : {4, 5}) {
+        EngineWorld world;
+        MakeSeries(world);
+        world.tree.File(L"a.txt", std::to_string(copied), Day(copied));
+        world.ExpectRun(BackedUp(L"~\\a.txt"));
+        const Listing series = world.Copies();
+        world.tree.File(L"Store\\" + LeftOverName(world, WorkingState::Ready, L"a.txt",
+                                                  ThisProcess(), MakeDate(Day(4))),
+                        "4");
+        world.ExpectRun(NoChange(L"~\\a.txt"));
+        EXPECT_EQ(world.Copies(), series) << copied;
+    }
+}
+
 INSTANTIATE_TEST_SUITE_P(OfAProcess, LeftOver,
                          testing::Values(Owner{"Living", false}, Owner{"Elsewhere", false},
                                          Owner{"Dead", true}, Owner{"Reused", true},

@@ -2,6 +2,7 @@
 
 #include "platform/RuntimeError.h"
 #include "tests/engine/EngineWorld.h"
+#include "tests/support/WineBridge.h"
 
 namespace vw::test {
 namespace {
@@ -38,6 +39,20 @@ TEST(Refusal, OfWhatContainsTheDestination) {
     ExpectRefused(world, L"~\\*", L"~");
     const std::wstring root = world.Path().substr(0, 3);
     ExpectRefused(world, root, root);
+}
+
+// Neither path shows that they meet; without an end the copy would be copied into itself.
+TEST(Refusal, OfWhatLeadsToTheDestinationByALink) {
+    EngineWorld world;
+    world.tree.File(L"Disk\\a.txt", "a", Day(1));
+    world.state.BackupTo = world.tree.Folder(L"Disk\\Sub\\Vault");
+    ASSERT_TRUE(MakeLink(world.Path(L"Link"), world.Path(L"Disk"), true));
+    world.ListText(L"BackupTo: " + world.state.BackupTo + L"\r\n~\\Link\\\r\n");
+    const RunResult result = world.Run();
+    EXPECT_EQ(result.exitCode, error_number::kAccessError);
+    EXPECT_NE(Joined(result.lines).find(Joined(Refused(L"~\\Link\\"))), std::wstring::npos)
+        << Joined(result.lines);
+    EXPECT_EQ(ReadTree(world.state.BackupTo), Tree());
 }
 
 TEST(Refusal, OfWhatMerelyBeginsLikeTheDestination) {

@@ -166,6 +166,22 @@ TEST_F(Win32FileSystemTest, ReplacingWaitsForAReaderThatLeavesInAMoment) {
     EXPECT_EQ(test::ReadBytes(list), "next");
 }
 
+TEST_F(Win32FileSystemTest, MovingWaitsForAReaderThatLeavesInAMoment) {
+    const std::wstring from = tree_.File(L"from.txt", "x");
+    const std::wstring to = tree_.Path(L"to.txt");
+    FileHandle reader(CreateFileW(from.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
+                                  OPEN_EXISTING, 0, nullptr));
+    ASSERT_TRUE(reader);
+    EXPECT_EQ(NumberOf([&] { files_.Move(from, to); }), error_number::kPermissionDenied);
+    std::thread leaving([&] {
+        Sleep(60);
+        reader.Reset();
+    });
+    EXPECT_EQ(NumberOf([&] { files_.Move(from, to); }), 0);
+    leaving.join();
+    EXPECT_EQ(test::ReadBytes(to), "x");
+}
+
 TEST_F(Win32FileSystemTest, FoldersMoveWholeAndNeverOntoOthers) {
     tree_.File(L"from\\x\\y", "1");
     tree_.Folder(L"to");

@@ -244,6 +244,15 @@ TEST_P(Busy, MinimisedItGivesWayToTheIconAndItsClosingRestoresTheMainWindow) {
     EXPECT_EQ(host.calls, (Calls{"abort", "unload icon", "ready", "show main"}));
 }
 
+TEST_P(Busy, BroughtBackByItsButtonItBringsTheMainWindowBack) {
+    dialog.Report(L"x", false);
+    Minimise();
+    ShowWindow(Window().Handle(), SW_RESTORE);
+    EXPECT_EQ(host.calls, (Calls{"load icon", "unload icon", "show main"}));
+    EXPECT_TRUE(Window().IsVisible());
+    EXPECT_EQ(Window().State(), WindowState::Normal);
+}
+
 TEST_P(Busy, HiddenWhileMinimisedTheNextMessageBringsItsButtonBack) {
     dialog.Report(L"x", false);
     Minimise();

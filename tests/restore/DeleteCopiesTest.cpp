@@ -50,18 +50,18 @@ TEST_F(Restore, DeletingTheOnlyCopyRemovesTheItemAndItsComment) {
 }
 
 TEST_F(Restore, DeletingAllCopiesAsksOnceFromTheLastUp) {
-    std::vector<std::wstring> erased;
+    std::vector<std::wstring> taken;
     world.files.OnOperation([&](const FileOperation& operation) {
-        if (operation.call == FileCall::EraseFile) erased.push_back(operation.path);
+        if (operation.call == FileCall::Move) taken.push_back(operation.path);
     });
     world.boxes.Expect(L"هل تريد بالتأكيد حذف كافة النسخ الاحتياطية العائدة للملف:\r\nReport",
                        BoxAnswer::Yes);
     commands.mnuDelCopiesClick();
     EXPECT_THAT(ReadTree(vault), IsEmpty());
     EXPECT_THAT(Items(), IsEmpty());
-    ASSERT_EQ(erased.size(), 4U);
-    EXPECT_NE(erased[0].find(L"«0003»"), std::wstring::npos);
-    EXPECT_NE(erased[2].find(L"«0001»"), std::wstring::npos);
+    ASSERT_EQ(taken.size(), 3U);
+    EXPECT_NE(taken[0].find(L"«0003»"), std::wstring::npos);
+    EXPECT_NE(taken[2].find(L"«0001»"), std::wstring::npos);
 }
 
 TEST_F(Restore, ACopyThatCannotBeDeletedIsToldAndTheOthersGo) {

@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include <utility>
+
 #include "platform/RuntimeError.h"
 #include "tests/restore/RestoreFixture.h"
 
@@ -24,6 +26,29 @@ TEST_F(Restore, OverwritesWithoutASafetyCopyWhatACopyHas) {
     EXPECT_TRUE(box.rightToLeft);
     EXPECT_EQ(box.title, L"Vaultwright");
     EXPECT_EQ(browser.Copies().SubItem(browser.Copies().Selected(), L"Name"), L"N02");
+}
+
+// A run of another process has rotated since the copies were listed: under the name of the one that
+// the user chose stands another.
+TEST_F(Restore, OfACopyThatWasMovedMeanwhileIsToldAndOverwritesNothing) {
+    SelectCopy(L"N02");
+    tree.File(vault + L"\\Report«0002».doc", "another", {2024, 1, 5, 9, 0, 0});
+    commands.mnuRestoreClick();
+    EXPECT_EQ(world.errors.TakeOne().number, error_number::kFileNotFound);
+    EXPECT_EQ(ReadBytes(document), "state 3");
+}
+
+TEST_F(Restore, OfACopyThatMovesWhileTheQuestionStandsOverwritesNothing) {
+    SelectCopy(L"N02");
+    world.boxes.Expect(kQuestion, BoxAnswer::Yes);
+    bool moved = false;
+    world.files.OnOperation([&](const FileOperation& operation) {
+        if (operation.path != document || std::exchange(moved, true)) return;
+        tree.File(vault + L"\\Report«0002».doc", "another", {2024, 1, 5, 9, 0, 0});
+    });
+    commands.mnuRestoreClick();
+    EXPECT_EQ(world.errors.TakeOne().number, error_number::kFileNotFound);
+    EXPECT_EQ(ReadBytes(document), "state 3");
 }
 
 TEST_F(Restore, FirstKeepsAStateThatNoCopyHas) {

@@ -38,6 +38,20 @@ class FormKeys : public testing::Test {
     WindowEventPump pump;
 };
 
+// The focus stays in a control of a window that is disabled while a command runs.
+TEST_F(FormKeys, AreNotTakenByADisabledWindow) {
+    LoadedForm main(MainForm(), Language::English);
+    ListView& list = main.form.List(L"lsvBackupList");
+    for (const wchar_t* const name : {L"a", L"b", L"c"}) list.Add(name, RowIcon::File);
+    list.Select(0);
+    main.form.Show(ShowHow::KeepFocus);
+    Press(list.Handle(), VK_DOWN);
+    EXPECT_EQ(list.Selected(), 1);
+    main.form.EnableForm(false);
+    Press(list.Handle(), VK_DOWN);
+    EXPECT_EQ(list.Selected(), 1);
+}
+
 TEST_F(FormKeys, AcceleratorsStandForMenuEntries) {
     LoadedForm main(MainForm(), Language::English);
     const struct {

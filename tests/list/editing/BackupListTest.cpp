@@ -48,6 +48,28 @@ TEST_F(BackupLists, LoadsDestinationCountAndItems) {
     EXPECT_THAT(calls, Contains(L"ListLoaded"));
 }
 
+// The rows stay those of the list before; under the other's name they would replace it.
+TEST_F(BackupLists, ThatCannotBeOpenedLeaveTheOneThatIsOpen) {
+    const std::wstring a = tree.File(L"a.txt");
+    ListFile(world.ansi.Encode(a));
+    list.GetList();
+    const std::wstring open = state.currentListPath;
+    list.FileOpen(Path(L"Unplugged\\Other.vwl"));
+    EXPECT_EQ(world.errors.TakeOne().number, error_number::kPathNotFound);
+    EXPECT_EQ(state.currentListPath, open);
+    EXPECT_THAT(Paths(), ElementsAre(a));
+}
+
+TEST_F(BackupLists, KeepANumberOfCopiesThatWasChangedBeforeAnotherIsOpened) {
+    ListFile("Backages: 3\r\n" + world.ansi.Encode(tree.File(L"a.txt")));
+    list.GetList();
+    const std::wstring first = state.currentListPath;
+    state.copiesCount = 10;
+    state.listModified = true;
+    list.FileOpen(tree.File(L"Other.vwl", ""));
+    EXPECT_NE(ReadBytes(first).find("Backages: 10"), std::string::npos);
+}
+
 TEST_F(BackupLists, WalksAFolderOnce) {
     tree.File(L"Sub\\b.txt");
     tree.File(L"Sub\\Deep\\c.txt");
