@@ -231,8 +231,7 @@ TEST(ReadyCopyOfAKilledRun, WaitsWhileItsItemIsNotInTheList) {
 TEST(ReadyCopyOfAKilledRun, KeepsTheDateThatTheItemHad) {
     EngineWorld world;
     world.tree.File(L"a.txt", "1", Day(7));
-    world.List({L"a.txt"});
-    // The copy's own date tells nothing.
+    world.List({L"a.txt"});  // the copy's own date tells nothing
     world.tree.File(L"Store\\" + LeftOverName(world, WorkingState::Ready, L"a.txt", DeadProcess(),
                                               MakeDate(Day(7))),
                     "1", Day(50));
@@ -292,7 +291,7 @@ TEST_P(LeftOver, ThatIsReadyIsFinishedOnlyWhenItsProcessIsGone) {
     EXPECT_EQ(world.Copies(), expected);
 }
 
-// The window's process left it and lives; a scheduled run has made the same copy, or a newer one.
+// A run of another process has made the same copy meanwhile, or a newer one.
 TEST(ReadyCopyThatCameLate, LeavesTheSeriesAlone) {
     for (const int copied : {4, 5}) {
         EngineWorld world;
@@ -300,9 +299,9 @@ TEST(ReadyCopyThatCameLate, LeavesTheSeriesAlone) {
         world.tree.File(L"a.txt", std::to_string(copied), Day(copied));
         world.ExpectRun(BackedUp(L"~\\a.txt"));
         const Listing series = world.Copies();
-        world.tree.File(L"Store\\" + LeftOverName(world, WorkingState::Ready, L"a.txt",
-                                                  ThisProcess(), MakeDate(Day(4))),
-                        "4");
+        const std::wstring late =
+            LeftOverName(world, WorkingState::Ready, L"a.txt", ThisProcess(), MakeDate(Day(4)));
+        world.tree.File(L"Store\\" + late, "4");
         world.ExpectRun(NoChange(L"~\\a.txt"));
         EXPECT_EQ(world.Copies(), series) << copied;
     }
