@@ -54,6 +54,9 @@ class Application final : private StartCommands,
     /// asking makes them when it has lasted.
     [[nodiscard]] bool HasMessages();
 
+    /// Ends the program as its main window would if it were closed.
+    void Quit() { frmUnload(); }
+
     /// A silent run shows its icon now, if it has not done so yet.
     void AppearInSilentRun();
 

@@ -41,6 +41,7 @@ Program::Program()
       application_(system_, state_, settings_, api_, report_) {
     pump_.SetFilter(Form::TranslateKeys);
     pump_.SetGate([this] { return application_.HasMessages(); });
+    pump_.SetQuit([this] { application_.Quit(); });
 }
 
 int Program::Run(std::wstring_view processCommandLine) {

@@ -13,9 +13,8 @@ void WindowEventPump::ProcessMessages() {
     MSG message{};
     while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != 0) {
         if (message.message == WM_QUIT) {
-            // Somebody asked the process to end; the outermost loop has to see it.
-            PostQuitMessage(static_cast<int>(message.wParam));
-            break;
+            if (quit_) quit_();
+            continue;
         }
         if (filter_ && filter_(message)) continue;
         TranslateMessage(&message);

@@ -31,6 +31,13 @@ class WindowEventPump final : public EventPump {
     /// Sets the gate from now on; an empty one takes it away.
     void SetGate(Gate gate) { gate_ = std::move(gate); }
 
+    /// Told that somebody asked the whole process to end, which Windows say to a thread and to none
+    /// of its windows.
+    using Quit = std::function<void()>;
+
+    /// Sets who is told from now on; an empty one lets such messages go by.
+    void SetQuit(Quit quit) { quit_ = std::move(quit); }
+
     /// Processes messages until `goOn()` says no; sleeps while none waits. The main loop.
     template <class GoOn>
     void RunWhile(GoOn goOn) {
@@ -43,6 +50,7 @@ class WindowEventPump final : public EventPump {
     static constexpr unsigned kIdleMilliseconds = 500;
     Filter filter_;
     Gate gate_;
+    Quit quit_;
     std::uint64_t lastPass_ = 0;
 };
 

@@ -69,14 +69,17 @@ TEST(WindowEventPumpTest, BehindAClosedGateMessagesWait) {
     EXPECT_EQ(window.Count(), 1);
 }
 
-TEST(WindowEventPumpTest, TheWishToQuitIsKeptForTheOutermostLoop) {
+TEST(WindowEventPumpTest, TheWishToQuitIsToldOnceAndTheOtherMessagesGoOn) {
+    const CountingWindow window;
     WindowEventPump pump;
+    int told = 0;
+    pump.SetQuit([&] { ++told; });
     PostQuitMessage(7);
     pump.DoEvents();
-    MSG message{};
-    ASSERT_NE(PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE), 0);
-    EXPECT_EQ(message.message, static_cast<UINT>(WM_QUIT));
-    EXPECT_EQ(message.wParam, 7U);
+    window.Post();
+    pump.DoEvents();
+    EXPECT_EQ(told, 1);
+    EXPECT_EQ(window.Count(), 1);
 }
 
 TEST(WindowEventPumpTest, WaitingEndsWithTheFirstMessage) {

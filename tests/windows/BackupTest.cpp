@@ -167,6 +167,19 @@ TEST_F(Backup, TheEndOfTheSessionSavesTheListAndAsksNothing) {
     EXPECT_THAT(InVault(), testing::Not(Contains(L"Many«0001»")));
 }
 
+TEST_F(Backup, AProcessThatIsAskedToQuitSavesTheListAndEnds) {
+    MakeManyFiles();
+    WriteDefaultList({Home(L"Many") + L"\\"});
+    DrivenProgram window(program.With(L""));
+    window.ClickMoreCopies(1);
+    window.Begin(ID_mnuBackup);
+    window.WaitForBusyDialog();
+    PostThreadMessageW(GetWindowThreadProcessId(window.Main(), nullptr), WM_QUIT, 0, 0);
+    EXPECT_EQ(window.Run().WaitForEnd(), 1223U);
+    EXPECT_THAT(LinesOf(program.DefaultList()), Contains(L"Backages: 4"));
+    EXPECT_THAT(InVault(), testing::Not(Contains(L"Many«0001»")));
+}
+
 TEST_F(Backup, ClosingTheMainWindowInARunSavesTheListAndEnds) {
     MakeManyFiles();
     WriteDefaultList({Home(L"Many") + L"\\"});
