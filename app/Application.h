@@ -101,7 +101,7 @@ class Application final : private StartCommands,
 
     // The list and the copies.
     void FileOpen(std::wstring_view path) override;
-    void GetList() override;
+    void OpenDefaultList() override;
     void ApplicationSartup(bool flag) override;
     [[nodiscard]] std::int16_t LocationID(std::wstring_view path) override;
     [[nodiscard]] CopyDates& StoredDates() override { return Engine(); }

@@ -69,7 +69,7 @@ void Application::ShowRecentFiles(const RecentFileMenu& menu) {
 
 void Application::FileOpen(std::wstring_view path) { windows_->list.FileOpen(path); }
 
-void Application::GetList() { windows_->list.GetList(); }
+void Application::OpenDefaultList() { windows_->list.OpenDefaultList(); }
 
 void Application::ApplicationSartup(bool flag) { logonStart_.ApplicationSartup(flag); }
 

@@ -68,17 +68,36 @@ const MainCommand* MainCommand::Find(std::wstring_view menu, std::wstring_view k
     return found == std::end(kCommands) ? nullptr : &*found;
 }
 
-void MainWindow::mnuFileNewClick(int) { parts_->list.FileNew(false); }
+// What was changed of a list and not yet saved, such as its number of copies, goes when another
+// list takes the window.
+bool MainWindow::MayLeaveList() {
+    if (parts_->list.FileSave()) return true;
+    const auto* question =
+        state_.arabic ? L"تعذّر حفظ التغييرات في هذه القائمة. هل تريد تركها رغم ذلك؟"
+                      : L"The changes to this list could not be saved. Leave it all the same?";
+    return system_.boxes.MsgBox({.text = question,
+                                 .buttons = BoxButtons::YesNo,
+                                 .rightToLeft = state_.arabic,
+                                 .secondIsDefault = true}) == BoxAnswer::Yes;
+}
 
-void MainWindow::mnuFileOpenClick(int) { parts_->list.FileOpen(); }
+void MainWindow::mnuFileNewClick(int) {
+    if (MayLeaveList()) parts_->list.FileNew(false);
+}
+
+void MainWindow::mnuFileOpenClick(int) {
+    if (MayLeaveList()) parts_->list.FileOpen();
+}
+
+void MainWindow::mnuRecentFileClick(int index) {
+    if (MayLeaveList()) parts_->recent.mnuRecentFileClick(index);
+}
 
 void MainWindow::mnuFileSaveClick(int) { parts_->list.FileSave(); }
 
 void MainWindow::mnuFileSaveAsClick(int) { parts_->list.FileSaveAs(); }
 
 void MainWindow::mnuFileCloseClick(int) { parts_->list.DoClose(); }
-
-void MainWindow::mnuRecentFileClick(int index) { parts_->recent.mnuRecentFileClick(index); }
 
 void MainWindow::mnuBackupClick(int) {
     if (parts_->list.Rows().Count() == 0) {

@@ -100,6 +100,7 @@ class MainWindow final : public FormEvents {
     void mnuHelpAboutClick(int);
     void mnuToolEnArClick(int);
     void ActionOpen(int);
+    [[nodiscard]] bool MayLeaveList();
 
     // The rest of the window (MainWindow.cpp).
     void cmbDestinationClick();

@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <ranges>
 #include <utility>
 #include <vector>
 
@@ -67,7 +66,8 @@ void CPackage::ShiftCopies(std::wstring_view path, std::int16_t location, int la
 
 bool CPackage::MoveBack(const std::vector<std::pair<std::wstring, std::wstring>>& moved) {
     try {
-        for (const auto& [from, to] : std::views::reverse(moved)) MoveEntry(to, from);
+        std::for_each(moved.rbegin(), moved.rend(),
+                      [this](const auto& move) { MoveEntry(move.second, move.first); });
         return true;
     } catch (const RuntimeError&) {
         return false;

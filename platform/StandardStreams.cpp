@@ -6,7 +6,7 @@ namespace vw {
 
 namespace {
 
-constexpr std::size_t kHeldUnits = 16U * 1024U;
+constexpr std::size_t kHeldUnits = std::size_t{16} * 1024;
 
 std::string Utf8(std::wstring_view text) {
     const int units = static_cast<int>(text.size());

@@ -41,6 +41,33 @@ class Flagged {
     bool& flag_;
 };
 
+/// Until the rows of another list are shown they are those of the list before: under the other name
+/// they would replace it. So the old name comes back, unless it is let go.
+class FormerList {
+  public:
+    FormerList(ProgramState& state, bool& droppedItems)
+        : state_(state),
+          droppedItems_(droppedItems),
+          path_(state.currentListPath),
+          dropped_(droppedItems) {}
+    ~FormerList() {
+        if (gone_) return;
+        state_.currentListPath.swap(path_);
+        droppedItems_ = dropped_;
+    }
+    FormerList(const FormerList&) = delete;
+    FormerList& operator=(const FormerList&) = delete;
+
+    void LetGo() noexcept { gone_ = true; }
+
+  private:
+    ProgramState& state_;
+    bool& droppedItems_;
+    std::wstring path_;
+    bool dropped_;
+    bool gone_ = false;
+};
+
 }  // namespace
 
 BackupList::BackupList(System& system, ProgramState& state, Form& main, FileDialogs& dialogs,
@@ -55,7 +82,7 @@ BackupList::BackupList(System& system, ProgramState& state, Form& main, FileDial
       host_(host),
       rows_(system, main, host) {}
 
-void BackupList::FileSave() {
+bool BackupList::FileSave() {
     Trapped(system_.errors, Named(L"FileSave"), [this] {
         // Half a list is not saved: the session may end in the middle of loading.
         if (!state_.listModified || loading_) return;
@@ -71,6 +98,7 @@ void BackupList::FileSave() {
             throw;
         }
     });
+    return !state_.listModified;
 }
 
 bool BackupList::GetList() {
@@ -148,16 +176,15 @@ bool BackupList::AskForList(FileDialogKind kind, std::uint32_t flags) {
 
 void BackupList::FileNew(bool saveAs) {
     Trapped(system_.errors, Named(L"FileNew"), [&] {
-        if (!saveAs) FileSave();
+        FormerList former(state_, droppedItems_);
         if (!AskForList(FileDialogKind::SaveList, kSaveFlags)) return;
         // A list that is saved under this name replaces the file in one step; until then it stays.
-        if (!saveAs) MFileDosShell::DeletePath(system_, state_.currentListPath);
-        host_.SetCaption();
-        if (saveAs) {
-            recent_.UpdateRecentFiles();
-        } else {
-            GetList();
+        if (!saveAs) {
+            MFileDosShell::DeletePath(system_, state_.currentListPath);
+            if (!GetList()) return;
         }
+        former.LetGo();
+        host_.SetCaption();
         state_.listModified = true;
         recent_.RecentFile(1, state_.currentListPath);
         recent_.UpdateRecentFiles();
@@ -166,10 +193,7 @@ void BackupList::FileNew(bool saveAs) {
 
 void BackupList::FileOpen(std::wstring_view path) {
     Trapped(system_.errors, Named(L"FileOpen"), [&] {
-        // A number of copies that was changed belongs to the list that was open.
-        FileSave();
-        const std::wstring pathBefore = state_.currentListPath;
-        const bool droppedBefore = droppedItems_;
+        FormerList former(state_, droppedItems_);
         if (!path.empty()) {
             state_.currentListPath = path;
         } else if (!AskForList(FileDialogKind::OpenList, kOpenFlags)) {
@@ -177,16 +201,17 @@ void BackupList::FileOpen(std::wstring_view path) {
         }
         recent_.RecentFile(1, state_.currentListPath);
         recent_.UpdateRecentFiles();
-        if (!GetList()) {
-            // The rows are still those of the list before: under another name they would replace
-            // it.
-            state_.currentListPath = pathBefore;
-            droppedItems_ = droppedBefore;
-            return;
-        }
+        if (!GetList()) return;
+        former.LetGo();
         host_.RestoredPath(SubItem(rows_.List(), L"Path"));
         host_.SetCaption();
     });
+}
+
+void BackupList::OpenDefaultList() {
+    FormerList former(state_, droppedItems_);
+    state_.currentListPath = state_.DefaultListPath();
+    if (GetList()) former.LetGo();
 }
 
 void BackupList::FileSaveAs() {

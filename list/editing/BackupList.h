@@ -32,19 +32,23 @@ class BackupList {
     [[nodiscard]] FileDialogSetup& Dialog() noexcept { return dialog_; }
 
     /// Writes the list to the current list path if it was modified. When that fails the list stays
-    /// modified, so that the next chance to save is taken.
-    void FileSave();
+    /// modified, so that the next chance to save is taken. Whether nothing is left to write.
+    bool FileSave();
 
     /// Loads the file named by the current list path; a missing one is made empty. False when it
     /// cannot be read: the rows are those of before.
     bool GetList();
 
     /// Lets the user name a list and makes it the current one: a new, empty list or, with `saveAs`,
-    /// the present one under another name.
+    /// the present one under another name. A list that cannot be made leaves the present one.
     void FileNew(bool saveAs);
 
-    /// Opens the list at `path`, or one that the user chooses.
+    /// Opens the list at `path`, or one that the user chooses. What was not saved of the present one
+    /// is lost; a list that cannot be opened leaves it.
     void FileOpen(std::wstring_view path = {});
+
+    /// Opens the list that the program starts with, which no recent entry stands for.
+    void OpenDefaultList();
 
     void FileSaveAs();
 

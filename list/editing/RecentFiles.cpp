@@ -73,8 +73,7 @@ void RecentFiles::mnuRecentFileClick(int index) {
             host_.Ready(true);
             return;
         }
-        state_.currentListPath = state_.DefaultListPath();
-        host_.GetList();
+        host_.OpenDefaultList();
         host_.SetCaption();
     });
 }

@@ -31,8 +31,8 @@ class RecentFilesHost {
     /// Opens a list file and makes it the one in use.
     virtual void FileOpen(std::wstring_view path) = 0;
 
-    /// Loads the list named by the current list path into the main window.
-    virtual void GetList() = 0;
+    /// Opens the list that the program starts with and makes it the one in use.
+    virtual void OpenDefaultList() = 0;
 
     /// Shows in the main window's caption which list is in use.
     virtual void SetCaption() = 0;

@@ -213,6 +213,35 @@ TEST_F(Editing, AListWithAnotherCopiesCountIsModifiedByOpeningIt) {
     EXPECT_THAT(ReadBytes(other + L".old"), HasSubstr("gone.txt"));
 }
 
+TEST_F(Editing, ANumberOfCopiesIsSavedBeforeAnotherListIsOpened) {
+    WriteDefaultList({photo});
+    const std::wstring first = program.List(L"First.vwl", {L"BackupTo: " + Vault(), letter});
+    DrivenProgram window(program.With(Quoted(first)));
+    window.ClickMoreCopies(1);
+    window.Choose(ID_mnuRecentFile_0);
+    EXPECT_THAT(window.List(ID_lsvBackupList).Column(kPath), ElementsAre(photo));
+    EXPECT_EQ(ReadBytes(first), FileOf({letter}, 4));
+    window.Close();
+}
+
+TEST_F(Editing, AListThatCannotBeSavedIsLeftForAnotherOnlyWithAYes) {
+    WriteDefaultList({photo});
+    const std::wstring first = program.List(L"First.vwl", {L"BackupTo: " + Vault(), letter});
+    DrivenProgram window(program.With(Quoted(first)));
+    window.ClickMoreCopies(1);
+    const FileHandle held(CreateFileW(first.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
+                                      OPEN_EXISTING, 0, nullptr));
+    for (const int answer : {IDNO, IDYES}) {
+        EXPECT_THAT(window.List(ID_lsvBackupList).Column(kPath), ElementsAre(letter));
+        window.Begin(ID_mnuRecentFile_0);
+        window.AnswerBox(L"in procedure FileSave of Form frmMain");
+        window.AnswerBox(L"could not be saved", answer);
+        window.WaitUntilReady();
+    }
+    EXPECT_THAT(window.List(ID_lsvBackupList).Column(kPath), ElementsAre(photo));
+    window.Close();
+}
+
 TEST_F(Editing, ANewListTakesNamesWithoutTheirExtension) {
     WriteDefaultList({letter});
     DrivenProgram window(program.With(L""));

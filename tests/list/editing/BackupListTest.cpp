@@ -60,14 +60,28 @@ TEST_F(BackupLists, ThatCannotBeOpenedLeaveTheOneThatIsOpen) {
     EXPECT_THAT(Paths(), ElementsAre(a));
 }
 
-TEST_F(BackupLists, KeepANumberOfCopiesThatWasChangedBeforeAnotherIsOpened) {
-    ListFile("Backages: 3\r\n" + world.ansi.Encode(tree.File(L"a.txt")));
+TEST_F(BackupLists, ThatCannotBeOpenedLeaveTheOneThatIsOpenAlsoForTheDefaultList) {
+    const std::wstring a = tree.File(L"a.txt");
+    ListFile(world.ansi.Encode(a));
     list.GetList();
-    const std::wstring first = state.currentListPath;
-    state.copiesCount = 10;
-    state.listModified = true;
-    list.FileOpen(tree.File(L"Other.vwl", ""));
-    EXPECT_NE(ReadBytes(first).find("Backages: 10"), std::string::npos);
+    const std::wstring open = state.currentListPath;
+    state.applicationFolder = Path(L"Unplugged");
+    list.OpenDefaultList();
+    EXPECT_EQ(world.errors.TakeOne().number, error_number::kPathNotFound);
+    EXPECT_EQ(state.currentListPath, open);
+    EXPECT_THAT(Paths(), ElementsAre(a));
+}
+
+TEST_F(BackupLists, ThatCannotBeMadeLeaveTheOneThatIsOpen) {
+    const std::wstring a = tree.File(L"a.txt");
+    ListFile(world.ansi.Encode(a));
+    list.GetList();
+    const std::wstring open = state.currentListPath;
+    dialogs.Expect(Path(L"Unplugged\\New.vwl"));
+    list.FileNew(false);
+    EXPECT_EQ(world.errors.TakeOne().number, error_number::kPathNotFound);
+    EXPECT_EQ(state.currentListPath, open);
+    EXPECT_THAT(Paths(), ElementsAre(a));
 }
 
 TEST_F(BackupLists, WalksAFolderOnce) {

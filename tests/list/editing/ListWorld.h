@@ -88,7 +88,7 @@ class ListWorld : public testing::Test, private ListHost, private RecentFilesHos
     }
     void frmUnload() override { calls.emplace_back(L"frmUnload"); }
     void FileOpen(std::wstring_view path) override { list.FileOpen(path); }
-    void GetList() override { list.GetList(); }
+    void OpenDefaultList() override { list.OpenDefaultList(); }
     void ShowRecentFiles(const RecentFileMenu&) override {}
 
     void Msg(std::wstring_view, std::wstring_view, std::wstring_view, bool, bool, bool) override {}
