@@ -105,7 +105,7 @@ std::wstring EngineWorld::Store(std::wstring_view name) const {
     return Path(L"Store") + (name.empty() ? L"" : L"\\" + std::wstring(name));
 }
 
-void EngineWorld::List(const Lines& items, int copies) {
+void EngineWorld::List(const Lines& items, int copies) const {
     std::wstring text =
         L"BackupTo: " + Store() + L"\r\nBackages: " + std::to_wstring(copies) + L"\r\n";
     for (const std::wstring& item : items) {

@@ -109,7 +109,7 @@ class EngineWorld {
 
     /// Writes the list that the next runs use: the destination, the count, the items. Items are
     /// relative to the world's folder unless they hold a ":".
-    void List(const Lines& items, int copies = 3);
+    void List(const Lines& items, int copies = 3) const;
     /// The same from the list's own text (in code page 1256); "~" stands for the world's folder.
     void ListText(std::wstring_view text) const;
 

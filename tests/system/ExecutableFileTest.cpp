@@ -178,6 +178,7 @@ TEST_F(ProgramResources, AskForNoRightsAndForModernWindows) {
 
 TEST_F(ProgramResources, HaveIconsForScreensOfAllDensities) {
     std::vector<int> icons;
+    // The system says what its parameters are. NOLINTNEXTLINE(readability-non-const-parameter)
     const auto collect = [](HMODULE, LPCWSTR, LPWSTR name, LONG_PTR into) -> BOOL {
         reinterpret_cast<std::vector<int>*>(into)->push_back(LOWORD(name));
         return TRUE;

@@ -151,9 +151,10 @@ void KillWorld::CheckNames(const Tree& vault, std::vector<std::wstring>& faults)
         if (IsWorkingEntry(path)) {
             const bool isReady = path.find(L".vwready-") != std::wstring::npos;
             if (isReady && !path.ends_with(L".vwc") &&
-                std::none_of(items_.begin(), items_.end(), [&](const Item& item) {
-                    return PartOf(vault, path) == Content(item, NewestState(item));
-                })) {
+                std::none_of(items_.begin(), items_.end(),
+                             [this, ready = PartOf(vault, path)](const Item& item) {
+                                 return ready == Content(item, NewestState(item));
+                             })) {
                 faults.push_back(L"ready but not whole: " + path);
             }
         } else if (std::find(known.begin(), known.end(), path) == known.end()) {
@@ -180,10 +181,10 @@ std::vector<std::wstring> KillWorld::AfterNextRun() const {
             const std::wstring name = CopyName(item, static_cast<int>(i) + 1);
             const bool isPartial = item.isPartial && states[i] == killedState_;
             for (const auto& [below, node] : Content(item, states[i])) {
-                if (isPartial && !vault.contains(below.empty() ? name : name + L"\\" + below)) {
-                    continue;
-                }
-                AddWithParents(expected, below.empty() ? name : name + L"\\" + below, node);
+                std::wstring path = name;
+                if (!below.empty()) path.append(L"\\").append(below);
+                if (isPartial && !vault.contains(path)) continue;
+                AddWithParents(expected, path, node);
             }
         }
         const std::wstring comment = CopyName(item, 1) + L".vwc";

@@ -13,7 +13,6 @@ namespace {
 using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
-using testing::SizeIs;
 
 const std::string kMissing = ToUtf8(L"تأكد من توفر المجلد التالي");
 

@@ -12,7 +12,6 @@ namespace vw {
 namespace {
 
 using test::LoadedForm;
-using test::RecordedEvents;
 
 void Command(HWND form, int id, int code = 0, HWND control = nullptr) {
     SendMessageW(form, WM_COMMAND, MAKEWPARAM(id, code), reinterpret_cast<LPARAM>(control));

@@ -28,6 +28,7 @@ class ListViewOf : public testing::TestWithParam<Language> {
 
     std::vector<std::wstring> Names() {
         std::vector<std::wstring> names;
+        names.reserve(static_cast<std::size_t>(list.Count()));
         for (int row = 0; row < list.Count(); ++row) {
             names.push_back(list.SubItem(row, kNameColumn));
         }

@@ -94,7 +94,13 @@ void DrivenProgram::WaitUntilReady() {
         Ask(main_, WM_NULL, 0, 0);
         return IsWindowEnabled(main_) != 0;
     };
-    WaitUntil([&] { return isEnabled() && isEnabled(); }, "the main window stays disabled");
+    // One command may follow the other; between them the window is given back for a moment.
+    WaitUntil(
+        [&] {
+            const bool before = isEnabled();
+            return isEnabled() && before;
+        },
+        "the main window stays disabled");
 }
 
 void DrivenProgram::WaitUntil(const std::function<bool()>& isSo, const char* what, DWORD poll) {

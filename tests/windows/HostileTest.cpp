@@ -15,8 +15,6 @@
 namespace vw::test {
 namespace {
 
-using testing::IsEmpty;
-
 class Hostile : public BackupWindows {
   protected:
     /// Answers boxes until the main window stands open; null when the program has ended instead.

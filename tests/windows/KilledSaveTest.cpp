@@ -18,6 +18,7 @@ class KilledSave : public WindowsTest {};
 // How many of the kills left which list is told.
 TEST_F(KilledSave, SoakLeavesTheOldListOrTheNewOne) {
     std::vector<std::wstring> items;
+    items.reserve(40);
     for (int i = 0; i < 40; ++i) {
         items.push_back(program.tree.File(L"Home\\file" + std::to_wstring(i) + L".txt"));
     }
