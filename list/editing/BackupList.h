@@ -43,8 +43,8 @@ class BackupList {
     /// the present one under another name. A list that cannot be made leaves the present one.
     void FileNew(bool saveAs);
 
-    /// Opens the list at `path`, or one that the user chooses. What was not saved of the present one
-    /// is lost; a list that cannot be opened leaves it.
+    /// Opens the list at `path`, or one that the user chooses. What was not saved of the present
+    /// one is lost; a list that cannot be opened leaves it.
     void FileOpen(std::wstring_view path = {});
 
     /// Opens the list that the program starts with, which no recent entry stands for.
