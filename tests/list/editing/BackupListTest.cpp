@@ -49,39 +49,34 @@ TEST_F(BackupLists, LoadsDestinationCountAndItems) {
 }
 
 // The rows stay those of the list before; under the other's name they would replace it.
-TEST_F(BackupLists, ThatCannotBeOpenedLeaveTheOneThatIsOpen) {
-    const std::wstring a = tree.File(L"a.txt");
-    ListFile(world.ansi.Encode(a));
-    list.GetList();
-    const std::wstring open = state.currentListPath;
-    list.FileOpen(Path(L"Unplugged\\Other.vwl"));
-    EXPECT_EQ(world.errors.TakeOne().number, error_number::kPathNotFound);
-    EXPECT_EQ(state.currentListPath, open);
-    EXPECT_THAT(Paths(), ElementsAre(a));
+/// A list is open while another one is asked for that cannot be had.
+class UnopenedList : public BackupLists {
+  protected:
+    template <class Command>
+    void ExpectTheOpenOneAfter(Command&& command) {
+        const std::wstring item = tree.File(L"a.txt");
+        ListFile(world.ansi.Encode(item));
+        list.GetList();
+        const std::wstring open = state.currentListPath;
+        command();
+        EXPECT_EQ(world.errors.TakeOne().number, error_number::kPathNotFound);
+        EXPECT_EQ(state.currentListPath, open);
+        EXPECT_THAT(Paths(), ElementsAre(item));
+    }
+};
+
+TEST_F(UnopenedList, LeavesTheOneThatIsOpen) {
+    ExpectTheOpenOneAfter([this] { list.FileOpen(Path(L"Unplugged\\Other.vwl")); });
 }
 
-TEST_F(BackupLists, ThatCannotBeOpenedLeaveTheOneThatIsOpenAlsoForTheDefaultList) {
-    const std::wstring a = tree.File(L"a.txt");
-    ListFile(world.ansi.Encode(a));
-    list.GetList();
-    const std::wstring open = state.currentListPath;
+TEST_F(UnopenedList, LeavesTheOneThatIsOpenWhenItIsTheDefaultList) {
     state.applicationFolder = Path(L"Unplugged");
-    list.OpenDefaultList();
-    EXPECT_EQ(world.errors.TakeOne().number, error_number::kPathNotFound);
-    EXPECT_EQ(state.currentListPath, open);
-    EXPECT_THAT(Paths(), ElementsAre(a));
+    ExpectTheOpenOneAfter([this] { list.OpenDefaultList(); });
 }
 
-TEST_F(BackupLists, ThatCannotBeMadeLeaveTheOneThatIsOpen) {
-    const std::wstring a = tree.File(L"a.txt");
-    ListFile(world.ansi.Encode(a));
-    list.GetList();
-    const std::wstring open = state.currentListPath;
+TEST_F(UnopenedList, LeavesTheOneThatIsOpenWhenItIsNew) {
     dialogs.Expect(Path(L"Unplugged\\New.vwl"));
-    list.FileNew(false);
-    EXPECT_EQ(world.errors.TakeOne().number, error_number::kPathNotFound);
-    EXPECT_EQ(state.currentListPath, open);
-    EXPECT_THAT(Paths(), ElementsAre(a));
+    ExpectTheOpenOneAfter([this] { list.FileNew(false); });
 }
 
 TEST_F(BackupLists, WalksAFolderOnce) {
