@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "platform/BoxOwner.h"
 #include "platform/Desktop.h"
 #include "platform/WindowsHeader.h"
 
@@ -45,10 +46,8 @@ BoxAnswer Show(const BoxContent& content) {
     std::wstring text = content.text.substr(0, kMostUnits);
     if (text.size() < content.text.size()) text += L"\u2026";
     const HWND owner = Owner();
-    const bool enabled = IsWindowEnabled(owner) != 0;
+    const BoxOwner enabled(owner);
     const int button = MessageBoxW(owner, text.c_str(), content.title.c_str(), StyleOf(content));
-    // The end of a box enables its owner, which a command has disabled for all of its time.
-    if (owner != nullptr && !enabled) EnableWindow(owner, FALSE);
     switch (button) {
         case IDYES:
             return BoxAnswer::Yes;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/BoxOwner.h"
 #include "platform/RuntimeError.h"
 #include "platform/WindowsHeader.h"
 #include "ui/Form.h"
@@ -46,12 +47,9 @@ std::optional<std::wstring> Show(const FileDialogSetup& dialog, HWND owner, Syst
     if (!dialog.title.empty()) data.lpstrTitle = dialog.title.c_str();
     if (!dialog.defaultExtension.empty()) data.lpstrDefExt = dialog.defaultExtension.c_str();
     data.Flags = dialog.flags;
-    // The end of a dialog enables its owner, which a command has disabled for all of its time.
-    const bool enabled = IsWindowEnabled(owner) != 0;
-    const BOOL chosen = show(&data);
-    const DWORD code = chosen != 0 ? 0 : CommDlgExtendedError();
-    if (!enabled) EnableWindow(owner, FALSE);
-    if (chosen != 0) return Selection(room);
+    const BoxOwner enabled(owner);
+    if (show(&data) != 0) return Selection(room);
+    const DWORD code = CommDlgExtendedError();
     if (code == 0) return std::nullopt;
     if (code == FNERR_INVALIDFILENAME) Raise(error_number::kBadName, dialog.fileName);
     if (code == FNERR_BUFFERTOOSMALL) Raise(error_number::kOutOfMemory);

@@ -17,12 +17,13 @@ struct Asked {
     std::wstring text;
     std::wstring title;
     UINT style;
+    bool ownerEnabled;
 };
 std::vector<Asked> asked;
 int answer = IDOK;
 
 int WINAPI RecordBox(HWND owner, LPCWSTR text, LPCWSTR title, UINT style) {
-    asked.push_back({owner, text, title, style});
+    asked.push_back({owner, text, title, style, IsWindowEnabled(owner) != 0});
     // As the end of a real box does.
     if (owner != nullptr) EnableWindow(owner, TRUE);
     return answer;
@@ -95,6 +96,7 @@ TEST_F(Boxes, LeaveTheirOwnerAsItWas) {
         EnableWindow(window.Handle(), enabled);
         boxes.MsgBox({.text = L"!"});
         EXPECT_EQ(asked.back().owner, window.Handle());
+        EXPECT_TRUE(asked.back().ownerEnabled) << "another program would come forward";
         EXPECT_EQ(IsWindowEnabled(window.Handle()) != 0, enabled != 0);
     }
     ShowWindow(window.Handle(), SW_HIDE);
