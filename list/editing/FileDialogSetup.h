@@ -25,6 +25,7 @@ enum class FileDialogKind {
 /// what a kind leaves unchanged stays from the dialog before.
 struct FileDialogSetup {
     std::wstring initialFolder;
+    std::wstring lastFolder;  ///< where the user chose something last; empty before the first time
     std::uint32_t flags = 0;  ///< OFN_... flags of the system
     std::wstring filter;      ///< "name|pattern"
     std::wstring fileName;

@@ -7,7 +7,7 @@
 
 namespace vw {
 
-/// The system's file dialogs.
+/// The system's file dialogs. They note in their setup which folder was the last one.
 class FileDialogs {
   public:
     FileDialogs() = default;
@@ -17,10 +17,10 @@ class FileDialogs {
 
     /// Lets the user choose what exists; nothing on Cancel. With several files chosen: their folder
     /// and then their names, separated by the character with code 0.
-    virtual std::optional<std::wstring> ShowOpen(const FileDialogSetup& dialog) = 0;
+    virtual std::optional<std::wstring> ShowOpen(FileDialogSetup& dialog) = 0;
 
     /// Lets the user name a file; nothing on Cancel.
-    virtual std::optional<std::wstring> ShowSave(const FileDialogSetup& dialog) = 0;
+    virtual std::optional<std::wstring> ShowSave(FileDialogSetup& dialog) = 0;
 };
 
 }  // namespace vw

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "platform/BoxOwner.h"
+#include "platform/CurrentFolder.h"
 #include "platform/RuntimeError.h"
 #include "platform/WindowsHeader.h"
 #include "ui/Form.h"
@@ -30,9 +31,16 @@ std::wstring Selection(const std::wstring& room) {
     return room.substr(0, end);
 }
 
+// The folder of the selection, without a "\" at its end unless it is a drive's.
+std::wstring FolderOf(const std::wstring& room, std::size_t nameOffset) {
+    std::wstring folder = room.substr(0, nameOffset == 0 ? 0 : nameOffset - 1);
+    if (folder.ends_with(L':')) folder += L'\\';
+    return folder;
+}
+
 using SystemDialog = BOOL(WINAPI*)(OPENFILENAMEW*);
 
-std::optional<std::wstring> Show(const FileDialogSetup& dialog, HWND owner, SystemDialog show) {
+std::optional<std::wstring> Show(FileDialogSetup& dialog, HWND owner, SystemDialog show) {
     const std::wstring filter = SystemFilter(dialog.filter);
     std::wstring room(kRoom, L'\0');
     std::copy(dialog.fileName.begin(), dialog.fileName.end(), room.begin());
@@ -48,7 +56,11 @@ std::optional<std::wstring> Show(const FileDialogSetup& dialog, HWND owner, Syst
     if (!dialog.defaultExtension.empty()) data.lpstrDefExt = dialog.defaultExtension.c_str();
     data.Flags = dialog.flags;
     const BoxOwner enabled(owner);
-    if (show(&data) != 0) return Selection(room);
+    const FolderToStayIn start;
+    if (show(&data) != 0) {
+        dialog.lastFolder = FolderOf(room, data.nFileOffset);
+        return Selection(room);
+    }
     const DWORD code = CommDlgExtendedError();
     if (code == 0) return std::nullopt;
     if (code == FNERR_INVALIDFILENAME) Raise(error_number::kBadName, dialog.fileName);
@@ -58,11 +70,11 @@ std::optional<std::wstring> Show(const FileDialogSetup& dialog, HWND owner, Syst
 
 }  // namespace
 
-std::optional<std::wstring> UserFileDialogs::ShowOpen(const FileDialogSetup& dialog) {
+std::optional<std::wstring> UserFileDialogs::ShowOpen(FileDialogSetup& dialog) {
     return Show(dialog, main_.Handle(), GetOpenFileNameW);
 }
 
-std::optional<std::wstring> UserFileDialogs::ShowSave(const FileDialogSetup& dialog) {
+std::optional<std::wstring> UserFileDialogs::ShowSave(FileDialogSetup& dialog) {
     return Show(dialog, main_.Handle(), GetSaveFileNameW);
 }
 

@@ -11,8 +11,8 @@ class UserFileDialogs final : public FileDialogs {
   public:
     explicit UserFileDialogs(Form& main) : main_(main) {}
 
-    std::optional<std::wstring> ShowOpen(const FileDialogSetup& dialog) override;
-    std::optional<std::wstring> ShowSave(const FileDialogSetup& dialog) override;
+    std::optional<std::wstring> ShowOpen(FileDialogSetup& dialog) override;
+    std::optional<std::wstring> ShowSave(FileDialogSetup& dialog) override;
 
   private:
     Form& main_;

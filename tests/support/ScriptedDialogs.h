@@ -27,10 +27,10 @@ class ScriptedDialogs final : public FileDialogs {
     std::vector<FileDialogSetup> shown;
     std::vector<bool> saving;
 
-    std::optional<std::wstring> ShowOpen(const FileDialogSetup& dialog) override {
+    std::optional<std::wstring> ShowOpen(FileDialogSetup& dialog) override {
         return Answer(dialog, false);
     }
-    std::optional<std::wstring> ShowSave(const FileDialogSetup& dialog) override {
+    std::optional<std::wstring> ShowSave(FileDialogSetup& dialog) override {
         return Answer(dialog, true);
     }
 

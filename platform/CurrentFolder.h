@@ -1,0 +1,23 @@
+#pragma once
+
+#include <string>
+
+namespace vw {
+
+/// The folder that the process works in; empty when the system does not tell it.
+[[nodiscard]] std::wstring CurrentFolder();
+
+/// Brings the process back to the folder that it works in now. Dialogs of the system move it to
+/// where the user browsed, and a drive that a process works on cannot be taken out.
+class FolderToStayIn {
+  public:
+    FolderToStayIn() : folder_(CurrentFolder()) {}
+    ~FolderToStayIn();
+    FolderToStayIn(const FolderToStayIn&) = delete;
+    FolderToStayIn& operator=(const FolderToStayIn&) = delete;
+
+  private:
+    std::wstring folder_;
+};
+
+}  // namespace vw
