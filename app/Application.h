@@ -130,6 +130,7 @@ class Application final : private StartCommands,
     bool working_ = false;
     bool unloading_ = false;
     bool rebuilding_ = false;
+    bool openingScreenEnds_ = false;
 };
 
 }  // namespace vw

@@ -55,7 +55,9 @@ std::vector<Form*> Application::LoadedForms() { return windows_->LoadedForms(); 
 
 void Application::AsAbout() { windows_->frmAbout.AsAbout(windows_->frmMain); }
 
-void Application::UnloadOpeningScreen() { windows_->frmAbout.Unload(); }
+// Not before the main window is seen: a program whose last window goes gives the front away, and may
+// not take it back.
+void Application::UnloadOpeningScreen() { openingScreenEnds_ = true; }
 
 void Application::SetCaption() { windows_->main.SetCaption(); }
 

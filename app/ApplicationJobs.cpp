@@ -39,7 +39,10 @@ void Application::ShowOpeningScreen() {
 void Application::ShowMainWindow() {
     if (unloading_) return;
     windows_->frmMain.Load();
-    if (!state_.silentRun) windows_->frmMain.Show();
+    if (state_.silentRun) return;
+    windows_->frmMain.Show();
+    if (openingScreenEnds_) windows_->frmAbout.Unload();
+    openingScreenEnds_ = false;
 }
 
 template <class Work>

@@ -80,6 +80,10 @@ vw_add_tests(restore restore 600)
 vw_add_tests(app app 600)
 vw_add_tests(system system 1200)
 vw_add_tests(windows windows 1200)
+if(TARGET system_tests)
+    # They read the version of the program as the system does.
+    target_link_libraries(system_tests PRIVATE version)
+endif()
 if(TARGET windows_tests)
     # They start the program as the other tests of the whole program do.
     file(GLOB programSources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/system/Program*.cpp)

@@ -180,6 +180,7 @@ class Form final : public Window {
     void ArrangeDropDown(HWND dropDown, const Rect& place) const;
     [[nodiscard]] Size DesignNow() const noexcept;
     [[nodiscard]] Size OuterSize(const Size& inner) const noexcept;
+    [[nodiscard]] Size WithinScreen(const Size& outer) const noexcept;
     void GrowBy(int height);
     void TakeIcon(int id);
 

@@ -11,6 +11,7 @@ namespace {
 
 constexpr int kTipWidth = 420;
 constexpr int kDropDownRows = 12;
+constexpr int kDropDownRow = 20;
 
 RECT WorkAreaOf(HWND window) noexcept {
     MONITORINFO monitor{};
@@ -33,13 +34,18 @@ Size Form::OuterSize(const Size& inner) const noexcept {
 // In the middle of the screen, and never larger than it.
 void Form::PlaceInitially() {
     if (data_.kind == FormKind::Hidden) return;
-    const Size outer = OuterSize(Scaled(data_.initial, dpi_));
+    const Size outer = WithinScreen(OuterSize(Scaled(data_.initial, dpi_)));
     const RECT work = WorkAreaOf(Handle());
-    const int width = std::min(outer.width, static_cast<int>(work.right - work.left));
-    const int height = std::min(outer.height, static_cast<int>(work.bottom - work.top));
-    SetWindowPos(Handle(), nullptr, (work.left + work.right - width) / 2,
-                 (work.top + work.bottom - height) / 2, width, height,
+    SetWindowPos(Handle(), nullptr, (work.left + work.right - outer.width) / 2,
+                 (work.top + work.bottom - outer.height) / 2, outer.width, outer.height,
                  SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+// What is off the screen cannot be reached.
+Size Form::WithinScreen(const Size& outer) const noexcept {
+    const RECT work = WorkAreaOf(Handle());
+    return {std::min(outer.width, static_cast<int>(work.right - work.left)),
+            std::min(outer.height, static_cast<int>(work.bottom - work.top))};
 }
 
 // The design as it is now: a form is taller while it shows what opens it.
@@ -137,7 +143,9 @@ void Form::ArrangeDropDown(HWND dropDown, const Rect& place) const {
     if (frame >= 0 && place.Height() > frame) {
         SendMessageW(dropDown, CB_SETITEMHEIGHT, field, place.Height() - frame);
     }
-    const auto row = static_cast<int>(SendMessageW(dropDown, CB_GETITEMHEIGHT, 0, 0));
+    // The rows of the list keep the height of the font that the box was made with.
+    const int row = std::max(text, Scaled(kDropDownRow, dpi_));
+    SendMessageW(dropDown, CB_SETITEMHEIGHT, 0, row);
     SetWindowPos(dropDown, nullptr, place.left, place.top, place.Width(),
                  place.Height() + kDropDownRows * row, SWP_NOZORDER | SWP_NOACTIVATE);
 }

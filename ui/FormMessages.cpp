@@ -49,7 +49,7 @@ std::optional<LRESULT> Form::OnWindowMessage(UINT message, WPARAM wParam, LPARAM
             events_.OnResize(*this, State());
             return 0;
         case WM_GETMINMAXINFO: {
-            const Size least = OuterSize(Scaled(DesignNow(), dpi_));
+            const Size least = WithinScreen(OuterSize(Scaled(DesignNow(), dpi_)));
             auto* info = reinterpret_cast<MINMAXINFO*>(lParam);
             info->ptMinTrackSize = {least.width, least.height};
             return 0;

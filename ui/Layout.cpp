@@ -27,6 +27,9 @@ Span Along(int begin, int length, int move, int grow, int surplus, int dpi) noex
             Scaled(begin + length, dpi) + MulDivRounded(surplus, move + grow, kWhole)};
 }
 
+// What there is to share out; what is lacking, up to a third of the design.
+int Surplus(int length, int design) noexcept { return std::max(length - design, -(design / 3)); }
+
 }  // namespace
 
 int Scaled(int length, int dpi) noexcept { return MulDivRounded(length, dpi, kDesignDpi); }
@@ -37,8 +40,8 @@ Size Scaled(const Size& size, int dpi) noexcept {
 
 Rect Arranged(const Place& place, const Flow& flow, const Size& design, const Size& client,
               int dpi) noexcept {
-    const int surplusX = std::max(0, client.width - Scaled(design.width, dpi));
-    const int surplusY = std::max(0, client.height - Scaled(design.height, dpi));
+    const int surplusX = Surplus(client.width, Scaled(design.width, dpi));
+    const int surplusY = Surplus(client.height, Scaled(design.height, dpi));
     const Span across = Along(place.x, place.width, flow.moveX, flow.growX, surplusX, dpi);
     const Span down = Along(place.y, place.height, flow.moveY, flow.growY, surplusY, dpi);
     return {across.begin, down.begin, across.end, down.end};

@@ -33,7 +33,7 @@ struct Place {
     int height = 0;
 };
 
-/// What a control does when its form grows beyond the design size: by how many hundredths of the
+/// What a control does when its form is not of the design size: by how many hundredths of the
 /// growth it moves away from the corner where reading begins, and by how many it grows itself.
 struct Flow {
     int moveX = 0;
@@ -49,8 +49,9 @@ struct Flow {
 [[nodiscard]] Size Scaled(const Size& size, int dpi) noexcept;
 
 /// The rectangle of a control, in pixels, in a form whose inner size is `client` pixels and whose
-/// design is `design` large. Edges that meet in the design meet on every screen. A form smaller
-/// than its design keeps the design's places, and its edge cuts them off.
+/// design is `design` large. Edges that meet in the design meet on every screen. In a form smaller
+/// than its design, which only small screens have, what would grow shrinks, down to two thirds of
+/// the design; then the form's edge cuts off the rest.
 [[nodiscard]] Rect Arranged(const Place& place, const Flow& flow, const Size& design,
                             const Size& client, int dpi) noexcept;
 

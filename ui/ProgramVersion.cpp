@@ -1,8 +1,7 @@
 #include "ui/ProgramVersion.h"
 
 #include <cstddef>
-#include <string>
-#include <vector>
+#include <cstring>
 
 #include "platform/WindowsHeader.h"
 
@@ -10,36 +9,27 @@ namespace vw {
 
 namespace {
 
-std::wstring OwnPath() {
-    std::wstring path(MAX_PATH, L'\0');
-    for (;;) {
-        const DWORD length =
-            GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
-        if (length < path.size()) {
-            path.resize(length);
-            return path;
-        }
-        path.resize(path.size() * 2);
-    }
-}
+// A version record begins with three lengths and kinds of 16 bits and its name of 16 characters;
+// the numbers follow at the next multiple of four.
+constexpr std::size_t kNumbersOffset = 40;
 
 }  // namespace
 
+// Read from the program's own resources: the library with functions for such records would be
+// looked for in the program's folder first.
 ProgramVersion OwnVersion() {
-    const std::wstring path = OwnPath();
-    DWORD ignored = 0;
-    const DWORD size = GetFileVersionInfoSizeW(path.c_str(), &ignored);
-    std::vector<std::byte> record(size);
-    void* found = nullptr;
-    UINT length = 0;
-    if (size == 0 || GetFileVersionInfoW(path.c_str(), 0, size, record.data()) == 0 ||
-        VerQueryValueW(record.data(), L"\\", &found, &length) == 0 ||
-        length < sizeof(VS_FIXEDFILEINFO)) {
-        return {};
-    }
-    const auto* numbers = static_cast<const VS_FIXEDFILEINFO*>(found);
-    return {HIWORD(numbers->dwFileVersionMS), LOWORD(numbers->dwFileVersionMS),
-            HIWORD(numbers->dwFileVersionLS), LOWORD(numbers->dwFileVersionLS)};
+    const HMODULE program = GetModuleHandleW(nullptr);
+    const HRSRC record =
+        FindResourceW(program, MAKEINTRESOURCEW(VS_VERSION_INFO), MAKEINTRESOURCEW(16));
+    if (record == nullptr) return {};
+    VS_FIXEDFILEINFO numbers{};
+    if (SizeofResource(program, record) < kNumbersOffset + sizeof numbers) return {};
+    const auto* bytes = static_cast<const std::byte*>(LockResource(LoadResource(program, record)));
+    if (bytes == nullptr) return {};
+    std::memcpy(&numbers, bytes + kNumbersOffset, sizeof numbers);
+    if (numbers.dwSignature != VS_FFI_SIGNATURE) return {};
+    return {HIWORD(numbers.dwFileVersionMS), LOWORD(numbers.dwFileVersionMS),
+            HIWORD(numbers.dwFileVersionLS), LOWORD(numbers.dwFileVersionLS)};
 }
 
 }  // namespace vw

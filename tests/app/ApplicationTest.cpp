@@ -27,6 +27,20 @@ TEST_F(App, StartsWithTheDefaultListAndTakesTheOpeningScreenAway) {
     EXPECT_TRUE(application.IsAlive());
 }
 
+TEST_F(App, ShowsTheOpeningScreenUntilTheMainWindowIsThere) {
+    WriteDefaultList({letter});
+    int looks = 0;
+    world.pump.AtEachYield([&] {
+        const HWND main = FindWindowW(L"frmMainEn", nullptr);
+        if (main == nullptr || IsWindowVisible(main) != 0) return;
+        ++looks;
+        EXPECT_TRUE(IsWindowVisible(FindWindowW(L"frmAboutEn", nullptr)))
+            << "another program comes to the front";
+    });
+    Start();
+    EXPECT_GT(looks, 0);
+}
+
 TEST_F(App, OffersAAndCAlwaysAndOtherDrivesWithRoom) {
     WriteDefaultList({});
     Start();

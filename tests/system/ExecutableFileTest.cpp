@@ -3,8 +3,10 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
+#include <cctype>
 #include <cstring>
 #include <map>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -48,6 +50,18 @@ class ProgramFile : public testing::Test {
 
     [[nodiscard]] const IMAGE_DATA_DIRECTORY& Directory(int index) const {
         return headers.OptionalHeader.DataDirectory[index];
+    }
+
+    /// Where in the file lies what is loaded to this place.
+    [[nodiscard]] std::size_t OffsetOf(DWORD place) const {
+        for (const auto& [name, section] : sections) {
+            if (place >= section.VirtualAddress &&
+                place - section.VirtualAddress < section.SizeOfRawData) {
+                return section.PointerToRawData + (place - section.VirtualAddress);
+            }
+        }
+        ADD_FAILURE() << "outside of the sections";
+        return 0;
     }
 
     const std::string bytes = ReadBytes(BuiltProgram());
@@ -117,6 +131,28 @@ TEST_F(ShippedProgramFile, NeedsNoRuntimeBesideIt) {
     for (const char* library : {"libstdc++", "libgcc_s", "libwinpthread", "libssp"}) {
         EXPECT_EQ(bytes.find(std::string(library) + "-"), std::string::npos) << library;
     }
+}
+
+// Windows take these from their own folder always; any other library would be looked for beside the
+// program first.
+TEST_F(ShippedProgramFile, LoadsNothingFromItsOwnFolder) {
+    const IMAGE_DATA_DIRECTORY imports = Directory(IMAGE_DIRECTORY_ENTRY_IMPORT);
+    std::set<std::string> libraries;
+    for (std::size_t place = OffsetOf(imports.VirtualAddress);;
+         place += sizeof(IMAGE_IMPORT_DESCRIPTOR)) {
+        IMAGE_IMPORT_DESCRIPTOR library{};
+        Read(place, library);
+        if (library.Name == 0) break;
+        std::string name = bytes.c_str() + OffsetOf(library.Name);
+        for (char& letter : name) letter = static_cast<char>(std::tolower(letter));
+        libraries.insert(name);
+    }
+    EXPECT_THAT(libraries, testing::Contains("kernel32.dll"));
+    for (const char* known :
+         {"advapi32.dll", "gdi32.dll", "kernel32.dll", "msvcrt.dll", "shlwapi.dll", "user32.dll"}) {
+        libraries.erase(known);
+    }
+    EXPECT_THAT(libraries, testing::IsEmpty());
 }
 
 /// The program file, opened for its resources.

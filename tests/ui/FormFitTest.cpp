@@ -159,6 +159,47 @@ TEST_P(FormFit, TheWindowHasRoomOnASmallScreenAndOnAnEnlargedOne) {
     EXPECT_LE(AboutForm().design.width, 480);
 }
 
+// Also on a small screen whose owner needs large letters.
+TEST_P(FormFit, TheWindowCanAlwaysBeMadeAsSmallAsTheScreen) {
+    LoadedForm main(MainForm(), GetParam());
+    GiveDpi(main.form, 384);
+    MONITORINFO monitor{};
+    monitor.cbSize = sizeof monitor;
+    GetMonitorInfoW(MonitorFromWindow(main.form.Handle(), MONITOR_DEFAULTTOPRIMARY), &monitor);
+    MINMAXINFO limits{};
+    SendMessageW(main.form.Handle(), WM_GETMINMAXINFO, 0, reinterpret_cast<LPARAM>(&limits));
+    EXPECT_EQ(limits.ptMinTrackSize.x, monitor.rcWork.right - monitor.rcWork.left);
+    EXPECT_EQ(limits.ptMinTrackSize.y, monitor.rcWork.bottom - monitor.rcWork.top);
+}
+
+TEST_P(FormFit, ALowerScreenCostsTheListsTheirHeightAndNothingElse) {
+    LoadedForm main(MainForm(), GetParam());
+    const Size design = MainForm().design;
+    GiveInnerSize(main.form, design.width, design.height - 120);
+    RECT inner{};
+    GetClientRect(main.form.Handle(), &inner);
+    for (const auto* list : {L"lsvBackupList", L"lsvRestore1", L"lsvRestore2"}) {
+        const RECT place = PlaceOf(main.form, main.Control(list));
+        EXPECT_LE(place.bottom, inner.bottom) << Narrow(list);
+        EXPECT_GE(place.bottom - place.top, 80) << Narrow(list);
+    }
+}
+
+TEST_P(FormFit, TheListOfDrivesHasRoomForItsLetters) {
+    LoadedForm main(MainForm(), GetParam());
+    main.form.SetChoices(L"cmbDestination", {L"C:"});
+    for (const int dpi : {96, 192}) {
+        GiveDpi(main.form, dpi);
+        const HWND drives = main.Control(L"cmbDestination");
+        const HDC screen = GetDC(drives);
+        SelectObject(screen, reinterpret_cast<HFONT>(SendMessageW(drives, WM_GETFONT, 0, 0)));
+        TEXTMETRICW letters{};
+        GetTextMetricsW(screen, &letters);
+        ReleaseDC(drives, screen);
+        EXPECT_GE(SendMessageW(drives, CB_GETITEMHEIGHT, 0, 0), letters.tmHeight) << dpi;
+    }
+}
+
 TEST_P(FormFit, BusyDialogWithAndWithoutItsReport) {
     LoadedForm busy(BusyForm(), GetParam());
     busy.form.SetText(L"lblTitle", L"Backing up");

@@ -82,7 +82,8 @@ inline void GiveInnerSize(const Form& form, int width, int height) {
     GetClientRect(form.Handle(), &inner);
     GetWindowRect(form.Handle(), &outer);
     SetWindowPos(form.Handle(), nullptr, 0, 0, outer.right - outer.left - inner.right + width,
-                 outer.bottom - outer.top - inner.bottom + height, SWP_NOZORDER | SWP_NOACTIVATE);
+                 outer.bottom - outer.top - inner.bottom + height,
+                 SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOSENDCHANGING);
 }
 
 /// Moves a form to a screen of another resolution, as the system tells it.
