@@ -147,7 +147,7 @@ class CPackage final : public CopyDates {
                        std::uint64_t sourceSize, CopyTally& tally);
 
     // Copying back (CPackageExtract.cpp).
-    void ExtractFolder(const std::wstring& copy, const std::wstring& target,
+    void ExtractFolder(const std::wstring& copy, const std::wstring& target, bool isItem,
                        std::optional<RuntimeError>& failure);
     void ExtractFile(const std::wstring& copy, const std::wstring& target, std::uint64_t size);
 

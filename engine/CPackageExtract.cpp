@@ -36,7 +36,7 @@ void CPackage::Extract(std::wstring_view copyPath, std::wstring_view destination
         if (!facts) Raise(error_number::kFileNotFound, copyPath);
         std::optional<RuntimeError> failure;
         if (facts->isFolder) {
-            ExtractFolder(std::wstring(copyPath), target, failure);
+            ExtractFolder(std::wstring(copyPath), target, true, failure);
         } else {
             ExtractFile(std::wstring(copyPath), target, facts->size);
         }
@@ -45,8 +45,9 @@ void CPackage::Extract(std::wstring_view copyPath, std::wstring_view destination
 }
 
 // A file that cannot be restored costs the others nothing: it is told, and the first one is what
-// the user is told of at the end.
-void CPackage::ExtractFolder(const std::wstring& copy, const std::wstring& target,
+// the user is told of at the end. A link that is the item itself is followed, as its backups do.
+// One below it was left out of the safety copy, so nothing may be written through it.
+void CPackage::ExtractFolder(const std::wstring& copy, const std::wstring& target, bool isItem,
                              std::optional<RuntimeError>& failure) {
     const auto attempt = [&](const auto& step) {
         try {
@@ -59,7 +60,9 @@ void CPackage::ExtractFolder(const std::wstring& copy, const std::wstring& targe
     attempt([&] {
         const SourceFolder source = ReadSourceFolder(system_.files, copy + L"\\");
         const auto there = system_.files.Look(target);
-        if (there && !there->isFolder) Raise(error_number::kAlreadyExists, target);
+        if (there && (!there->isFolder || (there->isLink && !isItem))) {
+            Raise(error_number::kAlreadyExists, target);
+        }
         if (!there) system_.files.MakeFolder(target);
         for (const SourceFile& file : source.files) {
             attempt([&] {
@@ -68,7 +71,7 @@ void CPackage::ExtractFolder(const std::wstring& copy, const std::wstring& targe
             system_.pump.DoEventsIfDue();
         }
         for (const std::wstring& name : source.folders) {
-            ExtractFolder(JoinPath(copy, name), JoinPath(target, name), failure);
+            ExtractFolder(JoinPath(copy, name), JoinPath(target, name), false, failure);
         }
     });
 }
