@@ -95,9 +95,11 @@ class CPackage final : public CopyDates {
   private:
     /// What a backup has copied of its item.
     struct CopyTally {
+        std::wstring itemPath;
+        bool isFolder = false;
         std::size_t copied = 0;
         std::size_t failed = 0;
-        bool diskFull = false;
+        bool givenUp = false;      ///< the disk is full or a drive is gone: no copy comes of it
         bool cutShort = false;     ///< a cancel left something out
         bool holdsItself = false;  ///< the copy would lie in what is copied
     };
@@ -138,6 +140,10 @@ class CPackage final : public CopyDates {
     void BackupFolder(std::wstring_view sPackage, std::wstring_view folder, std::wstring_view root,
                       bool bSubFolder, CopyTally& tally);
     [[nodiscard]] bool MustStop(CopyTally& tally) const;
+    bool CopyStep(std::wstring_view procedure, std::uint64_t size, CopyTally& tally,
+                  const std::function<void()>& step);
+    void GiveUpIfGone(CopyTally& tally);
+    [[nodiscard]] bool Stands(std::wstring_view path);
     void BackupFile(std::wstring_view destination, std::wstring_view source, std::uint64_t size,
                     CopyTally& tally);
     [[nodiscard]] bool IsTooLargeForDrive(std::uint64_t size);

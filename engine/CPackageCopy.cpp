@@ -26,14 +26,9 @@ void CPackage::BackupFolder(std::wstring_view sPackage, std::wstring_view folder
     const std::wstring from = WithSeparator(folder);
     const std::wstring to = WithSeparator(sPackage) + from.substr(WithSeparator(root).size());
     SourceFolder source;
-    const bool read = Trapped(system_.errors, EngineProcedure(L"BackupFolder"), [&] {
+    const bool read = CopyStep(L"BackupFolder", 0, tally, [&] {
         source = ReadSourceFolder(system_.files, from);
-        try {
-            system_.files.MakeFolder(to);
-        } catch (const RuntimeError& error) {
-            tally.diskFull = error.Number() == error_number::kDiskFull;
-            throw;
-        }
+        system_.files.MakeFolder(to);
     });
     if (!read) {
         ++tally.failed;
@@ -63,19 +58,54 @@ void CPackage::BackupFolder(std::wstring_view sPackage, std::wstring_view folder
 // Asked before each file and sub-folder of a folder.
 bool CPackage::MustStop(CopyTally& tally) const {
     if (state_.cancelRequested) tally.cutShort = true;
-    return tally.cutShort || tally.diskFull || tally.holdsItself;
+    return tally.cutShort || tally.givenUp || tally.holdsItself;
+}
+
+// The trap of one step, which copies `size` bytes. A full disk or a drive that is gone ends the
+// copy: whatever is left would fail too, each with a box of its own.
+bool CPackage::CopyStep(std::wstring_view procedure, std::uint64_t size, CopyTally& tally,
+                        const std::function<void()>& step) {
+    return Trapped(system_.errors, EngineProcedure(procedure), [&] {
+        try {
+            step();
+        } catch (const RuntimeError& error) {
+            if (error.Number() == error_number::kDiskFull && !IsTooLargeForDrive(size)) {
+                tally.givenUp = true;
+            }
+            if (!tally.givenUp) GiveUpIfGone(tally);
+            throw;
+        }
+    });
+}
+
+// Asked only when something has failed. What is told is the item or the destination, not the file
+// that happened to be the next one when the server went down or the stick was pulled.
+void CPackage::GiveUpIfGone(CopyTally& tally) {
+    const auto giveUp = [&](int number, const std::wstring& path) {
+        tally.givenUp = true;
+        Raise(number, path);
+    };
+    if (!Stands(tally.itemPath)) {
+        giveUp(tally.isFolder ? error_number::kPathNotFound : error_number::kFileNotFound,
+               tally.itemPath);
+    }
+    if (!Stands(Target())) giveUp(error_number::kPathNotFound, Target());
+}
+
+// What cannot be asked is out of reach, which is no better than gone.
+bool CPackage::Stands(std::wstring_view path) {
+    try {
+        return system_.files.Look(path).has_value();
+    } catch (const RuntimeError&) {
+        return false;
+    }
 }
 
 void CPackage::BackupFile(std::wstring_view destination, std::wstring_view source,
                           std::uint64_t size, CopyTally& tally) {
-    const bool copied = Trapped(system_.errors, EngineProcedure(L"BackupFile"), [&] {
+    const bool copied = CopyStep(L"BackupFile", size, tally, [&] {
         host_.Msg(L"Backing:", source, {}, false, false, false);
-        try {
-            system_.files.Copy(source, destination, duringCopy_);
-        } catch (const RuntimeError& error) {
-            tally.diskFull = error.Number() == error_number::kDiskFull && !IsTooLargeForDrive(size);
-            throw;
-        }
+        system_.files.Copy(source, destination, duringCopy_);
     });
     ++(copied ? tally.copied : tally.failed);
 }
@@ -95,15 +125,16 @@ bool CPackage::IsTooLargeForDrive(std::uint64_t size) {
 // more, in one listing for the whole folder.
 void CPackage::CheckFolderCopy(const std::wstring& copyFolder, const std::wstring& folder,
                                const SourceFolder& source, CopyTally& tally) {
-    if (tally.diskFull || source.files.empty()) return;
+    if (tally.givenUp || source.files.empty()) return;
     std::unordered_map<std::wstring, std::uint64_t> sizes;
     sizes.reserve(source.files.size());
-    const bool listed = Trapped(system_.errors, EngineProcedure(L"BackupFolder"), [&] {
+    const bool listed = CopyStep(L"BackupFolder", 0, tally, [&] {
         system_.files.List(copyFolder, [&](const FolderEntry& entry) {
             if (!entry.isFolder) sizes.emplace(entry.name, entry.size);
         });
     });
     for (const SourceFile& file : source.files) {
+        if (tally.givenUp) return;
         if (!file.copied) continue;
         const auto copy = sizes.find(file.name);
         if (copy != sizes.end() && copy->second == file.size) continue;
@@ -116,21 +147,22 @@ void CPackage::CheckFolderCopy(const std::wstring& copyFolder, const std::wstrin
     }
 }
 
-// A log grows while it is copied: a source that changed is told, and its copy counts. Any other
-// difference makes it a failed copy, and what there is of it is removed.
+// A log grows while it is copied: a source that changed is told, and its copy counts, unless the
+// whole item is gone. Any other difference makes it a failed copy, and what there is of it is
+// removed.
 void CPackage::CheckFileCopy(const std::wstring& copy, const std::wstring& source,
                              std::uint64_t sourceSize, CopyTally& tally) {
-    const bool whole = Trapped(system_.errors, EngineProcedure(L"BackupFile"), [&] {
+    const bool whole = CopyStep(L"BackupFile", sourceSize, tally, [&] {
         const auto copied = system_.files.Look(copy);
         if (copied && copied->size == sourceSize) return;
         const auto now = system_.files.Look(source);
+        if (!now) GiveUpIfGone(tally);
         if (copied && (!now || now->size != sourceSize)) {
             Tell(run_text::kChangedMeanwhile, source);
             return;
         }
         if (copied) Remove(copy);
         const bool full = system_.files.FreeSpace(Target()) < sourceSize;
-        if (full) tally.diskFull = true;
         Raise(full ? error_number::kDiskFull : error_number::kDeviceError, source);
     });
     if (whole) return;

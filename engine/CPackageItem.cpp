@@ -100,7 +100,7 @@ void CPackage::MakeCopy(NewCopy& copy, bool isFolder, bool subFolders, bool mayR
     copy.entry = destination_->WorkingPath(WorkingState::New, copy.itemPath, copy.place);
     if (destination_->MayHold(copy.entry)) Remove(copy.entry);
     destination_->Added(copy.entry);
-    CopyTally tally;
+    CopyTally tally{.itemPath = copy.itemPath, .isFolder = isFolder};
     try {
         if (isFolder) {
             BackupFolder(copy.entry, copy.itemPath, copy.itemPath, subFolders, tally);
@@ -111,7 +111,7 @@ void CPackage::MakeCopy(NewCopy& copy, bool isFolder, bool subFolders, bool mayR
             }
         }
         const bool nothing = tally.copied == 0 && (!isFolder || tally.failed > 0 || tally.cutShort);
-        if (nothing || tally.diskFull || tally.holdsItself) {
+        if (nothing || tally.givenUp || tally.holdsItself) {
             Remove(copy.entry);
             if (tally.holdsItself) Refuse(copy.itemPath);
             return;
