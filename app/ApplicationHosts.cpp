@@ -55,8 +55,8 @@ std::vector<Form*> Application::LoadedForms() { return windows_->LoadedForms(); 
 
 void Application::AsAbout() { windows_->frmAbout.AsAbout(windows_->frmMain); }
 
-// Not before the main window is seen: a program whose last window goes gives the front away, and may
-// not take it back.
+// Not before the main window is seen: a program whose last window goes gives the front away, and
+// may not take it back.
 void Application::UnloadOpeningScreen() { openingScreenEnds_ = true; }
 
 void Application::SetCaption() { windows_->main.SetCaption(); }
