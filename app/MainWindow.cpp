@@ -115,13 +115,14 @@ void MainWindow::ShowRecentFiles(const RecentFileMenu& menu) {
 }
 
 void MainWindow::KeepToOneItem() {
-    for (const auto* name : {L"mnuAddFile", L"mnuDel", L"mnuAddFolder"}) {
+    for (const auto* name : {L"mnuAddFile", L"mnuAddFiles", L"mnuAddFolder", L"mnuDel", L"mnuDelAll"}) {
         form_.Menus().Enable(name, false);
     }
-    for (const auto* key :
-         {L"FileNew", L"FileOpen", L"FileSave", L"EditAddFile", L"EditAddFolder", L"Del"}) {
+    for (const auto* key : {L"FileNew", L"FileOpen", L"FileSave", L"EditAddFile", L"EditAddFiles",
+                            L"EditAddFolder", L"Del", L"EditDelAll"}) {
         form_.Tools(L"Toolbar1").Enable(key, false);
     }
+    DragAcceptFiles(form_.Control(L"lsvBackupList"), FALSE);
 }
 
 void MainWindow::OnControl(Form&, const ControlEvent& event) {
@@ -200,6 +201,9 @@ void MainWindow::InBracket(std::wstring_view procedure, Body&& body) {
     Trapped(system_.errors, MainProcedure(procedure), [&] {
         host_.Ready(false);
         body();
+        // Closing the busy dialog gives the window back before the command ends: what is clicked
+        // on by then is heard of here.
+        while (form_.IsLoaded() && !parts_->browser.FollowSelection()) continue;
         host_.Ready(true);
     });
 }

@@ -95,6 +95,14 @@ void CopiesBrowser::lsvRestore1ItemClick(int row) {
     });
 }
 
+// While a command runs the upper list takes clicks that nobody hears.
+bool CopiesBrowser::FollowSelection() {
+    const int row = Items().Selected();
+    if (row < 0 || listed_ == Items().Tag(row)) return true;
+    ListCopyes(row);
+    return false;
+}
+
 // After a restore a new safety copy may be there, and the user looks at the same copy as before.
 void CopiesBrowser::SelectLast() {
     Trapped(system_.errors, Named(L"SelectLast"), [this] {

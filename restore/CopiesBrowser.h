@@ -41,6 +41,10 @@ class CopiesBrowser {
     /// without copies.
     void RestoredPath(std::wstring_view path);
 
+    /// Whether the lower list shows the copies of the selected item. When it shows those of another
+    /// one it is filled anew, and what the user chose in it is no longer there.
+    [[nodiscard]] bool FollowSelection();
+
     /// Lists the copies of the selected item anew and selects the same copy again.
     void SelectLast();
 
@@ -98,7 +102,8 @@ class CopiesBrowser {
     System& system_;
     Form& main_;
     RestoreHost& host_;
-    std::vector<Item> items_;  ///< by the tags of the rows
+    std::vector<Item> items_;            ///< by the tags of the rows
+    std::optional<std::size_t> listed_;  ///< tag of the row whose copies the lower list shows
     SortState itemsSort_;
     SortState copiesSort_;
     bool sourceChosen_ = false;

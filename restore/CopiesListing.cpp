@@ -58,6 +58,7 @@ void CopiesBrowser::ListRestoreFiles() {
         const RedrawPause pause(Items());
         Items().Clear();
         items_.clear();
+        listed_.reset();
         List();
         Sort(Items(), itemsSort_);
         if (Items().Count() > 0) {
@@ -140,6 +141,7 @@ void CopiesBrowser::ListCopyes(int row) {
     Trapped(system_.errors, Named(L"ListCopyes"), [&] {
         const RedrawPause pause(Copies());
         ClearCopies();
+        listed_ = Items().Tag(row);
         if (!AddCopies(WithoutFinalSeparator(RestoreFrom()), row)) return;
         Sort(Copies(), copiesSort_);
         SelectFirstCopy();

@@ -40,36 +40,40 @@ void RestoreCommands::mnuRestoreClick() { DoRestore(false); }
 
 void RestoreCommands::mnuRestoreToClick() { DoRestore(true); }
 
-void RestoreCommands::mnuDelCopyClick() { DoDelCopy(true); }
+void RestoreCommands::mnuDelCopyClick() { DoDelCopy(); }
 
 void RestoreCommands::mnuDelCopiesClick() { DoDelFile(); }
 
 void RestoreCommands::mnuOpenCopyClick() {
     Trapped(system_.errors, Named(L"mnuOpenCopyClick"), [this] {
-        const std::wstring path = SubItem(browser_.Copies(), L"BackupName");
-        if (path.empty()) {
+        if (!browser_.FollowSelection()) return;
+        const ListedCopy copy = SelectedCopy();
+        if (copy.path.empty()) {
             TellNothingSelected();
             return;
         }
-        ExpectCopy(path);
-        MMyScripting::ShellPath(system_, path);
+        ExpectCopy(copy);
+        MMyScripting::ShellPath(system_, copy.path);
     });
+}
+
+RestoreCommands::ListedCopy RestoreCommands::SelectedCopy() {
+    return {SubItem(browser_.Copies(), L"BackupName"), SubItem(browser_.Copies(), L"Date")};
 }
 
 // A run of another process may have moved the copies since they were listed: under the name of the
 // one that the user saw would stand another.
-bool RestoreCommands::IsStillThere(const std::wstring& path) {
-    return system_.files.Look(path) &&
-           DateText(MFileDosShell::PathDate(system_, host_.Engine(), path)) ==
-               SubItem(browser_.Copies(), L"Date");
+bool RestoreCommands::IsStillThere(const ListedCopy& copy) {
+    return system_.files.Look(copy.path) &&
+           DateText(MFileDosShell::PathDate(system_, host_.Engine(), copy.path)) == copy.date;
 }
 
-void RestoreCommands::ExpectCopy(const std::wstring& path) {
-    if (IsStillThere(path)) return;
+void RestoreCommands::ExpectCopy(const ListedCopy& copy) {
+    if (IsStillThere(copy)) return;
     const int row = browser_.Items().Selected();
     if (row >= 0) browser_.ListCopyes(row);
     if (browser_.Copies().Count() == 0) browser_.ListRestoreFiles();
-    Raise(error_number::kFileNotFound, path);
+    Raise(error_number::kFileNotFound, copy.path);
 }
 
 void RestoreCommands::TellNothingSelected() {
@@ -82,17 +86,15 @@ bool RestoreCommands::Ask(const std::wstring& question) {
            BoxAnswer::Yes;
 }
 
-void RestoreCommands::DoDelCopy(bool ask) {
-    Trapped(system_.errors, Named(L"DoDelCopy"), [&] {
+void RestoreCommands::DoDelCopy() {
+    Trapped(system_.errors, Named(L"DoDelCopy"), [this] {
+        if (!browser_.FollowSelection()) return;
         ListView& items = browser_.Items();
         ListView& copies = browser_.Copies();
         const int row = items.Selected();
-        if (row < 0 || copies.Selected() < 0) {
+        const ListedCopy copy = SelectedCopy();
+        if (row < 0 || copy.path.empty()) {
             TellNothingSelected();
-            return;
-        }
-        if (!ask) {
-            DeleteCopy();
             return;
         }
         const bool isFolder = EqualNoCase(SubItem(items, L"Type"), L"Folder");
@@ -102,25 +104,30 @@ void RestoreCommands::DoDelCopy(bool ask) {
             return;
         }
         const bool others = copies.Count() > 1;
-        Trapped(system_.errors, Named(L"DoDelCopy"), [this] { DeleteCopy(); });
+        DeleteCopy(copy);
         if (others) {
             browser_.ListCopyes(row);
         } else {
             browser_.ListRestoreFiles();
         }
+        host_.BusyHide(false);
     });
 }
 
 // Only the newest copy has a comment file. A copy that stays, because somebody uses it, keeps its
 // comment: without it nobody would know where the item was.
-void RestoreCommands::DeleteCopy() {
-    const std::wstring path = SubItem(browser_.Copies(), L"BackupName");
-    static_cast<void>(host_.Engine().InDestination(CopyFolderOf(path), [&] {
-        if (!IsStillThere(path)) Raise(error_number::kFileNotFound, path);
-        host_.Engine().DeleteCopy(path);
-        MFileDosShell::DeletePath(system_, CPackage::PackageCommentFile(path));
-        RemoveEmptyFolders(MFileDosShell::CFileLocation(path), CopyFolderOf(path));
-    }));
+bool RestoreCommands::DeleteCopy(const ListedCopy& copy) {
+    bool cancelled = false;
+    Trapped(system_.errors, Named(L"DoDelCopy"), [&] {
+        const std::wstring folder = CopyFolderOf(copy.path);
+        cancelled = !host_.Engine().InDestination(folder, [&] {
+            if (!IsStillThere(copy)) Raise(error_number::kFileNotFound, copy.path);
+            host_.Engine().DeleteCopy(copy.path);
+            MFileDosShell::DeletePath(system_, CPackage::PackageCommentFile(copy.path));
+            RemoveEmptyFolders(MFileDosShell::CFileLocation(copy.path), folder);
+        });
+    });
+    return !cancelled;
 }
 
 // A copy of an item below a folder with a point in its name lies in folders of its own. They would
@@ -138,6 +145,7 @@ void RestoreCommands::RemoveEmptyFolders(std::wstring folder, const std::wstring
 // One that cannot be deleted is told and costs the others nothing.
 void RestoreCommands::DoDelFile() {
     Trapped(system_.errors, Named(L"DoDelFile"), [this] {
+        if (!browser_.FollowSelection()) return;
         ListView& items = browser_.Items();
         if (items.Selected() < 0) {
             TellNothingSelected();
@@ -147,11 +155,13 @@ void RestoreCommands::DoDelFile() {
                  SubItem(items, kNameColumn))) {
             return;
         }
-        for (int row = browser_.Copies().Count() - 1; row >= 0; --row) {
+        bool goesOn = true;
+        for (int row = browser_.Copies().Count() - 1; row >= 0 && goesOn; --row) {
             browser_.Copies().Select(row);
-            DoDelCopy(false);
+            goesOn = DeleteCopy(SelectedCopy());
         }
         browser_.ListRestoreFiles();
+        host_.BusyHide(false);
     });
 }
 

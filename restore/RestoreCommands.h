@@ -40,26 +40,41 @@ class RestoreCommands {
         std::wstring typed;  ///< what the question is about
     };
 
+    /// A row of the lower list as the user saw it when he gave the command; what is selected may
+    /// change before the command ends.
+    struct ListedCopy {
+        std::wstring path;
+        std::wstring date;
+    };
+
+    /// Where the safety copies of an item belong.
+    struct SafePlace {
+        std::wstring folder;
+        int location = 0;
+    };
+
     void DoRestore(bool askLocation);
     [[nodiscard]] std::optional<Goal> ChooseGoal(const std::wstring& name,
                                                  const std::wstring& location, bool ask);
     [[nodiscard]] bool MayReplace(const Goal& goal);
-    void KeepForUndo(const Goal& goal, const std::wstring& target, const std::wstring& copyFolder);
-    void KeepForUndo(const std::wstring& path, const std::wstring& copyFolder);
+    void KeepForUndo(const Goal& goal, const std::wstring& target, const SafePlace& place);
+    void KeepForUndo(const std::wstring& path, const SafePlace& place);
     [[nodiscard]] std::wstring FreeSafetyName(const std::wstring& path, int number,
-                                              const std::wstring& copyFolder);
+                                              const SafePlace& place);
     [[nodiscard]] bool IsStored(const std::wstring& path, int& highest);
-    void BackUpAs(const std::wstring& path, const std::wstring& copyName, bool isFolder);
-    void DoDelCopy(bool ask);
-    void DeleteCopy();
+    void DoDelCopy();
+    /// False when the user cancelled the wait for a run of another process.
+    bool DeleteCopy(const ListedCopy& copy);
     void RemoveEmptyFolders(std::wstring folder, const std::wstring& copyFolder);
     void DoDelFile();
     [[nodiscard]] bool Ask(const std::wstring& question);
     void TellNothingSelected();
-    [[nodiscard]] bool IsStillThere(const std::wstring& path);
+    /// The selected copy; without a path when there is none.
+    [[nodiscard]] ListedCopy SelectedCopy();
+    [[nodiscard]] bool IsStillThere(const ListedCopy& copy);
     /// Raises when a listed copy was deleted or moved by somebody else; the lists then show what is
     /// there.
-    void ExpectCopy(const std::wstring& path);
+    void ExpectCopy(const ListedCopy& copy);
 
     System& system_;
     ProgramState& state_;

@@ -39,24 +39,26 @@ constexpr int kHighestNumber = 99;            // more digits could not be read b
 
 void RestoreCommands::DoRestore(bool askLocation) {
     Trapped(system_.errors, Named(L"DoRestore"), [&] {
-        const std::wstring copy = SubItem(browser_.Copies(), L"BackupName");
-        if (copy.empty()) {
+        if (!browser_.FollowSelection()) return;
+        const ListedCopy copy = SelectedCopy();
+        if (copy.path.empty()) {
             TellNothingSelected();
             return;
         }
         ExpectCopy(copy);
         std::wstring location = SubItem(browser_.Items(), L"Orginal Location");
         if (location.empty()) location = kUnknown;
-        const std::wstring name = CFileName(CFileOrigin(copy));
+        const std::wstring name = CFileName(CFileOrigin(copy.path));
+        const SafePlace place{CopyFolderOf(copy.path), Val(SubItem(browser_.Items(), L"SP"))};
         const auto goal = ChooseGoal(name, location, askLocation || location == kUnknown);
         if (!goal) return;
         host_.Msg(L"Restoring: ", goal->typed);
         if (!MayReplace(*goal)) return;
-        const bool entered = host_.Engine().InDestination(CopyFolderOf(copy), [&] {
+        const bool entered = host_.Engine().InDestination(place.folder, [&] {
             ExpectCopy(copy);
             // The item takes its own name, whatever was typed beside the folder.
-            KeepForUndo(*goal, JoinPath(goal->folder, name), CopyFolderOf(copy));
-            host_.Engine().Extract(copy, goal->folder, false);
+            KeepForUndo(*goal, JoinPath(goal->folder, name), place);
+            host_.Engine().Extract(copy.path, goal->folder, false);
         });
         if (!entered) return;
         browser_.SelectLast();
@@ -84,20 +86,22 @@ bool RestoreCommands::MayReplace(const Goal& goal) {
 }
 
 void RestoreCommands::KeepForUndo(const Goal& goal, const std::wstring& target,
-                                  const std::wstring& copyFolder) {
-    if (system_.files.Look(goal.typed)) KeepForUndo(goal.typed, copyFolder);
+                                  const SafePlace& place) {
+    if (system_.files.Look(goal.typed)) KeepForUndo(goal.typed, place);
     if (!EqualNoCase(goal.typed, target) && system_.files.Look(target)) {
-        KeepForUndo(target, copyFolder);
+        KeepForUndo(target, place);
     }
 }
 
 // Raises when what is about to be overwritten could not be kept.
-void RestoreCommands::KeepForUndo(const std::wstring& path, const std::wstring& copyFolder) {
+void RestoreCommands::KeepForUndo(const std::wstring& path, const SafePlace& place) {
     int highest = 0;
     if (IsStored(path, highest)) return;
-    const std::wstring copyName = FreeSafetyName(path, NextSafetyNumber(highest), copyFolder);
+    const std::wstring copyName = FreeSafetyName(path, NextSafetyNumber(highest), place);
     const auto facts = system_.files.Look(path);
-    BackUpAs(path, copyName, facts && facts->isFolder);
+    const bool isFolder = facts && facts->isFolder;
+    host_.Engine().BackupPath(path, static_cast<std::int16_t>(place.location), isFolder, isFolder,
+                              copyName);
     if (state_.cancelRequested || !SameContent(system_.files, path, copyName)) {
         Raise(error_number::kAccessError, path);
     }
@@ -106,10 +110,9 @@ void RestoreCommands::KeepForUndo(const std::wstring& path, const std::wstring& 
 // What stands under the name that is due is a safety copy of another item: the user typed its name,
 // or restores elsewhere. It stays.
 std::wstring RestoreCommands::FreeSafetyName(const std::wstring& path, int number,
-                                             const std::wstring& copyFolder) {
-    const int location = Val(SubItem(browser_.Items(), L"SP"));
+                                             const SafePlace& place) {
     for (; number <= kHighestNumber; ++number) {
-        std::wstring copyName = CFilePackageName(path, number, location, copyFolder);
+        std::wstring copyName = CFilePackageName(path, number, place.location, place.folder);
         if (!system_.files.Look(copyName)) return copyName;
     }
     Raise(error_number::kOverflow, path);
@@ -127,13 +130,6 @@ bool RestoreCommands::IsStored(const std::wstring& path, int& highest) {
         if (NewestDateOf(system_, host_.Engine(), copy) == date) return true;
     }
     return false;
-}
-
-void RestoreCommands::BackUpAs(const std::wstring& path, const std::wstring& copyName,
-                               bool isFolder) {
-    const int location = Val(SubItem(browser_.Items(), L"SP"));
-    host_.Engine().BackupPath(path, static_cast<std::int16_t>(location), isFolder, isFolder,
-                              copyName);
 }
 
 }  // namespace vw
