@@ -89,15 +89,19 @@ void MVaultwright::Dispatch(const CommandLine& commandLine) {
             commands_.LoadCurrentList();
             commands_.ShowMainWindow();
             break;
-        case StartAction::OpenItem:
-            if (!system_.files.Look(argument)) Raise(error_number::kListPathMissing, argument);
+        case StartAction::OpenItem: {
+            const auto facts = system_.files.Look(argument);
+            if (!facts) Raise(error_number::kListPathMissing, argument);
+            // The final "\" tells a folder item from a file; the shell passes folders without it.
+            const bool needsMark = facts->isFolder && !argument.ends_with(L'\\');
             state_.currentListPath = state_.SingleItemListPath();
             if (system_.files.Look(state_.currentListPath)) {
                 system_.files.EraseFile(state_.currentListPath);
             }
-            commands_.LoadSingleItem(argument);
+            commands_.LoadSingleItem(needsMark ? argument + L"\\" : argument);
             commands_.ShowMainWindow();
             break;
+        }
         case StartAction::OpenDefaultList:
             state_.currentListPath = state_.DefaultListPath();
             commands_.LoadCurrentList();

@@ -14,7 +14,10 @@
 #include "platform/MsgBox.h"
 #include "platform/ProgramState.h"
 #include "platform/TextCase.h"
+#include "platform/WindowsHeader.h"
 #include "restore/CopiesBrowser.h"
+// The shell's declarations need those of the window system first.
+#include <shellapi.h>
 
 // The window itself: load, close, caption, and which command an event stands for.
 
@@ -115,7 +118,8 @@ void MainWindow::ShowRecentFiles(const RecentFileMenu& menu) {
 }
 
 void MainWindow::KeepToOneItem() {
-    for (const auto* name : {L"mnuAddFile", L"mnuAddFiles", L"mnuAddFolder", L"mnuDel", L"mnuDelAll"}) {
+    for (const auto* name :
+         {L"mnuAddFile", L"mnuAddFiles", L"mnuAddFolder", L"mnuDel", L"mnuDelAll"}) {
         form_.Menus().Enable(name, false);
     }
     for (const auto* key : {L"FileNew", L"FileOpen", L"FileSave", L"EditAddFile", L"EditAddFiles",

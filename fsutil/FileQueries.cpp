@@ -184,10 +184,10 @@ Date PathDate(System& system, CopyDates& copyDates, std::wstring_view path) {
 std::optional<SizeAndDate> PathSizeAndDate(System& system, CopyDates& copyDates,
                                            std::wstring_view path) {
     std::optional<SizeAndDate> found;
-    Trapped(system.errors, Named(L"PathDate"), [&] {
+    const bool told = !Trapped(system.errors, Named(L"PathDate"), [&] {
         const std::optional<FileFacts> facts = system.files.Look(path);
         if (!facts) return;
-        found = SizeAndDate{facts->isFolder, facts->size, facts->lastWrite};
+        found = {.isFolder = facts->isFolder, .size = facts->size, .date = facts->lastWrite};
         if (NamesCopy(path)) {
             found->date = copyDates.PackageDate(path);
             if (facts->isFolder) {
@@ -198,6 +198,7 @@ std::optional<SizeAndDate> PathSizeAndDate(System& system, CopyDates& copyDates,
                            [&](std::uint64_t bytes, bool) { found->size += bytes; });
         }
     });
+    if (told && !found) found = SizeAndDate{.isKnown = false};
     return found;
 }
 

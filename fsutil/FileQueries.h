@@ -46,6 +46,8 @@ struct SizeAndDate {
     bool isFolder = false;
     std::uint64_t size = 0;  ///< bytes; of a folder its whole tree
     Date date = 0;           ///< that of PathDate
+    /// False when the disk cannot tell of it now, and so not that it is gone either.
+    bool isKnown = true;
 };
 
 /// Size and date of an item from one walk through its tree; nothing when it does not exist.

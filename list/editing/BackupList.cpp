@@ -91,14 +91,21 @@ bool BackupList::FileSave() {
             const std::string bytes =
                 EncodeList(state_.BackupTo, state_.copiesCount, rows_.Paths(), system_.ansi);
             ReplaceList(system_.files, state_.temporaryListPath, state_.currentListPath, bytes,
-                        droppedItems_);
+                        droppedItems_ || ChangedByOthers());
             droppedItems_ = false;
+            known_ = bytes;
         } catch (...) {
             state_.listModified = true;
             throw;
         }
     });
     return !state_.listModified;
+}
+
+// Another window with the same list has saved it since.
+bool BackupList::ChangedByOthers() const {
+    return known_ && system_.files.Look(state_.currentListPath) &&
+           system_.files.Read(state_.currentListPath) != *known_;
 }
 
 bool BackupList::GetList() {
@@ -109,7 +116,8 @@ bool BackupList::GetList() {
         if (!system_.files.Look(state_.currentListPath)) {
             system_.files.Write(state_.currentListPath, {}, FileSystem::Flush::No);
         }
-        text = DecodeList(system_.files.Read(state_.currentListPath), system_.ansi);
+        known_ = system_.files.Read(state_.currentListPath);
+        text = DecodeList(*known_, system_.ansi);
     });
     if (!read) return false;
     Trapped(system_.errors, Named(L"GetList"), [&] {
@@ -127,6 +135,13 @@ bool BackupList::Load(std::wstring_view text) {
     const RedrawPause pause(rows_.List());
     const Flagged loading(loading_);
     bool dropped = false;
+    bool itemsAbove = false;
+    // The window shows one destination and one number for all items.
+    const auto takeKey = [&](const auto& shown, auto&& take) {
+        const auto before = shown;
+        take();
+        dropped = dropped || (itemsAbove && shown != before);
+    };
     rows_.Clear();
     FieldReader fields(text);
     while (!fields.AtEnd()) {
@@ -134,12 +149,14 @@ bool BackupList::Load(std::wstring_view text) {
         const ListLine line = ReadListLine(fields.Next());
         switch (line.kind) {
             case ListLineKind::Destination:
-                ReadDestination(line.value);
+                takeKey(state_.BackupTo, [&] { ReadDestination(line.value); });
                 break;
             case ListLineKind::CopiesCount:
-                TakeCopiesCount(line.value, state_.copiesCount);
+                takeKey(state_.copiesCount,
+                        [&] { TakeCopiesCount(line.value, state_.copiesCount); });
                 break;
             case ListLineKind::Item:
+                itemsAbove = true;
                 if (rows_.AddToList(line.value) == ListRows::Outcome::Vanished) {
                     dropped = true;
                 }
@@ -184,6 +201,7 @@ void BackupList::FileNew(bool saveAs) {
             if (!GetList()) return;
         }
         former.LetGo();
+        if (saveAs) known_.reset();
         host_.SetCaption();
         state_.listModified = true;
         recent_.RecentFile(1, state_.currentListPath);
@@ -240,10 +258,10 @@ void BackupList::CopyTo(std::wstring_view folder) {
 
 void BackupList::ChooseDestination(std::wstring_view destination) {
     state_.BackupTo = destination;
+    state_.listModified = true;
     settings_.SaveSetting(setting::kBackupTo, destination);
     host_.ListRestoreFiles();
     host_.RestoredPath(SubItem(rows_.List(), L"Path"));
-    state_.listModified = true;
     FileSave();
 }
 

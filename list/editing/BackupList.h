@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -71,6 +72,7 @@ class BackupList {
   private:
     /// Shows a list's text; true when it has lines that the window does not show.
     [[nodiscard]] bool Load(std::wstring_view text);
+    [[nodiscard]] bool ChangedByOthers() const;
     void ReadDestination(std::wstring_view value);
     [[nodiscard]] bool AskForList(FileDialogKind kind, std::uint32_t flags);
 
@@ -83,7 +85,8 @@ class BackupList {
     ListHost& host_;
     ListRows rows_;
     FileDialogSetup dialog_;
-    bool droppedItems_ = false;  ///< lines of the file that the window does not show
+    bool droppedItems_ = false;         ///< lines of the file that the window does not show
+    std::optional<std::string> known_;  ///< the file as it was read or written last
     bool loading_ = false;
     bool closingUnsaved_ = false;
 };

@@ -102,6 +102,8 @@ void ListEditing::mnuAddFileClick() {
     host_.ApplicationSartup(true);
     const std::wstring selection = GetFileFolder(FileDialogKind::AddFiles);
     if (selection.empty()) return;
+    // Also what the end of the session finds half added is saved.
+    state_.listModified = true;
     {
         const RedrawPause pause(rows_.List());
         AddChosen(selection);
@@ -184,6 +186,7 @@ void ListEditing::AddAllFilesInFolder(const std::wstring& folder) {
 }
 
 void ListEditing::lsvBackupList_OLEDragDrop(const std::vector<std::wstring>& paths) {
+    state_.listModified = true;
     {
         const RedrawPause pause(rows_.List());
         for (const std::wstring& path : paths) {

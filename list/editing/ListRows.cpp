@@ -60,7 +60,7 @@ ListRows::Outcome ListRows::AddFileOrFolder(std::wstring_view path) {
     ListView& list = List();
     const int row = list.Add(CFileFirstName(path), namesFolder ? RowIcon::Folder : RowIcon::File);
     list.SetSubItem(row, L"Path", path);
-    if (facts->isFolder || !namesFolder) {
+    if (facts->isKnown && (facts->isFolder || !namesFolder)) {
         list.SetSubItem(row, L"Type", facts->isFolder ? L"Folder" : CFileExt(path));
         list.SetSubItem(row, L"Size", CSize(facts->size),
                         static_cast<ListView::Value>(facts->size));

@@ -53,6 +53,12 @@ void ReplaceList(FileSystem& files, std::wstring_view temporaryPath, std::wstrin
     NamedLock temporaryTurn(L"list", temporaryPath);
     NamedLock turn(L"list", listPath);
     static_cast<void>(temporaryTurn.TakeWithin(kPatience) && turn.TakeWithin(kPatience));
+    // The user has protected it; what replaced it would not be protected.
+    const auto facts = files.Look(listPath);
+    if (facts && facts->isReadOnly) {
+        if (files.Read(listPath) == bytes) return;
+        Raise(error_number::kAccessError, listPath);
+    }
     files.Write(temporaryPath, bytes, Flush::Yes);
     if (keepOld) KeepOldList(files, listPath);
     const std::wstring next = std::wstring(listPath) + L".new";

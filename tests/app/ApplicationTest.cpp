@@ -185,14 +185,29 @@ TEST_F(App, KeepsTheComputerAwakeForTheTimeOfARun) {
 TEST_F(App, SingleItemModeTakesTheCommandsAway) {
     Start(L"\"" + letter + L"\"");
     EXPECT_THAT(Paths(), ElementsAre(letter));
-    for (const auto* name : {L"mnuAddFile", L"mnuDel", L"mnuAddFolder"}) {
+    for (const auto* name :
+         {L"mnuAddFile", L"mnuAddFiles", L"mnuAddFolder", L"mnuDel", L"mnuDelAll"}) {
         EXPECT_FALSE(Main().Menus().IsEnabled(name));
     }
-    for (const auto* button : {L"FileNew", L"FileOpen", L"FileSave"}) {
+    for (const auto* button : {L"FileNew", L"FileOpen", L"FileSave", L"EditAddFile",
+                               L"EditAddFiles", L"EditAddFolder", L"Del", L"EditDelAll"}) {
         EXPECT_FALSE(Main().Tools(L"Toolbar1").IsEnabled(button));
     }
+    const HWND items = Main().Control(L"lsvBackupList");
+    EXPECT_EQ(GetWindowLongW(items, GWL_EXSTYLE) & WS_EX_ACCEPTFILES, 0);
     EXPECT_TRUE(Main().Menus().IsEnabled(L"mnuBackup"));
     EXPECT_TRUE(Main().Menus().IsEnabled(L"mnuRestore"));
+}
+
+// As the shell passes it, without a final "\".
+TEST_F(App, SingleItemModeBacksUpAFolder) {
+    const std::wstring folder = tree.Folder(L"Work");
+    tree.File(L"Work\\a.txt");
+    Start(L"\"" + folder + L"\"");
+    EXPECT_THAT(Paths(), ElementsAre(folder + L"\\"));
+    state.BackupTo = drive.Backup();
+    Choose(ID_mnuBackup);
+    EXPECT_TRUE(world.disk.Look(state.BackupTo + L"\\Work«0001»\\a.txt"));
 }
 
 TEST_F(App, AMissingListIsToldAndTheOpeningScreenStays) {

@@ -49,36 +49,6 @@ TEST_F(BackupLists, LoadsDestinationCountAndItems) {
 }
 
 // The rows stay those of the list before; under the other's name they would replace it.
-/// A list is open while another one is asked for that cannot be had.
-class UnopenedList : public BackupLists {
-  protected:
-    template <class Command>
-    void ExpectTheOpenOneAfter(Command&& command) {
-        const std::wstring item = tree.File(L"a.txt");
-        ListFile(world.ansi.Encode(item));
-        list.GetList();
-        const std::wstring open = state.currentListPath;
-        command();
-        EXPECT_EQ(world.errors.TakeOne().number, error_number::kPathNotFound);
-        EXPECT_EQ(state.currentListPath, open);
-        EXPECT_THAT(Paths(), ElementsAre(item));
-    }
-};
-
-TEST_F(UnopenedList, LeavesTheOneThatIsOpen) {
-    ExpectTheOpenOneAfter([this] { list.FileOpen(Path(L"Unplugged\\Other.vwl")); });
-}
-
-TEST_F(UnopenedList, LeavesTheOneThatIsOpenWhenItIsTheDefaultList) {
-    state.applicationFolder = Path(L"Unplugged");
-    ExpectTheOpenOneAfter([this] { list.OpenDefaultList(); });
-}
-
-TEST_F(UnopenedList, LeavesTheOneThatIsOpenWhenItIsNew) {
-    dialogs.Expect(Path(L"Unplugged\\New.vwl"));
-    ExpectTheOpenOneAfter([this] { list.FileNew(false); });
-}
-
 TEST_F(BackupLists, WalksAFolderOnce) {
     tree.File(L"Sub\\b.txt");
     tree.File(L"Sub\\Deep\\c.txt");

@@ -144,6 +144,18 @@ TEST_F(Editing, DroppedFilesAndFoldersAreAddedWithoutTheLogonStart) {
     EXPECT_THAT(calls, IsEmpty());
 }
 
+TEST_F(Editing, WhatIsHalfAddedAtTheEndOfTheSessionIsSaved) {
+    const std::vector<std::wstring> files{tree.File(L"a.txt"), tree.File(L"b.txt")};
+    world.pump.Restart();
+    std::string atTheEnd;
+    world.pump.AtYield(1, [&] {
+        list.FileSave();
+        atTheEnd = Saved();
+    });
+    editing.lsvBackupList_OLEDragDrop(files);
+    EXPECT_EQ(atTheEnd, Expected({files[0]}));
+}
+
 TEST_F(Editing, DeletingTheLastItemSwitchesTheLogonStartOff) {
     const std::wstring a = tree.File(L"a.txt");
     const std::wstring b = tree.File(L"b.txt");

@@ -1,0 +1,113 @@
+// What stands in a list's file and is not in the window is not lost, and no list gets another's
+// rows.
+
+#include <gmock/gmock.h>
+
+#include "list/editing/BackupList.h"
+#include "platform/RuntimeError.h"
+#include "platform/WindowsHeader.h"
+#include "tests/list/editing/ListWorld.h"
+
+namespace vw::test {
+namespace {
+
+using testing::ElementsAre;
+
+/// A list is open while another one is asked for that cannot be had.
+class UnopenedList : public ListWorld {
+  protected:
+    template <class Command>
+    void ExpectTheOpenOneAfter(Command&& command) {
+        const std::wstring item = tree.File(L"a.txt");
+        ListFile(world.ansi.Encode(item));
+        list.GetList();
+        const std::wstring open = state.currentListPath;
+        command();
+        EXPECT_EQ(world.errors.TakeOne().number, error_number::kPathNotFound);
+        EXPECT_EQ(state.currentListPath, open);
+        EXPECT_THAT(Paths(), ElementsAre(item));
+    }
+};
+
+TEST_F(UnopenedList, LeavesTheOneThatIsOpen) {
+    ExpectTheOpenOneAfter([this] { list.FileOpen(Path(L"Unplugged\\Other.vwl")); });
+}
+
+TEST_F(UnopenedList, LeavesTheOneThatIsOpenWhenItIsTheDefaultList) {
+    state.applicationFolder = Path(L"Unplugged");
+    ExpectTheOpenOneAfter([this] { list.OpenDefaultList(); });
+}
+
+TEST_F(UnopenedList, LeavesTheOneThatIsOpenWhenItIsNew) {
+    dialogs.Expect(Path(L"Unplugged\\New.vwl"));
+    ExpectTheOpenOneAfter([this] { list.FileNew(false); });
+}
+
+class KeptList : public ListWorld {};
+
+TEST_F(KeptList, OfSeveralDestinationsKeepTheFileThatTheWindowCannotShow) {
+    const std::wstring a = tree.File(L"a.txt");
+    const std::string text =
+        world.ansi.Encode(L"BackupTo: D:\\A\r\n" + a + L"\r\nBackupTo: E:\\B\r\n" + a + L"\r\n");
+    ListFile(text);
+    list.GetList();
+    state.listModified = true;
+    list.FileSave();
+    EXPECT_EQ(Saved(), Expected({a}));
+    EXPECT_EQ(ReadBytes(state.currentListPath + L".old"), text);
+}
+
+TEST_F(KeptList, OfOneDestinationLeaveNoOldFileBehind) {
+    ListFile(world.ansi.Encode(L"BackupTo: D:\\A\r\nBackages: 4\r\n" + tree.File(L"a.txt")));
+    list.GetList();
+    state.listModified = true;
+    list.FileSave();
+    EXPECT_FALSE(world.disk.Look(state.currentListPath + L".old"));
+}
+
+TEST_F(KeptList, SavedByAnotherWindowMeanwhileKeepWhatItWrote) {
+    const std::wstring a = tree.File(L"a.txt");
+    ListFile(world.ansi.Encode(a));
+    list.GetList();
+    ListFile("the edit of another window");
+    state.listModified = true;
+    list.FileSave();
+    EXPECT_EQ(Saved(), Expected({a}));
+    const std::wstring old = state.currentListPath + L".old";
+    EXPECT_EQ(ReadBytes(old), "the edit of another window");
+    world.disk.EraseFile(old);
+    state.listModified = true;
+    list.FileSave();
+    EXPECT_FALSE(world.disk.Look(old)) << "what this window wrote itself";
+}
+
+TEST_F(KeptList, ThatAreProtectedAreNotReplaced) {
+    const std::string text = world.ansi.Encode(tree.File(L"a.txt"));
+    ListFile(text);
+    SetFileAttributesW(state.currentListPath.c_str(), FILE_ATTRIBUTE_READONLY);
+    list.GetList();
+    state.listModified = true;
+    EXPECT_FALSE(list.FileSave());
+    EXPECT_EQ(world.errors.TakeOne().number, error_number::kAccessError);
+    EXPECT_EQ(Saved(), text);
+    SetFileAttributesW(state.currentListPath.c_str(), FILE_ATTRIBUTE_NORMAL);
+    EXPECT_TRUE(list.FileSave());
+    SetFileAttributesW(state.currentListPath.c_str(), FILE_ATTRIBUTE_READONLY);
+    state.listModified = true;
+    EXPECT_TRUE(list.FileSave()) << "it says already what the window shows";
+    SetFileAttributesW(state.currentListPath.c_str(), FILE_ATTRIBUTE_NORMAL);
+}
+
+TEST_F(KeptList, KeepAnItemThatTheDiskCannotTellAbout) {
+    const std::wstring a = tree.File(L"a.txt");
+    ListFile(world.ansi.Encode(a));
+    world.files.FailNth(2, error_number::kPermissionDenied, OnlyCalls({FileCall::Look}));
+    list.GetList();
+    EXPECT_EQ(world.errors.TakeOne().number, error_number::kPermissionDenied);
+    EXPECT_THAT(Paths(), ElementsAre(a));
+    EXPECT_EQ(View().SubItem(0, L"Size"), L"");
+    EXPECT_EQ(View().SubItem(0, L"Date"), L"");
+}
+
+}  // namespace
+}  // namespace vw::test
