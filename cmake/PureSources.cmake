@@ -22,6 +22,7 @@ set(PURE_SOURCES
     platform/Utf8.cpp
     platform/Val.cpp
     restore/CopiesIndex.cpp
+    restore/CopySeries.cpp
     ui/DisplayText.cpp
     ui/Layout.cpp
 )
@@ -46,6 +47,7 @@ set(PURE_TESTS
     tests/platform/Utf8Test.cpp
     tests/platform/ValTest.cpp
     tests/restore/CopiesIndexTest.cpp
+    tests/restore/CopySeriesTest.cpp
     tests/ui/DisplayTextTest.cpp
     tests/ui/LayoutTest.cpp
 )

@@ -8,6 +8,8 @@
 
 #include "platform/Date.h"
 #include "platform/System.h"
+#include "restore/CopySeries.h"
+#include "restore/NestedItems.h"
 #include "ui/ListView.h"
 
 namespace vw {
@@ -63,18 +65,20 @@ class CopiesBrowser {
         std::wstring topOrigin;  ///< the same as the entries of the copy folder have it
         int location = 0;
         std::wstring nested;  ///< below a copy, when the copy itself is only the folder around it
+        std::vector<NestedItem> beside;  ///< folders of their copies are none of this item
+    };
+
+    /// What the upper list shows of an item.
+    struct ItemRow {
+        Item item;
+        bool isFolder = false;
+        std::wstring commentOf;  ///< the copy whose comment tells where it was; may be empty
     };
 
     /// How a list is sorted until another column is clicked.
     struct SortState {
         std::wstring_view key = kNameColumn;
         bool descending = false;
-    };
-
-    struct Entry {
-        std::wstring path;
-        bool isFolder = false;
-        bool hasComment = false;
     };
 
     /// What the lower list shows of a copy.
@@ -87,10 +91,13 @@ class CopiesBrowser {
     };
 
     void List();
-    [[nodiscard]] std::vector<Entry> FindCopies(const std::wstring& folder);
-    void AddItem(const Entry& copy);
+    [[nodiscard]] std::vector<CopySeries> FindCopies(const std::wstring& folder);
+    void AddItems(const CopySeries& series);
+    void AddItem(ItemRow row);
     void ClearCopies();
     [[nodiscard]] bool AddCopies(const std::wstring& folder, int row);
+    [[nodiscard]] std::optional<FileFacts> CopyIn(const std::wstring& entry, const FileFacts& facts,
+                                                  const Item& item);
     [[nodiscard]] CopyRow ReadCopy(const std::wstring& entry, const FileFacts& facts,
                                    const std::wstring& nested);
     void AddCopy(const CopyRow& copy);

@@ -33,6 +33,10 @@ bool IsCopyName(std::wstring_view name) {
     return Like(name, kCopyNamePattern) && !Like(name, kCommentPattern);
 }
 
+bool IsCommentName(std::wstring_view name) {
+    return Like(name, kCopyNamePattern) && Like(name, kCommentPattern);
+}
+
 int LocationOf(std::wstring_view copyName) { return Val(CFileSP(copyName)); }
 
 std::wstring CopyFolderOf(std::wstring_view copyPath) {
@@ -54,11 +58,6 @@ bool CopiesOfItem::Contains(std::wstring_view name) const {
     if (name.size() != begin_.size() + 2 + end_.size()) return false;
     return EqualNoCase(name.substr(0, begin_.size()), begin_) &&
            EqualNoCase(name.substr(begin_.size() + 2), end_);
-}
-
-bool ItemsSeen::IsNew(std::wstring_view origin, int location) {
-    // A name holds no "|", so the two parts never run into each other.
-    return keys_.insert(UpperCase(origin) + L"|" + std::to_wstring(location)).second;
 }
 
 }  // namespace vw

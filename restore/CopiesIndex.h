@@ -1,9 +1,7 @@
 #pragma once
 
-#include <optional>
 #include <string>
 #include <string_view>
-#include <unordered_set>
 
 namespace vw {
 
@@ -19,6 +17,9 @@ namespace vw {
 
 /// Whether an entry of the copy folder is named like a copy and is no comment file.
 [[nodiscard]] bool IsCopyName(std::wstring_view name);
+
+/// Whether an entry of the copy folder is named like the comment file of a copy.
+[[nodiscard]] bool IsCommentName(std::wstring_view name);
 
 /// The location number of a copy's name as a number; 0 for anything but digits.
 [[nodiscard]] int LocationOf(std::wstring_view copyName);
@@ -39,17 +40,6 @@ class CopiesOfItem {
   private:
     std::wstring begin_;
     std::wstring end_;
-};
-
-/// Tells for one copy after the other whether it is the first of its item, so that an item has one
-/// row however its copies are mixed with those of others.
-class ItemsSeen {
-  public:
-    /// True for the first copy of an item; `origin` is the item's name.
-    [[nodiscard]] bool IsNew(std::wstring_view origin, int location);
-
-  private:
-    std::unordered_set<std::wstring> keys_;
 };
 
 }  // namespace vw

@@ -1,4 +1,7 @@
+#include <algorithm>
+#include <optional>
 #include <unordered_map>
+#include <utility>
 
 #include "engine/CPackage.h"
 #include "engine/CommentLine.h"
@@ -17,7 +20,7 @@
 #include "platform/Val.h"
 #include "restore/CopiesBrowser.h"
 #include "restore/CopiesIndex.h"
-#include "restore/NestedCopy.h"
+#include "restore/NestedItems.h"
 #include "restore/RestoreHost.h"
 #include "ui/Form.h"
 
@@ -74,67 +77,84 @@ void CopiesBrowser::List() {
     const std::wstring folder = WithoutFinalSeparator(RestoreFrom());
     // A drive that takes no folder has no copies, and needs no word about it.
     if (!system_.files.Look(folder)) return;
-    ItemsSeen seen;
-    for (const Entry& copy : FindCopies(folder)) {
-        if (seen.IsNew(CFileOrigin(copy.path), LocationOf(copy.path))) AddItem(copy);
+    for (const CopySeries& series : FindCopies(folder)) {
+        if (series.MayHoldOthers()) {
+            // One that cannot be looked into hides the others nothing.
+            Trapped(system_.errors, Named(L"ListRestoreFiles"), [&] { AddItems(series); });
+        } else {
+            AddItems(series);
+        }
         system_.pump.DoEventsIfDue();
     }
 }
 
 // In the order of their names, so that the first copy of each item is the lowest one.
-std::vector<CopiesBrowser::Entry> CopiesBrowser::FindCopies(const std::wstring& folder) {
+std::vector<CopySeries> CopiesBrowser::FindCopies(const std::wstring& folder) {
     std::vector<std::wstring> paths;
     std::unordered_map<std::wstring, bool> folders;
-    std::unordered_set<std::wstring> comments;
+    std::vector<std::wstring> comments;
     system_.files.List(folder, [&](const FolderEntry& entry) {
         std::wstring path = JoinPath(folder, entry.name);
         if (IsCopyName(entry.name)) {
             folders.emplace(path, entry.isFolder);
             paths.push_back(std::move(path));
-        } else if (entry.name.ends_with(kCommentExtension)) {
-            comments.insert(UpperCase(path));
+        } else if (IsCommentName(entry.name)) {
+            comments.push_back(std::move(path));
         }
         system_.pump.DoEventsIfDue();
     });
     MFileDosShell::Sort(paths, system_.pump);
-    std::vector<Entry> copies;
+    std::vector<CopyEntry> copies;
     copies.reserve(paths.size());
     for (std::wstring& path : paths) {
         const bool isFolder = folders.at(path);
-        const bool hasComment = comments.contains(UpperCase(CPackage::PackageCommentFile(path)));
-        copies.push_back({std::move(path), isFolder, hasComment});
+        copies.push_back({.path = std::move(path), .isFolder = isFolder});
     }
-    return copies;
+    return GroupCopies(std::move(copies), comments);
 }
 
-void CopiesBrowser::AddItem(const Entry& copy) {
-    const std::wstring topOrigin = CFileOrigin(CFileName(copy.path));
-    Item item{topOrigin, topOrigin, LocationOf(copy.path), {}};
-    std::wstring stored = copy.path;
-    bool isFolder = copy.isFolder;
-    if (copy.isFolder && !copy.hasComment && !CFileExt(item.origin).empty()) {
-        if (const auto nested = FindNestedCopy(system_.files, copy.path)) {
-            item.origin = CFileName(nested->below);
-            item.nested = nested->below;
-            stored = JoinPath(copy.path, nested->below);
-            isFolder = nested->isFolder;
+// The copies of a series are those of one item, or folders around those of other items, or both.
+void CopiesBrowser::AddItems(const CopySeries& series) {
+    std::vector<NestedItem> nested;
+    if (series.MayHoldOthers()) {
+        std::vector<std::wstring> folders;
+        for (const CopyEntry& copy : series.copies) {
+            if (copy.isFolder) folders.push_back(copy.path);
         }
+        nested = FindNestedItems(system_.files, system_.pump, folders);
     }
+    for (const NestedItem& item : nested) {
+        if (!item.stands) continue;
+        AddItem({.item = {CFileName(item.below), series.origin, series.location, item.below, {}},
+                 .isFolder = item.isFolder,
+                 .commentOf = item.commentIn.empty() ? L"" : JoinPath(item.commentIn, item.below)});
+    }
+    const auto own = std::ranges::find_if(series.copies, [&](const CopyEntry& copy) {
+        return !copy.isFolder || !HoldsAny(system_.files, copy.path, nested);
+    });
+    if (own == series.copies.end()) return;
+    // Looking for a comment that is known not to be there takes long in a large folder.
+    AddItem({.item = {series.origin, series.origin, series.location, {}, std::move(nested)},
+             .isFolder = own->isFolder,
+             .commentOf = own->hasComment ? own->path : L""});
+}
+
+void CopiesBrowser::AddItem(ItemRow added) {
     ListView& items = Items();
+    const Item& item = added.item;
     const std::wstring text = CFileFirstName(item.origin);
-    const int row = items.Add(text, isFolder ? RowIcon::Folder : RowIcon::File);
-    if (items.SubItem(row, kNameColumn) != text) Raise(kRowReadsBackDifferently, copy.path);
+    const int row = items.Add(text, added.isFolder ? RowIcon::Folder : RowIcon::File);
+    if (items.SubItem(row, kNameColumn) != text) Raise(kRowReadsBackDifferently, item.origin);
     items.SetTag(row, items_.size());
     if (items.Style() == ViewStyle::Details) {
-        items.SetSubItem(row, L"Type", isFolder ? L"Folder" : CFileExt(item.origin));
+        items.SetSubItem(row, L"Type", added.isFolder ? L"Folder" : CFileExt(item.origin));
         items.SetSubItem(row, L"SP", std::to_wstring(item.location), item.location);
-        // Looking for a comment that is known not to be there takes long in a large folder.
-        const bool hasComment = copy.hasComment || !item.nested.empty();
         items.SetSubItem(row, L"Orginal Location",
-                         hasComment ? host_.Engine().PackageOriginalLocation(stored)
-                                    : std::wstring(kUnknownLocation));
+                         added.commentOf.empty()
+                             ? std::wstring(kUnknownLocation)
+                             : host_.Engine().PackageOriginalLocation(added.commentOf));
     }
-    items_.push_back(std::move(item));
+    items_.push_back(std::move(added.item));
 }
 
 void CopiesBrowser::ListCopyes(int row) {
@@ -184,13 +204,24 @@ bool CopiesBrowser::AddCopies(const std::wstring& folder, int row) {
     });
     const bool isOther = isFolder && !EqualNoCase(name, item.topOrigin) && !foundByOrigin.empty();
     for (const auto& [entryName, facts] : found.empty() || isOther ? foundByOrigin : found) {
-        const CopyRow copy = ReadCopy(JoinPath(folder, entryName), facts, item.nested);
+        const std::wstring entry = JoinPath(folder, entryName);
+        const auto stored = CopyIn(entry, facts, item);
+        if (!stored) continue;
+        const CopyRow copy = ReadCopy(entry, *stored, item.nested);
         if (listing != copiesListing_) return false;
         AddCopy(copy);
         system_.pump.DoEventsIfDue();
         if (listing != copiesListing_) return false;
     }
     return true;
+}
+
+// Facts of the item's copy in an entry of the copy folder; nothing when it has none there.
+std::optional<FileFacts> CopiesBrowser::CopyIn(const std::wstring& entry, const FileFacts& facts,
+                                               const Item& item) {
+    if (!item.nested.empty()) return system_.files.Look(JoinPath(entry, item.nested));
+    if (facts.isFolder && HoldsAny(system_.files, entry, item.beside)) return std::nullopt;
+    return facts;
 }
 
 CopiesBrowser::CopyRow CopiesBrowser::ReadCopy(const std::wstring& entry, const FileFacts& facts,

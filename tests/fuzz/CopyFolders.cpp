@@ -1,12 +1,15 @@
 // A folder of copies may hold any names: labels and numbers come back, every copy belongs to its
 // own item, and an item is listed once.
 #include <set>
+#include <utility>
+#include <vector>
 
 #include "engine/CopyName.h"
 #include "fsutil/PathText.h"
 #include "platform/TextCase.h"
 #include "platform/Val.h"
 #include "restore/CopiesIndex.h"
+#include "restore/CopySeries.h"
 #include "tests/fuzz/FuzzSupport.h"
 
 using vw::fuzz::Promise;
@@ -36,14 +39,38 @@ bool IsOwnName(const std::wstring& name) {
            (hasExtension ? point == close + 1 : close + 1 == name.size());
 }
 
+void EachCopyIsInItsSeries(std::vector<vw::CopyEntry> copies,
+                           const std::vector<std::wstring>& comments) {
+    const std::size_t count = copies.size();
+    std::size_t grouped = 0;
+    std::set<std::wstring> listed;
+    for (const vw::CopySeries& series : vw::GroupCopies(std::move(copies), comments)) {
+        Promise(!series.copies.empty(), "a series has copies");
+        Promise(
+            listed.insert(vw::UpperCase(series.origin) + L"\n" + std::to_wstring(series.location))
+                .second,
+            "an item has one row");
+        for (const vw::CopyEntry& copy : series.copies) {
+            const std::wstring name = vw::MFileDosShell::CFileName(copy.path);
+            Promise(vw::UpperCase(vw::CFileOrigin(name)) == vw::UpperCase(series.origin) &&
+                        vw::LocationOf(name) == series.location,
+                    "a copy is in its own series");
+            Promise(!copy.hasComment || series.hasComment, "a comment tells of its series");
+        }
+        grouped += series.copies.size();
+        (void)series.MayHoldOthers();
+    }
+    Promise(grouped == count, "no copy is lost");
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     vw::fuzz::Input input(data, size);
     Labels(input.Byte() % 100);
 
-    vw::ItemsSeen seen;
-    std::set<std::wstring> listed;
+    std::vector<vw::CopyEntry> entries;
+    std::vector<std::wstring> comments;
     while (!input.IsEmpty()) {
         std::wstring name = input.Text();
         if (input.Byte() % 2 != 0) {
@@ -52,14 +79,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         }
         (void)vw::NumberOfLabel(name);
         (void)vw::CopyFolderOf(name);
+        if (vw::IsCommentName(name)) comments.push_back(L"E:\\Backup\\" + name);
         if (!vw::IsCopyName(name)) continue;
         const std::wstring origin = vw::CFileOrigin(name);
         const int location = vw::LocationOf(name);
-        const bool isNew = seen.IsNew(origin, location);
-        Promise(!seen.IsNew(origin, location), "an item is new once");
-        const bool first =
-            listed.insert(vw::UpperCase(origin) + L"\n" + std::to_wstring(location)).second;
-        Promise(isNew == first, "an item has one row");
+        entries.push_back({.path = L"E:\\Backup\\" + name, .isFolder = input.Byte() % 2 != 0});
         if (IsOwnName(name)) {
             const vw::CopiesOfItem copies(origin, location);
             Promise(copies.Contains(name), "a copy is found through its item");
@@ -67,5 +91,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
                     "a copy is not that of another location");
         }
     }
+    EachCopyIsInItsSeries(std::move(entries), comments);
     return 0;
 }

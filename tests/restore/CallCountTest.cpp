@@ -41,5 +41,21 @@ TEST_F(BrowserCallCount, OfListingTheCopiesOfAnItem) {
     EXPECT_EQ((CallsOfListing() - withFour).Text(), "Read 2") << "for a comment";
 }
 
+// Below a folder with a point in its name: one listing of each folder on the way to a copy, none of
+// the copies themselves.
+TEST_F(BrowserCallCount, OfListingItemsWhoseCopiesShareFolders) {
+    CopyFile(L"A«0001».txt");
+    const CallCounts before = CallsOfListing();
+    for (const auto* folder : {L"Docs«0001».smith", L"Docs«0002».smith"}) {
+        for (const auto* item : {L"\\My\\Docs", L"\\Old\\Docs"}) {
+            CopyFile(std::wstring(folder) + item + L"\\Deep\\a.txt");
+            CopyFile(std::wstring(folder) + item + L"\\b.txt");
+        }
+    }
+    CopyFile(L"Docs«0001».smith\\My\\Docs.vwc");
+    CopyFile(L"Docs«0001».smith\\Old\\Docs.vwc");
+    EXPECT_EQ((CallsOfListing() - before).Text(), "Look 6, List 6, Read 2");
+}
+
 }  // namespace
 }  // namespace vw::test

@@ -60,14 +60,5 @@ TEST(CopiesIndex, TheFolderOfACopyIsTheOneWithTheMarks) {
     EXPECT_EQ(CopyFolderOf(L"a\u00AB0001\u00BB.txt"), L"");
 }
 
-TEST(CopiesIndex, AnItemIsNewOnce) {
-    ItemsSeen seen;
-    EXPECT_TRUE(seen.IsNew(L"Report.doc", 0));
-    EXPECT_TRUE(seen.IsNew(L"Report.txt", 0));
-    EXPECT_FALSE(seen.IsNew(L"REPORT.doc", 0));
-    EXPECT_TRUE(seen.IsNew(L"Report.doc", 1));
-    EXPECT_FALSE(seen.IsNew(L"Report.doc", 1));
-}
-
 }  // namespace
 }  // namespace vw

@@ -105,10 +105,13 @@ TEST_F(RoundTrip, HistoriesComeBackAsTheyWere) {
         tree.Remove(vault);
         tree.Folder(vault);
         state.copiesCount = static_cast<std::int16_t>(Number(2, 4));
-        std::vector<Item> items{
-            {L"One\\Report.doc", L"", {}}, {L"Two\\Report.doc", L"", {}},
-            {L"One\\README", L"", {}},     {L"Work\\", L"", {}},
-            {L"j.smith\\Docs\\", L"", {}}, {L"مجلد\\Plan #1 [new].txt", L"", {}}};
+        std::vector<Item> items{{L"One\\Report.doc", L"", {}},
+                                {L"Two\\Report.doc", L"", {}},
+                                {L"One\\README", L"", {}},
+                                {L"Work\\", L"", {}},
+                                {L"j.smith\\Docs\\", L"", {}},
+                                {L"j.smith\\Old\\Docs\\", L"", {}},
+                                {L"مجلد\\Plan #1 [new].txt", L"", {}}};
         for (int run = Number(1, 5); run > 0; --run) {
             for (Item& item : items) {
                 Change(item);

@@ -1,0 +1,60 @@
+#include "restore/CopySeries.h"
+
+#include <algorithm>
+#include <string_view>
+#include <unordered_map>
+#include <unordered_set>
+#include <utility>
+
+#include "engine/CommentLine.h"
+#include "engine/CopyName.h"
+#include "fsutil/PathText.h"
+#include "platform/TextCase.h"
+#include "restore/CopiesIndex.h"
+
+namespace vw {
+namespace {
+
+// A name holds no "|", so the two parts never run into each other.
+std::wstring KeyOf(std::wstring_view origin, int location) {
+    return UpperCase(origin) + L"|" + std::to_wstring(location);
+}
+
+}  // namespace
+
+bool CopySeries::MayHoldOthers() const {
+    return !hasComment && !MFileDosShell::CFileExt(origin).empty() &&
+           std::ranges::any_of(copies, &CopyEntry::isFolder);
+}
+
+std::vector<CopySeries> GroupCopies(std::vector<CopyEntry> copies,
+                                    const std::vector<std::wstring>& comments) {
+    std::unordered_set<std::wstring> commentedPaths;
+    std::unordered_set<std::wstring> commentedSeries;
+    for (const std::wstring& comment : comments) {
+        const std::wstring path = comment.substr(0, comment.size() - kCommentExtension.size());
+        const std::wstring name = MFileDosShell::CFileName(path);
+        commentedPaths.insert(UpperCase(path));
+        commentedSeries.insert(KeyOf(CFileOrigin(name), LocationOf(name)));
+    }
+    std::vector<CopySeries> series;
+    std::unordered_map<std::wstring, std::size_t> places;
+    for (CopyEntry& copy : copies) {
+        copy.hasComment = commentedPaths.contains(UpperCase(copy.path));
+        const std::wstring name = MFileDosShell::CFileName(copy.path);
+        const std::wstring origin = CFileOrigin(name);
+        const int location = LocationOf(name);
+        const std::wstring key = KeyOf(origin, location);
+        const auto [place, isNew] = places.emplace(key, series.size());
+        if (isNew) {
+            series.push_back({.origin = origin,
+                              .location = location,
+                              .copies = {},
+                              .hasComment = commentedSeries.contains(key)});
+        }
+        series[place->second].copies.push_back(std::move(copy));
+    }
+    return series;
+}
+
+}  // namespace vw

@@ -1,0 +1,152 @@
+#include "restore/NestedItems.h"
+
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
+#include "engine/CommentLine.h"
+#include "fsutil/PathText.h"
+#include "fsutil/TreeWalk.h"
+#include "platform/EventPump.h"
+#include "platform/FileSystem.h"
+#include "platform/TextCase.h"
+
+namespace vw {
+namespace {
+
+std::wstring Below(const std::wstring& folder, std::wstring_view name) {
+    return folder.empty() ? std::wstring(name) : JoinPath(folder, name);
+}
+
+/// Paths below a folder of copies.
+struct Findings {
+    std::vector<std::wstring> commented;
+    std::vector<std::wstring> bare;  ///< named like a copy, without a comment
+    bool foreign = false;            ///< it holds files that belong to no item
+
+    void Take(Findings other) {
+        std::ranges::move(other.commented, std::back_inserter(commented));
+        std::ranges::move(other.bare, std::back_inserter(bare));
+        foreign = foreign || other.foreign;
+    }
+};
+
+/// Looks through one folder of copies. Copies are not entered once they are known for that; a
+/// folder that holds foreign files is the user's own, and all that is below it.
+class Search {
+  public:
+    Search(FileSystem& files, EventPump& pump, const std::wstring& top,
+           const std::vector<NestedItem>& known)
+        : files_(files), pump_(pump), top_(top), known_(known) {
+        const std::wstring name = MFileDosShell::CFileName(top);
+        name_ = name.substr(0, name.rfind(L'\u00AB'));
+        comment_ = name_ + std::wstring(kCommentExtension);
+    }
+
+    Findings In(const std::wstring& folder) const {
+        Findings found;
+        std::wstring named;
+        bool namedIsFolder = false;
+        bool hasComment = false;
+        std::vector<std::wstring> others;
+        files_.List(folder.empty() ? top_ : JoinPath(top_, folder), [&](const FolderEntry& entry) {
+            pump_.DoEventsIfDue();
+            if (entry.isFolder && entry.isLink) return;
+            if (EqualNoCase(entry.name, name_)) {
+                named = entry.name;
+                namedIsFolder = entry.isFolder;
+            } else if (entry.isFolder) {
+                others.emplace_back(entry.name);
+            } else if (EqualNoCase(entry.name, comment_)) {
+                hasComment = true;
+            } else if (!entry.isHidden && !entry.isSystem) {
+                // What the system leaves in folders that were looked at is hidden.
+                found.foreign = true;
+            }
+        });
+        const std::wstring copy = Below(folder, named.empty() ? name_ : named);
+        if (hasComment) {
+            found.commented.push_back(copy);
+        } else if (!named.empty()) {
+            TakeUncommented(copy, namedIsFolder, found);
+        }
+        if (found.foreign) return found;
+        for (const std::wstring& other : others) found.Take(In(Below(folder, other)));
+        return found;
+    }
+
+  private:
+    // It may also be a folder on the way to the copies of an item of the same name.
+    void TakeUncommented(const std::wstring& path, bool isFolder, Findings& found) const {
+        if (isFolder && !IsKnown(path)) {
+            std::vector<std::wstring> inside = In(path).commented;
+            if (!inside.empty()) {
+                std::ranges::move(inside, std::back_inserter(found.commented));
+                return;
+            }
+        }
+        found.bare.push_back(path);
+    }
+
+    [[nodiscard]] bool IsKnown(const std::wstring& path) const {
+        return std::ranges::any_of(
+            known_, [&](const NestedItem& item) { return EqualNoCase(item.below, path); });
+    }
+
+    FileSystem& files_;
+    EventPump& pump_;
+    const std::wstring& top_;
+    const std::vector<NestedItem>& known_;
+    std::wstring name_;
+    std::wstring comment_;
+};
+
+/// Whether one of two paths is the other or leads to it.
+bool Overlap(std::wstring_view first, std::wstring_view second) {
+    if (first.size() > second.size()) std::swap(first, second);
+    return EqualNoCase(second.substr(0, first.size()), first) &&
+           (second.size() == first.size() || second[first.size()] == L'\\');
+}
+
+void LookForCopy(FileSystem& files, const std::vector<std::wstring>& folders, NestedItem& item) {
+    for (const std::wstring& folder : folders) {
+        if (const auto facts = files.Look(JoinPath(folder, item.below))) {
+            item.stands = true;
+            item.isFolder = facts->isFolder;
+            return;
+        }
+    }
+}
+
+}  // namespace
+
+std::vector<NestedItem> FindNestedItems(FileSystem& files, EventPump& pump,
+                                        const std::vector<std::wstring>& folders) {
+    std::vector<NestedItem> items;
+    std::vector<std::wstring> bare;
+    for (const std::wstring& folder : folders) {
+        Findings found = Search(files, pump, folder, items).In({});
+        for (std::wstring& below : found.commented) {
+            const bool isNew = std::ranges::none_of(
+                items, [&](const NestedItem& item) { return EqualNoCase(item.below, below); });
+            if (isNew) items.push_back({.below = std::move(below), .commentIn = folder});
+        }
+        if (!found.foreign) std::ranges::move(found.bare, std::back_inserter(bare));
+    }
+    for (std::wstring& below : bare) {
+        const bool isNew = std::ranges::none_of(
+            items, [&](const NestedItem& item) { return Overlap(item.below, below); });
+        if (isNew) items.push_back({.below = std::move(below), .commentIn = {}});
+    }
+    for (NestedItem& item : items) LookForCopy(files, folders, item);
+    return items;
+}
+
+bool HoldsAny(FileSystem& files, std::wstring_view folder, const std::vector<NestedItem>& items) {
+    return std::ranges::any_of(items, [&](const NestedItem& item) {
+        const std::wstring copy = JoinPath(folder, item.below);
+        return files.Look(copy) || files.Look(copy + std::wstring(kCommentExtension));
+    });
+}
+
+}  // namespace vw

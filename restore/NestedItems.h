@@ -1,0 +1,33 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vw {
+
+class EventPump;
+class FileSystem;
+
+/// An item below a folder with a point in its name. The copies of C:\j.smith\My\Docs\ stand as
+/// My\Docs in the folders Docs«0001».smith, Docs«0002».smith and so on; other items may have
+/// theirs in the same folders. The last name is always the one before the marks.
+struct NestedItem {
+    std::wstring below;      ///< path of its copies below each of the folders
+    std::wstring commentIn;  ///< the folder with its comment; empty when it has none
+    bool stands = false;     ///< whether one of the folders holds a copy; a comment may be all
+    bool isFolder = false;   ///< of its lowest copy
+};
+
+/// The items whose copies stand in these folders, which are named like copies of one item and have
+/// no comment beside them. An item is known by a comment, at any depth, for all of the folders. A
+/// copy that no comment tells of counts by its name, unless its folder holds anything else: then
+/// it may be the user's own, and the folder a copy itself.
+[[nodiscard]] std::vector<NestedItem> FindNestedItems(FileSystem& files, EventPump& pump,
+                                                      const std::vector<std::wstring>& folders);
+
+/// Whether a folder holds a copy, or a comment, of one of the items; otherwise it is a copy itself.
+[[nodiscard]] bool HoldsAny(FileSystem& files, std::wstring_view folder,
+                            const std::vector<NestedItem>& items);
+
+}  // namespace vw
