@@ -1,5 +1,6 @@
 #include "fsutil/TempCleaning.h"
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -13,6 +14,7 @@
 #include "platform/ProgramState.h"
 #include "platform/RuntimeError.h"
 #include "platform/SystemError.h"
+#include "platform/SystemPath.h"
 #include "platform/TextCase.h"
 
 namespace vw::MFileDosShell {
@@ -87,6 +89,18 @@ void CleanWindowsFolder(System& system, const ProgramState& state, const std::ws
     }
 }
 
+// The environment may name anything as the temporary folder, and without a word of it the system
+// takes the user's own folder.
+void RequireWasteOnly(System& system, const std::wstring& folder,
+                      const std::vector<std::wstring>& kept) {
+    const auto holds = [&](const std::wstring& path) {
+        return !path.empty() && PathContains(folder, path);
+    };
+    if (IsRoot(system.files, folder) || std::any_of(kept.begin(), kept.end(), holds)) {
+        Raise(error_number::kPermissionDenied, folder);
+    }
+}
+
 }  // namespace
 
 void DelInFolder(System& system, const ProgramState& state, std::wstring_view folder,
@@ -122,14 +136,18 @@ void DellTemp(System& system, ProgramState& state, MMyScripting::ScriptShell& sh
     Trapped(system.errors, Named(L"DellTemp"), [&] {
         state.cancelRequested = false;
         const std::wstring windows = special(kWindowsFolder);
+        const std::vector<std::wstring> kept{windows, special(kDocuments), state.applicationFolder,
+                                             state.currentListPath};
         for (const std::wstring& folder :
              {special(kTemporaryFolder), windows + L"\\Temp", windows + L"\\prefetch"}) {
-            if (!state.cancelRequested) DelInFolder(system, state, folder, kYes, true, host);
+            if (state.cancelRequested) break;
+            Trapped(system.errors, Named(L"DellTemp"), [&] {
+                RequireWasteOnly(system, folder, kept);
+                DelInFolder(system, state, folder, kYes, true, host);
+            });
         }
         Trapped(system.errors, Named(L"DellTemp"),
                 [&] { CleanWindowsFolder(system, state, windows); });
-        // The user's documents: looked up for whoever extends this, never cleaned.
-        static_cast<void>(special(kDocuments));
     });
     host.BusyHide(true);
 }

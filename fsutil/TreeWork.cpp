@@ -110,12 +110,17 @@ class TreeEraser {
 
 }  // namespace
 
+bool IsRoot(FileSystem& files, std::wstring_view path) {
+    const std::wstring full = TidyPath(files, path);
+    return full.size() <= RootLength(full);
+}
+
 void DeleteTree(FileSystem& files, std::wstring_view path, const std::function<void()>& yield) {
     const std::optional<FileFacts> facts = files.Look(path);
     if (!facts) return;
     const std::wstring top = TidyPath(files, path);
     // A path that came out wrong must never empty a whole drive.
-    if (top.size() <= RootLength(top)) Raise(error_number::kPermissionDenied, top);
+    if (IsRoot(files, top)) Raise(error_number::kPermissionDenied, top);
     if (facts->isFolder && !facts->isLink) {
         TreeEraser(files, top, yield).Run();
     } else {

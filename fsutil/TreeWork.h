@@ -11,6 +11,9 @@
 
 namespace vw {
 
+/// Whether a path is all of a drive or of a network share.
+[[nodiscard]] bool IsRoot(FileSystem& files, std::wstring_view path);
+
 /// Deletes a file, or a folder with all its contents, deepest first; the final "\" of the path is
 /// ignored. A link is removed without what it shows. Raises the first failure. Nothing happens
 /// when nothing is there. `yield` is called after each entry.

@@ -117,6 +117,18 @@ TEST_F(OtherSwitches, DCleansTheTemporaryFoldersAndEnds) {
     EXPECT_THAT(lines, Contains(L"Deleting: a.tmp - "));
 }
 
+// The program was started from inside the temporary folder, or the environment names a wrong one.
+TEST_F(OtherSwitches, DLeavesATemporaryFolderThatHoldsMoreThanWaste) {
+    if (!UnderWine()) GTEST_SKIP() << "this would clean the machine's own temporary folders";
+    program.tree.Folder(L"C:\\windows\\prefetch");
+    ProgramStart start = program.With(L"/D");
+    start.temporaryFolder = program.tree.Path();
+    RunsTo(70, start);
+    ASSERT_THAT(boxes, SizeIs(1));
+    EXPECT_THAT(boxes[0].text, testing::HasSubstr(program.tree.Path()));
+    EXPECT_TRUE(Exists(letter));
+}
+
 TEST_F(OtherSwitches, DTellsAFolderThatIsMissingAndCleansTheOthers) {
     if (!UnderWine()) GTEST_SKIP() << "this would clean the machine's own temporary folders";
     program.tree.Remove(L"C:\\windows\\prefetch");
