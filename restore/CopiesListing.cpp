@@ -4,7 +4,6 @@
 #include <utility>
 
 #include "engine/CPackage.h"
-#include "engine/CommentLine.h"
 #include "engine/CopyName.h"
 #include "fsutil/FileQueries.h"
 #include "fsutil/PathText.h"
@@ -159,9 +158,9 @@ void CopiesBrowser::AddItem(ItemRow added) {
 
 void CopiesBrowser::ListCopyes(int row) {
     Trapped(system_.errors, Named(L"ListCopyes"), [&] {
+        listed_ = Items().Tag(row);
         const RedrawPause pause(Copies());
         ClearCopies();
-        listed_ = Items().Tag(row);
         if (!AddCopies(WithoutFinalSeparator(RestoreFrom()), row)) return;
         Sort(Copies(), copiesSort_);
         SelectFirstCopy();
