@@ -2,11 +2,14 @@
 
 #include <utility>
 
+#include "platform/ParentConsole.h"
+
 namespace vw {
 
 namespace {
 
 constexpr std::size_t kHeldUnits = std::size_t{16} * 1024;
+constexpr std::uint64_t kConsoleMilliseconds = 1000;
 
 std::string Utf8(std::wstring_view text) {
     const int units = static_cast<int>(text.size());
@@ -24,23 +27,23 @@ void StandardStreams::Open() {
     if (std::exchange(open_, true)) return;
     output_ = Find(STD_OUTPUT_HANDLE);
     error_ = Find(STD_ERROR_HANDLE);
-    if (output_.handle != nullptr || error_.handle != nullptr) return;
-    if (AttachConsole(ATTACH_PARENT_PROCESS) == 0) return;
-    // The console's user works on in it; what is typed there must not end a backup.
-    SetConsoleCtrlHandler(nullptr, TRUE);
-    console_.Reset(CreateFileW(L"CONOUT$", GENERIC_READ | GENERIC_WRITE,
-                               FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0,
-                               nullptr));
-    if (console_) output_ = error_ = {console_.Get(), true};
+    if (!output_.Leads() && !error_.Leads()) {
+        output_.isConsole = error_.isConsole = ParentConsole::Exists();
+    }
 }
 
 StandardStreams::~StandardStreams() { Flush(); }
 
 void StandardStreams::Report(std::wstring_view line) {
     Open();
-    if (output_.handle == nullptr) return;
+    if (!output_.Leads()) return;
     held_.append(line).append(L"\r\n");
-    if (output_.isConsole || held_.size() >= kHeldUnits) Flush();
+    if (IsDue()) Flush();
+}
+
+bool StandardStreams::IsDue() const {
+    return held_.size() >= kHeldUnits ||
+           (output_.isConsole && GetTickCount64() - lastWritten_ >= kConsoleMilliseconds);
 }
 
 void StandardStreams::Error(std::wstring_view text) {
@@ -52,6 +55,7 @@ void StandardStreams::Error(std::wstring_view text) {
 void StandardStreams::Flush() {
     Write(output_, held_);
     held_.clear();
+    lastWritten_ = GetTickCount64();
 }
 
 bool StandardStreams::ShareConsole() {
@@ -72,15 +76,17 @@ StandardStreams::Stream StandardStreams::Find(DWORD which) {
 
 // A reader that went away is no reason to stop a backup, so failures to write are passed over.
 void StandardStreams::Write(const Stream& stream, std::wstring_view text) {
-    if (stream.handle == nullptr || text.empty()) return;
+    if (!stream.Leads() || text.empty()) return;
     DWORD written = 0;
-    if (stream.isConsole) {
+    if (stream.handle == nullptr) {
+        ParentConsole::Write(text);
+    } else if (stream.isConsole) {
         WriteConsoleW(stream.handle, text.data(), static_cast<DWORD>(text.size()), &written,
                       nullptr);
-        return;
+    } else {
+        const std::string bytes = Utf8(text);
+        WriteFile(stream.handle, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
     }
-    const std::string bytes = Utf8(text);
-    WriteFile(stream.handle, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
 }
 
 }  // namespace vw

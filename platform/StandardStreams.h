@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -10,7 +11,7 @@ namespace vw {
 /// Standard output and standard error of a silent run, where the program was given them: a pipe, a
 /// file, or the console that it was started from. No file is made for them. Redirected text is
 /// UTF-8; lines end in CR LF. The streams are found at the first use, so that a program that works
-/// in windows never attaches to a console.
+/// in windows never looks for a console.
 class StandardStreams {
   public:
     StandardStreams() = default;
@@ -18,7 +19,8 @@ class StandardStreams {
     StandardStreams& operator=(const StandardStreams&) = delete;
     ~StandardStreams();
 
-    /// A line of the report. Written in large pieces, since a run may report every file.
+    /// A line of the report. Written in large pieces to a file, once a second to a console, since a
+    /// run may report every file.
     void Report(std::wstring_view line);
 
     /// An error, written at once, after the report lines before it.
@@ -31,20 +33,24 @@ class StandardStreams {
     [[nodiscard]] bool ShareConsole();
 
   private:
+    /// Where a stream leads.
     struct Stream {
         HANDLE handle = nullptr;
         bool isConsole = false;
+
+        [[nodiscard]] bool Leads() const noexcept { return handle != nullptr || isConsole; }
     };
 
     void Open();
+    [[nodiscard]] bool IsDue() const;
     static Stream Find(DWORD which);
     static void Write(const Stream& stream, std::wstring_view text);
 
     Stream output_;
     Stream error_;
     bool open_ = false;
-    FileHandle console_;
     std::wstring held_;
+    std::uint64_t lastWritten_ = 0;
 };
 
 }  // namespace vw

@@ -57,9 +57,10 @@ ProgramRun::ProgramRun(const ProgramStart& start) : patience_(start.patience) {
     std::wstring environment;
     if (!start.temporaryFolder.empty()) environment = EnvironmentWith(start.temporaryFolder);
     PROCESS_INFORMATION process{};
+    // Windows give a program with windows no console to begin with; Wine would.
     const auto create = [&] {
         return CreateProcessW(start.program.c_str(), commandLine.data(), nullptr, nullptr, TRUE,
-                              CREATE_UNICODE_ENVIRONMENT,
+                              CREATE_UNICODE_ENVIRONMENT | DETACHED_PROCESS,
                               environment.empty() ? nullptr : environment.data(),
                               start.currentFolder.empty() ? nullptr : start.currentFolder.c_str(),
                               &startup, &process);
