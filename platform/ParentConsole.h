@@ -2,12 +2,10 @@
 
 #include <string_view>
 
-namespace vw {
-
 /// The console that a program with windows was started from. The process belongs to it only while
 /// it writes: who closes a console ends every process that belongs to it, and a backup has to go
 /// on.
-namespace ParentConsole {
+namespace vw::ParentConsole {
 
 /// Whether there is one.
 [[nodiscard]] bool Exists();
@@ -15,5 +13,4 @@ namespace ParentConsole {
 /// Writes a text. Nothing happens when the console is gone.
 void Write(std::wstring_view text);
 
-}  // namespace ParentConsole
-}  // namespace vw
+}  // namespace vw::ParentConsole

@@ -93,7 +93,7 @@ class CopiesBrowser {
     void List();
     [[nodiscard]] std::vector<CopySeries> FindCopies(const std::wstring& folder);
     void AddItems(const CopySeries& series);
-    void AddItem(ItemRow row);
+    void AddItem(ItemRow added);
     void ClearCopies();
     [[nodiscard]] bool AddCopies(const std::wstring& folder, int row);
     [[nodiscard]] std::optional<FileFacts> CopyIn(const std::wstring& entry, const FileFacts& facts,

@@ -1,6 +1,8 @@
 #include "list/editing/BackupList.h"
 
+#include <cstdint>
 #include <optional>
+#include <utility>
 
 #include "fsutil/FileQueries.h"
 #include "list/editing/FileDialogs.h"
@@ -135,12 +137,13 @@ bool BackupList::Load(std::wstring_view text) {
     const RedrawPause pause(rows_.List());
     const Flagged loading(loading_);
     bool dropped = false;
-    bool itemsAbove = false;
     // The window shows one destination and one number for all items.
-    const auto takeKey = [&](const auto& shown, auto&& take) {
-        const auto before = shown;
-        take();
-        dropped = dropped || (itemsAbove && shown != before);
+    using Keys = std::pair<std::wstring, std::int16_t>;
+    std::optional<Keys> keys;
+    const auto compareKeys = [&] {
+        Keys now{state_.BackupTo, state_.copiesCount};
+        dropped = dropped || (keys && *keys != now);
+        keys = std::move(now);
     };
     rows_.Clear();
     FieldReader fields(text);
@@ -149,14 +152,13 @@ bool BackupList::Load(std::wstring_view text) {
         const ListLine line = ReadListLine(fields.Next());
         switch (line.kind) {
             case ListLineKind::Destination:
-                takeKey(state_.BackupTo, [&] { ReadDestination(line.value); });
+                ReadDestination(line.value);
                 break;
             case ListLineKind::CopiesCount:
-                takeKey(state_.copiesCount,
-                        [&] { TakeCopiesCount(line.value, state_.copiesCount); });
+                TakeCopiesCount(line.value, state_.copiesCount);
                 break;
             case ListLineKind::Item:
-                itemsAbove = true;
+                compareKeys();
                 if (rows_.AddToList(line.value) == ListRows::Outcome::Vanished) {
                     dropped = true;
                 }
@@ -165,6 +167,7 @@ bool BackupList::Load(std::wstring_view text) {
                 break;
         }
     }
+    if (keys) compareKeys();
     return dropped;
 }
 
