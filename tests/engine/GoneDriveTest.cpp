@@ -62,7 +62,7 @@ class GoneDrive : public testing::Test {
     }
 
     /// The folder is nowhere from that moment on.
-    void Unplug(const std::wstring& folder, OperationFilter moment) {
+    void Unplug(const std::wstring& folder, const OperationFilter& moment) {
         unplugged_.clear();
         world_.world.files.OnOperation([=, this](const FileOperation& operation) {
             if (!unplugged_.empty() || !moment(operation)) return;

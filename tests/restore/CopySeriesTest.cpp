@@ -14,10 +14,12 @@ std::vector<CopySeries> Group(const std::vector<std::wstring>& copies,
                               const std::vector<std::wstring>& comments = {},
                               bool areFolders = false) {
     std::vector<CopyEntry> entries;
+    entries.reserve(copies.size());
     for (const std::wstring& name : copies) {
         entries.push_back({.path = kFolder + name, .isFolder = areFolders});
     }
     std::vector<std::wstring> paths;
+    paths.reserve(comments.size());
     for (const std::wstring& name : comments) paths.push_back(kFolder + name);
     return GroupCopies(entries, paths);
 }
