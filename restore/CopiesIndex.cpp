@@ -21,10 +21,12 @@ std::wstring CopyLabel(int copyNumber) {
                                        : L"U" + TwoDigits(copyNumber - kLastRotating);
 }
 
+bool IsSafetyLabel(std::wstring_view label) noexcept { return label.starts_with(L'U'); }
+
 int NumberOfLabel(std::wstring_view label) {
     const std::wstring_view digits = label.size() > 2 ? label.substr(label.size() - 2) : label;
     const int number = Val(digits);
-    return label.starts_with(L'U') ? number + kLastRotating : number;
+    return IsSafetyLabel(label) ? number + kLastRotating : number;
 }
 
 int NextSafetyNumber(int highest) noexcept { return std::max(highest, kLastRotating) + 1; }

@@ -9,6 +9,9 @@ namespace vw {
 /// that a restore makes (21 and up). N00 for a name without a number.
 [[nodiscard]] std::wstring CopyLabel(int copyNumber);
 
+/// Whether a label is that of a safety copy.
+[[nodiscard]] bool IsSafetyLabel(std::wstring_view label) noexcept;
+
 /// The copy number of a label: its last two characters, and 20 more behind a "U".
 [[nodiscard]] int NumberOfLabel(std::wstring_view label);
 

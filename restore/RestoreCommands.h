@@ -59,6 +59,7 @@ class RestoreCommands {
     [[nodiscard]] bool MayReplace(const Goal& goal);
     void KeepForUndo(const Goal& goal, const std::wstring& target, const SafePlace& place);
     void KeepForUndo(const std::wstring& path, const SafePlace& place);
+    void RemovePartial(const std::wstring& copyName);
     [[nodiscard]] std::wstring FreeSafetyName(const std::wstring& path, int number,
                                               const SafePlace& place);
     [[nodiscard]] bool IsStored(const std::wstring& path, int& highest);

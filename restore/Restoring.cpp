@@ -102,9 +102,19 @@ void RestoreCommands::KeepForUndo(const std::wstring& path, const SafePlace& pla
     const bool isFolder = facts && facts->isFolder;
     host_.Engine().BackupPath(path, static_cast<std::int16_t>(place.location), isFolder, isFolder,
                               copyName);
-    if (state_.cancelRequested || !SameContent(system_.files, path, copyName)) {
-        Raise(error_number::kAccessError, path);
-    }
+    if (!state_.cancelRequested && SameContent(system_.files, path, copyName)) return;
+    RemovePartial(copyName);
+    Raise(error_number::kAccessError, path);
+}
+
+// It has the date of what it was made from, and would count as its safety copy.
+void RestoreCommands::RemovePartial(const std::wstring& copyName) {
+    Trapped(system_.errors, Named(L"DoRestore"), [&] {
+        if (system_.files.Look(copyName)) host_.Engine().DeleteCopy(copyName);
+        const std::wstring comment = CPackage::PackageCommentFile(copyName);
+        if (system_.files.Look(comment)) system_.files.EraseFile(comment);
+    });
+    browser_.SelectLast();
 }
 
 // What stands under the name that is due is a safety copy of another item: the user typed its name,
@@ -127,7 +137,12 @@ bool RestoreCommands::IsStored(const std::wstring& path, int& highest) {
     for (int row = 0; row < count; ++row) {
         highest = std::max(highest, NumberOfLabel(copies.SubItem(row, kNameColumn)));
         const std::wstring copy = copies.SubItem(row, L"BackupName");
-        if (NewestDateOf(system_, host_.Engine(), copy) == date) return true;
+        if (NewestDateOf(system_, host_.Engine(), copy) != date) continue;
+        // One that did not become whole and could not be removed has the date, too.
+        if (!IsSafetyLabel(copies.SubItem(row, kNameColumn)) ||
+            SameContent(system_.files, path, copy)) {
+            return true;
+        }
     }
     return false;
 }

@@ -1,0 +1,89 @@
+// A safety copy that did not become whole must not count as one when the user tries again.
+
+#include <gmock/gmock.h>
+
+#include "platform/RuntimeError.h"
+#include "tests/restore/RestoreFixture.h"
+
+namespace vw::test {
+namespace {
+
+class PartialSafety : public RestoreWorld {
+  protected:
+    PartialSafety() {
+        WriteWork("old");
+        BackUp(work + L"\\");
+        WriteWork("unsaved");
+        now = ReadTree(work);
+        browser.ListRestoreFiles();
+    }
+
+    void WriteWork(const std::string& text) {
+        const int month = text == "old" ? 1 : 2;
+        tree.File(L"Work\\a.txt", text + " a", {2024, month, 2, 0, 0, 0});
+        tree.File(L"Work\\b.txt", text + " b", {2024, month, 1, 0, 0, 0});
+    }
+
+    /// Lists the copies as a click on the item does, and restores the one of the backup.
+    void RestoreWork() {
+        browser.ListRestoreFiles();
+        browser.RestoredPath(work + L"\\");
+        SelectCopy(L"N01");
+        world.boxes.Expect(kQuestion + work, BoxAnswer::Yes);
+        commands.mnuRestoreClick();
+    }
+
+    void ExpectWholeSafetyAndRestored() {
+        RestoreWork();
+        EXPECT_EQ(ReadBytes(tree.Path(L"Work\\a.txt")), "old a");
+        bool kept = false;
+        for (const auto* number : {L"21", L"22"}) {
+            const std::wstring copy = vault + L"\\Work«00" + number + L"»";
+            kept = kept || (Exists(copy) && ReadTree(copy) == now);
+        }
+        EXPECT_TRUE(kept) << "overwritten, and no copy has it";
+    }
+
+    const std::wstring work = tree.Path(L"Work");
+    Tree now;
+};
+
+TEST_F(PartialSafety, WithALockedFileIsRemovedAndMadeAgain) {
+    world.files.FailNth(2, error_number::kPermissionDenied, OnlyCalls({FileCall::Copy}));
+    RestoreWork();
+    EXPECT_FALSE(world.errors.Take().empty());
+    EXPECT_EQ(ReadTree(work), now);
+    EXPECT_FALSE(Exists(vault + L"\\Work«0021»")) << "it would pass for a whole one";
+    world.files.Heal();
+    ExpectWholeSafetyAndRestored();
+}
+
+TEST_F(PartialSafety, OfACancelIsRemovedAndMadeAgain) {
+    world.files.OnOperation([&](const FileOperation& operation) {
+        if (operation.call == FileCall::Copy) state.cancelRequested = true;
+    });
+    RestoreWork();
+    EXPECT_FALSE(world.errors.Take().empty());
+    EXPECT_EQ(ReadTree(work), now);
+    EXPECT_FALSE(Exists(vault + L"\\Work«0021»"));
+    world.files.Heal();
+    ExpectWholeSafetyAndRestored();
+}
+
+TEST_F(PartialSafety, ThatCannotBeRemovedDoesNotCount) {
+    world.files.FailNth(2, error_number::kPermissionDenied, OnlyCalls({FileCall::Copy}));
+    world.files.OnOperation([&](const FileOperation& operation) {
+        // Somebody uses it from the moment that it stands.
+        if (operation.call == FileCall::Move && operation.path.ends_with(L"Work«0021»")) {
+            Raise(error_number::kPermissionDenied, operation.path);
+        }
+    });
+    RestoreWork();
+    EXPECT_FALSE(world.errors.Take().empty());
+    EXPECT_EQ(ReadTree(work), now);
+    world.files.Heal();
+    ExpectWholeSafetyAndRestored();
+}
+
+}  // namespace
+}  // namespace vw::test
