@@ -60,6 +60,10 @@ class Application final : private StartCommands,
     /// A silent run shows its icon now, if it has not done so yet.
     void AppearInSilentRun();
 
+    /// Puts an error into the report of the run that it came in. What a silent run tells goes to
+    /// its standard streams.
+    void NoteError(std::wstring_view details);
+
     /// The windows, once they are made.
     [[nodiscard]] WindowSet& Windows() noexcept { return *windows_; }
 
@@ -128,6 +132,7 @@ class Application final : private StartCommands,
     std::unique_ptr<CPackage> engine_;
     std::unique_ptr<WindowSet> windows_;
     bool working_ = false;
+    bool noting_ = false;
     bool unloading_ = false;
     bool rebuilding_ = false;
     bool openingScreenEnds_ = false;

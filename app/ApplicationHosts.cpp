@@ -29,6 +29,14 @@ void Application::Report(std::wstring_view text, bool wait) {
     }
 }
 
+// An error of the report itself has no report to go to.
+void Application::NoteError(std::wstring_view details) {
+    if (!working_ || state_.silentRun || noting_ || details.empty()) return;
+    noting_ = true;
+    windows_->frmBusyDialog.Report(details, false);
+    noting_ = false;
+}
+
 void Application::BusyHide(bool pause) {
     windows_->frmBusyDialog.BusyHide(pause);
     report_.Flush();

@@ -41,6 +41,7 @@ Program::Program()
       application_(system_, state_, settings_, api_, report_) {
     pump_.SetFilter(Form::TranslateKeys);
     pump_.SetGate([this] { return application_.HasMessages(); });
+    errors_.SetNote([this](std::wstring_view details) { application_.NoteError(details); });
     pump_.SetQuit([this] { application_.Quit(); });
 }
 

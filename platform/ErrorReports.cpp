@@ -7,6 +7,7 @@ namespace vw {
 
 void ErrorReports::Tell(const Procedure& where, const RuntimeError& error) {
     exitStatus_.Note(error.Number());
+    if (note_) note_(ErrorDetails(error));
     boxes_.MsgBox({.text = ErrorText(where, error)});
 }
 

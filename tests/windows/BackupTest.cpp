@@ -90,6 +90,25 @@ TEST_F(Backup, KeepsItsReportWhenTheBoxIsTicked) {
     window.Close();
 }
 
+TEST_F(Backup, KeepsInItsReportWhatABoxTold) {
+    const std::wstring locked = program.tree.File(L"Home\\Work\\locked.txt");
+    program.tree.File(L"Home\\Work\\other.txt");
+    WriteDefaultList({Home(L"Work") + L"\\"});
+    const FileHandle held(
+        CreateFileW(locked.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
+    DrivenProgram window(program.With(L""));
+    window.Begin(ID_mnuBackup);
+    const HWND busy = window.WaitForBusyDialog();
+    SendMessageW(FindControl(busy, ID_chkDontHide), BM_CLICK, 0, 0);
+    window.AnswerBox(L"Permission denied");
+    const HWND report = FindControl(busy, ID_txtReport);
+    window.WaitUntil([&] { return WindowText(report).ends_with(L"Done:  - \r\n"); }, "no end");
+    EXPECT_THAT(WindowText(report), testing::HasSubstr(L"Permission denied\r\n" + locked));
+    PostMessageW(busy, WM_CLOSE, 0, 0);
+    window.WaitUntilReady();
+    window.Close();
+}
+
 TEST_F(Backup, GoesOnBehindItsIconWhenTheDialogIsMinimised) {
     MakeManyFiles();
     WriteDefaultList({Home(L"Many") + L"\\", letter});
