@@ -43,6 +43,23 @@ class Help : public BackupWindows {
         EXPECT_THAT(window.Run().Boxes(), IsEmpty());
     }
 
+    /// The page that the help command opens when the program and its pages stand in this folder.
+    void OpensThePageFrom(const std::wstring& folder, const std::wstring& language) {
+        const std::wstring place = program.tree.Folder(folder);
+        ProgramStart start = program.With(L"");
+        start.program = place + program.Path().substr(program.Folder().size());
+        ASSERT_NE(CopyFileW(program.Path().c_str(), start.program.c_str(), TRUE), 0);
+        for (const wchar_t* const other : {L"", L"en\\"}) {
+            program.tree.File(place + L"\\Help\\" + other + BaseName(start.program) + L".htm",
+                              BuiltPage(other));
+        }
+        DrivenProgram window(start);
+        ChooseHelp(window);
+        const std::string page = BuiltPage(language);
+        EXPECT_TRUE(opened.WaitFor(page.size()) == page);
+        window.Close();
+    }
+
     const OpenedFiles opened{program.tree, L".htm"};
 };
 
@@ -79,6 +96,16 @@ TEST_F(Help, APageThatIsMissingIsNotReplacedByTheOtherLanguage) {
     const std::string page = BuiltPage(L"en\\");
     EXPECT_TRUE(opened.WaitFor(page.size()) == page);
     window.Close();
+}
+
+// Letters that addresses, command lines and the names of copies make something else of.
+TEST_F(Help, OpensTheEnglishPageFromAFolderOfAnOddName) {
+    OpensThePageFrom(L"a «0001» & %20 #", L"en\\");
+}
+
+TEST_F(Help, OpensTheArabicPageFromAFolderOfAnOddName) {
+    UseArabic();
+    OpensThePageFrom(L"a «0001» & %20 #", L"");
 }
 
 }  // namespace
