@@ -82,7 +82,7 @@ BackupList::BackupList(System& system, ProgramState& state, Form& main, FileDial
       settings_(settings),
       recent_(recent),
       host_(host),
-      rows_(system, main, host) {}
+      rows_(system, state, main, host) {}
 
 bool BackupList::FileSave() {
     Trapped(system_.errors, Named(L"FileSave"), [this] {

@@ -6,6 +6,8 @@
 #include "list/editing/ListHost.h"
 #include "platform/DateText.h"
 #include "platform/ErrorTrap.h"
+#include "platform/FileSystem.h"
+#include "platform/ProgramState.h"
 #include "platform/TextCase.h"
 #include "platform/Val.h"
 #include "ui/Form.h"
@@ -19,8 +21,8 @@ bool IsRule(std::wstring_view path) { return path.ends_with(L"\\*"); }
 
 }  // namespace
 
-ListRows::ListRows(System& system, Form& main, ListHost& host)
-    : system_(system), main_(main), host_(host) {}
+ListRows::ListRows(System& system, const ProgramState& state, Form& main, ListHost& host)
+    : system_(system), state_(state), main_(main), host_(host) {}
 
 ListView& ListRows::List() { return main_.List(L"lsvBackupList"); }
 
@@ -51,9 +53,19 @@ void ListRows::AddRule(std::wstring_view path) {
     keys_.insert(UpperCase(path));
 }
 
+// A silent run shows its rows to nobody, so it walks through no folder for them.
+std::optional<SizeAndDate> ListRows::Facts(std::wstring_view path) {
+    if (!state_.silentRun) return PathSizeAndDate(system_, host_.StoredDates(), path);
+    bool exists = true;
+    Trapped(system_.errors, {L"AddToList", L"Form", L"frmMain"},
+            [&] { exists = system_.files.Look(path).has_value(); });
+    if (!exists) return std::nullopt;
+    return SizeAndDate{.isKnown = false};
+}
+
 // What the disk tells comes first: the windows live meanwhile, and no half row may be seen.
 ListRows::Outcome ListRows::AddFileOrFolder(std::wstring_view path) {
-    const auto facts = PathSizeAndDate(system_, host_.StoredDates(), path);
+    const auto facts = Facts(path);
     if (!facts) return Outcome::Vanished;
     const int location = host_.LocationID(path);
     const bool namesFolder = path.ends_with(L'\\');

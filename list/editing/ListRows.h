@@ -1,10 +1,12 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_set>
 #include <vector>
 
+#include "fsutil/FileQueries.h"
 #include "platform/System.h"
 
 namespace vw {
@@ -12,12 +14,13 @@ namespace vw {
 class Form;
 class ListHost;
 class ListView;
+struct ProgramState;
 
 /// The items of the current backup list: the rows of lsvBackupList. An item is known by its path,
 /// in any letter case.
 class ListRows {
   public:
-    ListRows(System& system, Form& main, ListHost& host);
+    ListRows(System& system, const ProgramState& state, Form& main, ListHost& host);
 
     enum class Outcome { Added, AlreadyThere, Vanished };
 
@@ -40,8 +43,10 @@ class ListRows {
     Outcome AddItem(std::wstring_view path);
     void AddRule(std::wstring_view path);
     Outcome AddFileOrFolder(std::wstring_view path);
+    [[nodiscard]] std::optional<MFileDosShell::SizeAndDate> Facts(std::wstring_view path);
 
     System& system_;
+    const ProgramState& state_;
     Form& main_;
     ListHost& host_;
     std::unordered_set<std::wstring> keys_;

@@ -58,6 +58,17 @@ TEST_F(BackupLists, WalksAFolderOnce) {
     EXPECT_EQ(world.files.Count(), 2) << "each folder is listed once, for its size and its date";
 }
 
+TEST_F(BackupLists, OfASilentRunWalkNoFolder) {
+    const std::wstring folder = tree.Folder(L"Sub") + L"\\";
+    tree.File(L"Sub\\b.txt");
+    ListFile(world.ansi.Encode(folder + L"\r\n" + Path(L"gone.txt")));
+    state.silentRun = true;
+    world.files.FailNth(1000000, 0, OnlyCalls({FileCall::List}));
+    list.GetList();
+    EXPECT_EQ(world.files.Count(), 0) << "for rows that nobody sees";
+    EXPECT_THAT(Paths(), ElementsAre(folder));
+}
+
 TEST_F(BackupLists, ABareDriveMeansItsBackupFolder) {
     ListFile("BackupTo: E:\r\n");
     list.GetList();
