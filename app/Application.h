@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
@@ -133,6 +134,7 @@ class Application final : private StartCommands,
     std::unique_ptr<WindowSet> windows_;
     bool working_ = false;
     bool noting_ = false;
+    std::uint64_t nextPainting_ = 0;
     bool unloading_ = false;
     bool rebuilding_ = false;
     bool openingScreenEnds_ = false;

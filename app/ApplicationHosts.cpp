@@ -1,5 +1,6 @@
 #include "app/Application.h"
 #include "list/editing/SubItem.h"
+#include "platform/Clock.h"
 #include "progress/SilentReport.h"
 
 // What the rooms below ask of the program.
@@ -42,7 +43,13 @@ void Application::BusyHide(bool pause) {
     report_.Flush();
 }
 
-void Application::DuringCopy() { windows_->frmBusyDialog.Repaint(); }
+// The system's copy call tells how far it is far more often than anybody can see.
+void Application::DuringCopy() {
+    constexpr std::uint64_t kMilliseconds = 50;
+    if (state_.silentRun || system_.clock.Milliseconds() < nextPainting_) return;
+    nextPainting_ = system_.clock.Milliseconds() + kMilliseconds;
+    windows_->frmBusyDialog.Repaint();
+}
 
 void Application::AbortRun() {
     if (engine_) engine_->Abort();

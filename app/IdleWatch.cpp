@@ -36,10 +36,12 @@ bool IdleWatch::UserIsLockedOut() const {
 }
 
 void IdleWatch::LetIn() {
-    main_.EnableForm(true);
-    main_.SetMousePointer(MousePointer::Default);
     if (!main_.IsVisible()) main_.Show();
     if (busy_.Window().IsLoaded()) busy_.Window().Show(ShowHow::Normal);
+    // The main window waits until the user has closed the report that he wanted to keep.
+    if (busy_.KeepsReport()) return;
+    main_.EnableForm(true);
+    main_.SetMousePointer(MousePointer::Default);
 }
 
 }  // namespace vw

@@ -31,7 +31,7 @@ Language WindowSet::LanguageOf(const ProgramState& state) {
 std::vector<Form*> WindowSet::LoadedForms() {
     std::vector<Form*> loaded;
     for (Form* form :
-         {&frmMain, &frmBusyDialog.Window(), &frmTrayIcon.Window(), &frmAbout.Window()}) {
+         {&frmMain, &frmBusyDialog.Window(), &frmAbout.Window(), &frmTrayIcon.Window()}) {
         if (form->IsLoaded()) loaded.push_back(form);
     }
     return loaded;

@@ -37,7 +37,8 @@ std::wstring DateText(Date date) {
                         static_cast<int>(clock.size())) == 0) {
         return PlainText(parts);
     }
-    return std::wstring(day.data()) + L" " + clock.data();
+    const bool isMidnight = parts.hour == 0 && parts.minute == 0 && parts.second == 0;
+    return isMidnight ? std::wstring(day.data()) : std::wstring(day.data()) + L" " + clock.data();
 }
 
 }  // namespace vw

@@ -6,7 +6,8 @@
 
 namespace vw {
 
-/// A date and its time as the user's locale writes them: short date and long time.
+/// A date and its time as the user's locale writes them: short date and long time, at midnight the
+/// date alone.
 [[nodiscard]] std::wstring DateText(Date date);
 
 }  // namespace vw

@@ -24,7 +24,7 @@ std::wstring UserTimeSeparator() { return LocaleText(LOCALE_STIME); }
 std::wstring UserDecimalSign() { return LocaleText(LOCALE_SDECIMAL); }
 
 int CompareForUser(std::wstring_view left, std::wstring_view right) {
-    const int order = CompareStringEx(LOCALE_NAME_USER_DEFAULT, LINGUISTIC_IGNORECASE, left.data(),
+    const int order = CompareStringEx(LOCALE_NAME_USER_DEFAULT, NORM_IGNORECASE, left.data(),
                                       static_cast<int>(left.size()), right.data(),
                                       static_cast<int>(right.size()), nullptr, nullptr, 0);
     return order == 0 ? 0 : order - CSTR_EQUAL;

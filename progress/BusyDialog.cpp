@@ -51,12 +51,20 @@ void BusyDialog::Msg(std::wstring_view title, std::wstring_view message,
 
 void BusyDialog::Report(std::wstring_view text, bool wait) {
     Trapped(system_.errors, Named(L"Report"), [&] {
+        ForgetClosedRun();
         AddLine(text);
         SendView();
         // In a run the lines follow each other, one for each item; the end of the run waits for
         // all of them.
         if (wait && form_.IsVisible() && !host_.IsRunning()) Wait(kMessageSeconds);
     });
+}
+
+// The last lines of a run whose dialog was closed are no part of the next one's report.
+void BusyDialog::ForgetClosedRun() {
+    if (!closedInRun_ || (state_.cancelRequested && host_.IsRunning())) return;
+    closedInRun_ = false;
+    report_.clear();
 }
 
 void BusyDialog::AddLine(std::wstring_view text) { report_.append(text).append(L"\r\n"); }
@@ -67,8 +75,7 @@ void BusyDialog::SendView() {
             form_.Load();
             return;
         }
-        if (closedInRun_ && state_.cancelRequested && host_.IsRunning()) return;
-        closedInRun_ = false;
+        if (closedInRun_) return;
         if (!form_.IsVisible()) {
             form_.Load();
             HandOver();

@@ -63,6 +63,7 @@ class BusyDialog final : private FormEvents {
     void OnTaskbarButtonCreated(Form& form) override;
 
     void tmrBusy_Timer();
+    void ForgetClosedRun();
     void AddLine(std::wstring_view text);
     void HandOver();
     void HandOverIfDue();

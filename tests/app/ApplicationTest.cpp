@@ -144,6 +144,16 @@ TEST_F(App, AKeptReportKeepsTheMainWindowWaiting) {
     world.clock.Advance(5000);
     EXPECT_TRUE(application.IsAlive());
     EXPECT_FALSE(Main().IsFormEnabled()) << "a report is open";
+    // Minimised behind the icon, and the icon was clicked.
+    Main().Hide();
+    Windows().frmBusyDialog.Window().Hide();
+    for (int i = 0; i < 2; ++i) {
+        world.clock.Advance(5000);
+        EXPECT_TRUE(application.IsAlive());
+    }
+    EXPECT_TRUE(Main().IsVisible());
+    EXPECT_TRUE(Windows().frmBusyDialog.Window().IsVisible());
+    EXPECT_FALSE(Main().IsFormEnabled()) << "the report is still open";
     Windows().frmBusyDialog.Window().Unload();
     EXPECT_TRUE(Main().IsFormEnabled());
 }

@@ -282,6 +282,7 @@ TEST_P(Busy, ClosedInARunItDoesNotFlashUpAgain) {
     state.cancelRequested = false;
     dialog.Msg(L"Backing:", L"z", L"", false, false, false);
     EXPECT_TRUE(Window().IsVisible());
+    EXPECT_EQ(dialog.ReportText(), L"Backing:: z - \r\n") << "a report of its own";
 }
 
 TEST_P(Busy, WorkAfterARunShowsItDespiteTheCancelThatTheRunLeft) {

@@ -1,0 +1,25 @@
+#include "platform/DateText.h"
+
+#include <gtest/gtest.h>
+
+namespace vw {
+namespace {
+
+TEST(DateText, HasTheTimeBehindTheDate) {
+    const Date noon = MakeDate({2024, 5, 6, 12, 0, 0});
+    const Date midnight = MakeDate({2024, 5, 6, 0, 0, 0});
+    EXPECT_TRUE(DateText(noon).starts_with(DateText(midnight) + L" "));
+}
+
+TEST(DateText, OfMidnightIsTheDateAlone) {
+    const std::wstring text = DateText(MakeDate({2024, 5, 6, 0, 0, 0}));
+    EXPECT_NE(text.find(L"2024"), std::wstring::npos);
+    EXPECT_EQ(text.find(L':'), std::wstring::npos);
+}
+
+TEST(DateText, BeforeTheCalendarOfTheSystemIsWrittenAllTheSame) {
+    EXPECT_EQ(DateText(MakeDate({1000, 1, 1, 0, 0, 0})), L"1000-01-01 00:00:00");
+}
+
+}  // namespace
+}  // namespace vw
