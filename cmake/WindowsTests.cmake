@@ -106,8 +106,8 @@ endif()
 if(TARGET Vaultwright)
     file(GLOB drivingSources CONFIGURE_DEPENDS
         ${CMAKE_SOURCE_DIR}/tests/windows/Driven*.cpp ${CMAKE_SOURCE_DIR}/tests/system/Program*.cpp)
-    add_executable(restore_faults
-        ${CMAKE_SOURCE_DIR}/tests/windows/faults/FailedRestoreTest.cpp ${drivingSources})
+    file(GLOB faultSources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/windows/faults/*.cpp)
+    add_executable(restore_faults ${faultSources} ${drivingSources})
     target_link_libraries(restore_faults PRIVATE vw_testsupport gmock_main vw_flags)
     set_target_properties(restore_faults PROPERTIES
         RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
