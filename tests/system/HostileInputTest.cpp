@@ -7,8 +7,10 @@
 #include <iostream>
 #include <random>
 
+#include "platform/Utf8.h"
 #include "tests/support/Histories.h"
 #include "tests/support/ScratchRegistry.h"
+#include "tests/support/WineBridge.h"
 #include "tests/system/HostileValues.h"
 #include "tests/system/ProgramCopy.h"
 
@@ -27,31 +29,42 @@ class HostileInput : public SystemTest {
                  program.tree.Link(L"Home\\Docs\\Link", precious);
     }
 
-    /// A run that may fail in any orderly way.
+    void SetUp() override {
+        if (UnderWine()) {
+            ASSERT_TRUE(links_) << "nothing leads to the canaries";
+        } else if (!links_) {
+            std::cout << "without links: this user may make none\n";
+        }
+    }
+
+    /// A run that may fail in any orderly way, or open a window, which is closed.
     void Survives(std::wstring_view arguments, const std::string& what) {
         ProgramStart start = program.With(arguments);
-        start.currentFolder = program.tree.Folder(L"Current");
+        start.currentFolder = current;
         ProgramRun run(start);
-        // A start that was refused leaves its icon to be closed.
-        ULONGLONG quietSince = GetTickCount64();
-        while (!run.HasEnded() && GetTickCount64() - quietSince < 700) {
+        const ULONGLONG begin = GetTickCount64();
+        ULONGLONG quietSince = begin;
+        bool opened = false;
+        while (!run.HasEnded() && GetTickCount64() - begin < start.patience) {
             for (const Box& box : BoxesOf(run.ProcessId())) {
                 Press(box, box.buttons.empty() ? IDOK : box.buttons.back());
                 quietSince = GetTickCount64();
             }
-            if (FindWindowOf(run.ProcessId(), L"frmTrayIcon") == nullptr) {
+            const HWND window = WindowToClose(run.ProcessId());
+            if (window == nullptr) quietSince = GetTickCount64();
+            if (GetTickCount64() - quietSince > 700) {
+                opened = opened || ClassOf(window).starts_with(L"frmMain");
+                PostMessageW(window, WM_CLOSE, 0, 0);
                 quietSince = GetTickCount64();
             }
             // Takes what it writes, too.
             static_cast<void>(run.StaysFor(10));
         }
-        // It may end just now by itself.
-        const HWND icon = FindWindowOf(run.ProcessId(), L"frmTrayIcon");
-        if (icon != nullptr) PostMessageW(icon, WM_CLOSE, 0, 0);
         const DWORD code = run.WaitForEnd();
         EXPECT_LT(code, 0x8000'0000U) << what << " crashed it";
         EXPECT_EQ(ReadTree(precious), preciousBefore()) << what;
         ++starts_;
+        windows_ += opened ? 1 : 0;
     }
 
     const Tree& preciousBefore() {
@@ -60,15 +73,30 @@ class HostileInput : public SystemTest {
     }
 
     [[nodiscard]] int Starts() const noexcept { return starts_; }
+    /// How many of them opened the main window.
+    [[nodiscard]] int Windows() const noexcept { return windows_; }
 
     std::mt19937 random;
     const std::wstring letter = program.tree.File(L"Home\\Letter.txt", "letter");
     const std::wstring docs = program.tree.Folder(L"Home\\Docs");
     const std::wstring precious = program.tree.Folder(L"Precious");
+    const std::wstring current = program.tree.Folder(L"Current");
 
   private:
+    /// What stands there for the user: the main window, or the icon or the opening screen that a
+    /// start with an error leaves.
+    static HWND WindowToClose(DWORD process) {
+        const HWND main = FindWindowOf(process, L"frmMain");
+        if (main != nullptr && IsWindowVisible(main) != 0 && IsWindowEnabled(main) != 0) {
+            return main;
+        }
+        const HWND icon = FindWindowOf(process, L"frmTrayIcon");
+        return icon != nullptr ? icon : FindWindowOf(process, L"frmAbout");
+    }
+
     Tree precious_;
     int starts_ = 0;
+    int windows_ = 0;
     bool links_ = false;
 };
 
@@ -95,6 +123,27 @@ TEST_F(HostileInput, SettingsListsAndDestinationsEndInAnOrderlyWay) {
         program.SetSetting(L"BackupTo", program.DefaultDestination());
     }
     std::cout << Starts() << " hostile starts\n";
+}
+
+TEST_F(HostileInput, ArgumentsEndInAnOrderlyWayOrOpenAWindow) {
+    preciousBefore();
+    const Tree home = ReadTree(program.tree.Path(L"Home"));
+    const std::wstring list = program.List(L"Mine.vwl", {L"BackupTo: " + vault, letter, docs});
+    const std::vector<std::wstring> paths{
+        letter, docs,        docs + L"\\",        docs + L"\\Link", vault,
+        list,   list + L"x", vault + L"\\Link\\", program.Path(),   vault + L"\\Letter«0001».txt"};
+    // The copies go where a link leads to the canaries.
+    program.SetSetting(L"BackupTo", vault);
+    const auto histories = Histories::Usually(24);
+    for (unsigned seed = histories.first; seed != histories.End() && !HasFailure(); ++seed) {
+        random.seed(seed);
+        const std::wstring arguments = HostileArguments(random, paths);
+        SCOPED_TRACE("seed " + std::to_string(seed) + ": " + ToUtf8(arguments.substr(0, 300)));
+        Survives(arguments, "a command line");
+        EXPECT_EQ(ReadTree(program.tree.Path(L"Home")), home);
+        EXPECT_EQ(ReadTree(current), Tree{});
+    }
+    std::cout << Starts() << " hostile command lines, " << Windows() << " windows\n";
 }
 
 TEST_F(HostileInput, ACommentThatNamesAnotherFolderLeavesThatFolderAlone) {

@@ -1,9 +1,11 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <random>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "tests/support/ScratchRegistry.h"
 
@@ -90,6 +92,36 @@ namespace vw::test {
         L"Arabic",      L"ArabicPrepared", L"BackupTo",    L"Backages",   L"Startup",
         L"RecentFile1", L"RecentFile2",    L"RecentFile3", L"RecentFile4"};
     return kNames[static_cast<std::size_t>(HostileNumber(random, 9))];
+}
+
+/// What stands behind the program's name: a switch or none, one of these paths or a text that no
+/// path is, with quotes and blanks as they come. Never "/D": that one is told to clean the user's
+/// temporary folders, and would.
+[[nodiscard]] inline std::wstring HostileArguments(std::mt19937& random,
+                                                   const std::vector<std::wstring>& paths) {
+    static const std::array<std::wstring, 20> kSwitches{
+        L"",    L"",     L"",    L"/B ", L"/b\t",     L"/Backup ",  L"/BACKUP",
+        L"/R ", L"/r",   L"/S ", L"/S",  L"/Startup", L"/Startup ", L"/Restore ",
+        L"-B ", L"\\B ", L"/",   L"--",  L"/? ",      L"/Author "};
+    static const std::array<std::wstring, 9> kAround{L"",   L"",  L"",   L"",    L"",
+                                                     L"\"", L" ", L"\t", L"\"\""};
+    const auto oneOf = [&random](const auto& texts) {
+        return texts[static_cast<std::size_t>(
+            HostileNumber(random, static_cast<int>(texts.size())))];
+    };
+    std::wstring text;
+    for (int parts = HostileNumber(random, 4) / 2 + 1; parts > 0; --parts) {
+        text += oneOf(kSwitches);
+        text += oneOf(kAround);
+        text += HostileNumber(random, 3) != 0 ? oneOf(paths) : HostileText(random);
+        text += oneOf(kAround);
+    }
+    // It ends where the system's own text would, and is no longer than one may be.
+    text.resize(std::min({text.find(L'\0'), text.size(), std::size_t{32'000}}));
+    for (std::size_t i = 1; i < text.size(); ++i) {
+        if (text[i - 1] == L'/' && (text[i] == L'D' || text[i] == L'd')) text[i] = L'x';
+    }
+    return text;
 }
 
 }  // namespace vw::test
