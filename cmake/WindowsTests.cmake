@@ -122,8 +122,10 @@ if(TARGET windows_tests)
     add_dependencies(windows_tests canary)
 endif()
 
-# save_point.exe: what tests/checks/save_points.sh works the main window with.
-add_executable(save_point ${CMAKE_SOURCE_DIR}/tests/windows/tools/SavePoint.cpp)
+# save_point.exe: what tests/checks/save_points.sh and full_disk.sh work the main window with.
+add_executable(save_point
+    ${CMAKE_SOURCE_DIR}/tests/windows/tools/SavePoint.cpp
+    ${CMAKE_SOURCE_DIR}/tests/system/ProgramWindows.cpp)
 target_link_libraries(save_point PRIVATE vw_platform vw_flags)
 target_link_options(save_point PRIVATE -municode)
 set_target_properties(save_point PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)

@@ -3,6 +3,9 @@
 # and the copies that stand there stay as they are, however often it is tried. The small item behind
 # the large one is backed up all the same. With room on the disk the next run does everything.
 #
+# And a list on a disk that has no room at all, edited in the window: each save tells that the disk is
+# full and leaves the old list, and with room the edits are saved.
+#
 # Only root can make a small disk; for others this check says so and passes.
 #
 # VW_BUILD=FOLDER   the build folder (default build/release)
@@ -11,6 +14,7 @@ cd "$(dirname "$(readlink -f "$0")")/../.."
 
 checkName=full_disk
 source tests/checks/support/killed_world.bash
+source tests/checks/support/driven_window.bash
 readonly disk=$folder/disk home=$folder/home
 readonly kept=2
 runs=0
@@ -21,6 +25,7 @@ removeDisk() {
 }
 
 finish() {
+    endWindow
     scripts/wine --end
     removeDisk
 }
@@ -53,6 +58,28 @@ backUp() {
     run '/B K:\List.vwl'
     [[ $exitCode -eq $1 ]] || fail "run $runs: exit code $exitCode instead of $1: $(<"$folder/reports")"
     [[ -z $(find "$disk" -name '*.vw*-*') ]] || fail "run $runs left working entries"
+}
+
+# saveList: edits the list that lies on the disk, which is filled to its last block meanwhile.
+saveList() {
+    local edit filler=$disk/filler
+    readonly edits=3
+    prepareWindow disk/app
+    listOf 1 >"$listFile"
+    openWindow
+    head -c 1G /dev/zero 2>/dev/null >"$filler" || true
+    [[ $(df --output=avail "$disk" | tail -n 1) -eq 0 ]] || fail 'the disk is not full'
+    for ((edit = 1; edit <= edits; edit++)); do
+        tell delete held
+        tell error 61
+        tell wait ready
+        cmp -s "$listFile" <(listOf 1) || fail "edit $edit on a full disk: the old list is lost"
+    done
+    rm "$filler"
+    closeWindow
+    cmp -s "$listFile" <(listOf $((edits + 1))) || fail 'with room: the edits are not saved'
+    [[ $(ls "$disk/app") == $'FilesList.vwl\nVaultwright.exe' ]] || fail "left: $(ls "$disk/app")"
+    rm -r "$disk/app"
 }
 
 if [[ $(id -u) -ne 0 ]]; then
@@ -91,4 +118,5 @@ same 1 $((kept + 4))
 same 2 2
 [[ $(<"$disk/small«0001».txt") == $((kept + 4)) ]] || fail 'the small item was lost'
 [[ $(find "$disk" -mindepth 1 -maxdepth 1 | wc -l) -eq 6 ]] || fail "unexplained: $(ls "$disk")"
-echo "$((kept + 2)) runs on a full disk, $runs in all"
+saveList
+echo "$((kept + 2)) runs on a full disk, $runs in all; $edits saves of a list"

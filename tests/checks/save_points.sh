@@ -19,54 +19,13 @@ RANDOM=${SAVE_SEED:-1}
 
 checkName=save_points
 source tests/checks/support/killed_world.bash
-readonly window='K:\app\Vaultwright.exe' items=12
-readonly listFile=$folder/app/FilesList.vwl
+source tests/checks/support/driven_window.bash
 readonly calls='write,writev,pwrite64,fsync,fdatasync'
 killed=0 old=0 saves=0
-process=
 
 finish() {
-    [[ -z ${hand_PID:-} ]] || kill "$hand_PID" 2>/dev/null || true
-    [[ -z $process ]] || kill -KILL "$process" 2>/dev/null || true
+    endWindow
     scripts/wine --end
-}
-
-prepare() {
-    local i
-    prepareFolder
-    trap finish EXIT
-    mkdir "$folder/app" "$folder/home"
-    mv "$folder/Vaultwright.exe" "$folder/app/"
-    cp "$build/tests/save_point.exe" "$folder/"
-    for ((i = 1; i <= items; i++)); do echo "$i" >"$folder/home/file$i.txt"; done
-    scripts/wine reg.exe add 'HKCU\Software\Tallowmere.Net\Vaultwright' /v Arabic /d 0 /f >/dev/null
-    takeEnvironment
-    coproc hand { exec "$wineLoader" 'K:\save_point.exe' 'K:\app\FilesList.vwl' 2>/dev/null; }
-}
-
-# tell COMMAND ANSWER...: one of these answers has to come. Sets answer.
-tell() {
-    local command=$1
-    shift
-    echo "$command" >&"${hand[1]}"
-    read -r -t 60 answer <&"${hand[0]}" || fail "no answer to \"$command\""
-    answer=${answer%$'\r'}
-    [[ " $* " == *" $answer "* ]] || fail "\"$command\" was answered with \"$answer\""
-}
-
-# listOf FIRST [GONE]: a list of the items from this one on.
-listOf() {
-    local i
-    printf '%s\r\n' 'BackupTo: K:\Vault' 'Backages: 3'
-    [[ $# -eq 1 ]] || printf '%s\r\n' 'K:\home\gone.txt'
-    for ((i = $1; i <= items; i++)); do printf 'K:\\home\\file%s.txt\r\n' "$i"; done
-}
-
-openWindow() {
-    "$wineLoader" "$window" </dev/null >/dev/null 2>&1 &
-    process=$!
-    disown "$process"
-    tell wait ready
 }
 
 # saveUnderStrace [NAME NUMBER]: the first item is taken off the list, and the program killed before
@@ -87,11 +46,6 @@ saveUnderStrace() {
     tell save "done" gone
     [[ $answer == gone ]] || kill "$watcher" 2>/dev/null || true
     wait "$watcher" 2>/dev/null || true
-}
-
-closeWindow() {
-    tell close gone
-    process=
 }
 
 # stepsOfSave: the calls of the program's window in a save, one on a line: name, and number among the
@@ -126,7 +80,9 @@ lookAt() {
     [[ -z $(find "$folder/app" -name '*.tmp' -o -name '*.new') ]] || fail "after $1: left-overs"
 }
 
-prepare
+prepareFolder
+trap finish EXIT
+prepareWindow app
 listOf 1 gone >"$folder/old"
 listOf 2 >"$folder/new"
 cp "$folder/old" "$listFile"
