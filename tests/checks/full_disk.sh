@@ -16,7 +16,7 @@ checkName=full_disk
 source tests/checks/support/killed_world.bash
 source tests/checks/support/driven_window.bash
 readonly disk=$folder/disk home=$folder/home
-readonly kept=2
+readonly kept=2 block=4096
 runs=0
 
 removeDisk() {
@@ -60,7 +60,8 @@ backUp() {
     [[ -z $(find "$disk" -name '*.vw*-*') ]] || fail "run $runs left working entries"
 }
 
-# saveList: edits the list that lies on the disk, which is filled to its last block meanwhile.
+# saveList: edits the list that lies on the disk, which is filled to its last block meanwhile. Then
+# there is room for the first file of a save only, not for the one that takes the list's place.
 saveList() {
     local edit filler=$disk/filler
     readonly edits=3
@@ -70,6 +71,7 @@ saveList() {
     head -c 1G /dev/zero 2>/dev/null >"$filler" || true
     [[ $(df --output=avail "$disk" | tail -n 1) -eq 0 ]] || fail 'the disk is not full'
     for ((edit = 1; edit <= edits; edit++)); do
+        ((edit < edits)) || truncate -s -"$block" "$filler"
         tell delete held
         tell error 61
         tell wait ready
