@@ -14,6 +14,8 @@
 namespace vw::test {
 namespace {
 
+constexpr DWORD kAttributes = FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN;
+
 class RoundTrip : public RestoreWorld {
   protected:
     /// An item and its states, newest first.
@@ -36,9 +38,17 @@ class RoundTrip : public RestoreWorld {
         return bytes;
     }
 
+    /// Writes a file anew, protected or hidden as it comes.
+    void Write(const std::wstring& path) {
+        if (Exists(tree.Path(path))) tree.SetAttributes(path, kAttributes, false);
+        tree.File(path, Bytes(), NextDate());
+        if (Number(0, 3) == 0) tree.SetAttributes(path, FILE_ATTRIBUTE_READONLY);
+        if (Number(0, 3) == 0) tree.SetAttributes(path, FILE_ATTRIBUTE_HIDDEN);
+    }
+
     void Change(const Item& item) {
         if (!item.path.ends_with(L'\\')) {
-            tree.File(item.path, Bytes(), NextDate());
+            Write(item.path);
             return;
         }
         static const std::vector<std::wstring> names{L"a.txt", L"Sub\\b.bin", L"Sub\\Deep\\c",
@@ -46,17 +56,28 @@ class RoundTrip : public RestoreWorld {
         for (const std::wstring& name : names) {
             const int chance = Number(0, 3);
             if (chance == 0) tree.Remove(item.path + name);
-            if (chance > 1) tree.File(item.path + name, Bytes(), NextDate());
+            if (chance > 1) Write(item.path + name);
         }
         tree.Folder(item.path + L"Empty");
-        tree.File(item.path + L"always.txt", Bytes(), NextDate());
+        Write(item.path + L"always.txt");
     }
 
     [[nodiscard]] Tree Now(const std::wstring& path) const {
-        const std::wstring full =
-            tree.Path(path.ends_with(L'\\') ? path.substr(0, path.size() - 1) : path);
-        if (path.ends_with(L'\\')) return ReadTree(full);
-        return {{L"", {false, ReadBytes(full), ReadDate(full)}}};
+        if (path.ends_with(L'\\')) return ReadTree(tree.Path(WithoutMark(path)));
+        // The file alone of all that stands in its folder.
+        const Tree all = ReadTree(tree.Path(path.substr(0, path.rfind(L'\\'))));
+        const auto file = all.find(path.substr(path.rfind(L'\\') + 1));
+        return file == all.end() ? Tree{} : Tree{{L"", file->second}};
+    }
+
+    /// Compares what was restored with what was backed up.
+    void Compare(const std::wstring& path, const Tree& state) {
+        EXPECT_EQ(Now(path), state);
+        for (const auto& [name, node] : state) {
+            readOnly_ += node.isReadOnly ? 1 : 0;
+            hidden_ += node.isHidden ? 1 : 0;
+        }
+        ++restored_;
     }
 
     void RestoreAll(Item& item) {
@@ -71,12 +92,11 @@ class RoundTrip : public RestoreWorld {
                 if (elsewhere) {
                     dialogs.Expect(tree.Path(L"Elsewhere\\any name"));
                     commands.mnuRestoreToClick();
-                    EXPECT_EQ(Now(L"Elsewhere\\" + NameOf(item)), item.states[i]);
+                    Compare(L"Elsewhere\\" + NameOf(item), item.states[i]);
                 } else {
                     commands.mnuRestoreClick();
-                    EXPECT_EQ(Now(item.path), item.states[i]);
+                    Compare(item.path, item.states[i]);
                 }
-                ++restored_;
             }
         }
     }
@@ -95,6 +115,8 @@ class RoundTrip : public RestoreWorld {
     std::mt19937 random_;
     int seconds_ = 0;
     int restored_ = 0;
+    int readOnly_ = 0;
+    int hidden_ = 0;
 };
 
 TEST_F(RoundTrip, HistoriesComeBackAsTheyWere) {
@@ -124,7 +146,9 @@ TEST_F(RoundTrip, HistoriesComeBackAsTheyWere) {
         }
         for (Item& item : items) RestoreAll(item);
     }
-    std::cout << restored_ << " copies restored and compared\n";
+    std::cout << restored_ << " copies restored and compared, " << readOnly_
+              << " files of them read-only, " << hidden_ << " hidden\n";
+    EXPECT_GT(readOnly_, 0);
     RecordProperty("restored", restored_);
 }
 

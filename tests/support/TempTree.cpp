@@ -77,6 +77,8 @@ void ReadInto(Tree& tree, const std::wstring& folder, const std::wstring& prefix
         } else {
             node.bytes = ReadBytes(path);
             node.date = localTime.DateOf(entry.ftLastWriteTime);
+            node.isReadOnly = (entry.dwFileAttributes & FILE_ATTRIBUTE_READONLY) != 0;
+            node.isHidden = (entry.dwFileAttributes & FILE_ATTRIBUTE_HIDDEN) != 0;
         }
     }
 }
@@ -103,6 +105,8 @@ FILETIME FileTimeOf(const DateParts& date) {
 std::ostream& operator<<(std::ostream& stream, const TreeNode& node) {
     if (node.isFolder) return stream << "a folder";
     stream << "a file of " << node.bytes.size() << " bytes, date " << node.date;
+    if (node.isReadOnly) stream << ", read-only";
+    if (node.isHidden) stream << ", hidden";
     if (node.bytes.size() <= 100) stream << ": " << testing::PrintToString(node.bytes);
     return stream;
 }

@@ -14,6 +14,9 @@ struct TreeNode {
     bool isFolder = false;
     std::string bytes;
     Date date = 0;  ///< local last-write date of a file; 0 for a folder, whose date nobody keeps
+    /// Of a file, as the system tells them; false for a folder, whose attributes nobody keeps.
+    bool isReadOnly = false;
+    bool isHidden = false;
 
     friend bool operator==(const TreeNode&, const TreeNode&) = default;
 };
