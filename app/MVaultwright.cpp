@@ -3,6 +3,7 @@
 #include "app/LanguageChoice.h"
 #include "app/LogonStart.h"
 #include "app/StartCommands.h"
+#include "fsutil/PathText.h"
 #include "platform/Conversions.h"
 #include "platform/ErrorTrap.h"
 #include "platform/EventPump.h"
@@ -92,13 +93,13 @@ void MVaultwright::Dispatch(const CommandLine& commandLine) {
         case StartAction::OpenItem: {
             const auto facts = system_.files.Look(argument);
             if (!facts) Raise(error_number::kListPathMissing, argument);
-            // The final "\" tells a folder item from a file; the shell passes folders without it.
-            const bool needsMark = facts->isFolder && !argument.ends_with(L'\\');
             state_.currentListPath = state_.SingleItemListPath();
             if (system_.files.Look(state_.currentListPath)) {
                 system_.files.EraseFile(state_.currentListPath);
             }
-            commands_.LoadSingleItem(needsMark ? argument + L"\\" : argument);
+            // The shell passes folders without their final "\".
+            commands_.LoadSingleItem(facts->isFolder ? MFileDosShell::WithSeparator(argument)
+                                                     : argument);
             commands_.ShowMainWindow();
             break;
         }
@@ -129,13 +130,11 @@ std::wstring MVaultwright::ExistingList(std::wstring_view argument) {
     return std::wstring(argument);
 }
 
-// File dialogs change the current folder, so a relative path is completed while it is still right.
+// What is relative now is another path for the next start.
 std::wstring MVaultwright::CompletedIfThere(const std::wstring& path) {
     if (path.empty() || !system_.files.Look(path)) return path;
-    std::wstring full = system_.files.FullPath(path);
-    // The final "\" tells a folder item from a file.
-    if (path.ends_with(L'\\') && !full.ends_with(L'\\')) full += L'\\';
-    return full;
+    const std::wstring full = system_.files.FullPath(path);
+    return path.ends_with(L'\\') ? MFileDosShell::WithSeparator(full) : full;
 }
 
 }  // namespace vw

@@ -11,20 +11,11 @@
 
 namespace vw {
 
-namespace {
-
-std::wstring WithSeparator(std::wstring_view path) {
-    std::wstring text(path);
-    if (!text.ends_with(L'\\')) text += L'\\';
-    return text;
-}
-
-}  // namespace
-
 void CPackage::BackupFolder(std::wstring_view sPackage, std::wstring_view folder,
                             std::wstring_view root, bool bSubFolder, CopyTally& tally) {
-    const std::wstring from = WithSeparator(folder);
-    const std::wstring to = WithSeparator(sPackage) + from.substr(WithSeparator(root).size());
+    const std::wstring from = MFileDosShell::WithSeparator(folder);
+    const std::wstring to = MFileDosShell::WithSeparator(sPackage) +
+                            from.substr(MFileDosShell::WithSeparator(root).size());
     SourceFolder source;
     const bool read = CopyStep(L"BackupFolder", 0, tally, [&] {
         source = ReadSourceFolder(system_.files, from);

@@ -40,6 +40,12 @@ std::wstring CFileFirstName(std::wstring_view path) {
     return name;
 }
 
+std::wstring WithSeparator(std::wstring_view path) {
+    std::wstring text(path);
+    if (!text.ends_with(L'\\')) text += L'\\';
+    return text;
+}
+
 std::wstring& QuoteRmove(std::wstring& text) {
     if (text.size() > 2 && text.front() == L'"' && text.back() == L'"') {
         text.pop_back();

@@ -93,7 +93,7 @@ bool BackupList::FileSave() {
             const std::string bytes =
                 EncodeList(state_.BackupTo, state_.copiesCount, rows_.Paths(), system_.ansi);
             ReplaceList(system_.files, state_.temporaryListPath, state_.currentListPath, bytes,
-                        droppedItems_ || ChangedByOthers());
+                        droppedItems_, known_);
             droppedItems_ = false;
             known_ = bytes;
         } catch (...) {
@@ -102,12 +102,6 @@ bool BackupList::FileSave() {
         }
     });
     return !state_.listModified;
-}
-
-// Another window with the same list has saved it since.
-bool BackupList::ChangedByOthers() const {
-    return known_ && system_.files.Look(state_.currentListPath) &&
-           system_.files.Read(state_.currentListPath) != *known_;
 }
 
 bool BackupList::GetList() {

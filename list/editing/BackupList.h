@@ -72,7 +72,6 @@ class BackupList {
   private:
     /// Shows a list's text; true when it has lines that the window does not show.
     [[nodiscard]] bool Load(std::wstring_view text);
-    [[nodiscard]] bool ChangedByOthers() const;
     void ReadDestination(std::wstring_view value);
     [[nodiscard]] bool AskForList(FileDialogKind kind, std::uint32_t flags);
 

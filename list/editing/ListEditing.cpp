@@ -192,8 +192,7 @@ void ListEditing::lsvBackupList_OLEDragDrop(const std::vector<std::wstring>& pat
         for (const std::wstring& path : paths) {
             const auto facts = system_.files.Look(path);
             if (!facts) continue;
-            const bool needsMark = facts->isFolder && !path.ends_with(L'\\');
-            rows_.AddToList(needsMark ? path + L"\\" : path);
+            rows_.AddToList(facts->isFolder ? WithSeparator(path) : path);
             system_.pump.DoEventsIfDue();
         }
     }

@@ -1,7 +1,5 @@
 #include "list/editing/ListSaving.h"
 
-#include <string>
-
 #include "platform/FileSystem.h"
 #include "platform/NamedLock.h"
 #include "platform/RuntimeError.h"
@@ -47,7 +45,7 @@ void WriteInPlace(FileSystem& files, std::wstring_view listPath, const std::wstr
 }  // namespace
 
 void ReplaceList(FileSystem& files, std::wstring_view temporaryPath, std::wstring_view listPath,
-                 std::string_view bytes, bool keepOld) {
+                 std::string_view bytes, bool keepOld, const std::optional<std::string>& known) {
     // All windows share the temporary file, and those with the same list the names beside it: they
     // take turns, with both locks in the same order.
     NamedLock temporaryTurn(L"list", temporaryPath);
@@ -60,7 +58,9 @@ void ReplaceList(FileSystem& files, std::wstring_view temporaryPath, std::wstrin
         Raise(error_number::kAccessError, listPath);
     }
     files.Write(temporaryPath, bytes, Flush::Yes);
-    if (keepOld) KeepOldList(files, listPath);
+    // Another window with the same list may have saved it since.
+    const bool changedByOthers = known && facts && files.Read(listPath) != *known;
+    if (keepOld || changedByOthers) KeepOldList(files, listPath);
     const std::wstring next = std::wstring(listPath) + L".new";
     try {
         files.Write(next, bytes, Flush::Yes);

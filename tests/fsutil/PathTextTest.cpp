@@ -125,5 +125,11 @@ TEST(PathText, QuoteLooksAtTheFirstCharacterOnly) {
     }
 }
 
+TEST(PathText, AFolderHasOneFinalSeparator) {
+    EXPECT_EQ(WithSeparator(L"C:\\A"), L"C:\\A\\");
+    EXPECT_EQ(WithSeparator(L"C:\\A\\"), L"C:\\A\\");
+    EXPECT_EQ(WithSeparator(L"C:\\"), L"C:\\");
+}
+
 }  // namespace
 }  // namespace vw::MFileDosShell

@@ -153,6 +153,7 @@ TEST_F(ShippedProgramFile, LoadsNothingFromItsOwnFolder) {
         libraries.erase(known);
     }
     EXPECT_THAT(libraries, testing::IsEmpty());
+    EXPECT_THAT(bytes, HasSubstr("SetDefaultDllDirectories")) << "for those that are loaded late";
 }
 
 /// The program file, opened for its resources.
