@@ -29,8 +29,7 @@ if(PURE_TESTS)
         WORKING_DIRECTORY ${CMAKE_BINARY_DIR})
     set_tests_properties(pure PROPERTIES
         TIMEOUT 600
-        LABELS cases
-        ENVIRONMENT "VW_TEST_DATA=${CMAKE_SOURCE_DIR}/tests/data")
+        LABELS cases)
 endif()
 
 if(fuzzers)

@@ -29,7 +29,6 @@ function(vw_windows_path path variable)
 endfunction()
 
 vw_windows_path(${CMAKE_BINARY_DIR}/bin/Vaultwright.exe programPath)
-vw_windows_path(${CMAKE_SOURCE_DIR}/tests/data testDataPath)
 file(MAKE_DIRECTORY ${CMAKE_BINARY_DIR}/reports)
 
 # Every test program runs in a Wine prefix of its own, so that they may run side by side: settings,
@@ -66,7 +65,7 @@ function(vw_add_tests name folder timeout)
     set_tests_properties(${name} PROPERTIES
         TIMEOUT ${timeout}
         LABELS cases
-        ENVIRONMENT "VW_PROGRAM=${programPath};VW_TEST_DATA=${testDataPath};VW_PREFIX=${CMAKE_BINARY_DIR}/prefix/${name}")
+        ENVIRONMENT "VW_PROGRAM=${programPath};VW_PREFIX=${CMAKE_BINARY_DIR}/prefix/${name}")
 endfunction()
 
 vw_add_tests(platform platform 600)
@@ -129,36 +128,3 @@ add_executable(save_point
 target_link_libraries(save_point PRIVATE vw_platform vw_flags)
 target_link_options(save_point PRIVATE -municode)
 set_target_properties(save_point PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
-
-# Tools for the eye, started by hand: tests/tools/FormShow.exe shows one form with sample data.
-file(GLOB toolSources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/tools/*.cpp)
-if(toolSources AND TARGET vw_ui)
-    add_executable(FormShow ${toolSources})
-    vw_add_resources(FormShow)
-    target_link_libraries(FormShow PRIVATE vw_ui vw_flags)
-    target_link_options(FormShow PRIVATE -municode)
-    set_target_properties(FormShow PROPERTIES
-        RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests/tools)
-endif()
-
-# Shots.exe: works the program for the pictures of scripts/shots.
-file(GLOB shotSources CONFIGURE_DEPENDS
-    ${CMAKE_SOURCE_DIR}/tests/shots/*.cpp ${CMAKE_SOURCE_DIR}/tests/windows/Driven*.cpp
-    ${CMAKE_SOURCE_DIR}/tests/system/Program*.cpp)
-if(shotSources AND TARGET Vaultwright)
-    add_executable(Shots ${shotSources})
-    target_link_libraries(Shots PRIVATE vw_testsupport gmock vw_flags)
-    target_link_options(Shots PRIVATE -municode)
-    set_target_properties(Shots PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests/tools)
-    add_dependencies(Shots Vaultwright)
-endif()
-
-# Tools of scripts/bench, one program for each file.
-file(GLOB benchSources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/bench/*.cpp)
-foreach(source IN LISTS benchSources)
-    get_filename_component(tool ${source} NAME_WE)
-    add_executable(${tool} ${source})
-    target_link_libraries(${tool} PRIVATE vw_flags)
-    target_link_options(${tool} PRIVATE -municode)
-    set_target_properties(${tool} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests/tools)
-endforeach()

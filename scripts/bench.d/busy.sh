@@ -4,7 +4,7 @@
 title="in the window: $((folders * 20)) files copied; $((folders * 100)) unchanged"
 sides=(first-window first-silent unchanged-window unchanged-silent)
 comparisons=('first-window first-silent 1.15' 'unchanged-window unchanged-silent 1.15')
-windowRun=$(dirname "$program")/../tests/tools/WindowRun.exe
+windowRun=$(dirname "$program")/../tools/WindowRun.exe
 
 make() {
     [[ -f $windowRun ]] || fail 'WindowRun.exe is missing: run scripts/build'

@@ -2,7 +2,7 @@
 title="unchanged run, $((folders * 100)) small files in $folders folders"
 sides=(vaultwright walk dir xcopy-d rsync cp-u)
 comparisons=('vaultwright walk -' 'walk cp-u -' 'vaultwright dir 0.20' 'vaultwright xcopy-d -' 'vaultwright rsync -' 'vaultwright cp-u 1.5')
-bareWalk=$(dirname "$program")/../tests/tools/BareWalk.exe
+bareWalk=$(dirname "$program")/../tools/BareWalk.exe
 
 make() {
     local firstCopy

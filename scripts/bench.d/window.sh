@@ -3,7 +3,7 @@
 title='start to the painted window, 20 items'
 sides=(vaultwright notepad none)
 comparisons=('vaultwright notepad -' 'vaultwright none -')
-untilShown=$(dirname "$program")/../tests/tools/UntilShown.exe
+untilShown=$(dirname "$program")/../tools/UntilShown.exe
 readonly notepad='C:\windows\notepad.exe'
 
 make() {

@@ -18,7 +18,7 @@
 #include <vector>
 
 #include "platform/WindowEventPump.h"
-#include "tests/tools/SampleData.h"
+#include "tools/forms/SampleData.h"
 #include "ui/Form.h"
 #include "ui/Forms.h"
 

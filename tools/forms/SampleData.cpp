@@ -1,4 +1,4 @@
-#include "tests/tools/SampleData.h"
+#include "tools/forms/SampleData.h"
 
 #include <array>
 
