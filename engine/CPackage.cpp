@@ -95,7 +95,7 @@ void CPackage::MoveEntry(std::wstring_view from, std::wstring_view to) {
 }
 
 void CPackage::Tell(const RunText& text, std::wstring_view path) {
-    host_.Report(text.With(state_.arabic, path), false);
+    host_.Notice(text.With(state_.arabic, path));
 }
 
 }  // namespace vw

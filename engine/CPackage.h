@@ -41,6 +41,14 @@ class CPackage final : public CopyDates {
     void BackupPath(std::wstring_view sPath, std::int16_t iSP, bool bPathIsFolder, bool bSubFolder,
                     std::wstring_view sPackage = {});
 
+    /// Sets whether an item that does not exist keeps its copies as they are; otherwise they are
+    /// shifted up (the default).
+    void KeepCopiesOfMissingItems(bool keep) noexcept { keepMissing_ = keep; }
+
+    /// Whether the destination takes no copy of this item: one lies in the other, or the path of
+    /// one begins with that of the other.
+    [[nodiscard]] bool IsRefused(std::wstring_view path) const;
+
     /// Takes the destination from the current list (an empty list is made when it is missing) and
     /// checks it.
     void GetBackupTo();
@@ -131,7 +139,6 @@ class CPackage final : public CopyDates {
     // One item (CPackageItem.cpp).
     void BackUpItem(std::wstring_view path, std::int16_t location, bool isFolder, bool subFolders,
                     std::wstring_view givenCopy);
-    [[nodiscard]] bool IsRefused(std::wstring_view path) const;
     void Refuse(std::wstring_view path);
     void CheckFreeSpace(std::int64_t itemBytes);
     void MakeCopy(NewCopy& copy, bool isFolder, bool subFolders, bool mayRotate);
@@ -192,6 +199,7 @@ class CPackage final : public CopyDates {
     DateSeparators separators_;
     FileSystem::CopyProgress duringCopy_;
     std::wstring elsewhere_;  ///< where copies go instead of the destination of the list
+    bool keepMissing_ = false;
     bool visiting_ = false;
     std::unique_ptr<Destination> destination_;
     std::wstring refusedDestination_;

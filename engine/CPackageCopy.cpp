@@ -98,6 +98,7 @@ void CPackage::BackupFile(std::wstring_view destination, std::wstring_view sourc
         host_.Msg(L"Backing:", source, {}, false, false, false);
         system_.files.Copy(source, destination, duringCopy_);
     });
+    if (copied) host_.OnFileCopied(size);
     ++(copied ? tally.copied : tally.failed);
 }
 

@@ -62,6 +62,8 @@ void CPackage::BackUpItem(std::wstring_view path, std::int16_t location, bool is
                                          : error_number::kFileNotFound);
         host_.Report(L"تأكد من توفر المجلد التالي", false);
         host_.Report(path, true);
+        host_.OnItem(ItemEvent::Missing, path, {});
+        if (keepMissing_) return;
     }
     const MFileDosShell::Survey survey = MFileDosShell::SurveyOf(system_, *this, path, facts);
     NewCopy copy{.itemPath = std::wstring(path),
@@ -81,6 +83,7 @@ void CPackage::BackUpItem(std::wstring_view path, std::int16_t location, bool is
         if (copyDate == copy.newestDate) {
             host_.Report(L"No change since last backup for the path:", false);
             host_.Report(path, true);
+            host_.OnItem(ItemEvent::Unchanged, path, {});
             return;
         }
         // The copies make room when the new one stands, so that a copy that fails costs none of
@@ -92,6 +95,9 @@ void CPackage::BackUpItem(std::wstring_view path, std::int16_t location, bool is
         }
     }
     host_.Report(L"Backing: " + copy.itemPath, false);
+    host_.OnItem(ItemEvent::Copying, path,
+                 subFolders ? ItemSize{survey.treeFiles, survey.treeBytes}
+                            : ItemSize{survey.files, static_cast<std::uint64_t>(survey.bytes)});
     if (isFolder && !(facts && facts->isFolder)) Raise(error_number::kPathNotFound, path);
     MakeCopy(copy, isFolder, subFolders, mayRotate);
 }
@@ -118,6 +124,7 @@ void CPackage::MakeCopy(NewCopy& copy, bool isFolder, bool subFolders, bool mayR
         }
         if (!PlaceCopy(copy, mayRotate)) return;
         if (tally.cutShort) Tell(run_text::kIncomplete, copy.itemPath);
+        host_.OnItem(ItemEvent::Copied, copy.itemPath, {});
         if (!state_.cancelRequested) host_.Report(L"\tDone.", false);
     } catch (const RuntimeError&) {
         if (!copy.ready) Remove(copy.entry);
@@ -137,6 +144,7 @@ void CPackage::Refuse(std::wstring_view path) {
     system_.exitStatus.Note(error_number::kAccessError);
     host_.Report(L"لا يمكن نسخ المسار التالي إلى المجلد المحدد", false);
     host_.Report(path, true);
+    host_.OnItem(ItemEvent::Refused, path, {});
 }
 
 // For a folder only the files directly in it count; a destination that is no fixed disk is not

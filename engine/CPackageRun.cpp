@@ -87,6 +87,7 @@ void CPackage::BackupItem(std::wstring_view path) {
 }
 
 void CPackage::BackUpUnderLock(std::wstring_view path, bool isFolder, bool subFolders) {
+    host_.OnItem(ItemEvent::Started, path, {});
     ErrorOnBackupFolderNotExists();
     Entrance entrance = Entrance::Refused;
     Trapped(system_.errors, EngineProcedure(L"BackupPath"), [&] { entrance = EnterDestination(); });

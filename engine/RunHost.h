@@ -1,8 +1,25 @@
 #pragma once
 
+#include <cstdint>
 #include <string_view>
 
 namespace vw {
+
+/// What a run reports of one item of its list.
+enum class ItemEvent {
+    Started,    ///< its turn has come
+    Missing,    ///< it does not exist
+    Refused,    ///< it holds the destination or lies in it
+    Unchanged,  ///< copy 1 is up to date
+    Copying,    ///< a new copy is being written
+    Copied,     ///< the new copy is in its place, with the files that could be read
+};
+
+/// How much of an item a copy takes.
+struct ItemSize {
+    std::uint64_t files = 0;
+    std::uint64_t bytes = 0;
+};
 
 /// What a backup run asks of the windows above it: to show how it goes, and to end.
 class RunHost {
@@ -18,6 +35,15 @@ class RunHost {
 
     /// Adds a line to the report of the run.
     virtual void Report(std::wstring_view text, bool wait) = 0;
+
+    /// Adds a line about something unusual to the report, in the language of the program.
+    virtual void Notice(std::wstring_view text) { Report(text, false); }
+
+    /// One item has got this far. `size` is what there is to copy, for ItemEvent::Copying only.
+    virtual void OnItem(ItemEvent, std::wstring_view /*path*/, const ItemSize& /*size*/) {}
+
+    /// One more file of the item has been copied.
+    virtual void OnFileCopied(std::uint64_t /*bytes*/) {}
 
     /// The run has gone through its whole list.
     virtual void BusyHide(bool pause) = 0;

@@ -211,14 +211,20 @@ Date NewestDateOf(System& system, CopyDates& copyDates, std::wstring_view path) 
 Survey SurveyOf(System& system, CopyDates& copyDates, std::wstring_view path,
                 const std::optional<FileFacts>& facts) {
     Survey survey;
-    const auto addDirect = [&](std::uint64_t bytes, bool direct) {
-        if (direct) survey.bytes += static_cast<std::int64_t>(bytes);
+    const auto add = [&](std::uint64_t bytes, bool direct) {
+        ++survey.treeFiles;
+        survey.treeBytes += bytes;
+        if (!direct) return;
+        ++survey.files;
+        survey.bytes += static_cast<std::int64_t>(bytes);
     };
-    FindNewestDate(system, copyDates, path, facts, survey.newest, addDirect);
+    FindNewestDate(system, copyDates, path, facts, survey.newest, add);
     if (!facts) {
         survey.bytes = -1;
     } else if (!facts->isFolder) {
         survey.bytes = static_cast<std::int64_t>(facts->size);
+        survey.files = survey.treeFiles = 1;
+        survey.treeBytes = facts->size;
     } else if (NamesCopy(path)) {
         survey.bytes = PathSize(system, path);
     }

@@ -62,8 +62,11 @@ struct SizeAndDate {
 
 /// What a backup has to know of an item before it decides.
 struct Survey {
-    Date newest = 0;         ///< that of PathDate
-    std::int64_t bytes = 0;  ///< that of PathSize: of a folder the files directly in it
+    Date newest = 0;              ///< that of PathDate
+    std::int64_t bytes = 0;       ///< that of PathSize: of a folder the files directly in it
+    std::uint64_t files = 0;      ///< the files that `bytes` belong to
+    std::uint64_t treeFiles = 0;  ///< of a folder those of its whole tree
+    std::uint64_t treeBytes = 0;
 };
 
 /// Surveys an item, of which `facts` were just told, in one walk. A backup must not go on without

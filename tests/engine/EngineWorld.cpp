@@ -56,6 +56,21 @@ void RecordingHost::BusyHide(bool pause) { log.push_back(L"[BusyHide " + Truth(p
 
 void RecordingHost::Ready(bool flag) { log.push_back(L"[Ready " + Truth(flag) + L"]"); }
 
+void RecordingHost::OnItem(ItemEvent event, std::wstring_view path, const ItemSize& size) {
+    static constexpr const wchar_t* kNames[] = {L"started ",   L"missing ", L"refused ",
+                                                L"unchanged ", L"copying ", L"copied "};
+    std::wstring line = kNames[static_cast<int>(event)] + std::wstring(path);
+    if (event == ItemEvent::Copying) {
+        line += L" " + std::to_wstring(size.files) + L" files " + std::to_wstring(size.bytes) +
+                L" bytes";
+    }
+    events.push_back(Short(line));
+}
+
+void RecordingHost::OnFileCopied(std::uint64_t bytes) {
+    events.push_back(L"file " + std::to_wstring(bytes));
+}
+
 void RecordingHost::EndAtOnce() {
     log.push_back(L"[EndAtOnce]");
     throw ProgramEnded{exitStatus_.Code()};

@@ -52,6 +52,8 @@ class RecordingHost final : public RunHost, public ErrorSink {
     void BusyHide(bool pause) override;
     void Ready(bool flag) override;
     void DuringCopy() override { ++repaints; }
+    void OnItem(ItemEvent event, std::wstring_view path, const ItemSize& size) override;
+    void OnFileCopied(std::uint64_t bytes) override;
     [[noreturn]] void EndAtOnce() override;
     void Tell(const Procedure& where, const RuntimeError& error) override;
 
@@ -61,6 +63,7 @@ class RecordingHost final : public RunHost, public ErrorSink {
     Lines log;
     std::vector<ShownMessage> messages;
     int repaints = 0;
+    Lines events;  ///< what OnItem and OnFileCopied were called with
 
   private:
     std::wstring root_;

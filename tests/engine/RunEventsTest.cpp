@@ -1,0 +1,78 @@
+// What a run reports of each item, besides the lines of the report.
+
+#include <gtest/gtest.h>
+
+#include "platform/ExitStatus.h"
+#include "platform/RuntimeError.h"
+#include "tests/engine/EngineWorld.h"
+
+namespace vw::test {
+namespace {
+
+class RunEvents : public testing::Test {
+  protected:
+    /// The events of one run of the list.
+    Lines EventsOfRun() {
+        world_.host.events.clear();
+        world_.Run();
+        return world_.host.events;
+    }
+
+    EngineWorld world_;
+};
+
+TEST_F(RunEvents, ChangedFolder_ReportsTotalsOfItsTreeAndEachFile) {
+    world_.tree.File(L"Work\\a.txt", "12345", Day(1));
+    world_.tree.File(L"Work\\Sub\\b.txt", "123", Day(1));
+    world_.List({L"Work\\"});
+    EXPECT_EQ(EventsOfRun(), (Lines{L"started ~\\Work\\", L"copying ~\\Work\\ 2 files 8 bytes",
+                                    L"file 5", L"file 3", L"copied ~\\Work\\"}));
+}
+
+TEST_F(RunEvents, ChangedRule_ReportsTotalsOfTheFilesDirectlyInIt) {
+    world_.tree.File(L"Work\\a.txt", "12345", Day(1));
+    world_.tree.File(L"Work\\Sub\\b.txt", "123", Day(1));
+    world_.List({L"Work\\*"});
+    EXPECT_EQ(EventsOfRun(), (Lines{L"started ~\\Work\\*", L"copying ~\\Work 1 files 5 bytes",
+                                    L"file 5", L"copied ~\\Work"}));
+}
+
+TEST_F(RunEvents, ChangedFile_ReportsItself) {
+    world_.tree.File(L"a.txt", "1234", Day(1));
+    world_.List({L"a.txt"});
+    EXPECT_EQ(EventsOfRun(), (Lines{L"started ~\\a.txt", L"copying ~\\a.txt 1 files 4 bytes",
+                                    L"file 4", L"copied ~\\a.txt"}));
+}
+
+TEST_F(RunEvents, UnchangedRefusedAndMissingItems_AreReportedAsSuch) {
+    world_.tree.File(L"a.txt", "1", Day(1));
+    world_.List({L"a.txt", L"Store\\", L"gone.txt"});
+    world_.Run();
+    EXPECT_EQ(EventsOfRun(),
+              (Lines{L"started ~\\a.txt", L"unchanged ~\\a.txt", L"started ~\\Store\\",
+                     L"refused ~\\Store\\", L"started ~\\gone.txt", L"missing ~\\gone.txt",
+                     L"unchanged ~\\gone.txt"}));
+}
+
+TEST_F(RunEvents, MissingItem_KeepsItsCopiesWhenAsked) {
+    world_.List({L"a.txt", L"Work\\"}, 3);
+    for (int step = 1; step <= 3; ++step) {
+        world_.tree.File(L"a.txt", std::to_string(step), Day(step));
+        world_.tree.File(L"Work\\b.txt", std::to_string(step), Day(step));
+        world_.Run();
+    }
+    const Listing before = world_.Copies();
+    world_.tree.Remove(L"a.txt");
+    world_.tree.Remove(L"Work");
+    const RunResult run = world_.With([](CPackage& engine) {
+        engine.KeepCopiesOfMissingItems(true);
+        engine.BackupAll();
+    });
+    EXPECT_EQ(run.exitCode, error_number::kFileNotFound);
+    EXPECT_TRUE(run.errors.empty());
+    EXPECT_EQ(world_.Copies(), before);
+    EXPECT_EQ(run.lines, Missing(L"~\\a.txt") + Missing(L"~\\Work\\") + kDone);
+}
+
+}  // namespace
+}  // namespace vw::test
