@@ -2,13 +2,10 @@
 set(VW_ROOMS "")
 
 # vw_add_room(<name> <folder>): makes the static library vw_<name> of the folder's sources and links
-# the rooms made so far to it. A room without files is left out.
+# the rooms made so far to it.
 function(vw_add_room name folder)
     file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/${folder}/*.cpp)
     list(REMOVE_ITEM sources ${CMAKE_SOURCE_DIR}/app/main.cpp)
-    if(NOT sources)
-        return()
-    endif()
 
     set(roomsToTheLeft ${VW_ROOMS})
     list(REVERSE roomsToTheLeft)

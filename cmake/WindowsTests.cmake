@@ -80,8 +80,9 @@ vw_add_tests(app app 600)
 vw_add_tests(system system 1200)
 vw_add_tests(windows windows 1200)
 if(TARGET system_tests)
-    # They read the version of the program as the system does.
+    # They read the version of the program as the system does, and compare it with the project's.
     target_link_libraries(system_tests PRIVATE version)
+    target_include_directories(system_tests PRIVATE ${CMAKE_BINARY_DIR}/generated)
 endif()
 if(TARGET windows_tests)
     # They start the program as the other tests of the whole program do.

@@ -2,7 +2,7 @@
 
 namespace vw {
 
-/// The four parts of a program's version, as in 1.2.0.133.
+/// The four parts of a program's version.
 struct ProgramVersion {
     int major = 0;
     int minor = 0;

@@ -13,6 +13,7 @@
 #include "platform/Utf8.h"
 #include "platform/WindowsHeader.h"
 #include "tests/system/ProgramCopy.h"
+#include "ui/VersionNumbers.h"
 #include "ui/resource.h"
 
 namespace vw::test {
@@ -192,11 +193,11 @@ TEST_F(ProgramResources, TellItsVersionInFull) {
     const std::map<std::wstring, std::wstring> expected = {
         {L"CompanyName", L"Tallowmere.Net"},
         {L"FileDescription", L"Vaultwright"},
-        {L"FileVersion", L"1.2.0.133"},
+        {L"FileVersion", FromUtf8(VW_VERSION_TEXT)},
         {L"InternalName", L"Vaultwright"},
         {L"OriginalFilename", L"Vaultwright.exe"},
         {L"ProductName", L"Vaultwright"},
-        {L"ProductVersion", L"1.2.0.133"},
+        {L"ProductVersion", FromUtf8(VW_VERSION_TEXT)},
     };
     for (const auto& [name, text] : expected) {
         void* found = nullptr;
@@ -210,15 +211,17 @@ TEST_F(ProgramResources, TellItsVersionInFull) {
     UINT length = 0;
     ASSERT_TRUE(VerQueryValueW(record.data(), L"\\", &found, &length));
     const auto* fixed = static_cast<const VS_FIXEDFILEINFO*>(found);
-    EXPECT_EQ(fixed->dwFileVersionMS, (1UL << 16) + 2);
-    EXPECT_EQ(fixed->dwFileVersionLS, 133UL);
+    constexpr WORD kNumbers[] = {VW_VERSION_NUMBERS};
+    EXPECT_EQ(fixed->dwFileVersionMS, DWORD{MAKELONG(kNumbers[1], kNumbers[0])});
+    EXPECT_EQ(fixed->dwFileVersionLS, DWORD{MAKELONG(kNumbers[3], kNumbers[2])});
     EXPECT_EQ(fixed->dwFileFlags & VS_FF_DEBUG, 0UL);
 }
 
 TEST_F(ProgramResources, AskForNoRightsAndForModernWindows) {
     const std::string manifest = Resource(MAKEINTRESOURCEW(1), MAKEINTRESOURCEW(24));
-    for (const char* part : {R"(level="asInvoker")", "Microsoft.Windows.Common-Controls",
-                             "PerMonitorV2", "longPathAware"}) {
+    for (const char* part :
+         {R"(level="asInvoker")", "Microsoft.Windows.Common-Controls", "PerMonitorV2",
+          "longPathAware", R"(name="Tallowmere.Vaultwright" version=")" VW_VERSION_TEXT}) {
         EXPECT_THAT(manifest, HasSubstr(part));
     }
 }
