@@ -72,9 +72,10 @@ const MainCommand* MainCommand::Find(std::wstring_view menu, std::wstring_view k
 // list takes the window.
 bool MainWindow::MayLeaveList() {
     if (parts_->list.FileSave()) return true;
-    const auto* question =
-        state_.arabic ? L"تعذّر حفظ التغييرات في هذه القائمة. هل تريد تركها رغم ذلك؟"
-                      : L"The changes to this list could not be saved. Leave it all the same?";
+    const auto* question = state_.arabic ? L"تعذّر حفظ التغييرات في هذه القائمة. هل تريد الانتقال "
+                                           L"إلى قائمة أخرى وفقدان هذه التغييرات؟"
+                                         : L"The changes to this list could not be saved. Open "
+                                           L"another list and lose these changes?";
     return system_.boxes.MsgBox({.text = question,
                                  .buttons = BoxButtons::YesNo,
                                  .rightToLeft = state_.arabic,
@@ -101,7 +102,7 @@ void MainWindow::mnuFileCloseClick(int) { parts_->list.DoClose(); }
 
 void MainWindow::mnuBackupClick(int) {
     if (parts_->list.Rows().Count() == 0) {
-        system_.boxes.MsgBox({.text = form_.Text(L"lblNoFileToBack")});
+        system_.boxes.MsgBox({.text = form_.Text(L"lblNoFileToBack"), .rightToLeft = true});
         return;
     }
     // The engine reads the file, so the file has to say what the window shows.
@@ -129,7 +130,7 @@ void MainWindow::mnuDelAllClick(int) { parts_->editing.mnuDelAllClick(); }
 // Of a rule its folder opens.
 void MainWindow::mnuOpenClick(int) {
     if (parts_->list.Rows().Count() == 0) {
-        system_.boxes.MsgBox({.text = form_.Text(L"lblNoFileToBack")});
+        system_.boxes.MsgBox({.text = form_.Text(L"lblNoFileToBack"), .rightToLeft = true});
         return;
     }
     std::wstring path = SubItem(parts_->list.Rows().List(), L"Path");
@@ -189,8 +190,10 @@ void MainWindow::mnuToolRepairClick(int) {
     MFileDosShell::QuoteRmove(folder);
     if (folder.empty()) return;
     const std::wstring question =
-        state_.arabic ? L"هل تريد تحويل أسماء كل الملفات والمجلدات في هذا المجلد إلى أحرف صغيرة؟"
-                      : L"Give every file and folder in this folder a lower-case name?";
+        state_.arabic ? L"هل تريد تحويل الأحرف الكبيرة في أسماء كل الملفات والمجلدات داخل هذا "
+                        L"المجلد إلى أحرف صغيرة؟ لا يمكن التراجع عن ذلك."
+                      : L"Give every file and folder in this folder a lower-case name? This cannot "
+                        L"be undone.";
     if (system_.boxes.MsgBox({.text = question + L"\r\n" + folder,
                               .buttons = BoxButtons::YesNo,
                               .rightToLeft = state_.arabic,

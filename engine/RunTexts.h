@@ -5,27 +5,31 @@
 
 namespace vw {
 
-/// A report line of the run in both interface languages; the path concerned follows it.
+/// A report line of the run in both interface languages. The path concerned follows it: behind the
+/// English text on the same line, below the Arabic text on a line of its own, because a line of
+/// both directions would be shown in the order of neither.
 struct RunText {
     std::wstring_view english;
     std::wstring_view arabic;
 
     [[nodiscard]] std::wstring With(bool inArabic, std::wstring_view path) const {
-        return std::wstring(inArabic ? arabic : english) + L" " + std::wstring(path);
+        return std::wstring(inArabic ? arabic : english) + (inArabic ? L"\r\n" : L" ") +
+               std::wstring(path);
     }
 };
 
 namespace run_text {
-inline constexpr RunText kLinkLeftOut{L"Link left out:", L"تم تجاوز الارتباط:"};
+inline constexpr RunText kLinkLeftOut{L"Link left out:", L"تم تخطي الارتباط التالي"};
 inline constexpr RunText kIncomplete{L"Cancelled, copy 1 is incomplete:",
-                                     L"أُلغيت العملية والنسخة رقم 1 غير كاملة:"};
+                                     L"أُلغيت العملية، والنسخة رقم 1 غير كاملة"};
 inline constexpr RunText kChangedMeanwhile{L"Changed while it was copied:",
-                                           L"تغيّر الملف أثناء نسخه:"};
+                                           L"تغيّر الملف التالي أثناء نسخه"};
 inline constexpr RunText kFinishedLater{L"Copy of an interrupted run completed:",
-                                        L"تم إكمال نسخة من عملية سابقة لم تكتمل:"};
-inline constexpr RunText kWaiting{L"Waiting for another backup in:", L"بانتظار عملية نسخ أخرى في:"};
+                                        L"اكتملت نسخة من عملية نسخ سابقة انقطعت"};
+inline constexpr RunText kWaiting{L"Waiting for another backup in:",
+                                  L"في انتظار انتهاء عملية نسخ أخرى في المجلد التالي"};
 inline constexpr RunText kGivenUp{L"Nothing was backed up, another backup keeps using:",
-                                  L"لم يتم النسخ لأن عملية نسخ أخرى تستعمل:"};
+                                  L"لم يُنسخ شيء، لأن عملية نسخ أخرى ما زالت تستخدم المجلد التالي"};
 }  // namespace run_text
 
 }  // namespace vw

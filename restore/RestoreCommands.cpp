@@ -77,7 +77,7 @@ void RestoreCommands::ExpectCopy(const ListedCopy& copy) {
 }
 
 void RestoreCommands::TellNothingSelected() {
-    system_.boxes.MsgBox({.text = main_.Text(L"lblNoRestore")});
+    system_.boxes.MsgBox({.text = main_.Text(L"lblNoRestore"), .rightToLeft = true});
 }
 
 bool RestoreCommands::Ask(const std::wstring& question) {

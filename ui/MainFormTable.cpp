@@ -130,8 +130,8 @@ constexpr std::array kControls{
                 .firstFocus = true,
                 .emptyText = {L"Nothing to back up yet. Add files or folders with the buttons "
                               L"above, or drop them here.",
-                              L"لا يوجد ما يُنسخ بعد. أضف ملفات أو مجلدات بالأزرار أعلاه، أو "
-                              L"أفلتها هنا."},
+                              L"لا توجد عناصر للنسخ الاحتياطي بعد. أضف ملفات أو مجلدات باستخدام "
+                              L"الأزرار أعلاه، أو اسحبها وأفلتها هنا."},
                 .columns = kItemColumns},
     ControlData{.name = L"lblVaultHeading",
                 .id = ID_lblVaultHeading,
@@ -140,15 +140,17 @@ constexpr std::array kControls{
                 .font = fonts::kArial,
                 .place = {kSecondColumn, 50, kColumn, kHeading},
                 .flow = {.moveX = 50, .growX = 50}},
-    ControlData{.name = L"lsvRestore1",
-                .id = ID_lsvRestore1,
-                .kind = ControlKind::ListView,
-                .font = fonts::kTimes,
-                .place = {kSecondColumn, 72, kColumn, 212},
-                .flow = kUpperFlow,
-                .emptyText = {L"No copies on this drive yet. “Backup now” makes the first ones.",
-                              L"لا توجد نسخ على هذا القرص بعد. «النسخ الآن» ينشئ أولها."},
-                .columns = kVaultColumns},
+    ControlData{
+        .name = L"lsvRestore1",
+        .id = ID_lsvRestore1,
+        .kind = ControlKind::ListView,
+        .font = fonts::kTimes,
+        .place = {kSecondColumn, 72, kColumn, 212},
+        .flow = kUpperFlow,
+        .emptyText =
+            {L"No copies on this drive yet. “Backup now” makes the first ones.",
+             L"لا توجد نسخ احتياطية على هذا القرص بعد. اضغط «النسخ الآن» لإنشاء أولى النسخ."},
+        .columns = kVaultColumns},
     ControlData{.name = L"lblCopiesHeading",
                 .id = ID_lblCopiesHeading,
                 .kind = ControlKind::Heading,
@@ -163,7 +165,7 @@ constexpr std::array kControls{
                 .place = {kSecondColumn, 318, kColumn, 210},
                 .flow = kLowerFlow,
                 .emptyText = {L"Choose an item above to see its copies here.",
-                              L"اختر عنصراً أعلاه لعرض نسخه هنا."},
+                              L"حدّد عنصراً أعلاه لعرض نسخه هنا."},
                 .columns = kCopyColumns},
     // Never shown: they hold what message boxes say, in Arabic in both windows.
     ControlData{.name = L"lblNoFileToBack",

@@ -202,7 +202,7 @@ void ListEditing::lsvBackupList_OLEDragDrop(const std::vector<std::wstring>& pat
 
 void ListEditing::DelItem() {
     if (rows_.Count() == 0) {
-        system_.boxes.MsgBox({.text = main_.Text(L"lblNoFileToBack")});
+        system_.boxes.MsgBox({.text = main_.Text(L"lblNoFileToBack"), .rightToLeft = true});
         return;
     }
     ListView& list = rows_.List();

@@ -88,7 +88,7 @@ TEST(Cancel, InAFolderIsToldInTheLanguageOfTheWindows) {
     MakeSources(world, 1);
     world.state.arabic = true;
     CancelBefore(world, FileCall::Copy, 1, L"b.txt");
-    EXPECT_EQ(world.Run().lines.back(), L"أُلغيت العملية والنسخة رقم 1 غير كاملة: ~\\Work\\");
+    EXPECT_EQ(world.Run().lines.back(), L"أُلغيت العملية، والنسخة رقم 1 غير كاملة\r\n~\\Work\\");
 }
 
 TEST(Cancel, BeforeTheSubFoldersLeavesThemOut) {

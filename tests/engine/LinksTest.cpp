@@ -41,7 +41,7 @@ TEST(Links, AreToldInTheLanguageOfTheWindows) {
     world.List({L"Work\\"});
     const RunResult result = world.Run();
     EXPECT_NE(std::find(result.lines.begin(), result.lines.end(),
-                        L"تم تجاوز الارتباط: ~\\Work\\Sub\\link"),
+                        L"تم تخطي الارتباط التالي\r\n~\\Work\\Sub\\link"),
               result.lines.end());
 }
 

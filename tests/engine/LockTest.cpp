@@ -191,10 +191,11 @@ TEST(BusyDestination, IsToldInTheLanguageOfTheWindows) {
     world.state.silentRun = true;
     world.state.arabic = true;
     const OtherRun other(world.Store());
-    EXPECT_EQ(Joined(world.Run().lines),
-              Joined(Lines{L"بانتظار عملية نسخ أخرى في: ~\\Store",
-                           L"لم يتم النسخ لأن عملية نسخ أخرى تستعمل: ~\\Store"} +
-                     kDone));
+    EXPECT_EQ(
+        Joined(world.Run().lines),
+        Joined(Lines{L"في انتظار انتهاء عملية نسخ أخرى في المجلد التالي\r\n~\\Store",
+                     L"لم يُنسخ شيء، لأن عملية نسخ أخرى ما زالت تستخدم المجلد التالي\r\n~\\Store"} +
+               kDone));
 }
 
 TEST(BusyDestination, IsWaitedForByASingleItemToo) {

@@ -126,7 +126,7 @@ TEST(ReadyCopyOfAKilledRun, IsToldInTheLanguageOfTheWindows) {
     world.tree.File(L"Store\\" + LeftOverName(world, WorkingState::Ready, L"a.txt", DeadProcess(),
                                               MakeDate(Day(4))),
                     "4");
-    EXPECT_EQ(world.Run().lines.front(), L"تم إكمال نسخة من عملية سابقة لم تكتمل: ~\\a.txt");
+    EXPECT_EQ(world.Run().lines.front(), L"اكتملت نسخة من عملية نسخ سابقة انقطعت\r\n~\\a.txt");
 }
 
 TEST(ReadyCopyOfAKilledRun, ShiftsOnlyTheCopiesBelowTheLowestGap) {

@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
+
 #include "tests/system/ProgramCopy.h"
 
 namespace vw::test {
@@ -94,7 +96,9 @@ TEST_F(Output, AnArabicInterfaceReportsInArabic) {
     const std::wstring docs = program.List(
         L"Docs.vwl", {L"BackupTo: " + vault, program.tree.Path(L"Home\\Docs") + L"\\"});
     RunsTo(0, L"/B " + docs);
-    EXPECT_THAT(lines, Contains(L"تم تجاوز الارتباط: " + linked));
+    const auto sentence = std::find(lines.begin(), lines.end(), L"تم تخطي الارتباط التالي");
+    ASSERT_GE(lines.end() - sentence, 2);
+    EXPECT_EQ(sentence[1], linked);
 
     program.SetSetting(L"Arabic", L"0");
     program.tree.File(L"Home\\Docs\\a.txt", "b", {2024, 5, 6, 7, 8, 9});
