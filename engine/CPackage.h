@@ -78,6 +78,10 @@ class CPackage final : public CopyDates {
     /// The folder that a copy was made from; "??" when it is unknown or no longer exists.
     [[nodiscard]] std::wstring PackageOriginalLocation(std::wstring_view copyPath);
 
+    /// Whether the comment of a copy marks it as incomplete: a cancel cut it short, or files could
+    /// not be read. False after an error, which has been told.
+    [[nodiscard]] bool IsMarkedIncomplete(std::wstring_view copyPath);
+
     /// Copies a stored copy back into a folder, under the item's own name, over what is there:
     /// folders are merged, a file is replaced in one step. Read-only files are not replaced (70).
     void Extract(std::wstring_view copyPath, std::wstring_view destinationFolder, bool showMessage);
@@ -120,7 +124,8 @@ class CPackage final : public CopyDates {
         bool inSeries = true;  ///< copy 1 of its series: the others are shifted up for it
         Date newestDate = 0;
         std::uint64_t fileSize = 0;  ///< of a file item
-        std::wstring entry;          ///< where it stands now
+        Completeness completeness = Completeness::Whole;
+        std::wstring entry;  ///< where it stands now
         bool ready = false;  ///< whole: should this run die, a later one puts it in its place
     };
 
@@ -185,7 +190,7 @@ class CPackage final : public CopyDates {
     }
     [[nodiscard]] bool CopyStands(std::wstring_view copyPath);
     [[nodiscard]] std::int16_t FindLocation(std::wstring_view path);
-    [[nodiscard]] std::wstring ReadComment(std::wstring_view copyPath);
+    [[nodiscard]] std::wstring ReadCommentText(std::wstring_view copyPath);
     [[nodiscard]] std::wstring ReadFirstComment(std::wstring_view copyPath);
     [[nodiscard]] std::wstring NamedLocation(std::wstring_view comment);
     [[nodiscard]] std::wstring OriginalLocation(std::wstring_view comment);

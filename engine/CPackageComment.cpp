@@ -34,7 +34,7 @@ std::wstring CPackage::PackageCommentFile(std::wstring_view copyPath) {
 std::wstring CPackage::PackageComment(std::wstring_view copyPath) {
     std::wstring line;
     Trapped(system_.errors, EngineProcedure(L"PackageComment"),
-            [&] { line = ReadComment(copyPath); });
+            [&] { line = FirstLine(ReadCommentText(copyPath)); });
     return line;
 }
 
@@ -42,19 +42,30 @@ void CPackage::PackageComment(std::wstring_view copyPath, std::wstring_view text
     Trapped(system_.errors, EngineProcedure(L"PackageComment"), [&] {
         const std::wstring file = PackageCommentFile(copyPath);
         const std::wstring inTheMaking = file + L".tmp";
-        system_.files.Write(inTheMaking, system_.ansi.Encode(text) + "\r\n", FileSystem::Flush::No);
+        system_.files.Write(inTheMaking,
+                            system_.ansi.Encode(CommentText(text, Completeness::Whole)),
+                            FileSystem::Flush::No);
         system_.files.Replace(inTheMaking, file);
     });
 }
 
-std::wstring CPackage::ReadComment(std::wstring_view copyPath) {
+bool CPackage::IsMarkedIncomplete(std::wstring_view copyPath) {
+    bool isIncomplete = false;
+    Trapped(system_.errors, EngineProcedure(L"PackageComment"), [&] {
+        isIncomplete = CompletenessOf(ReadCommentText(copyPath)) != Completeness::Whole;
+    });
+    return isIncomplete;
+}
+
+// The comment's line, and the marks below it.
+std::wstring CPackage::ReadCommentText(std::wstring_view copyPath) {
     if (destination_) {
         if (auto remembered = destination_->Remembered(copyPath)) return *std::move(remembered);
     }
     const std::wstring file = PackageCommentFile(copyPath);
     const auto facts = system_.files.Look(file);
     if (!facts || facts->isFolder) return {};
-    return FirstLine(system_.ansi.Decode(system_.files.Read(file)));
+    return system_.ansi.Decode(system_.files.Read(file));
 }
 
 // Copy 1 of a file has a comment nearly always, so it is read at once; only when that fails the
@@ -62,7 +73,7 @@ std::wstring CPackage::ReadComment(std::wstring_view copyPath) {
 std::wstring CPackage::ReadFirstComment(std::wstring_view copyPath) {
     const std::wstring file = PackageCommentFile(copyPath);
     try {
-        return FirstLine(system_.ansi.Decode(system_.files.Read(file)));
+        return system_.ansi.Decode(system_.files.Read(file));
     } catch (const RuntimeError&) {
         const auto facts = system_.files.Look(file);
         if (facts && !facts->isFolder) throw;
@@ -87,12 +98,12 @@ Date CPackage::PackageDate(std::wstring_view copyPath) {
 std::wstring CPackage::PackageOriginalLocation(std::wstring_view copyPath) {
     std::wstring location(kUnknownLocation);
     Trapped(system_.errors, EngineProcedure(L"PackageOriginalLocation"),
-            [&] { location = OriginalLocation(ReadComment(copyPath)); });
+            [&] { location = OriginalLocation(ReadCommentText(copyPath)); });
     return location;
 }
 
 std::wstring CPackage::NamedLocation(std::wstring_view comment) {
-    const auto field = CommentLocationField(comment);
+    const auto field = CommentLocationField(FirstLine(comment));
     return field ? EnglishNameOrigin(*field, system_.ansi) : std::wstring(kUnknownLocation);
 }
 

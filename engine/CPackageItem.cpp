@@ -122,8 +122,14 @@ void CPackage::MakeCopy(NewCopy& copy, bool isFolder, bool subFolders, bool mayR
             if (tally.holdsItself) Refuse(copy.itemPath);
             return;
         }
+        if (isFolder && tally.failed > 0) copy.completeness = Completeness::MissesFiles;
+        if (tally.cutShort) copy.completeness = Completeness::CutShort;
         if (!PlaceCopy(copy, mayRotate)) return;
-        if (tally.cutShort) Tell(run_text::kIncomplete, copy.itemPath);
+        if (copy.completeness == Completeness::CutShort) {
+            Tell(run_text::kIncomplete, copy.itemPath);
+        } else if (copy.completeness == Completeness::MissesFiles) {
+            Tell(run_text::kMissesFiles, copy.itemPath);
+        }
         host_.OnItem(ItemEvent::Copied, copy.itemPath, {});
         if (!state_.cancelRequested) host_.Report(L"\tDone.", false);
     } catch (const RuntimeError&) {

@@ -85,11 +85,12 @@ void CPackage::DeleteCopy(std::wstring_view copyPath) { Condemn(copyPath, copyPa
 
 std::wstring CPackage::PrepareComment(const NewCopy& copy) {
     const std::wstring folder = MFileDosShell::CFileLocation(copy.itemPath);
-    const std::wstring text =
-        CommentLine(copy.newestDate, separators_, EnglishNameFrom(folder, system_.ansi));
+    const std::wstring text = CommentText(
+        CommentLine(copy.newestDate, separators_, EnglishNameFrom(folder, system_.ansi)),
+        copy.completeness);
     const std::wstring path =
         PackageCommentFile(destination_->WorkingPath(WorkingState::New, copy.itemPath, copy.place));
-    system_.files.Write(path, system_.ansi.Encode(text) + "\r\n", FileSystem::Flush::No);
+    system_.files.Write(path, system_.ansi.Encode(text), FileSystem::Flush::No);
     return path;
 }
 

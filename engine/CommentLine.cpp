@@ -12,6 +12,14 @@ namespace {
 constexpr std::wstring_view kDateLabel = L"Backed Files Date Last Modified:";
 constexpr std::wstring_view kLocationLabel = L"Original Location:";
 
+/// Marks a copy that is not whole, on the second line of its comment file.
+constexpr std::wstring_view kIncompleteMark = L"Incomplete";
+
+/// States on the third line that a cancel is the reason.
+constexpr std::wstring_view kCutShortMark = L"Cancelled";
+
+constexpr std::wstring_view kLineEnd = L"\r\n";
+
 /// Stands between date and time in every comment.
 constexpr wchar_t kDayEnd = L'-';
 
@@ -98,6 +106,30 @@ Date ReadCommentDate(std::wstring_view field) {
 
 std::optional<std::wstring> CommentLocationField(std::wstring_view line) {
     return TextAfter(line, kLocationLabel);
+}
+
+std::wstring CommentText(std::wstring_view line, Completeness completeness) {
+    std::wstring text(line);
+    text += kLineEnd;
+    if (completeness == Completeness::Whole) return text;
+    text.append(kIncompleteMark).append(kLineEnd);
+    if (completeness == Completeness::CutShort) text.append(kCutShortMark).append(kLineEnd);
+    return text;
+}
+
+Completeness CompletenessOf(std::wstring_view commentText) {
+    const auto nextLine = [&commentText] {
+        const std::size_t end = commentText.find_first_of(L"\r\n");
+        if (end == std::wstring_view::npos) {
+            commentText = {};
+        } else {
+            const bool isPair = commentText.substr(end, 2) == kLineEnd;
+            commentText.remove_prefix(end + (isPair ? 2 : 1));
+        }
+        return FirstLine(commentText);
+    };
+    if (nextLine() != kIncompleteMark) return Completeness::Whole;
+    return nextLine() == kCutShortMark ? Completeness::CutShort : Completeness::MissesFiles;
 }
 
 std::wstring FirstLine(std::wstring_view text) {

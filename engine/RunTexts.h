@@ -22,6 +22,8 @@ namespace run_text {
 inline constexpr RunText kLinkLeftOut{L"Link left out:", L"تم تخطي الارتباط التالي"};
 inline constexpr RunText kIncomplete{L"Cancelled, copy 1 is incomplete:",
                                      L"أُلغيت العملية، والنسخة رقم 1 غير كاملة"};
+inline constexpr RunText kMissesFiles{L"Files are missing, copy 1 is incomplete:",
+                                      L"تعذر نسخ بعض الملفات، والنسخة رقم 1 غير كاملة"};
 inline constexpr RunText kChangedMeanwhile{L"Changed while it was copied:",
                                            L"تغيّر الملف التالي أثناء نسخه"};
 inline constexpr RunText kFinishedLater{L"Copy of an interrupted run completed:",

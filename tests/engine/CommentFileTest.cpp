@@ -135,6 +135,26 @@ TEST(CommentFile, IsReadUpToTheFirstLineEnd) {
     }
 }
 
+TEST(CommentFile, MarksAFolderCopyThatMissesFiles) {
+    EngineWorld world;
+    world.tree.File(L"Work\\a.txt", "a", Day(1));
+    world.tree.File(L"Work\\b.txt", "b", Day(1));
+    world.List({L"Work\\"});
+    const std::wstring copy = world.Store(L"Work«0001»");
+    {
+        const FileHandle held = HoldOpen(world.Path(L"Work\\b.txt"));
+        world.Run();
+    }
+    EXPECT_TRUE(world.Comment(L"Work«0001»").ends_with("\r\nIncomplete"));
+    world.With([&](CPackage& engine) {
+        EXPECT_TRUE(engine.IsMarkedIncomplete(copy));
+        EXPECT_EQ(engine.PackageDate(copy), MakeDate(Day(1)));
+        EXPECT_EQ(engine.PackageOriginalLocation(copy), world.Path());
+        EXPECT_EQ(engine.PackageComment(copy).find(L"Incomplete"), std::wstring::npos);
+        EXPECT_FALSE(engine.IsMarkedIncomplete(world.Store(L"Work«0002»")));
+    });
+}
+
 TEST(CommentFile, ThatIsMissingReadsAsEmpty) {
     EngineWorld world;
     const std::wstring copy = world.Store(L"a«0001».txt");

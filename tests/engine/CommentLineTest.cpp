@@ -19,6 +19,29 @@ TEST(CommentLine, HoldsDateAndFolder) {
     EXPECT_EQ(kCommentExtension, L".vwc");
 }
 
+TEST(CommentText, HoldsTheLineAndItsMarks) {
+    EXPECT_EQ(CommentText(L"line", Completeness::Whole), L"line\r\n");
+    EXPECT_EQ(CommentText(L"line", Completeness::MissesFiles), L"line\r\nIncomplete\r\n");
+    EXPECT_EQ(CommentText(L"line", Completeness::CutShort), L"line\r\nIncomplete\r\nCancelled\r\n");
+    for (const Completeness completeness :
+         {Completeness::Whole, Completeness::MissesFiles, Completeness::CutShort}) {
+        EXPECT_EQ(CompletenessOf(CommentText(L"line", completeness)), completeness);
+        EXPECT_EQ(FirstLine(CommentText(L"line", completeness)), L"line");
+    }
+}
+
+TEST(CommentText, WithoutTheMarkIsOfAWholeCopy) {
+    for (const wchar_t* text : {L"", L"line", L"line\r\n", L"Incomplete", L"Incomplete\r\n",
+                                L"line\r\nincomplete pages\r\n", L"line\r\n\r\nIncomplete\r\n"}) {
+        EXPECT_EQ(CompletenessOf(text), Completeness::Whole) << text;
+    }
+}
+
+TEST(CommentText, OfALaterVersionMissesFiles) {
+    EXPECT_EQ(CompletenessOf(L"line\r\nIncomplete\r\nUnknown\r\n"), Completeness::MissesFiles);
+    EXPECT_EQ(CompletenessOf(L"line\nIncomplete"), Completeness::MissesFiles);
+}
+
 TEST(CommentLine, WritesDatesInFullWidth) {
     struct Row {
         Date date;

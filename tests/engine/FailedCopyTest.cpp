@@ -92,7 +92,8 @@ TEST(FailedCopy, OfOneFileOfAFolderLeavesTheOthers) {
     world.world.files.TruncateNthCopy(2);
     world.ExpectRun({L"Backing: ~\\Work\\", L"* Backing: ~\\Work\\b.txt",
                      L"* Backing: ~\\Work\\c.txt", L"! 57 BackupFile ~\\Work\\c.txt",
-                     L"* Backing: ~\\Work\\Sub\\d.txt", L"\tDone."});
+                     L"* Backing: ~\\Work\\Sub\\d.txt",
+                     L"Files are missing, copy 1 is incomplete: ~\\Work\\", L"\tDone."});
     EXPECT_FALSE(Exists(world.Store(L"Work«0001»\\c.txt")));
     EXPECT_TRUE(Exists(world.Store(L"Work«0001»\\b.txt")));
     EXPECT_TRUE(Exists(world.Store(L"Work«0001»\\Sub\\d.txt")));
@@ -224,7 +225,7 @@ TEST(FailedCopy, OfASubFolderThatCannotBeReadIsToldWithIt) {
                               });
     world.ExpectRun({L"Backing: ~\\Work\\", L"* Backing: ~\\Work\\b.txt",
                      L"* Backing: ~\\Work\\c.txt", L"! 70 BackupFolder ~\\Work\\Sub\\",
-                     L"\tDone."});
+                     L"Files are missing, copy 1 is incomplete: ~\\Work\\", L"\tDone."});
     EXPECT_FALSE(Exists(world.Store(L"Work«0001»\\Sub")));
 }
 
@@ -270,7 +271,8 @@ TEST(FailedCopy, OfAFileThatVanishedMeanwhileIsTold) {
     });
     world.ExpectRun({L"Backing: ~\\Work\\", L"* Backing: ~\\Work\\b.txt",
                      L"* Backing: ~\\Work\\c.txt", L"! 53 BackupFile ~\\Work\\c.txt",
-                     L"* Backing: ~\\Work\\Sub\\d.txt", L"\tDone."});
+                     L"* Backing: ~\\Work\\Sub\\d.txt",
+                     L"Files are missing, copy 1 is incomplete: ~\\Work\\", L"\tDone."});
 }
 
 // A source that grows while it is copied, as logs do.
