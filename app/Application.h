@@ -101,6 +101,7 @@ class Application final : private StartCommands,
     void AsAbout() override;
     void UnloadOpeningScreen() override;
     void SetCaption() override;
+    void ShowStatus(std::wstring_view text) override;
     void CheckAutoBackup(bool on) override;
     void ShowRecentFiles(const RecentFileMenu& menu) override;
 

@@ -76,6 +76,10 @@ void Application::UnloadOpeningScreen() { openingScreenEnds_ = true; }
 
 void Application::SetCaption() { windows_->main.SetCaption(); }
 
+void Application::ShowStatus(std::wstring_view text) {
+    if (windows_) windows_->main.Status().ShowNotice(text);
+}
+
 void Application::CheckAutoBackup(bool on) {
     if (windows_) windows_->main.CheckAutoBackup(on);
 }

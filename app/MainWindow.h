@@ -4,6 +4,7 @@
 #include <optional>
 #include <string_view>
 
+#include "app/StatusLine.h"
 #include "list/editing/RecentFilesHost.h"
 #include "platform/System.h"
 #include "ui/Form.h"
@@ -51,6 +52,9 @@ class MainWindow final : public FormEvents {
 
     /// The recent lists of the File menu.
     void ShowRecentFiles(const RecentFileMenu& menu);
+
+    /// The line at the lower edge of the window.
+    [[nodiscard]] StatusLine& Status() noexcept { return status_; }
 
     /// The one item that the program was started for may be backed up and restored, not exchanged.
     void KeepToOneItem();
@@ -111,6 +115,7 @@ class MainWindow final : public FormEvents {
     ProgramState& state_;
     Form& form_;
     MainHost& host_;
+    StatusLine status_{form_};
     std::optional<MainParts> parts_;
     std::exception_ptr escaped_;
     bool loadGuard_ = false;  ///< the first change of vsBackages is not the user's

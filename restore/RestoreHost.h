@@ -14,6 +14,10 @@ class RestoreHost {
     RestoreHost& operator=(const RestoreHost&) = delete;
     virtual ~RestoreHost() = default;
 
+    /// Shows a sentence in the status line of the main window, in the window's language, until the
+    /// next one or the end of the next run; an empty one withdraws it.
+    virtual void ShowStatus(std::wstring_view text) = 0;
+
     /// The engine; made on first use.
     [[nodiscard]] virtual CPackage& Engine() = 0;
 

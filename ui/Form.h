@@ -103,6 +103,8 @@ class Form final : public Window {
     [[nodiscard]] HWND Control(std::wstring_view name) const;
     [[nodiscard]] std::wstring Text(std::wstring_view name) const;
     void SetText(std::wstring_view name, std::wstring_view text);
+    /// Whether a status line shows its text as a warning: with a sign, and in a colour of its own.
+    void SetAlert(std::wstring_view statusLine, bool on);
     [[nodiscard]] bool IsEnabled(std::wstring_view name) const;
     void Enable(std::wstring_view name, bool on);
     /// Whether a control shows when its form does.
@@ -156,6 +158,7 @@ class Form final : public Window {
         std::unique_ptr<ToolBar> toolBar;
         IconHandle picture;
         bool ticking = false;
+        bool alert = false;
     };
 
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
@@ -188,6 +191,7 @@ class Form final : public Window {
     std::optional<LRESULT> OnColour(HDC canvas, HWND control);
     void OnDrawItem(const DRAWITEMSTRUCT& draw);
     void DrawLabel(const Part& part, HDC canvas, const RECT& area) const;
+    void DrawStatusLine(const Part& part, HDC canvas, const RECT& area) const;
     void DrawChoice(const DRAWITEMSTRUCT& draw) const;
 
     // Messages (FormMessages.cpp)

@@ -93,6 +93,13 @@ void Form::SetText(std::wstring_view name, std::wstring_view text) {
     if (IsLabel(part->data->kind)) InvalidateRect(part->window, nullptr, TRUE);
 }
 
+void Form::SetAlert(std::wstring_view statusLine, bool on) {
+    Part* part = const_cast<Part*>(Find(statusLine, ControlKind::Label));
+    if (part == nullptr || part->alert == on) return;
+    part->alert = on;
+    InvalidateRect(part->window, nullptr, TRUE);
+}
+
 bool Form::IsEnabled(std::wstring_view name) const { return IsWindowEnabled(Control(name)) != 0; }
 
 // It changes the form, though not this object.

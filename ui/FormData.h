@@ -30,6 +30,9 @@ enum class ControlKind {
 /// Where a progress bar is full.
 inline constexpr int kProgressMaximum = 100;
 
+/// How large the sign of a status line's warning is, at 96 DPI.
+inline constexpr int kStatusSign = 16;
+
 /// One face at one size, in points. A face that the system lacks is replaced by that of its
 /// message boxes.
 struct FontData {
@@ -97,6 +100,7 @@ struct ControlData {
     bool framed = false;        ///< a label that looks like a field to write in
     bool path = false;          ///< a label on one line; a long path loses its middle
     bool accent = false;        ///< a label in the colour of what is selected
+    bool statusLine = false;    ///< a label along the lower edge; see Form::SetAlert
     bool acceptsFiles = false;  ///< files may be dropped onto a list
     bool firstFocus = false;    ///< takes the keyboard when the form opens
     int icon = 0;               ///< of a picture or of one image

@@ -2,6 +2,7 @@
 
 #include "ui/ControlFactory.h"
 #include "ui/Form.h"
+#include "ui/resource.h"
 
 // Places, fonts, icons and colours of a form.
 
@@ -92,6 +93,9 @@ void Form::Dress(Part& part, Fonts& fonts) {
             break;
         }
         default:
+            if (part.data->statusLine) {
+                part.picture = LoadPicture(IDI_Warning, Scaled(kStatusSign, dpi_));
+            }
             SendMessageW(part.window, WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
             break;
     }

@@ -10,6 +10,10 @@ namespace vw {
 namespace {
 
 constexpr int kChoiceMargin = 4;
+constexpr int kStatusMargin = 12;
+constexpr int kStatusGap = 6;
+// Dark enough to be read on the light background of every theme without high contrast.
+constexpr COLORREF kAlertColour = RGB(0xA8, 0x1C, 0x1C);
 
 HFONT FontOf(HWND control) noexcept {
     return reinterpret_cast<HFONT>(SendMessageW(control, WM_GETFONT, 0, 0));
@@ -41,6 +45,10 @@ void Form::OnDrawItem(const DRAWITEMSTRUCT& draw) {
 
 void Form::DrawLabel(const Part& part, HDC canvas, const RECT& area) const {
     const ControlData& data = *part.data;
+    if (data.statusLine) {
+        DrawStatusLine(part, canvas, area);
+        return;
+    }
     RECT inside = area;
     if (data.framed) {
         Fill(canvas, area, GetSysColor(COLOR_BTNSHADOW));
@@ -60,6 +68,35 @@ void Form::DrawLabel(const Part& part, HDC canvas, const RECT& area) const {
                .side = data.centred ? TextSide::Centre : TextSide::Start,
                .oneLine = data.oneLine || data.path,
                .shorten = data.path});
+}
+
+// A hairline parts it from the lists. The sign says without colours that something went wrong.
+void Form::DrawStatusLine(const Part& part, HDC canvas, const RECT& area) const {
+    const std::wstring text = Text(part.data->name);
+    const bool rightToLeft = language_ == Language::Arabic;
+    const COLORREF colour =
+        part.alert && !HighContrast() ? kAlertColour : GetSysColor(COLOR_BTNTEXT);
+    Fill(canvas, area, GetSysColor(COLOR_BTNFACE));
+    Fill(canvas, {area.left, area.top, area.right, area.top + 1}, GetSysColor(COLOR_3DLIGHT));
+    RECT inside = area;
+    InflateRect(&inside, -Scaled(kStatusMargin, dpi_), 0);
+    if (part.alert && !text.empty()) {
+        const Unmirrored upright(canvas);
+        const RECT whole = upright.Turned(inside);
+        const int pixels = Scaled(kStatusSign, dpi_);
+        const int left = static_cast<int>(rightToLeft ? whole.right - pixels : whole.left);
+        const int top = static_cast<int>(whole.top + whole.bottom - pixels) / 2;
+        DrawIconEx(canvas, left, top, part.picture.Get(), pixels, pixels, 0, nullptr, DI_NORMAL);
+    }
+    if (part.alert) {
+        // The canvas of a mirrored form counts from the right itself.
+        const bool mirrored = (GetLayout(canvas) & LAYOUT_RTL) != 0;
+        const LONG room = Scaled(kStatusSign + kStatusGap, dpi_);
+        (rightToLeft && !mirrored ? inside.right : inside.left) +=
+            rightToLeft && !mirrored ? -room : room;
+    }
+    SetTextColor(canvas, colour);
+    PaintText(canvas, inside, text, {.rightToLeft = rightToLeft, .oneLine = true, .shorten = true});
 }
 
 void Form::DrawChoice(const DRAWITEMSTRUCT& draw) const {

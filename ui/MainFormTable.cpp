@@ -10,11 +10,13 @@ namespace vw {
 
 namespace {
 
-// The measures of the window: margins and gaps of 12, fields of 26, headings of 20 above the lists.
-constexpr Size kDesign{848, 540};
+// The measures of the window: margins and gaps of 12, fields of 26, headings of 20 above the lists,
+// 8 between the lists and the status line.
+constexpr Size kDesign{848, 564};
 constexpr int kMargin = 12;
 constexpr int kField = 26;
 constexpr int kHeading = 20;
+constexpr int kStatusLine = 28;
 constexpr int kColumn = (kDesign.width - 3 * kMargin) / 2;
 constexpr int kSecondColumn = kMargin + kColumn + kMargin;
 constexpr int kFieldWidth = 64;
@@ -167,6 +169,14 @@ constexpr std::array kControls{
                 .emptyText = {L"Choose an item above to see its copies here.",
                               L"حدّد عنصراً أعلاه لعرض نسخه هنا."},
                 .columns = kCopyColumns},
+    // Free of margins: it lies along the lower edge like the status bar of any other window.
+    ControlData{.name = L"sbrStatus",
+                .id = ID_sbrStatus,
+                .font = fonts::kArial,
+                .place = {0, kDesign.height - kStatusLine, kDesign.width, kStatusLine},
+                .flow = {.moveY = 100, .growX = 100},
+                .path = true,
+                .statusLine = true},
     // Never shown: they hold what message boxes say, in Arabic in both windows.
     ControlData{.name = L"lblNoFileToBack",
                 .id = ID_lblNoFileToBack,
@@ -207,7 +217,7 @@ const FormData& MainForm() noexcept {
                                .caption = Both(L"Vaultwright"),
                                .kind = FormKind::Main,
                                .design = kDesign,
-                               .initial = {1000, 640},
+                               .initial = {1000, 664},
                                .icon = IDI_Program,
                                .controls = kControls,
                                .menu = MainMenu(),

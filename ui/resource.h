@@ -24,6 +24,7 @@
 #define ID_ImageList_1 1018
 #define ID_ImageList_2 1019
 #define ID_cdDialog 1020
+#define ID_sbrStatus 1021
 
 // Controls of frmBusyDialog
 #define ID_lblTitle 1031
@@ -150,6 +151,8 @@
 #define IDI_Tray_1 7
 #define IDI_Tray_2 8
 #define IDI_Tray_3 9
+#define IDI_Warning 10
+#define IDI_WarningMark 11
 
 // Icons of the toolbar
 #define IDI_FileNew 101

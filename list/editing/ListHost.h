@@ -34,6 +34,10 @@ class ListHost {
     virtual void Msg(std::wstring_view title, std::wstring_view message) = 0;
     virtual void BusyHide() = 0;
 
+    /// Shows a sentence in the status line of the main window, in the window's language, until the
+    /// next one or the end of the next run; an empty one withdraws it.
+    virtual void ShowStatus(std::wstring_view text) = 0;
+
     /// A list was loaded: the copies of its destination are shown, and those of its selected item.
     virtual void ListLoaded() = 0;
 

@@ -84,11 +84,14 @@ class RestoreWorld : public testing::Test, private RestoreHost, private RunHost 
     /// What the busy dialog was asked to show.
     std::vector<std::wstring> calls;
     std::vector<std::wstring> report;
+    /// The notice in the status line.
+    std::wstring status;
     /// Done when the busy dialog shows what is being restored.
     std::function<void()> onMsg;
 
   private:
     CPackage& Engine() override { return engine; }
+    void ShowStatus(std::wstring_view text) override { status = text; }
     void Msg(std::wstring_view title, std::wstring_view message) override {
         calls.push_back(std::wstring(title) + std::wstring(message));
         if (onMsg) onMsg();

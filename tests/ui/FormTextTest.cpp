@@ -43,6 +43,7 @@ const Row kMain[]{
     {L"lblVaultHeading", ID_lblVaultHeading, L"Static", L"Copies in the vault", L"النسخ المحفوظة"},
     {L"lblCopiesHeading", ID_lblCopiesHeading, L"Static", L"Copies of the selected item",
      L"نسخ العنصر المحدد"},
+    {L"sbrStatus", ID_sbrStatus, L"Static", L"", L""},
 };
 
 const Row kBusy[]{

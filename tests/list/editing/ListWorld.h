@@ -65,12 +65,15 @@ class ListWorld : public testing::Test, private ListHost, private RecentFilesHos
                         dialogs,      list,  static_cast<ListHost&>(*this)};
     /// What was asked of the window and of the program, in order.
     std::vector<std::wstring> calls;
+    /// The notice in the status line.
+    std::wstring status;
     /// Done at each message of the busy dialog.
     std::function<void()> onMsg;
 
   private:
     void Ready(bool flag) override { calls.emplace_back(flag ? L"Ready(true)" : L"Ready(false)"); }
     void SetCaption() override { calls.emplace_back(L"SetCaption"); }
+    void ShowStatus(std::wstring_view text) override { status = text; }
     void ApplicationSartup(bool flag) override {
         calls.emplace_back(flag ? L"startup on" : L"startup off");
     }
