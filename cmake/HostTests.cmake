@@ -53,3 +53,13 @@ foreach(fuzzer IN LISTS fuzzers)
         WORKING_DIRECTORY ${CMAKE_BINARY_DIR})
     set_tests_properties(fuzz_${name} PROPERTIES TIMEOUT 120 LABELS fuzz)
 endforeach()
+
+# The order in which texts of both directions are shown.
+add_executable(display_marks ${CMAKE_SOURCE_DIR}/tests/bidi/DisplayMarks.cpp
+    ${CMAKE_SOURCE_DIR}/platform/TextDirection.cpp ${CMAKE_SOURCE_DIR}/platform/Utf8.cpp)
+target_link_libraries(display_marks PRIVATE vw_flags)
+set_target_properties(display_marks PROPERTIES
+    RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
+add_test(NAME check_display_order
+    COMMAND ${CMAKE_SOURCE_DIR}/tests/bidi/display_order.py $<TARGET_FILE:display_marks>)
+set_tests_properties(check_display_order PROPERTIES TIMEOUT 120 LABELS check)

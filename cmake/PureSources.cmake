@@ -19,6 +19,7 @@ set(PURE_SOURCES
     platform/Like.cpp
     platform/RuntimeError.cpp
     platform/TextCase.cpp
+    platform/TextDirection.cpp
     platform/Utf8.cpp
     platform/Val.cpp
     restore/CopiesIndex.cpp
@@ -44,6 +45,7 @@ set(PURE_TESTS
     tests/platform/LikeTest.cpp
     tests/platform/RuntimeErrorTest.cpp
     tests/platform/TextCaseTest.cpp
+    tests/platform/TextDirectionTest.cpp
     tests/platform/Utf8Test.cpp
     tests/platform/ValTest.cpp
     tests/restore/CopiesIndexTest.cpp

@@ -4,6 +4,7 @@
 
 #include "platform/BoxOwner.h"
 #include "platform/Desktop.h"
+#include "platform/TextDirection.h"
 #include "platform/WindowsHeader.h"
 
 namespace vw {
@@ -45,6 +46,7 @@ HWND Owner() {
 BoxAnswer Show(const BoxContent& content) {
     std::wstring text = content.text.substr(0, kMostUnits);
     if (text.size() < content.text.size()) text += L"\u2026";
+    if (content.rightToLeft) text = MarkLines(text);
     const HWND owner = Owner();
     const BoxOwner enabled(owner);
     const int button = MessageBoxW(owner, text.c_str(), content.title.c_str(), StyleOf(content));

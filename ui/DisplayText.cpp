@@ -2,21 +2,11 @@
 
 #include <algorithm>
 
+#include "platform/TextDirection.h"
+
 namespace vw {
 
 namespace {
-
-// Hebrew, Arabic, Syriac, Thaana, N'Ko and the forms of their letters that fonts keep apart.
-bool IsRightToLeft(wchar_t unit) noexcept {
-    return (unit >= 0x0590 && unit <= 0x08FF && !(unit >= 0x0660 && unit <= 0x0669)) ||
-           (unit >= 0xFB1D && unit <= 0xFDFF) || (unit >= 0xFE70 && unit <= 0xFEFE);
-}
-
-bool IsLeftToRightLetter(wchar_t unit) noexcept {
-    return (unit >= L'A' && unit <= L'Z') || (unit >= L'a' && unit <= L'z') ||
-           (unit >= 0x00C0 && unit <= 0x058F) || (unit >= 0x0900 && unit <= 0x1FFF) ||
-           (unit >= 0x2C00 && unit <= 0xFB1C);
-}
 
 std::wstring_view WithoutBlanksBehind(std::wstring_view text) {
     return text.substr(0, text.find_last_not_of(L' ') + 1);
@@ -45,21 +35,6 @@ std::wstring Joined(std::wstring_view head, std::wstring_view tail, int room,
 }
 
 }  // namespace
-
-bool NameReadsFromRight(std::wstring_view name) noexcept {
-    const auto letter = std::find_if(name.begin(), name.end(), [](wchar_t unit) {
-        return IsRightToLeft(unit) || IsLeftToRightLetter(unit);
-    });
-    return letter != name.end() && IsRightToLeft(*letter);
-}
-
-bool PhraseReadsFromRight(std::wstring_view phrase) noexcept {
-    return std::any_of(phrase.begin(), phrase.end(), IsRightToLeft);
-}
-
-bool LooksLikePath(std::wstring_view text) noexcept {
-    return (text.size() >= 3 && text[1] == L':' && text[2] == L'\\') || text.starts_with(L"\\\\");
-}
 
 std::vector<std::wstring_view> PathPieces(std::wstring_view path) {
     std::vector<std::wstring_view> pieces;

@@ -7,18 +7,6 @@
 
 namespace vw {
 
-/// Whether a name, date or size reads from right to left: its first letter decides, so that
-/// "Report (1)" keeps its brackets in an Arabic window, and an Arabic name its own in an English
-/// one.
-[[nodiscard]] bool NameReadsFromRight(std::wstring_view name) noexcept;
-
-/// Whether a sentence of an Arabic window does: any Arabic letter in it decides, also when it
-/// begins with a Latin name.
-[[nodiscard]] bool PhraseReadsFromRight(std::wstring_view phrase) noexcept;
-
-/// Whether a text is the path of a file or folder: it begins with a drive or a server.
-[[nodiscard]] bool LooksLikePath(std::wstring_view text) noexcept;
-
 /// The pieces of a path, each with the "\" behind it. Drawn one after the other from left to right,
 /// folders keep their order also when their names are Arabic.
 [[nodiscard]] std::vector<std::wstring_view> PathPieces(std::wstring_view path);

@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "platform/TextDirection.h"
 #include "ui/ControlFactory.h"
 #include "ui/Form.h"
 #include "ui/Painting.h"
@@ -294,6 +295,10 @@ void Form::OnTipAsked(NMTTDISPINFOW& info) {
         RECT area{};
         GetClientRect(control, &area);
         if (width <= area.right) tipText_.clear();
+    }
+    // A tip does not take over the direction of its window on every system.
+    if (language_ == Language::Arabic) {
+        tipText_ = part->data->path ? MarkPath(tipText_) : MarkSentence(tipText_);
     }
     info.lpszText = tipText_.data();
 }

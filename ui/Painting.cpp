@@ -6,6 +6,8 @@
 #include <utility>
 #include <vector>
 
+#include "platform/TextDirection.h"
+
 namespace vw {
 
 namespace {

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "platform/RuntimeError.h"
+#include "platform/TextDirection.h"
 #include "ui/Painting.h"
 
 namespace vw {
@@ -182,7 +183,7 @@ std::optional<LRESULT> ToolBar::OnNotify(NMHDR& header) {
             auto& info = reinterpret_cast<NMTBGETINFOTIPW&>(header);
             const ToolButtonData* button = Find(info.iItem);
             if (button == nullptr || info.cchTextMax <= 0) return 0;
-            const std::wstring_view tip = button->tip.In(language_);
+            const std::wstring tip = MarkSentence(button->tip.In(language_));
             const auto room = static_cast<std::size_t>(info.cchTextMax) - 1;
             const std::size_t length = tip.copy(info.pszText, room);
             info.pszText[length] = L'\0';

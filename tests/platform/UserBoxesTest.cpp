@@ -65,6 +65,19 @@ TEST_F(Boxes, OfArabicQuestionsReadFromRightToLeft) {
     EXPECT_EQ(StyleOf({.text = L"!", .rightToLeft = true}), 0x80000U | 0x100000U);
 }
 
+TEST_F(Boxes, RightToLeft_PathsAreMarkedOnDisplayOnly) {
+    state.silentRun = true;
+    const std::wstring question = L"حذف الملف:\r\n";
+    boxes.MsgBox({.text = question + L"C:\\عقود\\", .rightToLeft = true});
+    boxes.MsgBox({.text = question + L"C:\\Docs\\a.txt", .rightToLeft = true});
+    boxes.MsgBox({.text = question + L"C:\\عقود\\"});
+    ASSERT_EQ(asked.size(), 3U);
+    EXPECT_EQ(asked[0].text, question + L"\u202AC:\\\u200Eعقود\\\u200E\u202C");
+    EXPECT_EQ(asked[1].text, question + L"C:\\Docs\\a.txt");
+    EXPECT_EQ(asked[2].text, question + L"C:\\عقود\\");
+    EXPECT_EQ(echoed.front(), question + L"C:\\عقود\\") << "what is logged has no marks";
+}
+
 TEST_F(Boxes, HaveTheButtonsAndTheIconThatAreWanted) {
     EXPECT_EQ(StyleOf({.text = L"!"}), UINT{MB_OK});
     EXPECT_EQ(StyleOf({.text = L"?", .buttons = BoxButtons::YesNo}), UINT{MB_YESNO});

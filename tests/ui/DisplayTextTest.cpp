@@ -11,32 +11,6 @@ using testing::ElementsAre;
 // Every letter is one wide.
 int Letters(std::wstring_view text) { return static_cast<int>(text.size()); }
 
-TEST(DisplayText, TheFirstLetterOfANameDecidesItsDirection) {
-    EXPECT_FALSE(NameReadsFromRight(L"Report (1)"));
-    EXPECT_TRUE(NameReadsFromRight(L"رسالة (1)"));
-    EXPECT_FALSE(NameReadsFromRight(L"Invoice رقم"));
-    EXPECT_TRUE(NameReadsFromRight(L"2025 صور"));
-    EXPECT_FALSE(NameReadsFromRight(L"2025-10-02 18:41"));
-    EXPECT_FALSE(NameReadsFromRight(L""));
-    EXPECT_TRUE(NameReadsFromRight(L"שלום"));
-}
-
-TEST(DisplayText, AnyArabicLetterDecidesTheDirectionOfASentence) {
-    EXPECT_TRUE(PhraseReadsFromRight(L"Vaultwright يقوم بالعمل نيابة عنك!"));
-    EXPECT_FALSE(PhraseReadsFromRight(L"Vaultwright"));
-    EXPECT_FALSE(PhraseReadsFromRight(L""));
-    EXPECT_FALSE(PhraseReadsFromRight(L"١٢٣")) << "digits have no direction of their own";
-}
-
-TEST(DisplayText, PathsBeginWithADriveOrAServer) {
-    EXPECT_TRUE(LooksLikePath(L"C:\\a"));
-    EXPECT_TRUE(LooksLikePath(L"\\\\server\\share"));
-    EXPECT_FALSE(LooksLikePath(L"C:"));
-    EXPECT_FALSE(LooksLikePath(L"C:a"));
-    EXPECT_FALSE(LooksLikePath(L"Done"));
-    EXPECT_FALSE(LooksLikePath(L""));
-}
-
 TEST(DisplayText, APathFallsIntoItsFolders) {
     EXPECT_THAT(PathPieces(L"C:\\a\\b.txt"), ElementsAre(L"C:\\", L"a\\", L"b.txt"));
     EXPECT_THAT(PathPieces(L"C:\\a\\"), ElementsAre(L"C:\\", L"a\\"));

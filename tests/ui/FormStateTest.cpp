@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/RuntimeError.h"
+#include "platform/TextDirection.h"
 #include "platform/WindowEventPump.h"
 #include "tests/ui/FormFixture.h"
 #include "ui/resource.h"
@@ -219,10 +220,22 @@ TEST(FormState, ALongPathIsKeptWholeInItsLabel) {
     ASSERT_NE(tips, nullptr);
     info.hdr = {tips, reinterpret_cast<UINT_PTR>(label), static_cast<UINT>(TTN_GETDISPINFOW)};
     SendMessageW(busy.Handle(), WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&info));
-    EXPECT_EQ(std::wstring(info.lpszText), path) << "the tip tells all of it";
+    EXPECT_EQ(std::wstring(info.lpszText), MarkPath(path)) << "all of it, from left to right";
     busy.form.SetText(L"lblMsg", L"C:\\a");
     SendMessageW(busy.Handle(), WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&info));
     EXPECT_EQ(std::wstring(info.lpszText), L"") << "no tip for what can be read";
+}
+
+TEST(FormState, ArabicToolTip_ReadsFromRightToLeft) {
+    LoadedForm main(MainForm(), Language::Arabic);
+    wchar_t text[200] = L"";
+    NMTBGETINFOTIPW info{};
+    info.hdr = {main.Control(L"Toolbar1"), ID_Toolbar1, static_cast<UINT>(TBN_GETINFOTIPW)};
+    info.pszText = text;
+    info.cchTextMax = 200;
+    info.iItem = ID_Toolbar1_FileNew;
+    SendMessageW(main.Handle(), WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&info));
+    EXPECT_EQ(std::wstring(text), MarkSentence(L"قائمة جديدة (Ctrl+N)"));
 }
 
 TEST(FormState, TheIconChangesWithItsPictures) {

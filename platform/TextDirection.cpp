@@ -1,0 +1,99 @@
+#include "platform/TextDirection.h"
+
+#include <algorithm>
+
+namespace vw {
+
+namespace {
+
+constexpr wchar_t kLeftToRightMark = 0x200E;
+constexpr wchar_t kLeftToRightEmbedding = 0x202A;
+constexpr wchar_t kRightToLeftEmbedding = 0x202B;
+constexpr wchar_t kEndOfEmbedding = 0x202C;
+
+bool IsDigit(wchar_t unit) noexcept { return unit >= L'0' && unit <= L'9'; }
+
+bool IsArabicDigit(wchar_t unit) noexcept { return unit >= 0x0660 && unit <= 0x0669; }
+
+// Hebrew, Arabic, Syriac, Thaana, N'Ko and the forms of their letters that fonts keep apart.
+bool IsRightToLeft(wchar_t unit) noexcept {
+    return (unit >= 0x0590 && unit <= 0x08FF && !IsArabicDigit(unit)) ||
+           (unit >= 0xFB1D && unit <= 0xFDFF) || (unit >= 0xFE70 && unit <= 0xFEFE);
+}
+
+bool IsLeftToRightLetter(wchar_t unit) noexcept {
+    return (unit >= L'A' && unit <= L'Z') || (unit >= L'a' && unit <= L'z') ||
+           (unit >= 0x00C0 && unit <= 0x058F && unit != 0x00D7 && unit != 0x00F7) ||
+           (unit >= 0x0900 && unit <= 0x1FFF) || (unit >= 0x2C00 && unit <= 0x2DFF) ||
+           (unit >= 0x3040 && unit <= 0xFB1C);
+}
+
+// Letters outside the first plane come as two units. Scripts from right to left are among them.
+bool MayReadFromRight(wchar_t unit) noexcept {
+    return IsRightToLeft(unit) || IsArabicDigit(unit) || (unit >= 0xD800 && unit <= 0xDFFF);
+}
+
+// Whether a right-to-left text shows this one in the order of a left-to-right text: it is all of
+// one direction and has nothing at its ends that would move to the other side.
+bool KeepsItsOrder(std::wstring_view text) noexcept {
+    if (std::any_of(text.begin(), text.end(), MayReadFromRight)) return false;
+    const auto letter = std::find_if_not(text.begin(), text.end(), IsDigit);
+    if (letter == text.end()) return true;
+    return IsLeftToRightLetter(*letter) &&
+           (IsLeftToRightLetter(text.back()) || IsDigit(text.back()));
+}
+
+}  // namespace
+
+bool NameReadsFromRight(std::wstring_view name) noexcept {
+    const auto letter = std::find_if(name.begin(), name.end(), [](wchar_t unit) {
+        return IsRightToLeft(unit) || IsLeftToRightLetter(unit);
+    });
+    return letter != name.end() && IsRightToLeft(*letter);
+}
+
+bool PhraseReadsFromRight(std::wstring_view phrase) noexcept {
+    return std::any_of(phrase.begin(), phrase.end(), IsRightToLeft);
+}
+
+bool LooksLikePath(std::wstring_view text) noexcept {
+    return (text.size() >= 3 && text[1] == L':' && text[2] == L'\\') || text.starts_with(L"\\\\");
+}
+
+// Embedding alone would show two Arabic folders that follow each other in the wrong order.
+std::wstring MarkPath(std::wstring_view path) {
+    if (KeepsItsOrder(path)) return std::wstring(path);
+    const bool mixed = std::any_of(path.begin(), path.end(), MayReadFromRight);
+    std::wstring marked(1, kLeftToRightEmbedding);
+    for (const wchar_t unit : path) {
+        marked += unit;
+        if (mixed && unit == L'\\') marked += kLeftToRightMark;
+    }
+    marked += kEndOfEmbedding;
+    return marked;
+}
+
+std::wstring MarkLines(std::wstring_view text) {
+    std::wstring marked;
+    while (!text.empty()) {
+        const std::size_t end = std::min(text.find_first_of(L"\r\n"), text.size());
+        const std::wstring_view line = text.substr(0, end);
+        const bool isPath = LooksLikePath(line) || !PhraseReadsFromRight(line);
+        marked += isPath ? MarkPath(line) : std::wstring(line);
+        text.remove_prefix(end);
+        if (text.empty()) break;
+        marked += text.front();
+        text.remove_prefix(1);
+    }
+    return marked;
+}
+
+std::wstring MarkSentence(std::wstring_view sentence) {
+    const bool plain = std::all_of(sentence.begin(), sentence.end(), [](wchar_t unit) {
+        return IsRightToLeft(unit) || unit == L' ';
+    });
+    if (plain || !PhraseReadsFromRight(sentence)) return std::wstring(sentence);
+    return kRightToLeftEmbedding + std::wstring(sentence) + kEndOfEmbedding;
+}
+
+}  // namespace vw

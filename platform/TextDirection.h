@@ -1,0 +1,36 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace vw {
+
+/// Whether a name, date or size reads from right to left: its first letter decides, so that
+/// "Report (1)" keeps its brackets in an Arabic window, and an Arabic name its own in an English
+/// one.
+[[nodiscard]] bool NameReadsFromRight(std::wstring_view name) noexcept;
+
+/// Whether a sentence of an Arabic window does: any Arabic letter in it decides, also when it
+/// begins with a Latin name.
+[[nodiscard]] bool PhraseReadsFromRight(std::wstring_view phrase) noexcept;
+
+/// Whether a text is the path of a file or folder: it begins with a drive or a server.
+[[nodiscard]] bool LooksLikePath(std::wstring_view text) noexcept;
+
+// Invisible marks that give a text its direction. They are for what is shown only: a text with
+// marks must never be stored, logged, compared or handed to the file system.
+
+/// A path, or a name without right-to-left letters, as a text that reads from right to left has to
+/// hold it: its parts then stand from left to right. Returns it unchanged when they do so without
+/// marks.
+[[nodiscard]] std::wstring MarkPath(std::wstring_view path);
+
+/// The text of a right-to-left message box: each line that is a path, or that has no right-to-left
+/// letters, is marked as MarkPath does. All other lines stay as they are.
+[[nodiscard]] std::wstring MarkLines(std::wstring_view text);
+
+/// A sentence that reads from right to left wherever it is shown. Returns it unchanged when it has
+/// no right-to-left letters, or nothing else than such letters and blanks.
+[[nodiscard]] std::wstring MarkSentence(std::wstring_view sentence);
+
+}  // namespace vw

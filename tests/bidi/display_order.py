@@ -1,0 +1,232 @@
+#!/usr/bin/env python3
+"""The order in which texts of both directions are shown, as a library of the Unicode bidirectional
+algorithm computes it: paths in right-to-left boxes and tool tips stand from left to right, Arabic
+sentences from right to left with their punctuation at the end, and the Arabic help page holds no
+path outside of an element with a direction of its own.
+
+usage: display_order.py DISPLAY_MARKS   (the program that DisplayMarks.cpp makes)"""
+
+import ctypes
+import re
+import subprocess
+import sys
+from html.parser import HTMLParser
+from pathlib import Path
+
+ROOT = Path(__file__).resolve().parents[2]
+LAYERS = ("app", "engine", "fsutil", "list", "platform", "progress", "restore", "ui")
+LITERAL = re.compile(r'L"((?:[^"\\\n]|\\.)*)"(\s*)')
+ARABIC = re.compile("[\u0621-\u064a]")
+MARKS = "\u200e\u200f\u202a\u202b\u202c\u2066\u2067\u2069"
+LEFT_TO_RIGHT, RIGHT_TO_LEFT = 0x110, 0x111
+
+# Paths that a right-to-left text shows in another order when nothing is done, and some that it
+# does not.
+SCRAMBLED = ("C:\\العمل\\عقود\\Contract.pdf", "C:\\العمل\\عقود\\عقد رقم (1).pdf", "C:\\عقود\\",
+             "C:\\Users\\Mona\\", "\\\\server\\مشترك\\نسخ\\", "\\\\server\\share", "C:\\٢٠٢٤\\١٢\\a.txt",
+             "R:\\Backup\\Work«0001»", "D:\\صور 2024\\عيد\\IMG 1.jpg", "C:\\")
+PLAIN = ("C:\\Docs\\a.txt", "C:\\Docs\\2024", "C:\\Docs (old)\\b.txt", "R:\\Backup\\Plan«0001».doc")
+
+bidi = ctypes.CDLL("libfribidi.so.0")
+offences = []
+
+
+def tell(text):
+    offences.append(text)
+
+
+def positions(text, base):
+    """Where each character of one line stands, counted from the left."""
+    count = len(text)
+    line = (ctypes.c_uint32 * count)(*map(ord, text))
+    visual = (ctypes.c_uint32 * (count + 1))()
+    where = (ctypes.c_int * count)()
+    direction = ctypes.c_uint32(base)
+    if not bidi.fribidi_log2vis(line, count, ctypes.byref(direction), visual, where, None, None):
+        raise RuntimeError("the library computed no order")
+    return list(where)
+
+
+def seen(text, base):
+    """The visible characters of a line from left to right."""
+    where = positions(text, base)
+    order = sorted((at, letter) for at, letter in zip(where, text) if letter not in MARKS)
+    return "".join(letter for _, letter in order)
+
+
+def path_order(text, base):
+    """Whether the folders of a path with marks stand from left to right, each in one piece."""
+    where = positions(text, base)
+    pieces, fresh = [], True
+    for at, letter in zip(where, text):
+        if letter in MARKS:
+            continue
+        if fresh or letter == "\\":
+            pieces.append([])
+        pieces[-1].append(at)
+        fresh = letter == "\\"
+    return all(max(left) < min(right) for left, right in zip(pieces, pieces[1:]))
+
+
+def sentence_order(text, base):
+    """Whether an Arabic sentence starts at the right and ends at the left, word for word."""
+    where = positions(text, base)
+    words, fresh = [], True
+    for at, letter in zip(where, text):
+        if letter in MARKS:
+            continue
+        if letter == " ":
+            fresh = True
+            continue
+        if fresh:
+            words.append([])
+        words[-1].append((at, letter))
+        fresh = False
+    # Latin words that follow each other stand from left to right among themselves.
+    spans, latin = [], False
+    for word in words:
+        isLatin = not ARABIC.search("".join(letter for _, letter in word))
+        places = [at for at, _ in word]
+        if isLatin and latin:
+            spans[-1] += places
+        else:
+            spans.append(places)
+        latin = isLatin
+    last = [at for at, letter in zip(where, text) if letter not in MARKS]
+    ends = last[-1] == min(last) or text.rstrip(MARKS)[-1].isalnum()
+    return ends and all(min(right) > max(left) for right, left in zip(spans, spans[1:]))
+
+
+def arabic_texts():
+    """Every text literal of the sources with Arabic letters, by file; neighbours are one text."""
+    escapes = {"n": "\n", "r": "\r", "t": "\t"}
+    found = []
+    for layer in LAYERS:
+        for path in sorted((ROOT / layer).rglob("*")):
+            if path.suffix not in (".h", ".cpp"):
+                continue
+            texts, end = [], -1
+            for match in LITERAL.finditer(path.read_text(encoding="utf-8")):
+                text = re.sub(r"\\(.)", lambda m: escapes.get(m[1], m[1]), match[1])
+                if match.start() == end:
+                    texts[-1] += text
+                else:
+                    texts.append(text)
+                end = match.end()
+            name = path.relative_to(ROOT).as_posix()
+            found += [(name, text.strip("\r\n")) for text in texts if ARABIC.search(text)]
+    return found
+
+
+def with_marks(program, requests):
+    lines = "".join(f"{kind}\t{text}\n".replace("\r", "") for kind, text in
+                    ((kind, text.replace("\r\n", "\x01").replace("\n", "\x01"))
+                     for kind, text in requests))
+    answer = subprocess.run([program], input=lines.encode(), stdout=subprocess.PIPE, check=True)
+    texts = answer.stdout.decode().split("\n")[:-1]
+    if len(texts) != len(requests):
+        raise RuntimeError(f"{len(requests)} texts asked, {len(texts)} answered")
+    return [text.replace("\x01", "\n") for text in texts]
+
+
+def check_the_check():
+    """The samples have to be scrambled without marks, else the tests below prove nothing."""
+    for path in SCRAMBLED:
+        if path_order(path, RIGHT_TO_LEFT):
+            tell(f"the sample {path} needs no marks")
+    for path in PLAIN:
+        if not path_order(path, RIGHT_TO_LEFT):
+            tell(f"the sample {path} needs marks")
+
+
+def check_boxes(program, texts):
+    """Every Arabic text as a right-to-left box with a path below it."""
+    cases = [(text, path) for _, text in texts for path in SCRAMBLED + PLAIN]
+    marked = with_marks(program, [("box", f"{text}\r\n{path}") for text, path in cases])
+    for (text, path), box in zip(cases, marked):
+        *sentence, last = box.split("\n")
+        if "\n".join(sentence) != text.replace("\r\n", "\n"):
+            tell(f"the box changes its text: {text!r}")
+        if not path_order(last, RIGHT_TO_LEFT):
+            tell(f"below {text!r}: {path} is shown as {seen(last, RIGHT_TO_LEFT)}")
+        if path in PLAIN and last != path:
+            tell(f"below {text!r}: {path} gets marks and needs none")
+    return len(cases)
+
+
+def check_tips(program, texts):
+    """Tool tips look the same whether or not the tip takes over the direction of its window."""
+    tips = [(file, text) for file, text in texts if file.startswith("ui/") and "\n" not in text]
+    for (file, text), tip in zip(tips, with_marks(program, [("tip", text) for _, text in tips])):
+        for base in (LEFT_TO_RIGHT, RIGHT_TO_LEFT):
+            if not sentence_order(tip, base):
+                tell(f"{file}: the tip {text!r} is shown as {seen(tip, base)}")
+    paths = SCRAMBLED + PLAIN
+    for path, tip in zip(paths, with_marks(program, [("path", path) for path in paths])):
+        for base in (LEFT_TO_RIGHT, RIGHT_TO_LEFT):
+            if not path_order(tip, base):
+                tell(f"the tip {path} is shown as {seen(tip, base)}")
+    return len(tips) + len(paths)
+
+
+def check_report(texts):
+    """Lines of the report box, whose direction is that of its paths."""
+    lines = [(file, text) for file, text in texts if file.startswith("engine/") and ":" not in text]
+    for file, text in lines:
+        if not sentence_order(text, LEFT_TO_RIGHT):
+            tell(f"{file}: the report shows {text!r} as {seen(text, LEFT_TO_RIGHT)}")
+    return len(lines)
+
+
+class HelpTexts(HTMLParser):
+    """The Arabic help page: what it says outside of elements with a direction, and its
+    attributes."""
+
+    def __init__(self, page):
+        super().__init__()
+        self.open, self.plain = [], []
+        self.feed(page.read_text(encoding="utf-8"))
+
+    def handle_starttag(self, tag, attrs):
+        attributes = dict(attrs)
+        for name in ("alt", "title", "aria-label"):
+            if attributes.get(name):
+                self.plain.append((self.getpos()[0], attributes[name]))
+        if tag not in ("meta", "link", "img", "br"):
+            self.open.append("dir" in attributes and tag != "html")
+
+    def handle_endtag(self, tag):
+        self.open.pop()
+
+    def handle_data(self, data):
+        if not any(self.open) and data.strip():
+            self.plain.append((self.getpos()[0], " ".join(data.split())))
+
+
+def check_help(page):
+    texts = HelpTexts(page).plain
+    for line, text in texts:
+        for path in re.findall(r"\b[A-Za-z]:(?!/)\S*|\\\\\S+|\S*\\\S*", text):
+            tell(f"{page.relative_to(ROOT)}:{line}: {path} is shown as part of {text!r}")
+    return len(texts)
+
+
+def main():
+    program = sys.argv[1]
+    texts = arabic_texts()
+    check_the_check()
+    boxes = check_boxes(program, texts)
+    tips = check_tips(program, texts)
+    report = check_report(texts)
+    page = check_help(ROOT / "Help" / "Vaultwright.htm")
+    for offence in offences:
+        print(offence)
+    if min(len(texts) - 80, tips - 80, report - 5, page - 300) < 0:
+        print(f"too little was found: {len(texts)} texts, {report} lines of the report")
+        return 1
+    print(f"{boxes} boxes, {tips} tips, {report} lines of the report, {page} texts of the help, "
+          f"{len(offences)} offences")
+    return 1 if offences else 0
+
+
+sys.exit(main())

@@ -1,0 +1,83 @@
+#include "platform/TextDirection.h"
+
+#include <gtest/gtest.h>
+
+namespace vw {
+namespace {
+
+TEST(TextDirection, TheFirstLetterOfANameDecidesItsDirection) {
+    EXPECT_FALSE(NameReadsFromRight(L"Report (1)"));
+    EXPECT_TRUE(NameReadsFromRight(L"رسالة (1)"));
+    EXPECT_FALSE(NameReadsFromRight(L"Invoice رقم"));
+    EXPECT_TRUE(NameReadsFromRight(L"2025 صور"));
+    EXPECT_FALSE(NameReadsFromRight(L"2025-10-02 18:41"));
+    EXPECT_FALSE(NameReadsFromRight(L""));
+    EXPECT_TRUE(NameReadsFromRight(L"שלום"));
+}
+
+TEST(TextDirection, AnyArabicLetterDecidesTheDirectionOfASentence) {
+    EXPECT_TRUE(PhraseReadsFromRight(L"Vaultwright يقوم بالعمل نيابة عنك!"));
+    EXPECT_FALSE(PhraseReadsFromRight(L"Vaultwright"));
+    EXPECT_FALSE(PhraseReadsFromRight(L""));
+    EXPECT_FALSE(PhraseReadsFromRight(L"١٢٣")) << "digits have no direction of their own";
+}
+
+TEST(TextDirection, PathsBeginWithADriveOrAServer) {
+    EXPECT_TRUE(LooksLikePath(L"C:\\a"));
+    EXPECT_TRUE(LooksLikePath(L"\\\\server\\share"));
+    EXPECT_FALSE(LooksLikePath(L"C:"));
+    EXPECT_FALSE(LooksLikePath(L"C:a"));
+    EXPECT_FALSE(LooksLikePath(L"Done"));
+    EXPECT_FALSE(LooksLikePath(L""));
+}
+
+// The mark behind a separator keeps two Arabic folders in their order.
+constexpr const wchar_t* kMarkedFolders =
+    L"\u202AC:\\\u200Eالعمل\\\u200Eعقود\\\u200EContract.pdf\u202C";
+
+TEST(MarkPath, ArabicFolders_StandInTheirOrder) {
+    EXPECT_EQ(MarkPath(L"C:\\العمل\\عقود\\Contract.pdf"), kMarkedFolders);
+}
+
+TEST(MarkPath, OrderIsRightWithoutMarks_ReturnsThePath) {
+    for (const auto* path : {L"C:\\Docs\\a.txt", L"C:\\Docs\\2024", L"Budget (2024).xlsx",
+                             L"C:\\Été 2\\b", L"2024", L"3d.txt", L""}) {
+        EXPECT_EQ(MarkPath(path), path);
+    }
+}
+
+TEST(MarkPath, NeutralCharacterAtAnEnd_Marks) {
+    for (const std::wstring path : {L"C:\\Docs\\", L"C:", L"\\\\server\\share", L"Budget (2024)",
+                                    L"R:\\Backup\\Work«0001»", L"2024 Budget.xlsx"}) {
+        EXPECT_EQ(MarkPath(path), L"\u202A" + path + L"\u202C");
+    }
+}
+
+TEST(MarkPath, ArabicDigits_Marks) {
+    EXPECT_EQ(MarkPath(L"C:\\٢٠٢٤"), L"\u202AC:\\\u200E٢٠٢٤\u202C");
+}
+
+TEST(MarkLines, QuestionAndPath_MarksThePathOnly) {
+    const std::wstring question = L"هل تريد بالتأكيد حذف الملف التالي:\r\n";
+    EXPECT_EQ(MarkLines(question + L"C:\\العمل\\عقود\\Contract.pdf"), question + kMarkedFolders);
+    EXPECT_EQ(MarkLines(question + L"C:\\Docs\\"), question + L"\u202AC:\\Docs\\\u202C");
+    EXPECT_EQ(MarkLines(question + L"C:\\Docs\\a.txt"), question + L"C:\\Docs\\a.txt");
+    EXPECT_EQ(MarkLines(question + L"رسالة (1)"), question + L"رسالة (1)");
+}
+
+TEST(MarkLines, LineEnds_Stay) {
+    EXPECT_EQ(MarkLines(L"a\r\n\r\nb\n"), L"a\r\n\r\nb\n");
+    EXPECT_EQ(MarkLines(L""), L"");
+}
+
+TEST(MarkSentence, LatinInASentence_Embeds) {
+    EXPECT_EQ(MarkSentence(L"قائمة جديدة (Ctrl+N)"), L"\u202Bقائمة جديدة (Ctrl+N)\u202C");
+}
+
+TEST(MarkSentence, NothingToReorder_ReturnsTheSentence) {
+    EXPECT_EQ(MarkSentence(L"قائمة جديدة"), L"قائمة جديدة");
+    EXPECT_EQ(MarkSentence(L"New list (Ctrl+N)"), L"New list (Ctrl+N)");
+}
+
+}  // namespace
+}  // namespace vw
