@@ -8,6 +8,11 @@
 namespace vw {
 
 /// The buttons of Toolbar1: files, views, the list, the work.
+///
+/// In Arabic a picture is mirrored when it shows a direction of reading: an arrow that points along
+/// the line (Exit, Open), and the arrangement of a view, which begins where reading begins. A clock
+/// and the arrow that turns back around it (Restore) never are: clocks turn the same way in every
+/// language. All other pictures stay as they are.
 inline constexpr std::array kToolButtons{
     ToolButtonData{.key = L"FileNew",
                    .id = ID_Toolbar1_FileNew,
@@ -38,12 +43,14 @@ inline constexpr std::array kToolButtons{
     ToolButtonData{.key = L"ViewLIcons",
                    .id = ID_Toolbar1_ViewLIcons,
                    .icon = IDI_ViewLIcons,
+                   .arabicIcon = IDI_ViewLIconsMirrored,
                    .text = {L"Large Icons", L"رموز كبيرة"},
                    .tip = {L"Large icons", L"رموز كبيرة"},
                    .beginsGroup = true},
     ToolButtonData{.key = L"ViewSIcons",
                    .id = ID_Toolbar1_ViewSIcons,
                    .icon = IDI_ViewSIcons,
+                   .arabicIcon = IDI_ViewSIconsMirrored,
                    .text = {L"Small Icons", L"رموز صغيرة"},
                    .tip = {L"Small icons", L"رموز صغيرة"}},
     ToolButtonData{.key = L"ViewList",
@@ -99,13 +106,13 @@ inline constexpr std::array kToolButtons{
         .key = L"ActionOpen",
         .id = ID_Toolbar1_ActionOpen,
         .icon = IDI_ActionOpen,
+        .arabicIcon = IDI_ActionOpenMirrored,
         .text = {L"Open", L"فتح"},
         .tip = {L"Open the selected item or copy", L"فتح العنصر المحدد أو النسخة المحددة"},
         .showText = true},
     ToolButtonData{.key = L"ActionRestore",
                    .id = ID_Toolbar1_ActionRestore,
                    .icon = IDI_ActionRestore,
-                   .arabicIcon = IDI_ActionRestoreMirrored,
                    .text = {L"Restore", L"استعادة"},
                    .tip = {L"Restore the selected copy to its original location",
                            L"استعادة النسخة المحددة إلى موقعها الأصلي"},
@@ -113,7 +120,6 @@ inline constexpr std::array kToolButtons{
     ToolButtonData{.key = L"ActionRestoreTo",
                    .id = ID_Toolbar1_ActionRestoreTo,
                    .icon = IDI_ActionRestoreTo,
-                   .arabicIcon = IDI_ActionRestoreToMirrored,
                    .text = {L"Restore to", L"استعادة إلى"},
                    .tip = {L"Restore the selected copy to a folder of your choice",
                            L"استعادة النسخة المحددة إلى مجلد تختاره"},

@@ -176,8 +176,12 @@
 
 // Icons that stand on the accent colour, and those turned round for windows from right to left
 #define IDI_ActionBackupAccent 141
-#define IDI_ActionRestoreMirrored 142
-#define IDI_ActionRestoreToMirrored 143
+#define IDI_ActionOpenMirrored 142
+#define IDI_ViewLIconsMirrored 143
 #define IDI_FileExitMirrored 144
 #define IDI_ViewListMirrored 145
 #define IDI_ViewDetailsMirrored 146
+#define IDI_ViewSIconsMirrored 147
+
+#define IDS_ListType 201
+#define IDS_BackUpNow 202
