@@ -53,6 +53,17 @@ checkFiles() {
         "$folder"/first/winget/*.installer.yaml || fail 'the address'
     ! grep -n '@' "$folder"/first/winget/* || fail 'something is not filled in'
 
+    step='languages'
+    local text table
+    for table in Property LaunchCondition Shortcut; do
+        LC_ALL=C.UTF-8 msiinfo export "$folder/first/$installer" "$table"
+    done >"$folder/a"
+    for text in 'بالعربية والإنجليزية' 'إصدار أحدث' 'احتياطياً واستعادتها'; do
+        grep -q "$text" "$folder/a" || fail "the installer does not say: $text"
+    done
+    msiinfo suminfo "$folder/first/$installer" >"$folder/a"
+    grep -qx 'Template: x64;0' "$folder/a" || fail 'the package is not language-neutral'
+
     step='version'
     grep -q "^## ${version%.*.*}" CHANGELOG.md || fail 'CHANGELOG.md does not know it'
 }
@@ -93,6 +104,9 @@ install() { scripts/wine msiexec /i "$(windowsPath "$folder/$1")" /qn; }
 valueOf() {
     scripts/wine reg query "$1" "${@:2}" | tr -d '\r' | sed -n 's/^.*REG_[A-Z_]*    //p' | head -n 1
 }
+
+# The number of a text in the program.
+resourceId() { sed -n "s/^#define $1 //p" ui/resource.h; }
 
 # run COMMAND LINE as the registry has it, with a list in the place of %1.
 runVerb() {
@@ -166,6 +180,10 @@ checkInstalling() {
     key='HKCU\Software\Classes\VaultwrightFilesList'
     [[ $(valueOf "$key\\DefaultIcon" /ve) == "${target%\\*}\\vwl.ico" ]] || fail 'the icon'
     [[ $(valueOf "$key\\shell\\Open\\Command" /ve) == "\"$target\" \"%1\"" ]] || fail 'open'
+    [[ $(valueOf "$key" /v FriendlyTypeName) == "@$target,-$(resourceId IDS_ListType)" ]] ||
+        fail 'its name in the language of Windows'
+    [[ $(valueOf "$key\\shell\\Backup" /v MUIVerb) == "@$target,-$(resourceId IDS_BackUpNow)" ]] ||
+        fail 'the name of its verb in the language of Windows'
     runVerb "$(valueOf "$key\\shell\\Backup\\Command" /ve)" 'C:\My lists\My work.vwl' ||
         fail "backing up ended with $?: $(cat "$folder/log")"
     [[ $(cat "$drive/Store/Work«0001»/Letter.txt") == 'a letter' ]] || fail 'no copy was made'
