@@ -13,9 +13,9 @@ import sys
 from html.parser import HTMLParser
 from pathlib import Path
 
-ROOT = Path(__file__).resolve().parents[2]
-LAYERS = ("app", "engine", "fsutil", "list", "platform", "progress", "restore", "ui")
-LITERAL = re.compile(r'L"((?:[^"\\\n]|\\.)*)"(\s*)')
+sys.path.insert(0, str(Path(__file__).resolve().parents[1] / "checks" / "support"))
+from program_texts import ROOT, program_texts  # noqa: E402
+
 ARABIC = re.compile("[\u0621-\u064a]")
 MARKS = "\u200e\u200f\u202a\u202b\u202c\u2066\u2067\u2069"
 LEFT_TO_RIGHT, RIGHT_TO_LEFT = 0x110, 0x111
@@ -98,24 +98,8 @@ def sentence_order(text, base):
 
 
 def arabic_texts():
-    """Every text literal of the sources with Arabic letters, by file; neighbours are one text."""
-    escapes = {"n": "\n", "r": "\r", "t": "\t"}
-    found = []
-    for layer in LAYERS:
-        for path in sorted((ROOT / layer).rglob("*")):
-            if path.suffix not in (".h", ".cpp"):
-                continue
-            texts, end = [], -1
-            for match in LITERAL.finditer(path.read_text(encoding="utf-8")):
-                text = re.sub(r"\\(.)", lambda m: escapes.get(m[1], m[1]), match[1])
-                if match.start() == end:
-                    texts[-1] += text
-                else:
-                    texts.append(text)
-                end = match.end()
-            name = path.relative_to(ROOT).as_posix()
-            found += [(name, text.strip("\r\n")) for text in texts if ARABIC.search(text)]
-    return found
+    """Every text of the sources with Arabic letters, by file."""
+    return [(name, text.strip("\r\n")) for name, text in program_texts() if ARABIC.search(text)]
 
 
 def with_marks(program, requests):

@@ -11,7 +11,9 @@ import sys
 from html.parser import HTMLParser
 from pathlib import Path
 
-ROOT = Path(__file__).resolve().parents[2]
+sys.path.insert(0, str(Path(__file__).resolve().parent / "support"))
+from program_texts import ROOT, program_texts  # noqa: E402
+
 HELP = ROOT / "Help"
 PAGES = {"en": HELP / "en" / "Vaultwright.htm", "ar": HELP / "Vaultwright.htm"}
 LARGEST = 700_000  # bytes of all of Help
@@ -23,7 +25,6 @@ STRUCTURE = {"header", "nav", "main", "footer", "section", "h1", "h2", "h3", "p"
              "dl", "dt", "dd", "table", "caption", "thead", "tbody", "tr", "th", "td", "figure",
              "img", "figcaption", "pre", "aside"}
 ARABIC = re.compile("[\u0600-\u06ff]")
-LITERAL = re.compile(r'L"((?:[^"\\\n]|\\.)*)"(\s*)')
 
 offences = []
 
@@ -220,25 +221,6 @@ def subtract(these, those):
     return [x for x in these if x not in rest or rest.remove(x)]
 
 
-def texts_of_the_program():
-    """Every text literal of the sources; neighbouring ones are one text."""
-    escapes = {"n": "\n", "r": "\r", "t": "\t"}
-    texts = []
-    for room in ("app", "engine", "fsutil", "list", "platform", "progress", "restore", "ui"):
-        for path in sorted((ROOT / room).rglob("*")):
-            if path.suffix not in (".h", ".cpp"):
-                continue
-            end = -1
-            for match in LITERAL.finditer(path.read_text(encoding="utf-8")):
-                text = re.sub(r"\\(.)", lambda m: escapes.get(m[1], m[1]), match[1])
-                if match.start() == end:
-                    texts[-1] += text
-                else:
-                    texts.append(text)
-                end = match.end()
-    return texts
-
-
 def check_quotes(page, texts):
     captions, everything = set(texts), "\n".join(texts)
     for element in page.of_class("ui"):
@@ -330,7 +312,8 @@ def check_built():
 
 def main():
     english, arabic = Page(PAGES["en"]), Page(PAGES["ar"])
-    pages, used, texts = (english, arabic), set(), texts_of_the_program()
+    pages, used = (english, arabic), set()
+    texts = [text for _, text in program_texts()]
     for page in pages:
         check_addresses(page, pages, used)
         check_pictures(page)
