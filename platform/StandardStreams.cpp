@@ -58,6 +58,26 @@ void StandardStreams::Flush() {
     lastWritten_ = GetTickCount64();
 }
 
+void StandardStreams::Transient(std::wstring_view text) {
+    Open();
+    Flush();
+    Write(output_, text);
+}
+
+bool StandardStreams::OutputIsConsole() {
+    Open();
+    return output_.isConsole && output_.handle != nullptr;
+}
+
+std::size_t StandardStreams::ConsoleWidth() {
+    constexpr std::size_t kUsual = 80;
+    Open();
+    CONSOLE_SCREEN_BUFFER_INFO screen{};
+    if (GetConsoleScreenBufferInfo(output_.handle, &screen) == 0) return kUsual;
+    const int columns = screen.srWindow.Right - screen.srWindow.Left + 1;
+    return columns > 1 ? static_cast<std::size_t>(columns) : kUsual;
+}
+
 bool StandardStreams::ShareConsole() {
     Open();
     return output_.isConsole && error_.isConsole;

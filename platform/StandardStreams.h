@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -25,6 +26,16 @@ class StandardStreams {
 
     /// An error, written at once, after the report lines before it.
     void Error(std::wstring_view text);
+
+    /// Writes a text without a line end at once, after the report lines before it; for what a
+    /// terminal shows for a moment.
+    void Transient(std::wstring_view text);
+
+    /// Whether standard output is a console of this process.
+    [[nodiscard]] bool OutputIsConsole();
+
+    /// Columns of that console; 80 when it has none.
+    [[nodiscard]] std::size_t ConsoleWidth();
 
     /// Writes what is still held back.
     void Flush();

@@ -4,7 +4,7 @@
 set -euo pipefail
 cd "$(dirname "$(readlink -f "$0")")/../.."
 
-rooms=(platform fsutil list/format engine ui progress list/editing restore app)
+rooms=(platform fsutil list/format engine ui progress list/editing restore app console)
 offences=0
 
 tell() {
@@ -36,6 +36,8 @@ for room in "${rooms[@]}"; do
             tell "$file:$line: a room includes a test file: $target"
         elif [[ -z $targetRoom ]]; then
             tell "$file:$line: include files from the project's root, by their room: $target"
+        elif [[ $room == console && $targetRoom == app ]]; then
+            tell "$file:$line: the two programs stand side by side: $target"
         elif [[ ${position[$targetRoom]} -gt ${position[$room]} ]]; then
             tell "$file:$line: $room may not include $targetRoom: $target"
         elif [[ ! -f $target ]]; then

@@ -1,0 +1,71 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+#include "console/Output.h"
+#include "platform/ErrorTrap.h"
+#include "platform/EventPump.h"
+#include "platform/ExitStatus.h"
+#include "platform/MsgBox.h"
+#include "platform/ProgramEnd.h"
+#include "platform/ProgramState.h"
+#include "platform/System.h"
+#include "platform/SystemClock.h"
+#include "platform/SystemCodePage.h"
+#include "platform/Win32FileSystem.h"
+
+namespace vw {
+
+/// The world that the verbs work in: the real disk, errors as lines on standard error, and no
+/// window anywhere.
+class Console final : private ErrorSink, private MsgBoxes, private EventPump, private ProgramEnd {
+  public:
+    explicit Console(Output& output);
+
+    /// Runs a verb. What it raises is written as an error. Gives the exit code: the first error's
+    /// number, else what the verb gives.
+    int Run(const std::function<int()>& verb);
+
+    /// Writes an error and notes its number for the exit code.
+    void Report(const RuntimeError& error);
+
+    /// Runs `step`; an error is written and costs the rest nothing. False when there was one.
+    bool Try(const std::function<void()>& step);
+
+    /// How many errors were written.
+    [[nodiscard]] int Errors() const noexcept { return errors_; }
+
+    /// Called now and then while something goes on.
+    void SetTick(std::function<void()> tick) { tick_ = std::move(tick); }
+
+    /// Raises the error of a cancelled run when the user asked to stop.
+    static void StopIfAsked();
+
+    /// An argument as an absolute path.
+    [[nodiscard]] std::wstring FullPath(std::wstring_view argument);
+
+    Output& output;
+
+  private:
+    void Tell(const Procedure& where, const RuntimeError& error) override;
+    BoxAnswer MsgBox(const BoxContent& content) override;
+    void DoEvents() override;
+    void DoEventsIfDue() override { DoEvents(); }
+    void WaitForEvents(unsigned milliseconds) override;
+    [[noreturn]] void End(int exitCode) override;
+
+    Win32FileSystem files_;
+    SystemClock clock_;
+    CodePage ansi_;
+    int errors_ = 0;
+    std::function<void()> tick_;
+
+  public:
+    ExitStatus exitStatus;
+    ProgramState state;
+    System system;
+};
+
+}  // namespace vw

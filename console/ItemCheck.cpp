@@ -1,0 +1,261 @@
+#include "console/ItemCheck.h"
+
+#include <algorithm>
+#include <vector>
+
+#include "console/Console.h"
+#include "console/Findings.h"
+#include "console/MomentText.h"
+#include "console/SizeWords.h"
+#include "console/StoredCopies.h"
+#include "engine/CPackage.h"
+#include "engine/CopyName.h"
+#include "engine/NameEncoding.h"
+#include "fsutil/FileQueries.h"
+#include "fsutil/PathText.h"
+#include "fsutil/TreeWalk.h"
+#include "platform/RuntimeError.h"
+#include "platform/TextCase.h"
+
+// What a difference between an item and its copy 1 means depends on the change test. When the dates
+// of item and comment are equal, the next run skips the item, so each difference is one that the
+// test cannot see. Otherwise the next run makes a new copy, and only a file whose date is the same
+// but whose length is not shows that something is wrong with the copy.
+
+namespace vw {
+
+namespace {
+
+struct Difference {
+    std::wstring kind;
+    std::wstring path;
+    std::wstring detail;
+    bool isDamage = false;  ///< wrong whatever the change test says
+};
+
+std::wstring Facts(const FileFacts& facts) {
+    if (facts.isFolder) return L"folder";
+    return BytesText(facts.size) + L", " + MomentText(facts.lastWrite);
+}
+
+}  // namespace
+
+struct ItemCheck::Result {
+    std::vector<Difference> differences;
+    Date itemNewest = kEmptyFolderDate;
+    Date equalNewest = kEmptyFolderDate;  ///< of the files that are equal in item and copy
+};
+
+ItemCheck::ItemCheck(Console& console, CPackage& engine, Findings& findings, bool content)
+    : console_(console), engine_(engine), findings_(findings), content_(content) {}
+
+void ItemCheck::Check(const ListedItem& item) {
+    FileSystem& files = console_.system.files;
+    console_.state.BackupTo = item.destination;
+    const auto facts = files.Look(item.path);
+    if (!facts) {
+        findings_.Add(L"missing", item.path, L"the item does not exist");
+        return;
+    }
+    if (engine_.IsRefused(item.path)) {
+        findings_.Add(L"refused", item.path, L"it holds the destination or lies in it");
+        return;
+    }
+    const std::int16_t location = engine_.LocationID(item.line);
+    if (location < 0) return;
+    const std::wstring copy = CFilePackageName(item.path, 1, location, item.destination);
+    const auto copyFacts = files.Look(copy);
+    if (!copyFacts) {
+        findings_.Add(L"no-copy", item.path, L"it has no copy 1");
+        return;
+    }
+    checked_.insert(UpperCase(copy));
+    CheckAgainst(item, copy, *facts, *copyFacts);
+    if (content_) CheckOlderCopies(item, location);
+}
+
+void ItemCheck::CheckAgainst(const ListedItem& item, const std::wstring& copy,
+                             const FileFacts& facts, const FileFacts& copyFacts) {
+    if (facts.isFolder != copyFacts.isFolder || facts.isFolder != item.IsFolder()) {
+        findings_.Add(L"differs", copy, L"item and copy are not both files or both folders");
+        return;
+    }
+    const auto comment = ReadStoredComment(console_, copy);
+    if (!comment) {
+        findings_.Add(L"no-comment", copy, L"the copy has no comment");
+        return;
+    }
+    CheckPlace(item, copy, comment->location);
+    Result result = Compare(item, copy, facts);
+    if (!facts.isFolder) {
+        const ComparedPair pair{{facts, L""}, {copyFacts, L""}};
+        ComparedFolder single{.below = L"", .onlyFirst = {}, .onlySecond = {}, .both = {pair}};
+        TakeFolder(item, copy, single, result);
+    }
+    // The sub-folders of a rule, and the dates of copies that lie in the item, count as well.
+    const auto commentDate = DateOf(*comment);
+    Date itemDate = result.itemNewest;
+    if (facts.isFolder && (item.kind == ItemKind::Rule || itemDate != commentDate)) {
+        itemDate = MFileDosShell::NewestDateOf(console_.system, engine_, item.path);
+    }
+    Judge(item, copy, *comment, itemDate, result);
+}
+
+// The comment of a copy that was made from another folder of the same name names that folder. A
+// name with an apostrophe does not come back from a comment as it is, so it is taken the same way.
+void ItemCheck::CheckPlace(const ListedItem& item, const std::wstring& copy,
+                           const std::wstring& place) {
+    const AnsiCodec& ansi = console_.system.ansi;
+    const std::wstring own = MFileDosShell::CFileLocation(item.path);
+    if (EqualNoCase(place, EnglishNameOrigin(EnglishNameFrom(own, ansi), ansi))) return;
+    findings_.Add(L"other-place", copy,
+                  L"the comment says " + (place.empty() ? L"no place" : place) + L", the item is " +
+                      item.path);
+}
+
+ItemCheck::Result ItemCheck::Compare(const ListedItem& item, const std::wstring& copy,
+                                     const FileFacts& facts) {
+    Result result;
+    if (!facts.isFolder) return result;
+    ComparisonVisitor visitor;
+    visitor.folder = [&](const ComparedFolder& folder) { TakeFolder(item, copy, folder, result); };
+    visitor.failed = [&](const RuntimeError& error) { console_.Report(error); };
+    visitor.yield = [] { Console::StopIfAsked(); };
+    CompareTrees(console_.system.files, item.path, copy, item.kind == ItemKind::Folder, visitor);
+    return result;
+}
+
+void ItemCheck::TakeFolder(const ListedItem& item, const std::wstring& copy,
+                           const ComparedFolder& folder, Result& result) {
+    const auto at = [&](const std::wstring& name) {
+        const std::wstring below = folder.below + name;
+        return below.empty() ? item.path : JoinPath(item.path, below);
+    };
+    const auto take = [&](const FileFacts& entry) {
+        if (!entry.isFolder) result.itemNewest = std::max(result.itemNewest, entry.lastWrite);
+    };
+    std::vector<ComparedEntry> gone = folder.onlySecond;
+    for (const ComparedEntry& entry : folder.onlyFirst) {
+        take(entry);
+        const auto before = std::ranges::find_if(
+            gone, [&](const FileFacts& other) { return LooksEqual(entry, other); });
+        if (before != gone.end() && !entry.isFolder) {
+            result.differences.push_back(
+                {L"renamed", at(entry.name), L"in the copy: " + before->name});
+            gone.erase(before);
+        } else {
+            result.differences.push_back({L"not-in-copy", at(entry.name), Facts(entry)});
+        }
+    }
+    for (const ComparedEntry& entry : gone) {
+        result.differences.push_back({L"not-in-item", at(entry.name), Facts(entry)});
+    }
+    for (const auto& [first, second] : folder.both) {
+        take(first);
+        if (LooksEqual(first, second)) {
+            result.equalNewest = std::max(result.equalNewest, first.lastWrite);
+            if (!content_ || first.isFolder) continue;
+            const std::wstring below = folder.below + second.name;
+            CompareBytes(at(first.name), below.empty() ? copy : JoinPath(copy, below), first);
+        } else {
+            const bool isDamage = first.isFolder != second.isFolder || HasSameDate(first, second);
+            result.differences.push_back({L"differs", at(first.name),
+                                          Facts(first) + L"; the copy: " + Facts(second),
+                                          isDamage});
+        }
+    }
+}
+
+void ItemCheck::Judge(const ListedItem& item, const std::wstring& copy,
+                      const StoredComment& comment, Date itemDate, const Result& result) {
+    const auto commentDate = DateOf(comment);
+    const bool isUnseen = commentDate == itemDate;
+    const auto later = [&](Date date) { return !commentDate || date > *commentDate; };
+    if (comment.isIncomplete) {
+        findings_.Add(L"incomplete", copy,
+                      std::to_wstring(result.differences.size()) + L" differences from the item");
+        return;
+    }
+    if (!commentDate || (result.differences.empty() && !isUnseen) || later(result.equalNewest)) {
+        findings_.Add(L"comment", copy, L"its date is not that of what was copied");
+        return;
+    }
+    std::size_t due = 0;
+    for (const Difference& difference : result.differences) {
+        if (isUnseen || difference.isDamage) {
+            findings_.Add(difference.kind, difference.path, difference.detail);
+        } else {
+            ++due;
+        }
+    }
+    if (due > 0) {
+        findings_.Note(L"due", item.path,
+                       L"changed since copy 1, " + std::to_wstring(due) + L" differences");
+    }
+}
+
+void ItemCheck::CheckOlderCopies(const ListedItem& item, std::int16_t location) {
+    std::wstring newer = CFilePackageName(item.path, 1, location, item.destination);
+    constexpr int kLastRotating = 20;
+    for (int number = 2; number <= kLastRotating; ++number) {
+        const std::wstring older = CFilePackageName(item.path, number, location, item.destination);
+        if (!console_.system.files.Look(older)) continue;
+        CompareOlder(item, newer, older);
+        newer = older;
+    }
+}
+
+// Files that equal those of the item are compared with these, so that one damaged copy is named
+// once; the others with the next newer copy.
+void ItemCheck::CompareOlder(const ListedItem& item, const std::wstring& newer,
+                             const std::wstring& older) {
+    FileSystem& files = console_.system.files;
+    const auto compare = [&](const std::wstring& below, const FileFacts& facts) {
+        const auto path = [&](const std::wstring& root) {
+            return below.empty() ? root : JoinPath(root, below);
+        };
+        for (const std::wstring& root : {item.path, newer}) {
+            const auto other = files.Look(path(root));
+            if (!other || !LooksEqual(*other, facts)) continue;
+            CompareBytes(path(root), path(older), facts);
+            return;
+        }
+    };
+    const auto facts = files.Look(older);
+    if (!facts) return;
+    if (!facts->isFolder) {
+        compare(L"", *facts);
+        return;
+    }
+    ComparisonVisitor visitor;
+    visitor.folder = [&](const ComparedFolder& folder) {
+        for (const ComparedEntry& entry : folder.onlySecond) {
+            if (!entry.isFolder) compare(folder.below + entry.name, entry);
+        }
+        for (const ComparedPair& pair : folder.both) {
+            if (!pair.second.isFolder) compare(folder.below + pair.second.name, pair.second);
+        }
+    };
+    visitor.failed = [&](const RuntimeError& error) { console_.Report(error); };
+    visitor.yield = [] { Console::StopIfAsked(); };
+    CompareTrees(files, newer, older, true, visitor);
+}
+
+// A file that is written to meanwhile differs for a reason of its own.
+void ItemCheck::CompareBytes(const std::wstring& first, const std::wstring& second,
+                             const FileFacts& expected) {
+    console_.Try([&] {
+        if (HasSameBytes(first, second, [] { Console::StopIfAsked(); })) return;
+        const auto isStill = [&](const std::wstring& path) {
+            const auto now = console_.system.files.Look(path);
+            return now && LooksEqual(*now, expected);
+        };
+        if (isStill(first) && isStill(second)) {
+            findings_.Add(L"content", second, L"not the bytes of " + first);
+        } else {
+            findings_.Note(L"changing", first, L"changed while it was compared");
+        }
+    });
+}
+
+}  // namespace vw

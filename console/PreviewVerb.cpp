@@ -1,0 +1,150 @@
+#include <map>
+
+#include "console/Console.h"
+#include "console/ConsoleList.h"
+#include "console/JsonLine.h"
+#include "console/SilentHost.h"
+#include "console/SizeWords.h"
+#include "console/StoredCopies.h"
+#include "console/Verbs.h"
+#include "engine/CPackage.h"
+#include "engine/CopyName.h"
+#include "fsutil/FileQueries.h"
+#include "fsutil/PathText.h"
+#include "platform/FileSystem.h"
+#include "platform/RuntimeError.h"
+
+namespace vw {
+namespace {
+
+/// The room that a run leaves on a drive besides the copy.
+constexpr std::uint64_t kSpareBytes = std::uint64_t{50} * 1024 * 1024;
+
+/// What a run would do with one item.
+struct Plan {
+    std::string result;
+    std::wstring detail;
+    int code = 0;           ///< what the run would note for its exit code
+    ItemSize size{};        ///< of the new copy
+    std::wstring leaves{};  ///< path of the copy that makes room; empty for none
+};
+
+class Previewer {
+  public:
+    Previewer(Console& console, CPackage& engine) : console_(console), engine_(engine) {}
+
+    void Show(const ListedItem& item) {
+        console_.state.BackupTo = item.destination;
+        console_.state.copiesCount = item.copiesCount;
+        const Plan plan = PlanFor(item);
+        console_.exitStatus.Note(plan.code);
+        needed_[item.destination] += plan.size.bytes;
+        std::wstring line(plan.result.begin(), plan.result.end());
+        line += L": " + item.line;
+        if (!plan.detail.empty()) line += L" (" + plan.detail + L")";
+        console_.output.Line(line);
+        console_.output.Json(
+            JsonLine("item")
+                .Text("path", item.line)
+                .Text("result", std::wstring(plan.result.begin(), plan.result.end()))
+                .Text("detail", plan.detail)
+                .Number("files", static_cast<std::int64_t>(plan.size.files))
+                .Number("bytes", static_cast<std::int64_t>(plan.size.bytes))
+                .Text("leaves", plan.leaves));
+    }
+
+    void ShowRoom(const std::wstring& destination) {
+        const std::uint64_t needed = needed_[destination];
+        const std::uint64_t free = console_.system.files.FreeSpace(destination);
+        const bool isEnough = needed == 0 || free >= needed + kSpareBytes;
+        if (!isEnough) console_.exitStatus.Note(error_number::kNotEnoughSpace);
+        console_.output.Line(std::wstring(isEnough ? L"room: " : L"too little room: ") +
+                             destination + L" (" + BytesText(needed) + L" needed, " +
+                             BytesText(free) + L" free)");
+        console_.output.Json(JsonLine("room")
+                                 .Text("path", destination)
+                                 .Number("needed", static_cast<std::int64_t>(needed))
+                                 .Number("free", static_cast<std::int64_t>(free))
+                                 .Truth("enough", isEnough));
+    }
+
+  private:
+    Plan PlanFor(const ListedItem& item) {
+        FileSystem& files = console_.system.files;
+        const auto facts = files.Look(item.path);
+        if (!facts) {
+            return {"missing", L"the item does not exist",
+                    item.IsFolder() ? error_number::kPathNotFound : error_number::kFileNotFound};
+        }
+        if (engine_.IsRefused(item.path)) {
+            return {"refused", L"it holds the destination or lies in it",
+                    error_number::kAccessError};
+        }
+        const std::int16_t location = engine_.LocationID(item.line);
+        if (location < 0) return {"fails", L"it gets no location number", error_number::kOverflow};
+        const auto survey = MFileDosShell::SurveyOf(console_.system, engine_, item.path, facts);
+        const auto copyName = [&](int number) {
+            return CFilePackageName(item.path, number, location, item.destination);
+        };
+        const std::wstring first = copyName(1);
+        if (files.Look(first) && engine_.PackageDate(first) == survey.newest) {
+            const auto comment = ReadStoredComment(console_, first);
+            if (!comment || !comment->isIncomplete) return {"unchanged", L""};
+            return {"incomplete", L"copy 1 is completed"};
+        }
+        if (item.copiesCount <= 0) {
+            return {"fails", DescriptionOf(error_number::kZeroCopyNumber),
+                    error_number::kZeroCopyNumber};
+        }
+        if (facts->isFolder != item.IsFolder()) {
+            return {"fails",
+                    facts->isFolder ? L"it is a folder: a folder's line ends with \"\\\""
+                                    : L"it is no folder",
+                    facts->isFolder ? error_number::kFileNotFound : error_number::kPathNotFound};
+        }
+        Plan plan{.result = "new copy", .detail = L""};
+        plan.size = item.kind == ItemKind::Folder
+                        ? ItemSize{survey.treeFiles, survey.treeBytes}
+                        : ItemSize{survey.files, static_cast<std::uint64_t>(survey.bytes)};
+        plan.detail = FilesAndBytesText(plan.size.files, plan.size.bytes);
+        if (files.Look(copyName(item.copiesCount))) {
+            plan.leaves = copyName(item.copiesCount);
+            plan.detail += L"; leaves: " + plan.leaves;
+        }
+        return plan;
+    }
+
+    Console& console_;
+    CPackage& engine_;
+    std::map<std::wstring, std::uint64_t> needed_;
+};
+
+}  // namespace
+
+int Preview(Console& console, const PreviewArguments& arguments) {
+    const ConsoleList list = ReadConsoleList(console, arguments.list);
+    SilentHost host(console);
+    CPackage engine(console.system, console.state, host);
+    Previewer previewer(console, engine);
+    for (const ListedItem& item : list.items) {
+        Console::StopIfAsked();
+        console.Try([&] {
+            const auto destination = console.system.files.Look(item.destination);
+            // A run ends here.
+            if (destination && destination->isFolder) previewer.Show(item);
+        });
+    }
+    for (const std::wstring& destination : list.destinations) {
+        console.Try([&] {
+            const auto facts = console.system.files.Look(destination);
+            if (!facts || !facts->isFolder) {
+                RaiseWith(error_number::kPathNotFound, L"The destination folder does not exist",
+                          destination);
+            }
+            previewer.ShowRoom(destination);
+        });
+    }
+    return 0;
+}
+
+}  // namespace vw

@@ -1,0 +1,124 @@
+#include "console/StoredCopies.h"
+
+#include <algorithm>
+#include <tuple>
+
+#include "console/Console.h"
+#include "engine/CPackage.h"
+#include "engine/CommentLine.h"
+#include "engine/CopyName.h"
+#include "engine/NameEncoding.h"
+#include "fsutil/PathText.h"
+#include "fsutil/TreeWalk.h"
+#include "platform/AnsiCodec.h"
+#include "platform/RuntimeError.h"
+#include "platform/TextCase.h"
+#include "restore/CopiesIndex.h"
+#include "restore/NestedItems.h"
+
+namespace vw {
+namespace {
+
+constexpr std::wstring_view kIncompleteMark = L"Incomplete";
+
+auto KeyOf(const DestinationEntry& entry) {
+    return std::tie(entry.name, entry.size, entry.lastWrite, entry.isFolder);
+}
+
+bool HasIncompleteLine(std::wstring_view text) {
+    const std::size_t end = text.find_first_of(L"\r\n");
+    if (end == text.npos) return false;
+    text.remove_prefix(std::min(text.find_first_not_of(L"\r\n", end), text.size()));
+    return EqualNoCase(text.substr(0, text.find_first_of(L"\r\n")), kIncompleteMark);
+}
+
+}  // namespace
+
+std::optional<StoredComment> ReadStoredComment(Console& console, std::wstring_view copyPath) {
+    const std::wstring file = CPackage::PackageCommentFile(copyPath);
+    const auto facts = console.system.files.Look(file);
+    if (!facts || facts->isFolder) return std::nullopt;
+    const AnsiCodec& ansi = console.system.ansi;
+    const std::wstring text = ansi.Decode(console.system.files.Read(file));
+    const std::wstring line = FirstLine(text);
+    StoredComment comment;
+    if (const auto date = CommentDateField(line)) comment.date = EnglishNameOrigin(*date, ansi);
+    if (const auto place = CommentLocationField(line)) {
+        comment.location = EnglishNameOrigin(*place, ansi);
+    }
+    comment.isIncomplete = HasIncompleteLine(text);
+    return comment;
+}
+
+std::optional<Date> DateOf(const StoredComment& comment) {
+    try {
+        if (!comment.date.empty()) return ReadCommentDate(comment.date);
+    } catch (const RuntimeError&) {
+        // A damaged date is no date.
+    }
+    return std::nullopt;
+}
+
+DestinationView::DestinationView(Console& console, std::wstring_view folder)
+    : console_(console), folder_(folder), entries_(Listed()) {}
+
+std::vector<DestinationEntry> DestinationView::Listed() const {
+    std::vector<DestinationEntry> entries;
+    console_.system.files.List(folder_, [&](const FolderEntry& entry) {
+        entries.push_back({entry, std::wstring(entry.name)});
+    });
+    std::ranges::sort(entries, {}, &DestinationEntry::name);
+    return entries;
+}
+
+bool DestinationView::HasChanged() const {
+    return !std::ranges::equal(entries_, Listed(), {}, KeyOf, KeyOf);
+}
+
+std::vector<CopySeries> DestinationView::Series() const {
+    std::vector<CopyEntry> copies;
+    std::vector<std::wstring> comments;
+    for (const DestinationEntry& entry : entries_) {
+        std::wstring path = JoinPath(folder_, entry.name);
+        if (IsCopyName(entry.name)) {
+            copies.push_back({.path = std::move(path), .isFolder = entry.isFolder});
+        } else if (IsCommentName(entry.name)) {
+            comments.push_back(std::move(path));
+        }
+    }
+    return GroupCopies(std::move(copies), comments);
+}
+
+std::vector<ShownCopy> CopiesIn(Console& console, const DestinationView& view) {
+    FileSystem& files = console.system.files;
+    std::vector<ShownCopy> shown;
+    for (const CopySeries& series : view.Series()) {
+        std::vector<NestedItem> nested;
+        if (series.MayHoldOthers()) {
+            std::vector<std::wstring> folders;
+            for (const CopyEntry& copy : series.copies) {
+                if (copy.isFolder) folders.push_back(copy.path);
+            }
+            nested = FindNestedItems(files, console.system.pump, folders);
+        }
+        std::wstring commentOf;
+        for (const CopyEntry& copy : series.copies) {
+            if (copy.hasComment && commentOf.empty()) commentOf = copy.path;
+        }
+        for (const CopyEntry& copy : series.copies) {
+            const int number = CFileBackNumber(MFileDosShell::CFileName(copy.path));
+            for (const NestedItem& item : nested) {
+                std::wstring path = JoinPath(copy.path, item.below);
+                if (!copy.isFolder || !files.Look(path)) continue;
+                shown.push_back(
+                    {MFileDosShell::CFileName(item.below), series.location, number, std::move(path),
+                     item.commentIn.empty() ? L"" : JoinPath(item.commentIn, item.below)});
+            }
+            if (copy.isFolder && HoldsAny(files, copy.path, nested)) continue;
+            shown.push_back({series.origin, series.location, number, copy.path, commentOf});
+        }
+    }
+    return shown;
+}
+
+}  // namespace vw

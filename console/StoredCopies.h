@@ -1,0 +1,71 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/Date.h"
+#include "platform/FileSystem.h"
+#include "restore/CopySeries.h"
+
+namespace vw {
+
+class Console;
+
+/// A comment as it lies beside a copy.
+struct StoredComment {
+    std::wstring date;      ///< the field of its date; empty without one
+    std::wstring location;  ///< decoded; empty when the comment names none
+    bool isIncomplete = false;
+};
+
+/// The comment file's contents; nothing when there is no such file.
+[[nodiscard]] std::optional<StoredComment> ReadStoredComment(Console& console,
+                                                             std::wstring_view copyPath);
+
+/// The date that a comment states; nothing when it states none that can be read.
+[[nodiscard]] std::optional<Date> DateOf(const StoredComment& comment);
+
+/// An entry directly in a destination.
+struct DestinationEntry : FileFacts {
+    std::wstring name;
+};
+
+/// What lies in a destination, from one listing that locks and changes nothing.
+class DestinationView {
+  public:
+    /// Raises 76 when there is no such folder.
+    DestinationView(Console& console, std::wstring_view folder);
+
+    [[nodiscard]] const std::wstring& Folder() const noexcept { return folder_; }
+    [[nodiscard]] const std::vector<DestinationEntry>& Entries() const noexcept { return entries_; }
+
+    /// Its copies by item, in order of their names.
+    [[nodiscard]] std::vector<CopySeries> Series() const;
+
+    /// Whether another listing would show something else by now.
+    [[nodiscard]] bool HasChanged() const;
+
+  private:
+    [[nodiscard]] std::vector<DestinationEntry> Listed() const;
+
+    Console& console_;
+    std::wstring folder_;
+    std::vector<DestinationEntry> entries_;
+};
+
+/// A copy to be shown: one of a series, or of an item below a folder with a point in its name.
+struct ShownCopy {
+    std::wstring item;  ///< the name of what it was made from
+    int location = 0;
+    int number = 0;
+    std::wstring path;
+    std::wstring commentOf;  ///< the copy of the item whose comment names its place; may be empty
+};
+
+/// Every copy in a destination, in order of their items and numbers.
+[[nodiscard]] std::vector<ShownCopy> CopiesIn(Console& console, const DestinationView& view);
+
+}  // namespace vw
