@@ -135,5 +135,31 @@ TEST_F(ListCommands, AChosenDestinationIsStoredAndSavedAtOnce) {
     EXPECT_THAT(calls, ElementsAre(L"ListRestoreFiles", L"RestoredPath "));
 }
 
+TEST_F(ListCommands, SaveAs_OverAnotherList_KeepsNoOldFile) {
+    ListFile(world.ansi.Encode(tree.File(L"a.txt")));
+    list.GetList();
+    const std::wstring other = tree.File(L"Other.vwl", "an old list");
+    dialogs.Expect(other);
+    list.FileSaveAs();
+    EXPECT_FALSE(world.disk.Look(other + L".old")) << "the user has agreed to replace it";
+}
+
+TEST_F(ListCommands, Open_ListCannotBeRead_IsStillARecentList) {
+    ListFile("");
+    list.GetList();
+    const std::wstring other = Path(L"Unplugged\\Other.vwl");
+    list.FileOpen(other);
+    EXPECT_EQ(world.errors.TakeOne().number, error_number::kPathNotFound);
+    EXPECT_EQ(recent.RecentFile(1), other);
+}
+
+TEST_F(ListCommands, GetList_WithoutDestination_ShowsTheDriveOfThePresentOne) {
+    state.BackupTo = L"D:\\Vault";
+    main.form.Choose(L"cmbDestination", L"C:");
+    ListFile("Backages: 4\r\n");
+    list.GetList();
+    EXPECT_EQ(main.form.Text(L"cmbDestination"), L"D:");
+}
+
 }  // namespace
 }  // namespace vw::test

@@ -1,0 +1,208 @@
+// The cleaning of all temporary folders: which ones, in which order, and what stops it.
+
+#include <gmock/gmock.h>
+
+#include "fsutil/Scripting.h"
+#include "fsutil/TempCleaning.h"
+#include "platform/Handle.h"
+#include "platform/ProgramState.h"
+#include "platform/RuntimeError.h"
+#include "platform/TextCase.h"
+#include "tests/support/TempTree.h"
+#include "tests/support/TestWorld.h"
+
+namespace vw::test {
+namespace {
+
+/// The real disk, but the folder of Windows and the temporary folder are folders of the test: those
+/// of the machine must not be cleaned.
+class OwnWindows final : public ForwardingFileSystem {
+  public:
+    OwnWindows(FileSystem& inner, std::wstring windows, std::wstring temporary)
+        : ForwardingFileSystem(inner),
+          windows_(std::move(windows)),
+          temporary_(std::move(temporary)) {
+        wchar_t path[MAX_PATH + 1]{};
+        GetWindowsDirectoryW(path, MAX_PATH);
+        real_ = path;
+    }
+
+    std::optional<FileFacts> Look(std::wstring_view path) override {
+        return ForwardingFileSystem::Look(Own(path));
+    }
+    void List(std::wstring_view folder, const EntryVisitor& visitor) override {
+        ForwardingFileSystem::List(Own(folder), visitor);
+    }
+    void EraseFile(std::wstring_view path) override { ForwardingFileSystem::EraseFile(Own(path)); }
+    void EraseFolder(std::wstring_view path) override {
+        ForwardingFileSystem::EraseFolder(Own(path));
+    }
+    std::wstring TempFolder() override { return temporary_; }
+
+  private:
+    [[nodiscard]] std::wstring Own(std::wstring_view path) const {
+        if (!EqualNoCase(path.substr(0, real_.size()), real_)) return std::wstring(path);
+        return windows_ + std::wstring(path.substr(real_.size()));
+    }
+
+    std::wstring real_;
+    std::wstring windows_;
+    std::wstring temporary_;
+};
+
+class CallbackHost final : public CleaningHost {
+  public:
+    void Msg(std::wstring_view, std::wstring_view) override {
+        if (onMsg) onMsg();
+    }
+    void BusyHide(bool) override {}
+
+    std::function<void()> onMsg;
+};
+
+class TempFolders : public testing::Test {
+  protected:
+    TempFolders() {
+        for (const auto* folder : {L"Temporary", L"Windows\\Temp", L"Windows\\prefetch"}) {
+            tree.Folder(folder);
+        }
+    }
+
+    void Clean() {
+        System system = world.With(disk);
+        MFileDosShell::DellTemp(system, state, shell, true, host);
+    }
+    [[nodiscard]] bool IsThere(std::wstring_view relative) const {
+        return Exists(tree.Path(relative));
+    }
+
+    TempTree tree;
+    TestWorld world;
+    OwnWindows disk{world.files, tree.Path(L"Windows"), tree.Path(L"Temporary")};
+    ProgramState state;
+    MMyScripting::ScriptShell shell;
+    CallbackHost host;
+};
+
+TEST_F(TempFolders, Clean_AllFolders_AreEmptiedAndStay) {
+    for (const auto* folder : {L"Temporary\\", L"Windows\\Temp\\", L"Windows\\prefetch\\"}) {
+        tree.File(folder + std::wstring(L"a.dat"));
+        tree.File(folder + std::wstring(L"Sub\\b.dat"));
+    }
+    tree.File(L"Windows\\keep.dat");
+    Clean();
+    for (const auto* folder : {L"Temporary", L"Windows\\Temp", L"Windows\\prefetch"}) {
+        EXPECT_TRUE(ReadTree(tree.Path(folder)).empty()) << folder;
+        EXPECT_TRUE(IsThere(folder));
+    }
+    EXPECT_TRUE(IsThere(L"Windows\\keep.dat"));
+}
+
+TEST_F(TempFolders, Clean_EarlierRunWasCancelled_CleansAll) {
+    tree.File(L"Temporary\\a.dat");
+    tree.File(L"Windows\\left.TMP");
+    state.cancelRequested = true;
+    Clean();
+    EXPECT_FALSE(IsThere(L"Temporary\\a.dat"));
+    EXPECT_FALSE(IsThere(L"Windows\\left.TMP"));
+}
+
+TEST_F(TempFolders, Clean_CancelledInTheFirstFolder_LeavesTheOthers) {
+    tree.File(L"Temporary\\a.dat");
+    tree.File(L"Windows\\Temp\\b.dat");
+    tree.File(L"Windows\\prefetch\\c.dat");
+    tree.File(L"Windows\\left.TMP");
+    host.onMsg = [this] { state.cancelRequested = true; };
+    Clean();
+    EXPECT_FALSE(IsThere(L"Temporary\\a.dat"));
+    EXPECT_TRUE(IsThere(L"Windows\\Temp\\b.dat"));
+    EXPECT_TRUE(IsThere(L"Windows\\prefetch\\c.dat"));
+    EXPECT_TRUE(IsThere(L"Windows\\left.TMP"));
+}
+
+TEST_F(TempFolders, Clean_CancelledBetweenFolders_DoesNotListTheNext) {
+    tree.File(L"Temporary\\a.dat");
+    host.onMsg = [this] { state.cancelRequested = true; };
+    Clean();
+    for (const FileOperation& operation : world.files.Operations()) {
+        EXPECT_FALSE(operation.call == FileCall::List && operation.path.ends_with(L"Windows\\Temp"))
+            << Describe(operation);
+    }
+}
+
+TEST_F(TempFolders, Clean_TmpFileOfWindowsReadOnly_IsDeleted) {
+    tree.File(L"Windows\\left.tmp");
+    tree.SetAttributes(L"Windows\\left.tmp", FILE_ATTRIBUTE_READONLY);
+    Clean();
+    EXPECT_FALSE(IsThere(L"Windows\\left.tmp"));
+}
+
+TEST_F(TempFolders, Clean_TmpFileOfWindowsInUse_IsPassedOver) {
+    for (const auto* name : {L"Windows\\a.tmp", L"Windows\\b.tmp", L"Windows\\c.tmp"}) {
+        tree.File(name);
+    }
+    {
+        const FileHandle held(CreateFileW(tree.Path(L"Windows\\b.tmp").c_str(), GENERIC_READ, 0,
+                                          nullptr, OPEN_EXISTING, 0, nullptr));
+        Clean();
+    }
+    EXPECT_FALSE(IsThere(L"Windows\\a.tmp"));
+    EXPECT_TRUE(IsThere(L"Windows\\b.tmp"));
+    EXPECT_FALSE(IsThere(L"Windows\\c.tmp"));
+}
+
+TEST_F(TempFolders, Clean_TmpFilesOfWindows_YieldsAfterEach) {
+    tree.File(L"Windows\\a.tmp");
+    tree.File(L"Windows\\b.tmp");
+    Clean();
+    EXPECT_EQ(world.pump.Yields(), 2);
+}
+
+TEST_F(TempFolders, Clean_CancelledAtATmpFile_LeavesTheRest) {
+    tree.File(L"Windows\\a.tmp");
+    tree.File(L"Windows\\b.tmp");
+    world.pump.AtEachYield([this] { state.cancelRequested = true; });
+    Clean();
+    EXPECT_NE(IsThere(L"Windows\\a.tmp"), IsThere(L"Windows\\b.tmp"));
+}
+
+class DelInFolder : public TempFolders {
+  protected:
+    void Empty(bool skip = true) {
+        MFileDosShell::DelInFolder(world.system, state, tree.Path(L"Temporary"), L"yes", skip,
+                                   host);
+    }
+};
+
+TEST_F(DelInFolder, Files_YieldsAfterEach) {
+    for (const auto* name : {L"Temporary\\a", L"Temporary\\b", L"Temporary\\c"}) tree.File(name);
+    Empty();
+    EXPECT_EQ(world.pump.Yields(), 3);
+}
+
+TEST_F(DelInFolder, SubFolderThatStays_YieldsAfterIt) {
+    tree.Folder(L"Temporary\\Sub");
+    world.files.FailFrom(1, error_number::kPermissionDenied, OnlyCalls({FileCall::EraseFolder}));
+    Empty();
+    EXPECT_EQ(world.pump.Yields(), 1);
+}
+
+TEST_F(DelInFolder, SubFolderDeletedInParts_KeepsItsVbFiles) {
+    tree.File(L"Temporary\\Sub\\VB1.tmp");
+    tree.File(L"Temporary\\Sub\\a.tmp");
+    world.files.FailNth(1, error_number::kPermissionDenied, OnlyCalls({FileCall::EraseFile}));
+    Empty();
+    EXPECT_TRUE(IsThere(L"Temporary\\Sub\\VB1.tmp"));
+    EXPECT_FALSE(IsThere(L"Temporary\\Sub\\a.tmp"));
+}
+
+TEST_F(DelInFolder, SubFolderDeletedInPartsWithoutSkip_DeletesItsVbFiles) {
+    tree.File(L"Temporary\\Sub\\VB1.tmp");
+    tree.File(L"Temporary\\Sub\\a.tmp");
+    world.files.FailNth(1, error_number::kPermissionDenied, OnlyCalls({FileCall::EraseFile}));
+    Empty(false);
+    EXPECT_FALSE(IsThere(L"Temporary\\Sub\\VB1.tmp"));
+}
+
+}  // namespace
+}  // namespace vw::test
