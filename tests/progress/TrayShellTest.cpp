@@ -1,0 +1,106 @@
+// What the user gets of the notification icon: its moving picture, its menu, and its end.
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <vector>
+
+#include "platform/ProgramState.h"
+#include "progress/TrayIcon.h"
+#include "tests/support/TestWorld.h"
+#include "tests/ui/FormFixture.h"
+#include "ui/resource.h"
+
+namespace vw::test {
+namespace {
+
+class NoHost final : public TrayHost {
+  public:
+    std::vector<Form*> LoadedForms() override { return {}; }
+    void frmUnload() override {}
+};
+
+/// The pixels of an icon's picture.
+std::vector<std::uint32_t> PixelsOf(HICON icon) {
+    ICONINFO info{};
+    EXPECT_TRUE(GetIconInfo(icon, &info));
+    BITMAP bitmap{};
+    GetObjectW(info.hbmColor, sizeof bitmap, &bitmap);
+    BITMAPINFO layout{};
+    layout.bmiHeader = {
+        sizeof(BITMAPINFOHEADER), bitmap.bmWidth, -bitmap.bmHeight, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+    std::vector<std::uint32_t> pixels(static_cast<std::size_t>(bitmap.bmWidth * bitmap.bmHeight));
+    const HDC screen = GetDC(nullptr);
+    EXPECT_NE(GetDIBits(screen, info.hbmColor, 0, static_cast<UINT>(bitmap.bmHeight), pixels.data(),
+                        &layout, DIB_RGB_COLORS),
+              0);
+    ReleaseDC(nullptr, screen);
+    DeleteObject(info.hbmColor);
+    DeleteObject(info.hbmMask);
+    return pixels;
+}
+
+/// The pop-up menu that is open in this thread, and its bold entry; closes it.
+struct OpenMenu {
+    bool wasThere = false;
+    UINT boldEntry = 0;
+};
+OpenMenu seenMenu;
+
+void CALLBACK CloseMenu(HWND window, UINT, UINT_PTR timer, DWORD) {
+    const HWND menu = FindWindowW(L"#32768", nullptr);
+    if (menu == nullptr || !IsWindowVisible(menu)) return;
+    constexpr UINT kGetMenu = 0x01E1;  // MN_GETHMENU
+    const auto handle = reinterpret_cast<HMENU>(SendMessageW(menu, kGetMenu, 0, 0));
+    seenMenu = {true, GetMenuDefaultItem(handle, FALSE, 0)};
+    KillTimer(window, timer);
+    EndMenu();
+}
+
+class TrayShell : public testing::TestWithParam<Language> {
+  protected:
+    void Notify(UINT code) { SendMessageW(icon.Window().Handle(), WM_MOUSEMOVE, 0, code); }
+    void Tick() { SendMessageW(icon.Window().Handle(), WM_TIMER, ID_Timer1, 0); }
+
+    TestWorld world;
+    ProgramState state;
+    NoHost host;
+    TrayIcon icon{world.system, state, GetParam(), host};
+};
+
+INSTANTIATE_TEST_SUITE_P(Languages, TrayShell, testing::ValuesIn(kLanguages));
+
+TEST_P(TrayShell, Tick_FourTimes_ShowsFourPicturesInTurn) {
+    icon.Load();
+    std::vector<std::vector<std::uint32_t>> pictures;
+    for (int i = 0; i < 8; ++i) {
+        Tick();
+        pictures.push_back(PixelsOf(icon.Window().Icon()));
+    }
+    for (std::size_t i = 0; i < 4; ++i) {
+        EXPECT_EQ(pictures[i], pictures[i + 4]) << i;
+        for (std::size_t other = 0; other < i; ++other) EXPECT_NE(pictures[i], pictures[other]);
+    }
+}
+
+TEST_P(TrayShell, RightButton_OpensTheMenuWithMaximizeInBold) {
+    icon.Load();
+    seenMenu = {};
+    constexpr UINT_PTR kTimer = 77;
+    SetTimer(icon.Window().Handle(), kTimer, 10, CloseMenu);
+    Notify(WM_RBUTTONDOWN);
+    KillTimer(icon.Window().Handle(), kTimer);
+    EXPECT_TRUE(seenMenu.wasThere);
+    EXPECT_EQ(seenMenu.boldEntry, static_cast<UINT>(ID_mnuProp1Maximize));
+}
+
+TEST_P(TrayShell, Unload_TakesTheIconOutOfTheNotificationArea) {
+    icon.Load();
+    NOTIFYICONDATAW record = icon.InitIconStruct();
+    ASSERT_TRUE(Shell_NotifyIconW(NIM_MODIFY, &record));
+    icon.Unload();
+    EXPECT_FALSE(Shell_NotifyIconW(NIM_MODIFY, &record));
+}
+
+}  // namespace
+}  // namespace vw::test
