@@ -1,3 +1,4 @@
+# shellcheck shell=bash disable=SC2034,SC2154  # scripts/bench reads and sets the variables
 # The same runs in the window, with the busy dialog shown and its report kept, against the silent run:
 # what the windows cost. In the window the time runs from the command until the report is complete,
 # silently from the start of the process to its end.

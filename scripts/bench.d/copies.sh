@@ -1,3 +1,4 @@
+# shellcheck shell=bash disable=SC2034,SC2154  # scripts/bench reads and sets the variables
 # The copies of many items listed in the restore view (which "/R" opens and closes unseen), against
 # listing the folder of the copies. Five times as many must not take more than six times as long.
 copies=$((folders * 20))

@@ -1,3 +1,4 @@
+# shellcheck shell=bash disable=SC2034,SC2154  # scripts/bench reads and sets the variables
 # The first backup of many small files, against copying the same tree into an empty folder. Our run
 # reports each file on its standard output, as xcopy does without /Q.
 #

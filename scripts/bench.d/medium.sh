@@ -1,3 +1,4 @@
+# shellcheck shell=bash disable=SC2034,SC2154  # scripts/bench reads and sets the variables
 # Some hundred files of photographs' size, against copying the folder with what the system brings.
 files=$((folders * 200 / 500))
 title="first backup of $files files of 5 MiB"

@@ -1,3 +1,4 @@
+# shellcheck shell=bash disable=SC2034,SC2154  # scripts/bench reads and sets the variables
 # A folder copy that takes its place in a full series: the oldest copy goes, the others move up. The
 # number of copies of other items in the destination must hardly count.
 few=20

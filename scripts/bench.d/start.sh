@@ -1,3 +1,4 @@
+# shellcheck shell=bash disable=SC2034,SC2154  # scripts/bench reads and sets the variables
 # A silent start that has nothing to do, against a process that ends at once.
 title='silent start, empty list'
 sides=(vaultwright cmd)

@@ -1,3 +1,4 @@
+# shellcheck shell=bash disable=SC2034,SC2154  # scripts/bench reads and sets the variables
 # A run that finds nothing changed, against listing the same tree.
 title="unchanged run, $((folders * 100)) small files in $folders folders"
 sides=(vaultwright walk dir xcopy-d rsync cp-u)

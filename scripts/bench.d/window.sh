@@ -1,3 +1,4 @@
+# shellcheck shell=bash disable=SC2034,SC2154  # scripts/bench reads and sets the variables
 # From the start to the painted main window, with a list of twenty items, against the system's editor
 # of texts, which has next to nothing to show. Both are ended as soon as their window stands.
 title='start to the painted window, 20 items'

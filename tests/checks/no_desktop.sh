@@ -22,6 +22,7 @@ fail() {
 ends() {
     local code=0 wanted=$1
     shift
+    # shellcheck disable=SC2154  # set by scripts/wine --environment
     "$wineLoader" "$build/bin/Vaultwright.exe" "$@" >"$folder/said" 2>&1 || code=$?
     [[ $code -eq $((wanted % 256)) ]] || fail "$* ended with $code instead of $wanted"
 }

@@ -88,7 +88,7 @@ listOf 2 >"$folder/new"
 cp "$folder/old" "$listFile"
 openWindow
 saveUnderStrace
-[[ $answer == done ]] || fail 'the program ended in a save that nobody disturbed'
+[[ $answer == 'done' ]] || fail 'the program ended in a save that nobody disturbed'
 mapfile -t steps < <(stepsOfSave)
 closeWindow
 lookAt 'nothing'

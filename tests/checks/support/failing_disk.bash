@@ -1,3 +1,4 @@
+# shellcheck shell=bash disable=SC2154  # variables go to and come from the scripts that source it
 # Shared by the checks in which calls on the disk fail (fail_call.c). To be sourced behind
 # killed_world.bash.
 
