@@ -3,7 +3,7 @@
 set -euo pipefail
 cd "$(dirname "$(readlink -f "$0")")/../.."
 
-mapfile -d '' files < <(find platform fsutil list engine ui progress restore app tests tools \
+mapfile -d '' files < <(find platform fsutil list engine ui progress restore app console tests tools \
     \( -name '*.h' -o -name '*.cpp' \) ! -name resource.h -print0 2>/dev/null)
 if [[ ${#files[@]} -eq 0 ]]; then
     echo "no files found"
