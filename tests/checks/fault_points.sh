@@ -9,6 +9,7 @@
 #
 # FAULT_POINTS=n    how many points are tried in all (default 10)
 # FAULT_SEED=n      another choice of points (default 1)
+# VW_ATTACKED=console  lets runs of vw.exe fail instead (console_fault_points.sh)
 # VW_BUILD=FOLDER   the build folder (default build/release)
 set -euo pipefail
 cd "$(dirname "$(readlink -f "$0")")/../.."
@@ -25,7 +26,7 @@ failed=0
 backUp() {
     rm -f "$VW_FAIL_LOG"
     printf '%8d %4d\n' "$1" "$2" >"$VW_FAIL_CONTROL"
-    run "/B $list"
+    run "${attacked[*]:1}" "${attacked[0]}"
     rm -f "$VW_FAIL_CONTROL"
 }
 

@@ -12,8 +12,12 @@ std::vector<std::wstring> KillWorld::AfterFault(int exitCode, std::wstring_view 
     const auto done = std::count_if(items_.begin(), items_.end(), [&](const Item& item) {
         return !IsDue(item) || (item.newStands && !item.isPartial);
     });
+    // The console program writes "error: path: reason"; its error number is its exit code.
+    const bool isConsole = reports.starts_with(L"error: ");
+    const std::wstring before = isConsole ? L"error: " : L"\r\n";
+    const std::wstring behind = isConsole ? L": " : L"\r\n";
     const auto names = [&](const std::wstring& path) {
-        return reports.find(L"\r\n" + path) != std::wstring_view::npos;
+        return reports.find(before + path) != std::wstring_view::npos;
     };
     if (exitCode == 0) {
         for (const std::wstring& fault : AfterNextRun()) {
@@ -25,12 +29,12 @@ std::vector<std::wstring> KillWorld::AfterFault(int exitCode, std::wstring_view 
     }
     // Without the list or the destination nothing can be done at all.
     const bool isAll =
-        names(List() + L"\r\n") || names(Vault() + L"\r\n") || names(Vault() + L"\\\r\n");
+        names(List() + behind) || names(Vault() + behind) || names(Vault() + L"\\" + behind);
     if (static_cast<std::size_t>(done) + 1 < items_.size() && !isAll) {
         faults.push_back(L"the fault cost " + std::to_wstring(items_.size() - done) + L" items");
     }
-    if (reports.find(L"Error " + std::to_wstring(exitCode) + L" in line ") ==
-        std::wstring_view::npos) {
+    if (!isConsole && reports.find(L"Error " + std::to_wstring(exitCode) + L" in line ") ==
+                          std::wstring_view::npos) {
         faults.push_back(L"exit code " + std::to_wstring(exitCode) + L" but no such report");
     }
     if (!names(folder_)) {

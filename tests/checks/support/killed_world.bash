@@ -2,11 +2,19 @@
 # Shared by the checks that attack a run of the program and look at its world afterwards
 # (tests/system/KillWorld.h). To be sourced from the project's root, with `checkName` set to that of
 # the check. The world lies in a folder of the build, which the program sees as drive K:.
+#
+# With VW_ATTACKED=console the attacked runs are those of vw.exe. The next ones, which complete what
+# an attack has left, are always made by the program with windows.
 
 build=$(readlink -f "${VW_BUILD:-build/release}")
-readonly build
-readonly folder=$build/$checkName
 readonly program='K:\Vaultwright.exe' list='K:\world\List.vwl'
+attacked=("$program" /B "$list")
+if [[ ${VW_ATTACKED:-} == console ]]; then
+    attacked=('K:\vw.exe' backup --as-window "$list")
+    checkName=console_$checkName
+fi
+readonly attacked
+readonly build folder=$build/$checkName
 readonly listMark='/world/List.vwl'
 readonly mostFailures=3
 export VW_PREFIX=$build/prefix/$checkName
@@ -22,6 +30,7 @@ prepareFolder() {
     rm -rf "$folder"
     mkdir -p "$folder"
     cp "$build/bin/Vaultwright.exe" "$build/tests/kill_point.exe" "$folder/"
+    [[ ${VW_ATTACKED:-} != console ]] || cp "$build/bin/vw.exe" "$folder/"
     scripts/wine --prepare
     ln -sfn "$folder" "$VW_PREFIX/dosdevices/k:"
 }
@@ -41,11 +50,11 @@ look() {
     return "$code"
 }
 
-# run ARGUMENTS: a run of the program to its end, its boxes answered. Sets exitCode; what it reports
+# run ARGUMENTS [PROGRAM]: a run of the program to its end, its boxes answered. Sets exitCode; what it reports
 # of errors is in the file "reports".
 run() {
     exitCode=0
-    scripts/wine 'K:\kill_point.exe' run 'K:\reports' "$program" "$1" || exitCode=$?
+    scripts/wine 'K:\kill_point.exe' run 'K:\reports' "${2:-$program}" "$1" || exitCode=$?
 }
 
 # What the program runs in when strace starts it; the display may be another one after a while.
