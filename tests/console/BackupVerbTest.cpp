@@ -90,7 +90,8 @@ TEST_F(VwBackup, FileInUse_IsNamedAndTheOthersAreCopied) {
                                       OPEN_EXISTING, 0, nullptr));
     RunsTo(error_number::kPermissionDenied, L"backup " + List());
     EXPECT_EQ(Short(errors), L"error: ~\\Work\\b.txt: Permission denied\r\n");
-    EXPECT_EQ(Short(lines.at(1)), L"copied: ~\\Work\\ (1 file, 1 byte, 1 failed)");
+    EXPECT_EQ(Short(lines.at(1)), L"Files are missing, copy 1 is incomplete: ~\\Work\\");
+    EXPECT_EQ(Short(lines.at(2)), L"copied: ~\\Work\\ (1 file, 1 byte, 1 failed)");
     EXPECT_EQ(ReadBytes(Stored(L"Work«0001»\\Sub\\c.txt")), "1");
 }
 
