@@ -43,6 +43,21 @@ bool KeepsItsOrder(std::wstring_view text) noexcept {
            (IsLeftToRightLetter(text.back()) || IsDigit(text.back()));
 }
 
+// A text with each of its lines changed; the line ends stay.
+template <typename Change>
+std::wstring EachLine(std::wstring_view text, Change change) {
+    std::wstring changed;
+    while (!text.empty()) {
+        const std::size_t end = std::min(text.find_first_of(L"\r\n"), text.size());
+        changed += change(text.substr(0, end));
+        text.remove_prefix(end);
+        if (text.empty()) break;
+        changed += text.front();
+        text.remove_prefix(1);
+    }
+    return changed;
+}
+
 }  // namespace
 
 bool NameReadsFromRight(std::wstring_view name) noexcept {
@@ -74,18 +89,33 @@ std::wstring MarkPath(std::wstring_view path) {
 }
 
 std::wstring MarkLines(std::wstring_view text) {
-    std::wstring marked;
-    while (!text.empty()) {
-        const std::size_t end = std::min(text.find_first_of(L"\r\n"), text.size());
-        const std::wstring_view line = text.substr(0, end);
+    return EachLine(text, [](std::wstring_view line) {
         const bool isPath = LooksLikePath(line) || !PhraseReadsFromRight(line);
-        marked += isPath ? MarkPath(line) : std::wstring(line);
-        text.remove_prefix(end);
-        if (text.empty()) break;
-        marked += text.front();
-        text.remove_prefix(1);
-    }
-    return marked;
+        return isPath ? MarkPath(line) : std::wstring(line);
+    });
+}
+
+std::wstring MarkReport(std::wstring_view lines) {
+    return EachLine(lines, [](std::wstring_view line) {
+        if (line.find(L'\\') == std::wstring_view::npos) return MarkSentence(line);
+        std::wstring marked;
+        for (std::size_t i = 0; i < line.size(); ++i) {
+            marked += line[i];
+            if (line[i] == L'\\' && i + 1 < line.size() && MayReadFromRight(line[i + 1])) {
+                marked += kLeftToRightMark;
+            }
+        }
+        return marked;
+    });
+}
+
+std::wstring WithoutMarks(std::wstring_view text) {
+    std::wstring plain(text);
+    std::erase_if(plain, [](wchar_t unit) {
+        return unit == kLeftToRightMark || unit == kLeftToRightEmbedding ||
+               unit == kRightToLeftEmbedding || unit == kEndOfEmbedding;
+    });
+    return plain;
 }
 
 std::wstring MarkSentence(std::wstring_view sentence) {

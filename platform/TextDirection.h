@@ -29,6 +29,14 @@ namespace vw {
 /// letters, is marked as MarkPath does. All other lines stay as they are.
 [[nodiscard]] std::wstring MarkLines(std::wstring_view text);
 
+/// Lines of a report, whose box reads from left to right: the folders of a path keep their order,
+/// and a sentence with right-to-left letters is marked as MarkSentence does. All other lines stay
+/// as they are.
+[[nodiscard]] std::wstring MarkReport(std::wstring_view lines);
+
+/// The text without such marks, for what leaves the window: a path has to be the path again.
+[[nodiscard]] std::wstring WithoutMarks(std::wstring_view text);
+
 /// A sentence that reads from right to left wherever it is shown. Returns it unchanged when it has
 /// no right-to-left letters, or nothing else than such letters and blanks.
 [[nodiscard]] std::wstring MarkSentence(std::wstring_view sentence);

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "platform/SystemError.h"
+#include "ui/ReportBox.h"
 #include "ui/ScrollBar.h"
 
 namespace vw {
@@ -104,7 +105,6 @@ void AllowDropsFromDesktop(HWND control) {
 }
 
 void Prepare(HWND control, const ControlData& data) {
-    constexpr WPARAM kUnlimited = 0x7FFFFFFE;
     switch (data.kind) {
         case ControlKind::ListView:
             SetWindowTheme(control, L"Explorer", nullptr);
@@ -115,7 +115,7 @@ void Prepare(HWND control, const ControlData& data) {
             ScrollBar::SetValue(control, 0, data.lowest, data.highest);
             break;
         case ControlKind::Report:
-            SendMessageW(control, EM_SETLIMITTEXT, kUnlimited, 0);
+            ReportBox::Prepare(control);
             break;
         case ControlKind::ProgressBar:
             SendMessageW(control, PBM_SETRANGE32, 0, kProgressMaximum);

@@ -3,6 +3,7 @@
 #include "platform/RuntimeError.h"
 #include "ui/ControlFactory.h"
 #include "ui/Form.h"
+#include "ui/ReportBox.h"
 #include "ui/ScrollBar.h"
 
 // How the program reaches the controls of a form.
@@ -205,10 +206,7 @@ void Form::SetProgress(std::wstring_view bar, int value) {
 void Form::Append(std::wstring_view report, std::wstring_view text) {
     const Part* part = Find(report, ControlKind::Report);
     if (part == nullptr) return;
-    const std::wstring added(text);
-    const auto end = static_cast<WPARAM>(GetWindowTextLengthW(part->window));
-    SendMessageW(part->window, EM_SETSEL, end, static_cast<LPARAM>(end));
-    SendMessageW(part->window, EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(added.c_str()));
+    ReportBox::Append(part->window, text, language_);
 }
 
 void Form::EnableTimer(std::wstring_view timer, bool on) {

@@ -70,6 +70,25 @@ TEST(MarkLines, LineEnds_Stay) {
     EXPECT_EQ(MarkLines(L""), L"");
 }
 
+TEST(MarkReport, ArabicFolders_KeepTheirOrder) {
+    EXPECT_EQ(MarkReport(L"Backing: C:\\العمل\\عقود\\a.txt\r\n\tDone.\r\n"),
+              L"Backing: C:\\\u200Eالعمل\\\u200Eعقود\\a.txt\r\n\tDone.\r\n");
+    EXPECT_EQ(MarkReport(L"Backing: C:\\Docs\\a.txt"), L"Backing: C:\\Docs\\a.txt");
+}
+
+TEST(MarkReport, ArabicSentence_ReadsFromRightToLeft) {
+    EXPECT_EQ(MarkReport(L"تم تخطي الارتباط التالي"), L"تم تخطي الارتباط التالي");
+    EXPECT_EQ(MarkReport(L"توقف النسخ."), L"\u202Bتوقف النسخ.\u202C");
+}
+
+TEST(WithoutMarks, MarkedPath_IsThePathAgain) {
+    for (const auto* path : {L"C:\\العمل\\عقود\\", L"C:\\Docs\\a.txt", L"«النسخ الآن»."}) {
+        EXPECT_EQ(WithoutMarks(MarkPath(path)), path);
+        EXPECT_EQ(WithoutMarks(MarkReport(path)), path);
+        EXPECT_EQ(WithoutMarks(MarkSentence(path)), path);
+    }
+}
+
 TEST(MarkSentence, LatinInASentence_Embeds) {
     EXPECT_EQ(MarkSentence(L"قائمة جديدة (Ctrl+N)"), L"\u202Bقائمة جديدة (Ctrl+N)\u202C");
 }

@@ -226,6 +226,37 @@ TEST(FormState, ALongPathIsKeptWholeInItsLabel) {
     EXPECT_EQ(std::wstring(info.lpszText), L"") << "no tip for what can be read";
 }
 
+// What a report box puts on the clipboard when all of it is copied.
+std::wstring CopiedFrom(HWND report) {
+    SendMessageW(report, EM_SETSEL, 0, -1);
+    SendMessageW(report, WM_COPY, 0, 0);
+    if (OpenClipboard(report) == 0) return L"no clipboard";
+    const HANDLE data = GetClipboardData(CF_UNICODETEXT);
+    std::wstring text;
+    if (data != nullptr) {
+        text = static_cast<const wchar_t*>(GlobalLock(data));
+        GlobalUnlock(data);
+    }
+    CloseClipboard();
+    return text;
+}
+
+TEST(FormState, ArabicReport_ShowsPathsWithMarksAndCopiesThemWithout) {
+    LoadedForm busy(BusyForm(), Language::Arabic);
+    const std::wstring lines = L"تم تخطي الارتباط التالي\r\nC:\\العمل\\عقود\\\r\n";
+    busy.form.Append(L"txtReport", lines);
+    EXPECT_EQ(busy.form.Text(L"txtReport"), MarkReport(lines));
+    EXPECT_NE(busy.form.Text(L"txtReport"), lines);
+    EXPECT_EQ(CopiedFrom(busy.Control(L"txtReport")), lines);
+}
+
+TEST(FormState, EnglishReport_HasNoMarks) {
+    LoadedForm busy(BusyForm(), Language::English);
+    const std::wstring lines = L"Backing: C:\\العمل\\عقود\\\r\n";
+    busy.form.Append(L"txtReport", lines);
+    EXPECT_EQ(busy.form.Text(L"txtReport"), lines);
+}
+
 TEST(FormState, ArabicToolTip_ReadsFromRightToLeft) {
     LoadedForm main(MainForm(), Language::Arabic);
     wchar_t text[200] = L"";
