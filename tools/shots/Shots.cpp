@@ -10,9 +10,13 @@
 #include <string>
 #include <vector>
 
+#include "platform/TextDirection.h"
 #include "platform/Utf8.h"
 #include "tests/windows/DrivenProgram.h"
 #include "ui/resource.h"
+
+// The common controls' declarations need those of the window system first.
+#include <commctrl.h>
 
 namespace vw::test {
 namespace {
@@ -29,9 +33,11 @@ class Studio {
         OpeningScreen();
         DrivenProgram window(program_.With(L""));
         GiveSize(window.Main());
+        CutNoColumn(window.Main());
         Photograph("main-first", window.Main());
         BackUpTwice(window);
         SelectCopies(window);
+        CutNoColumn(window.Main());
         Photograph("main", window.Main());
         Busy(window);
         About(window);
@@ -80,16 +86,17 @@ class Studio {
             tree.File(L"C:\\Users\\Mona\\Mail\\Inbox\\message " + std::to_wstring(i) + L".eml",
                       std::string(12000, 'm'), {2026, 11, 1 + i % 20, i % 24, i % 60, 0});
         }
-        program_.List(L"Program\\FilesList.vwl",
-                      {L"BackupTo: " + drive_.Backup(), L"Backages: 5", Documents(L"Budget.xlsx"),
-                       Documents(L"Address book.csv"), Documents(L"Diary 2026.docx"),
-                       Documents(L"Passport scan.pdf"), Documents(L"رسالة إلى العائلة.docx"),
-                       Documents(L"Letters\\"), Documents(L"Recipes\\"), Documents(L"Taxes\\*"),
-                       L"C:\\Users\\Mona\\Pictures\\Coast\\",
-                       L"C:\\Users\\Mona\\Pictures\\صور الرحلة\\", L"C:\\Users\\Mona\\Music\\*",
-                       L"C:\\العمل\\الحسابات\\حسابات ٢٠٢٦.xlsx", L"C:\\العمل\\عقود\\",
-                       L"C:\\العمل\\عقود\\عقد الإيجار.pdf", L"C:\\Users\\Mona\\Projects\\Garden\\",
-                       L"C:\\Users\\Mona\\Projects\\Garden\\plan.md", L"C:\\Users\\Mona\\Mail\\"});
+        program_.List(
+            L"Program\\FilesList.vwl",
+            {L"BackupTo: " + drive_.Backup(), L"Backages: 5", Documents(L"Budget.xlsx"),
+             Documents(L"Address book.csv"), Documents(L"Diary 2026.docx"),
+             Documents(L"Passport scan.pdf"), Documents(L"رسالة إلى العائلة.docx"),
+             Documents(L"Letters\\"), Documents(L"Recipes\\"), Documents(L"Taxes\\*"),
+             L"C:\\Users\\Mona\\Pictures\\Coast\\", L"C:\\Users\\Mona\\Pictures\\صور الرحلة\\",
+             L"C:\\Users\\Mona\\Music\\*", L"C:\\العمل\\الحسابات\\حسابات ٢٠٢٦.xlsx",
+             L"C:\\العمل\\عقود\\عقد الإيجار.pdf", L"C:\\Users\\Mona\\Projects\\Garden\\",
+             L"C:\\Users\\Mona\\Projects\\Garden\\plan.md", L"C:\\Users\\Mona\\Mail\\",
+             L"C:\\العمل\\عقود\\"});
     }
 
     // The screen is too quickly gone to be caught; a list that is missing keeps it open.
@@ -132,8 +139,13 @@ class Studio {
 
     void Busy(DrivenProgram& window) {
         program_.tree.File(L"C:\\Users\\Mona\\Mail\\Inbox\\new.eml", "new");
+        program_.tree.SetDate(L"C:\\العمل\\عقود\\ملحق.pdf", {2026, 11, 20, 9, 40, 0});
+        // The report has a line in the language of the windows.
+        EXPECT_TRUE(
+            program_.tree.Link(L"C:\\العمل\\عقود\\عقود قديمة", L"C:\\Users\\Mona\\Pictures"));
         window.Begin(ID_mnuBackup);
         const HWND busy = window.WaitForBusyDialog();
+        ShowAsWindowsDoes(busy);
         SendMessageW(FindControl(busy, ID_chkDontHide), BM_CLICK, 0, 0);
         Sleep(350);
         Photograph("busy", busy);
@@ -159,10 +171,70 @@ class Studio {
         window.List(ID_lsvRestore2).Select(1);
         window.Begin(ID_mnuDelCopy);
         const Box box = window.Run().WaitForBox();
+        ShowAsWindowsDoes(box.handle);
         Sleep(300);
         Photograph("question", box.handle);
         window.Run().Answer(box, IDNO);
         window.WaitUntilReady();
+    }
+
+    // A column that the edge of its list cuts would show the end of a name or a date as if it were
+    // the whole. The path column, or the last one, gets the width that lets a column end there.
+    static void CutNoColumn(HWND main) {
+        for (const auto& [id, flexible] :
+             {std::pair(ID_lsvBackupList, 1), std::pair(ID_lsvRestore1, 4),
+              std::pair(ID_lsvRestore2, 3)}) {
+            const HWND list = FindControl(main, id);
+            const auto header = reinterpret_cast<HWND>(SendMessageW(list, LVM_GETHEADER, 0, 0));
+            const auto count = static_cast<int>(SendMessageW(header, HDM_GETITEMCOUNT, 0, 0));
+            RECT area{};
+            GetClientRect(list, &area);
+            const auto widthOf = [&](int column) {
+                return static_cast<int>(
+                    SendMessageW(list, LVM_GETCOLUMNWIDTH, static_cast<WPARAM>(column), 0));
+            };
+            int others = 0;
+            int room = 0;
+            for (int column = 0; column < count; ++column) {
+                if (column != flexible) others += widthOf(column);
+                if (column < flexible) continue;
+                const int left = static_cast<int>(area.right) - others;
+                if (left >= widthOf(flexible) * 85 / 100) room = left;
+            }
+            if (room == 0 || others + widthOf(flexible) <= area.right) continue;
+            SendMessageW(list, LVM_SETCOLUMNWIDTH, static_cast<WPARAM>(flexible), room);
+            RedrawWindow(list, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+        }
+    }
+
+    // Wine draws titles, and the texts of message boxes, from left to right in every window.
+    // Windows draws them in the direction of the window, and the tick of a check box the same way
+    // round everywhere: for the picture they are made to look like that.
+    void ShowAsWindowsDoes(HWND window) const {
+        const auto direct = [](HWND text) {
+            const std::wstring marked = MarkSentence(WindowText(text));
+            SendMessageW(text, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(marked.c_str()));
+        };
+        if (arabic_) direct(window);
+        for (HWND child = GetWindow(window, GW_CHILD); child != nullptr;
+             child = GetWindow(child, GW_HWNDNEXT)) {
+            wchar_t name[16] = L"";
+            GetClassNameW(child, name, 16);
+            const LONG kind = GetWindowLongW(child, GWL_STYLE) & BS_TYPEMASK;
+            if (arabic_ && std::wstring_view(name) == L"Button" && kind == BS_AUTOCHECKBOX) {
+                SetWindowLongW(child, GWL_EXSTYLE,
+                               GetWindowLongW(child, GWL_EXSTYLE) & ~WS_EX_LAYOUTRTL);
+                SetWindowLongW(child, GWL_STYLE,
+                               GetWindowLongW(child, GWL_STYLE) | BS_RIGHTBUTTON | BS_RIGHT);
+            }
+            if (std::wstring_view(name) == L"Static") {
+                direct(child);
+                const LONG style = GetWindowLongW(child, GWL_EXSTYLE);
+                if (!arabic_) SetWindowLongW(child, GWL_EXSTYLE, style | WS_EX_RIGHT);
+            }
+        }
+        RedrawWindow(window, nullptr, nullptr,
+                     RDW_INVALIDATE | RDW_FRAME | RDW_ALLCHILDREN | RDW_UPDATENOW);
     }
 
     // As large as the desktop allows, up to what a small screen has.
