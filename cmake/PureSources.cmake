@@ -7,9 +7,9 @@ set(PURE_SOURCES
     engine/CommentLine.cpp
     engine/CopyName.cpp
     engine/NameEncoding.cpp
-    engine/WorkingName.cpp
     fsutil/PathText.cpp
     fsutil/SizeText.cpp
+    fsutil/WorkingName.cpp
     list/editing/FileDialogSetup.cpp
     list/editing/RecentOrder.cpp
     list/format/FieldReader.cpp
@@ -33,9 +33,9 @@ set(PURE_TESTS
     tests/engine/CommentLineTest.cpp
     tests/engine/CopyNameTest.cpp
     tests/engine/NameEncodingTest.cpp
-    tests/engine/WorkingNameTest.cpp
     tests/fsutil/PathTextTest.cpp
     tests/fsutil/SizeTextTest.cpp
+    tests/fsutil/WorkingNameTest.cpp
     tests/list/editing/FileDialogSetupTest.cpp
     tests/list/editing/RecentOrderTest.cpp
     tests/list/format/FieldReaderTest.cpp

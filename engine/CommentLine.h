@@ -4,12 +4,10 @@
 #include <string>
 #include <string_view>
 
+#include "fsutil/WorkingName.h"
 #include "platform/Date.h"
 
 namespace vw {
-
-/// Ends the name of a comment file.
-inline constexpr std::wstring_view kCommentExtension = L".vwc";
 
 /// One-character separators for dates in comments.
 struct DateSeparators {

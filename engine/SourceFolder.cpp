@@ -1,10 +1,14 @@
 #include "engine/SourceFolder.h"
 
+#include "fsutil/WorkingName.h"
+
 namespace vw {
 
 SourceFolder ReadSourceFolder(FileSystem& files, std::wstring_view folder) {
     SourceFolder source;
     files.List(folder, [&](const FolderEntry& entry) {
+        // Another run may hold its lock in a destination that lies here.
+        if (IsOwnEntry(entry.name)) return;
         if (!entry.isFolder) {
             source.files.push_back({std::wstring(entry.name), entry.size});
         } else if (entry.isLink) {

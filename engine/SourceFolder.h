@@ -23,7 +23,8 @@ struct SourceFolder {
     std::vector<std::wstring> links;  ///< folders that are links: a backup leaves them out
 };
 
-/// Lists a folder once. Raises what FileSystem::List raises.
+/// Lists a folder once, without the entries of the program's own (see IsOwnEntry). Raises what
+/// FileSystem::List raises.
 [[nodiscard]] SourceFolder ReadSourceFolder(FileSystem& files, std::wstring_view folder);
 
 }  // namespace vw

@@ -3,6 +3,7 @@
 #include <utility>
 #include <vector>
 
+#include "fsutil/WorkingName.h"
 #include "platform/RuntimeError.h"
 
 namespace vw {
@@ -24,7 +25,9 @@ void WalkTree(FileSystem& files, std::wstring_view folder, const TreeVisitor& vi
         std::vector<std::wstring> subFolders;
         try {
             files.List(current, [&](const FolderEntry& entry) {
-                if (!entry.isFolder) {
+                if (IsOwnEntry(entry.name)) {
+                    // A destination that lies in the tree; nothing of it is the user's file.
+                } else if (!entry.isFolder) {
                     visitor.file(entry);
                 } else if (!entry.isLink) {
                     subFolders.push_back(JoinPath(current, entry.name));

@@ -12,7 +12,7 @@
 
 #include "engine/CPackage.h"
 #include "engine/CopyName.h"
-#include "engine/WorkingName.h"
+#include "fsutil/WorkingName.h"
 #include "platform/RuntimeError.h"
 #include "tests/support/TempTree.h"
 #include "tests/support/TestWorld.h"

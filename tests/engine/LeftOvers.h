@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "engine/WorkingName.h"
+#include "fsutil/WorkingName.h"
 #include "platform/Handle.h"
 #include "tests/engine/EngineWorld.h"
 

@@ -1,8 +1,8 @@
 // Copy names are taken apart without a failure, whatever they are, and names of the working area
 // are never mistaken for copies.
 #include "engine/CopyName.h"
-#include "engine/WorkingName.h"
 #include "fsutil/PathText.h"
+#include "fsutil/WorkingName.h"
 #include "platform/Like.h"
 #include "tests/fuzz/FuzzSupport.h"
 

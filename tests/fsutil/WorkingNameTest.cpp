@@ -1,4 +1,4 @@
-#include "engine/WorkingName.h"
+#include "fsutil/WorkingName.h"
 
 #include <gtest/gtest.h>
 

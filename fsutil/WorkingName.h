@@ -10,6 +10,12 @@
 
 namespace vw {
 
+/// What the name of a comment file adds to the name of its copy.
+inline constexpr std::wstring_view kCommentExtension = L".vwc";
+
+/// The file that a run keeps open in its destination so that no other run works there.
+inline constexpr std::wstring_view kLockFileName = L"Vaultwright.vwlock";
+
 /// States of an entry in a destination that is no copy (yet, or any more).
 enum class WorkingState {
     New,    ///< a copy that is being written: worthless when its process is gone
@@ -40,5 +46,9 @@ struct WorkingName {
 /// Takes an entry's name (without a folder) apart; nothing when it is no name that
 /// FormatWorkingName gives, since such entries may be deleted.
 [[nodiscard]] std::optional<WorkingName> ParseWorkingName(std::wstring_view name);
+
+/// Whether an entry of a folder belongs to the program and not to a user: a working entry, the
+/// comment of one, or a lock file, whose name may have an ending.
+[[nodiscard]] bool IsOwnEntry(std::wstring_view name);
 
 }  // namespace vw

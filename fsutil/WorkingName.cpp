@@ -1,4 +1,4 @@
-#include "engine/WorkingName.h"
+#include "fsutil/WorkingName.h"
 
 #include <algorithm>
 #include <array>
@@ -203,6 +203,20 @@ std::optional<WorkingName> ParseWorkingName(std::wstring_view name) {
         return parsed;
     }
     return std::nullopt;
+}
+
+bool IsOwnEntry(std::wstring_view name) {
+    // Every file of a source is asked about, so the common case has to be cheap.
+    if (name.find(L".vw") == std::wstring_view::npos) {
+        return false;
+    }
+    if (name.starts_with(kLockFileName)) {
+        return true;
+    }
+    if (name.ends_with(kCommentExtension)) {
+        name.remove_suffix(kCommentExtension.size());
+    }
+    return ParseWorkingName(name).has_value();
 }
 
 }  // namespace vw
