@@ -24,7 +24,8 @@ CPackage::CPackage(System& system, ProgramState& state, RunHost& host)
       host_(host),
       separators_{OneCharacterSeparator(UserDateSeparator(), L'/'),
                   OneCharacterSeparator(UserTimeSeparator(), L':')},
-      duringCopy_([this] { host_.DuringCopy(); }) {}
+      duringCopy_([this] { host_.DuringCopy(); }),
+      patience_(system, state.cancelRequested) {}
 
 void CPackage::GetBackupTo() {
     Trapped(system_.errors, EngineProcedure(L"GetBackupTo"), [&] {
@@ -41,7 +42,7 @@ void CPackage::GetBackupTo() {
 
 void CPackage::ErrorOnBackupFolderNotExists() {
     Trapped(system_.errors, EngineProcedure(L"ErrorOnBackupFolderNotExists"), [&] {
-        const auto facts = system_.files.Look(Target());
+        const auto facts = system_.files.Look(TargetFolder());
         if (facts && facts->isFolder) return;
         system_.exitStatus.Note(error_number::kPathNotFound);
         system_.boxes.MsgBox({.text = L"فشلت العملية بسبب عدم توفر مجلد النسخ إلى:\r\n" + Target(),
@@ -88,8 +89,8 @@ bool CPackage::CopyStands(std::wstring_view copyPath) {
     return system_.files.Look(copyPath).has_value();
 }
 
-void CPackage::MoveEntry(std::wstring_view from, std::wstring_view to) {
-    system_.files.Move(from, to);
+void CPackage::MoveEntry(std::wstring_view from, std::wstring_view to, std::uint64_t patience) {
+    patience_.Perform([&] { system_.files.Move(from, to); }, {}, patience);
     destination_->Left(from);
     destination_->Added(to);
 }

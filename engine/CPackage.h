@@ -13,6 +13,8 @@
 #include "engine/Destination.h"
 #include "engine/RunHost.h"
 #include "fsutil/CopyDates.h"
+#include "fsutil/PathText.h"
+#include "fsutil/Patience.h"
 #include "platform/ErrorTrap.h"
 #include "platform/FileSystem.h"
 #include "platform/ProgramState.h"
@@ -136,6 +138,7 @@ class CPackage final : public CopyDates {
     enum class Rotation { Done, Undone, Broken };
 
     // The run (CPackageRun.cpp).
+    void StartRun();
     [[nodiscard]] std::wstring ReadCurrentList();
     void BackUpUnderLock(std::wstring_view path, bool isFolder, bool subFolders);
     [[nodiscard]] Entrance EnterDestination();
@@ -158,6 +161,7 @@ class CPackage final : public CopyDates {
     [[nodiscard]] bool Stands(std::wstring_view path);
     void BackupFile(std::wstring_view destination, std::wstring_view source, std::uint64_t size,
                     CopyTally& tally);
+    void FlushIfRemovable(const std::wstring& copy, std::uint64_t size, const CopyTally& tally);
     [[nodiscard]] bool IsTooLargeForDrive(std::uint64_t size);
     void CheckFolderCopy(const std::wstring& copyFolder, const std::wstring& folder,
                          const SourceFolder& source, CopyTally& tally);
@@ -168,6 +172,9 @@ class CPackage final : public CopyDates {
     void ExtractFolder(const std::wstring& copy, const std::wstring& target, bool isItem,
                        std::optional<RuntimeError>& failure);
     void ExtractFile(const std::wstring& copy, const std::wstring& target, std::uint64_t size);
+
+    void KeepFolderInfo(const std::wstring& from, const std::wstring& to,
+                        FileSystem::Marks marks = FileSystem::Marks::Replace);
 
     // Placing (CPackagePlace.cpp).
     [[nodiscard]] bool PlaceCopy(NewCopy& copy, bool mayRotate);
@@ -188,6 +195,10 @@ class CPackage final : public CopyDates {
     [[nodiscard]] const std::wstring& Target() const noexcept {
         return elsewhere_.empty() ? state_.BackupTo : elsewhere_;
     }
+    /// The destination as a folder of the disk.
+    [[nodiscard]] std::wstring TargetFolder() const {
+        return MFileDosShell::DestinationFolder(Target());
+    }
     [[nodiscard]] bool CopyStands(std::wstring_view copyPath);
     [[nodiscard]] std::int16_t FindLocation(std::wstring_view path);
     [[nodiscard]] std::wstring ReadCommentText(std::wstring_view copyPath);
@@ -195,7 +206,9 @@ class CPackage final : public CopyDates {
     [[nodiscard]] std::wstring NamedLocation(std::wstring_view comment);
     [[nodiscard]] std::wstring OriginalLocation(std::wstring_view comment);
 
-    void MoveEntry(std::wstring_view from, std::wstring_view to);
+    void MoveEntry(std::wstring_view from, std::wstring_view to,
+                   std::uint64_t patience = Patience::kUsual);
+    [[nodiscard]] std::string ReadCommentFile(const std::wstring& file);
     void Tell(const RunText& text, std::wstring_view path);
 
     System& system_;
@@ -205,9 +218,11 @@ class CPackage final : public CopyDates {
     FileSystem::CopyProgress duringCopy_;
     std::wstring elsewhere_;  ///< where copies go instead of the destination of the list
     bool keepMissing_ = false;
+    Patience patience_;
     bool visiting_ = false;
     std::unique_ptr<Destination> destination_;
     std::wstring refusedDestination_;
+    std::wstring toldUnlocked_;  ///< the destination without a lock file that the run told last
 };
 
 }  // namespace vw

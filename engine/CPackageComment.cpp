@@ -45,7 +45,7 @@ void CPackage::PackageComment(std::wstring_view copyPath, std::wstring_view text
         system_.files.Write(inTheMaking,
                             system_.ansi.Encode(CommentText(text, Completeness::Whole)),
                             FileSystem::Flush::No);
-        system_.files.Replace(inTheMaking, file);
+        patience_.Perform([&] { system_.files.Replace(inTheMaking, file); }, file);
     });
 }
 
@@ -65,7 +65,7 @@ std::wstring CPackage::ReadCommentText(std::wstring_view copyPath) {
     const std::wstring file = PackageCommentFile(copyPath);
     const auto facts = system_.files.Look(file);
     if (!facts || facts->isFolder) return {};
-    return system_.ansi.Decode(system_.files.Read(file));
+    return system_.ansi.Decode(ReadCommentFile(file));
 }
 
 // Copy 1 of a file has a comment nearly always, so it is read at once; only when that fails the
@@ -73,12 +73,20 @@ std::wstring CPackage::ReadCommentText(std::wstring_view copyPath) {
 std::wstring CPackage::ReadFirstComment(std::wstring_view copyPath) {
     const std::wstring file = PackageCommentFile(copyPath);
     try {
-        return system_.ansi.Decode(system_.files.Read(file));
+        return system_.ansi.Decode(ReadCommentFile(file));
     } catch (const RuntimeError&) {
         const auto facts = system_.files.Look(file);
         if (facts && !facts->isFolder) throw;
         return {};
     }
+}
+
+// A scanner may have the comment open. Lists that show many comments wait for none.
+std::string CPackage::ReadCommentFile(const std::wstring& file) {
+    if (!destination_) return system_.files.Read(file);
+    std::string bytes;
+    patience_.Perform([&] { bytes = system_.files.Read(file); });
+    return bytes;
 }
 
 Date CPackage::PackageDate(std::wstring_view copyPath) {

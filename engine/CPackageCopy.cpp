@@ -6,6 +6,7 @@
 #include "engine/RunTexts.h"
 #include "engine/SourceFolder.h"
 #include "fsutil/PathText.h"
+#include "fsutil/TreeWork.h"
 #include "platform/EventPump.h"
 #include "platform/RuntimeError.h"
 
@@ -38,11 +39,25 @@ void CPackage::BackupFolder(std::wstring_view sPackage, std::wstring_view folder
         system_.pump.DoEventsIfDue();
     }
     CheckFolderCopy(to, from, source, tally);
-    if (!bSubFolder) return;
-    for (const std::wstring& name : source.folders) {
-        if (MustStop(tally)) return;
-        BackupFolder(sPackage, from + name, root, true, tally);
-        system_.pump.DoEventsIfDue();
+    if (bSubFolder) {
+        for (const std::wstring& name : source.folders) {
+            if (MustStop(tally)) return;
+            BackupFolder(sPackage, from + name, root, true, tally);
+            system_.pump.DoEventsIfDue();
+        }
+    }
+    // Last, since every entry that is made in it changes its date.
+    KeepFolderInfo(from, to);
+}
+
+// The root of a drive is hidden on most disks, and its dates mean nothing. A disk that keeps no
+// such marks makes the copy no less whole.
+void CPackage::KeepFolderInfo(const std::wstring& from, const std::wstring& to,
+                              FileSystem::Marks marks) {
+    if (IsRoot(system_.files, from) || IsRoot(system_.files, to)) return;
+    try {
+        system_.files.CopyFolderInfo(from, to, marks);
+    } catch (const RuntimeError&) {
     }
 }
 
@@ -80,7 +95,7 @@ void CPackage::GiveUpIfGone(CopyTally& tally) {
         giveUp(tally.isFolder ? error_number::kPathNotFound : error_number::kFileNotFound,
                tally.itemPath);
     }
-    if (!Stands(Target())) giveUp(error_number::kPathNotFound, Target());
+    if (!Stands(TargetFolder())) giveUp(error_number::kPathNotFound, Target());
 }
 
 // What cannot be asked is out of reach, which is no better than gone.
@@ -97,9 +112,25 @@ void CPackage::BackupFile(std::wstring_view destination, std::wstring_view sourc
     const bool copied = CopyStep(L"BackupFile", size, tally, [&] {
         host_.Msg(L"Backing:", source, {}, false, false, false);
         system_.files.Copy(source, destination, duringCopy_);
+        FlushIfRemovable(std::wstring(destination), size, tally);
     });
     if (copied) host_.OnFileCopied(size);
     ++(copied ? tally.copied : tally.failed);
+}
+
+// Sticks are pulled out. The many small files of a folder would wait far longer for it than for
+// being copied.
+void CPackage::FlushIfRemovable(const std::wstring& copy, std::uint64_t size,
+                                const CopyTally& tally) {
+    constexpr std::uint64_t kWorthIt = 1024 * 1024;
+    if ((tally.isFolder && size < kWorthIt) || !destination_->IsOnRemovableDrive()) return;
+    try {
+        system_.files.FlushFile(copy);
+    } catch (const RuntimeError&) {
+        // What may not be on the disk is no copy.
+        Remove(copy);
+        throw;
+    }
 }
 
 // Drives of the older formats call themselves full for a file of 4 GiB, however much room they
@@ -107,7 +138,7 @@ void CPackage::BackupFile(std::wstring_view destination, std::wstring_view sourc
 bool CPackage::IsTooLargeForDrive(std::uint64_t size) {
     constexpr std::uint64_t kLargest = 0xFFFFFFFF;
     try {
-        return size > kLargest && system_.files.FreeSpace(Target()) >= size;
+        return size > kLargest && system_.files.FreeSpace(TargetFolder()) >= size;
     } catch (const RuntimeError&) {
         return false;
     }
@@ -154,7 +185,7 @@ void CPackage::CheckFileCopy(const std::wstring& copy, const std::wstring& sourc
             return;
         }
         if (copied) Remove(copy);
-        const bool full = system_.files.FreeSpace(Target()) < sourceSize;
+        const bool full = system_.files.FreeSpace(TargetFolder()) < sourceSize;
         Raise(full ? error_number::kDiskFull : error_number::kDeviceError, source);
     });
     if (whole) return;

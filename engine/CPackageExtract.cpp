@@ -73,6 +73,9 @@ void CPackage::ExtractFolder(const std::wstring& copy, const std::wstring& targe
         for (const std::wstring& name : source.folders) {
             ExtractFolder(JoinPath(copy, name), JoinPath(target, name), false, failure);
         }
+        // Last, since every file that is restored changes the date. What the user has hidden or
+        // protected since stays so; copies of earlier versions do not know the marks.
+        KeepFolderInfo(copy, target, there ? FileSystem::Marks::Keep : FileSystem::Marks::Replace);
     });
 }
 
@@ -87,7 +90,8 @@ void CPackage::ExtractFile(const std::wstring& copy, const std::wstring& target,
         // The copy call may report success for a file that it cut short.
         const auto written = system_.files.Look(aside);
         if (!written || written->size != size) Raise(error_number::kDeviceError, copy);
-        system_.files.Replace(aside, target);
+        if (there) system_.files.CopyAccessRights(target, aside);
+        patience_.Perform([&] { system_.files.Replace(aside, target); }, target);
         if (system_.files.Look(aside)) Raise(error_number::kDeviceError, target);
     } catch (const RuntimeError&) {
         Remove(aside);

@@ -43,7 +43,10 @@ void CPackage::BackupPath(std::wstring_view sPath, std::int16_t iSP, bool bPathI
             sPath.ends_with(L"\\*") ? sPath.substr(0, sPath.size() - 2) : sPath;
         ErrorOnBackupFolderNotExists();
         // On its own it is a run of its own; what another one was refused may be free by now.
-        if (!visiting_) refusedDestination_.clear();
+        if (!visiting_) {
+            refusedDestination_.clear();
+            patience_.StartRun();
+        }
         const Visit visit(*this);
         if (EnterDestination() != Entrance::Entered) return;
         BackUpItem(path, iSP, bPathIsFolder, bSubFolder, sPackage);
@@ -80,7 +83,8 @@ void CPackage::BackUpItem(std::wstring_view path, std::int16_t location, bool is
         FinishReadyCopy(path, location, copy.place);
         const Date copyDate = CopyStands(copy.place) ? PackageDate(copy.place) : kMissingDate;
         CheckFreeSpace(survey.bytes);
-        if (copyDate == copy.newestDate) {
+        // Older comments were written by the rules of their present year.
+        if (copyDate == copy.newestDate || copyDate == survey.newestByPresentRules) {
             host_.Report(L"No change since last backup for the path:", false);
             host_.Report(path, true);
             host_.OnItem(ItemEvent::Unchanged, path, {});
@@ -143,7 +147,7 @@ void CPackage::MakeCopy(NewCopy& copy, bool isFolder, bool subFolders, bool mayR
 bool CPackage::IsRefused(std::wstring_view path) const {
     const std::wstring& destination = Target();
     return Like(path, destination + L"*") || Like(destination, std::wstring(path) + L"*") ||
-           PathContains(destination, path) || PathContains(path, destination);
+           PathContains(TargetFolder(), path) || PathContains(path, TargetFolder());
 }
 
 void CPackage::Refuse(std::wstring_view path) {
@@ -156,10 +160,11 @@ void CPackage::Refuse(std::wstring_view path) {
 // For a folder only the files directly in it count; a destination that is no fixed disk is not
 // asked, the drive of the temporary folder stands in for it.
 void CPackage::CheckFreeSpace(std::int64_t itemBytes) {
-    MFileDosShell::FolderFreeSpace(
-        system_,
-        destination_->IsOnFixedDrive() ? Target() : MFileDosShell::TempPath(system_, {}, false),
-        kSpareBytes + static_cast<double>(itemBytes));
+    MFileDosShell::FolderFreeSpace(system_,
+                                   destination_->IsOnFixedDrive()
+                                       ? TargetFolder()
+                                       : MFileDosShell::TempPath(system_, {}, false),
+                                   kSpareBytes + static_cast<double>(itemBytes));
 }
 
 }  // namespace vw

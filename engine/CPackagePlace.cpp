@@ -28,7 +28,8 @@ bool CPackage::PlaceCopy(NewCopy& copy, bool mayRotate) {
     if (copy.inSeries) {
         const std::wstring ready = destination_->WorkingPath(WorkingState::Ready, copy.itemPath,
                                                              copy.place, copy.newestDate);
-        MoveEntry(copy.entry, ready);
+        // A scanner works through what was just written; hours of copying depend on this rename.
+        MoveEntry(copy.entry, ready, Patience::kLong);
         copy.entry = ready;
         copy.ready = true;
         // Whatever goes wrong from here on, no other item of this run may move into its place.
@@ -90,7 +91,9 @@ std::wstring CPackage::PrepareComment(const NewCopy& copy) {
         copy.completeness);
     const std::wstring path =
         PackageCommentFile(destination_->WorkingPath(WorkingState::New, copy.itemPath, copy.place));
-    system_.files.Write(path, system_.ansi.Encode(text), FileSystem::Flush::No);
+    const auto flush =
+        destination_->IsOnRemovableDrive() ? FileSystem::Flush::Yes : FileSystem::Flush::No;
+    system_.files.Write(path, system_.ansi.Encode(text), flush);
     return path;
 }
 
@@ -104,7 +107,7 @@ void CPackage::TakePlace(const NewCopy& copy, const std::wstring& comment) {
         const std::wstring commentFile = PackageCommentFile(copy.place);
         // Below a dotted folder the name of a copy holds folders of its own.
         MakeFolders(system_.files, MFileDosShell::CFileLocation(commentFile));
-        system_.files.Replace(comment, commentFile);
+        patience_.Perform([&] { system_.files.Replace(comment, commentFile); }, commentFile);
         MoveEntry(copy.entry, copy.place);
     } catch (const RuntimeError&) {
         // A copy that is not ready is given up, so what it was to replace has to stay.
@@ -120,7 +123,8 @@ void CPackage::TakePlace(const NewCopy& copy, const std::wstring& comment) {
 // For what is no copy (any more): a later run removes what cannot go now.
 void CPackage::Remove(std::wstring_view path) noexcept {
     try {
-        DeleteTree(system_.files, path, [this] { system_.pump.DoEventsIfDue(); });
+        DeleteTree(
+            system_.files, path, [this] { system_.pump.DoEventsIfDue(); }, &patience_);
     } catch (...) {
     }
 }

@@ -36,10 +36,17 @@ class Elsewhere {
 
 }  // namespace
 
+// What one run was told or refused is not remembered by the next.
+void CPackage::StartRun() {
+    state_.cancelRequested = false;
+    refusedDestination_.clear();
+    toldUnlocked_.clear();
+    patience_.StartRun();
+}
+
 void CPackage::BackupAll() {
     Trapped(system_.errors, EngineProcedure(L"BackupAll"), [&] {
-        state_.cancelRequested = false;
-        refusedDestination_.clear();
+        StartRun();
         const std::wstring text = ReadCurrentList();
         const Visit visit(*this);
         FieldReader fields(text);
@@ -80,8 +87,7 @@ void CPackage::BackupAll() {
 
 void CPackage::BackupItem(std::wstring_view path) {
     const Visit visit(*this);
-    refusedDestination_.clear();
-    state_.cancelRequested = false;
+    StartRun();
     BackUpUnderLock(path, false, false);
     if (state_.cancelRequested) system_.exitStatus.Note(error_number::kCancelled);
 }
@@ -101,6 +107,7 @@ bool CPackage::InDestination(std::wstring_view folder, const std::function<void(
     const Visit visit(*this);
     state_.cancelRequested = false;
     refusedDestination_.clear();
+    patience_.StartRun();
     if (EnterDestination() != Entrance::Entered) return false;
     work();
     return true;
@@ -128,7 +135,7 @@ CPackage::Entrance CPackage::EnterDestination() {
 }
 
 CPackage::Entrance CPackage::WaitForDestination() {
-    auto destination = std::make_unique<Destination>(system_, Target());
+    auto destination = std::make_unique<Destination>(system_, Target(), patience_);
     const std::uint64_t start = system_.clock.Milliseconds();
     for (bool told = false; !destination->TryEnter(); told = true) {
         if (!told) Tell(run_text::kWaiting, Target());
@@ -139,6 +146,10 @@ CPackage::Entrance CPackage::WaitForDestination() {
             Tell(run_text::kGivenUp, Target());
             return Entrance::Refused;
         }
+    }
+    if (destination->IsLockedForThisComputerOnly() && toldUnlocked_ != Target()) {
+        toldUnlocked_ = Target();
+        Tell(run_text::kOneComputerOnly, Target());
     }
     destination_ = std::move(destination);
     return Entrance::Entered;

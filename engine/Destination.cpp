@@ -6,6 +6,7 @@
 #include "engine/CommentLine.h"
 #include "fsutil/FileQueries.h"
 #include "fsutil/PathText.h"
+#include "fsutil/Patience.h"
 #include "fsutil/TreeWork.h"
 #include "platform/EventPump.h"
 #include "platform/FileSystem.h"
@@ -24,8 +25,13 @@ std::wstring_view WithoutCommentExtension(std::wstring_view name) {
 
 }  // namespace
 
-Destination::Destination(System& system, std::wstring_view folder)
-    : system_(system), folder_(folder), lock_(L"destination", folder), self_(ThisProcess()) {}
+Destination::Destination(System& system, std::wstring_view folder, Patience& patience)
+    : system_(system),
+      patience_(patience),
+      folder_(folder),
+      place_(MFileDosShell::DestinationFolder(folder)),
+      lock_(system.files, place_),
+      self_(ThisProcess()) {}
 
 bool Destination::TryEnter() {
     if (!lock_.TryTake()) return false;
@@ -35,7 +41,8 @@ bool Destination::TryEnter() {
 
 void Destination::Learn() {
     std::vector<std::wstring> leftOvers;
-    system_.files.List(folder_, [&](const FolderEntry& entry) {
+    system_.files.List(place_, [&](const FolderEntry& entry) {
+        if (entry.name.starts_with(kLockFileName)) return;
         entries_.insert(NameKey(entry.name));
         const auto name = ParseWorkingName(WithoutCommentExtension(entry.name));
         if (!name || (name->owner != self_ && !IsGone(name->owner))) return;
@@ -55,8 +62,9 @@ void Destination::Learn() {
 // What cannot be removed now (a virus scanner may hold it) is tried again by the next run.
 void Destination::Clean(std::wstring_view entryName) {
     try {
-        DeleteTree(system_.files, folder_ + L"\\" + std::wstring(entryName),
-                   [this] { system_.pump.DoEventsIfDue(); });
+        DeleteTree(
+            system_.files, folder_ + L"\\" + std::wstring(entryName),
+            [this] { system_.pump.DoEventsIfDue(); }, &patience_);
     } catch (const RuntimeError&) {
     }
 }
@@ -93,8 +101,16 @@ std::optional<std::wstring> Destination::Remembered(std::wstring_view copyPath) 
 }
 
 bool Destination::IsOnFixedDrive() {
-    if (!onFixedDrive_) onFixedDrive_ = MFileDosShell::FolderOnFixedDrive(system_, folder_);
+    if (!onFixedDrive_) onFixedDrive_ = MFileDosShell::FolderOnFixedDrive(system_, place_);
     return *onFixedDrive_;
+}
+
+bool Destination::IsOnRemovableDrive() {
+    if (!onRemovableDrive_) {
+        onRemovableDrive_ =
+            !IsOnFixedDrive() && system_.files.KindOfDrive(place_) == DriveKind::Removable;
+    }
+    return *onRemovableDrive_;
 }
 
 std::wstring Destination::WorkingPath(WorkingState state, std::wstring_view itemPath,

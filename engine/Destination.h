@@ -7,11 +7,13 @@
 #include <string_view>
 #include <unordered_set>
 
-#include "engine/WorkingName.h"
-#include "platform/NamedLock.h"
+#include "engine/DestinationLock.h"
+#include "fsutil/WorkingName.h"
 #include "platform/System.h"
 
 namespace vw {
+
+class Patience;
 
 /// A whole copy that does not stand in its place: its run was killed, or the place is refused.
 struct ReadyCopy {
@@ -20,18 +22,23 @@ struct ReadyCopy {
     std::uint64_t copy = 0;  ///< NameKey of the copy-1 path that it was made for
 };
 
-/// A destination while a run works in it: locked against every other run on this computer, cleared
+/// A destination while a run works in it: locked against every other run, cleared
 /// of what dead runs left behind, and its entries known, so that asking for a copy that does not
 /// exist costs nothing however many copies there are.
 class Destination {
   public:
     /// `folder` must exist when Enter is called.
-    Destination(System& system, std::wstring_view folder);
+    Destination(System& system, std::wstring_view folder, Patience& patience);
 
     [[nodiscard]] const std::wstring& Folder() const noexcept { return folder_; }
 
     /// Takes the lock if nobody has it; the first success also cleans and learns the folder.
     [[nodiscard]] bool TryEnter();
+
+    /// Whether the runs of other computers cannot be kept out; see DestinationLock.
+    [[nodiscard]] bool IsLockedForThisComputerOnly() const noexcept {
+        return lock_.IsForThisComputerOnly();
+    }
 
     /// False when certainly nothing stands at `copyPath`; true when the disk has to be asked.
     [[nodiscard]] bool MayHold(std::wstring_view copyPath) const;
@@ -50,6 +57,9 @@ class Destination {
 
     /// Whether the folder lies on a fixed disk; looked up once.
     [[nodiscard]] bool IsOnFixedDrive();
+
+    /// Whether it lies on a stick or a card, which people pull out; looked up once.
+    [[nodiscard]] bool IsOnRemovableDrive();
 
     /// Path of a working entry of this process for an item and a copy of it.
     [[nodiscard]] std::wstring WorkingPath(WorkingState state, std::wstring_view itemPath,
@@ -73,11 +83,14 @@ class Destination {
     void Clean(std::wstring_view entryName);
 
     System& system_;
-    std::wstring folder_;
-    NamedLock lock_;
+    Patience& patience_;
+    std::wstring folder_;  ///< as the names of copies begin
+    std::wstring place_;   ///< the same for the disk: "X:" is a root in names only
+    DestinationLock lock_;
     ProcessTag self_;
     std::unordered_set<std::uint64_t> entries_;
     std::optional<bool> onFixedDrive_;
+    std::optional<bool> onRemovableDrive_;
     std::wstring rememberedCopy_;  ///< empty for none
     std::wstring rememberedComment_;
     std::map<std::uint64_t, ReadyCopy> ready_;

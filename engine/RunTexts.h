@@ -32,6 +32,9 @@ inline constexpr RunText kWaiting{L"Waiting for another backup in:",
                                   L"في انتظار انتهاء عملية نسخ أخرى في المجلد التالي"};
 inline constexpr RunText kGivenUp{L"Nothing was backed up, another backup keeps using:",
                                   L"لم يُنسخ شيء، لأن عملية نسخ أخرى ما زالت تستخدم المجلد التالي"};
+inline constexpr RunText kOneComputerOnly{
+    L"Nothing may be written here, so runs of other computers are not kept out:",
+    L"لا يمكن الكتابة في المجلد التالي، لذا لا يمكن استبعاد عمليات نسخ من أجهزة أخرى"};
 }  // namespace run_text
 
 }  // namespace vw

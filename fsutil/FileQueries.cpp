@@ -6,6 +6,7 @@
 #include "fsutil/SizeText.h"
 #include "fsutil/TreeWalk.h"
 #include "fsutil/TreeWork.h"
+#include "fsutil/WorkingName.h"
 #include "platform/ErrorTrap.h"
 #include "platform/EventPump.h"
 #include "platform/FileSystem.h"
@@ -24,7 +25,7 @@ std::int64_t DirectFilesSize(System& system, std::wstring_view folder) {
     std::int64_t size = 0;
     try {
         system.files.List(folder, [&](const FolderEntry& entry) {
-            if (entry.isFolder) return;
+            if (entry.isFolder || IsOwnEntry(entry.name)) return;
             size += static_cast<std::int64_t>(entry.size);
             system.pump.DoEventsIfDue();
         });
@@ -141,7 +142,13 @@ using SizeTaker = std::function<void(std::uint64_t bytes, bool direct)>;
 // `newest` holds what was found so far when an error ends the search.
 void FindNewestDate(System& system, CopyDates& copyDates, std::wstring_view path,
                     const std::optional<FileFacts>& facts, Date& newest,
-                    const SizeTaker& takeSize = {}) {
+                    const SizeTaker& takeSize = {}, std::optional<Date>* byPresentRules = nullptr) {
+    const auto takeDates = [&](const FileFacts& file) {
+        newest = std::max(newest, file.lastWrite);
+        if (byPresentRules == nullptr) return;
+        *byPresentRules =
+            std::max(byPresentRules->value_or(kMissingDate), file.lastWriteByPresentRules);
+    };
     newest = kMissingDate;
     if (!facts) return;
     if (NamesCopy(path)) {
@@ -149,14 +156,14 @@ void FindNewestDate(System& system, CopyDates& copyDates, std::wstring_view path
         return;
     }
     if (!facts->isFolder) {
-        newest = facts->lastWrite;
+        takeDates(*facts);
         return;
     }
     newest = kEmptyFolderDate;
     bool direct = true;
     TreeVisitor visitor;
     visitor.file = [&](const FolderEntry& file) {
-        newest = std::max(newest, file.lastWrite);
+        takeDates(file);
         if (takeSize) takeSize(file.size, direct);
     };
     visitor.left = [&] { direct = false; };
@@ -165,7 +172,8 @@ void FindNewestDate(System& system, CopyDates& copyDates, std::wstring_view path
         if (takeSize) {
             takeSize(static_cast<std::uint64_t>(WholeTreeSize(system, subFolder)), direct);
         }
-        newest = std::max(newest, copyDates.PackageDate(subFolder));
+        const Date stored = copyDates.PackageDate(subFolder);
+        takeDates({.lastWrite = stored, .lastWriteByPresentRules = stored});
         return false;
     };
     visitor.yield = [&] { system.pump.DoEventsIfDue(); };
@@ -218,7 +226,8 @@ Survey SurveyOf(System& system, CopyDates& copyDates, std::wstring_view path,
         ++survey.files;
         survey.bytes += static_cast<std::int64_t>(bytes);
     };
-    FindNewestDate(system, copyDates, path, facts, survey.newest, add);
+    FindNewestDate(system, copyDates, path, facts, survey.newest, add,
+                   &survey.newestByPresentRules);
     if (!facts) {
         survey.bytes = -1;
     } else if (!facts->isFolder) {

@@ -62,7 +62,9 @@ struct SizeAndDate {
 
 /// What a backup has to know of an item before it decides.
 struct Survey {
-    Date newest = 0;              ///< that of PathDate
+    Date newest = 0;  ///< that of PathDate
+    /// The same by the rules of the present year; nothing when the date is no file's.
+    std::optional<Date> newestByPresentRules;
     std::int64_t bytes = 0;       ///< that of PathSize: of a folder the files directly in it
     std::uint64_t files = 0;      ///< the files that `bytes` belong to
     std::uint64_t treeFiles = 0;  ///< of a folder those of its whole tree

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "fsutil/PathText.h"
+#include "fsutil/Patience.h"
 #include "fsutil/TreeWalk.h"
 #include "platform/EventPump.h"
 #include "platform/FileSystem.h"
@@ -35,16 +36,16 @@ bool IsLowerCase(std::wstring_view text) { return LowerCase(text) == text; }
 bool RenameByWayOf(FileSystem& files, std::wstring_view from, std::wstring_view temporary,
                    std::wstring_view to) {
     try {
-        files.Move(from, temporary);
+        RetryBriefly([&] { files.Move(from, temporary); });
     } catch (const RuntimeError&) {
         return false;
     }
     try {
-        files.Move(temporary, to);
+        RetryBriefly([&] { files.Move(temporary, to); });
         return true;
     } catch (const RuntimeError&) {
         try {
-            files.Move(temporary, from);
+            RetryBriefly([&] { files.Move(temporary, from); });
         } catch (const RuntimeError&) {
             // Nothing more can be done; the name with "@" tells what happened.
         }

@@ -26,6 +26,14 @@ std::wstring CFileLocation(std::wstring_view path) {
     return std::wstring(separator == kNone ? std::wstring_view() : path.substr(0, separator));
 }
 
+std::wstring DestinationFolder(std::wstring_view destination) {
+    std::wstring folder(destination);
+    if (folder.size() == 2 && folder.back() == L':') {
+        folder += L'\\';
+    }
+    return folder;
+}
+
 std::wstring CFileExt(std::wstring_view path) {
     const std::size_t dot = path.rfind(L'.');
     return std::wstring(dot == kNone ? std::wstring_view() : path.substr(dot));

@@ -11,6 +11,10 @@ namespace vw::MFileDosShell {
 /// The parent folder without a final "\": C:\A\B\ gives C:\A; empty for a path without "\".
 [[nodiscard]] std::wstring CFileLocation(std::wstring_view path);
 
+/// The folder that a destination names: for "X:" the root of the drive, not the current folder
+/// there; for any other text that text.
+[[nodiscard]] std::wstring DestinationFolder(std::wstring_view destination);
+
 /// From the last "." of the whole path to its end, dot included; empty without a dot. The whole
 /// path on purpose: copies of an item below a dotted folder are named by this rule.
 [[nodiscard]] std::wstring CFileExt(std::wstring_view path);

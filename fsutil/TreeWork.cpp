@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "fsutil/Patience.h"
 #include "platform/RuntimeError.h"
 
 namespace vw {
@@ -50,14 +51,42 @@ void MakeOneFolder(FileSystem& files, std::wstring_view path) {
 struct OpenFolder {
     std::size_t pathLength;
     std::vector<std::wstring> subFolders;
+    bool emptiedByUs = false;  ///< something in it has been removed
+};
+
+// Removes single entries, with patience when there is some.
+class EntryEraser {
+  public:
+    EntryEraser(FileSystem& files, Patience* patience) : files_(files), patience_(patience) {}
+
+    void EraseFile(const std::wstring& path) {
+        if (patience_ == nullptr) {
+            files_.EraseFile(path);
+        } else {
+            patience_->Perform([&] { files_.EraseFile(path); }, path);
+        }
+    }
+
+    void EraseFolder(const std::wstring& path, bool emptiedByUs) {
+        if (patience_ == nullptr) {
+            files_.EraseFolder(path);
+        } else {
+            patience_->EraseFolder(path, emptiedByUs);
+        }
+    }
+
+  private:
+    FileSystem& files_;
+    Patience* patience_;
 };
 
 // Deletes one tree. The path is one text that grows and shrinks with the depth, and the folders on
 // the way down are kept in a list of our own: trees can be thousands of levels deep.
 class TreeEraser {
   public:
-    TreeEraser(FileSystem& files, std::wstring_view root, const std::function<void()>& yield)
-        : files_(files), yield_(yield), path_(root) {}
+    TreeEraser(FileSystem& files, std::wstring_view root, const std::function<void()>& yield,
+               EntryEraser entries)
+        : files_(files), yield_(yield), entries_(entries), path_(root) {}
 
     void Run() {
         Enter();
@@ -65,8 +94,9 @@ class TreeEraser {
             OpenFolder& folder = open_.back();
             path_.resize(folder.pathLength);
             if (folder.subFolders.empty()) {
-                files_.EraseFolder(path_);
+                entries_.EraseFolder(path_, folder.emptiedByUs);
                 open_.pop_back();
+                if (!open_.empty()) open_.back().emptiedByUs = true;
                 Yield();
             } else {
                 path_ += L'\\' + folder.subFolders.back();
@@ -88,11 +118,13 @@ class TreeEraser {
             kind.emplace_back(entry.name);
         });
         for (const std::wstring& name : files) {
-            files_.EraseFile(path_ + L'\\' + name);
+            entries_.EraseFile(path_ + L'\\' + name);
+            folder.emptiedByUs = true;
             Yield();
         }
         for (const std::wstring& name : links) {
-            files_.EraseFolder(path_ + L'\\' + name);
+            entries_.EraseFolder(path_ + L'\\' + name, false);
+            folder.emptiedByUs = true;
             Yield();
         }
         open_.push_back(std::move(folder));
@@ -104,6 +136,7 @@ class TreeEraser {
 
     FileSystem& files_;
     const std::function<void()>& yield_;
+    EntryEraser entries_;
     std::wstring path_;
     std::vector<OpenFolder> open_;
 };
@@ -115,19 +148,21 @@ bool IsRoot(FileSystem& files, std::wstring_view path) {
     return full.size() <= RootLength(full);
 }
 
-void DeleteTree(FileSystem& files, std::wstring_view path, const std::function<void()>& yield) {
+void DeleteTree(FileSystem& files, std::wstring_view path, const std::function<void()>& yield,
+                Patience* patience) {
     const std::optional<FileFacts> facts = files.Look(path);
     if (!facts) return;
     const std::wstring top = TidyPath(files, path);
     // A path that came out wrong must never empty a whole drive.
     if (IsRoot(files, top)) Raise(error_number::kPermissionDenied, top);
     if (facts->isFolder && !facts->isLink) {
-        TreeEraser(files, top, yield).Run();
+        TreeEraser(files, top, yield, EntryEraser(files, patience)).Run();
     } else {
+        EntryEraser entries(files, patience);
         if (facts->isFolder) {
-            files.EraseFolder(top);
+            entries.EraseFolder(top, false);
         } else {
-            files.EraseFile(top);
+            entries.EraseFile(top);
         }
         if (yield) yield();
     }

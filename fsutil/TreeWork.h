@@ -11,13 +11,17 @@
 
 namespace vw {
 
+class Patience;
+
 /// Whether a path is all of a drive or of a network share.
 [[nodiscard]] bool IsRoot(FileSystem& files, std::wstring_view path);
 
 /// Deletes a file, or a folder with all its contents, deepest first; the final "\" of the path is
 /// ignored. A link is removed without what it shows. Raises the first failure. Nothing happens
-/// when nothing is there. `yield` is called after each entry.
-void DeleteTree(FileSystem& files, std::wstring_view path, const std::function<void()>& yield);
+/// when nothing is there. `yield` is called after each entry. With `patience` what others have open
+/// is waited for.
+void DeleteTree(FileSystem& files, std::wstring_view path, const std::function<void()>& yield,
+                Patience* patience = nullptr);
 
 /// Makes the folder and every parent that is missing.
 void MakeFolders(FileSystem& files, std::wstring_view path);

@@ -2,11 +2,13 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 
 #include "platform/Date.h"
+#include "platform/HeldFile.h"
 
 namespace vw {
 
@@ -18,7 +20,10 @@ struct FileFacts {
     bool isSystem = false;
     bool isReadOnly = false;
     std::uint64_t size = 0;  ///< bytes; 0 for a folder
-    Date lastWrite = 0;      ///< local time, as it was valid on that day
+    Date lastWrite = 0;      ///< local time, by the rules of that day's own year
+    /// The same by the rules of the present year, by which older comments were written. Nearly
+    /// always equal.
+    Date lastWriteByPresentRules = 0;
 };
 
 /// One entry of a folder. The name lives only as long as the call that shows it.
@@ -81,6 +86,26 @@ class FileSystem {
     /// behind.
     enum class Flush { No, Yes };
     virtual void Write(std::wstring_view path, std::string_view bytes, Flush flush) = 0;
+
+    /// Waits until the content of a file is on the disk itself and not only in memory of the system
+    /// or of the drive. Raises 70, 57; does nothing on drives that know of no such thing.
+    virtual void FlushFile(std::wstring_view path) = 0;
+
+    /// Gives the folder `to` the dates of creation and of the last change of the folder `from`, and
+    /// its hidden, system and read-only marks; with Marks::Keep `to` keeps those that it has too.
+    /// Links are followed. Raises 70, 76.
+    enum class Marks { Replace, Keep };
+    virtual void CopyFolderInfo(std::wstring_view from, std::wstring_view to, Marks marks) = 0;
+
+    /// Passes the access rights that were given to the file `from` itself, not to its folder, on to
+    /// the file `to` in the same folder. Does what the account may; never raises.
+    virtual void CopyAccessRights(std::wstring_view from, std::wstring_view to) = 0;
+
+    /// Makes or opens a hidden file that nobody else can open until the result is destroyed, which
+    /// deletes it. One that is left over may be opened by every account. Raises 70 when somebody
+    /// else holds it or it may not be made, 76 without its folder; the system's code tells these
+    /// apart.
+    [[nodiscard]] virtual std::unique_ptr<HeldFile> Hold(std::wstring_view path) = 0;
 
     /// Bytes that the user may still write on the drive of `folder`.
     [[nodiscard]] virtual std::uint64_t FreeSpace(std::wstring_view folder) = 0;

@@ -18,6 +18,11 @@ std::uint64_t Joined(DWORD high, DWORD low) {
     return (static_cast<std::uint64_t>(high) << 32) | low;
 }
 
+void TakeDates(const FILETIME& lastWrite, const LocalTime& localTime, FileFacts& facts) {
+    facts.lastWrite = localTime.DateOf(lastWrite);
+    facts.lastWriteByPresentRules = localTime.DateByPresentRules(lastWrite);
+}
+
 template <class Data>
 FileFacts PlainFacts(const Data& data, const LocalTime& localTime) {
     FileFacts facts;
@@ -26,7 +31,7 @@ FileFacts PlainFacts(const Data& data, const LocalTime& localTime) {
     facts.isHidden = (data.dwFileAttributes & FILE_ATTRIBUTE_HIDDEN) != 0;
     facts.isSystem = (data.dwFileAttributes & FILE_ATTRIBUTE_SYSTEM) != 0;
     facts.size = facts.isFolder ? 0 : Joined(data.nFileSizeHigh, data.nFileSizeLow);
-    facts.lastWrite = localTime.DateOf(data.ftLastWriteTime);
+    TakeDates(data.ftLastWriteTime, localTime, facts);
     return facts;
 }
 
@@ -38,7 +43,7 @@ void FollowFileLink(const std::wstring& systemPath, const LocalTime& localTime, 
     BY_HANDLE_FILE_INFORMATION data{};
     if (!file || GetFileInformationByHandle(file.Get(), &data) == 0) return;
     facts.size = Joined(data.nFileSizeHigh, data.nFileSizeLow);
-    facts.lastWrite = localTime.DateOf(data.ftLastWriteTime);
+    TakeDates(data.ftLastWriteTime, localTime, facts);
 }
 
 template <class PathOf>

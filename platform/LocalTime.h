@@ -7,26 +7,51 @@
 
 namespace vw {
 
-/// File times as local dates. The offset is the one that was valid on the file's own day, so a
-/// change to or from daylight saving time moves no date and causes no new copy.
+/// The conversion of the system that knows the rules of each year: null for `zone` means the zone
+/// of this computer.
+using YearwiseLocalTime = BOOL(WINAPI*)(const DYNAMIC_TIME_ZONE_INFORMATION* zone,
+                                        const SYSTEMTIME* utc, SYSTEMTIME* local);
+
+/// SystemTimeToTzSpecificLocalTimeEx where the system offers it, null elsewhere.
+[[nodiscard]] YearwiseLocalTime SystemYearwiseLocalTime();
+
+/// File times as local dates. The offset is the one that was valid on the file's own day, by the
+/// rules of that year: neither a change to or from daylight saving time nor a change of its rules
+/// moves a date and causes a new copy.
 class LocalTime {
   public:
-    /// The zone of this computer, or `zone` when given.
-    explicit LocalTime(const TIME_ZONE_INFORMATION* zone = nullptr);
+    /// The zone of this computer.
+    LocalTime() : LocalTime(nullptr, SystemYearwiseLocalTime()) {}
 
-    /// Local date of a file time, fractions of a second cut off; at most
-    /// kLastDate.
+    /// The zone `zone`, whose rules are the same in every year.
+    explicit LocalTime(const TIME_ZONE_INFORMATION* zone) : LocalTime(zone, nullptr) {}
+
+    /// The rules of the present year from `zone` (null for this computer), those of other years
+    /// from `yearwise`; null when they are not known.
+    LocalTime(const TIME_ZONE_INFORMATION* zone, YearwiseLocalTime yearwise);
+
+    /// Local date of a file time by the rules of its own year, fractions of a second cut off; at
+    /// most kLastDate.
     [[nodiscard]] Date DateOf(const FILETIME& fileTime) const;
 
+    /// The same by the rules of the present year.
+    [[nodiscard]] Date DateByPresentRules(const FILETIME& fileTime) const;
+
   private:
-    [[nodiscard]] std::int64_t OffsetAt(std::int64_t utcSeconds) const;
+    // Asking the system takes far longer than the rest of looking at a file. Offsets change only
+    // at full quarters of an hour, so neighbours in a folder share one answer.
+    struct Answer {
+        std::int64_t quarter = INT64_MIN;
+        std::int64_t ownYear = 0;
+        std::int64_t presentYear = 0;
+    };
+
+    [[nodiscard]] const Answer& OffsetsAt(std::int64_t utcSeconds) const;
 
     bool hasZone_ = false;
     TIME_ZONE_INFORMATION zone_{};
-    // Asking the system takes far longer than the rest of looking at a file. Offsets change only
-    // at full quarters of an hour, so neighbours in a folder share one answer.
-    mutable std::int64_t quarter_ = INT64_MIN;
-    mutable std::int64_t offset_ = 0;
+    YearwiseLocalTime yearwise_ = nullptr;
+    mutable Answer answer_;
 };
 
 }  // namespace vw

@@ -1,10 +1,9 @@
 #include "platform/NamedLock.h"
 
-#include <sddl.h>
-
 #include <array>
 #include <string>
 
+#include "platform/SecurityDescriptor.h"
 #include "platform/SystemError.h"
 #include "platform/SystemPath.h"
 #include "platform/TextCase.h"
@@ -32,16 +31,10 @@ std::wstring ObjectName(std::wstring_view purpose, std::wstring_view path) {
 }  // namespace
 
 NamedLock::NamedLock(std::wstring_view purpose, std::wstring_view path) {
-    SECURITY_ATTRIBUTES attributes{sizeof(SECURITY_ATTRIBUTES), nullptr, FALSE};
-    if (ConvertStringSecurityDescriptorToSecurityDescriptorW(
-            kOpenToEveryone, SDDL_REVISION_1, &attributes.lpSecurityDescriptor, nullptr) == 0) {
-        RaiseLast(path);
-    }
+    SecurityDescriptor rights(kOpenToEveryone);
     const std::wstring name = ObjectName(purpose, path);
-    mutex_.Reset(CreateMutexExW(&attributes, name.c_str(), 0, kTakeAndWait));
-    const DWORD code = GetLastError();
-    LocalFree(attributes.lpSecurityDescriptor);
-    if (!mutex_) RaiseCode(code, path);
+    mutex_.Reset(CreateMutexExW(rights.Attributes(), name.c_str(), 0, kTakeAndWait));
+    if (!mutex_) RaiseLast(path);
 }
 
 NamedLock::~NamedLock() {

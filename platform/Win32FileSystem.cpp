@@ -3,8 +3,12 @@
 #include <algorithm>
 #include <exception>
 
+#include "platform/AccessRights.h"
+#include "platform/FileFlush.h"
 #include "platform/FolderEnumeration.h"
+#include "platform/FolderInfo.h"
 #include "platform/Handle.h"
+#include "platform/ReadOnlyMark.h"
 #include "platform/RuntimeError.h"
 #include "platform/SystemError.h"
 #include "platform/SystemPath.h"
@@ -42,17 +46,6 @@ bool CanNameOne(std::wstring_view path) {
                               path.starts_with(L"\\\\?\\") ? 4 : 0) == std::wstring_view::npos;
 }
 
-// Takes the read-only mark off a file or folder that has to go. False when that was not the reason.
-bool ClearReadOnly(const std::wstring& systemPath) {
-    const DWORD attributes = GetFileAttributesW(systemPath.c_str());
-    if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_READONLY) == 0) {
-        return false;
-    }
-    const DWORD writable = attributes & ~static_cast<DWORD>(FILE_ATTRIBUTE_READONLY);
-    return SetFileAttributesW(systemPath.c_str(),
-                              writable == 0 ? FILE_ATTRIBUTE_NORMAL : writable) != 0;
-}
-
 // Runs a deleting or replacing call; when access is denied, once more without the read-only mark.
 template <class Call>
 void EvenReadOnly(const std::wstring& protectedPath, std::wstring_view path, Call call) {
@@ -85,33 +78,12 @@ DWORD CALLBACK OnCopyProgress(LARGE_INTEGER, LARGE_INTEGER, LARGE_INTEGER, LARGE
     return PROGRESS_CONTINUE;
 }
 
-bool IsHeldForAMoment(DWORD code, const std::wstring& target) {
-    if (code == ERROR_SHARING_VIOLATION) return true;
-    if (code != ERROR_ACCESS_DENIED) return false;
-    const DWORD attributes = GetFileAttributesW(target.c_str());
-    return attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_READONLY) == 0;
-}
-
-// A virus scanner, an indexer or another window may just be reading the file that is to go, or one
-// in the folder that moves: that is over in a moment.
-bool MovePatiently(const std::wstring& source, const std::wstring& target, DWORD flags) {
-    constexpr int kTries = 20;
-    constexpr DWORD kMoment = 25;
-    for (int tries = 1;; ++tries) {
-        if (MoveFileExW(source.c_str(), target.c_str(), flags) != 0) return true;
-        const DWORD code = GetLastError();
-        if (tries == kTries || !IsHeldForAMoment(code, target)) {
-            SetLastError(code);
-            return false;
-        }
-        Sleep(kMoment);
-    }
-}
-
 // Text files refuse with "Path/File access error", everything else with "Permission denied".
 [[noreturn]] void RaiseForText(DWORD code, std::wstring_view path) {
-    if (code == ERROR_ACCESS_DENIED) Raise(error_number::kAccessError, path);
-    RaiseCode(code, path);
+    if (code != ERROR_ACCESS_DENIED) RaiseCode(code, path);
+    constexpr int kNumber = error_number::kAccessError;
+    throw RuntimeError(kNumber, DescriptionOf(kNumber), std::wstring(path),
+                       SourceLocation::current().line(), code);
 }
 
 }  // namespace
@@ -173,14 +145,15 @@ void Win32FileSystem::EraseFolder(std::wstring_view path) {
 void Win32FileSystem::Move(std::wstring_view from, std::wstring_view to) {
     const std::wstring source = SystemPath(from);
     const std::wstring target = SystemPath(to);
-    if (!MovePatiently(source, target, 0)) RaiseLast(from);
+    if (MoveFileExW(source.c_str(), target.c_str(), 0) == 0) RaiseLast(from);
 }
 
 void Win32FileSystem::Replace(std::wstring_view from, std::wstring_view to) {
     const std::wstring source = SystemPath(from);
     const std::wstring target = SystemPath(to);
     EvenReadOnly(target, to, [&] {
-        return MovePatiently(source, target, MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH);
+        return MoveFileExW(source.c_str(), target.c_str(),
+                           MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
     });
 }
 
@@ -227,6 +200,18 @@ void Win32FileSystem::Write(std::wstring_view path, std::string_view bytes, Flus
         RaiseCode(code, path);
     }
 }
+
+void Win32FileSystem::FlushFile(std::wstring_view path) { FlushContent(path); }
+
+void Win32FileSystem::CopyFolderInfo(std::wstring_view from, std::wstring_view to, Marks marks) {
+    CopyInfoOfFolder(from, to, marks == Marks::Keep);
+}
+
+void Win32FileSystem::CopyAccessRights(std::wstring_view from, std::wstring_view to) {
+    PassAccessRightsOn(from, to);
+}
+
+std::unique_ptr<HeldFile> Win32FileSystem::Hold(std::wstring_view path) { return HoldFile(path); }
 
 std::uint64_t Win32FileSystem::FreeSpace(std::wstring_view folder) {
     ULARGE_INTEGER available{};

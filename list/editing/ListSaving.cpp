@@ -1,5 +1,6 @@
 #include "list/editing/ListSaving.h"
 
+#include "fsutil/Patience.h"
 #include "platform/FileSystem.h"
 #include "platform/NamedLock.h"
 #include "platform/RuntimeError.h"
@@ -64,7 +65,8 @@ void ReplaceList(FileSystem& files, std::wstring_view temporaryPath, std::wstrin
     const std::wstring next = std::wstring(listPath) + L".new";
     try {
         files.Write(next, bytes, Flush::Yes);
-        files.Replace(next, listPath);
+        // A virus scanner or a run may just be reading the list.
+        RetryBriefly([&] { files.Replace(next, listPath); });
     } catch (const RuntimeError& error) {
         if (!MayWriteInPlace(error)) throw;
         WriteInPlace(files, listPath, next, bytes);

@@ -75,16 +75,17 @@ TEST(CallCount, OfAnEmptyList) {
 TEST(CallCount, OfAFirstBackupOfAFolder) {
     const CallCounts smallest = FirstBackupOfFolder(1, 1);
     EXPECT_EQ(smallest.Text(),
-              "Look 6, List 6, Copy 1, MakeFolder 2, Move 2, Replace 1, Read 1, Write 1, FreeSpace "
-              "1, KindOfDrive 1");
+              "Look 6, List 6, Copy 1, MakeFolder 2, Move 2, Replace 1, Read 1, Write 1, "
+              "CopyFolderInfo 2, Hold 1, FreeSpace 1, KindOfDrive 1");
     EXPECT_EQ((FirstBackupOfFolder(1, 11) - smallest).Text(), "Copy 10") << "for ten more files";
-    EXPECT_EQ((FirstBackupOfFolder(2, 1) - smallest).Text(), "List 3, Copy 1, MakeFolder 1")
+    EXPECT_EQ((FirstBackupOfFolder(2, 1) - smallest).Text(),
+              "List 3, Copy 1, MakeFolder 1, CopyFolderInfo 1")
         << "for one more folder";
 }
 
 TEST(CallCount, OfAnUnchangedFolder) {
     const CallCounts smallest = UnchangedFolder(1, 1);
-    EXPECT_EQ(smallest.Text(), "Look 8, List 3, Read 2, FreeSpace 1, KindOfDrive 1");
+    EXPECT_EQ(smallest.Text(), "Look 8, List 3, Read 2, Hold 1, FreeSpace 1, KindOfDrive 1");
     EXPECT_EQ((UnchangedFolder(1, 11) - smallest).Text(), "") << "for ten more files";
     EXPECT_EQ((UnchangedFolder(2, 1) - smallest).Text(), "List 1") << "for one more folder";
 }

@@ -4,7 +4,6 @@
 
 #include <set>
 #include <string>
-#include <thread>
 
 #include "platform/Handle.h"
 #include "platform/RuntimeError.h"
@@ -146,40 +145,6 @@ TEST_F(Win32FileSystemTest, MovingNeverReplacesAndReplacingDoes) {
     EXPECT_FALSE(test::Exists(a));
     files_.Move(b, a);
     EXPECT_EQ(test::ReadBytes(a), "A");
-}
-
-// As a virus scanner looks into a file that was just written.
-TEST_F(Win32FileSystemTest, ReplacingWaitsForAReaderThatLeavesInAMoment) {
-    const std::wstring next = tree_.File(L"next.txt", "next");
-    const std::wstring list = tree_.File(L"list.txt", "list");
-    FileHandle reader(CreateFileW(list.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
-                                  OPEN_EXISTING, 0, nullptr));
-    ASSERT_TRUE(reader);
-    EXPECT_EQ(NumberOf([&] { files_.Replace(next, list); }), error_number::kPermissionDenied);
-    EXPECT_TRUE(test::Exists(next));
-    std::thread leaving([&] {
-        Sleep(60);
-        reader.Reset();
-    });
-    EXPECT_EQ(NumberOf([&] { files_.Replace(next, list); }), 0);
-    leaving.join();
-    EXPECT_EQ(test::ReadBytes(list), "next");
-}
-
-TEST_F(Win32FileSystemTest, MovingWaitsForAReaderThatLeavesInAMoment) {
-    const std::wstring from = tree_.File(L"from.txt", "x");
-    const std::wstring to = tree_.Path(L"to.txt");
-    FileHandle reader(CreateFileW(from.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
-                                  OPEN_EXISTING, 0, nullptr));
-    ASSERT_TRUE(reader);
-    EXPECT_EQ(NumberOf([&] { files_.Move(from, to); }), error_number::kPermissionDenied);
-    std::thread leaving([&] {
-        Sleep(60);
-        reader.Reset();
-    });
-    EXPECT_EQ(NumberOf([&] { files_.Move(from, to); }), 0);
-    leaving.join();
-    EXPECT_EQ(test::ReadBytes(to), "x");
 }
 
 TEST_F(Win32FileSystemTest, FoldersMoveWholeAndNeverOntoOthers) {

@@ -30,6 +30,14 @@ const char* NameOf(FileCall call) {
             return "Read";
         case FileCall::Write:
             return "Write";
+        case FileCall::FlushFile:
+            return "FlushFile";
+        case FileCall::CopyFolderInfo:
+            return "CopyFolderInfo";
+        case FileCall::CopyAccessRights:
+            return "CopyAccessRights";
+        case FileCall::Hold:
+            return "Hold";
         case FileCall::FreeSpace:
             return "FreeSpace";
         case FileCall::KindOfDrive:
@@ -209,6 +217,33 @@ void FaultyFileSystem::Write(std::wstring_view path, std::string_view bytes, Flu
     WriteHalf(path, bytes);
     dead_ = true;
     throw Died();
+}
+
+void FaultyFileSystem::FlushFile(std::wstring_view path) {
+    if (Before({FileCall::FlushFile, std::wstring(path), {}}) == Act::Skip) return;
+    Inner().FlushFile(path);
+}
+
+void FaultyFileSystem::CopyFolderInfo(std::wstring_view from, std::wstring_view to, Marks marks) {
+    const FileOperation operation{FileCall::CopyFolderInfo, std::wstring(from), std::wstring(to)};
+    if (Before(operation) == Act::Skip) return;
+    Inner().CopyFolderInfo(from, to, marks);
+}
+
+void FaultyFileSystem::CopyAccessRights(std::wstring_view from, std::wstring_view to) {
+    const FileOperation operation{FileCall::CopyAccessRights, std::wstring(from), std::wstring(to)};
+    // It never raises, whatever goes wrong with it.
+    try {
+        if (Before(operation) == Act::Skip) return;
+    } catch (const RuntimeError&) {
+        return;
+    }
+    Inner().CopyAccessRights(from, to);
+}
+
+std::unique_ptr<HeldFile> FaultyFileSystem::Hold(std::wstring_view path) {
+    if (Before({FileCall::Hold, std::wstring(path), {}}) == Act::Skip) return nullptr;
+    return Inner().Hold(path);
 }
 
 std::uint64_t FaultyFileSystem::FreeSpace(std::wstring_view folder) {

@@ -28,6 +28,14 @@ class ForwardingFileSystem : public FileSystem {
     void Write(std::wstring_view path, std::string_view bytes, Flush flush) override {
         inner_.Write(path, bytes, flush);
     }
+    void FlushFile(std::wstring_view path) override { inner_.FlushFile(path); }
+    void CopyFolderInfo(std::wstring_view from, std::wstring_view to, Marks marks) override {
+        inner_.CopyFolderInfo(from, to, marks);
+    }
+    void CopyAccessRights(std::wstring_view from, std::wstring_view to) override {
+        inner_.CopyAccessRights(from, to);
+    }
+    std::unique_ptr<HeldFile> Hold(std::wstring_view path) override { return inner_.Hold(path); }
     std::uint64_t FreeSpace(std::wstring_view folder) override { return inner_.FreeSpace(folder); }
     DriveKind KindOfDrive(std::wstring_view path) override { return inner_.KindOfDrive(path); }
     std::wstring TempFolder() override { return inner_.TempFolder(); }
