@@ -1,6 +1,7 @@
 #include "platform/ProcessTag.h"
 
 #include <array>
+#include <string>
 
 #include "platform/Handle.h"
 
@@ -17,23 +18,54 @@ std::uint64_t StartTimeOf(HANDLE process) {
     return (static_cast<std::uint64_t>(created.dwHighDateTime) << 32) | created.dwLowDateTime;
 }
 
-std::uint32_t ThisComputer() {
+std::wstring ComputerName() {
     std::array<wchar_t, 256> name{};
     auto length = static_cast<DWORD>(name.size());
-    if (GetComputerNameExW(ComputerNameDnsHostname, name.data(), &length) == 0) return 0;
-    std::uint32_t hash = 2166136261U;
-    for (DWORD i = 0; i < length; ++i) hash = (hash ^ name[i]) * 16777619U;
-    return hash;
+    if (GetComputerNameExW(ComputerNameDnsHostname, name.data(), &length) == 0) return {};
+    return {name.data(), length};
+}
+
+// Made when Windows are installed, so that two computers of one name are told apart.
+std::wstring InstallationId() {
+    std::array<wchar_t, 64> id{};
+    DWORD bytes = sizeof id;
+    if (RegGetValueW(HKEY_LOCAL_MACHINE, L"SOFTWARE\\Microsoft\\Cryptography", L"MachineGuid",
+                     RRF_RT_REG_SZ | RRF_SUBKEY_WOW6464KEY, nullptr, id.data(),
+                     &bytes) != ERROR_SUCCESS) {
+        return {};
+    }
+    return id.data();
+}
+
+// The computer of a tag, as this version writes it and as earlier ones did.
+struct Computer {
+    std::uint32_t tag = 0;
+    std::uint32_t formerTag = 0;
+};
+
+const Computer& ThisComputer() {
+    static const Computer computer{ComputerTag(ComputerName(), InstallationId()),
+                                   ComputerTag(ComputerName(), {})};
+    return computer;
 }
 
 }  // namespace
 
+std::uint32_t ComputerTag(std::wstring_view name, std::wstring_view installation) {
+    std::uint32_t hash = 2166136261U;
+    for (const std::wstring_view part : {name, installation}) {
+        for (const wchar_t unit : part) hash = (hash ^ unit) * 16777619U;
+    }
+    return hash;
+}
+
 ProcessTag ThisProcess() {
-    return {ThisComputer(), GetCurrentProcessId(), StartTimeOf(GetCurrentProcess())};
+    return {ThisComputer().tag, GetCurrentProcessId(), StartTimeOf(GetCurrentProcess())};
 }
 
 bool IsGone(const ProcessTag& tag) {
-    if (tag.computer != ThisComputer()) return false;
+    const Computer& here = ThisComputer();
+    if (tag.computer != here.tag && tag.computer != here.formerTag) return false;
     const KernelHandle process(
         OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION | SYNCHRONIZE, FALSE, tag.processId));
     if (!process) return GetLastError() == ERROR_INVALID_PARAMETER;

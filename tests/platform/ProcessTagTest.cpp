@@ -9,6 +9,13 @@
 namespace vw {
 namespace {
 
+std::wstring HostName() {
+    wchar_t name[256] = {};
+    DWORD length = 256;
+    EXPECT_NE(GetComputerNameExW(ComputerNameDnsHostname, name, &length), 0);
+    return name;
+}
+
 TEST(ProcessTagTest, ThisProcessIsNotGone) {
     const ProcessTag self = ThisProcess();
     EXPECT_EQ(self, ThisProcess());
@@ -51,6 +58,19 @@ TEST(ProcessTagTest, AProcessThatEndedIsGone) {
     ASSERT_EQ(WaitForSingleObject(process.Get(), 30000), WAIT_OBJECT_0);
     EXPECT_TRUE(IsGone(tag)) << "while a handle keeps the id";
     process.Reset();
+    EXPECT_TRUE(IsGone(tag));
+}
+
+TEST(ProcessTagTest, ComputersOfOneName_AreToldApart) {
+    EXPECT_NE(ComputerTag(L"desk", L"4c4c4544-0001"), ComputerTag(L"desk", L"4c4c4544-0002"));
+    EXPECT_NE(ThisProcess().computer, ComputerTag(HostName(), {}));
+}
+
+TEST(ProcessTagTest, DeadProcess_TaggedByAnEarlierVersion_IsGone) {
+    ProcessTag tag = ThisProcess();
+    tag.computer = ComputerTag(HostName(), {});
+    EXPECT_FALSE(IsGone(tag));
+    tag.processStart -= 1;
     EXPECT_TRUE(IsGone(tag));
 }
 
