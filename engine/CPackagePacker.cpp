@@ -17,10 +17,11 @@ void CPackage::PackageBat_(std::wstring_view archive, std::wstring_view files,
             if (disk.Look(own.cancelMarker)) disk.EraseFile(own.cancelMarker);
             batch = system_.ansi.Encode(PackerBatchStart(folder));
         } else {
-            batch = disk.Read(own.batch) +
-                    system_.ansi.Encode(
-                        finished ? PackerBatchEnd()
-                                 : PackerBatchStep(folder, archive, files, workingFolder));
+            // A step is appended also to a batch file that somebody has removed meanwhile.
+            if (disk.Look(own.batch)) batch = disk.Read(own.batch);
+            batch += system_.ansi.Encode(
+                finished ? PackerBatchEnd()
+                         : PackerBatchStep(folder, archive, files, workingFolder));
         }
         disk.Write(own.batch, batch, FileSystem::Flush::No);
         if (continued && finished) shellPath(own.batch);

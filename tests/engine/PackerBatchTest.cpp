@@ -116,11 +116,12 @@ TEST(PackerBatch, ThatCannotBeWrittenIsToldAndNotStarted) {
     EXPECT_TRUE(packer.opened.empty());
 }
 
-TEST(PackerBatch, WithoutABeginningIsTold) {
+TEST(PackerBatch, StepWithoutABatchFile_MakesOne) {
     EngineWorld world;
     Packer packer(world);
-    const RunResult result = packer.Call(L"a", L"b", L"", true, false);
-    EXPECT_EQ(Joined(result.lines), Joined({L"! 53 PackageBat_ ~\\App\\ToPackage.Bat"}));
+    const RunResult result = packer.Call(L"a.pkg", L"b", L"", true, false);
+    EXPECT_EQ(Joined(result.lines), Joined({}));
+    EXPECT_NE(packer.Batch().find("Package32 -9 -S \"a.pkg\" \"b\""), std::string::npos);
 }
 
 }  // namespace
