@@ -142,6 +142,7 @@ void DellTemp(System& system, ProgramState& state, MMyScripting::ScriptShell& sh
              {special(kTemporaryFolder), windows + L"\\Temp", windows + L"\\prefetch"}) {
             if (state.cancelRequested) break;
             Trapped(system.errors, Named(L"DellTemp"), [&] {
+                if (!system.files.Look(folder)) Raise(error_number::kPathNotFound, folder);
                 RequireWasteOnly(system, folder, kept);
                 DelInFolder(system, state, folder, kYes, true, host);
             });

@@ -139,7 +139,7 @@ TEST_F(OtherSwitches, DTellsAFolderThatIsMissingAndCleansTheOthers) {
     RunsTo(76, start);
     ASSERT_THAT(boxes, SizeIs(1));
     EXPECT_THAT(boxes[0].text,
-                testing::HasSubstr(L"in procedure DelInFolder of Module MFileDosShell"));
+                testing::HasSubstr(L"in procedure DellTemp of Module MFileDosShell"));
     EXPECT_FALSE(Exists(report));
     EXPECT_TRUE(Exists(kept));
     program.tree.Remove(kept);
