@@ -188,5 +188,25 @@ TEST(NameKey, NeverChanges) {
     EXPECT_EQ(NameKey(L"E:\\Store\\Report\u00AB0001\u00BB.doc"), 0x854091DA495FD57CU);
 }
 
+TEST(IsOwnEntry, TakesWorkingEntriesTheirCommentsAndLocks) {
+    const std::wstring working = FormatWorkingName(Sample(), L"Letter");
+    for (const std::wstring& name : {working, working + L".vwc", std::wstring(kLockFileName),
+                                     std::wstring(kLockFileName) + L"-1234-5"}) {
+        EXPECT_TRUE(IsOwnEntry(name)) << name.c_str();
+    }
+}
+
+TEST(IsOwnEntry, LeavesEveryNameOfAUser) {
+    const std::wstring working = FormatWorkingName(Sample(), L"Letter");
+    for (const std::wstring& name :
+         {std::wstring(L"Letter.txt"), std::wstring(L"Letter«0001».txt"),
+          std::wstring(L"Letter«0001».txt.vwc"), std::wstring(L"list.vwl"),
+          std::wstring(L"Letter.vwnew-1"), std::wstring(L"Vaultwright.exe"), working + L".txt",
+          std::wstring(L"My Vaultwright.vwlock"), working.substr(0, working.size() - 1),
+          std::wstring()}) {
+        EXPECT_FALSE(IsOwnEntry(name)) << name.c_str();
+    }
+}
+
 }  // namespace
 }  // namespace vw

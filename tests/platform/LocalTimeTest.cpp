@@ -67,5 +67,46 @@ TEST(LocalTimeTest, ATimeStampBeyondTheCalendarIsItsLastSecond) {
     EXPECT_EQ(localTime.DateOf(beyond), kLastDate);
 }
 
+// The system's call of each year's own rules, which Wine 8 lacks: no daylight saving time from 2020
+// on, one hour of it all year before.
+BOOL WINAPI ByOwnYear(const DYNAMIC_TIME_ZONE_INFORMATION* zone, const SYSTEMTIME* utc,
+                      SYSTEMTIME* local) {
+    EXPECT_EQ(zone, nullptr);
+    FILETIME time{};
+    if (SystemTimeToFileTime(utc, &time) == 0) return FALSE;
+    constexpr std::uint64_t kHour = 36'000'000'000;
+    std::uint64_t ticks =
+        (static_cast<std::uint64_t>(time.dwHighDateTime) << 32) | time.dwLowDateTime;
+    ticks += (utc->wYear < 2020 ? 2 : 1) * kHour;
+    time = {static_cast<DWORD>(ticks), static_cast<DWORD>(ticks >> 32)};
+    return FileTimeToSystemTime(&time, local);
+}
+
+BOOL WINAPI Refuse(const DYNAMIC_TIME_ZONE_INFORMATION*, const SYSTEMTIME*, SYSTEMTIME*) {
+    return FALSE;
+}
+
+TEST(LocalTimeTest, RulesOfTheDatesOwnYear_AreUsedWhereTheyAreKnown) {
+    const TIME_ZONE_INFORMATION zone = CentralEurope();
+    const LocalTime localTime(&zone, ByOwnYear);
+    const FILETIME before = Utc(2019, 12, 1, 12, 0, 0);
+    EXPECT_EQ(localTime.DateOf(before), MakeDate({2019, 12, 1, 14, 0, 0}));
+    EXPECT_EQ(localTime.DateByPresentRules(before), MakeDate({2019, 12, 1, 13, 0, 0}));
+    const FILETIME after = Utc(2024, 7, 1, 12, 0, 0);
+    EXPECT_EQ(localTime.DateOf(after), MakeDate({2024, 7, 1, 13, 0, 0}));
+    EXPECT_EQ(localTime.DateByPresentRules(after), MakeDate({2024, 7, 1, 14, 0, 0}));
+}
+
+TEST(LocalTimeTest, RulesOfThePresentYear_StandInForUnknownOnes) {
+    const TIME_ZONE_INFORMATION zone = CentralEurope();
+    for (const YearwiseLocalTime yearwise :
+         {YearwiseLocalTime{nullptr}, YearwiseLocalTime{Refuse}}) {
+        const LocalTime localTime(&zone, yearwise);
+        const FILETIME time = Utc(2019, 7, 1, 12, 0, 0);
+        EXPECT_EQ(localTime.DateOf(time), MakeDate({2019, 7, 1, 14, 0, 0}));
+        EXPECT_EQ(localTime.DateByPresentRules(time), MakeDate({2019, 7, 1, 14, 0, 0}));
+    }
+}
+
 }  // namespace
 }  // namespace vw

@@ -3,9 +3,13 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
+#include <iostream>
 #include <optional>
+#include <string>
+#include <vector>
 
 #include "platform/NamedLock.h"
+#include "tests/support/Histories.h"
 #include "tests/system/ProgramCopy.h"
 
 namespace vw::test {
@@ -89,6 +93,42 @@ TEST_F(TwoRuns, TheLockOfAKilledRunIsTakenOver) {
     RunsTo(0, L"/B " + list);
     EXPECT_THAT(InVault(), ElementsAre(L"Docs«0001»", L"Docs«0001».vwc", L"Letter«0001».txt",
                                        L"Letter«0001».txt.vwc"));
+}
+
+// A mapped letter, a share, a link: the mutex of the runs is another one for each name.
+TEST_F(TwoRuns, OverTwoNamesOfOneFolder_LoseNothing) {
+    const auto rounds = Histories::Usually(3);
+    constexpr int kFiles = 30;
+    if (!program.tree.Link(L"Second name", vault)) GTEST_SKIP() << "no links here";
+    std::vector<std::wstring> items{L"BackupTo: " + vault, L"Backages: 3"};
+    for (int i = 0; i < kFiles; ++i) {
+        items.push_back(program.tree.Path(L"Home\\f" + std::to_wstring(i) + L".txt"));
+    }
+    const std::wstring one = program.List(L"One.vwl", items);
+    items.front() = L"BackupTo: " + program.tree.Path(L"Second name");
+    const std::wstring two = program.List(L"Two.vwl", items);
+    for (int state = 1; state <= static_cast<int>(rounds.count) && !HasFailure(); ++state) {
+        const DateParts date{2024, 1 + state / 28, 1 + state % 28, 12, 0, 0};
+        for (int i = 0; i < kFiles; ++i) {
+            program.tree.File(L"Home\\f" + std::to_wstring(i) + L".txt", std::to_string(state),
+                              date);
+        }
+        ProgramRun first(program.With(L"/B " + one));
+        ProgramRun second(other.With(L"/B " + two));
+        EXPECT_EQ(first.WaitForEnd(), 0U);
+        EXPECT_EQ(second.WaitForEnd(), 0U);
+        const int copies = std::min(state, 3);
+        for (int i = 0; i < kFiles; ++i) {
+            for (int copy = 1; copy <= copies; ++copy) {
+                EXPECT_EQ(ReadBytes(vault + L"\\f" + std::to_wstring(i) + L"«000" +
+                                    std::to_wstring(copy) + L"».txt"),
+                          std::to_string(state + 1 - copy));
+            }
+        }
+        EXPECT_THAT(InVault(), SizeIs(kFiles * (copies + 1)));
+    }
+    program.tree.Remove(L"Second name");
+    std::cout << 2 * rounds.count << " runs at once\n";
 }
 
 }  // namespace

@@ -1,0 +1,83 @@
+// An item whose date agrees with its comment by the rules of the present year is unchanged, though
+// the rules of the date's own year give another date: comments of earlier versions stay valid.
+
+#include <gtest/gtest.h>
+
+#include "tests/engine/EngineWorld.h"
+
+namespace vw::test {
+namespace {
+
+/// A disk on which the date's own year was an hour ahead of the present one.
+class OtherRules final : public ForwardingFileSystem {
+  public:
+    using ForwardingFileSystem::ForwardingFileSystem;
+
+    std::optional<FileFacts> Look(std::wstring_view path) override {
+        auto facts = Inner().Look(path);
+        if (facts) facts->lastWrite += kHour;
+        return facts;
+    }
+
+    void List(std::wstring_view folder, const EntryVisitor& visitor) override {
+        Inner().List(folder, [&](const FolderEntry& entry) {
+            FolderEntry shown = entry;
+            shown.lastWrite += kHour;
+            visitor(shown);
+        });
+    }
+
+  private:
+    static constexpr Date kHour = 3600;
+};
+
+class DateRules : public testing::Test {
+  protected:
+    DateRules() {
+        world.tree.File(L"a.txt", "a", Day(1));
+        world.tree.File(L"Work\\b.txt", "b", Day(2));
+        world.tree.File(L"Work\\Sub\\c.txt", "c", Day(3));
+        world.List({L"a.txt", L"Work\\"});
+    }
+
+    Lines RunByOwnYear() {
+        world.host.log.clear();
+        OtherRules disk(world.drive);
+        System system{disk,
+                      world.world.pump,
+                      world.world.boxes,
+                      world.host,
+                      world.world.exitStatus,
+                      world.world.programEnd,
+                      world.world.clock,
+                      world.world.ansi};
+        CPackage(system, world.state, world.host).BackupAll();
+        return world.host.log;
+    }
+
+    EngineWorld world;
+    const Lines unchanged = NoChange(L"~\\a.txt") + NoChange(L"~\\Work\\") + kDone;
+};
+
+TEST_F(DateRules, CommentByThePresentYear_MeansNoChange) {
+    world.Run();
+    EXPECT_EQ(Joined(RunByOwnYear()), Joined(unchanged));
+}
+
+TEST_F(DateRules, CommentByTheOwnYear_MeansNoChange) {
+    RunByOwnYear();
+    EXPECT_EQ(Joined(RunByOwnYear()), Joined(unchanged));
+}
+
+TEST_F(DateRules, ChangedItem_IsCopiedUnderBothRules) {
+    world.Run();
+    world.tree.File(L"a.txt", "a2", Day(4));
+    world.tree.File(L"Work\\Sub\\c.txt", "c2", Day(5));
+    RunByOwnYear();
+    EXPECT_EQ(ReadBytes(world.Store(L"a«0001».txt")), "a2");
+    EXPECT_EQ(ReadBytes(world.Store(L"Work«0001»\\Sub\\c.txt")), "c2");
+    EXPECT_EQ(ReadBytes(world.Store(L"Work«0002»\\Sub\\c.txt")), "c");
+}
+
+}  // namespace
+}  // namespace vw::test
