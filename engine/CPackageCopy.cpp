@@ -1,4 +1,3 @@
-#include <algorithm>
 #include <unordered_map>
 
 #include "engine/CPackage.h"
@@ -17,19 +16,19 @@ void CPackage::BackupFolder(std::wstring_view sPackage, std::wstring_view folder
     const std::wstring from = MFileDosShell::WithSeparator(folder);
     const std::wstring to = MFileDosShell::WithSeparator(sPackage) +
                             from.substr(MFileDosShell::WithSeparator(root).size());
+    // The name of a copy in the making is its own alone: it is met when a link or another drive
+    // letter leads to the destination.
+    const std::wstring own = MFileDosShell::CFileName(sPackage);
     SourceFolder source;
     const bool read = CopyStep(L"BackupFolder", 0, tally, [&] {
-        source = ReadSourceFolder(system_.files, from);
+        source = ReadSourceFolder(system_.files, from, own);
         system_.files.MakeFolder(to);
     });
     if (!read) {
         ++tally.failed;
         return;
     }
-    // The name of a copy in the making is its own alone: it is met when a link or another drive
-    // letter leads to the destination.
-    const std::wstring own = MFileDosShell::CFileName(sPackage);
-    if (std::ranges::find(source.folders, own) != source.folders.end()) tally.holdsItself = true;
+    if (source.holdsCopyInTheMaking) tally.holdsItself = true;
     for (const std::wstring& name : source.links) Tell(run_text::kLinkLeftOut, from + name);
     for (SourceFile& file : source.files) {
         if (MustStop(tally)) break;

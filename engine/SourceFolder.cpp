@@ -4,9 +4,11 @@
 
 namespace vw {
 
-SourceFolder ReadSourceFolder(FileSystem& files, std::wstring_view folder) {
+SourceFolder ReadSourceFolder(FileSystem& files, std::wstring_view folder,
+                              std::wstring_view copyInTheMaking) {
     SourceFolder source;
     files.List(folder, [&](const FolderEntry& entry) {
+        if (entry.isFolder && entry.name == copyInTheMaking) source.holdsCopyInTheMaking = true;
         // Another run may hold its lock in a destination that lies here.
         if (IsOwnEntry(entry.name)) return;
         if (!entry.isFolder) {

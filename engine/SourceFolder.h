@@ -21,10 +21,13 @@ struct SourceFolder {
     std::vector<SourceFile> files;
     std::vector<std::wstring> folders;
     std::vector<std::wstring> links;  ///< folders that are links: a backup leaves them out
+    bool holdsCopyInTheMaking = false;
 };
 
 /// Lists a folder once, without the entries of the program's own (see IsOwnEntry). Raises what
 /// FileSystem::List raises.
-[[nodiscard]] SourceFolder ReadSourceFolder(FileSystem& files, std::wstring_view folder);
+/// `copyInTheMaking` is the name of the entry that the folder is being copied to.
+[[nodiscard]] SourceFolder ReadSourceFolder(FileSystem& files, std::wstring_view folder,
+                                            std::wstring_view copyInTheMaking = {});
 
 }  // namespace vw

@@ -4,6 +4,7 @@
 
 #include <thread>
 
+#include "platform/Handle.h"
 #include "platform/RuntimeError.h"
 #include "platform/SystemError.h"
 #include "platform/WindowsHeader.h"
