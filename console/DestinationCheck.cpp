@@ -10,10 +10,10 @@
 #include "console/TreeComparison.h"
 #include "engine/CommentLine.h"
 #include "engine/CopyName.h"
-#include "engine/WorkingName.h"
 #include "fsutil/NewestDate.h"
 #include "fsutil/PathText.h"
 #include "fsutil/TreeWalk.h"
+#include "fsutil/WorkingName.h"
 #include "platform/ProcessTag.h"
 #include "platform/RuntimeError.h"
 #include "platform/TextCase.h"
@@ -76,7 +76,7 @@ void CheckSeries(Console& console, const CopySeries& series,
 void CheckEntry(const DestinationView& view, const std::wstring& name, Findings& findings) {
     const std::wstring path = JoinPath(view.Folder(), name);
     const std::wstring_view copy = WithoutCommentExtension(name);
-    if (IsCopyName(name)) return;
+    if (IsCopyName(name) || name.starts_with(kLockFileName)) return;
     if (IsCommentName(name)) {
         const bool isThere = std::ranges::any_of(
             view.Entries(), [&](const auto& entry) { return EqualNoCase(entry.name, copy); });
