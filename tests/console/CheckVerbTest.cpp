@@ -175,6 +175,11 @@ TEST_F(VwCheck, CommentsWithoutCopiesAndTheReverse_AreFound) {
            L"comment-alone: ~\\Vault\\z«0001».txt.vwc (there is no such copy)"});
 }
 
+TEST_F(VwCheck, LockFileOfARun_IsPassedOver) {
+    tree.File(Stored(L"Vaultwright.vwlock"));
+    Finds({});
+}
+
 TEST_F(VwCheck, ForeignContents_AreFound) {
     tree.File(Stored(L"notes.txt"));
     tree.Folder(Stored(L"Photos"));
