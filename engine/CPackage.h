@@ -161,7 +161,6 @@ class CPackage final : public CopyDates {
     [[nodiscard]] bool Stands(std::wstring_view path);
     void BackupFile(std::wstring_view destination, std::wstring_view source, std::uint64_t size,
                     CopyTally& tally);
-    void FlushIfRemovable(const std::wstring& copy, std::uint64_t size, const CopyTally& tally);
     [[nodiscard]] bool IsTooLargeForDrive(std::uint64_t size);
     void CheckFolderCopy(const std::wstring& copyFolder, const std::wstring& folder,
                          const SourceFolder& source, CopyTally& tally);

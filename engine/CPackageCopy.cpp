@@ -111,25 +111,9 @@ void CPackage::BackupFile(std::wstring_view destination, std::wstring_view sourc
     const bool copied = CopyStep(L"BackupFile", size, tally, [&] {
         host_.Msg(L"Backing:", source, {}, false, false, false);
         system_.files.Copy(source, destination, duringCopy_);
-        FlushIfRemovable(std::wstring(destination), size, tally);
     });
     if (copied) host_.OnFileCopied(size);
     ++(copied ? tally.copied : tally.failed);
-}
-
-// Sticks are pulled out. The many small files of a folder would wait far longer for it than for
-// being copied.
-void CPackage::FlushIfRemovable(const std::wstring& copy, std::uint64_t size,
-                                const CopyTally& tally) {
-    constexpr std::uint64_t kWorthIt = 1024 * 1024;
-    if ((tally.isFolder && size < kWorthIt) || !destination_->IsOnRemovableDrive()) return;
-    try {
-        system_.files.FlushFile(copy);
-    } catch (const RuntimeError&) {
-        // What may not be on the disk is no copy.
-        Remove(copy);
-        throw;
-    }
 }
 
 // Drives of the older formats call themselves full for a file of 4 GiB, however much room they

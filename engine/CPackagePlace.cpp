@@ -91,9 +91,7 @@ std::wstring CPackage::PrepareComment(const NewCopy& copy) {
         copy.completeness);
     const std::wstring path =
         PackageCommentFile(destination_->WorkingPath(WorkingState::New, copy.itemPath, copy.place));
-    const auto flush =
-        destination_->IsOnRemovableDrive() ? FileSystem::Flush::Yes : FileSystem::Flush::No;
-    system_.files.Write(path, system_.ansi.Encode(text), flush);
+    system_.files.Write(path, system_.ansi.Encode(text), FileSystem::Flush::No);
     return path;
 }
 

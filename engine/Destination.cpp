@@ -105,14 +105,6 @@ bool Destination::IsOnFixedDrive() {
     return *onFixedDrive_;
 }
 
-bool Destination::IsOnRemovableDrive() {
-    if (!onRemovableDrive_) {
-        onRemovableDrive_ =
-            !IsOnFixedDrive() && system_.files.KindOfDrive(place_) == DriveKind::Removable;
-    }
-    return *onRemovableDrive_;
-}
-
 std::wstring Destination::WorkingPath(WorkingState state, std::wstring_view itemPath,
                                       std::wstring_view copyPath, Date date) const {
     const WorkingName name{state, NameKey(itemPath), NameKey(copyPath), date, self_};

@@ -58,9 +58,6 @@ class Destination {
     /// Whether the folder lies on a fixed disk; looked up once.
     [[nodiscard]] bool IsOnFixedDrive();
 
-    /// Whether it lies on a stick or a card, which people pull out; looked up once.
-    [[nodiscard]] bool IsOnRemovableDrive();
-
     /// Path of a working entry of this process for an item and a copy of it.
     [[nodiscard]] std::wstring WorkingPath(WorkingState state, std::wstring_view itemPath,
                                            std::wstring_view copyPath, Date date = 0) const;
@@ -90,7 +87,6 @@ class Destination {
     ProcessTag self_;
     std::unordered_set<std::uint64_t> entries_;
     std::optional<bool> onFixedDrive_;
-    std::optional<bool> onRemovableDrive_;
     std::wstring rememberedCopy_;  ///< empty for none
     std::wstring rememberedComment_;
     std::map<std::uint64_t, ReadyCopy> ready_;

@@ -87,10 +87,6 @@ class FileSystem {
     enum class Flush { No, Yes };
     virtual void Write(std::wstring_view path, std::string_view bytes, Flush flush) = 0;
 
-    /// Waits until the content of a file is on the disk itself and not only in memory of the system
-    /// or of the drive. Raises 70, 57; does nothing on drives that know of no such thing.
-    virtual void FlushFile(std::wstring_view path) = 0;
-
     /// Gives the folder `to` the dates of creation and of the last change of the folder `from`, and
     /// its hidden, system and read-only marks; with Marks::Keep `to` keeps those that it has too.
     /// Links are followed. Raises 70, 76.

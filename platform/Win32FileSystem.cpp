@@ -4,7 +4,6 @@
 #include <exception>
 
 #include "platform/AccessRights.h"
-#include "platform/FileFlush.h"
 #include "platform/FolderEnumeration.h"
 #include "platform/FolderInfo.h"
 #include "platform/Handle.h"
@@ -200,8 +199,6 @@ void Win32FileSystem::Write(std::wstring_view path, std::string_view bytes, Flus
         RaiseCode(code, path);
     }
 }
-
-void Win32FileSystem::FlushFile(std::wstring_view path) { FlushContent(path); }
 
 void Win32FileSystem::CopyFolderInfo(std::wstring_view from, std::wstring_view to, Marks marks) {
     CopyInfoOfFolder(from, to, marks == Marks::Keep);

@@ -18,7 +18,6 @@ class Win32FileSystem final : public FileSystem {
     void Replace(std::wstring_view from, std::wstring_view to) override;
     [[nodiscard]] std::string Read(std::wstring_view path) override;
     void Write(std::wstring_view path, std::string_view bytes, Flush flush) override;
-    void FlushFile(std::wstring_view path) override;
     void CopyFolderInfo(std::wstring_view from, std::wstring_view to, Marks marks) override;
     void CopyAccessRights(std::wstring_view from, std::wstring_view to) override;
     [[nodiscard]] std::unique_ptr<HeldFile> Hold(std::wstring_view path) override;

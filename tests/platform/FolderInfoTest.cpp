@@ -69,17 +69,5 @@ TEST_F(FolderInfoTest, OfAMissingFolder_IsRaised) {
                  RuntimeError);
 }
 
-TEST_F(FolderInfoTest, Flush_LeavesContentDateAndMarks) {
-    for (const bool readOnly : {false, true}) {
-        const std::wstring file = tree.File(L"a.txt", "bytes", {2011, 3, 4, 5, 6, 7});
-        if (readOnly) tree.SetAttributes(L"a.txt", FILE_ATTRIBUTE_READONLY);
-        EXPECT_NO_THROW(files.FlushFile(file));
-        EXPECT_EQ(test::ReadBytes(file), "bytes");
-        EXPECT_EQ(files.Look(file)->isReadOnly, readOnly);
-        EXPECT_EQ(test::ReadDate(file), MakeDate({2011, 3, 4, 5, 6, 7}));
-    }
-    EXPECT_THROW(files.FlushFile(tree.Path(L"none")), RuntimeError);
-}
-
 }  // namespace
 }  // namespace vw

@@ -30,8 +30,6 @@ const char* NameOf(FileCall call) {
             return "Read";
         case FileCall::Write:
             return "Write";
-        case FileCall::FlushFile:
-            return "FlushFile";
         case FileCall::CopyFolderInfo:
             return "CopyFolderInfo";
         case FileCall::CopyAccessRights:
@@ -217,11 +215,6 @@ void FaultyFileSystem::Write(std::wstring_view path, std::string_view bytes, Flu
     WriteHalf(path, bytes);
     dead_ = true;
     throw Died();
-}
-
-void FaultyFileSystem::FlushFile(std::wstring_view path) {
-    if (Before({FileCall::FlushFile, std::wstring(path), {}}) == Act::Skip) return;
-    Inner().FlushFile(path);
 }
 
 void FaultyFileSystem::CopyFolderInfo(std::wstring_view from, std::wstring_view to, Marks marks) {

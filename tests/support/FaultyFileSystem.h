@@ -22,7 +22,6 @@ enum class FileCall {
     Replace,
     Read,
     Write,
-    FlushFile,
     CopyFolderInfo,
     CopyAccessRights,
     Hold,
@@ -109,7 +108,6 @@ class FaultyFileSystem : public ForwardingFileSystem {
     void Replace(std::wstring_view from, std::wstring_view to) override;
     std::string Read(std::wstring_view path) override;
     void Write(std::wstring_view path, std::string_view bytes, Flush flush) override;
-    void FlushFile(std::wstring_view path) override;
     void CopyFolderInfo(std::wstring_view from, std::wstring_view to, Marks marks) override;
     void CopyAccessRights(std::wstring_view from, std::wstring_view to) override;
     std::unique_ptr<HeldFile> Hold(std::wstring_view path) override;

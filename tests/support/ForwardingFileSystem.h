@@ -28,7 +28,6 @@ class ForwardingFileSystem : public FileSystem {
     void Write(std::wstring_view path, std::string_view bytes, Flush flush) override {
         inner_.Write(path, bytes, flush);
     }
-    void FlushFile(std::wstring_view path) override { inner_.FlushFile(path); }
     void CopyFolderInfo(std::wstring_view from, std::wstring_view to, Marks marks) override {
         inner_.CopyFolderInfo(from, to, marks);
     }
