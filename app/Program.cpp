@@ -33,7 +33,7 @@ Program::Program()
     : state_(InitialState()),
       report_(streams_),
       boxes_(state_, [this](std::wstring_view text) { Echo(text); }),
-      errors_(boxes_, exitStatus_),
+      errors_(boxes_, exitStatus_, state_),
       ansi_(CP_ACP),
       system_{files_, pump_, boxes_, errors_, exitStatus_, *this, clock_, ansi_},
       settings_(errors_, state_.executableBaseName),
@@ -53,10 +53,10 @@ int Program::Run(std::wstring_view processCommandLine) {
 }
 
 void Program::Echo(std::wstring_view text) {
-    // On a console both streams meet, and once is enough.
-    if (!streams_.ShareConsole()) report_.Report(text);
+    // Where both streams meet, once is enough.
+    if (!streams_.AreOne()) report_.Report(text);
     streams_.Error(text);
-    application_.AppearInSilentRun();
+    application_.OnSilentBox();
 }
 
 void Program::End(int exitCode) {

@@ -10,12 +10,13 @@ namespace vw {
 
 class ExitStatus;
 class MsgBoxes;
+struct ProgramState;
 
 /// Tells errors in message boxes and notes the first one for the exit code.
 class ErrorReports final : public ErrorSink {
   public:
-    ErrorReports(MsgBoxes& boxes, ExitStatus& exitStatus)
-        : boxes_(boxes), exitStatus_(exitStatus) {}
+    ErrorReports(MsgBoxes& boxes, ExitStatus& exitStatus, const ProgramState& state)
+        : boxes_(boxes), exitStatus_(exitStatus), state_(state) {}
 
     /// Gets what an error means and its path before the box comes: a report names it long after.
     using Note = std::function<void(std::wstring_view details)>;
@@ -24,11 +25,17 @@ class ErrorReports final : public ErrorSink {
     void SetNote(Note note) { note_ = std::move(note); }
 
     void Tell(const Procedure& where, const RuntimeError& error) override;
+    void BeginLimit(int most) override;
+    int EndLimit() override;
 
   private:
     MsgBoxes& boxes_;
     ExitStatus& exitStatus_;
+    const ProgramState& state_;
     Note note_;
+    int limits_ = 0;  ///< that began and did not end
+    int most_ = 0;
+    int told_ = 0;  ///< under the outermost limit
 };
 
 }  // namespace vw

@@ -27,6 +27,33 @@ class ErrorSink {
 
     /// Tells the user of an error, once, and notes it for the exit code.
     virtual void Tell(const Procedure& where, const RuntimeError& error) = 0;
+
+    /// From now on only the first `most` errors get a box, and nobody has to answer one after the
+    /// other. In a silent run, whose boxes close themselves, nothing changes. See BoxLimit.
+    virtual void BeginLimit(int /*most*/) {}
+    /// Ends that; returns how many errors were told meanwhile.
+    virtual int EndLimit() { return 0; }
+};
+
+/// Limits the boxes of errors while it lives. Within another one it has no effect.
+class BoxLimit {
+  public:
+    BoxLimit(ErrorSink& errors, int most) : errors_(errors) { errors_.BeginLimit(most); }
+    ~BoxLimit() {
+        if (!ended_) errors_.EndLimit();
+    }
+    BoxLimit(const BoxLimit&) = delete;
+    BoxLimit& operator=(const BoxLimit&) = delete;
+
+    /// Ends the limit; returns how many errors were told while it lived.
+    int End() {
+        ended_ = true;
+        return errors_.EndLimit();
+    }
+
+  private:
+    ErrorSink& errors_;
+    bool ended_ = false;
 };
 
 /// The text of an error's box: number, source line and procedure; then, when there are any, an

@@ -20,6 +20,25 @@ std::string Utf8(std::wstring_view text) {
     return bytes;
 }
 
+// A command such as "program >log 2>&1" hands over one file under two handles.
+bool IsSameFile(HANDLE first, HANDLE second) noexcept {
+    if (first == second) return true;
+    using CompareFunction = BOOL(WINAPI*)(HANDLE, HANDLE);
+    const HMODULE library = GetModuleHandleW(L"kernelbase.dll");
+    const auto compare = library == nullptr
+                             ? nullptr
+                             : reinterpret_cast<CompareFunction>(reinterpret_cast<void*>(
+                                   GetProcAddress(library, "CompareObjectHandles")));
+    if (compare != nullptr && compare(first, second) != 0) return true;
+    BY_HANDLE_FILE_INFORMATION left{};
+    BY_HANDLE_FILE_INFORMATION right{};
+    return GetFileType(first) == FILE_TYPE_DISK && GetFileType(second) == FILE_TYPE_DISK &&
+           GetFileInformationByHandle(first, &left) != 0 &&
+           GetFileInformationByHandle(second, &right) != 0 &&
+           left.dwVolumeSerialNumber == right.dwVolumeSerialNumber &&
+           left.nFileIndexHigh == right.nFileIndexHigh && left.nFileIndexLow == right.nFileIndexLow;
+}
+
 }  // namespace
 
 // A window program that was started from a console has no streams of its own.
@@ -78,9 +97,10 @@ std::size_t StandardStreams::ConsoleWidth() {
     return columns > 1 ? static_cast<std::size_t>(columns) : kUsual;
 }
 
-bool StandardStreams::ShareConsole() {
+bool StandardStreams::AreOne() {
     Open();
-    return output_.isConsole && error_.isConsole;
+    if (output_.isConsole || error_.isConsole) return output_.isConsole && error_.isConsole;
+    return output_.Leads() && error_.Leads() && IsSameFile(output_.handle, error_.handle);
 }
 
 StandardStreams::Stream StandardStreams::Find(DWORD which) {

@@ -40,8 +40,8 @@ class StandardStreams {
     /// Writes what is still held back.
     void Flush();
 
-    /// Whether report and errors end up on the same console.
-    [[nodiscard]] bool ShareConsole();
+    /// Whether report and errors end up in the same place: one console, file or pipe.
+    [[nodiscard]] bool AreOne();
 
   private:
     /// Where a stream leads.

@@ -16,6 +16,10 @@ void SilentReport::Msg(std::wstring_view title, std::wstring_view message,
 
 void SilentReport::Report(std::wstring_view text) { streams_.Report(text); }
 
+void SilentReport::Failure(std::wstring_view text) {
+    if (!streams_.AreOne()) streams_.Error(text);
+}
+
 void SilentReport::Flush() { streams_.Flush(); }
 
 }  // namespace vw

@@ -13,6 +13,8 @@ class SilentReport {
 
     void Msg(std::wstring_view title, std::wstring_view message, std::wstring_view subMessage);
     void Report(std::wstring_view text);
+    /// Writes to standard error what counts for the exit code and stands in the report already.
+    void Failure(std::wstring_view text);
     /// Sends on what waits.
     void Flush();
 

@@ -7,6 +7,7 @@
 
 #include "platform/ErrorReports.h"
 #include "platform/ExitStatus.h"
+#include "platform/ProgramState.h"
 #include "tests/support/ScriptedBoxes.h"
 
 namespace vw {
@@ -77,12 +78,58 @@ TEST(ErrorTrapTest, WhatIsNoErrorGoesThrough) {
 TEST(ErrorReportsTest, TheFirstErrorIsTheExitCode) {
     test::ScriptedBoxes boxes;
     ExitStatus exitStatus;
-    ErrorReports reports(boxes, exitStatus);
+    const ProgramState state;
+    ErrorReports reports(boxes, exitStatus, state);
     boxes.Expect(L"Error 70 in line 1\r\nin procedure BackupAll of Class Module CPackage");
     boxes.Expect(L"Error 53 in line 2\r\nin procedure BackupAll of Class Module CPackage");
     reports.Tell(kProcedure, RuntimeError(70, {}, {}, 1));
     reports.Tell(kProcedure, RuntimeError(53, {}, {}, 2));
     EXPECT_EQ(exitStatus.Code(), 70);
+}
+
+TEST(ErrorReportsTest, Limit_LaterErrors_GetNoBoxButCount) {
+    test::ScriptedBoxes boxes;
+    ExitStatus exitStatus;
+    const ProgramState state;
+    ErrorReports reports(boxes, exitStatus, state);
+    int noted = 0;
+    reports.SetNote([&](std::wstring_view) { ++noted; });
+    for (int i = 0; i < 3; ++i) boxes.Expect(L"Error 70");
+    BoxLimit limit(reports, 3);
+    for (int i = 0; i < 25; ++i) reports.Tell(kProcedure, RuntimeError(70, {}, {}, 1));
+    EXPECT_EQ(limit.End(), 25);
+    EXPECT_EQ(noted, 25);
+    boxes.Expect(L"Error 53");
+    reports.Tell(kProcedure, RuntimeError(53, {}, {}, 1));
+}
+
+TEST(ErrorReportsTest, Limit_WithinAnother_HasNoEffect) {
+    test::ScriptedBoxes boxes;
+    ExitStatus exitStatus;
+    const ProgramState state;
+    ErrorReports reports(boxes, exitStatus, state);
+    BoxLimit outer(reports, 2);
+    boxes.Expect(L"Error 70");
+    boxes.Expect(L"Error 70");
+    {
+        const BoxLimit inner(reports, 0);
+        for (int i = 0; i < 3; ++i) reports.Tell(kProcedure, RuntimeError(70, {}, {}, 1));
+    }
+    EXPECT_EQ(outer.End(), 3);
+}
+
+// The boxes of a silent run close themselves, and each text goes to standard error.
+TEST(ErrorReportsTest, Limit_SilentRun_HidesNoError) {
+    test::ScriptedBoxes boxes;
+    ExitStatus exitStatus;
+    ProgramState state;
+    state.silentRun = true;
+    ErrorReports reports(boxes, exitStatus, state);
+    const BoxLimit limit(reports, 1);
+    for (int i = 0; i < 3; ++i) {
+        boxes.Expect(L"Error 70");
+        reports.Tell(kProcedure, RuntimeError(70, {}, {}, 1));
+    }
 }
 
 }  // namespace

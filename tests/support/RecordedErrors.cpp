@@ -28,7 +28,19 @@ ToldError RecordedErrors::TakeOne() {
     return {};
 }
 
+void RecordedErrors::BeginLimit(int most) {
+    if (limits_++ > 0) return;
+    most_ = most;
+    told_ = 0;
+}
+
+int RecordedErrors::EndLimit() { return --limits_ > 0 ? 0 : told_; }
+
 void RecordedErrors::Tell(const Procedure& where, const RuntimeError& error) {
+    if (limits_ > 0 && ++told_ > most_) {
+        exitStatus_.Note(error.Number());
+        return;
+    }
     errors_.push_back({error.Number(), error.Description(), error.Path(), std::wstring(where.name),
                        std::wstring(where.kind), std::wstring(where.container)});
     exitStatus_.Note(error.Number());

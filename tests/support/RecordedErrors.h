@@ -39,10 +39,16 @@ class RecordedErrors : public ErrorSink {
     [[nodiscard]] const std::vector<ToldError>& All() const noexcept { return errors_; }
 
     void Tell(const Procedure& where, const RuntimeError& error) override;
+    /// Errors beyond a limit, which get no box, are not recorded.
+    void BeginLimit(int most) override;
+    int EndLimit() override;
 
   private:
     ExitStatus& exitStatus_;
     std::vector<ToldError> errors_;
+    int limits_ = 0;
+    int most_ = 0;
+    int told_ = 0;
 };
 
 }  // namespace vw::test
