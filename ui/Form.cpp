@@ -92,6 +92,8 @@ void Form::MakeParts() {
         if (HasWindow(data.kind)) part.window = MakeControl(parent, data, language_);
         if (data.kind == ControlKind::ListView) {
             part.list = std::make_unique<ListView>(part.window, data, language_);
+            part.list->Attach(names_.get(), tips_->Handle());
+            tips_->Add(part.window);
         } else if (data.kind == ControlKind::ToolBar) {
             part.toolBar = std::make_unique<ToolBar>(part.window, data, language_);
         }

@@ -103,6 +103,8 @@ class Form final : public Window {
     [[nodiscard]] HWND Control(std::wstring_view name) const;
     [[nodiscard]] std::wstring Text(std::wstring_view name) const;
     void SetText(std::wstring_view name, std::wstring_view text);
+    /// Gives a label the text that it has in the data.
+    void ResetText(std::wstring_view label);
     /// Whether a status line shows its text as a warning: with a sign, and in a colour of its own.
     void SetAlert(std::wstring_view statusLine, bool on);
     [[nodiscard]] bool IsEnabled(std::wstring_view name) const;

@@ -94,6 +94,11 @@ void Form::SetText(std::wstring_view name, std::wstring_view text) {
     if (IsLabel(part->data->kind)) InvalidateRect(part->window, nullptr, TRUE);
 }
 
+void Form::ResetText(std::wstring_view label) {
+    const Part* part = Find(label);
+    if (part != nullptr) SetText(label, part->data->text.In(language_));
+}
+
 void Form::SetAlert(std::wstring_view statusLine, bool on) {
     Part* part = const_cast<Part*>(Find(statusLine, ControlKind::Label));
     if (part == nullptr || part->alert == on) return;

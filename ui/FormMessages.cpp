@@ -34,6 +34,9 @@ void Form::OnEscaped(const std::exception_ptr& error) noexcept { events_.OnEscap
 std::optional<LRESULT> Form::OnWindowMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case WM_DESTROY:
+            for (const Part& part : parts_) {
+                if (part.list) part.list->Attach(nullptr, nullptr);
+            }
             names_.reset();
             return std::nullopt;
         case WM_CLOSE:
@@ -283,6 +286,14 @@ void Form::OnTipAsked(NMTTDISPINFOW& info) {
     const HWND control = reinterpret_cast<HWND>(info.hdr.idFrom);
     const Part* part = FindByWindow(control);
     if (part == nullptr) return;
+    if (part->list) {
+        const DWORD position = GetMessagePos();
+        POINT mouse{GET_X_LPARAM(position), GET_Y_LPARAM(position)};
+        MapWindowPoints(nullptr, control, &mouse, 1);
+        tipText_ = part->list->TipAt(mouse);
+        info.lpszText = tipText_.data();
+        return;
+    }
     tipText_ =
         part->data->path ? Text(part->data->name) : std::wstring(part->data->tip.In(language_));
     if (part->data->path) {

@@ -29,8 +29,7 @@ ListView::ListView(HWND control, const ControlData& data, Language language)
     }
     // Some systems show the buffer of a mirrored list as in a looking-glass.
     const LPARAM buffer = language == Language::Arabic ? 0 : LVS_EX_DOUBLEBUFFER;
-    SendMessageW(control_, LVM_SETEXTENDEDLISTVIEWSTYLE, 0,
-                 LVS_EX_FULLROWSELECT | LVS_EX_LABELTIP | LVS_EX_INFOTIP | buffer);
+    SendMessageW(control_, LVM_SETEXTENDEDLISTVIEWSTYLE, 0, LVS_EX_FULLROWSELECT | buffer);
     SetWindowSubclass(control_, Subclass, kSubclassId, reinterpret_cast<DWORD_PTR>(this));
 }
 
@@ -70,10 +69,16 @@ void ListView::Remove(int row) {
     SendMessageW(control_, LVM_DELETEITEM, static_cast<WPARAM>(row), 0);
 }
 
-void ListView::Clear() { SendMessageW(control_, LVM_DELETEALLITEMS, 0, 0); }
+void ListView::Clear() {
+    // What screen readers say belongs to positions, which the next rows have too.
+    ShowWarnings({});
+    SendMessageW(control_, LVM_DELETEALLITEMS, 0, 0);
+}
 
 void ListView::Forget(int row) noexcept {
-    if (RowAt(row) != nullptr) rows_.erase(rows_.begin() + row);
+    if (RowAt(row) == nullptr) return;
+    rows_.erase(rows_.begin() + row);
+    SpeakWarnings();
 }
 
 int ListView::ColumnOf(std::wstring_view key) const {
@@ -119,6 +124,12 @@ std::size_t ListView::Tag(int row) const noexcept {
 
 void ListView::SetTag(int row, std::size_t tag) noexcept {
     if (Row* found = RowAt(row)) found->tag = tag;
+}
+
+std::optional<ListView::Value> ListView::ValueOf(int row, std::wstring_view key) const {
+    const auto column = static_cast<std::size_t>(ColumnOf(key));
+    const Row* found = RowAt(row);
+    return found == nullptr ? std::nullopt : found->cells[column].value;
 }
 
 int ListView::Find(std::wstring_view key, std::wstring_view text) const {
@@ -181,6 +192,7 @@ void ListView::Sort(std::wstring_view key, bool ascending, const Compare& compar
     };
     SendMessageW(control_, LVM_SORTITEMS, 0, reinterpret_cast<LPARAM>(byRank));
     std::ranges::sort(rows_, {}, [](const auto& row) { return row->rank; });
+    SpeakWarnings();
     MarkSortColumn(column, ascending);
 }
 

@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "platform/WindowsHeader.h"
@@ -15,11 +16,16 @@
 
 namespace vw {
 
+class SpokenNames;
+
 /// Key of the first column, which is the row's own text.
 inline constexpr std::wstring_view kNameColumn = L"Name";
 
 /// Icons of rows, in the order of the image lists.
 enum class RowIcon { File, Folder, Rule };
+
+/// The overlay image of rows with a warning.
+inline constexpr int kWarningOverlay = 1;
 
 /// The pictures of rows for one resolution of the screen.
 struct RowPictures {
@@ -28,6 +34,7 @@ struct RowPictures {
     ImageList small;
     ImageList large;
     std::array<IconHandle, 3> icons;  ///< the small ones, for rows that are drawn here
+    IconHandle mark;                  ///< small, for rows with a warning
     int pixels;                       ///< of a small icon
 };
 
@@ -75,6 +82,22 @@ class ListView {
     [[nodiscard]] std::size_t Tag(int row) const noexcept;
     void SetTag(int row, std::size_t tag) noexcept;
 
+    /// The value that a row is sorted by in a column, where it has one.
+    [[nodiscard]] std::optional<Value> ValueOf(int row, std::wstring_view key) const;
+
+    /// Sets what the user should know of each row, in the order of the rows; empty texts are none.
+    /// A row with a warning carries a sign. Its tool tip says why, and so does a screen reader.
+    void ShowWarnings(const std::vector<std::wstring>& warnings);
+    [[nodiscard]] std::wstring WarningOf(int row) const;
+
+    /// The tool tip for a place of the control: the whole text of a cell that has no room for it,
+    /// and the warning of its row. Empty when there is nothing to add to what is seen.
+    [[nodiscard]] std::wstring TipAt(POINT place) const;
+
+    /// Uses these, which may be none, for what screen readers say and for the tip that goes when
+    /// the mouse leaves its cell.
+    void Attach(SpokenNames* names, HWND tips) noexcept;
+
     /// The first row with this text in this column, compared by code units; -1 when there is none.
     [[nodiscard]] int Find(std::wstring_view key, std::wstring_view text) const;
 
@@ -87,6 +110,8 @@ class ListView {
     /// While redrawing is off, rows come in without being painted. When it is switched on again the
     /// columns get as wide as what they hold.
     void SetRedraw(bool on);
+    /// Makes the columns as wide as what they hold. Where the list is too narrow for that, columns
+    /// of paths give way, then that of the names. Widths that the user chose stay.
     void FitColumns();
 
     /// Sorts once, by value where both rows have one and by `compare` otherwise. Equal rows keep
@@ -123,6 +148,7 @@ class ListView {
         RowIcon icon = RowIcon::File;
         int rank = 0;
         std::size_t tag = 0;
+        std::wstring warning;
         std::vector<Cell> cells;
     };
 
@@ -131,12 +157,23 @@ class ListView {
     void Answer(NMLVDISPINFOW& info);
     std::optional<LRESULT> OnCustomDraw(const NMLVCUSTOMDRAW& draw);
     void PaintRow(HDC canvas, int row) const;
-    void PaintIcon(HDC canvas, const RECT& area, RowIcon icon) const;
+    void PaintIcon(HDC canvas, const RECT& area, const Row& row) const;
+    void RepaintRow(int row) const;
     [[nodiscard]] RECT RowArea(int row, LONG part) const;
     [[nodiscard]] RECT CellArea(int row, int column) const;
     void PaintEmptyText(HDC canvas) const;
     void MarkSortColumn(int column, bool ascending);
+    // Columns (ListViewColumns.cpp).
     [[nodiscard]] int WidthOf(std::size_t column) const;
+    [[nodiscard]] int Room() const;
+    void KeepUserWidth(int column, int pixels);
+
+    // Warnings and tips (ListViewTips.cpp).
+    void MarkWarning(int row);
+    void SpeakWarnings();
+    [[nodiscard]] std::pair<int, int> CellAt(POINT place) const;
+    [[nodiscard]] bool IsShortened(int row, int column) const;
+    void FollowMouse(POINT place);
 
     static LRESULT CALLBACK Subclass(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
                                      UINT_PTR id, DWORD_PTR data);
@@ -150,7 +187,12 @@ class ListView {
     int dpi_ = kDesignDpi;
     bool selecting_ = false;
     bool isSortMarked_ = false;
-    WPARAM keyDown_ = 0;  ///< pressed in the list and not let go yet
+    SpokenNames* names_ = nullptr;
+    HWND tips_ = nullptr;
+    std::pair<int, int> mouseAt_{-1, -1};  ///< row and column below the mouse
+    std::vector<int> userWidths_;          ///< at 96 DPI; 0: not chosen by the user
+    bool speaks_ = false;                  ///< a screen reader was told of warnings
+    WPARAM keyDown_ = 0;                   ///< pressed in the list and not let go yet
 };
 
 /// Keeps a list from being painted while many rows come or go.

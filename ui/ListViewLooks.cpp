@@ -7,6 +7,8 @@
 #include "ui/Painting.h"
 #include "ui/PrivateMessages.h"
 #include "ui/resource.h"
+// The extended window macros need the declarations of the window system first.
+#include <windowsx.h>
 
 // How a list view looks and what it tells its form.
 
@@ -14,17 +16,13 @@ namespace vw {
 
 namespace {
 
-constexpr std::array kRowIcons{IDI_File, IDI_Folder, IDI_Rule};
+// The last one is the sign that lies over the others.
+constexpr std::array kRowIcons{IDI_File, IDI_Folder, IDI_Rule, IDI_WarningMark};
 constexpr int kSmallIcon = 16;
 constexpr int kRowHeight = 22;
 constexpr int kLargeIcon = 32;
 constexpr int kCellMargin = 6;
 constexpr int kTextAfterIcon = 4;
-constexpr int kIconAndGaps = 26;
-constexpr int kSortMark = 26;
-constexpr int kNarrowestColumn = 40;
-constexpr int kNarrowestFirstColumn = 84;  // an icon, a label and the mark of the direction
-constexpr int kWidestColumn = 420;
 constexpr int kEmptyTextMargin = 24;
 
 }  // namespace
@@ -61,7 +59,11 @@ RowPictures::RowPictures(int dpi) : pixels(Scaled(kSmallIcon, dpi)) {
     const int largePixels = Scaled(kLargeIcon, dpi);
     small = MakeImageList(kRowIcons, pixels, Scaled(kRowHeight, dpi));
     large = MakeImageList(kRowIcons, largePixels, largePixels);
+    for (const HIMAGELIST images : {small.Get(), large.Get()}) {
+        ImageList_SetOverlayImage(images, static_cast<int>(kRowIcons.size()) - 1, kWarningOverlay);
+    }
     for (std::size_t i = 0; i < icons.size(); ++i) icons[i] = LoadPicture(kRowIcons[i], pixels);
+    mark = LoadPicture(IDI_WarningMark, pixels);
 }
 
 void ListView::SetPictures(const RowPictures& pictures, HFONT font, int dpi) {
@@ -73,47 +75,6 @@ void ListView::SetPictures(const RowPictures& pictures, HFONT font, int dpi) {
     SendMessageW(control_, LVM_SETIMAGELIST, LVSIL_NORMAL,
                  reinterpret_cast<LPARAM>(pictures.large.Get()));
     FitColumns();
-}
-
-void ListView::FitColumns() {
-    for (std::size_t column = 0; column < data_.columns.size(); ++column) {
-        SendMessageW(control_, LVM_SETCOLUMNWIDTH, column, MAKELPARAM(WidthOf(column), 0));
-    }
-}
-
-// Measuring every cell of a long list would take longer than filling it, so the cells with the most
-// letters stand for the others.
-int ListView::WidthOf(std::size_t column) const {
-    constexpr std::size_t kMeasured = 12;
-    std::vector<const std::wstring*> longest;
-    for (const auto& row : rows_) {
-        const std::wstring& text = row->cells[column].text;
-        if (longest.size() == kMeasured && text.size() <= longest.back()->size()) continue;
-        const auto place = std::find_if(longest.begin(), longest.end(), [&](const auto* other) {
-            return other->size() < text.size();
-        });
-        longest.insert(place, &text);
-        if (longest.size() > kMeasured) longest.pop_back();
-    }
-    const HDC canvas = GetDC(control_);
-    const HGDIOBJ before =
-        SelectObject(canvas, reinterpret_cast<HGDIOBJ>(SendMessageW(control_, WM_GETFONT, 0, 0)));
-    const Measure widthOf = MeasureIn(canvas);
-    const int icon = column == 0 ? Scaled(kIconAndGaps, dpi_) : 0;
-    int width = 0;
-    for (const std::wstring* text : longest) width = std::max(width, widthOf(*text) + icon);
-    // The header may have another font, and the mark of the direction takes some room beside its
-    // text.
-    const auto header = reinterpret_cast<HWND>(SendMessageW(control_, LVM_GETHEADER, 0, 0));
-    SelectObject(canvas, reinterpret_cast<HGDIOBJ>(SendMessageW(header, WM_GETFONT, 0, 0)));
-    width = std::max(width,
-                     widthOf(data_.columns[column].header.In(language_)) + Scaled(kSortMark, dpi_));
-    SelectObject(canvas, before);
-    ReleaseDC(control_, canvas);
-    width += 2 * Scaled(kCellMargin, dpi_) + 1;
-    const int narrowest = column == 0 ? kNarrowestFirstColumn : kNarrowestColumn;
-    const int least = rows_.empty() ? data_.columns[column].width : narrowest;
-    return std::clamp(width, Scaled(least, dpi_), Scaled(kWidestColumn, dpi_));
 }
 
 void ListView::MarkSortColumn(int column, bool ascending) {
@@ -170,8 +131,7 @@ void ListView::PaintRow(HDC canvas, int row) const {
         control_, LVM_GETITEMSTATE, static_cast<WPARAM>(row), LVIS_SELECTED | LVIS_FOCUSED));
     const bool selected = (state & LVIS_SELECTED) != 0;
     const bool focused = GetFocus() == control_;
-    const int background = !selected ? COLOR_WINDOW : focused ? COLOR_HIGHLIGHT : COLOR_BTNFACE;
-    const int text = !selected ? COLOR_WINDOWTEXT : focused ? COLOR_HIGHLIGHTTEXT : COLOR_BTNTEXT;
+    const RowColours colours = ColoursOfRow(selected, focused);
 
     const int saved = SaveDC(canvas);
     SelectObject(canvas, reinterpret_cast<HGDIOBJ>(SendMessageW(control_, WM_GETFONT, 0, 0)));
@@ -183,9 +143,9 @@ void ListView::PaintRow(HDC canvas, int row) const {
         IntersectRect(&visible, &visible, &whole);
         whole = upright.Turned(whole);
         const Buffered buffer(canvas, upright.Turned(visible));
-        Fill(buffer.Canvas(), whole, GetSysColor(background));
-        PaintIcon(buffer.Canvas(), upright.Turned(RowArea(row, LVIR_ICON)), content->icon);
-        SetTextColor(buffer.Canvas(), GetSysColor(text));
+        Fill(buffer.Canvas(), whole, colours.background);
+        PaintIcon(buffer.Canvas(), upright.Turned(RowArea(row, LVIR_ICON)), *content);
+        SetTextColor(buffer.Canvas(), colours.text);
         for (std::size_t column = 0; column < content->cells.size(); ++column) {
             const RECT cell = upright.Turned(CellArea(row, static_cast<int>(column)));
             PaintText(
@@ -211,14 +171,16 @@ RECT ListView::RowArea(int row, LONG part) const {
 }
 
 // At the side of its area where reading begins.
-void ListView::PaintIcon(HDC canvas, const RECT& area, RowIcon icon) const {
+void ListView::PaintIcon(HDC canvas, const RECT& area, const Row& row) const {
     if (pictures_ == nullptr) return;
     const int pixels = pictures_->pixels;
     const int left = language_ == Language::Arabic ? static_cast<int>(area.right) - pixels
                                                    : static_cast<int>(area.left);
     const int top = static_cast<int>(area.top + area.bottom - pixels) / 2;
-    DrawIconEx(canvas, left, top, pictures_->icons[static_cast<std::size_t>(icon)].Get(), pixels,
-               pixels, 0, nullptr, DI_NORMAL);
+    DrawIconEx(canvas, left, top, pictures_->icons[static_cast<std::size_t>(row.icon)].Get(),
+               pixels, pixels, 0, nullptr, DI_NORMAL);
+    if (row.warning.empty()) return;
+    DrawIconEx(canvas, left, top, pictures_->mark.Get(), pixels, pixels, 0, nullptr, DI_NORMAL);
 }
 
 // Where the text of a cell stands: the column less the margins at both sides.
@@ -268,6 +230,9 @@ std::optional<LRESULT> ListView::OnNotify(NMHDR& header) {
             // One word for all of them is enough.
             rows_.clear();
             return TRUE;
+        case LVN_ITEMCHANGED:
+            RepaintRow(reinterpret_cast<const NMLISTVIEW&>(header).iItem);
+            return std::nullopt;
         case LVN_DELETEITEM:
             Forget(reinterpret_cast<const NMLISTVIEW&>(header).iItem);
             if (rows_.empty()) InvalidateRect(control_, nullptr, TRUE);
@@ -287,8 +252,27 @@ LRESULT CALLBACK ListView::Subclass(HWND window, UINT message, WPARAM wParam, LP
             // The first row takes the place of the text about the empty list.
             if (self->rows_.size() == 1) InvalidateRect(window, nullptr, TRUE);
             break;
-        case WM_SIZE:
+        case WM_SIZE: {
             if (self->rows_.empty()) InvalidateRect(window, nullptr, TRUE);
+            const LRESULT result = DefSubclassProc(window, message, wParam, lParam);
+            if (self->pictures_ != nullptr && wParam != SIZE_MINIMIZED) self->FitColumns();
+            return result;
+        }
+        case WM_NOTIFY: {
+            const auto& header = *reinterpret_cast<const NMHEADERW*>(lParam);
+            const LRESULT result = DefSubclassProc(window, message, wParam, lParam);
+            if (header.hdr.code == HDN_ENDTRACKW && header.pitem != nullptr &&
+                (header.pitem->mask & HDI_WIDTH) != 0) {
+                self->KeepUserWidth(header.iItem, header.pitem->cxy);
+            } else if (header.hdr.code == HDN_DIVIDERDBLCLICKW) {
+                self->KeepUserWidth(header.iItem, static_cast<int>(SendMessageW(
+                                                      window, LVM_GETCOLUMNWIDTH,
+                                                      static_cast<WPARAM>(header.iItem), 0)));
+            }
+            return result;
+        }
+        case WM_MOUSEMOVE:
+            self->FollowMouse({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)});
             break;
         case WM_GETDLGCODE: {
             // Enter opens a row here; everywhere else it presses the default button.
@@ -309,7 +293,11 @@ LRESULT CALLBACK ListView::Subclass(HWND window, UINT message, WPARAM wParam, LP
             }
             return result;
         }
+        case WM_SETFOCUS:
+            self->RepaintRow(self->Selected());
+            break;
         case WM_KILLFOCUS:
+            self->RepaintRow(self->Selected());
             self->keyDown_ = 0;
             break;
         case WM_DROPFILES:

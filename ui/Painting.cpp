@@ -1,6 +1,7 @@
 #include "ui/Painting.h"
 
 #include <algorithm>
+#include <cmath>
 #include <memory>
 #include <string>
 #include <utility>
@@ -165,6 +166,43 @@ COLORREF MixedColour(COLORREF first, COLORREF second, int share) noexcept {
     const auto mix = [share](int a, int b) { return static_cast<BYTE>(a + (b - a) * share / 100); };
     return RGB(mix(GetRValue(first), GetRValue(second)), mix(GetGValue(first), GetGValue(second)),
                mix(GetBValue(first), GetBValue(second)));
+}
+
+double ContrastOf(COLORREF first, COLORREF second) noexcept {
+    const auto channel = [](int value) {
+        const double share = value / 255.0;
+        return share <= 0.04045 ? share / 12.92 : std::pow((share + 0.055) / 1.055, 2.4);
+    };
+    const auto luminance = [&](COLORREF colour) {
+        return 0.2126 * channel(GetRValue(colour)) + 0.7152 * channel(GetGValue(colour)) +
+               0.0722 * channel(GetBValue(colour));
+    };
+    const double left = luminance(first);
+    const double right = luminance(second);
+    return (std::max(left, right) + 0.05) / (std::min(left, right) + 0.05);
+}
+
+// Without the keyboard the row is greyer: calm, but still the one that a command works on. It is as
+// dark as its text needs.
+RowColours ColoursOfRow(bool selected, bool focused) noexcept {
+    constexpr int kGreyShare = 60;
+    constexpr double kLeastContrast = 3.0;
+    constexpr double kLeastTextContrast = 4.5;
+    const COLORREF window = GetSysColor(COLOR_WINDOW);
+    const COLORREF windowText = GetSysColor(COLOR_WINDOWTEXT);
+    if (!selected) return {window, windowText};
+    const RowColours full{GetSysColor(COLOR_HIGHLIGHT), GetSysColor(COLOR_HIGHLIGHTTEXT)};
+    if (focused || HighContrast()) return full;
+    const COLORREF grey =
+        MixedColour(GetSysColor(COLOR_HIGHLIGHT), GetSysColor(COLOR_GRAYTEXT), kGreyShare);
+    for (const int share : {0, 15, 30, 45, 60}) {
+        const COLORREF background = MixedColour(grey, windowText, share);
+        if (ContrastOf(background, window) >= kLeastContrast &&
+            ContrastOf(background, full.text) >= kLeastTextContrast) {
+            return {background, full.text};
+        }
+    }
+    return full;
 }
 
 bool HighContrast() noexcept {

@@ -38,6 +38,20 @@ void Fill(HDC canvas, const RECT& area, COLORREF colour) noexcept;
 /// A colour between two others; `share` hundredths of the second.
 [[nodiscard]] COLORREF MixedColour(COLORREF first, COLORREF second, int share) noexcept;
 
+/// The contrast of two colours, from 1 to 21, as the guidelines for accessible content define it.
+[[nodiscard]] double ContrastOf(COLORREF first, COLORREF second) noexcept;
+
+/// The colours of a row of a list.
+struct RowColours {
+    COLORREF background;
+    COLORREF text;
+};
+
+/// Those of a row that is selected or not, in a list with the keyboard or without it. A row that is
+/// selected without the keyboard has a contrast of at least 3 to the others, and its text one of at
+/// least 4.5 to it; with the keyboard it has the colours of the system.
+[[nodiscard]] RowColours ColoursOfRow(bool selected, bool focused) noexcept;
+
 /// Whether the user chose a high contrast: then only the system's own colours are used.
 [[nodiscard]] bool HighContrast() noexcept;
 

@@ -18,6 +18,9 @@ constexpr GUID kServices{
 constexpr GUID kNameProperty{
     0x608d3df8, 0x8128, 0x4aa7, {0xa4, 0x28, 0xf5, 0x5e, 0x49, 0x26, 0x72, 0x91}};
 
+constexpr GUID kDescriptionProperty{
+    0x4d48dfe4, 0xbd3f, 0x491f, {0xa6, 0x48, 0x49, 0x2d, 0x6f, 0x20, 0xc5, 0x88}};
+
 }  // namespace
 
 SpokenNames::SpokenNames() noexcept
@@ -44,6 +47,19 @@ void SpokenNames::Set(HWND control, std::wstring_view name) {
         services_->SetHwndPropStr(control, static_cast<DWORD>(OBJID_CLIENT), CHILDID_SELF,
                                   kNameProperty, std::wstring(name).c_str());
     if (SUCCEEDED(result)) named_.push_back(control);
+}
+
+void SpokenNames::Describe(HWND control, int element, std::wstring_view text) {
+    if (services_ == nullptr || control == nullptr) return;
+    const auto object = static_cast<DWORD>(OBJID_CLIENT);
+    // Elements count from 1.
+    const auto child = static_cast<DWORD>(element) + 1;
+    if (text.empty()) {
+        services_->ClearHwndProps(control, object, child, &kDescriptionProperty, 1);
+    } else {
+        services_->SetHwndPropStr(control, object, child, kDescriptionProperty,
+                                  std::wstring(text).c_str());
+    }
 }
 
 }  // namespace vw

@@ -21,6 +21,10 @@ class SpokenNames {
     /// Names a control, which must still exist when this object goes.
     void Set(HWND control, std::wstring_view name);
 
+    /// Describes one element of a control, such as a row counted from 0; an empty text takes the
+    /// description away.
+    void Describe(HWND control, int element, std::wstring_view text);
+
   private:
     bool initialised_;
     IAccPropServices* services_ = nullptr;
