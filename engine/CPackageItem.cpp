@@ -2,6 +2,7 @@
 #include "engine/CopyName.h"
 #include "engine/DestinationVisit.h"
 #include "engine/EngineProcedure.h"
+#include "engine/ItemChecks.h"
 #include "engine/RunTexts.h"
 #include "fsutil/FileQueries.h"
 #include "fsutil/PathText.h"
@@ -17,20 +18,6 @@ namespace {
 
 // Room that a drive keeps besides the item itself.
 constexpr double kSpareBytes = 50.0 * 1024 * 1024;
-
-// What the disks of Windows take in one name; the comment's is the longest of a copy.
-constexpr std::size_t kLongestName = 255;
-
-// A name with a ":" behind the drive would open a stream of another file instead of a copy. One
-// that is too long would be found out when the other copies have made room already.
-void RefuseImpossibleName(std::wstring_view copyPath) {
-    const bool wildcard = copyPath.find_first_of(L"*?\"<>|") != std::wstring_view::npos;
-    const std::wstring comment = MFileDosShell::CFileName(CPackage::PackageCommentFile(copyPath));
-    if (wildcard || copyPath.find(L':', 2) != std::wstring_view::npos ||
-        comment.size() > kLongestName) {
-        Raise(error_number::kBadName, copyPath);
-    }
-}
 
 }  // namespace
 
@@ -69,6 +56,8 @@ void CPackage::BackUpItem(std::wstring_view path, std::int16_t location, bool is
         if (keepMissing_) return;
     }
     const MFileDosShell::Survey survey = MFileDosShell::SurveyOf(system_, *this, path, facts);
+    if (facts)
+        host_.OnSurveyed(path, facts->isFolder ? survey.treeBytes : facts->size, survey.newest);
     NewCopy copy{.itemPath = std::wstring(path),
                  .location = location,
                  .place = std::wstring(givenCopy),
@@ -79,7 +68,8 @@ void CPackage::BackUpItem(std::wstring_view path, std::int16_t location, bool is
     bool mayRotate = copy.inSeries;
     if (copy.inSeries) {
         copy.place = CFilePackageName(path, 1, location, Target());
-        RefuseImpossibleName(copy.place);
+        // Found out later, the other copies would have made room already.
+        if (HasImpossibleName(copy.place)) Raise(error_number::kBadName, copy.place);
         FinishReadyCopy(path, location, copy.place);
         const Date copyDate = CopyStands(copy.place) ? PackageDate(copy.place) : kMissingDate;
         CheckFreeSpace(survey.bytes);
@@ -142,12 +132,8 @@ void CPackage::MakeCopy(NewCopy& copy, bool isFolder, bool subFolders, bool mayR
     }
 }
 
-// The destination and the item act as patterns, so an item that merely begins like the destination
-// is refused too. The second look is for names that hold pattern characters.
 bool CPackage::IsRefused(std::wstring_view path) const {
-    const std::wstring& destination = Target();
-    return Like(path, destination + L"*") || Like(destination, std::wstring(path) + L"*") ||
-           PathContains(TargetFolder(), path) || PathContains(path, TargetFolder());
+    return OverlapsDestination(path, Target());
 }
 
 void CPackage::Refuse(std::wstring_view path) {

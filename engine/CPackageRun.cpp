@@ -143,7 +143,7 @@ CPackage::Entrance CPackage::WaitForDestination() {
         if (state_.cancelRequested) return Entrance::Cancelled;
         if (state_.silentRun && system_.clock.Milliseconds() - start >= kSilentPatience) {
             system_.exitStatus.Note(error_number::kDestinationBusy);
-            Tell(run_text::kGivenUp, Target());
+            host_.Failure(run_text::kGivenUp.With(state_.arabic, Target()));
             return Entrance::Refused;
         }
     }

@@ -3,6 +3,8 @@
 #include <cstdint>
 #include <string_view>
 
+#include "platform/Date.h"
+
 namespace vw {
 
 /// What a run reports of one item of its list.
@@ -39,8 +41,15 @@ class RunHost {
     /// Adds a line about something unusual to the report, in the language of the program.
     virtual void Notice(std::wstring_view text) { Report(text, false); }
 
+    /// The same about something that counts for the exit code.
+    virtual void Failure(std::wstring_view text) { Notice(text); }
+
     /// One item has got this far. `size` is what there is to copy, for ItemEvent::Copying only.
     virtual void OnItem(ItemEvent, std::wstring_view /*path*/, const ItemSize& /*size*/) {}
+
+    /// The size and the newest date of an item, as the run found them; of a folder those of its
+    /// whole tree.
+    virtual void OnSurveyed(std::wstring_view /*path*/, std::uint64_t /*bytes*/, Date /*newest*/) {}
 
     /// One more file of the item has been copied.
     virtual void OnFileCopied(std::uint64_t /*bytes*/) {}

@@ -35,6 +35,9 @@ inline constexpr RunText kGivenUp{L"Nothing was backed up, another backup keeps 
 inline constexpr RunText kOneComputerOnly{
     L"Nothing may be written here, so runs of other computers are not kept out:",
     L"لا يمكن الكتابة في المجلد التالي، لذا لا يمكن استبعاد عمليات نسخ من أجهزة أخرى"};
+inline constexpr RunText kMissing{L"Not found:", L"تعذر العثور على المسار التالي"};
+inline constexpr RunText kRefused{L"Refused, the destination and the item overlap:",
+                                  L"رُفض النسخ، لأن العنصر ومجلد النسخ متداخلان"};
 }  // namespace run_text
 
 }  // namespace vw

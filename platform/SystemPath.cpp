@@ -102,6 +102,14 @@ std::wstring SystemPath(std::wstring_view path) {
     return Measured(std::wstring(kLongPrefix) + absolute);
 }
 
+bool NamesDevice(std::wstring_view path) {
+    if (path.empty() || path.starts_with(kLongPrefix)) return false;
+    std::wstring text(path);
+    std::replace(text.begin(), text.end(), L'/', L'\\');
+    if (!IsDriveAbsolute(text) && !text.starts_with(L"\\\\")) text = Completed(text);
+    return text.starts_with(kDevicePrefix);
+}
+
 bool PathContains(std::wstring_view outer, std::wstring_view inner) {
     std::wstring outside = AbsolutePath(outer);
     const std::wstring inside = AbsolutePath(inner);

@@ -14,6 +14,10 @@ namespace vw {
 /// an empty path and for one that is too long for the system (more than 32,766 characters).
 [[nodiscard]] std::wstring SystemPath(std::wstring_view path);
 
+/// Whether a path means a device, such as "NUL" or "con.txt" in the current folder. No file or
+/// folder can have such a path.
+[[nodiscard]] bool NamesDevice(std::wstring_view path);
+
 /// Whether `inner` is `outer` or lies in it, by whole components and without regard to case.
 [[nodiscard]] bool PathContains(std::wstring_view outer, std::wstring_view inner);
 

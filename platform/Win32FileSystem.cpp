@@ -88,7 +88,7 @@ DWORD CALLBACK OnCopyProgress(LARGE_INTEGER, LARGE_INTEGER, LARGE_INTEGER, LARGE
 }  // namespace
 
 std::optional<FileFacts> Win32FileSystem::Look(std::wstring_view path) {
-    if (!CanNameOne(path)) return std::nullopt;
+    if (!CanNameOne(path) || NamesDevice(path)) return std::nullopt;
     WIN32_FILE_ATTRIBUTE_DATA data{};
     const std::wstring systemPath = SystemPath(path);
     if (GetFileAttributesExW(systemPath.c_str(), GetFileExInfoStandard, &data) == 0) {

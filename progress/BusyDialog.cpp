@@ -52,6 +52,7 @@ void BusyDialog::Msg(std::wstring_view title, std::wstring_view message,
 void BusyDialog::Report(std::wstring_view text, bool wait) {
     Trapped(system_.errors, Named(L"Report"), [&] {
         ForgetClosedRun();
+        ForgetShownAgain();
         AddLine(text);
         SendView();
         // In a run the lines follow each other, one for each item; the end of the run waits for
@@ -64,7 +65,34 @@ void BusyDialog::Report(std::wstring_view text, bool wait) {
 void BusyDialog::ForgetClosedRun() {
     if (!closedInRun_ || (state_.cancelRequested && host_.IsRunning())) return;
     closedInRun_ = false;
+    lastReport_ += report_;
     report_.clear();
+}
+
+// The report of the work that begins replaces the one that was shown once more.
+void BusyDialog::ForgetShownAgain() {
+    if (!std::exchange(shownAgain_, false)) return;
+    report_.clear();
+    handedOver_ = 0;
+    form_.SetText(L"txtReport", {});
+    form_.SetProgress(L"ProgressBar1", 0);
+}
+
+void BusyDialog::ShowLastReport() {
+    Trapped(system_.errors, Named(L"Report"), [&] {
+        ForgetClosedRun();
+        if (lastReport_.empty() || state_.silentRun) return;
+        if (!form_.IsVisible()) {
+            form_.Load();
+            shownAgain_ = true;
+            title_ = L"Done";
+            report_ = lastReport_;
+            HandOver();
+            form_.SetProgress(L"ProgressBar1", kProgressMaximum);
+            form_.ShowControl(L"txtReport", true);
+        }
+        form_.Show(ShowHow::Activate);
+    });
 }
 
 void BusyDialog::AddLine(std::wstring_view text) { report_.append(text).append(L"\r\n"); }
@@ -152,6 +180,8 @@ void BusyDialog::OnLoad(Form&) {
 }
 
 void BusyDialog::OnUnload(Form&) {
+    if (!report_.empty()) lastReport_ = std::move(report_);
+    shownAgain_ = false;
     report_.clear();
     handedOver_ = 0;
     title_.clear();

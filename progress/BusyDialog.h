@@ -38,6 +38,10 @@ class BusyDialog final : private FormEvents {
     /// after two seconds with `pause`, the dialog goes unless the user wants to keep the report.
     void BusyHide(bool pause);
 
+    /// Shows the report of the last run once more, until the user closes it or the next work
+    /// begins. Nothing happens while the dialog is there, or when there was no run.
+    void ShowLastReport();
+
     /// Waits with the windows alive; a cancel, or the end of the dialog, ends the wait early.
     void Wait(int seconds);
 
@@ -64,6 +68,7 @@ class BusyDialog final : private FormEvents {
 
     void tmrBusy_Timer();
     void ForgetClosedRun();
+    void ForgetShownAgain();
     void AddLine(std::wstring_view text);
     void HandOver();
     void HandOverIfDue();
@@ -76,10 +81,12 @@ class BusyDialog final : private FormEvents {
     std::wstring message_;
     std::wstring subMessage_;
     std::wstring report_;
+    std::wstring lastReport_;     ///< of the dialog that was closed last
     std::size_t handedOver_ = 0;  ///< of the report, to its control
     std::uint64_t nextHandOver_ = 0;
     bool minimised_ = false;
     bool messageShown_ = false;  ///< the first one does not wait for the gate
+    bool shownAgain_ = false;    ///< what the dialog shows is the report of an earlier run
     bool closedInRun_ = false;   ///< it must not flash up again while the run comes to its end
 };
 

@@ -95,6 +95,7 @@ class CopiesBrowser {
     void AddItems(const CopySeries& series);
     void AddItem(ItemRow added);
     void ClearCopies();
+    void NameCopies(int row);
     [[nodiscard]] bool AddCopies(const std::wstring& folder, int row);
     [[nodiscard]] std::optional<FileFacts> CopyIn(const std::wstring& entry, const FileFacts& facts,
                                                   const Item& item);

@@ -16,6 +16,7 @@
 #include "platform/Like.h"
 #include "platform/RuntimeError.h"
 #include "platform/TextCase.h"
+#include "platform/TextDirection.h"
 #include "platform/Val.h"
 #include "restore/CopiesBrowser.h"
 #include "restore/CopiesIndex.h"
@@ -161,6 +162,7 @@ void CopiesBrowser::ListCopyes(int row) {
         listed_ = Items().Tag(row);
         const RedrawPause pause(Copies());
         ClearCopies();
+        NameCopies(row);
         if (!AddCopies(WithoutFinalSeparator(RestoreFrom()), row)) return;
         Sort(Copies(), copiesSort_);
         SelectFirstCopy();
@@ -171,6 +173,22 @@ void CopiesBrowser::ListCopyes(int row) {
 void CopiesBrowser::ClearCopies() {
     ++copiesListing_;
     Copies().Clear();
+    main_.ResetText(L"lblCopiesHeading");
+}
+
+// The heading says whose copies they are, wherever the eye has lost the selected row.
+void CopiesBrowser::NameCopies(int row) {
+    ListView& items = Items();
+    const std::size_t tag = items.Tag(row);
+    if (tag >= items_.size()) return;
+    const bool arabic = main_.InLanguage() == Language::Arabic;
+    std::wstring text(arabic ? L"نسخ " : L"Copies of ");
+    text += items_[tag].origin;
+    const std::wstring location = items.SubItem(row, L"Orginal Location");
+    if (!location.empty() && location != kUnknownLocation) {
+        text.append(arabic ? L"، " + MarkPath(location) : L", " + location);
+    }
+    main_.SetText(L"lblCopiesHeading", text);
 }
 
 // The name that the row shows finds the copies of most items. Those of a folder with a point in its

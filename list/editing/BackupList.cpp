@@ -1,5 +1,6 @@
 #include "list/editing/BackupList.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <optional>
 #include <utility>
@@ -20,6 +21,7 @@
 #include "platform/FileSystem.h"
 #include "platform/Like.h"
 #include "platform/ProgramState.h"
+#include "platform/TextDirection.h"
 #include "ui/Form.h"
 
 namespace vw {
@@ -88,6 +90,7 @@ bool BackupList::FileSave() {
     Trapped(system_.errors, Named(L"FileSave"), [this] {
         // Half a list is not saved: the session may end in the middle of loading.
         if (!state_.listModified || loading_) return;
+        rows_.UpdateWarnings();
         state_.listModified = false;
         try {
             const std::string bytes =
@@ -96,6 +99,8 @@ bool BackupList::FileSave() {
                         droppedItems_, known_);
             droppedItems_ = false;
             known_ = bytes;
+            // What the notice announced has happened.
+            if (!std::exchange(missing_, {}).empty()) host_.ShowStatus({});
         } catch (...) {
             state_.listModified = true;
             throw;
@@ -122,7 +127,9 @@ bool BackupList::GetList() {
         main_.SetValue(L"vsBackages", state_.copiesCount);
         main_.SetText(L"lblBackages", std::to_wstring(state_.copiesCount));
         if (rows_.Count() > 0) rows_.List().Select(0);
+        rows_.UpdateWarnings();
         host_.ListLoaded();
+        host_.ShowStatus(MissingText());
     });
     return true;
 }
@@ -130,6 +137,9 @@ bool BackupList::GetList() {
 bool BackupList::Load(std::wstring_view text) {
     const RedrawPause pause(rows_.List());
     const Flagged loading(loading_);
+    // A server that is away answers for none of the rows.
+    const BoxLimit oneBox(system_.errors, 1);
+    missing_.clear();
     bool dropped = false;
     // The window shows one destination and one number for all items.
     using Keys = std::pair<std::wstring, std::int16_t>;
@@ -155,6 +165,7 @@ bool BackupList::Load(std::wstring_view text) {
                 compareKeys();
                 if (rows_.AddToList(line.value) == ListRows::Outcome::Vanished) {
                     dropped = true;
+                    missing_.push_back(line.value);
                 }
                 break;
             case ListLineKind::Empty:
@@ -163,6 +174,20 @@ bool BackupList::Load(std::wstring_view text) {
     }
     if (keys) compareKeys();
     return dropped;
+}
+
+// Empty when every item of the list is there.
+std::wstring BackupList::MissingText() const {
+    constexpr std::size_t kNamed = 20;
+    if (missing_.empty()) return {};
+    std::wstring text(state_.arabic ? L"غير موجود الآن: " : L"Not there now: ");
+    for (std::size_t i = 0; i < std::min(kNamed, missing_.size()); ++i) {
+        if (i > 0) text += state_.arabic ? L"، " : L", ";
+        text += state_.arabic ? MarkPath(missing_[i]) : missing_[i];
+    }
+    if (missing_.size() > kNamed) text += L"\u2026";
+    return text + (state_.arabic ? L". سيُحذف من القائمة عند حفظها."
+                                 : L". The next save takes it off the list.");
 }
 
 void BackupList::ReadDestination(std::wstring_view value) {

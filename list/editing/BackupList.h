@@ -3,6 +3,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "list/editing/FileDialogSetup.h"
 #include "list/editing/ListRows.h"
@@ -73,6 +74,7 @@ class BackupList {
     /// Shows a list's text; true when it has lines that the window does not show.
     [[nodiscard]] bool Load(std::wstring_view text);
     void ReadDestination(std::wstring_view value);
+    [[nodiscard]] std::wstring MissingText() const;
     [[nodiscard]] bool AskForList(FileDialogKind kind, std::uint32_t flags);
 
     System& system_;
@@ -84,8 +86,9 @@ class BackupList {
     ListHost& host_;
     ListRows rows_;
     FileDialogSetup dialog_;
-    bool droppedItems_ = false;         ///< lines of the file that the window does not show
-    std::optional<std::string> known_;  ///< the file as it was read or written last
+    bool droppedItems_ = false;          ///< lines of the file that the window does not show
+    std::optional<std::string> known_;   ///< the file as it was read or written last
+    std::vector<std::wstring> missing_;  ///< items of the file that do not exist
     bool loading_ = false;
     bool closingUnsaved_ = false;
 };

@@ -4,9 +4,11 @@
 #include "fsutil/FileQueries.h"
 #include "fsutil/PathText.h"
 #include "list/editing/ListHost.h"
+#include "list/editing/RowWarnings.h"
 #include "platform/DateText.h"
 #include "platform/ErrorTrap.h"
 #include "platform/FileSystem.h"
+#include "platform/LocalTime.h"
 #include "platform/ProgramState.h"
 #include "platform/TextCase.h"
 #include "platform/Val.h"
@@ -63,11 +65,19 @@ std::optional<SizeAndDate> ListRows::Facts(std::wstring_view path) {
     return SizeAndDate{.isKnown = false};
 }
 
+// Empty while the disk cannot answer, and in a silent run, whose rows nobody sees: a destination
+// that is away may take long to say so.
+std::wstring ListRows::LocationText(std::wstring_view path, bool isKnown) {
+    if (state_.silentRun || !isKnown) return {};
+    const int location = host_.LocationID(path);
+    return location < 0 ? std::wstring() : TwoDigits(location);
+}
+
 // What the disk tells comes first: the windows live meanwhile, and no half row may be seen.
 ListRows::Outcome ListRows::AddFileOrFolder(std::wstring_view path) {
     const auto facts = Facts(path);
     if (!facts) return Outcome::Vanished;
-    const int location = host_.LocationID(path);
+    const std::wstring location = LocationText(path, facts->isKnown);
     const bool namesFolder = path.ends_with(L'\\');
     ListView& list = List();
     const int row = list.Add(CFileFirstName(path), namesFolder ? RowIcon::Folder : RowIcon::File);
@@ -78,10 +88,59 @@ ListRows::Outcome ListRows::AddFileOrFolder(std::wstring_view path) {
                         static_cast<ListView::Value>(facts->size));
         list.SetSubItem(row, L"Date", DateText(facts->date), facts->date);
     }
-    list.SetSubItem(row, L"SP", TwoDigits(location));
+    list.SetSubItem(row, L"SP", location);
     list.SetSubItem(row, L"Location", CFileLocation(path));
     keys_.insert(UpperCase(path));
     return Outcome::Added;
+}
+
+// A run takes the items in the order of the file, which is mostly that of the rows.
+void ListRows::Refresh(std::wstring_view path, std::uint64_t bytes, Date newest) {
+    if (!keys_.contains(UpperCase(path))) return;
+    ListView& list = List();
+    const int count = list.Count();
+    for (int i = 1; i <= count; ++i) {
+        const int row = (refreshed_ + i) % count;
+        if (!EqualNoCase(list.SubItem(row, L"Path"), path)) continue;
+        refreshed_ = row;
+        if (list.ValueOf(row, L"Date") == newest &&
+            list.ValueOf(row, L"Size") == static_cast<ListView::Value>(bytes)) {
+            return;
+        }
+        list.SetSubItem(row, L"Size", CSize(bytes), static_cast<ListView::Value>(bytes));
+        list.SetSubItem(row, L"Date", DateText(newest), newest);
+        return;
+    }
+}
+
+// Nobody sees the rows of a silent run.
+void ListRows::UpdateWarnings() {
+    if (state_.silentRun) return;
+    ListView& list = List();
+    std::vector<RowFacts> rows;
+    for (int row = 0; row < list.Count(); ++row) {
+        rows.push_back({list.SubItem(row, L"Path"), list.ValueOf(row, L"Date")});
+    }
+    FILETIME utc{};
+    GetSystemTimeAsFileTime(&utc);
+    std::vector<std::wstring> texts;
+    texts.reserve(rows.size());
+    for (const RowWarning warning : WarningsOf(rows, state_.BackupTo, LocalTime().DateOf(utc))) {
+        texts.emplace_back(WarningText(warning, state_.arabic));
+    }
+    list.ShowWarnings(texts);
+}
+
+std::vector<std::wstring> ListRows::Warnings() {
+    ListView& list = List();
+    std::vector<std::wstring> lines;
+    for (int row = 0; row < list.Count(); ++row) {
+        const std::wstring warning = list.WarningOf(row);
+        if (warning.empty()) continue;
+        lines.push_back(warning);
+        lines.push_back(list.SubItem(row, L"Path"));
+    }
+    return lines;
 }
 
 void ListRows::Remove(int row) {

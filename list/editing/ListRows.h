@@ -28,6 +28,16 @@ class ListRows {
     /// that is there already, and for a file or folder that does not exist.
     Outcome AddToList(std::wstring_view path);
 
+    /// Shows the size and the newest date of an item as they are now. An item that is not in the
+    /// list, and a rule, which shows neither, are left alone.
+    void Refresh(std::wstring_view path, std::uint64_t bytes, Date newest);
+
+    /// Marks the items that will not be backed up the way their owner thinks.
+    void UpdateWarnings();
+
+    /// The warnings of the present rows, each with the path that it is about.
+    [[nodiscard]] std::vector<std::wstring> Warnings();
+
     void Remove(int row);
     void Clear();
 
@@ -44,12 +54,14 @@ class ListRows {
     void AddRule(std::wstring_view path);
     Outcome AddFileOrFolder(std::wstring_view path);
     [[nodiscard]] std::optional<MFileDosShell::SizeAndDate> Facts(std::wstring_view path);
+    [[nodiscard]] std::wstring LocationText(std::wstring_view path, bool isKnown);
 
     System& system_;
     const ProgramState& state_;
     Form& main_;
     ListHost& host_;
     std::unordered_set<std::wstring> keys_;
+    int refreshed_ = -1;  ///< the row that was refreshed last
 };
 
 }  // namespace vw

@@ -1,0 +1,34 @@
+#include "engine/ItemChecks.h"
+
+#include <string>
+
+#include "engine/CPackage.h"
+#include "fsutil/PathText.h"
+#include "platform/Like.h"
+#include "platform/SystemPath.h"
+
+namespace vw {
+
+namespace {
+
+// What the disks of Windows take in one name; the comment's is the longest of a copy.
+constexpr std::size_t kLongestName = 255;
+
+}  // namespace
+
+// The destination and the item act as patterns, so an item that merely begins like the destination
+// is refused too. The second look is for names that hold pattern characters.
+bool OverlapsDestination(std::wstring_view path, std::wstring_view destination) {
+    return Like(path, std::wstring(destination) + L"*") ||
+           Like(destination, std::wstring(path) + L"*") || PathContains(destination, path) ||
+           PathContains(path, destination);
+}
+
+// A ":" behind the drive would open a stream of another file instead of a copy.
+bool HasImpossibleName(std::wstring_view copyPath) {
+    const std::wstring comment = MFileDosShell::CFileName(CPackage::PackageCommentFile(copyPath));
+    return copyPath.find_first_of(L"*?\"<>|") != std::wstring_view::npos ||
+           copyPath.find(L':', 2) != std::wstring_view::npos || comment.size() > kLongestName;
+}
+
+}  // namespace vw

@@ -1,0 +1,121 @@
+#include "list/editing/RowWarnings.h"
+
+#include <unordered_map>
+
+#include "engine/CopyName.h"
+#include "engine/ItemChecks.h"
+#include "fsutil/PathText.h"
+#include "list/format/ListLine.h"
+#include "platform/Like.h"
+#include "platform/RuntimeError.h"
+#include "platform/TextCase.h"
+
+namespace vw {
+
+namespace {
+
+// Clocks of servers differ a little.
+constexpr Date kToleratedSeconds = 5 * 60;
+
+// The "\*" of a rule is no part of the folder whose files it means.
+std::wstring_view ItemPath(std::wstring_view line) {
+    if (line.ends_with(L"\\*")) line.remove_suffix(2);
+    return line;
+}
+
+std::wstring CopyOf(std::wstring_view path, std::wstring_view destination) {
+    std::wstring copy = CFilePackageName(path, 1, 0, destination);
+    while (copy.ends_with(L'\\')) copy.pop_back();
+    return copy;
+}
+
+RowWarning WarningOf(const RowFacts& row, std::wstring_view destination, Date now) {
+    const std::wstring_view line = row.path;
+    if (line.starts_with(L'"') || line.find(L',') != std::wstring_view::npos) {
+        return RowWarning::ReadAsTwo;
+    }
+    const std::wstring_view path = ItemPath(line);
+    if (Like(path, L"?:") || Like(path, L"?:\\")) return RowWarning::DriveRoot;
+    if (OverlapsDestination(path, destination)) return RowWarning::Overlaps;
+    if (HasImpossibleName(CopyOf(path, destination))) return RowWarning::ImpossibleName;
+    if (ItemKindOf(line) == ItemKind::File &&
+        MFileDosShell::CFileLocation(path).find(L'\'') != std::wstring::npos) {
+        return RowWarning::ApostropheFolder;
+    }
+    if (row.newest && *row.newest > now + kToleratedSeconds) return RowWarning::FutureDate;
+    return RowWarning::None;
+}
+
+}  // namespace
+
+std::vector<RowWarning> WarningsOf(const std::vector<RowFacts>& rows, std::wstring_view destination,
+                                   Date now) {
+    std::vector<RowWarning> warnings;
+    warnings.reserve(rows.size());
+    for (const RowFacts& row : rows) {
+        try {
+            warnings.push_back(WarningOf(row, destination, now));
+        } catch (const RuntimeError&) {
+            // A path that cannot even be completed is refused at its turn.
+            warnings.push_back(RowWarning::ImpossibleName);
+        }
+    }
+    // Files of one name have location numbers of their own, folders and rules have not.
+    std::unordered_multimap<std::wstring, std::size_t> series;
+    for (std::size_t row = 0; row < rows.size(); ++row) {
+        const bool numbered = ItemKindOf(rows[row].path) == ItemKind::File;
+        const bool isRefused =
+            warnings[row] != RowWarning::None && warnings[row] < RowWarning::SharedSeries;
+        if (numbered || isRefused) continue;
+        series.emplace(UpperCase(CopyOf(ItemPath(rows[row].path), destination)), row);
+    }
+    for (const auto& [copy, row] : series) {
+        if (series.count(copy) > 1) warnings[row] = RowWarning::SharedSeries;
+    }
+    return warnings;
+}
+
+std::wstring_view WarningText(RowWarning warning, bool arabic) {
+    switch (warning) {
+        case RowWarning::ReadAsTwo:
+            return arabic ? L"في المسار فاصلة أو علامة اقتباس، فيُقرأ في القائمة كأكثر من عنصر ولا "
+                            L"يُنسخ. أعد تسميته أو أضف المجلد الذي يحويه."
+                          : L"The path holds a comma or a quotation mark: the list reads it as "
+                            L"several items and does not back it up. Rename it, or add the folder "
+                            L"that holds it.";
+        case RowWarning::DriveRoot:
+            return arabic ? L"لا يُنسخ محرك أقراص كامل. أضف المجلدات الموجودة عليه."
+                          : L"A whole drive is not backed up. Add the folders on it instead.";
+        case RowWarning::Overlaps:
+            return arabic ? L"لن يُنسخ، لأنه يحوي مجلد النسخ أو يقع فيه أو يبدأ مساره بالأحرف "
+                            L"نفسها. اختر محرك أقراص آخر للنسخ."
+                          : L"Not backed up: it contains the folder of the copies, lies in it, or "
+                            L"its path begins with the same letters. Choose another drive for the "
+                            L"copies.";
+        case RowWarning::ImpossibleName:
+            return arabic ? L"لا يقبل أي محرك أقراص اسم نسخته. اختر له اسماً أقصر أو أبسط."
+                          : L"No drive takes the name of its copy. Give it a shorter or simpler "
+                            L"name.";
+        case RowWarning::SharedSeries:
+            return arabic ? L"في القائمة مجلد آخر بالاسم نفسه أو مجلد وملفاته، فتحل نسخ أحدهما محل "
+                            L"نسخ الآخر. أعد تسمية أحدهما أو احذفه من القائمة."
+                          : L"The list has another folder of this name, or a folder and its files: "
+                            L"they share their copies and replace those of each other. Rename one, "
+                            L"or take it off the list.";
+        case RowWarning::ApostropheFolder:
+            return arabic
+                       ? L"في مسار مجلده فاصلة عليا، فيُنسخ في كل مرة إلى سلسلة نسخ جديدة. أضف "
+                         L"المجلد بدلاً منه."
+                       : L"The path of its folder holds an apostrophe: it is copied at every run, "
+                         L"each time as if it were new. Add the folder instead.";
+        case RowWarning::FutureDate:
+            return arabic ? L"تاريخ أحدث ملف فيه في المستقبل، فقد لا تُلاحظ التغييرات التالية. صحّح "
+                            L"التاريخ."
+                          : L"Its newest date lies in the future, so later changes may go "
+                            L"unnoticed. Correct the date.";
+        default:
+            return {};
+    }
+}
+
+}  // namespace vw

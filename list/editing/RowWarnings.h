@@ -1,0 +1,37 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/Date.h"
+
+namespace vw {
+
+/// Why an item will not be backed up the way its owner thinks.
+enum class RowWarning {
+    None,
+    ReadAsTwo,         ///< a comma or a leading quotation mark: the list file means several items
+    DriveRoot,         ///< whole drives are refused
+    Overlaps,          ///< it and the destination overlap, or their paths begin alike: refused
+    ImpossibleName,    ///< no disk takes the name of its copy
+    SharedSeries,      ///< another row makes copies of the same name
+    ApostropheFolder,  ///< a single file whose folder cannot be told from its copies' comments
+    FutureDate,        ///< its newest date lies in the future
+};
+
+/// What a row shows of its item.
+struct RowFacts {
+    std::wstring path;
+    std::optional<Date> newest;  ///< when the disk told it
+};
+
+/// One warning for each row, the gravest that fits, in the order of the rows.
+[[nodiscard]] std::vector<RowWarning> WarningsOf(const std::vector<RowFacts>& rows,
+                                                 std::wstring_view destination, Date now);
+
+/// What a warning says to the user; empty for None.
+[[nodiscard]] std::wstring_view WarningText(RowWarning warning, bool arabic);
+
+}  // namespace vw

@@ -1,0 +1,95 @@
+#include "list/editing/RowWarnings.h"
+
+#include <gmock/gmock.h>
+
+namespace vw {
+namespace {
+
+using testing::Each;
+using testing::ElementsAre;
+
+constexpr std::wstring_view kVault = L"E:\\Backup";
+constexpr Date kNow = 1'000'000;
+
+std::vector<RowWarning> WarningsFor(const std::vector<std::wstring>& paths) {
+    std::vector<RowFacts> rows;
+    for (const std::wstring& path : paths) rows.push_back({path, kNow});
+    return WarningsOf(rows, kVault, kNow);
+}
+
+RowWarning WarningFor(const std::wstring& path) { return WarningsFor({path}).front(); }
+
+TEST(RowWarningsTest, OrdinaryItems_NoWarning) {
+    EXPECT_THAT(WarningsFor({L"C:\\Docs\\Plan.doc", L"C:\\Docs\\", L"C:\\Work\\*", L"D:\\Plan.doc",
+                             L"\\\\nas\\share\\Plan.doc"}),
+                Each(RowWarning::None));
+}
+
+TEST(RowWarningsTest, CommaOrLeadingQuote_ReadAsTwo) {
+    EXPECT_EQ(WarningFor(L"C:\\Docs\\one, two.txt"), RowWarning::ReadAsTwo);
+    EXPECT_EQ(WarningFor(L"C:\\Docs, old\\"), RowWarning::ReadAsTwo);
+    EXPECT_EQ(WarningFor(L"\"C:\\Docs\\a.txt"), RowWarning::ReadAsTwo);
+}
+
+TEST(RowWarningsTest, DestinationInsideOutsideOrAlike_Overlaps) {
+    EXPECT_EQ(WarningFor(L"E:\\Backup\\a.txt"), RowWarning::Overlaps);
+    EXPECT_EQ(WarningFor(L"E:\\Backup pictures\\"), RowWarning::Overlaps);
+    EXPECT_EQ(WarningFor(L"E:\\Back"), RowWarning::Overlaps);
+    EXPECT_EQ(WarningFor(L"E:\\Backup\\*"), RowWarning::Overlaps);
+}
+
+TEST(RowWarningsTest, DriveRoots_AreRefused) {
+    for (const wchar_t* path : {L"C:\\", L"C:", L"C:\\*", L"E:\\"}) {
+        EXPECT_EQ(WarningFor(path), RowWarning::DriveRoot);
+    }
+}
+
+TEST(RowWarningsTest, FoldersOfOneName_BothAreMarked) {
+    EXPECT_THAT(WarningsFor({L"C:\\Work\\Letters\\", L"C:\\Docs\\", L"D:\\Home\\letters\\"}),
+                ElementsAre(RowWarning::SharedSeries, RowWarning::None, RowWarning::SharedSeries));
+}
+
+TEST(RowWarningsTest, FolderAndItsRule_BothAreMarked) {
+    EXPECT_THAT(WarningsFor({L"C:\\Docs\\", L"C:\\Docs\\*"}), Each(RowWarning::SharedSeries));
+}
+
+// Files of one name are told apart by their location numbers.
+TEST(RowWarningsTest, FilesOfOneName_NoWarning) {
+    EXPECT_THAT(WarningsFor({L"C:\\a\\Plan.doc", L"C:\\b\\Plan.doc"}), Each(RowWarning::None));
+}
+
+TEST(RowWarningsTest, SingleFile_FolderWithApostrophe_IsMarked) {
+    EXPECT_EQ(WarningFor(L"C:\\O'Brien\\Plan.doc"), RowWarning::ApostropheFolder);
+    EXPECT_EQ(WarningFor(L"C:\\O'Brien\\"), RowWarning::None);
+    EXPECT_EQ(WarningFor(L"C:\\Docs\\O'Brien.doc"), RowWarning::None);
+}
+
+TEST(RowWarningsTest, NameOfCopyTooLong_IsMarked) {
+    EXPECT_EQ(WarningFor(L"C:\\Docs\\" + std::wstring(250, L'x') + L".txt"),
+              RowWarning::ImpossibleName);
+    EXPECT_EQ(WarningFor(L"C:\\Docs\\" + std::wstring(230, L'x') + L".txt"), RowWarning::None);
+}
+
+TEST(RowWarningsTest, NewestDateInTheFuture_IsMarked) {
+    const auto warning = [](std::optional<Date> newest) {
+        return WarningsOf({{L"C:\\Docs\\Plan.doc", newest}}, kVault, kNow).front();
+    };
+    constexpr Date kDay = 24 * 60 * 60;
+    EXPECT_EQ(warning(kNow + kDay), RowWarning::FutureDate);
+    EXPECT_EQ(warning(kNow + 1), RowWarning::None) << "clocks differ a little";
+    EXPECT_EQ(warning(std::nullopt), RowWarning::None);
+}
+
+TEST(RowWarningsTest, EveryWarning_HasASentenceInBothLanguages) {
+    for (const RowWarning warning :
+         {RowWarning::ReadAsTwo, RowWarning::DriveRoot, RowWarning::Overlaps,
+          RowWarning::ImpossibleName, RowWarning::SharedSeries, RowWarning::ApostropheFolder,
+          RowWarning::FutureDate}) {
+        EXPECT_TRUE(WarningText(warning, false).ends_with(L'.'));
+        EXPECT_TRUE(WarningText(warning, true).ends_with(L'.'));
+    }
+    EXPECT_TRUE(WarningText(RowWarning::None, true).empty());
+}
+
+}  // namespace
+}  // namespace vw

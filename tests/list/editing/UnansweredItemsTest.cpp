@@ -1,0 +1,77 @@
+// Lists with items of which the disk cannot say now whether they exist.
+
+#include <gmock/gmock.h>
+
+#include "tests/list/editing/ListWorld.h"
+
+namespace vw::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::SizeIs;
+
+class UnansweredItems : public ListWorld {
+  protected:
+    void Load(const std::vector<std::wstring>& items) {
+        std::wstring text = L"BackupTo: " + tree.Folder(L"Vault") + L"\r\n";
+        for (const std::wstring& item : items) text += item + L"\r\n";
+        ListFile(world.ansi.Encode(text));
+        list.GetList();
+    }
+    [[nodiscard]] std::wstring Cell(int row, std::wstring_view key) {
+        return View().SubItem(row, key);
+    }
+};
+
+TEST_F(UnansweredItems, Load_ServerIsAway_OneBoxForAllRows) {
+    std::vector<std::wstring> items;
+    for (int i = 0; i < 5; ++i) items.push_back(L"\\\\nas\\share\\" + std::to_wstring(i));
+    world.files.FailFrom(1, error_number::kAccessError, [](const FileOperation& operation) {
+        return operation.path.starts_with(L"\\\\nas");
+    });
+    Load(items);
+    EXPECT_THAT(world.errors.Take(), SizeIs(1));
+    EXPECT_THAT(Paths(), testing::ElementsAreArray(items));
+    for (const wchar_t* key : {L"Size", L"Date", L"SP"}) EXPECT_EQ(Cell(4, key), L"") << key;
+}
+
+TEST_F(UnansweredItems, Load_DestinationIsAway_OneBoxAndEmptyNumbers) {
+    world.files.FailFrom(1, error_number::kAccessError, [this](const FileOperation& operation) {
+        return operation.path.starts_with(Path(L"Vault"));
+    });
+    Load({tree.File(L"a.txt"), tree.File(L"b.txt"), tree.File(L"c.txt")});
+    EXPECT_THAT(world.errors.Take(), SizeIs(1));
+    EXPECT_EQ(Cell(0, L"SP"), L"");
+    EXPECT_EQ(Cell(2, L"SP"), L"");
+    EXPECT_NE(Cell(2, L"Size"), L"");
+}
+
+TEST_F(UnansweredItems, Load_SilentRun_AsksTheDestinationNothing) {
+    state.silentRun = true;
+    int asked = 0;
+    world.files.FailFrom(1, error_number::kAccessError, [&](const FileOperation& operation) {
+        if (operation.path.starts_with(Path(L"Vault"))) ++asked;
+        return false;
+    });
+    Load({tree.File(L"a.txt"), tree.File(L"b.txt")});
+    EXPECT_EQ(asked, 0);
+    EXPECT_THAT(Paths(), SizeIs(2));
+}
+
+TEST_F(UnansweredItems, Load_NamesOfDevices_CountAsAbsent) {
+    const std::wstring a = tree.File(L"a.txt");
+    Load({L"NUL", L"COM1", a, L"con.txt"});
+    EXPECT_THAT(Paths(), ElementsAre(a));
+    EXPECT_EQ(status, L"Not there now: NUL, COM1, con.txt. The next save takes it off the list.");
+}
+
+TEST_F(UnansweredItems, Save_AfterMissingItemsWereNamed_WithdrawsTheNotice) {
+    Load({tree.File(L"a.txt"), Path(L"gone.txt")});
+    EXPECT_NE(status, L"");
+    state.listModified = true;
+    EXPECT_TRUE(list.FileSave());
+    EXPECT_EQ(status, L"");
+}
+
+}  // namespace
+}  // namespace vw::test
