@@ -3,13 +3,21 @@
 #include <exception>
 
 #include "app/MVaultwright.h"
+#include "platform/Clock.h"
 #include "platform/Desktop.h"
 #include "platform/ExitStatus.h"
 #include "platform/ProgramEnd.h"
+#include "progress/SilentReport.h"
 
 // How the program starts and ends.
 
 namespace vw {
+
+namespace {
+
+constexpr std::uint64_t kLingerMilliseconds = 60'000;
+
+}  // namespace
 
 Application::Application(System& system, ProgramState& state, MRecentFiles::SettingsStore& settings,
                          CCommonAPI& api, SilentReport& report)
@@ -26,6 +34,7 @@ void Application::Start(std::wstring_view processCommandLine) {
     start.Main(processCommandLine);
     if (!windows_) return;
     AppearInSilentRun();
+    if (state_.silentRun) lingersSince_ = system_.clock.Milliseconds();
     // What an error leaves of a silent run is the icon and its Exit entry; nobody can use an icon
     // that is not seen.
     const TrayIcon& icon = windows_->frmTrayIcon;
@@ -35,6 +44,11 @@ void Application::Start(std::wstring_view processCommandLine) {
 bool Application::IsAlive() {
     if (!windows_) return false;
     windows_->idleWatch.Look();
+    // A scheduler would wait for days for somebody who chooses Exit. While the menu of the icon is
+    // open this is not asked.
+    if (lingersSince_ && system_.clock.Milliseconds() - *lingersSince_ >= kLingerMilliseconds) {
+        frmUnload();
+    }
     return !windows_->LoadedForms().empty();
 }
 
@@ -45,6 +59,11 @@ bool Application::HasMessages() {
     return !windows_->LoadedForms().empty();
 }
 
+void Application::OnSilentBox() {
+    if (lingersSince_) lingersSince_ = system_.clock.Milliseconds();
+    AppearInSilentRun();
+}
+
 void Application::AppearInSilentRun() {
     if (state_.silentRun && windows_) windows_->silent.Appear();
 }
@@ -53,7 +72,15 @@ void Application::AppearInSilentRun() {
 void Application::frmUnload() {
     if (unloading_ || rebuilding_) return;
     unloading_ = true;
-    if (working_) system_.exitStatus.Note(error_number::kCancelled);
+    if (working_) {
+        system_.exitStatus.Note(error_number::kCancelled);
+        state_.cancelRequested = true;
+        if (state_.silentRun) {
+            report_.Failure(state_.arabic ? L"أُلغيت العملية"
+                                          : DescriptionOf(error_number::kCancelled));
+        }
+        EndRun();
+    }
     if (windows_) {
         // The work ends before the window whose list it works on.
         windows_->frmBusyDialog.Window().Unload();
@@ -63,6 +90,7 @@ void Application::frmUnload() {
 }
 
 void Application::EndAtOnce() {
+    EndRun();
     if (windows_) {
         // Not by way of its closing, which would unload everything else.
         unloading_ = true;

@@ -10,6 +10,7 @@
 #include "app/LanguageChoice.h"
 #include "app/LogonStart.h"
 #include "app/MainHost.h"
+#include "app/RunRecord.h"
 #include "app/StartCommands.h"
 #include "app/WindowSet.h"
 #include "engine/CPackage.h"
@@ -65,6 +66,10 @@ class Application final : private StartCommands,
     /// its standard streams.
     void NoteError(std::wstring_view details);
 
+    /// A box of a silent run was told: the run shows its icon, and stays for another minute when
+    /// nothing else keeps it.
+    void OnSilentBox();
+
     /// The windows, once they are made.
     [[nodiscard]] WindowSet& Windows() noexcept { return *windows_; }
 
@@ -87,6 +92,9 @@ class Application final : private StartCommands,
              bool wait, bool close, bool showReport) override;
     void Msg(std::wstring_view title, std::wstring_view message) override;
     void Report(std::wstring_view text, bool wait) override;
+    void Failure(std::wstring_view text) override;
+    void OnItem(ItemEvent event, std::wstring_view path, const ItemSize& size) override;
+    void OnSurveyed(std::wstring_view path, std::uint64_t bytes, Date newest) override;
     void BusyHide(bool pause) override;
     void BusyHide() override { BusyHide(true); }
     void EndBusy() override { BusyHide(false); }
@@ -99,6 +107,7 @@ class Application final : private StartCommands,
     void UnloadTrayIcon() override;
     [[nodiscard]] std::vector<Form*> LoadedForms() override;
     void AsAbout() override;
+    void ShowLastReport() override;
     void UnloadOpeningScreen() override;
     void SetCaption() override;
     void ShowStatus(std::wstring_view text) override;
@@ -122,6 +131,10 @@ class Application final : private StartCommands,
 
     template <class Work>
     void Working(Work&& work);
+    template <class Work>
+    void BackUp(std::wstring_view path, int items, Work&& work);
+    void EndRun();
+    void EndErrors();
 
     System& system_;
     ProgramState& state_;
@@ -133,6 +146,10 @@ class Application final : private StartCommands,
     LogonStart logonStart_;
     std::unique_ptr<CPackage> engine_;
     std::unique_ptr<WindowSet> windows_;
+    RunRecord run_;
+    std::optional<BoxLimit> boxLimit_;  ///< of the work that goes on
+    /// Since when nothing but its icon keeps a silent run that failed in its command line.
+    std::optional<std::uint64_t> lingersSince_;
     bool working_ = false;
     bool noting_ = false;
     std::uint64_t nextPainting_ = 0;

@@ -1,4 +1,5 @@
 #include "app/Application.h"
+#include "engine/RunTexts.h"
 #include "list/editing/SubItem.h"
 #include "platform/Clock.h"
 #include "progress/SilentReport.h"
@@ -30,8 +31,29 @@ void Application::Report(std::wstring_view text, bool wait) {
     }
 }
 
+void Application::Failure(std::wstring_view text) {
+    Notice(text);
+    if (state_.silentRun) report_.Failure(text);
+}
+
+// The two lines that the report has of such an item say nothing to whoever reads only errors.
+void Application::OnItem(ItemEvent event, std::wstring_view path, const ItemSize&) {
+    run_.OnItem(event);
+    if (!state_.silentRun) return;
+    if (event == ItemEvent::Missing) {
+        report_.Failure(run_text::kMissing.With(state_.arabic, path));
+    } else if (event == ItemEvent::Refused) {
+        report_.Failure(run_text::kRefused.With(state_.arabic, path));
+    }
+}
+
+void Application::OnSurveyed(std::wstring_view path, std::uint64_t bytes, Date newest) {
+    if (!state_.silentRun) windows_->list.Rows().Refresh(path, bytes, newest);
+}
+
 // An error of the report itself has no report to go to.
 void Application::NoteError(std::wstring_view details) {
+    if (working_) run_.NoteFailure();
     if (!working_ || state_.silentRun || noting_ || details.empty()) return;
     noting_ = true;
     windows_->frmBusyDialog.Report(details, false);
@@ -39,6 +61,8 @@ void Application::NoteError(std::wstring_view details) {
 }
 
 void Application::BusyHide(bool pause) {
+    EndRun();
+    EndErrors();
     windows_->frmBusyDialog.BusyHide(pause);
     report_.Flush();
 }
@@ -69,6 +93,8 @@ void Application::UnloadTrayIcon() { windows_->frmTrayIcon.Unload(); }
 std::vector<Form*> Application::LoadedForms() { return windows_->LoadedForms(); }
 
 void Application::AsAbout() { windows_->frmAbout.AsAbout(windows_->frmMain); }
+
+void Application::ShowLastReport() { windows_->frmBusyDialog.ShowLastReport(); }
 
 // Not before the main window is seen: a program whose last window goes gives the front away, and
 // may not take it back.

@@ -3,11 +3,22 @@
 #include "engine/CopyName.h"
 #include "list/editing/SubItem.h"
 #include "platform/Like.h"
+#include "platform/LocalTime.h"
+#include "platform/MsgBox.h"
 #include "platform/WindowsHeader.h"
+#include "progress/SilentReport.h"
 
 // What the start procedure starts.
 
 namespace vw {
+
+namespace {
+
+// Of the errors of one piece of work. A run in the evening shall not wait for an answer until the
+// morning.
+constexpr int kMostBoxes = 3;
+
+}  // namespace
 
 // An Arabic window needs the keyboard and the digits to go with it.
 void Application::MakeWindows() {
@@ -48,17 +59,63 @@ void Application::ShowMainWindow() {
 template <class Work>
 void Application::Working(Work&& work) {
     const KeepAwake awake;
+    boxLimit_.emplace(system_.errors, kMostBoxes);
     working_ = true;
     work();
+    EndErrors();
     working_ = false;
 }
 
+template <class Work>
+void Application::BackUp(std::wstring_view path, int items, Work&& work) {
+    run_.Begin(path, items);
+    Working([&] {
+        work();
+        EndRun();
+    });
+}
+
 void Application::BackUpCurrentList() {
-    Working([this] { Engine().BackupAll(); });
+    const int items = state_.silentRun ? 0 : windows_->list.Rows().Count();
+    BackUp(state_.currentListPath, items, [this] {
+        if (!state_.silentRun) {
+            for (const std::wstring& line : windows_->list.Rows().Warnings()) Report(line, false);
+        }
+        Engine().BackupAll();
+    });
 }
 
 void Application::BackUpItem(std::wstring_view path) {
-    Working([&] { Engine().BackupItem(path); });
+    BackUp(path, 1, [&] { Engine().BackupItem(path); });
+}
+
+// Before the busy dialog closes: the line belongs to its report.
+void Application::EndRun() {
+    if (!run_.IsOpen()) return;
+    run_.End(state_.cancelRequested);
+    FILETIME utc{};
+    GetSystemTimeAsFileTime(&utc);
+    const Date now = LocalTime().DateOf(utc);
+    Report(run_.ReportLine(state_.arabic, now), false);
+    report_.Flush();
+    if (state_.silentRun) return;
+    windows_->main.Status().ShowOutcome(run_.StatusText(state_.arabic, now), run_.HasFailures());
+}
+
+// Whoever was spared the boxes learns that there was more than the first of them said.
+void Application::EndErrors() {
+    if (!boxLimit_) return;
+    const int told = boxLimit_->End();
+    boxLimit_.reset();
+    if (told <= kMostBoxes || state_.silentRun) return;
+    const std::wstring count = std::to_wstring(told);
+    system_.boxes.MsgBox({.text = state_.arabic
+                                      ? L"عدد الأخطاء في هذه العملية: " + count +
+                                            L". ظهر أولها في رسائل، وهي كلها في التقرير."
+                                      : L"There were " + count +
+                                            L" errors. The first ones were shown, all of them are "
+                                            L"in the report.",
+                          .rightToLeft = state_.arabic});
 }
 
 void Application::ShowCopies(std::wstring_view itemOrCopy) {

@@ -132,9 +132,14 @@ std::wstring MVaultwright::ExistingList(std::wstring_view argument) {
 
 // What is relative now is another path for the next start.
 std::wstring MVaultwright::CompletedIfThere(const std::wstring& path) {
-    if (path.empty() || !system_.files.Look(path)) return path;
-    const std::wstring full = system_.files.FullPath(path);
-    return path.ends_with(L'\\') ? MFileDosShell::WithSeparator(full) : full;
+    try {
+        if (path.empty() || !system_.files.Look(path)) return path;
+        const std::wstring full = system_.files.FullPath(path);
+        return path.ends_with(L'\\') ? MFileDosShell::WithSeparator(full) : full;
+    } catch (const RuntimeError&) {
+        // Whoever works with the path reports what is wrong with it, and a silent run ends then.
+        return path;
+    }
 }
 
 }  // namespace vw

@@ -113,6 +113,9 @@ void MainWindow::mnuBackupClick(int) {
     // user chose now would be lost.
     host_.Ready(false);
     parts_->browser.ListRestoreFiles();
+    // The user goes on with the item that is selected, if it has copies.
+    parts_->browser.RestoredPath(SubItem(parts_->list.Rows().List(), L"Path"));
+    parts_->list.Rows().UpdateWarnings();
     host_.Ready(true);
     host_.EndBusy();
 }

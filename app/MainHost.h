@@ -19,6 +19,8 @@ class MainHost {
     virtual void BackUpCurrentList() = 0;
     /// Hides the busy dialog, if it is still there.
     virtual void EndBusy() = 0;
+    /// Shows the report of the last run again.
+    virtual void ShowLastReport() = 0;
 
     /// Cleans the temporary folders.
     virtual void DeleteTemporaryFiles() = 0;

@@ -139,6 +139,10 @@ void MainWindow::OnControl(Form&, const ControlEvent& event) {
         OnList(event);
     } else if (event.control == L"Toolbar1") {
         Run({}, 0, event.key);
+    } else if (event.control == L"sbrStatus") {
+        Trapped(system_.errors, MainProcedure(L"sbrStatus_Click"), [this] {
+            if (!running_) host_.ShowLastReport();
+        });
     } else if (event.kind == EventKind::Click) {
         Run(event.control, event.index);
     }

@@ -39,7 +39,7 @@ TEST_F(ExitCode, Is53ForAMissingFile) {
     EXPECT_THAT(lines, Contains(L"تأكد من توفر المجلد التالي"));
     EXPECT_THAT(lines, Contains(L"\tDone."));
     EXPECT_THAT(boxes, IsEmpty());
-    EXPECT_EQ(errors, L"");
+    EXPECT_EQ(errors, L"Not found: " + missingFile + L"\r\n");
 }
 
 TEST_F(ExitCode, Is76ForAMissingFolderOrRule) {

@@ -99,6 +99,15 @@ void SystemTest::RunsTo(DWORD exitCode, const ProgramStart& start) {
     EXPECT_EQ(run.WaitForEnd(), exitCode) << ToUtf8(start.arguments) << "\n"
                                           << ToUtf8(run.Errors());
     lines = run.Lines();
+    outcome.clear();
+    const auto isOutcome = [](const std::wstring& line) {
+        return line.find(L" unchanged, ") != std::wstring::npos ||
+               line.find(L"لم يتغير: ") != std::wstring::npos;
+    };
+    if (!lines.empty() && isOutcome(lines.back())) {
+        outcome = lines.back();
+        lines.pop_back();
+    }
     errors = run.Errors();
     boxes = run.Boxes();
 }

@@ -78,7 +78,8 @@ class SystemTest : public testing::Test {
     [[nodiscard]] std::vector<std::wstring> InVault() const;
 
     /// What the last RunsTo wrote and showed.
-    std::vector<std::wstring> lines;
+    std::vector<std::wstring> lines;  ///< of the report, without its last one
+    std::wstring outcome;             ///< that one: list, time and counts
     std::wstring errors;
     std::vector<Box> boxes;
 };

@@ -51,6 +51,13 @@ ProgramRun::ProgramRun(const ProgramStart& start) : patience_(start.patience) {
         Open(errors_);
         startup.hStdOutput = output_.write.Get();
         startup.hStdError = errors_.write.Get();
+        if (start.streams == ProgramStart::Streams::OnePipe) {
+            HANDLE same = nullptr;
+            DuplicateHandle(GetCurrentProcess(), output_.write.Get(), GetCurrentProcess(), &same, 0,
+                            TRUE, DUPLICATE_SAME_ACCESS);
+            errors_.write.Reset(same);
+            startup.hStdError = same;
+        }
     }
     std::wstring commandLine = L"\"" + start.program + L"\"";
     if (!start.arguments.empty()) commandLine += L" " + start.arguments;

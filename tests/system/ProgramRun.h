@@ -14,6 +14,7 @@ struct ProgramStart {
     /// What the program finds as standard output and standard error.
     enum class Streams {
         Pipes,       ///< pipes that the test reads
+        OnePipe,     ///< one pipe for both, as "2>&1" makes it
         None,        ///< nothing at all, as when Explorer starts it
         BrokenPipe,  ///< a pipe that nobody reads any more
     };

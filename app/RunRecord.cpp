@@ -1,0 +1,100 @@
+#include "app/RunRecord.h"
+
+#include <algorithm>
+
+#include "platform/DateText.h"
+
+namespace vw {
+
+void RunRecord::Begin(std::wstring_view path, int items) {
+    *this = {};
+    path_ = path;
+    items_ = items;
+    open_ = true;
+}
+
+void RunRecord::OnItem(ItemEvent event) {
+    switch (event) {
+        case ItemEvent::Started:
+            CountItem(false);
+            item_ = Item::Started;
+            break;
+        case ItemEvent::Missing:
+        case ItemEvent::Refused:
+            NoteFailure();
+            break;
+        case ItemEvent::Unchanged:
+            if (item_ == Item::Started) item_ = Item::Unchanged;
+            break;
+        case ItemEvent::Copied:
+            if (item_ == Item::Started) item_ = Item::Copied;
+            break;
+        default:
+            break;
+    }
+}
+
+void RunRecord::NoteFailure() noexcept {
+    if (item_ != Item::None) item_ = Item::Failed;
+}
+
+// An item of which neither a copy nor a reason is known has been passed over.
+void RunRecord::CountItem(bool cancelled) noexcept {
+    switch (item_) {
+        case Item::None:
+            return;
+        case Item::Copied:
+            ++copied_;
+            break;
+        case Item::Unchanged:
+            ++unchanged_;
+            break;
+        case Item::Failed:
+            ++failed_;
+            break;
+        case Item::Started:
+            ++(cancelled ? cancelled_ : failed_);
+            break;
+    }
+    item_ = Item::None;
+}
+
+void RunRecord::End(bool cancelled) {
+    if (cancelled && item_ == Item::Copied) item_ = Item::Started;
+    CountItem(cancelled);
+    if (cancelled) {
+        const int done = copied_ + unchanged_ + failed_ + cancelled_;
+        cancelled_ += std::max(0, items_ - done);
+    }
+    open_ = false;
+}
+
+std::wstring RunRecord::Counts(bool arabic) const {
+    std::wstring text;
+    const auto add = [&](int count, std::wstring_view english, std::wstring_view word) {
+        if (!text.empty()) text += arabic ? L"، " : L", ";
+        if (arabic) {
+            text.append(word).append(L": ").append(std::to_wstring(count));
+        } else {
+            text.append(std::to_wstring(count)).append(L" ").append(english);
+        }
+    };
+    add(copied_, L"copied", L"نُسخ");
+    add(unchanged_, L"unchanged", L"لم يتغير");
+    add(failed_, L"failed", L"فشل");
+    if (cancelled_ > 0) add(cancelled_, L"cancelled", L"أُلغي");
+    return text;
+}
+
+std::wstring RunRecord::ReportLine(bool arabic, Date now) const {
+    return path_ + (arabic ? L"، " : L", ") + DateText(now) + L": " + Counts(arabic);
+}
+
+std::wstring RunRecord::StatusText(bool arabic, Date now) const {
+    return arabic ? L"آخر نسخ احتياطي " + DateText(now) + L": " + Counts(true) +
+                        L". انقر هنا لعرض التقرير."
+                  : L"Last backup " + DateText(now) + L": " + Counts(false) +
+                        L". Click here for the report.";
+}
+
+}  // namespace vw

@@ -1,0 +1,195 @@
+// How a run ends for whoever looks at the window afterwards, and for a scheduler that waits.
+
+#include <gmock/gmock.h>
+
+#include "platform/Handle.h"
+#include "tests/app/ApplicationFixture.h"
+#include "ui/resource.h"
+
+namespace vw::test {
+namespace {
+
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+constexpr std::uint64_t kMinute = 60'000;
+
+class RunOutcome : public App {
+  protected:
+    [[nodiscard]] std::wstring Status() { return Main().Text(L"sbrStatus"); }
+    void ClickStatus() {
+        SendMessageW(Main().Handle(), WM_COMMAND, MAKEWPARAM(ID_sbrStatus, STN_CLICKED),
+                     reinterpret_cast<LPARAM>(Main().Control(L"sbrStatus")));
+        Rethrow();
+    }
+    /// A file that is open without sharing as long as the result lives.
+    [[nodiscard]] FileHandle Locked(const std::wstring& name) const {
+        return FileHandle(CreateFileW(tree.File(name).c_str(), GENERIC_READ, 0, nullptr,
+                                      OPEN_EXISTING, 0, nullptr));
+    }
+};
+
+TEST_F(RunOutcome, BackupNow_StatusLineCountsItems) {
+    WriteDefaultList({letter, tree.Path(L"Home\\")});
+    Start();
+    EXPECT_EQ(Status(), L"");
+    Choose(ID_mnuBackup);
+    EXPECT_THAT(Status(), HasSubstr(L": 2 copied, 0 unchanged, 0 failed"));
+    Choose(ID_mnuBackup);
+    EXPECT_THAT(Status(), HasSubstr(L": 0 copied, 2 unchanged, 0 failed"));
+    EXPECT_THROW(Close(), ProgramEnded);
+}
+
+TEST_F(RunOutcome, BackupNow_ItemThatFails_StatusLineSaysSo) {
+    const FileHandle lock = Locked(L"Home\\Locked.txt");
+    WriteDefaultList({letter, tree.Path(L"Home\\Locked.txt")});
+    Start();
+    Choose(ID_mnuBackup);
+    EXPECT_EQ(world.errors.TakeOne().number, error_number::kPermissionDenied);
+    EXPECT_THAT(Status(), HasSubstr(L": 1 copied, 0 unchanged, 1 failed"));
+    EXPECT_THROW(Close(), ProgramEnded);
+}
+
+TEST_F(RunOutcome, StatusLine_Clicked_ShowsTheReportAgain) {
+    WriteDefaultList({letter});
+    Start();
+    ClickStatus();
+    EXPECT_FALSE(Windows().frmBusyDialog.Window().IsVisible()) << "there was no run";
+    Choose(ID_mnuBackup);
+    Form& busy = Windows().frmBusyDialog.Window();
+    EXPECT_FALSE(busy.IsVisible());
+    ClickStatus();
+    ASSERT_TRUE(busy.IsVisible());
+    EXPECT_TRUE(busy.IsShown(L"txtReport"));
+    EXPECT_THAT(busy.Text(L"txtReport"), HasSubstr(L"Backing: " + letter));
+    EXPECT_THAT(busy.Text(L"txtReport"), HasSubstr(L": 1 copied, 0 unchanged, 0 failed\r\n"));
+    EXPECT_TRUE(Main().IsFormEnabled());
+    busy.Unload();
+    ClickStatus();
+    EXPECT_THAT(busy.Text(L"txtReport"), HasSubstr(L"Backing: " + letter)) << "once more";
+    // The next run has a report of its own.
+    Choose(ID_mnuBackup);
+    EXPECT_THAT(Windows().frmBusyDialog.Window().Text(L"txtReport"), IsEmpty());
+    ClickStatus();
+    EXPECT_THAT(busy.Text(L"txtReport"), testing::Not(HasSubstr(L"Backing: " + letter)));
+    EXPECT_THROW(Close(), ProgramEnded);
+}
+
+TEST_F(RunOutcome, ManyErrors_ThreeBoxesAndOneAtTheEnd) {
+    std::vector<FileHandle> locks;
+    for (int i = 0; i < 25; ++i) {
+        locks.push_back(Locked(L"Home\\Full\\Locked " + std::to_wstring(i) + L".txt"));
+    }
+    tree.File(L"Home\\Full\\Free.txt");
+    WriteDefaultList({tree.Path(L"Home\\Full\\")});
+    Start();
+    world.boxes.Expect(L"There were 25 errors.");
+    Choose(ID_mnuBackup);
+    EXPECT_THAT(world.errors.Take(), SizeIs(3));
+    EXPECT_THROW(Close(), ProgramEnded);
+}
+
+TEST_F(RunOutcome, OpenedList_ItemsThatAreNotThere_AreNamed) {
+    const std::wstring gone = tree.Path(L"Home\\Gone.doc");
+    WriteDefaultList({letter, gone});
+    Start();
+    EXPECT_THAT(Status(), HasSubstr(L"Not there now: " + gone + L"."));
+    state.listModified = true;
+    Choose(ID_mnuFileSave);
+    EXPECT_EQ(Status(), L"") << "the next save took it off the list";
+    EXPECT_THROW(Close(), ProgramEnded);
+}
+
+TEST_F(RunOutcome, BackupNow_ItemChangedSinceLoading_RowShowsItAsItIs) {
+    const std::wstring plan = tree.File(L"Home\\Docs\\Plan.txt", "12", {2024, 1, 1, 12, 0, 0});
+    WriteDefaultList({letter, plan, tree.Path(L"Home\\Docs\\")});
+    Start();
+    ListView& list = Main().List(L"lsvBackupList");
+    const std::wstring before = list.SubItem(1, L"Date");
+    tree.File(L"Home\\Docs\\Plan.txt", "123456", {2024, 1, 2, 12, 0, 0});
+    Choose(ID_mnuBackup);
+    EXPECT_EQ(list.ValueOf(1, L"Size"), 6);
+    EXPECT_EQ(list.ValueOf(2, L"Size"), 6);
+    EXPECT_NE(list.SubItem(1, L"Date"), before);
+    EXPECT_EQ(list.SubItem(2, L"Date"), list.SubItem(1, L"Date"));
+    EXPECT_THROW(Close(), ProgramEnded);
+}
+
+TEST_F(RunOutcome, BackupNow_SelectedItemHasCopies_TheyAreShownUnderItsName) {
+    const std::wstring early = tree.File(L"Home\\Archive.txt");
+    WriteDefaultList({early, letter});
+    Start();
+    Main().List(L"lsvBackupList").Select(1);
+    Choose(ID_mnuBackup);
+    ListView& stored = Main().List(L"lsvRestore1");
+    EXPECT_EQ(stored.SubItem(stored.Selected(), kNameColumn), L"Letter");
+    EXPECT_EQ(Main().Text(L"lblCopiesHeading"), L"Copies of Letter.txt, " + tree.Path(L"Home"));
+    EXPECT_THROW(Close(), ProgramEnded);
+}
+
+TEST_F(RunOutcome, NoCopies_HeadingNamesNoItem) {
+    WriteDefaultList({letter});
+    Start();
+    EXPECT_EQ(Main().Text(L"lblCopiesHeading"), L"Copies of the selected item");
+    EXPECT_THROW(Close(), ProgramEnded);
+}
+
+TEST_F(RunOutcome, ItemsThatGoWrong_CarryWarningsAndTheReportRepeatsThem) {
+    const std::wstring comma = tree.File(L"Home\\one, two.txt");
+    const std::wstring inside = drive.Backup() + L"\\Inside.txt";
+    WriteDefaultList({letter, inside});
+    tree.File(inside);
+    Start();
+    ListView& list = Main().List(L"lsvBackupList");
+    EXPECT_EQ(list.WarningOf(0), L"");
+    EXPECT_THAT(list.WarningOf(1), HasSubstr(L"Not backed up: "));
+    Windows().editing.lsvBackupList_OLEDragDrop({comma});
+    EXPECT_THAT(list.WarningOf(2), HasSubstr(L"comma"));
+    Choose(ID_mnuBackup);
+    ClickStatus();
+    EXPECT_THAT(Windows().frmBusyDialog.Window().Text(L"txtReport"),
+                HasSubstr(list.WarningOf(2) + L"\r\n" + comma));
+    EXPECT_THROW(Close(), ProgramEnded);
+}
+
+TEST_F(RunOutcome, SilentRun_WrongCommandLine_EndsByItselfAfterAMinute) {
+    Start(L"/B " + tree.Path(L"No such list.vwl"));
+    EXPECT_EQ(world.errors.TakeOne().number, error_number::kListPathMissing);
+    world.clock.Advance(kMinute - 1);
+    EXPECT_TRUE(application.IsAlive());
+    // A box, too, gives whoever reads it a minute more.
+    application.OnSilentBox();
+    world.clock.Advance(kMinute - 1);
+    EXPECT_TRUE(application.IsAlive());
+    world.clock.Advance(1);
+    try {
+        (void)application.IsAlive();
+        FAIL() << "it waits for somebody who chooses Exit";
+    } catch (const ProgramEnded& end) {
+        EXPECT_EQ(end.exitCode, error_number::kListPathMissing);
+    }
+}
+
+TEST_F(RunOutcome, StartupSwitch_WhileItIsOff_EndsByItselfWithZero) {
+    Start(L"/Startup");
+    EXPECT_TRUE(application.IsAlive());
+    world.clock.Advance(kMinute);
+    try {
+        (void)application.IsAlive();
+        FAIL() << "it waits for somebody who chooses Exit";
+    } catch (const ProgramEnded& end) {
+        EXPECT_EQ(end.exitCode, 0);
+    }
+}
+
+TEST_F(RunOutcome, InteractiveRun_NeverEndsByItself) {
+    WriteDefaultList({letter});
+    Start();
+    world.clock.Advance(10 * kMinute);
+    EXPECT_TRUE(application.IsAlive());
+    EXPECT_THROW(Close(), ProgramEnded);
+}
+
+}  // namespace
+}  // namespace vw::test
