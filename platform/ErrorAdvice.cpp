@@ -93,6 +93,12 @@ struct Cause {
 };
 
 constexpr std::array kCauses{
+    Cause{error_number::kOverflow,
+          {L"A stored setting is not usable.", L"أحد الإعدادات المحفوظة غير صالح."},
+          {L"correct it", L"صحّحه"}},
+    Cause{error_number::kTypeMismatch,
+          {L"A stored setting is not usable.", L"أحد الإعدادات المحفوظة غير صالح."},
+          {L"correct it", L"صحّحه"}},
     Cause{error_number::kOutOfMemory,
           {L"The computer is short of memory.", L"لا توجد ذاكرة كافية."},
           {L"close other programs", L"أغلق البرامج الأخرى"}},
