@@ -56,8 +56,9 @@ void CPackage::BackUpItem(std::wstring_view path, std::int16_t location, bool is
         if (keepMissing_) return;
     }
     const MFileDosShell::Survey survey = MFileDosShell::SurveyOf(system_, *this, path, facts);
-    if (facts)
+    if (facts) {
         host_.OnSurveyed(path, facts->isFolder ? survey.treeBytes : facts->size, survey.newest);
+    }
     NewCopy copy{.itemPath = std::wstring(path),
                  .location = location,
                  .place = std::wstring(givenCopy),
@@ -133,7 +134,8 @@ void CPackage::MakeCopy(NewCopy& copy, bool isFolder, bool subFolders, bool mayR
 }
 
 bool CPackage::IsRefused(std::wstring_view path) const {
-    return OverlapsDestination(path, Target());
+    return OverlapsDestination(path, Target()) || PathContains(TargetFolder(), path) ||
+           PathContains(path, TargetFolder());
 }
 
 void CPackage::Refuse(std::wstring_view path) {
