@@ -44,17 +44,19 @@ class Differences {
     explicit Differences(Console& console) : console_(console) {}
 
     void Show(const ComparedFolder& folder) {
-        for (const auto& entry : folder.onlySecond) Show(L"added", folder.below, nullptr, &entry);
-        for (const auto& entry : folder.onlyFirst) Show(L"removed", folder.below, &entry, nullptr);
+        for (const auto& entry : folder.onlySecond)
+            Show(L"added", folder.below + entry.name, nullptr, &entry);
+        for (const auto& entry : folder.onlyFirst)
+            Show(L"removed", folder.below + entry.name, &entry, nullptr);
         for (const auto& [first, second] : folder.both) {
-            if (!LooksEqual(first, second)) Show(L"changed", folder.below, &first, &second);
+            if (!LooksEqual(first, second))
+                Show(L"changed", folder.below + first.name, &first, &second);
         }
     }
 
-    void Show(const std::wstring& change, const std::wstring& below, const ComparedEntry* first,
+    void Show(const std::wstring& change, const std::wstring& name, const ComparedEntry* first,
               const ComparedEntry* second) {
         ++count_;
-        const std::wstring name = below + (first != nullptr ? first : second)->name;
         std::wstring line = change + L": " + name + L" (";
         JsonLine json("difference");
         json.Text("change", change).Text("path", name);
@@ -123,7 +125,7 @@ int Diff(Console& console, const DiffArguments& arguments) {
     } else if (!LooksEqual(firstBefore.facts, secondBefore.facts)) {
         const ComparedEntry before{firstBefore.facts, CFileName(first)};
         const ComparedEntry after{secondBefore.facts, CFileName(second)};
-        differences.Show(L"changed", L"", &before, &after);
+        differences.Show(L"changed", before.name, &before, &after);
     }
     if (IdentityOf(console, engine, first) != firstBefore) {
         RaiseWith(error_number::kPermissionDenied, L"The copy changed while it was compared",

@@ -1,3 +1,4 @@
+# shellcheck shell=bash disable=SC2034,SC2154  # scripts/bench reads and sets the variables
 # vw backup against the silent run of the window program: a first backup of small files.
 title="vw backup, first run, $((folders * 20)) files of 4 KiB in $folders folders"
 sides=(vw vaultwright)

@@ -1,3 +1,4 @@
+# shellcheck shell=bash disable=SC2034,SC2154  # scripts/bench reads and sets the variables
 # Comparing bytes: vw check --content against diff -r on the same trees, many small files and one
 # large one. The native tool needs no Wine between it and the disk.
 title="vw check --content, $((folders * 20)) files of 4 KiB and one of $((folders * 2)) MiB"

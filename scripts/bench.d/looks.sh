@@ -1,3 +1,4 @@
+# shellcheck shell=bash disable=SC2034,SC2154  # scripts/bench reads and sets the variables
 # What looks and copies nothing, against an unchanged run of the same tree: vw preview, vw check and
 # an unchanged vw backup.
 title="vw preview and vw check, $((folders * 100)) unchanged files in $folders folders"

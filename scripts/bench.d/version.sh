@@ -1,3 +1,4 @@
+# shellcheck shell=bash disable=SC2034,SC2154  # scripts/bench reads and sets the variables
 # What starting the console program costs, against the shell of the system.
 title='vw --version'
 sides=(vw cmd)
