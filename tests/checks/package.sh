@@ -79,7 +79,8 @@ checkSigning() {
     SIGN_PASSWORD_FILE=$folder/password package signed --sign "$folder/signer.pfx"
     unzip -q "$folder/signed/Vaultwright-$version-portable.zip" -d "$folder/signed"
     local file
-    for file in "$folder/signed/$installer" "$folder/signed/Vaultwright/Vaultwright.exe"; do
+    for file in "$folder/signed/$installer" "$folder/signed/Vaultwright/Vaultwright.exe" \
+        "$folder/signed/Vaultwright/vw.exe"; do
         osslsigncode verify -CAfile "$folder/certificate" -in "$file" >"$folder/log" 2>&1 ||
             { cat "$folder/log" >&2; fail "${file##*/} has no good signature"; }
     done
@@ -92,7 +93,7 @@ state() {
     local key
     filesOf "$drive" | grep -v -i -e '/installer/' -e '/temp/' -e desktop-ready |
         sed 's|^.* \(.*\.lnk\)$|shortcut \1|' >"$folder/$1.files"
-    for key in 'HKCU\Software\Classes' 'HKCU\Software\Tallowmere.Net' "$uninstall" \
+    for key in 'HKCU\Environment' 'HKCU\Software\Classes' 'HKCU\Software\Tallowmere.Net' "$uninstall" \
         'HKLM\Software\Microsoft\Windows\CurrentVersion\Run'; do
         scripts/wine reg query "$key" /s 2>/dev/null || true
     done | tr -d '\r' | sed '/^$/d' >"$folder/$1.registry"
@@ -188,6 +189,14 @@ checkInstalling() {
         fail "backing up ended with $?: $(cat "$folder/log")"
     [[ $(cat "$drive/Store/Work«0001»/Letter.txt") == 'a letter' ]] || fail 'no copy was made'
 
+    step='console program'
+    scripts/wine reg query 'HKCU\Environment' /v PATH >"$folder/log" 2>&1 || fail 'no path was set'
+    grep -qiF "${target%\\*}" "$folder/log" || fail "the path: $(cat "$folder/log")"
+    [[ $(scripts/wine cmd /c 'vw --version' | tr -d '\r') == "vw $version" ]] ||
+        fail 'vw is not found by its name'
+    scripts/wine cmd /c vw check 'C:\My lists\My work.vwl' >"$folder/log" 2>&1 ||
+        fail "checking ended with $?: $(cat "$folder/log")"
+
     step='upgrading'
     # What users do with the files beside the program has to survive.
     printf 'BackupTo: C:\\Store\r\nC:\\My lists\\Work\\\r\n' >"$programs/FilesList.vwl"
@@ -226,6 +235,9 @@ checkInstalling() {
     scripts/wine 'C:\Stick\Vaultwright.exe' /B 'C:\My lists\My work.vwl' >"$folder/log" 2>&1 ||
         fail "backing up ended with $?: $(cat "$folder/log")"
     [[ -f "$drive/Store/Work«0001»/Letter.txt" ]] || fail 'no copy was made'
+    scripts/wine 'C:\Stick\vw.exe' backup 'C:\My lists\My work.vwl' >"$folder/log" 2>&1 ||
+        fail "vw backup ended with $?: $(cat "$folder/log")"
+    grep -q '^unchanged: C:' "$folder/log" || fail "vw backup: $(cat "$folder/log")"
 }
 
 version=$(sed -n 's/^project(Vaultwright VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt)
