@@ -245,7 +245,7 @@ void ItemCheck::CompareOlder(const ListedItem& item, const std::wstring& newer,
 void ItemCheck::CompareBytes(const std::wstring& first, const std::wstring& second,
                              const FileFacts& expected) {
     console_.Try([&] {
-        if (HasSameBytes(first, second, [] { Console::StopIfAsked(); })) return;
+        if (HasSameBytes(first, second, expected.size, [] { Console::StopIfAsked(); })) return;
         const auto isStill = [&](const std::wstring& path) {
             const auto now = console_.system.files.Look(path);
             return now && LooksEqual(*now, expected);

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cstring>
 #include <vector>
 
@@ -22,12 +23,13 @@ FileHandle Open(std::wstring_view path) {
 }
 
 // Fewer bytes than asked for only at the end of the file.
-DWORD ReadPiece(const FileHandle& file, std::vector<char>& piece, std::wstring_view path) {
-    DWORD filled = 0;
-    while (filled < piece.size()) {
+std::size_t ReadPiece(const FileHandle& file, char* piece, std::size_t size,
+                      std::wstring_view path) {
+    std::size_t filled = 0;
+    while (filled < size) {
         DWORD count = 0;
-        if (ReadFile(file.Get(), piece.data() + filled, static_cast<DWORD>(piece.size() - filled),
-                     &count, nullptr) == 0) {
+        if (ReadFile(file.Get(), piece + filled, static_cast<DWORD>(size - filled), &count,
+                     nullptr) == 0) {
             RaiseLast(path);
         }
         if (count == 0) break;
@@ -38,19 +40,23 @@ DWORD ReadPiece(const FileHandle& file, std::vector<char>& piece, std::wstring_v
 
 }  // namespace
 
-bool HasSameBytes(std::wstring_view first, std::wstring_view second,
+bool HasSameBytes(std::wstring_view first, std::wstring_view second, std::uint64_t size,
                   const std::function<void()>& yield) {
-    static std::vector<char> firstPiece(kPieceBytes);
-    static std::vector<char> secondPiece(kPieceBytes);
+    static std::vector<char> pieces(2 * kPieceBytes);
     const FileHandle firstFile = Open(first);
     const FileHandle secondFile = Open(second);
-    for (;;) {
-        const DWORD count = ReadPiece(firstFile, firstPiece, first);
-        if (count != ReadPiece(secondFile, secondPiece, second)) return false;
-        if (std::memcmp(firstPiece.data(), secondPiece.data(), count) != 0) return false;
-        if (count < firstPiece.size()) return true;
+    while (size > 0) {
+        const std::size_t wanted =
+            static_cast<std::size_t>(std::min<std::uint64_t>(size, kPieceBytes));
+        const std::size_t count = ReadPiece(firstFile, pieces.data(), wanted, first);
+        const std::size_t other =
+            ReadPiece(secondFile, pieces.data() + kPieceBytes, wanted, second);
+        if (count != wanted || other != wanted) return false;
+        if (std::memcmp(pieces.data(), pieces.data() + kPieceBytes, wanted) != 0) return false;
+        size -= wanted;
         yield();
     }
+    return true;
 }
 
 }  // namespace vw

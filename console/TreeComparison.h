@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -50,9 +51,9 @@ void CompareTrees(FileSystem& files, std::wstring_view first, std::wstring_view 
 [[nodiscard]] bool HasSameDate(const FileFacts& first, const FileFacts& second);
 [[nodiscard]] bool LooksEqual(const FileFacts& first, const FileFacts& second);
 
-/// Compares two files byte by byte. Memory does not grow with their size. Raises what the disk
-/// raises. `yield` is called after each piece.
+/// Compares the first `size` bytes of two files, which is how long both were listed. Memory does
+/// not grow with their size. Raises what the disk raises. `yield` is called after each piece.
 [[nodiscard]] bool HasSameBytes(std::wstring_view first, std::wstring_view second,
-                                const std::function<void()>& yield);
+                                std::uint64_t size, const std::function<void()>& yield);
 
 }  // namespace vw
