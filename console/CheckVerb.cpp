@@ -26,7 +26,7 @@ int Check(Console& console, const CheckArguments& arguments) {
             [&] { views.push_back(std::make_unique<DestinationView>(console, destination)); });
     }
     ItemCheck items(console, engine, findings, arguments.content);
-    for (const ListedItem& item : list.items) {
+    for (const ConsoleItem& item : list.items) {
         Console::StopIfAsked();
         for (const auto& view : views) {
             if (!EqualNoCase(view->Folder(), item.destination)) continue;

@@ -50,8 +50,8 @@ ConsoleList ReadConsoleList(Console& console, std::wstring_view path) {
         } else if (line.kind == ListLineKind::CopiesCount) {
             TakeCopiesCount(line.value, copiesCount);
         } else if (line.kind == ListLineKind::Item) {
-            ListedItem item{line.value, line.value, ItemKindOf(line.value), destination,
-                            copiesCount};
+            ConsoleItem item{line.value, line.value, ItemKindOf(line.value), destination,
+                             copiesCount};
             if (item.path.ends_with(L"\\*")) item.path.resize(item.path.size() - 2);
             list.items.push_back(std::move(item));
         }

@@ -12,7 +12,7 @@ namespace vw {
 class Console;
 
 /// One item of a backup list, with what holds for it there.
-struct ListedItem {
+struct ConsoleItem {
     std::wstring line;  ///< as the list names it
     std::wstring path;  ///< without the "\*" of a rule
     ItemKind kind = ItemKind::File;
@@ -25,7 +25,7 @@ struct ListedItem {
 /// A backup list as the engine reads it.
 struct ConsoleList {
     std::wstring path;
-    std::vector<ListedItem> items;
+    std::vector<ConsoleItem> items;
     std::vector<std::wstring> destinations;  ///< each one once, in the order of the list
 };
 

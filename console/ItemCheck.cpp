@@ -49,7 +49,7 @@ struct ItemCheck::Result {
 ItemCheck::ItemCheck(Console& console, CPackage& engine, Findings& findings, bool content)
     : console_(console), engine_(engine), findings_(findings), content_(content) {}
 
-void ItemCheck::Check(const ListedItem& item) {
+void ItemCheck::Check(const ConsoleItem& item) {
     FileSystem& files = console_.system.files;
     console_.state.BackupTo = item.destination;
     const auto facts = files.Look(item.path);
@@ -74,7 +74,7 @@ void ItemCheck::Check(const ListedItem& item) {
     if (content_) CheckOlderCopies(item, location);
 }
 
-void ItemCheck::CheckAgainst(const ListedItem& item, const std::wstring& copy,
+void ItemCheck::CheckAgainst(const ConsoleItem& item, const std::wstring& copy,
                              const FileFacts& facts, const FileFacts& copyFacts) {
     if (facts.isFolder != copyFacts.isFolder || facts.isFolder != item.IsFolder()) {
         findings_.Add(L"differs", copy, L"item and copy are not both files or both folders");
@@ -103,7 +103,7 @@ void ItemCheck::CheckAgainst(const ListedItem& item, const std::wstring& copy,
 
 // The comment of a copy that was made from another folder of the same name names that folder. A
 // name with an apostrophe does not come back from a comment as it is, so it is taken the same way.
-void ItemCheck::CheckPlace(const ListedItem& item, const std::wstring& copy,
+void ItemCheck::CheckPlace(const ConsoleItem& item, const std::wstring& copy,
                            const std::wstring& place) {
     const AnsiCodec& ansi = console_.system.ansi;
     const std::wstring own = MFileDosShell::CFileLocation(item.path);
@@ -113,7 +113,7 @@ void ItemCheck::CheckPlace(const ListedItem& item, const std::wstring& copy,
                       item.path);
 }
 
-ItemCheck::Result ItemCheck::Compare(const ListedItem& item, const std::wstring& copy,
+ItemCheck::Result ItemCheck::Compare(const ConsoleItem& item, const std::wstring& copy,
                                      const FileFacts& facts) {
     Result result;
     if (!facts.isFolder) return result;
@@ -125,7 +125,7 @@ ItemCheck::Result ItemCheck::Compare(const ListedItem& item, const std::wstring&
     return result;
 }
 
-void ItemCheck::TakeFolder(const ListedItem& item, const std::wstring& copy,
+void ItemCheck::TakeFolder(const ConsoleItem& item, const std::wstring& copy,
                            const ComparedFolder& folder, Result& result) {
     const auto at = [&](const std::wstring& name) {
         const std::wstring below = folder.below + name;
@@ -166,7 +166,7 @@ void ItemCheck::TakeFolder(const ListedItem& item, const std::wstring& copy,
     }
 }
 
-void ItemCheck::Judge(const ListedItem& item, const std::wstring& copy,
+void ItemCheck::Judge(const ConsoleItem& item, const std::wstring& copy,
                       const StoredComment& comment, Date itemDate, const Result& result) {
     const auto commentDate = DateOf(comment);
     const bool isUnseen = commentDate == itemDate;
@@ -194,7 +194,7 @@ void ItemCheck::Judge(const ListedItem& item, const std::wstring& copy,
     }
 }
 
-void ItemCheck::CheckOlderCopies(const ListedItem& item, std::int16_t location) {
+void ItemCheck::CheckOlderCopies(const ConsoleItem& item, std::int16_t location) {
     std::wstring newer = CFilePackageName(item.path, 1, location, item.destination);
     constexpr int kLastRotating = 20;
     for (int number = 2; number <= kLastRotating; ++number) {
@@ -207,7 +207,7 @@ void ItemCheck::CheckOlderCopies(const ListedItem& item, std::int16_t location) 
 
 // Files that equal those of the item are compared with these, so that one damaged copy is named
 // once; the others with the next newer copy.
-void ItemCheck::CompareOlder(const ListedItem& item, const std::wstring& newer,
+void ItemCheck::CompareOlder(const ConsoleItem& item, const std::wstring& newer,
                              const std::wstring& older) {
     FileSystem& files = console_.system.files;
     const auto compare = [&](const std::wstring& below, const FileFacts& facts) {

@@ -20,7 +20,7 @@ class ItemCheck {
     ItemCheck(Console& console, CPackage& engine, Findings& findings, bool content);
 
     /// Checks one item. Raises what the disk cannot tell.
-    void Check(const ListedItem& item);
+    void Check(const ConsoleItem& item);
 
     /// The paths, in upper case, of the copies whose comments were looked at.
     [[nodiscard]] const std::set<std::wstring>& CheckedCopies() const noexcept { return checked_; }
@@ -29,17 +29,18 @@ class ItemCheck {
     /// What the comparison of an item with its copy 1 has found so far.
     struct Result;
 
-    void CheckAgainst(const ListedItem& item, const std::wstring& copy, const FileFacts& facts,
+    void CheckAgainst(const ConsoleItem& item, const std::wstring& copy, const FileFacts& facts,
                       const FileFacts& copyFacts);
-    [[nodiscard]] Result Compare(const ListedItem& item, const std::wstring& copy,
+    [[nodiscard]] Result Compare(const ConsoleItem& item, const std::wstring& copy,
                                  const FileFacts& facts);
-    void TakeFolder(const ListedItem& item, const std::wstring& copy, const ComparedFolder& folder,
+    void TakeFolder(const ConsoleItem& item, const std::wstring& copy, const ComparedFolder& folder,
                     Result& result);
-    void Judge(const ListedItem& item, const std::wstring& copy, const StoredComment& comment,
+    void Judge(const ConsoleItem& item, const std::wstring& copy, const StoredComment& comment,
                Date itemDate, const Result& result);
-    void CheckPlace(const ListedItem& item, const std::wstring& copy, const std::wstring& place);
-    void CheckOlderCopies(const ListedItem& item, std::int16_t location);
-    void CompareOlder(const ListedItem& item, const std::wstring& newer, const std::wstring& older);
+    void CheckPlace(const ConsoleItem& item, const std::wstring& copy, const std::wstring& place);
+    void CheckOlderCopies(const ConsoleItem& item, std::int16_t location);
+    void CompareOlder(const ConsoleItem& item, const std::wstring& newer,
+                      const std::wstring& older);
     void CompareBytes(const std::wstring& first, const std::wstring& second,
                       const FileFacts& expected);
 

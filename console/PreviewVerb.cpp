@@ -33,7 +33,7 @@ class Previewer {
   public:
     Previewer(Console& console, CPackage& engine) : console_(console), engine_(engine) {}
 
-    void Show(const ListedItem& item) {
+    void Show(const ConsoleItem& item) {
         console_.state.BackupTo = item.destination;
         console_.state.copiesCount = item.copiesCount;
         const Plan plan = PlanFor(item);
@@ -69,7 +69,7 @@ class Previewer {
     }
 
   private:
-    Plan PlanFor(const ListedItem& item) {
+    Plan PlanFor(const ConsoleItem& item) {
         FileSystem& files = console_.system.files;
         const auto facts = files.Look(item.path);
         if (!facts) {
@@ -126,7 +126,7 @@ int Preview(Console& console, const PreviewArguments& arguments) {
     SilentHost host(console);
     CPackage engine(console.system, console.state, host);
     Previewer previewer(console, engine);
-    for (const ListedItem& item : list.items) {
+    for (const ConsoleItem& item : list.items) {
         Console::StopIfAsked();
         console.Try([&] {
             const auto destination = console.system.files.Look(item.destination);

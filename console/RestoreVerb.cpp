@@ -82,7 +82,7 @@ class Restorer {
 
 // The newest of the rotating copies of an item up to a date. Which series is the item's is said by
 // the comment of its copy 1.
-std::wstring CopyAsOf(Console& console, CPackage& engine, const ListedItem& item, Date asOf) {
+std::wstring CopyAsOf(Console& console, CPackage& engine, const ConsoleItem& item, Date asOf) {
     const DestinationView view(console, item.destination);
     std::wstring found;
     Date newest = 0;
@@ -118,7 +118,7 @@ int Restore(Console& console, const RestoreArguments& arguments) {
         return 0;
     }
     const ConsoleList list = ReadConsoleList(console, arguments.source);
-    for (const ListedItem& item : list.items) {
+    for (const ConsoleItem& item : list.items) {
         Console::StopIfAsked();
         console.Try([&] { restorer.Restore(CopyAsOf(console, engine, item, *arguments.asOf)); });
     }
