@@ -198,6 +198,7 @@ Arguments ReadArguments(const std::vector<std::wstring>& words) {
     AddScheduleVerb(app, texts, arguments);
     try {
         std::vector<std::string> utf8;
+        utf8.reserve(words.size());
         for (const std::wstring& word : words) utf8.push_back(ToUtf8(word));
         std::ranges::reverse(utf8);
         app.parse(utf8);

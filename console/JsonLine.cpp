@@ -7,6 +7,11 @@
 namespace vw {
 
 struct JsonLine::Object {
+    Object() = default;
+    Object(const Object&) = delete;
+    Object& operator=(const Object&) = delete;
+    ~Object() = default;
+
     nlohmann::ordered_json members;
 };
 

@@ -62,7 +62,7 @@ void RunLog::DeleteOlder(int keep) {
         if (!entry.isFolder && Like(entry.name, kNames)) logs.emplace_back(entry.name);
     });
     std::ranges::sort(logs, std::greater<>());
-    for (std::size_t i = static_cast<std::size_t>(keep); i < logs.size(); ++i) {
+    for (auto i = static_cast<std::size_t>(keep); i < logs.size(); ++i) {
         console_.Try([&] { console_.system.files.EraseFile(JoinPath(folder_, logs[i])); });
     }
 }

@@ -46,8 +46,7 @@ bool HasSameBytes(std::wstring_view first, std::wstring_view second, std::uint64
     const FileHandle firstFile = Open(first);
     const FileHandle secondFile = Open(second);
     while (size > 0) {
-        const std::size_t wanted =
-            static_cast<std::size_t>(std::min<std::uint64_t>(size, kPieceBytes));
+        const auto wanted = static_cast<std::size_t>(std::min<std::uint64_t>(size, kPieceBytes));
         const std::size_t count = ReadPiece(firstFile, pieces.data(), wanted, first);
         const std::size_t other =
             ReadPiece(secondFile, pieces.data() + kPieceBytes, wanted, second);
