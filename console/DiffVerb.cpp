@@ -44,10 +44,12 @@ class Differences {
     explicit Differences(Console& console) : console_(console) {}
 
     void Show(const ComparedFolder& folder) {
-        for (const auto& entry : folder.onlySecond)
+        for (const auto& entry : folder.onlySecond) {
             Show(L"added", folder.below + entry.name, nullptr, &entry);
-        for (const auto& entry : folder.onlyFirst)
+        }
+        for (const auto& entry : folder.onlyFirst) {
             Show(L"removed", folder.below + entry.name, &entry, nullptr);
+        }
         for (const auto& [first, second] : folder.both) {
             if (!LooksEqual(first, second))
                 Show(L"changed", folder.below + first.name, &first, &second);
