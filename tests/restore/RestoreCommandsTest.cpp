@@ -138,8 +138,17 @@ TEST_F(Restore, AnUnknownPlaceIsAskedForInDocuments) {
     }
 }
 
-TEST_F(Restore, ARootIsAPlaceToo) {
-    EXPECT_EQ(browser.Items().SubItem(0, L"Orginal Location"), tree.Path(L"Docs"));
+TEST_F(Restore, FileOfARoot_ComesBackToTheRoot) {
+    const std::wstring note = drive.Name() + L"\\Note.txt";
+    world.disk.Write(note, "note", FileSystem::Flush::No);
+    BackUp(note);
+    world.disk.EraseFile(note);
+    browser.ListRestoreFiles();
+    SelectItem(L"Note");
+    SelectCopy(L"N01");
+    commands.mnuRestoreClick();
+    EXPECT_EQ(ReadBytes(note), "note");
+    world.disk.EraseFile(note);
 }
 
 TEST_F(Restore, AReadOnlyTargetIsNotOverwritten) {

@@ -1,0 +1,154 @@
+// What the start procedure hands to the list, to the restore view and to the commands.
+
+#include <gmock/gmock.h>
+
+#include "tests/app/ApplicationFixture.h"
+#include "tests/support/CurrentFolder.h"
+#include "ui/resource.h"
+
+// Behind the header of Windows, which it builds on.
+#include <commctrl.h>
+
+namespace vw::test {
+namespace {
+
+using testing::ElementsAre;
+
+class StartTest : public App {
+  protected:
+    StartTest() { settings.SaveSetting(setting::kBackupTo, drive.Backup()); }
+
+    /// A copy in the copy folder of the test's drive, whose comment names the folder "Home".
+    std::wstring Copy(const std::wstring& name) {
+        tree.File(drive.Backup() + L"\\" + name + L".vwc",
+                  world.ansi.Encode(L"+Original Location:" + tree.Path(L"Home") + L"\r\n"));
+        return tree.File(drive.Backup() + L"\\" + name);
+    }
+    [[nodiscard]] std::wstring SelectedItem() {
+        ListView& items = Main().List(L"lsvRestore1");
+        return items.Selected() < 0 ? L"" : items.SubItem(items.Selected(), L"Name");
+    }
+    [[nodiscard]] std::vector<std::wstring> CopiesShown() {
+        ListView& copies = Main().List(L"lsvRestore2");
+        std::vector<std::wstring> paths;
+        for (int row = 0; row < copies.Count(); ++row) {
+            paths.push_back(copies.SubItem(row, L"BackupName"));
+        }
+        return paths;
+    }
+    /// What the restore view shows at the end of a silent run, whose window nobody sees.
+    struct RestoreView {
+        std::wstring drive;
+        std::wstring item;
+        std::vector<std::wstring> copies;
+    };
+    RestoreView ViewOfSilentRun(const std::wstring& arguments) {
+        RestoreView view;
+        world.pump.AtEachYield([&] {
+            if (world.pump.Yields() <= 1 || !Main().IsLoaded()) return;
+            view = {Main().Text(L"cmbDestination"), SelectedItem(), CopiesShown()};
+        });
+        EXPECT_THROW(Start(arguments), ProgramEnded);
+        return view;
+    }
+};
+
+TEST_F(StartTest, AnyList_SavesThroughOneTemporaryFileOfTheProgram) {
+    Start(L"\"" + tree.File(L"Work.vwl", "") + L"\"");
+    EXPECT_EQ(state.temporaryListPath, state.applicationFolder + L"\\FilesList.vwl.tmp");
+}
+
+TEST_F(StartTest, SystemFileAsList_CountsAsMissing) {
+    const std::wstring list = tree.File(L"Work.vwl", "");
+    tree.SetAttributes(L"Work.vwl", FILE_ATTRIBUTE_SYSTEM);
+    if (!world.disk.Look(list)->isSystem) GTEST_SKIP() << "this disk keeps no system attribute";
+    Start(list);
+    EXPECT_EQ(world.errors.TakeOne().number, error_number::kListPathMissing);
+}
+
+TEST_F(StartTest, RelativePath_IsCompletedWithItsSeparator) {
+    tree.Folder(drive.Backup());
+    const CurrentFolder here(tree.Path());
+    EXPECT_THROW(Start(L"/B Home\\"), ProgramEnded);
+    EXPECT_EQ(world.errors.TakeOne().path, tree.Path(L"Home\\")) << "a folder is no file";
+}
+
+TEST_F(StartTest, SingleItem_IsSelectedAndItsCopiesAreShown) {
+    Copy(L"Aaa«0001».txt");
+    const std::wstring copy = Copy(L"Letter«0001».txt");
+    Start(letter);
+    EXPECT_EQ(Main().List(L"lsvBackupList").Selected(), 0);
+    EXPECT_EQ(SelectedItem(), L"Letter");
+    EXPECT_THAT(CopiesShown(), ElementsAre(copy));
+}
+
+TEST_F(StartTest, RestoreSwitchWithItem_ShowsItsCopiesInTheDefaultDestination) {
+    Copy(L"Aaa«0001».txt");
+    const std::wstring copy = Copy(L"Letter«0001».txt");
+    tree.Folder(L"Vault of the list");
+    tree.File(state.DefaultListPath(),
+              world.ansi.Encode(L"BackupTo: " + tree.Path(L"Vault of the list") + L"\r\n"));
+    const RestoreView view = ViewOfSilentRun(L"/R " + letter);
+    EXPECT_EQ(view.drive, drive.Name());
+    EXPECT_EQ(view.item, L"Letter");
+    EXPECT_THAT(view.copies, ElementsAre(copy));
+}
+
+TEST_F(StartTest, RestoreSwitchWithCopy_ShowsTheDriveOfTheCopy) {
+    settings.SaveSetting(setting::kBackupTo, tree.Path(L"Default vault"));
+    const std::wstring copy = Copy(L"Letter«0001».txt");
+    const RestoreView view = ViewOfSilentRun(L"/R " + copy);
+    EXPECT_EQ(view.drive, drive.Name());
+    EXPECT_THAT(view.copies, ElementsAre(copy));
+}
+
+TEST_F(StartTest, DuringARun_TheMainWindowShowsTheHourglass) {
+    WriteDefaultList({letter});
+    Start();
+    const auto cursor = [this] {
+        SendMessageW(Main().Handle(), WM_SETCURSOR, reinterpret_cast<WPARAM>(Main().Handle()),
+                     MAKELPARAM(HTERROR, WM_MOUSEMOVE));
+        return GetCursor();
+    };
+    bool waited = false;
+    world.pump.AtEachYield([&] { waited = waited || cursor() == LoadCursorW(nullptr, IDC_WAIT); });
+    Choose(ID_mnuBackup);
+    EXPECT_TRUE(waited);
+    SendMessageW(Main().Handle(), WM_SETCURSOR, reinterpret_cast<WPARAM>(Main().Handle()),
+                 MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));
+    EXPECT_EQ(GetCursor(), LoadCursorW(nullptr, IDC_ARROW));
+}
+
+class ViewMenuTest : public App {
+  protected:
+    ViewMenuTest() {
+        WriteDefaultList({letter});
+        Start();
+    }
+    [[nodiscard]] LONG StyleBits(const wchar_t* list, LONG mask) {
+        return GetWindowLongW(Main().Control(list), GWL_STYLE) & mask;
+    }
+    static constexpr const wchar_t* kLists[]{L"lsvBackupList", L"lsvRestore1", L"lsvRestore2"};
+};
+
+TEST_F(ViewMenuTest, Method_AppliesToAllListsAndPressesItsButton) {
+    Choose(ID_mnuViewMethod_1);
+    for (const auto* name : kLists) EXPECT_EQ(Main().List(name).Style(), ViewStyle::SmallIcons);
+    for (const auto* key : {L"ViewLIcons", L"ViewSIcons", L"ViewList", L"ViewDetails"}) {
+        EXPECT_EQ(Main().Tools(L"Toolbar1").IsChecked(key),
+                  std::wstring_view(key) == L"ViewSIcons");
+    }
+}
+
+TEST_F(ViewMenuTest, Arrangement_AppliesToAllLists) {
+    constexpr LONG kMask = LVS_ALIGNMASK | LVS_AUTOARRANGE;
+    Choose(ID_mnuViewAlign_1);
+    for (const auto* name : kLists) {
+        EXPECT_EQ(StyleBits(name, kMask), LVS_ALIGNLEFT | LVS_AUTOARRANGE);
+    }
+    Choose(ID_mnuViewAlign_0);
+    for (const auto* name : kLists) EXPECT_EQ(StyleBits(name, LVS_AUTOARRANGE), 0);
+}
+
+}  // namespace
+}  // namespace vw::test

@@ -1,0 +1,104 @@
+// Which entries of the copy folder the two lists of the restore view show, and in which order.
+
+#include <gmock/gmock.h>
+
+#include "tests/restore/RestoreWorld.h"
+
+// Behind the header of Windows, which it builds on.
+#include <commctrl.h>
+
+namespace vw::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class CopiesListing : public RestoreWorld {};
+
+TEST_F(CopiesListing, SystemFile_IsNoCopy) {
+    CopyFile(L"a«0001».txt");
+    const std::wstring hidden = CopyFile(L"a«0002».txt");
+    tree.SetAttributes(hidden, FILE_ATTRIBUTE_SYSTEM);
+    if (!world.disk.Look(hidden)->isSystem) GTEST_SKIP() << "this disk keeps no system attribute";
+    browser.ListRestoreFiles();
+    EXPECT_THAT(Labels(), ElementsAre(L"N01"));
+}
+
+TEST_F(CopiesListing, CopiesOfACommentFile_AreNotListed) {
+    CopyFile(L"a«0001».vwc");
+    browser.ListRestoreFiles();
+    EXPECT_THAT(Labels(), IsEmpty());
+}
+
+TEST_F(CopiesListing, ItemsColumnClick_TurnsTheOrder) {
+    CopyFile(L"a«0001».txt");
+    CopyFile(L"b«0001».txt");
+    browser.ListRestoreFiles();
+    EXPECT_THAT(Items(), ElementsAre(L"a", L"b"));
+    browser.lsvRestore1ColumnClick(0);
+    EXPECT_THAT(Items(), ElementsAre(L"b", L"a"));
+    browser.lsvRestore1ColumnClick(0);
+    EXPECT_THAT(Items(), ElementsAre(L"a", L"b"));
+}
+
+TEST_F(CopiesListing, OrderOfItems_StaysForTheNextListing) {
+    CopyFile(L"a«0001».txt");
+    CopyFile(L"b«0001».txt");
+    browser.ListRestoreFiles();
+    browser.lsvRestore1ColumnClick(0);
+    browser.ListRestoreFiles();
+    EXPECT_THAT(Items(), ElementsAre(L"b", L"a"));
+}
+
+TEST_F(CopiesListing, DateColumn_SortsByTimeNotByText) {
+    tree.File(vault + L"\\a«0001».txt", "x", {2024, 11, 2, 9, 0, 0});
+    tree.File(vault + L"\\a«0002».txt", "x", {2023, 12, 30, 9, 0, 0});
+    tree.File(vault + L"\\a«0003».txt", "x", {2024, 2, 11, 21, 0, 0});
+    browser.ListRestoreFiles();
+    const int column = browser.Copies().ColumnOf(L"Date");
+    browser.lsvRestore2ColumnClick(column);
+    EXPECT_THAT(Labels(), ElementsAre(L"N01", L"N03", L"N02")) << "the first click sorts downwards";
+    browser.lsvRestore2ColumnClick(column);
+    EXPECT_THAT(Labels(), ElementsAre(L"N02", L"N03", L"N01"));
+}
+
+TEST_F(CopiesListing, Copies_HaveTheIconOfTheirKind) {
+    tree.File(vault + L"\\Home«0001»\\a.txt");
+    CopyFile(L"Note«0001».txt");
+    browser.ListRestoreFiles();
+    SelectItem(L"Home");
+    EXPECT_EQ(browser.Copies().IconOf(0), RowIcon::Folder);
+    SelectItem(L"Note");
+    EXPECT_EQ(browser.Copies().IconOf(0), RowIcon::File);
+}
+
+TEST_F(CopiesListing, FoldersWithAPoint_OfTwoLocationsStayApart) {
+    tree.File(vault + L"\\Projects«0001».v2\\a.txt");
+    tree.File(vault + L"\\Projects«0101».v2\\a.txt");
+    browser.ListRestoreFiles();
+    ASSERT_EQ(browser.Items().Count(), 2);
+    for (int row = 0; row < 2; ++row) {
+        browser.Items().Select(row);
+        browser.ListCopyes(row);
+        const std::wstring name = row == 0 ? L"\\Projects«0001».v2" : L"\\Projects«0101».v2";
+        EXPECT_THAT(Column(browser.Copies(), L"BackupName"), ElementsAre(vault + name));
+    }
+}
+
+TEST_F(CopiesListing, ClickOnAnItem_MakesItsRowVisible) {
+    for (int i = 100; i < 180; ++i) CopyFile(L"f" + std::to_wstring(i) + L"«0001».txt");
+    browser.ListRestoreFiles();
+    const int last = browser.Items().Count() - 1;
+    browser.Items().Select(last);
+    browser.lsvRestore1ItemClick(last);
+    RECT row{};
+    row.left = LVIR_BOUNDS;
+    SendMessageW(browser.Items().Handle(), LVM_GETITEMRECT, static_cast<WPARAM>(last),
+                 reinterpret_cast<LPARAM>(&row));
+    RECT area{};
+    GetClientRect(browser.Items().Handle(), &area);
+    EXPECT_LE(row.top, area.bottom);
+}
+
+}  // namespace
+}  // namespace vw::test
