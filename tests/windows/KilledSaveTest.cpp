@@ -15,7 +15,7 @@ namespace {
 
 class KilledSave : public WindowsTest {};
 
-// How many of the kills left which list is told.
+// Prints how many of the kills left the old list.
 TEST_F(KilledSave, SoakLeavesTheOldListOrTheNewOne) {
     std::vector<std::wstring> items;
     items.reserve(40);
@@ -24,6 +24,7 @@ TEST_F(KilledSave, SoakLeavesTheOldListOrTheNewOne) {
     }
     const auto histories = Histories::Usually(12);
     int old = 0;
+    int inTheSave = 0;
     for (unsigned seed = histories.first; seed != histories.End() && !HasFailure(); ++seed) {
         SCOPED_TRACE("seed " + std::to_string(seed));
         std::mt19937 random(seed);
@@ -38,7 +39,13 @@ TEST_F(KilledSave, SoakLeavesTheOldListOrTheNewOne) {
         // The save has begun when its temporary file is there; a quick one may be over by then.
         const std::wstring temporary = program.DefaultList() + L".tmp";
         window.WaitUntil(
-            [&] { return Exists(temporary) || ReadBytes(program.DefaultList()) != before; },
+            [&] {
+                if (Exists(temporary)) {
+                    ++inTheSave;
+                    return true;
+                }
+                return ReadBytes(program.DefaultList()) != before;
+            },
             "no save", 0);
         const auto end =
             std::chrono::steady_clock::now() +
@@ -56,8 +63,9 @@ TEST_F(KilledSave, SoakLeavesTheOldListOrTheNewOne) {
         EXPECT_EQ(again.Close(), 0U);
         EXPECT_NE(ReadBytes(program.DefaultList()), now);
     }
-    std::cout << histories.count << " steps in the windows: kills of a save, " << old
-              << " left the old list\n";
+    EXPECT_GT(inTheSave, 0) << "no kill came while a list was being saved";
+    std::cout << histories.count << " steps in the windows: kills of a save, " << inTheSave
+              << " aimed at its temporary file, " << old << " left the old list\n";
     RecordProperty("kills", static_cast<int>(histories.count));
 }
 
