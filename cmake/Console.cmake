@@ -26,11 +26,9 @@ target_link_options(vw PRIVATE -municode -Wl,--stack,8388608)
 set_target_properties(vw PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
 
 # Its tests drive the program itself, in a Wine prefix of their own.
-file(GLOB consoleTests CONFIGURE_DEPENDS
-    ${CMAKE_SOURCE_DIR}/tests/console/*.cpp ${CMAKE_SOURCE_DIR}/tests/system/ProgramRun.cpp
-    ${CMAKE_SOURCE_DIR}/tests/system/ProgramWindows.cpp)
+file(GLOB consoleTests CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/console/*.cpp)
 add_executable(console_tests ${consoleTests})
-target_link_libraries(console_tests PRIVATE vw_testsupport vw_console gmock_main vw_flags)
+target_link_libraries(console_tests PRIVATE vw_driving vw_console gmock_main vw_flags)
 set_target_properties(console_tests PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
 add_dependencies(console_tests vw)
 target_include_directories(console_tests PRIVATE ${generated})

@@ -16,10 +16,8 @@ vw_add_tool(FormShow ${formSources} LIBRARIES vw_ui)
 vw_add_resources(FormShow)
 
 # Shots.exe operates the program for the pictures of scripts/shots.
-file(GLOB shotSources CONFIGURE_DEPENDS
-    ${CMAKE_SOURCE_DIR}/tools/shots/*.cpp ${CMAKE_SOURCE_DIR}/tests/windows/Driven*.cpp
-    ${CMAKE_SOURCE_DIR}/tests/system/Program*.cpp)
-vw_add_tool(Shots ${shotSources} LIBRARIES vw_testsupport gmock)
+file(GLOB shotSources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tools/shots/*.cpp)
+vw_add_tool(Shots ${shotSources} LIBRARIES vw_driving)
 add_dependencies(Shots Vaultwright)
 
 # What scripts/bench measures with, one program for each file.

@@ -22,6 +22,14 @@ else()
     target_link_libraries(vw_testsupport INTERFACE gmock gtest ${supportRooms} vw_flags)
 endif()
 
+# Starts a program as another process and operates its windows: for the tests of whole programs, and
+# for the programs by which checks and scripts do the same.
+file(GLOB drivingSources CONFIGURE_DEPENDS
+    ${CMAKE_SOURCE_DIR}/tests/system/Program*.cpp ${CMAKE_SOURCE_DIR}/tests/windows/Driven*.cpp)
+add_library(vw_driving STATIC ${drivingSources})
+target_link_libraries(vw_driving PUBLIC vw_testsupport gmock vw_flags)
+target_compile_options(vw_driving PRIVATE $<$<CONFIG:Release>:-O0>)
+
 # A path as the tests under Wine see it: the root of this machine is drive Z:.
 function(vw_windows_path path variable)
     string(REPLACE "/" "\\" path "Z:${path}")
@@ -42,6 +50,7 @@ function(vw_add_tests name folder timeout)
     if(NOT tests)
         return()
     endif()
+    list(REMOVE_ITEM sources ${drivingSources})
 
     add_executable(${name}_tests ${sources})
     vw_add_resources(${name}_tests)
@@ -51,6 +60,7 @@ function(vw_add_tests name folder timeout)
     elseif(name MATCHES "^(system|windows)$")
         set(rooms ${VW_ROOMS})
         list(REVERSE rooms)
+        list(PREPEND rooms vw_driving)
     endif()
     target_link_libraries(${name}_tests PRIVATE vw_testsupport ${rooms} gmock_main vw_flags)
     # The tests themselves are built without optimisation, which takes almost half of the time that
@@ -87,19 +97,13 @@ if(TARGET system_tests)
     target_link_libraries(system_tests PRIVATE version)
     target_include_directories(system_tests PRIVATE ${CMAKE_BINARY_DIR}/generated)
 endif()
-if(TARGET windows_tests)
-    # They start the program as the other tests of the whole program do.
-    file(GLOB programSources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/system/Program*.cpp)
-    target_sources(windows_tests PRIVATE ${programSources})
-endif()
 
 # kill_point.exe: what tests/checks/kill_points.sh looks with at the disk after a kill.
 file(GLOB killPointSources CONFIGURE_DEPENDS
-    ${CMAKE_SOURCE_DIR}/tests/system/tools/*.cpp ${CMAKE_SOURCE_DIR}/tests/system/KillWorld*.cpp
-    ${CMAKE_SOURCE_DIR}/tests/system/Program*.cpp)
+    ${CMAKE_SOURCE_DIR}/tests/system/tools/*.cpp ${CMAKE_SOURCE_DIR}/tests/system/KillWorld*.cpp)
 if(killPointSources AND TARGET Vaultwright)
     add_executable(kill_point ${killPointSources})
-    target_link_libraries(kill_point PRIVATE vw_testsupport gmock vw_flags)
+    target_link_libraries(kill_point PRIVATE vw_driving)
     target_link_options(kill_point PRIVATE -municode)
     set_target_properties(kill_point PROPERTIES
         RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
@@ -107,11 +111,9 @@ endif()
 
 # restore_faults.exe: the cases of tests/checks/restore_faults.sh, which makes the disk fail for them.
 if(TARGET Vaultwright)
-    file(GLOB drivingSources CONFIGURE_DEPENDS
-        ${CMAKE_SOURCE_DIR}/tests/windows/Driven*.cpp ${CMAKE_SOURCE_DIR}/tests/system/Program*.cpp)
     file(GLOB faultSources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/windows/faults/*.cpp)
-    add_executable(restore_faults ${faultSources} ${drivingSources})
-    target_link_libraries(restore_faults PRIVATE vw_testsupport gmock_main vw_flags)
+    add_executable(restore_faults ${faultSources})
+    target_link_libraries(restore_faults PRIVATE vw_driving gmock_main)
     set_target_properties(restore_faults PROPERTIES
         RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
 endif()
@@ -126,9 +128,7 @@ if(TARGET windows_tests)
 endif()
 
 # save_point.exe: what tests/checks/save_points.sh and full_disk.sh work the main window with.
-add_executable(save_point
-    ${CMAKE_SOURCE_DIR}/tests/windows/tools/SavePoint.cpp
-    ${CMAKE_SOURCE_DIR}/tests/system/ProgramWindows.cpp)
-target_link_libraries(save_point PRIVATE vw_platform vw_flags)
+add_executable(save_point ${CMAKE_SOURCE_DIR}/tests/windows/tools/SavePoint.cpp)
+target_link_libraries(save_point PRIVATE vw_driving)
 target_link_options(save_point PRIVATE -municode)
 set_target_properties(save_point PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
