@@ -9,10 +9,15 @@ target_compile_options(vw_flags INTERFACE
 
 if(WIN32)
     target_compile_definitions(vw_flags INTERFACE UNICODE _UNICODE)
+    string(REGEX MATCH "^([0-9]+)[.]([0-9]+)" _ "${VW_LEAST_WINDOWS}")
+    set(leastMajor ${CMAKE_MATCH_1})
+    set(leastMinor ${CMAKE_MATCH_2})
     target_link_options(vw_flags INTERFACE
         -static
         -fstack-protector-strong
         -Wl,--dynamicbase -Wl,--nxcompat -Wl,--high-entropy-va
+        # An older system names the reason when it refuses the program.
+        -Wl,--major-subsystem-version=${leastMajor} -Wl,--minor-subsystem-version=${leastMinor}
         # The same sources give the same bytes, and users do not load symbols of the runtime.
         -Wl,--no-insert-timestamp
         $<$<CONFIG:Release>:-Wl,--strip-all>)
