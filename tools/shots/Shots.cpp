@@ -172,6 +172,7 @@ class Studio {
         window.Begin(ID_mnuDelCopy);
         const Box box = window.Run().WaitForBox();
         ShowAsWindowsDoes(box.handle);
+        if (!arabic_) Widen(box.handle);
         Sleep(300);
         Photograph("question", box.handle);
         window.Run().Answer(box, IDNO);
@@ -204,6 +205,30 @@ class Studio {
             if (room == 0 || others + widthOf(flexible) <= area.right) continue;
             SendMessageW(list, LVM_SETCOLUMNWIDTH, static_cast<WPARAM>(flexible), room);
             RedrawWindow(list, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+        }
+    }
+
+    // Wine measures Arabic letters one by one and breaks the line of a box that it could hold. Only
+    // of boxes that are not mirrored: the others have the room.
+    static void Widen(HWND box) {
+        const int more = MulDiv(30, static_cast<int>(GetDpiForSystem()), 96);
+        const auto resize = [](HWND window, HWND parent, int left, int width) {
+            RECT place{};
+            GetWindowRect(window, &place);
+            MapWindowPoints(nullptr, parent, reinterpret_cast<POINT*>(&place), 2);
+            SetWindowPos(window, nullptr, place.left + left, place.top,
+                         place.right - place.left + width, place.bottom - place.top, SWP_NOZORDER);
+        };
+        resize(box, nullptr, -more, 2 * more);
+        for (HWND child = GetWindow(box, GW_CHILD); child != nullptr;
+             child = GetWindow(child, GW_HWNDNEXT)) {
+            wchar_t name[16] = L"";
+            GetClassNameW(child, name, 16);
+            if (std::wstring_view(name) == L"Static") {
+                resize(child, box, 0, 2 * more);
+            } else {
+                resize(child, box, more, 0);
+            }
         }
     }
 
