@@ -29,9 +29,9 @@ namespace vw {
 /// letters, is marked as MarkPath does. All other lines stay as they are.
 [[nodiscard]] std::wstring MarkLines(std::wstring_view text);
 
-/// Lines of a report, whose box reads from left to right: the folders of a path keep their order,
-/// and a sentence with right-to-left letters is marked as MarkSentence does. All other lines stay
-/// as they are.
+/// Lines of a text that reads from left to right, such as a report or an error: the folders of a
+/// path keep their order, and a sentence with right-to-left letters is marked as MarkSentence does.
+/// All other lines stay as they are.
 [[nodiscard]] std::wstring MarkReport(std::wstring_view lines);
 
 /// The text without such marks, for what leaves the window: a path has to be the path again.

@@ -46,7 +46,7 @@ HWND Owner() {
 BoxAnswer Show(const BoxContent& content) {
     std::wstring text = content.text.substr(0, kMostUnits);
     if (text.size() < content.text.size()) text += L"\u2026";
-    if (content.rightToLeft) text = MarkLines(text);
+    text = content.rightToLeft ? MarkLines(text) : MarkReport(text);
     const HWND owner = Owner();
     const BoxOwner enabled(owner);
     const int button = MessageBoxW(owner, text.c_str(), content.title.c_str(), StyleOf(content));
