@@ -65,8 +65,22 @@ def texts():
                     yield path.relative_to(ROOT).as_posix(), words
 
 
+# The two signs of "-an" are written in the order of Windows: the letter, then the sign.
+SIGN_FIRST = "\u064b\u0627"
+
+
+def check_spelling():
+    sources = list(program_texts())
+    sources += [(path.relative_to(ROOT).as_posix(), path.read_text(encoding="utf-8"))
+                for files in FILES for path in sorted(ROOT.glob(files))]
+    for name, text in sources:
+        for match in re.finditer(f"{LETTER}+{SIGN_FIRST}", text):
+            offences.append(f"{name}: “{match[0]}” has its sign before the letter")
+
+
 def main():
     rows, everything = terms(), list(texts())
+    check_spelling()
     for english, arabic, wrong in rows:
         for term in wrong:
             for name, text in everything:

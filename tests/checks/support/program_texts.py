@@ -4,7 +4,7 @@ import re
 from pathlib import Path
 
 ROOT = Path(__file__).resolve().parents[3]
-LAYERS = ("app", "engine", "fsutil", "list", "platform", "progress", "restore", "ui")
+LAYERS = ("app", "console", "engine", "fsutil", "list", "platform", "progress", "restore", "ui")
 LITERAL = re.compile(r'L"((?:[^"\\\n]|\\.)*)"(\s*)')
 ESCAPES = {"n": "\n", "r": "\r", "t": "\t"}
 
