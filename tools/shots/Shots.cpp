@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <iostream>
@@ -42,6 +43,7 @@ class Studio {
         Busy(window);
         About(window);
         Question(window);
+        if (arabic_) Overwrite(window);
         window.Close();
     }
 
@@ -171,12 +173,29 @@ class Studio {
         window.List(ID_lsvRestore2).Select(1);
         window.Begin(ID_mnuDelCopy);
         const Box box = window.Run().WaitForBox();
-        ShowAsWindowsDoes(box.handle);
         if (!arabic_) Widen(box.handle);
+        ShowAsWindowsDoes(box.handle);
         Sleep(300);
         Photograph("question", box.handle);
         window.Run().Answer(box, IDNO);
         window.WaitUntilReady();
+    }
+
+    // A question with a path below it, whose folders are Arabic.
+    void Overwrite(DrivenProgram& window) {
+        const DrivenList items = window.List(ID_lsvRestore1);
+        const std::vector<std::wstring> names = items.Column(0);
+        const auto found = std::find(names.begin(), names.end(), L"عقد الإيجار");
+        items.Select(static_cast<int>(found - names.begin()));
+        window.WaitUntil([&] { return window.List(ID_lsvRestore2).Count() == 1; }, "no copy");
+        window.WaitUntilReady();
+        window.Begin(ID_mnuRestore);
+        const Box box = window.Run().WaitForBox();
+        Widen(box.handle);
+        ShowAsWindowsDoes(box.handle);
+        Sleep(300);
+        Photograph("overwrite", box.handle);
+        window.Run().Answer(box, IDNO);
     }
 
     // A column that the edge of its list cuts would show the end of a name or a date as if it were
@@ -208,10 +227,9 @@ class Studio {
         }
     }
 
-    // Wine measures Arabic letters one by one and breaks the line of a box that it could hold. Only
-    // of boxes that are not mirrored: the others have the room.
+    // Wine measures Arabic letters one by one and breaks the line of a box that could hold it.
     static void Widen(HWND box) {
-        const int more = MulDiv(30, static_cast<int>(GetDpiForSystem()), 96);
+        const int more = MulDiv(70, static_cast<int>(GetDpiForSystem()), 96);
         const auto resize = [](HWND window, HWND parent, int left, int width) {
             RECT place{};
             GetWindowRect(window, &place);
@@ -252,14 +270,10 @@ class Studio {
                 SetWindowLongW(child, GWL_STYLE,
                                GetWindowLongW(child, GWL_STYLE) | BS_RIGHTBUTTON | BS_RIGHT);
             }
-            if (std::wstring_view(name) == L"Static") {
-                direct(child);
-                const LONG style = GetWindowLongW(child, GWL_EXSTYLE);
-                if (!arabic_) SetWindowLongW(child, GWL_EXSTYLE, style | WS_EX_RIGHT);
-            }
+            if (std::wstring_view(name) == L"Static") direct(child);
         }
         RedrawWindow(window, nullptr, nullptr,
-                     RDW_INVALIDATE | RDW_FRAME | RDW_ALLCHILDREN | RDW_UPDATENOW);
+                     RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN | RDW_UPDATENOW);
     }
 
     // As large as the desktop allows, up to what a small screen has.
