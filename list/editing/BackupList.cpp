@@ -186,7 +186,7 @@ std::wstring BackupList::MissingText() const {
         text += state_.arabic ? MarkPath(missing_[i]) : missing_[i];
     }
     if (missing_.size() > kNamed) text += L"\u2026";
-    return text + (state_.arabic ? L". سيُحذف من القائمة عند حفظها."
+    return text + (state_.arabic ? L". ستتم الإزالة من القائمة عند حفظها."
                                  : L". The next save takes it off the list.");
 }
 

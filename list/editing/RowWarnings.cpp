@@ -98,7 +98,7 @@ std::wstring_view WarningText(RowWarning warning, bool arabic) {
                             L"name.";
         case RowWarning::SharedSeries:
             return arabic ? L"في القائمة مجلد آخر بالاسم نفسه أو مجلد وملفاته، فتحل نسخ أحدهما محل "
-                            L"نسخ الآخر. أعد تسمية أحدهما أو احذفه من القائمة."
+                            L"نسخ الآخر. أعد تسمية أحدهما أو أزله من القائمة."
                           : L"The list has another folder of this name, or a folder and its files: "
                             L"they share their copies and replace those of each other. Rename one, "
                             L"or take it off the list.";
