@@ -199,8 +199,6 @@ std::wstring ErrorAdvice(const Procedure& where, const RuntimeError& error, bool
     text.append(L" ").append(Consequence(work, error.Number()).In(arabic));
     text.append(arabic ? L"؛ " : L"; ").append(cause.remedy.In(arabic));
     text.append(arabic ? L" ثم " : L" and ").append(RetryOf(work).In(arabic)).append(L".");
-    // A box that reads from left to right would set the last stop at the wrong end.
-    if (arabic) text += L'\u200F';
     return text;
 }
 
