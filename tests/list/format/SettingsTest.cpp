@@ -39,21 +39,6 @@ TEST_F(Settings, AreNotMadeByReading) {
     EXPECT_FALSE(KeyExists(HKEY_CURRENT_USER, kKey));
 }
 
-// Programs that read the value by themselves rely on its final zero.
-TEST_F(Settings, Save_StoresTheTextWithItsFinalZero) {
-    settings.SaveSetting(L"Backages", L"12");
-    DWORD type = 0;
-    DWORD bytes = 0;
-    HKEY opened = nullptr;
-    ASSERT_EQ(RegOpenKeyExW(HKEY_CURRENT_USER, kKey.c_str(), 0, KEY_QUERY_VALUE, &opened),
-              ERROR_SUCCESS);
-    EXPECT_EQ(RegQueryValueExW(opened, L"Backages", nullptr, &type, nullptr, &bytes),
-              ERROR_SUCCESS);
-    RegCloseKey(opened);
-    EXPECT_EQ(type, static_cast<DWORD>(REG_SZ));
-    EXPECT_EQ(bytes, 3 * sizeof(wchar_t));
-}
-
 TEST_F(Settings, MayBeEmpty) {
     settings.SaveSetting(L"RecentFile1", L"");
     EXPECT_EQ(settings.GetSetting(L"RecentFile1", L"default"), L"");
