@@ -87,7 +87,7 @@ class Previewer {
             return CFilePackageName(item.path, number, location, item.destination);
         };
         const std::wstring first = copyName(1);
-        if (files.Look(first) && engine_.PackageDate(first) == survey.newest) {
+        if (files.Look(first) && survey.HasDate(engine_.PackageDate(first))) {
             const auto comment = ReadStoredComment(console_, first);
             if (!comment || !comment->isIncomplete) return {"unchanged", L""};
             return {"incomplete", L"copy 1 is completed"};

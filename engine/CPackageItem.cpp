@@ -75,7 +75,7 @@ void CPackage::BackUpItem(std::wstring_view path, std::int16_t location, bool is
         const Date copyDate = CopyStands(copy.place) ? PackageDate(copy.place) : kMissingDate;
         CheckFreeSpace(survey.bytes);
         // Older comments were written by the rules of their present year.
-        if (copyDate == copy.newestDate || copyDate == survey.newestByPresentRules) {
+        if (survey.HasDate(copyDate)) {
             host_.Report(L"No change since last backup for the path:", false);
             host_.Report(path, true);
             host_.OnItem(ItemEvent::Unchanged, path, {});

@@ -65,6 +65,12 @@ struct Survey {
     Date newest = 0;  ///< that of PathDate
     /// The same by the rules of the present year; nothing when the date is no file's.
     std::optional<Date> newestByPresentRules;
+
+    /// Whether a comment of this date describes the item as it is now, by either rule.
+    [[nodiscard]] bool HasDate(Date date) const {
+        return date == newest || date == newestByPresentRules;
+    }
+
     std::int64_t bytes = 0;       ///< that of PathSize: of a folder the files directly in it
     std::uint64_t files = 0;      ///< the files that `bytes` belong to
     std::uint64_t treeFiles = 0;  ///< of a folder those of its whole tree

@@ -27,24 +27,28 @@ FileHandle OpenAlone(const std::wstring& systemPath, SECURITY_ATTRIBUTES* rights
                                   nullptr));
 }
 
+// Some disks and servers know of no access rights, or let nobody set them.
+bool MayRefuseRights(DWORD code) {
+    return code == ERROR_ACCESS_DENIED || code == ERROR_NOT_SUPPORTED ||
+           code == ERROR_INVALID_PARAMETER;
+}
+
 }  // namespace
 
 std::unique_ptr<HeldFile> HoldFile(std::wstring_view path) {
     const std::wstring systemPath = SystemPath(path);
     SecurityDescriptor rights(kOpenToEveryone);
     FileHandle file = OpenAlone(systemPath, rights.Attributes());
-    if (!file) {
-        const DWORD code = GetLastError();
-        // Some disks and servers know of no access rights.
-        if (code == ERROR_NOT_SUPPORTED || code == ERROR_INVALID_PARAMETER) {
-            file = OpenAlone(systemPath, nullptr);
-        } else if (code == ERROR_ACCESS_DENIED && ClearReadOnly(systemPath)) {
-            file = OpenAlone(systemPath, rights.Attributes());
-        } else {
-            SetLastError(code);
-        }
+    DWORD code = GetLastError();
+    if (!file && code == ERROR_ACCESS_DENIED && ClearReadOnly(systemPath)) {
+        file = OpenAlone(systemPath, rights.Attributes());
+        code = GetLastError();
     }
-    if (!file) RaiseLast(path);
+    if (!file && MayRefuseRights(code)) {
+        file = OpenAlone(systemPath, nullptr);
+        code = GetLastError();
+    }
+    if (!file) RaiseCode(code, path);
     return std::make_unique<SystemHeldFile>(std::move(file));
 }
 
