@@ -14,19 +14,23 @@ namespace {
 class DestinationRoot : public testing::Test {
   protected:
     DestinationRoot() {
-        world.tree.Remove(elsewhere);
+        Clean();
         world.tree.Folder(elsewhere);
         world.ListText(L"BackupTo: " + drive.Name() + L"\r\nBackages: 3\r\n~\\rooted.txt\r\n");
     }
-    ~DestinationRoot() override {
-        for (int number = 1; number <= 3; ++number) {
-            world.tree.Remove(Copy(number));
-            world.tree.Remove(Copy(number) + L".vwc");
-        }
-        world.tree.Remove(elsewhere);
-    }
+    ~DestinationRoot() override { Clean(); }
     DestinationRoot(const DestinationRoot&) = delete;
     DestinationRoot& operator=(const DestinationRoot&) = delete;
+
+    // A run that failed may have left more than copies.
+    void Clean() {
+        world.tree.Remove(elsewhere);
+        Lines left;
+        world.world.disk.List(drive.Name() + L"\\", [&](const FolderEntry& entry) {
+            if (entry.name.starts_with(L"rooted")) left.emplace_back(entry.name);
+        });
+        for (const std::wstring& name : left) world.tree.Remove(drive.Name() + L"\\" + name);
+    }
 
     [[nodiscard]] std::wstring Copy(int number) const {
         return drive.Name() + L"\\rooted«000" + std::to_wstring(number) + L"».txt";
