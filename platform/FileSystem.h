@@ -31,6 +31,22 @@ struct FolderEntry : FileFacts {
     std::wstring_view name;
 };
 
+/// What tells a folder from every other one, also from one that takes its name later: another stick
+/// under the same drive letter, or a folder that was deleted and made anew.
+struct FolderIdentity {
+    std::uint32_t volume = 0;  ///< serial number of the volume; 0 when it has none
+    /// Number of the folder on its volume; 0 when the volume gives none, or another at each
+    /// opening.
+    std::uint64_t folder = 0;
+    std::wstring device;  ///< share or device behind the drive letter; may be empty
+
+    /// Whether both mean one folder. The device decides only where the folder has no number.
+    [[nodiscard]] bool IsSameAs(const FolderIdentity& other) const {
+        if (volume != other.volume) return false;
+        return folder != 0 ? folder == other.folder : other.folder == 0 && device == other.device;
+    }
+};
+
 enum class DriveKind { Unknown, Removable, Fixed, Network, Optical, Memory };
 
 /// The disk, as the whole program sees it. Paths are taken as people type them: "\" or "/", double
@@ -102,6 +118,19 @@ class FileSystem {
     /// else holds it or it may not be made, 76 without its folder; the system's code tells these
     /// apart.
     [[nodiscard]] virtual std::unique_ptr<HeldFile> Hold(std::wstring_view path) = 0;
+
+    /// Which folder it is that a path names now, links followed. Raises 76 when there is none, 53
+    /// for a file, 70 and others when the disk cannot answer.
+    [[nodiscard]] virtual FolderIdentity Identify(std::wstring_view folder) = 0;
+
+    /// The path of an existing file or folder without links and other detours; the absolute path
+    /// where the system does not know one.
+    [[nodiscard]] virtual std::wstring RealPath(std::wstring_view path) = 0;
+
+    /// Whether two files hold the same bytes. `progress` is called now and then. Raises what goes
+    /// wrong while they are read.
+    [[nodiscard]] virtual bool HaveSameBytes(std::wstring_view first, std::wstring_view second,
+                                             const CopyProgress& progress) = 0;
 
     /// Bytes that the user may still write on the drive of `folder`.
     [[nodiscard]] virtual std::uint64_t FreeSpace(std::wstring_view folder) = 0;

@@ -21,6 +21,10 @@ class Win32FileSystem final : public FileSystem {
     void CopyFolderInfo(std::wstring_view from, std::wstring_view to, Marks marks) override;
     void CopyAccessRights(std::wstring_view from, std::wstring_view to) override;
     [[nodiscard]] std::unique_ptr<HeldFile> Hold(std::wstring_view path) override;
+    [[nodiscard]] FolderIdentity Identify(std::wstring_view folder) override;
+    [[nodiscard]] std::wstring RealPath(std::wstring_view path) override;
+    [[nodiscard]] bool HaveSameBytes(std::wstring_view first, std::wstring_view second,
+                                     const CopyProgress& progress) override;
     [[nodiscard]] std::uint64_t FreeSpace(std::wstring_view folder) override;
     [[nodiscard]] DriveKind KindOfDrive(std::wstring_view path) override;
     [[nodiscard]] std::wstring TempFolder() override;

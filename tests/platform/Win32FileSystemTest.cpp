@@ -197,5 +197,60 @@ TEST_F(Win32FileSystemTest, TheTemporaryFolderHasNoFinalSeparator) {
     EXPECT_FALSE(folder.ends_with(L'\\'));
 }
 
+TEST_F(Win32FileSystemTest, Identify_FolderMadeAnew_IsAnother) {
+    const std::wstring folder = tree_.Folder(L"Vault");
+    const FolderIdentity first = files_.Identify(folder);
+    EXPECT_TRUE(first.IsSameAs(files_.Identify(folder + L"\\")));
+    EXPECT_TRUE(first.IsSameAs(files_.Identify(tree_.Path(L"VAULT\\..\\vault"))));
+    EXPECT_FALSE(first.IsSameAs(files_.Identify(tree_.Folder(L"Other"))));
+    // Its old place is not given to the new one while it is still there.
+    files_.Move(folder, tree_.Path(L"Away"));
+    tree_.Folder(L"Vault");
+    EXPECT_FALSE(first.IsSameAs(files_.Identify(folder)));
+    EXPECT_TRUE(first.IsSameAs(files_.Identify(tree_.Path(L"Away"))));
+}
+
+TEST_F(Win32FileSystemTest, Identify_NoFolder_Raises) {
+    EXPECT_EQ(NumberOf([&] { static_cast<void>(files_.Identify(tree_.File(L"a.txt"))); }),
+              error_number::kFileNotFound);
+    EXPECT_NE(NumberOf([&] { static_cast<void>(files_.Identify(tree_.Path(L"gone"))); }), 0);
+}
+
+TEST_F(Win32FileSystemTest, FolderIdentity_WithoutANumber_ComparesTheDevice) {
+    const FolderIdentity share{.volume = 1, .folder = 0, .device = L"\\\\server\\share"};
+    FolderIdentity other = share;
+    EXPECT_TRUE(share.IsSameAs(other));
+    other.device = L"\\\\server\\second";
+    EXPECT_FALSE(share.IsSameAs(other));
+    other = share;
+    other.volume = 2;
+    EXPECT_FALSE(share.IsSameAs(other));
+}
+
+TEST_F(Win32FileSystemTest, RealPath_FollowsLinks) {
+    const std::wstring folder = tree_.Folder(L"Real\\Sub");
+    EXPECT_EQ(files_.RealPath(folder), files_.RealPath(tree_.Path(L"Real")) + L"\\Sub");
+    if (!tree_.Link(L"Way", tree_.Path(L"Real"))) GTEST_SKIP() << "no links here";
+    EXPECT_EQ(files_.RealPath(tree_.Path(L"Way\\Sub")), files_.RealPath(folder));
+}
+
+TEST_F(Win32FileSystemTest, HaveSameBytes_ComparesEveryByte) {
+    const std::string bytes(600'000, 'x');
+    const std::wstring first = tree_.File(L"a.bin", bytes);
+    std::string changed = bytes;
+    changed.back() = 'y';
+    int calls = 0;
+    const auto progress = [&] { ++calls; };
+    EXPECT_TRUE(files_.HaveSameBytes(first, tree_.File(L"b.bin", bytes), progress));
+    EXPECT_GT(calls, 0);
+    EXPECT_FALSE(files_.HaveSameBytes(first, tree_.File(L"c.bin", changed), progress));
+    EXPECT_FALSE(files_.HaveSameBytes(first, tree_.File(L"d.bin", bytes + "x"), progress));
+    EXPECT_TRUE(files_.HaveSameBytes(tree_.File(L"e", ""), tree_.File(L"f", ""), {}));
+    EXPECT_NE(NumberOf([&] {
+                  static_cast<void>(files_.HaveSameBytes(first, tree_.Path(L"gone"), progress));
+              }),
+              0);
+}
+
 }  // namespace
 }  // namespace vw

@@ -40,6 +40,12 @@ const char* NameOf(FileCall call) {
             return "FreeSpace";
         case FileCall::KindOfDrive:
             return "KindOfDrive";
+        case FileCall::Identify:
+            return "Identify";
+        case FileCall::RealPath:
+            return "RealPath";
+        case FileCall::HaveSameBytes:
+            return "HaveSameBytes";
     }
     return "?";
 }
@@ -237,6 +243,26 @@ void FaultyFileSystem::CopyAccessRights(std::wstring_view from, std::wstring_vie
 std::unique_ptr<HeldFile> FaultyFileSystem::Hold(std::wstring_view path) {
     if (Before({FileCall::Hold, std::wstring(path), {}}) == Act::Skip) return nullptr;
     return Inner().Hold(path);
+}
+
+FolderIdentity FaultyFileSystem::Identify(std::wstring_view folder) {
+    if (Before({FileCall::Identify, std::wstring(folder), {}}) == Act::Skip) return {};
+    return Inner().Identify(folder);
+}
+
+std::wstring FaultyFileSystem::RealPath(std::wstring_view path) {
+    if (Before({FileCall::RealPath, std::wstring(path), {}}) == Act::Skip) {
+        return std::wstring(path);
+    }
+    return Inner().RealPath(path);
+}
+
+// One that is ignored has compared nothing, so it must not say that the files are equal.
+bool FaultyFileSystem::HaveSameBytes(std::wstring_view first, std::wstring_view second,
+                                     const CopyProgress& progress) {
+    const FileOperation operation{FileCall::HaveSameBytes, std::wstring(first),
+                                  std::wstring(second)};
+    return Before(operation) != Act::Skip && Inner().HaveSameBytes(first, second, progress);
 }
 
 std::uint64_t FaultyFileSystem::FreeSpace(std::wstring_view folder) {

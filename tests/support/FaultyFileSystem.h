@@ -26,13 +26,17 @@ enum class FileCall {
     CopyAccessRights,
     Hold,
     FreeSpace,
-    KindOfDrive
+    KindOfDrive,
+    Identify,
+    RealPath,
+    HaveSameBytes
 };
 
 /// "Look", "List"...
 [[nodiscard]] const char* NameOf(FileCall call);
 
-/// One call that reached the file system. `to` is empty but for Copy, Move and Replace.
+/// One call that reached the file system. `to` is empty but for Copy, Move, Replace and
+/// HaveSameBytes.
 struct FileOperation {
     FileCall call;
     std::wstring path;
@@ -111,6 +115,10 @@ class FaultyFileSystem : public ForwardingFileSystem {
     void CopyFolderInfo(std::wstring_view from, std::wstring_view to, Marks marks) override;
     void CopyAccessRights(std::wstring_view from, std::wstring_view to) override;
     std::unique_ptr<HeldFile> Hold(std::wstring_view path) override;
+    FolderIdentity Identify(std::wstring_view folder) override;
+    std::wstring RealPath(std::wstring_view path) override;
+    bool HaveSameBytes(std::wstring_view first, std::wstring_view second,
+                       const CopyProgress& progress) override;
     std::uint64_t FreeSpace(std::wstring_view folder) override;
     DriveKind KindOfDrive(std::wstring_view path) override;
     std::wstring TempFolder() override;

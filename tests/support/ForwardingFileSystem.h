@@ -35,6 +35,12 @@ class ForwardingFileSystem : public FileSystem {
         inner_.CopyAccessRights(from, to);
     }
     std::unique_ptr<HeldFile> Hold(std::wstring_view path) override { return inner_.Hold(path); }
+    FolderIdentity Identify(std::wstring_view folder) override { return inner_.Identify(folder); }
+    std::wstring RealPath(std::wstring_view path) override { return inner_.RealPath(path); }
+    bool HaveSameBytes(std::wstring_view first, std::wstring_view second,
+                       const CopyProgress& progress) override {
+        return inner_.HaveSameBytes(first, second, progress);
+    }
     std::uint64_t FreeSpace(std::wstring_view folder) override { return inner_.FreeSpace(folder); }
     DriveKind KindOfDrive(std::wstring_view path) override { return inner_.KindOfDrive(path); }
     std::wstring TempFolder() override { return inner_.TempFolder(); }
