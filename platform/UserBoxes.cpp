@@ -1,6 +1,7 @@
 #include "platform/UserBoxes.h"
 
 #include <utility>
+#include <vector>
 
 #include "platform/BoxOwner.h"
 #include "platform/Desktop.h"
@@ -38,17 +39,63 @@ UINT StyleOf(const BoxContent& content) {
     return style;
 }
 
-HWND Owner() {
-    const HWND active = GetActiveWindow();
-    return active != nullptr && IsWindowVisible(active) != 0 ? active : nullptr;
+// Whether a window is one of those that a user works with, and on the screen.
+bool IsWorkWindow(HWND window) {
+    return IsWindowVisible(window) != 0 && IsIconic(window) == 0 &&
+           (GetWindowLongW(window, GWL_STYLE) & WS_CAPTION) == WS_CAPTION;
 }
+
+std::vector<HWND> WorkWindows() {
+    std::vector<HWND> windows;
+    EnumThreadWindows(
+        GetCurrentThreadId(),
+        [](HWND window, LPARAM found) -> BOOL {
+            if (IsWorkWindow(window))
+                reinterpret_cast<std::vector<HWND>*>(found)->push_back(window);
+            return TRUE;
+        },
+        reinterpret_cast<LPARAM>(&windows));
+    return windows;
+}
+
+// The active window; while another program is in front, the window that lies on top.
+HWND OwnerAmong(const std::vector<HWND>& windows) {
+    const HWND active = GetActiveWindow();
+    if (active != nullptr && IsWindowVisible(active) != 0) return active;
+    return windows.empty() ? nullptr : windows.front();
+}
+
+/// Keeps every window but the owner of a box from being used while the box is shown: closing the
+/// busy dialog would enable the main window under an open question.
+class OthersDisabled {
+  public:
+    OthersDisabled(const std::vector<HWND>& windows, HWND owner) {
+        for (const HWND window : windows) {
+            if (window == owner || IsWindowEnabled(window) == 0) continue;
+            EnableWindow(window, FALSE);
+            disabled_.push_back(window);
+        }
+    }
+    ~OthersDisabled() {
+        for (const HWND window : disabled_) {
+            if (IsWindow(window) != 0) EnableWindow(window, TRUE);
+        }
+    }
+    OthersDisabled(const OthersDisabled&) = delete;
+    OthersDisabled& operator=(const OthersDisabled&) = delete;
+
+  private:
+    std::vector<HWND> disabled_;
+};
 
 BoxAnswer Show(const BoxContent& content) {
     std::wstring text = content.text.substr(0, kMostUnits);
     if (text.size() < content.text.size()) text += L"\u2026";
     text = content.rightToLeft ? MarkLines(text) : MarkReport(text);
-    const HWND owner = Owner();
+    const std::vector<HWND> windows = WorkWindows();
+    const HWND owner = OwnerAmong(windows);
     const BoxOwner enabled(owner);
+    const OthersDisabled others(windows, owner);
     const int button = MessageBoxW(owner, text.c_str(), content.title.c_str(), StyleOf(content));
     switch (button) {
         case IDYES:

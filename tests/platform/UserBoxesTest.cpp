@@ -18,12 +18,15 @@ struct Asked {
     std::wstring title;
     UINT style;
     bool ownerEnabled;
+    bool watchedEnabled;
 };
 std::vector<Asked> asked;
+HWND watched = nullptr;  // another window of the program
 int answer = IDOK;
 
 int WINAPI RecordBox(HWND owner, LPCWSTR text, LPCWSTR title, UINT style) {
-    asked.push_back({owner, text, title, style, IsWindowEnabled(owner) != 0});
+    asked.push_back(
+        {owner, text, title, style, IsWindowEnabled(owner) != 0, IsWindowEnabled(watched) != 0});
     // As the end of a real box does.
     if (owner != nullptr) EnableWindow(owner, TRUE);
     return answer;
@@ -116,6 +119,31 @@ TEST_F(Boxes, LeaveTheirOwnerAsItWas) {
     ShowWindow(window.Handle(), SW_HIDE);
     boxes.MsgBox({.text = L"!"});
     EXPECT_EQ(asked.back().owner, nullptr) << "nobody sees what belongs to a hidden window";
+}
+
+TEST_F(Boxes, AnotherProgramInFront_BoxBelongsToTheTopWindow) {
+    const TestWindow window(L"vwBoxOwner");
+    SetActiveWindow(nullptr);
+    ASSERT_EQ(GetActiveWindow(), nullptr);
+    boxes.MsgBox({.text = L"?", .buttons = BoxButtons::YesNo});
+    EXPECT_EQ(asked.back().owner, window.Handle());
+}
+
+TEST_F(Boxes, SecondWindow_CannotBeUsedUnderABox) {
+    const TestWindow main(L"vwBoxMain");
+    const TestWindow busy(L"vwBoxBusy");
+    for (const HWND active : {main.Handle(), busy.Handle()}) {
+        const HWND other = active == main.Handle() ? busy.Handle() : main.Handle();
+        SetActiveWindow(active);
+        asked.clear();
+        watched = other;
+        boxes.MsgBox({.text = L"?", .buttons = BoxButtons::YesNo});
+        ASSERT_EQ(asked.size(), 1U);
+        EXPECT_EQ(asked[0].owner, active);
+        EXPECT_FALSE(asked[0].watchedEnabled);
+        EXPECT_TRUE(IsWindowEnabled(other));
+    }
+    watched = nullptr;
 }
 
 TEST_F(Boxes, OfAMegabyteShowTheirBeginning) {
