@@ -142,7 +142,8 @@ using SizeTaker = std::function<void(std::uint64_t bytes, bool direct)>;
 // `newest` holds what was found so far when an error ends the search.
 void FindNewestDate(System& system, CopyDates& copyDates, std::wstring_view path,
                     const std::optional<FileFacts>& facts, Date& newest,
-                    const SizeTaker& takeSize = {}, std::optional<Date>* byPresentRules = nullptr) {
+                    const SizeTaker& takeSize = {}, std::optional<Date>* byPresentRules = nullptr,
+                    bool raisesUnreadable = false) {
     const auto takeDates = [&](const FileFacts& file) {
         newest = std::max(newest, file.lastWrite);
         if (byPresentRules == nullptr) return;
@@ -177,6 +178,7 @@ void FindNewestDate(System& system, CopyDates& copyDates, std::wstring_view path
         return false;
     };
     visitor.yield = [&] { system.pump.DoEventsIfDue(); };
+    visitor.raisesUnreadable = raisesUnreadable;
     WalkTree(system.files, path, visitor);
 }
 
@@ -212,7 +214,7 @@ std::optional<SizeAndDate> PathSizeAndDate(System& system, CopyDates& copyDates,
 
 Date NewestDateOf(System& system, CopyDates& copyDates, std::wstring_view path) {
     Date newest = kMissingDate;
-    FindNewestDate(system, copyDates, path, system.files.Look(path), newest);
+    FindNewestDate(system, copyDates, path, system.files.Look(path), newest, {}, nullptr, true);
     return newest;
 }
 

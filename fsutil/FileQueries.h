@@ -57,7 +57,8 @@ struct SizeAndDate {
 /// A size as display text, in the user's number format.
 [[nodiscard]] std::wstring CSize(std::uint64_t bytes);
 
-/// The date of PathDate for who must not go on without it: raises what goes wrong.
+/// The date of PathDate for callers that must not go on without it: raises what goes wrong, also
+/// where a folder of the tree cannot be read.
 [[nodiscard]] Date NewestDateOf(System& system, CopyDates& copyDates, std::wstring_view path);
 
 /// What a backup has to know of an item before it decides.

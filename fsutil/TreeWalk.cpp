@@ -35,6 +35,7 @@ void WalkTree(FileSystem& files, std::wstring_view folder, const TreeVisitor& vi
                 visitor.yield();
             });
         } catch (const RuntimeError&) {
+            if (visitor.raisesUnreadable) throw;
             // A folder that its owner closed to us, or that went away meanwhile: what the rest of
             // the tree says still helps, and one box per such folder would help nobody.
         }

@@ -22,13 +22,14 @@ struct TreeVisitor {
     std::function<void()> yield;
     /// Called after the last entry of each folder; empty to do without.
     std::function<void()> left;
+    /// Whether a folder that cannot be read ends the walk with its error; otherwise it is left out.
+    bool raisesUnreadable = false;
 };
 
 /// Shows every file in the folder, then those below it, of any depth, in no other order. One
 /// listing per folder is all that the disk is asked. Links to folders below `folder` are not
-/// entered
-/// (`folder` itself may be one), folders that cannot be read and entries of the program's own (see
-/// IsOwnEntry) are left out.
+/// entered (`folder` itself may be one). Folders that cannot be read are left out, or raise.
+/// Entries of the program's own (see IsOwnEntry) are left out.
 void WalkTree(FileSystem& files, std::wstring_view folder, const TreeVisitor& visitor);
 
 }  // namespace vw

@@ -234,5 +234,17 @@ TEST(PathDate, LetsTheWindowEndTheWalk) {
     EXPECT_EQ(world.pump.Yields(), 5);
 }
 
+TEST(NewestDateOf, UnreadableFolder_Raises) {
+    const TempTree tree;
+    tree.File(L"Work\\a.txt", "a", kOld);
+    tree.File(L"Work\\Sub\\b.txt", "b", kNew);
+    TestWorld world;
+    StoredDates dates;
+    EXPECT_EQ(NewestDateOf(world.system, dates, tree.Path(L"Work")), MakeDate(kNew));
+    world.files.FailNth(2, error_number::kPermissionDenied, OnlyCalls({FileCall::List}));
+    EXPECT_THROW(static_cast<void>(NewestDateOf(world.system, dates, tree.Path(L"Work"))),
+                 RuntimeError);
+}
+
 }  // namespace
 }  // namespace vw::MFileDosShell
