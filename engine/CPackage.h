@@ -24,6 +24,7 @@ namespace vw {
 
 struct RunText;
 struct SourceFolder;
+class TargetState;
 
 /// The backup engine. One for the whole program, made on first use. Every public procedure traps
 /// its own errors: it tells them and keeps what it has done so far.
@@ -87,6 +88,10 @@ class CPackage final : public CopyDates {
     /// Copies a stored copy back into a folder, under the item's own name, over what is there:
     /// folders are merged, a file is replaced in one step. Read-only files are not replaced (70).
     void Extract(std::wstring_view copyPath, std::wstring_view destinationFolder, bool showMessage);
+
+    /// The same to the exact path `target`. Files that are not as `before` has them are not
+    /// replaced (58), nor is anything where nothing stood.
+    void Extract(std::wstring_view copyPath, const std::wstring& target, const TargetState& before);
 
     /// Does something with the copies of a folder while no backup can move them, of this process or
     /// another; waits for one that goes on. False when the user cancelled the wait. What `work`
@@ -168,9 +173,13 @@ class CPackage final : public CopyDates {
                        std::uint64_t sourceSize, CopyTally& tally);
 
     // Copying back (CPackageExtract.cpp).
-    void ExtractFolder(const std::wstring& copy, const std::wstring& target, bool isItem,
-                       std::optional<RuntimeError>& failure);
-    void ExtractFile(const std::wstring& copy, const std::wstring& target, std::uint64_t size);
+    void ExtractTo(std::wstring_view copyPath, const std::wstring& target,
+                   const TargetState& before);
+    void ExtractFolder(const std::wstring& copy, const std::wstring& target,
+                       const TargetState& before);
+    bool EnterTarget(const std::wstring& target, const TargetState* before);
+    void ExtractFile(const std::wstring& copy, const std::wstring& target, std::uint64_t size,
+                     const std::function<bool(const FileFacts&)>& mayReplace);
 
     void KeepFolderInfo(const std::wstring& from, const std::wstring& to,
                         FileSystem::Marks marks = FileSystem::Marks::Replace);

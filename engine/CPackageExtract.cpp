@@ -1,16 +1,19 @@
 #include <optional>
+#include <vector>
 
 #include "engine/CPackage.h"
 #include "engine/CopyName.h"
 #include "engine/EngineProcedure.h"
 #include "engine/SourceFolder.h"
+#include "engine/TargetState.h"
 #include "fsutil/PathText.h"
 #include "fsutil/TreeWalk.h"
 #include "platform/EventPump.h"
 #include "platform/RuntimeError.h"
 
 // Copying a stored copy back. A file is written beside its place first and takes it in one step, so
-// that whatever goes wrong leaves the old file or the restored one, whole.
+// that whatever goes wrong leaves the old file or the restored one, whole. A place that was free
+// when the user was asked is taken by a rename that cannot replace.
 
 namespace vw {
 
@@ -30,25 +33,36 @@ void CPackage::Extract(std::wstring_view copyPath, std::wstring_view destination
                        bool showMessage) {
     Trapped(system_.errors, EngineProcedure(L"Extract"), [&] {
         if (showMessage) host_.Msg(L"Restoring: ", copyPath, {}, false, false, false);
-        const std::wstring target =
-            JoinPath(destinationFolder, MFileDosShell::CFileName(CFileOrigin(copyPath)));
-        const auto facts = system_.files.Look(copyPath);
-        if (!facts) Raise(error_number::kFileNotFound, copyPath);
-        std::optional<RuntimeError> failure;
-        if (facts->isFolder) {
-            ExtractFolder(std::wstring(copyPath), target, true, failure);
-        } else {
-            ExtractFile(std::wstring(copyPath), target, facts->size);
-        }
-        if (failure) throw RuntimeError(*failure);
+        const std::wstring target = JoinPath(destinationFolder, ItemNameOf(copyPath));
+        ExtractTo(copyPath, target, TargetState(system_.files, system_.pump, target));
     });
 }
 
-// A file that cannot be restored costs the others nothing: it is told, and the first one is what
-// the user is told of at the end. A link that is the item itself is followed, as its backups do.
-// One below it was left out of the safety copy, so nothing may be written through it.
-void CPackage::ExtractFolder(const std::wstring& copy, const std::wstring& target, bool isItem,
-                             std::optional<RuntimeError>& failure) {
+void CPackage::Extract(std::wstring_view copyPath, const std::wstring& target,
+                       const TargetState& before) {
+    Trapped(system_.errors, EngineProcedure(L"Extract"),
+            [&] { ExtractTo(copyPath, target, before); });
+}
+
+void CPackage::ExtractTo(std::wstring_view copyPath, const std::wstring& target,
+                         const TargetState& before) {
+    const auto facts = system_.files.Look(copyPath);
+    if (!facts) Raise(error_number::kFileNotFound, copyPath);
+    if (facts->isFolder) {
+        ExtractFolder(std::wstring(copyPath), target, before);
+    } else {
+        ExtractFile(std::wstring(copyPath), target, facts->size,
+                    [&](const FileFacts& there) { return before.Holds({}, there); });
+    }
+}
+
+// A file that cannot be restored costs the others nothing: it is reported, and the first failure is
+// what the user sees at the end. A link that is the item itself is followed, as its backups do. One
+// below it was left out of the safety copy, so nothing may be written through it. The folders to
+// come are kept here and not on the stack: trees can be thousands of levels deep.
+void CPackage::ExtractFolder(const std::wstring& copy, const std::wstring& target,
+                             const TargetState& before) {
+    std::optional<RuntimeError> failure;
     const auto attempt = [&](const auto& step) {
         try {
             step();
@@ -57,41 +71,82 @@ void CPackage::ExtractFolder(const std::wstring& copy, const std::wstring& targe
             if (!failure) failure = error;
         }
     };
-    attempt([&] {
-        const SourceFolder source = ReadSourceFolder(system_.files, copy + L"\\");
-        const auto there = system_.files.Look(target);
-        if (there && (!there->isFolder || (there->isLink && !isItem))) {
-            Raise(error_number::kAlreadyExists, target);
-        }
-        if (!there) system_.files.MakeFolder(target);
-        for (const SourceFile& file : source.files) {
-            attempt([&] {
-                ExtractFile(JoinPath(copy, file.name), JoinPath(target, file.name), file.size);
-            });
-            system_.pump.DoEventsIfDue();
-        }
-        for (const std::wstring& name : source.folders) {
-            ExtractFolder(JoinPath(copy, name), JoinPath(target, name), false, failure);
-        }
-        // Last, since every file that is restored changes the date. What the user has hidden or
-        // protected since stays so; copies of earlier versions do not know the marks.
-        KeepFolderInfo(copy, target, there ? FileSystem::Marks::Keep : FileSystem::Marks::Replace);
-    });
+    const auto below = [](const std::wstring& root, const std::wstring& folder) {
+        return folder.empty() ? root : JoinPath(root, folder);
+    };
+    struct Entered {
+        std::wstring folder;
+        bool wasThere;
+    };
+    std::vector<Entered> entered;
+    std::vector<std::wstring> pending{L""};
+    while (!pending.empty()) {
+        const std::wstring folder = std::move(pending.back());
+        pending.pop_back();
+        attempt([&] {
+            const SourceFolder source =
+                ReadSourceFolder(system_.files, below(copy, folder) + L"\\");
+            const bool wasThere =
+                EnterTarget(below(target, folder), folder.empty() ? &before : nullptr);
+            entered.push_back({folder, wasThere});
+            for (const SourceFile& file : source.files) {
+                const std::wstring path = folder.empty() ? file.name : JoinPath(folder, file.name);
+                attempt([&] {
+                    ExtractFile(JoinPath(copy, path), JoinPath(target, path), file.size,
+                                [&](const FileFacts& there) { return before.Holds(path, there); });
+                });
+                system_.pump.DoEventsIfDue();
+            }
+            for (auto name = source.folders.rbegin(); name != source.folders.rend(); ++name) {
+                pending.push_back(folder.empty() ? *name : JoinPath(folder, *name));
+            }
+        });
+    }
+    // Last, since every file that is restored changes the date of its folder. What the user has
+    // hidden or protected since stays so; copies of earlier versions do not know the marks.
+    for (auto done = entered.rbegin(); done != entered.rend(); ++done) {
+        KeepFolderInfo(below(copy, done->folder), below(target, done->folder),
+                       done->wasThere ? FileSystem::Marks::Keep : FileSystem::Marks::Replace);
+    }
+    if (failure) throw RuntimeError(*failure);
 }
 
-void CPackage::ExtractFile(const std::wstring& copy, const std::wstring& target,
-                           std::uint64_t size) {
+// Makes a folder of the target unless it is there; `before` is given for the item itself. Whether
+// it was there.
+bool CPackage::EnterTarget(const std::wstring& target, const TargetState* before) {
     const auto there = system_.files.Look(target);
-    if (there && there->isFolder) Raise(error_number::kAlreadyExists, target);
-    if (there && there->isReadOnly) Raise(error_number::kPermissionDenied, target);
+    const bool isItem = before != nullptr;
+    if (there &&
+        (!there->isFolder || (there->isLink && !isItem) || (isItem && !before->Exists()))) {
+        Raise(error_number::kAlreadyExists, target);
+    }
+    if (!there) system_.files.MakeFolder(target);
+    return there.has_value();
+}
+
+void CPackage::ExtractFile(const std::wstring& copy, const std::wstring& target, std::uint64_t size,
+                           const std::function<bool(const FileFacts&)>& mayReplace) {
+    // Whether a file there may be replaced; raises for whatever else is there.
+    const auto replaces = [&] {
+        const auto there = system_.files.Look(target);
+        if (!there) return false;
+        if (there->isFolder || !mayReplace(*there)) Raise(error_number::kAlreadyExists, target);
+        if (there->isReadOnly) Raise(error_number::kPermissionDenied, target);
+        return true;
+    };
+    static_cast<void>(replaces());
     const std::wstring aside = FreeName(system_.files, MFileDosShell::CFileLocation(target));
     system_.files.Copy(copy, aside, duringCopy_);
     try {
         // The copy call may report success for a file that it cut short.
         const auto written = system_.files.Look(aside);
         if (!written || written->size != size) Raise(error_number::kDeviceError, copy);
-        if (there) system_.files.CopyAccessRights(target, aside);
-        patience_.Perform([&] { system_.files.Replace(aside, target); }, target);
+        if (replaces()) {
+            system_.files.CopyAccessRights(target, aside);
+            patience_.Perform([&] { system_.files.Replace(aside, target); }, target);
+        } else {
+            patience_.Perform([&] { system_.files.Move(aside, target); }, target);
+        }
         if (system_.files.Look(aside)) Raise(error_number::kDeviceError, target);
     } catch (const RuntimeError&) {
         Remove(aside);

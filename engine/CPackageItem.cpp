@@ -112,7 +112,9 @@ void CPackage::MakeCopy(NewCopy& copy, bool isFolder, bool subFolders, bool mayR
             }
         }
         const bool nothing = tally.copied == 0 && (!isFolder || tally.failed > 0 || tally.cutShort);
-        if (nothing || tally.givenUp || tally.holdsItself) {
+        // A safety copy has to be whole; a cancelled one is none.
+        const bool isUseless = tally.cutShort && !copy.inSeries;
+        if (nothing || isUseless || tally.givenUp || tally.holdsItself) {
             Remove(copy.entry);
             if (tally.holdsItself) Refuse(copy.itemPath);
             return;

@@ -1,5 +1,6 @@
 #include "engine/CopyName.h"
 
+#include <algorithm>
 #include <cstddef>
 
 #include "fsutil/PathText.h"
@@ -65,6 +66,33 @@ std::wstring CFileOrigin(std::wstring_view copyName) {
     const std::size_t close = copyName.rfind(kClose);
     name += close == std::wstring_view::npos ? copyName : copyName.substr(close + 1);
     return name;
+}
+
+std::optional<CopyMark> FindCopyMark(std::wstring_view name) noexcept {
+    constexpr std::size_t kDigits = 4;
+    for (std::size_t open = name.rfind(kOpen); open != std::wstring_view::npos;
+         open = open == 0 ? std::wstring_view::npos : name.rfind(kOpen, open - 1)) {
+        const std::size_t close = open + kDigits + 1;
+        if (close < name.size() && name[close] == kClose &&
+            std::ranges::all_of(name.substr(open + 1, kDigits), IsDigit)) {
+            return CopyMark{open, close};
+        }
+    }
+    return std::nullopt;
+}
+
+CopyNameParts ParseCopyName(std::wstring_view name) {
+    const auto mark = FindCopyMark(name);
+    if (!mark) return {CFileOrigin(name), Val(CFileSP(name)), CFileBackNumber(name)};
+    const std::wstring_view begin = name.substr(0, mark->close + 1);
+    return {std::wstring(name.substr(0, mark->open)).append(name.substr(mark->close + 1)),
+            Val(CFileSP(begin)), CFileBackNumber(begin)};
+}
+
+std::wstring ItemNameOf(std::wstring_view copyPath) {
+    const std::wstring name = MFileDosShell::CFileName(copyPath);
+    const bool isNested = !FindCopyMark(name) && FindCopyMark(copyPath);
+    return isNested || name.find(kOpen) == name.npos ? name : ParseCopyName(name).origin;
 }
 
 }  // namespace vw

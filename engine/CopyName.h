@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -27,5 +29,30 @@ inline constexpr int kAnyCopyNumber = -1;
 /// The name of the item that a copy was made from: Report«0102».doc gives Report.doc; empty for a
 /// name without "«". Works on the whole text passed.
 [[nodiscard]] std::wstring CFileOrigin(std::wstring_view copyName);
+
+/// Where the mark of a copy lies in its name.
+struct CopyMark {
+    std::size_t open = 0;   ///< index of its "«"
+    std::size_t close = 0;  ///< index of its "»"
+};
+
+/// The last "«", four digits, "»" in a name; nothing when there is none. An item's own name may
+/// have marks too: its copies are marked behind them.
+[[nodiscard]] std::optional<CopyMark> FindCopyMark(std::wstring_view name) noexcept;
+
+/// A copy's name taken apart.
+struct CopyNameParts {
+    std::wstring origin;  ///< name of the item
+    int location = 0;
+    int number = 0;  ///< 0 when it has none
+};
+
+/// Takes the name of an entry of the copy folder apart by the mark of FindCopyMark; a name without
+/// one as CFileOrigin, CFileSP and CFileBackNumber read it. Never fails.
+[[nodiscard]] CopyNameParts ParseCopyName(std::wstring_view name);
+
+/// The name of the item that a stored copy was made from, from the copy's whole path. The copy of
+/// an item below a folder with a point in its name has the item's name already.
+[[nodiscard]] std::wstring ItemNameOf(std::wstring_view copyPath);
 
 }  // namespace vw

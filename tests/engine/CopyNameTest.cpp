@@ -135,5 +135,50 @@ TEST(CopyName, MatchesAllCopiesByTheNameForAnyNumber) {
     EXPECT_FALSE(Like(CFilePackageName(L"C:\\Docs\\Report.doc", 1, 5, L"E:\\Store"), any));
 }
 
+TEST(ParseCopyName, NameWithoutOwnMarks_ReadsAsEver) {
+    const struct {
+        const wchar_t* name;
+        const wchar_t* origin;
+        int location;
+        int number;
+    } rows[] = {
+        {L"Report\u00AB0102\u00BB.doc", L"Report.doc", 1, 2},
+        {L"Letters\u00AB1299\u00BB", L"Letters", 12, 99},
+        {L"x\u00ABabcd\u00BB.txt", L"x.txt", 0, 0},
+        {L"five\u00AB00010\u00BB.txt", L"five.txt", 0, 10},
+        {L"\u00AB0001\u00BB", L"", 0, 1},
+        {L"Report.doc", L"", 0, 0},
+    };
+    for (const auto& row : rows) {
+        const CopyNameParts parts = ParseCopyName(row.name);
+        EXPECT_EQ(parts.origin, row.origin) << testing::PrintToString(row.name);
+        EXPECT_EQ(parts.origin, CFileOrigin(row.name));
+        EXPECT_EQ(parts.location, row.location);
+        EXPECT_EQ(parts.number, row.number);
+    }
+}
+
+TEST(ParseCopyName, NameWithOwnMarks_CountsTheLastCopyMark) {
+    for (const wchar_t* origin : {L"Rapport \u00ABfinal\u00BB.doc", L"Plan \u00AB2024\u00BB.doc",
+                                  L"x\u00AB.txt", L"y\u00BB.txt", L"\u00AB\u00BB",
+                                  L"Note 1.\u00ABvieux\u00BB", L"a\u00AB0001\u00BBb.txt"}) {
+        const std::wstring path = std::wstring(L"C:\\Docs\\") + origin;
+        const std::wstring copy = CFilePackageName(path, 23, 4, L"E:\\Backup");
+        const CopyNameParts parts = ParseCopyName(MFileDosShell::CFileName(copy));
+        EXPECT_EQ(parts.origin, origin) << testing::PrintToString(origin);
+        EXPECT_EQ(parts.location, 4);
+        EXPECT_EQ(parts.number, 23);
+        EXPECT_EQ(ItemNameOf(copy), origin);
+    }
+}
+
+TEST(ItemNameOf, CopyInFoldersOfItsOwn_HasTheItemsName) {
+    for (const wchar_t* item :
+         {L"C:\\j.smith\\My\\Docs", L"C:\\j.smith\\Dossier \u00ABvieux\u00BB"}) {
+        const std::wstring copy = CFilePackageName(item, 1, 0, L"E:\\Backup");
+        EXPECT_EQ(ItemNameOf(copy), MFileDosShell::CFileName(item));
+    }
+}
+
 }  // namespace
 }  // namespace vw

@@ -1,0 +1,28 @@
+#include "engine/CopyComment.h"
+
+#include "engine/CPackage.h"
+#include "engine/CommentLine.h"
+#include "engine/NameEncoding.h"
+#include "platform/AnsiCodec.h"
+#include "platform/FileSystem.h"
+
+namespace vw {
+
+std::optional<CopyComment> ReadCopyComment(System& system, std::wstring_view copyPath) {
+    const std::wstring file = CPackage::PackageCommentFile(copyPath);
+    const auto facts = system.files.Look(file);
+    if (!facts || facts->isFolder) return std::nullopt;
+    const std::wstring text = system.ansi.Decode(system.files.Read(file));
+    const std::wstring line = FirstLine(text);
+    CopyComment comment;
+    comment.isIncomplete = CompletenessOf(text) != Completeness::Whole;
+    if (const auto field = CommentDateField(line)) {
+        comment.date = ReadCommentDate(EnglishNameOrigin(*field, system.ansi));
+    }
+    if (const auto field = CommentLocationField(line)) {
+        comment.place = EnglishNameOrigin(*field, system.ansi);
+    }
+    return comment;
+}
+
+}  // namespace vw

@@ -1,0 +1,43 @@
+#include "engine/TargetState.h"
+
+#include <vector>
+
+#include "fsutil/TreeWalk.h"
+#include "platform/EventPump.h"
+#include "platform/TextCase.h"
+
+namespace vw {
+
+TargetState::TargetState(FileSystem& files, EventPump& pump, std::wstring_view path) {
+    const auto facts = files.Look(path);
+    if (!facts) return;
+    exists_ = true;
+    if (!facts->isFolder) {
+        files_.emplace(std::wstring(), Known{facts->size, facts->lastWrite});
+        return;
+    }
+    std::vector<std::wstring> pending{L""};
+    while (!pending.empty()) {
+        const std::wstring folder = std::move(pending.back());
+        pending.pop_back();
+        files.List(folder.empty() ? std::wstring(path) : JoinPath(path, folder),
+                   [&](const FolderEntry& entry) {
+                       std::wstring below =
+                           folder.empty() ? std::wstring(entry.name) : JoinPath(folder, entry.name);
+                       if (!entry.isFolder) {
+                           files_.emplace(UpperCase(below), Known{entry.size, entry.lastWrite});
+                       } else if (!entry.isLink) {
+                           pending.push_back(std::move(below));
+                       }
+                       pump.DoEventsIfDue();
+                   });
+    }
+}
+
+bool TargetState::Holds(std::wstring_view below, const FileFacts& file) const {
+    const auto known = files_.find(UpperCase(below));
+    return known != files_.end() && known->second.size == file.size &&
+           known->second.lastWrite == file.lastWrite;
+}
+
+}  // namespace vw

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <string>
+#include <string_view>
+
+#include "platform/Date.h"
+#include "platform/FileSystem.h"
+
+namespace vw {
+
+class EventPump;
+
+/// What stood at the target of a restore when the user was asked about it and a copy kept it. A
+/// restore replaces these files only, and only while they are as they were.
+class TargetState {
+  public:
+    /// Nothing stood there.
+    TargetState() = default;
+
+    /// Reads what stands at a path, of a folder its whole tree without links to folders. Raises
+    /// what the disk cannot tell, also of a part of the tree.
+    TargetState(FileSystem& files, EventPump& pump, std::wstring_view path);
+
+    /// Whether anything stood there.
+    [[nodiscard]] bool Exists() const noexcept { return exists_; }
+
+    /// Whether a file that stands at a place below the target (empty: at the target itself) is the
+    /// one that was there.
+    [[nodiscard]] bool Holds(std::wstring_view below, const FileFacts& file) const;
+
+  private:
+    struct Known {
+        std::uint64_t size = 0;
+        Date lastWrite = 0;
+    };
+
+    bool exists_ = false;
+    std::map<std::wstring, Known> files_;  ///< by their places below the target, in capitals
+};
+
+}  // namespace vw
