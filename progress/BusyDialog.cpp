@@ -118,17 +118,23 @@ void BusyDialog::SendView() {
 
 void BusyDialog::BusyHide(bool pause) {
     Trapped(system_.errors, {L"BusyHide", L"Module", L"MVaultwright"}, [&] {
-        if (!form_.IsVisible()) return;
+        if (!IsShown()) return;
         Msg(L"Done", {}, {}, false, false, true);
         HandOver();
         form_.EnableTimer(L"tmrBusy", false);
         form_.SetProgress(L"ProgressBar1", kProgressMaximum);
         ShowBusyInTaskbar(form_.Handle(), false);
         if (pause) Wait(kMessageSeconds);
-        // Minimised it is hidden behind its icon, and its report is wanted all the same.
-        if (!form_.IsChecked(L"chkDontHide")) form_.Unload();
+        if (!form_.IsLoaded()) return;
+        if (!form_.IsChecked(L"chkDontHide")) {
+            form_.Unload();
+        } else if (minimised_) {
+            LeaveIcon();
+        }
     });
 }
+
+bool BusyDialog::IsShown() const { return form_.IsLoaded() && (form_.IsVisible() || minimised_); }
 
 // A cancel that was there before, such as that of an earlier run, does not count.
 void BusyDialog::Wait(int seconds) {
@@ -196,11 +202,17 @@ void BusyDialog::OnResize(Form&, WindowState state) {
             host_.LoadTrayIcon();
         } else if (before) {
             // The user has clicked its button of the task bar.
-            host_.UnloadTrayIcon();
-            host_.ShowMainWindow();
-            form_.Show(ShowHow::Activate);
+            LeaveIcon();
         }
     });
+}
+
+// The windows come back from behind the icon; the dialog keeps its report for the user.
+void BusyDialog::LeaveIcon() {
+    host_.UnloadTrayIcon();
+    host_.ShowMainWindow();
+    minimised_ = false;
+    form_.Show(ShowHow::Normal);
 }
 
 // The order matters: the wish to keep the report would keep the main window disabled.

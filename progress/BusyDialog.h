@@ -34,8 +34,12 @@ class BusyDialog final : private FormEvents {
     /// Brings the dialog up; in a silent run it is only loaded.
     void SendView();
 
-    /// Ends the busy state when the dialog is visible: the report opens with "Done" at its end and,
+    /// Whether the user has the dialog before him, or its icon in its place.
+    [[nodiscard]] bool IsShown() const;
+
+    /// Ends the busy state when the dialog is shown: the report opens with "Done" at its end and,
     /// after two seconds with `pause`, the dialog goes unless the user wants to keep the report.
+    /// The main window comes back from behind the icon in both cases.
     void BusyHide(bool pause);
 
     /// Shows the report of the last run once more, until the user closes it or the next work
@@ -67,6 +71,7 @@ class BusyDialog final : private FormEvents {
     void OnTaskbarButtonCreated(Form& form) override;
 
     void tmrBusy_Timer();
+    void LeaveIcon();
     void ForgetClosedRun();
     void ForgetShownAgain();
     void AddLine(std::wstring_view text);

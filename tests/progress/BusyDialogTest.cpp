@@ -1,6 +1,6 @@
 #include "progress/BusyDialog.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <string>
 #include <vector>
@@ -260,6 +260,37 @@ TEST_P(Busy, HiddenWhileMinimisedTheNextMessageBringsItsButtonBack) {
     dialog.Report(L"y", false);
     EXPECT_TRUE(Window().IsVisible());
     EXPECT_EQ(Window().State(), WindowState::Minimised);
+}
+
+TEST_P(Busy, BusyHide_HiddenBehindTheIcon_BringsTheMainWindowBack) {
+    dialog.Report(L"x", false);
+    Minimise();
+    Window().Hide();
+    host.calls.clear();
+    dialog.BusyHide(false);
+    EXPECT_FALSE(Window().IsLoaded());
+    EXPECT_THAT(host.calls, testing::IsSupersetOf({"unload icon", "ready", "show main"}));
+}
+
+TEST_P(Busy, BusyHide_MinimisedAndReportKept_ShowsItAndTheMainWindow) {
+    dialog.Report(L"x", false);
+    Window().Check(L"chkDontHide", true);
+    Minimise();
+    Window().Hide();
+    host.calls.clear();
+    dialog.BusyHide(true);
+    EXPECT_TRUE(Window().IsVisible());
+    EXPECT_EQ(Window().State(), WindowState::Normal);
+    EXPECT_THAT(host.calls, testing::IsSupersetOf({"unload icon", "show main"}));
+}
+
+TEST_P(Busy, BusyHide_NeverShown_DoesNothing) {
+    state.silentRun = true;
+    dialog.SendView();
+    dialog.BusyHide(false);
+    EXPECT_EQ(dialog.ReportText(), L"");
+    EXPECT_EQ(host.calls, Calls{});
+    state.silentRun = false;
 }
 
 TEST_P(Busy, TheTickHoldsForOneRunOnly) {
