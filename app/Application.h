@@ -100,7 +100,9 @@ class Application final : private StartCommands,
     void EndBusy() override { BusyHide(false); }
     void DuringCopy() override;
     void AbortRun() override;
-    [[nodiscard]] bool IsRunning() const override { return working_; }
+    [[nodiscard]] bool IsRunning() const override { return working_ || restoring_; }
+    [[nodiscard]] bool IsBusyShown() const override;
+    void Restoring(bool works) override { restoring_ = works; }
 
     // The windows.
     void Ready(bool flag) override;
@@ -151,6 +153,7 @@ class Application final : private StartCommands,
     /// Since when nothing but its icon keeps a silent run that failed in its command line.
     std::optional<std::uint64_t> lingersSince_;
     bool working_ = false;
+    bool restoring_ = false;
     bool noting_ = false;
     std::uint64_t nextPainting_ = 0;
     bool unloading_ = false;

@@ -67,6 +67,8 @@ void Application::BusyHide(bool pause) {
     report_.Flush();
 }
 
+bool Application::IsBusyShown() const { return windows_ && windows_->frmBusyDialog.IsShown(); }
+
 // The system's copy call tells how far it is far more often than anybody can see.
 void Application::DuringCopy() {
     constexpr std::uint64_t kMilliseconds = 50;

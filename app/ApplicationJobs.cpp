@@ -125,7 +125,8 @@ void Application::ShowCopies(std::wstring_view itemOrCopy) {
     windows_->browser.RestoreFrom(isCopy ? itemOrCopy
                                          : std::wstring_view(state_.defaultDestination));
     windows_->browser.ListRestoreFiles();
-    windows_->browser.RestoredPath(isCopy ? CFileOrigin(itemOrCopy) : std::wstring(itemOrCopy));
+    windows_->browser.RestoredPath(isCopy ? ParseCopyName(itemOrCopy).origin
+                                          : std::wstring(itemOrCopy));
 }
 
 void Application::DeleteTemporaryFiles() {

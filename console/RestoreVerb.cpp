@@ -35,7 +35,7 @@ class Restorer {
         if (!console_.system.files.Look(copy)) Raise(error_number::kFileNotFound, copy);
         const int before = console_.Errors();
         const bool entered =
-            engine_.InDestination(store, [&] { RestoreUnderLock(copy, CFileOrigin(copy)); });
+            engine_.InDestination(store, [&] { RestoreUnderLock(copy, ItemNameOf(copy)); });
         if (!entered) {
             Raise(console_.state.cancelRequested ? error_number::kCancelled
                                                  : error_number::kDestinationBusy,
@@ -59,7 +59,7 @@ class Restorer {
     }
 
     void Show(const std::wstring& copy) {
-        const std::wstring target = JoinPath(folder_, CFileName(CFileOrigin(copy)));
+        const std::wstring target = JoinPath(folder_, ItemNameOf(copy));
         const auto comment = ReadStoredComment(console_, copy);
         const bool isOwnDate = !comment || !DateOf(*comment);
         const bool isIncomplete = comment && comment->isIncomplete;

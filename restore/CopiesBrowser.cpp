@@ -37,12 +37,17 @@ ListView& CopiesBrowser::Copies() { return main_.List(L"lsvRestore2"); }
 
 std::wstring CopiesBrowser::RestoreFrom() {
     std::wstring path = main_.Text(L"cmbDestination").append(kBackupFolder);
+    const auto isThere = [&] {
+        const auto facts = system_.files.Look(path);
+        return facts && facts->isFolder;
+    };
+    if (isThere()) return path;
     try {
-        if (!system_.files.Look(path)) system_.files.MakeFolder(path);
-        if (system_.files.Look(path)) return path;
+        system_.files.MakeFolder(path);
     } catch (const RuntimeError&) {
         // An absent drive, or one that takes no folder, has no copies to show.
     }
+    if (isThere()) return path;
     main_.Choose(L"cmbDestination", kFallbackDrive);
     return std::wstring(kFallbackDrive).append(kBackupFolder);
 }
@@ -103,10 +108,70 @@ bool CopiesBrowser::FollowSelection() {
     return false;
 }
 
+bool CopiesBrowser::IsFolderStillThere() {
+    const std::wstring chosen = main_.Text(L"cmbDestination").append(kBackupFolder);
+    if (EqualNoCase(chosen, shown_.Path()) && shown_.IsStillThere(system_.files)) return true;
+    ListAnew();
+    return false;
+}
+
+// The user looks at the same item as before, when the other folder has it too.
+void CopiesBrowser::ListAnew() {
+    // A listing that is under way reads the folder anew by itself.
+    if (listing_) return;
+    const auto before = CurrentItem();
+    ListRestoreFiles();
+    if (!before) return;
+    ListView& items = Items();
+    for (int row = 0; row < items.Count(); ++row) {
+        if (EqualNoCase(items.SubItem(row, kNameColumn), before->text) &&
+            EqualNoCase(items.SubItem(row, L"Type"), before->type) &&
+            EqualNoCase(items.SubItem(row, L"Orginal Location"), before->originalLocation)) {
+            items.Select(row);
+            lsvRestore1ItemClick(row);
+            return;
+        }
+    }
+}
+
+int CopiesBrowser::ListedRow() {
+    if (!listed_) return -1;
+    for (int row = 0; row < Items().Count(); ++row) {
+        if (Items().Tag(row) == *listed_) return row;
+    }
+    return -1;
+}
+
+std::optional<ListedItem> CopiesBrowser::CurrentItem() {
+    const int row = ListedRow();
+    if (row < 0 || *listed_ >= items_.size()) return std::nullopt;
+    const Item& item = items_[*listed_];
+    return ListedItem{.name = item.origin,
+                      .text = Items().SubItem(row, kNameColumn),
+                      .type = Items().SubItem(row, L"Type"),
+                      .location = item.location,
+                      .originalLocation = Items().SubItem(row, L"Orginal Location"),
+                      .commentOf = item.commentOf,
+                      .place = item.place};
+}
+
+std::optional<ListedCopy> CopiesBrowser::SelectedCopy() {
+    const int row = Copies().Selected();
+    if (row < 0) return std::nullopt;
+    return copies_.at(Copies().Tag(row));
+}
+
+std::vector<ListedCopy> CopiesBrowser::ListedCopies() {
+    std::vector<ListedCopy> listed;
+    for (int row = 0; row < Copies().Count(); ++row)
+        listed.push_back(copies_.at(Copies().Tag(row)));
+    return listed;
+}
+
 // After a restore a new safety copy may be there, and the user looks at the same copy as before.
 void CopiesBrowser::SelectLast() {
     Trapped(system_.errors, Named(L"SelectLast"), [this] {
-        const int row = Items().Selected();
+        const int row = ListedRow();
         if (row < 0) return;
         const std::wstring label = SubItem(Copies(), kNameColumn);
         ListCopyes(row);

@@ -6,27 +6,28 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/Date.h"
+#include "platform/FileSystem.h"
 #include "platform/System.h"
 #include "restore/CopySeries.h"
+#include "restore/ListedCopy.h"
 #include "restore/NestedItems.h"
+#include "restore/ShownFolder.h"
 #include "ui/ListView.h"
 
 namespace vw {
 
 class Form;
 class RestoreHost;
-struct FileFacts;
 
 /// The restore view of the main window: every item that has copies on the chosen drive
-/// (lsvRestore1), and the copies of the selected one (lsvRestore2). Nothing is kept between two
-/// listings; the disk tells everything anew.
+/// (lsvRestore1), and the copies of the selected one (lsvRestore2). Both lists show one folder.
+/// When its drive was removed or exchanged, a click lists both anew.
 class CopiesBrowser {
   public:
     CopiesBrowser(System& system, Form& main, RestoreHost& host);
 
     /// The copy folder: "\Backup" on the drive chosen in cmbDestination, made when it is missing.
-    /// A drive that has none and takes none gives way to C:.
+    /// A drive that has none and takes none gives way to C:. Raises when the disk cannot answer.
     [[nodiscard]] std::wstring RestoreFrom();
     /// Chooses the drive of a path.
     void RestoreFrom(std::wstring_view path);
@@ -36,7 +37,8 @@ class CopiesBrowser {
     /// Lists the items of the copy folder, and the copies of the first one.
     void ListRestoreFiles();
 
-    /// Lists the copies of the item in a row of the upper list.
+    /// Lists the copies of the item in a row of the upper list; both lists, when their folder is
+    /// not the one any more that they show.
     void ListCopyes(int row);
 
     /// Selects the row of a protected item and lists its copies; nothing happens for an item
@@ -47,8 +49,28 @@ class CopiesBrowser {
     /// one it is filled anew, and what the user chose in it is no longer there.
     [[nodiscard]] bool FollowSelection();
 
-    /// Lists the copies of the selected item anew and selects the same copy again.
+    /// Lists the copies of the same item anew and selects the same copy again.
     void SelectLast();
+
+    /// Lists both lists anew when their folder is not the one any more that they show. False then.
+    /// Raises when the disk cannot answer.
+    [[nodiscard]] bool IsFolderStillThere();
+
+    /// Lists both lists anew and selects the row of the same name and place.
+    void ListAnew();
+
+    /// The folder of the copies that the lists show; empty when they show none.
+    [[nodiscard]] const std::wstring& ShownPath() const noexcept { return shown_.Path(); }
+
+    /// The row whose copies the lower list shows, selected or not; -1 when there is none.
+    [[nodiscard]] int ListedRow();
+    /// What that row shows; nothing when there is none.
+    [[nodiscard]] std::optional<ListedItem> CurrentItem();
+
+    /// The selected copy; nothing when there is none.
+    [[nodiscard]] std::optional<ListedCopy> SelectedCopy();
+    /// Every copy in the order of the rows.
+    [[nodiscard]] std::vector<ListedCopy> ListedCopies();
 
     void lsvRestore1ItemClick(int row);
     void lsvRestore1ColumnClick(int column);
@@ -66,13 +88,8 @@ class CopiesBrowser {
         int location = 0;
         std::wstring nested;  ///< below a copy, when the copy itself is only the folder around it
         std::vector<NestedItem> beside;  ///< folders of their copies are none of this item
-    };
-
-    /// What the upper list shows of an item.
-    struct ItemRow {
-        Item item;
-        bool isFolder = false;
         std::wstring commentOf;  ///< the copy whose comment tells where it was; may be empty
+        std::wstring place;      ///< folder that the comment names; may be empty
     };
 
     /// How a list is sorted until another column is clicked.
@@ -81,27 +98,26 @@ class CopiesBrowser {
         bool descending = false;
     };
 
-    /// What the lower list shows of a copy.
-    struct CopyRow {
-        std::wstring label;
-        std::wstring path;
-        bool isFolder = false;
-        std::int64_t size = 0;  ///< bytes; -1 when it is gone
-        Date date = 0;
+    /// An entry of the copy folder that may be a copy of the item.
+    struct FoundCopy {
+        std::wstring name;
+        FileFacts facts;
     };
 
     void List();
     [[nodiscard]] std::vector<CopySeries> FindCopies(const std::wstring& folder);
     void AddItems(const CopySeries& series);
-    void AddItem(ItemRow added);
+    void AddItem(Item item, bool isFolder);
+    [[nodiscard]] std::wstring ReadPlace(Item& item);
     void ClearCopies();
     void NameCopies(int row);
     [[nodiscard]] bool AddCopies(const std::wstring& folder, int row);
     [[nodiscard]] std::optional<FileFacts> CopyIn(const std::wstring& entry, const FileFacts& facts,
                                                   const Item& item);
-    [[nodiscard]] CopyRow ReadCopy(const std::wstring& entry, const FileFacts& facts,
-                                   const std::wstring& nested);
-    void AddCopy(const CopyRow& copy);
+    [[nodiscard]] ListedCopy ReadCopy(const std::wstring& entry, const FileFacts& facts,
+                                      const std::wstring& nested, bool mayHaveComment);
+    [[nodiscard]] bool ReadComment(ListedCopy& copy);
+    void AddCopy(ListedCopy copy);
     [[nodiscard]] int RowOf(std::wstring_view path);
     void SelectFirstCopy();
     void Sort(ListView& list, const SortState& state);
@@ -110,13 +126,16 @@ class CopiesBrowser {
     System& system_;
     Form& main_;
     RestoreHost& host_;
+    ShownFolder shown_;
     std::vector<Item> items_;            ///< by the tags of the rows
+    std::vector<ListedCopy> copies_;     ///< by the tags of the rows of the lower list
     std::optional<std::size_t> listed_;  ///< tag of the row whose copies the lower list shows
     SortState itemsSort_;
     SortState copiesSort_;
     bool sourceChosen_ = false;
     bool listing_ = false;
-    int copiesListing_ = 0;  ///< number of the listing that the lower list belongs to
+    bool isNoticeShown_ = false;  ///< the status line says that the drive was exchanged
+    int copiesListing_ = 0;       ///< number of the listing that the lower list belongs to
 };
 
 }  // namespace vw

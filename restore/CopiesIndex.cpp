@@ -39,8 +39,6 @@ bool IsCommentName(std::wstring_view name) {
     return Like(name, kCopyNamePattern) && Like(name, kCommentPattern);
 }
 
-int LocationOf(std::wstring_view copyName) { return Val(CFileSP(copyName)); }
-
 std::wstring CopyFolderOf(std::wstring_view copyPath) {
     const std::wstring_view before = copyPath.substr(0, copyPath.find(L'\u00AB'));
     const std::size_t separator = before.rfind(L'\\');

@@ -15,7 +15,13 @@ namespace vw {
 /// The copy number of a label: its last two characters, and 20 more behind a "U".
 [[nodiscard]] int NumberOfLabel(std::wstring_view label);
 
-/// The number that the next safety copy gets when `highest` is the highest in use.
+/// The lowest and the highest number of a safety copy: U01 and U79. More digits could not be read
+/// back from a name.
+inline constexpr int kLowestSafetyNumber = 21;
+inline constexpr int kHighestSafetyNumber = 99;
+
+/// The number that the next safety copy gets when `highest` is the highest in use; it may be one
+/// more than kHighestSafetyNumber.
 [[nodiscard]] int NextSafetyNumber(int highest) noexcept;
 
 /// Whether an entry of the copy folder is named like a copy and is no comment file.
@@ -23,9 +29,6 @@ namespace vw {
 
 /// Whether an entry of the copy folder is named like the comment file of a copy.
 [[nodiscard]] bool IsCommentName(std::wstring_view name);
-
-/// The location number of a copy's name as a number; 0 for anything but digits.
-[[nodiscard]] int LocationOf(std::wstring_view copyName);
 
 /// The folder that the copies lie in, from the path of one of them: that of the component with the
 /// marks, also when the item's own copy lies deeper.

@@ -1,10 +1,14 @@
 #include <algorithm>
 #include <optional>
 #include <unordered_map>
+#include <unordered_set>
 #include <utility>
 
 #include "engine/CPackage.h"
+#include "engine/CommentLine.h"
+#include "engine/CopyComment.h"
 #include "engine/CopyName.h"
+#include "engine/EngineProcedure.h"
 #include "fsutil/FileQueries.h"
 #include "fsutil/PathText.h"
 #include "fsutil/Sort.h"
@@ -22,6 +26,7 @@
 #include "restore/CopiesIndex.h"
 #include "restore/NestedItems.h"
 #include "restore/RestoreHost.h"
+#include "restore/RestoreTexts.h"
 #include "ui/Form.h"
 
 // How the two lists of the restore view are filled from the copy folder.
@@ -48,10 +53,6 @@ class Listing {
     bool& flag_;
 };
 
-std::wstring WithoutFinalSeparator(const std::wstring& folder) {
-    return Like(folder, L"?:\\") ? folder.substr(0, 2) : folder;
-}
-
 }  // namespace
 
 void CopiesBrowser::ListRestoreFiles() {
@@ -62,21 +63,23 @@ void CopiesBrowser::ListRestoreFiles() {
         Items().Clear();
         items_.clear();
         listed_.reset();
+        ClearCopies();
         List();
         Sort(Items(), itemsSort_);
         if (Items().Count() > 0) {
             Items().Select(0);
             lsvRestore1ItemClick(0);
-        } else {
-            ClearCopies();
         }
     });
 }
 
 void CopiesBrowser::List() {
-    const std::wstring folder = WithoutFinalSeparator(RestoreFrom());
+    shown_.Clear();
+    const std::wstring folder = RestoreFrom();
     // A drive that takes no folder has no copies, and needs no word about it.
     if (!system_.files.Look(folder)) return;
+    // Before the listing: a drive that is exchanged now shows another folder from then on.
+    shown_.Take(system_.files, folder);
     for (const CopySeries& series : FindCopies(folder)) {
         if (series.MayHoldOthers()) {
             // One that cannot be looked into hides the others nothing.
@@ -125,45 +128,72 @@ void CopiesBrowser::AddItems(const CopySeries& series) {
     }
     for (const NestedItem& item : nested) {
         if (!item.stands) continue;
-        AddItem({.item = {CFileName(item.below), series.origin, series.location, item.below, {}},
-                 .isFolder = item.isFolder,
-                 .commentOf = item.commentIn.empty() ? L"" : JoinPath(item.commentIn, item.below)});
+        AddItem({.origin = CFileName(item.below),
+                 .topOrigin = series.origin,
+                 .location = series.location,
+                 .nested = item.below,
+                 .beside = {},
+                 .commentOf = item.commentIn.empty() ? L"" : JoinPath(item.commentIn, item.below),
+                 .place = {}},
+                item.isFolder);
     }
     const auto own = std::ranges::find_if(series.copies, [&](const CopyEntry& copy) {
         return !copy.isFolder || !HoldsAny(system_.files, copy.path, nested);
     });
     if (own == series.copies.end()) return;
     // Looking for a comment that is known not to be there takes long in a large folder.
-    AddItem({.item = {series.origin, series.origin, series.location, {}, std::move(nested)},
-             .isFolder = own->isFolder,
-             .commentOf = own->hasComment ? own->path : L""});
+    AddItem({.origin = series.origin,
+             .topOrigin = series.origin,
+             .location = series.location,
+             .nested = {},
+             .beside = std::move(nested),
+             .commentOf = own->hasComment ? own->path : L"",
+             .place = {}},
+            own->isFolder);
 }
 
-void CopiesBrowser::AddItem(ItemRow added) {
+void CopiesBrowser::AddItem(Item item, bool isFolder) {
     ListView& items = Items();
-    const Item& item = added.item;
     const std::wstring text = CFileFirstName(item.origin);
-    const int row = items.Add(text, added.isFolder ? RowIcon::Folder : RowIcon::File);
+    const int row = items.Add(text, isFolder ? RowIcon::Folder : RowIcon::File);
     if (items.SubItem(row, kNameColumn) != text) Raise(kRowReadsBackDifferently, item.origin);
     items.SetTag(row, items_.size());
     if (items.Style() == ViewStyle::Details) {
-        items.SetSubItem(row, L"Type", added.isFolder ? L"Folder" : CFileExt(item.origin));
+        items.SetSubItem(row, L"Type", isFolder ? L"Folder" : CFileExt(item.origin));
         items.SetSubItem(row, L"SP", std::to_wstring(item.location), item.location);
-        items.SetSubItem(row, L"Orginal Location",
-                         added.commentOf.empty()
-                             ? std::wstring(kUnknownLocation)
-                             : host_.Engine().PackageOriginalLocation(added.commentOf));
+        items.SetSubItem(row, L"Orginal Location", ReadPlace(item));
     }
-    items_.push_back(std::move(added.item));
+    items_.push_back(std::move(item));
+}
+
+// What the row shows as the original location: the folder of the comment, while it exists.
+std::wstring CopiesBrowser::ReadPlace(Item& item) {
+    std::wstring shown(kUnknownLocation);
+    if (item.commentOf.empty()) return shown;
+    Trapped(system_.errors, EngineProcedure(L"PackageOriginalLocation"), [&] {
+        const auto comment = ReadCopyComment(system_, item.commentOf);
+        if (!comment || comment->place.empty()) return;
+        item.place = comment->place;
+        const auto facts = system_.files.Look(item.place);
+        if (facts && facts->isFolder) shown = item.place;
+    });
+    return shown;
 }
 
 void CopiesBrowser::ListCopyes(int row) {
     Trapped(system_.errors, Named(L"ListCopyes"), [&] {
-        listed_ = Items().Tag(row);
         const RedrawPause pause(Copies());
+        // Whatever goes wrong now, no copies of another item are left below.
         ClearCopies();
+        listed_ = Items().Tag(row);
+        if (!IsFolderStillThere()) {
+            host_.ShowStatus(restore_text::kListedAnew.In(main_.InLanguage()));
+            isNoticeShown_ = true;
+            return;
+        }
+        if (std::exchange(isNoticeShown_, false)) host_.ShowStatus({});
         NameCopies(row);
-        if (!AddCopies(WithoutFinalSeparator(RestoreFrom()), row)) return;
+        if (!AddCopies(shown_.Path(), row)) return;
         Sort(Copies(), copiesSort_);
         SelectFirstCopy();
     });
@@ -173,6 +203,7 @@ void CopiesBrowser::ListCopyes(int row) {
 void CopiesBrowser::ClearCopies() {
     ++copiesListing_;
     Copies().Clear();
+    copies_.clear();
     main_.ResetText(L"lblCopiesHeading");
 }
 
@@ -207,26 +238,34 @@ bool CopiesBrowser::AddCopies(const std::wstring& folder, int row) {
     const bool byOrigin = isFolder || !item.nested.empty();
     const int listing = copiesListing_;
 
-    std::vector<std::pair<std::wstring, FileFacts>> found;
-    std::vector<std::pair<std::wstring, FileFacts>> foundByOrigin;
+    std::vector<FoundCopy> found;
+    std::vector<FoundCopy> foundByOrigin;
+    std::unordered_set<std::wstring> comments;
     system_.files.List(folder, [&](const FolderEntry& entry) {
-        if (entry.isSystem || Like(entry.name, L"*.vwc")) return;
+        if (IsCommentName(entry.name)) {
+            comments.insert(
+                UpperCase(entry.name.substr(0, entry.name.size() - kCommentExtension.size())));
+        }
+        if (Like(entry.name, L"*.vwc")) return;
         if (item.nested.empty() && wanted.Contains(entry.name)) {
-            found.emplace_back(entry.name, entry);
-        } else if (byOrigin && entry.isFolder && IsCopyName(entry.name) &&
-                   LocationOf(entry.name) == item.location &&
-                   EqualNoCase(CFileOrigin(entry.name), item.topOrigin)) {
-            foundByOrigin.emplace_back(entry.name, entry);
+            found.push_back({std::wstring(entry.name), entry});
+        } else if (byOrigin && entry.isFolder && IsCopyName(entry.name)) {
+            const CopyNameParts parts = ParseCopyName(entry.name);
+            if (parts.location == item.location && EqualNoCase(parts.origin, item.topOrigin)) {
+                foundByOrigin.push_back({std::wstring(entry.name), entry});
+            }
         }
     });
     const bool isOther = isFolder && !EqualNoCase(name, item.topOrigin) && !foundByOrigin.empty();
-    for (const auto& [entryName, facts] : found.empty() || isOther ? foundByOrigin : found) {
-        const std::wstring entry = JoinPath(folder, entryName);
-        const auto stored = CopyIn(entry, facts, item);
+    for (const FoundCopy& candidate : found.empty() || isOther ? foundByOrigin : found) {
+        const std::wstring entry = JoinPath(folder, candidate.name);
+        const auto stored = CopyIn(entry, candidate.facts, item);
         if (!stored) continue;
-        const CopyRow copy = ReadCopy(entry, *stored, item.nested);
+        const bool mayHaveComment =
+            !item.nested.empty() || comments.contains(UpperCase(candidate.name));
+        ListedCopy copy = ReadCopy(entry, *stored, item.nested, mayHaveComment);
         if (listing != copiesListing_) return false;
-        AddCopy(copy);
+        AddCopy(std::move(copy));
         system_.pump.DoEventsIfDue();
         if (listing != copiesListing_) return false;
     }
@@ -241,29 +280,47 @@ std::optional<FileFacts> CopiesBrowser::CopyIn(const std::wstring& entry, const 
     return facts;
 }
 
-CopiesBrowser::CopyRow CopiesBrowser::ReadCopy(const std::wstring& entry, const FileFacts& facts,
-                                               const std::wstring& nested) {
-    CopyRow copy;
-    copy.label = CopyLabel(CFileBackNumber(CFileName(entry)));
+ListedCopy CopiesBrowser::ReadCopy(const std::wstring& entry, const FileFacts& facts,
+                                   const std::wstring& nested, bool mayHaveComment) {
+    ListedCopy copy;
+    copy.label = CopyLabel(ParseCopyName(CFileName(entry)).number);
     copy.path = nested.empty() ? entry : JoinPath(entry, nested);
     copy.isFolder = facts.isFolder;
     // What the listing told of a file needs no second question.
     copy.size =
         facts.isFolder ? PathSize(system_, copy.path, true) : static_cast<std::int64_t>(facts.size);
-    copy.date = PathDate(system_, host_.Engine(), copy.path);
+    if (!mayHaveComment || !ReadComment(copy)) {
+        copy.date = PathDate(system_, host_.Engine(), copy.path);
+    }
     return copy;
 }
 
+// False when the copy has no comment, or one without a date.
+bool CopiesBrowser::ReadComment(ListedCopy& copy) {
+    bool hasDate = false;
+    Trapped(system_.errors, EngineProcedure(L"PackageDate"), [&] {
+        const auto comment = ReadCopyComment(system_, copy.path);
+        if (!comment) return;
+        copy.place = comment->place;
+        copy.isIncomplete = comment->isIncomplete;
+        hasDate = comment->date.has_value();
+        copy.date = comment->date.value_or(0);
+    });
+    return hasDate;
+}
+
 // A later copy of the same label takes the row of the earlier one.
-void CopiesBrowser::AddCopy(const CopyRow& copy) {
+void CopiesBrowser::AddCopy(ListedCopy copy) {
     ListView& copies = Copies();
     int row = copies.Find(kNameColumn, copy.label);
     if (row < 0) row = copies.Add(copy.label, copy.isFolder ? RowIcon::Folder : RowIcon::File);
+    copies.SetTag(row, copies_.size());
     copies.SetSubItem(row, L"Size",
                       copy.size < 0 ? L"" : CSize(static_cast<std::uint64_t>(copy.size)),
                       copy.size);
     copies.SetSubItem(row, L"Date", DateText(copy.date), copy.date);
     copies.SetSubItem(row, L"BackupName", copy.path);
+    copies_.push_back(std::move(copy));
 }
 
 }  // namespace vw

@@ -35,20 +35,20 @@ std::vector<CopySeries> GroupCopies(std::vector<CopyEntry> copies,
         const std::wstring path = comment.substr(0, comment.size() - kCommentExtension.size());
         const std::wstring name = MFileDosShell::CFileName(path);
         commentedPaths.insert(UpperCase(path));
-        commentedSeries.insert(KeyOf(CFileOrigin(name), LocationOf(name)));
+        const CopyNameParts parts = ParseCopyName(name);
+        commentedSeries.insert(KeyOf(parts.origin, parts.location));
     }
     std::vector<CopySeries> series;
     std::unordered_map<std::wstring, std::size_t> places;
     for (CopyEntry& copy : copies) {
         copy.hasComment = commentedPaths.contains(UpperCase(copy.path));
         const std::wstring name = MFileDosShell::CFileName(copy.path);
-        const std::wstring origin = CFileOrigin(name);
-        const int location = LocationOf(name);
-        const std::wstring key = KeyOf(origin, location);
+        const CopyNameParts parts = ParseCopyName(name);
+        const std::wstring key = KeyOf(parts.origin, parts.location);
         const auto [place, isNew] = places.emplace(key, series.size());
         if (isNew) {
-            series.push_back({.origin = origin,
-                              .location = location,
+            series.push_back({.origin = parts.origin,
+                              .location = parts.location,
                               .copies = {},
                               .hasComment = commentedSeries.contains(key)});
         }

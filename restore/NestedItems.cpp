@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "engine/CommentLine.h"
+#include "engine/CopyName.h"
 #include "fsutil/PathText.h"
 #include "fsutil/TreeWalk.h"
 #include "platform/EventPump.h"
@@ -39,7 +40,8 @@ class Search {
            const std::vector<NestedItem>& known)
         : files_(files), pump_(pump), top_(top), known_(known) {
         const std::wstring name = MFileDosShell::CFileName(top);
-        name_ = name.substr(0, name.rfind(L'\u00AB'));
+        const auto mark = FindCopyMark(name);
+        name_ = name.substr(0, mark ? mark->open : name.rfind(L'\u00AB'));
         comment_ = name_ + std::wstring(kCommentExtension);
     }
 

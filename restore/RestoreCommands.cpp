@@ -1,22 +1,22 @@
 #include "restore/RestoreCommands.h"
 
 #include "engine/CPackage.h"
+#include "engine/CopyComment.h"
 #include "fsutil/FileQueries.h"
 #include "fsutil/PathText.h"
 #include "fsutil/Scripting.h"
-#include "list/editing/SubItem.h"
-#include "platform/DateText.h"
 #include "platform/ErrorTrap.h"
 #include "platform/FileSystem.h"
 #include "platform/MsgBox.h"
 #include "platform/RuntimeError.h"
 #include "platform/TextCase.h"
 #include "restore/CopiesBrowser.h"
-#include "restore/CopiesIndex.h"
 #include "restore/RestoreHost.h"
+#include "restore/RestoreWork.h"
 #include "ui/Form.h"
 
-// Deleting and opening copies; restoring is in Restoring.cpp.
+// Deleting and opening copies, and what every command does first: finding out what is selected and
+// whether the disk still has it. Restoring is in Restoring.cpp.
 
 namespace vw {
 namespace {
@@ -46,37 +46,73 @@ void RestoreCommands::mnuDelCopiesClick() { DoDelFile(); }
 
 void RestoreCommands::mnuOpenCopyClick() {
     Trapped(system_.errors, Named(L"mnuOpenCopyClick"), [this] {
-        if (!browser_.FollowSelection()) return;
-        const ListedCopy copy = SelectedCopy();
-        if (copy.path.empty()) {
-            TellNothingSelected();
-            return;
-        }
-        ExpectCopy(copy);
-        MMyScripting::ShellPath(system_, copy.path);
+        const auto selection = Selected(true);
+        if (!selection) return;
+        ExpectUnchanged(*selection, selection->copy);
+        TellIncomplete(selection->copy);
+        MMyScripting::ShellPath(system_, selection->copy.path);
     });
 }
 
-RestoreCommands::ListedCopy RestoreCommands::SelectedCopy() {
-    return {SubItem(browser_.Copies(), L"BackupName"), SubItem(browser_.Copies(), L"Date")};
+// Nothing when there is nothing to work on, which the user has seen then.
+std::optional<RestoreCommands::Selection> RestoreCommands::Selected(bool needsCopy) {
+    if (!browser_.FollowSelection()) return std::nullopt;
+    const auto item = browser_.CurrentItem();
+    const auto copy = browser_.SelectedCopy();
+    if (!item || (needsCopy && !copy)) {
+        ShowNothingSelected();
+        return std::nullopt;
+    }
+    Selection selection{.folder = browser_.ShownPath(),
+                        .item = *item,
+                        .copy = copy.value_or(ListedCopy{}),
+                        .copies = browser_.ListedCopies()};
+    if (!browser_.IsFolderStillThere()) {
+        RaiseWith(error_number::kFileNotFound, In(restore_text::kFolderChanged),
+                  needsCopy ? selection.copy.path : selection.folder);
+    }
+    return selection;
 }
 
 // A run of another process may have moved the copies since they were listed: under the name of the
-// one that the user saw would stand another.
-bool RestoreCommands::IsStillThere(const ListedCopy& copy) {
-    return system_.files.Look(copy.path) &&
-           DateText(MFileDosShell::PathDate(system_, host_.Engine(), copy.path)) == copy.date;
+// one that the user saw would stand another. The comment of an item's copies moves with them, so it
+// counts where there is one.
+bool RestoreCommands::IsUnchanged(const Selection& selection, const ListedCopy& copy) {
+    const auto facts = system_.files.Look(copy.path);
+    if (!facts || facts->isFolder != copy.isFolder) return false;
+    if (!facts->isFolder && static_cast<std::int64_t>(facts->size) != copy.size) return false;
+    if (MFileDosShell::PathDate(system_, host_.Engine(), copy.path) != copy.date) return false;
+    const auto names = [this](const std::wstring& commentOf, const std::wstring& place) {
+        if (commentOf.empty() || place.empty()) return true;
+        const auto comment = ReadCopyComment(system_, commentOf);
+        return !comment || EqualNoCase(comment->place, place);
+    };
+    return names(selection.item.commentOf, selection.item.place) && names(copy.path, copy.place);
 }
 
-void RestoreCommands::ExpectCopy(const ListedCopy& copy) {
-    if (IsStillThere(copy)) return;
-    const int row = browser_.Items().Selected();
-    if (row >= 0) browser_.ListCopyes(row);
-    if (browser_.Copies().Count() == 0) browser_.ListRestoreFiles();
-    Raise(error_number::kFileNotFound, copy.path);
+// Raises when a copy is not the one any more that the user saw; the lists show what is there then.
+void RestoreCommands::ExpectUnchanged(const Selection& selection, const ListedCopy& copy) {
+    if (!browser_.IsFolderStillThere() || browser_.ShownPath() != selection.folder) {
+        RaiseWith(error_number::kFileNotFound, In(restore_text::kFolderChanged), copy.path);
+    }
+    if (IsUnchanged(selection, copy)) return;
+    browser_.ListAnew();
+    RaiseWith(error_number::kFileNotFound, In(restore_text::kCopyChanged), copy.path);
 }
 
-void RestoreCommands::TellNothingSelected() {
+void RestoreCommands::TellIncomplete(const ListedCopy& copy) {
+    if (copy.isIncomplete) Tell(restore_text::kIncomplete);
+}
+
+void RestoreCommands::Tell(const RestoreText& text) {
+    system_.boxes.MsgBox({.text = In(text), .rightToLeft = main_.InLanguage() == Language::Arabic});
+}
+
+std::wstring RestoreCommands::In(const RestoreText& text) const {
+    return std::wstring(text.In(main_.InLanguage()));
+}
+
+void RestoreCommands::ShowNothingSelected() {
     system_.boxes.MsgBox({.text = main_.Text(L"lblNoRestore"), .rightToLeft = true});
 }
 
@@ -88,46 +124,52 @@ bool RestoreCommands::Ask(const std::wstring& question) {
 
 void RestoreCommands::DoDelCopy() {
     Trapped(system_.errors, Named(L"DoDelCopy"), [this] {
-        if (!browser_.FollowSelection()) return;
-        ListView& items = browser_.Items();
-        ListView& copies = browser_.Copies();
-        const int row = items.Selected();
-        const ListedCopy copy = SelectedCopy();
-        if (row < 0 || copy.path.empty()) {
-            TellNothingSelected();
-            return;
-        }
-        const bool isFolder = EqualNoCase(SubItem(items, L"Type"), L"Folder");
+        const auto selection = Selected(true);
+        if (!selection) return;
+        const bool isFolder = EqualNoCase(selection->item.type, L"Folder");
         // No blank behind the bracket.
-        if (!Ask(L"هل تريد بالتأكيد حذف النسخة رقم [" + SubItem(copies, kNameColumn) + L"]من " +
-                 (isFolder ? L"المجلد:" : L"الملف:") + L"\r\n" + SubItem(items, kNameColumn))) {
+        if (!Ask(L"هل تريد بالتأكيد حذف النسخة رقم [" + selection->copy.label + L"]من " +
+                 (isFolder ? L"المجلد:" : L"الملف:") + L"\r\n" + selection->item.text)) {
             return;
         }
-        const bool others = copies.Count() > 1;
-        DeleteCopy(copy);
-        if (others) {
-            browser_.ListCopyes(row);
-        } else {
-            browser_.ListRestoreFiles();
-        }
-        host_.BusyHide(false);
+        Delete([&] {
+            if (DeleteCopy(*selection, selection->copy) == Outcome::Changed) return;
+            if (selection->copies.size() > 1 && browser_.ListedRow() >= 0) {
+                browser_.ListCopyes(browser_.ListedRow());
+            } else {
+                browser_.ListRestoreFiles();
+            }
+        });
     });
+}
+
+// A dialog that came up because a deletion had to wait goes with it. One that was there before,
+// such as that of a restore that ended with a No, stays.
+void RestoreCommands::Delete(const std::function<void()>& deletion) {
+    const RestoreWork work(host_, state_);
+    const bool wasBusy = host_.IsBusyShown();
+    deletion();
+    if (!wasBusy) host_.BusyHide(false);
 }
 
 // Only the newest copy has a comment file. A copy that stays, because somebody uses it, keeps its
 // comment: without it nobody would know where the item was.
-bool RestoreCommands::DeleteCopy(const ListedCopy& copy) {
-    bool cancelled = false;
+RestoreCommands::Outcome RestoreCommands::DeleteCopy(const Selection& selection,
+                                                     const ListedCopy& copy) {
+    Outcome outcome = Outcome::Failed;
     Trapped(system_.errors, Named(L"DoDelCopy"), [&] {
-        const std::wstring folder = CopyFolderOf(copy.path);
-        cancelled = !host_.Engine().InDestination(folder, [&] {
-            if (!IsStillThere(copy)) Raise(error_number::kFileNotFound, copy.path);
+        const bool entered = host_.Engine().InDestination(selection.folder, [&] {
+            outcome = Outcome::Changed;
+            ExpectUnchanged(selection, copy);
+            outcome = Outcome::Failed;
             host_.Engine().DeleteCopy(copy.path);
             MFileDosShell::DeletePath(system_, CPackage::PackageCommentFile(copy.path));
-            RemoveEmptyFolders(MFileDosShell::CFileLocation(copy.path), folder);
+            RemoveEmptyFolders(MFileDosShell::CFileLocation(copy.path), selection.folder);
+            outcome = Outcome::Done;
         });
+        if (!entered) outcome = Outcome::Cancelled;
     });
-    return !cancelled;
+    return outcome;
 }
 
 // A copy of an item below a folder with a point in its name lies in folders of its own. They would
@@ -142,26 +184,24 @@ void RestoreCommands::RemoveEmptyFolders(std::wstring folder, const std::wstring
     }
 }
 
-// One that cannot be deleted is told and costs the others nothing.
+// One that cannot be deleted is told and costs the others nothing. One that is not the copy any
+// more that was shown ends the command, with the lists as they are now.
 void RestoreCommands::DoDelFile() {
     Trapped(system_.errors, Named(L"DoDelFile"), [this] {
-        if (!browser_.FollowSelection()) return;
-        ListView& items = browser_.Items();
-        if (items.Selected() < 0) {
-            TellNothingSelected();
-            return;
-        }
+        const auto selection = Selected(false);
+        if (!selection) return;
         if (!Ask(L"هل تريد بالتأكيد حذف كافة النسخ الاحتياطية العائدة للملف:\r\n" +
-                 SubItem(items, kNameColumn))) {
+                 selection->item.text)) {
             return;
         }
-        bool goesOn = true;
-        for (int row = browser_.Copies().Count() - 1; row >= 0 && goesOn; --row) {
-            browser_.Copies().Select(row);
-            goesOn = DeleteCopy(SelectedCopy());
-        }
-        browser_.ListRestoreFiles();
-        host_.BusyHide(false);
+        Delete([&] {
+            for (auto copy = selection->copies.rbegin(); copy != selection->copies.rend(); ++copy) {
+                const Outcome outcome = DeleteCopy(*selection, *copy);
+                if (outcome == Outcome::Changed) return;
+                if (outcome == Outcome::Cancelled) break;
+            }
+            browser_.ListRestoreFiles();
+        });
     });
 }
 

@@ -1,9 +1,13 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "platform/System.h"
+#include "restore/ListedCopy.h"
+#include "restore/RestoreTexts.h"
 
 namespace vw {
 
@@ -11,12 +15,14 @@ class CopiesBrowser;
 class FileDialogs;
 class Form;
 class RestoreHost;
+class TargetState;
 struct FileDialogSetup;
 struct ProgramState;
 
-/// The commands on stored copies: restore, open, delete. They act on what is selected in the two
-/// lists of the restore view. What a restore would overwrite is kept as a safety copy first, unless
-/// one of the listed copies has its date. They run inside the command bracket of the main window.
+/// The commands on stored copies: restore, open, delete. They act on the listed item and the copy
+/// that is selected in the restore view, as the rows described them: before each step the disk is
+/// asked whether they still are what was shown. What a restore would overwrite is kept as a safety
+/// copy first, unless a listed copy has it. They run inside the command bracket of the main window.
 class RestoreCommands {
   public:
     RestoreCommands(System& system, ProgramState& state, Form& main, CopiesBrowser& browser,
@@ -28,54 +34,65 @@ class RestoreCommands {
     void mnuRestoreToClick();
     /// Deletes the selected copy after a question.
     void mnuDelCopyClick();
-    /// Deletes all copies of the selected item after a question.
+    /// Deletes all copies of the listed item after a question.
     void mnuDelCopiesClick();
     /// Opens the selected copy with its program.
     void mnuOpenCopyClick();
 
   private:
+    /// What a command works on, as the lists showed it when the command was given; what is selected
+    /// may change before it ends.
+    struct Selection {
+        std::wstring folder;  ///< of the copies
+        ListedItem item;
+        ListedCopy copy;  ///< the selected one
+        std::vector<ListedCopy> copies;
+    };
+
     /// Where a copy goes.
     struct Goal {
         std::wstring folder;
-        std::wstring typed;  ///< what the question is about
+        std::wstring typed;    ///< what the question is about
+        std::wstring target;   ///< what is written: the item keeps its own name
+        bool existed = false;  ///< whether the user was asked about something at `typed`
     };
 
-    /// A row of the lower list as the user saw it when he gave the command; what is selected may
-    /// change before the command ends.
-    struct ListedCopy {
-        std::wstring path;
-        std::wstring date;
-    };
+    /// How a copy that keeps what will be overwritten has to equal it.
+    enum class Proof { Date, Content };
 
-    /// Where the safety copies of an item belong.
-    struct SafePlace {
-        std::wstring folder;
-        int location = 0;
-    };
+    enum class Outcome { Done, Failed, Cancelled, Changed };
 
+    // Restoring (Restoring.cpp).
     void DoRestore(bool askLocation);
-    [[nodiscard]] std::optional<Goal> ChooseGoal(const std::wstring& name,
-                                                 const std::wstring& location, bool ask);
+    void Restore(const Selection& selection, const Goal& goal);
+    [[nodiscard]] std::optional<Goal> ChooseGoal(const ListedItem& item, bool ask);
+    void RefuseStoredCopy(const Goal& goal, const std::wstring& folder);
     [[nodiscard]] bool MayReplace(const Goal& goal);
-    void KeepForUndo(const Goal& goal, const std::wstring& target, const SafePlace& place);
-    void KeepForUndo(const std::wstring& path, const SafePlace& place);
+
+    // Safety copies (SafetyCopies.cpp).
+    [[nodiscard]] bool KeepForUndo(const Goal& goal, const Selection& selection);
+    [[nodiscard]] bool KeepForUndo(const std::wstring& path, Proof proof,
+                                   const Selection& selection);
+    [[nodiscard]] bool IsStored(const std::wstring& path, Proof proof, const Selection& selection);
+    [[nodiscard]] std::wstring FreeSafetyName(const std::wstring& path, const Selection& selection);
     void RemovePartial(const std::wstring& copyName);
-    [[nodiscard]] std::wstring FreeSafetyName(const std::wstring& path, int number,
-                                              const SafePlace& place);
-    [[nodiscard]] bool IsStored(const std::wstring& path, int& highest);
+
+    // Deleting and opening (RestoreCommands.cpp).
     void DoDelCopy();
-    /// False when the user cancelled the wait for a run of another process.
-    bool DeleteCopy(const ListedCopy& copy);
+    void Delete(const std::function<void()>& deletion);
+    [[nodiscard]] Outcome DeleteCopy(const Selection& selection, const ListedCopy& copy);
     void RemoveEmptyFolders(std::wstring folder, const std::wstring& copyFolder);
     void DoDelFile();
+
+    // What all of them need (RestoreCommands.cpp).
     [[nodiscard]] bool Ask(const std::wstring& question);
-    void TellNothingSelected();
-    /// The selected copy; without a path when there is none.
-    [[nodiscard]] ListedCopy SelectedCopy();
-    [[nodiscard]] bool IsStillThere(const ListedCopy& copy);
-    /// Raises when a listed copy was deleted or moved by somebody else; the lists then show what is
-    /// there.
-    void ExpectCopy(const ListedCopy& copy);
+    void ShowNothingSelected();
+    [[nodiscard]] std::optional<Selection> Selected(bool needsCopy);
+    [[nodiscard]] bool IsUnchanged(const Selection& selection, const ListedCopy& copy);
+    void ExpectUnchanged(const Selection& selection, const ListedCopy& copy);
+    void TellIncomplete(const ListedCopy& copy);
+    void Tell(const RestoreText& text);
+    [[nodiscard]] std::wstring In(const RestoreText& text) const;
 
     System& system_;
     ProgramState& state_;

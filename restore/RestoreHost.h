@@ -24,6 +24,12 @@ class RestoreHost {
     /// Shows in the busy dialog what is being restored, and ends that.
     virtual void Msg(std::wstring_view title, std::wstring_view message) = 0;
     virtual void BusyHide(bool pause) = 0;
+    /// Whether the busy dialog is there, also behind its icon.
+    [[nodiscard]] virtual bool IsBusyShown() const = 0;
+
+    /// Begins or ends work on copies that a user may cancel by closing the busy dialog. The dialog
+    /// stays closed then while the work comes to its end.
+    virtual void Restoring(bool works) = 0;
 };
 
 }  // namespace vw

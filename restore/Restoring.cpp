@@ -1,27 +1,27 @@
 #include "engine/CPackage.h"
 #include "engine/CopyName.h"
-#include "fsutil/FileQueries.h"
+#include "engine/TargetState.h"
 #include "fsutil/PathText.h"
 #include "fsutil/TreeWalk.h"
 #include "list/editing/FileDialogs.h"
 #include "list/editing/Filter.h"
-#include "list/editing/SubItem.h"
 #include "platform/ErrorTrap.h"
 #include "platform/FileSystem.h"
+#include "platform/Like.h"
+#include "platform/MsgBox.h"
 #include "platform/ProgramState.h"
 #include "platform/RuntimeError.h"
+#include "platform/SystemPath.h"
 #include "platform/TextCase.h"
-#include "platform/Val.h"
 #include "restore/CopiesBrowser.h"
-#include "restore/CopiesIndex.h"
 #include "restore/RestoreCommands.h"
 #include "restore/RestoreHost.h"
-#include "restore/SameContent.h"
+#include "restore/RestoreWork.h"
 #include "ui/Form.h"
 
-// Restoring a copy. Nothing is overwritten before the user said so and, where no stored copy has
-// its date, a safety copy of it verifiably stands on the disk. What the disk cannot tell ends the
-// restore: nothing may be overwritten because a question about it failed.
+// Restoring a copy. Nothing is overwritten before the user said so and a copy verifiably has it.
+// What the disk cannot tell ends the restore: nothing may be overwritten because a question about
+// it failed.
 
 namespace vw {
 namespace {
@@ -33,118 +33,108 @@ constexpr Procedure Named(std::wstring_view name) { return {name, L"Form", L"frm
 constexpr std::wstring_view kUnknown = L"??";
 constexpr std::wstring_view kUnknownFolder = L"C:\\My Documents";
 constexpr std::uint32_t kSaveFlags = 524294;  // explorer style, no read-only box, may overwrite
-constexpr int kHighestNumber = 99;            // more digits could not be read back from a name
+
+// The folder that copies lie in on every drive.
+constexpr std::wstring_view kAnyCopyFolder = L"?:\\Backup";
+
+// A path without links, also one whose end does not exist yet.
+std::wstring RealPathOf(FileSystem& files, const std::wstring& path) {
+    std::wstring existing = path;
+    while (!files.Look(existing)) {
+        std::wstring parent = CFileLocation(existing);
+        if (parent.size() >= existing.size() || parent.empty()) return path;
+        existing = std::move(parent);
+    }
+    return files.RealPath(existing) + path.substr(existing.size());
+}
+
+// Whether a path is a stored copy or lies in one: an entry of a copy folder that is named so.
+bool IsInStoredCopy(const std::wstring& path, const std::wstring& copyFolder) {
+    for (std::size_t end = path.find(L'\\'); end != path.npos;) {
+        const std::wstring folder = path.substr(0, end);
+        const std::size_t next = path.find(L'\\', end + 1);
+        const std::wstring name = path.substr(end + 1, next == path.npos ? next : next - end - 1);
+        if (FindCopyMark(name) && (Like(UpperCase(folder), UpperCase(kAnyCopyFolder)) ||
+                                   EqualNoCase(folder, copyFolder))) {
+            return true;
+        }
+        end = next;
+    }
+    return false;
+}
 
 }  // namespace
 
 void RestoreCommands::DoRestore(bool askLocation) {
     Trapped(system_.errors, Named(L"DoRestore"), [&] {
-        if (!browser_.FollowSelection()) return;
-        const ListedCopy copy = SelectedCopy();
-        if (copy.path.empty()) {
-            TellNothingSelected();
-            return;
-        }
-        ExpectCopy(copy);
-        std::wstring location = SubItem(browser_.Items(), L"Orginal Location");
-        if (location.empty()) location = kUnknown;
-        const std::wstring name = CFileName(CFileOrigin(copy.path));
-        const SafePlace place{CopyFolderOf(copy.path), Val(SubItem(browser_.Items(), L"SP"))};
-        const auto goal = ChooseGoal(name, location, askLocation || location == kUnknown);
+        const auto selection = Selected(true);
+        if (!selection) return;
+        ExpectUnchanged(*selection, selection->copy);
+        TellIncomplete(selection->copy);
+        auto goal = ChooseGoal(selection->item, askLocation);
         if (!goal) return;
+        RefuseStoredCopy(*goal, selection->folder);
         host_.Msg(L"Restoring: ", goal->typed);
-        if (!MayReplace(*goal)) return;
-        const bool entered = host_.Engine().InDestination(place.folder, [&] {
-            ExpectCopy(copy);
-            // The item takes its own name, whatever was typed beside the folder.
-            KeepForUndo(*goal, JoinPath(goal->folder, name), place);
-            host_.Engine().Extract(copy.path, goal->folder, false);
-        });
-        if (!entered) return;
-        browser_.SelectLast();
-        host_.BusyHide(true);
+        goal->existed = system_.files.Look(goal->typed).has_value();
+        if (goal->existed && !MayReplace(*goal)) return;
+        Restore(*selection, *goal);
     });
 }
 
-std::optional<RestoreCommands::Goal> RestoreCommands::ChooseGoal(const std::wstring& name,
-                                                                 const std::wstring& location,
-                                                                 bool ask) {
-    if (!ask) return Goal{location, location + L"\\" + name};
+void RestoreCommands::Restore(const Selection& selection, const Goal& goal) {
+    const RestoreWork work(host_, state_);
+    bool isCancelled = false;
+    const bool entered = host_.Engine().InDestination(selection.folder, [&] {
+        ExpectUnchanged(selection, selection.copy);
+        // Where nothing stood when the user was asked, nothing may be replaced.
+        const bool mayStand = goal.existed || !EqualNoCase(goal.typed, goal.target);
+        const TargetState before =
+            mayStand ? TargetState(system_.files, system_.pump, goal.target) : TargetState();
+        isCancelled = !KeepForUndo(goal, selection);
+        if (!isCancelled) host_.Engine().Extract(selection.copy.path, goal.target, before);
+    });
+    if (entered) browser_.SelectLast();
+    if (entered && !isCancelled) {
+        host_.BusyHide(true);
+        return;
+    }
+    host_.BusyHide(false);
+    if (!state_.silentRun) Tell(restore_text::kCancelled);
+}
+
+std::optional<RestoreCommands::Goal> RestoreCommands::ChooseGoal(const ListedItem& item, bool ask) {
+    const std::wstring location =
+        item.originalLocation.empty() ? std::wstring(kUnknown) : item.originalLocation;
+    if (!ask && location != kUnknown) {
+        const std::wstring target = location + L"\\" + item.name;
+        return Goal{.folder = location, .typed = target, .target = target};
+    }
     MRecentFiles::Filter(dialog_, FileDialogKind::SaveList, dialog_.defaultFolder);
     dialog_.flags = kSaveFlags;
     dialog_.defaultExtension.clear();
-    dialog_.fileName = name;
+    dialog_.fileName = item.name;
     dialog_.initialFolder = location == kUnknown ? kUnknownFolder : location;
     const auto chosen = dialogs_.ShowSave(dialog_);
     if (!chosen) return std::nullopt;
-    return Goal{CFileLocation(*chosen), *chosen};
+    // The item takes its own name, whatever was typed beside the folder.
+    const std::wstring folder = CFileLocation(*chosen);
+    return Goal{.folder = folder, .typed = *chosen, .target = JoinPath(folder, item.name)};
+}
+
+// A copy that is written into would no longer be what was backed up; one that is restored into
+// itself would never come to an end.
+void RestoreCommands::RefuseStoredCopy(const Goal& goal, const std::wstring& folder) {
+    const std::wstring name = CFileName(goal.target);
+    const std::wstring where = system_.files.FullPath(goal.folder);
+    if (IsInStoredCopy(JoinPath(where, name), folder) ||
+        IsInStoredCopy(JoinPath(RealPathOf(system_.files, where), name),
+                       RealPathOf(system_.files, folder))) {
+        RaiseWith(error_number::kAccessError, In(restore_text::kInsideCopy), goal.target);
+    }
 }
 
 bool RestoreCommands::MayReplace(const Goal& goal) {
-    return !system_.files.Look(goal.typed) ||
-           Ask(L"هل تريد بالتأكيد حذف الملف التالي واستبداله بالنسخة الاحتياطية:\r\n" + goal.typed);
-}
-
-void RestoreCommands::KeepForUndo(const Goal& goal, const std::wstring& target,
-                                  const SafePlace& place) {
-    if (system_.files.Look(goal.typed)) KeepForUndo(goal.typed, place);
-    if (!EqualNoCase(goal.typed, target) && system_.files.Look(target)) {
-        KeepForUndo(target, place);
-    }
-}
-
-// Raises when what is about to be overwritten could not be kept.
-void RestoreCommands::KeepForUndo(const std::wstring& path, const SafePlace& place) {
-    int highest = 0;
-    if (IsStored(path, highest)) return;
-    const std::wstring copyName = FreeSafetyName(path, NextSafetyNumber(highest), place);
-    const auto facts = system_.files.Look(path);
-    const bool isFolder = facts && facts->isFolder;
-    host_.Engine().BackupPath(path, static_cast<std::int16_t>(place.location), isFolder, isFolder,
-                              copyName);
-    if (!state_.cancelRequested && SameContent(system_.files, path, copyName)) return;
-    RemovePartial(copyName);
-    Raise(error_number::kAccessError, path);
-}
-
-// It has the date of what it was made from, and would count as its safety copy.
-void RestoreCommands::RemovePartial(const std::wstring& copyName) {
-    Trapped(system_.errors, Named(L"DoRestore"), [&] {
-        if (system_.files.Look(copyName)) host_.Engine().DeleteCopy(copyName);
-        const std::wstring comment = CPackage::PackageCommentFile(copyName);
-        if (system_.files.Look(comment)) system_.files.EraseFile(comment);
-    });
-    browser_.SelectLast();
-}
-
-// What stands under the name that is due is a safety copy of another item: the user typed its name,
-// or restores elsewhere. It stays.
-std::wstring RestoreCommands::FreeSafetyName(const std::wstring& path, int number,
-                                             const SafePlace& place) {
-    for (; number <= kHighestNumber; ++number) {
-        std::wstring copyName = CFilePackageName(path, number, place.location, place.folder);
-        if (!system_.files.Look(copyName)) return copyName;
-    }
-    Raise(error_number::kOverflow, path);
-}
-
-// Whether one of the listed copies has the date of the item; `highest` is the highest number of
-// those looked at.
-bool RestoreCommands::IsStored(const std::wstring& path, int& highest) {
-    const Date date = NewestDateOf(system_, host_.Engine(), path);
-    ListView& copies = browser_.Copies();
-    const int count = copies.Count();
-    for (int row = 0; row < count; ++row) {
-        highest = std::max(highest, NumberOfLabel(copies.SubItem(row, kNameColumn)));
-        const std::wstring copy = copies.SubItem(row, L"BackupName");
-        if (NewestDateOf(system_, host_.Engine(), copy) != date) continue;
-        // One that did not become whole and could not be removed has the date, too.
-        if (!IsSafetyLabel(copies.SubItem(row, kNameColumn)) ||
-            SameContent(system_.files, path, copy)) {
-            return true;
-        }
-    }
-    return false;
+    return Ask(L"هل تريد بالتأكيد حذف الملف التالي واستبداله بالنسخة الاحتياطية:\r\n" + goal.typed);
 }
 
 }  // namespace vw

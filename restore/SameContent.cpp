@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "fsutil/TreeWalk.h"
+#include "fsutil/WorkingName.h"
 #include "platform/FileSystem.h"
 
 namespace vw {
@@ -24,26 +25,22 @@ using Entries = std::map<std::wstring, FileFacts>;
 Entries EntriesOf(FileSystem& files, const std::wstring& folder) {
     Entries entries;
     files.List(folder, [&](const FolderEntry& entry) {
-        if (!entry.isFolder || !entry.isLink) entries.emplace(entry.name, entry);
+        // Neither links to folders nor the program's own entries are copied.
+        if (IsOwnEntry(entry.name) || (entry.isFolder && entry.isLink)) return;
+        entries.emplace(entry.name, entry);
     });
     return entries;
 }
 
-}  // namespace
-
-bool SameContent(FileSystem& files, std::wstring_view original, std::wstring_view copy) {
-    const auto first = files.Look(original);
-    const auto second = files.Look(copy);
-    if (!first || !second || first->isFolder != second->isFolder) return false;
-    if (!first->isFolder) return SameFile(*first, *second);
-
+/// Whether a folder copy has every file of the original; with `exactly` it has nothing else.
+bool HasTree(FileSystem& files, std::wstring_view original, std::wstring_view copy, bool exactly) {
     std::vector<std::wstring> below{L""};
     while (!below.empty()) {
         const std::wstring folder = below.back();
         below.pop_back();
         const Entries expected = EntriesOf(files, std::wstring(original) + folder);
         const Entries found = EntriesOf(files, std::wstring(copy) + folder);
-        if (expected.size() != found.size()) return false;
+        if (exactly && expected.size() != found.size()) return false;
         for (const auto& [name, facts] : expected) {
             const auto match = found.find(name);
             if (match == found.end() || match->second.isFolder != facts.isFolder) return false;
@@ -55,6 +52,24 @@ bool SameContent(FileSystem& files, std::wstring_view original, std::wstring_vie
         }
     }
     return true;
+}
+
+}  // namespace
+
+bool SameContent(FileSystem& files, std::wstring_view original, std::wstring_view copy) {
+    const auto first = files.Look(original);
+    const auto second = files.Look(copy);
+    if (!first || !second || first->isFolder != second->isFolder) return false;
+    return first->isFolder ? HasTree(files, original, copy, true) : SameFile(*first, *second);
+}
+
+bool HasContentOf(FileSystem& files, std::wstring_view original, std::wstring_view copy,
+                  const std::function<void()>& progress) {
+    const auto first = files.Look(original);
+    const auto second = files.Look(copy);
+    if (!first || !second || first->isFolder != second->isFolder) return false;
+    if (first->isFolder) return HasTree(files, original, copy, false);
+    return SameFile(*first, *second) && files.HaveSameBytes(original, copy, progress);
 }
 
 }  // namespace vw

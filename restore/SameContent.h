@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string_view>
 
 namespace vw {
@@ -11,5 +12,11 @@ class FileSystem;
 /// do not count; they are not copied. Raises what the disk cannot tell.
 [[nodiscard]] bool SameContent(FileSystem& files, std::wstring_view original,
                                std::wstring_view copy);
+
+/// Whether a copy has all that is in an existing item, so that the item may be overwritten: a file
+/// byte by byte, of a folder every file with its name, length and date. The copy of a folder may
+/// have more. `progress` is called now and then. Raises what the disk cannot tell.
+[[nodiscard]] bool HasContentOf(FileSystem& files, std::wstring_view original,
+                                std::wstring_view copy, const std::function<void()>& progress);
 
 }  // namespace vw

@@ -52,8 +52,8 @@ void EachCopyIsInItsSeries(std::vector<vw::CopyEntry> copies,
             "an item has one row");
         for (const vw::CopyEntry& copy : series.copies) {
             const std::wstring name = vw::MFileDosShell::CFileName(copy.path);
-            Promise(vw::UpperCase(vw::CFileOrigin(name)) == vw::UpperCase(series.origin) &&
-                        vw::LocationOf(name) == series.location,
+            Promise(vw::UpperCase(vw::ParseCopyName(name).origin) == vw::UpperCase(series.origin) &&
+                        vw::ParseCopyName(name).location == series.location,
                     "a copy is in its own series");
             Promise(!copy.hasComment || series.hasComment, "a comment tells of its series");
         }
@@ -81,8 +81,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         (void)vw::CopyFolderOf(name);
         if (vw::IsCommentName(name)) comments.push_back(L"E:\\Backup\\" + name);
         if (!vw::IsCopyName(name)) continue;
-        const std::wstring origin = vw::CFileOrigin(name);
-        const int location = vw::LocationOf(name);
+        const std::wstring origin = vw::ParseCopyName(name).origin;
+        const int location = vw::ParseCopyName(name).location;
         entries.push_back({.path = L"E:\\Backup\\" + name, .isFolder = input.Byte() % 2 != 0});
         if (IsOwnName(name)) {
             const vw::CopiesOfItem copies(origin, location);

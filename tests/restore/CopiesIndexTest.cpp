@@ -36,13 +36,6 @@ TEST(CopiesIndex, KnowsTheNamesOfCopies) {
     }
 }
 
-TEST(CopiesIndex, ReadsLocationNumbersAndNothingElse) {
-    EXPECT_EQ(LocationOf(L"x\u00AB0501\u00BB.doc"), 5);
-    EXPECT_EQ(LocationOf(L"x\u00AB1201\u00BB.doc"), 12);
-    EXPECT_EQ(LocationOf(L"x\u00ABabcd\u00BB.txt"), 0);
-    EXPECT_EQ(LocationOf(L"x"), 0);
-}
-
 TEST(CopiesIndex, FindsTheCopiesOfAnItemByNameAlone) {
     const CopiesOfItem copies(L"Report #1 [new].doc", 1);
     EXPECT_TRUE(copies.Contains(L"Report #1 [new]\u00AB0101\u00BB.doc"));

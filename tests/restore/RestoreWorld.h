@@ -40,6 +40,8 @@ class RestoreWorld : public testing::Test, private RestoreHost, private RunHost 
     [[nodiscard]] CopiesBrowser Unbound() {
         return {world.system, main.form, static_cast<RestoreHost&>(*this)};
     }
+    /// What another engine of this test reports to.
+    [[nodiscard]] RunHost& AsRunHost() { return static_cast<RunHost&>(*this); }
     /// The commands in another world of the same window.
     [[nodiscard]] RestoreCommands Commands(System& system) {
         return {
@@ -86,6 +88,8 @@ class RestoreWorld : public testing::Test, private RestoreHost, private RunHost 
     std::vector<std::wstring> report;
     /// The notice in the status line.
     std::wstring status;
+    /// Whether the busy dialog is there already.
+    bool busyShown = false;
     /// Done when the busy dialog shows what is being restored.
     std::function<void()> onMsg;
 
@@ -97,6 +101,8 @@ class RestoreWorld : public testing::Test, private RestoreHost, private RunHost 
         if (onMsg) onMsg();
     }
     void BusyHide(bool) override { calls.emplace_back(L"BusyHide"); }
+    [[nodiscard]] bool IsBusyShown() const override { return busyShown; }
+    void Restoring(bool) override {}
 
     void Msg(std::wstring_view, std::wstring_view, std::wstring_view, bool, bool, bool) override {}
     void Report(std::wstring_view text, bool) override { report.emplace_back(text); }

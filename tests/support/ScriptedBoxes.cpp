@@ -20,7 +20,11 @@ void ScriptedBoxes::Expect(std::wstring_view part, BoxAnswer answer) {
 
 BoxAnswer ScriptedBoxes::MsgBox(const BoxContent& content) {
     shown_.push_back(content);
+    if (meanwhile_) meanwhile_();
     if (planned_.empty()) {
+        if (answerOfAll_) {
+            return content.buttons == BoxButtons::YesNo ? *answerOfAll_ : BoxAnswer::Ok;
+        }
         ADD_FAILURE() << "an unplanned box: " << ToUtf8(content.text);
         return content.buttons == BoxButtons::YesNo ? BoxAnswer::No : BoxAnswer::Ok;
     }

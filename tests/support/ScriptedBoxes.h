@@ -1,6 +1,8 @@
 #pragma once
 
 #include <deque>
+#include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -19,6 +21,12 @@ class ScriptedBoxes : public MsgBoxes {
     /// the button that closes it.
     void Expect(std::wstring_view part, BoxAnswer answer = BoxAnswer::Ok);
 
+    /// Answers every box that was not planned: questions with `answer`, the others with OK.
+    void AnswerAll(BoxAnswer answer) { answerOfAll_ = answer; }
+
+    /// Done while each box is shown, before it is answered.
+    void OnBox(std::function<void()> meanwhile) { meanwhile_ = std::move(meanwhile); }
+
     /// The boxes shown so far, in order, unplanned ones too.
     [[nodiscard]] const std::vector<BoxContent>& Shown() const noexcept { return shown_; }
 
@@ -32,6 +40,8 @@ class ScriptedBoxes : public MsgBoxes {
 
     std::deque<Planned> planned_;
     std::vector<BoxContent> shown_;
+    std::optional<BoxAnswer> answerOfAll_;
+    std::function<void()> meanwhile_;
 };
 
 }  // namespace vw::test

@@ -23,6 +23,9 @@ class ScriptedDialogs final : public FileDialogs {
     /// Plans what the next dialog gives; nothing for Cancel.
     void Expect(std::optional<std::wstring> answer) { answers_.push_back(std::move(answer)); }
 
+    /// Drops what was planned and did not come.
+    void Forget() { answers_.clear(); }
+
     /// The dialogs shown so far, and which of them were for saving.
     std::vector<FileDialogSetup> shown;
     std::vector<bool> saving;

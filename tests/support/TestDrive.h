@@ -20,8 +20,20 @@ class TestDrive {
     /// The folder of the copies on it, empty at the start of the test and gone after it.
     [[nodiscard]] std::wstring Backup() const { return name_ + L"\\Backup"; }
 
+    /// Takes the drive away, as pulling out a stick does.
+    void PullOut();
+    /// Puts a stick under the letter. Each name is a stick with a memory of its own; the empty one
+    /// is that which was there at first. One that is there is pulled out.
+    void Insert(std::wstring_view stick = {});
+    /// The folder of the copies on a stick that need not be inserted, by a path that stays.
+    [[nodiscard]] std::wstring BackupOn(std::wstring_view stick) const;
+
   private:
+    [[nodiscard]] std::wstring FolderOf(std::wstring_view stick) const;
+
     TempTree tree_;
+    bool isInserted_ = true;
+    bool isExchanged_ = false;
     std::wstring name_ = L"R:";
 };
 

@@ -1,5 +1,6 @@
 #include "tests/support/WineBridge.h"
 
+#include <algorithm>
 #include <string>
 
 #include "platform/Handle.h"
@@ -83,6 +84,46 @@ void RemoveLink(std::wstring_view link) {
     // Removing it from inside would remove what it shows.
     const std::wstring command = L"rm \"" + OutsidePathOfLink(link) + L"\"";
     RunOutside(L"\\\\?\\unix\\bin\\rm", command, link, false);
+}
+
+namespace {
+
+std::wstring DriveName(wchar_t letter) { return {letter, L':'}; }
+
+// The link that is the drive letter: Wine keeps all of them in one folder.
+std::wstring DriveLink(wchar_t letter) {
+    std::wstring link = OutsidePath(L"C:\\");
+    link.resize(link.rfind(L"c:"));
+    return link + static_cast<wchar_t>(letter - L'A' + L'a') + L":";
+}
+
+}  // namespace
+
+std::wstring OutsideFolderOfDrive(wchar_t letter) {
+    std::wstring link = DriveLink(letter);
+    // The link is named like a drive; its folder is not. drive_c stands beside the links' folder.
+    link.resize(link.rfind(L"/dosdevices/"));
+    std::replace(link.begin(), link.end(), L'/', L'\\');
+    return L"Z:" + link + L"\\drive_" + static_cast<wchar_t>(letter - L'A' + L'a');
+}
+
+void PlugIn(wchar_t letter, std::wstring_view folder) {
+    if (!UnderWine()) {
+        DefineDosDeviceW(0, DriveName(letter).c_str(), std::wstring(folder).c_str());
+        return;
+    }
+    RunOutside(L"\\\\?\\unix\\bin\\ln",
+               L"ln -sfn \"" + OutsidePath(folder) + L"\" \"" + DriveLink(letter) + L"\"",
+               DriveName(letter) + L"\\", true);
+}
+
+void PlugOut(wchar_t letter) {
+    if (!UnderWine()) {
+        DefineDosDeviceW(DDD_REMOVE_DEFINITION, DriveName(letter).c_str(), nullptr);
+        return;
+    }
+    RunOutside(L"\\\\?\\unix\\bin\\rm", L"rm -f \"" + DriveLink(letter) + L"\"",
+               DriveName(letter) + L"\\", false);
 }
 
 void RemoveRestOfTree(std::wstring_view folder) {

@@ -80,6 +80,8 @@ class WindowsTest : public testing::Test {
     /// The drive that copies go to, and their folder on it.
     [[nodiscard]] std::wstring Drive() const { return drive_.Name(); }
     [[nodiscard]] std::wstring Vault() const { return drive_.Backup(); }
+    /// The drive itself, to be pulled out and exchanged.
+    [[nodiscard]] TestDrive& Stick() noexcept { return drive_; }
     /// Writes the program's default list with that folder as its destination.
     std::wstring WriteDefaultList(const std::vector<std::wstring>& items, int copies = 3) const;
     /// The lines of a list file.
