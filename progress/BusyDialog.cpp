@@ -112,6 +112,8 @@ void BusyDialog::SendView() {
             form_.Repaint();
         }
         form_.EnableTimer(L"tmrBusy", true);
+        // Enter closes a report, but cancels no work.
+        form_.SetDefaultButton({});
         HandOverIfDue();
     });
 }
@@ -124,6 +126,7 @@ void BusyDialog::BusyHide(bool pause) {
         form_.EnableTimer(L"tmrBusy", false);
         form_.SetProgress(L"ProgressBar1", kProgressMaximum);
         ShowBusyInTaskbar(form_.Handle(), false);
+        form_.SetDefaultButton(L"cmdCancel");
         if (pause) Wait(kMessageSeconds);
         if (!form_.IsLoaded()) return;
         if (!form_.IsChecked(L"chkDontHide")) {

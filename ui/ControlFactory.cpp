@@ -86,6 +86,8 @@ LRESULT CALLBACK PassOn(HWND frame, UINT message, WPARAM wParam, LPARAM lParam, 
         case WM_COMMAND:
         case WM_CTLCOLORSTATIC:
         case WM_CTLCOLOREDIT:
+        case WM_CLOSE:
+        case WM_NEXTDLGCTL:
             return SendMessageW(GetParent(frame), message, wParam, lParam);
         case WM_NCDESTROY:
             RemoveWindowSubclass(frame, PassOn, kFrameSubclass);

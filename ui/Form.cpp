@@ -70,6 +70,7 @@ void Form::Load(HWND owner) {
     }
     MakeParts();
     UseDpi(static_cast<int>(GetDpiForWindow(Handle())));
+    SetDefaultButton(data_.defaultButton);
     PlaceInitially();
     TakeIcon(data_.icon);
     events_.OnLoad(*this);
@@ -96,6 +97,8 @@ void Form::MakeParts() {
             tips_->Add(part.window);
         } else if (data.kind == ControlKind::ToolBar) {
             part.toolBar = std::make_unique<ToolBar>(part.window, data, language_);
+        } else if (data.kind == ControlKind::DropDown) {
+            part.dropDown = std::make_unique<DropDown>(part.window);
         }
         if (data.path || !data.tip.english.empty()) tips_->Add(part.window);
         names_->Set(part.window, data.spokenName.In(language_));
@@ -114,6 +117,8 @@ void Form::ForgetParts() noexcept {
     smallIcon_.Reset();
     largeIcon_.Reset();
     focus_ = nullptr;
+    defaultButton_ = {};
+    wheelRest_ = 0;
     pointer_ = MousePointer::Default;
     maximiseLater_ = false;
 }

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "ui/DropDown.h"
 #include "ui/Fonts.h"
 #include "ui/FormData.h"
 #include "ui/FormEvents.h"
@@ -69,6 +70,10 @@ class Form final : public Window {
     [[nodiscard]] bool IsLoaded() const noexcept { return Handle() != nullptr; }
     /// Makes the window and its controls when they are not there, hidden.
     void Load(HWND owner = nullptr);
+    /// Which button Enter presses; none for an empty name. That of the data when the form is
+    /// loaded.
+    void SetDefaultButton(std::wstring_view name);
+
     /// Asks the events whether it may go; true when the form is not loaded any more.
     bool Unload(UnloadReason reason = UnloadReason::Program);
 
@@ -158,6 +163,7 @@ class Form final : public Window {
         HWND frame = nullptr;  ///< around the control, where it needs one
         std::unique_ptr<ListView> list;
         std::unique_ptr<ToolBar> toolBar;
+        std::unique_ptr<DropDown> dropDown;
         IconHandle picture;
         bool ticking = false;
         bool alert = false;
@@ -204,6 +210,7 @@ class Form final : public Window {
     void OnMenuOrButton(int id);
     void OnDialogKey(int id);
     void OnScroll(HWND bar, WPARAM request);
+    void OnWheel(int delta, POINT pointer);
     void OnDrop(HWND list, WPARAM drop);
     LRESULT OnNotify(NMHDR& header);
     LRESULT OnListNotify(Part& part, NMHDR& header);
@@ -227,9 +234,11 @@ class Form final : public Window {
     int iconId_ = 0;
     int dpi_ = kDesignDpi;
     HWND focus_ = nullptr;
+    std::wstring_view defaultButton_;
     HWND modalOwner_ = nullptr;
     std::wstring tipText_;
     MousePointer pointer_ = MousePointer::Default;
+    int wheelRest_ = 0;  ///< of the wheel over a scroll bar, less than a notch
     bool maximiseLater_ = false;
     bool unloading_ = false;
     bool ending_ = false;

@@ -53,7 +53,12 @@ void Form::SetCaption(std::wstring_view text) {
 bool Form::IsFormEnabled() const noexcept { return IsWindowEnabled(Handle()) != 0; }
 
 void Form::EnableForm(bool on) {
-    if (IsLoaded()) EnableWindow(Handle(), on ? TRUE : FALSE);
+    if (!IsLoaded()) return;
+    // What is marked in an open list is no choice of a command that begins now.
+    for (const Part& part : parts_) {
+        if (!on && part.dropDown) SendMessageW(part.window, CB_SHOWDROPDOWN, FALSE, 0);
+    }
+    EnableWindow(Handle(), on ? TRUE : FALSE);
 }
 
 void Form::SetMousePointer(MousePointer pointer) {
@@ -130,6 +135,16 @@ void Form::ShowControl(std::wstring_view name, bool on) {
     if (height != 0) on ? Arrange() : GrowBy(-height);
 }
 
+void Form::SetDefaultButton(std::wstring_view name) {
+    if (!IsLoaded() || defaultButton_ == name) return;
+    const auto setStyle = [this](std::wstring_view button, WPARAM style) {
+        if (!button.empty()) SendMessageW(Control(button), BM_SETSTYLE, style, TRUE);
+    };
+    setStyle(defaultButton_, BS_PUSHBUTTON);
+    setStyle(name, BS_DEFPUSHBUTTON);
+    defaultButton_ = name.empty() ? std::wstring_view() : Find(name)->data->name;
+}
+
 void Form::SetFocusTo(std::wstring_view name) {
     const HWND control = Control(name);
     if (control == nullptr) return;
@@ -191,6 +206,8 @@ void Form::SetValue(std::wstring_view scrollBar, int value) {
     const Part* part = Find(scrollBar, ControlKind::ScrollBar);
     if (part == nullptr) return;
     const ControlData& data = *part->data;
+    // Its position counts from the other end, in hundredths.
+    names_->SetValue(part->window, std::to_wstring(value));
     if (ScrollBar::SetValue(part->window, value, data.lowest, data.highest)) {
         Tell(data, EventKind::Change, value);
     }

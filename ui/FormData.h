@@ -107,7 +107,8 @@ struct ControlData {
     int interval = 0;           ///< of a timer, in milliseconds
     int lowest = 0;             ///< of a scroll bar: the numbers that the user can choose
     int highest = 0;
-    int opens = 0;  ///< while it is shown, the form is this much taller, at 96 DPI
+    std::wstring_view wheelLabel{};  ///< of a scroll bar: the wheel works over this label, too
+    int opens = 0;                   ///< while it is shown, the form is this much taller, at 96 DPI
     Texts tip{};
     Texts spokenName{};  ///< for screen readers, where no label before it tells
     Texts emptyText{};   ///< what a list without rows says

@@ -15,6 +15,27 @@
 
 namespace vw {
 
+namespace {
+
+// Most settings that are broadcast, such as the environment or the wallpaper, change nothing here.
+bool ChangesLooks(UINT message, WPARAM setting, LPARAM area) noexcept {
+    if (message == WM_SYSCOLORCHANGE) return true;
+    switch (setting) {
+        case SPI_SETNONCLIENTMETRICS:
+        case SPI_SETHIGHCONTRAST:
+        case SPI_SETFONTSMOOTHING:
+        case SPI_SETFONTSMOOTHINGTYPE:
+            return true;
+        default:
+            break;
+    }
+    const auto* name = reinterpret_cast<const wchar_t*>(area);
+    return name != nullptr && (std::wstring_view(name) == L"ImmersiveColorSet" ||
+                               std::wstring_view(name) == L"WindowsThemeElement");
+}
+
+}  // namespace
+
 LRESULT Form::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == taskbarCreated_) {
         events_.OnTaskbarCreated(*this);
@@ -71,8 +92,10 @@ std::optional<LRESULT> Form::OnWindowMessage(UINT message, WPARAM wParam, LPARAM
             for (const Part& part : parts_) {
                 if (part.window != nullptr) SendMessageW(part.window, message, wParam, lParam);
             }
-            if (!parts_.empty()) UseDpi(dpi_);
-            InvalidateRect(Handle(), nullptr, TRUE);
+            if (!parts_.empty() && ChangesLooks(message, wParam, lParam)) {
+                UseDpi(dpi_);
+                InvalidateRect(Handle(), nullptr, TRUE);
+            }
             return std::nullopt;
         case WM_ACTIVATE:
             if (LOWORD(wParam) == WA_INACTIVE) {
@@ -116,7 +139,7 @@ std::optional<LRESULT> Form::OnControlMessage(UINT message, WPARAM wParam, LPARA
             OnScroll(reinterpret_cast<HWND>(lParam), wParam);
             return 0;
         case WM_MOUSEWHEEL:
-            OnScroll(GetFocus(), GET_WHEEL_DELTA_WPARAM(wParam) > 0 ? SB_LINEUP : SB_LINEDOWN);
+            OnWheel(GET_WHEEL_DELTA_WPARAM(wParam), {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)});
             return 0;
         case WM_TIMER:
             OnTimer(static_cast<int>(wParam));
@@ -128,8 +151,15 @@ std::optional<LRESULT> Form::OnControlMessage(UINT message, WPARAM wParam, LPARA
             OnDrawItem(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
             return TRUE;
         case DM_GETDEFID: {
-            const Part* button = data_.defaultButton.empty() ? nullptr : Find(data_.defaultButton);
+            const Part* button = defaultButton_.empty() ? nullptr : Find(defaultButton_);
             return button == nullptr ? 0 : MAKELRESULT(button->data->id, DC_HASDEFID);
+        }
+        case WM_NEXTDLGCTL: {
+            const HWND next = LOWORD(lParam) != 0
+                                  ? reinterpret_cast<HWND>(wParam)
+                                  : GetNextDlgTabItem(Handle(), GetFocus(), wParam != 0);
+            if (next != nullptr) SetFocus(next);
+            return 0;
         }
         case kListKeyUp:
             if (const Part* part = FindByWindow(reinterpret_cast<HWND>(lParam))) {
@@ -139,6 +169,13 @@ std::optional<LRESULT> Form::OnControlMessage(UINT message, WPARAM wParam, LPARA
         case kListDrop:
             OnDrop(reinterpret_cast<HWND>(lParam), wParam);
             return 0;
+        case kDropDownClosed: {
+            const Part* part = FindByWindow(reinterpret_cast<HWND>(lParam));
+            if (part != nullptr && part->dropDown && part->dropDown->OnClosed()) {
+                Tell(*part->data, EventKind::Selection);
+            }
+            return 0;
+        }
         default:
             return std::nullopt;
     }
@@ -171,7 +208,7 @@ void Form::OnCommand(int id, int code, HWND control) {
             if (code == BN_CLICKED) Tell(*part->data, EventKind::Click);
             break;
         case ControlKind::DropDown:
-            if (code == CBN_SELCHANGE) Tell(*part->data, EventKind::Selection);
+            if (part->dropDown->OnNotification(code)) Tell(*part->data, EventKind::Selection);
             break;
         default:
             break;
@@ -199,7 +236,7 @@ void Form::OnMenuOrButton(int id) {
 }
 
 void Form::OnDialogKey(int id) {
-    const auto name = id == IDOK ? data_.defaultButton : data_.escapeButton;
+    const auto name = id == IDOK ? defaultButton_ : data_.escapeButton;
     if (!name.empty() && IsShown(name) && IsEnabled(name)) {
         Tell(*Find(name)->data, EventKind::Click);
     } else if (id == IDCANCEL && data_.kind == FormKind::Box) {
@@ -211,6 +248,33 @@ void Form::OnScroll(HWND bar, WPARAM request) {
     const Part* part = FindByWindow(bar);
     if (part == nullptr || part->data->kind != ControlKind::ScrollBar) return;
     SetValue(part->data->name, ScrollBar::Wanted(bar, request));
+}
+
+// Touchpads report a notch in many small steps. A lower number of copies deletes copies, so it
+// takes a whole notch with the pointer over the number.
+void Form::OnWheel(int delta, POINT pointer) {
+    const Part* bar = nullptr;
+    for (const Part& part : parts_) {
+        if (part.data->kind != ControlKind::ScrollBar) continue;
+        const Part* label = part.data->wheelLabel.empty() ? nullptr : Find(part.data->wheelLabel);
+        for (const Part* under : {&part, label}) {
+            RECT area{};
+            if (under != nullptr && GetWindowRect(under->window, &area) != 0 &&
+                PtInRect(&area, pointer) != 0) {
+                bar = &part;
+            }
+        }
+    }
+    if (bar == nullptr || delta == 0) {
+        if (bar == nullptr) wheelRest_ = 0;
+        return;
+    }
+    // Turning back begins a new notch.
+    if (wheelRest_ != 0 && (wheelRest_ > 0) != (delta > 0)) wheelRest_ = 0;
+    wheelRest_ += delta;
+    const HWND window = bar->window;
+    for (; wheelRest_ >= WHEEL_DELTA; wheelRest_ -= WHEEL_DELTA) OnScroll(window, SB_LINEUP);
+    for (; wheelRest_ <= -WHEEL_DELTA; wheelRest_ += WHEEL_DELTA) OnScroll(window, SB_LINEDOWN);
 }
 
 void Form::OnDrop(HWND list, WPARAM drop) {

@@ -65,18 +65,23 @@ int ListView::Add(std::wstring_view text, RowIcon icon) {
     return row;
 }
 
+// The control may ask for a row as long as it holds it, and others may ask the control: rows are
+// freed when the control has let them go.
 void ListView::Remove(int row) {
     SendMessageW(control_, LVM_DELETEITEM, static_cast<WPARAM>(row), 0);
+    removed_.clear();
 }
 
 void ListView::Clear() {
     // What screen readers say belongs to positions, which the next rows have too.
     ShowWarnings({});
     SendMessageW(control_, LVM_DELETEALLITEMS, 0, 0);
+    removed_.clear();
 }
 
-void ListView::Forget(int row) noexcept {
+void ListView::Forget(int row) {
     if (RowAt(row) == nullptr) return;
+    removed_.push_back(std::move(rows_[static_cast<std::size_t>(row)]));
     rows_.erase(rows_.begin() + row);
     SpeakWarnings();
 }

@@ -153,12 +153,13 @@ class ListView {
     };
 
     [[nodiscard]] Row* RowAt(int row) const noexcept;
-    void Forget(int row) noexcept;
+    void Forget(int row);
     void Answer(NMLVDISPINFOW& info);
     std::optional<LRESULT> OnCustomDraw(const NMLVCUSTOMDRAW& draw);
     void PaintRow(HDC canvas, int row) const;
     void PaintIcon(HDC canvas, const RECT& area, const Row& row) const;
     void RepaintRow(int row) const;
+    void KeepRows(HDC canvas) const;
     [[nodiscard]] RECT RowArea(int row, LONG part) const;
     [[nodiscard]] RECT CellArea(int row, int column) const;
     void PaintEmptyText(HDC canvas) const;
@@ -181,8 +182,9 @@ class ListView {
     HWND control_;
     const ControlData& data_;
     Language language_;
-    std::vector<std::unique_ptr<Row>> rows_;  ///< in the order of the control
-    std::wstring asked_;                      ///< the text that the control asked for last
+    std::vector<std::unique_ptr<Row>> rows_;     ///< in the order of the control
+    std::vector<std::unique_ptr<Row>> removed_;  ///< the control has not let them go yet
+    std::wstring asked_;                         ///< the text that the control asked for last
     const RowPictures* pictures_ = nullptr;
     int dpi_ = kDesignDpi;
     bool selecting_ = false;

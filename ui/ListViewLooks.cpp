@@ -162,6 +162,17 @@ void ListView::PaintRow(HDC canvas, int row) const {
     RestoreDC(canvas, saved);
 }
 
+// A row paints its own background in one step with its text. Erased before, it would flicker in a
+// list without a buffer.
+void ListView::KeepRows(HDC canvas) const {
+    if (language_ != Language::Arabic || rows_.empty() || Style() != ViewStyle::Details) return;
+    const auto first = static_cast<int>(SendMessageW(control_, LVM_GETTOPINDEX, 0, 0));
+    const auto shown = static_cast<int>(SendMessageW(control_, LVM_GETCOUNTPERPAGE, 0, 0));
+    const RECT top = RowArea(first, LVIR_BOUNDS);
+    const RECT bottom = RowArea(std::min(first + shown, Count() - 1), LVIR_BOUNDS);
+    ExcludeClipRect(canvas, top.left, top.top, top.right, bottom.bottom);
+}
+
 RECT ListView::RowArea(int row, LONG part) const {
     RECT area{};
     area.left = part;
@@ -227,8 +238,8 @@ std::optional<LRESULT> ListView::OnNotify(NMHDR& header) {
             Answer(reinterpret_cast<NMLVDISPINFOW&>(header));
             return 0;
         case LVN_DELETEALLITEMS:
-            // One word for all of them is enough.
-            rows_.clear();
+            // One message for all of them is enough.
+            removed_ = std::exchange(rows_, {});
             return TRUE;
         case LVN_ITEMCHANGED:
             RepaintRow(reinterpret_cast<const NMLISTVIEW&>(header).iItem);
@@ -252,6 +263,14 @@ LRESULT CALLBACK ListView::Subclass(HWND window, UINT message, WPARAM wParam, LP
             // The first row takes the place of the text about the empty list.
             if (self->rows_.size() == 1) InvalidateRect(window, nullptr, TRUE);
             break;
+        case WM_ERASEBKGND: {
+            const auto canvas = reinterpret_cast<HDC>(wParam);
+            const int saved = SaveDC(canvas);
+            self->KeepRows(canvas);
+            const LRESULT result = DefSubclassProc(window, message, wParam, lParam);
+            RestoreDC(canvas, saved);
+            return result;
+        }
         case WM_SIZE: {
             if (self->rows_.empty()) InvalidateRect(window, nullptr, TRUE);
             const LRESULT result = DefSubclassProc(window, message, wParam, lParam);

@@ -107,6 +107,7 @@ constexpr std::array kControls{
                 .place = {kFieldLeft + kFieldWidth - kScrollWidth, 84, kScrollWidth, kField},
                 .lowest = 1,
                 .highest = 20,
+                .wheelLabel = L"lblBackages",
                 .spokenName = {L"Number of copies", L"عدد النسخ"}},
     ControlData{.name = L"lblBackages",
                 .id = ID_lblBackages,

@@ -168,8 +168,11 @@ int Menu::PopUp(HWND owner, std::wstring_view name, std::wstring_view defaultNam
     // Without the foreground the menu would stay open when the user clicks elsewhere, and without
     // a message behind it the next menu would close at once.
     SetForegroundWindow(owner);
-    const BOOL chosen =
-        TrackPopupMenu(menu, TPM_RETURNCMD | TPM_RIGHTBUTTON, mouse.x, mouse.y, 0, owner, nullptr);
+    UINT flags = TPM_RETURNCMD | TPM_RIGHTBUTTON;
+    if (language_ == Language::Arabic) flags |= TPM_LAYOUTRTL;
+    // The side of the pointer that the user's menus open at.
+    if (GetSystemMetrics(SM_MENUDROPALIGNMENT) != 0) flags |= TPM_RIGHTALIGN;
+    const BOOL chosen = TrackPopupMenu(menu, flags, mouse.x, mouse.y, 0, owner, nullptr);
     PostMessageW(owner, WM_NULL, 0, 0);
     return chosen;
 }

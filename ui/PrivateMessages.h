@@ -10,4 +10,7 @@ inline constexpr UINT kListKeyUp = WM_APP + 1;
 /// From a list view to its form: files were dropped (wParam: HDROP, lParam: the list view).
 inline constexpr UINT kListDrop = WM_APP + 2;
 
+/// From a drop-down list to its form: the list was closed (lParam: the drop-down list).
+inline constexpr UINT kDropDownClosed = WM_APP + 3;
+
 }  // namespace vw

@@ -39,9 +39,12 @@ void PutOnClipboard(HWND owner, const std::wstring& text) {
     CloseClipboard();
 }
 
-LRESULT CALLBACK CopyWithoutMarks(HWND box, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
-                                  DWORD_PTR) {
-    if (message == WM_NCDESTROY) RemoveWindowSubclass(box, CopyWithoutMarks, id);
+LRESULT CALLBACK OnReport(HWND box, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
+                          DWORD_PTR) {
+    if (message == WM_NCDESTROY) RemoveWindowSubclass(box, OnReport, id);
+    // A text of many lines takes Tab, Enter and Esc for its own. Nobody writes into a report, so
+    // they mean what they mean everywhere else in the form.
+    if (message == WM_GETDLGCODE) return DLGC_WANTARROWS;
     if (message != WM_COPY) return DefSubclassProc(box, message, wParam, lParam);
     const std::wstring selected = SelectedText(box);
     if (!selected.empty()) PutOnClipboard(box, WithoutMarks(selected));
@@ -52,7 +55,7 @@ LRESULT CALLBACK CopyWithoutMarks(HWND box, UINT message, WPARAM wParam, LPARAM 
 
 void ReportBox::Prepare(HWND box) {
     SendMessageW(box, EM_SETLIMITTEXT, kUnlimited, 0);
-    SetWindowSubclass(box, CopyWithoutMarks, kSubclass, 0);
+    SetWindowSubclass(box, OnReport, kSubclass, 0);
 }
 
 void ReportBox::Append(HWND box, std::wstring_view lines, Language language) {

@@ -4,6 +4,8 @@
 #include <objbase.h>
 #include <oleacc.h>
 
+#include <algorithm>
+#include <iterator>
 #include <string>
 
 namespace vw {
@@ -15,6 +17,8 @@ constexpr GUID kServicesClass{
     0xb5f8350b, 0x0548, 0x48b1, {0xa6, 0xee, 0x88, 0xbd, 0x00, 0xb4, 0xa5, 0xe7}};
 constexpr GUID kServices{
     0x6e26e776, 0x04f0, 0x495d, {0x80, 0xe4, 0x33, 0x30, 0x35, 0x2e, 0x31, 0x69}};
+constexpr GUID kValueProperty{
+    0x123fe443, 0x211a, 0x4615, {0x95, 0x27, 0xc4, 0x5a, 0x7e, 0x93, 0x71, 0x7a}};
 constexpr GUID kNameProperty{
     0x608d3df8, 0x8128, 0x4aa7, {0xa4, 0x28, 0xf5, 0x5e, 0x49, 0x26, 0x72, 0x91}};
 
@@ -32,21 +36,36 @@ SpokenNames::SpokenNames() noexcept
     }
 }
 
+SpokenNames::SpokenNames(IAccPropServices& services) noexcept
+    : initialised_(false), services_(&services) {
+    services_->AddRef();
+}
+
 SpokenNames::~SpokenNames() {
-    for (const HWND control : named_) {
+    constexpr GUID kProperties[]{kNameProperty, kValueProperty};
+    for (const HWND control : described_) {
         services_->ClearHwndProps(control, static_cast<DWORD>(OBJID_CLIENT), CHILDID_SELF,
-                                  &kNameProperty, 1);
+                                  kProperties, static_cast<int>(std::size(kProperties)));
     }
     if (services_ != nullptr) services_->Release();
     if (initialised_) CoUninitialize();
 }
 
 void SpokenNames::Set(HWND control, std::wstring_view name) {
-    if (services_ == nullptr || control == nullptr || name.empty()) return;
+    if (!name.empty()) SetProperty(control, kNameProperty, name);
+}
+
+void SpokenNames::SetValue(HWND control, std::wstring_view value) {
+    SetProperty(control, kValueProperty, value);
+}
+
+void SpokenNames::SetProperty(HWND control, const GUID& property, std::wstring_view text) {
+    if (services_ == nullptr || control == nullptr) return;
     const HRESULT result =
-        services_->SetHwndPropStr(control, static_cast<DWORD>(OBJID_CLIENT), CHILDID_SELF,
-                                  kNameProperty, std::wstring(name).c_str());
-    if (SUCCEEDED(result)) named_.push_back(control);
+        services_->SetHwndPropStr(control, static_cast<DWORD>(OBJID_CLIENT), CHILDID_SELF, property,
+                                  std::wstring(text).c_str());
+    const bool known = std::ranges::find(described_, control) != described_.end();
+    if (SUCCEEDED(result) && !known) described_.push_back(control);
 }
 
 void SpokenNames::Describe(HWND control, int element, std::wstring_view text) {

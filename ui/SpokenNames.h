@@ -14,6 +14,8 @@ namespace vw {
 class SpokenNames {
   public:
     SpokenNames() noexcept;
+    /// With a service of the caller's, which has to outlive this object.
+    explicit SpokenNames(IAccPropServices& services) noexcept;
     ~SpokenNames();
     SpokenNames(const SpokenNames&) = delete;
     SpokenNames& operator=(const SpokenNames&) = delete;
@@ -25,10 +27,16 @@ class SpokenNames {
     /// description away.
     void Describe(HWND control, int element, std::wstring_view text);
 
+    /// Says what a control shows, where its own position means something else to its readers. The
+    /// same holds for its life.
+    void SetValue(HWND control, std::wstring_view value);
+
   private:
+    void SetProperty(HWND control, const GUID& property, std::wstring_view text);
+
     bool initialised_;
     IAccPropServices* services_ = nullptr;
-    std::vector<HWND> named_;
+    std::vector<HWND> described_;
 };
 
 }  // namespace vw

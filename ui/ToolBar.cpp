@@ -58,7 +58,7 @@ void PaintIcon(HDC canvas, int left, int top, int pixels, HICON icon) {
 }  // namespace
 
 ToolBar::ToolBar(HWND control, const ControlData& data, Language language)
-    : control_(control), data_(data), language_(language) {
+    : control_(control), keys_(control), data_(data), language_(language) {
     SendMessageW(control_, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
     SendMessageW(control_, TB_SETEXTENDEDSTYLE, 0,
                  TBSTYLE_EX_MIXEDBUTTONS | TBSTYLE_EX_DOUBLEBUFFER);
@@ -228,6 +228,11 @@ void ToolBar::PaintButton(const NMTBCUSTOMDRAW& draw, std::size_t position) cons
     // The pictures for windows from right to left are drawn that way already.
     if (icon) PaintIcon(canvas, left, top, pixels, icon.Get());
 
+    if (Has(draw, CDIS_HOT) && GetFocus() == control_) {
+        RECT mark = area;
+        InflateRect(&mark, -Scaled(kTextMargin, dpi_), -Scaled(kTextMargin, dpi_));
+        DrawFocusRect(canvas, &mark);
+    }
     if (button.showText) {
         SelectObject(canvas, button.accentIcon != 0 ? boldFont_ : font_);
         SetTextColor(canvas, GetSysColor(disabled   ? COLOR_GRAYTEXT

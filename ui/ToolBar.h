@@ -11,6 +11,7 @@
 
 #include "ui/FormData.h"
 #include "ui/Icons.h"
+#include "ui/ToolBarKeys.h"
 
 namespace vw {
 
@@ -55,6 +56,7 @@ class ToolBar {
     };
 
     HWND control_;
+    ToolBarKeys keys_;
     const ControlData& data_;
     Language language_;
     ImageList room_;  ///< empty pictures that give the buttons their size
