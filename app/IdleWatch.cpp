@@ -30,7 +30,7 @@ void IdleWatch::Look() {
 }
 
 bool IdleWatch::UserIsLockedOut() const {
-    if (state_.silentRun || !main_.IsLoaded() || tray_.Window().IsLoaded()) return false;
+    if (state_.silentRun || !main_.IsLoaded() || tray_.IsReachable()) return false;
     if (busy_.Window().IsVisible()) return false;
     return !main_.IsVisible() || !main_.IsFormEnabled();
 }

@@ -22,10 +22,21 @@ constexpr int kFrames = 4;
 
 }  // namespace
 
-TrayIcon::TrayIcon(System& system, ProgramState& state, Language language, TrayHost& host)
-    : system_(system), state_(state), host_(host), form_(TrayForm(), language, *this) {}
+TrayIcon::TrayIcon(System& system, ProgramState& state, Language language, TrayHost& host,
+                   Shell shell)
+    : system_(system),
+      state_(state),
+      host_(host),
+      shell_(shell),
+      form_(TrayForm(), language, *this) {}
 
-void TrayIcon::Load() { form_.IsLoaded() ? HideWindows() : form_.Load(); }
+void TrayIcon::Load() {
+    if (form_.IsLoaded()) {
+        HideWindows();
+    } else {
+        form_.Load();
+    }
+}
 
 void TrayIcon::Unload() { form_.Unload(); }
 
@@ -40,7 +51,9 @@ void TrayIcon::OnLoad(Form& form) {
     });
 }
 
+// A window without an icon that stands for it could not be had back.
 void TrayIcon::HideWindows() {
+    if (!added_) return;
     for (Form* loaded : host_.LoadedForms()) loaded->Hide();
 }
 
@@ -83,8 +96,20 @@ NOTIFYICONDATAW TrayIcon::InitIconStruct() const {
 
 void TrayIcon::AddIcon() {
     NOTIFYICONDATAW record = InitIconStruct();
-    lastStatus_ = Shell_NotifyIconW(NIM_ADD, &record) != 0;
+    lastStatus_ = shell_(NIM_ADD, &record) != 0;
     added_ = added_ || lastStatus_;
+}
+
+// The shell refuses an icon while it is busy, such as at log-on. An icon that it took all the same,
+// after the answer was due, counts as added when it can be changed.
+void TrayIcon::AddAgain() {
+    AddIcon();
+    if (!added_) {
+        NOTIFYICONDATAW record = InitIconStruct();
+        lastStatus_ = shell_(NIM_MODIFY, &record) != 0;
+        added_ = lastStatus_;
+    }
+    HideWindows();
 }
 
 void TrayIcon::OnTaskbarCreated(Form&) {
@@ -94,11 +119,12 @@ void TrayIcon::OnTaskbarCreated(Form&) {
 
 void TrayIcon::Timer1_Timer() {
     Trapped(system_.errors, Named(L"Timer1_Timer"), [this] {
+        if (!added_) AddAgain();
         if (!animating_) return;
         form_.SetIcon(L"Image1", frame_ - 1);
         frame_ = frame_ % kFrames + 1;
         NOTIFYICONDATAW record = InitIconStruct();
-        lastStatus_ = Shell_NotifyIconW(NIM_MODIFY, &record) != 0;
+        lastStatus_ = shell_(NIM_MODIFY, &record) != 0;
     });
 }
 
@@ -130,7 +156,8 @@ void TrayIcon::MaximizeApp() {
 bool TrayIcon::OnQueryUnload(Form&, UnloadReason) {
     Trapped(system_.errors, Named(L"Form_QueryUnload"), [this] {
         NOTIFYICONDATAW record = InitIconStruct();
-        if (added_) lastStatus_ = Shell_NotifyIconW(NIM_DELETE, &record) != 0;
+        // Also an icon whose addition was not confirmed may be there.
+        lastStatus_ = shell_(NIM_DELETE, &record) != 0;
         added_ = false;
         animating_ = false;
         if (state_.silentRun) host_.frmUnload();

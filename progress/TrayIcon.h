@@ -36,10 +36,15 @@ class TrayHost {
 /// program works without windows, and keeps a silent run alive while it is loaded.
 class TrayIcon final : private FormEvents {
   public:
-    TrayIcon(System& system, ProgramState& state, Language language, TrayHost& host);
+    /// Takes requests for icons; the system's own but in tests.
+    using Shell = BOOL(WINAPI*)(DWORD request, NOTIFYICONDATAW* icon);
+
+    TrayIcon(System& system, ProgramState& state, Language language, TrayHost& host,
+             Shell shell = &Shell_NotifyIconW);
 
     /// Puts the icon into the notification area and hides every window; once more while it is
-    /// loaded, it only hides them.
+    /// loaded, it only hides them. While the shell does not take the icon the windows stay, and the
+    /// timer tries again.
     void Load();
 
     /// Takes the icon away.
@@ -87,12 +92,14 @@ class TrayIcon final : private FormEvents {
     void OnEscaped(Form&, const std::exception_ptr& error) noexcept override { escaped_ = error; }
 
     void AddIcon();
+    void AddAgain();
     void HideWindows();
     void Timer1_Timer();
 
     System& system_;
     ProgramState& state_;
     TrayHost& host_;
+    Shell shell_;
     Form form_;
     std::wstring tip_;
     int frame_ = 1;

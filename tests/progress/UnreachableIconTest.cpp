@@ -1,0 +1,93 @@
+// A shell that is busy, as at log-on, and takes no icon at first.
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+#include "platform/ProgramState.h"
+#include "progress/TrayIcon.h"
+#include "tests/support/TestWorld.h"
+#include "tests/ui/FormFixture.h"
+#include "ui/resource.h"
+
+namespace vw::test {
+namespace {
+
+class Host final : public TrayHost {
+  public:
+    std::vector<Form*> LoadedForms() override { return forms; }
+    void frmUnload() override {}
+
+    std::vector<Form*> forms;
+};
+
+/// What the shell is asked for, and what it answers.
+struct Shell {
+    bool takesIcons = false;
+    bool knowsIcon = false;  ///< it added the icon, but its answer came too late
+    std::vector<DWORD> requests;
+};
+
+Shell* shell = nullptr;
+
+BOOL WINAPI AnswerOfShell(DWORD request, NOTIFYICONDATAW*) {
+    shell->requests.push_back(request);
+    if (request == NIM_ADD) return shell->takesIcons ? TRUE : FALSE;
+    return shell->takesIcons || shell->knowsIcon ? TRUE : FALSE;
+}
+
+class UnreachableIcon : public testing::Test {
+  protected:
+    UnreachableIcon() {
+        shell = &answers;
+        host.forms = {&main.form, &icon.Window()};
+        main.form.Show(ShowHow::KeepFocus);
+    }
+    void Tick() { SendMessageW(icon.Window().Handle(), WM_TIMER, ID_Timer1, 0); }
+
+    Shell answers;
+    TestWorld world;
+    ProgramState state;
+    Host host;
+    LoadedForm main{MainForm(), Language::English};
+    TrayIcon icon{world.system, state, Language::English, host, &AnswerOfShell};
+};
+
+TEST_F(UnreachableIcon, Load_ShellRefuses_HidesNothing) {
+    icon.Load();
+    EXPECT_FALSE(icon.IsReachable());
+    EXPECT_TRUE(main.form.IsVisible());
+    icon.Load();
+    EXPECT_TRUE(main.form.IsVisible());
+}
+
+TEST_F(UnreachableIcon, Timer_ShellTakesIt_AddsAndHides) {
+    icon.Load();
+    Tick();
+    EXPECT_FALSE(icon.IsReachable());
+    EXPECT_TRUE(main.form.IsVisible());
+    answers.takesIcons = true;
+    Tick();
+    EXPECT_TRUE(icon.IsReachable());
+    EXPECT_FALSE(main.form.IsVisible());
+    answers.requests.clear();
+    Tick();
+    EXPECT_EQ(answers.requests, std::vector<DWORD>{NIM_MODIFY}) << "added once";
+}
+
+TEST_F(UnreachableIcon, Timer_AnswerWasLate_CountsAsAdded) {
+    icon.Load();
+    answers.knowsIcon = true;
+    Tick();
+    EXPECT_TRUE(icon.IsReachable());
+}
+
+TEST_F(UnreachableIcon, Unload_NeverConfirmed_IsDeletedAllTheSame) {
+    icon.Load();
+    answers.requests.clear();
+    icon.Unload();
+    EXPECT_EQ(answers.requests, std::vector<DWORD>{NIM_DELETE});
+}
+
+}  // namespace
+}  // namespace vw::test
