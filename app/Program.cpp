@@ -1,6 +1,8 @@
 #include "app/Program.h"
 
 #include "fsutil/PathText.h"
+#include "platform/CurrentFolder.h"
+#include "platform/SystemPath.h"
 
 namespace vw {
 
@@ -39,6 +41,10 @@ Program::Program()
       settings_(errors_, state_.executableBaseName),
       api_(registry_, ansi_, boxes_, faults_),
       application_(system_, state_, settings_, api_, report_) {
+    // The drive that the program was started in, such as that of a list which was double-clicked,
+    // can be taken out while the program runs.
+    CompleteRelativePathsIn(CurrentFolder());
+    WorkIn(state_.applicationFolder);
     pump_.SetFilter(Form::TranslateKeys);
     pump_.SetGate([this] { return application_.HasMessages(); });
     errors_.SetNote([this](std::wstring_view details) { application_.NoteError(details); });

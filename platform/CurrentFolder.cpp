@@ -11,8 +11,10 @@ std::wstring CurrentFolder() {
     return folder;
 }
 
-FolderToStayIn::~FolderToStayIn() {
-    if (!folder_.empty()) SetCurrentDirectoryW(folder_.c_str());
+void WorkIn(const std::wstring& folder) {
+    if (!folder.empty()) SetCurrentDirectoryW(folder.c_str());
 }
+
+FolderToStayIn::~FolderToStayIn() { WorkIn(folder_); }
 
 }  // namespace vw

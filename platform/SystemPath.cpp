@@ -33,7 +33,13 @@ bool IsDriveAbsolute(std::wstring_view path) {
     return path.size() >= 3 && IsDriveLetter(path[0]) && path[1] == L':' && path[2] == L'\\';
 }
 
-std::wstring Completed(const std::wstring& relative) {
+// As the current folder, it belongs to the whole process.
+std::wstring& NamedFolder() noexcept {
+    static std::wstring folder;
+    return folder;
+}
+
+std::wstring CompletedBySystem(const std::wstring& relative) {
     std::wstring full(MAX_PATH, L'\0');
     for (;;) {
         const DWORD length = GetFullPathNameW(relative.c_str(), static_cast<DWORD>(full.size()),
@@ -43,6 +49,18 @@ std::wstring Completed(const std::wstring& relative) {
         full.resize(length);
         if (fits) return full;
     }
+}
+
+std::wstring Completed(const std::wstring& relative) {
+    std::wstring bySystem = CompletedBySystem(relative);
+    const std::wstring& folder = NamedFolder();
+    if (folder.empty() || bySystem.starts_with(kDevicePrefix)) return bySystem;
+    if (folder[1] != L':' && relative.front() == L'\\') return bySystem;
+    if (relative.front() == L'\\') return folder.substr(0, 2) + relative;
+    if (relative.size() < 2 || relative[1] != L':') return folder + L'\\' + relative;
+    // "C:name": each drive has a folder of its own, and only that of this drive is known here.
+    const bool sameDrive = EqualNoCase(relative.substr(0, 2), folder.substr(0, 2));
+    return sameDrive ? folder + L'\\' + relative.substr(2) : bySystem;
 }
 
 // Appends the components of `rest` to `root`, resolving relative steps. The names themselves stay
@@ -78,6 +96,10 @@ std::wstring ServerPath(std::wstring_view path) {
 }
 
 }  // namespace
+
+void CompleteRelativePathsIn(std::wstring folder) { NamedFolder() = std::move(folder); }
+
+const std::wstring& FolderOfRelativePaths() noexcept { return NamedFolder(); }
 
 std::wstring AbsolutePath(std::wstring_view path) {
     if (path.empty() || path.find(L'\0') != std::wstring_view::npos) {

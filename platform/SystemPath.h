@@ -5,6 +5,11 @@
 
 namespace vw {
 
+/// Names the folder that relative paths are completed with. A process keeps the drive of its current
+/// folder in use, so the program works elsewhere. Empty: the current folder, as at first.
+void CompleteRelativePathsIn(std::wstring folder);
+[[nodiscard]] const std::wstring& FolderOfRelativePaths() noexcept;
+
 /// The absolute form of a typed path: separators as "\", double ones collapsed, "." and ".."
 /// resolved, relative paths completed ("C:" is the current folder of that drive).
 [[nodiscard]] std::wstring AbsolutePath(std::wstring_view path);

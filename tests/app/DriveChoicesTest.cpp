@@ -2,8 +2,10 @@
 
 #include <gmock/gmock.h>
 
+#include <atomic>
 #include <map>
 
+#include "platform/Handle.h"
 #include "platform/RuntimeError.h"
 #include "platform/Win32FileSystem.h"
 #include "tests/support/ForwardingFileSystem.h"
@@ -29,6 +31,27 @@ class DrivesWithRoom final : public ForwardingFileSystem {
         if (found == room.end()) Raise(error_number::kNotReady, path);
         return found->second;
     }
+};
+
+/// Network drives whose server is gone: they answer when the test lets them.
+class DeadDrives final : public ForwardingFileSystem {
+  public:
+    using ForwardingFileSystem::ForwardingFileSystem;
+
+    DriveKind KindOfDrive(std::wstring_view) override {
+        ++questions;
+        return DriveKind::Network;
+    }
+    std::uint64_t FreeSpace(std::wstring_view) override {
+        constexpr DWORD kLongest = 20000;
+        WaitForSingleObject(release.Get(), kLongest);
+        ++answered;
+        return kGibibyte + 1;
+    }
+
+    KernelHandle release{CreateEventW(nullptr, TRUE, FALSE, nullptr)};
+    int questions = 0;
+    std::atomic<int> answered = 0;
 };
 
 class Drives : public testing::Test {
@@ -57,6 +80,15 @@ TEST_F(Drives, OthersNeedMoreThanAGibibyteOfRoom) {
     EXPECT_THAT(DriveChoices(files), Not(Contains(another)));
     files.room[another + L"\\"] = kGibibyte + 1;
     EXPECT_THAT(DriveChoices(files), ElementsAre(L"A:", L"C:", another));
+}
+
+TEST_F(Drives, NetworkDriveThatDoesNotAnswer_IsLeftOut) {
+    if (another.empty()) GTEST_SKIP() << "this machine has no other drive";
+    DeadDrives dead(disk);
+    EXPECT_THAT(DriveChoices(dead), ElementsAre(L"A:", L"C:"));
+    SetEvent(dead.release.Get());
+    EXPECT_GT(dead.questions, 0);
+    while (dead.answered < dead.questions) Sleep(1);
 }
 
 }  // namespace

@@ -40,6 +40,19 @@ TEST(SystemPathTest, TypedPathsAreMadeAbsoluteAndFreeOfTheLengthLimit) {
     }
 }
 
+TEST(SystemPathTest, RelativePaths_FolderNamed_AreCompletedWithIt) {
+    CompleteRelativePathsIn(L"Q:\\Lists\\of mine");
+    EXPECT_EQ(AbsolutePath(L"x\\y.txt"), L"Q:\\Lists\\of mine\\x\\y.txt");
+    EXPECT_EQ(AbsolutePath(L"..\\y.txt"), L"Q:\\Lists\\y.txt");
+    EXPECT_EQ(AbsolutePath(L"\\y.txt"), L"Q:\\y.txt");
+    EXPECT_EQ(AbsolutePath(L"q:y.txt"), L"Q:\\Lists\\of mine\\y.txt");
+    EXPECT_EQ(AbsolutePath(L"C:\\y.txt"), L"C:\\y.txt");
+    EXPECT_THROW(static_cast<void>(AbsolutePath(L"NUL")), RuntimeError);
+    CompleteRelativePathsIn(L"\\\\server\\share\\Lists");
+    EXPECT_EQ(AbsolutePath(L"y.txt"), L"\\\\server\\share\\Lists\\y.txt");
+    CompleteRelativePathsIn({});
+}
+
 TEST(SystemPathTest, RelativePathsAreTakenFromTheCurrentFolder) {
     std::wstring current(GetCurrentDirectoryW(0, nullptr), L'\0');
     GetCurrentDirectoryW(static_cast<DWORD>(current.size()), current.data());
