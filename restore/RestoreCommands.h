@@ -65,7 +65,7 @@ class RestoreCommands {
     // Restoring (Restoring.cpp).
     void DoRestore(bool askLocation);
     void Restore(const Selection& selection, const Goal& goal);
-    [[nodiscard]] std::optional<Goal> ChooseGoal(const ListedItem& item, bool ask);
+    [[nodiscard]] std::optional<Goal> ChooseGoal(const Selection& selection, bool ask);
     void RefuseStoredCopy(const Goal& goal, const std::wstring& folder);
     [[nodiscard]] bool MayReplace(const Goal& goal);
 

@@ -1,6 +1,7 @@
 #include "engine/CPackage.h"
 #include "engine/CopyName.h"
 #include "engine/TargetState.h"
+#include "fsutil/Folders.h"
 #include "fsutil/PathText.h"
 #include "fsutil/TreeWalk.h"
 #include "list/editing/FileDialogs.h"
@@ -71,7 +72,7 @@ void RestoreCommands::DoRestore(bool askLocation) {
         if (!selection) return;
         ExpectUnchanged(*selection, selection->copy);
         TellIncomplete(selection->copy);
-        auto goal = ChooseGoal(selection->item, askLocation);
+        auto goal = ChooseGoal(*selection, askLocation);
         if (!goal) return;
         RefuseStoredCopy(*goal, selection->folder);
         host_.Msg(L"Restoring: ", goal->typed);
@@ -102,7 +103,9 @@ void RestoreCommands::Restore(const Selection& selection, const Goal& goal) {
     if (!state_.silentRun) Tell(restore_text::kCancelled);
 }
 
-std::optional<RestoreCommands::Goal> RestoreCommands::ChooseGoal(const ListedItem& item, bool ask) {
+std::optional<RestoreCommands::Goal> RestoreCommands::ChooseGoal(const Selection& selection,
+                                                                 bool ask) {
+    const ListedItem& item = selection.item;
     const std::wstring location =
         item.originalLocation.empty() ? std::wstring(kUnknown) : item.originalLocation;
     if (!ask && location != kUnknown) {
@@ -118,6 +121,12 @@ std::optional<RestoreCommands::Goal> RestoreCommands::ChooseGoal(const ListedIte
     if (!chosen) return std::nullopt;
     // The item takes its own name, whatever was typed beside the folder.
     const std::wstring folder = CFileLocation(*chosen);
+    // A dialog opens the folder whose name is confirmed instead of taking it. What is confirmed
+    // inside it means the folder itself: the item would end one folder deeper otherwise.
+    if (EqualNoCase(CFileName(folder), item.name) &&
+        FolderExists(system_.files, selection.copy.path)) {
+        return Goal{.folder = CFileLocation(folder), .typed = folder, .target = folder};
+    }
     return Goal{.folder = folder, .typed = *chosen, .target = JoinPath(folder, item.name)};
 }
 
