@@ -114,6 +114,7 @@ class Application final : private StartCommands,
     void SetCaption() override;
     void ShowStatus(std::wstring_view text) override;
     void CheckAutoBackup(bool on) override;
+    void ExplainAutoBackup() override;
     void ShowRecentFiles(const RecentFileMenu& menu) override;
 
     // The list and the copies.

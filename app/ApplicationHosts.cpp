@@ -2,6 +2,7 @@
 #include "engine/RunTexts.h"
 #include "list/editing/SubItem.h"
 #include "platform/Clock.h"
+#include "platform/EventPump.h"
 #include "progress/SilentReport.h"
 
 // What the rooms below ask of the program.
@@ -72,9 +73,11 @@ bool Application::IsBusyShown() const { return windows_ && windows_->frmBusyDial
 // The system's copy call tells how far it is far more often than anybody can see.
 void Application::DuringCopy() {
     constexpr std::uint64_t kMilliseconds = 50;
-    if (state_.silentRun || system_.clock.Milliseconds() < nextPainting_) return;
+    if (system_.clock.Milliseconds() < nextPainting_) return;
     nextPainting_ = system_.clock.Milliseconds() + kMilliseconds;
-    windows_->frmBusyDialog.Repaint();
+    if (!state_.silentRun) windows_->frmBusyDialog.Repaint();
+    // A cancel is noted now and acts after the file; the end of the session does not wait for it.
+    system_.pump.DoEvents();
 }
 
 void Application::AbortRun() {
@@ -112,6 +115,14 @@ void Application::CheckAutoBackup(bool on) {
     if (windows_) windows_->main.CheckAutoBackup(on);
 }
 
+void Application::ExplainAutoBackup() {
+    ShowStatus(state_.arabic
+                   ? L"سيبدأ Windows تشغيل Vaultwright عند تسجيل الدخول. لا يُنسخ شيء عندئذٍ: يبدأ "
+                     L"النسخ الاحتياطي بالأمر النسخ الآن."
+                   : L"Windows now starts Vaultwright at log-on. That alone backs nothing up: a "
+                     L"backup runs when you choose Backup now.");
+}
+
 void Application::ShowRecentFiles(const RecentFileMenu& menu) {
     windows_->main.ShowRecentFiles(menu);
 }
@@ -135,5 +146,4 @@ void Application::ListLoaded() {
 void Application::ListRestoreFiles() { windows_->browser.ListRestoreFiles(); }
 
 void Application::RestoredPath(std::wstring_view path) { windows_->browser.RestoredPath(path); }
-
 }  // namespace vw

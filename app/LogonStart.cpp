@@ -26,18 +26,24 @@ bool LogonStart::ApplicationSartup() { return api_.ApplicationSartup(state_.exec
 void LogonStart::ApplicationSartup(bool flag) {
     Trapped(system_.errors, kApplicationSartup, [&] {
         if (!EqualNoCase(state_.currentListPath, state_.DefaultListPath())) return;
-        if (flag == ApplicationSartup()) return;
-        if (!ProgramIsOnFixedDrive()) {
-            system_.boxes.MsgBox({.text = L"Run this Application from your hard drive"});
-            return;
-        }
-        // Without quotation marks, also for a folder with blanks.
-        api_.ApplicationSartup(
-            state_.executableBaseName,
-            state_.applicationFolder + L"\\" + state_.executableBaseName + L".exe /S", flag);
-        settings_.SaveSetting(setting::kStartup, SettingText(flag));
-        mark_.CheckAutoBackup(flag);
+        const bool before = ApplicationSartup();
+        if (flag != before) Switch(flag);
+        const bool now = ApplicationSartup();
+        mark_.CheckAutoBackup(now);
+        if (now && !before) mark_.ExplainAutoBackup();
     });
+}
+
+void LogonStart::Switch(bool on) {
+    if (!ProgramIsOnFixedDrive()) {
+        system_.boxes.MsgBox({.text = L"Run this Application from your hard drive"});
+        return;
+    }
+    // Without quotation marks, also for a folder with blanks.
+    api_.ApplicationSartup(
+        state_.executableBaseName,
+        state_.applicationFolder + L"\\" + state_.executableBaseName + L".exe /S", on);
+    settings_.SaveSetting(setting::kStartup, SettingText(on));
 }
 
 bool LogonStart::ProgramIsOnFixedDrive() const {

@@ -18,6 +18,9 @@ class AutoBackupMark {
 
     /// Sets or clears the entry's check mark.
     virtual void CheckAutoBackup(bool on) = 0;
+
+    /// Says what the entry does and what it does not do, once it was switched on.
+    virtual void ExplainAutoBackup() = 0;
 };
 
 /// Whether Windows starts the program at log-on, for backups of the default list.
@@ -30,11 +33,12 @@ class LogonStart {
     [[nodiscard]] bool ApplicationSartup();
 
     /// Enables or disables start at log-on. Nothing happens while another list than the default
-    /// one is in use; a program that does not lie on a hard drive is refused with a box. Whether
-    /// the system took the entry is not told: that takes the rights of an administrator.
+    /// one is in use; a program that does not lie on a hard drive is refused with a box. The check
+    /// mark shows what is stored afterwards: the system takes the entry from administrators only.
     void ApplicationSartup(bool flag);
 
   private:
+    void Switch(bool on);
     [[nodiscard]] bool ProgramIsOnFixedDrive() const;
 
     System& system_;

@@ -4,10 +4,12 @@
 #include "app/LogonStart.h"
 #include "app/StartCommands.h"
 #include "fsutil/PathText.h"
+#include "list/editing/ListEditing.h"
 #include "platform/Conversions.h"
 #include "platform/ErrorTrap.h"
 #include "platform/EventPump.h"
 #include "platform/FileSystem.h"
+#include "platform/Like.h"
 #include "platform/MsgBox.h"
 #include "platform/ProgramState.h"
 #include "platform/RuntimeError.h"
@@ -91,6 +93,10 @@ void MVaultwright::Dispatch(const CommandLine& commandLine) {
             commands_.ShowMainWindow();
             break;
         case StartAction::OpenItem: {
+            if (RefusedAsDrive(argument)) {
+                commands_.frmUnload();
+                break;
+            }
             const auto facts = system_.files.Look(argument);
             if (!facts) Raise(error_number::kListPathMissing, argument);
             state_.currentListPath = state_.SingleItemListPath();
@@ -119,6 +125,13 @@ std::wstring MVaultwright::BackupToDefault() {
         // A run that needs the folder tells that it is missing.
     }
     return folder;
+}
+
+// A whole drive cannot be one item: a box says so, and the program ends.
+bool MVaultwright::RefusedAsDrive(std::wstring_view path) {
+    if (!Like(path, L"?:") && !Like(path, L"?:\\")) return false;
+    system_.boxes.MsgBox({.text = std::wstring(kDriveRefused)});
+    return true;
 }
 
 // Hidden and system files do not count as lists: they are not what a user would hand over.

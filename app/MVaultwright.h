@@ -32,6 +32,7 @@ class MVaultwright {
     void Start(std::wstring arguments);
     void Dispatch(const CommandLine& commandLine);
     void OpenList(std::wstring_view argument, bool inWindow);
+    [[nodiscard]] bool RefusedAsDrive(std::wstring_view path);
     [[nodiscard]] std::wstring ExistingList(std::wstring_view argument);
     [[nodiscard]] std::wstring CompletedIfThere(const std::wstring& path);
 

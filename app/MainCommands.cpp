@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "app/KeepAwake.h"
 #include "app/LanguageChoice.h"
 #include "app/LogonStart.h"
 #include "app/MainHost.h"
@@ -68,31 +69,11 @@ const MainCommand* MainCommand::Find(std::wstring_view menu, std::wstring_view k
     return found == std::end(kCommands) ? nullptr : &*found;
 }
 
-// What was changed of a list and not yet saved, such as its number of copies, goes when another
-// list takes the window.
-bool MainWindow::MayLeaveList() {
-    if (parts_->list.FileSave()) return true;
-    const auto* question = state_.arabic ? L"تعذّر حفظ التغييرات في هذه القائمة. هل تريد الانتقال "
-                                           L"إلى قائمة أخرى وفقدان هذه التغييرات؟"
-                                         : L"The changes to this list could not be saved. Open "
-                                           L"another list and lose these changes?";
-    return system_.boxes.MsgBox({.text = question,
-                                 .buttons = BoxButtons::YesNo,
-                                 .rightToLeft = state_.arabic,
-                                 .secondIsDefault = true}) == BoxAnswer::Yes;
-}
+void MainWindow::mnuFileNewClick(int) { parts_->list.FileNew(false); }
 
-void MainWindow::mnuFileNewClick(int) {
-    if (MayLeaveList()) parts_->list.FileNew(false);
-}
+void MainWindow::mnuFileOpenClick(int) { parts_->list.FileOpen(); }
 
-void MainWindow::mnuFileOpenClick(int) {
-    if (MayLeaveList()) parts_->list.FileOpen();
-}
-
-void MainWindow::mnuRecentFileClick(int index) {
-    if (MayLeaveList()) parts_->recent.mnuRecentFileClick(index);
-}
+void MainWindow::mnuRecentFileClick(int index) { parts_->recent.mnuRecentFileClick(index); }
 
 void MainWindow::mnuFileSaveClick(int) { parts_->list.FileSave(); }
 
@@ -105,8 +86,9 @@ void MainWindow::mnuBackupClick(int) {
         system_.boxes.MsgBox({.text = form_.Text(L"lblNoFileToBack"), .rightToLeft = true});
         return;
     }
-    // The engine reads the file, so the file has to say what the window shows.
-    parts_->list.FileSave();
+    // The engine reads the file: a run with a file that differs from the window would back up what
+    // was deleted, and leave out what was added.
+    if (!parts_->list.FileSave()) return;
     state_.cancelRequested = false;
     host_.BackUpCurrentList();
     // The end of the busy dialog has given the window back, but the command still runs: what the
@@ -153,15 +135,27 @@ void MainWindow::ActionOpen(int index) {
     }
 }
 
-void MainWindow::mnuRestoreClick(int) { parts_->restore.mnuRestoreClick(); }
+void MainWindow::mnuRestoreClick(int) {
+    const KeepAwake awake;
+    parts_->restore.mnuRestoreClick();
+}
 
-void MainWindow::mnuRestoreToClick(int) { parts_->restore.mnuRestoreToClick(); }
+void MainWindow::mnuRestoreToClick(int) {
+    const KeepAwake awake;
+    parts_->restore.mnuRestoreToClick();
+}
 
 void MainWindow::mnuOpenCopyClick(int) { parts_->restore.mnuOpenCopyClick(); }
 
-void MainWindow::mnuDelCopyClick(int) { parts_->restore.mnuDelCopyClick(); }
+void MainWindow::mnuDelCopyClick(int) {
+    const KeepAwake awake;
+    parts_->restore.mnuDelCopyClick();
+}
 
-void MainWindow::mnuDelCopiesClick(int) { parts_->restore.mnuDelCopiesClick(); }
+void MainWindow::mnuDelCopiesClick(int) {
+    const KeepAwake awake;
+    parts_->restore.mnuDelCopiesClick();
+}
 
 void MainWindow::mnuViewMethodClick(int index) {
     static constexpr std::array kKeys{L"ViewLIcons", L"ViewSIcons", L"ViewList", L"ViewDetails"};
@@ -203,6 +197,7 @@ void MainWindow::mnuToolRepairClick(int) {
                               .secondIsDefault = true}) != BoxAnswer::Yes) {
         return;
     }
+    const KeepAwake awake;
     MFileDosShell::TreeNamesLower(system_, folder);
     system_.boxes.MsgBox({.text = L"Done"});
 }

@@ -13,6 +13,7 @@
 #include "platform/FileSystem.h"
 #include "platform/MsgBox.h"
 #include "platform/ProgramState.h"
+#include "platform/SystemPath.h"
 #include "platform/TextCase.h"
 #include "platform/WindowsHeader.h"
 #include "restore/CopiesBrowser.h"
@@ -57,6 +58,7 @@ void MainWindow::OnLoad(Form& form) {
         mnuViewAlignClick(static_cast<int>(ViewArrange::Top));
         parts_->list.Dialog().defaultFolder =
             system_.files.Look(kDialogFolder) ? kDialogFolder : kOtherDialogFolder;
+        parts_->list.Dialog().lastFolder = FolderOfRelativePaths();
         CheckAutoBackup(parts_->logonStart.ApplicationSartup());
         form.SetText(L"lblBackages", std::to_wstring(state_.copiesCount));
         loadGuard_ = true;
@@ -102,6 +104,10 @@ void MainWindow::SetCaption() {
     }
     form_.SetCaption(caption);
     form_.Menus().Enable(L"mnuOptions", DefaultListInUse(), 0);
+    if (oneItem_ && !EqualNoCase(state_.currentListPath, state_.SingleItemListPath())) {
+        oneItem_ = false;
+        EnableEditing(true);
+    }
 }
 
 void MainWindow::CheckAutoBackup(bool on) {
@@ -118,15 +124,20 @@ void MainWindow::ShowRecentFiles(const RecentFileMenu& menu) {
 }
 
 void MainWindow::KeepToOneItem() {
+    oneItem_ = true;
+    EnableEditing(false);
+}
+
+void MainWindow::EnableEditing(bool on) {
     for (const auto* name :
          {L"mnuAddFile", L"mnuAddFiles", L"mnuAddFolder", L"mnuDel", L"mnuDelAll"}) {
-        form_.Menus().Enable(name, false);
+        form_.Menus().Enable(name, on);
     }
     for (const auto* key : {L"FileNew", L"FileOpen", L"FileSave", L"EditAddFile", L"EditAddFiles",
                             L"EditAddFolder", L"Del", L"EditDelAll"}) {
-        form_.Tools(L"Toolbar1").Enable(key, false);
+        form_.Tools(L"Toolbar1").Enable(key, on);
     }
-    DragAcceptFiles(form_.Control(L"lsvBackupList"), FALSE);
+    DragAcceptFiles(form_.Control(L"lsvBackupList"), on ? TRUE : FALSE);
 }
 
 void MainWindow::OnControl(Form&, const ControlEvent& event) {
@@ -152,6 +163,9 @@ void MainWindow::OnList(const ControlEvent& event) {
     const bool items = event.control == L"lsvBackupList";
     const bool stored = event.control == L"lsvRestore1";
     switch (event.kind) {
+        case EventKind::Click:
+            if (items) OnItemClicked(event.value);
+            break;
         case EventKind::Selection:
             if (items) {
                 InBracket(L"lsvBackupListClick", [this] { parts_->editing.lsvBackupListClick(); });
@@ -179,6 +193,13 @@ void MainWindow::OnList(const ControlEvent& event) {
         default:
             break;
     }
+}
+
+// A click on the row that is selected already is no change of the selection. The copies may be
+// those of another item meanwhile.
+void MainWindow::OnItemClicked(int row) {
+    if (row < 0 || parts_->browser.Shows(parts_->list.Rows().List().SubItem(row, L"Path"))) return;
+    InBracket(L"lsvBackupListClick", [this] { parts_->editing.lsvBackupListClick(); });
 }
 
 void MainWindow::OnColumnClick(const ControlEvent& event) {

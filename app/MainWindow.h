@@ -57,6 +57,7 @@ class MainWindow final : public FormEvents {
     [[nodiscard]] StatusLine& Status() noexcept { return status_; }
 
     /// The one item that the program was started for may be backed up and restored, not exchanged.
+    /// The commands come back with another list.
     void KeepToOneItem();
 
     /// What a handler threw beyond the errors that are told.
@@ -70,7 +71,9 @@ class MainWindow final : public FormEvents {
     bool OnQueryUnload(Form& form, UnloadReason reason) override;
     void OnEscaped(Form& form, const std::exception_ptr& error) noexcept override;
 
+    void EnableEditing(bool on);
     void OnList(const ControlEvent& event);
+    void OnItemClicked(int row);
     void OnColumnClick(const ControlEvent& event);
     void Run(std::wstring_view control, int index, std::wstring_view key = {});
     template <class Body>
@@ -104,7 +107,6 @@ class MainWindow final : public FormEvents {
     void mnuHelpAboutClick(int);
     void mnuToolEnArClick(int);
     void ActionOpen(int);
-    [[nodiscard]] bool MayLeaveList();
 
     // The rest of the window (MainWindow.cpp).
     void cmbDestinationClick();
@@ -120,6 +122,7 @@ class MainWindow final : public FormEvents {
     std::exception_ptr escaped_;
     bool loadGuard_ = false;  ///< the first change of vsBackages is not the user's
     bool running_ = false;    ///< one command at a time
+    bool oneItem_ = false;    ///< the list is that of the item that the program was started for
 };
 
 }  // namespace vw

@@ -60,7 +60,7 @@ class RunHost {
     /// Gives the main window back to the user (true), or takes it (false).
     virtual void Ready(bool flag) = 0;
 
-    /// Called now and then while one large file is copied: only to repaint.
+    /// Called now and then while one large file is copied: repaints and processes messages.
     virtual void DuringCopy() = 0;
 
     /// Ends the program at once, leaving nothing in the notification area.

@@ -5,8 +5,8 @@
 
 namespace vw {
 
-/// Names the folder that relative paths are completed with. A process keeps the drive of its current
-/// folder in use, so the program works elsewhere. Empty: the current folder, as at first.
+/// Names the folder that relative paths are completed with. A process keeps the drive of its
+/// current folder in use, so the program works elsewhere. Empty: the current folder, as at first.
 void CompleteRelativePathsIn(std::wstring folder);
 [[nodiscard]] const std::wstring& FolderOfRelativePaths() noexcept;
 

@@ -51,7 +51,7 @@ void TrayIcon::OnLoad(Form& form) {
     });
 }
 
-// A window without an icon that stands for it could not be had back.
+// Without an icon nobody could bring a hidden window back.
 void TrayIcon::HideWindows() {
     if (!added_) return;
     for (Form* loaded : host_.LoadedForms()) loaded->Hide();

@@ -3,6 +3,7 @@
 #include "engine/CPackage.h"
 #include "engine/CopyName.h"
 #include "fsutil/FileQueries.h"
+#include "fsutil/Folders.h"
 #include "fsutil/PathText.h"
 #include "list/editing/SubItem.h"
 #include "platform/ErrorTrap.h"
@@ -60,16 +61,22 @@ void CopiesBrowser::RestoreFrom(std::wstring_view path) {
 
 void CopiesBrowser::RestoredPath(std::wstring_view path) {
     Trapped(system_.errors, Named(L"RestoredPath"), [&] {
-        const int row = RowOf(path.ends_with(L'*') ? path.substr(0, path.size() - 1) : path);
+        const int row = RowOf(path);
         if (row < 0) return;
         Items().Select(row);
         lsvRestore1ItemClick(row);
     });
 }
 
+bool CopiesBrowser::Shows(std::wstring_view path) {
+    const int row = RowOf(path);
+    return row >= 0 && row == Items().Selected() && listed_ == Items().Tag(row);
+}
+
 // A row shows the name of a folder without what is behind its point; the row that remembers the
 // whole name goes before one that only shows it.
 int CopiesBrowser::RowOf(std::wstring_view path) {
+    if (path.ends_with(L'*')) path.remove_suffix(1);
     const std::wstring name = CFileName(path);
     const std::wstring folder = CFileLocation(path);
     ListView& items = Items();

@@ -45,6 +45,9 @@ class CopiesBrowser {
     /// without copies.
     void RestoredPath(std::wstring_view path);
 
+    /// Whether the two lists show a protected item and its copies.
+    [[nodiscard]] bool Shows(std::wstring_view path);
+
     /// Whether the lower list shows the copies of the selected item. When it shows those of another
     /// one it is filled anew, and what the user chose in it is no longer there.
     [[nodiscard]] bool FollowSelection();

@@ -1,7 +1,6 @@
 #include "engine/CPackage.h"
 #include "engine/CopyName.h"
 #include "engine/TargetState.h"
-#include "fsutil/Folders.h"
 #include "fsutil/PathText.h"
 #include "fsutil/TreeWalk.h"
 #include "list/editing/FileDialogs.h"
@@ -123,8 +122,7 @@ std::optional<RestoreCommands::Goal> RestoreCommands::ChooseGoal(const Selection
     const std::wstring folder = CFileLocation(*chosen);
     // A dialog opens the folder whose name is confirmed instead of taking it. What is confirmed
     // inside it means the folder itself: the item would end one folder deeper otherwise.
-    if (EqualNoCase(CFileName(folder), item.name) &&
-        FolderExists(system_.files, selection.copy.path)) {
+    if (EqualNoCase(CFileName(folder), item.name) && selection.copy.isFolder) {
         return Goal{.folder = CFileLocation(folder), .typed = folder, .target = folder};
     }
     return Goal{.folder = folder, .typed = *chosen, .target = JoinPath(folder, item.name)};

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "fsutil/FileQueries.h"
+#include "fsutil/Folders.h"
 #include "list/editing/FileDialogs.h"
 #include "list/editing/Filter.h"
 #include "list/editing/ListHost.h"
@@ -20,6 +21,7 @@
 #include "platform/EventPump.h"
 #include "platform/FileSystem.h"
 #include "platform/Like.h"
+#include "platform/MsgBox.h"
 #include "platform/ProgramState.h"
 #include "platform/TextDirection.h"
 #include "ui/Form.h"
@@ -28,6 +30,9 @@ namespace vw {
 namespace {
 
 constexpr Procedure Named(std::wstring_view name) { return {name, L"Form", L"frmMain"}; }
+
+// Shown when the drive of the former destination is not there either.
+constexpr std::wstring_view kFallbackDrive = L"C:";
 
 // OFN_... flags of the dialogs on lists.
 constexpr std::uint32_t kSaveFlags = 0x80006;  // explorer style, no read-only box, may overwrite
@@ -49,15 +54,17 @@ class Flagged {
 /// they would replace it. So the old name comes back, unless it is let go.
 class FormerList {
   public:
-    FormerList(ProgramState& state, bool& droppedItems)
+    FormerList(ProgramState& state, bool& keepOld)
         : state_(state),
-          droppedItems_(droppedItems),
+          keepOld_(keepOld),
           path_(state.currentListPath),
-          dropped_(droppedItems) {}
+          kept_(keepOld),
+          modified_(state.listModified) {}
     ~FormerList() {
         if (gone_) return;
         state_.currentListPath.swap(path_);
-        droppedItems_ = dropped_;
+        keepOld_ = kept_;
+        state_.listModified = modified_;
     }
     FormerList(const FormerList&) = delete;
     FormerList& operator=(const FormerList&) = delete;
@@ -66,9 +73,10 @@ class FormerList {
 
   private:
     ProgramState& state_;
-    bool& droppedItems_;
+    bool& keepOld_;
     std::wstring path_;
-    bool dropped_;
+    bool kept_;
+    bool modified_;
     bool gone_ = false;
 };
 
@@ -96,8 +104,8 @@ bool BackupList::FileSave() {
             const std::string bytes =
                 EncodeList(state_.BackupTo, state_.copiesCount, rows_.Paths(), system_.ansi);
             ReplaceList(system_.files, state_.temporaryListPath, state_.currentListPath, bytes,
-                        droppedItems_, known_);
-            droppedItems_ = false;
+                        keepOld_, known_);
+            keepOld_ = false;
             known_ = bytes;
             // What the notice announced has happened.
             if (!std::exchange(missing_, {}).empty()) host_.ShowStatus({});
@@ -111,7 +119,7 @@ bool BackupList::FileSave() {
 
 bool BackupList::GetList() {
     // Until all of the file is shown: what cannot be read is kept by the next save.
-    droppedItems_ = true;
+    keepOld_ = true;
     std::wstring text;
     const bool read = Trapped(system_.errors, Named(L"GetList"), [&] {
         if (!system_.files.Look(state_.currentListPath)) {
@@ -122,7 +130,7 @@ bool BackupList::GetList() {
     });
     if (!read) return false;
     Trapped(system_.errors, Named(L"GetList"), [&] {
-        droppedItems_ = Load(text);
+        keepOld_ = Load(text);
         ShowDestinationDrive();
         main_.SetValue(L"vsBackages", state_.copiesCount);
         main_.SetText(L"lblBackages", std::to_wstring(state_.copiesCount));
@@ -130,6 +138,8 @@ bool BackupList::GetList() {
         rows_.UpdateWarnings();
         host_.ListLoaded();
         host_.ShowStatus(MissingText());
+        // Where the drive is not there, other copies are listed; the box names the list's drive.
+        ShowDestinationDrive();
     });
     return true;
 }
@@ -204,19 +214,31 @@ void BackupList::ShowDestinationDrive() {
     if (Like(drive, L"[A-Z]:")) main_.Choose(L"cmbDestination", drive);
 }
 
-bool BackupList::AskForList(FileDialogKind kind, std::uint32_t flags) {
+std::optional<std::wstring> BackupList::AskForList(FileDialogKind kind, std::uint32_t flags) {
     MRecentFiles::Filter(dialog_, kind, dialog_.defaultFolder);
     dialog_.flags = flags;
-    const std::optional<std::wstring> chosen =
-        kind == FileDialogKind::SaveList ? dialogs_.ShowSave(dialog_) : dialogs_.ShowOpen(dialog_);
-    if (chosen) state_.currentListPath = *chosen;
-    return chosen.has_value();
+    return kind == FileDialogKind::SaveList ? dialogs_.ShowSave(dialog_)
+                                            : dialogs_.ShowOpen(dialog_);
+}
+
+bool BackupList::MayLeaveList() {
+    if (FileSave()) return true;
+    const auto* question = state_.arabic ? L"تعذّر حفظ التغييرات في هذه القائمة. هل تريد الانتقال "
+                                           L"إلى قائمة أخرى وفقدان هذه التغييرات؟"
+                                         : L"The changes to this list could not be saved. Open "
+                                           L"another list and lose these changes?";
+    return system_.boxes.MsgBox({.text = question,
+                                 .buttons = BoxButtons::YesNo,
+                                 .rightToLeft = state_.arabic,
+                                 .secondIsDefault = true}) == BoxAnswer::Yes;
 }
 
 void BackupList::FileNew(bool saveAs) {
     Trapped(system_.errors, Named(L"FileNew"), [&] {
-        FormerList former(state_, droppedItems_);
-        if (!AskForList(FileDialogKind::SaveList, kSaveFlags)) return;
+        const auto chosen = AskForList(FileDialogKind::SaveList, kSaveFlags);
+        if (!chosen || (!saveAs && !MayLeaveList())) return;
+        FormerList former(state_, keepOld_);
+        state_.currentListPath = *chosen;
         // A list that is saved under this name replaces the file in one step; until then it stays.
         if (!saveAs) {
             MFileDosShell::DeletePath(system_, state_.currentListPath);
@@ -233,12 +255,13 @@ void BackupList::FileNew(bool saveAs) {
 
 void BackupList::FileOpen(std::wstring_view path) {
     Trapped(system_.errors, Named(L"FileOpen"), [&] {
-        FormerList former(state_, droppedItems_);
-        if (!path.empty()) {
-            state_.currentListPath = path;
-        } else if (!AskForList(FileDialogKind::OpenList, kOpenFlags)) {
-            return;
-        }
+        const auto chosen = path.empty() ? AskForList(FileDialogKind::OpenList, kOpenFlags)
+                                         : std::optional<std::wstring>(path);
+        if (!chosen || !MayLeaveList()) return;
+        FormerList former(state_, keepOld_);
+        state_.currentListPath = *chosen;
+        // The other list starts unmodified, also when this one was given up.
+        state_.listModified = false;
         recent_.RecentFile(1, state_.currentListPath);
         recent_.UpdateRecentFiles();
         if (!GetList()) return;
@@ -249,8 +272,10 @@ void BackupList::FileOpen(std::wstring_view path) {
 }
 
 void BackupList::OpenDefaultList() {
-    FormerList former(state_, droppedItems_);
+    if (!MayLeaveList()) return;
+    FormerList former(state_, keepOld_);
     state_.currentListPath = state_.DefaultListPath();
+    state_.listModified = false;
     if (GetList()) former.LetGo();
 }
 
@@ -272,18 +297,31 @@ void BackupList::SaveOnClose() {
     if (!state_.silentRun && !closingUnsaved_) FileSave();
 }
 
-void BackupList::CopyTo(std::wstring_view folder) {
-    Trapped(system_.errors, Named(L"CopyTo"), [&] {
-        if (!folder.empty()) ChooseDestination(folder);
-    });
+void BackupList::RefuseDestination(std::wstring_view destination) {
+    const std::wstring drive(destination.substr(0, 2));
+    host_.ShowStatus(state_.arabic ? L"محرك الأقراص " + drive + L" غير جاهز. تبقى النسخ في " +
+                                         state_.BackupTo + L'.'
+                                   : L"Drive " + drive + L" is not ready. The copies still go to " +
+                                         state_.BackupTo + L'.');
+    const std::wstring former = state_.BackupTo.substr(0, 2);
+    if (Like(former, L"[A-Z]:") && MFileDosShell::FolderExists(system_.files, former + L"\\")) {
+        ShowDestinationDrive();
+    } else {
+        main_.Choose(L"cmbDestination", kFallbackDrive);
+    }
 }
 
 void BackupList::ChooseDestination(std::wstring_view destination) {
+    if (!MFileDosShell::MakeFolderIfMissing(system_.files, destination)) {
+        RefuseDestination(destination);
+        return;
+    }
     state_.BackupTo = destination;
     state_.listModified = true;
     settings_.SaveSetting(setting::kBackupTo, destination);
     host_.ListRestoreFiles();
     host_.RestoredPath(SubItem(rows_.List(), L"Path"));
+    ShowDestinationDrive();
     FileSave();
 }
 

@@ -37,19 +37,24 @@ class BackupList {
     /// modified, so that the next chance to save is taken. Whether nothing is left to write.
     bool FileSave();
 
+    /// The next save keeps the list that the file holds now, as "<list>.old".
+    void KeepOldList() noexcept { keepOld_ = true; }
+
     /// Loads the file named by the current list path; a missing one is made empty. False when it
     /// cannot be read: the rows are those of before.
     bool GetList();
 
     /// Lets the user name a list and makes it the current one: a new, empty list or, with `saveAs`,
-    /// the present one under another name. A list that cannot be made leaves the present one.
+    /// the present one under another name. Unsaved changes are saved once a name was chosen; Cancel
+    /// saves nothing. A list that cannot be made leaves the present one.
     void FileNew(bool saveAs);
 
-    /// Opens the list at `path`, or one that the user chooses. What was not saved of the present
-    /// one is lost; a list that cannot be opened leaves it.
+    /// Opens the list at `path`, or one that the user chooses. Unsaved changes of the present one
+    /// are saved first; Cancel saves nothing. A list that cannot be opened leaves it.
     void FileOpen(std::wstring_view path = {});
 
-    /// Opens the list that the program starts with, which no recent entry stands for.
+    /// Opens the list that the program starts with, which is no recent entry. Unsaved
+    /// changes of the present one are saved first.
     void OpenDefaultList();
 
     void FileSaveAs();
@@ -60,22 +65,25 @@ class BackupList {
     /// Saves before the main window closes, unless it closes without saving.
     void SaveOnClose();
 
-    /// Lets the user choose any folder as the destination.
-    void CopyTo(std::wstring_view folder);
-
-    /// The user chose a destination: it is kept for this list and for new ones.
+    /// The user chose a destination: it is kept for this list and for new ones, and its folder is
+    /// made when it is missing. A drive that is not ready or takes no folder is refused with a
+    /// sentence in the status line, and the former destination stays.
     void ChooseDestination(std::wstring_view destination);
 
-    /// Selects the drive of a destination in cmbDestination. Anything but a drive letter leaves the
-    /// box alone.
-    void ShowDestinationDrive();
-
   private:
+    /// Selects the drive of the destination in cmbDestination. Anything but a drive letter leaves
+    /// the box alone.
+    void ShowDestinationDrive();
+    /// Says that the copies go where they went before, and shows that drive in the box again.
+    void RefuseDestination(std::wstring_view destination);
     /// Shows a list's text; true when it has lines that the window does not show.
     [[nodiscard]] bool Load(std::wstring_view text);
     void ReadDestination(std::wstring_view value);
     [[nodiscard]] std::wstring MissingText() const;
-    [[nodiscard]] bool AskForList(FileDialogKind kind, std::uint32_t flags);
+    [[nodiscard]] std::optional<std::wstring> AskForList(FileDialogKind kind, std::uint32_t flags);
+    /// Saves what was changed and not yet saved, such as the number of copies. When that fails the
+    /// user decides whether the changes may be lost.
+    [[nodiscard]] bool MayLeaveList();
 
     System& system_;
     ProgramState& state_;
@@ -86,7 +94,7 @@ class BackupList {
     ListHost& host_;
     ListRows rows_;
     FileDialogSetup dialog_;
-    bool droppedItems_ = false;          ///< lines of the file that the window does not show
+    bool keepOld_ = false;               ///< the file has lines that the next save would lose
     std::optional<std::string> known_;   ///< the file as it was read or written last
     std::vector<std::wstring> missing_;  ///< items of the file that do not exist
     bool loading_ = false;

@@ -1,5 +1,6 @@
 #include "list/editing/ListEditing.h"
 
+#include "fsutil/Folders.h"
 #include "fsutil/PathText.h"
 #include "fsutil/TreeWalk.h"
 #include "list/editing/BackupList.h"
@@ -26,6 +27,10 @@ constexpr Procedure Named(std::wstring_view name) { return {name, L"Form", L"frm
 
 constexpr wchar_t kSeparator = L'\0';  // between the names of a multiple selection
 
+std::wstring WithoutSeparator(std::wstring_view folder) {
+    return std::wstring(folder.substr(0, folder.find_last_not_of(L'\\') + 1));
+}
+
 }  // namespace
 
 ListEditing::ListEditing(System& system, ProgramState& state, Form& main, FileDialogs& dialogs,
@@ -40,7 +45,7 @@ ListEditing::ListEditing(System& system, ProgramState& state, Form& main, FileDi
 
 bool ListEditing::PathIsDrive(std::wstring_view path, bool ask) {
     const bool isDrive = Like(path, L"?:");
-    if (isDrive && ask) system_.boxes.MsgBox({.text = L"Add sub path; not a drive"});
+    if (isDrive && ask) system_.boxes.MsgBox({.text = std::wstring(kDriveRefused)});
     return isDrive;
 }
 
@@ -55,12 +60,16 @@ std::wstring ListEditing::GetFileFolder(FileDialogKind kind) {
         }
         const auto chosen = dialogs_.ShowSave(list_.Dialog());
         if (!chosen) return;
-        const std::wstring folder = CFileLocation(*chosen);
+        // The path of a folder may be typed instead of the proposed name.
+        const std::wstring folder = FolderExists(system_.files, *chosen) ? WithoutSeparator(*chosen)
+                                                                         : CFileLocation(*chosen);
         if (PathIsDrive(folder, true)) return;
         path = folder;
         if (kind == FileDialogKind::AddFolder) path += L"\\";
         if (kind == FileDialogKind::AddRule) path += L"\\*";
     });
+    // Dialogs on lists leave the title unchanged.
+    list_.Dialog().title.clear();
     return path;
 }
 
@@ -85,17 +94,37 @@ void ListEditing::AddItem(FileDialogKind kind) {
     host_.ApplicationSartup(true);
     const std::wstring path = GetFileFolder(kind);
     if (path.empty() || IsShownText(path) || path.ends_with(L":\\\\")) return;
-    rows_.AddToList(path);
+    const int before = BeginAdding();
+    Add(path);
     rows_.List().FitColumns();
-    SelectNewest();
+    SelectAdded(before);
     Save();
 }
 
-// What was added last is what the user goes on with.
-void ListEditing::SelectNewest() {
+int ListEditing::BeginAdding() {
+    offered_.clear();
+    return rows_.Count();
+}
+
+void ListEditing::Add(const std::wstring& path) {
+    offered_ = path;
+    rows_.AddToList(path);
+}
+
+// What was added last is what the user goes on with; when all of it is there already, that.
+void ListEditing::SelectAdded(int countBefore) {
     const int newest = rows_.Count() - 1;
-    rows_.List().Select(newest);
-    rows_.List().EnsureVisible(newest);
+    const int row = newest >= countBefore ? newest : rows_.RowOf(offered_);
+    if (row < 0) return;
+    rows_.List().Select(row);
+    rows_.List().EnsureVisible(row);
+}
+
+void ListEditing::CopyTo() {
+    Trapped(system_.errors, Named(L"CopyTo"), [&] {
+        const std::wstring folder = GetFileFolder(FileDialogKind::ChooseDestination);
+        if (!folder.empty()) list_.ChooseDestination(folder);
+    });
 }
 
 void ListEditing::mnuAddFileClick() {
@@ -104,11 +133,12 @@ void ListEditing::mnuAddFileClick() {
     if (selection.empty()) return;
     // Also what the end of the session finds half added is saved.
     state_.listModified = true;
+    const int before = BeginAdding();
     {
         const RedrawPause pause(rows_.List());
         AddChosen(selection);
     }
-    SelectNewest();
+    SelectAdded(before);
     host_.BusyHide();
     Save();
 }
@@ -123,7 +153,7 @@ void ListEditing::AddChosen(const std::wstring& selection) {
         if (facts && facts->isFolder) {
             AddAllFilesInFolder(selection);
         } else {
-            rows_.AddToList(selection);
+            Add(selection);
         }
     }
 }
@@ -132,7 +162,7 @@ void ListEditing::AddChosen(const std::wstring& selection) {
 bool ListEditing::AddShown(std::wstring_view caption, const std::wstring& path) {
     if (state_.cancelRequested) return false;
     host_.Msg(caption, path);
-    rows_.AddToList(path);
+    Add(path);
     system_.pump.DoEventsIfDue();
     return true;
 }
@@ -187,16 +217,22 @@ void ListEditing::AddAllFilesInFolder(const std::wstring& folder) {
 
 void ListEditing::lsvBackupList_OLEDragDrop(const std::vector<std::wstring>& paths) {
     state_.listModified = true;
+    const int before = BeginAdding();
+    bool drives = false;
     {
         const RedrawPause pause(rows_.List());
         for (const std::wstring& path : paths) {
+            if (PathIsDrive(WithoutSeparator(path), !drives)) {
+                drives = true;
+                continue;
+            }
             const auto facts = system_.files.Look(path);
             if (!facts) continue;
-            rows_.AddToList(facts->isFolder ? WithSeparator(path) : path);
+            Add(facts->isFolder ? WithSeparator(path) : path);
             system_.pump.DoEventsIfDue();
         }
     }
-    SelectNewest();
+    SelectAdded(before);
     Save();
 }
 
@@ -219,6 +255,8 @@ void ListEditing::DelItem() {
 }
 
 void ListEditing::mnuDelAllClick() {
+    // One click beside Delete, without a question: the list can be had back.
+    if (rows_.Count() > 0) list_.KeepOldList();
     rows_.Clear();
     state_.listModified = true;
     host_.ApplicationSartup(false);

@@ -16,6 +16,9 @@ class ListHost;
 class ListRows;
 struct ProgramState;
 
+/// What is said when a whole drive was chosen where a folder is needed.
+inline constexpr std::wstring_view kDriveRefused = L"Add sub path; not a drive";
+
 /// The commands that add items to the current backup list and take them off it. Each saves the list
 /// before it ends. They run inside the command bracket of the main window, which traps what they
 /// raise under the name of the handler.
@@ -37,6 +40,9 @@ class ListEditing {
     void DelItem();
     void mnuDelAllClick();
 
+    /// Lets the user choose any folder as the destination.
+    void CopyTo();
+
     /// A row was chosen: its copies are shown.
     void lsvBackupListClick();
     /// The header of a column (from 0) was clicked. The order turns round at every click, whichever
@@ -47,7 +53,8 @@ class ListEditing {
     [[nodiscard]] bool PathIsDrive(std::wstring_view path, bool ask);
 
     /// Lets the user choose a folder (as the item or destination that `kind` makes of it) or files;
-    /// empty on Cancel and for a bare drive.
+    /// empty on Cancel and for a bare drive. The path of an existing folder means that folder,
+    /// any other one for the folder that it lies in.
     [[nodiscard]] std::wstring GetFileFolder(FileDialogKind kind);
 
   private:
@@ -59,7 +66,9 @@ class ListEditing {
     [[nodiscard]] bool IsShownText(std::wstring_view text);
     void Save();
     void AddItem(FileDialogKind kind);
-    void SelectNewest();
+    [[nodiscard]] int BeginAdding();
+    void Add(const std::wstring& path);
+    void SelectAdded(int countBefore);
 
     System& system_;
     ProgramState& state_;
@@ -68,6 +77,7 @@ class ListEditing {
     BackupList& list_;
     ListRows& rows_;
     ListHost& host_;
+    std::wstring offered_;  ///< what was to be added last
     bool descending_ = false;
 };
 

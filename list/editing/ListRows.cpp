@@ -143,6 +143,14 @@ std::vector<std::wstring> ListRows::Warnings() {
     return lines;
 }
 
+int ListRows::RowOf(std::wstring_view path) {
+    const int count = Count();
+    for (int row = 0; row < count; ++row) {
+        if (EqualNoCase(List().SubItem(row, L"Path"), path)) return row;
+    }
+    return -1;
+}
+
 void ListRows::Remove(int row) {
     keys_.erase(UpperCase(List().SubItem(row, L"Path")));
     List().Remove(row);

@@ -38,6 +38,9 @@ class ListRows {
     /// The warnings of the present rows, each with the path that it is about.
     [[nodiscard]] std::vector<std::wstring> Warnings();
 
+    /// The row of an item, in any letter case; -1 when it is not in the list.
+    [[nodiscard]] int RowOf(std::wstring_view path);
+
     void Remove(int row);
     void Clear();
 

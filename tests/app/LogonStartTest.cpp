@@ -18,7 +18,9 @@ const std::wstring kRunKey = L"SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Run
 class RecordingMark final : public AutoBackupMark {
   public:
     std::vector<bool> marks;
+    int explained = 0;
     void CheckAutoBackup(bool on) override { marks.push_back(on); }
+    void ExplainAutoBackup() override { ++explained; }
 };
 
 /// A drive of a chosen kind; remembers which one was asked about.
@@ -92,6 +94,7 @@ TEST_F(LogonStarts, SwitchedOnWriteTheCommandWithoutQuotationMarks) {
     EXPECT_EQ(Entry(), TextValue(L"C:\\My Vault\\" + kBaseName + L".exe /S"));
     EXPECT_EQ(Setting(), L"-1");
     EXPECT_EQ(mark.marks, std::vector<bool>{true});
+    EXPECT_EQ(mark.explained, 1);
     EXPECT_TRUE(logon.ApplicationSartup());
     EXPECT_EQ(drives.asked, std::vector<std::wstring>{L"C:\\"});
 }
@@ -102,6 +105,7 @@ TEST_F(LogonStarts, SwitchedOffRemoveTheEntry) {
     EXPECT_EQ(Entry(), std::nullopt);
     EXPECT_EQ(Setting(), L"0");
     EXPECT_EQ(mark.marks, (std::vector<bool>{true, false}));
+    EXPECT_EQ(mark.explained, 1) << "only when it is switched on";
     EXPECT_FALSE(logon.ApplicationSartup());
 }
 
@@ -121,7 +125,8 @@ TEST_F(LogonStarts, AlreadyAsWantedAreLeftAlone) {
     entry.Remove();
     logon.ApplicationSartup(false);
     EXPECT_EQ(Setting(), L"absent");
-    EXPECT_TRUE(mark.marks.empty());
+    EXPECT_EQ(mark.marks, (std::vector<bool>{true, false})) << "the mark shows what is stored";
+    EXPECT_EQ(mark.explained, 0);
 }
 
 TEST_F(LogonStarts, OfAProgramBesideAHardDriveAreRefused) {
@@ -133,7 +138,7 @@ TEST_F(LogonStarts, OfAProgramBesideAHardDriveAreRefused) {
     }
     EXPECT_EQ(Entry(), std::nullopt);
     EXPECT_EQ(Setting(), L"absent");
-    EXPECT_TRUE(mark.marks.empty());
+    EXPECT_EQ(mark.marks, std::vector<bool>(5, false));
     ASSERT_FALSE(world.boxes.Shown().empty());
     const BoxContent& box = world.boxes.Shown().front();
     EXPECT_EQ(box.text, L"Run this Application from your hard drive");
@@ -167,15 +172,15 @@ TEST_F(LogonStarts, OfAProgramOnTheRealHardDriveAreTaken) {
     EXPECT_TRUE(onRealDrives.ApplicationSartup());
 }
 
-// The check mark is read from the registry again when the window loads.
-TEST_F(LogonStarts, WithoutTheRightsAreSilentAndStillStoreTheWish) {
+TEST_F(LogonStarts, SwitchOn_WithoutTheRights_LeavesTheMarkClear) {
     ReadOnlyRegistry refused;
     CCommonAPI refusedApi(refused, world.ansi, world.boxes, world.errors);
     LogonStart withoutRights(system, refusedApi, settings, state, mark);
     withoutRights.ApplicationSartup(true);
     EXPECT_EQ(Entry(), std::nullopt);
     EXPECT_EQ(Setting(), L"-1");
-    EXPECT_EQ(mark.marks, std::vector<bool>{true});
+    EXPECT_EQ(mark.marks, std::vector<bool>{false});
+    EXPECT_EQ(mark.explained, 0);
     EXPECT_FALSE(withoutRights.ApplicationSartup());
 }
 

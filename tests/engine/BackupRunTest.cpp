@@ -194,7 +194,7 @@ class SlowDisk : public ForwardingFileSystem {
     std::function<void()> meanwhile;
 };
 
-TEST(BackupRun, OnlyRepaintsWhileALargeFileIsCopied) {
+TEST(BackupRun, LargeFile_CancelledMeanwhile_IsCopiedToItsEnd) {
     EngineWorld world;
     MakeWork(world);
     world.List({L"Work\\*"});

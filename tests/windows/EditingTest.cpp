@@ -3,8 +3,7 @@
 
 #include <gmock/gmock.h>
 
-#include "tests/windows/DrivenProgram.h"
-#include "ui/resource.h"
+#include "tests/windows/EditingWindows.h"
 
 namespace vw::test {
 namespace {
@@ -13,31 +12,7 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
-constexpr int kName = 0;
-constexpr int kPath = 1;
-constexpr int kType = 2;
-
-class Editing : public WindowsTest {
-  protected:
-    std::string FileOf(const std::vector<std::wstring>& items, int copies = 3) const {
-        std::string text =
-            "BackupTo: " + ToBytes(Vault()) + "\r\nBackages: " + std::to_string(copies) + "\r\n";
-        for (const std::wstring& item : items) text += ToBytes(item) + "\r\n";
-        return text;
-    }
-    static std::string ToBytes(std::wstring_view text) {
-        std::string bytes;
-        for (const wchar_t unit : text) bytes += static_cast<char>(unit);
-        return bytes;
-    }
-    std::wstring Home(std::wstring_view name) const {
-        return program.tree.Path(L"Home\\" + std::wstring(name));
-    }
-
-    const std::wstring letter = program.tree.File(L"Home\\Letter.txt", "Dear Sir");
-    const std::wstring photo = program.tree.File(L"Home\\Photo.jpg", std::string(3000, 'x'));
-    const std::wstring deep = program.tree.File(L"Home\\Deep\\Inner.doc", "inner");
-};
+class Editing : public EditingWindows {};
 
 TEST_F(Editing, TheDefaultListIsShownWithItsColumns) {
     WriteDefaultList({letter, Home(L"Deep") + L"\\", Home(L"*")});
@@ -211,35 +186,6 @@ TEST_F(Editing, AListWithAnotherCopiesCountIsModifiedByOpeningIt) {
     EXPECT_EQ(ReadBytes(other), FileOf({letter}, 7));
     // What the save lost is kept.
     EXPECT_THAT(ReadBytes(other + L".old"), HasSubstr("gone.txt"));
-}
-
-TEST_F(Editing, ANumberOfCopiesIsSavedBeforeAnotherListIsOpened) {
-    WriteDefaultList({photo});
-    const std::wstring first = program.List(L"First.vwl", {L"BackupTo: " + Vault(), letter});
-    DrivenProgram window(program.With(Quoted(first)));
-    window.ClickMoreCopies(1);
-    window.Choose(ID_mnuRecentFile_0);
-    EXPECT_THAT(window.List(ID_lsvBackupList).Column(kPath), ElementsAre(photo));
-    EXPECT_EQ(ReadBytes(first), FileOf({letter}, 4));
-    window.Close();
-}
-
-TEST_F(Editing, AListThatCannotBeSavedIsLeftForAnotherOnlyWithAYes) {
-    WriteDefaultList({photo});
-    const std::wstring first = program.List(L"First.vwl", {L"BackupTo: " + Vault(), letter});
-    DrivenProgram window(program.With(Quoted(first)));
-    window.ClickMoreCopies(1);
-    const FileHandle held(CreateFileW(first.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
-                                      OPEN_EXISTING, 0, nullptr));
-    for (const int answer : {IDNO, IDYES}) {
-        EXPECT_THAT(window.List(ID_lsvBackupList).Column(kPath), ElementsAre(letter));
-        window.Begin(ID_mnuRecentFile_0);
-        window.AnswerBox(L"in procedure FileSave of Form frmMain");
-        window.AnswerBox(L"could not be saved", answer);
-        window.WaitUntilReady();
-    }
-    EXPECT_THAT(window.List(ID_lsvBackupList).Column(kPath), ElementsAre(photo));
-    window.Close();
 }
 
 TEST_F(Editing, ANewListTakesNamesWithoutTheirExtension) {

@@ -48,7 +48,6 @@ TEST_F(BackupLists, LoadsDestinationCountAndItems) {
     EXPECT_THAT(calls, Contains(L"ListLoaded"));
 }
 
-// The rows stay those of the list before; under the other's name they would replace it.
 TEST_F(BackupLists, WalksAFolderOnce) {
     tree.File(L"Sub\\b.txt");
     tree.File(L"Sub\\Deep\\c.txt");

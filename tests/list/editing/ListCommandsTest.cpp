@@ -126,13 +126,103 @@ TEST_F(ListCommands, AChosenDestinationIsStoredAndSavedAtOnce) {
     ListFile("");
     list.GetList();
     calls.clear();
-    list.CopyTo(L"");
-    EXPECT_THAT(calls, IsEmpty());
-    list.CopyTo(L"D:\\Other vault");
-    EXPECT_EQ(state.BackupTo, L"D:\\Other vault");
-    EXPECT_EQ(settings.GetSetting(setting::kBackupTo, L""), L"D:\\Other vault");
+    const std::wstring vault = Path(L"Other vault");
+    list.ChooseDestination(vault);
+    EXPECT_EQ(state.BackupTo, vault);
+    EXPECT_EQ(settings.GetSetting(setting::kBackupTo, L""), vault);
     EXPECT_EQ(Saved(), Expected({}));
     EXPECT_THAT(calls, ElementsAre(L"ListRestoreFiles", L"RestoredPath "));
+    EXPECT_TRUE(Exists(vault)) << "made when it is missing";
+    EXPECT_EQ(main.form.Text(L"cmbDestination"), vault.substr(0, 2));
+    EXPECT_EQ(status, L"");
+}
+
+TEST_F(ListCommands, ChooseDestination_DriveNotReady_KeepsTheFormerOne) {
+    const std::wstring vault = tree.Folder(L"Vault");
+    ListFile("BackupTo: " + world.ansi.Encode(vault) + "\r\n");
+    list.GetList();
+    settings.SaveSetting(setting::kBackupTo, vault);
+    const std::string before = Saved();
+    calls.clear();
+    main.form.Choose(L"cmbDestination", L"Q:");
+    list.ChooseDestination(L"Q:\\Backup");
+    EXPECT_EQ(state.BackupTo, vault);
+    EXPECT_EQ(settings.GetSetting(setting::kBackupTo, L""), vault);
+    EXPECT_EQ(Saved(), before);
+    EXPECT_FALSE(state.listModified);
+    EXPECT_THAT(calls, IsEmpty());
+    EXPECT_EQ(main.form.Text(L"cmbDestination"), vault.substr(0, 2));
+    EXPECT_EQ(status, L"Drive Q: is not ready. The copies still go to " + vault + L".");
+    state.arabic = true;
+    list.ChooseDestination(L"Q:\\Backup");
+    EXPECT_EQ(status, L"محرك الأقراص Q: غير جاهز. تبقى النسخ في " + vault + L".");
+}
+
+TEST_F(ListCommands, ChooseDestination_FolderCannotBeMade_KeepsTheFormerOne) {
+    state.BackupTo = tree.Folder(L"Vault");
+    tree.File(L"Occupied");
+    list.ChooseDestination(Path(L"Occupied"));
+    list.ChooseDestination(Path(L"Missing\\Deep"));
+    EXPECT_EQ(state.BackupTo, Path(L"Vault"));
+    world.files.FailNth(1, error_number::kAccessError, OnlyCalls({FileCall::MakeFolder}));
+    list.ChooseDestination(Path(L"Refused"));
+    EXPECT_EQ(state.BackupTo, Path(L"Vault"));
+}
+
+TEST_F(ListCommands, ChooseDestination_NoDriveIsReady_ShowsC) {
+    state.BackupTo = L"X:\\Backup";
+    main.form.Choose(L"cmbDestination", L"Q:");
+    list.ChooseDestination(L"Q:\\Backup");
+    EXPECT_EQ(main.form.Text(L"cmbDestination"), L"C:");
+    EXPECT_EQ(state.BackupTo, L"X:\\Backup");
+}
+
+TEST_F(ListCommands, CopyTo_AsksForTheFolder) {
+    ListFile("");
+    list.GetList();
+    calls.clear();
+    for (const auto& answer : {std::optional<std::wstring>(),
+                               std::optional<std::wstring>(L"C:\\name that is proposed")}) {
+        dialogs.Expect(answer);
+        if (answer) world.boxes.Expect(L"Add sub path; not a drive");
+        editing.CopyTo();
+        EXPECT_THAT(calls, IsEmpty());
+    }
+    const std::wstring vault = tree.Folder(L"Vault");
+    dialogs.Expect(vault + L"\\ChooseFolder....Don't modify this line");
+    editing.CopyTo();
+    EXPECT_EQ(state.BackupTo, vault);
+    EXPECT_TRUE(dialogs.saving.back());
+    EXPECT_EQ(Saved(), Expected({}));
+}
+
+TEST_F(ListCommands, OpenedWithUnsavedChanges_TheFormerListIsSaved) {
+    ListFile("");
+    list.GetList();
+    state.copiesCount = 8;
+    state.listModified = true;
+    const std::wstring former = state.currentListPath;
+    list.FileOpen(tree.File(L"Other.vwl", ""));
+    EXPECT_NE(ReadBytes(former).find("Backages: 8"), std::string::npos);
+    EXPECT_FALSE(state.listModified);
+}
+
+TEST_F(ListCommands, OpenedAfterAFailedSave_TheOtherListStartsUnmodified) {
+    ListFile("");
+    list.GetList();
+    state.listModified = true;
+    const std::wstring former = state.currentListPath;
+    for (const BoxAnswer answer : {BoxAnswer::No, BoxAnswer::Yes}) {
+        world.files.FillDiskFrom(1);
+        world.boxes.Expect(L"could not be saved", answer);
+        const std::wstring other = tree.File(L"Other.vwl", "");
+        list.FileOpen(other);
+        EXPECT_EQ(world.errors.TakeOne().procedure, L"FileSave");
+        world.files.Heal();
+        const bool left = answer == BoxAnswer::Yes;
+        EXPECT_EQ(state.currentListPath, left ? other : former);
+        EXPECT_EQ(state.listModified, !left);
+    }
 }
 
 TEST_F(ListCommands, SaveAs_OverAnotherList_KeepsNoOldFile) {

@@ -1,0 +1,104 @@
+// What an add command takes, refuses and selects.
+
+#include <gmock/gmock.h>
+
+#include "tests/list/editing/ListWorld.h"
+
+namespace vw::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+const std::wstring kFolderName = L"\\ChooseFolder....Don't modify this line";
+
+class Adding : public ListWorld {
+  protected:
+    Adding() { list.GetList(); }
+    void Drop(const std::vector<std::wstring>& paths) { editing.lsvBackupList_OLEDragDrop(paths); }
+
+    const std::wstring a = tree.File(L"a.txt");
+    const std::wstring b = tree.File(L"b.txt");
+    const std::wstring sub = tree.Folder(L"Sub");
+};
+
+TEST_F(Adding, ItemThatIsThere_SelectsItsRow) {
+    Drop({a, b, sub});
+    EXPECT_EQ(View().Selected(), 2);
+    Drop({Path(L"A.TXT")});
+    EXPECT_EQ(View().Selected(), 0);
+    dialogs.Expect(b);
+    editing.mnuAddFileClick();
+    EXPECT_EQ(View().Selected(), 1);
+    dialogs.Expect(sub + kFolderName);
+    editing.mnuAddFolderClick();
+    EXPECT_EQ(View().Selected(), 2);
+    EXPECT_EQ(View().Count(), 3);
+}
+
+TEST_F(Adding, OneOfSeveralIsNew_SelectsTheNewRow) {
+    Drop({a, b});
+    const std::wstring c = tree.File(L"c.txt");
+    Drop({c, a});
+    EXPECT_EQ(View().Selected(), 2);
+}
+
+TEST_F(Adding, NothingCouldBeAdded_LeavesTheSelection) {
+    Drop({a, b});
+    View().Select(0);
+    Drop({Path(L"missing.txt")});
+    EXPECT_EQ(View().Selected(), 0);
+}
+
+TEST_F(Adding, DroppedDriveRoots_AreRefusedWithOneBox) {
+    world.boxes.Expect(L"Add sub path; not a drive");
+    Drop({L"C:\\", a, L"Z:\\", L"C:"});
+    EXPECT_THAT(Paths(), ElementsAre(a));
+    EXPECT_EQ(Saved(), Expected({a}));
+}
+
+TEST_F(Adding, FolderTypedByItsPath_IsTaken) {
+    const std::wstring deep = tree.Folder(L"Sub\\Deep");
+    dialogs.Expect(deep);
+    editing.mnuAddFolderClick();
+    dialogs.Expect(deep + L"\\");
+    editing.AddRule();
+    EXPECT_THAT(Paths(), ElementsAre(deep + L"\\", deep + L"\\*"));
+}
+
+TEST_F(Adding, DriveTypedByItsPath_IsRefused) {
+    for (const auto* typed : {L"C:\\", L"C:"}) {
+        dialogs.Expect(typed);
+        world.boxes.Expect(L"Add sub path; not a drive");
+        editing.mnuAddFolderClick();
+    }
+    EXPECT_THAT(Paths(), IsEmpty());
+}
+
+TEST_F(Adding, TitlesOfFolderDialogs_DoNotStay) {
+    using enum FileDialogKind;
+    for (const FileDialogKind kind : {AddFiles, AddFolder, AddRule, ChooseDestination}) {
+        dialogs.Expect(std::nullopt);
+        EXPECT_EQ(editing.GetFileFolder(kind), L"");
+        EXPECT_NE(dialogs.shown.back().title, L"");
+        for (const bool saving : {true, false}) {
+            dialogs.Expect(std::nullopt);
+            saving ? list.FileNew(false) : list.FileOpen();
+            EXPECT_EQ(dialogs.shown.back().title, L"");
+        }
+    }
+}
+
+TEST_F(Adding, ClearAll_KeepsTheListAsOld) {
+    Drop({a, b});
+    const std::string before = Saved();
+    editing.mnuDelAllClick();
+    EXPECT_EQ(Saved(), Expected({}));
+    EXPECT_EQ(ReadBytes(state.currentListPath + L".old"), before);
+    // An empty list is nothing to keep.
+    editing.mnuDelAllClick();
+    EXPECT_EQ(ReadBytes(state.currentListPath + L".old"), before);
+}
+
+}  // namespace
+}  // namespace vw::test
