@@ -44,6 +44,8 @@ class Studio {
         About(window);
         Question(window);
         if (arabic_) Overwrite(window);
+        Errors(window);
+        Warnings(window);
         window.Close();
     }
 
@@ -274,6 +276,39 @@ class Studio {
         }
         RedrawWindow(window, nullptr, nullptr,
                      RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN | RDW_UPDATENOW);
+    }
+
+    // A file that another program has open: the box, and the window after the run.
+    void Errors(DrivenProgram& window) {
+        program_.tree.SetDate(Documents(L"Diary 2026.docx"), {2026, 11, 21, 9, 0, 0});
+        const FileHandle lock(CreateFileW(Documents(L"Diary 2026.docx").c_str(), GENERIC_READ, 0,
+                                          nullptr, OPEN_EXISTING, 0, nullptr));
+        window.Begin(ID_mnuBackup);
+        const HWND busy = window.WaitForBusyDialog();
+        SendMessageW(FindControl(busy, ID_chkDontHide), BM_CLICK, 0, 0);
+        const Box box = window.Run().WaitForBox();
+        Sleep(300);
+        Photograph("error", box.handle);
+        window.Run().Answer(box);
+        const HWND report = FindControl(busy, ID_txtReport);
+        window.WaitUntil([&] { return WindowText(report).ends_with(L"Done:  - \r\n"); }, "no end");
+        Sleep(2500);
+        Photograph("busy-errors", busy);
+        PostMessageW(busy, WM_CLOSE, 0, 0);
+        window.WaitUntilReady();
+        Photograph("main-failed", window.Main());
+    }
+
+    // Items that a run would not take the way their owner thinks.
+    void Warnings(DrivenProgram& window) {
+        program_.tree.File(L"C:\\Users\\Mona\\Old\\Letters\\Aunt.docx", std::string(900, 'v'),
+                           {2025, 11, 2, 10, 0, 0});
+        const std::wstring bills =
+            program_.tree.File(Documents(L"Rent, water and power.xlsx"), std::string(4100, 'v'),
+                               {2026, 11, 2, 10, 0, 0});
+        window.List(ID_lsvBackupList).Drop({L"C:\\Users\\Mona\\Old\\Letters", bills});
+        window.WaitUntilReady();
+        Photograph("warnings", window.Main());
     }
 
     // As large as the desktop allows, up to what a small screen has.
