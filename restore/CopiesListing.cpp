@@ -217,7 +217,8 @@ void CopiesBrowser::NameCopies(int row) {
     text += items_[tag].origin;
     const std::wstring location = items.SubItem(row, L"Orginal Location");
     if (!location.empty() && location != kUnknownLocation) {
-        text.append(arabic ? L"، " + MarkPath(location) : L", " + location);
+        // Between two Latin names the comma alone would not tell in which direction they follow.
+        text.append(arabic ? L"\u200F، " + MarkPath(location) : L", " + location);
     }
     main_.SetText(L"lblCopiesHeading", text);
 }

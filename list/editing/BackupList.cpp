@@ -192,7 +192,7 @@ std::wstring BackupList::MissingText() const {
     if (missing_.empty()) return {};
     std::wstring text(state_.arabic ? L"غير موجود الآن: " : L"Not there now: ");
     for (std::size_t i = 0; i < std::min(kNamed, missing_.size()); ++i) {
-        if (i > 0) text += state_.arabic ? L"، " : L", ";
+        if (i > 0) text += state_.arabic ? L"\u200F، " : L", ";
         text += state_.arabic ? MarkPath(missing_[i]) : missing_[i];
     }
     if (missing_.size() > kNamed) text += L"\u2026";
