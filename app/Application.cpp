@@ -72,6 +72,7 @@ void Application::AppearInSilentRun() {
 void Application::frmUnload() {
     if (unloading_ || rebuilding_) return;
     unloading_ = true;
+    state_.endRequested = true;
     if (working_) {
         system_.exitStatus.Note(error_number::kCancelled);
         state_.cancelRequested = true;

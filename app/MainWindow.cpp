@@ -76,6 +76,7 @@ bool MainWindow::OnQueryUnload(Form&, UnloadReason reason) {
         if (reason == UnloadReason::SessionEnd) {
             // Windows waits for nobody: no box may, either.
             state_.silentRun = true;
+            state_.endRequested = true;
             state_.cancelRequested = true;
             parts_->list.FileSave();
         } else {

@@ -1,6 +1,5 @@
 #include "engine/CPackage.h"
 
-#include <limits>
 #include <utility>
 
 #include "engine/CopyName.h"
@@ -59,35 +58,12 @@ std::int16_t CPackage::LocationID(std::wstring_view path) {
     return location;
 }
 
-std::int16_t CPackage::FindLocation(std::wstring_view path) {
-    const std::wstring folder = MFileDosShell::CFileLocation(path);
-    const bool isFile = ItemKindOf(path) == ItemKind::File;
-    for (int number = 0; number <= std::numeric_limits<std::int16_t>::max(); ++number) {
-        system_.pump.DoEventsIfDue();
-        const std::wstring copy = CFilePackageName(path, 1, number, Target());
-        // A copy that a killed run left ready keeps its place: another item may not move in.
-        if (isFile && destination_ && destination_->AwaitedByOther(copy, path)) continue;
-        if (destination_ && !destination_->MayHold(copy)) {
-            return static_cast<std::int16_t>(number);
-        }
-        const auto facts = system_.files.Look(copy);
-        if (!facts || facts->isFolder) return static_cast<std::int16_t>(number);
-        std::wstring comment = ReadFirstComment(copy);
-        // The folder of another item may lie on a drive that cannot be asked.
-        if (EqualNoCase(NamedLocation(comment), folder) &&
-            EqualNoCase(OriginalLocation(comment), folder)) {
-            // The run asks for its date next.
-            if (destination_) destination_->Remember(copy, std::move(comment));
-            return static_cast<std::int16_t>(number);
-        }
-    }
-    Raise(error_number::kOverflow, path);
-}
-
 bool CPackage::CopyStands(std::wstring_view copyPath) {
     if (destination_ && !destination_->MayHold(copyPath)) return false;
     return system_.files.Look(copyPath).has_value();
 }
+
+std::optional<FileFacts> CPackage::Stat(std::wstring_view path) { return system_.files.Look(path); }
 
 void CPackage::MoveEntry(std::wstring_view from, std::wstring_view to, std::uint64_t patience) {
     patience_.Perform([&] { system_.files.Move(from, to); }, {}, patience);

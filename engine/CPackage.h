@@ -11,6 +11,7 @@
 
 #include "engine/CommentLine.h"
 #include "engine/Destination.h"
+#include "engine/ListedItems.h"
 #include "engine/RunHost.h"
 #include "fsutil/CopyDates.h"
 #include "fsutil/PathText.h"
@@ -132,19 +133,32 @@ class CPackage final : public CopyDates {
         Date newestDate = 0;
         std::uint64_t fileSize = 0;  ///< of a file item
         Completeness completeness = Completeness::Whole;
-        std::wstring entry;  ///< where it stands now
+        bool overCutShort = false;  ///< copy 1 of this item was cut short by a cancel
+        std::wstring entry;         ///< where it stands now
         bool ready = false;  ///< whole: should this run die, a later one puts it in its place
     };
 
     /// Keeps the destination of the state locked as long as it lives.
     class Visit;
     enum class Entrance { Entered, Cancelled, Refused };
+    /// How the older copies make room for a new one.
+    enum class Room {
+        Rotate,            ///< all copies move up
+        CompleteRotation,  ///< an earlier run began it: only those below the lowest gap move up
+        Replace,           ///< the new copy replaces what is in its place
+    };
+    /// What became of a copy that an earlier run left ready.
+    enum class ReadyOutcome { None, Finished, Stuck };
+    /// Differs: the incomplete copy is not of what the item holds now.
+    enum class Completion { Done, Differs };
+    struct CompletionPlan;
     /// Undone: nothing has changed. Broken: some copies could not even go back.
     enum class Rotation { Done, Undone, Broken };
 
     // The run (CPackageRun.cpp).
     void StartRun();
     [[nodiscard]] std::wstring ReadCurrentList();
+    void LearnList(std::wstring_view text);
     void BackUpUnderLock(std::wstring_view path, bool isFolder, bool subFolders);
     [[nodiscard]] Entrance EnterDestination();
     [[nodiscard]] Entrance WaitForDestination();
@@ -152,9 +166,30 @@ class CPackage final : public CopyDates {
     // One item (CPackageItem.cpp).
     void BackUpItem(std::wstring_view path, std::int16_t location, bool isFolder, bool subFolders,
                     std::wstring_view givenCopy);
+    void TellNoChange(std::wstring_view path);
     void Refuse(std::wstring_view path);
     void CheckFreeSpace(std::int64_t itemBytes);
-    void MakeCopy(NewCopy& copy, bool isFolder, bool subFolders, bool mayRotate);
+    void MakeCopy(NewCopy& copy, bool isFolder, bool subFolders, Room room);
+    void TellIncomplete(const NewCopy& copy);
+
+    // Items whose names collide (CPackageCollision.cpp).
+    [[nodiscard]] bool Collides(std::wstring_view path, std::int16_t location, bool isFolder,
+                                const std::wstring& place);
+    [[nodiscard]] bool LosesTo(const std::vector<ListedItem>& rivals, std::wstring_view path,
+                               std::int16_t location, bool owns);
+    [[nodiscard]] bool OwnsCopyAt(std::wstring_view path, std::wstring_view copyPath);
+    [[nodiscard]] bool LiesInCopyOfOther(const std::wstring& place);
+    [[nodiscard]] bool HoldsCopyOfOther(const std::wstring& place);
+    [[nodiscard]] bool MeetsCommentOfOther(const std::wstring& place);
+
+    // Completing a copy (CPackageCompletion.cpp).
+    [[nodiscard]] Completion CompleteCopy(const NewCopy& copy, bool subFolders);
+    [[nodiscard]] bool PlanCompletion(const std::wstring& copyFolder, const std::wstring& relative,
+                                      bool subFolders, const std::wstring& itemPath,
+                                      CompletionPlan& plan);
+    void AddMissing(const NewCopy& copy, const CompletionPlan& plan, CopyTally& tally);
+    void AddFile(const NewCopy& copy, const std::wstring& source, const std::wstring& target,
+                 std::uint64_t size, CopyTally& tally);
 
     // Copying (CPackageCopy.cpp).
     void BackupFolder(std::wstring_view sPackage, std::wstring_view folder, std::wstring_view root,
@@ -185,15 +220,22 @@ class CPackage final : public CopyDates {
                         FileSystem::Marks marks = FileSystem::Marks::Replace);
 
     // Placing (CPackagePlace.cpp).
-    [[nodiscard]] bool PlaceCopy(NewCopy& copy, bool mayRotate);
-    void FinishReadyCopy(std::wstring_view path, std::int16_t location, std::wstring_view place);
+    [[nodiscard]] bool PlaceCopy(NewCopy& copy, Room room);
+    [[nodiscard]] bool MakeReady(NewCopy& copy, const std::wstring& comment);
+    void RefuseForeign(std::wstring_view path);
+    [[nodiscard]] ReadyOutcome FinishReadyCopy(std::wstring_view path, std::int16_t location,
+                                               std::wstring_view place);
+    void PutReadyInPlace(const NewCopy& copy);
+    [[nodiscard]] bool IsMadeAfter(std::wstring_view copyPath, Date made);
+    [[nodiscard]] bool IsCutShortCopyOf(std::wstring_view path, std::wstring_view comment);
     void Condemn(std::wstring_view entry, std::wstring_view itemPath, std::wstring_view place);
     void TakePlace(const NewCopy& copy, const std::wstring& comment);
     [[nodiscard]] std::wstring PrepareComment(const NewCopy& copy);
     void Remove(std::wstring_view path) noexcept;
 
     // Rotation (CPackageRotation.cpp).
-    [[nodiscard]] Rotation Rotate(std::wstring_view path, std::int16_t location);
+    [[nodiscard]] Rotation Rotate(std::wstring_view path, std::int16_t location, Room room);
+    [[nodiscard]] bool WasCutOff(std::wstring_view path, std::int16_t location);
     void ShiftCopies(std::wstring_view path, std::int16_t location, int last, Rotation& outcome);
     [[nodiscard]] bool MoveBack(const std::vector<std::pair<std::wstring, std::wstring>>& moved);
     [[nodiscard]] int LowestGap(std::wstring_view path, std::int16_t location);
@@ -209,8 +251,14 @@ class CPackage final : public CopyDates {
     }
     [[nodiscard]] bool CopyStands(std::wstring_view copyPath);
     [[nodiscard]] std::int16_t FindLocation(std::wstring_view path);
+    [[nodiscard]] bool IsNumberOfOther(std::wstring_view path, int number, std::wstring_view copy);
+    [[nodiscard]] bool IsCommentNameTaken(std::wstring_view copyPath);
+    [[nodiscard]] std::optional<FileFacts> Stat(std::wstring_view path);
     [[nodiscard]] std::wstring ReadCommentText(std::wstring_view copyPath);
     [[nodiscard]] std::wstring ReadFirstComment(std::wstring_view copyPath);
+    [[nodiscard]] std::wstring TryReadComment(std::wstring_view copyPath);
+    [[nodiscard]] std::wstring CommentOf(std::wstring_view copyPath);
+    [[nodiscard]] Date DateOf(std::wstring_view copyPath, std::wstring_view comment);
     [[nodiscard]] std::wstring NamedLocation(std::wstring_view comment);
     [[nodiscard]] std::wstring OriginalLocation(std::wstring_view comment);
 
@@ -229,6 +277,7 @@ class CPackage final : public CopyDates {
     Patience patience_;
     bool visiting_ = false;
     std::unique_ptr<Destination> destination_;
+    ListedItems listed_;  ///< of the run that is going on
     std::wstring refusedDestination_;
     std::wstring toldUnlocked_;  ///< the destination without a lock file that the run told last
 };

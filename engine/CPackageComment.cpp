@@ -4,6 +4,7 @@
 #include "fsutil/NewestDate.h"
 #include "fsutil/PathText.h"
 #include "platform/AnsiCodec.h"
+#include "platform/DriveFailure.h"
 #include "platform/EventPump.h"
 #include "platform/RuntimeError.h"
 
@@ -32,10 +33,7 @@ std::wstring CPackage::PackageCommentFile(std::wstring_view copyPath) {
 }
 
 std::wstring CPackage::PackageComment(std::wstring_view copyPath) {
-    std::wstring line;
-    Trapped(system_.errors, EngineProcedure(L"PackageComment"),
-            [&] { line = FirstLine(ReadCommentText(copyPath)); });
-    return line;
+    return FirstLine(CommentOf(copyPath));
 }
 
 void CPackage::PackageComment(std::wstring_view copyPath, std::wstring_view text) {
@@ -50,11 +48,7 @@ void CPackage::PackageComment(std::wstring_view copyPath, std::wstring_view text
 }
 
 bool CPackage::IsMarkedIncomplete(std::wstring_view copyPath) {
-    bool isIncomplete = false;
-    Trapped(system_.errors, EngineProcedure(L"PackageComment"), [&] {
-        isIncomplete = CompletenessOf(ReadCommentText(copyPath)) != Completeness::Whole;
-    });
-    return isIncomplete;
+    return CompletenessOf(CommentOf(copyPath)) != Completeness::Whole;
 }
 
 // The comment's line, and the marks below it.
@@ -89,10 +83,27 @@ std::string CPackage::ReadCommentFile(const std::wstring& file) {
     return bytes;
 }
 
-Date CPackage::PackageDate(std::wstring_view copyPath) {
+// The comment of a copy that belongs to no item in hand: empty when it cannot be read.
+std::wstring CPackage::TryReadComment(std::wstring_view copyPath) {
+    try {
+        return ReadFirstComment(copyPath);
+    } catch (const RuntimeError& error) {
+        if (ConcernsDrive(error)) throw;
+        return {};
+    }
+}
+
+std::wstring CPackage::CommentOf(std::wstring_view copyPath) {
+    std::wstring text;
+    Trapped(system_.errors, EngineProcedure(L"PackageComment"),
+            [&] { text = ReadCommentText(copyPath); });
+    return text;
+}
+
+Date CPackage::DateOf(std::wstring_view copyPath, std::wstring_view comment) {
     Date date = kMissingDate;
     Trapped(system_.errors, EngineProcedure(L"PackageDate"), [&] {
-        if (const auto field = CommentDateField(PackageComment(copyPath))) {
+        if (const auto field = CommentDateField(FirstLine(comment))) {
             date =
                 StoredDate(EnglishNameOrigin(*field, system_.ansi), PackageCommentFile(copyPath));
         } else {
@@ -101,6 +112,10 @@ Date CPackage::PackageDate(std::wstring_view copyPath) {
         }
     });
     return date;
+}
+
+Date CPackage::PackageDate(std::wstring_view copyPath) {
+    return DateOf(copyPath, CommentOf(copyPath));
 }
 
 std::wstring CPackage::PackageOriginalLocation(std::wstring_view copyPath) {

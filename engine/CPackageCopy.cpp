@@ -62,6 +62,8 @@ void CPackage::KeepFolderInfo(const std::wstring& from, const std::wstring& to,
 
 // Asked before each file and sub-folder of a folder.
 bool CPackage::MustStop(CopyTally& tally) const {
+    // Nobody chose to keep what a shutdown interrupts: the next run makes the whole copy.
+    if (state_.endRequested) tally.givenUp = true;
     if (state_.cancelRequested) tally.cutShort = true;
     return tally.cutShort || tally.givenUp || tally.holdsItself;
 }

@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "engine/CPackage.h"
 #include "engine/CopyName.h"
 #include "engine/DestinationVisit.h"
@@ -11,6 +13,7 @@
 #include "platform/Like.h"
 #include "platform/RuntimeError.h"
 #include "platform/SystemPath.h"
+#include "platform/TextCase.h"
 
 namespace vw {
 
@@ -66,26 +69,43 @@ void CPackage::BackUpItem(std::wstring_view path, std::int16_t location, bool is
                  .newestDate = survey.newest,
                  .fileSize = facts ? facts->size : 0,
                  .entry = {}};
-    bool mayRotate = copy.inSeries;
+    Room room = copy.inSeries ? Room::Rotate : Room::Replace;
     if (copy.inSeries) {
         copy.place = CFilePackageName(path, 1, location, Target());
-        // Found out later, the other copies would have made room already.
-        if (HasImpossibleName(copy.place)) Raise(error_number::kBadName, copy.place);
-        FinishReadyCopy(path, location, copy.place);
-        const Date copyDate = CopyStands(copy.place) ? PackageDate(copy.place) : kMissingDate;
-        CheckFreeSpace(survey.bytes);
-        // Older comments were written by the rules of their present year.
-        if (survey.HasDate(copyDate)) {
-            host_.Report(L"No change since last backup for the path:", false);
-            host_.Report(path, true);
-            host_.OnItem(ItemEvent::Unchanged, path, {});
+        if (facts && HasImpossibleName(copy.place)) Raise(error_number::kBadName, copy.place);
+        if (Collides(path, location, isFolder, copy.place)) {
+            Refuse(path);
             return;
         }
+        const ReadyCopy* const waiting = destination_->ReadyOf(path);
+        const Date waitingDate = waiting != nullptr ? waiting->date : kMissingDate;
+        if (FinishReadyCopy(path, location, copy.place) == ReadyOutcome::Stuck) {
+            // Nothing is copied again that already waits for its place.
+            if (!facts || waitingDate == copy.newestDate) return;
+            room = Room::CompleteRotation;
+        }
+        const bool stands = CopyStands(copy.place);
+        const std::wstring comment = stands ? CommentOf(copy.place) : std::wstring();
+        const Date copyDate = stands ? DateOf(copy.place, comment) : kMissingDate;
+        CheckFreeSpace(survey.bytes);
+        const bool isOwn = EqualNoCase(NamedLocation(comment), MFileDosShell::CFileLocation(path));
+        // Older comments were written by the rules of their present year.
+        if (survey.HasDate(copyDate)) {
+            copy.completeness = CompletenessOf(comment);
+            const bool isWhole = copy.completeness == Completeness::Whole;
+            if (isWhole || !isOwn || !isFolder || !facts || !facts->isFolder) {
+                TellNoChange(path);
+                return;
+            }
+            if (CompleteCopy(copy, subFolders) == Completion::Done) return;
+            copy.completeness = Completeness::Whole;
+        }
+        copy.overCutShort = isOwn && CompletenessOf(comment) == Completeness::CutShort;
         // The copies make room when the new one stands, so that a copy that fails costs none of
         // them. Here and now they do it for a vanished item, and a count of 0 is refused.
         if (!facts || state_.copiesCount <= 0) {
             const bool rotated = RenamePackages(path, location);
-            mayRotate = false;
+            room = Room::Replace;
             if (!facts && !rotated && state_.copiesCount > 0) return;
         }
     }
@@ -94,10 +114,16 @@ void CPackage::BackUpItem(std::wstring_view path, std::int16_t location, bool is
                  subFolders ? ItemSize{survey.treeFiles, survey.treeBytes}
                             : ItemSize{survey.files, static_cast<std::uint64_t>(survey.bytes)});
     if (isFolder && !(facts && facts->isFolder)) Raise(error_number::kPathNotFound, path);
-    MakeCopy(copy, isFolder, subFolders, mayRotate);
+    MakeCopy(copy, isFolder, subFolders, room);
 }
 
-void CPackage::MakeCopy(NewCopy& copy, bool isFolder, bool subFolders, bool mayRotate) {
+void CPackage::TellNoChange(std::wstring_view path) {
+    host_.Report(L"No change since last backup for the path:", false);
+    host_.Report(path, true);
+    host_.OnItem(ItemEvent::Unchanged, path, {});
+}
+
+void CPackage::MakeCopy(NewCopy& copy, bool isFolder, bool subFolders, Room room) {
     copy.entry = destination_->WorkingPath(WorkingState::New, copy.itemPath, copy.place);
     if (destination_->MayHold(copy.entry)) Remove(copy.entry);
     destination_->Added(copy.entry);
@@ -121,17 +147,30 @@ void CPackage::MakeCopy(NewCopy& copy, bool isFolder, bool subFolders, bool mayR
         }
         if (isFolder && tally.failed > 0) copy.completeness = Completeness::MissesFiles;
         if (tally.cutShort) copy.completeness = Completeness::CutShort;
-        if (!PlaceCopy(copy, mayRotate)) return;
-        if (copy.completeness == Completeness::CutShort) {
-            Tell(run_text::kIncomplete, copy.itemPath);
-        } else if (copy.completeness == Completeness::MissesFiles) {
-            Tell(run_text::kMissesFiles, copy.itemPath);
+        // Of two copies that were cut short neither may drive out a whole one.
+        if (copy.overCutShort && tally.cutShort) {
+            Remove(copy.entry);
+            Tell(run_text::kOlderPartKept, copy.itemPath);
+            return;
         }
+        if (!PlaceCopy(copy, copy.overCutShort ? Room::Replace : room)) return;
+        TellIncomplete(copy);
         host_.OnItem(ItemEvent::Copied, copy.itemPath, {});
         if (!state_.cancelRequested) host_.Report(L"\tDone.", false);
     } catch (const RuntimeError&) {
         if (!copy.ready) Remove(copy.entry);
         throw;
+    }
+}
+
+void CPackage::TellIncomplete(const NewCopy& copy) {
+    switch (copy.completeness) {
+        case Completeness::Whole:
+            return;
+        case Completeness::MissesFiles:
+            return Tell(run_text::kMissesFiles, copy.itemPath);
+        case Completeness::CutShort:
+            return Tell(run_text::kIncomplete, copy.itemPath);
     }
 }
 

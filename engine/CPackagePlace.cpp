@@ -12,6 +12,7 @@
 //   new     "X.vwnew-..."    being written; worthless if its process dies, a later run removes it
 //     |  the copy is whole, its comment stands beside it under a working name
 //   ready   "X.vwready-..."  its name holds the date for the comment; a later run can finish it
+//     |  ("X.vwpart-..." and "X.vwcut-..." when it is not whole, for the mark in the comment)
 //     |  1. the old copies move up by one, the last one leaves as "X.vwold-..."
 //     |  2. whatever still stands in the place leaves too
 //     |  3. the comment takes its name
@@ -20,57 +21,75 @@
 //
 // The comment goes first: a new copy beside the comment of an old one would look changed, and the
 // next run would rotate once too often. While the copy is ready every step can be done again.
+//
+// What nobody knew of when the destination was listed belongs to another program: a computer that
+// does not see our lock, or a person. Nothing is taken from it, neither its name nor its comment,
+// so the disk itself is asked before each of the two.
 
 namespace vw {
 
-bool CPackage::PlaceCopy(NewCopy& copy, bool mayRotate) {
+bool CPackage::PlaceCopy(NewCopy& copy, Room room) {
     const std::wstring comment = PrepareComment(copy);
-    if (copy.inSeries) {
-        const std::wstring ready = destination_->WorkingPath(WorkingState::Ready, copy.itemPath,
-                                                             copy.place, copy.newestDate);
-        // A scanner works through what was just written; hours of copying depend on this rename.
-        MoveEntry(copy.entry, ready, Patience::kLong);
-        copy.entry = ready;
-        copy.ready = true;
-        // Whatever goes wrong from here on, no other item of this run may move into its place.
-        destination_->Awaits(copy.itemPath, copy.place, copy.newestDate, ready);
-    }
-    const Rotation rotation = mayRotate ? Rotate(copy.itemPath, copy.location) : Rotation::Done;
-    if (rotation == Rotation::Broken) return false;
-    if (rotation == Rotation::Undone && CopyStands(copy.place)) {
-        destination_->Finished(copy.itemPath);
-        Condemn(copy.entry, copy.itemPath, copy.place);
+    try {
+        if (copy.inSeries && !MakeReady(copy, comment)) {
+            Remove(copy.entry);
+            Remove(comment);
+            return false;
+        }
+        Rotation rotation = Rotation::Done;
+        if (room != Room::Replace) rotation = Rotate(copy.itemPath, copy.location, room);
+        // The copy stays ready: a later run finishes it without copying everything again.
+        const bool isBlocked = rotation == Rotation::Undone && CopyStands(copy.place);
+        if (rotation == Rotation::Broken || isBlocked) {
+            Remove(comment);
+            return false;
+        }
+        TakePlace(copy, comment);
+    } catch (const RuntimeError&) {
         Remove(comment);
-        return false;
+        throw;
     }
-    TakePlace(copy, comment);
     destination_->Finished(copy.itemPath);
     return true;
 }
 
-void CPackage::FinishReadyCopy(std::wstring_view path, std::int16_t location,
-                               std::wstring_view place) {
-    const ReadyCopy* const found = destination_->ReadyOf(path);
-    if (found == nullptr) return;
-    const NewCopy copy{.itemPath = std::wstring(path),
-                       .location = location,
-                       .place = std::wstring(place),
-                       .inSeries = true,
-                       .newestDate = found->date,
-                       .entry = found->path,
-                       .ready = true};
-    // Another run may have made a copy since, which is as good or newer.
-    const bool isLate = CopyStands(copy.place) && PackageDate(copy.place) >= copy.newestDate;
-    if (isLate) {
-        Condemn(copy.entry, copy.itemPath, copy.place);
-    } else if (system_.files.Look(copy.entry)) {
-        const std::wstring comment = PrepareComment(copy);
-        Rotation outcome = Rotation::Undone;
-        ShiftCopies(path, location, LowestGap(path, location), outcome);
-        TakePlace(copy, comment);
-        Tell(run_text::kFinishedLater, path);
+// From here on no other item of this run may move into the place of the copy, whatever goes wrong.
+// False when an earlier copy is ready that holds more than this one.
+bool CPackage::MakeReady(NewCopy& copy, const std::wstring& comment) {
+    std::wstring older;
+    if (const ReadyCopy* const waiting = destination_->ReadyOf(copy.itemPath)) {
+        if (waiting->completeness < copy.completeness) return false;
+        older = waiting->path;
     }
-    destination_->Finished(path);
+    // The time of the disk, which also dates the comment of the copy that stands in the place.
+    const auto facts = Stat(comment);
+    if (!facts) Raise(error_number::kDeviceError, comment);
+    const std::wstring ready = destination_->ReadyPath(copy.itemPath, copy.place, copy.newestDate,
+                                                       facts->lastWrite, copy.completeness);
+    // A scanner works through what was just written; hours of copying depend on this rename.
+    MoveEntry(copy.entry, ready, Patience::kLong);
+    copy.entry = ready;
+    copy.ready = true;
+    destination_->Awaits(copy.itemPath, copy.place,
+                         {.path = ready,
+                          .date = copy.newestDate,
+                          .made = facts->lastWrite,
+                          .completeness = copy.completeness});
+    if (!older.empty()) {
+        Tell(run_text::kReadyDropped, copy.itemPath);
+        try {
+            Condemn(older, copy.itemPath, copy.place);
+        } catch (const RuntimeError&) {
+            // A later run finds both and takes the newer one.
+        }
+    }
+    return true;
+}
+
+void CPackage::RefuseForeign(std::wstring_view path) {
+    if (destination_->MayHold(path) || !Stat(path)) return;
+    Tell(run_text::kLeftAlone, path);
+    Raise(error_number::kAlreadyExists, path);
 }
 
 // It must not look like a copy, or ready to be one, while it is being deleted: half of it would
@@ -96,23 +115,29 @@ std::wstring CPackage::PrepareComment(const NewCopy& copy) {
 }
 
 void CPackage::TakePlace(const NewCopy& copy, const std::wstring& comment) {
+    const std::wstring commentFile = PackageCommentFile(copy.place);
+    RefuseForeign(copy.place);
+    RefuseForeign(commentFile);
     std::wstring displaced;
     if (CopyStands(copy.place)) {
         displaced = destination_->WorkingPath(WorkingState::Old, copy.itemPath, copy.place);
         MoveEntry(copy.place, displaced);
     }
+    bool commentTaken = false;
     try {
-        const std::wstring commentFile = PackageCommentFile(copy.place);
         // Below a dotted folder the name of a copy holds folders of its own.
         MakeFolders(system_.files, MFileDosShell::CFileLocation(commentFile));
         patience_.Perform([&] { system_.files.Replace(comment, commentFile); }, commentFile);
+        destination_->Added(commentFile);
+        commentTaken = true;
         MoveEntry(copy.entry, copy.place);
     } catch (const RuntimeError&) {
         // A copy that is not ready is given up, so what it was to replace has to stay.
-        if (!copy.ready) {
-            Remove(comment);
-            if (!displaced.empty()) static_cast<void>(MoveBack({{copy.place, displaced}}));
+        if (!copy.ready && !displaced.empty()) {
+            static_cast<void>(MoveBack({{copy.place, displaced}}));
         }
+        // Whatever stands in the place, the comment is not of it.
+        if (commentTaken && Stands(copy.place)) Remove(commentFile);
         throw;
     }
     if (!displaced.empty()) Remove(displaced);

@@ -14,17 +14,34 @@ namespace vw {
 
 bool CPackage::RenamePackages(std::wstring_view sPath, std::int16_t iSP) {
     const Visit visit(*this);
-    return Rotate(sPath, iSP) == Rotation::Done;
+    return Rotate(sPath, iSP, Room::Rotate) == Rotation::Done;
 }
 
-CPackage::Rotation CPackage::Rotate(std::wstring_view path, std::int16_t location) {
+CPackage::Rotation CPackage::Rotate(std::wstring_view path, std::int16_t location, Room room) {
     Rotation rotation = Rotation::Undone;
     Trapped(system_.errors, EngineProcedure(L"RenamePackages"), [&] {
         if (state_.copiesCount <= 0) Raise(error_number::kZeroCopyNumber, path);
         if (EnterDestination() != Entrance::Entered) return;
-        ShiftCopies(path, location, state_.copiesCount, rotation);
+        const bool wasCutOff = WasCutOff(path, location);
+        if (wasCutOff) destination_->KeepLeft(path);
+        const bool completes = wasCutOff || room == Room::CompleteRotation;
+        ShiftCopies(path, location, completes ? LowestGap(path, location) : state_.copiesCount,
+                    rotation);
+        destination_->RemoveLeft(path);
     });
     return rotation;
+}
+
+// The copy that leaves its series first is removed last, so while it is there the other copies may
+// not all have moved.
+bool CPackage::WasCutOff(std::wstring_view path, std::int16_t location) {
+    constexpr int kHighestNumber = 99;
+    for (int number = 2; number <= kHighestNumber; ++number) {
+        if (destination_->HasLeft(path, CFilePackageName(path, number, location, Target()))) {
+            return true;
+        }
+    }
+    return false;
 }
 
 // Copy `last` leaves the series, the copies below it move up by one. At the first one that cannot

@@ -49,6 +49,7 @@ void CPackage::BackupAll() {
         StartRun();
         const std::wstring text = ReadCurrentList();
         const Visit visit(*this);
+        LearnList(text);
         FieldReader fields(text);
         while (!fields.AtEnd()) {
             system_.pump.DoEvents();
@@ -81,14 +82,29 @@ void CPackage::BackupAll() {
                     break;
             }
         }
+        if (destination_) destination_->RemoveAllLeft();
         host_.BusyHide(true);
     });
+}
+
+// The whole list is known before the first item of it is backed up: names of copies may collide.
+void CPackage::LearnList(std::wstring_view text) {
+    listed_.Clear();
+    FieldReader fields(text);
+    std::wstring destination = Target();
+    while (!fields.AtEnd()) {
+        const ListLine line = ReadListLine(fields.Next());
+        if (line.kind == ListLineKind::Destination) destination = line.value;
+        if (line.kind == ListLineKind::Item) listed_.Add(destination, line.value);
+    }
 }
 
 void CPackage::BackupItem(std::wstring_view path) {
     const Visit visit(*this);
     StartRun();
+    listed_.Clear();
     BackUpUnderLock(path, false, false);
+    if (destination_) destination_->RemoveAllLeft();
     if (state_.cancelRequested) system_.exitStatus.Note(error_number::kCancelled);
 }
 
@@ -124,6 +140,7 @@ std::wstring CPackage::ReadCurrentList() {
 // destination that could not be had is told once, not again for each of its items.
 CPackage::Entrance CPackage::EnterDestination() {
     if (destination_ && destination_->Folder() == Target()) return Entrance::Entered;
+    if (destination_ && !state_.cancelRequested) destination_->RemoveAllLeft();
     destination_.reset();
     if (!refusedDestination_.empty() && refusedDestination_ == Target()) {
         return Entrance::Refused;

@@ -42,13 +42,6 @@ struct DateSeparators {
 /// label is missing.
 [[nodiscard]] std::optional<std::wstring> CommentLocationField(std::wstring_view line);
 
-/// Whether a folder copy holds all that its source held when it was made.
-enum class Completeness {
-    Whole,
-    MissesFiles,  ///< some files could not be read
-    CutShort,     ///< a cancel left something out
-};
-
 /// The whole text of a comment file: the line, and below it the marks of a copy that is not whole.
 /// Every reader of the line stops at its end.
 [[nodiscard]] std::wstring CommentText(std::wstring_view line, Completeness completeness);

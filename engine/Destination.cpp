@@ -1,5 +1,6 @@
 #include "engine/Destination.h"
 
+#include <algorithm>
 #include <utility>
 #include <vector>
 
@@ -46,11 +47,16 @@ void Destination::Learn() {
         entries_.insert(NameKey(entry.name));
         const auto name = ParseWorkingName(WithoutCommentExtension(entry.name));
         if (!name || (name->owner != self_ && !IsGone(name->owner))) return;
-        if (name->state == WorkingState::Ready && !entry.name.ends_with(kCommentExtension)) {
+        const bool isComment = entry.name.ends_with(kCommentExtension);
+        if (name->state == WorkingState::Ready && !isComment) {
             ReadyCopy& ready = ready_[name->item];
-            if (ready.path.empty() || ready.date < name->date) {
-                ready = {folder_ + L"\\" + std::wstring(entry.name), name->date, name->copy};
+            if (ready.path.empty() ||
+                std::pair(ready.made, ready.date) < std::pair(name->made, name->date)) {
+                ready = {folder_ + L"\\" + std::wstring(entry.name), name->date, name->copy,
+                         name->made, name->completeness};
             }
+        } else if (name->state == WorkingState::Old && !isComment) {
+            left_.push_back({std::wstring(entry.name), name->item, name->copy});
         } else {
             leftOvers.emplace_back(entry.name);
         }
@@ -111,17 +117,52 @@ std::wstring Destination::WorkingPath(WorkingState state, std::wstring_view item
     return folder_ + L"\\" + FormatWorkingName(name, MFileDosShell::CFileFirstName(itemPath));
 }
 
+std::wstring Destination::ReadyPath(std::wstring_view itemPath, std::wstring_view copyPath,
+                                    Date date, Date made, Completeness completeness) const {
+    const WorkingName name{
+        WorkingState::Ready, NameKey(itemPath), NameKey(copyPath), date, self_, made, completeness};
+    return folder_ + L"\\" + FormatWorkingName(name, MFileDosShell::CFileFirstName(itemPath));
+}
+
 const ReadyCopy* Destination::ReadyOf(std::wstring_view itemPath) const {
     const auto found = ready_.find(NameKey(itemPath));
     return found == ready_.end() ? nullptr : &found->second;
 }
 
-void Destination::Awaits(std::wstring_view itemPath, std::wstring_view copyPath, Date date,
-                         std::wstring_view readyPath) {
-    ready_[NameKey(itemPath)] = {std::wstring(readyPath), date, NameKey(copyPath)};
+void Destination::Awaits(std::wstring_view itemPath, std::wstring_view copyPath, ReadyCopy ready) {
+    ready.copy = NameKey(copyPath);
+    ready_[NameKey(itemPath)] = std::move(ready);
 }
 
 void Destination::Finished(std::wstring_view itemPath) { ready_.erase(NameKey(itemPath)); }
+
+bool Destination::HasLeft(std::wstring_view itemPath, std::wstring_view copyPath) const {
+    return std::ranges::any_of(
+        left_, [item = NameKey(itemPath), copy = NameKey(copyPath)](const LeftCopy& left) {
+            return left.item == item && left.copy == copy;
+        });
+}
+
+void Destination::KeepLeft(std::wstring_view itemPath) {
+    for (LeftCopy& left : left_) {
+        if (left.item == NameKey(itemPath)) left.isKept = true;
+    }
+}
+
+void Destination::RemoveLeft(std::wstring_view itemPath) {
+    const std::uint64_t item = NameKey(itemPath);
+    std::erase_if(left_, [&](const LeftCopy& left) {
+        if (left.item == item) Clean(left.name);
+        return left.item == item;
+    });
+}
+
+void Destination::RemoveAllLeft() {
+    std::erase_if(left_, [&](const LeftCopy& left) {
+        if (!left.isKept) Clean(left.name);
+        return !left.isKept;
+    });
+}
 
 bool Destination::AwaitedByOther(std::wstring_view copyPath, std::wstring_view itemPath) const {
     const std::uint64_t item = NameKey(itemPath);

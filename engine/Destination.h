@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_set>
+#include <vector>
 
 #include "engine/DestinationLock.h"
 #include "fsutil/WorkingName.h"
@@ -20,6 +21,8 @@ struct ReadyCopy {
     std::wstring path;
     Date date = 0;           ///< newest date of the item, for the comment
     std::uint64_t copy = 0;  ///< NameKey of the copy-1 path that it was made for
+    Date made = 0;           ///< when it was complete on the disk; 0 when that is not known
+    Completeness completeness = Completeness::Whole;
 };
 
 /// A destination while a run works in it: locked against every other run, cleared
@@ -62,12 +65,16 @@ class Destination {
     [[nodiscard]] std::wstring WorkingPath(WorkingState state, std::wstring_view itemPath,
                                            std::wstring_view copyPath, Date date = 0) const;
 
+    /// Path of the ready copy of an item: `date` and `completeness` are for its comment, `made` is
+    /// the time of that comment.
+    [[nodiscard]] std::wstring ReadyPath(std::wstring_view itemPath, std::wstring_view copyPath,
+                                         Date date, Date made, Completeness completeness) const;
+
     /// The ready copy of an item that waits for its place; nothing when there is none.
     [[nodiscard]] const ReadyCopy* ReadyOf(std::wstring_view itemPath) const;
 
-    /// Remembers that a copy of this run is ready for the place `copyPath`.
-    void Awaits(std::wstring_view itemPath, std::wstring_view copyPath, Date date,
-                std::wstring_view readyPath);
+    /// Remembers the ready copy of an item. Its `copy` is taken from the place `copyPath`.
+    void Awaits(std::wstring_view itemPath, std::wstring_view copyPath, ReadyCopy ready);
 
     /// Forgets the ready copy of an item: it stands in its place now, or it was given up.
     void Finished(std::wstring_view itemPath);
@@ -75,7 +82,29 @@ class Destination {
     /// Whether a ready copy of another item waits for the place `copyPath`.
     [[nodiscard]] bool AwaitedByOther(std::wstring_view copyPath, std::wstring_view itemPath) const;
 
+    /// Whether a process that is gone took the copy `copyPath` of an item out of its series and did
+    /// not remove it: the rotation that it left for was cut off.
+    [[nodiscard]] bool HasLeft(std::wstring_view itemPath, std::wstring_view copyPath) const;
+
+    /// Removes what such a process took out of the series of an item, now that its rotation is
+    /// complete.
+    void RemoveLeft(std::wstring_view itemPath);
+
+    /// The same for all items but those whose rotation could not be completed.
+    void RemoveAllLeft();
+
+    /// Keeps what HasLeft found for a later run.
+    void KeepLeft(std::wstring_view itemPath);
+
   private:
+    /// A copy that left its series and was not removed.
+    struct LeftCopy {
+        std::wstring name;
+        std::uint64_t item = 0;
+        std::uint64_t copy = 0;
+        bool isKept = false;
+    };
+
     void Learn();
     void Clean(std::wstring_view entryName);
 
@@ -90,6 +119,7 @@ class Destination {
     std::wstring rememberedCopy_;  ///< empty for none
     std::wstring rememberedComment_;
     std::map<std::uint64_t, ReadyCopy> ready_;
+    std::vector<LeftCopy> left_;
 };
 
 }  // namespace vw

@@ -24,6 +24,13 @@ inline constexpr RunText kIncomplete{L"Cancelled, copy 1 is incomplete:",
                                      L"أُلغيت العملية، والنسخة رقم 1 غير كاملة"};
 inline constexpr RunText kMissesFiles{L"Files are missing, copy 1 is incomplete:",
                                       L"تعذر نسخ بعض الملفات، والنسخة رقم 1 غير كاملة"};
+inline constexpr RunText kOlderPartKept{L"Cancelled, the incomplete copy 1 of before was kept:",
+                                        L"أُلغيت العملية، وبقيت النسخة السابقة رقم 1 غير الكاملة"};
+inline constexpr RunText kReadyDropped{
+    L"Copy of an interrupted run removed, there is a later one:",
+    L"حُذفت نسخة من عملية نسخ سابقة انقطعت، لوجود نسخة أحدث منها"};
+inline constexpr RunText kLeftAlone{L"Left alone, it was not made by this run:",
+                                    L"لم يُستبدل ما يلي لأن عملية النسخ هذه لم تنشئه"};
 inline constexpr RunText kChangedMeanwhile{L"Changed while it was copied:",
                                            L"تغيّر الملف التالي أثناء نسخه"};
 inline constexpr RunText kFinishedLater{L"Copy of an interrupted run completed:",

@@ -12,7 +12,7 @@ SourceFolder ReadSourceFolder(FileSystem& files, std::wstring_view folder,
         // Another run may hold its lock in a destination that lies here.
         if (IsOwnEntry(entry.name)) return;
         if (!entry.isFolder) {
-            source.files.push_back({std::wstring(entry.name), entry.size});
+            source.files.push_back({std::wstring(entry.name), entry.size, entry.lastWrite});
         } else if (entry.isLink) {
             source.links.emplace_back(entry.name);
         } else {

@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/Date.h"
 #include "platform/FileSystem.h"
 
 namespace vw {
@@ -13,6 +14,7 @@ namespace vw {
 struct SourceFile {
     std::wstring name;
     std::uint64_t size = 0;
+    Date lastWrite = 0;
     bool copied = false;
 };
 

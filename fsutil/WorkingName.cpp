@@ -11,23 +11,28 @@ namespace {
 
 // An entry's name, from left to right:
 //   <beginning of the item's name>.vw<state>-<item>-<copy>-<date>-<computer>-<process>-<start>
-// Keys and the process are lower-case hexadecimal numbers of full width, the date is
-// yyyymmddhhmmss or zeros for none. The parts have fixed lengths, so the name is taken apart from
-// its right end, whatever the item's own name looks like. Only what this file would write itself
-// is taken for a working name, since such entries may be deleted.
+// A ready copy has one more date behind the first, the time when it was made, unless an earlier
+// version of the program wrote it; its state word also states whether it is whole. Keys and the
+// process are lower-case hexadecimal numbers of full width, the date is yyyymmddhhmmss or zeros for
+// none. The parts have fixed lengths, so the name is taken apart from its right end, whatever the
+// item's own name looks like. Only what this file would write itself is taken for a working name,
+// since such entries may be deleted.
 
 constexpr std::size_t kMaxFirstName = 60;
 constexpr std::size_t kDateDigits = 14;
 
 struct StateWord {
     WorkingState state;
+    Completeness completeness;
     std::wstring_view text;
 };
 
 constexpr std::array kStateWords{
-    StateWord{WorkingState::New, L".vwnew"},
-    StateWord{WorkingState::Ready, L".vwready"},
-    StateWord{WorkingState::Old, L".vwold"},
+    StateWord{WorkingState::New, Completeness::Whole, L".vwnew"},
+    StateWord{WorkingState::Ready, Completeness::Whole, L".vwready"},
+    StateWord{WorkingState::Ready, Completeness::MissesFiles, L".vwpart"},
+    StateWord{WorkingState::Ready, Completeness::CutShort, L".vwcut"},
+    StateWord{WorkingState::Old, Completeness::Whole, L".vwold"},
 };
 
 constexpr bool IsHighSurrogate(wchar_t unit) noexcept { return unit >= 0xD800 && unit <= 0xDBFF; }
@@ -140,6 +145,39 @@ class RightReader {
     bool isGood_ = true;
 };
 
+/// Takes a name apart that has the time of making, or one that has none.
+std::optional<WorkingName> ParseForm(std::wstring_view name, bool hasMade) {
+    WorkingName parsed;
+    RightReader reader(name);
+    parsed.owner.processStart = reader.TakeHex(16);
+    parsed.owner.processId = static_cast<std::uint32_t>(reader.TakeHex(8));
+    parsed.owner.computer = static_cast<std::uint32_t>(reader.TakeHex(8));
+    if (hasMade) parsed.made = reader.TakeDate();
+    parsed.date = reader.TakeDate();
+    parsed.copy = reader.TakeHex(16);
+    parsed.item = reader.TakeHex(16);
+    if (!reader.IsGood() || hasMade != (parsed.made != 0)) {
+        return std::nullopt;
+    }
+    for (const StateWord& word : kStateWords) {
+        if (!reader.Rest().ends_with(word.text)) {
+            continue;
+        }
+        std::wstring_view firstName = reader.Rest();
+        firstName.remove_suffix(word.text.size());
+        const bool mayHaveMade = word.state == WorkingState::Ready;
+        const bool needsMade = word.completeness != Completeness::Whole;
+        if (FitFirstName(firstName) != firstName || (hasMade && !mayHaveMade) ||
+            (needsMade && !hasMade)) {
+            return std::nullopt;
+        }
+        parsed.state = word.state;
+        parsed.completeness = word.completeness;
+        return parsed;
+    }
+    return std::nullopt;
+}
+
 }  // namespace
 
 std::uint64_t NameKey(std::wstring_view path) {
@@ -160,7 +198,7 @@ std::uint64_t NameKey(std::wstring_view path) {
 std::wstring FormatWorkingName(const WorkingName& name, std::wstring_view firstName) {
     std::wstring text = FitFirstName(firstName);
     for (const StateWord& word : kStateWords) {
-        if (word.state == name.state) {
+        if (word.state == name.state && word.completeness == name.completeness) {
             text += word.text;
         }
     }
@@ -172,6 +210,10 @@ std::wstring FormatWorkingName(const WorkingName& name, std::wstring_view firstN
     appendHex(name.copy, 16);
     text += L'-';
     text += DateDigits(name.date);
+    if (name.made != 0) {
+        text += L'-';
+        text += DateDigits(name.made);
+    }
     appendHex(name.owner.computer, 8);
     appendHex(name.owner.processId, 8);
     appendHex(name.owner.processStart, 16);
@@ -179,30 +221,8 @@ std::wstring FormatWorkingName(const WorkingName& name, std::wstring_view firstN
 }
 
 std::optional<WorkingName> ParseWorkingName(std::wstring_view name) {
-    WorkingName parsed;
-    RightReader reader(name);
-    parsed.owner.processStart = reader.TakeHex(16);
-    parsed.owner.processId = static_cast<std::uint32_t>(reader.TakeHex(8));
-    parsed.owner.computer = static_cast<std::uint32_t>(reader.TakeHex(8));
-    parsed.date = reader.TakeDate();
-    parsed.copy = reader.TakeHex(16);
-    parsed.item = reader.TakeHex(16);
-    if (!reader.IsGood()) {
-        return std::nullopt;
-    }
-    for (const StateWord& word : kStateWords) {
-        if (!reader.Rest().ends_with(word.text)) {
-            continue;
-        }
-        std::wstring_view firstName = reader.Rest();
-        firstName.remove_suffix(word.text.size());
-        if (FitFirstName(firstName) != firstName) {
-            return std::nullopt;
-        }
-        parsed.state = word.state;
-        return parsed;
-    }
-    return std::nullopt;
+    const auto parsed = ParseForm(name, true);
+    return parsed ? parsed : ParseForm(name, false);
 }
 
 bool IsOwnEntry(std::wstring_view name) {

@@ -23,6 +23,13 @@ enum class WorkingState {
     Old,    ///< a copy that left its series and is being deleted
 };
 
+/// Whether a folder copy holds all that its source held when it was made.
+enum class Completeness {
+    Whole,
+    MissesFiles,  ///< some files could not be read
+    CutShort,     ///< a cancel left something out
+};
+
 /// Name of an entry that is no copy, directly in the destination. It never holds "«", so nobody
 /// takes it for a copy. The beginning of the item's name stands in it for people.
 struct WorkingName {
@@ -31,6 +38,10 @@ struct WorkingName {
     std::uint64_t copy = 0;  ///< NameKey of the copy-1 path that the entry is meant for
     Date date = 0;           ///< newest date of the item, for the comment (Ready only)
     ProcessTag owner;        ///< only the left-overs of processes that are gone may be touched
+    /// When the copy was complete on the disk, in the disk's own time (Ready only); 0 in names that
+    /// earlier versions wrote. Earlier versions leave names with this field alone.
+    Date made = 0;
+    Completeness completeness = Completeness::Whole;  ///< of a Ready copy that has `made`
 
     friend bool operator==(const WorkingName&, const WorkingName&) = default;
 };

@@ -219,9 +219,10 @@ void BusyDialog::LeaveIcon() {
 }
 
 // The order matters: the wish to keep the report would keep the main window disabled.
-bool BusyDialog::OnQueryUnload(Form& form, UnloadReason) {
+bool BusyDialog::OnQueryUnload(Form& form, UnloadReason reason) {
     Trapped(system_.errors, Named(L"Form_QueryUnload"), [&] {
         closedInRun_ = host_.IsRunning();
+        if (reason == UnloadReason::SessionEnd) state_.endRequested = true;
         state_.cancelRequested = true;
         host_.AbortRun();
         if (minimised_) host_.UnloadTrayIcon();

@@ -153,8 +153,12 @@ void TrayIcon::MaximizeApp() {
     });
 }
 
-bool TrayIcon::OnQueryUnload(Form&, UnloadReason) {
-    Trapped(system_.errors, Named(L"Form_QueryUnload"), [this] {
+bool TrayIcon::OnQueryUnload(Form&, UnloadReason reason) {
+    Trapped(system_.errors, Named(L"Form_QueryUnload"), [&] {
+        if (reason == UnloadReason::SessionEnd) {
+            state_.endRequested = true;
+            state_.cancelRequested = true;
+        }
         NOTIFYICONDATAW record = InitIconStruct();
         // Also an icon whose addition was not confirmed may be there.
         lastStatus_ = shell_(NIM_DELETE, &record) != 0;

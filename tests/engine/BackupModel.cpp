@@ -62,13 +62,29 @@ int BackupModel::LocationOf(const Line& line) const {
     for (int location = 0;; ++location) {
         const std::wstring name = NameOf(line.path, 1, location);
         const auto copy = copies.find(name);
-        if (copy == copies.end() || !copy->second.isFile) return location;
         const auto comment = comments.find(name);
+        if (copy == copies.end() || !copy->second.isFile) {
+            if (!IsNumberOfOther(line, location, name)) return location;
+            continue;
+        }
         if (comment != comments.end() && ComesBack(comment->second.location) &&
             comment->second.location == ParentOf(line.path)) {
             return location;
         }
     }
+}
+
+// Copy 1 is gone, but its comment names the item that the older copies are of.
+bool BackupModel::IsNumberOfOther(const Line& line, int location, const std::wstring& first) const {
+    constexpr int kHighestNumber = 99;
+    const auto comment = comments.find(first);
+    if (comment == comments.end()) return false;
+    const std::wstring& folder = comment->second.location;
+    if (ComesBack(folder) && folder == ParentOf(line.path)) return false;
+    for (int number = 2; number <= kHighestNumber; ++number) {
+        if (copies.contains(NameOf(line.path, number, location))) return true;
+    }
+    return false;
 }
 
 Date BackupModel::DateOfCopy(const std::wstring& name) const {

@@ -52,6 +52,8 @@ class BackupModel {
   private:
     void RunLine(const Line& line, int count, Expected& expected);
     [[nodiscard]] int LocationOf(const Line& line) const;
+    [[nodiscard]] bool IsNumberOfOther(const Line& line, int location,
+                                       const std::wstring& first) const;
     [[nodiscard]] Date DateOfCopy(const std::wstring& name) const;
 
     std::wstring root_;

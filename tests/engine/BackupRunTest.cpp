@@ -236,13 +236,16 @@ TEST(BackupRun, GoesOnAfterAFileThatCannotBeCopied) {
         EXPECT_EQ(Joined(result.lines),
                   Joined(Lines{L"Backing: ~\\Work\\", L"* Backing: ~\\Work\\a.txt",
                                L"! 70 BackupFile ~\\Work\\a.txt", L"* Backing: ~\\Work\\b.txt",
-                               L"* Backing: ~\\Work\\Sub\\c.txt", L"\tDone."} +
+                               L"* Backing: ~\\Work\\Sub\\c.txt",
+                               L"Files are missing, copy 1 is incomplete: ~\\Work\\", L"\tDone."} +
                          kDone));
         EXPECT_EQ(result.exitCode, error_number::kPermissionDenied);
     }
     EXPECT_FALSE(Exists(world.Store(L"Work«0001»\\a.txt")));
     EXPECT_EQ(ReadBytes(world.Store(L"Work«0001»\\b.txt")), "bb");
-    // The comment stands as for a whole copy, so the failed file waits for the next change.
+    // The next run completes the copy.
+    world.ExpectRun(BackedUp(L"~\\Work\\", {L"~\\Work\\a.txt"}));
+    EXPECT_EQ(ReadTree(world.Store(L"Work«0001»")), ReadTree(world.Path(L"Work")));
     world.ExpectRun(NoChange(L"~\\Work\\"));
 }
 

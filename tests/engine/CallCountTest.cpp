@@ -75,7 +75,7 @@ TEST(CallCount, OfAnEmptyList) {
 TEST(CallCount, OfAFirstBackupOfAFolder) {
     const CallCounts smallest = FirstBackupOfFolder(1, 1);
     EXPECT_EQ(smallest.Text(),
-              "Look 6, List 6, Copy 1, MakeFolder 2, Move 2, Replace 1, Read 1, Write 1, "
+              "Look 9, List 6, Copy 1, MakeFolder 2, Move 2, Replace 1, Read 1, Write 1, "
               "CopyFolderInfo 2, Hold 1, FreeSpace 1, KindOfDrive 1");
     EXPECT_EQ((FirstBackupOfFolder(1, 11) - smallest).Text(), "Copy 10") << "for ten more files";
     EXPECT_EQ((FirstBackupOfFolder(2, 1) - smallest).Text(),
@@ -92,7 +92,7 @@ TEST(CallCount, OfAnUnchangedFolder) {
 
 TEST(CallCount, OfFirstBackupsOfFiles) {
     EXPECT_EQ((ChangedFiles(2, 0) - ChangedFiles(1, 0)).Text(),
-              "Look 5, Copy 1, Move 2, Replace 1, Write 1, FreeSpace 1")
+              "Look 8, Copy 1, Move 2, Replace 1, Write 1, FreeSpace 1")
         << "for one more file";
 }
 
@@ -103,7 +103,7 @@ TEST(CallCount, OfUnchangedFiles) {
 
 TEST(CallCount, OfChangedFiles) {
     EXPECT_EQ((ChangedFiles(2, 1) - ChangedFiles(1, 1)).Text(),
-              "Look 10, Copy 1, Move 3, Replace 1, Read 1, Write 1, FreeSpace 1")
+              "Look 12, Copy 1, Move 3, Replace 1, Read 1, Write 1, FreeSpace 1")
         << "for one more file";
     EXPECT_EQ((ChangedFiles(1, 2) - ChangedFiles(1, 1)).Text(), "Look 2, Move 1")
         << "for one more copy that moves up";

@@ -316,7 +316,7 @@ TEST(ChangingSource, IsToldInTheLanguageOfTheWindows) {
     GrowWhileCopied(world);
     const RunResult result = world.Run();
     ASSERT_GT(result.lines.size(), 2U);
-    EXPECT_EQ(result.lines[2], L"تغيّر الملف أثناء نسخه: ~\\a.txt");
+    EXPECT_EQ(result.lines[2], L"تغيّر الملف التالي أثناء نسخه\r\n~\\a.txt");
 }
 
 TEST(ChangingSource, ThatIsReplacedByAShorterOneCountsToo) {

@@ -210,19 +210,99 @@ TEST(LocationNumber, OfAFileInADriveRootIsKept) {
     EXPECT_EQ(location, 1);
 }
 
-TEST(LocationNumber, ThatCannotBeFoundSkipsTheItemAndIsTold) {
+// Whose the number is cannot be told, so all files of that name pass it by.
+TEST(LocationNumber, WithAnUnreadableCommentIsPassedBy) {
+    EngineWorld world;
+    const Lines items{L"A\\r.doc", L"B\\r.doc", L"C\\r.doc"};
+    world.List(items);
+    for (int step = 1; step <= 2; ++step) {
+        for (const std::wstring& item : items) {
+            world.tree.File(item, std::to_string(step), Day(step));
+        }
+        if (step == 1) world.Run();
+    }
+    {
+        const FileHandle held = HoldOpen(world.Store(L"r«0001».doc.vwc"));
+        world.ExpectRun(BackedUp(L"~\\A\\r.doc") + BackedUp(L"~\\B\\r.doc") +
+                        BackedUp(L"~\\C\\r.doc"));
+    }
+    EXPECT_EQ(world.Copies(), (Listing{{L"r«0001».doc", "1"},
+                                       {L"r«0101».doc", "2"},
+                                       {L"r«0102».doc", "1"},
+                                       {L"r«0201».doc", "2"},
+                                       {L"r«0202».doc", "1"},
+                                       {L"r«0301».doc", "2"}}));
+}
+
+TEST(LocationNumber, WithAFolderForItsCommentIsPassedBy) {
+    EngineWorld world;
+    world.tree.Folder(L"Docs");
+    world.tree.File(L"Store\\a«0001».txt");
+    world.tree.Folder(L"Store\\a«0001».txt.vwc");
+    world.tree.Folder(L"Store\\a«0101».txt.vwc");
+    EXPECT_EQ(LocationOf(world, L"Docs\\a.txt"), 2);
+}
+
+// The network or the device is away: every comment would fail alike.
+TEST(LocationNumber, ThatTheDriveCannotGiveSkipsTheItemAndIsTold) {
     EngineWorld world;
     world.tree.File(L"a.txt", "1", Day(1));
     world.tree.File(L"b.txt", "1", Day(1));
     world.List({L"a.txt", L"b.txt"});
     world.Run();
     world.tree.File(L"a.txt", "2", Day(2));
-    {
-        const FileHandle held = HoldOpen(world.Store(L"a«0001».txt.vwc"));
-        world.ExpectRun(Lines{L"! 70 LocationID ~\\Store\\a«0001».txt.vwc"} +
-                        NoChange(L"~\\b.txt"));
-    }
+    world.world.files.FailFrom(1, error_number::kDeviceError, [&](const FileOperation& operation) {
+        return operation.call == FileCall::Read &&
+               operation.path == world.Store(L"a«0001».txt.vwc");
+    });
+    world.ExpectRun(Lines{L"! 57 LocationID ~\\Store\\a«0001».txt.vwc"} + NoChange(L"~\\b.txt"));
     EXPECT_EQ(world.Copies(), (Listing{{L"a«0001».txt", "1"}, {L"b«0001».txt", "1"}}));
+}
+
+void MakeVersions(const EngineWorld& world, const Lines& items, int step) {
+    for (const std::wstring& item : items) {
+        world.tree.File(item, world.world.ansi.Encode(item.substr(0, 1)) + std::to_string(step),
+                        Day(step));
+    }
+}
+
+// A's copies moved up while A was away; B must not move into their series and drive them out.
+TEST(LocationNumber, StaysWithTheItemWhoseOlderCopiesItNumbers) {
+    EngineWorld world;
+    const Lines items{L"A\\r.doc", L"B\\r.doc"};
+    world.List(items, 3);
+    for (int step = 1; step <= 3; ++step) {
+        MakeVersions(world, items, step);
+        world.Run();
+    }
+    world.tree.Remove(L"A\\r.doc");
+    world.Run();
+    for (int step = 4; step <= 6; ++step) {
+        MakeVersions(world, {L"B\\r.doc"}, step);
+        world.Run();
+        EXPECT_EQ(ReadBytes(world.Store(L"r«0002».doc")), "A3");
+        EXPECT_EQ(ReadBytes(world.Store(L"r«0003».doc")), "A2");
+        EXPECT_FALSE(Exists(world.Store(L"r«0001».doc")));
+        EXPECT_EQ(ReadBytes(world.Store(L"r«0101».doc")), "B" + std::to_string(step));
+    }
+    MakeVersions(world, {L"A\\r.doc"}, 7);
+    world.Run();
+    EXPECT_EQ(ReadBytes(world.Store(L"r«0001».doc")), "A7");
+}
+
+// Deleting copy 1 takes its comment along, which frees the number.
+TEST(LocationNumber, IsFreeWithoutTheCommentThatNamesItsItem) {
+    EngineWorld world;
+    world.tree.Folder(L"B");
+    world.tree.File(L"Store\\r«0002».doc", "A1");
+    EXPECT_EQ(LocationOf(world, L"B\\r.doc"), 0);
+    world.tree.File(L"Store\\r«0001».doc.vwc",
+                    "Original Location:" + world.world.ansi.Encode(world.Path(L"B")) + "\r\n");
+    EXPECT_EQ(LocationOf(world, L"B\\r.doc"), 0);
+    world.tree.Remove(L"Store\\r«0002».doc");
+    world.tree.File(L"Store\\r«0001».doc.vwc",
+                    "Original Location:" + world.world.ansi.Encode(world.Path(L"A")) + "\r\n");
+    EXPECT_EQ(LocationOf(world, L"B\\r.doc"), 0);
 }
 
 }  // namespace

@@ -39,6 +39,36 @@ TEST(WorkingName, TellsItemCopyDateAndProcess) {
     EXPECT_EQ(ParseWorkingName(SampleText(L"Report")), Sample());
 }
 
+// The parser of the versions before takes fields of fixed lengths from the right end, and three
+// state words.
+TEST(WorkingName, OfAReadyCopyStatesItsTimeAndWhetherItIsWhole) {
+    WorkingName name = Sample();
+    name.made = MakeDate({2005, 3, 5, 15, 0, 1});
+    for (const auto& [completeness, word] : {std::pair{Completeness::Whole, L".vwready-"},
+                                             {Completeness::MissesFiles, L".vwpart-"},
+                                             {Completeness::CutShort, L".vwcut-"}}) {
+        name.completeness = completeness;
+        const std::wstring text = FormatWorkingName(name, L"Report");
+        EXPECT_EQ(text, L"Report" + std::wstring(word) +
+                            L"0123456789abcdef-fedcba9876543210-20050305140709-20050305150001-"
+                            L"89abcdef-00001234-01d5000000000001");
+        EXPECT_EQ(ParseWorkingName(text), name);
+    }
+}
+
+TEST(WorkingName, OfAnotherStateHasNoSuchTime) {
+    for (const wchar_t* word : {L".vwnew-", L".vwold-"}) {
+        EXPECT_FALSE(ParseWorkingName(
+            L"a" + std::wstring(word) +
+            L"0123456789abcdef-fedcba9876543210-20050305140709-20050305150001-89abcdef-00001234-"
+            L"01d5000000000001"));
+    }
+    // Whether the copy is whole is only known with the time.
+    EXPECT_FALSE(ParseWorkingName(
+        L"a.vwpart-0123456789abcdef-fedcba9876543210-20050305140709-89abcdef-00001234-"
+        L"01d5000000000001"));
+}
+
 TEST(WorkingName, ComesBackAsItWasMade) {
     constexpr std::uint64_t kAll = 0xFFFFFFFFFFFFFFFF;
     WorkingName most;

@@ -90,6 +90,20 @@ TEST_P(Busy, TheFirstMessageShowsAtOnceBehindALineOfTheReportToo) {
     EXPECT_EQ(Window().Text(L"lblTitle"), L"Backing:");
 }
 
+TEST_P(Busy, AtTheEndOfTheSessionItKeepsNoPartialCopy) {
+    dialog.Msg(L"Backing:", L"C:\\a.txt", L"", false, false, false);
+    SendMessageW(Window().Handle(), WM_ENDSESSION, TRUE, 0);
+    EXPECT_TRUE(state.cancelRequested);
+    EXPECT_TRUE(state.endRequested);
+}
+
+TEST_P(Busy, ClosedByTheUserItLeavesThePartialCopy) {
+    dialog.Msg(L"Backing:", L"C:\\a.txt", L"", false, false, false);
+    SendMessageW(Window().Handle(), WM_CLOSE, 0, 0);
+    EXPECT_TRUE(state.cancelRequested);
+    EXPECT_FALSE(state.endRequested);
+}
+
 TEST_P(Busy, MinimisedWhileItWaitsAtTheEndItKeepsAReportThatIsWanted) {
     dialog.Report(L"x", false);
     Window().Check(L"chkDontHide", true);

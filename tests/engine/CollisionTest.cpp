@@ -1,0 +1,173 @@
+// Items whose copies would have each other's names: one goes on, the other is refused.
+
+#include <gtest/gtest.h>
+
+#include "platform/RuntimeError.h"
+#include "tests/engine/EngineWorld.h"
+#include "tests/support/DestinationChecker.h"
+
+namespace vw::test {
+namespace {
+
+class Collision : public testing::Test {
+  protected:
+    void MakeSources(int step) {
+        world_.tree.File(L"Data.old\\y.txt", "y" + std::to_string(step), Day(step));
+        world_.tree.File(L"Data.old\\Data\\x.txt", "x" + std::to_string(step), Day(step));
+        world_.tree.File(L"Work.old\\Data\\z.txt", "z" + std::to_string(step), Day(step));
+        for (const std::wstring& item : {kOuter, kInner}) checker_.Learn(world_.Path(item));
+    }
+
+    const std::wstring kOuter = L"Data.old\\";
+    const std::wstring kInner = L"Work.old\\Data\\";
+    const Lines kOuterFiles{L"~\\Data.old\\y.txt", L"~\\Data.old\\Data\\x.txt"};
+    EngineWorld world_;
+    DestinationChecker checker_{world_.Store()};
+};
+
+TEST_F(Collision, OfNestedCopiesRefusesTheSecondInTheList) {
+    MakeSources(1);
+    world_.List({kOuter, kInner});
+    RunResult result = world_.Run();
+    EXPECT_EQ(Joined(result.lines), Joined(BackedUp(L"~\\Data.old\\", kOuterFiles) +
+                                           Refused(L"~\\Work.old\\Data\\") + kDone));
+    EXPECT_EQ(result.exitCode, error_number::kAccessError);
+    EXPECT_EQ(checker_.Violations(), "");
+    MakeSources(2);
+    EXPECT_EQ(world_.Run().exitCode, error_number::kAccessError);
+    EXPECT_EQ(checker_.Violations(), "");
+    EXPECT_EQ(ReadTree(world_.Store(L"Data«0001».old")), ReadTree(world_.Path(L"Data.old")));
+}
+
+TEST_F(Collision, OfNestedCopiesRefusesTheOuterItemThatComesSecond) {
+    MakeSources(1);
+    world_.List({kInner, kOuter});
+    for (int step = 1; step <= 3; ++step) {
+        MakeSources(step);
+        const RunResult result = world_.Run();
+        EXPECT_EQ(Joined(result.lines),
+                  Joined(BackedUp(L"~\\Work.old\\Data\\", {L"~\\Work.old\\Data\\z.txt"}) +
+                         Refused(L"~\\Data.old\\") + kDone));
+        EXPECT_EQ(checker_.Violations(), "");
+    }
+}
+
+TEST_F(Collision, IsWonByTheItemWhoseCopiesAreThere) {
+    MakeSources(1);
+    world_.List({kInner});
+    world_.Run();
+    MakeSources(2);
+    world_.List({kOuter, kInner});
+    EXPECT_EQ(Joined(world_.Run().lines),
+              Joined(Refused(L"~\\Data.old\\") +
+                     BackedUp(L"~\\Work.old\\Data\\", {L"~\\Work.old\\Data\\z.txt"}) + kDone));
+    EXPECT_EQ(checker_.Violations(), "");
+}
+
+TEST_F(Collision, WithCopiesOfAnItemThatIsNotInTheListIsRefused) {
+    MakeSources(1);
+    world_.List({kOuter});
+    world_.Run();
+    const Tree before = ReadTree(world_.Store());
+    world_.List({kInner});
+    EXPECT_EQ(Joined(world_.Run().lines), Joined(Refused(L"~\\Work.old\\Data\\") + kDone));
+    EXPECT_EQ(ReadTree(world_.Store()), before);
+    world_.tree.Remove(L"Store");
+    world_.tree.Folder(L"Store");
+    world_.Run();
+    world_.List({kOuter});
+    EXPECT_EQ(Joined(world_.Run().lines), Joined(Refused(L"~\\Data.old\\") + kDone));
+    EXPECT_EQ(checker_.Violations(), "");
+}
+
+// The item is away: its rotation would move a part of the other item's copy.
+TEST_F(Collision, OfAVanishedItemRotatesNothing) {
+    MakeSources(1);
+    world_.List({kOuter, kInner});
+    world_.Run();
+    world_.tree.Remove(L"Work.old");
+    const Tree before = ReadTree(world_.Store());
+    world_.Run();
+    EXPECT_EQ(ReadTree(world_.Store()), before);
+}
+
+TEST(CollisionOfAFile, WithAFolderOfTheOthersIsRefused) {
+    for (const bool fileFirst : {true, false}) {
+        EngineWorld world;
+        DestinationChecker checker(world.Store());
+        const std::wstring file = L"x\\README.smith";
+        const std::wstring inner = L"j.smith\\README";
+        world.List(fileFirst ? Lines{file, inner} : Lines{inner, file});
+        for (int step = 1; step <= 4; ++step) {
+            world.tree.File(file, "file " + std::to_string(step), Day(step));
+            world.tree.File(inner, "nested " + std::to_string(step), Day(step));
+            checker.LearnAll({world.Path(file), world.Path(inner)});
+            const RunResult result = world.Run();
+            EXPECT_EQ(result.exitCode, error_number::kAccessError) << Joined(result.lines);
+            EXPECT_TRUE(result.errors.empty());
+            EXPECT_EQ(checker.Violations(), "");
+        }
+        EXPECT_EQ(ReadBytes(world.Store(fileFirst ? L"README«0001».smith"
+                                                  : L"README«0001».smith\\README")),
+                  fileFirst ? "file 4" : "nested 4");
+    }
+}
+
+// The copies of "Notes.vwc" are named like the comments of "Notes".
+TEST(NameOfAComment, ThatIsACopyMovesAFileOn) {
+    for (const bool first : {true, false}) {
+        EngineWorld world;
+        DestinationChecker checker(world.Store());
+        const Lines items =
+            first ? Lines{L"A\\Notes.vwc", L"A\\Notes"} : Lines{L"A\\Notes", L"A\\Notes.vwc"};
+        world.List(items);
+        for (int step = 1; step <= 3; ++step) {
+            world.tree.File(L"A\\Notes", "notes " + std::to_string(step), Day(step));
+            world.tree.File(L"A\\Notes.vwc", "vwc " + std::to_string(step), Day(step));
+            for (const std::wstring& item : items) checker.Learn(world.Path(item));
+            EXPECT_EQ(world.Run().exitCode, 0);
+            EXPECT_EQ(checker.Violations(), "");
+        }
+        EXPECT_EQ(ReadBytes(world.Store(first ? L"Notes«0101»" : L"Notes«0001»")), "notes 3");
+        EXPECT_EQ(ReadBytes(world.Store(first ? L"Notes«0001».vwc" : L"Notes«0101».vwc")), "vwc 3");
+        world.ExpectRun(NoChange(L"~\\" + items[0]) + NoChange(L"~\\" + items[1]));
+    }
+}
+
+TEST(NameOfAComment, ThatIsACopyRefusesAFolder) {
+    EngineWorld world;
+    world.tree.File(L"A\\Notes.vwc", "vwc", Day(1));
+    world.tree.File(L"B\\Notes\\a.txt", "a", Day(2));
+    world.List({L"A\\Notes.vwc", L"B\\Notes\\"});
+    for (int run = 0; run < 2; ++run) {
+        const RunResult result = world.Run();
+        EXPECT_EQ(result.exitCode, error_number::kAccessError) << Joined(result.lines);
+        EXPECT_EQ(ReadBytes(world.Store(L"Notes«0001».vwc")), "vwc");
+        EXPECT_FALSE(Exists(world.Store(L"Notes«0001»")));
+    }
+}
+
+TEST(NameOfACopy, ThatIsACommentMovesAFolderOn) {
+    EngineWorld world;
+    world.tree.File(L"B\\Notes\\a.txt", "a", Day(2));
+    world.tree.File(L"C\\Notes.vwc\\b.txt", "b", Day(3));
+    world.List({L"B\\Notes\\", L"C\\Notes.vwc\\"});
+    for (int run = 0; run < 2; ++run) {
+        EXPECT_EQ(world.Run().exitCode, 0);
+        EXPECT_TRUE(world.Comment(L"Notes«0001»").starts_with("Backed Files"));
+        EXPECT_EQ(ReadBytes(world.Store(L"Notes«0101».vwc\\b.txt")), "b");
+    }
+}
+
+// The comment is missing, and a later backup of the other folder would write it.
+TEST(NameOfACopy, ThatMayBecomeACommentRefusesAFolder) {
+    EngineWorld world;
+    world.tree.File(L"Store\\Notes«0001»\\a.txt", "a", Day(2));
+    world.tree.File(L"C\\Notes.vwc\\b.txt", "b", Day(3));
+    world.List({L"C\\Notes.vwc\\"});
+    world.ExpectRun(Refused(L"~\\C\\Notes.vwc\\"));
+    EXPECT_FALSE(Exists(world.Store(L"Notes«0001».vwc")));
+}
+
+}  // namespace
+}  // namespace vw::test

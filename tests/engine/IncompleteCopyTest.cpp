@@ -1,0 +1,290 @@
+// Folder copies that a cancel cut short, or that miss files which could not be read: the next run
+// completes them, and they never pass for whole ones.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "platform/RuntimeError.h"
+#include "tests/engine/EngineWorld.h"
+#include "tests/engine/LeftOvers.h"
+#include "tests/support/DestinationChecker.h"
+
+namespace vw::test {
+namespace {
+
+const std::wstring kItem = L"~\\Work\\";
+
+void MakeWork(const EngineWorld& world, int step) {
+    for (const wchar_t* file : {L"a.txt", L"b.txt", L"Sub\\c.txt", L"Sub\\Deep\\d.txt"}) {
+        world.tree.File(L"Work\\" + std::wstring(file), std::to_string(step) + "!", Day(step));
+    }
+    world.tree.Folder(L"Work\\Empty");
+}
+
+// Presses Cancel right before the file `part` is copied.
+RunResult CancelledRun(EngineWorld& world, const std::wstring& part) {
+    world.world.files.OnOperation([&world, part](const FileOperation& operation) {
+        if (operation.call == FileCall::Copy && operation.path.find(part) != std::wstring::npos) {
+            world.state.cancelRequested = true;
+        }
+    });
+    RunResult result = world.Run();
+    world.world.files.Heal();
+    return result;
+}
+
+bool IsMarked(EngineWorld& world) {
+    bool isMarked = false;
+    world.With([&](CPackage& engine) {
+        isMarked = engine.IsMarkedIncomplete(world.Store(L"Work«0001»"));
+    });
+    return isMarked;
+}
+
+bool IsWhole(EngineWorld& world) {
+    return !IsMarked(world) &&
+           ReadTree(world.Store(L"Work«0001»")) == ReadTree(world.Path(L"Work"));
+}
+
+TEST(IncompleteCopy, OfACancelIsCompletedByTheNextRun) {
+    EngineWorld world;
+    MakeWork(world, 1);
+    world.List({L"Work\\"});
+    CancelledRun(world, L"a.txt");
+    ASSERT_TRUE(IsMarked(world));
+    const std::string line = world.Comment(L"Work«0001»").substr(0, 80);
+    world.ExpectRun(
+        BackedUp(kItem, {L"~\\Work\\b.txt", L"~\\Work\\Sub\\c.txt", L"~\\Work\\Sub\\Deep\\d.txt"}));
+    EXPECT_TRUE(IsWhole(world));
+    EXPECT_EQ(world.Comment(L"Work«0001»").substr(0, 80), line);
+    EXPECT_EQ(LeftOvers(world), Lines());
+    world.ExpectRun(NoChange(kItem));
+    EXPECT_FALSE(Exists(world.Store(L"Work«0002»")));
+}
+
+TEST(IncompleteCopy, WithAnUnreadableFileIsCompletedOnceItCanBeRead) {
+    EngineWorld world;
+    MakeWork(world, 1);
+    world.List({L"Work\\"});
+    {
+        const FileHandle held = HoldOpen(world.Path(L"Work\\Sub\\c.txt"));
+        EXPECT_EQ(world.Run().exitCode, error_number::kPermissionDenied);
+        const Tree before = ReadTree(world.Store());
+        for (int run = 0; run < 3; ++run) {
+            const RunResult result = world.Run();
+            EXPECT_EQ(Joined(result.lines),
+                      Joined({L"Backing: ~\\Work\\", L"* Backing: ~\\Work\\Sub\\c.txt",
+                              L"! 70 BackupFile ~\\Work\\Sub\\c.txt",
+                              L"Files are missing, copy 1 is incomplete: ~\\Work\\",
+                              L"[BusyHide true]"}));
+            EXPECT_EQ(result.exitCode, error_number::kPermissionDenied);
+            EXPECT_EQ(ReadTree(world.Store()), before);
+        }
+    }
+    world.ExpectRun(BackedUp(kItem, {L"~\\Work\\Sub\\c.txt"}));
+    EXPECT_TRUE(IsWhole(world));
+}
+
+TEST(IncompleteCopy, WithAFolderThatCannotBeListedStaysMarked) {
+    EngineWorld world;
+    MakeWork(world, 1);
+    world.List({L"Work\\"});
+    const auto refuseSub = [&] {
+        world.world.files.FailFrom(1, error_number::kPermissionDenied,
+                                   [&](const FileOperation& operation) {
+                                       return operation.call == FileCall::List &&
+                                              operation.path == world.Path(L"Work\\Sub\\");
+                                   });
+    };
+    refuseSub();
+    world.Run();
+    refuseSub();
+    EXPECT_EQ(world.Run().exitCode, error_number::kPermissionDenied);
+    world.world.files.Heal();
+    EXPECT_TRUE(IsMarked(world));
+    EXPECT_EQ(world.Run().exitCode, 0);
+    EXPECT_TRUE(IsWhole(world));
+}
+
+// Both the copy of a cancel and its completion are cancelled; what there is by then stays.
+TEST(IncompleteCopy, WhoseCompletionIsCancelledKeepsWhatItHas) {
+    EngineWorld world;
+    MakeWork(world, 1);
+    world.List({L"Work\\"});
+    CancelledRun(world, L"a.txt");
+    const RunResult result = CancelledRun(world, L"b.txt");
+    EXPECT_EQ(result.exitCode, error_number::kCancelled);
+    EXPECT_TRUE(IsMarked(world));
+    EXPECT_TRUE(Exists(world.Store(L"Work«0001»\\b.txt")));
+    EXPECT_FALSE(Exists(world.Store(L"Work«0001»\\Sub\\c.txt")));
+    world.Run();
+    EXPECT_TRUE(IsWhole(world));
+}
+
+TEST(IncompleteCopy, ThatHoldsAnotherStateOfAFileIsMadeAnew) {
+    EngineWorld world;
+    world.List({L"Work\\"});
+    MakeWork(world, 3);
+    world.Run();
+    MakeWork(world, 4);
+    CancelledRun(world, L"b.txt");
+    // Not newer than the newest file, so the date of the item stays.
+    world.tree.File(L"Work\\a.txt", "other", Day(2));
+    EXPECT_EQ(world.Run().exitCode, 0);
+    EXPECT_TRUE(IsWhole(world));
+    // The copy of the cancel was replaced, not moved up.
+    EXPECT_EQ(ReadBytes(world.Store(L"Work«0002»\\b.txt")), "3!");
+    EXPECT_FALSE(Exists(world.Store(L"Work«0003»")));
+}
+
+// However often Cancel is pressed: the whole copies stay.
+TEST(CopyThatWasCutShort, DrivesOutNoWholeOne) {
+    EngineWorld world;
+    world.List({L"Work\\"}, 2);
+    MakeWork(world, 1);
+    world.Run();
+    for (int step = 2; step <= 5; ++step) {
+        MakeWork(world, step);
+        const RunResult result = CancelledRun(world, L"b.txt");
+        EXPECT_EQ(result.lines.back(),
+                  step == 2 ? L"Cancelled, copy 1 is incomplete: ~\\Work\\"
+                            : L"Cancelled, the incomplete copy 1 of before was kept: ~\\Work\\");
+        EXPECT_TRUE(IsMarked(world));
+        EXPECT_EQ(ReadBytes(world.Store(L"Work«0002»\\Sub\\c.txt")), "1!");
+        EXPECT_EQ(LeftOvers(world), Lines());
+    }
+    world.Run();
+    EXPECT_TRUE(IsWhole(world));
+    EXPECT_EQ(ReadBytes(world.Store(L"Work«0002»\\Sub\\c.txt")), "1!");
+}
+
+TEST(CopyThatWasCutShort, OfAFolderElsewhereIsMovedUp) {
+    EngineWorld world;
+    MakeWork(world, 1);
+    world.tree.File(L"Other\\Work\\o.txt", "o", Day(9));
+    world.List({L"Work\\"});
+    CancelledRun(world, L"b.txt");
+    world.List({L"Other\\Work\\"});
+    world.ExpectRun(BackedUp(L"~\\Other\\Work\\", {L"~\\Other\\Work\\o.txt"}));
+    EXPECT_TRUE(Exists(world.Store(L"Work«0002»\\a.txt")));
+}
+
+TEST(CopyThatMissesFiles, IsMovedUpWhenTheItemChanged) {
+    EngineWorld world;
+    MakeWork(world, 1);
+    world.List({L"Work\\"});
+    {
+        const FileHandle held = HoldOpen(world.Path(L"Work\\b.txt"));
+        world.Run();
+    }
+    MakeWork(world, 2);
+    world.Run();
+    EXPECT_TRUE(IsWhole(world));
+    EXPECT_EQ(ReadBytes(world.Store(L"Work«0002»\\a.txt")), "1!");
+}
+
+TEST(IncompleteCopy, ThatWasReadyIsMarkedWhenItIsFinished) {
+    for (int n = 1;; ++n) {
+        EngineWorld world;
+        DestinationChecker checker(world.Store());
+        MakeWork(world, 1);
+        checker.Learn(world.Path(L"Work\\"));
+        world.List({L"Work\\"});
+        {
+            const FileHandle held = HoldOpen(world.Path(L"Work\\b.txt"));
+            world.world.files.DieAtNth(n, OnlyChanges());
+            world.Run();
+        }
+        const bool died = !world.world.files.Faults().empty();
+        world.world.files.Heal();
+        if (!died) break;
+        SCOPED_TRACE("killed at change " + std::to_string(n));
+        HandOver(world, DeadProcess());
+        EXPECT_EQ(checker.Violations(), "");
+        const FileHandle held = HoldOpen(world.Path(L"Work\\b.txt"));
+        EXPECT_EQ(world.Run().exitCode, error_number::kPermissionDenied);
+        EXPECT_TRUE(IsMarked(world));
+        EXPECT_EQ(checker.Violations(), "");
+    }
+}
+
+// Every operation of a completion fails, from there on or once, or is the last one.
+TEST(Completion, LosesNothingAtAnyPoint) {
+    int points = 0;
+    struct Plan {
+        const char* name;
+        std::function<void(FaultyFileSystem&, int)> arrange;
+    };
+    const Plan plans[] = {
+        {"killed", [](FaultyFileSystem& files, int n) { files.DieAtNth(n); }},
+        // A folder that cannot be listed while the newest date is looked for is passed over: the
+        // item looks older than it is, which costs one more copy.
+        {"refused once",
+         [](FaultyFileSystem& files, int n) {
+             files.FailNth(n, error_number::kPermissionDenied, [](const FileOperation& operation) {
+                 return operation.call != FileCall::List ||
+                        operation.path.find(L"Store") != std::wstring::npos;
+             });
+         }},
+        {"broken from there on",
+         [](FaultyFileSystem& files, int n) { files.FailFrom(n, error_number::kDeviceError); }},
+        {"disk full", [](FaultyFileSystem& files, int n) { files.FillDiskFrom(n); }},
+        {"cut short", [](FaultyFileSystem& files, int n) { files.TruncateNthCopy(n); }},
+    };
+    for (const Plan& plan : plans) {
+        for (int n = 1;; ++n) {
+            EngineWorld world;
+            DestinationChecker checker(world.Store());
+            world.List({L"Work\\"}, 2);
+            MakeWork(world, 1);
+            checker.Learn(world.Path(L"Work\\"));
+            world.Run();
+            MakeWork(world, 2);
+            checker.Learn(world.Path(L"Work\\"));
+            CancelledRun(world, L"b.txt");
+            plan.arrange(world.world.files, n);
+            world.Run();
+            const bool went = !world.world.files.Faults().empty();
+            world.world.files.Heal();
+            if (!went) break;
+            ++points;
+            SCOPED_TRACE(std::string(plan.name) + " at " + std::to_string(n));
+            HandOver(world, DeadProcess());
+            EXPECT_EQ(checker.Violations(), "");
+            EXPECT_EQ(ReadBytes(world.Store(L"Work«0002»\\Sub\\c.txt")), "1!");
+            EXPECT_EQ(world.Run().exitCode, 0);
+            EXPECT_TRUE(IsWhole(world));
+            EXPECT_EQ(ReadBytes(world.Store(L"Work«0002»\\Sub\\c.txt")), "1!");
+            EXPECT_EQ(LeftOvers(world), Lines());
+            EXPECT_EQ(checker.Violations(), "");
+            if (HasFailure()) return;
+        }
+    }
+    RecordProperty("points", points);
+    EXPECT_GT(points, 60);
+}
+
+// The session ends, or the program is closed, in the middle of a folder: that is no cancel.
+TEST(EndOfTheSession, LeavesNoPartialCopy) {
+    EngineWorld world;
+    world.List({L"Work\\"});
+    MakeWork(world, 1);
+    world.Run();
+    const Tree before = ReadTree(world.Store());
+    MakeWork(world, 2);
+    world.world.files.OnOperation([&](const FileOperation& operation) {
+        if (operation.call != FileCall::Copy) return;
+        world.state.endRequested = true;
+        world.state.cancelRequested = true;
+    });
+    EXPECT_EQ(world.Run().exitCode, error_number::kCancelled);
+    world.world.files.Heal();
+    EXPECT_EQ(ReadTree(world.Store()), before);
+    world.state.endRequested = false;
+    EXPECT_EQ(world.Run().exitCode, 0);
+    EXPECT_TRUE(IsWhole(world));
+}
+
+}  // namespace
+}  // namespace vw::test
