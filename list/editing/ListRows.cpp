@@ -118,7 +118,9 @@ void ListRows::UpdateWarnings() {
     if (state_.silentRun) return;
     ListView& list = List();
     std::vector<RowFacts> rows;
-    for (int row = 0; row < list.Count(); ++row) {
+    const int count = list.Count();
+    rows.reserve(static_cast<std::size_t>(count));
+    for (int row = 0; row < count; ++row) {
         rows.push_back({list.SubItem(row, L"Path"), list.ValueOf(row, L"Date")});
     }
     FILETIME utc{};

@@ -15,7 +15,7 @@ namespace vw {
 namespace {
 
 // Clocks of servers differ a little.
-constexpr Date kToleratedSeconds = 5 * 60;
+constexpr Date kToleratedSeconds = Date{5} * 60;
 
 // The "\*" of a rule is no part of the folder whose files it means.
 std::wstring_view ItemPath(std::wstring_view line) {
