@@ -156,9 +156,23 @@ class Studio {
         const HWND report = FindControl(busy, ID_txtReport);
         window.WaitUntil([&] { return WindowText(report).ends_with(L"Done:  - \r\n"); }, "no end");
         Sleep(2500);
+        ShowInstalled(report);
         Photograph("busy-report", busy);
         PostMessageW(busy, WM_CLOSE, 0, 0);
         window.WaitUntilReady();
+    }
+
+    // The report names the list, which lies beside the program: at the place where users have it.
+    void ShowInstalled(HWND report) const {
+        std::wstring text = WindowText(report);
+        const std::wstring here = program_.tree.Path(L"Program");
+        const std::wstring there = L"C:\\Users\\Mona\\AppData\\Local\\Programs\\Vaultwright";
+        const std::size_t place = text.rfind(here);
+        if (place == text.npos) return;
+        text.replace(place, here.size(), there);
+        SendMessageW(report, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()));
+        SendMessageW(report, EM_SETSEL, text.size(), static_cast<LPARAM>(text.size()));
+        SendMessageW(report, EM_SCROLLCARET, 0, 0);
     }
 
     void About(DrivenProgram& window) {
