@@ -20,7 +20,7 @@ namespace restore_text {
 inline constexpr RestoreText kFolderChanged{
     L"The folder of the copies is not the one that was shown: its drive was removed or exchanged. "
     L"Nothing was changed. The lists show what is there now.",
-    L"مجلد النسخ ليس المجلد الذي كان معروضًا: أُزيل محرك الأقراص أو استُبدل. لم يتغيّر شيء، "
+    L"مجلد النسخ ليس المجلد الذي كان معروضاً: أُزيل محرك الأقراص أو استُبدل. لم يتغيّر شيء، "
     L"وتعرض القائمتان الآن ما هو موجود."};
 inline constexpr RestoreText kListedAnew{
     L"The drive of the copies was removed or exchanged. The lists show what is there now.",
@@ -33,11 +33,11 @@ inline constexpr RestoreText kCopyChanged{
 inline constexpr RestoreText kAllNumbersUsed{
     L"All numbers of safety copies of this item, U01 to U79, are in use. Nothing was overwritten. "
     L"Delete safety copies that you no longer need, then restore again.",
-    L"جميع أرقام نسخ الأمان لهذا العنصر، من U01 إلى U79، مستعملة. لم تتم الكتابة فوق أي شيء. "
+    L"جميع أرقام نسخ الأمان لهذا العنصر، من U01 إلى U79، مستخدمة. لم تتم الكتابة فوق أي شيء. "
     L"احذف نسخ الأمان التي لم تعد بحاجة إليها ثم أعد الاستعادة."};
 inline constexpr RestoreText kInsideCopy{
     L"This folder belongs to a stored copy. Choose another folder to restore to.",
-    L"هذا المجلد جزء من نسخة احتياطية مخزنة. اختر مجلدًا آخر للاستعادة إليه."};
+    L"هذا المجلد جزء من نسخة احتياطية مخزنة. اختر مجلداً آخر للاستعادة إليه."};
 inline constexpr RestoreText kCancelled{L"The restore was cancelled. Nothing was overwritten.",
                                         L"أُلغيت الاستعادة. لم تتم الكتابة فوق أي شيء."};
 inline constexpr RestoreText kIncomplete{
