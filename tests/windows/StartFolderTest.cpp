@@ -45,6 +45,7 @@ TEST_F(StartFolder, RelativeItem_IsTakenFromIt) {
 
 TEST_F(StartFolder, RelativeLinesOfAList_AreTakenFromIt) {
     program.tree.File(L"Stick\\Plan.doc", "plan");
+    program.tree.Folder(Vault());
     program.List(L"Stick\\Mine.vwl", {L"BackupTo: " + Vault(), L"Plan.doc"});
     start.arguments = L"/B Mine.vwl";
     ProgramRun run(start);
