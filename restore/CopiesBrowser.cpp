@@ -149,17 +149,17 @@ int CopiesBrowser::ListedRow() {
     return -1;
 }
 
-std::optional<ListedItem> CopiesBrowser::CurrentItem() {
+std::optional<ShownItem> CopiesBrowser::CurrentItem() {
     const int row = ListedRow();
     if (row < 0 || *listed_ >= items_.size()) return std::nullopt;
     const Item& item = items_[*listed_];
-    return ListedItem{.name = item.origin,
-                      .text = Items().SubItem(row, kNameColumn),
-                      .type = Items().SubItem(row, L"Type"),
-                      .location = item.location,
-                      .originalLocation = Items().SubItem(row, L"Orginal Location"),
-                      .commentOf = item.commentOf,
-                      .place = item.place};
+    return ShownItem{.name = item.origin,
+                     .text = Items().SubItem(row, kNameColumn),
+                     .type = Items().SubItem(row, L"Type"),
+                     .location = item.location,
+                     .originalLocation = Items().SubItem(row, L"Orginal Location"),
+                     .commentOf = item.commentOf,
+                     .place = item.place};
 }
 
 std::optional<ListedCopy> CopiesBrowser::SelectedCopy() {

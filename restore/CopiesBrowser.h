@@ -68,7 +68,7 @@ class CopiesBrowser {
     /// The row whose copies the lower list shows, selected or not; -1 when there is none.
     [[nodiscard]] int ListedRow();
     /// What that row shows; nothing when there is none.
-    [[nodiscard]] std::optional<ListedItem> CurrentItem();
+    [[nodiscard]] std::optional<ShownItem> CurrentItem();
 
     /// The selected copy; nothing when there is none.
     [[nodiscard]] std::optional<ListedCopy> SelectedCopy();

@@ -8,7 +8,7 @@
 namespace vw {
 
 /// A row of the upper list: an item that has copies.
-struct ListedItem {
+struct ShownItem {
     std::wstring name;  ///< the item's own name, as it is restored
     std::wstring text;  ///< the text of its row
     std::wstring type;  ///< "Folder", or the extension

@@ -44,7 +44,7 @@ class RestoreCommands {
     /// may change before it ends.
     struct Selection {
         std::wstring folder;  ///< of the copies
-        ListedItem item;
+        ShownItem item;
         ListedCopy copy;  ///< the selected one
         std::vector<ListedCopy> copies;
     };

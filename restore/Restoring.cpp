@@ -104,7 +104,7 @@ void RestoreCommands::Restore(const Selection& selection, const Goal& goal) {
 
 std::optional<RestoreCommands::Goal> RestoreCommands::ChooseGoal(const Selection& selection,
                                                                  bool ask) {
-    const ListedItem& item = selection.item;
+    const ShownItem& item = selection.item;
     const std::wstring location =
         item.originalLocation.empty() ? std::wstring(kUnknown) : item.originalLocation;
     if (!ask && location != kUnknown) {
