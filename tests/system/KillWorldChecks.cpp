@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "fsutil/WorkingName.h"
 #include "platform/Utf8.h"
 #include "tests/system/KillWorld.h"
 
@@ -126,7 +127,8 @@ void KillWorld::CheckComment(const Tree& vault, const Item& item, int newest,
 bool KillWorld::IsWorkingEntry(const std::wstring& name) {
     return name.find(L".vwnew-") != std::wstring::npos ||
            name.find(L".vwready-") != std::wstring::npos ||
-           name.find(L".vwold-") != std::wstring::npos;
+           name.find(L".vwold-") != std::wstring::npos ||
+           name.find(kLockFileName) != std::wstring::npos;
 }
 
 bool KillWorld::ReadyCopyStands(const Tree& vault, const Item& item) const {

@@ -28,8 +28,9 @@ std::vector<std::wstring> KillWorld::AfterFault(int exitCode, std::wstring_view 
         return faults;
     }
     // Without the list or the destination nothing can be done at all.
-    const bool isAll =
-        names(List() + behind) || names(Vault() + behind) || names(Vault() + L"\\" + behind);
+    const bool isAll = names(List() + behind) || names(Vault() + behind) ||
+                       names(Vault() + L"\\" + behind) ||
+                       names(Vault() + L"\\Vaultwright.vwlock" + behind);
     if (static_cast<std::size_t>(done) + 1 < items_.size() && !isAll) {
         faults.push_back(L"the fault cost " + std::to_wstring(items_.size() - done) + L" items");
     }
