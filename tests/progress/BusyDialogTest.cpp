@@ -97,13 +97,6 @@ TEST_P(Busy, AtTheEndOfTheSessionItKeepsNoPartialCopy) {
     EXPECT_TRUE(state.endRequested);
 }
 
-TEST_P(Busy, ClosedByTheUserItLeavesThePartialCopy) {
-    dialog.Msg(L"Backing:", L"C:\\a.txt", L"", false, false, false);
-    SendMessageW(Window().Handle(), WM_CLOSE, 0, 0);
-    EXPECT_TRUE(state.cancelRequested);
-    EXPECT_FALSE(state.endRequested);
-}
-
 TEST_P(Busy, MinimisedWhileItWaitsAtTheEndItKeepsAReportThatIsWanted) {
     dialog.Report(L"x", false);
     Window().Check(L"chkDontHide", true);
