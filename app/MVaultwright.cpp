@@ -93,7 +93,8 @@ void MVaultwright::Dispatch(const CommandLine& commandLine) {
             commands_.ShowMainWindow();
             break;
         case StartAction::OpenItem: {
-            if (RefusedAsDrive(argument)) {
+            // As it was typed: "C:" alone would be completed to the current folder of that drive.
+            if (RefusedAsDrive(commandLine.argument)) {
                 commands_.frmUnload();
                 break;
             }

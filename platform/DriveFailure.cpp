@@ -9,7 +9,7 @@ namespace vw {
 
 namespace {
 
-constexpr std::array<DWORD, 27> kDriveCodes{
+constexpr std::array<DWORD, 28> kDriveCodes{
     ERROR_NOT_READY,
     ERROR_INVALID_DRIVE,
     ERROR_BAD_UNIT,
@@ -37,6 +37,8 @@ constexpr std::array<DWORD, 27> kDriveCodes{
     ERROR_NO_NETWORK,
     ERROR_NO_NET_OR_BAD_PATH,
     ERROR_LOGON_FAILURE,
+    // Drivers report with it that a request broke off.
+    ERROR_NOACCESS,
 };
 
 constexpr std::array kDriveNumbers{

@@ -170,8 +170,10 @@ std::optional<ListedCopy> CopiesBrowser::SelectedCopy() {
 
 std::vector<ListedCopy> CopiesBrowser::ListedCopies() {
     std::vector<ListedCopy> listed;
-    for (int row = 0; row < Copies().Count(); ++row)
+    listed.reserve(copies_.size());
+    for (int row = 0; row < Copies().Count(); ++row) {
         listed.push_back(copies_.at(Copies().Tag(row)));
+    }
     return listed;
 }
 

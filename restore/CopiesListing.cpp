@@ -249,11 +249,12 @@ bool CopiesBrowser::AddCopies(const std::wstring& folder, int row) {
         }
         if (Like(entry.name, L"*.vwc")) return;
         if (item.nested.empty() && wanted.Contains(entry.name)) {
-            found.push_back({std::wstring(entry.name), entry});
+            found.push_back({std::wstring(entry.name), static_cast<const FileFacts&>(entry)});
         } else if (byOrigin && entry.isFolder && IsCopyName(entry.name)) {
             const CopyNameParts parts = ParseCopyName(entry.name);
             if (parts.location == item.location && EqualNoCase(parts.origin, item.topOrigin)) {
-                foundByOrigin.push_back({std::wstring(entry.name), entry});
+                foundByOrigin.push_back(
+                    {std::wstring(entry.name), static_cast<const FileFacts&>(entry)});
             }
         }
     });

@@ -14,15 +14,6 @@ using testing::ElementsAre;
 
 class CopiesListing : public RestoreWorld {};
 
-TEST_F(CopiesListing, SystemFile_IsNoCopy) {
-    CopyFile(L"a«0001».txt");
-    const std::wstring hidden = CopyFile(L"a«0002».txt");
-    tree.SetAttributes(hidden, FILE_ATTRIBUTE_SYSTEM);
-    if (!world.disk.Look(hidden)->isSystem) GTEST_SKIP() << "this disk keeps no system attribute";
-    browser.ListRestoreFiles();
-    EXPECT_THAT(Labels(), ElementsAre(L"N01"));
-}
-
 TEST_F(CopiesListing, ItemsColumnClick_TurnsTheOrder) {
     CopyFile(L"a«0001».txt");
     CopyFile(L"b«0001».txt");

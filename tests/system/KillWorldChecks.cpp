@@ -111,7 +111,10 @@ void KillWorld::CheckComment(const Tree& vault, const Item& item, int newest,
                              std::vector<std::wstring>& faults) const {
     const std::wstring name = CopyName(item, 1) + L".vwc";
     if (newest != 0) {
-        if (!SameComment(vault, name, Comment(item, newest))) {
+        // A copy without some of its files is marked.
+        std::string expected = Comment(item, newest);
+        if (item.isPartial) expected += "Incomplete\r\n";
+        if (!SameComment(vault, name, expected)) {
             faults.push_back(L"not the comment of its copy: " + name);
         }
         return;
@@ -181,7 +184,8 @@ std::vector<std::wstring> KillWorld::AfterNextRun() const {
 
         for (std::size_t i = 0; i < states.size(); ++i) {
             const std::wstring name = CopyName(item, static_cast<int>(i) + 1);
-            const bool isPartial = item.isPartial && states[i] == killedState_;
+            // The next run completes it, unless its item has changed since.
+            const bool isPartial = item.isPartial && states[i] == killedState_ && i > 0;
             for (const auto& [below, node] : Content(item, states[i])) {
                 std::wstring path = name;
                 if (!below.empty()) path.append(L"\\").append(below);

@@ -8,6 +8,9 @@
 
 #include "ui/Form.h"
 #include "ui/Forms.h"
+#include "ui/ListView.h"
+// The common controls' declarations need those of the window system first.
+#include <commctrl.h>
 
 namespace vw::test {
 
@@ -73,6 +76,20 @@ inline std::string Narrow(std::wstring_view text) {
     std::string narrow;
     for (const wchar_t unit : text) narrow += unit < 128 ? static_cast<char>(unit) : '?';
     return narrow;
+}
+
+/// Makes a column as wide as a user does who drags the end of its header.
+inline void DragColumn(const ListView& list, int column, int width) {
+    HDITEMW item{};
+    item.mask = HDI_WIDTH;
+    item.cxy = width;
+    NMHEADERW dragged{};
+    dragged.hdr = {reinterpret_cast<HWND>(SendMessageW(list.Handle(), LVM_GETHEADER, 0, 0)), 0,
+                   static_cast<UINT>(HDN_ENDTRACKW)};
+    dragged.iItem = column;
+    dragged.pitem = &item;
+    SendMessageW(list.Handle(), LVM_SETCOLUMNWIDTH, static_cast<WPARAM>(column), width);
+    SendMessageW(list.Handle(), WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&dragged));
 }
 
 /// Gives a form an inner size, in pixels.

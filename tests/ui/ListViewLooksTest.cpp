@@ -69,16 +69,7 @@ TEST_P(ListLooks, WindowGrows_ColumnsUseTheRoom) {
 TEST_P(ListLooks, WidthOfTheUser_IsKept) {
     Add(longPath);
     list.FitColumns();
-    const auto header = reinterpret_cast<HWND>(SendMessageW(list.Handle(), LVM_GETHEADER, 0, 0));
-    HDITEMW item{};
-    item.mask = HDI_WIDTH;
-    item.cxy = 233;
-    NMHEADERW dragged{};
-    dragged.hdr = {header, 0, static_cast<UINT>(HDN_ENDTRACKW)};
-    dragged.iItem = list.ColumnOf(L"Type");
-    dragged.pitem = &item;
-    SendMessageW(list.Handle(), LVM_SETCOLUMNWIDTH, static_cast<WPARAM>(dragged.iItem), 233);
-    SendMessageW(list.Handle(), WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&dragged));
+    test::DragColumn(list, list.ColumnOf(L"Type"), 233);
     list.FitColumns();
     EXPECT_EQ(Width(L"Type"), 233);
     test::GiveInnerSize(main.form, 1400, 900);

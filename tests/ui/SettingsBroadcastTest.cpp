@@ -5,8 +5,6 @@
 #include <utility>
 
 #include "tests/ui/FormFixture.h"
-// The common controls' declarations need those of the window system first.
-#include <commctrl.h>
 
 namespace vw::test {
 namespace {
@@ -26,7 +24,7 @@ class SettingsBroadcast : public testing::TestWithParam<Language> {
 };
 
 TEST_P(SettingsBroadcast, OfNoConcern_KeepWidthsAndFonts) {
-    SendMessageW(list.Handle(), LVM_SETCOLUMNWIDTH, 1, MAKELPARAM(333, 0));
+    DragColumn(list, 1, 333);
     const HFONT font = FontOfList();
     Broadcast(0, L"Environment");
     Broadcast(0, L"Policy");

@@ -116,10 +116,10 @@ TEST_F(Interface, TemporaryFilesAreDeletedFromTheMenu) {
     window.Close();
 }
 
-TEST_F(Interface, AMissingDriveGivesWayToC) {
+TEST_F(Interface, MissingDrive_IsShownAsTheListNamesIt) {
     program.List(L"Program\\FilesList.vwl", {L"BackupTo: Q:\\Backup", L"Backages: 3", letter});
     DrivenProgram window(program.With(L""));
-    EXPECT_EQ(window.TextOf(ID_cmbDestination), L"C:");
+    EXPECT_EQ(window.TextOf(ID_cmbDestination), L"Q:");
     EXPECT_THAT(LinesOf(program.DefaultList()), Contains(L"BackupTo: Q:\\Backup"));
     window.Begin(ID_mnuBackup);
     window.AnswerBox(L"فشلت العملية بسبب عدم توفر مجلد النسخ إلى:\r\nQ:\\Backup");
