@@ -193,6 +193,7 @@ class ListView {
     HWND tips_ = nullptr;
     std::pair<int, int> mouseAt_{-1, -1};  ///< row and column below the mouse
     std::vector<int> userWidths_;          ///< at 96 DPI; 0: not chosen by the user
+    bool isColumnDragged_ = false;         ///< the columns are not fitted meanwhile
     bool speaks_ = false;                  ///< a screen reader was told of warnings
     WPARAM keyDown_ = 0;                   ///< pressed in the list and not let go yet
 };

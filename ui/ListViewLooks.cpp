@@ -274,15 +274,21 @@ LRESULT CALLBACK ListView::Subclass(HWND window, UINT message, WPARAM wParam, LP
         case WM_SIZE: {
             if (self->rows_.empty()) InvalidateRect(window, nullptr, TRUE);
             const LRESULT result = DefSubclassProc(window, message, wParam, lParam);
-            if (self->pictures_ != nullptr && wParam != SIZE_MINIMIZED) self->FitColumns();
+            // The scroll bar that a wider column brings changes the size in the middle of a drag.
+            if (self->pictures_ != nullptr && wParam != SIZE_MINIMIZED && !self->isColumnDragged_) {
+                self->FitColumns();
+            }
             return result;
         }
         case WM_NOTIFY: {
             const auto& header = *reinterpret_cast<const NMHEADERW*>(lParam);
+            if (header.hdr.code == HDN_BEGINTRACKW) self->isColumnDragged_ = true;
             const LRESULT result = DefSubclassProc(window, message, wParam, lParam);
-            if (header.hdr.code == HDN_ENDTRACKW && header.pitem != nullptr &&
-                (header.pitem->mask & HDI_WIDTH) != 0) {
-                self->KeepUserWidth(header.iItem, header.pitem->cxy);
+            if (header.hdr.code == HDN_ENDTRACKW) {
+                self->isColumnDragged_ = false;
+                if (header.pitem != nullptr && (header.pitem->mask & HDI_WIDTH) != 0) {
+                    self->KeepUserWidth(header.iItem, header.pitem->cxy);
+                }
             } else if (header.hdr.code == HDN_DIVIDERDBLCLICKW) {
                 self->KeepUserWidth(header.iItem, static_cast<int>(SendMessageW(
                                                       window, LVM_GETCOLUMNWIDTH,

@@ -85,10 +85,12 @@ inline void DragColumn(const ListView& list, int column, int width) {
     item.cxy = width;
     NMHEADERW dragged{};
     dragged.hdr = {reinterpret_cast<HWND>(SendMessageW(list.Handle(), LVM_GETHEADER, 0, 0)), 0,
-                   static_cast<UINT>(HDN_ENDTRACKW)};
+                   static_cast<UINT>(HDN_BEGINTRACKW)};
     dragged.iItem = column;
     dragged.pitem = &item;
+    SendMessageW(list.Handle(), WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&dragged));
     SendMessageW(list.Handle(), LVM_SETCOLUMNWIDTH, static_cast<WPARAM>(column), width);
+    dragged.hdr.code = static_cast<UINT>(HDN_ENDTRACKW);
     SendMessageW(list.Handle(), WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&dragged));
 }
 
