@@ -1,4 +1,6 @@
 #include <map>
+#include <optional>
+#include <vector>
 
 #include "console/Console.h"
 #include "console/ConsoleList.h"
@@ -11,7 +13,9 @@
 #include "engine/CopyName.h"
 #include "fsutil/FileQueries.h"
 #include "fsutil/PathText.h"
+#include "list/editing/RowWarnings.h"
 #include "platform/FileSystem.h"
+#include "platform/LocalTime.h"
 #include "platform/RuntimeError.h"
 
 namespace vw {
@@ -38,6 +42,7 @@ class Previewer {
         console_.state.copiesCount = item.copiesCount;
         const Plan plan = PlanFor(item);
         console_.exitStatus.Note(plan.code);
+        rows_[item.destination].push_back({item.line, newest_});
         needed_[item.destination] += plan.size.bytes;
         std::wstring line(plan.result.begin(), plan.result.end());
         line += L": " + item.line;
@@ -51,6 +56,23 @@ class Previewer {
                 .Number("files", static_cast<std::int64_t>(plan.size.files))
                 .Number("bytes", static_cast<std::int64_t>(plan.size.bytes))
                 .Text("leaves", plan.leaves));
+    }
+
+    /// Writes why items will not be backed up the way their owner may think.
+    void ShowWarnings(const std::wstring& destination) {
+        FILETIME now{};
+        GetSystemTimeAsFileTime(&now);
+        const std::vector<RowFacts>& rows = rows_[destination];
+        const auto warnings = WarningsOf(rows, destination, LocalTime().DateOf(now));
+        for (std::size_t row = 0; row < rows.size(); ++row) {
+            // An item that is refused has been shown as such.
+            if (warnings[row] == RowWarning::None || warnings[row] == RowWarning::Overlaps)
+                continue;
+            const std::wstring text(WarningText(warnings[row], false));
+            console_.output.Line(L"warning: " + rows[row].path + L" (" + text + L")");
+            console_.output.Json(
+                JsonLine("warning").Text("path", rows[row].path).Text("text", text));
+        }
     }
 
     void ShowRoom(const std::wstring& destination) {
@@ -71,6 +93,7 @@ class Previewer {
   private:
     Plan PlanFor(const ConsoleItem& item) {
         FileSystem& files = console_.system.files;
+        newest_.reset();
         const auto facts = files.Look(item.path);
         if (!facts) {
             return {"missing", L"the item does not exist",
@@ -83,6 +106,7 @@ class Previewer {
         const std::int16_t location = engine_.LocationID(item.line);
         if (location < 0) return {"fails", L"it gets no location number", error_number::kOverflow};
         const auto survey = MFileDosShell::SurveyOf(console_.system, engine_, item.path, facts);
+        newest_ = survey.newest;
         const auto copyName = [&](int number) {
             return CFilePackageName(item.path, number, location, item.destination);
         };
@@ -117,6 +141,8 @@ class Previewer {
     Console& console_;
     CPackage& engine_;
     std::map<std::wstring, std::uint64_t> needed_;
+    std::map<std::wstring, std::vector<RowFacts>> rows_;
+    std::optional<Date> newest_;  ///< of the item that is being planned
 };
 
 }  // namespace
@@ -141,6 +167,7 @@ int Preview(Console& console, const PreviewArguments& arguments) {
                 RaiseWith(error_number::kPathNotFound, L"The destination folder does not exist",
                           destination);
             }
+            previewer.ShowWarnings(destination);
             previewer.ShowRoom(destination);
         });
     }

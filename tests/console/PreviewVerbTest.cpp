@@ -74,6 +74,17 @@ TEST_F(VwPreview, MissingDestination_EndsWith76) {
     EXPECT_TRUE(lines.empty());
 }
 
+TEST_F(VwPreview, ItemsThatShareASeriesOrLieInTheFuture_AreWarnedOf) {
+    tree.File(L"Other\\Work\\b.txt", "1", Day(1));
+    tree.File(L"future.txt", "1", {2099, 1, 1, 0, 0, 0});
+    MakeList({L"Work\\", L"Other\\Work\\", L"future.txt", L"a.txt"});
+    const Texts shown = Foretold(0);
+    ASSERT_EQ(shown.size(), 7U);
+    EXPECT_TRUE(shown[4].starts_with(L"warning: ~\\Work\\ ("));
+    EXPECT_TRUE(shown[5].starts_with(L"warning: ~\\Other\\Work\\ ("));
+    EXPECT_TRUE(shown[6].starts_with(L"warning: ~\\future.txt ("));
+}
+
 TEST_F(VwPreview, IncompleteCopy_IsToBeCompleted) {
     MakeList({L"Work\\"});
     RunsTo(0, L"backup " + List());
