@@ -36,6 +36,7 @@ struct Words {
     bool asWindow = false;
     bool keepMissing = false;
     bool content = false;
+    bool overwrite = false;
     bool atLogon = false;
 };
 
@@ -101,6 +102,8 @@ void AddVerbs(CLI::App& app, Words& words, Arguments& arguments) {
         ->required();
     verb->add_option("--as-of", words.asOf, "Of each item the newest copy up to this date")
         ->check(kMoment);
+    verb->add_flag("--overwrite", words.overwrite,
+                   "Replace what is there, after making safety copies of it");
 
     verb = addVerb("diff", "Compare a copy with another one, or with its original");
     Positional(*verb, "COPY", words.copy, "The copy")->required();
@@ -172,7 +175,8 @@ void Take(const CLI::App& app, const Words& words, Arguments& arguments) {
     } else if (app.got_subcommand("copies")) {
         arguments.verb = CopiesArguments{FromUtf8(words.source), FromUtf8(words.item)};
     } else if (app.got_subcommand("restore")) {
-        RestoreArguments restore{FromUtf8(words.source), {}, FromUtf8(words.folder)};
+        RestoreArguments restore{
+            FromUtf8(words.source), {}, FromUtf8(words.folder), words.overwrite};
         if (!words.asOf.empty()) restore.asOf = ReadMoment(words.asOf);
         arguments.verb = restore;
     } else if (app.got_subcommand("diff")) {

@@ -37,6 +37,7 @@ struct RestoreArguments {
     std::wstring source;  ///< a copy, or with `asOf` a list
     std::optional<Date> asOf;
     std::wstring folder;
+    bool overwrite = false;
 };
 
 struct DiffArguments {

@@ -13,7 +13,6 @@
 #include "fsutil/PathText.h"
 #include "fsutil/TreeWalk.h"
 #include "platform/RuntimeError.h"
-#include "restore/CopiesIndex.h"
 
 namespace vw {
 namespace {
@@ -35,8 +34,7 @@ struct Identity {
 Identity IdentityOf(Console& console, CPackage& engine, const std::wstring& path) {
     const auto facts = console.system.files.Look(path);
     if (!facts) Raise(error_number::kFileNotFound, path);
-    const bool isCopy = IsCopyName(CFileName(path));
-    return {*facts, isCopy ? engine.PackageDate(path) : facts->lastWrite};
+    return {*facts, StoreOf(path) ? engine.PackageDate(path) : facts->lastWrite};
 }
 
 class Differences {
@@ -94,7 +92,7 @@ class Differences {
 
 // Where the comment of the series says that the item came from.
 std::wstring OriginalOf(Console& console, const std::wstring& copy) {
-    const DestinationView view(console, CopyFolderOf(copy));
+    const DestinationView view(console, *StoreOf(copy));
     for (const ShownCopy& shown : CopiesIn(console, view)) {
         if (shown.path != copy || shown.commentOf.empty()) continue;
         const auto comment = ReadStoredComment(console, shown.commentOf);
@@ -111,7 +109,7 @@ int Diff(Console& console, const DiffArguments& arguments) {
     CPackage engine(console.system, console.state, host);
     const std::wstring first = console.FullPath(arguments.copy);
     const Identity firstBefore = IdentityOf(console, engine, first);
-    if (!IsCopyName(CFileName(first)) && arguments.other.empty()) {
+    if (!StoreOf(first) && arguments.other.empty()) {
         RaiseWith(error_number::kBadName, L"This is the name of no copy", first);
     }
     const std::wstring second =
@@ -133,7 +131,7 @@ int Diff(Console& console, const DiffArguments& arguments) {
         RaiseWith(error_number::kPermissionDenied, L"The copy changed while it was compared",
                   first);
     }
-    if (IsCopyName(CFileName(second)) && IdentityOf(console, engine, second) != secondBefore) {
+    if (StoreOf(second) && IdentityOf(console, engine, second) != secondBefore) {
         RaiseWith(error_number::kPermissionDenied, L"The copy changed while it was compared",
                   second);
     }

@@ -1,4 +1,6 @@
+#include <algorithm>
 #include <optional>
+#include <vector>
 
 #include "console/Console.h"
 #include "console/ConsoleList.h"
@@ -6,6 +8,7 @@
 #include "console/MomentText.h"
 #include "console/SilentHost.h"
 #include "console/StoredCopies.h"
+#include "console/TreeComparison.h"
 #include "console/Verbs.h"
 #include "engine/CPackage.h"
 #include "engine/CopyName.h"
@@ -15,6 +18,7 @@
 #include "platform/RuntimeError.h"
 #include "platform/TextCase.h"
 #include "restore/CopiesIndex.h"
+#include "restore/SameContent.h"
 
 namespace vw {
 namespace {
@@ -23,43 +27,102 @@ using MFileDosShell::CFileLocation;
 using MFileDosShell::CFileName;
 
 constexpr int kLastRotating = 20;
+constexpr int kHighestNumber = 99;  // more digits could not be read back from a name
 
 class Restorer {
   public:
     Restorer(Console& console, CPackage& engine, const RestoreArguments& arguments)
-        : console_(console), engine_(engine), folder_(console.FullPath(arguments.folder)) {}
+        : console_(console),
+          engine_(engine),
+          folder_(console.FullPath(arguments.folder)),
+          overwrite_(arguments.overwrite) {}
 
     /// Puts one copy into the folder, while no backup can move it.
     void Restore(const std::wstring& copy) {
-        const std::wstring store = CopyFolderOf(copy);
+        const auto store = StoreOf(copy);
+        if (!store) RaiseWith(error_number::kBadName, L"This is the name of no copy", copy);
         if (!console_.system.files.Look(copy)) Raise(error_number::kFileNotFound, copy);
         const int before = console_.Errors();
-        const bool entered =
-            engine_.InDestination(store, [&] { RestoreUnderLock(copy, ItemNameOf(copy)); });
+        bool entered = false;
+        try {
+            entered = engine_.InDestination(*store, [&] { RestoreUnderLock(copy, *store); });
+        } catch (const EndOfRun&) {
+            Raise(error_number::kPathNotFound, *store);
+        }
         if (!entered) {
             Raise(console_.state.cancelRequested ? error_number::kCancelled
                                                  : error_number::kDestinationBusy,
-                  store);
+                  *store);
         }
         if (console_.Errors() == before) Show(copy);
     }
 
   private:
-    void RestoreUnderLock(const std::wstring& copy, const std::wstring& origin) {
+    void RestoreUnderLock(const std::wstring& copy, const std::wstring& store) {
         FileSystem& files = console_.system.files;
         // A run that was waited for may have moved it.
         if (!files.Look(copy)) Raise(error_number::kFileNotFound, copy);
-        const std::wstring target = JoinPath(folder_, CFileName(origin));
-        if (files.Look(target)) {
+        const std::wstring target = TargetOf(copy);
+        const bool exists = files.Look(target).has_value();
+        if (exists && !overwrite_) {
             RaiseWith(error_number::kAlreadyExists, L"It exists already", target);
         }
         MakeFolders(files, folder_);
+        if (exists) Keep(target, copy, store);
         date_ = engine_.PackageDate(copy);
         engine_.Extract(copy, folder_, false);
     }
 
+    // Nobody was asked, so only a copy with the same content keeps what will be overwritten;
+    // without one a safety copy is made, as the window makes it.
+    void Keep(const std::wstring& target, const std::wstring& copy, const std::wstring& store) {
+        FileSystem& files = console_.system.files;
+        const std::vector<ShownCopy> all = CopiesIn(console_, DestinationView(console_, store));
+        const auto own = std::ranges::find(all, copy, &ShownCopy::path);
+        if (own == all.end()) Raise(error_number::kFileNotFound, copy);
+        int highest = 0;
+        for (const ShownCopy& one : all) {
+            if (one.item != own->item || one.location != own->location) continue;
+            if (HasContent(target, one.path)) return;
+            highest = std::max(highest, one.number);
+        }
+        int number = NextSafetyNumber(highest);
+        const auto nameOf = [&] { return CFilePackageName(target, number, own->location, store); };
+        while (number <= kHighestNumber && files.Look(nameOf())) ++number;
+        if (number > kHighestNumber) {
+            RaiseWith(error_number::kOverflow, L"All numbers of safety copies are in use", target);
+        }
+        MakeSafetyCopy(target, own->location, nameOf());
+    }
+
+    // One that did not become whole must not pass for a safety copy.
+    void MakeSafetyCopy(const std::wstring& target, int location, const std::wstring& name) {
+        FileSystem& files = console_.system.files;
+        const auto facts = files.Look(target);
+        const bool isFolder = facts && facts->isFolder;
+        engine_.BackupPath(target, static_cast<std::int16_t>(location), isFolder, isFolder, name);
+        const bool isCancelled = console_.state.cancelRequested;
+        if (!isCancelled && SameContent(files, target, name)) return;
+        if (files.Look(name)) engine_.DeleteCopy(name);
+        const std::wstring comment = CPackage::PackageCommentFile(name);
+        if (files.Look(comment)) files.EraseFile(comment);
+        Raise(isCancelled ? error_number::kCancelled : error_number::kAccessError, target);
+    }
+
+    [[nodiscard]] bool HasContent(const std::wstring& target, const std::wstring& copy) {
+        FileSystem& files = console_.system.files;
+        if (!SameContent(files, target, copy)) return false;
+        const auto facts = files.Look(target);
+        return facts && (facts->isFolder ||
+                         HasSameBytes(target, copy, facts->size, [] { Console::StopIfAsked(); }));
+    }
+
+    [[nodiscard]] std::wstring TargetOf(const std::wstring& copy) const {
+        return JoinPath(folder_, ItemNameOf(copy));
+    }
+
     void Show(const std::wstring& copy) {
-        const std::wstring target = JoinPath(folder_, ItemNameOf(copy));
+        const std::wstring target = TargetOf(copy);
         const auto comment = ReadStoredComment(console_, copy);
         const bool isOwnDate = !comment || !DateOf(*comment);
         const bool isIncomplete = comment && comment->isIncomplete;
@@ -77,6 +140,7 @@ class Restorer {
     Console& console_;
     CPackage& engine_;
     std::wstring folder_;
+    bool overwrite_;
     Date date_ = 0;
 };
 
@@ -110,11 +174,7 @@ int Restore(Console& console, const RestoreArguments& arguments) {
     CPackage engine(console.system, console.state, host);
     Restorer restorer(console, engine, arguments);
     if (!arguments.asOf) {
-        const std::wstring copy = console.FullPath(arguments.source);
-        if (CFileOrigin(copy).empty()) {
-            RaiseWith(error_number::kBadName, L"This is the name of no copy", copy);
-        }
-        restorer.Restore(copy);
+        restorer.Restore(console.FullPath(arguments.source));
         return 0;
     }
     const ConsoleList list = ReadConsoleList(console, arguments.source);

@@ -89,6 +89,13 @@ std::vector<CopySeries> DestinationView::Series() const {
     return GroupCopies(std::move(copies), comments);
 }
 
+std::optional<std::wstring> StoreOf(std::wstring_view copyPath) {
+    for (std::wstring path(copyPath); !path.empty(); path = MFileDosShell::CFileLocation(path)) {
+        if (IsCopyName(MFileDosShell::CFileName(path))) return MFileDosShell::CFileLocation(path);
+    }
+    return std::nullopt;
+}
+
 std::vector<ShownCopy> CopiesIn(Console& console, const DestinationView& view) {
     FileSystem& files = console.system.files;
     std::vector<ShownCopy> shown;

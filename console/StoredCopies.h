@@ -65,6 +65,11 @@ struct ShownCopy {
     std::wstring commentOf;  ///< the copy of the item whose comment names its place; may be empty
 };
 
+/// The folder that a copy lies in as one of its copies: of an item below a folder with a point in
+/// its name, the one around that folder's own copies. Nothing when no part of the path is named
+/// like a copy.
+[[nodiscard]] std::optional<std::wstring> StoreOf(std::wstring_view copyPath);
+
 /// Every copy in a destination, in order of their items and numbers.
 [[nodiscard]] std::vector<ShownCopy> CopiesIn(Console& console, const DestinationView& view);
 

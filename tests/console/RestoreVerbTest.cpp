@@ -42,6 +42,37 @@ TEST_F(VwRestore, ExistingTarget_IsNotTouched) {
     EXPECT_EQ(ReadTree(tree.Path()), before);
 }
 
+TEST_F(VwRestore, Overwrite_KeepsWhatNoCopyHasAsASafetyCopy) {
+    tree.File(L"Back\\a.txt", "mine", Day(9));
+    RunsTo(0, L"restore " + InQuotes(Stored(L"a«0001».txt")) + L" --to Back --overwrite");
+    EXPECT_EQ(ReadBytes(tree.Path(L"Back\\a.txt")), "a3");
+    EXPECT_EQ(ReadBytes(Stored(L"a«0021».txt")), "mine");
+    RunsTo(0, L"restore " + InQuotes(Stored(L"a«0021».txt")) + L" --to Back --overwrite");
+    EXPECT_EQ(ReadBytes(tree.Path(L"Back\\a.txt")), "mine");
+    EXPECT_FALSE(Exists(Stored(L"a«0022».txt")));
+}
+
+TEST_F(VwRestore, OverwriteOfAFolder_KeepsItAsASafetyCopyAndItsOtherFiles) {
+    tree.File(L"Back\\Work\\Sub\\b.txt", "mine", Day(9));
+    tree.File(L"Back\\Work\\other.txt", "other", Day(9));
+    RunsTo(0, L"restore " + InQuotes(Stored(L"Work«0001»")) + L" --to Back --overwrite");
+    EXPECT_EQ(ReadBytes(tree.Path(L"Back\\Work\\Sub\\b.txt")), "b3");
+    EXPECT_EQ(ReadBytes(tree.Path(L"Back\\Work\\other.txt")), "other");
+    EXPECT_EQ(ReadBytes(Stored(L"Work«0021»\\Sub\\b.txt")), "mine");
+}
+
+TEST_F(VwRestore, OverwriteWhereTheSafetyCopyCannotBeMade_ChangesNothing) {
+    tree.File(L"Back\\a.txt", "mine", Day(9));
+    const FileHandle held(CreateFileW(tree.Path(L"Back\\a.txt").c_str(), GENERIC_READ, 0, nullptr,
+                                      OPEN_EXISTING, 0, nullptr));
+    ProgramRun run(
+        {.program = BuiltConsole(),
+         .arguments = L"restore " + InQuotes(Stored(L"a«0001».txt")) + L" --to Back --overwrite",
+         .currentFolder = tree.Path()});
+    EXPECT_NE(run.WaitForEnd(), 0U);
+    EXPECT_FALSE(Exists(Stored(L"a«0021».txt")));
+}
+
 TEST_F(VwRestore, ListAsOfADate_TakesTheNewestCopiesUpToIt) {
     RunsTo(0, L"restore " + List() + L" --to Back --as-of \"2010-01-01 00:02\"");
     EXPECT_EQ(ReadBytes(tree.Path(L"Back\\a.txt")), "a2");
