@@ -152,7 +152,9 @@ class RandomBrowser : public RestoreWorld {
         const bool elsewhere = Chance(25);
         if (elsewhere) {
             // A place of the item's own: what is kept there is a safety copy of the same item.
-            const std::wstring place = tree.Folder(L"Users\\Elsewhere\\" + shownItem_ + L" place");
+            std::wstring name = shownItem_;
+            std::ranges::replace(name, L'\\', L'-');
+            const std::wstring place = tree.Folder(L"Users\\Elsewhere\\" + name + L" place");
             const auto item = browser.CurrentItem();
             dialogs.Expect(place + L"\\" + (item && Chance(50) ? item->name : L"Typed.doc"));
         } else {
