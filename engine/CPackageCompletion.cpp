@@ -1,5 +1,4 @@
 #include <cstdlib>
-#include <ranges>
 #include <set>
 #include <string>
 #include <unordered_map>
@@ -140,8 +139,8 @@ void CPackage::AddMissing(const NewCopy& copy, const CompletionPlan& plan, CopyT
         touched.insert(file.path.substr(0, file.path.rfind(L'\\') + 1));
     }
     if (!touched.empty()) touched.insert(std::wstring());
-    for (const std::wstring& folder : std::views::reverse(touched)) {
-        KeepFolderInfo(from + folder, to + folder);
+    for (auto folder = touched.rbegin(); folder != touched.rend(); ++folder) {
+        KeepFolderInfo(from + *folder, to + *folder);
     }
 }
 

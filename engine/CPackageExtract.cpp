@@ -1,5 +1,4 @@
 #include <optional>
-#include <ranges>
 #include <vector>
 
 #include "engine/CPackage.h"
@@ -98,16 +97,16 @@ void CPackage::ExtractFolder(const std::wstring& copy, const std::wstring& targe
                 });
                 system_.pump.DoEventsIfDue();
             }
-            for (const std::wstring& name : std::views::reverse(source.folders)) {
-                pending.push_back(folder.empty() ? name : JoinPath(folder, name));
+            for (auto name = source.folders.rbegin(); name != source.folders.rend(); ++name) {
+                pending.push_back(folder.empty() ? *name : JoinPath(folder, *name));
             }
         });
     }
     // Last, since every file that is restored changes the date of its folder. What the user has
     // hidden or protected since stays so; copies of earlier versions do not know the marks.
-    for (const auto& done : std::views::reverse(entered)) {
-        KeepFolderInfo(below(copy, done.folder), below(target, done.folder),
-                       done.wasThere ? FileSystem::Marks::Keep : FileSystem::Marks::Replace);
+    for (auto done = entered.rbegin(); done != entered.rend(); ++done) {
+        KeepFolderInfo(below(copy, done->folder), below(target, done->folder),
+                       done->wasThere ? FileSystem::Marks::Keep : FileSystem::Marks::Replace);
     }
     if (failure) throw RuntimeError(*failure);
 }
