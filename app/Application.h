@@ -66,8 +66,8 @@ class Application final : private StartCommands,
     /// its standard streams.
     void NoteError(std::wstring_view details);
 
-    /// A box of a silent run was told: the run shows its icon, and stays for another minute when
-    /// nothing else keeps it.
+    /// Called for each box of a silent run: the run shows its icon, and stays for another minute
+    /// when nothing else keeps it.
     void OnSilentBox();
 
     /// The windows, once they are made.

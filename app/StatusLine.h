@@ -8,7 +8,7 @@ namespace vw {
 class Form;
 
 /// The text of sbrStatus in the main window. How the last run ended stays until the next one ends;
-/// a notice stands before it until it is withdrawn.
+/// a notice is shown before it until it is withdrawn.
 class StatusLine {
   public:
     explicit StatusLine(Form& main) : main_(main) {}

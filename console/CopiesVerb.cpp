@@ -75,7 +75,7 @@ void ShowFolder(Console& console, CPackage& engine, const std::wstring& folder,
     const DestinationView view(console, folder);
     for (const ShownCopy& copy : CopiesIn(console, view)) {
         Console::StopIfAsked();
-        // A copy that vanished meanwhile costs the others nothing.
+        // A copy that vanished meanwhile does not affect the others.
         console.Try([&] {
             std::wstring place;
             if (!copy.commentOf.empty()) {

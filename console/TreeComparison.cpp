@@ -86,7 +86,7 @@ void CompareTrees(FileSystem& files, std::wstring_view first, std::wstring_view 
                 folder.both.push_back(std::move(pair));
             }
         }
-        // A folder of one side alone is entered, and stands for itself only when it is empty.
+        // A folder of one side alone is entered; it is listed itself only when it is empty.
         const auto enter = [&](Entries& entries, bool inFirst) {
             std::erase_if(entries, [&](const ComparedEntry& entry) {
                 if (!entry.isFolder) return false;

@@ -65,7 +65,7 @@ class CPackage final : public CopyDates {
     [[nodiscard]] std::int16_t LocationID(std::wstring_view path);
 
     /// Shifts the copies of an item up by one; copy number N leaves the series. All or nothing:
-    /// when one cannot be moved the others go back. False after an error, which has been told.
+    /// when one cannot be moved the others go back. False after an error, which has been reported.
     bool RenamePackages(std::wstring_view sPath, std::int16_t iSP);
 
     /// The comment file of a copy.
@@ -83,7 +83,7 @@ class CPackage final : public CopyDates {
     [[nodiscard]] std::wstring PackageOriginalLocation(std::wstring_view copyPath);
 
     /// Whether the comment of a copy marks it as incomplete: a cancel cut it short, or files could
-    /// not be read. False after an error, which has been told.
+    /// not be read. False after an error, which has been reported.
     [[nodiscard]] bool IsMarkedIncomplete(std::wstring_view copyPath);
 
     /// Copies a stored copy back into a folder, under the item's own name, over what is there:
