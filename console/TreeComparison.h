@@ -24,7 +24,7 @@ struct ComparedPair {
 };
 
 /// What two folders of one place in their trees hold. Folders that both have, and links, are left
-/// out; a folder that only one of them has is told by the files in it, or by itself when it holds
+/// out; a folder that only one of them has is listed by its files, or by itself when it holds
 /// none.
 struct ComparedFolder {
     std::wstring below;  ///< path below the roots with a final "\"; empty for the roots

@@ -134,7 +134,7 @@ class CPackage final : public CopyDates {
         std::uint64_t fileSize = 0;  ///< of a file item
         Completeness completeness = Completeness::Whole;
         bool overCutShort = false;  ///< copy 1 of this item was cut short by a cancel
-        std::wstring entry;         ///< where it stands now
+        std::wstring entry;         ///< its present path
         bool ready = false;  ///< whole: should this run die, a later one puts it in its place
     };
 
@@ -279,7 +279,7 @@ class CPackage final : public CopyDates {
     std::unique_ptr<Destination> destination_;
     ListedItems listed_;  ///< of the run that is going on
     std::wstring refusedDestination_;
-    std::wstring toldUnlocked_;  ///< the destination without a lock file that the run told last
+    std::wstring toldUnlocked_;  ///< the destination without a lock file reported last
 };
 
 }  // namespace vw

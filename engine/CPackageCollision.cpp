@@ -64,7 +64,7 @@ bool CPackage::LiesInCopyOfOther(const std::wstring& place) {
     return false;
 }
 
-// A folder without a comment that stands in the place is no copy of this item when it holds the
+// A folder without a comment in the place is no copy of this item when it holds the
 // comment of another one. The last folder of such a copy is named like the beginning of its path.
 bool CPackage::HoldsCopyOfOther(const std::wstring& place) {
     const std::wstring comment = PackageCommentFile(place);

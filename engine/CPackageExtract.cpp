@@ -56,7 +56,7 @@ void CPackage::ExtractTo(std::wstring_view copyPath, const std::wstring& target,
     }
 }
 
-// A file that cannot be restored costs the others nothing: it is reported, and the first failure is
+// A file that cannot be restored does not affect the others: it is reported; the first failure is
 // what the user sees at the end. A link that is the item itself is followed, as its backups do. One
 // below it was left out of the safety copy, so nothing may be written through it. The folders to
 // come are kept here and not on the stack: trees can be thousands of levels deep.

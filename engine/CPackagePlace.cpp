@@ -61,7 +61,7 @@ bool CPackage::MakeReady(NewCopy& copy, const std::wstring& comment) {
         if (waiting->completeness < copy.completeness) return false;
         older = waiting->path;
     }
-    // The time of the disk, which also dates the comment of the copy that stands in the place.
+    // The time of the disk, which also dates the comment of the copy in the place.
     const auto facts = Stat(comment);
     if (!facts) Raise(error_number::kDeviceError, comment);
     const std::wstring ready = destination_->ReadyPath(copy.itemPath, copy.place, copy.newestDate,
@@ -136,7 +136,7 @@ void CPackage::TakePlace(const NewCopy& copy, const std::wstring& comment) {
         if (!copy.ready && !displaced.empty()) {
             static_cast<void>(MoveBack({{copy.place, displaced}}));
         }
-        // Whatever stands in the place, the comment is not of it.
+        // The comment does not describe the entry in the place.
         if (commentTaken && Stands(copy.place)) Remove(commentFile);
         throw;
     }

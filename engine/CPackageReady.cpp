@@ -18,7 +18,7 @@ constexpr Date kTimeStep = 2;
 
 }  // namespace
 
-// What cannot be placed is told and stays as it is: it must not keep the item from being backed up.
+// A copy that cannot be placed is reported and kept; the item is still backed up.
 CPackage::ReadyOutcome CPackage::FinishReadyCopy(std::wstring_view path, std::int16_t location,
                                                  std::wstring_view place) {
     const ReadyCopy* const found = destination_->ReadyOf(path);
