@@ -121,6 +121,7 @@ class CopiesBrowser {
                                       const std::wstring& nested, bool mayHaveComment);
     [[nodiscard]] bool ReadComment(ListedCopy& copy);
     void AddCopy(ListedCopy copy);
+    void MarkIncompleteCopies();
     [[nodiscard]] int RowOf(std::wstring_view path);
     void SelectFirstCopy();
     void Sort(ListView& list, const SortState& state);

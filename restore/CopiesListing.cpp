@@ -194,6 +194,7 @@ void CopiesBrowser::ListCopyes(int row) {
         if (std::exchange(isNoticeShown_, false)) host_.ShowStatus({});
         NameCopies(row);
         if (!AddCopies(shown_.Path(), row)) return;
+        MarkIncompleteCopies();
         Sort(Copies(), copiesSort_);
         SelectFirstCopy();
     });
@@ -323,6 +324,16 @@ void CopiesBrowser::AddCopy(ListedCopy copy) {
     copies.SetSubItem(row, L"Date", DateText(copy.date), copy.date);
     copies.SetSubItem(row, L"BackupName", copy.path);
     copies_.push_back(std::move(copy));
+}
+
+// The texts of a row stay as they are; the sign, its tool tip and its description say it.
+void CopiesBrowser::MarkIncompleteCopies() {
+    std::vector<std::wstring> warnings;
+    for (const ListedCopy& copy : ListedCopies()) {
+        warnings.emplace_back(copy.isIncomplete ? restore_text::kIncomplete.In(main_.InLanguage())
+                                                : L"");
+    }
+    Copies().ShowWarnings(warnings);
 }
 
 }  // namespace vw

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -22,8 +23,10 @@ class NotedProperties final : public IAccPropServices {
         HWND control;
         GUID property;
         std::wstring text;
+        DWORD element;  ///< counted from 1; 0 for the control itself
     };
     std::vector<Said> said;
+    std::vector<DWORD> cleared;  ///< elements that are described no longer
 
     HRESULT WINAPI QueryInterface(REFIID, void**) override { return E_NOINTERFACE; }
     ULONG WINAPI AddRef() override { return 1; }
@@ -35,16 +38,17 @@ class NotedProperties final : public IAccPropServices {
     }
     HRESULT WINAPI ClearProps(const BYTE*, DWORD, const MSAAPROPID*, int) override { return S_OK; }
     HRESULT WINAPI SetHwndProp(HWND, DWORD, DWORD, MSAAPROPID, VARIANT) override { return S_OK; }
-    HRESULT WINAPI SetHwndPropStr(HWND control, DWORD, DWORD, MSAAPROPID property,
+    HRESULT WINAPI SetHwndPropStr(HWND control, DWORD, DWORD element, MSAAPROPID property,
                                   LPCWSTR text) override {
-        said.push_back({control, property, text});
+        said.push_back({control, property, text, element});
         return S_OK;
     }
     HRESULT WINAPI SetHwndPropServer(HWND, DWORD, DWORD, const MSAAPROPID*, int, IAccPropServer*,
                                      AnnoScope) override {
         return S_OK;
     }
-    HRESULT WINAPI ClearHwndProps(HWND, DWORD, DWORD, const MSAAPROPID*, int) override {
+    HRESULT WINAPI ClearHwndProps(HWND, DWORD, DWORD element, const MSAAPROPID*, int) override {
+        cleared.push_back(element);
         return S_OK;
     }
     HRESULT WINAPI ComposeHwndIdentityString(HWND, DWORD, DWORD, BYTE**, DWORD*) override {
@@ -81,6 +85,24 @@ TEST(ScreenReaders, ScrollBar_IsReadAsTheNumberOfCopies) {
     EXPECT_EQ(properties.said[2].text, L"20");
     EXPECT_EQ(properties.said[1].property, properties.said[2].property);
     EXPECT_NE(properties.said[0].property, properties.said[1].property);
+}
+
+TEST(ScreenReaders, RowWithWarning_IsDescribedUntilTheWarningGoes) {
+    NotedProperties properties;
+    LoadedForm main(MainForm(), Language::English);
+    SpokenNames names(properties);
+    ListView& copies = main.form.List(L"lsvRestore2");
+    copies.Attach(&names, nullptr);
+    for (const wchar_t* const label : {L"N01", L"N02"}) copies.Add(label, RowIcon::Folder);
+    copies.ShowWarnings({L"", L"This copy is incomplete."});
+    ASSERT_EQ(properties.said.size(), 1U);
+    EXPECT_EQ(properties.said[0].control, copies.Handle());
+    EXPECT_EQ(properties.said[0].element, 2U);
+    EXPECT_EQ(properties.said[0].text, L"This copy is incomplete.");
+    properties.cleared.clear();
+    copies.ShowWarnings({L"", L""});
+    EXPECT_NE(std::ranges::find(properties.cleared, 2U), properties.cleared.end());
+    copies.Attach(nullptr, nullptr);
 }
 
 }  // namespace

@@ -108,6 +108,10 @@ std::vector<std::wstring> DrivenList::Headers() const {
     return texts;
 }
 
+bool DrivenList::HasWarning(int row) const {
+    return SendMessageW(list_, LVM_GETITEMSTATE, static_cast<WPARAM>(row), LVIS_OVERLAYMASK) != 0;
+}
+
 void DrivenList::Select(int row) const {
     const RemoteMemory memory(list_, sizeof(LVITEMW));
     LVITEMW item{};

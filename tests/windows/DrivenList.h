@@ -19,6 +19,8 @@ class DrivenList {
     /// The selected row; -1 when there is none.
     [[nodiscard]] int Selected() const;
     [[nodiscard]] std::vector<std::wstring> Headers() const;
+    /// Whether a row carries the sign of a warning.
+    [[nodiscard]] bool HasWarning(int row) const;
 
     /// Chooses a row as the user does.
     void Select(int row) const;
