@@ -61,6 +61,33 @@ TEST_F(RestoreEnd, DialogClosedDuringSafetyCopy_CancelsAndStaysClosed) {
     EXPECT_EQ(ReadBytes(work + L"\\a.txt"), "stored a");
 }
 
+TEST_F(RestoreEnd, DialogClosedAtAnyListingBeforeTheCopy_CancelsAndStaysClosed) {
+    world.boxes.AnswerAll(BoxAnswer::Yes);
+    int listing = 0;
+    for (bool isReached = true; isReached;) {
+        ++listing;
+        int count = 0;
+        bool isCopying = false;
+        isReached = false;
+        world.files.OnOperation([&](const FileOperation& operation) {
+            EXPECT_FALSE(isReached && Busy().IsVisible()) << "it came back after " << listing;
+            if (operation.call == FileCall::Copy) isCopying = true;
+            if (isCopying || operation.call != FileCall::List) return;
+            if (!operation.path.starts_with(work) || ++count != listing) return;
+            isReached = true;
+            SendMessageW(Busy().Handle(), WM_CLOSE, 0, 0);
+        });
+        Choose(ID_mnuRestore);
+        world.files.Heal();
+        EXPECT_EQ(ReadBytes(work + L"\\a.txt"), isReached ? "unsaved a" : "stored a") << listing;
+        if (!isReached) break;
+        EXPECT_THAT(world.boxes.Shown().back().text, HasSubstr(std::wstring(kCancelled)))
+            << listing;
+        ExpectMainWindowIsBack();
+    }
+    EXPECT_GT(listing, 3) << "what is restored over is listed to know it and to copy it";
+}
+
 TEST_F(RestoreEnd, DialogMinimised_BringsTheMainWindowBack) {
     RestoreAndMeanwhile([this] {
         ShowWindow(Busy().Handle(), SW_MINIMIZE);

@@ -117,6 +117,8 @@ TEST_F(Boxes, LeaveTheirOwnerAsItWas) {
         EXPECT_EQ(IsWindowEnabled(window.Handle()) != 0, enabled != 0);
     }
     ShowWindow(window.Handle(), SW_HIDE);
+    SetActiveWindow(window.Handle());
+    ASSERT_EQ(GetActiveWindow(), window.Handle());
     boxes.MsgBox({.text = L"!"});
     EXPECT_EQ(asked.back().owner, nullptr) << "nobody sees what belongs to a hidden window";
 }

@@ -120,6 +120,33 @@ TEST_F(ExchangedDriveWindow, Click_StickPulledOut_ListsBothAnewWithoutABox) {
     window.Close();
 }
 
+// Both sticks have copies of the same names and dates, so only the folder itself is another one.
+TEST_F(ExchangedDriveWindow, Click_StickExchangedForItsTwin_ListsBothAnewWithoutABox) {
+    for (const wchar_t* const stick : {L"", L"twin"}) {
+        Stick().Insert(stick);
+        program.tree.File(Vault() + L"\\Letter«0001».txt", "twin", {2024, 1, 1, 12, 0, 0});
+        program.tree.File(Vault() + L"\\Second«0001».txt", "twin", {2024, 1, 1, 12, 0, 0});
+    }
+    Stick().Insert();
+    WriteDefaultList({});
+    DrivenProgram window(program.With(L""));
+    ASSERT_THAT(window.List(ID_lsvRestore1).Column(kName), ElementsAre(L"Letter", L"Second"));
+    Stick().Insert(L"twin");
+    window.List(ID_lsvRestore1).Click(1);
+    window.WaitUntilReady();
+    EXPECT_THAT(window.TextOf(ID_sbrStatus), HasSubstr(L"exchanged"));
+    EXPECT_THAT(window.Run().Boxes(), SizeIs(0));
+    EXPECT_EQ(window.List(ID_lsvRestore1).Selected(), 1);
+    window.Begin(ID_mnuDelCopies);
+    window.AnswerBox(L"Second", IDYES);
+    window.WaitUntilReady();
+    EXPECT_FALSE(Exists(Vault() + L"\\Second«0001».txt"));
+    EXPECT_TRUE(Exists(Vault() + L"\\Letter«0001».txt"));
+    Stick().Insert();
+    EXPECT_TRUE(Exists(Vault() + L"\\Second«0001».txt"));
+    window.Close();
+}
+
 // The stick is away for a moment: the window does not turn to C: for that.
 TEST_F(ExchangedDriveWindow, Click_StickAwayForAMoment_StaysOnIt) {
     program.tree.File(Vault() + L"\\Second«0001».txt", "second", {2024, 1, 1, 12, 0, 0});
