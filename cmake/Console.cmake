@@ -9,10 +9,17 @@ list(REMOVE_ITEM consoleSources ${CMAKE_SOURCE_DIR}/console/main.cpp)
 add_library(vw_console STATIC ${consoleSources})
 target_link_libraries(vw_console PUBLIC ${consoleLayers} vw_flags)
 
-# Two header-only libraries of the distribution. /usr/include comes after the compiler's own
-# folders: before them it would replace the headers of Windows by those of Linux.
-set_source_files_properties(console/Arguments.cpp console/JsonLine.cpp PROPERTIES
-    COMPILE_OPTIONS "-idirafter;/usr/include")
+# Two header-only libraries. When cross-building they are those of the distribution, and
+# /usr/include comes after the compiler's own folders: before them it would replace the headers of
+# Windows by those of Linux.
+if(CMAKE_CROSSCOMPILING)
+    set_source_files_properties(console/Arguments.cpp console/JsonLine.cpp PROPERTIES
+        COMPILE_OPTIONS "-idirafter;/usr/include")
+else()
+    find_package(CLI11 REQUIRED)
+    find_package(nlohmann_json REQUIRED)
+    target_link_libraries(vw_console PRIVATE CLI11::CLI11 nlohmann_json::nlohmann_json)
+endif()
 set_source_files_properties(console/Arguments.cpp PROPERTIES
     COMPILE_DEFINITIONS "VW_VERSION=\"${PROJECT_VERSION}\"")
 
@@ -22,7 +29,8 @@ set_source_files_properties(console/vw.rc PROPERTIES OBJECT_DEPENDS
 add_executable(vw ${CMAKE_SOURCE_DIR}/console/main.cpp ${CMAKE_SOURCE_DIR}/console/vw.rc)
 target_include_directories(vw PRIVATE ${generated})
 target_link_libraries(vw PRIVATE vw_console)
-target_link_options(vw PRIVATE -municode -Wl,--stack,8388608)
+vw_wide_entry(vw)
+vw_stack_size(vw 8388608)
 set_target_properties(vw PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
 
 # Its tests drive the program itself, in a Wine prefix of their own.

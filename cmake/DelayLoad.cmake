@@ -1,9 +1,17 @@
 # Libraries of the system that are loaded at their first call. A run without windows calls none of
 # them, and loading them is half of what such a run would take.
 #
-# vw_delay_load(<target> <library>...): links the target to import libraries that load late, which
-# dlltool makes of the toolchain's own. (Other linkers have an option for it: /DELAYLOAD.)
+# vw_delay_load(<target> <library>...): links the target to libraries that load late. The Microsoft
+# linker has an option for it; for others dlltool makes import libraries of the toolchain's own.
 function(vw_delay_load target)
+    if(MSVC)
+        foreach(library IN LISTS ARGN)
+            target_link_libraries(${target} INTERFACE ${library})
+            target_link_options(${target} INTERFACE /DELAYLOAD:${library}.dll)
+        endforeach()
+        target_link_libraries(${target} INTERFACE delayimp)
+        return()
+    endif()
     set(folder ${CMAKE_BINARY_DIR}/delayed)
     file(MAKE_DIRECTORY ${folder})
     foreach(library IN LISTS ARGN)
@@ -18,9 +26,7 @@ endfunction()
 
 # The functions of a library are the symbols of its ordinary import library.
 function(vw_make_late_library library late folder)
-    execute_process(
-        COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=lib${library}.a
-        OUTPUT_VARIABLE ordinary OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
+    find_library(ordinary NAMES lib${library}.a NO_CACHE REQUIRED)
     execute_process(
         COMMAND ${CMAKE_NM} --defined-only --extern-only ${ordinary}
         OUTPUT_VARIABLE symbols ERROR_QUIET COMMAND_ERROR_IS_FATAL ANY)

@@ -25,7 +25,8 @@ vw_add_resources(Vaultwright)
 set(rooms ${VW_ROOMS})
 list(REVERSE rooms)
 target_link_libraries(Vaultwright PRIVATE ${rooms} vw_flags)
-target_link_options(Vaultwright PRIVATE -municode -Wl,--stack,8388608)
+vw_wide_entry(Vaultwright)
+vw_stack_size(Vaultwright 8388608)
 set_target_properties(Vaultwright PROPERTIES
     RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
 

@@ -15,8 +15,10 @@ function(vw_add_room name folder)
 endfunction()
 
 # It sets the guards that the protection of the others compares.
-set_source_files_properties(platform/StackGuard.cpp PROPERTIES
-    COMPILE_OPTIONS -fno-stack-protector)
+if(NOT MSVC)
+    set_source_files_properties(platform/StackGuard.cpp PROPERTIES
+        COMPILE_OPTIONS -fno-stack-protector)
+endif()
 
 vw_add_room(platform platform)
 vw_add_room(fsutil fsutil)

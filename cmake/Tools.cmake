@@ -6,7 +6,7 @@ function(vw_add_tool name)
     cmake_parse_arguments(PARSE_ARGV 1 tool "" "" "LIBRARIES")
     add_executable(${name} ${tool_UNPARSED_ARGUMENTS})
     target_link_libraries(${name} PRIVATE ${tool_LIBRARIES} vw_flags)
-    target_link_options(${name} PRIVATE -municode)
+    vw_wide_entry(${name})
     set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tools)
 endfunction()
 
