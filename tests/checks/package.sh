@@ -46,15 +46,40 @@ checkFiles() {
     (cd "$folder/first" && sha256sum --quiet -c SHA256SUMS) || fail 'SHA256SUMS'
 
     step='manifests'
-    local hash
+    local hash text
     hash=$(sha256sum <"$folder/first/$installer" | cut -d' ' -f1 | tr a-f A-F)
     grep -q "InstallerSha256: $hash" "$folder"/first/winget/*.installer.yaml || fail 'the checksum'
     grep -q "InstallerUrl: https://downloads.example/vaultwright/$installer$" \
         "$folder"/first/winget/*.installer.yaml || fail 'the address'
-    ! grep -n '@' "$folder"/first/winget/* || fail 'something is not filled in'
+    ! grep -n '@' "$folder"/first/winget/* "$folder"/first/scoop/* ||
+        fail 'something is not filled in'
+    yamllint --strict "$folder"/first/winget || fail 'winget'
+    python3 - "$folder/first" "$version" <<'PYTHON' || fail 'scoop or SPDX'
+import hashlib, json, pathlib, sys
+folder, version = pathlib.Path(sys.argv[1]), sys.argv[2]
+portable = folder / f'Vaultwright-{version}-portable.zip'
+digest = hashlib.sha256(portable.read_bytes()).hexdigest()
+package = json.loads((folder / 'scoop/vaultwright.json').read_text())['architecture']['64bit']
+assert package['hash'] == digest, package
+assert package['url'] == f'https://downloads.example/vaultwright/{portable.name}', package
+document = json.loads((folder / f'Vaultwright-{version}.spdx.json').read_text())
+known = {'SPDXRef-DOCUMENT'} | {part['SPDXID'] for kind in ('packages', 'files')
+                                for part in document[kind]}
+for relation in document['relationships']:
+    assert {relation['spdxElementId'], relation['relatedSpdxElement']} <= known, relation
+digests = {file['fileName']: file['checksums'][1]['checksumValue'] for file in document['files']}
+assert digests[f'./{portable.name}'] == digest, digests
+PYTHON
+
+    step='licences'
+    unzip -p "$folder/first/Vaultwright-$version-portable.zip" Vaultwright/LICENSE.txt \
+        >"$folder/a"
+    for text in 'Vaultwright team' CLI11 'Niels Lohmann' 'mingw-w64 project' 'GCC Runtime Library'; do
+        grep -q "$text" "$folder/a" || fail "LICENSE.txt does not name: $text"
+    done
 
     step='languages'
-    local text table
+    local table
     for table in Property LaunchCondition Shortcut; do
         LC_ALL=C.UTF-8 msiinfo export "$folder/first/$installer" "$table"
     done >"$folder/a"
