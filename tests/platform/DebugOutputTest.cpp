@@ -5,7 +5,7 @@
 #include <string>
 
 #include "platform/WindowsHeader.h"
-#include "tests/platform/ImportHook.h"
+#include "tests/support/ImportHook.h"
 
 namespace vw::test {
 namespace {

@@ -2,7 +2,7 @@
 #include <vector>
 
 #include "tests/platform/ApiFixture.h"
-#include "tests/platform/ImportHook.h"
+#include "tests/support/ImportHook.h"
 
 namespace vw::test {
 namespace {

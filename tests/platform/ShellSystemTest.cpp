@@ -2,7 +2,7 @@
 #include <string>
 
 #include "tests/platform/ApiFixture.h"
-#include "tests/platform/ImportHook.h"
+#include "tests/support/ImportHook.h"
 #include "tests/support/TempTree.h"
 
 namespace vw::test {

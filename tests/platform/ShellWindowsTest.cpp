@@ -1,6 +1,6 @@
 #include "tests/platform/ApiFixture.h"
-#include "tests/platform/ImportHook.h"
 #include "tests/platform/TestWindow.h"
+#include "tests/support/ImportHook.h"
 
 namespace vw::test {
 namespace {

@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "tests/platform/ImportHook.h"
 #include "tests/platform/TestWindow.h"
+#include "tests/support/ImportHook.h"
 
 namespace vw::test {
 namespace {

@@ -1,4 +1,4 @@
-#include "tests/platform/ImportHook.h"
+#include "tests/support/ImportHook.h"
 
 #include <gtest/gtest.h>
 

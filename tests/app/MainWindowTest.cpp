@@ -1,0 +1,197 @@
+// Steps of the main window whose effect a later step of a usual start hides, and the order in which
+// windows go.
+
+#include <gmock/gmock.h>
+
+#include <utility>
+
+#include "tests/app/ApplicationFixture.h"
+#include "tests/support/ImportHook.h"
+#include "ui/resource.h"
+
+namespace vw::test {
+namespace {
+
+using testing::Each;
+using testing::EndsWith;
+using testing::IsEmpty;
+
+/// Windows without the main one, which the tests load: the list that was asked for is missing.
+class MainWindowLoad : public App {
+  protected:
+    MainWindowLoad() {
+        Start(L"C:\\no such list.vwl");
+        EXPECT_EQ(world.errors.TakeOne().number, error_number::kListPathMissing);
+    }
+};
+
+TEST_F(MainWindowLoad, LogonStartIsOn_MarksItsEntry) {
+    logon.Set(L"anything");
+    Main().Load();
+    EXPECT_TRUE(Main().Menus().IsChecked(L"mnuOptions", 0));
+}
+
+TEST_F(MainWindowLoad, CountIsSet_FirstChangeOfItIsTheUsers) {
+    state.copiesCount = 4;
+    Main().Load();
+    EXPECT_EQ(Main().Text(L"lblBackages"), L"4");
+    EXPECT_FALSE(state.listModified);
+    Main().SetValue(L"vsBackages", 5);
+    EXPECT_TRUE(state.listModified);
+}
+
+TEST_F(MainWindowLoad, CountIsZero_FirstChangeOfItIsTheLists) {
+    state.copiesCount = 0;
+    Main().Load();
+    EXPECT_EQ(Main().Text(L"lblBackages"), L"0");
+    Main().SetValue(L"vsBackages", 5);
+    EXPECT_FALSE(state.listModified);
+    EXPECT_EQ(Main().Text(L"lblBackages"), L"5");
+}
+
+TEST_F(MainWindowLoad, BeforeAnyList_ShowsDriveCAndTheNameOfTheList) {
+    state.currentListPath = L"C:\\Lists\\Work.vwl";
+    Main().Load();
+    EXPECT_EQ(Main().Text(L"cmbDestination"), L"C:");
+    EXPECT_EQ(Main().Caption(), L"Vaultwright- مهمة نسخ يدوي [Work.vwl]");
+}
+
+TEST_F(MainWindowLoad, DialogFolder_IsMyDocumentsOnC) {
+    const std::wstring documents = L"C:\\My Documents";
+    ASSERT_TRUE(CreateDirectoryW(documents.c_str(), nullptr));
+    Main().Load();
+    RemoveDirectoryW(documents.c_str());
+    EXPECT_EQ(Windows().list.Dialog().defaultFolder, documents);
+}
+
+TEST_F(MainWindowLoad, DialogFolder_NoneOnC_IsMyDocumentsOnD) {
+    Main().Load();
+    EXPECT_EQ(Windows().list.Dialog().defaultFolder, L"D:\\My Documents");
+}
+
+// Until a drive was chosen, nothing is listed.
+TEST_F(MainWindowLoad, FirstChoiceOfADrive_ListsItsCopies) {
+    tree.File(drive.Backup() + L"\\Letter«0001».txt");
+    state.currentListPath = tree.Path(L"Work.vwl");
+    Main().Load();
+    Main().Choose(L"cmbDestination", drive.Name());
+    const HWND box = Main().Control(L"cmbDestination");
+    SendMessageW(Main().Handle(), WM_COMMAND, MAKEWPARAM(ID_cmbDestination, CBN_SELCHANGE),
+                 reinterpret_cast<LPARAM>(box));
+    Rethrow();
+    EXPECT_EQ(state.BackupTo, drive.Backup());
+    EXPECT_EQ(Main().List(L"lsvRestore1").Count(), 1);
+}
+
+TEST_F(App, Start_CopiesOfTheFirstItemAreShown) {
+    const std::wstring later = tree.File(L"Home\\Zebra.txt", "z");
+    WriteDefaultList({later, letter});
+    Start();
+    Choose(ID_mnuBackup);
+    Start();
+    ListView& items = Main().List(L"lsvRestore1");
+    ASSERT_EQ(items.Count(), 2);
+    EXPECT_EQ(items.SubItem(items.Selected(), L"Name"), L"Zebra");
+}
+
+std::vector<std::wstring> startedCommands;
+
+BOOL WINAPI NoteCommand(LPCWSTR, LPWSTR command, LPSECURITY_ATTRIBUTES, LPSECURITY_ATTRIBUTES, BOOL,
+                        DWORD, LPVOID, LPCWSTR, LPSTARTUPINFOW, LPPROCESS_INFORMATION) {
+    startedCommands.emplace_back(command);
+    return FALSE;
+}
+
+TEST_F(App, OpenItem_Rule_OpensItsFolder) {
+    tree.File(L"Rule\\a.txt");
+    WriteDefaultList({tree.Path(L"Rule\\*")});
+    Start();
+    startedCommands.clear();
+    const ImportHook hook("CreateProcessW", &NoteCommand);
+    Choose(ID_mnuOpen);
+    static_cast<void>(world.errors.Take());
+    ASSERT_EQ(startedCommands.size(), 1U);
+    EXPECT_THAT(startedCommands[0], EndsWith(L" " + tree.Path(L"Rule\\")));
+}
+
+// A cancelled run gives nothing back itself.
+TEST_F(App, BackupNow_CancelledWithoutItsDialog_DialogGoes) {
+    WriteDefaultList({letter});
+    Start();
+    world.pump.Restart();
+    int shown = 0;
+    world.pump.AtEachYield([&] {
+        if (!Windows().frmBusyDialog.Window().IsVisible()) return;
+        ++shown;
+        state.cancelRequested = true;
+    });
+    Choose(ID_mnuBackup);
+    EXPECT_GT(shown, 0);
+    EXPECT_FALSE(Windows().frmBusyDialog.Window().IsLoaded());
+    EXPECT_TRUE(Main().IsFormEnabled());
+}
+
+TEST_F(App, BackupNow_AfterACancel_BacksUp) {
+    WriteDefaultList({letter});
+    Start();
+    state.cancelRequested = true;
+    Choose(ID_mnuBackup);
+    EXPECT_TRUE(Exists(drive.Backup() + L"\\Letter«0001».txt"));
+}
+
+TEST_F(App, Exit_DuringARun_BusyDialogGoesBeforeTheListIsSaved) {
+    WriteDefaultList({letter});
+    Start();
+    Windows().frmTrayIcon.Load();
+    world.pump.Restart();
+    std::vector<bool> busy;
+    bool left = false;
+    world.pump.AtEachYield([&] {
+        if (!Windows().frmBusyDialog.Window().IsLoaded() || std::exchange(left, true)) return;
+        Main().SetValue(L"vsBackages", 7);
+        world.files.OnOperation([&](const FileOperation& operation) {
+            if (operation.call != FileCall::Write) return;
+            if (operation.path != state.temporaryListPath) return;
+            busy.push_back(Windows().frmBusyDialog.Window().IsLoaded());
+        });
+        SendMessageW(Windows().frmTrayIcon.Window().Handle(), WM_COMMAND, ID_mnuProp1Exit, 0);
+        if (const auto escaped = Windows().frmTrayIcon.TakeEscaped()) {
+            std::rethrow_exception(escaped);
+        }
+    });
+    EXPECT_THROW(Choose(ID_mnuBackup), ProgramEnded);
+    EXPECT_THAT(busy, testing::Not(IsEmpty()));
+    EXPECT_THAT(busy, Each(false));
+}
+
+TEST_F(App, SwitchLanguage_TakesTheIconAway) {
+    WriteDefaultList({letter});
+    Start();
+    Windows().frmTrayIcon.Load();
+    EXPECT_THROW(Choose(ID_mnuToolEnAr), ProgramEnded);
+    EXPECT_FALSE(Windows().frmTrayIcon.Window().IsLoaded());
+}
+
+TEST_F(App, EndOfTheSession_ListCannotBeSaved_NothingIsAsked) {
+    WriteDefaultList({letter});
+    Start();
+    Main().SetValue(L"vsBackages", 7);
+    bool silent = false;
+    world.files.OnOperation([&](const FileOperation& operation) {
+        if (operation.call != FileCall::Write) return;
+        silent = state.silentRun;
+        Raise(error_number::kPermissionDenied, operation.path);
+    });
+    EXPECT_NE(SendMessageW(Main().Handle(), WM_QUERYENDSESSION, 0, 0), 0);
+    EXPECT_THROW(
+        {
+            SendMessageW(Main().Handle(), WM_ENDSESSION, TRUE, 0);
+            Rethrow();
+        },
+        ProgramEnded);
+    EXPECT_TRUE(silent) << "a silent run shows no box";
+    EXPECT_EQ(world.errors.TakeOne().number, error_number::kPermissionDenied);
+}
+
+}  // namespace
+}  // namespace vw::test
