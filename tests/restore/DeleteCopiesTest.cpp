@@ -25,6 +25,43 @@ TEST_F(Restore, WithoutASelectionEveryCommandSaysSo) {
     browser.ListRestoreFiles();
     world.boxes.Expect(label);
     commands.mnuDelCopiesClick();
+    for (const BoxContent& box : world.boxes.Shown()) {
+        EXPECT_EQ(box.buttons, BoxButtons::Ok);
+        EXPECT_EQ(box.icon, BoxIcon::None);
+        EXPECT_TRUE(box.rightToLeft);
+    }
+}
+
+TEST_F(Restore, BothDeletions_AskWithTheGivenButtons) {
+    world.boxes.AnswerAll(BoxAnswer::No);
+    commands.mnuDelCopyClick();
+    commands.mnuDelCopiesClick();
+    ASSERT_EQ(world.boxes.Shown().size(), 2U);
+    for (const BoxContent& box : world.boxes.Shown()) ExpectGivenQuestion(box);
+}
+
+// A run of another process has rotated: under the name that the question is about is another copy.
+TEST_F(Restore, DeleteCopy_AnotherTookItsName_DeletesNothing) {
+    SelectCopy(L"N02");
+    world.boxes.Expect(L"[N02]", BoxAnswer::Yes);
+    world.boxes.OnBox([this] {
+        tree.File(vault + L"\\Report«0002».doc", "another", {2024, 1, 5, 9, 0, 0});
+    });
+    commands.mnuDelCopyClick();
+    EXPECT_EQ(world.errors.TakeOne().number, error_number::kFileNotFound);
+    EXPECT_EQ(ReadBytes(vault + L"\\Report«0002».doc"), "another");
+}
+
+TEST_F(Restore, DeleteAllCopies_AnotherTookAName_StopsThere) {
+    world.boxes.Expect(L"Report", BoxAnswer::Yes);
+    world.boxes.OnBox([this] {
+        tree.File(vault + L"\\Report«0002».doc", "another", {2024, 1, 5, 9, 0, 0});
+    });
+    commands.mnuDelCopiesClick();
+    EXPECT_EQ(world.errors.TakeOne().number, error_number::kFileNotFound);
+    EXPECT_FALSE(Exists(vault + L"\\Report«0003».doc"));
+    EXPECT_EQ(ReadBytes(vault + L"\\Report«0002».doc"), "another");
+    EXPECT_TRUE(Exists(vault + L"\\Report«0001».doc"));
 }
 
 TEST_F(Restore, DeletingOneOfSeveralCopiesListsTheCopiesAnew) {

@@ -20,11 +20,8 @@ TEST_F(Restore, OverwritesWithoutASafetyCopyWhatACopyHas) {
     EXPECT_EQ(ReadBytes(document), "state 2");
     EXPECT_EQ(ReadDate(document), MakeDate({2024, 1, 2, 9, 0, 0}));
     EXPECT_FALSE(HasSafety());
-    EXPECT_THAT(calls, ElementsAre(L"Restoring: " + document, L"BusyHide"));
-    const BoxContent box = world.boxes.Shown().at(0);
-    EXPECT_EQ(box.buttons, BoxButtons::YesNo);
-    EXPECT_TRUE(box.rightToLeft);
-    EXPECT_EQ(box.title, L"Vaultwright");
+    EXPECT_THAT(calls, ElementsAre(L"Restoring: " + document, L"BusyHide true"));
+    ExpectGivenQuestion(world.boxes.Shown().at(0));
     EXPECT_EQ(browser.Copies().SubItem(browser.Copies().Selected(), L"Name"), L"N02");
 }
 
@@ -125,6 +122,53 @@ TEST_F(Restore, AnUnknownPlaceIsAskedForInDocuments) {
         commands.mnuRestoreClick();
         EXPECT_EQ(dialogs.shown.back().initialFolder, L"C:\\My Documents");
     }
+}
+
+// A list view that is no table has no such column.
+TEST_F(Restore, LocationColumnIsEmpty_AsksInDocuments) {
+    BackUp(tree.Folder(L"Work") + L"\\");
+    browser.Items().SetStyle(ViewStyle::LargeIcons);
+    browser.ListRestoreFiles();
+    SelectItem(L"Work");
+    dialogs.Expect(std::nullopt);
+    commands.mnuRestoreClick();
+    ASSERT_EQ(dialogs.shown.size(), 1U);
+    EXPECT_EQ(dialogs.shown[0].initialFolder, L"C:\\My Documents");
+}
+
+TEST_F(Restore, ItemOfAnotherLocation_SafetyCopyHasItsNumber) {
+    const std::wstring other = tree.File(L"Other\\Report.doc", "other", {2024, 1, 1, 9, 0, 0});
+    BackUp(other);
+    browser.ListRestoreFiles();
+    browser.RestoredPath(other);
+    tree.File(L"Other\\Report.doc", "unsaved", {2024, 1, 9, 9, 0, 0});
+    world.boxes.Expect(kQuestion, BoxAnswer::Yes);
+    commands.mnuRestoreClick();
+    EXPECT_EQ(ReadBytes(other), "other");
+    EXPECT_EQ(ReadBytes(vault + L"\\Report«0121».doc"), "unsaved");
+    EXPECT_THAT(Labels(), ElementsAre(L"N01", L"U01"));
+}
+
+TEST_F(Restore, TypedNameInOtherLetterCase_IsKeptOnce) {
+    const std::size_t before = ReadTree(vault).size();
+    tree.File(L"Docs\\Report.doc", "unsaved", {2024, 1, 9, 9, 0, 0});
+    dialogs.Expect(tree.Path(L"Docs\\REPORT.DOC"));
+    world.boxes.Expect(kQuestion + tree.Path(L"Docs\\REPORT.DOC"), BoxAnswer::Yes);
+    SelectCopy(L"N03");
+    commands.mnuRestoreToClick();
+    EXPECT_EQ(ReadBytes(document), "state 1");
+    EXPECT_EQ(Safety(), "unsaved");
+    EXPECT_EQ(ReadTree(vault).size(), before + 2) << "one safety copy and its comment";
+}
+
+TEST_F(Restore, FileNamedAsTheTemporaryOne_IsLeftAlone) {
+    const std::wstring first = tree.File(L"Docs\\~vwr0.tmp", "somebody's");
+    SelectCopy(L"N02");
+    world.boxes.Expect(kQuestion, BoxAnswer::Yes);
+    commands.mnuRestoreClick();
+    EXPECT_EQ(ReadBytes(document), "state 2");
+    EXPECT_EQ(ReadBytes(first), "somebody's");
+    EXPECT_EQ(ReadTree(tree.Path(L"Docs")).size(), 2U);
 }
 
 TEST_F(Restore, FileOfARoot_ComesBackToTheRoot) {

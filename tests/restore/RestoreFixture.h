@@ -9,6 +9,16 @@ namespace vw::test {
 inline const std::wstring kQuestion =
     L"هل تريد بالتأكيد حذف الملف التالي واستبداله بالنسخة الاحتياطية:\r\n";
 
+/// Fails the test unless a question has the buttons that were given for it: neither an icon nor
+/// another default button.
+inline void ExpectGivenQuestion(const BoxContent& box) {
+    EXPECT_EQ(box.buttons, BoxButtons::YesNo);
+    EXPECT_EQ(box.icon, BoxIcon::None);
+    EXPECT_EQ(box.title, L"Vaultwright");
+    EXPECT_TRUE(box.rightToLeft);
+    EXPECT_FALSE(box.secondIsDefault);
+}
+
 /// Report.doc in three states, each backed up: N03 is the first, N01 the third, which stands.
 class Restore : public RestoreWorld {
   protected:

@@ -100,7 +100,9 @@ class RestoreWorld : public testing::Test, private RestoreHost, private RunHost 
         calls.push_back(std::wstring(title) + std::wstring(message));
         if (onMsg) onMsg();
     }
-    void BusyHide(bool) override { calls.emplace_back(L"BusyHide"); }
+    void BusyHide(bool pause) override {
+        calls.emplace_back(pause ? L"BusyHide true" : L"BusyHide false");
+    }
     [[nodiscard]] bool IsBusyShown() const override { return busyShown; }
     void Restoring(bool) override {}
 

@@ -33,7 +33,7 @@ TEST_F(Waiting, OfADeletionEndsWithIt) {
     commands.mnuDelCopyClick();
     EXPECT_THAT(report, ElementsAre(HasSubstr(L"Waiting")));
     EXPECT_THAT(Labels(), ElementsAre(L"N01", L"N03"));
-    EXPECT_THAT(calls, ElementsAre(L"BusyHide"));
+    EXPECT_THAT(calls, ElementsAre(L"BusyHide false"));
 }
 
 TEST_F(Waiting, OfADeletionOfAllCopiesEndsWithIt) {
@@ -41,7 +41,7 @@ TEST_F(Waiting, OfADeletionOfAllCopiesEndsWithIt) {
     commands.mnuDelCopiesClick();
     EXPECT_THAT(report, ElementsAre(HasSubstr(L"Waiting")));
     EXPECT_THAT(Items(), IsEmpty());
-    EXPECT_THAT(calls, ElementsAre(L"BusyHide"));
+    EXPECT_THAT(calls, ElementsAre(L"BusyHide false"));
 }
 
 // Who closes the dialog that waits means all of them.
