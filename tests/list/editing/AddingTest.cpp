@@ -89,6 +89,30 @@ TEST_F(Adding, TitlesOfFolderDialogs_DoNotStay) {
     }
 }
 
+TEST_F(Adding, LastItemRemoved_IsSavedBeforeTheLogonStartEnds) {
+    Drop({a});
+    calls.clear();
+    world.files.OnOperation([&](const FileOperation& operation) {
+        if (operation.path == state.temporaryListPath && operation.call == FileCall::Write) {
+            calls.emplace_back(L"save");
+        }
+    });
+    editing.DelItem();
+    EXPECT_THAT(calls, ElementsAre(L"save", L"startup off"));
+}
+
+TEST_F(Adding, ClearAll_IsSavedAfterTheLogonStartEnds) {
+    Drop({a, b});
+    calls.clear();
+    world.files.OnOperation([&](const FileOperation& operation) {
+        if (operation.path == state.temporaryListPath && operation.call == FileCall::Write) {
+            calls.emplace_back(L"save");
+        }
+    });
+    editing.mnuDelAllClick();
+    EXPECT_THAT(calls, ElementsAre(L"startup off", L"save"));
+}
+
 TEST_F(Adding, ClearAll_KeepsTheListAsOld) {
     Drop({a, b});
     const std::string before = Saved();

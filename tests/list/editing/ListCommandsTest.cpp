@@ -100,6 +100,20 @@ TEST_F(ListCommands, CancelledDialogsChangeNothing) {
     EXPECT_THAT(calls, IsEmpty());
 }
 
+TEST_F(ListCommands, NewAndOpenByDialog_SaveTheListThatTheyLeave) {
+    const std::wstring first = ListFile("");
+    list.GetList();
+    state.listModified = true;
+    dialogs.Expect(Path(L"New.vwl"));
+    list.FileNew(false);
+    EXPECT_EQ(ReadBytes(first), Expected({}));
+
+    state.listModified = true;
+    dialogs.Expect(first);
+    list.FileOpen();
+    EXPECT_EQ(ReadBytes(Path(L"New.vwl")), Expected({}));
+}
+
 TEST_F(ListCommands, ClosingWithoutSavingSavesNothing) {
     ListFile("BackupTo: D:\\Vault\r\n");
     list.GetList();
