@@ -1,0 +1,40 @@
+# shellcheck shell=bash disable=SC2034,SC2154  # scripts/bench reads and sets the variables
+# A folder copy put back to a new place, and over itself, against xcopy doing the same. A restored
+# file is written beside its place and renamed; xcopy writes into the place itself.
+title="a copy of $((folders * 20)) files of 4 KiB in $folders folders restored"
+sides=(new over xcopy-new xcopy-over)
+comparisons=('new xcopy-new 0.9' 'over xcopy-over 1.1')
+tool=$root/build/release/tools/EngineCall.exe
+
+make() {
+    makeTree "$data/tree" "$folders" 20 4096
+    mkdir "$data/vault" "$data/over" "$data/xcopy-over"
+    writeList "$data/list.vwl" "$data/vault" "$data/tree"
+    "$loader" "$program" /B "$(windowsPath "$data/list.vwl")" >/dev/null
+    copy=$(theCopy "$data/vault")
+    sameTree "$data/tree" "$copy"
+    cp -a "$data/tree" "$data/over/tree"
+    cp -a "$data/tree" "$data/xcopy-over/tree"
+}
+
+reset() {
+    if [[ $1 == *new ]]; then
+        rm -rf "${data:?}/$1"
+        mkdir "$data/$1"
+    fi
+    sync
+}
+
+commandOf() {
+    local place
+    place=$(windowsPath "$data/$1")
+    case $1 in
+        xcopy*) argv=("$loader" "$xcopy" "$(windowsPath "$copy")" "$place\\tree" /Y /E /I /Q) ;;
+        *) argv=("$loader" "$tool" restore "$(windowsPath "$copy")" "$place") ;;
+    esac
+}
+
+check() {
+    sameCount "$copy" "$data/$1/tree"
+    [[ $round -gt 0 ]] || sameTree "$copy" "$data/$1/tree"
+}
