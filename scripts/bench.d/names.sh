@@ -1,10 +1,10 @@
 # shellcheck shell=bash disable=SC2034,SC2154  # scripts/bench reads and sets the variables
-# All names below a folder changed to lower case, against a loop of ren at the prompt. Wine's ren takes
-# a name that differs in case only for an existing file, so it is given names that are others too, and
-# saves the second renaming that a change of case needs.
+# All names below a folder changed to lower case, against a loop of ren at the prompt. Wine's ren does
+# not change the case of a name alone, so the loop goes by way of another name, as the program does;
+# ren-once, which only gives other names, saves one of the two renamings.
 title="$((folders * 20)) files in $folders folders renamed to lower case"
-sides=(lower ren)
-comparisons=('lower ren 0.5')
+sides=(lower ren ren-once)
+comparisons=('lower ren 0.5' 'lower ren-once -')
 tool=$root/build/release/tools/EngineCall.exe
 
 make() {
@@ -14,14 +14,22 @@ make() {
         mkdir -p "$folder"
         (cd "$folder" && touch FILE{01..20}.TXT)
     done
-    {
-        printf '@echo off\r\ncd /d "%%~1"\r\n'
-        printf 'for /d %%%%d in (*) do (\r\n'
-        for number in {01..20}; do printf 'ren %%%%d\\FILE%s.TXT name%s.txt\r\n' "$number" "$number"; done
-        printf ')\r\nfor /l %%%%n in (1,1,%d) do call :folder %%%%n\r\ngoto :eof\r\n' "$folders"
-        printf ':folder\r\nset number=000%%1\r\n'
-        printf 'ren FOLDER%%number:~-4%% names%%number:~-4%%\r\n'
-    } >"$data/lower.bat"
+    renLoop 'file' >"$data/ren.bat"
+    renLoop '' >"$data/ren-once.bat"
+}
+
+# renLoop NAME: a batch file that renames everything in the folder of its argument to other names in
+# lower case, and then, unless NAME is empty, to NAME with the number.
+renLoop() {
+    local number
+    printf '@echo off\r\ncd /d "%%~1"\r\nfor /d %%%%d in (*) do (\r\n'
+    for number in {01..20}; do
+        printf 'ren %%%%d\\FILE%s.TXT other%s.txt\r\n' "$number" "$number"
+        [[ -z $1 ]] || printf 'ren %%%%d\\other%s.txt %s%s.txt\r\n' "$number" "$1" "$number"
+    done
+    printf ')\r\nfor /l %%%%n in (1,1,%d) do call :folder %%%%n\r\ngoto :eof\r\n' "$folders"
+    printf ':folder\r\nset number=000%%1\r\nren FOLDER%%number:~-4%% others%%number:~-4%%\r\n'
+    [[ -z $1 ]] || printf 'ren others%%number:~-4%% folder%%number:~-4%%\r\n'
 }
 
 reset() {
@@ -31,16 +39,15 @@ reset() {
 }
 
 commandOf() {
+    local work
+    work=$(windowsPath "$data/work")
     case $1 in
-        lower) argv=("$loader" "$tool" lower "$(windowsPath "$data/work")") ;;
-        ren)
-            argv=("$loader" "$cmd" /c "$(windowsPath "$data/lower.bat")" "$(windowsPath "$data/work")")
-            ;;
+        lower) argv=("$loader" "$tool" lower "$work") ;;
+        *) argv=("$loader" "$cmd" /c "$(windowsPath "$data/$1.bat")" "$work") ;;
     esac
 }
 
 check() {
-    [[ $(find "$data/work" -name '*[A-Z]*' -not -name work | wc -l) -eq 0 ]] ||
-        fail 'a name was left out'
+    [[ $(find "$data/work" -name '*[A-Z]*' | wc -l) -eq 0 ]] || fail 'a name was left out'
     [[ $(countFiles "$data/work") -eq $((folders * 20)) ]] || fail 'files are missing'
 }
