@@ -62,7 +62,8 @@ failCalls() {
 takeDiskCalls /world/
 prepareFolder
 failCalls none $((points / 3))
-failCalls full $((points - points / 3))
+failCalls incomplete $((points / 4))
+failCalls full $((points - points / 3 - points / 4))
 
 echo "$points points tried, $failed calls failed (FAULT_SEED=${FAULT_SEED:-1}), $failures failures"
 [[ $failures -eq 0 && $failed -gt $((points / 2)) ]]

@@ -182,10 +182,14 @@ killServers() {
 prepare
 serverFirst=$((serverPoints / 3))
 killServers none "$serverFirst"
-killServers full "$((serverPoints - serverFirst))"
+serverCompletions=$((serverPoints / 4))
+killServers incomplete "$serverCompletions"
+killServers full "$((serverPoints - serverFirst - serverCompletions))"
 programFirst=$(((points - serverPoints) / 3))
 killPrograms none "$programFirst"
-killPrograms full "$((points - serverPoints - programFirst))"
+completions=$(((points - serverPoints) / 4))
+killPrograms incomplete "$completions"
+killPrograms full "$((points - serverPoints - programFirst - completions))"
 
 echo "$points points tried, $killed kills (KILL_SEED=${KILL_SEED:-1}), $failures failures"
 [[ $failures -eq 0 && $killed -gt $((points / 2)) ]]

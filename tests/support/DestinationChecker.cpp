@@ -94,7 +94,7 @@ std::wstring DigitsOf(Date date) {
 DestinationChecker::DestinationChecker(std::wstring destination)
     : destination_(std::move(destination)) {}
 
-void DestinationChecker::Learn(std::wstring_view item) {
+DestinationChecker::Item& DestinationChecker::Known(std::wstring_view item) {
     const bool isRule = item.ends_with(L"\\*");
     const std::wstring path(isRule ? item.substr(0, item.size() - 2) : item);
     auto found = std::ranges::find_if(
@@ -106,7 +106,13 @@ void DestinationChecker::Learn(std::wstring_view item) {
                           .states = {}});
         found = items_.end() - 1;
     }
-    std::wstring onDisk = path;
+    return *found;
+}
+
+void DestinationChecker::Learn(std::wstring_view item) {
+    Item& known = Known(item);
+    const bool isRule = item.ends_with(L"\\*");
+    std::wstring onDisk = known.path;
     while (onDisk.ends_with(L'\\')) onDisk.pop_back();
     if (!Exists(onDisk)) return;
     State state{.content = ContentOf(onDisk, isRule)};
@@ -114,7 +120,11 @@ void DestinationChecker::Learn(std::wstring_view item) {
     for (const auto& [name, node] : ContentOf(onDisk, false)) {
         if (!node.isFolder) state.newest = std::max(state.newest, node.date);
     }
-    found->states.push_back(std::move(state));
+    known.states.push_back(std::move(state));
+}
+
+void DestinationChecker::LearnState(std::wstring_view item, Tree content, Date newest) {
+    Known(item).states.push_back({.content = std::move(content), .newest = newest});
 }
 
 void DestinationChecker::LearnAll(const std::vector<std::wstring>& items) {

@@ -27,6 +27,10 @@ class DestinationChecker {
     void Learn(std::wstring_view item);
     void LearnAll(const std::vector<std::wstring>& items);
 
+    /// Keeps a state that the item need not have now: what stands below it; of a file the node "".
+    /// `newest` is the date that its comment states; 0 for any.
+    void LearnState(std::wstring_view item, Tree content, Date newest);
+
     /// Also allows copies without comments, and with numbers above 1, that are less than a state:
     /// what a cancel or an unreadable file left and later runs moved up.
     void AllowPartialOlderCopies() { allowsPartialOlder_ = true; }
@@ -47,6 +51,7 @@ class DestinationChecker {
     };
     struct Copy;
 
+    Item& Known(std::wstring_view item);
     static bool IsContainer(const std::wstring& path, const std::map<std::wstring, Copy>& copies);
     bool CheckCopy(const Copy& copy, std::map<std::wstring, std::wstring>& owners,
                    std::string& violations) const;

@@ -1,6 +1,5 @@
 #include "tests/system/KillWorld.h"
 
-#include "platform/Handle.h"
 #include "platform/Utf8.h"
 
 namespace vw::test {
@@ -25,7 +24,7 @@ TreeNode FileOfState(std::wstring_view name, std::size_t size, int state) {
 KillWorld::KillWorld(std::wstring folder, History history)
     : folder_(std::move(folder)),
       history_(history),
-      firstState_(history == History::Full ? kCopies + 1 : 1),
+      firstState_(history == History::None ? 1 : kCopies + 1),
       state_(firstState_),
       items_{
           {.line = L"Home\\Letter.txt", .entries = {}, .size = 200'000},
@@ -36,8 +35,19 @@ KillWorld::KillWorld(std::wstring folder, History history)
           {.line = L"Home\\Same.txt", .entries = {}, .size = 100, .changes = false},
           {.line = L"Home\\Notes\\*", .entries = {L"n.txt", L"o.txt"}, .size = 500},
           {.line = L"Home\\J.Smith\\README", .entries = {}, .size = 10},
+          {.line = L"Home\\J.Smith\\Docs\\",
+           .entries = {L"e.txt", L"Sub\\", L"Sub\\f.txt"},
+           .size = 40},
+          {.line = L"Home\\Data.old\\",
+           .entries = {L"g.txt", L"Docs\\", L"Docs\\h.txt"},
+           .size = 60},
           {.line = L"Home\\Old\\Letter.txt", .entries = {}, .size = 3'000, .location = 1},
-      } {}
+      } {
+    if (history != History::Incomplete) return;
+    Item& docs = items_[1];
+    docs.lacksFiles = true;
+    docs.changes = false;
+}
 
 void KillWorld::Prepare() {
     disk_.Remove(folder_);
@@ -55,24 +65,29 @@ void KillWorld::Prepare() {
         const std::vector<int> before = StatesBefore();
         for (std::size_t i = 0; i < before.size(); ++i) {
             const int number = static_cast<int>(i) + 1;
-            Write(Vault() + L"\\" + CopyName(item, number), Content(item, before[i]));
+            Write(Vault() + L"\\" + CopyName(item, number), StoredContent(item, number, before[i]));
         }
         if (!before.empty()) {
             disk_.File(Vault() + L"\\" + CopyName(item, 1) + L".vwc",
-                       Comment(item, before.front()));
+                       Comment(item, before.front()) + (item.lacksFiles ? kIncompleteMark : ""));
         }
     }
+}
+
+// What the copy of a state held after the earlier runs.
+Tree KillWorld::StoredContent(const Item& item, int number, int state) const {
+    Tree content = Content(item, state);
+    if (number > 1 || !item.lacksFiles) return content;
+    for (const wchar_t* const file : {L"b", L"Sub\\c.txt", L"Sub\\Deeper\\d.txt"}) {
+        content.erase(file);
+    }
+    content.erase(L"Sub\\Deeper");
+    return content;
 }
 
 void KillWorld::ChangeSources() {
     ++state_;
     for (const Item& item : items_) Write(Source(item), Content(item, NewestState(item)));
-}
-
-bool KillWorld::RunHasBegun() const {
-    WIN32_FIND_DATAW entry{};
-    const FindHandle find(FindFirstFileW((Vault() + L"\\*.vw*-*").c_str(), &entry));
-    return static_cast<bool>(find);
 }
 
 bool KillWorld::IsFolder(const Item& item) { return !item.entries.empty(); }
@@ -121,7 +136,7 @@ std::wstring KillWorld::CopyName(const Item& item, int number) const {
 // Its own states begin with that of copy 1, so that the run finds it unchanged.
 int KillWorld::NewestState(const Item& item) const {
     if (item.changes) return state_;
-    return history_ == History::Full ? kCopies : 1;
+    return history_ == History::None ? 1 : kCopies;
 }
 
 std::vector<int> KillWorld::StatesBefore() const {

@@ -18,8 +18,9 @@ namespace vw::test {
 class KillWorld {
   public:
     enum class History {
-        None,  ///< the first run: there are no copies yet
-        Full,  ///< as many copies as are kept, so that each new one drives an old one out
+        None,        ///< the first run: there are no copies yet
+        Full,        ///< as many copies as are kept, so that each new one drives an old one out
+        Incomplete,  ///< the same, but of one folder copy 1 misses files that the next run adds
     };
 
     /// `folder`: an absolute path for the world alone; whatever stood there is replaced by Prepare.
@@ -33,9 +34,6 @@ class KillWorld {
 
     [[nodiscard]] std::wstring List() const { return folder_ + L"\\List.vwl"; }
     [[nodiscard]] std::wstring Vault() const { return folder_ + L"\\Vault"; }
-
-    /// Whether anything in the vault is not as Prepare left it.
-    [[nodiscard]] bool RunHasBegun() const;
 
     /// What is wrong in the vault after a kill, one line each: a copy that is not whole, an old
     /// copy that is gone beyond the rotation that was due, a comment beside the wrong copy, an
@@ -53,6 +51,8 @@ class KillWorld {
 
   private:
     static constexpr int kCopies = 3;  ///< how many the list keeps of each item
+    /// The line of a comment whose copy misses files.
+    static constexpr const char* kIncompleteMark = "Incomplete\r\n";
 
     /// One line of the list.
     struct Item {
@@ -61,6 +61,7 @@ class KillWorld {
         std::size_t size = 0;               ///< of each of its files
         int location = 0;
         bool changes = true;
+        bool lacksFiles = false;  ///< copy 1 of the earlier runs does, and is marked
 
         bool newStands = false;  ///< after the kill: the new copy is ready or in its place
         bool isPartial = false;  ///< after the fault: without some of its files
@@ -74,6 +75,8 @@ class KillWorld {
     [[nodiscard]] int NewestState(const Item& item) const;
     [[nodiscard]] std::vector<int> StatesBefore() const;
     [[nodiscard]] int StateOf(const Item& item, const Tree& content) const;
+    [[nodiscard]] Tree StoredContent(const Item& item, int number, int state) const;
+    void CheckDestination(std::vector<std::wstring>& faults) const;
     [[nodiscard]] bool IsPartOfNewest(const Item& item, const Tree& content) const;
     void SettleLocations();
     [[nodiscard]] static bool IsWorkingEntry(const std::wstring& name);

@@ -2,6 +2,7 @@
 
 #include "fsutil/WorkingName.h"
 #include "platform/Utf8.h"
+#include "tests/support/DestinationChecker.h"
 #include "tests/system/KillWorld.h"
 
 namespace vw::test {
@@ -53,6 +54,7 @@ std::vector<std::wstring> KillWorld::AfterKill() {
     killedState_ = state_;
     CheckNames(vault, faults);
     for (Item& item : items_) CheckCopies(vault, item, faults);
+    CheckDestination(faults);
     return faults;
 }
 
@@ -70,7 +72,8 @@ void KillWorld::CheckCopies(const Tree& vault, Item& item,
         const Tree copy = PartOf(vault, name);
         if (copy.empty()) continue;
         int state = StateOf(item, copy);
-        if (state == 0 && mayBePartial_ && number == 1 && IsPartOfNewest(item, copy)) {
+        const bool mayLack = number == 1 && (mayBePartial_ || item.lacksFiles);
+        if (state == 0 && mayLack && IsPartOfNewest(item, copy)) {
             item.isPartial = true;
             state = newest;
         }
@@ -113,8 +116,11 @@ void KillWorld::CheckComment(const Tree& vault, const Item& item, int newest,
     if (newest != 0) {
         // A copy without some of its files is marked.
         std::string expected = Comment(item, newest);
-        if (item.isPartial) expected += "Incomplete\r\n";
-        if (!SameComment(vault, name, expected)) {
+        if (item.isPartial) expected += kIncompleteMark;
+        // The mark goes last, when the copy is whole already.
+        const bool isCompleted =
+            item.lacksFiles && SameComment(vault, name, expected + kIncompleteMark);
+        if (!isCompleted && !SameComment(vault, name, expected)) {
             faults.push_back(L"not the comment of its copy: " + name);
         }
         return;
@@ -130,6 +136,8 @@ void KillWorld::CheckComment(const Tree& vault, const Item& item, int newest,
 bool KillWorld::IsWorkingEntry(const std::wstring& name) {
     return name.find(L".vwnew-") != std::wstring::npos ||
            name.find(L".vwready-") != std::wstring::npos ||
+           name.find(L".vwpart-") != std::wstring::npos ||
+           name.find(L".vwcut-") != std::wstring::npos ||
            name.find(L".vwold-") != std::wstring::npos ||
            name.find(kLockFileName) != std::wstring::npos;
 }
@@ -168,8 +176,25 @@ void KillWorld::CheckNames(const Tree& vault, std::vector<std::wstring>& faults)
     }
 }
 
+// The checker of destinations knows nothing of this model, nor this model of it.
+void KillWorld::CheckDestination(std::vector<std::wstring>& faults) const {
+    DestinationChecker checker(Vault());
+    for (const Item& item : items_) {
+        for (int state = 1; state <= NewestState(item); ++state) {
+            Tree content = Content(item, state);
+            if (IsFolder(item)) content.erase(L"");
+            checker.LearnState(folder_ + L"\\" + item.line, std::move(content),
+                               MakeDate({2024, 1, state, 12, 0, 0}));
+        }
+        if (item.isPartial) checker.AllowPartialOlderCopies();
+    }
+    const std::string violations = checker.Violations();
+    if (!violations.empty()) faults.push_back(FromUtf8(violations));
+}
+
 std::vector<std::wstring> KillWorld::AfterNextRun() const {
     std::vector<std::wstring> faults;
+    CheckDestination(faults);
     Tree vault = ReadTree(Vault());
     Tree expected;
     for (const Item& item : items_) {

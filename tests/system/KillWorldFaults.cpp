@@ -10,7 +10,7 @@ std::vector<std::wstring> KillWorld::AfterFault(int exitCode, std::wstring_view 
     std::vector<std::wstring> faults = AfterKill();
     mayBePartial_ = false;
     const auto done = std::count_if(items_.begin(), items_.end(), [&](const Item& item) {
-        return !IsDue(item) || (item.newStands && !item.isPartial);
+        return (!IsDue(item) || item.newStands) && !item.isPartial;
     });
     // The console program writes "error: path: reason"; its error number is its exit code.
     const bool isConsole = reports.starts_with(L"error: ");
@@ -47,7 +47,7 @@ std::vector<std::wstring> KillWorld::AfterFault(int exitCode, std::wstring_view 
 // Of two files of one name, the first that is stored at all gets the first location number: when
 // the copy of the first one failed, the other one has it.
 void KillWorld::SettleLocations() {
-    if (history_ == History::Full) return;
+    if (history_ != History::None) return;
     Item& first = items_.front();
     Item& second = items_.back();
     const std::wstring copy = Vault() + L"\\" + CopyName(first, 1);

@@ -5,35 +5,43 @@
 #include <algorithm>
 #include <random>
 
+#include "platform/Handle.h"
 #include "platform/Utf8.h"
+#include "tests/support/DestinationChecker.h"
 #include "tests/system/KillWorld.h"
 #include "tests/system/ProgramCopy.h"
 
 namespace vw::test {
 namespace {
 
+bool HasWorkingEntry(const std::wstring& destination) {
+    WIN32_FIND_DATAW entry{};
+    const FindHandle find(FindFirstFileW((destination + L"\\*.vw*-*").c_str(), &entry));
+    return static_cast<bool>(find);
+}
+
 class KilledRun : public SystemTest {
   protected:
+    /// Kills a run of a list at a moment that chance chooses, counted from when it has begun.
+    void KillOne(const std::wstring& list, const std::wstring& destination) {
+        ProgramRun run(program.With(L"/B " + list));
+        while (!run.HasEnded() && !HasWorkingEntry(destination)) Sleep(1);
+        moment = std::uniform_int_distribution<DWORD>(0, longest_)(random_);
+        const ULONGLONG start = GetTickCount64();
+        while (!run.HasEnded() && GetTickCount64() - start < moment) Sleep(1);
+        const bool ended = run.HasEnded();
+        // The next moments are spread over the time that this run took to its end.
+        if (ended) longest_ = static_cast<DWORD>(GetTickCount64() - start) + 1;
+        if (!ended) longest_ = std::max(longest_, moment + moment / 4);
+        run.Terminate();
+        killed += ended ? 0 : 1;
+    }
     /// Kills `points` runs at moments spread by chance over the time that the run needs.
     void KillsRuns(KillWorld::History history, int points) {
         KillWorld world(program.tree.Path(L"World"), history);
-        std::mt19937 random(std::random_device{}());
-        DWORD longest = 40;
-        int killed = 0;
         for (int point = 0; point < points; ++point) {
             world.Prepare();
-            ProgramRun run(program.With(L"/B " + world.List()));
-            while (!run.HasEnded() && !world.RunHasBegun()) Sleep(1);
-            const DWORD moment = std::uniform_int_distribution<DWORD>(0, longest)(random);
-            const ULONGLONG start = GetTickCount64();
-            while (!run.HasEnded() && GetTickCount64() - start < moment) Sleep(1);
-            const bool ended = run.HasEnded();
-            // The next moments are spread over the time that this run took to its end.
-            if (ended) longest = static_cast<DWORD>(GetTickCount64() - start) + 1;
-            if (!ended) longest = std::max(longest, moment + moment / 4);
-            run.Terminate();
-            killed += ended ? 0 : 1;
-
+            KillOne(world.List(), world.Vault());
             std::vector<std::wstring> faults = world.AfterKill();
             if (point % 3 == 0) world.ChangeSources();
             RunsTo(0, L"/B " + world.List());
@@ -47,14 +55,57 @@ class KilledRun : public SystemTest {
         RecordProperty("killed", killed);
         EXPECT_GT(killed, 0) << "every run was faster than the test";
     }
+
+    int killed = 0;
+    DWORD moment = 0;  ///< of the last kill, in milliseconds
+
+  private:
+    std::mt19937 random_{std::random_device{}()};
+    DWORD longest_ = 40;
 };
 
 TEST_F(KilledRun, OfAFirstBackupLosesNothing) { KillsRuns(KillWorld::History::None, 15); }
 
 TEST_F(KilledRun, OfALaterBackupLosesNothing) { KillsRuns(KillWorld::History::Full, 15); }
 
+TEST_F(KilledRun, OfACompletionLosesNothing) { KillsRuns(KillWorld::History::Incomplete, 10); }
+
+// The names of all these items meet in the destination, so that one of them is refused.
+TEST_F(KilledRun, OverNamesThatMeet_KeepsEveryCommentWithItsCopy) {
+    const std::vector<std::wstring> files{
+        L"A\\R.doc",           L"B\\R.doc",          L"Data.old\\y.txt", L"Data.old\\Data\\x.txt",
+        L"X.old\\Data\\z.txt", L"j.smith\\D\\d.txt", L"j.smith\\README"};
+    std::vector<std::wstring> items;
+    for (const wchar_t* const item : {L"A\\R.doc", L"B\\R.doc", L"Data.old\\", L"X.old\\Data\\",
+                                      L"j.smith\\D\\", L"j.smith\\README"}) {
+        items.push_back(program.tree.Path(item));
+    }
+    std::vector<std::wstring> lines{L"BackupTo: " + vault, L"Backages: 3"};
+    lines.insert(lines.end(), items.begin(), items.end());
+    const std::wstring list = program.List(L"Meeting.vwl", lines);
+    DestinationChecker checker(vault);
+    for (int point = 0; point < 12; ++point) {
+        for (const std::wstring& file : files) {
+            program.tree.File(file, std::to_string(point) + " of " + ToUtf8(file),
+                              {2024, 1, point + 1, 12, 0, 0});
+        }
+        checker.LearnAll(items);
+        KillOne(list, vault);
+        SCOPED_TRACE("killed " + std::to_string(moment) + " ms after it began");
+        EXPECT_EQ(checker.Violations(), "");
+        RunsTo(75, L"/B " + list);
+        EXPECT_EQ(checker.Violations(), "");
+        for (const std::wstring& entry : InVault()) {
+            EXPECT_NE(entry.find(L"«0"), std::wstring::npos) << ToUtf8(entry) << " is left over";
+        }
+        if (HasFailure()) return;
+    }
+    EXPECT_GT(killed, 0) << "every run was faster than the test";
+}
+
 TEST_F(KilledRun, TheWorldItselfIsBackedUpAsItExpects) {
-    for (const KillWorld::History history : {KillWorld::History::None, KillWorld::History::Full}) {
+    for (const KillWorld::History history :
+         {KillWorld::History::None, KillWorld::History::Full, KillWorld::History::Incomplete}) {
         KillWorld world(program.tree.Path(L"World"), history);
         world.Prepare();
         EXPECT_THAT(world.AfterKill(), testing::IsEmpty());

@@ -9,6 +9,7 @@
 #include <iostream>
 #include <random>
 
+#include "tests/support/DestinationChecker.h"
 #include "tests/support/Histories.h"
 #include "tests/windows/DrivenProgram.h"
 #include "tests/windows/WorkFolder.h"
@@ -75,8 +76,6 @@ TEST_F(KilledRestore, SoakLosesNeitherTheFileNorItsSafetyCopy) {
 }
 
 TEST_F(KilledRestore, SoakOfAFolderLosesNoFileAndIsDoneByTheNextRestore) {
-    WorkFolder work(program.tree, program.tree.Path(L"Home"), Vault(), 300000);
-    WriteDefaultList({work.Path() + L"\\"});
     const auto histories = Histories::Usually(4);
     int restored = 0;
     int half = 0;
@@ -84,7 +83,13 @@ TEST_F(KilledRestore, SoakOfAFolderLosesNoFileAndIsDoneByTheNextRestore) {
     for (unsigned seed = histories.first; seed != histories.End() && !HasFailure(); ++seed) {
         SCOPED_TRACE("seed " + std::to_string(seed));
         std::mt19937 random(seed);
+        WorkFolder work(program.tree, program.tree.Path(seed % 4 < 2 ? L"Home" : L"j.smith"),
+                        Vault(), 300000);
+        WriteDefaultList({work.Path() + L"\\"});
         work.Prepare();
+        DestinationChecker checker(Vault());
+        checker.Learn(work.Path() + L"\\");
+        checker.LearnState(work.Path() + L"\\", ReadTree(work.Copy(1)), 0);
         // Half of them in the middle of the folder.
         if (seed % 2 != 0) {
             KillIn(60000, random);
@@ -92,11 +97,13 @@ TEST_F(KilledRestore, SoakOfAFolderLosesNoFileAndIsDoneByTheNextRestore) {
             KillIn(20000, random, [&] { return work.HasSafetyCopy(); });
         }
         work.Judge(true);
+        EXPECT_EQ(checker.Violations(), "");
         EXPECT_TRUE(!work.HasSafetyCopy() || work.HasWholeSafetyCopy()) << "half a safety copy";
         if (work.HasSafetyCopy()) ++kept;
         if (work.IsTouched()) ++(work.IsRestored() ? restored : half);
-        if (seed % 4 > 1) continue;
+        if (seed % 8 > 3) continue;
         // The user starts it again, and tries again over what the kill left.
+        checker.Learn(work.Path() + L"\\");
         DrivenProgram window(program.With(L""));
         window.Begin(ID_mnuRestore);
         window.AnswerBox(work.Path(), IDYES);
@@ -104,6 +111,7 @@ TEST_F(KilledRestore, SoakOfAFolderLosesNoFileAndIsDoneByTheNextRestore) {
         window.WaitUntilReady();
         window.Close();
         work.Judge(true);
+        EXPECT_EQ(checker.Violations(), "");
         EXPECT_TRUE(work.HasWholeSafetyCopy());
         EXPECT_TRUE(work.IsRestored()) << "the next restore";
     }

@@ -39,7 +39,11 @@ class WorkFolder {
     [[nodiscard]] std::wstring Path() const { return home_ + L"\\Work"; }
     /// The place of the copy of this number; 21 is that of the first safety copy.
     [[nodiscard]] std::wstring Copy(int number) const {
-        return vault_ + L"\\Work«00" + (number < 10 ? L"0" : L"") + std::to_wstring(number) + L"»";
+        const std::wstring path = Path();
+        // Below a folder with a point in its name a copy lies in folders of its own.
+        const std::size_t point = path.rfind(L'.');
+        return vault_ + L"\\Work«00" + (number < 10 ? L"0" : L"") + std::to_wstring(number) + L"»" +
+               (point == path.npos ? L"" : path.substr(point));
     }
     /// Whether all of it is; what a process left that was killed does not count.
     [[nodiscard]] bool IsRestored() const {

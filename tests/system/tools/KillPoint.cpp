@@ -1,8 +1,8 @@
-// kill_point prepare FOLDER none|full: makes a world for a run that will be killed.
-// kill_point check FOLDER none|full PROGRAM [changed]: looks at the world after the kill, lets the
+// kill_point prepare FOLDER none|full|incomplete: makes a world for a run that will be killed.
+// kill_point check FOLDER HISTORY PROGRAM [changed]: looks at the world after the kill, lets the
 // program run to its end (after a further change of the sources), looks again, and makes the world
 // anew for the next kill.
-// kill_point fault FOLDER none|full PROGRAM EXIT_CODE REPORTS [changed]: the same after a run that
+// kill_point fault FOLDER HISTORY PROGRAM EXIT_CODE REPORTS [changed]: the same after a run that
 // met a failing call; REPORTS is the file of what it wrote to its standard error.
 // kill_point run REPORTS PROGRAM ARGUMENTS: lets the program run to its end, answers its boxes, and
 // ends with its exit code; REPORTS is the file for what it writes to its standard error.
@@ -42,6 +42,11 @@ bool Check(KillWorld& world, std::wstring_view program, int faults, bool changed
     return faults == 0;
 }
 
+KillWorld::History HistoryOf(std::wstring_view name) {
+    if (name == L"full") return KillWorld::History::Full;
+    return name == L"incomplete" ? KillWorld::History::Incomplete : KillWorld::History::None;
+}
+
 int RunToItsEnd(std::wstring_view reports, const ProgramStart& start) {
     ProgramRun run(start);
     const DWORD code = run.WaitForEnd();
@@ -68,9 +73,7 @@ int wmain(int count, wchar_t** arguments) try {
         std::puts("usage: see the head of this tool's source");
         return 2;
     }
-    const auto history = arguments[3] == std::wstring_view(L"full") ? KillWorld::History::Full
-                                                                    : KillWorld::History::None;
-    KillWorld world(arguments[2], history);
+    KillWorld world(arguments[2], vw::test::HistoryOf(arguments[3]));
     int faults = 0;
     if (isCheck) faults = Tell("after the kill", world.AfterKill());
     if (isFault) {
