@@ -27,6 +27,25 @@ std::wstring FreeName(FileSystem& files, const std::wstring& folder) {
     }
 }
 
+// A failed copy call names what it was to copy. The disk of the target refuses it when it is full,
+// or when not even an empty file can be made beside the target.
+bool IsRefusedBeside(FileSystem& files, const std::wstring& target, const RuntimeError& error) {
+    if (error.Number() == error_number::kDiskFull) return true;
+    try {
+        const std::wstring probe = FreeName(files, MFileDosShell::CFileLocation(target));
+        files.Write(probe, {}, FileSystem::Flush::No);
+        files.EraseFile(probe);
+        return false;
+    } catch (const RuntimeError&) {
+        return true;
+    }
+}
+
+// The error with another path that the user has to look at.
+RuntimeError WithPath(const RuntimeError& error, const std::wstring& path) {
+    return {error.Number(), error.Description(), path, error.Line(), error.SystemCode()};
+}
+
 }  // namespace
 
 void CPackage::Extract(std::wstring_view copyPath, std::wstring_view destinationFolder,
@@ -136,7 +155,12 @@ void CPackage::ExtractFile(const std::wstring& copy, const std::wstring& target,
     };
     static_cast<void>(replaces());
     const std::wstring aside = FreeName(system_.files, MFileDosShell::CFileLocation(target));
-    system_.files.Copy(copy, aside, duringCopy_);
+    try {
+        system_.files.Copy(copy, aside, duringCopy_);
+    } catch (const RuntimeError& error) {
+        if (error.Path() != aside && !IsRefusedBeside(system_.files, target, error)) throw;
+        throw WithPath(error, target);
+    }
     try {
         // The copy call may report success for a file that it cut short.
         const auto written = system_.files.Look(aside);
@@ -148,9 +172,10 @@ void CPackage::ExtractFile(const std::wstring& copy, const std::wstring& target,
             patience_.Perform([&] { system_.files.Move(aside, target); }, target);
         }
         if (system_.files.Look(aside)) Raise(error_number::kDeviceError, target);
-    } catch (const RuntimeError&) {
+    } catch (const RuntimeError& error) {
         Remove(aside);
-        throw;
+        if (error.Path() != aside) throw;
+        throw WithPath(error, target);
     }
 }
 
