@@ -79,8 +79,8 @@ void ShowFolder(Console& console, CPackage& engine, const std::wstring& folder,
         console.Try([&] {
             std::wstring place;
             if (!copy.commentOf.empty()) {
-                const auto comment = ReadStoredComment(console, copy.commentOf);
-                if (comment) place = comment->location;
+                const auto comment = CommentOf(console, copy.commentOf);
+                if (comment) place = comment->place;
             }
             if (IsOf(copy, place, item)) Show(console, engine, copy, place);
         });

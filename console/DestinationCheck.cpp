@@ -33,14 +33,14 @@ std::wstring_view WithoutCommentExtension(std::wstring_view name) {
 // The newest file of a folder copy may be missing in it: those below the sub-folders of a rule
 // count for the date and are not copied. A file in it that is newer was never part of it.
 void CheckComment(Console& console, const CopyEntry& copy, Findings& findings) {
-    const auto comment = ReadStoredComment(console, copy.path);
+    const auto comment = CommentOf(console, copy.path);
     const auto facts = console.system.files.Look(copy.path);
     if (!comment || !facts) return;
     if (comment->isIncomplete) {
         findings.Add(L"incomplete", copy.path, L"");
         return;
     }
-    const auto date = DateOf(*comment);
+    const auto date = comment->date;
     FileFacts stated = *facts;
     if (date) stated.lastWrite = *date;
     FileFacts own = *facts;

@@ -95,8 +95,8 @@ std::wstring OriginalOf(Console& console, const std::wstring& copy) {
     const DestinationView view(console, *StoreOf(copy));
     for (const ShownCopy& shown : CopiesIn(console, view)) {
         if (shown.path != copy || shown.commentOf.empty()) continue;
-        const auto comment = ReadStoredComment(console, shown.commentOf);
-        if (comment && !comment->location.empty()) return JoinPath(comment->location, shown.item);
+        const auto comment = CommentOf(console, shown.commentOf);
+        if (comment && !comment->place.empty()) return JoinPath(comment->place, shown.item);
     }
     RaiseWith(error_number::kFileNotFound,
               L"No comment says what the copy was made from; name what to compare it with", copy);

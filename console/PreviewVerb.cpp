@@ -112,7 +112,7 @@ class Previewer {
         };
         const std::wstring first = copyName(1);
         if (files.Look(first) && survey.HasDate(engine_.PackageDate(first))) {
-            const auto comment = ReadStoredComment(console_, first);
+            const auto comment = CommentOf(console_, first);
             if (!comment || !comment->isIncomplete) return {"unchanged", L""};
             return {"incomplete", L"copy 1 is completed"};
         }

@@ -8,17 +8,17 @@
 #include "console/MomentText.h"
 #include "console/SilentHost.h"
 #include "console/StoredCopies.h"
-#include "console/TreeComparison.h"
 #include "console/Verbs.h"
 #include "engine/CPackage.h"
 #include "engine/CopyName.h"
+#include "engine/TargetState.h"
 #include "fsutil/PathText.h"
 #include "fsutil/TreeWalk.h"
 #include "fsutil/TreeWork.h"
 #include "platform/RuntimeError.h"
 #include "platform/TextCase.h"
-#include "restore/CopiesIndex.h"
-#include "restore/SameContent.h"
+#include "restore/SafetyCopies.h"
+#include "restore/StoredCopyPath.h"
 
 namespace vw {
 namespace {
@@ -27,7 +27,6 @@ using MFileDosShell::CFileLocation;
 using MFileDosShell::CFileName;
 
 constexpr int kLastRotating = 20;
-constexpr int kHighestNumber = 99;  // more digits could not be read back from a name
 
 class Restorer {
   public:
@@ -63,58 +62,42 @@ class Restorer {
         // A run that was waited for may have moved it.
         if (!files.Look(copy)) Raise(error_number::kFileNotFound, copy);
         const std::wstring target = TargetOf(copy);
+        if (IsInStoredCopy(files, folder_, ItemNameOf(copy), store)) {
+            RaiseWith(error_number::kAccessError, L"This folder belongs to a stored copy", target);
+        }
         const bool exists = files.Look(target).has_value();
         if (exists && !overwrite_) {
             RaiseWith(error_number::kAlreadyExists, L"It exists already", target);
         }
+        const TargetState before =
+            exists ? TargetState(files, console_.system.pump, target) : TargetState();
         MakeFolders(files, folder_);
         if (exists) Keep(target, copy, store);
         date_ = engine_.PackageDate(copy);
-        engine_.Extract(copy, folder_, false);
+        engine_.Extract(copy, target, before);
     }
 
     // Nobody was asked, so only a copy with the same content keeps what will be overwritten;
     // without one a safety copy is made, as the window makes it.
     void Keep(const std::wstring& target, const std::wstring& copy, const std::wstring& store) {
-        FileSystem& files = console_.system.files;
         const std::vector<ShownCopy> all = CopiesIn(console_, DestinationView(console_, store));
         const auto own = std::ranges::find(all, copy, &ShownCopy::path);
         if (own == all.end()) Raise(error_number::kFileNotFound, copy);
-        int highest = 0;
+        SafetySeries series{store, own->location, {}};
         for (const ShownCopy& one : all) {
             if (one.item != own->item || one.location != own->location) continue;
-            if (HasContent(target, one.path)) return;
-            highest = std::max(highest, one.number);
+            series.copies.push_back({one.path, one.number});
         }
-        int number = NextSafetyNumber(highest);
-        const auto nameOf = [&] { return CFilePackageName(target, number, own->location, store); };
-        while (number <= kHighestNumber && files.Look(nameOf())) ++number;
-        if (number > kHighestNumber) {
-            RaiseWith(error_number::kOverflow, L"All numbers of safety copies are in use", target);
+        SafetyCopies copies(console_.system, console_.state, engine_);
+        switch (copies.Keep(target, SafetyCopies::Proof::Content, series,
+                            L"All numbers of safety copies are in use")) {
+            case SafetyCopies::Outcome::Kept:
+                return;
+            case SafetyCopies::Outcome::Cancelled:
+                Raise(error_number::kCancelled, target);
+            case SafetyCopies::Outcome::Failed:
+                Raise(error_number::kAccessError, target);
         }
-        MakeSafetyCopy(target, own->location, nameOf());
-    }
-
-    // One that did not become whole must not pass for a safety copy.
-    void MakeSafetyCopy(const std::wstring& target, int location, const std::wstring& name) {
-        FileSystem& files = console_.system.files;
-        const auto facts = files.Look(target);
-        const bool isFolder = facts && facts->isFolder;
-        engine_.BackupPath(target, static_cast<std::int16_t>(location), isFolder, isFolder, name);
-        const bool isCancelled = console_.state.cancelRequested;
-        if (!isCancelled && SameContent(files, target, name)) return;
-        if (files.Look(name)) engine_.DeleteCopy(name);
-        const std::wstring comment = CPackage::PackageCommentFile(name);
-        if (files.Look(comment)) files.EraseFile(comment);
-        Raise(isCancelled ? error_number::kCancelled : error_number::kAccessError, target);
-    }
-
-    [[nodiscard]] bool HasContent(const std::wstring& target, const std::wstring& copy) {
-        FileSystem& files = console_.system.files;
-        if (!SameContent(files, target, copy)) return false;
-        const auto facts = files.Look(target);
-        return facts && (facts->isFolder ||
-                         HasSameBytes(target, copy, facts->size, [] { Console::StopIfAsked(); }));
     }
 
     [[nodiscard]] std::wstring TargetOf(const std::wstring& copy) const {
@@ -123,8 +106,8 @@ class Restorer {
 
     void Show(const std::wstring& copy) {
         const std::wstring target = TargetOf(copy);
-        const auto comment = ReadStoredComment(console_, copy);
-        const bool isOwnDate = !comment || !DateOf(*comment);
+        const auto comment = CommentOf(console_, copy);
+        const bool isOwnDate = !comment || !comment->date;
         const bool isIncomplete = comment && comment->isIncomplete;
         console_.output.Line(L"restored: " + copy + L" -> " + target + L" (" + MomentText(date_) +
                              (isOwnDate ? L", the date of its files" : L"") +
@@ -153,8 +136,8 @@ std::wstring CopyAsOf(Console& console, CPackage& engine, const ConsoleItem& ite
     for (const ShownCopy& copy : CopiesIn(console, view)) {
         if (!EqualNoCase(copy.item, CFileName(item.path)) || copy.number > kLastRotating) continue;
         const auto comment =
-            copy.commentOf.empty() ? std::nullopt : ReadStoredComment(console, copy.commentOf);
-        const bool isOther = comment && !EqualNoCase(comment->location, CFileLocation(item.path));
+            copy.commentOf.empty() ? std::nullopt : CommentOf(console, copy.commentOf);
+        const bool isOther = comment && !EqualNoCase(comment->place, CFileLocation(item.path));
         if (isOther) continue;
         const Date date = engine.PackageDate(copy.path);
         if (date > asOf || (!found.empty() && date <= newest)) continue;

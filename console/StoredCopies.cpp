@@ -5,12 +5,9 @@
 
 #include "console/Console.h"
 #include "engine/CPackage.h"
-#include "engine/CommentLine.h"
 #include "engine/CopyName.h"
-#include "engine/NameEncoding.h"
 #include "fsutil/PathText.h"
 #include "fsutil/TreeWalk.h"
-#include "platform/AnsiCodec.h"
 #include "platform/RuntimeError.h"
 #include "platform/TextCase.h"
 #include "restore/CopiesIndex.h"
@@ -19,44 +16,14 @@
 namespace vw {
 namespace {
 
-constexpr std::wstring_view kIncompleteMark = L"Incomplete";
-
 auto KeyOf(const DestinationEntry& entry) {
     return std::tie(entry.name, entry.size, entry.lastWrite, entry.isFolder);
 }
 
-bool HasIncompleteLine(std::wstring_view text) {
-    const std::size_t end = text.find_first_of(L"\r\n");
-    if (end == text.npos) return false;
-    text.remove_prefix(std::min(text.find_first_not_of(L"\r\n", end), text.size()));
-    return EqualNoCase(text.substr(0, text.find_first_of(L"\r\n")), kIncompleteMark);
-}
-
 }  // namespace
 
-std::optional<StoredComment> ReadStoredComment(Console& console, std::wstring_view copyPath) {
-    const std::wstring file = CPackage::PackageCommentFile(copyPath);
-    const auto facts = console.system.files.Look(file);
-    if (!facts || facts->isFolder) return std::nullopt;
-    const AnsiCodec& ansi = console.system.ansi;
-    const std::wstring text = ansi.Decode(console.system.files.Read(file));
-    const std::wstring line = FirstLine(text);
-    StoredComment comment;
-    if (const auto date = CommentDateField(line)) comment.date = EnglishNameOrigin(*date, ansi);
-    if (const auto place = CommentLocationField(line)) {
-        comment.location = EnglishNameOrigin(*place, ansi);
-    }
-    comment.isIncomplete = HasIncompleteLine(text);
-    return comment;
-}
-
-std::optional<Date> DateOf(const StoredComment& comment) {
-    try {
-        if (!comment.date.empty()) return ReadCommentDate(comment.date);
-    } catch (const RuntimeError&) {
-        // A damaged date is no date.
-    }
-    return std::nullopt;
+std::optional<CopyComment> CommentOf(Console& console, std::wstring_view copyPath) {
+    return ReadCopyComment(console.system, copyPath, DamagedDate::LeaveOut);
 }
 
 DestinationView::DestinationView(Console& console, std::wstring_view folder)

@@ -1,12 +1,11 @@
 #pragma once
 
-#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "platform/Date.h"
+#include "engine/CopyComment.h"
 #include "platform/FileSystem.h"
 #include "restore/CopySeries.h"
 
@@ -14,19 +13,8 @@ namespace vw {
 
 class Console;
 
-/// A comment as it lies beside a copy.
-struct StoredComment {
-    std::wstring date;      ///< the field of its date; empty without one
-    std::wstring location;  ///< decoded; empty when the comment names none
-    bool isIncomplete = false;
-};
-
-/// The comment file's contents; nothing when there is no such file.
-[[nodiscard]] std::optional<StoredComment> ReadStoredComment(Console& console,
-                                                             std::wstring_view copyPath);
-
-/// The date that a comment states; nothing when it states none that can be read.
-[[nodiscard]] std::optional<Date> DateOf(const StoredComment& comment);
+/// The comment of a copy; nothing when it has none. A damaged date is no date.
+[[nodiscard]] std::optional<CopyComment> CommentOf(Console& console, std::wstring_view copyPath);
 
 /// An entry directly in a destination.
 struct DestinationEntry : FileFacts {

@@ -5,10 +5,12 @@
 #include "engine/NameEncoding.h"
 #include "platform/AnsiCodec.h"
 #include "platform/FileSystem.h"
+#include "platform/RuntimeError.h"
 
 namespace vw {
 
-std::optional<CopyComment> ReadCopyComment(System& system, std::wstring_view copyPath) {
+std::optional<CopyComment> ReadCopyComment(System& system, std::wstring_view copyPath,
+                                           DamagedDate damaged) {
     const std::wstring file = CPackage::PackageCommentFile(copyPath);
     const auto facts = system.files.Look(file);
     if (!facts || facts->isFolder) return std::nullopt;
@@ -17,7 +19,11 @@ std::optional<CopyComment> ReadCopyComment(System& system, std::wstring_view cop
     CopyComment comment;
     comment.isIncomplete = CompletenessOf(text) != Completeness::Whole;
     if (const auto field = CommentDateField(line)) {
-        comment.date = ReadCommentDate(EnglishNameOrigin(*field, system.ansi));
+        try {
+            comment.date = ReadCommentDate(EnglishNameOrigin(*field, system.ansi));
+        } catch (const RuntimeError&) {
+            if (damaged == DamagedDate::Raise) throw;
+        }
     }
     if (const auto field = CommentLocationField(line)) {
         comment.place = EnglishNameOrigin(*field, system.ansi);

@@ -16,9 +16,11 @@ struct CopyComment {
     bool isIncomplete = false;
 };
 
-/// Reads the comment of a copy; nothing when the copy has none. Raises what the disk cannot tell,
-/// and 5 for a date that is none.
-[[nodiscard]] std::optional<CopyComment> ReadCopyComment(System& system,
-                                                         std::wstring_view copyPath);
+/// What becomes of a date that is none: error 5, or a comment without a date.
+enum class DamagedDate { Raise, LeaveOut };
+
+/// Reads the comment of a copy; nothing when the copy has none. Raises what the disk cannot tell.
+[[nodiscard]] std::optional<CopyComment> ReadCopyComment(System& system, std::wstring_view copyPath,
+                                                         DamagedDate damaged = DamagedDate::Raise);
 
 }  // namespace vw

@@ -8,6 +8,7 @@
 #include "platform/System.h"
 #include "restore/ListedCopy.h"
 #include "restore/RestoreTexts.h"
+#include "restore/SafetyCopies.h"
 
 namespace vw {
 
@@ -57,9 +58,6 @@ class RestoreCommands {
         bool existed = false;  ///< whether the user was asked about something at `typed`
     };
 
-    /// How a copy that keeps what will be overwritten has to equal it.
-    enum class Proof { Date, Content };
-
     enum class Outcome { Done, Failed, Cancelled, Changed };
 
     // Restoring (Restoring.cpp).
@@ -69,13 +67,9 @@ class RestoreCommands {
     void RefuseStoredCopy(const Goal& goal, const std::wstring& folder);
     [[nodiscard]] bool MayReplace(const Goal& goal);
 
-    // Safety copies (SafetyCopies.cpp).
     [[nodiscard]] bool KeepForUndo(const Goal& goal, const Selection& selection);
-    [[nodiscard]] bool KeepForUndo(const std::wstring& path, Proof proof,
+    [[nodiscard]] bool KeepForUndo(const std::wstring& path, SafetyCopies::Proof proof,
                                    const Selection& selection);
-    [[nodiscard]] bool IsStored(const std::wstring& path, Proof proof, const Selection& selection);
-    [[nodiscard]] std::wstring FreeSafetyName(const std::wstring& path, const Selection& selection);
-    void RemovePartial(const std::wstring& copyName);
 
     // Deleting and opening (RestoreCommands.cpp).
     void DoDelCopy();

@@ -1,5 +1,4 @@
 #include "engine/CPackage.h"
-#include "engine/CopyName.h"
 #include "engine/TargetState.h"
 #include "fsutil/PathText.h"
 #include "fsutil/TreeWalk.h"
@@ -7,16 +6,16 @@
 #include "list/editing/Filter.h"
 #include "platform/ErrorTrap.h"
 #include "platform/FileSystem.h"
-#include "platform/Like.h"
 #include "platform/MsgBox.h"
 #include "platform/ProgramState.h"
 #include "platform/RuntimeError.h"
-#include "platform/SystemPath.h"
 #include "platform/TextCase.h"
 #include "restore/CopiesBrowser.h"
+#include "restore/CopiesIndex.h"
 #include "restore/RestoreCommands.h"
 #include "restore/RestoreHost.h"
 #include "restore/RestoreWork.h"
+#include "restore/StoredCopyPath.h"
 #include "ui/Form.h"
 
 // Restoring a copy. Nothing is overwritten before the user said so and a copy verifiably has it.
@@ -33,35 +32,6 @@ constexpr Procedure Named(std::wstring_view name) { return {name, L"Form", L"frm
 constexpr std::wstring_view kUnknown = L"??";
 constexpr std::wstring_view kUnknownFolder = L"C:\\My Documents";
 constexpr std::uint32_t kSaveFlags = 524294;  // explorer style, no read-only box, may overwrite
-
-// The folder that copies lie in on every drive.
-constexpr std::wstring_view kAnyCopyFolder = L"?:\\Backup";
-
-// A path without links, also one whose end does not exist yet.
-std::wstring RealPathOf(FileSystem& files, const std::wstring& path) {
-    std::wstring existing = path;
-    while (!files.Look(existing)) {
-        std::wstring parent = CFileLocation(existing);
-        if (parent.size() >= existing.size() || parent.empty()) return path;
-        existing = std::move(parent);
-    }
-    return files.RealPath(existing) + path.substr(existing.size());
-}
-
-// Whether a path is a stored copy or lies in one: an entry of a copy folder that is named so.
-bool IsInStoredCopy(const std::wstring& path, const std::wstring& copyFolder) {
-    for (std::size_t end = path.find(L'\\'); end != path.npos;) {
-        const std::wstring folder = path.substr(0, end);
-        const std::size_t next = path.find(L'\\', end + 1);
-        const std::wstring name = path.substr(end + 1, next == path.npos ? next : next - end - 1);
-        if (FindCopyMark(name) && (Like(UpperCase(folder), UpperCase(kAnyCopyFolder)) ||
-                                   EqualNoCase(folder, copyFolder))) {
-            return true;
-        }
-        end = next;
-    }
-    return false;
-}
 
 }  // namespace
 
@@ -131,13 +101,36 @@ std::optional<RestoreCommands::Goal> RestoreCommands::ChooseGoal(const Selection
 // A copy that is written into would no longer be what was backed up; one that is restored into
 // itself would never come to an end.
 void RestoreCommands::RefuseStoredCopy(const Goal& goal, const std::wstring& folder) {
-    const std::wstring name = CFileName(goal.target);
-    const std::wstring where = system_.files.FullPath(goal.folder);
-    if (IsInStoredCopy(JoinPath(where, name), folder) ||
-        IsInStoredCopy(JoinPath(RealPathOf(system_.files, where), name),
-                       RealPathOf(system_.files, folder))) {
+    if (IsInStoredCopy(system_.files, goal.folder, CFileName(goal.target), folder)) {
         RaiseWith(error_number::kAccessError, In(restore_text::kInsideCopy), goal.target);
     }
+}
+
+// False when the user cancelled.
+bool RestoreCommands::KeepForUndo(const Goal& goal, const Selection& selection) {
+    if (goal.existed && system_.files.Look(goal.typed) &&
+        !KeepForUndo(goal.typed, SafetyCopies::Proof::Date, selection)) {
+        return false;
+    }
+    if (EqualNoCase(goal.typed, goal.target) || !system_.files.Look(goal.target)) return true;
+    // Nobody was asked about this one.
+    return KeepForUndo(goal.target, SafetyCopies::Proof::Content, selection);
+}
+
+// Raises when what is about to be overwritten could not be kept.
+bool RestoreCommands::KeepForUndo(const std::wstring& path, SafetyCopies::Proof proof,
+                                  const Selection& selection) {
+    SafetySeries series{selection.folder, selection.item.location, {}};
+    for (const ListedCopy& copy : selection.copies) {
+        series.copies.push_back({copy.path, NumberOfLabel(copy.label)});
+    }
+    SafetyCopies copies(system_, state_, host_.Engine());
+    const auto outcome = copies.Keep(path, proof, series, In(restore_text::kAllNumbersUsed));
+    if (outcome == SafetyCopies::Outcome::Failed) {
+        browser_.SelectLast();
+        Raise(error_number::kAccessError, path);
+    }
+    return outcome == SafetyCopies::Outcome::Kept;
 }
 
 bool RestoreCommands::MayReplace(const Goal& goal) {

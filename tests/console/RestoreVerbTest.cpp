@@ -73,6 +73,15 @@ TEST_F(VwRestore, OverwriteWhereTheSafetyCopyCannotBeMade_ChangesNothing) {
     EXPECT_FALSE(Exists(Stored(L"a«0021».txt")));
 }
 
+TEST_F(VwRestore, FolderThatBelongsToAStoredCopy_IsRefused) {
+    const Tree before = ReadTree(vault);
+    RunsTo(75, L"restore " + InQuotes(Stored(L"a«0001».txt")) + L" --overwrite --to " +
+                   InQuotes(Stored(L"Work«0002»")));
+    EXPECT_EQ(Short(errors),
+              L"error: ~\\Vault\\Work«0002»\\a.txt: This folder belongs to a stored copy\r\n");
+    EXPECT_EQ(ReadTree(vault), before);
+}
+
 TEST_F(VwRestore, ListAsOfADate_TakesTheNewestCopiesUpToIt) {
     RunsTo(0, L"restore " + List() + L" --to Back --as-of \"2010-01-01 00:02\"");
     EXPECT_EQ(ReadBytes(tree.Path(L"Back\\a.txt")), "a2");
