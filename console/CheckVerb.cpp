@@ -33,6 +33,7 @@ int Check(Console& console, const CheckArguments& arguments) {
             console.Try([&] { items.Check(item); });
         }
     }
+    items.Finish();
     for (const auto& view : views) {
         CheckDestination(console, *view, items.CheckedCopies(), findings);
         console.Try([&] {

@@ -44,10 +44,19 @@ struct ItemCheck::Result {
     std::vector<Difference> differences;
     Date itemNewest = kEmptyFolderDate;
     Date equalNewest = kEmptyFolderDate;  ///< of the files that are equal in item and copy
+    bool isPartial = false;               ///< a folder could not be listed
 };
 
 ItemCheck::ItemCheck(Console& console, CPackage& engine, Findings& findings, bool content)
-    : console_(console), engine_(engine), findings_(findings), content_(content) {}
+    : console_(console),
+      engine_(engine),
+      findings_(findings),
+      content_(content),
+      bytes_(
+          console.system.files, [this](const ComparedBytes& compared) { OnCompared(compared); },
+          [] { Console::StopIfAsked(); }) {}
+
+void ItemCheck::Finish() { bytes_.Finish(); }
 
 void ItemCheck::Check(const ConsoleItem& item) {
     FileSystem& files = console_.system.files;
@@ -80,20 +89,21 @@ void ItemCheck::CheckAgainst(const ConsoleItem& item, const std::wstring& copy,
         findings_.Add(L"differs", copy, L"item and copy are not both files or both folders");
         return;
     }
-    const auto comment = ReadStoredComment(console_, copy);
+    const auto comment = CommentOf(console_, copy);
     if (!comment) {
         findings_.Add(L"no-comment", copy, L"the copy has no comment");
         return;
     }
-    CheckPlace(item, copy, comment->location);
+    CheckPlace(item, copy, comment->place);
     Result result = Compare(item, copy, facts);
+    if (gone_.contains(item.path) || gone_.contains(copy)) return;
     if (!facts.isFolder) {
         const ComparedPair pair{{facts, L""}, {copyFacts, L""}};
         ComparedFolder single{.below = L"", .onlyFirst = {}, .onlySecond = {}, .both = {pair}};
-        TakeFolder(item, copy, single, result);
+        TakeFolder(std::make_shared<ComparedRoots>(item.path, copy), single, result);
     }
     // The sub-folders of a rule, and the dates of copies that lie in the item, count as well.
-    const auto commentDate = DateOf(*comment);
+    const auto commentDate = comment->date;
     Date itemDate = result.itemNewest;
     if (facts.isFolder && (item.kind == ItemKind::Rule || itemDate != commentDate)) {
         itemDate = MFileDosShell::NewestDateOf(console_.system, engine_, item.path);
@@ -117,20 +127,24 @@ ItemCheck::Result ItemCheck::Compare(const ConsoleItem& item, const std::wstring
                                      const FileFacts& facts) {
     Result result;
     if (!facts.isFolder) return result;
+    const auto roots = std::make_shared<ComparedRoots>(item.path, copy);
     ComparisonVisitor visitor;
-    visitor.folder = [&](const ComparedFolder& folder) { TakeFolder(item, copy, folder, result); };
-    visitor.failed = [&](const RuntimeError& error) { console_.Report(error); };
+    visitor.folder = [&](const ComparedFolder& folder) { TakeFolder(roots, folder, result); };
+    visitor.failed = [&](const RuntimeError& error) {
+        result.isPartial = true;
+        if (!IsGone(*roots)) console_.Report(error);
+    };
     visitor.yield = [] { Console::StopIfAsked(); };
     CompareTrees(console_.system.files, item.path, copy, item.kind == ItemKind::Folder, visitor);
     return result;
 }
 
-void ItemCheck::TakeFolder(const ConsoleItem& item, const std::wstring& copy,
-                           const ComparedFolder& folder, Result& result) {
-    const auto at = [&](const std::wstring& name) {
-        const std::wstring below = folder.below + name;
-        return below.empty() ? item.path : JoinPath(item.path, below);
+void ItemCheck::TakeFolder(const Roots& roots, const ComparedFolder& folder, Result& result) {
+    const auto below = [&](const std::wstring& root, const std::wstring& name) {
+        const std::wstring path = folder.below + name;
+        return path.empty() ? root : JoinPath(root, path);
     };
+    const auto at = [&](const std::wstring& name) { return below(roots->first, name); };
     const auto take = [&](const FileFacts& entry) {
         if (!entry.isFolder) result.itemNewest = std::max(result.itemNewest, entry.lastWrite);
     };
@@ -155,8 +169,7 @@ void ItemCheck::TakeFolder(const ConsoleItem& item, const std::wstring& copy,
         if (LooksEqual(first, second)) {
             result.equalNewest = std::max(result.equalNewest, first.lastWrite);
             if (!content_ || first.isFolder) continue;
-            const std::wstring below = folder.below + second.name;
-            CompareBytes(at(first.name), below.empty() ? copy : JoinPath(copy, below), first);
+            bytes_.Add({at(first.name), below(roots->second, second.name), first, roots});
         } else {
             const bool isDamage = first.isFolder != second.isFolder || HasSameDate(first, second);
             result.differences.push_back({L"differs", at(first.name),
@@ -166,9 +179,9 @@ void ItemCheck::TakeFolder(const ConsoleItem& item, const std::wstring& copy,
     }
 }
 
-void ItemCheck::Judge(const ConsoleItem& item, const std::wstring& copy,
-                      const StoredComment& comment, Date itemDate, const Result& result) {
-    const auto commentDate = DateOf(comment);
+void ItemCheck::Judge(const ConsoleItem& item, const std::wstring& copy, const CopyComment& comment,
+                      Date itemDate, const Result& result) {
+    const auto commentDate = comment.date;
     const bool isUnseen = commentDate == itemDate;
     const auto later = [&](Date date) { return !commentDate || date > *commentDate; };
     if (comment.isIncomplete) {
@@ -176,7 +189,8 @@ void ItemCheck::Judge(const ConsoleItem& item, const std::wstring& copy,
                       std::to_wstring(result.differences.size()) + L" differences from the item");
         return;
     }
-    if (!commentDate || (result.differences.empty() && !isUnseen) || later(result.equalNewest)) {
+    const bool isOtherDate = result.differences.empty() && !isUnseen && !result.isPartial;
+    if (!commentDate || isOtherDate || later(result.equalNewest)) {
         findings_.Add(L"comment", copy, L"its date is not that of what was copied");
         return;
     }
@@ -210,14 +224,16 @@ void ItemCheck::CheckOlderCopies(const ConsoleItem& item, std::int16_t location)
 void ItemCheck::CompareOlder(const ConsoleItem& item, const std::wstring& newer,
                              const std::wstring& older) {
     FileSystem& files = console_.system.files;
+    const auto withItem = std::make_shared<ComparedRoots>(item.path, older);
+    const auto withNewer = std::make_shared<ComparedRoots>(newer, older);
     const auto compare = [&](const std::wstring& below, const FileFacts& facts) {
         const auto path = [&](const std::wstring& root) {
             return below.empty() ? root : JoinPath(root, below);
         };
-        for (const std::wstring& root : {item.path, newer}) {
-            const auto other = files.Look(path(root));
+        for (const auto& roots : {withItem, withNewer}) {
+            const auto other = files.Look(path(roots->first));
             if (!other || !LooksEqual(*other, facts)) continue;
-            CompareBytes(path(root), path(older), facts);
+            bytes_.Add({path(roots->first), path(older), facts, roots});
             return;
         }
     };
@@ -236,26 +252,44 @@ void ItemCheck::CompareOlder(const ConsoleItem& item, const std::wstring& newer,
             if (!pair.second.isFolder) compare(folder.below + pair.second.name, pair.second);
         }
     };
-    visitor.failed = [&](const RuntimeError& error) { console_.Report(error); };
+    visitor.failed = [&](const RuntimeError& error) {
+        if (!IsGone(*withNewer)) console_.Report(error);
+    };
     visitor.yield = [] { Console::StopIfAsked(); };
     CompareTrees(files, newer, older, true, visitor);
 }
 
-// A file that is written to meanwhile differs for a reason of its own.
-void ItemCheck::CompareBytes(const std::wstring& first, const std::wstring& second,
-                             const FileFacts& expected) {
+// A file that is written to or deleted meanwhile differs for a reason of its own.
+void ItemCheck::OnCompared(const ComparedBytes& compared) {
+    if (compared.isSame) return;
+    const FilePair& pair = compared.pair;
     console_.Try([&] {
-        if (HasSameBytes(first, second, expected.size, [] { Console::StopIfAsked(); })) return;
+        if (IsGone(*pair.roots)) return;
         const auto isStill = [&](const std::wstring& path) {
             const auto now = console_.system.files.Look(path);
-            return now && LooksEqual(*now, expected);
+            return now && LooksEqual(*now, pair.expected);
         };
-        if (isStill(first) && isStill(second)) {
-            findings_.Add(L"content", second, L"not the bytes of " + first);
+        const bool isUnchanged = isStill(pair.first);
+        if (compared.error && isUnchanged) std::rethrow_exception(compared.error);
+        if (isUnchanged && isStill(pair.second)) {
+            findings_.Add(L"content", pair.second, L"not the bytes of " + pair.first);
         } else {
-            findings_.Note(L"changing", first, L"changed while it was compared");
+            findings_.Note(L"changing", pair.first, L"changed while it was compared");
         }
     });
+}
+
+// One error for an item or copy that vanished, not one for each of its files.
+bool ItemCheck::IsGone(const ComparedRoots& roots) {
+    for (const std::wstring& root : {roots.first, roots.second}) {
+        if (gone_.contains(root)) return true;
+        if (console_.system.files.Look(root)) continue;
+        gone_.insert(root);
+        console_.Report(RuntimeError(error_number::kFileNotFound,
+                                     L"It vanished while it was compared", root, 0));
+        return true;
+    }
+    return false;
 }
 
 }  // namespace vw

@@ -26,14 +26,10 @@ using NameMap = std::unordered_map<std::wstring, std::size_t>;
 
 Entries ListedIn(FileSystem& files, const std::wstring& folder, const ComparisonVisitor& visitor) {
     Entries entries;
-    try {
-        files.List(folder, [&](const FolderEntry& entry) {
-            if (!entry.isLink) entries.push_back({entry, std::wstring(entry.name)});
-            visitor.yield();
-        });
-    } catch (const RuntimeError& error) {
-        visitor.failed(error);
-    }
+    files.List(folder, [&](const FolderEntry& entry) {
+        if (!entry.isLink) entries.push_back({entry, std::wstring(entry.name)});
+        visitor.yield();
+    });
     return entries;
 }
 
@@ -65,11 +61,18 @@ void CompareTrees(FileSystem& files, std::wstring_view first, std::wstring_view 
         const Pending now = std::move(pending.back());
         pending.pop_back();
         ComparedFolder folder{.below = now.below, .onlyFirst = {}, .onlySecond = {}, .both = {}};
-        if (now.inFirst) {
-            folder.onlyFirst = ListedIn(files, JoinPath(first, now.below), visitor);
-        }
-        if (now.inSecond) {
-            folder.onlySecond = ListedIn(files, JoinPath(second, now.below), visitor);
+        try {
+            if (now.inFirst) {
+                folder.onlyFirst = ListedIn(files, JoinPath(first, now.below), visitor);
+            }
+            if (now.inSecond) {
+                folder.onlySecond = ListedIn(files, JoinPath(second, now.below), visitor);
+            }
+        } catch (const RuntimeError& error) {
+            // What cannot be listed on one side must not pass for missing there.
+            if (error.Number() == error_number::kCancelled) throw;
+            visitor.failed(error);
+            continue;
         }
         if (!subFolders) {
             std::erase_if(folder.onlyFirst, [](const FileFacts& entry) { return entry.isFolder; });

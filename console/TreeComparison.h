@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstdint>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -35,7 +34,8 @@ struct ComparedFolder {
 
 struct ComparisonVisitor {
     std::function<void(const ComparedFolder&)> folder;
-    /// Gets the error of a folder that could not be listed; the rest is compared.
+    /// Gets the error of a folder that could not be listed. It is left out, and the rest is
+    /// compared. What `failed` raises ends the comparison.
     std::function<void(const RuntimeError&)> failed;
     /// Called for every entry.
     std::function<void()> yield;
@@ -50,10 +50,5 @@ void CompareTrees(FileSystem& files, std::wstring_view first, std::wstring_view 
 /// same date.
 [[nodiscard]] bool HasSameDate(const FileFacts& first, const FileFacts& second);
 [[nodiscard]] bool LooksEqual(const FileFacts& first, const FileFacts& second);
-
-/// Compares the first `size` bytes of two files, which is how long both were listed. Memory does
-/// not grow with their size. Raises what the disk raises. `yield` is called after each piece.
-[[nodiscard]] bool HasSameBytes(std::wstring_view first, std::wstring_view second,
-                                std::uint64_t size, const std::function<void()>& yield);
 
 }  // namespace vw

@@ -128,7 +128,7 @@ class FileSystem {
     [[nodiscard]] virtual std::wstring RealPath(std::wstring_view path) = 0;
 
     /// Whether two files hold the same bytes. `progress` is called now and then. Raises what goes
-    /// wrong while they are read.
+    /// wrong while they are read. May be called in several threads at the same time.
     [[nodiscard]] virtual bool HaveSameBytes(std::wstring_view first, std::wstring_view second,
                                              const CopyProgress& progress) = 0;
 

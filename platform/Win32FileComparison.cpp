@@ -52,13 +52,15 @@ std::wstring DeviceOf(std::wstring_view folder) {
     return length == 0 ? std::wstring{} : std::wstring(device.data());
 }
 
-// Reads until the buffer is full or the file ends; gives how many bytes came.
-std::size_t ReadPart(const FileHandle& file, std::vector<char>& buffer, std::wstring_view path) {
+constexpr std::size_t kPart = std::size_t{256} * 1024;
+
+// Reads until the part is full or the file ends; gives how many bytes came.
+std::size_t ReadPart(const FileHandle& file, char* part, std::wstring_view path) {
     std::size_t filled = 0;
-    while (filled < buffer.size()) {
+    while (filled < kPart) {
         DWORD count = 0;
-        if (ReadFile(file.Get(), buffer.data() + filled, static_cast<DWORD>(buffer.size() - filled),
-                     &count, nullptr) == 0) {
+        if (ReadFile(file.Get(), part + filled, static_cast<DWORD>(kPart - filled), &count,
+                     nullptr) == 0) {
             RaiseLast(path);
         }
         if (count == 0) break;
@@ -107,15 +109,16 @@ std::wstring Win32FileSystem::RealPath(std::wstring_view path) {
 
 bool Win32FileSystem::HaveSameBytes(std::wstring_view first, std::wstring_view second,
                                     const CopyProgress& progress) {
-    constexpr std::size_t kPart = 256 * 1024;
+    // Filling this much memory with zeros takes longer than reading a small file.
+    static thread_local std::vector<char> parts(2 * kPart);
+    char* const firstPart = parts.data();
+    char* const secondPart = firstPart + kPart;
     const FileHandle firstFile = OpenToRead(first);
     const FileHandle secondFile = OpenToRead(second);
-    std::vector<char> firstPart(kPart);
-    std::vector<char> secondPart(kPart);
     for (;;) {
         const std::size_t count = ReadPart(firstFile, firstPart, first);
         if (ReadPart(secondFile, secondPart, second) != count) return false;
-        if (std::memcmp(firstPart.data(), secondPart.data(), count) != 0) return false;
+        if (std::memcmp(firstPart, secondPart, count) != 0) return false;
         if (count < kPart) return true;
         if (progress) progress();
     }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <functional>
 #include <optional>
 #include <thread>
 
@@ -29,6 +30,38 @@ class VwBesideARun : public VwTest {
         other.reset();
         EXPECT_EQ(run.WaitForEnd(), 0U) << ToUtf8(run.Errors());
         lines = run.Lines();
+    }
+
+    /// Makes a folder with a backup whose files all have other bytes than the item by now. A check
+    /// of contents comes to a halt among them, since nobody takes what it writes.
+    void MakeDifferingFiles() {
+        constexpr int kFiles = 1500;
+        const auto write = [this](const std::string& bytes) {
+            for (int number = 0; number < kFiles; ++number)
+                tree.File(NameOf(number), bytes, Day(1));
+        };
+        write("old");
+        MakeList({L"Work\\"});
+        RunsTo(0, L"backup " + List());
+        write("new");
+    }
+
+    static std::wstring NameOf(int number) {
+        std::wstring digits = std::to_wstring(number);
+        return L"Work\\" + std::wstring(4 - digits.size(), L'0') + digits;
+    }
+
+    /// Starts a check, does `change` in the middle of it and keeps its lines and errors.
+    DWORD CheckDuring(const std::function<void()>& change) {
+        ProgramRun run({.program = BuiltConsole(),
+                        .arguments = L"check --content " + List(),
+                        .currentFolder = tree.Path()});
+        run.WaitForFullOutput();
+        change();
+        const DWORD code = run.WaitForEnd();
+        lines = run.Lines();
+        errors = run.Errors();
+        return code;
     }
 
     /// Runs the program while files come into the destination all the time; gives its lines.
@@ -67,6 +100,51 @@ TEST_F(VwBesideARun, ReadingVerbs_DoNotWait) {
     RunsTo(0, L"check --content " + List());
     RunsTo(0, L"copies " + List());
     RunsTo(0, L"diff " + InQuotes(Stored(L"a«0001».txt")));
+}
+
+TEST_F(VwBesideARun, CopyThatVanishesDuringACheck_IsOneError) {
+    MakeDifferingFiles();
+    const std::wstring copy = Stored(L"Work«0001»");
+    const DWORD code = CheckDuring([&] {
+        ASSERT_NE(MoveFileW(copy.c_str(), tree.Path(L"Away").c_str()), 0) << GetLastError();
+    });
+    EXPECT_EQ(code, 53U);
+    EXPECT_EQ(Short(errors), L"error: ~\\Vault\\Work«0001»: It vanished while it was compared\r\n");
+    EXPECT_TRUE(lines.back().ends_with(L" findings")) << ToUtf8(lines.back());
+    EXPECT_FALSE(Exists(copy));
+}
+
+TEST_F(VwBesideARun, ItemThatVanishesDuringACheck_IsOneError) {
+    MakeDifferingFiles();
+    const DWORD code = CheckDuring(
+        [&] { ASSERT_NE(MoveFileW(tree.Path(L"Work").c_str(), tree.Path(L"Away").c_str()), 0); });
+    EXPECT_EQ(code, 53U);
+    EXPECT_EQ(Short(errors), L"error: ~\\Work\\: It vanished while it was compared\r\n");
+}
+
+TEST_F(VwBesideARun, FilesThatChangeDuringACheck_AreNotedAndNoFindings) {
+    MakeDifferingFiles();
+    const std::string before = ReadBytes(Stored(L"Work«0001»\\1499"));
+    const DWORD code = CheckDuring([&] {
+        tree.File(NameOf(1498), "longer than before", Day(9));
+        tree.Remove(NameOf(1499));
+    });
+    EXPECT_EQ(code, 1U);
+    EXPECT_EQ(errors, L"");
+    const Texts found = ShortLines();
+    for (const wchar_t* name : {L"1498", L"1499"}) {
+        const std::wstring file = std::wstring(L"~\\Work\\") + name;
+        EXPECT_NE(
+            std::ranges::find(found, L"changing: " + file + L" (changed while it was compared)"),
+            found.end());
+        EXPECT_EQ(std::ranges::find(found, L"content: ~\\Vault\\Work«0001»\\" + std::wstring(name) +
+                                               L" (not the bytes of " + file + L")"),
+                  found.end());
+    }
+    EXPECT_EQ(std::ranges::count_if(
+                  found, [](const std::wstring& line) { return line.starts_with(L"content: "); }),
+              1498);
+    EXPECT_EQ(ReadBytes(Stored(L"Work«0001»\\1499")), before);
 }
 
 TEST_F(VwBesideARun, CheckAndCopies_SayThatTheDestinationChanged) {

@@ -118,6 +118,19 @@ bool ProgramRun::HasEnded() const {
     return WaitForSingleObject(process_.Get(), 0) == WAIT_OBJECT_0;
 }
 
+void ProgramRun::WaitForFullOutput() {
+    constexpr DWORD kPipeBytes = 4096;
+    const ULONGLONG start = GetTickCount64();
+    while (!HasEnded()) {
+        DWORD waiting = 0;
+        PeekNamedPipe(output_.read.Get(), nullptr, 0, nullptr, &waiting, nullptr);
+        if (waiting >= kPipeBytes) return;
+        if (GetTickCount64() - start > patience_) FailAndEnd("has not filled its output");
+        Sleep(kPoll);
+    }
+    ADD_FAILURE() << "the program ended before its output was full";
+}
+
 Box ProgramRun::WaitForBox() {
     const ULONGLONG start = GetTickCount64();
     while (!HasEnded()) {

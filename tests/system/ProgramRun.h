@@ -48,6 +48,10 @@ class ProgramRun {
 
     [[nodiscard]] bool HasEnded() const;
 
+    /// Waits until the process has written more than its standard output takes, and so can go no
+    /// further before the test takes that; fails the test when it ends or never writes so much.
+    void WaitForFullOutput();
+
     /// Waits for a box that was not seen before; fails the test when none comes.
     Box WaitForBox();
 
