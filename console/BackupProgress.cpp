@@ -117,7 +117,9 @@ void BackupProgress::End() {
 void BackupProgress::Finish(int exitCode) {
     End();
     const std::uint64_t milliseconds = console_.system.clock.Milliseconds() - begun_;
-    std::wstring line = exitCode == error_number::kCancelled ? L"Cancelled. " : L"";
+    // The exit code is that of the first error.
+    const bool isCancelled = console_.state.cancelRequested || exitCode == error_number::kCancelled;
+    std::wstring line = isCancelled ? L"Cancelled. " : L"";
     line += std::to_wstring(counts_.copied) + L" copied, " + std::to_wstring(counts_.unchanged) +
             L" unchanged, " + std::to_wstring(counts_.missing) + L" missing, " +
             std::to_wstring(counts_.refused) + L" refused, " + std::to_wstring(counts_.failed) +

@@ -1,5 +1,7 @@
 #include "console/Console.h"
 
+#include <utility>
+
 #include "console/Interrupts.h"
 #include "fsutil/PathText.h"
 #include "list/format/CopiesCount.h"
@@ -42,6 +44,9 @@ int Console::Run(const std::function<int()>& verb) {
 }
 
 void Console::Report(const RuntimeError& error) {
+    // Every step that the user's wish ends raises it once more.
+    const bool isCancel = error.Number() == error_number::kCancelled;
+    if (isCancel && std::exchange(isCancelReported_, true)) return;
     ++errors_;
     exitStatus.Note(error.Number());
     output.Error(error.Path(), EnglishReason(error), error.Number());

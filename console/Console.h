@@ -28,7 +28,7 @@ class Console final : private ErrorSink, private MsgBoxes, private EventPump, pr
     /// number, else what the verb gives.
     int Run(const std::function<int()>& verb);
 
-    /// Writes an error and notes its number for the exit code.
+    /// Writes an error and notes its number for the exit code. A cancelled run is reported once.
     void Report(const RuntimeError& error);
 
     /// Runs `step`; an error is written and costs the rest nothing. False when there was one.
@@ -60,6 +60,7 @@ class Console final : private ErrorSink, private MsgBoxes, private EventPump, pr
     SystemClock clock_;
     CodePage ansi_;
     int errors_ = 0;
+    bool isCancelReported_ = false;
     std::function<void()> tick_;
 
   public:

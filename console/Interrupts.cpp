@@ -1,6 +1,7 @@
 #include "console/Interrupts.h"
 
 #include <atomic>
+#include <string_view>
 
 #include "platform/RuntimeError.h"
 #include "platform/WindowsHeader.h"
@@ -10,6 +11,19 @@ namespace {
 
 std::atomic<int> requests{0};
 HANDLE requested = nullptr;
+bool isAnnounced = false;
+
+void Announce() {
+    constexpr std::wstring_view kText = L"\r\nStopping. Press Ctrl+C again to stop at once.\r\n";
+    for (const DWORD stream : {STD_ERROR_HANDLE, STD_OUTPUT_HANDLE}) {
+        DWORD written = 0;
+        // Fails where the stream is no terminal.
+        if (WriteConsoleW(GetStdHandle(stream), kText.data(), static_cast<DWORD>(kText.size()),
+                          &written, nullptr) != 0) {
+            return;
+        }
+    }
+}
 
 // Runs in a thread of the system's own.
 BOOL WINAPI OnControl(DWORD event) {
@@ -18,6 +32,7 @@ BOOL WINAPI OnControl(DWORD event) {
         TerminateProcess(GetCurrentProcess(), static_cast<UINT>(error_number::kCancelled));
     }
     SetEvent(requested);
+    if (isKey && isAnnounced) Announce();
     // The system ends the process as soon as this returns: the run gets what time there is.
     if (!isKey) Sleep(INFINITE);
     return TRUE;
@@ -25,7 +40,8 @@ BOOL WINAPI OnControl(DWORD event) {
 
 }  // namespace
 
-void Watch() {
+void Watch(bool announces) {
+    isAnnounced = announces;
     requested = CreateEventW(nullptr, TRUE, FALSE, nullptr);
     // A program started in a group of its own ignores Ctrl+C unless it says otherwise.
     SetConsoleCtrlHandler(nullptr, FALSE);

@@ -62,7 +62,7 @@ int Main(const std::vector<std::wstring>& words) {
         streams.Error(arguments.text);
         return kWrongArguments;
     }
-    Interrupts::Watch();
+    Interrupts::Watch(!arguments.quiet && !arguments.json);
     if (arguments.quiet) LeaveOwnConsole();
     Output output;
     if (arguments.json) output.SetStyle(Output::Style::Json);

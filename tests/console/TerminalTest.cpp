@@ -2,10 +2,12 @@
 
 #include <stdexcept>
 
+#include "console/BackupProgress.h"
 #include "platform/Handle.h"
 #include "platform/RuntimeError.h"
 #include "platform/Utf8.h"
 #include "tests/console/VwTest.h"
+#include "tests/support/OtherRun.h"
 
 namespace vw::test {
 namespace {
@@ -40,6 +42,7 @@ class VwTerminal : public VwTest {
         startup.cb = sizeof startup;
         startup.dwFlags = STARTF_USESTDHANDLES;
         startup.hStdOutput = startup.hStdError = screen_.Get();
+        if (errorsWrite_) startup.hStdError = errorsWrite_.Get();
         std::wstring commandLine = L"\"" + BuiltConsole() + L"\" " + arguments;
         PROCESS_INFORMATION process{};
         ASSERT_NE(CreateProcessW(nullptr, commandLine.data(), nullptr, nullptr, TRUE, 0, nullptr,
@@ -47,6 +50,45 @@ class VwTerminal : public VwTest {
                   0);
         process_.Reset(process.hProcess);
         CloseHandle(process.hThread);
+        errorsWrite_.Reset();
+    }
+
+    /// Starts a backup that comes to a halt in the middle of a folder: one file cannot be read, and
+    /// nobody takes the error yet.
+    void StartAndHaltWhileCopying() {
+        HANDLE read = nullptr;
+        HANDLE write = nullptr;
+        ASSERT_NE(CreatePipe(&read, &write, &inherited_, 1), 0);
+        errorsRead_.Reset(read);
+        errorsWrite_.Reset(write);
+        SetHandleInformation(read, HANDLE_FLAG_INHERIT, 0);
+        held_.Reset(CreateFileW(tree.Path(L"Work\\7").c_str(), GENERIC_READ, 0, nullptr,
+                                OPEN_EXISTING, 0, nullptr));
+        Start(L"backup " + List());
+        WaitUntil([this] {
+            DWORD waiting = 0;
+            PeekNamedPipe(errorsRead_.Get(), nullptr, 0, nullptr, &waiting, nullptr);
+            return waiting > 0;
+        });
+        EXPECT_TRUE(IsCopying());
+    }
+
+    /// Takes the error, so that the run goes on.
+    void LetGoOn() {
+        char text[4096];
+        DWORD count = 0;
+        ReadFile(errorsRead_.Get(), text, sizeof text, &count, nullptr);
+        EXPECT_NE(std::string(text, count).find("Permission denied"), std::string::npos);
+    }
+
+    template <class Condition>
+    void WaitUntil(Condition condition) {
+        const ULONGLONG start = GetTickCount64();
+        while (!condition()) {
+            if (!HasEnded() && GetTickCount64() - start < kPatience) continue;
+            FAIL() << (HasEnded() ? "the program has ended" : "nothing happens") << "\n"
+                   << ToUtf8(Screen());
+        }
     }
 
     [[nodiscard]] bool HasEnded() const {
@@ -70,6 +112,25 @@ class VwTerminal : public VwTest {
         EXPECT_NE(GenerateConsoleCtrlEvent(CTRL_C_EVENT, 0), 0) << GetLastError();
     }
 
+    /// Presses Ctrl+C and waits until the program has seen it.
+    void InterruptOnce() {
+        Interrupt();
+        WaitUntil([this] {
+            return Screen().find(L"Stopping. Press Ctrl+C again to stop at once.") !=
+                   std::wstring::npos;
+        });
+    }
+
+    /// The next run completes what an interrupted one left.
+    void ExpectTheNextRunToComplete() {
+        held_.Reset();
+        RunsTo(0, L"backup " + List());
+        EXPECT_EQ(ReadTree(Stored(L"Work«0001»")), ReadTree(tree.Path(L"Work")));
+        EXPECT_FALSE(IsCopying());
+        RunsTo(0, L"check --content " + List());
+        EXPECT_EQ(lines, Texts{L"1 items checked, 0 findings"});
+    }
+
     /// Whether a copy is being written.
     [[nodiscard]] bool IsCopying() const {
         WIN32_FIND_DATAW found{};
@@ -77,10 +138,7 @@ class VwTerminal : public VwTest {
         return static_cast<bool>(search);
     }
 
-    void WaitForCopying() {
-        const ULONGLONG start = GetTickCount64();
-        while (!IsCopying() && !HasEnded() && GetTickCount64() - start < kPatience) Sleep(1);
-    }
+    [[nodiscard]] HANDLE ScreenHandle() const { return screen_.Get(); }
 
     [[nodiscard]] std::wstring Screen() const {
         CONSOLE_SCREEN_BUFFER_INFO info{};
@@ -108,20 +166,36 @@ class VwTerminal : public VwTest {
     SECURITY_ATTRIBUTES inherited_{sizeof(SECURITY_ATTRIBUTES), nullptr, TRUE};
     FileHandle screen_;
     KernelHandle process_;
+    KernelHandle errorsRead_;
+    KernelHandle errorsWrite_;
+    FileHandle held_;
 };
 
-TEST_F(VwTerminal, Backup_ShowsProgressAndLeavesNothingOfIt) {
+TEST_F(VwTerminal, Backup_LeavesNothingOfItsProgress) {
     Start(L"backup " + List());
-    bool shown = false;
-    while (!HasEnded()) {
-        shown = shown ||
-                Screen().find(L"/" + std::to_wstring(kFiles) + L" files  ") != std::wstring::npos;
-    }
-    EXPECT_TRUE(shown);
     EXPECT_EQ(End(), 0U);
     const std::wstring screen = Screen();
     EXPECT_EQ(screen.find(L"/" + std::to_wstring(kFiles) + L" files"), std::wstring::npos);
     EXPECT_NE(screen.find(L"1 copied, 0 unchanged, "), std::wstring::npos) << ToUtf8(screen);
+}
+
+TEST_F(VwTerminal, Progress_NamesItemFilesBytesRateAndFile) {
+    const HANDLE before = GetStdHandle(STD_OUTPUT_HANDLE);
+    SetStdHandle(STD_OUTPUT_HANDLE, ScreenHandle());
+    {
+        Output output;
+        Console console(output);
+        BackupProgress progress(console);
+        progress.OnItem(ItemEvent::Started, L"C:\\Work\\", {});
+        progress.OnItem(ItemEvent::Copying, L"C:\\Work\\", {.files = 3, .bytes = 6144});
+        progress.OnFileCopied(2048);
+        progress.Msg(L"", L"C:\\Work\\b.txt", L"", false, false, false);
+        const std::wstring shown = Screen();
+        EXPECT_NE(shown.find(L"C:\\Work\\  1/3 files  2.0 KiB/6.0 KiB  "), std::wstring::npos)
+            << ToUtf8(shown);
+        EXPECT_NE(shown.find(L"/s  b.txt"), std::wstring::npos) << ToUtf8(shown);
+    }
+    SetStdHandle(STD_OUTPUT_HANDLE, before);
 }
 
 TEST_F(VwTerminal, Backup_OfQuietKindShowsNothing) {
@@ -130,25 +204,42 @@ TEST_F(VwTerminal, Backup_OfQuietKindShowsNothing) {
     EXPECT_EQ(Screen().find_first_not_of(L' '), std::wstring::npos);
 }
 
-TEST_F(VwTerminal, Interrupt_CancelsTheRunAndItsCopyIsNoWholeOne) {
+TEST_F(VwTerminal, Interrupt_WhileWaitingForAnotherRun_Cancels) {
+    const OtherRun other(vault);
     Start(L"backup " + List());
-    WaitForCopying();
-    Interrupt();
+    WaitUntil(
+        [this] { return Screen().find(L"Waiting for another backup") != std::wstring::npos; });
+    InterruptOnce();
     EXPECT_EQ(End(), static_cast<DWORD>(error_number::kCancelled));
-    EXPECT_FALSE(IsCopying());
     EXPECT_NE(Screen().find(L"Cancelled. "), std::wstring::npos) << ToUtf8(Screen());
-    RunsTo(1, L"check " + List());
-    EXPECT_TRUE(ShortLines().at(0).starts_with(L"incomplete: ~\\Vault\\Work«0001» ("));
+    EXPECT_FALSE(Exists(Stored(L"Work«0001»")));
 }
 
-TEST_F(VwTerminal, SecondInterrupt_EndsTheRunAtOnce) {
-    Start(L"backup " + List());
-    WaitForCopying();
+TEST_F(VwTerminal, Interrupt_InAFolder_LeavesAnIncompleteCopyThatTheNextRunCompletes) {
+    StartAndHaltWhileCopying();
+    InterruptOnce();
+    LetGoOn();
+    // The first error counts: that of the file.
+    EXPECT_EQ(End(), static_cast<DWORD>(error_number::kPermissionDenied));
+    EXPECT_FALSE(IsCopying());
+    const std::wstring screen = Screen();
+    EXPECT_NE(screen.find(L"Cancelled, copy 1 is incomplete: "), std::wstring::npos)
+        << ToUtf8(screen);
+    EXPECT_NE(screen.find(L"Cancelled. 1 copied, "), std::wstring::npos) << ToUtf8(screen);
+    RunsTo(1, L"check " + List());
+    EXPECT_TRUE(ShortLines().at(0).starts_with(L"incomplete: ~\\Vault\\Work«0001» ("));
+    ExpectTheNextRunToComplete();
+}
+
+TEST_F(VwTerminal, SecondInterrupt_EndsTheRunAtOnceAndTheNextOneCompletes) {
+    StartAndHaltWhileCopying();
+    InterruptOnce();
     Interrupt();
-    Interrupt();
+    // It ends although nobody has taken its error.
     EXPECT_EQ(End(), static_cast<DWORD>(error_number::kCancelled));
-    RunsTo(0, L"backup " + List());
-    EXPECT_EQ(ReadTree(Stored(L"Work«0001»")), ReadTree(tree.Path(L"Work")));
+    EXPECT_TRUE(IsCopying());
+    EXPECT_FALSE(Exists(Stored(L"Work«0001»")));
+    ExpectTheNextRunToComplete();
 }
 
 }  // namespace
