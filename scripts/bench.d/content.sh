@@ -1,9 +1,10 @@
 # shellcheck shell=bash disable=SC2034,SC2154  # scripts/bench reads and sets the variables
 # Comparing bytes: vw check --content against diff -r on the same trees, many small files and one
-# large one. The native tool needs no Wine between it and the disk.
+# large one. The native tool needs no Wine between it and the disk; the bare reading does.
 title="vw check --content, $((folders * 20)) files of 4 KiB and one of $((folders * 2)) MiB"
-sides=(check diff)
-comparisons=('check diff 1.2')
+sides=(check bare diff)
+comparisons=('check bare -' 'bare diff -' 'check diff 1.2')
+bareRead=$(dirname "$program")/../tools/BareRead.exe
 consoleProgram=$(dirname "$program")/vw.exe
 
 make() {
@@ -19,12 +20,16 @@ make() {
 commandOf() {
     case $1 in
         check) argv=("$loader" "$consoleProgram" check --content "$(windowsPath "$data/list.vwl")") ;;
+        bare) argv=("$loader" "$bareRead" "$(windowsPath "$data/tree")" "$(windowsPath "$copy")") ;;
         diff) argv=(diff -r "$data/tree" "$copy") ;;
     esac
 }
 
 check() {
-    [[ $1 != check ]] || says '^1 items checked, 0 findings'
+    case $1 in
+        check) says '^1 items checked, 0 findings' ;;
+        bare) says "^$((folders * 40 + 2)) files" ;;
+    esac
 }
 
 # A comparison that had skipped a byte would be fast too: the last one of the last file.
