@@ -18,7 +18,11 @@ namespace {
 // item's own name looks like. Only what this file would write itself is taken for a working name,
 // since such entries may be deleted.
 
+// What earlier versions wrote of the item's name, in UTF-16 units.
 constexpr std::size_t kMaxFirstName = 60;
+// What is written now, in bytes of UTF-8. Shares that encrypt the names of files take 143 bytes for
+// a name; the parts behind the item's name need 107 of them and the ending of a comment 4.
+constexpr std::size_t kMaxFirstNameBytes = 32;
 constexpr std::size_t kDateDigits = 14;
 
 struct StateWord {
@@ -41,6 +45,28 @@ constexpr bool IsHighSurrogate(wchar_t unit) noexcept { return unit >= 0xD800 &&
 constexpr bool IsUnfit(wchar_t character) noexcept {
     return character < L' ' ||
            std::wstring_view(L"\\/:*?\"<>|\u00AB\u00BB").find(character) != std::wstring_view::npos;
+}
+
+constexpr bool IsSurrogate(wchar_t unit) noexcept { return unit >= 0xD800 && unit <= 0xDFFF; }
+
+/// Bytes of UTF-8 that a unit takes; half of a surrogate pair takes half of the pair's.
+constexpr std::size_t Utf8Bytes(wchar_t unit) noexcept {
+    if (unit < 0x80) return 1;
+    return unit < 0x800 || IsSurrogate(unit) ? 2 : 3;
+}
+
+/// The beginning of a name that a working name has room for.
+std::wstring_view Shortened(std::wstring_view firstName) {
+    std::size_t units = 0;
+    std::size_t bytes = 0;
+    while (units < firstName.size()) {
+        bytes += Utf8Bytes(firstName[units]);
+        if (bytes > kMaxFirstNameBytes) break;
+        ++units;
+    }
+    const bool cutsPair =
+        units > 0 && units < firstName.size() && IsHighSurrogate(firstName[units - 1]);
+    return firstName.substr(0, cutsPair ? units - 1 : units);
 }
 
 std::wstring FitFirstName(std::wstring_view firstName) {
@@ -196,7 +222,7 @@ std::uint64_t NameKey(std::wstring_view path) {
 }
 
 std::wstring FormatWorkingName(const WorkingName& name, std::wstring_view firstName) {
-    std::wstring text = FitFirstName(firstName);
+    std::wstring text = FitFirstName(Shortened(firstName));
     for (const StateWord& word : kStateWords) {
         if (word.state == name.state && word.completeness == name.completeness) {
             text += word.text;

@@ -49,7 +49,8 @@ struct WorkingName {
 /// A 64-bit key of a path, the same for all letter cases and with or without a final "\".
 [[nodiscard]] std::uint64_t NameKey(std::wstring_view path);
 
-/// The entry's name: at most 200 UTF-16 units. `firstName` is cut to 60 units; its "«" and "»",
+/// The entry's name: with the ending of a comment at most 143 bytes of UTF-8, which shares that
+/// encrypt names still take. `firstName` is cut to what fits; its "«" and "»",
 /// what no file name may hold, and dots and blanks at its end become "_". A date that a comment
 /// could not hold becomes the nearest that it can.
 [[nodiscard]] std::wstring FormatWorkingName(const WorkingName& name, std::wstring_view firstName);

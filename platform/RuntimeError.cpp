@@ -63,6 +63,7 @@ constexpr std::uint32_t kAlreadyExistsCode = 183;
 constexpr std::uint32_t kFileNameTooLongCode = 206;
 constexpr std::uint32_t kDirectoryCode = 267;
 constexpr std::uint32_t kIoDeviceCode = 1117;
+constexpr std::uint32_t kDiskQuotaExceededCode = 1295;
 
 }  // namespace
 
@@ -111,6 +112,7 @@ int ErrorNumberOf(std::uint32_t systemCode) noexcept {
             return error_number::kAlreadyExists;
         case kDiskFullCode:
         case kHandleDiskFullCode:
+        case kDiskQuotaExceededCode:
             return error_number::kDiskFull;
         case kNotReadyCode:
             return error_number::kNotReady;

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "platform/Like.h"
+#include "platform/Utf8.h"
 
 namespace vw {
 
@@ -100,7 +101,7 @@ TEST(WorkingName, HoldsDatesThatACommentCannotHoldAtTheEnds) {
 }
 
 TEST(WorkingName, MakesTheBeginningFitForAFileName) {
-    const std::wstring sixty(60, L'x');
+    const std::wstring most(32, L'x');
     const std::wstring high(1, static_cast<wchar_t>(0xD83D));
     const std::wstring low(1, static_cast<wchar_t>(0xDE00));
     struct Row {
@@ -110,25 +111,41 @@ TEST(WorkingName, MakesTheBeginningFitForAFileName) {
     const Row rows[] = {
         {L"", L""},
         {L"Report", L"Report"},
-        {sixty, sixty},
-        {sixty + L"y", sixty},
-        {std::wstring(59, L'x') + high + low, std::wstring(59, L'x')},  // a pair is not cut
-        {std::wstring(58, L'x') + high + low, std::wstring(58, L'x') + high + low},
-        {std::wstring(59, L'x') + high, std::wstring(59, L'x') + high},  // was half before
+        {most, most},
+        {most + L"y", most},
+        {std::wstring(20, L'\u0645'), std::wstring(16, L'\u0645')},     // two bytes each
+        {std::wstring(20, L'\u4E2D'), std::wstring(10, L'\u4E2D')},     // three bytes each
+        {std::wstring(30, L'x') + high + low, std::wstring(30, L'x')},  // a pair is not cut
+        {std::wstring(28, L'x') + high + low, std::wstring(28, L'x') + high + low},
+        {std::wstring(30, L'x') + high, std::wstring(30, L'x') + high},  // was half before
         {L"a«0001»b", L"a_0001_b"},
         {L"a. .", L"a___"},
         {L"...", L"___"},
         {L".a", L".a"},
-        {std::wstring(58, L'x') + L". y", std::wstring(58, L'x') + L"__"},
+        {std::wstring(30, L'x') + L". y", std::wstring(30, L'x') + L"__"},
         {L"C:", L"C_"},
         {L"a\\b/c*d?e\"f<g>h|i\nj", L"a_b_c_d_e_f_g_h_i_j"},
     };
     for (const Row& row : rows) {
         const std::wstring name = FormatWorkingName(Sample(), row.firstName);
         EXPECT_EQ(name, SampleText(row.beginning));
-        EXPECT_LE(name.size(), 200U);
         EXPECT_EQ(ParseWorkingName(name), Sample());
     }
+}
+
+// Shares that encrypt names take 143 bytes; longer names failed there with "name too long".
+TEST(WorkingName, FitsWithItsCommentIntoTheNamesOfEncryptedShares) {
+    WorkingName name = Sample();
+    name.made = name.date;
+    for (const wchar_t letter : {L'x', L'\u0645', L'\u4E2D'}) {
+        const std::wstring text = FormatWorkingName(name, std::wstring(200, letter));
+        EXPECT_LE(ToUtf8(text + std::wstring(kCommentExtension)).size(), 143U);
+    }
+}
+
+TEST(WorkingName, OfAnEarlierVersion_IsStillRead) {
+    EXPECT_EQ(ParseWorkingName(SampleText(std::wstring(60, L'x'))), Sample());
+    EXPECT_EQ(ParseWorkingName(SampleText(std::wstring(61, L'x'))), std::nullopt);
 }
 
 TEST(WorkingName, IsNeverTakenForACopy) {

@@ -75,22 +75,22 @@ TEST(RuntimeError, GivesANumberForEverySystemCode) {
         int number;
     };
     const Row rows[] = {
-        {2, 53},                                  // file not found
-        {3, 76},          {53, 76},   {67, 76},   // path, network path, network name not found
-        {5, 70},          {32, 70},   {33, 70},   // access denied, sharing and lock violation
-        {19, 70},                                 // write protected
-        {80, 58},         {183, 58},              // exists already
-        {112, 61},        {39, 61},               // disk full
-        {21, 71},                                 // not ready
-        {15, 68},                                 // invalid drive
-        {123, 52},        {161, 52},  {267, 52},  // invalid name, bad path name, no directory name
-        {206, 52},                                // name too long
-        {23, 57},         {1117, 57}, {25, 57},   // checksum, device, seek
-        {27, 57},                                 // sector not found
-        {4, 67},                                  // too many open files
-        {8, 7},           {14, 7},                // out of memory
-        {145, 75},                                // folder not empty
-        {0, 75},          {1, 75},    {87, 75},   // all the rest
+        {2, 53},                                   // file not found
+        {3, 76},          {53, 76},   {67, 76},    // path, network path, network name not found
+        {5, 70},          {32, 70},   {33, 70},    // access denied, sharing and lock violation
+        {19, 70},                                  // write protected
+        {80, 58},         {183, 58},               // exists already
+        {112, 61},        {39, 61},   {1295, 61},  // disk full, quota used up
+        {21, 71},                                  // not ready
+        {15, 68},                                  // invalid drive
+        {123, 52},        {161, 52},  {267, 52},   // invalid name, bad path name, no directory name
+        {206, 52},                                 // name too long
+        {23, 57},         {1117, 57}, {25, 57},    // checksum, device, seek
+        {27, 57},                                  // sector not found
+        {4, 67},                                   // too many open files
+        {8, 7},           {14, 7},                 // out of memory
+        {145, 75},                                 // folder not empty
+        {0, 75},          {1, 75},    {87, 75},    // all the rest
         {0xFFFFFFFF, 75},
     };
     for (const Row& row : rows) {
