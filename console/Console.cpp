@@ -25,9 +25,15 @@ std::wstring EnglishReason(const RuntimeError& error) {
 
 }  // namespace
 
-Console::Console(Output& out)
-    : output(out), ansi_(CP_ACP), system{files_,     *this, *this,  *this,
-                                         exitStatus, *this, clock_, ansi_} {
+Console::Console(Output& out, FileSystem* files)
+    : output(out), ansi_(CP_ACP), system{files != nullptr ? *files : files_,
+                                         *this,
+                                         *this,
+                                         *this,
+                                         exitStatus,
+                                         *this,
+                                         clock_,
+                                         ansi_} {
     state.silentRun = true;
     state.executableBaseName = kSettingsOwner;
     const MRecentFiles::SettingsStore settings(*this, kSettingsOwner);

@@ -41,12 +41,11 @@ void CheckComment(Console& console, const CopyEntry& copy, Findings& findings) {
         return;
     }
     const auto date = comment->date;
-    FileFacts stated = *facts;
-    if (date) stated.lastWrite = *date;
-    FileFacts own = *facts;
-    own.lastWrite = NewestFileDate(console.system.files, copy.path, [] { Console::StopIfAsked(); });
-    const bool fits =
-        date && (HasSameDate(stated, own) || (facts->isFolder && own.lastWrite < stated.lastWrite));
+    const NewestDates own =
+        NewestFileDates(console.system.files, copy.path, [] { Console::StopIfAsked(); });
+    const bool fits = date && (HasSameDate(*date, own.newest) ||
+                               HasSameDate(*date, own.newestByPresentRules.value_or(own.newest)) ||
+                               (facts->isFolder && !own.IsAfter(*date)));
     if (!fits) findings.Add(L"comment", copy.path, L"its date is not that of the copy");
 }
 

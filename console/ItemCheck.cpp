@@ -42,9 +42,9 @@ std::wstring Facts(const FileFacts& facts) {
 
 struct ItemCheck::Result {
     std::vector<Difference> differences;
-    Date itemNewest = kEmptyFolderDate;
-    Date equalNewest = kEmptyFolderDate;  ///< of the files that are equal in item and copy
-    bool isPartial = false;               ///< a folder could not be listed
+    NewestDates item{.newest = kEmptyFolderDate, .newestByPresentRules = {}};
+    NewestDates equal{item};  ///< of the files that are equal in item and copy
+    bool isPartial = false;   ///< a folder could not be listed
 };
 
 ItemCheck::ItemCheck(Console& console, CPackage& engine, Findings& findings, bool content)
@@ -103,12 +103,14 @@ void ItemCheck::CheckAgainst(const ConsoleItem& item, const std::wstring& copy,
         TakeFolder(std::make_shared<ComparedRoots>(item.path, copy), single, result);
     }
     // The sub-folders of a rule, and the dates of copies that lie in the item, count as well.
-    const auto commentDate = comment->date;
-    Date itemDate = result.itemNewest;
-    if (facts.isFolder && (item.kind == ItemKind::Rule || itemDate != commentDate)) {
-        itemDate = MFileDosShell::NewestDateOf(console_.system, engine_, item.path);
+    const auto isOf = [&](const NewestDates& dates) {
+        return comment->date && dates.HasDate(*comment->date);
+    };
+    bool isUnseen = isOf(result.item);
+    if (facts.isFolder && (item.kind == ItemKind::Rule || !isUnseen)) {
+        isUnseen = isOf(MFileDosShell::NewestDatesOf(console_.system, engine_, item.path));
     }
-    Judge(item, copy, *comment, itemDate, result);
+    Judge(item, copy, *comment, isUnseen, result);
 }
 
 // The comment of a copy that was made from another folder of the same name names that folder. A
@@ -146,7 +148,7 @@ void ItemCheck::TakeFolder(const Roots& roots, const ComparedFolder& folder, Res
     };
     const auto at = [&](const std::wstring& name) { return below(roots->first, name); };
     const auto take = [&](const FileFacts& entry) {
-        if (!entry.isFolder) result.itemNewest = std::max(result.itemNewest, entry.lastWrite);
+        if (!entry.isFolder) result.item.Take(entry);
     };
     std::vector<ComparedEntry> gone = folder.onlySecond;
     for (const ComparedEntry& entry : folder.onlyFirst) {
@@ -167,7 +169,7 @@ void ItemCheck::TakeFolder(const Roots& roots, const ComparedFolder& folder, Res
     for (const auto& [first, second] : folder.both) {
         take(first);
         if (LooksEqual(first, second)) {
-            result.equalNewest = std::max(result.equalNewest, first.lastWrite);
+            result.equal.Take(first);
             if (!content_ || first.isFolder) continue;
             bytes_.Add({at(first.name), below(roots->second, second.name), first, roots});
         } else {
@@ -180,17 +182,14 @@ void ItemCheck::TakeFolder(const Roots& roots, const ComparedFolder& folder, Res
 }
 
 void ItemCheck::Judge(const ConsoleItem& item, const std::wstring& copy, const CopyComment& comment,
-                      Date itemDate, const Result& result) {
-    const auto commentDate = comment.date;
-    const bool isUnseen = commentDate == itemDate;
-    const auto later = [&](Date date) { return !commentDate || date > *commentDate; };
+                      bool isUnseen, const Result& result) {
     if (comment.isIncomplete) {
         findings_.Add(L"incomplete", copy,
                       std::to_wstring(result.differences.size()) + L" differences from the item");
         return;
     }
     const bool isOtherDate = result.differences.empty() && !isUnseen && !result.isPartial;
-    if (!commentDate || isOtherDate || later(result.equalNewest)) {
+    if (!comment.date || isOtherDate || result.equal.IsAfter(*comment.date)) {
         findings_.Add(L"comment", copy, L"its date is not that of what was copied");
         return;
     }

@@ -42,7 +42,7 @@ class ItemCheck {
                                  const FileFacts& facts);
     void TakeFolder(const Roots& roots, const ComparedFolder& folder, Result& result);
     void Judge(const ConsoleItem& item, const std::wstring& copy, const CopyComment& comment,
-               Date itemDate, const Result& result);
+               bool isUnseen, const Result& result);
     void CheckPlace(const ConsoleItem& item, const std::wstring& copy, const std::wstring& place);
     void CheckOlderCopies(const ConsoleItem& item, std::int16_t location);
     void CompareOlder(const ConsoleItem& item, const std::wstring& newer,

@@ -109,8 +109,10 @@ void CompareTrees(FileSystem& files, std::wstring_view first, std::wstring_view 
     }
 }
 
+bool HasSameDate(Date first, Date second) { return std::abs(first - second) <= kCoarsestDate; }
+
 bool HasSameDate(const FileFacts& first, const FileFacts& second) {
-    return std::abs(first.lastWrite - second.lastWrite) <= kCoarsestDate;
+    return HasSameDate(first.lastWrite, second.lastWrite);
 }
 
 bool LooksEqual(const FileFacts& first, const FileFacts& second) {

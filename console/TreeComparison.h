@@ -49,6 +49,7 @@ void CompareTrees(FileSystem& files, std::wstring_view first, std::wstring_view 
 /// Whether two files have the same length and, as exactly as any drive keeps it (two seconds), the
 /// same date.
 [[nodiscard]] bool HasSameDate(const FileFacts& first, const FileFacts& second);
+[[nodiscard]] bool HasSameDate(Date first, Date second);
 [[nodiscard]] bool LooksEqual(const FileFacts& first, const FileFacts& second);
 
 }  // namespace vw

@@ -139,32 +139,25 @@ namespace {
 // `direct` are those of the folder itself.
 using SizeTaker = std::function<void(std::uint64_t bytes, bool direct)>;
 
-// `newest` holds what was found so far when an error ends the search.
+// `dates` holds what was found so far when an error ends the search.
 void FindNewestDate(System& system, CopyDates& copyDates, std::wstring_view path,
-                    const std::optional<FileFacts>& facts, Date& newest,
-                    const SizeTaker& takeSize = {}, std::optional<Date>* byPresentRules = nullptr,
-                    bool raisesUnreadable = false) {
-    const auto takeDates = [&](const FileFacts& file) {
-        newest = std::max(newest, file.lastWrite);
-        if (byPresentRules == nullptr) return;
-        *byPresentRules =
-            std::max(byPresentRules->value_or(kMissingDate), file.lastWriteByPresentRules);
-    };
-    newest = kMissingDate;
+                    const std::optional<FileFacts>& facts, NewestDates& dates,
+                    const SizeTaker& takeSize = {}, bool raisesUnreadable = false) {
+    dates.newest = kMissingDate;
     if (!facts) return;
     if (NamesCopy(path)) {
-        newest = copyDates.PackageDate(path);
+        dates.newest = copyDates.PackageDate(path);
         return;
     }
     if (!facts->isFolder) {
-        takeDates(*facts);
+        dates.Take(*facts);
         return;
     }
-    newest = kEmptyFolderDate;
+    dates.newest = kEmptyFolderDate;
     bool direct = true;
     TreeVisitor visitor;
     visitor.file = [&](const FolderEntry& file) {
-        takeDates(file);
+        dates.Take(file);
         if (takeSize) takeSize(file.size, direct);
     };
     visitor.left = [&] { direct = false; };
@@ -174,7 +167,7 @@ void FindNewestDate(System& system, CopyDates& copyDates, std::wstring_view path
             takeSize(static_cast<std::uint64_t>(WholeTreeSize(system, subFolder)), direct);
         }
         const Date stored = copyDates.PackageDate(subFolder);
-        takeDates({.lastWrite = stored, .lastWriteByPresentRules = stored});
+        dates.Take({.lastWrite = stored, .lastWriteByPresentRules = stored});
         return false;
     };
     visitor.yield = [&] { system.pump.DoEventsIfDue(); };
@@ -185,15 +178,17 @@ void FindNewestDate(System& system, CopyDates& copyDates, std::wstring_view path
 }  // namespace
 
 Date PathDate(System& system, CopyDates& copyDates, std::wstring_view path) {
-    Date newest = kMissingDate;
+    NewestDates dates;
     Trapped(system.errors, Named(L"PathDate"),
-            [&] { FindNewestDate(system, copyDates, path, system.files.Look(path), newest); });
-    return newest;
+            [&] { FindNewestDate(system, copyDates, path, system.files.Look(path), dates); });
+    return dates.newest;
 }
 
 std::optional<SizeAndDate> PathSizeAndDate(System& system, CopyDates& copyDates,
                                            std::wstring_view path) {
     std::optional<SizeAndDate> found;
+    NewestDates dates;
+    bool isSearched = false;
     const bool told = !Trapped(system.errors, Named(L"PathDate"), [&] {
         const std::optional<FileFacts> facts = system.files.Look(path);
         if (!facts) return;
@@ -204,18 +199,24 @@ std::optional<SizeAndDate> PathSizeAndDate(System& system, CopyDates& copyDates,
                 found->size = static_cast<std::uint64_t>(WholeTreeSize(system, path));
             }
         } else if (facts->isFolder) {
-            FindNewestDate(system, copyDates, path, facts, found->date,
+            isSearched = true;
+            FindNewestDate(system, copyDates, path, facts, dates,
                            [&](std::uint64_t bytes, bool) { found->size += bytes; });
         }
     });
+    if (isSearched) found->date = dates.newest;
     if (told && !found) found = SizeAndDate{.isKnown = false};
     return found;
 }
 
+NewestDates NewestDatesOf(System& system, CopyDates& copyDates, std::wstring_view path) {
+    NewestDates dates;
+    FindNewestDate(system, copyDates, path, system.files.Look(path), dates, {}, true);
+    return dates;
+}
+
 Date NewestDateOf(System& system, CopyDates& copyDates, std::wstring_view path) {
-    Date newest = kMissingDate;
-    FindNewestDate(system, copyDates, path, system.files.Look(path), newest, {}, nullptr, true);
-    return newest;
+    return NewestDatesOf(system, copyDates, path).newest;
 }
 
 Survey SurveyOf(System& system, CopyDates& copyDates, std::wstring_view path,
@@ -228,8 +229,7 @@ Survey SurveyOf(System& system, CopyDates& copyDates, std::wstring_view path,
         ++survey.files;
         survey.bytes += static_cast<std::int64_t>(bytes);
     };
-    FindNewestDate(system, copyDates, path, facts, survey.newest, add,
-                   &survey.newestByPresentRules);
+    FindNewestDate(system, copyDates, path, facts, survey, add);
     if (!facts) {
         survey.bytes = -1;
     } else if (!facts->isFolder) {

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "fsutil/CopyDates.h"
+#include "fsutil/NewestDate.h"
 #include "platform/Date.h"
 #include "platform/FileSystem.h"
 #include "platform/System.h"
@@ -59,19 +60,14 @@ struct SizeAndDate {
 
 /// The date of PathDate for callers that must not go on without it: raises what goes wrong, also
 /// where a folder of the tree cannot be read.
+[[nodiscard]] NewestDates NewestDatesOf(System& system, CopyDates& copyDates,
+                                        std::wstring_view path);
+
+/// The same by the rules of the date's own year alone.
 [[nodiscard]] Date NewestDateOf(System& system, CopyDates& copyDates, std::wstring_view path);
 
 /// What a backup has to know of an item before it decides.
-struct Survey {
-    Date newest = 0;  ///< that of PathDate
-    /// The same by the rules of the present year; nothing when the date is no file's.
-    std::optional<Date> newestByPresentRules;
-
-    /// Whether a comment of this date describes the item as it is now, by either rule.
-    [[nodiscard]] bool HasDate(Date date) const {
-        return date == newest || date == newestByPresentRules;
-    }
-
+struct Survey : NewestDates {
     std::int64_t bytes = 0;       ///< that of PathSize: of a folder the files directly in it
     std::uint64_t files = 0;      ///< the files that `bytes` belong to
     std::uint64_t treeFiles = 0;  ///< of a folder those of its whole tree

@@ -6,16 +6,30 @@
 
 namespace vw {
 
-Date NewestFileDate(FileSystem& files, std::wstring_view path, const std::function<void()>& yield) {
+void NewestDates::Take(const FileFacts& file) {
+    newest = std::max(newest, file.lastWrite);
+    newestByPresentRules =
+        std::max(newestByPresentRules.value_or(kMissingDate), file.lastWriteByPresentRules);
+}
+
+NewestDates NewestFileDates(FileSystem& files, std::wstring_view path,
+                            const std::function<void()>& yield) {
+    NewestDates dates;
     const std::optional<FileFacts> facts = files.Look(path);
-    if (!facts) return kMissingDate;
-    if (!facts->isFolder) return facts->lastWrite;
-    Date newest = kMissingDate;
+    if (!facts) return dates;
+    if (!facts->isFolder) {
+        dates.Take(*facts);
+        return dates;
+    }
     TreeVisitor visitor;
-    visitor.file = [&](const FolderEntry& file) { newest = std::max(newest, file.lastWrite); };
+    visitor.file = [&](const FolderEntry& file) { dates.Take(file); };
     visitor.yield = yield;
     WalkTree(files, path, visitor);
-    return newest;
+    return dates;
+}
+
+Date NewestFileDate(FileSystem& files, std::wstring_view path, const std::function<void()>& yield) {
+    return NewestFileDates(files, path, yield).newest;
 }
 
 }  // namespace vw

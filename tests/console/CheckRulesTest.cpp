@@ -1,0 +1,63 @@
+// vw check where the rules of a date's own year give another date than those of the present year,
+// by which earlier versions wrote their comments. Wine has no such years, so that a double stands
+// in.
+
+#include "console/Arguments.h"
+#include "console/Console.h"
+#include "console/Verbs.h"
+#include "platform/Win32FileSystem.h"
+#include "tests/console/VwTest.h"
+#include "tests/support/OtherRules.h"
+
+namespace vw::test {
+namespace {
+
+class CheckRules : public VwTest {
+  protected:
+    CheckRules() {
+        tree.File(L"a.txt", "a", Day(1));
+        tree.File(L"Work\\b.txt", "b", Day(2));
+        tree.File(L"Work\\Sub\\c.txt", "c", Day(3));
+        tree.File(L"Rule\\d.txt", "d", Day(4));
+        tree.File(L"Gone\\e.txt", "e", Day(5));
+        MakeList({L"a.txt", L"Work\\", L"Rule\\*", L"Gone\\"});
+        RunsTo(0, L"backup " + List());
+        // The copies of one item are checked without it.
+        MakeList({L"a.txt", L"Work\\", L"Rule\\*"});
+    }
+    /// The exit code of a check by other rules: 1 for findings.
+    [[nodiscard]] int Check() const {
+        Win32FileSystem disk;
+        OtherRules rules(disk);
+        Output output;
+        output.SetStyle(Output::Style::Quiet);
+        Console console(output, &rules);
+        return console.Run(
+            [&] { return vw::Check(console, {.list = tree.Path(L"list.vwl"), .content = false}); });
+    }
+};
+
+TEST_F(CheckRules, CommentsByThePresentYear_AreNoFindings) { EXPECT_EQ(Check(), 0); }
+
+TEST_F(CheckRules, CommentsOfAnotherDate_AreFindings) {
+    for (const wchar_t* const copy :
+         {L"a«0001».txt", L"Work«0001»", L"Rule«0001»", L"Gone«0001»"}) {
+        const std::wstring comment = Stored(copy) + L".vwc";
+        const std::string before = ReadBytes(comment);
+        std::string changed = before;
+        changed.replace(changed.find("2010"), 4, "2009");
+        tree.File(comment, changed);
+        EXPECT_EQ(Check(), 1) << "an older date: " << comment.c_str();
+        tree.File(comment, before);
+        EXPECT_EQ(Check(), 0);
+    }
+}
+
+// A change that no rule of dates can see is a finding under both.
+TEST_F(CheckRules, ChangeUnderAnUnchangedDate_IsAFinding) {
+    tree.File(L"Work\\b.txt", "longer", Day(2));
+    EXPECT_EQ(Check(), 1);
+}
+
+}  // namespace
+}  // namespace vw::test
