@@ -7,6 +7,7 @@ namespace vw {
 namespace {
 
 constexpr wchar_t kLeftToRightMark = 0x200E;
+constexpr wchar_t kRightToLeftMark = 0x200F;
 constexpr wchar_t kLeftToRightEmbedding = 0x202A;
 constexpr wchar_t kRightToLeftEmbedding = 0x202B;
 constexpr wchar_t kEndOfEmbedding = 0x202C;
@@ -88,10 +89,24 @@ std::wstring MarkPath(std::wstring_view path) {
     return marked;
 }
 
+std::wstring MarkName(std::wstring_view name) {
+    return NameReadsFromRight(name) ? MarkSentence(name) : MarkPath(name);
+}
+
 std::wstring MarkLines(std::wstring_view text) {
-    return EachLine(text, [](std::wstring_view line) {
-        const bool isPath = LooksLikePath(line) || !PhraseReadsFromRight(line);
-        return isPath ? MarkPath(line) : std::wstring(line);
+    bool isName = false;
+    return EachLine(text, [&isName](std::wstring_view line) {
+        const bool readsFromLeft = LooksLikePath(line) || !PhraseReadsFromRight(line) ||
+                                   (isName && !NameReadsFromRight(line));
+        // The line feed of a line end makes an empty line of its own.
+        if (!line.empty()) isName = line.ends_with(L':');
+        return readsFromLeft ? MarkPath(line) : std::wstring(line);
+    });
+}
+
+std::wstring MarkTip(std::wstring_view lines) {
+    return EachLine(lines, [](std::wstring_view line) {
+        return LooksLikePath(line) ? MarkPath(line) : MarkName(line);
     });
 }
 
@@ -112,8 +127,9 @@ std::wstring MarkReport(std::wstring_view lines) {
 std::wstring WithoutMarks(std::wstring_view text) {
     std::wstring plain(text);
     std::erase_if(plain, [](wchar_t unit) {
-        return unit == kLeftToRightMark || unit == kLeftToRightEmbedding ||
-               unit == kRightToLeftEmbedding || unit == kEndOfEmbedding;
+        return unit == kLeftToRightMark || unit == kRightToLeftMark ||
+               unit == kLeftToRightEmbedding || unit == kRightToLeftEmbedding ||
+               unit == kEndOfEmbedding;
     });
     return plain;
 }
@@ -123,7 +139,10 @@ std::wstring MarkSentence(std::wstring_view sentence) {
         return IsRightToLeft(unit) || unit == L' ';
     });
     if (plain || !PhraseReadsFromRight(sentence)) return std::wstring(sentence);
-    return kRightToLeftEmbedding + std::wstring(sentence) + kEndOfEmbedding;
+    std::wstring marked = kRightToLeftEmbedding + std::wstring(sentence);
+    // A box breaks a long sentence, and shows the rest of it without the embedding.
+    if (!IsRightToLeft(sentence.back())) marked += kRightToLeftMark;
+    return marked + kEndOfEmbedding;
 }
 
 }  // namespace vw

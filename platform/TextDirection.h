@@ -25,8 +25,13 @@ namespace vw {
 /// marks.
 [[nodiscard]] std::wstring MarkPath(std::wstring_view path);
 
-/// The text of a right-to-left message box: each line that is a path, or that has no right-to-left
-/// letters, is marked as MarkPath does. All other lines stay as they are.
+/// A name inside a text of either direction: it keeps the order of its own first letter, as
+/// NameReadsFromRight says.
+[[nodiscard]] std::wstring MarkName(std::wstring_view name);
+
+/// The text of a right-to-left message box: each line that is a path, that has no right-to-left
+/// letters, or that is a name which reads from left to right, is marked as MarkPath does. A line
+/// behind one that ends with a colon is such a name. All other lines stay as they are.
 [[nodiscard]] std::wstring MarkLines(std::wstring_view text);
 
 /// Lines of a text that reads from left to right, such as a report or an error: the folders of a
@@ -34,11 +39,16 @@ namespace vw {
 /// All other lines stay as they are.
 [[nodiscard]] std::wstring MarkReport(std::wstring_view lines);
 
+/// The lines of a tool tip, each a path, a name or a sentence, wherever it is shown. Names and
+/// sentences keep the order of their first letter.
+[[nodiscard]] std::wstring MarkTip(std::wstring_view lines);
+
 /// The text without such marks, for what leaves the window: a path has to be the path again.
 [[nodiscard]] std::wstring WithoutMarks(std::wstring_view text);
 
-/// A sentence that reads from right to left wherever it is shown. Returns it unchanged when it has
-/// no right-to-left letters, or nothing else than such letters and blanks.
+/// A sentence that reads from right to left wherever it is shown, also when a box breaks it.
+/// Returns it unchanged when it has no right-to-left letters, or nothing else than such letters and
+/// blanks.
 [[nodiscard]] std::wstring MarkSentence(std::wstring_view sentence);
 
 }  // namespace vw

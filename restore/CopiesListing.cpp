@@ -215,11 +215,11 @@ void CopiesBrowser::NameCopies(int row) {
     if (tag >= items_.size()) return;
     const bool arabic = main_.InLanguage() == Language::Arabic;
     std::wstring text(arabic ? L"نسخ " : L"Copies of ");
-    text += items_[tag].origin;
+    text += arabic ? MarkName(items_[tag].origin) : items_[tag].origin;
     const std::wstring location = items.SubItem(row, L"Orginal Location");
     if (!location.empty() && location != kUnknownLocation) {
         // Between two Latin names the comma alone would not tell in which direction they follow.
-        text.append(arabic ? L"\u200F، " + MarkPath(location) : L", " + location);
+        text.append(arabic ? L"\u200F، " + MarkPath(location) : L", " + MarkReport(location));
     }
     main_.SetText(L"lblCopiesHeading", text);
 }

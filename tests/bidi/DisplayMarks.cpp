@@ -1,7 +1,7 @@
 // What the check of the display order asks the program's own code: reads lines from its input, each
 // a kind, a tab and a text in UTF-8 with U+0001 for a line break, and writes the text with marks.
 // Kinds: "box" the text of a right-to-left message box, "tip" a sentence in a tool tip, "path" a
-// path in one, "report" a line of the Arabic report.
+// path in one, "name" a name in one, "report" a line of the Arabic report.
 
 #include <algorithm>
 #include <iostream>
@@ -17,6 +17,7 @@ constexpr char kBreak = '\x01';
 std::wstring Marked(const std::string& kind, const std::wstring& text) {
     if (kind == "box") return vw::MarkLines(text);
     if (kind == "report") return vw::MarkReport(text);
+    if (kind == "name") return vw::MarkTip(text);
     return kind == "tip" ? vw::MarkSentence(text) : vw::MarkPath(text);
 }
 

@@ -27,6 +27,9 @@ SCRAMBLED = ("C:\\العمل\\عقود\\Contract.pdf", "C:\\العمل\\عقود
              "R:\\Backup\\Work«0001»", "D:\\صور 2024\\عيد\\IMG 1.jpg", "C:\\")
 PLAIN = ("C:\\Docs\\a.txt", "C:\\Docs\\2024", "C:\\Docs (old)\\b.txt", "R:\\Backup\\Plan«0001».doc")
 
+# Names of both scripts. The first letter of each decides how a list shows it.
+NAMES = ("Report عقد.docx", "Plan (نسخة).doc", "عقد الإيجار (1).pdf", "2026 عقد.pdf", "رسالة.docx")
+
 bidi = ctypes.CDLL("libfribidi.so.0")
 offences = []
 
@@ -145,12 +148,36 @@ def check_tips(program, texts):
         for base in (LEFT_TO_RIGHT, RIGHT_TO_LEFT):
             if not sentence_order(tip, base):
                 tell(f"{file}: the tip {text!r} is shown as {seen(tip, base)}")
+            # The last words on a line of their own, which the embedding does not reach.
+            rest = tip.rsplit(" ", 2)
+            if (len(rest) == 3 and ARABIC.match(rest[1])
+                    and not re.search("[A-Za-z0-9]", rest[1] + rest[2])):
+                if not sentence_order(" ".join(rest[1:]), LEFT_TO_RIGHT):
+                    tell(f"{file}: the end of the tip {text!r} is shown in another order")
     paths = SCRAMBLED + PLAIN
     for path, tip in zip(paths, with_marks(program, [("path", path) for path in paths])):
         for base in (LEFT_TO_RIGHT, RIGHT_TO_LEFT):
             if not path_order(tip, base):
                 tell(f"the tip {path} is shown as {seen(tip, base)}")
     return len(tips) + len(paths)
+
+
+def check_names(program):
+    """Names stand in boxes, below a question that ends with a colon, and in tips as in lists."""
+    boxes = with_marks(program, [("box", f"هل تريد حذف الملف:\r\n{name}") for name in NAMES])
+    tips = with_marks(program, [("name", name) for name in NAMES])
+    scrambled = 0
+    for name, box, tip in zip(NAMES, boxes, tips):
+        isLatin = ARABIC.search(name).start() > len(re.match("[^A-Za-z]*", name)[0])
+        wanted = seen(name, LEFT_TO_RIGHT if isLatin else RIGHT_TO_LEFT)
+        scrambled += seen(name, RIGHT_TO_LEFT) != wanted
+        for text, base in ((box.split("\n")[-1], RIGHT_TO_LEFT), (tip, RIGHT_TO_LEFT),
+                           (tip, LEFT_TO_RIGHT)):
+            if seen(text, base) != wanted:
+                tell(f"the name {name} is shown as {seen(text, base)}")
+    if scrambled < 2:
+        tell("the sample names need no marks")
+    return len(NAMES)
 
 
 def check_report(program, texts):
@@ -209,6 +236,7 @@ def main():
     check_the_check()
     boxes = check_boxes(program, texts)
     tips = check_tips(program, texts)
+    check_names(program)
     report = check_report(program, texts)
     page = check_help(ROOT / "Help" / "Vaultwright.htm")
     for offence in offences:

@@ -57,6 +57,27 @@ TEST(MarkPath, ArabicDigits_Marks) {
     EXPECT_EQ(MarkPath(L"C:\\٢٠٢٤"), L"\u202AC:\\\u200E٢٠٢٤\u202C");
 }
 
+TEST(MarkName, FirstLetter_DecidesTheOrder) {
+    EXPECT_EQ(MarkName(L"Report عقد.docx"), L"\u202AReport عقد.docx\u202C");
+    EXPECT_EQ(MarkName(L"عقد (1).docx"), L"\u202Bعقد (1).docx\u200F\u202C");
+    EXPECT_EQ(MarkName(L"Report.docx"), L"Report.docx");
+    EXPECT_EQ(MarkName(L"عقد"), L"عقد");
+}
+
+TEST(MarkLines, NameBehindAColon_ThatReadsFromLeft_IsMarked) {
+    EXPECT_EQ(MarkLines(L"من الملف:\r\nReport عقد.docx"),
+              L"من الملف:\r\n\u202AReport عقد.docx\u202C");
+    EXPECT_EQ(MarkLines(L"من الملف:\r\nعقد Report.docx"), L"من الملف:\r\nعقد Report.docx");
+    EXPECT_EQ(MarkLines(L"سؤال؟\r\nWindows يبدأ"), L"سؤال؟\r\nWindows يبدأ")
+        << "a sentence is no name";
+}
+
+TEST(MarkTip, PathNameAndSentence_KeepTheirOrder) {
+    EXPECT_EQ(MarkTip(L"C:\\Docs\\\r\nReport عقد.docx\r\nيبدأ Windows."),
+              L"\u202AC:\\Docs\\\u202C\r\n\u202AReport عقد.docx\u202C\r\n"
+              L"\u202Bيبدأ Windows.\u200F\u202C");
+}
+
 TEST(MarkLines, QuestionAndPath_MarksThePathOnly) {
     const std::wstring question = L"هل تريد بالتأكيد حذف الملف التالي:\r\n";
     EXPECT_EQ(MarkLines(question + L"C:\\العمل\\عقود\\Contract.pdf"), question + kMarkedFolders);
@@ -78,7 +99,7 @@ TEST(MarkReport, ArabicFolders_KeepTheirOrder) {
 
 TEST(MarkReport, ArabicSentence_ReadsFromRightToLeft) {
     EXPECT_EQ(MarkReport(L"تم تخطي الارتباط التالي"), L"تم تخطي الارتباط التالي");
-    EXPECT_EQ(MarkReport(L"توقف النسخ."), L"\u202Bتوقف النسخ.\u202C");
+    EXPECT_EQ(MarkReport(L"توقف النسخ."), L"\u202Bتوقف النسخ.\u200F\u202C");
 }
 
 TEST(WithoutMarks, MarkedPath_IsThePathAgain) {
@@ -90,7 +111,7 @@ TEST(WithoutMarks, MarkedPath_IsThePathAgain) {
 }
 
 TEST(MarkSentence, LatinInASentence_Embeds) {
-    EXPECT_EQ(MarkSentence(L"قائمة جديدة (Ctrl+N)"), L"\u202Bقائمة جديدة (Ctrl+N)\u202C");
+    EXPECT_EQ(MarkSentence(L"قائمة جديدة (Ctrl+N)"), L"\u202Bقائمة جديدة (Ctrl+N)\u200F\u202C");
 }
 
 TEST(MarkSentence, NothingToReorder_ReturnsTheSentence) {

@@ -77,7 +77,7 @@ TEST_F(Boxes, RightToLeft_PathsAreMarkedOnDisplayOnly) {
     ASSERT_EQ(asked.size(), 3U);
     EXPECT_EQ(asked[0].text, question + L"\u202AC:\\\u200Eعقود\\\u200E\u202C");
     EXPECT_EQ(asked[1].text, question + L"C:\\Docs\\a.txt");
-    EXPECT_EQ(asked[2].text, L"\u202Bحذف الملف:\u202C\r\nC:\\\u200Eعقود\\")
+    EXPECT_EQ(asked[2].text, L"\u202Bحذف الملف:\u200F\u202C\r\nC:\\\u200Eعقود\\")
         << "a box that reads from left to right";
     EXPECT_EQ(echoed.front(), question + L"C:\\عقود\\") << "what is logged has no marks";
 }
