@@ -214,10 +214,13 @@ class Form final : public Window {
     void OnDrop(HWND list, WPARAM drop);
     LRESULT OnNotify(NMHDR& header);
     LRESULT OnListNotify(Part& part, NMHDR& header);
-    void OnTipAsked(NMTTDISPINFOW& info);
     void OnTimer(int id);
     bool Translate(MSG& message);
     void GiveFocus();
+
+    // Tool tips (FormTips.cpp)
+    void OnTipAsked(NMTTDISPINFOW& info);
+    void OnMenuSelect(WPARAM selected, HMENU menu);
 
     const FormData& data_;
     Language language_;

@@ -1,9 +1,7 @@
 #include <algorithm>
 
-#include "platform/TextDirection.h"
 #include "ui/ControlFactory.h"
 #include "ui/Form.h"
-#include "ui/Painting.h"
 #include "ui/PrivateMessages.h"
 // The shell's declarations need those of the window system first.
 #include <shellapi.h>
@@ -107,6 +105,9 @@ std::optional<LRESULT> Form::OnWindowMessage(UINT message, WPARAM wParam, LPARAM
             return 0;
         case WM_SETFOCUS:
             GiveFocus();
+            return 0;
+        case WM_MENUSELECT:
+            OnMenuSelect(wParam, reinterpret_cast<HMENU>(lParam));
             return 0;
         case WM_SETCURSOR: {
             const auto hit = static_cast<SHORT>(LOWORD(lParam));
@@ -232,6 +233,12 @@ void Form::OnMenuOrButton(int id) {
         }
         return;
     }
+    // A key stands for a click on the status line, which takes no keyboard.
+    for (const Part& part : parts_) {
+        if (part.data->id != id || !part.data->statusLine) continue;
+        Tell(*part.data, EventKind::Click);
+        return;
+    }
 }
 
 void Form::OnDialogKey(int id) {
@@ -309,39 +316,6 @@ LRESULT Form::OnListNotify(Part& part, NMHDR& header) {
             break;
     }
     return 0;
-}
-
-// The tip of a label with a path is the whole path, unless all of it shows.
-void Form::OnTipAsked(NMTTDISPINFOW& info) {
-    const HWND control = reinterpret_cast<HWND>(info.hdr.idFrom);
-    const Part* part = FindByWindow(control);
-    if (part == nullptr) return;
-    if (part->list) {
-        const DWORD position = GetMessagePos();
-        POINT mouse{GET_X_LPARAM(position), GET_Y_LPARAM(position)};
-        MapWindowPoints(nullptr, control, &mouse, 1);
-        tipText_ = part->list->TipAt(mouse);
-        info.lpszText = tipText_.data();
-        return;
-    }
-    tipText_ =
-        part->data->path ? Text(part->data->name) : std::wstring(part->data->tip.In(language_));
-    if (part->data->path) {
-        const HDC canvas = GetDC(control);
-        const HGDIOBJ before = SelectObject(
-            canvas, reinterpret_cast<HGDIOBJ>(SendMessageW(control, WM_GETFONT, 0, 0)));
-        const int width = MeasureIn(canvas)(tipText_);
-        SelectObject(canvas, before);
-        ReleaseDC(control, canvas);
-        RECT area{};
-        GetClientRect(control, &area);
-        if (width <= area.right) tipText_.clear();
-    }
-    // A tip does not take over the direction of its window on every system.
-    if (language_ == Language::Arabic) {
-        tipText_ = part->data->path ? MarkPath(tipText_) : MarkSentence(tipText_);
-    }
-    info.lpszText = tipText_.data();
 }
 
 void Form::GiveFocus() {

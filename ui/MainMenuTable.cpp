@@ -156,7 +156,11 @@ constexpr std::array kMainMenu{
                  .index = 0,
                  .id = ID_mnuOptions_0,
                  .caption = {L"Activate Auto Backup", L"تفعيل النسخ الدوري"},
-                 .level = 1},
+                 .level = 1,
+                 .tip = {L"Windows starts Vaultwright whenever a user of this computer logs on. "
+                         L"That alone backs nothing up: a backup runs when you choose Backup now.",
+                         L"يبدأ Windows تشغيل Vaultwright كلما سجّل أحد مستخدمي هذا الكمبيوتر "
+                         L"الدخول. لا يُنسخ شيء عندئذٍ: يبدأ النسخ الاحتياطي بالأمر «النسخ الآن»."}},
     MenuItemData{.name = L"mnuToolRepair",
                  .id = ID_mnuToolRepair,
                  .caption = {L"Computer Maintenance", L"صينانة الكمبيوتر"},

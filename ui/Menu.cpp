@@ -184,6 +184,20 @@ const MenuItemData* Menu::Find(int id) const noexcept {
     return nullptr;
 }
 
+RECT Menu::PlaceOf(const MenuItemData& item) const noexcept {
+    RECT place{};
+    for (const Entry& entry : entries_) {
+        if (entry.data != &item) continue;
+        const int count = GetMenuItemCount(entry.parent);
+        for (int position = 0; position < count; ++position) {
+            if (GetMenuItemID(entry.parent, position) != static_cast<UINT>(item.id)) continue;
+            const HWND window = entry.parent == root_.Get() ? window_ : nullptr;
+            GetMenuItemRect(window, entry.parent, static_cast<UINT>(position), &place);
+        }
+    }
+    return place;
+}
+
 bool Menu::IsAvailable(const MenuItemData& item) const noexcept {
     for (const Entry& entry : entries_) {
         if (entry.data == &item) return entry.enabled && entry.shown;

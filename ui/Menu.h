@@ -57,6 +57,9 @@ class Menu {
     /// Whether the user could choose an entry now.
     [[nodiscard]] bool IsAvailable(const MenuItemData& item) const noexcept;
 
+    /// Where an entry is on the screen while its menu is open; empty otherwise.
+    [[nodiscard]] RECT PlaceOf(const MenuItemData& item) const noexcept;
+
     /// Its name in the menu's language.
     [[nodiscard]] std::wstring_view NameOf(const MenuItemData& item) const noexcept {
         return item.NameIn(language_);

@@ -21,6 +21,7 @@ struct MenuItemData {
     bool hidden = false;
     bool radio = false;              ///< its mark is a dot: one of several that exclude each other
     std::wstring_view arabicName{};  ///< where the Arabic window calls it otherwise
+    Texts tip{};                     ///< shown beside the entry while it is highlighted
 
     [[nodiscard]] constexpr std::wstring_view NameIn(Language language) const noexcept {
         return language == Language::Arabic && !arabicName.empty() ? arabicName : name;

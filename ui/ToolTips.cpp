@@ -1,8 +1,5 @@
 #include "ui/ToolTips.h"
 
-// The common controls' declarations need those of the window system first.
-#include <commctrl.h>
-
 #include "platform/SystemError.h"
 
 namespace vw {
@@ -24,6 +21,37 @@ void ToolTips::Add(HWND control) {
     tool.uId = reinterpret_cast<UINT_PTR>(control);
     tool.lpszText = LPSTR_TEXTCALLBACKW;
     SendMessageW(tips_, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
+}
+
+// A tool of its own that belongs to no control.
+TTTOOLINFOW ToolTips::TrackedTool() const noexcept {
+    TTTOOLINFOW tool{};
+    tool.cbSize = sizeof tool;
+    tool.uFlags = TTF_TRACK | TTF_ABSOLUTE;
+    tool.hwnd = owner_;
+    return tool;
+}
+
+void ToolTips::ShowBeside(const RECT& area, bool atLeft, std::wstring_view text) {
+    Hide();
+    tracked_ = text;
+    if (tracked_.empty()) return;
+    TTTOOLINFOW tool = TrackedTool();
+    tool.lpszText = tracked_.data();
+    SendMessageW(tips_, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
+    const auto width = static_cast<LONG>(
+        LOWORD(SendMessageW(tips_, TTM_GETBUBBLESIZE, 0, reinterpret_cast<LPARAM>(&tool))));
+    const LONG left = atLeft ? area.left - width : area.right;
+    SendMessageW(tips_, TTM_TRACKPOSITION, 0, MAKELPARAM(left, area.top));
+    SendMessageW(tips_, TTM_TRACKACTIVATE, TRUE, reinterpret_cast<LPARAM>(&tool));
+}
+
+void ToolTips::Hide() noexcept {
+    if (tracked_.empty()) return;
+    TTTOOLINFOW tool = TrackedTool();
+    SendMessageW(tips_, TTM_TRACKACTIVATE, FALSE, reinterpret_cast<LPARAM>(&tool));
+    SendMessageW(tips_, TTM_DELTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
+    tracked_.clear();
 }
 
 void ToolTips::SetWidth(int pixels) { SendMessageW(tips_, TTM_SETMAXTIPWIDTH, 0, pixels); }

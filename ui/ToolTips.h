@@ -1,6 +1,11 @@
 #pragma once
 
+#include <string>
+#include <string_view>
+
 #include "platform/WindowsHeader.h"
+// The common controls' declarations need those of the window system first.
+#include <commctrl.h>
 
 namespace vw {
 
@@ -13,14 +18,21 @@ class ToolTips {
 
     void Add(HWND control);
 
+    /// Shows a text to the left or right of an area of the screen until Hide is called.
+    void ShowBeside(const RECT& area, bool atLeft, std::wstring_view text);
+    void Hide() noexcept;
+
     /// Wraps texts wider than this.
     void SetWidth(int pixels);
 
     [[nodiscard]] HWND Handle() const noexcept { return tips_; }
 
   private:
+    [[nodiscard]] TTTOOLINFOW TrackedTool() const noexcept;
+
     HWND owner_;
     HWND tips_;
+    std::wstring tracked_;  ///< the text beside an area; empty while none is shown
 };
 
 }  // namespace vw
