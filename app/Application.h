@@ -21,6 +21,7 @@
 #include "list/editing/RecentFilesHost.h"
 #include "list/format/Settings.h"
 #include "platform/CCommonAPI.h"
+#include "platform/Date.h"
 #include "platform/ProgramState.h"
 #include "platform/System.h"
 #include "progress/BusyHost.h"
@@ -136,6 +137,7 @@ class Application final : private StartCommands,
     void Working(Work&& work);
     template <class Work>
     void BackUp(std::wstring_view path, int items, Work&& work);
+    void ReportWarningsOfList();
     void EndRun();
     void EndErrors();
 
@@ -150,6 +152,7 @@ class Application final : private StartCommands,
     std::unique_ptr<CPackage> engine_;
     std::unique_ptr<WindowSet> windows_;
     RunRecord run_;
+    Date runBegan_ = 0;
     std::optional<BoxLimit> boxLimit_;  ///< of the work that goes on
     /// Since when nothing but its icon keeps a silent run that failed in its command line.
     std::optional<std::uint64_t> lingersSince_;

@@ -1,11 +1,14 @@
 #include "app/Application.h"
 #include "app/KeepAwake.h"
 #include "engine/CopyName.h"
-#include "list/editing/SubItem.h"
+#include "fsutil/PathText.h"
+#include "list/editing/RowWarnings.h"
+#include "list/format/ListText.h"
+#include "platform/FileSystem.h"
 #include "platform/Like.h"
 #include "platform/LocalTime.h"
 #include "platform/MsgBox.h"
-#include "platform/WindowsHeader.h"
+#include "platform/RuntimeError.h"
 #include "progress/SilentReport.h"
 
 // What the start procedure starts.
@@ -68,17 +71,40 @@ void Application::Working(Work&& work) {
 
 template <class Work>
 void Application::BackUp(std::wstring_view path, int items, Work&& work) {
-    run_.Begin(path, items);
+    // A report that is looked at shows how the run ended beside the name of the list; a log needs
+    // to say where the list is.
+    run_.Begin(state_.silentRun ? std::wstring(path) : MFileDosShell::CFileName(path), items);
+    runBegan_ = LocalNow();
     Working([&] {
         work();
         EndRun();
     });
 }
 
+// A silent run has no rows. The file says the same but for the dates of the items, which the run
+// finds out item by item.
+void Application::ReportWarningsOfList() {
+    try {
+        const std::wstring text =
+            DecodeList(system_.files.Read(state_.currentListPath), system_.ansi);
+        const auto exists = [this](const std::wstring& line) {
+            return system_.files.Look(line).has_value();
+        };
+        for (const auto& [path, warning] : WarningsOfList(text, state_.BackupTo, exists)) {
+            Report(WarningText(warning, state_.arabic), false);
+            Report(path, false);
+        }
+    } catch (const RuntimeError&) {
+        // The run itself reports why the list cannot be read.
+    }
+}
+
 void Application::BackUpCurrentList() {
     const int items = state_.silentRun ? 0 : windows_->list.Rows().Count();
     BackUp(state_.currentListPath, items, [this] {
-        if (!state_.silentRun) {
+        if (state_.silentRun) {
+            ReportWarningsOfList();
+        } else {
             for (const std::wstring& line : windows_->list.Rows().Warnings()) Report(line, false);
         }
         Engine().BackupAll();
@@ -93,9 +119,7 @@ void Application::BackUpItem(std::wstring_view path) {
 void Application::EndRun() {
     if (!run_.IsOpen()) return;
     run_.End(state_.cancelRequested);
-    FILETIME utc{};
-    GetSystemTimeAsFileTime(&utc);
-    const Date now = LocalTime().DateOf(utc);
+    const Date now = LocalNow();
     Report(run_.ReportLine(state_.arabic, now), false);
     report_.Flush();
     if (state_.silentRun) return;

@@ -60,10 +60,8 @@ class Previewer {
 
     /// Writes why items will not be backed up the way their owner may think.
     void ShowWarnings(const std::wstring& destination) {
-        FILETIME now{};
-        GetSystemTimeAsFileTime(&now);
         const std::vector<RowFacts>& rows = rows_[destination];
-        const auto warnings = WarningsOf(rows, destination, LocalTime().DateOf(now));
+        const auto warnings = WarningsOf(rows, destination, LocalNow());
         for (std::size_t row = 0; row < rows.size(); ++row) {
             // An item that is refused has been shown as such.
             if (warnings[row] == RowWarning::None || warnings[row] == RowWarning::Overlaps)

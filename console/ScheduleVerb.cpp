@@ -44,12 +44,6 @@ std::wstring OwnUser() {
     return sid;
 }
 
-Date Today() {
-    FILETIME now{};
-    GetSystemTimeAsFileTime(&now);
-    return LocalTime().DateOf(now);
-}
-
 // Nothing that the scheduler starts has a terminal, so only errors are written.
 std::wstring CommandArguments(const std::wstring& list, const std::wstring& logFolder) {
     std::wstring arguments = L"backup \"" + list + L"\" --quiet";
@@ -74,7 +68,7 @@ int Add(Console& console, const ScheduleArguments& arguments) {
     const std::wstring log = task.logFolder.empty() ? L"" : console.FullPath(task.logFolder);
     TaskScheduler scheduler;
     const std::wstring kept = scheduler.Register(
-        name, TaskXml(task, {OwnPath(), CommandArguments(list.path, log), OwnUser()}, Today()));
+        name, TaskXml(task, {OwnPath(), CommandArguments(list.path, log), OwnUser()}, LocalNow()));
     TaskNames::Add(name);
     Show(console, name, kept);
     console.output.Line(

@@ -80,4 +80,10 @@ const LocalTime::Answer& LocalTime::OffsetsAt(std::int64_t utcSeconds) const {
     return answer_;
 }
 
+Date LocalNow() {
+    FILETIME utc{};
+    GetSystemTimeAsFileTime(&utc);
+    return LocalTime().DateOf(utc);
+}
+
 }  // namespace vw

@@ -54,4 +54,7 @@ class LocalTime {
     mutable Answer answer_;
 };
 
+/// The present moment as a local date.
+[[nodiscard]] Date LocalNow();
+
 }  // namespace vw

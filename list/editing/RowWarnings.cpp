@@ -1,10 +1,13 @@
 #include "list/editing/RowWarnings.h"
 
+#include <algorithm>
 #include <unordered_map>
+#include <utility>
 
 #include "engine/CopyName.h"
 #include "engine/ItemChecks.h"
 #include "fsutil/PathText.h"
+#include "list/format/FieldReader.h"
 #include "list/format/ListLine.h"
 #include "platform/Like.h"
 #include "platform/RuntimeError.h"
@@ -42,8 +45,22 @@ RowWarning WarningOf(const RowFacts& row, std::wstring_view destination, Date no
         MFileDosShell::CFileLocation(path).find(L'\'') != std::wstring::npos) {
         return RowWarning::ApostropheFolder;
     }
-    if (row.newest && *row.newest > now + kToleratedSeconds) return RowWarning::FutureDate;
+    if (row.newest && IsInFuture(*row.newest, now)) return RowWarning::FutureDate;
     return RowWarning::None;
+}
+
+// A quoted item may hold commas.
+std::vector<std::wstring> LinesWithCommas(std::wstring_view text) {
+    std::vector<std::wstring> lines;
+    while (!text.empty()) {
+        const std::size_t end = std::min(text.find_first_of(L"\r\n"), text.size());
+        const std::wstring_view line = text.substr(0, end);
+        text.remove_prefix(std::min(end + 1, text.size()));
+        if (line.find(L',') != std::wstring_view::npos &&
+            line.find(L'"') == std::wstring_view::npos)
+            lines.emplace_back(line);
+    }
+    return lines;
 }
 
 }  // namespace
@@ -73,6 +90,37 @@ std::vector<RowWarning> WarningsOf(const std::vector<RowFacts>& rows, std::wstri
         if (series.count(copy) > 1) warnings[row] = RowWarning::SharedSeries;
     }
     return warnings;
+}
+
+bool IsInFuture(Date newest, Date now) noexcept { return newest > now + kToleratedSeconds; }
+
+std::vector<ItemWarning> WarningsOfList(std::wstring_view text, std::wstring_view destination,
+                                        const std::function<bool(const std::wstring&)>& exists) {
+    std::vector<ItemWarning> found;
+    std::vector<RowFacts> rows;  // of one destination
+    std::wstring place(destination);
+    const auto endDestination = [&] {
+        const std::vector<RowWarning> warnings = WarningsOf(rows, place, 0);
+        for (std::size_t row = 0; row < rows.size(); ++row) {
+            if (warnings[row] != RowWarning::None) found.push_back({rows[row].path, warnings[row]});
+        }
+        rows.clear();
+    };
+    for (const std::wstring& line : LinesWithCommas(text)) {
+        if (exists(line)) found.push_back({line, RowWarning::ReadAsTwo});
+    }
+    FieldReader fields(text);
+    while (!fields.AtEnd()) {
+        ListLine line = ReadListLine(fields.Next());
+        if (line.kind == ListLineKind::Destination) {
+            endDestination();
+            place = std::move(line.value);
+        } else if (line.kind == ListLineKind::Item) {
+            rows.push_back({std::move(line.value), std::nullopt});
+        }
+    }
+    endDestination();
+    return found;
 }
 
 std::wstring_view WarningText(RowWarning warning, bool arabic) {

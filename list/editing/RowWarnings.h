@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -30,6 +31,22 @@ struct RowFacts {
 /// One warning for each row, the gravest that fits, in the order of the rows.
 [[nodiscard]] std::vector<RowWarning> WarningsOf(const std::vector<RowFacts>& rows,
                                                  std::wstring_view destination, Date now);
+
+/// A newest date that is later than `now`, by more than clocks of two computers differ.
+[[nodiscard]] bool IsInFuture(Date newest, Date now) noexcept;
+
+/// An item of a list with its warning.
+struct ItemWarning {
+    std::wstring path;
+    RowWarning warning = RowWarning::None;
+};
+
+/// The warnings of a list file, which names no dates, in the order of its items. `destination` is
+/// where items go before the list names another one. `exists` finds out whether a line with a comma
+/// is the path of something that is there: the list then reads one item as several.
+[[nodiscard]] std::vector<ItemWarning> WarningsOfList(
+    std::wstring_view text, std::wstring_view destination,
+    const std::function<bool(const std::wstring&)>& exists);
 
 /// What a warning says to the user; empty for None.
 [[nodiscard]] std::wstring_view WarningText(RowWarning warning, bool arabic);

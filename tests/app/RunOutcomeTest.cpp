@@ -64,6 +64,7 @@ TEST_F(RunOutcome, StatusLine_Clicked_ShowsTheReportAgain) {
     EXPECT_TRUE(busy.IsShown(L"txtReport"));
     EXPECT_THAT(busy.Text(L"txtReport"), HasSubstr(L"Backing: " + letter));
     EXPECT_THAT(busy.Text(L"txtReport"), HasSubstr(L": 1 copied, 0 unchanged, 0 failed\r\n"));
+    EXPECT_THAT(busy.Text(L"txtReport"), HasSubstr(L"\r\nFilesList.vwl, ")) << "not its folder";
     EXPECT_TRUE(Main().IsFormEnabled());
     busy.Unload();
     ClickStatus();

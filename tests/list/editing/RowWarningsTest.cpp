@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include <utility>
+
 namespace vw {
 namespace {
 
@@ -89,6 +91,36 @@ TEST(RowWarningsTest, EveryWarning_HasASentenceInBothLanguages) {
         EXPECT_TRUE(WarningText(warning, true).ends_with(L'.'));
     }
     EXPECT_TRUE(WarningText(RowWarning::None, true).empty());
+}
+
+class WarningsOfAList : public testing::Test {
+  protected:
+    std::vector<std::pair<std::wstring, RowWarning>> Of(std::wstring_view text) {
+        std::vector<std::pair<std::wstring, RowWarning>> found;
+        const auto exists = [this](const std::wstring& line) { return line == there; };
+        for (const ItemWarning& item : WarningsOfList(text, kVault, exists)) {
+            found.emplace_back(item.path, item.warning);
+        }
+        return found;
+    }
+
+    std::wstring there = L"C:\\Docs\\one, two.txt";
+};
+
+TEST_F(WarningsOfAList, ItemsOfEachDestination_AreComparedWithIt) {
+    using Found = std::pair<std::wstring, RowWarning>;
+    EXPECT_THAT(Of(L"E:\\Backup\\a.txt\r\nBackupTo: F:\\Backup\r\nE:\\Backup\\b.txt\r\n"
+                   L"F:\\Backup\\c.txt\r\nC:\\Docs\\a.txt\r\n"),
+                ElementsAre(Found(L"E:\\Backup\\a.txt", RowWarning::Overlaps),
+                            Found(L"F:\\Backup\\c.txt", RowWarning::Overlaps)));
+}
+
+TEST_F(WarningsOfAList, LineWithComma_OnlyWhenItIsAPath_IsReadAsTwo) {
+    using Found = std::pair<std::wstring, RowWarning>;
+    EXPECT_THAT(Of(there + L"\r\nC:\\a.txt,C:\\b.txt\r\n"),
+                ElementsAre(Found(there, RowWarning::ReadAsTwo)));
+    EXPECT_THAT(Of(L"\"C:\\Docs\\a.txt\",C:\\Docs\\b.txt"), ElementsAre());
+    EXPECT_THAT(Of(L""), ElementsAre());
 }
 
 }  // namespace
