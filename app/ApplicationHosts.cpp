@@ -1,5 +1,6 @@
 #include "app/Application.h"
 #include "engine/RunTexts.h"
+#include "list/editing/RowWarnings.h"
 #include "list/editing/SubItem.h"
 #include "platform/Clock.h"
 #include "platform/EventPump.h"
@@ -49,7 +50,12 @@ void Application::OnItem(ItemEvent event, std::wstring_view path, const ItemSize
 }
 
 void Application::OnSurveyed(std::wstring_view path, std::uint64_t bytes, Date newest) {
-    if (!state_.silentRun) windows_->list.Rows().Refresh(path, bytes, newest);
+    if (!state_.silentRun) {
+        windows_->list.Rows().Refresh(path, bytes, newest);
+    } else if (IsInFuture(newest, runBegan_)) {
+        Report(WarningText(RowWarning::FutureDate, state_.arabic), false);
+        Report(path, false);
+    }
 }
 
 // An error of the report itself has no report to go to.
@@ -138,7 +144,9 @@ std::int16_t Application::LocationID(std::wstring_view path) { return Engine().L
 // The user sees his copies without choosing a drive first.
 void Application::ListLoaded() {
     if (state_.silentRun) return;
-    windows_->browser.RestoreFrom(state_.BackupTo);
+    // Those on a drive that does not answer are not there, as far as anybody can see.
+    const bool isThere = windows_->list.Rows().MayAnswer(state_.BackupTo);
+    windows_->browser.RestoreFrom(isThere ? std::wstring_view(state_.BackupTo) : L"C:");
     windows_->browser.ListRestoreFiles();
     RestoredPath(SubItem(windows_->list.Rows().List(), L"Path"));
 }

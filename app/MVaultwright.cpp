@@ -3,6 +3,7 @@
 #include "app/LanguageChoice.h"
 #include "app/LogonStart.h"
 #include "app/StartCommands.h"
+#include "fsutil/NetworkProbe.h"
 #include "fsutil/PathText.h"
 #include "list/editing/ListEditing.h"
 #include "platform/Conversions.h"
@@ -121,6 +122,9 @@ void MVaultwright::Dispatch(const CommandLine& commandLine) {
 std::wstring MVaultwright::BackupToDefault() {
     std::wstring folder = settings_.GetSetting(setting::kBackupTo, L"C:\\Backup");
     try {
+        NetworkProbe probe(system_);
+        if (!state_.silentRun) probe.Ask({folder});
+        if (!probe.MayAnswer(folder)) return folder;
         if (!system_.files.Look(folder)) system_.files.MakeFolder(folder);
     } catch (const RuntimeError&) {
         // A run that needs the folder tells that it is missing.

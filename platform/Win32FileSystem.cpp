@@ -225,7 +225,10 @@ DriveKind Win32FileSystem::KindOfDrive(std::wstring_view path) {
         return DriveKind::Network;
     }
     std::wstring root(absolute.size() + MAX_PATH, L'\0');
-    if (GetVolumePathNameW(absolute.c_str(), root.data(), static_cast<DWORD>(root.size())) == 0) {
+    // A drive is its own root. Asking would reach for the server of one that may be gone.
+    const bool isRoot = absolute.size() <= 3;
+    if (isRoot ||
+        GetVolumePathNameW(absolute.c_str(), root.data(), static_cast<DWORD>(root.size())) == 0) {
         root = absolute.substr(0, 3);
     }
     switch (GetDriveTypeW(root.c_str())) {

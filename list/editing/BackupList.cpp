@@ -7,6 +7,7 @@
 
 #include "fsutil/FileQueries.h"
 #include "fsutil/Folders.h"
+#include "fsutil/NetworkProbe.h"
 #include "list/editing/FileDialogs.h"
 #include "list/editing/Filter.h"
 #include "list/editing/ListHost.h"
@@ -80,6 +81,19 @@ class FormerList {
     bool gone_ = false;
 };
 
+// The items of a list, and the places that its copies go to.
+std::vector<std::wstring> PathsOf(std::wstring_view text) {
+    std::vector<std::wstring> paths;
+    FieldReader fields(text);
+    while (!fields.AtEnd()) {
+        ListLine line = ReadListLine(fields.Next());
+        if (line.kind == ListLineKind::Item || line.kind == ListLineKind::Destination) {
+            paths.push_back(std::move(line.value));
+        }
+    }
+    return paths;
+}
+
 }  // namespace
 
 BackupList::BackupList(System& system, ProgramState& state, Form& main, FileDialogs& dialogs,
@@ -122,6 +136,9 @@ bool BackupList::GetList() {
     keepOld_ = true;
     std::wstring text;
     const bool read = Trapped(system_.errors, Named(L"GetList"), [&] {
+        NetworkProbe probe(system_);
+        if (!state_.silentRun) probe.Ask({state_.currentListPath});
+        probe.Require(state_.currentListPath);
         if (!system_.files.Look(state_.currentListPath)) {
             system_.files.Write(state_.currentListPath, {}, FileSystem::Flush::No);
         }
@@ -145,8 +162,9 @@ bool BackupList::GetList() {
 }
 
 bool BackupList::Load(std::wstring_view text) {
-    const RedrawPause pause(rows_.List());
     const Flagged loading(loading_);
+    if (!state_.silentRun) rows_.Probe(PathsOf(text));
+    const RedrawPause pause(rows_.List());
     // A server that is away answers for none of the rows.
     const BoxLimit oneBox(system_.errors, 1);
     missing_.clear();
@@ -297,14 +315,16 @@ void BackupList::SaveOnClose() {
     if (!state_.silentRun && !closingUnsaved_) FileSave();
 }
 
-void BackupList::RefuseDestination(std::wstring_view destination) {
+void BackupList::RefuseDestination(std::wstring_view destination, bool formerAnswers) {
     const std::wstring drive(destination.substr(0, 2));
-    host_.ShowStatus(state_.arabic ? L"محرك الأقراص " + drive + L" غير جاهز. تبقى النسخ في " +
-                                         state_.BackupTo + L'.'
-                                   : L"Drive " + drive + L" is not ready. The copies still go to " +
-                                         state_.BackupTo + L'.');
+    host_.ShowStatus(state_.arabic
+                         ? L"محرك الأقراص " + MarkPath(drive) + L" غير جاهز. تبقى النسخ في " +
+                               MarkPath(state_.BackupTo) + L'.'
+                         : L"Drive " + drive + L" is not ready. The copies still go to " +
+                               state_.BackupTo + L'.');
     const std::wstring former = state_.BackupTo.substr(0, 2);
-    if (Like(former, L"[A-Z]:") && MFileDosShell::FolderExists(system_.files, former + L"\\")) {
+    if (formerAnswers && Like(former, L"[A-Z]:") &&
+        MFileDosShell::FolderExists(system_.files, former + L"\\")) {
         ShowDestinationDrive();
     } else {
         main_.Choose(L"cmbDestination", kFallbackDrive);
@@ -312,8 +332,11 @@ void BackupList::RefuseDestination(std::wstring_view destination) {
 }
 
 void BackupList::ChooseDestination(std::wstring_view destination) {
-    if (!MFileDosShell::MakeFolderIfMissing(system_.files, destination)) {
-        RefuseDestination(destination);
+    NetworkProbe probe(system_);
+    probe.Ask({std::wstring(destination), state_.BackupTo});
+    if (!probe.MayAnswer(destination) ||
+        !MFileDosShell::MakeFolderIfMissing(system_.files, destination)) {
+        RefuseDestination(destination, probe.MayAnswer(state_.BackupTo));
         return;
     }
     state_.BackupTo = destination;

@@ -75,7 +75,7 @@ class BackupList {
     /// the box alone.
     void ShowDestinationDrive();
     /// Says that the copies go where they went before, and shows that drive in the box again.
-    void RefuseDestination(std::wstring_view destination);
+    void RefuseDestination(std::wstring_view destination, bool formerAnswers);
     /// Shows a list's text; true when it has lines that the window does not show.
     [[nodiscard]] bool Load(std::wstring_view text);
     void ReadDestination(std::wstring_view value);

@@ -24,7 +24,7 @@ bool IsRule(std::wstring_view path) { return path.ends_with(L"\\*"); }
 }  // namespace
 
 ListRows::ListRows(System& system, const ProgramState& state, Form& main, ListHost& host)
-    : system_(system), state_(state), main_(main), host_(host) {}
+    : system_(system), state_(state), main_(main), host_(host), probe_(system) {}
 
 ListView& ListRows::List() { return main_.List(L"lsvBackupList"); }
 
@@ -57,6 +57,10 @@ void ListRows::AddRule(std::wstring_view path) {
 
 // A silent run shows its rows to nobody, so it walks through no folder for them.
 std::optional<SizeAndDate> ListRows::Facts(std::wstring_view path) {
+    if (!MayAnswer(path)) {
+        Trapped(system_.errors, {L"AddToList", L"Form", L"frmMain"}, [&] { probe_.Require(path); });
+        return SizeAndDate{.isKnown = false};
+    }
     if (!state_.silentRun) return PathSizeAndDate(system_, host_.StoredDates(), path);
     bool exists = true;
     Trapped(system_.errors, {L"AddToList", L"Form", L"frmMain"},
@@ -68,7 +72,7 @@ std::optional<SizeAndDate> ListRows::Facts(std::wstring_view path) {
 // Empty while the disk cannot answer, and in a silent run, whose rows nobody sees: a destination
 // that is away may take long to say so.
 std::wstring ListRows::LocationText(std::wstring_view path, bool isKnown) {
-    if (state_.silentRun || !isKnown) return {};
+    if (state_.silentRun || !isKnown || !MayAnswer(state_.BackupTo)) return {};
     const int location = host_.LocationID(path);
     return location < 0 ? std::wstring() : TwoDigits(location);
 }
@@ -123,11 +127,9 @@ void ListRows::UpdateWarnings() {
     for (int row = 0; row < count; ++row) {
         rows.push_back({list.SubItem(row, L"Path"), list.ValueOf(row, L"Date")});
     }
-    FILETIME utc{};
-    GetSystemTimeAsFileTime(&utc);
     std::vector<std::wstring> texts;
     texts.reserve(rows.size());
-    for (const RowWarning warning : WarningsOf(rows, state_.BackupTo, LocalTime().DateOf(utc))) {
+    for (const RowWarning warning : WarningsOf(rows, state_.BackupTo, LocalNow())) {
         texts.emplace_back(WarningText(warning, state_.arabic));
     }
     list.ShowWarnings(texts);

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "fsutil/FileQueries.h"
+#include "fsutil/NetworkProbe.h"
 #include "platform/System.h"
 
 namespace vw {
@@ -23,6 +24,13 @@ class ListRows {
     ListRows(System& system, const ProgramState& state, Form& main, ListHost& host);
 
     enum class Outcome { Added, AlreadyThere, Vanished };
+
+    /// Finds out which network drives and shares of these paths answer. AddToList adds items of the
+    /// others without asking the disk about them: their cells stay empty.
+    void Probe(const std::vector<std::wstring>& paths) { probe_.Ask(paths); }
+
+    /// Whether the drive or share of a path that was probed answers.
+    [[nodiscard]] bool MayAnswer(std::wstring_view path) const { return probe_.MayAnswer(path); }
 
     /// Adds an item with what the disk tells of it. Nothing is added, and nothing said, for an item
     /// that is there already, and for a file or folder that does not exist.
@@ -63,6 +71,7 @@ class ListRows {
     const ProgramState& state_;
     Form& main_;
     ListHost& host_;
+    NetworkProbe probe_;
     std::unordered_set<std::wstring> keys_;
     int refreshed_ = -1;  ///< the row that was refreshed last
 };

@@ -4,6 +4,7 @@
 
 #include "tests/app/ApplicationFixture.h"
 #include "tests/support/CurrentFolder.h"
+#include "tests/support/DeadServer.h"
 #include "ui/resource.h"
 
 // Behind the header of Windows, which it builds on.
@@ -148,6 +149,33 @@ TEST_F(ViewMenuTest, Arrangement_AppliesToAllLists) {
     }
     Choose(ID_mnuViewAlign_0);
     for (const auto* name : kLists) EXPECT_EQ(StyleBits(name, LVS_AUTOARRANGE), 0);
+}
+
+// A start with the list, the destination and the setting of a server that is gone.
+TEST_F(StartTest, ServerThatIsGone_IsAskedNothingByTheWindow) {
+    const std::wstring letter = tree.File(L"Home\\Letter.txt", "Dear Sir");
+    tree.File(state.DefaultListPath(),
+              world.ansi.Encode(L"BackupTo: Q:\\Backup\r\nQ:\\Docs\\a.txt\r\n" + letter +
+                                L"\r\nQ:\\Docs\\More\\\r\n"));
+    settings.SaveSetting(setting::kBackupTo, L"Q:\\Backup");
+    DeadServer server(world.files);
+    System system = world.With(server);
+    Application started(system, state, settings, api, report);
+    started.Start(L"program.exe");
+    EXPECT_THAT(server.askedByWindow, testing::IsEmpty());
+    EXPECT_GT(server.questions, 0);
+    EXPECT_EQ(world.errors.TakeOne().number, error_number::kAccessError) << "one box for all rows";
+    ListRows& rows = started.Windows().list.Rows();
+    EXPECT_THAT(rows.Paths(), ElementsAre(L"Q:\\Docs\\a.txt", letter, L"Q:\\Docs\\More\\"));
+    EXPECT_EQ(rows.List().SubItem(0, L"Size"), L"");
+    EXPECT_NE(rows.List().SubItem(1, L"Size"), L"");
+    EXPECT_EQ(rows.List().SubItem(1, L"SP"), L"") << "only the destination knows it";
+    EXPECT_EQ(started.Windows().frmMain.Text(L"cmbDestination"), L"Q:");
+    // The drive can be chosen no more, and the choice does not stop the window either.
+    started.Windows().list.ChooseDestination(L"Q:\\Backup");
+    EXPECT_THAT(server.askedByWindow, testing::IsEmpty());
+    EXPECT_EQ(state.BackupTo, L"Q:\\Backup");
+    EXPECT_THROW(started.Quit(), ProgramEnded);
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 
 #include "list/editing/BackupList.h"
 #include "platform/RuntimeError.h"
+#include "platform/TextDirection.h"
 #include "tests/list/editing/ListWorld.h"
 
 namespace vw::test {
@@ -167,9 +168,16 @@ TEST_F(ListCommands, ChooseDestination_DriveNotReady_KeepsTheFormerOne) {
     EXPECT_THAT(calls, IsEmpty());
     EXPECT_EQ(main.form.Text(L"cmbDestination"), vault.substr(0, 2));
     EXPECT_EQ(status, L"Drive Q: is not ready. The copies still go to " + vault + L".");
+}
+
+TEST_F(ListCommands, ChooseDestination_DriveNotReady_NamesPathsInTheirOrderInArabic) {
+    const std::wstring vault = tree.Folder(L"العمل\\نسخ");
+    state.BackupTo = vault;
     state.arabic = true;
     list.ChooseDestination(L"Q:\\Backup");
-    EXPECT_EQ(status, L"محرك الأقراص Q: غير جاهز. تبقى النسخ في " + vault + L".");
+    EXPECT_NE(MarkPath(vault), vault);
+    EXPECT_EQ(status, L"محرك الأقراص " + MarkPath(L"Q:") + L" غير جاهز. تبقى النسخ في " +
+                          MarkPath(vault) + L".");
 }
 
 TEST_F(ListCommands, ChooseDestination_FolderCannotBeMade_KeepsTheFormerOne) {

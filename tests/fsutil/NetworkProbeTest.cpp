@@ -1,0 +1,64 @@
+#include "fsutil/NetworkProbe.h"
+
+#include <gmock/gmock.h>
+
+#include "platform/RuntimeError.h"
+#include "tests/support/DeadServer.h"
+#include "tests/support/TestWorld.h"
+
+namespace vw::test {
+namespace {
+
+using testing::IsEmpty;
+
+class NetworkProbeTest : public testing::Test {
+  protected:
+    TestWorld world;
+    DeadServer server{world.disk};
+    System system = world.With(server);
+    NetworkProbe probe{system};
+};
+
+TEST_F(NetworkProbeTest, Ask_ServerIsGone_ReturnsAndProcessesMessagesMeanwhile) {
+    probe.Ask({L"Q:\\Docs\\a.txt", L"C:\\windows"});
+    EXPECT_FALSE(probe.MayAnswer(L"q:\\Other\\b.txt"));
+    EXPECT_TRUE(probe.MayAnswer(L"C:\\windows\\b.txt"));
+    EXPECT_THAT(server.askedByWindow, IsEmpty());
+    EXPECT_GT(world.pump.Yields(), 1);
+    EXPECT_NO_THROW(probe.Require(L"C:\\windows"));
+    try {
+        probe.Require(L"Q:\\Docs\\a.txt");
+        FAIL() << "the server has not answered";
+    } catch (const RuntimeError& error) {
+        EXPECT_EQ(error.Number(), error_number::kAccessError);
+        EXPECT_EQ(error.Path(), L"Q:\\Docs\\a.txt");
+    }
+}
+
+TEST_F(NetworkProbeTest, ServerComesBack_MayAnswer) {
+    probe.Ask({L"Q:\\"});
+    EXPECT_FALSE(probe.MayAnswer(L"Q:\\"));
+    server.Answer();
+    while (!probe.MayAnswer(L"Q:\\")) Sleep(1);
+    EXPECT_NO_THROW(probe.Require(L"Q:\\"));
+}
+
+TEST_F(NetworkProbeTest, PathsOfOneShare_AreOneQuestion) {
+    probe.Ask(
+        {L"\\\\NAS\\share\\a", L"\\\\NAS\\share\\b\\", L"\\\\NAS\\SHARE\\c", L"\\\\NAS\\x\\d"});
+    EXPECT_EQ(server.questions, 2);
+    EXPECT_FALSE(probe.MayAnswer(L"\\\\nas\\Share\\new"));
+}
+
+TEST_F(NetworkProbeTest, WithoutAQuestion_EverythingMayAnswer) {
+    EXPECT_TRUE(probe.MayAnswer(L"Q:\\a"));
+    probe.Ask({L"", L"relative.txt", L"C:\\a", L"\\\\"});
+    EXPECT_TRUE(probe.MayAnswer(L"relative.txt"));
+    EXPECT_EQ(server.questions, 0);
+    probe.Ask({L"Q:\\"});
+    probe.Ask({L"C:\\"});
+    EXPECT_TRUE(probe.MayAnswer(L"Q:\\a")) << "the earlier question is forgotten";
+}
+
+}  // namespace
+}  // namespace vw::test
