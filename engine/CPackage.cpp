@@ -6,6 +6,7 @@
 #include "engine/EngineProcedure.h"
 #include "engine/RunTexts.h"
 #include "fsutil/PathText.h"
+#include "fsutil/Waking.h"
 #include "list/format/FieldReader.h"
 #include "list/format/ListLine.h"
 #include "platform/EventPump.h"
@@ -41,8 +42,11 @@ void CPackage::GetBackupTo() {
 
 void CPackage::ErrorOnBackupFolderNotExists() {
     Trapped(system_.errors, EngineProcedure(L"ErrorOnBackupFolderNotExists"), [&] {
-        const auto facts = system_.files.Look(TargetFolder());
-        if (facts && facts->isFolder) return;
+        const auto isThere = [this] {
+            const auto facts = system_.files.Look(TargetFolder());
+            return facts && facts->isFolder;
+        };
+        if (IsThereAfterWaking(system_, state_.cancelRequested, isThere)) return;
         system_.exitStatus.Note(error_number::kPathNotFound);
         system_.boxes.MsgBox({.text = L"فشلت العملية بسبب عدم توفر مجلد النسخ إلى:\r\n" + Target(),
                               .icon = BoxIcon::Exclamation,

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 
 namespace vw {
 
@@ -14,6 +15,10 @@ class Clock {
 
     /// Milliseconds since some fixed moment.
     [[nodiscard]] virtual std::uint64_t Milliseconds() const = 0;
+
+    /// Milliseconds since the computer last woke from sleep; nothing when it has not slept since
+    /// its start, or when that cannot be found out.
+    [[nodiscard]] virtual std::optional<std::uint64_t> MillisecondsSinceWaking() const = 0;
 };
 
 }  // namespace vw

@@ -8,6 +8,7 @@ namespace vw {
 class SystemClock final : public Clock {
   public:
     [[nodiscard]] std::uint64_t Milliseconds() const override;
+    [[nodiscard]] std::optional<std::uint64_t> MillisecondsSinceWaking() const override;
 };
 
 }  // namespace vw

@@ -5,6 +5,7 @@
 #include "fsutil/FileQueries.h"
 #include "fsutil/Folders.h"
 #include "fsutil/PathText.h"
+#include "fsutil/Waking.h"
 #include "list/editing/SubItem.h"
 #include "platform/ErrorTrap.h"
 #include "platform/FileSystem.h"
@@ -117,7 +118,12 @@ bool CopiesBrowser::FollowSelection() {
 
 bool CopiesBrowser::IsFolderStillThere() {
     const std::wstring chosen = main_.Text(L"cmbDestination").append(kBackupFolder);
-    if (EqualNoCase(chosen, shown_.Path()) && shown_.IsStillThere(system_.files)) return true;
+    const auto isThere = [this] { return shown_.IsStillThere(system_.files); };
+    constexpr bool kNeverCancelled = false;
+    if (EqualNoCase(chosen, shown_.Path()) &&
+        IsThereAfterWaking(system_, kNeverCancelled, isThere)) {
+        return true;
+    }
     ListAnew();
     return false;
 }

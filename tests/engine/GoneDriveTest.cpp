@@ -318,5 +318,29 @@ TEST_F(GoneDrive, IsNotAFileThatCannotBeRead) {
     EXPECT_EQ(ReadBytes(world_.Store(L"Work«0001»\\Zlast\\e.txt")).substr(0, 1), "3");
 }
 
+// A notebook that wakes gives the program its processor before its sticks and servers.
+TEST_F(GoneDrive, Run_DestinationComesBackAfterWaking_MakesItsCopy) {
+    const std::wstring store = world_.Store();
+    world_.world.disk.Move(store, store + L" gone");
+    world_.world.clock.Wake();
+    world_.world.pump.Restart();
+    world_.world.pump.AtYield(8, [&] { world_.world.disk.Move(store + L" gone", store); });
+    const RunResult result = world_.Run();
+    EXPECT_EQ(result.exitCode, 0) << Joined(result.lines);
+    EXPECT_FALSE(result.ended);
+    EXPECT_EQ(ReadTree(world_.Store(L"Work«0001»")), ReadTree(world_.Path(L"Work")));
+}
+
+TEST_F(GoneDrive, Run_DestinationStaysAwayAfterWaking_EndsAfterTenSeconds) {
+    world_.tree.Remove(L"Store");
+    world_.world.clock.Wake();
+    world_.world.pump.Restart();
+    world_.world.boxes.Expect(L"فشلت العملية بسبب عدم توفر مجلد النسخ إلى:");
+    const RunResult result = world_.Run();
+    EXPECT_TRUE(result.ended);
+    EXPECT_GE(world_.world.pump.Waited(), 10'000U);
+    EXPECT_LT(world_.world.pump.Waited(), 11'000U);
+}
+
 }  // namespace
 }  // namespace vw::test

@@ -84,6 +84,17 @@ TEST_F(ExchangedDrive, Restore_DriveGone_TouchesNoOtherItem) {
     EXPECT_EQ(browser.Items().SubItem(0, L"Orginal Location"), tree.Path(L"Other"));
 }
 
+TEST_F(ExchangedDrive, Restore_DriveComesBackAfterWaking_Restores) {
+    SelectCopy(L"N02");
+    drive.PullOut();
+    world.clock.Wake();
+    world.pump.Restart();
+    world.pump.AtYield(4, [this] { drive.Insert(); });
+    Give(&RestoreCommands::mnuRestoreClick);
+    EXPECT_EQ(ReadBytes(letter), "mine 1");
+    EXPECT_EQ(main.form.Text(L"cmbDestination"), vault.substr(0, 2));
+}
+
 TEST_F(ExchangedDrive, Restore_TwiceAfterDriveGone_NeverWritesOtherContent) {
     drive.PullOut();
     for (int times = 1; times <= 2; ++times) {
