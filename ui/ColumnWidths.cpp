@@ -5,6 +5,23 @@
 
 namespace vw {
 
+namespace {
+
+// Half a date or half a size says something wrong. The columns that are seen at first end at the
+// edge of the list, and those that give way first take what is left of the room.
+void EndColumnAtEdge(const std::vector<ColumnNeed>& needs, int room, std::vector<int>& widths) {
+    int left = room;
+    std::size_t seen = 0;
+    while (seen < widths.size() && widths[seen] <= left) left -= widths[seen++];
+    for (std::size_t i = 0; i < seen; ++i) {
+        if (needs[i].givesWay != GivesWay::First) continue;
+        widths[i] += left;
+        return;
+    }
+}
+
+}  // namespace
+
 std::vector<int> FittedWidths(const std::vector<ColumnNeed>& needs, int room) {
     std::vector<int> widths;
     int missing = -room;
@@ -32,6 +49,7 @@ std::vector<int> FittedWidths(const std::vector<ColumnNeed>& needs, int room) {
             spare -= own;
         }
     }
+    if (missing > 0) EndColumnAtEdge(needs, room, widths);
     return widths;
 }
 

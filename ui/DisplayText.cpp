@@ -14,24 +14,32 @@ std::wstring_view WithoutBlanksBehind(std::wstring_view text) {
 
 constexpr wchar_t kEllipsis = 0x2026;
 
-// The longest beginning of `head` that leaves room for "…" and `tail`; the whole text then fits.
-// A pair of surrogates is never cut in two.
-std::wstring Joined(std::wstring_view head, std::wstring_view tail, int room,
-                    const Measure& widthOf) {
+std::wstring Joined(std::wstring_view head, std::wstring_view tail) {
+    std::wstring text(head);
+    text += kEllipsis;
+    text += tail;
+    return text;
+}
+
+// The longest beginning of `head` that leaves room for "…" and `tail`; empty where not even those
+// fit. A pair of surrogates is never cut in two.
+std::wstring_view FittingHead(std::wstring_view head, std::wstring_view tail, int room,
+                              const Measure& widthOf) {
     std::size_t fits = 0;
     std::size_t tooLong = head.size() + 1;
-    const auto joined = [&](std::size_t length) {
-        std::wstring text(head.substr(0, length));
-        text += kEllipsis;
-        text += tail;
-        return text;
-    };
     while (fits + 1 < tooLong) {
         const std::size_t middle = fits + (tooLong - fits) / 2;
-        (widthOf(joined(middle)) <= room ? fits : tooLong) = middle;
+        (widthOf(Joined(head.substr(0, middle), tail)) <= room ? fits : tooLong) = middle;
     }
     if (fits > 0 && head[fits - 1] >= 0xD800 && head[fits - 1] <= 0xDBFF) --fits;
-    return joined(fits);
+    return head.substr(0, fits);
+}
+
+// Between folders that stand from left to right, "…" would come before the beginning of a folder
+// with a right-to-left name and not behind what is left of it: such a folder goes as a whole.
+std::wstring_view WithoutCutFolder(std::wstring_view head) {
+    const std::size_t folder = head.rfind(L'\\') + 1;
+    return PhraseReadsFromRight(head.substr(folder)) ? head.substr(0, folder) : head;
 }
 
 }  // namespace
@@ -52,10 +60,20 @@ std::wstring Shortened(std::wstring_view text, int room, const Measure& widthOf)
     const std::size_t slash =
         text.size() < 2 ? std::wstring_view::npos : text.rfind(L'\\', text.size() - 2);
     if (LooksLikePath(text) && slash != std::wstring_view::npos) {
-        std::wstring shortened = Joined(text.substr(0, slash), text.substr(slash), room, widthOf);
+        const std::wstring_view tail = text.substr(slash);
+        const std::wstring_view head =
+            WithoutCutFolder(FittingHead(text.substr(0, slash), tail, room, widthOf));
+        std::wstring shortened = Joined(head, tail);
         if (widthOf(shortened) <= room) return shortened;
+        // The name says more than the drive.
+        shortened = Joined({}, tail);
+        return Joined(FittingHead(shortened, {}, room, widthOf), {});
     }
-    return Joined(text, {}, room, widthOf);
+    return Joined(FittingHead(text, {}, room, widthOf), {});
+}
+
+bool IsShownAsPath(std::wstring_view text) noexcept {
+    return LooksLikePath(text) || (text.size() > 1 && text[0] == kEllipsis && text[1] == L'\\');
 }
 
 std::vector<std::wstring> Wrapped(std::wstring_view text, int room, const Measure& widthOf) {

@@ -16,8 +16,11 @@ using Measure = std::function<int(std::wstring_view text)>;
 
 /// A text that is at most `room` wide, with "…" for what was left out: of a path the folders before
 /// the name, of anything else the end. A text that fits stays as it is; where not even the name of
-/// a path fits, its end goes too.
+/// a path fits, the name loses its end. Folders with right-to-left names are left out as a whole.
 [[nodiscard]] std::wstring Shortened(std::wstring_view text, int room, const Measure& widthOf);
+
+/// Whether a text is a path, also one that was shortened to its name.
+[[nodiscard]] bool IsShownAsPath(std::wstring_view text) noexcept;
 
 /// The lines that a text takes in a space `room` wide: its own, and those that its words wrap into.
 /// A word wider than the space has a line of its own. Blanks where a line is broken are left out.

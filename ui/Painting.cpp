@@ -13,6 +13,8 @@ namespace vw {
 
 namespace {
 
+constexpr wchar_t kEllipsis = 0x2026;
+
 int PlainWidth(HDC canvas, std::wstring_view text) {
     SIZE size{};
     GetTextExtentPoint32W(canvas, text.data(), static_cast<int>(text.size()), &size);
@@ -60,10 +62,14 @@ void PaintLine(HDC canvas, const RECT& area, int y, std::wstring_view line, cons
     const UINT align = centred ? TA_CENTER : atLeft ? TA_LEFT : TA_RIGHT;
     const UINT alignBefore = SetTextAlign(canvas, align | TA_TOP | TA_UPDATECP);
     MoveToEx(canvas, x, y, nullptr);
-    if (LooksLikePath(line) && !centred) {
+    if (IsShownAsPath(line) && !centred) {
         std::vector<std::wstring_view> pieces = PathPieces(line);
         if (!atLeft) std::reverse(pieces.begin(), pieces.end());
-        for (const std::wstring_view piece : pieces) PaintPiece(canvas, area, piece, false);
+        for (const std::wstring_view piece : pieces) {
+            // What was cut off belongs behind the last letter that is left.
+            const bool cutName = piece.ends_with(kEllipsis) && NameReadsFromRight(piece);
+            PaintPiece(canvas, area, piece, cutName);
+        }
     } else {
         const bool fromRight =
             look.name ? NameReadsFromRight(line) : look.rightToLeft && PhraseReadsFromRight(line);
@@ -100,7 +106,7 @@ Measure MeasureIn(HDC canvas) {
     const auto scratch = std::make_shared<Scratch>(canvas);
     return [canvas, scratch](std::wstring_view text) {
         if (!PhraseReadsFromRight(text)) return PlainWidth(canvas, text);
-        if (!LooksLikePath(text)) return scratch->DrawnWidth(text);
+        if (!IsShownAsPath(text)) return scratch->DrawnWidth(text);
         int width = 0;
         for (const std::wstring_view piece : PathPieces(text)) width += scratch->DrawnWidth(piece);
         return width;

@@ -34,6 +34,16 @@ TEST(FittedWidthsTest, EveryRoomDownToTheLeast_IsFilledExactly) {
     }
 }
 
+TEST(FittedWidthsTest, TooLittleRoom_EdgeFallsBetweenColumns) {
+    for (int room = 200; room < 410; ++room) {
+        const std::vector<int> widths = FittedWidths({kName, kPath, kDate, kLocation}, room);
+        EXPECT_EQ(widths[0] + widths[1] + (room < 330 ? 0 : widths[2]), room);
+        EXPECT_EQ(widths[0], 120);
+        EXPECT_EQ(widths[2], 130);
+        EXPECT_EQ(widths[3], 80);
+    }
+}
+
 TEST(FittedWidthsTest, TooLittleRoom_StopsAtTheLeast) {
     EXPECT_THAT(FittedWidths({kName, kPath, kDate, kLocation}, 100), ElementsAre(120, 80, 130, 80));
 }

@@ -29,8 +29,24 @@ TEST(DisplayText, APathLosesItsMiddle) {
     EXPECT_EQ(Shortened(L"C:\\Users\\Mona\\Letters\\", 15, Letters), L"C:\\Us…\\Letters\\");
 }
 
+TEST(DisplayText, APathLosesFoldersWithArabicNamesAsAWhole) {
+    EXPECT_EQ(Shortened(L"C:\\العمل\\الحسابات\\Plan.xlsx", 25, Letters),
+              L"C:\\العمل\\…\\Plan.xlsx");
+    EXPECT_EQ(Shortened(L"C:\\الحسابات\\Plan.xlsx", 18, Letters), L"C:\\…\\Plan.xlsx");
+    EXPECT_EQ(Shortened(L"C:\\Docs\\Accounts\\الحسابات.xlsx", 23, Letters),
+              L"C:\\Docs\\…\\الحسابات.xlsx");
+}
+
+TEST(DisplayText, APathWithoutRoomIsItsName) {
+    EXPECT_EQ(Shortened(L"C:\\Docs\\Diary.txt", 11, Letters), L"…\\Diary.txt");
+    EXPECT_TRUE(IsShownAsPath(L"…\\Diary.txt"));
+    EXPECT_TRUE(IsShownAsPath(L"C:\\Docs"));
+    EXPECT_FALSE(IsShownAsPath(L"Diary…"));
+    EXPECT_FALSE(IsShownAsPath(L"…"));
+}
+
 TEST(DisplayText, ANameThatDoesNotFitLosesItsEnd) {
-    EXPECT_EQ(Shortened(L"C:\\a\\Diary of the long way.txt", 8, Letters), L"C:\\a\\Di…");
+    EXPECT_EQ(Shortened(L"C:\\a\\Diary of the long way.txt", 8, Letters), L"…\\Diary…");
     EXPECT_EQ(Shortened(L"Backing up everything", 8, Letters), L"Backing…");
     EXPECT_EQ(Shortened(L"Backing", 0, Letters), L"…");
 }

@@ -34,11 +34,9 @@ class Studio {
         OpeningScreen();
         DrivenProgram window(program_.With(L""));
         GiveSize(window.Main());
-        CutNoColumn(window.Main());
         Photograph("main-first", window.Main());
         BackUpTwice(window);
         SelectCopies(window);
-        CutNoColumn(window.Main());
         Photograph("main", window.Main());
         Busy(window);
         About(window);
@@ -156,23 +154,9 @@ class Studio {
         const HWND report = FindControl(busy, ID_txtReport);
         window.WaitUntil([&] { return WindowText(report).ends_with(L"Done:  - \r\n"); }, "no end");
         Sleep(2500);
-        ShowInstalled(report);
         Photograph("busy-report", busy);
         PostMessageW(busy, WM_CLOSE, 0, 0);
         window.WaitUntilReady();
-    }
-
-    // The report names the list, which lies beside the program: at the place where users have it.
-    void ShowInstalled(HWND report) const {
-        std::wstring text = WindowText(report);
-        const std::wstring here = program_.tree.Path(L"Program");
-        const std::wstring there = L"C:\\Users\\Mona\\AppData\\Local\\Programs\\Vaultwright";
-        const std::size_t place = text.rfind(here);
-        if (place == text.npos) return;
-        text.replace(place, here.size(), there);
-        SendMessageW(report, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()));
-        SendMessageW(report, EM_SETSEL, text.size(), static_cast<LPARAM>(text.size()));
-        SendMessageW(report, EM_SCROLLCARET, 0, 0);
     }
 
     void About(DrivenProgram& window) {
@@ -212,35 +196,6 @@ class Studio {
         Sleep(300);
         Photograph("overwrite", box.handle);
         window.Run().Answer(box, IDNO);
-    }
-
-    // A column that the edge of its list cuts would show the end of a name or a date as if it were
-    // the whole. The path column, or the last one, gets the width that lets a column end there.
-    static void CutNoColumn(HWND main) {
-        for (const auto& [id, flexible] :
-             {std::pair(ID_lsvBackupList, 1), std::pair(ID_lsvRestore1, 4),
-              std::pair(ID_lsvRestore2, 3)}) {
-            const HWND list = FindControl(main, id);
-            const auto header = reinterpret_cast<HWND>(SendMessageW(list, LVM_GETHEADER, 0, 0));
-            const auto count = static_cast<int>(SendMessageW(header, HDM_GETITEMCOUNT, 0, 0));
-            RECT area{};
-            GetClientRect(list, &area);
-            const auto widthOf = [&](int column) {
-                return static_cast<int>(
-                    SendMessageW(list, LVM_GETCOLUMNWIDTH, static_cast<WPARAM>(column), 0));
-            };
-            int others = 0;
-            int room = 0;
-            for (int column = 0; column < count; ++column) {
-                if (column != flexible) others += widthOf(column);
-                if (column < flexible) continue;
-                const int left = static_cast<int>(area.right) - others;
-                if (left >= widthOf(flexible) * 85 / 100) room = left;
-            }
-            if (room == 0 || others + widthOf(flexible) <= area.right) continue;
-            SendMessageW(list, LVM_SETCOLUMNWIDTH, static_cast<WPARAM>(flexible), room);
-            RedrawWindow(list, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
-        }
     }
 
     // Wine measures Arabic letters one by one and breaks the line of a box that could hold it.
@@ -307,6 +262,7 @@ class Studio {
         const HWND report = FindControl(busy, ID_txtReport);
         window.WaitUntil([&] { return WindowText(report).ends_with(L"Done:  - \r\n"); }, "no end");
         Sleep(2500);
+        ShowAsWindowsDoes(busy);
         Photograph("busy-errors", busy);
         PostMessageW(busy, WM_CLOSE, 0, 0);
         window.WaitUntilReady();
