@@ -92,9 +92,9 @@ std::wstring RunRecord::ReportLine(bool arabic, Date now) const {
 
 std::wstring RunRecord::StatusText(bool arabic, Date now) const {
     return arabic ? L"آخر نسخ احتياطي " + DateText(now) + L": " + Counts(true) +
-                        L". انقر هنا لعرض التقرير."
+                        L". انقر هنا أو اضغط Ctrl+R لعرض التقرير."
                   : L"Last backup " + DateText(now) + L": " + Counts(false) +
-                        L". Click here for the report.";
+                        L". Click here or press Ctrl+R for the report.";
 }
 
 }  // namespace vw

@@ -164,6 +164,7 @@ class ListView {
     [[nodiscard]] RECT CellArea(int row, int column) const;
     void PaintEmptyText(HDC canvas) const;
     void MarkSortColumn(int column, bool ascending);
+    bool SortByKey(WPARAM key) const;
     // Columns (ListViewColumns.cpp).
     [[nodiscard]] int WidthOf(std::size_t column) const;
     [[nodiscard]] int Room() const;

@@ -93,6 +93,20 @@ void ListView::MarkSortColumn(int column, bool ascending) {
     }
 }
 
+// The header takes no keyboard: Ctrl and the number of a column stand for a click on it. Whether it
+// was such a key.
+bool ListView::SortByKey(WPARAM key) const {
+    const auto column = static_cast<std::size_t>(key) - L'1';
+    if (key < L'1' || column >= data_.columns.size() || GetKeyState(VK_CONTROL) >= 0) return false;
+    NMLISTVIEW click{};
+    click.hdr = {control_, static_cast<UINT_PTR>(data_.id), static_cast<UINT>(LVN_COLUMNCLICK)};
+    click.iItem = -1;
+    click.iSubItem = static_cast<int>(column);
+    SendMessageW(GetParent(control_), WM_NOTIFY, click.hdr.idFrom,
+                 reinterpret_cast<LPARAM>(&click));
+    return true;
+}
+
 // Asked for with each row that is added, so it has to cost nothing when there is no mark.
 void ListView::ClearSortMark() {
     if (isSortMarked_) MarkSortColumn(-1, true);
@@ -307,6 +321,7 @@ LRESULT CALLBACK ListView::Subclass(HWND window, UINT message, WPARAM wParam, LP
             return enter ? codes | DLGC_WANTMESSAGE : codes;
         }
         case WM_KEYDOWN:
+            if (self->SortByKey(wParam)) return 0;
             self->keyDown_ = wParam;
             break;
         case WM_KEYUP: {

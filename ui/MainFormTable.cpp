@@ -207,6 +207,7 @@ constexpr std::array kAccelerators{
     AcceleratorData{.key = u'N', .control = true, .id = ID_mnuFileNew},
     AcceleratorData{.key = u'O', .control = true, .id = ID_mnuFileOpen},
     AcceleratorData{.key = u'S', .control = true, .id = ID_mnuFileSave},
+    AcceleratorData{.key = u'R', .control = true, .id = ID_sbrStatus},
     AcceleratorData{.key = FunctionKey(1), .id = ID_mnuHelpHelp},
     AcceleratorData{.key = FunctionKey(5), .id = ID_mnuBackup},
 };

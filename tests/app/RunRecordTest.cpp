@@ -84,7 +84,7 @@ TEST_F(RunRecordTest, ArabicTexts_NameTheSameCounts) {
     EXPECT_EQ(Line(true), L"C:\\My.vwl، " + DateText(kNow) + L": نُسخ: 1، لم يتغير: 0، فشل: 0");
     EXPECT_EQ(record.StatusText(true, kNow),
               L"آخر نسخ احتياطي " + DateText(kNow) +
-                  L": نُسخ: 1، لم يتغير: 0، فشل: 0. انقر هنا لعرض التقرير.");
+                  L": نُسخ: 1، لم يتغير: 0، فشل: 0. انقر هنا أو اضغط Ctrl+R لعرض التقرير.");
 }
 
 }  // namespace

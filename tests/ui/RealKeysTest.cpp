@@ -42,6 +42,17 @@ class RealKeys : public testing::TestWithParam<Language> {
         pump.DoEvents();
     }
 
+    void TypeWithControl(WORD key) {
+        INPUT control{};
+        control.type = INPUT_KEYBOARD;
+        control.ki.wVk = VK_CONTROL;
+        SendInput(1, &control, sizeof control);
+        Type({key});
+        control.ki.dwFlags = KEYEVENTF_KEYUP;
+        SendInput(1, &control, sizeof control);
+        pump.DoEvents();
+    }
+
     /// What an entry of the menu bar runs by F10 and the arrow keys: its name and index.
     std::wstring Run(int menu, int entry) {
         std::vector<WORD> keys{VK_F10};
@@ -120,6 +131,33 @@ TEST_P(RealKeys, ArrowKeys_ChangeTheNumberOfCopies) {
     EXPECT_EQ(main.form.Value(L"vsBackages"), 7);
     Type({VK_DOWN});
     EXPECT_EQ(main.form.Value(L"vsBackages"), 6);
+}
+
+TEST_P(RealKeys, ControlAndNumber_IsAClickOnThatColumn) {
+    if (GetForegroundWindow() != main.Handle()) GTEST_SKIP() << "another program is in front";
+    for (const auto* name : {L"lsvBackupList", L"lsvRestore1", L"lsvRestore2"}) {
+        SetFocus(main.Control(name));
+        const int count = static_cast<int>(main.form.List(name).KeyOf(6).empty() ? 4 : 7);
+        for (int column = 0; column < count; ++column) {
+            main.events.events.clear();
+            TypeWithControl(static_cast<WORD>(L'1' + column));
+            ASSERT_FALSE(main.events.events.empty());
+            EXPECT_EQ(main.events.events.front().control, name);
+            EXPECT_EQ(main.events.events.front().kind, EventKind::ColumnClick);
+            EXPECT_EQ(main.events.events.front().value, column);
+        }
+        main.events.events.clear();
+        Type({L'1'});
+        for (const ControlEvent& event : main.events.events) {
+            EXPECT_NE(event.kind, EventKind::ColumnClick);
+        }
+    }
+}
+
+TEST_P(RealKeys, ControlR_IsAClickOnTheStatusLine) {
+    if (GetForegroundWindow() != main.Handle()) GTEST_SKIP() << "another program is in front";
+    TypeWithControl(L'R');
+    EXPECT_EQ(Clicked(), L"sbrStatus -1");
 }
 
 TEST_P(RealKeys, BusyDialog_IsGoneRoundAndClosed) {
