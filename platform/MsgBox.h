@@ -23,7 +23,7 @@ struct BoxContent {
     bool secondIsDefault = false;  ///< No is the default button of a Yes/No question
 };
 
-/// Tells and asks the user. In a silent run nothing waits for an answer: see SilentBoxes.
+/// Tells and asks the user. In a silent run nothing waits for an answer: see UserBoxes.
 class MsgBoxes {
   public:
     MsgBoxes() = default;
