@@ -32,10 +32,11 @@ class VwBesideARun : public VwTest {
         lines = run.Lines();
     }
 
+    static constexpr int kFiles = 1500;
+
     /// Makes a folder with a backup whose files all have other bytes than the item by now. A check
     /// of contents comes to a halt among them, since nobody takes what it writes.
     void MakeDifferingFiles() {
-        constexpr int kFiles = 1500;
         const auto write = [this](const std::string& bytes) {
             for (int number = 0; number < kFiles; ++number)
                 tree.File(NameOf(number), bytes, Day(1));
@@ -145,6 +146,19 @@ TEST_F(VwBesideARun, FilesThatChangeDuringACheck_AreNotedAndNoFindings) {
                   found, [](const std::wstring& line) { return line.starts_with(L"content: "); }),
               1498);
     EXPECT_EQ(ReadBytes(Stored(L"Work«0001»\\1499")), before);
+}
+
+TEST_F(VwBesideARun, CopyThatChangesDuringADiff_IsAnError) {
+    MakeDifferingFiles();
+    for (int number = 0; number < kFiles; ++number) tree.File(NameOf(number), "longer", Day(2));
+    ProgramRun run({.program = BuiltConsole(),
+                    .arguments = L"diff " + InQuotes(Stored(L"Work«0001»")),
+                    .currentFolder = tree.Path()});
+    run.WaitForFullOutput();
+    tree.File(Stored(L"Work«0001»\\new"), "1", Day(3));
+    EXPECT_EQ(run.WaitForEnd(), 70U);
+    EXPECT_EQ(Short(run.Errors()),
+              L"error: ~\\Vault\\Work«0001»: The copy changed while it was compared\r\n");
 }
 
 TEST_F(VwBesideARun, CheckAndCopies_SayThatTheDestinationChanged) {

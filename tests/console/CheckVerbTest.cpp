@@ -2,7 +2,9 @@
 
 #include <algorithm>
 
+#include "fsutil/WorkingName.h"
 #include "platform/Handle.h"
+#include "platform/ProcessTag.h"
 #include "platform/Utf8.h"
 #include "tests/console/VwTest.h"
 
@@ -185,6 +187,23 @@ TEST_F(VwCheck, ForeignContents_AreFound) {
     tree.Folder(Stored(L"Photos"));
     Finds({L"foreign: ~\\Vault\\Photos (no copy and no comment)",
            L"foreign: ~\\Vault\\notes.txt (no copy and no comment)"});
+}
+
+TEST_F(VwCheck, EntriesOfRuns_AreNotedByWhetherTheRunIsAlive) {
+    WorkingName name;
+    name.owner = ThisProcess();
+    const std::wstring alive = FormatWorkingName(name, L"a");
+    // A process id is in use again; the process of that time is gone.
+    name.owner.processStart -= 1;
+    const std::wstring dead = FormatWorkingName(name, L"b");
+    tree.File(Stored(alive));
+    tree.File(Stored(dead));
+    RunsTo(0, L"check " + List());
+    const Texts found = ShortLines();
+    ASSERT_EQ(found.size(), 3U);
+    EXPECT_EQ(found[0], L"working: ~\\Vault\\" + alive + L" (of a run that is going on)");
+    EXPECT_EQ(found[1], L"left-over: ~\\Vault\\" + dead +
+                            L" (of a run that was ended; the next one completes or removes it)");
 }
 
 TEST_F(VwCheck, SafetyCopies_AreNotedOnly) {

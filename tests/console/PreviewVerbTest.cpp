@@ -1,5 +1,6 @@
 // `vw preview`: what it foretells is what the next backup does.
 
+#include "platform/Handle.h"
 #include "platform/RuntimeError.h"
 #include "platform/Utf8.h"
 #include "tests/console/VwTest.h"
@@ -34,6 +35,27 @@ TEST_F(VwPreview, NewItems_AreToBeCopiedWithTheirSize) {
     EXPECT_TRUE(ShortLines().back().starts_with(L"room: ~\\Vault (9 bytes needed, "));
     MakeList({L"Work\\*"});
     EXPECT_EQ(Foretold(0), Texts{L"new copy: ~\\Work\\* (1 file, 5 bytes)"});
+}
+
+TEST_F(VwPreview, ItemLargerThanTheFreeRoom_EndsWith1004) {
+    tree.File(L"large.bin", "1", Day(1));
+    {
+        // A file with a hole takes no room itself.
+        constexpr LONGLONG kSize = LONGLONG{4} << 40;
+        const FileHandle file(CreateFileW(tree.Path(L"large.bin").c_str(), GENERIC_WRITE, 0,
+                                          nullptr, OPEN_EXISTING, 0, nullptr));
+        LARGE_INTEGER end{};
+        end.QuadPart = kSize;
+        if (SetFilePointerEx(file.Get(), end, nullptr, FILE_BEGIN) == 0 ||
+            SetEndOfFile(file.Get()) == 0) {
+            GTEST_SKIP() << "no files with holes here";
+        }
+    }
+    MakeList({L"large.bin"});
+    RunsTo(error_number::kNotEnoughSpace, L"preview " + List());
+    EXPECT_EQ(ShortLines().at(0), L"new copy: ~\\large.bin (1 file, 4.0 TiB)");
+    EXPECT_TRUE(ShortLines().at(1).starts_with(L"too little room: ~\\Vault (4.0 TiB needed, "));
+    EXPECT_TRUE(ReadTree(vault).empty());
 }
 
 TEST_F(VwPreview, UnchangedItems_AreToBeLeftAlone) {
