@@ -43,7 +43,8 @@ void AppendUnit(std::wstring& text, wchar_t unit) {
 void AppendToRun(std::wstring& text, wchar_t character, const AnsiCodec& ansi) {
     const std::wstring_view name(&character, 1);
     const std::string bytes = ansi.Encode(name);
-    if (ansi.Decode(bytes) != name) {
+    // The units mean the same under every code page.
+    if (ansi.IsUnicode() || ansi.Decode(bytes) != name) {
         AppendUnit(text, character);
         return;
     }

@@ -16,8 +16,13 @@ class AnsiCodec {
     /// The bytes of `text`; "?" for what the code page cannot hold (never a look-alike letter).
     [[nodiscard]] virtual std::string Encode(std::wstring_view text) const = 0;
 
-    /// The text of `bytes`; never fails.
+    /// The text of `bytes`; never fails. What is no valid text of a Unicode code page was written
+    /// before the system was switched to it.
     [[nodiscard]] virtual std::wstring Decode(std::string_view bytes) const = 0;
+
+    /// Whether the code page is a form of Unicode. It holds every name then, but a system with
+    /// another code page reads its bytes as other letters.
+    [[nodiscard]] virtual bool IsUnicode() const { return false; }
 
     /// Whether `text` comes back unchanged from its bytes.
     [[nodiscard]] bool Holds(std::wstring_view text) const { return Decode(Encode(text)) == text; }

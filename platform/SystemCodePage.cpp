@@ -24,9 +24,20 @@ int CheckedLength(std::size_t length) {
 
 }  // namespace
 
-CodePage::CodePage(unsigned number) : number_(number == CP_ACP ? GetACP() : number) {
+unsigned CodePage::OfSystemLanguage() noexcept {
+    DWORD number = 0;
+    const int units =
+        GetLocaleInfoW(LOCALE_SYSTEM_DEFAULT, LOCALE_IDEFAULTANSICODEPAGE | LOCALE_RETURN_NUMBER,
+                       reinterpret_cast<wchar_t*>(&number), sizeof number / sizeof(wchar_t));
+    return units == 0 ? 0 : number;
+}
+
+CodePage::CodePage(unsigned number, unsigned before)
+    : number_(number == CP_ACP ? GetACP() : number), before_(before) {
     if (!IsValidCodePage(number_)) Raise(error_number::kInvalidCall);
 }
+
+bool CodePage::IsUnicode() const { return HoldsEverything(number_); }
 
 std::string CodePage::Encode(std::wstring_view text) const {
     if (text.empty()) return {};
@@ -49,10 +60,17 @@ std::wstring CodePage::Decode(std::string_view bytes) const {
     if (bytes.empty()) return {};
 
     const int length = CheckedLength(bytes.size());
-    const int size = MultiByteToWideChar(number_, 0, bytes.data(), length, nullptr, 0);
-    std::wstring text(static_cast<std::size_t>(size), L'\0');
-    MultiByteToWideChar(number_, 0, bytes.data(), length, text.data(), size);
-    return text;
+    const auto decode = [&](unsigned number, DWORD flags) {
+        const int size = MultiByteToWideChar(number, flags, bytes.data(), length, nullptr, 0);
+        std::wstring text(static_cast<std::size_t>(size), L'\0');
+        MultiByteToWideChar(number, flags, bytes.data(), length, text.data(), size);
+        return text;
+    };
+    if (number_ == CP_UTF8 && before_ != 0 && before_ != CP_UTF8) {
+        const std::wstring text = decode(number_, MB_ERR_INVALID_CHARS);
+        return text.empty() ? decode(before_, 0) : text;
+    }
+    return decode(number_, 0);
 }
 
 }  // namespace vw

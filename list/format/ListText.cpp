@@ -30,8 +30,11 @@ std::string EncodeList(std::wstring_view destination, std::int16_t copiesCount,
                        std::span<const std::wstring> items, const AnsiCodec& ansi) {
     std::wstring text;
     bool ansiHoldsAll = true;
+    // Without the mark, a computer with another code page would read other names.
+    const auto isSevenBit = [](wchar_t unit) { return unit < 0x80; };
     const auto append = [&](std::wstring_view line) {
-        ansiHoldsAll = ansiHoldsAll && ansi.Holds(line);
+        ansiHoldsAll = ansiHoldsAll && ansi.Holds(line) &&
+                       (!ansi.IsUnicode() || std::all_of(line.begin(), line.end(), isSevenBit));
         text += line;
         text += L"\r\n";
     };

@@ -33,6 +33,15 @@ INSTANTIATE_TEST_SUITE_P(CodePages, NameEncodingSystem,
                              return std::to_string(info.param);
                          });
 
+// Bytes of UTF-8 would be other letters after the system is switched back.
+TEST(NameEncodingUtf8, WritesUnitsAndReadsBytesOfBefore) {
+    const CodePage utf8(65001, 1256);
+    EXPECT_EQ(EnglishNameFrom(L"C:\\\u0645\\x", utf8), L"C:\\'u0u6u4u5'\\x");
+    EXPECT_EQ(EnglishNameOrigin(L"C:\\'u0u6u4u5'\\x", CodePage(1252)), L"C:\\\u0645\\x");
+    EXPECT_EQ(EnglishNameOrigin(L"C:\\'E3E1DD'\\x", utf8), L"C:\\\u0645\u0644\u0641\\x");
+    EXPECT_EQ(EnglishNameOrigin(L"C:\\'D985'\\x", utf8), L"C:\\\u0645\\x");
+}
+
 TEST(NameEncodingJapanese, WritesBothBytesOfJapaneseCharacters) {
     const CodePage ansi(932);
     EXPECT_EQ(EnglishNameFrom(L"C:\\\u8868\\x", ansi), L"C:\\'955C'\\x");

@@ -51,6 +51,24 @@ TEST(SystemCodePage, KnowsPagesOfMoreThanOneByte) {
     EXPECT_EQ(CodePage(CP_UTF8).Decode("\xD9\x86\xC4\x80"), L"\u0646\u0100");
 }
 
+TEST(SystemCodePage, OfTheSystemLanguage_IsThatOfAnUnswitchedSystem) {
+    if (GetACP() == CP_UTF8) GTEST_SKIP() << "this system is switched";
+    EXPECT_EQ(CodePage::OfSystemLanguage(), GetACP());
+}
+
+// The setting "Use Unicode UTF-8 for worldwide language support" was switched on after the bytes
+// were written.
+TEST(SystemCodePage, Utf8_ReadsOtherBytesInTheCodePageOfBefore) {
+    const CodePage utf8(CP_UTF8, 1256);
+    EXPECT_TRUE(utf8.IsUnicode());
+    EXPECT_EQ(utf8.Decode("C:\\\xE4\xD3\xCE"), L"C:\\نسخ");
+    EXPECT_EQ(utf8.Decode("C:\\\xD9\x86"), L"C:\\\u0646");
+    EXPECT_EQ(CodePage(CP_UTF8, 0).Decode("a\xFFz"), L"a\uFFFDz");
+    const CodePage ansi(1252, 1256);
+    EXPECT_FALSE(ansi.IsUnicode());
+    EXPECT_EQ(ansi.Decode("\xE4"), L"\u00E4");
+}
+
 TEST(SystemCodePage, KeepsNulAndGivesEmptyForEmpty) {
     EXPECT_EQ(CodePage(1252).Encode(std::wstring_view(L"a\0b", 3)), std::string("a\0b", 3));
     EXPECT_EQ(CodePage(1252).Decode(std::string_view("a\0b", 3)), std::wstring(L"a\0b", 3));

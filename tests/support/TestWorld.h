@@ -33,11 +33,14 @@ class TestCodePage final : public AnsiCodec {
   public:
     TestCodePage() { Use(1256); }
 
-    void Use(unsigned number) { page_ = std::make_unique<CodePage>(number); }
+    void Use(unsigned number, unsigned before = 0) {
+        page_ = std::make_unique<CodePage>(number, before);
+    }
 
     [[nodiscard]] std::string Encode(std::wstring_view text) const override {
         return page_->Encode(text);
     }
+    [[nodiscard]] bool IsUnicode() const override { return page_->IsUnicode(); }
     [[nodiscard]] std::wstring Decode(std::string_view bytes) const override {
         return page_->Decode(bytes);
     }

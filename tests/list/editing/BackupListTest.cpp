@@ -235,6 +235,21 @@ TEST_F(BackupLists, IsWrittenInTheCodePageThatHoldsIt) {
     }
 }
 
+// "Use Unicode UTF-8 for worldwide language support" is switched on, and off again.
+TEST_F(BackupLists, LosesNothingWhenTheCodePageIsSwitched) {
+    const std::wstring arabic = tree.File(L"رسالة.txt");
+    world.ansi.Use(1256);
+    ListFile(world.ansi.Encode(arabic + L"\r\n"));
+    for (const unsigned page : {65001U, 1252U, 65001U, 1256U}) {
+        world.ansi.Use(page, 1256);
+        list.GetList();
+        EXPECT_THAT(Paths(), ElementsAre(arabic)) << page;
+        state.listModified = true;
+        list.FileSave();
+        EXPECT_EQ(Saved().starts_with("\xEF\xBB\xBF"), page != 1256U) << page;
+    }
+}
+
 TEST_F(BackupLists, IsSavedInTheOrderShown) {
     const std::wstring b = tree.File(L"b.txt");
     const std::wstring a = tree.File(L"a.txt");
