@@ -15,6 +15,6 @@ inline constexpr FontPair kReport{{L"Times New Roman", 10}, {L"Arial", 9}};
 inline constexpr FontPair kBoldText{{L"Times New Roman", 10, true},
                                     {L"Traditional Arabic", 11, true}};
 inline constexpr FontPair kTitle{{L"Times New Roman", 24, true}, {L"Traditional Arabic", 24, true}};
-inline constexpr FontPair kButton{{L"MS Sans Serif", 9}, {L"MS Sans Serif", 9}};
+inline constexpr FontPair kButton{{L"MS Sans Serif", 9}, {L"MS Sans Serif", 9, false, true}};
 
 }  // namespace vw::fonts

@@ -22,22 +22,41 @@ std::wstring MessageFace() {
     return metrics.lfMessageFont.lfFaceName;
 }
 
-int CALLBACK NoteFace(const LOGFONTW*, const TEXTMETRICW*, DWORD, LPARAM found) {
-    *reinterpret_cast<bool*>(found) = true;
-    return 0;
+// Called for each character set of a face.
+int CALLBACK NoteFace(const LOGFONTW* font, const TEXTMETRICW*, DWORD type, LPARAM info) {
+    auto& face = *reinterpret_cast<FaceInfo*>(info);
+    face.exists = true;
+    face.isRaster = type == RASTER_FONTTYPE;
+    face.hasArabic = face.hasArabic || font->lfCharSet == ARABIC_CHARSET;
+    return 1;
+}
+
+constexpr std::wstring_view kScalableSans = L"Microsoft Sans Serif";
+
+std::wstring FaceFor(const FontData& font, int dpi) {
+    const FaceInfo face = font.face.empty() ? FaceInfo() : InfoOf(font.face);
+    if (Serves(face, font, dpi)) return std::wstring(font.face);
+    return face.exists && InfoOf(kScalableSans).exists ? std::wstring(kScalableSans)
+                                                       : MessageFace();
 }
 
 }  // namespace
 
-bool FaceExists(std::wstring_view face) {
+FaceInfo InfoOf(std::wstring_view face) {
     LOGFONTW wanted{};
     wanted.lfCharSet = DEFAULT_CHARSET;
     PutFace(wanted, face);
-    bool found = false;
+    FaceInfo info;
     const HDC screen = GetDC(nullptr);
-    EnumFontFamiliesExW(screen, &wanted, NoteFace, reinterpret_cast<LPARAM>(&found), 0);
+    EnumFontFamiliesExW(screen, &wanted, NoteFace, reinterpret_cast<LPARAM>(&info), 0);
     ReleaseDC(nullptr, screen);
-    return found;
+    return info;
+}
+
+bool Serves(const FaceInfo& face, const FontData& font, int dpi) noexcept {
+    constexpr int kEnlarged = 120;
+    if (!face.exists) return false;
+    return !face.isRaster || (dpi < kEnlarged && (face.hasArabic || !font.hasArabic));
 }
 
 HFONT Fonts::Get(const FontData& font) {
@@ -52,8 +71,7 @@ HFONT Fonts::Get(const FontData& font) {
     wanted.lfWeight = font.bold ? FW_SEMIBOLD : FW_NORMAL;
     wanted.lfCharSet = DEFAULT_CHARSET;
     wanted.lfQuality = DEFAULT_QUALITY;
-    const bool named = !font.face.empty() && FaceExists(font.face);
-    PutFace(wanted, named ? std::wstring(font.face) : MessageFace());
+    PutFace(wanted, FaceFor(font, dpi_));
     FontHandle made(CreateFontIndirectW(&wanted));
     if (!made) RaiseLast({});
     entries_.push_back({font.face, font.points, font.bold, std::move(made)});

@@ -39,6 +39,7 @@ struct FontData {
     std::wstring_view face;
     int points = 9;
     bool bold = false;
+    bool hasArabic = false;  ///< shows Arabic text in a face that may lack its letters
 };
 
 /// The faces of the English and of the Arabic form.

@@ -237,10 +237,14 @@ TEST_F(ProgramResources, HaveIconsForScreensOfAllDensities) {
                                    reinterpret_cast<LONG_PTR>(&icons)));
     EXPECT_THAT(icons, IsSupersetOf({IDI_Program, IDI_Document, IDI_Folder, IDI_File, IDI_Rule}));
     EXPECT_THAT(icons, IsSupersetOf({IDI_Tray_0, IDI_Tray_1, IDI_Tray_2, IDI_Tray_3}));
-    // Toolbars and rows at 100, 125, 150 and 200 %; the largest is what any other size is made of.
+    // Toolbars and rows at 100 and 200 %; the largest is what any other size is made of. At 125 and
+    // 175 % a toolbar needs 25 and 35 pixels, a row 20 and 28.
     for (const int icon : icons) EXPECT_THAT(IconSizes(icon), IsSupersetOf({16, 20, 24, 40, 256}));
     for (const int icon : {IDI_Program, IDI_Document, IDI_Folder, IDI_File, IDI_Rule, IDI_Tray_0}) {
-        EXPECT_THAT(IconSizes(icon), IsSupersetOf({32, 48, 64})) << icon;
+        EXPECT_THAT(IconSizes(icon), IsSupersetOf({28, 32, 48, 64})) << icon;
+    }
+    for (const int icon : {IDI_FileOpen, IDI_EditAddFile, IDI_ActionBackup, IDI_ActionRestore}) {
+        EXPECT_THAT(IconSizes(icon), IsSupersetOf({25, 30, 35})) << icon;
     }
 }
 
