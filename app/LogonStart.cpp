@@ -1,7 +1,9 @@
 #include "app/LogonStart.h"
 
 #include <string>
+#include <string_view>
 
+#include "platform/AnsiCodec.h"
 #include "platform/CCommonAPI.h"
 #include "platform/ErrorTrap.h"
 #include "platform/FileSystem.h"
@@ -12,6 +14,14 @@
 
 namespace vw {
 namespace {
+
+constexpr std::wstring_view kNoSuchLettersEnglish =
+    L"The start at log-on cannot hold all letters of the program's path. Move the program to a "
+    L"folder "
+    L"with Latin letters, and try again.";
+constexpr std::wstring_view kNoSuchLettersArabic =
+    L"لا يمكن كتابة كل حروف مسار البرنامج في أمر التشغيل عند تسجيل الدخول. انقل البرنامج إلى مجلد "
+    L"اسمه بحروف لاتينية، ثم أعد المحاولة.";
 
 constexpr Procedure kApplicationSartup{L"ApplicationSartup", L"Module", L"MVaultwright"};
 
@@ -40,9 +50,16 @@ void LogonStart::Switch(bool on) {
         return;
     }
     // Without quotation marks, also for a folder with blanks.
-    api_.ApplicationSartup(
-        state_.executableBaseName,
-        state_.applicationFolder + L"\\" + state_.executableBaseName + L".exe /S", on);
+    const std::wstring command =
+        state_.applicationFolder + L"\\" + state_.executableBaseName + L".exe /S";
+    // The entry is written in the ANSI code page. One with "?" in it would start nothing.
+    if (on && !system_.ansi.Holds(command)) {
+        system_.boxes.MsgBox(
+            {.text = std::wstring(state_.arabic ? kNoSuchLettersArabic : kNoSuchLettersEnglish),
+             .rightToLeft = state_.arabic});
+        return;
+    }
+    api_.ApplicationSartup(state_.executableBaseName, command, on);
     settings_.SaveSetting(setting::kStartup, SettingText(on));
 }
 

@@ -80,9 +80,13 @@ std::wstring FileProtocolCommand(std::wstring_view pathOrAddress) {
     return L"rundll32.exe url.dll,FileProtocolHandler " + std::wstring(pathOrAddress);
 }
 
+bool FitsFileProtocol(const AnsiCodec& ansi, std::wstring_view pathOrAddress) {
+    constexpr std::size_t kLongest = 259;
+    return pathOrAddress.size() <= kLongest && ansi.Holds(pathOrAddress);
+}
+
 void ShellPath(System& system, std::wstring_view pathOrAddress) {
-    // The handler takes its text in the ANSI code page: a name beyond it would come out as another.
-    if (system.ansi.Holds(pathOrAddress)) {
+    if (FitsFileProtocol(system.ansi, pathOrAddress)) {
         StartLinkHandler(pathOrAddress);
     } else {
         ShellExecuteW(nullptr, L"open", std::wstring(pathOrAddress).c_str(), nullptr, nullptr,

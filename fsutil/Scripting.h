@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "platform/AnsiCodec.h"
 #include "platform/System.h"
 
 namespace vw::MMyScripting {
@@ -44,6 +45,10 @@ void WshShellInt(System& system, ScriptShell& shell);
 
 /// The command that hands a path or address to the system's handler of links.
 [[nodiscard]] std::wstring FileProtocolCommand(std::wstring_view pathOrAddress);
+
+/// Whether that command line opens it: the handler takes its text in the ANSI code page, where a
+/// name beyond it would come out as another, and opens nothing, without a word, for a longer one.
+[[nodiscard]] bool FitsFileProtocol(const AnsiCodec& ansi, std::wstring_view pathOrAddress);
 
 /// Opens a path or address with the program that belongs to it. Does not wait; failures are
 /// ignored.

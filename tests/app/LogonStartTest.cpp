@@ -147,6 +147,25 @@ TEST_F(LogonStarts, OfAProgramBesideAHardDriveAreRefused) {
     EXPECT_EQ(box.icon, BoxIcon::None);
 }
 
+// The entry is written in the ANSI code page: with "?" in it, it would start nothing.
+TEST_F(LogonStarts, WithAPathThatTheCodePageLacks_AreRefusedAndTold) {
+    world.ansi.Use(1252);
+    state.applicationFolder = L"C:\\برنامج";
+    state.currentListPath = L"C:\\برنامج\\FilesList.vwl";
+    world.boxes.Expect(L"cannot hold all letters of the program's path");
+    logon.ApplicationSartup(true);
+    EXPECT_EQ(Entry(), std::nullopt);
+    EXPECT_EQ(Setting(), L"absent");
+    EXPECT_EQ(mark.marks, std::vector<bool>{false});
+    state.arabic = true;
+    world.boxes.Expect(L"لا يمكن كتابة كل حروف مسار البرنامج");
+    logon.ApplicationSartup(true);
+    EXPECT_TRUE(world.boxes.Shown().back().rightToLeft);
+    world.ansi.Use(1256);
+    logon.ApplicationSartup(true);
+    EXPECT_TRUE(Entry().has_value());
+}
+
 TEST_F(LogonStarts, CannotBeSwitchedOffBesideAHardDriveEither) {
     entry.Set(L"by hand");
     drives.kind = DriveKind::Removable;

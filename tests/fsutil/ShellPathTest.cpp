@@ -5,6 +5,7 @@
 
 #include "fsutil/Scripting.h"
 #include "platform/Handle.h"
+#include "platform/SystemCodePage.h"
 #include "platform/WindowsHeader.h"
 #include "tests/support/CurrentFolder.h"
 #include "tests/support/TempTree.h"
@@ -88,6 +89,14 @@ TEST_F(ShellPathTest, OpensADocumentWhoseNameTheCodePageCannotHold) {
     world_.ansi.Use(1252);
     ShellPath(world_.system, tree_.File(L"ملف عربي.vwopened", "not by the handler"));
     EXPECT_EQ(WaitForOpened(), "not by the handler");
+}
+
+TEST(FileProtocolCommand, IsNotForLongPathsNorForLettersThatTheCodePageLacks) {
+    const CodePage western(1252);
+    EXPECT_TRUE(FitsFileProtocol(western, std::wstring(259, L'a')));
+    EXPECT_FALSE(FitsFileProtocol(western, std::wstring(260, L'a')));
+    EXPECT_TRUE(FitsFileProtocol(western, L"C:\\«0101».txt"));
+    EXPECT_FALSE(FitsFileProtocol(western, L"C:\\ملف.txt"));
 }
 
 TEST_F(ShellPathTest, RunsTheSystemsHandlerAndNoneThatLiesInTheCurrentFolder) {
