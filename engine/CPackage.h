@@ -23,6 +23,9 @@
 
 namespace vw {
 
+namespace MFileDosShell {
+struct Survey;
+}  // namespace MFileDosShell
 struct RunText;
 struct SourceFolder;
 class TargetState;
@@ -171,6 +174,10 @@ class CPackage final : public CopyDates {
     void CheckFreeSpace(std::int64_t itemBytes);
     void MakeCopy(NewCopy& copy, bool isFolder, bool subFolders, Room room);
     void TellIncomplete(const NewCopy& copy);
+
+    // Files in the cloud, encrypted files (CPackageContents.cpp).
+    [[nodiscard]] bool AgreesToContents(std::wstring_view path, const MFileDosShell::Survey& survey,
+                                        bool subFolders);
 
     // Items whose names collide (CPackageCollision.cpp).
     [[nodiscard]] bool Collides(std::wstring_view path, std::int16_t location, bool isFolder,

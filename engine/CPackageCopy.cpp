@@ -6,6 +6,7 @@
 #include "engine/SourceFolder.h"
 #include "fsutil/PathText.h"
 #include "fsutil/TreeWork.h"
+#include "platform/DriveFailure.h"
 #include "platform/EventPump.h"
 #include "platform/RuntimeError.h"
 
@@ -68,8 +69,8 @@ bool CPackage::MustStop(CopyTally& tally) const {
     return tally.cutShort || tally.givenUp || tally.holdsItself;
 }
 
-// The trap of one step, which copies `size` bytes. A full disk or a drive that is gone ends the
-// copy: whatever is left would fail too, each with a box of its own.
+// The trap of one step, which copies `size` bytes. A full disk, a drive or a cloud that is gone
+// ends the copy: whatever is left would fail too, each with a box of its own.
 bool CPackage::CopyStep(std::wstring_view procedure, std::uint64_t size, CopyTally& tally,
                         const std::function<void()>& step) {
     return Trapped(system_.errors, EngineProcedure(procedure), [&] {
@@ -78,6 +79,13 @@ bool CPackage::CopyStep(std::wstring_view procedure, std::uint64_t size, CopyTal
         } catch (const RuntimeError& error) {
             if (error.Number() == error_number::kDiskFull && !IsTooLargeForDrive(size)) {
                 tally.givenUp = true;
+            }
+            if (ConcernsCloud(error)) {
+                tally.givenUp = true;
+                const RunText& text = run_text::kCloudOutOfReach;
+                throw RuntimeError(error.Number(),
+                                   std::wstring(state_.arabic ? text.arabic : text.english),
+                                   tally.itemPath, error.Line(), error.SystemCode());
             }
             if (!tally.givenUp) GiveUpIfGone(tally);
             throw;

@@ -50,6 +50,11 @@ void CPackage::BackUpItem(std::wstring_view path, std::int16_t location, bool is
         Refuse(path);
         return;
     }
+    if (facts && facts->isLink && !facts->isFolder) {
+        Tell(run_text::kLinkLeftOut, path);
+        host_.OnItem(ItemEvent::Unchanged, path, {});
+        return;
+    }
     if (!facts) {
         system_.exitStatus.Note(isFolder ? error_number::kPathNotFound
                                          : error_number::kFileNotFound);
@@ -109,6 +114,7 @@ void CPackage::BackUpItem(std::wstring_view path, std::int16_t location, bool is
             if (!facts && !rotated && state_.copiesCount > 0) return;
         }
     }
+    if (facts && !AgreesToContents(path, survey, subFolders)) return;
     host_.Report(L"Backing: " + copy.itemPath, false);
     host_.OnItem(ItemEvent::Copying, path,
                  subFolders ? ItemSize{survey.treeFiles, survey.treeBytes}

@@ -20,6 +20,12 @@ struct RunText {
 
 namespace run_text {
 inline constexpr RunText kLinkLeftOut{L"Link left out:", L"تم تخطي الارتباط التالي"};
+inline constexpr RunText kEncrypted{L"Encrypted files, whose copies only this account can read:",
+                                    L"ملفات مشفرة لا يمكن قراءة نسخها إلا من هذا الحساب"};
+inline constexpr RunText kNotDownloaded{L"Not backed up, its files were not downloaded:",
+                                        L"لم يُنسخ العنصر التالي، لأن ملفاته لم تُنزَّل"};
+inline constexpr RunText kCloudOutOfReach{L"The cloud that keeps these files cannot be reached.",
+                                          L"تعذر الوصول إلى السحابة التي تحفظ هذه الملفات."};
 inline constexpr RunText kIncomplete{L"Cancelled, copy 1 is incomplete:",
                                      L"أُلغيت العملية، والنسخة رقم 1 غير كاملة"};
 inline constexpr RunText kMissesFiles{L"Files are missing, copy 1 is incomplete:",

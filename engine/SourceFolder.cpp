@@ -11,10 +11,10 @@ SourceFolder ReadSourceFolder(FileSystem& files, std::wstring_view folder,
         if (entry.isFolder && entry.name == copyInTheMaking) source.holdsCopyInTheMaking = true;
         // Another run may hold its lock in a destination that lies here.
         if (IsOwnEntry(entry.name)) return;
-        if (!entry.isFolder) {
-            source.files.push_back({std::wstring(entry.name), entry.size, entry.lastWrite});
-        } else if (entry.isLink) {
+        if (entry.isLink) {
             source.links.emplace_back(entry.name);
+        } else if (!entry.isFolder) {
+            source.files.push_back({std::wstring(entry.name), entry.size, entry.lastWrite});
         } else {
             source.folders.emplace_back(entry.name);
         }

@@ -22,7 +22,7 @@ struct SourceFile {
 struct SourceFolder {
     std::vector<SourceFile> files;
     std::vector<std::wstring> folders;
-    std::vector<std::wstring> links;  ///< folders that are links: a backup leaves them out
+    std::vector<std::wstring> links;  ///< what FileFacts::isLink marks: a backup leaves it out
     bool holdsCopyInTheMaking = false;
 };
 

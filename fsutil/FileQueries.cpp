@@ -135,14 +135,14 @@ double FolderFreeSpace(System& system, std::wstring_view folder, double bytesNee
 
 namespace {
 
-// Gets the bytes of whatever a search for the newest date comes by, for who wants their sum too;
+// Gets the files that a search for the newest date comes by, and copies as files of their size;
 // `direct` are those of the folder itself.
-using SizeTaker = std::function<void(std::uint64_t bytes, bool direct)>;
+using FileTaker = std::function<void(const FileFacts& file, bool direct)>;
 
 // `dates` holds what was found so far when an error ends the search.
 void FindNewestDate(System& system, CopyDates& copyDates, std::wstring_view path,
                     const std::optional<FileFacts>& facts, NewestDates& dates,
-                    const SizeTaker& takeSize = {}, bool raisesUnreadable = false) {
+                    const FileTaker& take = {}, bool raisesUnreadable = false) {
     dates.newest = kMissingDate;
     if (!facts) return;
     if (NamesCopy(path)) {
@@ -158,13 +158,13 @@ void FindNewestDate(System& system, CopyDates& copyDates, std::wstring_view path
     TreeVisitor visitor;
     visitor.file = [&](const FolderEntry& file) {
         dates.Take(file);
-        if (takeSize) takeSize(file.size, direct);
+        if (take) take(file, direct);
     };
     visitor.left = [&] { direct = false; };
     visitor.enters = [&](const std::wstring& subFolder) {
         if (!NamesCopy(subFolder)) return true;
-        if (takeSize) {
-            takeSize(static_cast<std::uint64_t>(WholeTreeSize(system, subFolder)), direct);
+        if (take) {
+            take({.size = static_cast<std::uint64_t>(WholeTreeSize(system, subFolder))}, direct);
         }
         const Date stored = copyDates.PackageDate(subFolder);
         dates.Take({.lastWrite = stored, .lastWriteByPresentRules = stored});
@@ -201,7 +201,7 @@ std::optional<SizeAndDate> PathSizeAndDate(System& system, CopyDates& copyDates,
         } else if (facts->isFolder) {
             isSearched = true;
             FindNewestDate(system, copyDates, path, facts, dates,
-                           [&](std::uint64_t bytes, bool) { found->size += bytes; });
+                           [&](const FileFacts& file, bool) { found->size += file.size; });
         }
     });
     if (isSearched) found->date = dates.newest;
@@ -222,12 +222,20 @@ Date NewestDateOf(System& system, CopyDates& copyDates, std::wstring_view path) 
 Survey SurveyOf(System& system, CopyDates& copyDates, std::wstring_view path,
                 const std::optional<FileFacts>& facts) {
     Survey survey;
-    const auto add = [&](std::uint64_t bytes, bool direct) {
+    const auto note = [](const FileFacts& file, Survey::Cloud& cloud, bool& hasEncrypted) {
+        hasEncrypted = hasEncrypted || file.isEncrypted;
+        if (!file.isOnlyInCloud) return;
+        ++cloud.files;
+        cloud.bytes += file.size;
+    };
+    const auto add = [&](const FileFacts& file, bool direct) {
         ++survey.treeFiles;
-        survey.treeBytes += bytes;
+        survey.treeBytes += file.size;
+        note(file, survey.treeCloud, survey.treeHasEncrypted);
         if (!direct) return;
         ++survey.files;
-        survey.bytes += static_cast<std::int64_t>(bytes);
+        survey.bytes += static_cast<std::int64_t>(file.size);
+        note(file, survey.cloud, survey.hasEncrypted);
     };
     FindNewestDate(system, copyDates, path, facts, survey, add);
     if (!facts) {
@@ -236,6 +244,8 @@ Survey SurveyOf(System& system, CopyDates& copyDates, std::wstring_view path,
         survey.bytes = static_cast<std::int64_t>(facts->size);
         survey.files = survey.treeFiles = 1;
         survey.treeBytes = facts->size;
+        note(*facts, survey.cloud, survey.hasEncrypted);
+        note(*facts, survey.treeCloud, survey.treeHasEncrypted);
     } else if (NamesCopy(path)) {
         survey.bytes = PathSize(system, path);
     }

@@ -68,10 +68,22 @@ struct SizeAndDate {
 
 /// What a backup has to know of an item before it decides.
 struct Survey : NewestDates {
+    struct Cloud {
+        std::uint64_t files = 0;
+        std::uint64_t bytes = 0;
+    };
+
     std::int64_t bytes = 0;       ///< that of PathSize: of a folder the files directly in it
     std::uint64_t files = 0;      ///< the files that `bytes` belong to
     std::uint64_t treeFiles = 0;  ///< of a folder those of its whole tree
     std::uint64_t treeBytes = 0;
+
+    /// Files whose bytes have to be downloaded, and whether any file is encrypted: directly in the
+    /// folder, and in its whole tree.
+    Cloud cloud;
+    Cloud treeCloud;
+    bool hasEncrypted = false;
+    bool treeHasEncrypted = false;
 };
 
 /// Surveys an item, of which `facts` were just told, in one walk. A backup must not go on without

@@ -27,9 +27,11 @@ void WalkTree(FileSystem& files, std::wstring_view folder, const TreeVisitor& vi
             files.List(current, [&](const FolderEntry& entry) {
                 if (IsOwnEntry(entry.name)) {
                     // A destination that lies in the tree; nothing of it is the user's file.
+                } else if (entry.isLink) {
+                    // A folder elsewhere, or a file without bytes.
                 } else if (!entry.isFolder) {
                     visitor.file(entry);
-                } else if (!entry.isLink) {
+                } else {
                     subFolders.push_back(JoinPath(current, entry.name));
                 }
                 visitor.yield();

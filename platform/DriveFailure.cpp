@@ -41,6 +41,16 @@ constexpr std::array<DWORD, 28> kDriveCodes{
     ERROR_NOACCESS,
 };
 
+// The provider of a cloud folder does not run or reaches no server, or its user is signed out. The
+// headers of the compiler lack some of the names.
+constexpr std::array<DWORD, 5> kCloudCodes{
+    362,  // ERROR_CLOUD_FILE_PROVIDER_NOT_RUNNING
+    386,  // ERROR_CLOUD_FILE_AUTHENTICATION_FAILED
+    388,  // ERROR_CLOUD_FILE_NETWORK_UNAVAILABLE
+    404,  // ERROR_CLOUD_FILE_PROVIDER_TERMINATED
+    426,  // ERROR_CLOUD_FILE_REQUEST_TIMEOUT
+};
+
 constexpr std::array kDriveNumbers{
     error_number::kDeviceError,
     error_number::kNoSuchDevice,
@@ -49,6 +59,10 @@ constexpr std::array kDriveNumbers{
 };
 
 }  // namespace
+
+bool ConcernsCloud(const RuntimeError& error) noexcept {
+    return std::ranges::find(kCloudCodes, error.SystemCode()) != kCloudCodes.end();
+}
 
 bool ConcernsDrive(const RuntimeError& error) noexcept {
     if (error.SystemCode() != 0) {

@@ -8,4 +8,8 @@ namespace vw {
 /// there fail as well. False for what concerns one file: somebody uses it, its rights, its damage.
 [[nodiscard]] bool ConcernsDrive(const RuntimeError& error) noexcept;
 
+/// Whether an error is that of a cloud which cannot be reached: other files that are only there
+/// fail as well.
+[[nodiscard]] bool ConcernsCloud(const RuntimeError& error) noexcept;
+
 }  // namespace vw

@@ -15,12 +15,16 @@ namespace vw {
 /// What the disk tells of a file or folder without opening it.
 struct FileFacts {
     bool isFolder = false;
-    bool isLink = false;  ///< a folder that is a junction, mount point or symbolic link
+    /// A folder that is a junction, mount point or symbolic link; a file that has no bytes of its
+    /// own: an app alias, a socket, a device, a link that leads nowhere.
+    bool isLink = false;
     bool isHidden = false;
     bool isSystem = false;
     bool isReadOnly = false;
-    std::uint64_t size = 0;  ///< bytes; 0 for a folder
-    Date lastWrite = 0;      ///< local time, by the rules of that day's own year
+    bool isOnlyInCloud = false;  ///< a file whose bytes are downloaded when it is read
+    bool isEncrypted = false;    ///< a file that only the account that encrypted it can read
+    std::uint64_t size = 0;      ///< bytes; 0 for a folder
+    Date lastWrite = 0;          ///< local time, by the rules of that day's own year
     /// The same by the rules of the present year, by which older comments were written. Nearly
     /// always equal.
     Date lastWriteByPresentRules = 0;
@@ -51,7 +55,7 @@ enum class DriveKind { Unknown, Removable, Fixed, Network, Optical, Memory };
 
 /// The disk, as the whole program sees it. Paths are taken as people type them: "\" or "/", double
 /// separators, relative, longer than 260 characters. Every failure is raised as a RuntimeError
-/// with the path. Links to files show the file; links to folders are told by `isLink`.
+/// with the path. Links to files show the file; `isLink` marks links to folders and to nothing.
 class FileSystem {
   public:
     /// Sees each entry of a folder.

@@ -14,6 +14,45 @@ constexpr DWORD kStandsForAnother = 0x20000000;
 
 bool IsLinkTag(DWORD tag) { return tag == 0 || (tag & kStandsForAnother) != 0; }
 
+// Files that are no data: they cannot be opened, or reading them would take what others send.
+bool HoldsNoData(DWORD tag) {
+    constexpr DWORD kAppAlias = 0x8000001B;
+    constexpr DWORD kSocket = 0x80000023;
+    constexpr DWORD kLinuxPipe = 0x80000024;
+    constexpr DWORD kLinuxCharacterDevice = 0x80000025;
+    constexpr DWORD kLinuxBlockDevice = 0x80000026;
+    switch (tag) {
+        case kAppAlias:
+        case kSocket:
+        case kLinuxPipe:
+        case kLinuxCharacterDevice:
+        case kLinuxBlockDevice:
+            return true;
+        default:
+            return false;
+    }
+}
+
+// The headers of the compiler lack some of them.
+constexpr DWORD kRecallOnOpen = 0x00040000;
+constexpr DWORD kRecallOnDataAccess = 0x00400000;
+constexpr DWORD kOnlyInCloud = kRecallOnOpen | kRecallOnDataAccess | FILE_ATTRIBUTE_OFFLINE;
+
+// Codes of opening a link whose target does not exist. A server that is down, or a folder that may
+// not be read, is another matter: the file may be there.
+bool LeadsNowhere(DWORD code) {
+    switch (code) {
+        case ERROR_FILE_NOT_FOUND:
+        case ERROR_PATH_NOT_FOUND:
+        case ERROR_INVALID_NAME:
+        case ERROR_CANT_ACCESS_FILE:
+        case ERROR_CANT_RESOLVE_FILENAME:
+            return true;
+        default:
+            return false;
+    }
+}
+
 std::uint64_t Joined(DWORD high, DWORD low) {
     return (static_cast<std::uint64_t>(high) << 32) | low;
 }
@@ -30,33 +69,25 @@ FileFacts PlainFacts(const Data& data, const LocalTime& localTime) {
     facts.isReadOnly = (data.dwFileAttributes & FILE_ATTRIBUTE_READONLY) != 0;
     facts.isHidden = (data.dwFileAttributes & FILE_ATTRIBUTE_HIDDEN) != 0;
     facts.isSystem = (data.dwFileAttributes & FILE_ATTRIBUTE_SYSTEM) != 0;
-    facts.size = facts.isFolder ? 0 : Joined(data.nFileSizeHigh, data.nFileSizeLow);
+    if (!facts.isFolder) {
+        facts.isOnlyInCloud = (data.dwFileAttributes & kOnlyInCloud) != 0;
+        facts.isEncrypted = (data.dwFileAttributes & FILE_ATTRIBUTE_ENCRYPTED) != 0;
+        facts.size = Joined(data.nFileSizeHigh, data.nFileSizeLow);
+    }
     TakeDates(data.ftLastWriteTime, localTime, facts);
     return facts;
 }
 
-// Size and date of the file that a link shows; the link's own when it shows nothing.
+// Size and date of the file that a link shows; the link's own when it cannot be asked.
 void FollowFileLink(const std::wstring& systemPath, const LocalTime& localTime, FileFacts& facts) {
     const FileHandle file(CreateFileW(systemPath.c_str(), FILE_READ_ATTRIBUTES,
                                       FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                                       nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+    if (!file) facts.isLink = LeadsNowhere(GetLastError());
     BY_HANDLE_FILE_INFORMATION data{};
     if (!file || GetFileInformationByHandle(file.Get(), &data) == 0) return;
     facts.size = Joined(data.nFileSizeHigh, data.nFileSizeLow);
     TakeDates(data.ftLastWriteTime, localTime, facts);
-}
-
-template <class PathOf>
-FileFacts EntryFacts(const WIN32_FIND_DATAW& data, const LocalTime& localTime, PathOf pathOf) {
-    FileFacts facts = PlainFacts(data, localTime);
-    if ((data.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0) return facts;
-    const bool link = IsLinkTag(data.dwReserved0);
-    if (facts.isFolder) {
-        facts.isLink = link;
-    } else if (link) {
-        FollowFileLink(pathOf(), localTime, facts);
-    }
-    return facts;
 }
 
 bool IsDots(const wchar_t* name) {
@@ -64,6 +95,21 @@ bool IsDots(const wchar_t* name) {
 }
 
 }  // namespace
+
+FileFacts FactsOf(const WIN32_FIND_DATAW& data, const LocalTime& localTime,
+                  const std::function<std::wstring()>& systemPath) {
+    FileFacts facts = PlainFacts(data, localTime);
+    if ((data.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0) return facts;
+    const DWORD tag = data.dwReserved0;
+    if (facts.isFolder) {
+        facts.isLink = IsLinkTag(tag);
+    } else if (HoldsNoData(tag)) {
+        facts.isLink = true;
+    } else if (IsLinkTag(tag)) {
+        FollowFileLink(systemPath(), localTime, facts);
+    }
+    return facts;
+}
 
 FileFacts FactsOf(const WIN32_FILE_ATTRIBUTE_DATA& data, const std::wstring& systemPath,
                   const LocalTime& localTime) {
@@ -79,7 +125,7 @@ std::optional<FileFacts> FactsFromListing(const std::wstring& systemPath,
     WIN32_FIND_DATAW data{};
     const FindHandle found(FindFirstFileW(systemPath.c_str(), &data));
     if (!found) return std::nullopt;
-    return EntryFacts(data, localTime, [&] { return systemPath; });
+    return FactsOf(data, localTime, [&] { return systemPath; });
 }
 
 void EnumerateFolder(const std::wstring& systemPath, std::wstring_view path,
@@ -105,7 +151,7 @@ void EnumerateFolder(const std::wstring& systemPath, std::wstring_view path,
     do {
         if (IsDots(data.cFileName)) continue;
         static_cast<FileFacts&>(entry) =
-            EntryFacts(data, localTime, [&] { return prefix + data.cFileName; });
+            FactsOf(data, localTime, [&] { return prefix + data.cFileName; });
         entry.name = data.cFileName;
         visitor(entry);
     } while (FindNextFileW(found.Get(), &data) != 0);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -14,6 +15,10 @@ namespace vw {
 /// file that it shows is what a backup takes.
 [[nodiscard]] FileFacts FactsOf(const WIN32_FILE_ATTRIBUTE_DATA& data,
                                 const std::wstring& systemPath, const LocalTime& localTime);
+
+/// Facts of an entry of a listing. `systemPath` gives its path where it has to be asked about.
+[[nodiscard]] FileFacts FactsOf(const WIN32_FIND_DATAW& data, const LocalTime& localTime,
+                                const std::function<std::wstring()>& systemPath);
 
 /// The same from the listing of the parent folder; nothing when it is not listed.
 [[nodiscard]] std::optional<FileFacts> FactsFromListing(const std::wstring& systemPath,

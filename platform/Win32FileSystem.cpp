@@ -212,7 +212,9 @@ std::unique_ptr<HeldFile> Win32FileSystem::Hold(std::wstring_view path) { return
 
 std::uint64_t Win32FileSystem::FreeSpace(std::wstring_view folder) {
     ULARGE_INTEGER available{};
-    const std::wstring systemPath = SystemPath(folder) + L"\\";
+    std::wstring systemPath = SystemPath(folder);
+    // Not every file system forgives a second one.
+    if (!systemPath.ends_with(L'\\')) systemPath += L'\\';
     if (GetDiskFreeSpaceExW(systemPath.c_str(), &available, nullptr, nullptr) == 0) {
         RaiseLast(folder);
     }

@@ -25,8 +25,8 @@ using Entries = std::map<std::wstring, FileFacts>;
 Entries EntriesOf(FileSystem& files, const std::wstring& folder) {
     Entries entries;
     files.List(folder, [&](const FolderEntry& entry) {
-        // Neither links to folders nor the program's own entries are copied.
-        if (IsOwnEntry(entry.name) || (entry.isFolder && entry.isLink)) return;
+        // Neither links nor the program's own entries are copied.
+        if (IsOwnEntry(entry.name) || entry.isLink) return;
         entries.emplace(entry.name, entry);
     });
     return entries;

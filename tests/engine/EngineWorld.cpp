@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/RuntimeError.h"
+#include "platform/SystemError.h"
 #include "platform/Utf8.h"
 #include "platform/WindowsHeader.h"
 // Behind the one above, whose types it needs.
@@ -97,8 +98,29 @@ DriveKind DriveDouble::KindOfDrive(std::wstring_view path) {
     return kind ? *kind : Inner().KindOfDrive(path);
 }
 
+std::optional<FileFacts> DriveDouble::Look(std::wstring_view path) {
+    auto facts = Inner().Look(path);
+    if (facts) Mark(path.substr(path.find_last_of(L'\\') + 1), *facts);
+    return facts;
+}
+
 void DriveDouble::List(std::wstring_view folder, const EntryVisitor& visitor) {
-    if (!shownEmpty.contains(std::wstring(folder))) Inner().List(folder, visitor);
+    if (shownEmpty.contains(std::wstring(folder))) return;
+    Inner().List(folder, [&](const FolderEntry& entry) {
+        FolderEntry marked = entry;
+        Mark(entry.name, marked);
+        visitor(marked);
+    });
+}
+
+void DriveDouble::Copy(std::wstring_view from, std::wstring_view to, const CopyProgress& progress) {
+    if (copyCode != 0) RaiseCode(copyCode, from);
+    Inner().Copy(from, to, progress);
+}
+
+void DriveDouble::Mark(std::wstring_view name, FileFacts& facts) const {
+    const auto mark = marks.find(std::wstring(name));
+    if (mark != marks.end()) mark->second(facts);
 }
 
 void DriveDouble::Move(std::wstring_view from, std::wstring_view to) {

@@ -76,16 +76,24 @@ class DriveDouble : public ForwardingFileSystem {
   public:
     using ForwardingFileSystem::ForwardingFileSystem;
 
+    std::optional<FileFacts> Look(std::wstring_view path) override;
     std::uint64_t FreeSpace(std::wstring_view folder) override;
     DriveKind KindOfDrive(std::wstring_view path) override;
     void List(std::wstring_view folder, const EntryVisitor& visitor) override;
     void Move(std::wstring_view from, std::wstring_view to) override;
+    void Copy(std::wstring_view from, std::wstring_view to, const CopyProgress& progress) override;
 
     std::optional<DriveKind> kind;
     std::map<std::wstring, std::uint64_t> freeBytes;  ///< by folder
     Lines asked;                                      ///< folders whose free space was asked
     std::set<std::wstring> shownEmpty;                ///< folders that show no entries
     std::set<std::wstring> held;                      ///< what may not be moved
+    std::uint32_t copyCode = 0;  ///< of the system: every copying fails with it
+    /// Marks that the disk here does not have, by file name.
+    std::map<std::wstring, std::function<void(FileFacts&)>> marks;
+
+  private:
+    void Mark(std::wstring_view name, FileFacts& facts) const;
 };
 
 /// What came of one run.

@@ -1,0 +1,53 @@
+#include "engine/CPackage.h"
+#include "engine/RunTexts.h"
+#include "fsutil/FileQueries.h"
+#include "platform/ExitStatus.h"
+#include "platform/MsgBox.h"
+#include "platform/RuntimeError.h"
+
+// Files whose bytes are not simply there: in the cloud alone, or encrypted.
+
+namespace vw {
+namespace {
+
+// More than this is not downloaded before the user has agreed.
+constexpr std::uint64_t kQuietDownload = std::uint64_t{1} << 30;
+
+RunText CloudText(const MFileDosShell::Survey::Cloud& cloud, std::wstring& english,
+                  std::wstring& arabic) {
+    const std::wstring size = MFileDosShell::CSize(cloud.bytes);
+    english = cloud.files == 1
+                  ? L"1 file, " + size + L", is only in the cloud:"
+                  : std::to_wstring(cloud.files) + L" files, " + size + L", are only in the cloud:";
+    arabic = L"ملفات موجودة في السحابة فقط (العدد: " + std::to_wstring(cloud.files) + L"، الحجم: " +
+             size + L")";
+    return {english, arabic};
+}
+
+}  // namespace
+
+// False when the user does not want to download the item.
+bool CPackage::AgreesToContents(std::wstring_view path, const MFileDosShell::Survey& survey,
+                                bool subFolders) {
+    if (subFolders ? survey.treeHasEncrypted : survey.hasEncrypted) {
+        Tell(run_text::kEncrypted, path);
+    }
+    const auto& cloud = subFolders ? survey.treeCloud : survey.cloud;
+    if (cloud.files == 0) return true;
+    std::wstring english;
+    std::wstring arabic;
+    const RunText text = CloudText(cloud, english, arabic);
+    Tell(text, path);
+    if (state_.silentRun || cloud.bytes <= kQuietDownload) return true;
+    const std::wstring question = text.With(state_.arabic, path) + L"\r\n\r\n" +
+                                  (state_.arabic ? L"هل تريد تنزيلها الآن لنسخها احتياطياً؟"
+                                                 : L"Download them now to back them up?");
+    const BoxAnswer answer = system_.boxes.MsgBox(
+        {.text = question, .buttons = BoxButtons::YesNo, .rightToLeft = state_.arabic});
+    if (answer == BoxAnswer::Yes) return true;
+    system_.exitStatus.Note(error_number::kCancelled);
+    Tell(run_text::kNotDownloaded, path);
+    return false;
+}
+
+}  // namespace vw
