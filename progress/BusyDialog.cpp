@@ -90,6 +90,7 @@ void BusyDialog::ShowLastReport() {
             HandOver();
             form_.SetProgress(L"ProgressBar1", kProgressMaximum);
             form_.ShowControl(L"txtReport", true);
+            form_.SetDefaultButton(L"cmdCancel");
         }
         form_.Show(ShowHow::Activate);
     });
