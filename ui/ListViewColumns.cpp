@@ -38,9 +38,14 @@ void ListView::FitColumns() {
         needs.push_back(need);
     }
     const std::vector<int> widths = FittedWidths(needs, Room());
+    bool changed = false;
     for (std::size_t column = 0; column < widths.size(); ++column) {
+        if (SendMessageW(control_, LVM_GETCOLUMNWIDTH, column, 0) == widths[column]) continue;
         SendMessageW(control_, LVM_SETCOLUMNWIDTH, column, MAKELPARAM(widths[column], 0));
+        changed = true;
     }
+    // The control moves what it has painted to the new places, but paths are shortened anew.
+    if (changed) InvalidateRect(control_, nullptr, TRUE);
 }
 
 // What the columns have, beside the scroll bar that the rows need.

@@ -140,6 +140,27 @@ TEST_P(ListLooks, SelectionMoves_WholeRowIsPaintedAnew) {
     EXPECT_GE(update.bottom, area.bottom);
 }
 
+// The control would move what it has painted to the new places, with paths of the old width.
+TEST_P(ListLooks, WidthsChange_WholeListIsPaintedAnew) {
+    Add(longPath);
+    list.FitColumns();
+    main.form.Show(ShowHow::KeepFocus);
+    main.form.Repaint();
+    ValidateRect(list.Handle(), nullptr);
+    list.FitColumns();
+    EXPECT_FALSE(GetUpdateRect(list.Handle(), nullptr, FALSE)) << "nothing has changed";
+    list.SetSubItem(0, L"Type", L".a-longer-extension");
+    ValidateRect(list.Handle(), nullptr);
+    list.FitColumns();
+    RECT client{};
+    GetClientRect(list.Handle(), &client);
+    RECT update{};
+    GetUpdateRect(list.Handle(), &update, FALSE);
+    EXPECT_EQ(update.left, client.left);
+    EXPECT_EQ(update.right, client.right);
+    EXPECT_EQ(update.bottom, client.bottom);
+}
+
 INSTANTIATE_TEST_SUITE_P(, ListLooks, testing::ValuesIn(test::kLanguages));
 
 TEST(RowColours, SelectedRow_WithoutTheFocus_IsClearAndReadable) {
