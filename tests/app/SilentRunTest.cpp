@@ -26,8 +26,16 @@ class SilentRun : public App {
 
 TEST_F(SilentRun, OpensAListAndShowsNoWindow) {
     WriteDefaultList({letter});
+    tree.File(drive.Backup() + L"\\Other«0001».txt");
+    int listed = 0;
+    world.pump.AtEachYield([&] {
+        if (world.pump.Yields() > 1 && Main().IsLoaded()) {
+            listed += Main().List(L"lsvRestore1").Count();
+        }
+    });
     EXPECT_THROW(Start(L"/S"), ProgramEnded);
     EXPECT_TRUE(state.silentRun);
+    EXPECT_EQ(listed, 0) << "nobody sees the list of copies";
     EXPECT_FALSE(Exists(drive.Backup() + L"\\Letter«0001».txt"));
 }
 

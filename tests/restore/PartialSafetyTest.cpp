@@ -55,6 +55,7 @@ TEST_F(PartialSafety, WithALockedFileIsRemovedAndMadeAgain) {
     EXPECT_FALSE(world.errors.Take().empty());
     EXPECT_EQ(ReadTree(work), now);
     EXPECT_FALSE(Exists(vault + L"\\Work«0021»")) << "it would pass for a whole one";
+    EXPECT_FALSE(Exists(vault + L"\\Work«0021».vwc"));
     world.files.Heal();
     ExpectWholeSafetyAndRestored();
 }
@@ -66,6 +67,7 @@ TEST_F(PartialSafety, OfACancelIsRemovedAndMadeAgain) {
     RestoreWork(L"Nothing was overwritten");
     EXPECT_EQ(ReadTree(work), now);
     EXPECT_FALSE(Exists(vault + L"\\Work«0021»"));
+    EXPECT_FALSE(Exists(vault + L"\\Work«0021».vwc"));
     world.files.Heal();
     ExpectWholeSafetyAndRestored();
 }

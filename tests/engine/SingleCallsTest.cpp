@@ -1,0 +1,168 @@
+// Calls of the engine outside a run over a list, and what a run does at single steps.
+
+#include <gmock/gmock.h>
+
+#include "platform/RuntimeError.h"
+#include "tests/engine/EngineWorld.h"
+#include "tests/engine/LeftOvers.h"
+#include "tests/support/OtherRun.h"
+
+namespace vw::test {
+namespace {
+
+using testing::Contains;
+
+TEST(SingleCall, AfterACancel_BacksUp) {
+    for (const bool byPath : {false, true}) {
+        EngineWorld world;
+        const std::wstring item = world.tree.File(L"a.txt", "1", Day(1));
+        world.List({});
+        world.state.cancelRequested = true;
+        world.With([&](CPackage& engine) {
+            byPath ? engine.BackupPath(item, 0, false, false) : engine.BackupItem(item);
+        });
+        EXPECT_EQ(world.Copies(), (Listing{{L"a«0001».txt", "1"}})) << byPath;
+    }
+}
+
+// The destination that was in use until now may be free.
+TEST(SingleCall, AfterARefusedDestination_TriesItAgain) {
+    for (const bool byPath : {false, true}) {
+        EngineWorld world;
+        const std::wstring item = world.tree.File(L"a.txt", "1", Day(1));
+        world.List({});
+        world.state.silentRun = true;
+        OtherRun other(world.Store());
+        world.With([&](CPackage& engine) {
+            const auto backUp = [&] {
+                byPath ? engine.BackupPath(item, 0, false, false) : engine.BackupItem(item);
+            };
+            backUp();
+            EXPECT_EQ(world.Copies(), Listing{}) << byPath;
+            other.End();
+            backUp();
+        });
+        EXPECT_EQ(world.Copies(), (Listing{{L"a«0001».txt", "1"}})) << byPath;
+    }
+}
+
+// A restore works in the folder of the copies that are shown, whatever the list's own one is.
+TEST(SingleCall, InAnotherDestination_AsksForThatOneOnly) {
+    EngineWorld world;
+    const std::wstring item = world.tree.File(L"a.txt", "1", Day(1));
+    const std::wstring shown = world.tree.Folder(L"Shown");
+    world.state.BackupTo = world.Path(L"not there");
+    const RunResult result = world.With([&](CPackage& engine) {
+        EXPECT_TRUE(engine.InDestination(
+            shown, [&] { engine.BackupPath(item, 0, false, false, shown + L"\\a«0021».txt"); }));
+    });
+    EXPECT_FALSE(result.ended);
+    EXPECT_EQ(ReadBytes(shown + L"\\a«0021».txt"), "1");
+}
+
+TEST(SingleCall, OriginalLocation_CommentCannotBeRead_IsUnknown) {
+    EngineWorld world;
+    world.tree.File(L"Store\\a«0001».txt.vwc", "Original Location:C:\\");
+    world.world.files.FailFrom(1, error_number::kDeviceError, OnlyCalls({FileCall::Read}));
+    const RunResult result = world.With([&](CPackage& engine) {
+        EXPECT_EQ(engine.PackageOriginalLocation(world.Store(L"a«0001».txt")), L"??");
+    });
+    ASSERT_EQ(result.errors.size(), 1U);
+    EXPECT_EQ(result.errors[0].procedure, L"PackageOriginalLocation");
+}
+
+TEST(SingleCall, LocationNumber_FolderOfTheItemIsGone_PassesItsCopy) {
+    EngineWorld world;
+    world.tree.File(L"Store\\a«0001».txt");
+    world.tree.File(L"Store\\a«0001».txt.vwc",
+                    "Original Location:" + world.world.ansi.Encode(world.Path(L"Docs")) + "\r\n");
+    world.With([&](CPackage& engine) {
+        EXPECT_EQ(engine.LocationID(world.Path(L"Docs\\a.txt")), 1);
+        world.tree.Folder(L"Docs");
+        EXPECT_EQ(engine.LocationID(world.Path(L"Docs\\a.txt")), 0);
+    });
+}
+
+TEST(SingleCall, LocationNumber_FolderInPlaceOfTheComment_IsPassed) {
+    EngineWorld world;
+    world.tree.Folder(L"Store\\a«0001».txt.vwc");
+    world.With([&](CPackage& engine) { EXPECT_EQ(engine.LocationID(world.Path(L"a.txt")), 1); });
+}
+
+TEST(SingleCall, StoredDate_InBytes_IsDecoded) {
+    EngineWorld world;
+    world.tree.File(L"Store\\a«0001».txt.vwc",
+                    "Backed Files Date Last Modified:'30312F30312F323031302D30303A30343A3034");
+    world.With([&](CPackage& engine) {
+        EXPECT_EQ(engine.PackageDate(world.Store(L"a«0001».txt")), MakeDate({2010, 1, 1, 0, 4, 4}));
+    });
+}
+
+TEST(FreeSpaceOfAFolder, NamedLikeACopy_CountsItsFiles) {
+    EngineWorld world;
+    world.tree.File(L"Old«0001»\\a.txt", "12345", Day(1));
+    world.List({L"Old«0001»\\"});
+    world.drive.kind = DriveKind::Fixed;
+    world.drive.freeBytes[world.Store()] = 52'428'800 + 4;
+    const RunResult result = world.Run();
+    ASSERT_EQ(result.errors.size(), 1U);
+    EXPECT_EQ(result.errors[0].number, error_number::kNotEnoughSpace);
+    EXPECT_EQ(world.Copies(), Listing{});
+}
+
+TEST(Yields, AfterEverySubFolder) {
+    EngineWorld world;
+    for (int i = 0; i < 5; ++i) world.tree.Folder(L"Work\\" + std::to_wstring(i));
+    world.List({L"Work\\"});
+    int made = 0;
+    std::vector<int> seen;
+    world.world.files.OnOperation([&](const FileOperation& operation) {
+        if (operation.call == FileCall::MakeFolder) ++made;
+    });
+    world.world.pump.AtEachYield([&] { seen.push_back(made); });
+    world.Run();
+    // The first one is the copy itself.
+    for (int folders = 2; folders <= 6; ++folders) EXPECT_THAT(seen, Contains(folders));
+}
+
+// Copy 2 can neither move up nor can copy 3, which left for it, come back.
+TEST(BrokenRotation, ThatCannotBeUndone_LeavesThePlaceEmptyAndTheNewCopyReady) {
+    EngineWorld world;
+    world.tree.File(L"Store\\a«0002».txt", "2", Day(2));
+    world.tree.File(L"Store\\a«0003».txt", "1", Day(1));
+    world.tree.File(L"a.txt", "3", Day(3));
+    world.List({L"a.txt"}, 3);
+    world.world.files.FailFrom(1, error_number::kPermissionDenied,
+                               [&](const FileOperation& operation) {
+                                   return operation.call == FileCall::Move &&
+                                          (operation.path == world.Store(L"a«0002».txt") ||
+                                           operation.to == world.Store(L"a«0003».txt"));
+                               });
+    EXPECT_FALSE(world.Run().errors.empty());
+    EXPECT_FALSE(Exists(world.Store(L"a«0001».txt"))) << "the series has a hole";
+    EXPECT_EQ(ReadBytes(world.Store(L"a«0002».txt")), "2");
+    world.world.files.Heal();
+    HandOver(world, DeadProcess());
+    world.Run();
+    EXPECT_EQ(world.Copies(), (Listing{{L"a«0001».txt", "3"}, {L"a«0002».txt", "2"}}));
+    EXPECT_THAT(LeftOvers(world), testing::IsEmpty());
+}
+
+TEST(TwoReadyCopies, OfOneItem_TheNewerIsFinished) {
+    for (const int first : {4, 5}) {
+        EngineWorld world;
+        world.tree.File(L"a.txt", "5", Day(5));
+        world.List({L"a.txt"}, 3);
+        const ProcessTag dead = DeadProcess();
+        for (const int step : {first, 9 - first}) {
+            world.tree.File(L"Store\\" + LeftOverName(world, WorkingState::Ready, L"a.txt", dead,
+                                                      MakeDate(Day(step))),
+                            std::to_string(step));
+        }
+        world.Run();
+        EXPECT_EQ(ReadBytes(world.Store(L"a«0001».txt")), "5");
+    }
+}
+
+}  // namespace
+}  // namespace vw::test
