@@ -15,13 +15,14 @@ using testing::Contains;
 TEST(SingleCall, AfterACancel_BacksUp) {
     for (const bool byPath : {false, true}) {
         EngineWorld world;
-        const std::wstring item = world.tree.File(L"a.txt", "1", Day(1));
+        const std::wstring item = world.tree.File(L"Work\\a.txt", "1", Day(1));
         world.List({});
         world.state.cancelRequested = true;
         world.With([&](CPackage& engine) {
-            byPath ? engine.BackupPath(item, 0, false, false) : engine.BackupItem(item);
+            byPath ? engine.BackupPath(world.Path(L"Work\\"), 0, true, true)
+                   : engine.BackupItem(item);
         });
-        EXPECT_EQ(world.Copies(), (Listing{{L"a«0001».txt", "1"}})) << byPath;
+        EXPECT_EQ(ReadBytes(world.Store(byPath ? L"Work«0001»\\a.txt" : L"a«0001».txt")), "1");
     }
 }
 
@@ -160,7 +161,7 @@ TEST(TwoReadyCopies, OfOneItem_TheNewerIsFinished) {
                             std::to_string(step));
         }
         world.Run();
-        EXPECT_EQ(ReadBytes(world.Store(L"a«0001».txt")), "5");
+        EXPECT_EQ(world.Copies(), (Listing{{L"a«0001».txt", "5"}})) << "not the older one first";
     }
 }
 

@@ -52,6 +52,17 @@ TEST_F(Restore, DeleteCopy_AnotherTookItsName_DeletesNothing) {
     EXPECT_EQ(ReadBytes(vault + L"\\Report«0002».doc"), "another");
 }
 
+TEST_F(Restore, DeleteCopy_AnotherOfItsDateTookItsName_DeletesNothing) {
+    SelectCopy(L"N02");
+    world.boxes.Expect(L"[N02]", BoxAnswer::Yes);
+    world.boxes.OnBox([this] {
+        tree.File(vault + L"\\Report«0002».doc", "longer than it was", {2024, 1, 2, 9, 0, 0});
+    });
+    commands.mnuDelCopyClick();
+    EXPECT_EQ(world.errors.TakeOne().number, error_number::kFileNotFound);
+    EXPECT_EQ(ReadBytes(vault + L"\\Report«0002».doc"), "longer than it was");
+}
+
 TEST_F(Restore, DeleteAllCopies_AnotherTookAName_StopsThere) {
     world.boxes.Expect(L"Report", BoxAnswer::Yes);
     world.boxes.OnBox([this] {

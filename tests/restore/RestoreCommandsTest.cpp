@@ -238,6 +238,8 @@ TEST_F(Restore, ACancelDuringTheSafetyCopyOverwritesNothing) {
     onMsg = [this] { world.pump.AtEachYield([this] { state.cancelRequested = true; }); };
     commands.mnuRestoreClick();
     EXPECT_EQ(ReadBytes(document), "unsaved");
+    EXPECT_THAT(calls, ElementsAre(L"Restoring: " + document, L"BusyHide false"));
+    EXPECT_FALSE(world.boxes.Shown().back().rightToLeft) << "an English sentence";
 }
 
 TEST_F(Restore, AMarkThatAnEarlierRunLeftDoesNotStopIt) {

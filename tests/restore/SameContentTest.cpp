@@ -107,6 +107,13 @@ TEST_F(Contents, FolderCopyWithLess_Differs) {
     EXPECT_FALSE(Holds());
 }
 
+TEST_F(Contents, FolderCopyWithOtherNames_Differs) {
+    File(L"Item\\a.txt", "a");
+    File(L"Copy\\b.txt", "a");
+    EXPECT_FALSE(Same());
+    EXPECT_FALSE(Holds());
+}
+
 TEST_F(Contents, FolderWhereTheItemHasAFile_Differs) {
     File(L"Item\\a", "");
     tree.Folder(L"Copy\\a");
