@@ -5,11 +5,15 @@ that the linker takes its functions instead of those of the library's member.
 """
 import json
 import shlex
-import shutil
 import subprocess
 from pathlib import Path
 
 from mutations import digest
+
+
+# What a mutant reads from nowhere shows as a crash, not by luck as the right result.
+SCHEMA_OPTIONS = ['-w', '-g0', '-O1', '-D_GLIBCXX_ASSERTIONS', '-fmax-errors=0',
+                  '-fdiagnostics-color=never']
 
 
 def run(arguments, folder):
@@ -38,13 +42,41 @@ class Build:
 
     def compile(self, source, changed, produced, root):
         """Compiles `changed`, a variant of `source`, whose folder mirrors `root`."""
-        arguments, usual = self._compile[str(source)]
-        arguments = ['-o' if a == '-o' else a for a in arguments]
-        arguments[arguments.index(usual)] = str(produced)
-        arguments[arguments.index(str(source))] = str(changed)
+        arguments = self._argumentsFor(source, changed, produced)
         # A change may leave a variable unused: warnings are not what is looked for.
         arguments += ['-w', '-g0', f'-fmacro-prefix-map={root}/=']
         return run(arguments, self.folder)
+
+    def errorsOf(self, source, changed, produced):
+        """Compiles `changed` in place of `source`, quickly; the errors or, without any, None."""
+        arguments = self._argumentsFor(source, changed, produced) + SCHEMA_OPTIONS
+        done = subprocess.run(arguments, cwd=self.folder, stdout=subprocess.DEVNULL,
+                              stderr=subprocess.PIPE, text=True, errors='replace', check=False)
+        return None if done.returncode == 0 else done.stderr
+
+    def compileLikeTests(self, target, source, produced):
+        """Compiles a source that is not of the build, as the tests of a program are compiled."""
+        like = next(s for s, (_, usual) in self._compile.items() if f'/{target}.dir/tests/' in usual)
+        return run(self._argumentsFor(like, source, produced) + SCHEMA_OPTIONS, self.folder)
+
+    def _argumentsFor(self, source, changed, produced):
+        arguments, usual = self._compile[str(source)]
+        return [str(produced) if a == usual else str(changed) if a == str(source) else a
+                for a in arguments]
+
+    def linkMany(self, target, changedObjects, further, produced, project):
+        """Links `target` with the objects of several sources instead of their usual ones."""
+        parts = list(self._linkCommand(target))
+        output = parts.index('-o') + 1
+        parts[output] = str(produced)
+        for file, changedObject in changedObjects.items():
+            usual = self._compile[str(project / file)][1]
+            if usual in parts:
+                parts[parts.index(usual)] = str(changedObject)
+            else:
+                further = [*further, changedObject]
+        parts[output - 1:output - 1] = [str(f) for f in further]
+        return run([p for p in parts if not p.startswith('-Wl,--out-implib')], self.folder)
 
     def _linkCommand(self, target):
         if target not in self._links:
@@ -80,26 +112,22 @@ def codeOf(path):
 class Bench:
     """Where one worker compiles its mutants: build/mutate/<name>."""
 
-    def __init__(self, project, folder, windows, host):
-        self.project, self.folder = Path(project), Path(folder)
-        self.windows, self.host = windows, host
+    def __init__(self, project, folder, windows):
+        self.project, self.folder, self.windows = Path(project), Path(folder), windows
         self._originals = {}
-
-    def _object(self, file, text, build, suffix):
-        changed = self.folder / 'sources' / file
-        changed.parent.mkdir(parents=True, exist_ok=True)
-        changed.write_text(text)
-        produced = self.folder / f'changed.{suffix}'
-        if not build.compile(self.project / file, changed, produced, self.folder / 'sources'):
-            return None
-        return produced
 
     def windowsObject(self, file, text):
         """The object of a text and the digest of its code, or (None, '') when it does not compile."""
-        produced = self._object(file, text, self.windows, 'obj')
-        return (produced, codeOf(produced)) if produced else (None, '')
+        root, produced = self.folder / 'sources', self.folder / 'changed.obj'
+        changed = root / file
+        changed.parent.mkdir(parents=True, exist_ok=True)
+        changed.write_text(text)
+        if not self.windows.compile(self.project / file, changed, produced, root):
+            return None, ''
+        return produced, codeOf(produced)
 
     def originalCode(self, file, text):
+        """The digest of the code of the file as it is. Overwrites what windowsObject made before."""
         if file not in self._originals:
             produced, code = self.windowsObject(file, text)
             if not produced:
@@ -111,18 +139,3 @@ class Bench:
         produced = self.folder / f'{target}.exe'
         linked = self.windows.link(f'{target}', self.project / file, changedObject, produced)
         return produced if linked else None
-
-    def hostProgram(self, file, text):
-        """The native tests with this text, or None when it does not compile there."""
-        changedObject = self._object(file, text, self.host, 'o')
-        produced = self.folder / 'pure_tests'
-        if not changedObject:
-            return None
-        linked = self.host.link('pure_tests', self.project / file, changedObject, produced)
-        return produced if linked else None
-
-    def isPure(self, file):
-        return self.host is not None and self.host.knows(self.project / file)
-
-    def clear(self):
-        shutil.rmtree(self.folder / 'sources', ignore_errors=True)

@@ -1,11 +1,11 @@
 """Runs a test program, natively or under Wine, and says how it ended."""
+import fnmatch
 import json
 import os
 import re
 import shutil
 import signal
 import subprocess
-import time
 from dataclasses import dataclass
 from pathlib import Path
 
@@ -15,6 +15,7 @@ BEGUN = re.compile(r'^\[ RUN      \] (\S+)', re.M)
 FAILED = re.compile(r'^\[  FAILED  \] (\S+?)[, ]', re.M)
 PASSED = re.compile(r'^\[       OK \] (\S+) \((\d+) ms\)', re.M)
 SLOW_MILLISECONDS = 700
+FIRST_TESTS = 12  # a run of them costs little more than the start of the program
 
 
 @dataclass(frozen=True)
@@ -35,18 +36,32 @@ class Runner:
         self.project, self.folder, self.cleanPrefix = Path(project), Path(folder), cleanPrefix
         self.prefix = self.folder / 'prefix'
         program = project / 'build/release/bin/Vaultwright.exe'
-        self.environment = dict(os.environ, VW_PREFIX=str(self.prefix), GTEST_BRIEF='0',
+        self.environment = dict(os.environ, VW_PREFIX=str(self.prefix), GTEST_BRIEF='0', VW_KEEP='86400',
                                 VW_PROGRAM='Z:' + str(program).replace('/', '\\'))
         self.environment.pop('GTEST_FILTER', None)
+        self._wineSettings = None
+        self._baselines = {}
 
     def refresh(self):
         """Ends all that runs in the prefix and begins a new one."""
+        self._wineSettings = None
         self._wine('--end')
         shutil.rmtree(self.prefix, ignore_errors=True)
         subprocess.run(['cp', '-al', str(self.cleanPrefix), str(self.prefix)], check=True)
         for file in self.prefix.glob('*.reg'):  # a registry of its own, the rest is shared
             file.unlink()
             shutil.copy2(self.cleanPrefix / file.name, file)
+
+    def _wineEnvironment(self):
+        """What a program in the prefix runs in: asked once, for a run costs less without a shell."""
+        if self._wineSettings is None:
+            text = subprocess.run(
+                ['bash', '-c', 'set -e; text=$("$0" --environment); eval "$text"; '
+                 'printf "%s\\0" "$wineLoader"; env -0', self.project / 'scripts/wine'],
+                env=self.environment, check=True, capture_output=True, text=True).stdout
+            loader, *settings = text.rstrip('\0').split('\0')
+            self._wineSettings = loader, dict(line.split('=', 1) for line in settings)
+        return self._wineSettings
 
     def _wine(self, argument):
         subprocess.run([self.project / 'scripts/wine', argument], env=self.environment, check=False,
@@ -55,13 +70,16 @@ class Runner:
     def end(self):
         self._wine('--end')
 
-    def run(self, program, tests, patience, failFast=True):
-        """Runs the tests of a GoogleTest filter; `patience` in seconds."""
-        return self._run(program, tests, patience, failFast)[0]
+    def run(self, program, tests, patience, mutant=None):
+        """Runs the tests of a GoogleTest filter, with a mutant of the program that has them all;
+        `patience` in seconds."""
+        more = {} if mutant is None else {'VW_MUTANT': str(mutant)}
+        return self._run(program, tests, patience, True, more)[0]
 
-    def _run(self, program, tests, patience, failFast):
+    def _run(self, program, tests, patience, failFast, more):
         windows = program.suffix == '.exe'
-        arguments = [self.project / 'scripts/wine'] if windows else []
+        loader, environment = self._wineEnvironment() if windows else (None, self.environment)
+        arguments = [loader] if windows else []
         arguments += [program, '--gtest_filter=' + tests]
         arguments += ['--gtest_fail_fast'] if failFast else []
         work = self.folder / 'work'
@@ -69,7 +87,8 @@ class Runner:
         work.mkdir(parents=True)
         log = self.folder / 'output.txt'
         with open(log, 'wb') as output:
-            process = subprocess.Popen(arguments, cwd=work, env=self.environment, stdout=output,
+            process = subprocess.Popen(arguments, cwd=work, env={**environment, **more},
+                                       stdin=subprocess.DEVNULL, stdout=output,
                                        stderr=subprocess.STDOUT, start_new_session=True)
             try:
                 code = process.wait(timeout=patience)
@@ -85,41 +104,65 @@ class Runner:
             outcome = Outcome('passed')
         else:
             outcome = Outcome('hung' if code is None else 'crashed', begun[-1] if begun else '')
-        if code is None and windows:
-            self.refresh()
+        if windows and outcome.how in ('hung', 'crashed'):
+            self.refresh()  # it may have left something behind
         return outcome, text
 
     def baseline(self, program, store):
         """How the unchanged program does; kept in the folder `store` for as long as it is the same."""
+        if program in self._baselines:
+            return self._baselines[program]
         kept = store / f'baseline-{program.stem}-{digest(program.read_bytes())}.json'
         if not kept.exists():
-            began = time.monotonic()
-            _, text = self._run(program, '*', 3600, False)
+            reached = self.folder / 'reached.txt'
+            reached.unlink(missing_ok=True)
+            _, text = self._run(program, '*', 3600, False, {'VW_REACHED': f'Z:{reached}'
+                                if program.suffix == '.exe' else str(reached)})
             times = {name: int(ms) for name, ms in PASSED.findall(text)}
-            kept.write_text(json.dumps({'times': times, 'seconds': time.monotonic() - began,
-                                        'failed': sorted(set(FAILED.findall(text)) - set(times))}))
-        return Baseline(**json.loads(kept.read_text()))
+            kept.write_text(json.dumps({
+                'times': times, 'failed': sorted(set(FAILED.findall(text)) - set(times)),
+                'reached': readReached(reached, times) if reached.exists() else {}}))
+        self._baselines[program] = Baseline(**json.loads(kept.read_text()))
+        return self._baselines[program]
+
+
+def readReached(path, tests):
+    """Which tests reach each function, from what Selector.cpp writes: {number: [test]}."""
+    reached = {}
+    for line in path.read_text().splitlines():
+        name, *functions = line.split()
+        reaching = [name] if name in tests else [t for t in tests if fnmatch.fnmatch(t, name)]
+        for function in functions:
+            reached.setdefault(function, set()).update(reaching)
+    return {function: sorted(names) for function, names in reached.items()}
 
 
 class Baseline:
-    """What the tests of an unchanged program take, and which do not pass in the sandbox."""
+    """What the tests of an unchanged program take, which do not pass in the sandbox, and which
+    reach what function."""
 
-    def __init__(self, times, seconds, failed):
-        self.times, self.seconds, self.failed = times, seconds, set(failed)
-        self.slow = {name for name, ms in times.items() if ms >= SLOW_MILLISECONDS}
+    def __init__(self, times, failed, reached):
+        self.times, self.failed = times, set(failed)
+        self._reached = reached
 
-    def stages(self, killers):
+    def reaching(self, function):
+        """The tests that reach a function; all of them when it is None."""
+        if function is None:
+            return set(self.times)
+        return set(self._reached.get(str(function), ()))
+
+    def stages(self, killers, tests):
         """GoogleTest filters in the order to try them, each with its patience in seconds: what
-        killed mutants of this file before, the quick tests, the slow ones."""
-        killers = [k for k in killers if k in self.times]
-        quick = set(self.times) - self.slow
-        for tests in (killers, quick - set(killers), self.slow - set(killers)):
-            if not tests:
-                continue
-            expected = sum(self.times[name] for name in tests) / 1000
-            yield self._filter(tests, quick), 30 + 4 * expected
+        killed mutants of this file before, the quickest tests, the other quick ones, the slow."""
+        killers = tests & set(killers)
+        slow = {t for t in tests - killers if self.times[t] >= SLOW_MILLISECONDS}
+        quick = sorted(tests - killers - slow, key=lambda t: self.times[t])
+        for some in (killers, set(quick[:FIRST_TESTS]), set(quick[FIRST_TESTS:]), slow):
+            if some:
+                expected = sum(self.times[name] for name in some) / 1000
+                yield self._filter(some), 10 + 5 * expected
 
-    def _filter(self, tests, quick):
+    def _filter(self, tests):
         """The shortest way to name them: a command line has its limit."""
         rest = (set(self.times) | self.failed) - set(tests)
         named = ':'.join(sorted(tests))

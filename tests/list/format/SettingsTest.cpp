@@ -2,8 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "platform/ExitStatus.h"
 #include "platform/RuntimeError.h"
+#include "tests/support/ImportHook.h"
 #include "tests/support/RecordedErrors.h"
 #include "tests/support/ScratchRegistry.h"
 
@@ -95,6 +98,38 @@ TEST_F(Settings, ThatTheRegistryRefusesAreError5) {
     EXPECT_EQ(error.path,
               L"HKEY_CURRENT_USER\\Software\\Tallowmere.Net\\" + std::wstring(300, L'x'));
     EXPECT_EQ(refused.GetSetting(L"Arabic", L"N/A"), L"N/A");
+}
+
+/// Answers as when another instance stores a longer text after this one has asked for the size.
+LSTATUS WINAPI GrownValue(HKEY, LPCWSTR, LPCWSTR, DWORD, LPDWORD, PVOID data, LPDWORD bytes) {
+    static constexpr std::wstring_view kText = L"longer";
+    constexpr DWORD kNeeded = 7 * sizeof(wchar_t);
+    if (data == nullptr) {
+        *bytes = 2 * sizeof(wchar_t);
+        return ERROR_SUCCESS;
+    }
+    const bool fits = *bytes >= kNeeded;
+    *bytes = kNeeded;
+    if (!fits) return ERROR_MORE_DATA;
+    *std::copy(kText.begin(), kText.end(), static_cast<wchar_t*>(data)) = L'\0';
+    return ERROR_SUCCESS;
+}
+
+TEST_F(Settings, ThatGrowWhileTheyAreRead_AreReadWhole) {
+    const ImportHook hook("RegGetValueW", &GrownValue);
+    EXPECT_EQ(settings.GetSetting(L"BackupTo", L"C:\\Backup"), L"longer");
+}
+
+LSTATUS WINAPI RefusedValue(HKEY, LPCWSTR, DWORD, DWORD, const BYTE*, DWORD) {
+    return ERROR_NO_SYSTEM_RESOURCES;
+}
+
+TEST_F(Settings, ThatTheRegistryCannotStoreAreError5) {
+    const ImportHook hook("RegSetValueExW", &RefusedValue);
+    settings.SaveSetting(L"Arabic", L"-1");
+    const ToldError error = errors.TakeOne();
+    EXPECT_EQ(error.number, error_number::kInvalidCall);
+    EXPECT_EQ(error.path, L"HKEY_CURRENT_USER\\" + kKey);
 }
 
 TEST(SettingNames, AreThese) {
