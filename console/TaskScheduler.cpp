@@ -80,7 +80,7 @@ struct TaskScheduler::Objects {
     }
 
     // The folder of our tasks; null when there is none and none is to be made.
-    Object<ITaskFolder> Folder(bool make) {
+    [[nodiscard]] Object<ITaskFolder> Folder(bool make) const {
         ITaskFolder* folder = nullptr;
         HRESULT result = service->GetFolder(Bstr(kFolder).Get(), &folder);
         if (IsMissing(result) && !make) return nullptr;

@@ -27,7 +27,9 @@ using NameMap = std::unordered_map<std::wstring, std::size_t>;
 Entries ListedIn(FileSystem& files, const std::wstring& folder, const ComparisonVisitor& visitor) {
     Entries entries;
     files.List(folder, [&](const FolderEntry& entry) {
-        if (!entry.isLink) entries.push_back({entry, std::wstring(entry.name)});
+        if (!entry.isLink) {
+            entries.push_back({static_cast<const FileFacts&>(entry), std::wstring(entry.name)});
+        }
         visitor.yield();
     });
     return entries;

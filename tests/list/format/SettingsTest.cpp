@@ -120,16 +120,37 @@ TEST_F(Settings, ThatGrowWhileTheyAreRead_AreReadWhole) {
     EXPECT_EQ(settings.GetSetting(L"BackupTo", L"C:\\Backup"), L"longer");
 }
 
-LSTATUS WINAPI RefusedValue(HKEY, LPCWSTR, DWORD, DWORD, const BYTE*, DWORD) {
+DWORD reservedOfValue = 0;
+
+LSTATUS WINAPI RefusedValue(HKEY, LPCWSTR, DWORD reserved, DWORD, const BYTE*, DWORD) {
+    reservedOfValue = reserved;
     return ERROR_NO_SYSTEM_RESOURCES;
 }
 
 TEST_F(Settings, ThatTheRegistryCannotStoreAreError5) {
+    reservedOfValue = 1;
     const ImportHook hook("RegSetValueExW", &RefusedValue);
     settings.SaveSetting(L"Arabic", L"-1");
     const ToldError error = errors.TakeOne();
     EXPECT_EQ(error.number, error_number::kInvalidCall);
     EXPECT_EQ(error.path, L"HKEY_CURRENT_USER\\" + kKey);
+    EXPECT_EQ(reservedOfValue, 0U);
+}
+
+DWORD optionsOfKey = 0;
+
+LSTATUS WINAPI RefusedKey(HKEY, LPCWSTR, DWORD, LPWSTR, DWORD options, REGSAM,
+                          const LPSECURITY_ATTRIBUTES, PHKEY, LPDWORD) {
+    optionsOfKey = options;
+    return ERROR_ACCESS_DENIED;
+}
+
+TEST_F(Settings, OutliveTheNextStartOfTheSystem) {
+    optionsOfKey = REG_OPTION_VOLATILE;
+    const ImportHook hook("RegCreateKeyExW", &RefusedKey);
+    settings.SaveSetting(L"Arabic", L"-1");
+    EXPECT_EQ(errors.TakeOne().number, error_number::kInvalidCall);
+    EXPECT_EQ(optionsOfKey, REG_OPTION_NON_VOLATILE);
 }
 
 TEST(SettingNames, AreThese) {
