@@ -22,7 +22,7 @@ namespace vw {
 /// window anywhere.
 class Console final : private ErrorSink, private MsgBoxes, private EventPump, private ProgramEnd {
   public:
-    /// `files` stands in for the real disk in tests; it has to outlive this object.
+    /// `files` replaces the real disk in tests and must outlive this object.
     explicit Console(Output& output, FileSystem* files = nullptr);
 
     /// Runs a verb. What it raises is written as an error. Gives the exit code: the first error's

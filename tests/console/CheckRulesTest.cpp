@@ -1,6 +1,6 @@
 // vw check where the rules of a date's own year give another date than those of the present year,
-// by which earlier versions wrote their comments. Wine has no such years, so that a double stands
-// in.
+// by which earlier versions wrote their comments. Wine has no such years, so a double replaces the
+// disk.
 
 #include "console/Arguments.h"
 #include "console/Console.h"

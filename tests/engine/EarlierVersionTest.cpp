@@ -91,7 +91,7 @@ TEST(EntryOfAnEarlierVersion, OfALivingProcessOrAnotherComputer_IsLeftAlone) {
 }
 
 // A run of this version is killed at each of its changes. What it leaves is, for the earlier one,
-// worthless, an old copy that has left its series, or no entry that it knows.
+// worthless, an old copy that has left its series, or a name that it does not parse.
 TEST(EntryOfThisVersion, IsNeverMistakenByAnEarlierOne) {
     std::set<std::wstring> words;
     for (const Completeness completeness :

@@ -27,7 +27,7 @@ class DestinationChecker {
     void Learn(std::wstring_view item);
     void LearnAll(const std::vector<std::wstring>& items);
 
-    /// Keeps a state that the item need not have now: what stands below it; of a file the node "".
+    /// Keeps a state that the item need not have now: what is below it; of a file the node "".
     /// `newest` is the date that its comment states; 0 for any.
     void LearnState(std::wstring_view item, Tree content, Date newest);
 

@@ -176,7 +176,7 @@ void KillWorld::CheckNames(const Tree& vault, std::vector<std::wstring>& faults)
     }
 }
 
-// The checker of destinations knows nothing of this model, nor this model of it.
+// The checker of destinations is independent of this model.
 void KillWorld::CheckDestination(std::vector<std::wstring>& faults) const {
     DestinationChecker checker(Vault());
     for (const Item& item : items_) {
