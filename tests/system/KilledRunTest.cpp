@@ -58,7 +58,7 @@ class KilledRun : public SystemTest {
         }
         Count();
     }
-    void Count() {
+    void Count() const {
         std::cout << killed << " kills of a run\n";
         RecordProperty("killed", killed);
         EXPECT_GT(killed, 0) << "every run was faster than the test";
@@ -73,9 +73,9 @@ class KilledRun : public SystemTest {
     DWORD longest_ = 40;
 };
 
-TEST_F(KilledRun, OfAFirstBackupLosesNothing) { KillsRuns(KillWorld::History::None, 15); }
+TEST_F(KilledRun, OfAFirstBackupLosesNothing) { KillsRuns(KillWorld::History::None, 10); }
 
-TEST_F(KilledRun, OfALaterBackupLosesNothing) { KillsRuns(KillWorld::History::Full, 15); }
+TEST_F(KilledRun, OfALaterBackupLosesNothing) { KillsRuns(KillWorld::History::Full, 10); }
 
 TEST_F(KilledRun, OfACompletionLosesNothing) { KillsRuns(KillWorld::History::Incomplete, 10); }
 
@@ -93,7 +93,7 @@ TEST_F(KilledRun, OverNamesThatMeet_KeepsEveryCommentWithItsCopy) {
     lines.insert(lines.end(), items.begin(), items.end());
     const std::wstring list = program.List(L"Meeting.vwl", lines);
     DestinationChecker checker(vault);
-    const auto histories = Histories::Usually(12);
+    const auto histories = Histories::Usually(8);
     for (unsigned seed = histories.first; seed != histories.End(); ++seed) {
         const auto state = static_cast<int>(seed - histories.first);
         for (const std::wstring& file : files) {

@@ -59,7 +59,9 @@ class LostCopies : public SystemTest {
 
 // Another computer stores a file of the same name while the run is busy.
 TEST_F(LostCopies, OtherComputerStoresTheSameNameMeanwhile_BothKeepTheirContent) {
-    const std::wstring big = program.tree.File(L"Home\\Big.bin", std::string(60'000'000, 'b'));
+    std::string bytes;
+    bytes.resize(60'000'000, 'b');
+    const std::wstring big = program.tree.File(L"Home\\Big.bin", bytes);
     Write(L"Home\\b.txt", "ours", 2);
     const std::wstring list =
         program.List(L"List.vwl", {L"BackupTo: " + vault, big, program.tree.Path(L"Home\\b.txt")});
