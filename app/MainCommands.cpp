@@ -112,7 +112,7 @@ void MainWindow::mnuDelClick(int) { parts_->editing.DelItem(); }
 
 void MainWindow::mnuDelAllClick(int) { parts_->editing.mnuDelAllClick(); }
 
-// Of a rule its folder opens.
+// For a rule, opens its folder.
 void MainWindow::mnuOpenClick(int) {
     if (parts_->list.Rows().Count() == 0) {
         system_.boxes.MsgBox({.text = form_.Text(L"lblNoFileToBack"), .rightToLeft = true});
@@ -187,10 +187,11 @@ void MainWindow::mnuToolRepairClick(int) {
     MFileDosShell::QuoteRmove(folder);
     if (folder.empty()) return;
     const std::wstring question =
-        state_.arabic ? L"هل تريد تحويل الأحرف الكبيرة في أسماء كل الملفات والمجلدات داخل هذا "
-                        L"المجلد إلى أحرف صغيرة؟ لا يمكن التراجع عن ذلك."
-                      : L"Give every file and folder in this folder a lower-case name? This cannot "
-                        L"be undone.";
+        state_.arabic
+            ? L"هل تريد تحويل الأحرف الكبيرة في أسماء كل الملفات والمجلدات داخل هذا "
+              L"المجلد إلى أحرف صغيرة؟ لا يمكن التراجع عن ذلك."
+            : L"Rename all files and folders in this folder to lower case? This cannot be "
+              L"undone.";
     if (system_.boxes.MsgBox({.text = question + L"\r\n" + folder,
                               .buttons = BoxButtons::YesNo,
                               .rightToLeft = state_.arabic,

@@ -19,7 +19,7 @@ struct RunText {
 };
 
 namespace run_text {
-inline constexpr RunText kLinkLeftOut{L"Link left out:", L"تم تخطي الارتباط التالي"};
+inline constexpr RunText kLinkLeftOut{L"Skipped link:", L"تم تخطي الارتباط التالي"};
 inline constexpr RunText kEncrypted{L"Encrypted files, whose copies only this account can read:",
                                     L"ملفات مشفرة لا يمكن قراءة نسخها إلا من هذا الحساب"};
 inline constexpr RunText kNotDownloaded{L"Not backed up, its files were not downloaded:",
@@ -39,11 +39,11 @@ inline constexpr RunText kLeftAlone{L"Left alone, it was not made by this run:",
                                     L"لم يُستبدل ما يلي لأن عملية النسخ هذه لم تنشئه"};
 inline constexpr RunText kChangedMeanwhile{L"Changed while it was copied:",
                                            L"تغيّر الملف التالي أثناء نسخه"};
-inline constexpr RunText kFinishedLater{L"Copy of an interrupted run completed:",
+inline constexpr RunText kFinishedLater{L"Completed an interrupted copy:",
                                         L"اكتملت نسخة من عملية نسخ سابقة انقطعت"};
 inline constexpr RunText kWaiting{L"Waiting for another backup in:",
                                   L"في انتظار انتهاء عملية نسخ أخرى في المجلد التالي"};
-inline constexpr RunText kGivenUp{L"Nothing was backed up, another backup keeps using:",
+inline constexpr RunText kGivenUp{L"Skipped, another backup is using:",
                                   L"لم يُنسخ شيء، لأن عملية نسخ أخرى ما زالت تستخدم المجلد التالي"};
 inline constexpr RunText kOneComputerOnly{
     L"Nothing may be written here, so runs of other computers are not kept out:",

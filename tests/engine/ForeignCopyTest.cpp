@@ -105,7 +105,7 @@ TEST(CopyOfAnotherProgram, ThatWasThereBeforeTheRunIsRotated) {
 // ---------------------------------------------------------------------------------------------
 // A ready copy that cannot take its place.
 
-const Lines kFinished{L"Copy of an interrupted run completed: ~\\a.txt"};
+const Lines kFinished{L"Completed an interrupted copy: ~\\a.txt"};
 
 std::wstring ReadyName(const EngineWorld& world, const ProcessTag& owner, Date date, Date made) {
     const std::wstring path = world.Path(L"a.txt");
@@ -193,7 +193,7 @@ TEST(ReadyCopy, IsDroppedOnlyWhenCopyOneWasMadeLater) {
         EXPECT_EQ(lines.front(),
                   row.dropped
                       ? L"Copy of an interrupted run removed, there is a later one: ~\\a.txt"
-                      : L"Copy of an interrupted run completed: ~\\a.txt")
+                      : L"Completed an interrupted copy: ~\\a.txt")
             << row.seconds;
         EXPECT_EQ(LeftOvers(world), Lines());
     }

@@ -24,7 +24,7 @@ TEST(Links, ToFoldersAreLeftOutAndTold) {
     const RunResult result = world.Run();
     EXPECT_EQ(Joined(result.lines),
               Joined(Lines{L"Backing: ~\\Work\\", L"* Backing: ~\\Work\\a.txt",
-                           L"Link left out: ~\\Work\\Sub\\link", L"* Backing: ~\\Work\\Sub\\b.txt",
+                           L"Skipped link: ~\\Work\\Sub\\link", L"* Backing: ~\\Work\\Sub\\b.txt",
                            L"\tDone."} +
                      kDone));
     EXPECT_EQ(result.exitCode, 0);
@@ -59,7 +59,7 @@ TEST(Links, ThatLoopEnd) {
     world.tree.File(L"Work\\a.txt", "a", Day(1));
     if (!world.tree.Link(L"Work\\loop", L"Work")) GTEST_SKIP() << kNoLinks;
     world.List({L"Work\\"});
-    world.ExpectRun({L"Backing: ~\\Work\\", L"Link left out: ~\\Work\\loop",
+    world.ExpectRun({L"Backing: ~\\Work\\", L"Skipped link: ~\\Work\\loop",
                      L"* Backing: ~\\Work\\a.txt", L"\tDone."});
 }
 

@@ -22,7 +22,7 @@ bool IsFree(const std::wstring& folder) {
 }
 
 const std::wstring kWaiting = L"Waiting for another backup in: ~\\Store";
-const std::wstring kGivenUp = L"Nothing was backed up, another backup keeps using: ~\\Store";
+const std::wstring kGivenUp = L"Skipped, another backup is using: ~\\Store";
 
 TEST(DestinationLock, IsHeldForTheTimeOfARun) {
     EngineWorld world;

@@ -11,7 +11,7 @@
 namespace vw::test {
 namespace {
 
-const Lines kCompleted{L"Copy of an interrupted run completed: ~\\a.txt"};
+const Lines kCompleted{L"Completed an interrupted copy: ~\\a.txt"};
 
 // Copies 1 to 3 hold "3", "2", "1"; the item is "4" by now.
 void MakeSeries(EngineWorld& world) {
@@ -189,7 +189,7 @@ TEST(ReadyCopyOfAKilledRun, OfAFolderBelowADottedFolderIsFinished) {
     const std::wstring ready =
         LeftOverName(world, WorkingState::Ready, item, DeadProcess(), MakeDate(Day(3)));
     world.tree.File(L"Store\\" + ready + L"\\a.txt", "3", Day(3));
-    world.ExpectRun(Lines{L"Copy of an interrupted run completed: ~\\Old.Files\\Work\\"} +
+    world.ExpectRun(Lines{L"Completed an interrupted copy: ~\\Old.Files\\Work\\"} +
                     NoChange(L"~\\Old.Files\\Work\\"));
     EXPECT_EQ(world.Copies(), (Listing{{L"Work«0001».Files", kFolder},
                                        {L"Work«0001».Files\\Work", kFolder},
@@ -206,7 +206,7 @@ TEST(ReadyCopyOfAKilledRun, OfARuleIsFinishedForTheRule) {
     const std::wstring ready =
         LeftOverName(world, WorkingState::Ready, L"Work", DeadProcess(), MakeDate(Day(1)));
     world.tree.File(L"Store\\" + ready + L"\\a.txt", "a", Day(1));
-    world.ExpectRun(Lines{L"Copy of an interrupted run completed: ~\\Work"} + NoChange(L"~\\Work"));
+    world.ExpectRun(Lines{L"Completed an interrupted copy: ~\\Work"} + NoChange(L"~\\Work"));
     EXPECT_EQ(world.Copies(), (Listing{{L"Work«0001»", kFolder}, {L"Work«0001»\\a.txt", "a"}}));
 }
 
@@ -223,7 +223,7 @@ TEST(ReadyCopyOfAKilledRun, WaitsWhileItsItemIsNotInTheList) {
     EXPECT_EQ(world.Copies(), (Listing{{ready, "A"}, {L"a«0101».txt", "B"}}));
     world.List({L"B\\a.txt", L"A\\a.txt"});
     world.ExpectRun(NoChange(L"~\\B\\a.txt") +
-                    Lines{L"Copy of an interrupted run completed: ~\\A\\a.txt"} +
+                    Lines{L"Completed an interrupted copy: ~\\A\\a.txt"} +
                     NoChange(L"~\\A\\a.txt"));
     EXPECT_EQ(world.Copies(), (Listing{{L"a«0001».txt", "A"}, {L"a«0101».txt", "B"}}));
 }

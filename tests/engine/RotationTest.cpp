@@ -235,8 +235,7 @@ TEST_P(HeldCopy, UndoesTheRotationAndGivesTheItemUp) {
             EXPECT_EQ(after, before);
         }
     }
-    world.ExpectRun(Lines{L"Copy of an interrupted run completed: ~\\a.txt"} +
-                    NoChange(L"~\\a.txt"));
+    world.ExpectRun(Lines{L"Completed an interrupted copy: ~\\a.txt"} + NoChange(L"~\\a.txt"));
     EXPECT_EQ(world.Copies(), (Listing{{L"a«0001».txt", "new"},
                                        {L"a«0002».txt", "1"},
                                        {L"a«0003».txt", "2"},

@@ -46,7 +46,7 @@ TEST_F(SpecialItems, FileWithoutData_IsLeftOutToldAndNoFailure) {
     IsLink(L"b.txt");
     const RunResult result = world_.Run();
     EXPECT_EQ(result.exitCode, 0);
-    EXPECT_TRUE(Has(result, L"Link left out: ~\\Work\\b.txt")) << Joined(result.lines);
+    EXPECT_TRUE(Has(result, L"Skipped link: ~\\Work\\b.txt")) << Joined(result.lines);
     EXPECT_EQ(world_.Copies(), (Listing{{L"Work«0001»", kFolder},
                                         {L"Work«0001»\\a.txt", "a"},
                                         {L"Work«0001»\\Sub", kFolder},
@@ -64,7 +64,7 @@ TEST_F(SpecialItems, ItemThatIsAFileWithoutData_IsLeftOutToldAndKeepsItsCopies) 
     IsLink(L"alias.exe");
     const RunResult result = world_.Run();
     EXPECT_EQ(result.exitCode, 0);
-    EXPECT_TRUE(Has(result, L"Link left out: ~\\alias.exe"));
+    EXPECT_TRUE(Has(result, L"Skipped link: ~\\alias.exe"));
     EXPECT_EQ(world_.Copies(), (Listing{{L"alias«0001».exe", "x"}}));
 }
 

@@ -105,7 +105,7 @@ TEST_F(Output, AnArabicInterfaceReportsInArabic) {
     program.SetSetting(L"Arabic", L"0");
     program.tree.File(L"Home\\Docs\\a.txt", "b", {2024, 5, 6, 7, 8, 9});
     RunsTo(0, L"/B " + docs);
-    EXPECT_THAT(lines, Contains(L"Link left out: " + linked));
+    EXPECT_THAT(lines, Contains(L"Skipped link: " + linked));
 }
 
 // What the rows of the window warn of.
