@@ -10,7 +10,7 @@
 namespace vw {
 
 /// Numbers of the errors that users meet in "Error n in line l". They are also the program's exit
-/// codes (see platform/ExitStatus.h), so a number never changes its meaning.
+/// codes (see platform/ExitStatus.h), so a number keeps its meaning from version to version.
 namespace error_number {
 inline constexpr int kInvalidCall = 5;
 inline constexpr int kOverflow = 6;
@@ -30,8 +30,11 @@ inline constexpr int kAccessError = 75;
 inline constexpr int kPathNotFound = 76;
 inline constexpr int kDestinationBusy = 170;
 inline constexpr int kZeroCopyNumber = 1000;
+inline constexpr int kUnknownDialogKind =
+    1000;  ///< the one number with two meanings; both are given
 inline constexpr int kNotEnoughSpace = 1004;
 inline constexpr int kCancelled = 1223;
+inline constexpr int kRecentIndexNotOne = 4000;  ///< only entry 1 of the recent lists is writable
 inline constexpr int kListPathMissing = 4008;
 }  // namespace error_number
 

@@ -6,11 +6,6 @@
 
 namespace vw {
 
-/// A file dialog was to be prepared for something that is not in FileDialogKind.
-namespace error_number {
-inline constexpr int kUnknownDialogKind = 1000;
-}  // namespace error_number
-
 /// What a file dialog is opened for.
 enum class FileDialogKind {
     AddFiles = 0,
@@ -37,7 +32,7 @@ struct FileDialogSetup {
 };
 
 /// Prepares the dialog for a kind. `defaultFolder` is used for lists when `currentFolder` is empty.
-/// Raises 1000 for any other kind.
+/// Throws kUnknownDialogKind for any other kind.
 void SetUpFileDialog(FileDialogSetup& dialog, FileDialogKind kind, std::wstring_view currentFolder,
                      std::wstring_view defaultFolder);
 

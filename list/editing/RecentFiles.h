@@ -12,11 +12,6 @@ class ErrorSink;
 class RecentFilesHost;
 struct ProgramState;
 
-/// Writing any other entry than the first one of the recent lists.
-namespace error_number {
-inline constexpr int kRecentIndexNotOne = 4000;
-}  // namespace error_number
-
 namespace MRecentFiles {
 
 /// The lists opened last, kept in the settings and shown in the File menu.
