@@ -30,8 +30,9 @@ struct RunText;
 struct SourceFolder;
 class TargetState;
 
-/// The backup engine. One for the whole program, made on first use. Every public procedure traps
-/// its own errors: it tells them and keeps what it has done so far.
+/// The backup engine. One for the whole program, made on first use. The public procedures trap
+/// their errors: an error is reported and ends the procedure, and what was done before stays.
+/// Exceptions: InDestination and DeleteCopy throw, BackupItem has no trap of its own.
 class CPackage final : public CopyDates {
   public:
     CPackage(System& system, ProgramState& state, RunHost& host);
@@ -111,6 +112,7 @@ class CPackage final : public CopyDates {
 
     /// Builds, step by step, the batch file for the external packer; the last step runs it through
     /// `shellPath`.
+    /// Part of the given interface; not called by the program.
     void PackageBat_(std::wstring_view archive, std::wstring_view files,
                      std::wstring_view workingFolder, bool continued, bool finished,
                      const std::function<void(std::wstring_view)>& shellPath);

@@ -1,10 +1,7 @@
 #pragma once
 
-#include <cstdint>
 #include <functional>
-#include <string>
 #include <string_view>
-#include <vector>
 
 #include "platform/Date.h"
 #include "platform/FileSystem.h"

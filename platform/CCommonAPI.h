@@ -39,6 +39,7 @@ class CCommonAPI {
                   DWORD RegDataType, std::wstring_view sValueData);
 
     /// Makes a key of the machine (HKEY_LOCAL_MACHINE).
+    /// Part of the given interface; not called by the program.
     LSTATUS RegKeyCreate(std::wstring_view sRegistryKey);
 
     /// Deletes one value with a name. 0 also when the key cannot be opened.
@@ -50,6 +51,7 @@ class CCommonAPI {
     LSTATUS RegDeleteKeyVB(HKEY RegRootKey, std::wstring_view sRegistryKey);
 
     /// The English sentence for a status code of the registry; empty for any other code.
+    /// Part of the given interface; not called by the program.
     [[nodiscard]] std::wstring RegGeErrorText(LSTATUS code);
 
     // Shell.
@@ -62,39 +64,49 @@ class CCommonAPI {
     void ApplicationSartup(std::wstring_view name, std::wstring_view sApplicationPath, bool on);
 
     /// Whether the key named exactly so below HKEY_CLASSES_ROOT stands for a file type.
+    /// Part of the given interface; not called by the program.
     [[nodiscard]] bool RegisterFileType(std::wstring_view extensionKey);
 
     /// Registers a type of documents: their extension (with or without "."), icon and the program
     /// that opens them, which must be the path of an .exe. With `registerIt` false, or without a
     /// program, removes the type that the extension belongs to and gives its name in `typeName`.
+    /// Part of the given interface; not called by the program.
     void RegisterFileType(std::wstring_view extension, std::wstring& typeName,
                           std::wstring_view sApplicationPath, std::wstring_view iconPath,
                           bool registerIt);
 
     /// Adds a command to the menu of a type of documents, on request as what a double click does.
+    /// Part of the given interface; not called by the program.
     void RegisterFileTypeCommand(std::wstring_view typeName, std::wstring_view verb,
                                  std::wstring_view commandLine, bool makeDefault);
 
     /// The top-level window of that class and title, either left open by an empty text; null when
     /// there is none.
+    /// Part of the given interface; not called by the program.
     [[nodiscard]] HWND FindWindow(std::wstring_view className, std::wstring_view title);
 
     /// Destroys a window of this thread.
+    /// Part of the given interface; not called by the program.
     void DestroyWindowVB(HWND window);
 
     /// Keeps a window above all others.
+    /// Part of the given interface; not called by the program.
     void TopMost(HWND form);
 
     /// Makes a window of this thread the active one.
+    /// Part of the given interface; not called by the program.
     void ActiveWindow(HWND form);
 
     /// Starts the system's information tool; a box tells when there is none.
+    /// Part of the given interface; not called by the program.
     void ShellSysInfo();
 
     /// The folder of Windows, without a final "\".
+    /// Part of the given interface; not called by the program.
     [[nodiscard]] std::wstring WinDirectory();
 
     /// Always empty; kept for those who ask.
+    /// Part of the given interface; not called by the program.
     [[nodiscard]] std::wstring WinVersion();
 
     /// Whether this is Windows of the NT line; false when the system does not tell.
@@ -117,10 +129,12 @@ class CCommonAPI {
     [[nodiscard]] std::wstring CLanguageName(std::uint32_t languageIdentifier);
 
     /// The name of the language that the system was set up with.
+    /// Part of the given interface; not called by the program.
     [[nodiscard]] std::wstring WinLocalLanguage();
 
     /// Switches the right-to-left layout of a window on or off. Children that exist already keep
     /// theirs.
+    /// Part of the given interface; not called by the program.
     void LayoutRTL(HWND window, bool on);
 
   private:

@@ -41,6 +41,7 @@ class ListEditing {
     void mnuDelAllClick();
 
     /// Lets the user choose any folder as the destination.
+    /// Part of the given interface; not called by the program.
     void CopyTo();
 
     /// A row was chosen: its copies are shown.
