@@ -53,8 +53,8 @@ class Application final : private StartCommands,
     /// Whether a window is loaded: the program lives as long. To be asked between two messages.
     [[nodiscard]] bool IsAlive();
 
-    /// Whether there can be messages for a window. A silent run is without windows for a moment;
-    /// asking makes them when it has lasted.
+    /// Creates the windows of a silent run once they are due. Returns whether any window can
+    /// receive messages.
     [[nodiscard]] bool HasMessages();
 
     /// Ends the program as its main window would if it were closed.

@@ -107,8 +107,8 @@ void Application::AsAbout() { windows_->frmAbout.AsAbout(windows_->frmMain); }
 
 void Application::ShowLastReport() { windows_->frmBusyDialog.ShowLastReport(); }
 
-// Not before the main window is seen: a program whose last window goes gives the front away, and
-// may not take it back.
+// Deferred until the main window is visible: a process that hides its last window loses the
+// foreground and may not reclaim it.
 void Application::UnloadOpeningScreen() { openingScreenEnds_ = true; }
 
 void Application::SetCaption() { windows_->main.SetCaption(); }

@@ -9,7 +9,7 @@ namespace vw {
 
 namespace {
 
-// Nobody misses an icon for a second, and one that goes before it was read only startles.
+// Runs shorter than a second show no icon: a brief flash would only distract.
 constexpr std::uint64_t kMomentMilliseconds = 1000;
 
 }  // namespace
@@ -19,8 +19,8 @@ SilentWindows::SilentWindows(const Clock& clock, TrayIcon& icon, BusyDialog& bus
 
 void SilentWindows::Begin() { due_ = clock_.Milliseconds() + kMomentMilliseconds; }
 
-// A run that nobody is logged on for may find no desktop, and backs up all the same. A window that
-// cannot be made is told by a box, which asks for the windows again.
+// Without an interactive desktop the run continues without windows. `appearing_` prevents
+// recursion: reporting the failure shows a message box, which calls Appear() again.
 void SilentWindows::Appear() {
     if (appearing_) return;
     appearing_ = true;

@@ -2,10 +2,10 @@
 #include "platform/WindowsHeader.h"
 
 int WINAPI wWinMain(HINSTANCE, HINSTANCE, LPWSTR, int) {
-    // What lies beside the program, in a folder that others may write to, is not loaded as a
-    // library.
+    // Load libraries from the system's folder only, never from the program's own, which others may
+    // be able to write to.
     SetDefaultDllDirectories(LOAD_LIBRARY_SEARCH_SYSTEM32);
-    // An empty drive is an answer for us, not a box of the system's that waits for the user.
+    // Report missing media as an error code instead of a blocking dialog of the system.
     SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);
     vw::Program program;
     return program.Run(GetCommandLineW());

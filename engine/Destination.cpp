@@ -18,7 +18,7 @@ namespace vw {
 
 namespace {
 
-// A comment in the making stands beside its copy in the making.
+// The comment of an unfinished copy has the copy's working name plus ".vwc".
 std::wstring_view WithoutCommentExtension(std::wstring_view name) {
     if (name.ends_with(kCommentExtension)) name.remove_suffix(kCommentExtension.size());
     return name;
@@ -89,7 +89,7 @@ void Destination::Added(std::wstring_view path) {
     rememberedCopy_.clear();
 }
 
-// What lies deeper does not take its topmost folder along.
+// Removing a nested entry does not remove its top-level folder.
 void Destination::Left(std::wstring_view path) {
     const std::wstring_view name = path.substr(folder_.size() + 1);
     if (name.find(L'\\') == std::wstring_view::npos) entries_.erase(NameKey(name));

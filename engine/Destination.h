@@ -52,7 +52,7 @@ class Destination {
     /// Tells that what stood at `path` stands there no more.
     void Left(std::wstring_view path);
 
-    /// Keeps the comment of a copy for the question that comes next, which would read it again.
+    /// Caches the comment of a copy for the call that follows, which would read it again.
     void Remember(std::wstring_view copyPath, std::wstring comment);
 
     /// The comment that was kept for this copy, once, unless something was added since.

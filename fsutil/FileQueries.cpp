@@ -135,8 +135,8 @@ double FolderFreeSpace(System& system, std::wstring_view folder, double bytesNee
 
 namespace {
 
-// Gets the files that a search for the newest date comes by, and copies as files of their size;
-// `direct` are those of the folder itself.
+// Called with every file that the search visits, and with copies as files of their size; `direct` is
+// true for the files directly in the top folder.
 using FileTaker = std::function<void(const FileFacts& file, bool direct)>;
 
 // `dates` holds what was found so far when an error ends the search.

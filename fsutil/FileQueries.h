@@ -58,8 +58,8 @@ struct SizeAndDate {
 /// A size as display text, in the user's number format.
 [[nodiscard]] std::wstring CSize(std::uint64_t bytes);
 
-/// The date of PathDate for callers that must not go on without it: raises what goes wrong, also
-/// where a folder of the tree cannot be read.
+/// Like PathDate, but throws instead of reporting errors, also when a folder of the tree cannot be
+/// read.
 [[nodiscard]] NewestDates NewestDatesOf(System& system, CopyDates& copyDates,
                                         std::wstring_view path);
 

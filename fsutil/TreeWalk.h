@@ -26,10 +26,10 @@ struct TreeVisitor {
     bool raisesUnreadable = false;
 };
 
-/// Shows every file in the folder, then those below it, of any depth, in no other order. One
-/// listing per folder is all that the disk is asked. Links to folders below `folder` are not
-/// entered (`folder` itself may be one), files that hold no data are left out. Folders that cannot
-/// be read are left out, or raise. Entries of the program's own (see IsOwnEntry) are left out.
+/// Visits the files of `folder`, then those of its subfolders; the order is otherwise unspecified.
+/// Lists each folder once. Links to folders below `folder` are not entered (`folder` itself may be
+/// one), files that hold no data are left out. Folders that cannot be read are left out, or raise.
+/// Entries of the program's own (see IsOwnEntry) are left out.
 void WalkTree(FileSystem& files, std::wstring_view folder, const TreeVisitor& visitor);
 
 }  // namespace vw

@@ -4,10 +4,10 @@
 
 namespace vw {
 
-/// The owner of a box or dialog of the system, for the time of the call that shows it. A command
-/// keeps its window disabled; but a box gives the front and the keys back only to an owner that it
-/// found enabled, and to another program's window else. The box disables it for as long as it
-/// stands, so the user meets no enabled window in between.
+/// The owner of a box or dialog of the system, for the time of the call that shows it. Commands run
+/// with the main window disabled. A message box returns activation only to an owner that was
+/// enabled when it opened, so the owner is enabled for the call. The box disables it while it is
+/// open, so the user never meets an enabled window.
 class BoxOwner {
   public:
     /// `owner` may be null: a box without an owner.

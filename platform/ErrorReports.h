@@ -18,7 +18,8 @@ class ErrorReports final : public ErrorSink {
     ErrorReports(MsgBoxes& boxes, ExitStatus& exitStatus, const ProgramState& state)
         : boxes_(boxes), exitStatus_(exitStatus), state_(state) {}
 
-    /// Gets what an error means and its path before the box comes: a report names it long after.
+    /// Called with the text of an error before its message box is shown, so that the report lists
+    /// it too.
     using Note = std::function<void(std::wstring_view details)>;
 
     /// Sets who is told from now on.

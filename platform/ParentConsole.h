@@ -2,9 +2,8 @@
 
 #include <string_view>
 
-/// The console that a program with windows was started from. The process belongs to it only while
-/// it writes: who closes a console ends every process that belongs to it, and a backup has to go
-/// on.
+/// The console that a program with windows was started from. Closing a console terminates every
+/// attached process, so the process is attached only while it writes.
 namespace vw::ParentConsole {
 
 /// Whether there is one.

@@ -31,11 +31,10 @@ class WindowEventPump final : public EventPump {
     /// Sets the gate from now on; an empty one takes it away.
     void SetGate(Gate gate) { gate_ = std::move(gate); }
 
-    /// Told that somebody asked the whole process to end, which Windows say to a thread and to none
-    /// of its windows.
+    /// Called on WM_QUIT, which is posted to the thread and not to a window.
     using Quit = std::function<void()>;
 
-    /// Sets who is told from now on; an empty one lets such messages go by.
+    /// Sets the function to call from now on; with an empty one such messages are ignored.
     void SetQuit(Quit quit) { quit_ = std::move(quit); }
 
     /// Processes messages until `goOn()` says no; sleeps while none waits. The main loop.

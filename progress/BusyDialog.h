@@ -12,8 +12,8 @@ namespace vw {
 class BusyHost;
 struct ProgramState;
 
-/// frmBusyDialog: tells what the program is working on, keeps the report of it, and can be closed
-/// to cancel. Closing it in any way cancels; work that is over does not mind.
+/// frmBusyDialog: shows what the program is working on and keeps the report of it. Closing the
+/// dialog cancels the run. It has no effect once the run has finished.
 ///
 /// Texts and report lines are kept here and handed to the controls through a time gate, so that a
 /// run of 100,000 files is not held up by windows that repaint themselves.

@@ -108,7 +108,7 @@ void CopiesBrowser::lsvRestore1ItemClick(int row) {
     });
 }
 
-// While a command runs the upper list takes clicks that nobody hears.
+// Selection changes made while a command runs raise no event, so the copies list may be stale.
 bool CopiesBrowser::FollowSelection() {
     const int row = Items().Selected();
     if (row < 0 || listed_ == Items().Tag(row)) return true;

@@ -27,7 +27,8 @@ class CopiesBrowser {
     CopiesBrowser(System& system, Form& main, RestoreHost& host);
 
     /// The copy folder: "\Backup" on the drive chosen in cmbDestination, made when it is missing.
-    /// A drive that has none and takes none gives way to C:. Raises when the disk cannot answer.
+    /// Falls back to C: if the folder neither exists nor can be created. Throws when the disk
+    /// cannot be queried.
     [[nodiscard]] std::wstring RestoreFrom();
     /// Chooses the drive of a path.
     void RestoreFrom(std::wstring_view path);

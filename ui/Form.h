@@ -104,7 +104,7 @@ class Form final : public Window {
 
     // --- Controls of every kind
 
-    /// The window of a control, for what this class has no words for.
+    /// The control's HWND, for operations that Form does not wrap.
     [[nodiscard]] HWND Control(std::wstring_view name) const;
     [[nodiscard]] std::wstring Text(std::wstring_view name) const;
     void SetText(std::wstring_view name, std::wstring_view text);

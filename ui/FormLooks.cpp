@@ -64,7 +64,7 @@ void Form::UseDpi(int dpi) {
     dpi_ = dpi;
     auto fonts = std::make_unique<Fonts>(dpi);
     auto pictures = std::make_unique<RowPictures>(dpi);
-    // The controls change over before what they used goes.
+    // Assign the new resources to the controls before destroying the old ones.
     std::swap(rowPictures_, pictures);
     for (Part& part : parts_) Dress(part, *fonts);
     fonts_ = std::move(fonts);

@@ -28,8 +28,8 @@ using ImageList = UniqueHandle<ImageListTraits>;
 /// size, or the one next to it stretched. Empty when there is no such icon.
 [[nodiscard]] IconHandle LoadPicture(int id, int pixels) noexcept;
 
-/// A copy of an icon in grey and half transparent, for what cannot be chosen now. Empty when the
-/// system is out of what it takes.
+/// A copy of an icon in grey and half transparent, for what cannot be chosen now. Empty if GDI
+/// resources are exhausted.
 [[nodiscard]] IconHandle FadedPicture(HICON icon, int pixels);
 
 /// An image list of these icons in this order, each half-way down a picture that is `height` pixels

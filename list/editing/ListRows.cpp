@@ -55,7 +55,7 @@ void ListRows::AddRule(std::wstring_view path) {
     keys_.insert(UpperCase(path));
 }
 
-// A silent run shows its rows to nobody, so it walks through no folder for them.
+// A silent run shows no rows, so it does not walk folders for them.
 std::optional<SizeAndDate> ListRows::Facts(std::wstring_view path) {
     if (!MayAnswer(path)) {
         Trapped(system_.errors, {L"AddToList", L"Form", L"frmMain"}, [&] { probe_.Require(path); });

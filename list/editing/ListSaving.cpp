@@ -10,7 +10,8 @@ namespace {
 
 using Flush = FileSystem::Flush;
 
-// Far longer than a save takes. Whoever holds the list for longer has come to a halt.
+// Much longer than any save. A holder that exceeds it is assumed to hang, and the list is saved
+// without the lock.
 constexpr unsigned kPatience = 5000;
 
 void EraseIfThere(FileSystem& files, const std::wstring& path) {

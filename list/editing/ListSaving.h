@@ -12,8 +12,7 @@ class FileSystem;
 /// either the old list or the new one. They are written to `temporaryPath` first, then beside the
 /// list as "<list>.new", which takes the list's place in one step. With `keepOld`, and when the
 /// file is no longer `known` because another window saved it, the list that was there stays beside
-/// it as
-/// "<list>.old". Raises what goes wrong.
+/// it as "<list>.old". Throws the error of the step that failed.
 void ReplaceList(FileSystem& files, std::wstring_view temporaryPath, std::wstring_view listPath,
                  std::string_view bytes, bool keepOld, const std::optional<std::string>& known);
 
