@@ -13,6 +13,7 @@
 #include "platform/FileSystem.h"
 #include "platform/MsgBox.h"
 #include "platform/ProgramState.h"
+#include "platform/Scoped.h"
 #include "platform/SystemPath.h"
 #include "platform/TextCase.h"
 #include "platform/WindowsHeader.h"
@@ -31,18 +32,6 @@ constexpr std::wstring_view kDialogFolder = L"C:\\My Documents";
 constexpr std::wstring_view kOtherDialogFolder = L"D:\\My Documents";
 // Part of the caption in both languages: a backup that the user starts himself.
 constexpr std::wstring_view kManualTask = L"- مهمة نسخ يدوي [";
-
-/// Holds one command after another.
-class Running {
-  public:
-    explicit Running(bool& flag) noexcept : flag_(flag) { flag_ = true; }
-    ~Running() { flag_ = false; }
-    Running(const Running&) = delete;
-    Running& operator=(const Running&) = delete;
-
-  private:
-    bool& flag_;
-};
 
 }  // namespace
 
@@ -227,12 +216,12 @@ void MainWindow::Run(std::wstring_view control, int index, std::wstring_view key
 template <class Body>
 void MainWindow::InBracket(std::wstring_view procedure, Body&& body) {
     if (running_) return;
-    const Running guard(running_);
+    const ScopedFlag guard(running_);
     Trapped(system_.errors, MainProcedure(procedure), [&] {
         host_.Ready(false);
         body();
-        // Closing the busy dialog gives the window back before the command ends: what is clicked
-        // on by then is heard of here.
+        // The busy dialog enables the window again before the command ends, so selection changes
+        // made in between are picked up here.
         while (form_.IsLoaded() && !parts_->browser.FollowSelection()) continue;
         host_.Ready(true);
     });

@@ -2,6 +2,7 @@
 
 #include <string_view>
 
+#include "platform/Com.h"
 #include "platform/RuntimeError.h"
 #include "platform/WindowsHeader.h"
 
@@ -15,12 +16,6 @@ namespace {
 
 constexpr std::wstring_view kScheduler = L"the system's task scheduler";
 constexpr const wchar_t* kFolder = L"\\Vaultwright";
-
-struct Releaser {
-    void operator()(IUnknown* object) const noexcept { object->Release(); }
-};
-template <class T>
-using Object = std::unique_ptr<T, Releaser>;
 
 /// A text for calls to objects.
 class Bstr {
@@ -67,20 +62,11 @@ bool IsMissing(HRESULT result) {
 }  // namespace
 
 struct TaskScheduler::Objects {
-    // S_FALSE (somebody initialised before) has to be taken back too, a refusal has not.
-    const bool initialised = SUCCEEDED(CoInitializeEx(nullptr, COINIT_MULTITHREADED));
-    Object<ITaskService> service;
-
-    Objects() = default;
-    Objects(const Objects&) = delete;
-    Objects& operator=(const Objects&) = delete;
-    ~Objects() {
-        service.reset();
-        if (initialised) CoUninitialize();
-    }
+    ComApartment apartment{COINIT_MULTITHREADED};
+    ComPtr<ITaskService> service;  // released before the apartment ends
 
     // The folder of our tasks; null when there is none and none is to be made.
-    [[nodiscard]] Object<ITaskFolder> Folder(bool make) const {
+    [[nodiscard]] ComPtr<ITaskFolder> Folder(bool make) const {
         ITaskFolder* folder = nullptr;
         HRESULT result = service->GetFolder(Bstr(kFolder).Get(), &folder);
         if (IsMissing(result) && !make) return nullptr;
@@ -88,11 +74,11 @@ struct TaskScheduler::Objects {
             ITaskFolder* root = nullptr;
             result = service->GetFolder(Bstr(L"\\").Get(), &root);
             if (FAILED(result)) RaiseResult(result, kScheduler);
-            const Object<ITaskFolder> owner(root);
+            const ComPtr<ITaskFolder> owner(root);
             result = owner->CreateFolder(Bstr(kFolder).Get(), Nothing(), &folder);
         }
         if (FAILED(result)) RaiseResult(result, kScheduler);
-        return Object<ITaskFolder>(folder);
+        return ComPtr<ITaskFolder>(folder);
     }
 };
 
@@ -110,13 +96,13 @@ TaskScheduler::TaskScheduler() : objects_(std::make_unique<Objects>()) {
 TaskScheduler::~TaskScheduler() = default;
 
 std::wstring TaskScheduler::Register(const std::wstring& name, const std::wstring& xml) {
-    const Object<ITaskFolder> folder = objects_->Folder(true);
+    const ComPtr<ITaskFolder> folder = objects_->Folder(true);
     IRegisteredTask* made = nullptr;
     HRESULT result =
         folder->RegisterTask(Bstr(name).Get(), Bstr(xml).Get(), TASK_CREATE_OR_UPDATE, Nothing(),
                              Nothing(), TASK_LOGON_INTERACTIVE_TOKEN, Nothing(), &made);
     if (FAILED(result)) RaiseResult(result, name);
-    const Object<IRegisteredTask> task(made);
+    const ComPtr<IRegisteredTask> task(made);
     BSTR kept = nullptr;
     result = task->get_Xml(&kept);
     if (FAILED(result)) RaiseResult(result, name);
@@ -124,13 +110,13 @@ std::wstring TaskScheduler::Register(const std::wstring& name, const std::wstrin
 }
 
 std::optional<std::wstring> TaskScheduler::Definition(const std::wstring& name) {
-    const Object<ITaskFolder> folder = objects_->Folder(false);
+    const ComPtr<ITaskFolder> folder = objects_->Folder(false);
     if (!folder) return std::nullopt;
     IRegisteredTask* found = nullptr;
     HRESULT result = folder->GetTask(Bstr(name).Get(), &found);
     if (IsMissing(result)) return std::nullopt;
     if (FAILED(result)) RaiseResult(result, name);
-    const Object<IRegisteredTask> task(found);
+    const ComPtr<IRegisteredTask> task(found);
     BSTR kept = nullptr;
     result = task->get_Xml(&kept);
     if (FAILED(result)) RaiseResult(result, name);
@@ -138,7 +124,7 @@ std::optional<std::wstring> TaskScheduler::Definition(const std::wstring& name) 
 }
 
 void TaskScheduler::Remove(const std::wstring& name) {
-    const Object<ITaskFolder> folder = objects_->Folder(false);
+    const ComPtr<ITaskFolder> folder = objects_->Folder(false);
     const HRESULT result =
         folder ? folder->DeleteTask(Bstr(name).Get(), 0) : HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND);
     if (IsMissing(result)) {

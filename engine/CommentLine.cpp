@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 
+#include "platform/Digits.h"
 #include "platform/TextCase.h"
 #include "platform/Val.h"
 
@@ -28,8 +29,7 @@ constexpr wchar_t kRunMark = L'\'';
 
 bool CanSeparate(wchar_t character) noexcept {
     const bool isVisible = character > L' ' && character < 0x7F;
-    const bool isDigit = character >= L'0' && character <= L'9';
-    return isVisible && !isDigit && character != kRunMark;
+    return isVisible && !IsDigit(character) && character != kRunMark;
 }
 
 std::wstring FourDigits(int number) {

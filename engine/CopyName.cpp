@@ -4,6 +4,7 @@
 #include <cstddef>
 
 #include "fsutil/PathText.h"
+#include "platform/Digits.h"
 #include "platform/RuntimeError.h"
 #include "platform/Val.h"
 
@@ -12,10 +13,6 @@ namespace {
 
 constexpr wchar_t kOpen = L'\u00AB';
 constexpr wchar_t kClose = L'\u00BB';
-
-constexpr bool IsDigit(wchar_t character) noexcept {
-    return character >= L'0' && character <= L'9';
-}
 
 /// The two characters that begin `distance` before the last "»"; empty when there is no such
 /// place.

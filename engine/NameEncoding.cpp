@@ -2,6 +2,8 @@
 
 #include <cstddef>
 
+#include "platform/Digits.h"
+
 namespace vw {
 namespace {
 
@@ -15,7 +17,7 @@ constexpr wchar_t HexDigit(unsigned value) noexcept {
 
 /// Value of a hexadecimal digit in either case; -1 for anything else.
 constexpr int HexValue(wchar_t character) noexcept {
-    if (character >= L'0' && character <= L'9') {
+    if (IsDigit(character)) {
         return character - L'0';
     }
     if (character >= L'A' && character <= L'F') {

@@ -1,4 +1,5 @@
 #include "fsutil/Scripting.h"
+#include "platform/Com.h"
 #include "platform/RuntimeError.h"
 #include "platform/WindowsHeader.h"
 
@@ -10,11 +11,6 @@
 namespace vw::MMyScripting {
 
 namespace {
-
-struct Releaser {
-    void operator()(IUnknown* object) const noexcept { object->Release(); }
-};
-using Dispatch = std::unique_ptr<IDispatch, Releaser>;
 
 // A value that crosses to an object; freed at the end.
 struct Variant : VARIANT {
@@ -44,17 +40,8 @@ bool Get(IDispatch& object, const wchar_t* name, VARIANT* argument, Variant& res
 }  // namespace
 
 struct ScriptShell::Objects {
-    // S_FALSE (somebody initialised before) has to be taken back too, a refusal has not.
-    const bool initialised = SUCCEEDED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED));
-    Dispatch shell;
-
-    Objects() = default;
-    Objects(const Objects&) = delete;
-    Objects& operator=(const Objects&) = delete;
-    ~Objects() {
-        shell.reset();
-        if (initialised) CoUninitialize();
-    }
+    ComApartment apartment;
+    ComPtr<IDispatch> shell;  // released before the apartment ends
 };
 
 ScriptShell::ScriptShell() = default;
@@ -66,15 +53,12 @@ void ScriptShell::Create() {
     if (objects_) return;
     auto objects = std::make_unique<Objects>();
     CLSID identifier{};
-    void* shell = nullptr;
-    HRESULT result = CLSIDFromProgID(L"WScript.Shell", &identifier);
-    if (SUCCEEDED(result)) {
-        result = CoCreateInstance(identifier, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch, &shell);
+    if (SUCCEEDED(CLSIDFromProgID(L"WScript.Shell", &identifier))) {
+        objects->shell = MakeComObject<IDispatch>(identifier, IID_IDispatch);
     }
-    if (FAILED(result)) {
+    if (!objects->shell) {
         RaiseWith(error_number::kAccessError, L"The object WScript.Shell cannot be created");
     }
-    objects->shell.reset(static_cast<IDispatch*>(shell));
     objects_ = std::move(objects);
 }
 

@@ -4,6 +4,8 @@
 #include <array>
 #include <cstddef>
 
+#include "platform/Digits.h"
+#include "platform/Hash.h"
 #include "platform/TextCase.h"
 
 namespace vw {
@@ -101,13 +103,6 @@ std::wstring DateDigits(Date date) {
     return digits;
 }
 
-void AppendHex(std::wstring& text, std::uint64_t number, std::size_t width) {
-    constexpr std::wstring_view kDigits = L"0123456789abcdef";
-    for (std::size_t i = width; i > 0; --i) {
-        text += kDigits[(number >> (4 * (i - 1))) & 0xFU];
-    }
-}
-
 /// Takes the fields of a name from its right end. Once a field is wrong, all further ones are.
 class RightReader {
   public:
@@ -130,7 +125,7 @@ class RightReader {
     std::uint64_t TakeHex(std::size_t width) noexcept {
         std::uint64_t number = 0;
         for (const wchar_t digit : TakeField(width)) {
-            const bool isDecimal = digit >= L'0' && digit <= L'9';
+            const bool isDecimal = IsDigit(digit);
             const bool isLetter = digit >= L'a' && digit <= L'f';
             isGood_ = isGood_ && (isDecimal || isLetter);
             number = number * 16 +
@@ -141,9 +136,7 @@ class RightReader {
 
     Date TakeDate() {
         const std::wstring_view digits = TakeField(kDateDigits);
-        const bool isNumber = std::all_of(digits.begin(), digits.end(), [](wchar_t digit) {
-            return digit >= L'0' && digit <= L'9';
-        });
+        const bool isNumber = std::all_of(digits.begin(), digits.end(), IsDigit);
         isGood_ = isGood_ && isNumber;
         if (!isGood_ || digits == DateDigits(0)) {
             return 0;
@@ -207,18 +200,16 @@ std::optional<WorkingName> ParseForm(std::wstring_view name, bool hasMade) {
 }  // namespace
 
 std::uint64_t NameKey(std::wstring_view path) {
-    constexpr std::uint64_t kBasis = 14695981039346656037U;
-    constexpr std::uint64_t kPrime = 1099511628211U;
     if (path.ends_with(L'\\')) {
         path.remove_suffix(1);
     }
-    std::uint64_t key = kBasis;
+    Fnv64 key;
     for (const wchar_t character : path) {
         const auto unit = static_cast<std::uint64_t>(UpperCase(character));
-        key = (key ^ (unit & 0xFFU)) * kPrime;
-        key = (key ^ ((unit >> 8U) & 0xFFU)) * kPrime;
+        key.Add(unit & 0xFFU);
+        key.Add((unit >> 8U) & 0xFFU);
     }
-    return key;
+    return key.Value();
 }
 
 std::wstring FormatWorkingName(const WorkingName& name, std::wstring_view firstName) {
@@ -230,7 +221,7 @@ std::wstring FormatWorkingName(const WorkingName& name, std::wstring_view firstN
     }
     const auto appendHex = [&text](std::uint64_t number, std::size_t width) {
         text += L'-';
-        AppendHex(text, number, width);
+        text += ToHex(number, width);
     };
     appendHex(name.item, 16);
     appendHex(name.copy, 16);

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 
+#include "platform/Digits.h"
 #include "platform/TextCase.h"
 
 namespace vw {
@@ -62,7 +63,7 @@ bool Matches(const Element& element, wchar_t sign, wchar_t character) noexcept {
         case L'?':
             return true;
         case L'#':
-            return character >= L'0' && character <= L'9';
+            return IsDigit(character);
         default:
             return sign == character || UpperCase(sign) == UpperCase(character);
     }

@@ -1,8 +1,9 @@
 #include "platform/NamedLock.h"
 
-#include <array>
 #include <string>
 
+#include "platform/Digits.h"
+#include "platform/Hash.h"
 #include "platform/SecurityDescriptor.h"
 #include "platform/SystemError.h"
 #include "platform/SystemPath.h"
@@ -19,13 +20,9 @@ constexpr DWORD kTakeAndWait = SYNCHRONIZE | MUTEX_MODIFY_STATE;
 
 // The name of a kernel object may hold no "\", and its length is limited.
 std::wstring ObjectName(std::wstring_view purpose, std::wstring_view path) {
-    std::uint64_t hash = 14695981039346656037U;
-    for (const wchar_t unit : UpperCase(AbsolutePath(path))) hash = (hash ^ unit) * 1099511628211U;
-    std::array<wchar_t, 17> digits{};
-    for (std::size_t i = 0; i < 16; ++i) {
-        digits[i] = L"0123456789abcdef"[(hash >> (60 - 4 * i)) & 15];
-    }
-    return L"Global\\Vaultwright-" + std::wstring(purpose) + L"-" + digits.data();
+    Fnv64 hash;
+    for (const wchar_t unit : UpperCase(AbsolutePath(path))) hash.Add(unit);
+    return L"Global\\Vaultwright-" + std::wstring(purpose) + L"-" + ToHex(hash.Value(), 16);
 }
 
 }  // namespace

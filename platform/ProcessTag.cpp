@@ -4,6 +4,7 @@
 #include <string>
 
 #include "platform/Handle.h"
+#include "platform/Hash.h"
 
 namespace vw {
 
@@ -52,11 +53,11 @@ const Computer& ThisComputer() {
 }  // namespace
 
 std::uint32_t ComputerTag(std::wstring_view name, std::wstring_view installation) {
-    std::uint32_t hash = 2166136261U;
+    Fnv32 hash;
     for (const std::wstring_view part : {name, installation}) {
-        for (const wchar_t unit : part) hash = (hash ^ unit) * 16777619U;
+        for (const wchar_t unit : part) hash.Add(unit);
     }
-    return hash;
+    return hash.Value();
 }
 
 ProcessTag ThisProcess() {

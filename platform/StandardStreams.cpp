@@ -11,7 +11,8 @@ namespace {
 constexpr std::size_t kHeldUnits = std::size_t{16} * 1024;
 constexpr std::uint64_t kConsoleMilliseconds = 1000;
 
-std::string Utf8(std::wstring_view text) {
+// Unlike ToUtf8 it replaces surrogates that stand alone: what other programs read is valid UTF-8.
+std::string ToValidUtf8(std::wstring_view text) {
     const int units = static_cast<int>(text.size());
     const int length =
         WideCharToMultiByte(CP_UTF8, 0, text.data(), units, nullptr, 0, nullptr, nullptr);
@@ -124,7 +125,7 @@ void StandardStreams::Write(const Stream& stream, std::wstring_view text) {
         WriteConsoleW(stream.handle, text.data(), static_cast<DWORD>(text.size()), &written,
                       nullptr);
     } else {
-        const std::string bytes = Utf8(text);
+        const std::string bytes = ToValidUtf8(text);
         WriteFile(stream.handle, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
     }
 }

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "platform/Digits.h"
+
 namespace vw {
 
 namespace {
@@ -11,8 +13,6 @@ constexpr wchar_t kRightToLeftMark = 0x200F;
 constexpr wchar_t kLeftToRightEmbedding = 0x202A;
 constexpr wchar_t kRightToLeftEmbedding = 0x202B;
 constexpr wchar_t kEndOfEmbedding = 0x202C;
-
-bool IsDigit(wchar_t unit) noexcept { return unit >= L'0' && unit <= L'9'; }
 
 bool IsArabicDigit(wchar_t unit) noexcept { return unit >= 0x0660 && unit <= 0x0669; }
 

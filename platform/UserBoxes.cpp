@@ -5,6 +5,7 @@
 
 #include "platform/BoxOwner.h"
 #include "platform/Desktop.h"
+#include "platform/Scoped.h"
 #include "platform/TextDirection.h"
 #include "platform/WindowsHeader.h"
 
@@ -124,9 +125,8 @@ BoxAnswer UserBoxes::Silently(const BoxContent& content) {
         const HHOOK hook = SetWindowsHookExW(WH_CBT, OnActivation, nullptr, GetCurrentThreadId());
         // Without the hook nothing would close the box, so it is not shown at all.
         if (hook != nullptr) {
-            const BoxAnswer answer = Show(content);
-            UnhookWindowsHookEx(hook);
-            return answer;
+            const ScopeExit unhook([hook] { UnhookWindowsHookEx(hook); });
+            return Show(content);
         }
     }
     return question ? BoxAnswer::No : BoxAnswer::Ok;

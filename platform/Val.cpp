@@ -3,6 +3,8 @@
 #include <cstdint>
 #include <limits>
 
+#include "platform/Digits.h"
+
 namespace vw {
 namespace {
 
@@ -21,7 +23,7 @@ int Val(std::wstring_view text) noexcept {
         if (IsBlank(character)) {
             continue;
         }
-        if (character >= L'0' && character <= L'9') {
+        if (IsDigit(character)) {
             // Held just beyond the range, so that a long run of digits cannot overflow.
             value = value > kLimit ? kLimit + 1 : value * 10 + (character - L'0');
         } else if (!signIsOver && (character == L'-' || character == L'+')) {

@@ -19,6 +19,7 @@
 #include "platform/FileSystem.h"
 #include "platform/Like.h"
 #include "platform/RuntimeError.h"
+#include "platform/Scoped.h"
 #include "platform/TextCase.h"
 #include "platform/TextDirection.h"
 #include "platform/Val.h"
@@ -41,23 +42,11 @@ constexpr Procedure Named(std::wstring_view name) { return {name, L"Form", L"frm
 constexpr int kRowReadsBackDifferently = 10000;
 constexpr std::wstring_view kUnknownLocation = L"??";
 
-/// Keeps a second listing from beginning while messages are processed in the first.
-class Listing {
-  public:
-    explicit Listing(bool& flag) noexcept : flag_(flag) { flag_ = true; }
-    ~Listing() { flag_ = false; }
-    Listing(const Listing&) = delete;
-    Listing& operator=(const Listing&) = delete;
-
-  private:
-    bool& flag_;
-};
-
 }  // namespace
 
 void CopiesBrowser::ListRestoreFiles() {
     if (!sourceChosen_ || listing_) return;
-    const Listing guard(listing_);
+    const ScopedFlag guard(listing_);
     Trapped(system_.errors, Named(L"ListRestoreFiles"), [this] {
         const RedrawPause pause(Items());
         Items().Clear();
@@ -76,13 +65,13 @@ void CopiesBrowser::ListRestoreFiles() {
 void CopiesBrowser::List() {
     shown_.Clear();
     const std::wstring folder = RestoreFrom();
-    // A drive that takes no folder has no copies, and needs no word about it.
+    // A drive without a copy folder has no copies; that needs no message.
     if (!system_.files.Look(folder)) return;
-    // Before the listing: a drive that is exchanged now shows another folder from then on.
+    // Identify the folder before listing it: a drive that is exchanged later has another one.
     shown_.Take(system_.files, folder);
     for (const CopySeries& series : FindCopies(folder)) {
         if (series.MayHoldOthers()) {
-            // One that cannot be looked into hides the others nothing.
+            // An unreadable series must not hide the others.
             Trapped(system_.errors, Named(L"ListRestoreFiles"), [&] { AddItems(series); });
         } else {
             AddItems(series);
@@ -141,7 +130,7 @@ void CopiesBrowser::AddItems(const CopySeries& series) {
         return !copy.isFolder || !HoldsAny(system_.files, copy.path, nested);
     });
     if (own == series.copies.end()) return;
-    // Looking for a comment that is known not to be there takes long in a large folder.
+    // Skip the lookup: probing for a missing file is slow in a large folder.
     AddItem({.origin = series.origin,
              .topOrigin = series.origin,
              .location = series.location,

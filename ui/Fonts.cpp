@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "platform/SystemError.h"
+#include "ui/Gdi.h"
 
 namespace vw {
 
@@ -47,9 +48,8 @@ FaceInfo InfoOf(std::wstring_view face) {
     wanted.lfCharSet = DEFAULT_CHARSET;
     PutFace(wanted, face);
     FaceInfo info;
-    const HDC screen = GetDC(nullptr);
-    EnumFontFamiliesExW(screen, &wanted, NoteFace, reinterpret_cast<LPARAM>(&info), 0);
-    ReleaseDC(nullptr, screen);
+    const WindowDc screen(nullptr);
+    EnumFontFamiliesExW(screen.Get(), &wanted, NoteFace, reinterpret_cast<LPARAM>(&info), 0);
     return info;
 }
 

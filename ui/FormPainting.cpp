@@ -1,5 +1,6 @@
 #include "ui/ControlFactory.h"
 #include "ui/Form.h"
+#include "ui/Gdi.h"
 #include "ui/Painting.h"
 
 // What a form draws itself: labels and the entries of drop-down boxes. Their texts stay in the
@@ -33,14 +34,13 @@ std::optional<LRESULT> Form::OnColour(HDC canvas, HWND control) {
 void Form::OnDrawItem(const DRAWITEMSTRUCT& draw) {
     const Part* part = FindByWindow(draw.hwndItem);
     if (part == nullptr) return;
-    const int saved = SaveDC(draw.hDC);
+    const SavedDc saved(draw.hDC);
     SelectObject(draw.hDC, FontOf(draw.hwndItem));
     if (IsLabel(part->data->kind)) {
         DrawLabel(*part, draw.hDC, draw.rcItem);
     } else {
         DrawChoice(draw);
     }
-    RestoreDC(draw.hDC, saved);
 }
 
 void Form::DrawLabel(const Part& part, HDC canvas, const RECT& area) const {

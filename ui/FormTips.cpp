@@ -2,6 +2,7 @@
 
 #include "platform/TextDirection.h"
 #include "ui/Form.h"
+#include "ui/Gdi.h"
 #include "ui/Painting.h"
 // The extended window macros need the declarations of the window system first.
 #include <windowsx.h>
@@ -28,12 +29,10 @@ void Form::OnTipAsked(NMTTDISPINFOW& info) {
     tipText_ =
         part->data->path ? Text(part->data->name) : std::wstring(part->data->tip.In(language_));
     if (part->data->path) {
-        const HDC canvas = GetDC(control);
-        const HGDIOBJ before = SelectObject(
-            canvas, reinterpret_cast<HGDIOBJ>(SendMessageW(control, WM_GETFONT, 0, 0)));
-        const int width = MeasureIn(canvas)(tipText_);
-        SelectObject(canvas, before);
-        ReleaseDC(control, canvas);
+        const WindowDc canvas(control);
+        const SavedDc saved(canvas.Get());
+        SelectFontOf(control, canvas.Get());
+        const int width = MeasureIn(canvas.Get())(tipText_);
         RECT area{};
         GetClientRect(control, &area);
         if (width <= area.right) tipText_.clear();

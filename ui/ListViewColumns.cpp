@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "ui/ColumnWidths.h"
+#include "ui/Gdi.h"
 #include "ui/ListView.h"
 #include "ui/Painting.h"
 
@@ -80,21 +81,19 @@ int ListView::WidthOf(std::size_t column) const {
         longest.insert(place, &text);
         if (longest.size() > kMeasured) longest.pop_back();
     }
-    const HDC canvas = GetDC(control_);
-    const HGDIOBJ before =
-        SelectObject(canvas, reinterpret_cast<HGDIOBJ>(SendMessageW(control_, WM_GETFONT, 0, 0)));
-    const Measure widthOf = MeasureIn(canvas);
+    const WindowDc canvas(control_);
+    const SavedDc saved(canvas.Get());
+    SelectFontOf(control_, canvas.Get());
+    const Measure widthOf = MeasureIn(canvas.Get());
     const int icon = column == 0 ? Scaled(kIconAndGaps, dpi_) : 0;
     int width = 0;
     for (const std::wstring* text : longest) width = std::max(width, widthOf(*text) + icon);
     // The header may have another font, and the mark of the direction takes some room beside its
     // text.
     const auto header = reinterpret_cast<HWND>(SendMessageW(control_, LVM_GETHEADER, 0, 0));
-    SelectObject(canvas, reinterpret_cast<HGDIOBJ>(SendMessageW(header, WM_GETFONT, 0, 0)));
+    SelectFontOf(header, canvas.Get());
     width = std::max(width,
                      widthOf(data_.columns[column].header.In(language_)) + Scaled(kSortMark, dpi_));
-    SelectObject(canvas, before);
-    ReleaseDC(control_, canvas);
     width += 2 * Scaled(kCellMargin, dpi_) + 1;
     const int narrowest = column == 0 ? kNarrowestFirstColumn : kNarrowestColumn;
     const int least = rows_.empty() ? data_.columns[column].width : narrowest;

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "ui/DisplayText.h"
+#include "ui/Gdi.h"
 #include "ui/ListView.h"
 #include "ui/Painting.h"
 #include "ui/PrivateMessages.h"
@@ -147,8 +148,8 @@ void ListView::PaintRow(HDC canvas, int row) const {
     const bool focused = GetFocus() == control_;
     const RowColours colours = ColoursOfRow(selected, focused);
 
-    const int saved = SaveDC(canvas);
-    SelectObject(canvas, reinterpret_cast<HGDIOBJ>(SendMessageW(control_, WM_GETFONT, 0, 0)));
+    const SavedDc saved(canvas);
+    SelectFontOf(control_, canvas);
     {
         const Unmirrored upright(canvas);
         RECT whole = RowArea(row, LVIR_BOUNDS);
@@ -173,7 +174,6 @@ void ListView::PaintRow(HDC canvas, int row) const {
         }
         if ((state & LVIS_FOCUSED) != 0 && focused) DrawFocusRect(buffer.Canvas(), &whole);
     }
-    RestoreDC(canvas, saved);
 }
 
 // A row paints its own background in one step with its text. Erased before, it would flicker in a
@@ -233,17 +233,16 @@ void ListView::PaintEmptyText(HDC canvas) const {
         area.top += headerArea.bottom;
     }
     InflateRect(&area, -Scaled(kEmptyTextMargin, dpi_), 0);
-    const int saved = SaveDC(canvas);
-    SelectObject(canvas, reinterpret_cast<HGDIOBJ>(SendMessageW(control_, WM_GETFONT, 0, 0)));
+    const SavedDc saved(canvas);
+    SelectFontOf(control_, canvas);
     SetTextColor(canvas, GetSysColor(COLOR_GRAYTEXT));
     const int room = static_cast<int>(area.right - area.left);
     const auto lines = static_cast<int>(Wrapped(text, room, MeasureIn(canvas)).size());
-    // A third of the way down looks more like the middle than the middle does.
+    // Placed at one third of the free height: it looks better than the exact centre.
     const LONG free = area.bottom - area.top - lines * LineStep(LineHeight(canvas));
     area.top += std::max(0L, free / 3);
     PaintText(canvas, area, text,
               {.rightToLeft = language_ == Language::Arabic, .side = TextSide::Centre});
-    RestoreDC(canvas, saved);
 }
 
 std::optional<LRESULT> ListView::OnNotify(NMHDR& header) {
@@ -279,11 +278,9 @@ LRESULT CALLBACK ListView::Subclass(HWND window, UINT message, WPARAM wParam, LP
             break;
         case WM_ERASEBKGND: {
             const auto canvas = reinterpret_cast<HDC>(wParam);
-            const int saved = SaveDC(canvas);
+            const SavedDc saved(canvas);
             self->KeepRows(canvas);
-            const LRESULT result = DefSubclassProc(window, message, wParam, lParam);
-            RestoreDC(canvas, saved);
-            return result;
+            return DefSubclassProc(window, message, wParam, lParam);
         }
         case WM_SIZE: {
             if (self->rows_.empty()) InvalidateRect(window, nullptr, TRUE);

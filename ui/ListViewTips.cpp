@@ -1,4 +1,5 @@
 #include "ui/DisplayText.h"
+#include "ui/Gdi.h"
 #include "ui/ListView.h"
 #include "ui/Painting.h"
 #include "ui/SpokenNames.h"
@@ -66,13 +67,10 @@ bool ListView::IsShortened(int row, int column) const {
     const std::wstring& text =
         rows_[static_cast<std::size_t>(row)]->cells[static_cast<std::size_t>(column)].text;
     const RECT cell = CellArea(row, column);
-    const HDC canvas = GetDC(control_);
-    const HGDIOBJ before =
-        SelectObject(canvas, reinterpret_cast<HGDIOBJ>(SendMessageW(control_, WM_GETFONT, 0, 0)));
-    const bool shortened = MeasureIn(canvas)(text) > cell.right - cell.left;
-    SelectObject(canvas, before);
-    ReleaseDC(control_, canvas);
-    return shortened;
+    const WindowDc canvas(control_);
+    const SavedDc saved(canvas.Get());
+    SelectFontOf(control_, canvas.Get());
+    return MeasureIn(canvas.Get())(text) > cell.right - cell.left;
 }
 
 std::wstring ListView::TipAt(POINT place) const {

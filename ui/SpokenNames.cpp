@@ -27,18 +27,13 @@ constexpr GUID kDescriptionProperty{
 
 }  // namespace
 
-SpokenNames::SpokenNames() noexcept
-    : initialised_(SUCCEEDED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED))) {
-    void* services = nullptr;
-    if (SUCCEEDED(CoCreateInstance(kServicesClass, nullptr, CLSCTX_INPROC_SERVER, kServices,
-                                   &services))) {
-        services_ = static_cast<IAccPropServices*>(services);
-    }
+SpokenNames::SpokenNames() noexcept {
+    apartment_.emplace();
+    services_ = MakeComObject<IAccPropServices>(kServicesClass, kServices);
 }
 
-SpokenNames::SpokenNames(IAccPropServices& services) noexcept
-    : initialised_(false), services_(&services) {
-    services_->AddRef();
+SpokenNames::SpokenNames(IAccPropServices& services) noexcept : services_(&services) {
+    services.AddRef();
 }
 
 SpokenNames::~SpokenNames() {
@@ -47,8 +42,6 @@ SpokenNames::~SpokenNames() {
         services_->ClearHwndProps(control, static_cast<DWORD>(OBJID_CLIENT), CHILDID_SELF,
                                   kProperties, static_cast<int>(std::size(kProperties)));
     }
-    if (services_ != nullptr) services_->Release();
-    if (initialised_) CoUninitialize();
 }
 
 void SpokenNames::Set(HWND control, std::wstring_view name) {

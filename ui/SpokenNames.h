@@ -1,8 +1,10 @@
 #pragma once
 
+#include <optional>
 #include <string_view>
 #include <vector>
 
+#include "platform/Com.h"
 #include "platform/WindowsHeader.h"
 
 struct IAccPropServices;
@@ -34,8 +36,8 @@ class SpokenNames {
   private:
     void SetProperty(HWND control, const GUID& property, std::wstring_view text);
 
-    bool initialised_;
-    IAccPropServices* services_ = nullptr;
+    std::optional<ComApartment> apartment_;  ///< released last
+    ComPtr<IAccPropServices> services_;
     std::vector<HWND> described_;
 };
 

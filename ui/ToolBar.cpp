@@ -6,6 +6,7 @@
 
 #include "platform/RuntimeError.h"
 #include "platform/TextDirection.h"
+#include "ui/Gdi.h"
 #include "ui/Painting.h"
 
 namespace vw {
@@ -119,13 +120,13 @@ void ToolBar::SetPictures(int dpi, HFONT font, HFONT boldFont) {
 
 // Buttons are as wide as what they show, with the same margin on both sides.
 void ToolBar::SetWidths() {
-    const HDC canvas = GetDC(control_);
-    const HGDIOBJ before = GetCurrentObject(canvas, OBJ_FONT);
+    const WindowDc canvas(control_);
+    const SavedDc saved(canvas.Get());
     for (const ToolButtonData& button : data_.buttons) {
         int width = Scaled(kIconSize, dpi_) + 2 * Scaled(kPadding, dpi_);
         if (button.showText) {
-            SelectObject(canvas, button.accentIcon != 0 ? boldFont_ : font_);
-            width += Scaled(kTextGap, dpi_) + MeasureIn(canvas)(button.text.In(language_)) +
+            SelectObject(canvas.Get(), button.accentIcon != 0 ? boldFont_ : font_);
+            width += Scaled(kTextGap, dpi_) + MeasureIn(canvas.Get())(button.text.In(language_)) +
                      Scaled(kTextMargin, dpi_);
         }
         TBBUTTONINFOW info{};
@@ -135,8 +136,6 @@ void ToolBar::SetWidths() {
         SendMessageW(control_, TB_SETBUTTONINFOW, static_cast<WPARAM>(button.id),
                      reinterpret_cast<LPARAM>(&info));
     }
-    SelectObject(canvas, before);
-    ReleaseDC(control_, canvas);
 }
 
 const ToolButtonData* ToolBar::Find(int id) const noexcept {
@@ -211,7 +210,7 @@ void ToolBar::PaintButton(const NMTBCUSTOMDRAW& draw, std::size_t position) cons
     const bool accented = pictures.accented && !disabled && !HighContrast();
     const HDC canvas = draw.nmcd.hdc;
     const RECT area = draw.nmcd.rc;
-    const int saved = SaveDC(canvas);
+    const SavedDc saved(canvas);
     const auto background = disabled ? std::nullopt : BackgroundOf(draw, accented);
     if (background) {
         const bool checked = Has(draw, CDIS_CHECKED) && !accented;
@@ -243,7 +242,6 @@ void ToolBar::PaintButton(const NMTBCUSTOMDRAW& draw, std::size_t position) cons
         PaintText(canvas, place, button.text.In(language_),
                   {.rightToLeft = language_ == Language::Arabic, .oneLine = true});
     }
-    RestoreDC(canvas, saved);
 }
 
 }  // namespace vw

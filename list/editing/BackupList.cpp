@@ -24,6 +24,7 @@
 #include "platform/Like.h"
 #include "platform/MsgBox.h"
 #include "platform/ProgramState.h"
+#include "platform/Scoped.h"
 #include "platform/TextDirection.h"
 #include "ui/Form.h"
 
@@ -39,20 +40,8 @@ constexpr std::wstring_view kFallbackDrive = L"C:";
 constexpr std::uint32_t kSaveFlags = 0x80006;  // explorer style, no read-only box, may overwrite
 constexpr std::uint32_t kOpenFlags = 0x81004;  // explorer style, no read-only box, must exist
 
-/// Set as long as it lives.
-class Flagged {
-  public:
-    explicit Flagged(bool& flag) noexcept : flag_(flag) { flag_ = true; }
-    ~Flagged() { flag_ = false; }
-    Flagged(const Flagged&) = delete;
-    Flagged& operator=(const Flagged&) = delete;
-
-  private:
-    bool& flag_;
-};
-
-/// Until the rows of another list are shown they are those of the list before: under the other name
-/// they would replace it. So the old name comes back, unless it is let go.
+/// Restores the path of the previous list unless LetGo() is called. Until the new list is loaded, a
+/// save under its name would overwrite it with the old rows.
 class FormerList {
   public:
     FormerList(ProgramState& state, bool& keepOld)
@@ -162,7 +151,7 @@ bool BackupList::GetList() {
 }
 
 bool BackupList::Load(std::wstring_view text) {
-    const Flagged loading(loading_);
+    const ScopedFlag loading(loading_);
     if (!state_.silentRun) rows_.Probe(PathsOf(text));
     const RedrawPause pause(rows_.List());
     // A server that is away answers for none of the rows.
