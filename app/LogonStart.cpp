@@ -23,8 +23,6 @@ constexpr std::wstring_view kNoSuchLettersArabic =
     L"لا يمكن كتابة كل حروف مسار البرنامج في أمر التشغيل عند تسجيل الدخول. انقل البرنامج إلى مجلد "
     L"اسمه بحروف لاتينية، ثم أعد المحاولة.";
 
-constexpr Procedure kApplicationSartup{L"ApplicationSartup", L"Module", L"MVaultwright"};
-
 }  // namespace
 
 LogonStart::LogonStart(System& system, CCommonAPI& api, MRecentFiles::SettingsStore& settings,
@@ -34,7 +32,7 @@ LogonStart::LogonStart(System& system, CCommonAPI& api, MRecentFiles::SettingsSt
 bool LogonStart::ApplicationSartup() { return api_.ApplicationSartup(state_.executableBaseName); }
 
 void LogonStart::ApplicationSartup(bool flag) {
-    Trapped(system_.errors, kApplicationSartup, [&] {
+    trap_(L"ApplicationSartup", [&] {
         if (!EqualNoCase(state_.currentListPath, state_.DefaultListPath())) return;
         const bool before = ApplicationSartup();
         if (flag != before) Switch(flag);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "list/format/Settings.h"
+#include "platform/ErrorTrap.h"
 
 namespace vw {
 
@@ -42,6 +43,7 @@ class LogonStart {
     [[nodiscard]] bool ProgramIsOnFixedDrive() const;
 
     System& system_;
+    ErrorTrap trap_{system_.errors, L"Module", L"MVaultwright"};
     CCommonAPI& api_;
     MRecentFiles::SettingsStore& settings_;
     const ProgramState& state_;

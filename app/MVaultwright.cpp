@@ -29,7 +29,7 @@ MVaultwright::MVaultwright(System& system, ProgramState& state,
       commands_(commands) {}
 
 void MVaultwright::Main(std::wstring_view processCommandLine) {
-    Trapped(system_.errors, {L"Main", L"Module", L"MVaultwright"}, [&] {
+    trap_(L"Main", [&] {
         std::wstring arguments = ArgumentText(processCommandLine);
         // Known before the first question can come up: nothing may wait in a silent run.
         state_.silentRun = StartsSilently(arguments);

@@ -5,6 +5,7 @@
 
 #include "app/CommandLine.h"
 #include "list/format/Settings.h"
+#include "platform/ErrorTrap.h"
 
 namespace vw {
 
@@ -37,6 +38,7 @@ class MVaultwright {
     [[nodiscard]] std::wstring CompletedIfThere(const std::wstring& path);
 
     System& system_;
+    ErrorTrap trap_{system_.errors, L"Module", L"MVaultwright"};
     ProgramState& state_;
     MRecentFiles::SettingsStore& settings_;
     LanguageChoice& language_;

@@ -1,7 +1,5 @@
 #pragma once
 
-#include "platform/ErrorTrap.h"
-
 namespace vw {
 
 /// What the main window asks of the program around it.
@@ -35,10 +33,5 @@ class MainHost {
     /// Ends the program at once, leaving nothing in the notification area.
     virtual void EndAtOnce() = 0;
 };
-
-/// A procedure of the main window, as error messages name it.
-[[nodiscard]] constexpr Procedure MainProcedure(std::wstring_view name) {
-    return {name, L"Form", L"frmMain"};
-}
 
 }  // namespace vw

@@ -41,7 +41,7 @@ MainWindow::MainWindow(System& system, ProgramState& state, Form& form, MainHost
 void MainWindow::Bind(MainParts parts) { parts_.emplace(parts); }
 
 void MainWindow::OnLoad(Form& form) {
-    Trapped(system_.errors, MainProcedure(L"Form_Load"), [&] {
+    trap_(L"Form_Load", [&] {
         form.SetChoices(L"cmbDestination", DriveChoices(system_.files));
         mnuViewMethodClick(static_cast<int>(ViewStyle::Details));
         mnuViewAlignClick(static_cast<int>(ViewArrange::Top));
@@ -61,7 +61,7 @@ void MainWindow::OnLoad(Form& form) {
 }
 
 bool MainWindow::OnQueryUnload(Form&, UnloadReason reason) {
-    Trapped(system_.errors, MainProcedure(L"Form_QueryUnload"), [&] {
+    trap_(L"Form_QueryUnload", [&] {
         if (reason == UnloadReason::SessionEnd) {
             // Windows waits for nobody: no box may, either.
             state_.silentRun = true;
@@ -141,7 +141,7 @@ void MainWindow::OnControl(Form&, const ControlEvent& event) {
     } else if (event.control == L"Toolbar1") {
         Run({}, 0, event.key);
     } else if (event.control == L"sbrStatus") {
-        Trapped(system_.errors, MainProcedure(L"sbrStatus_Click"), [this] {
+        trap_(L"sbrStatus_Click", [this] {
             if (!running_) host_.ShowLastReport();
         });
     } else if (event.kind == EventKind::Click) {
@@ -217,7 +217,7 @@ template <class Body>
 void MainWindow::InBracket(std::wstring_view procedure, Body&& body) {
     if (running_) return;
     const ScopedFlag guard(running_);
-    Trapped(system_.errors, MainProcedure(procedure), [&] {
+    trap_(procedure, [&] {
         host_.Ready(false);
         body();
         // The busy dialog enables the window again before the command ends, so selection changes
@@ -233,7 +233,7 @@ void MainWindow::cmbDestinationClick() {
 }
 
 void MainWindow::vsBackagesChange(int value) {
-    Trapped(system_.errors, MainProcedure(L"vsBackagesChange"), [&] {
+    trap_(L"vsBackagesChange", [&] {
         if (!loadGuard_) state_.listModified = true;
         loadGuard_ = false;
         form_.SetText(L"lblBackages", std::to_wstring(value));

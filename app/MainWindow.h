@@ -6,6 +6,7 @@
 
 #include "app/StatusLine.h"
 #include "list/editing/RecentFilesHost.h"
+#include "platform/ErrorTrap.h"
 #include "platform/System.h"
 #include "ui/Form.h"
 
@@ -114,6 +115,7 @@ class MainWindow final : public FormEvents {
     [[nodiscard]] bool DefaultListInUse() const;
 
     System& system_;
+    ErrorTrap trap_{system_.errors, L"Form", L"frmMain"};
     ProgramState& state_;
     Form& form_;
     MainHost& host_;

@@ -59,7 +59,7 @@ void Console::Report(const RuntimeError& error) {
 }
 
 bool Console::Try(const std::function<void()>& step) {
-    return Trapped(*this, Procedure{L"vw", L"Module", L"vw"}, step);
+    return ErrorTrap(*this, L"Module", L"vw")(L"vw", step);
 }
 
 void Console::StopIfAsked() {
@@ -70,7 +70,7 @@ std::wstring Console::FullPath(std::wstring_view argument) {
     return system.files.FullPath(argument);
 }
 
-void Console::Tell(const Procedure&, const RuntimeError& error) { Report(error); }
+void Console::Report(const Procedure&, const RuntimeError& error) { Report(error); }
 
 // The engine shows one box, for a destination that is missing, and ends the run behind it; who ends
 // the run writes the error.

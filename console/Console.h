@@ -50,7 +50,7 @@ class Console final : private ErrorSink, private MsgBoxes, private EventPump, pr
     Output& output;
 
   private:
-    void Tell(const Procedure& where, const RuntimeError& error) override;
+    void Report(const Procedure& where, const RuntimeError& error) override;
     BoxAnswer MsgBox(const BoxContent& content) override;
     void DoEvents() override;
     void DoEventsIfDue() override { DoEvents(); }

@@ -3,7 +3,6 @@
 #include <utility>
 
 #include "engine/CopyName.h"
-#include "engine/EngineProcedure.h"
 #include "engine/RunTexts.h"
 #include "fsutil/PathText.h"
 #include "fsutil/Waking.h"
@@ -28,7 +27,7 @@ CPackage::CPackage(System& system, ProgramState& state, RunHost& host)
       patience_(system, state.cancelRequested) {}
 
 void CPackage::GetBackupTo() {
-    Trapped(system_.errors, EngineProcedure(L"GetBackupTo"), [&] {
+    trap_(L"GetBackupTo", [&] {
         const std::wstring text = ReadCurrentList();
         FieldReader fields(text);
         while (!fields.AtEnd()) {
@@ -41,7 +40,7 @@ void CPackage::GetBackupTo() {
 }
 
 void CPackage::ErrorOnBackupFolderNotExists() {
-    Trapped(system_.errors, EngineProcedure(L"ErrorOnBackupFolderNotExists"), [&] {
+    trap_(L"ErrorOnBackupFolderNotExists", [&] {
         const auto isThere = [this] {
             const auto facts = system_.files.Look(TargetFolder());
             return facts && facts->isFolder;
@@ -56,10 +55,8 @@ void CPackage::ErrorOnBackupFolderNotExists() {
 }
 
 std::int16_t CPackage::LocationID(std::wstring_view path) {
-    std::int16_t location = -1;
-    Trapped(system_.errors, {L"LocationID", L"Module", L"MVaultwright"},
-            [&] { location = FindLocation(path); });
-    return location;
+    const ErrorTrap trap(system_.errors, L"Module", L"MVaultwright");
+    return trap.Or(std::int16_t{-1}, L"LocationID", [&] { return FindLocation(path); });
 }
 
 bool CPackage::CopyStands(std::wstring_view copyPath) {

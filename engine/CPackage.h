@@ -277,6 +277,7 @@ class CPackage final : public CopyDates {
     void Tell(const RunText& text, std::wstring_view path);
 
     System& system_;
+    ErrorTrap trap_{system_.errors, L"Class Module", L"CPackage"};
     ProgramState& state_;
     RunHost& host_;
     DateSeparators separators_;

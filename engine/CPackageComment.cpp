@@ -1,5 +1,4 @@
 #include "engine/CPackage.h"
-#include "engine/EngineProcedure.h"
 #include "engine/NameEncoding.h"
 #include "fsutil/NewestDate.h"
 #include "fsutil/PathText.h"
@@ -37,7 +36,7 @@ std::wstring CPackage::PackageComment(std::wstring_view copyPath) {
 }
 
 void CPackage::PackageComment(std::wstring_view copyPath, std::wstring_view text) {
-    Trapped(system_.errors, EngineProcedure(L"PackageComment"), [&] {
+    trap_(L"PackageComment", [&] {
         const std::wstring file = PackageCommentFile(copyPath);
         const std::wstring inTheMaking = file + L".tmp";
         system_.files.Write(inTheMaking,
@@ -94,24 +93,17 @@ std::wstring CPackage::TryReadComment(std::wstring_view copyPath) {
 }
 
 std::wstring CPackage::CommentOf(std::wstring_view copyPath) {
-    std::wstring text;
-    Trapped(system_.errors, EngineProcedure(L"PackageComment"),
-            [&] { text = ReadCommentText(copyPath); });
-    return text;
+    return trap_.Or(std::wstring(), L"PackageComment", [&] { return ReadCommentText(copyPath); });
 }
 
 Date CPackage::DateOf(std::wstring_view copyPath, std::wstring_view comment) {
-    Date date = kMissingDate;
-    Trapped(system_.errors, EngineProcedure(L"PackageDate"), [&] {
+    return trap_.Or(kMissingDate, L"PackageDate", [&] {
         if (const auto field = CommentDateField(FirstLine(comment))) {
-            date =
-                StoredDate(EnglishNameOrigin(*field, system_.ansi), PackageCommentFile(copyPath));
-        } else {
-            date =
-                NewestFileDate(system_.files, copyPath, [this] { system_.pump.DoEventsIfDue(); });
+            return StoredDate(EnglishNameOrigin(*field, system_.ansi),
+                              PackageCommentFile(copyPath));
         }
+        return NewestFileDate(system_.files, copyPath, [this] { system_.pump.DoEventsIfDue(); });
     });
-    return date;
 }
 
 Date CPackage::PackageDate(std::wstring_view copyPath) {
@@ -119,10 +111,8 @@ Date CPackage::PackageDate(std::wstring_view copyPath) {
 }
 
 std::wstring CPackage::PackageOriginalLocation(std::wstring_view copyPath) {
-    std::wstring location(kUnknownLocation);
-    Trapped(system_.errors, EngineProcedure(L"PackageOriginalLocation"),
-            [&] { location = OriginalLocation(ReadCommentText(copyPath)); });
-    return location;
+    return trap_.Or(std::wstring(kUnknownLocation), L"PackageOriginalLocation",
+                    [&] { return OriginalLocation(ReadCommentText(copyPath)); });
 }
 
 std::wstring CPackage::NamedLocation(std::wstring_view comment) {

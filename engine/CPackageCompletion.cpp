@@ -5,7 +5,6 @@
 #include <vector>
 
 #include "engine/CPackage.h"
-#include "engine/EngineProcedure.h"
 #include "engine/RunTexts.h"
 #include "engine/SourceFolder.h"
 #include "fsutil/PathText.h"

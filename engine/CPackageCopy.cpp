@@ -1,7 +1,6 @@
 #include <unordered_map>
 
 #include "engine/CPackage.h"
-#include "engine/EngineProcedure.h"
 #include "engine/RunTexts.h"
 #include "engine/SourceFolder.h"
 #include "fsutil/PathText.h"
@@ -73,7 +72,7 @@ bool CPackage::MustStop(CopyTally& tally) const {
 // ends the copy: whatever is left would fail too, each with a box of its own.
 bool CPackage::CopyStep(std::wstring_view procedure, std::uint64_t size, CopyTally& tally,
                         const std::function<void()>& step) {
-    return Trapped(system_.errors, EngineProcedure(procedure), [&] {
+    return trap_(procedure, [&] {
         try {
             step();
         } catch (const RuntimeError& error) {

@@ -3,7 +3,6 @@
 
 #include "engine/CPackage.h"
 #include "engine/CopyName.h"
-#include "engine/EngineProcedure.h"
 #include "engine/SourceFolder.h"
 #include "engine/TargetState.h"
 #include "fsutil/PathText.h"
@@ -50,7 +49,7 @@ RuntimeError WithPath(const RuntimeError& error, const std::wstring& path) {
 
 void CPackage::Extract(std::wstring_view copyPath, std::wstring_view destinationFolder,
                        bool showMessage) {
-    Trapped(system_.errors, EngineProcedure(L"Extract"), [&] {
+    trap_(L"Extract", [&] {
         if (showMessage) host_.Msg(L"Restoring: ", copyPath, {}, false, false, false);
         const std::wstring target = JoinPath(destinationFolder, ItemNameOf(copyPath));
         ExtractTo(copyPath, target, TargetState(system_.files, system_.pump, target));
@@ -59,8 +58,7 @@ void CPackage::Extract(std::wstring_view copyPath, std::wstring_view destination
 
 void CPackage::Extract(std::wstring_view copyPath, const std::wstring& target,
                        const TargetState& before) {
-    Trapped(system_.errors, EngineProcedure(L"Extract"),
-            [&] { ExtractTo(copyPath, target, before); });
+    trap_(L"Extract", [&] { ExtractTo(copyPath, target, before); });
 }
 
 void CPackage::ExtractTo(std::wstring_view copyPath, const std::wstring& target,

@@ -3,7 +3,6 @@
 #include "engine/CPackage.h"
 #include "engine/CopyName.h"
 #include "engine/DestinationVisit.h"
-#include "engine/EngineProcedure.h"
 #include "engine/ItemChecks.h"
 #include "engine/RunTexts.h"
 #include "fsutil/FileQueries.h"
@@ -26,7 +25,7 @@ constexpr double kSpareBytes = 50.0 * 1024 * 1024;
 
 void CPackage::BackupPath(std::wstring_view sPath, std::int16_t iSP, bool bPathIsFolder,
                           bool bSubFolder, std::wstring_view sPackage) {
-    Trapped(system_.errors, EngineProcedure(L"BackupPath"), [&] {
+    trap_(L"BackupPath", [&] {
         state_.cancelRequested = false;
         system_.pump.DoEventsIfDue();
         const std::wstring_view path =

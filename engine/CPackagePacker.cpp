@@ -1,5 +1,4 @@
 #include "engine/CPackage.h"
-#include "engine/EngineProcedure.h"
 #include "engine/PackerBatch.h"
 #include "platform/AnsiCodec.h"
 
@@ -8,7 +7,7 @@ namespace vw {
 void CPackage::PackageBat_(std::wstring_view archive, std::wstring_view files,
                            std::wstring_view workingFolder, bool continued, bool finished,
                            const std::function<void(std::wstring_view)>& shellPath) {
-    Trapped(system_.errors, EngineProcedure(L"PackageBat_"), [&] {
+    trap_(L"PackageBat_", [&] {
         const std::wstring& folder = state_.applicationFolder;
         const PackerFiles own = PackerFilesIn(folder);
         FileSystem& disk = system_.files;

@@ -1,7 +1,6 @@
 #include <string>
 
 #include "engine/CPackage.h"
-#include "engine/EngineProcedure.h"
 #include "engine/RunTexts.h"
 #include "fsutil/PathText.h"
 #include "platform/RuntimeError.h"
@@ -32,7 +31,7 @@ CPackage::ReadyOutcome CPackage::FinishReadyCopy(std::wstring_view path, std::in
                        .completeness = found->completeness,
                        .entry = found->path,
                        .ready = true};
-    const bool finished = Trapped(system_.errors, EngineProcedure(L"BackupPath"), [&] {
+    const bool finished = trap_(L"BackupPath", [&] {
         if (CopyStands(copy.place) && IsMadeAfter(copy.place, made)) {
             Tell(run_text::kReadyDropped, path);
             Condemn(copy.entry, copy.itemPath, copy.place);

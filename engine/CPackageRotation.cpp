@@ -5,7 +5,6 @@
 #include "engine/CPackage.h"
 #include "engine/CopyName.h"
 #include "engine/DestinationVisit.h"
-#include "engine/EngineProcedure.h"
 #include "fsutil/PathText.h"
 #include "fsutil/TreeWork.h"
 #include "platform/RuntimeError.h"
@@ -19,7 +18,7 @@ bool CPackage::RenamePackages(std::wstring_view sPath, std::int16_t iSP) {
 
 CPackage::Rotation CPackage::Rotate(std::wstring_view path, std::int16_t location, Room room) {
     Rotation rotation = Rotation::Undone;
-    Trapped(system_.errors, EngineProcedure(L"RenamePackages"), [&] {
+    trap_(L"RenamePackages", [&] {
         if (state_.copiesCount <= 0) Raise(error_number::kZeroCopyNumber, path);
         if (EnterDestination() != Entrance::Entered) return;
         const bool wasCutOff = WasCutOff(path, location);

@@ -2,7 +2,6 @@
 
 #include "engine/CPackage.h"
 #include "engine/DestinationVisit.h"
-#include "engine/EngineProcedure.h"
 #include "engine/RunTexts.h"
 #include "list/format/CopiesCount.h"
 #include "list/format/FieldReader.h"
@@ -45,7 +44,7 @@ void CPackage::StartRun() {
 }
 
 void CPackage::BackupAll() {
-    Trapped(system_.errors, EngineProcedure(L"BackupAll"), [&] {
+    trap_(L"BackupAll", [&] {
         StartRun();
         const std::wstring text = ReadCurrentList();
         const Visit visit(*this);
@@ -112,7 +111,7 @@ void CPackage::BackUpUnderLock(std::wstring_view path, bool isFolder, bool subFo
     host_.OnItem(ItemEvent::Started, path, {});
     ErrorOnBackupFolderNotExists();
     Entrance entrance = Entrance::Refused;
-    Trapped(system_.errors, EngineProcedure(L"BackupPath"), [&] { entrance = EnterDestination(); });
+    trap_(L"BackupPath", [&] { entrance = EnterDestination(); });
     if (entrance != Entrance::Entered) return;
     const std::int16_t location = LocationID(path);
     if (location >= 0 && !state_.cancelRequested) BackupPath(path, location, isFolder, subFolders);

@@ -18,8 +18,7 @@ namespace vw::MFileDosShell {
 
 namespace {
 
-Procedure Named(std::wstring_view procedure) { return {procedure, L"Module", L"MFileDosShell"}; }
-
+ErrorTrap Trap(const System& system) { return {system.errors, L"Module", L"MFileDosShell"}; }
 // Bytes of the files directly in a folder; a listing that breaks off gives what it showed.
 std::int64_t DirectFilesSize(System& system, std::wstring_view folder) {
     std::int64_t size = 0;
@@ -49,41 +48,32 @@ bool NamesCopy(std::wstring_view path) { return Like(path, L"*«*»*"); }
 }  // namespace
 
 bool PathExist(System& system, std::wstring_view path) {
-    bool exists = false;
-    Trapped(system.errors, Named(L"PathExist"),
-            [&] { exists = system.files.Look(path).has_value(); });
-    return exists;
+    return Trap(system).Or(false, L"PathExist",
+                           [&] { return system.files.Look(path).has_value(); });
 }
 
 void DeletePath(System& system, std::wstring_view path) {
-    Trapped(system.errors, Named(L"DeletePath"),
-            [&] { DeleteTree(system.files, path, [&] { system.pump.DoEventsIfDue(); }); });
+    Trap(system)(L"DeletePath",
+                 [&] { DeleteTree(system.files, path, [&] { system.pump.DoEventsIfDue(); }); });
 }
 
 std::int64_t PathSize(System& system, std::wstring_view path, bool wholeTree) {
-    std::int64_t size = -1;
-    Trapped(system.errors, Named(L"PathSize"), [&] {
+    constexpr std::int64_t kUnknown = -1;
+    return Trap(system).Or(kUnknown, L"PathSize", [&] {
         const std::optional<FileFacts> facts = system.files.Look(path);
-        if (!facts) return;
-        if (!facts->isFolder) {
-            size = static_cast<std::int64_t>(facts->size);
-        } else {
-            size = wholeTree ? WholeTreeSize(system, path) : DirectFilesSize(system, path);
-        }
+        if (!facts) return kUnknown;
+        if (!facts->isFolder) return static_cast<std::int64_t>(facts->size);
+        return wholeTree ? WholeTreeSize(system, path) : DirectFilesSize(system, path);
     });
-    return size;
 }
 
 std::wstring CPathSize(System& system, std::wstring_view path) {
-    std::wstring text;
-    Trapped(system.errors, Named(L"CPathSize"), [&] {
+    return Trap(system).Or(std::wstring(), L"CPathSize", [&] {
         const std::optional<FileFacts> facts = system.files.Look(path);
-        if (!facts) return;
-        const std::uint64_t size =
-            facts->isFolder ? static_cast<std::uint64_t>(WholeTreeSize(system, path)) : facts->size;
-        text = CSize(size);
+        if (!facts) return std::wstring();
+        return CSize(facts->isFolder ? static_cast<std::uint64_t>(WholeTreeSize(system, path))
+                                     : facts->size);
     });
-    return text;
 }
 
 std::wstring CSize(std::uint64_t bytes) {
@@ -92,15 +82,13 @@ std::wstring CSize(std::uint64_t bytes) {
 }
 
 bool FolderOnFixedDrive(System& system, std::wstring_view folder) {
-    bool fixed = false;
-    Trapped(system.errors, Named(L"FolderOnFixedDrive"),
-            [&] { fixed = system.files.KindOfDrive(folder) == DriveKind::Fixed; });
-    return fixed;
+    return Trap(system).Or(false, L"FolderOnFixedDrive",
+                           [&] { return system.files.KindOfDrive(folder) == DriveKind::Fixed; });
 }
 
 std::wstring TempPath(System& system, std::wstring_view name, bool startEmpty) {
     std::wstring path;
-    Trapped(system.errors, Named(L"TempPath"), [&] {
+    Trap(system)(L"TempPath", [&] {
         const std::wstring temp = system.files.TempFolder();
         if (name.empty()) {
             path = temp;
@@ -120,7 +108,7 @@ std::wstring TempPath(System& system, std::wstring_view name, bool startEmpty) {
 double FolderFreeSpace(System& system, std::wstring_view folder, double bytesNeeded) {
     double free = 0;
     std::wstring drive;
-    const bool known = Trapped(system.errors, Named(L"FolderFreeSpace"), [&] {
+    const bool known = Trap(system)(L"FolderFreeSpace", [&] {
         const std::wstring full = system.files.FullPath(folder);
         if (full.size() > 1 && full[1] == L':') drive = full.substr(0, 1);
         free = static_cast<double>(system.files.FreeSpace(folder));
@@ -179,8 +167,8 @@ void FindNewestDate(System& system, CopyDates& copyDates, std::wstring_view path
 
 Date PathDate(System& system, CopyDates& copyDates, std::wstring_view path) {
     NewestDates dates;
-    Trapped(system.errors, Named(L"PathDate"),
-            [&] { FindNewestDate(system, copyDates, path, system.files.Look(path), dates); });
+    Trap(system)(L"PathDate",
+                 [&] { FindNewestDate(system, copyDates, path, system.files.Look(path), dates); });
     return dates.newest;
 }
 
@@ -189,7 +177,7 @@ std::optional<SizeAndDate> PathSizeAndDate(System& system, CopyDates& copyDates,
     std::optional<SizeAndDate> found;
     NewestDates dates;
     bool isSearched = false;
-    const bool told = !Trapped(system.errors, Named(L"PathDate"), [&] {
+    const bool told = !Trap(system)(L"PathDate", [&] {
         const std::optional<FileFacts> facts = system.files.Look(path);
         if (!facts) return;
         found = {.isFolder = facts->isFolder, .size = facts->size, .date = facts->lastWrite};

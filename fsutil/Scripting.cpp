@@ -14,8 +14,7 @@ namespace vw::MMyScripting {
 
 namespace {
 
-Procedure Named(std::wstring_view procedure) { return {procedure, L"Module", L"MMyScripting"}; }
-
+ErrorTrap Trap(const System& system) { return {system.errors, L"Module", L"MMyScripting"}; }
 // A folder that the system tells by one of its calls; both are far shorter than this.
 template <class Call>
 std::wstring FolderFrom(Call call) {
@@ -54,13 +53,13 @@ void StartLinkHandler(std::wstring_view pathOrAddress) {
 }  // namespace
 
 void WshShellInt(System& system, ScriptShell& shell) {
-    Trapped(system.errors, Named(L"WshShellInt"), [&] { shell.Create(); });
+    Trap(system)(L"WshShellInt", [&] { shell.Create(); });
 }
 
 std::wstring GetSpecialFolders(System& system, ScriptShell& shell, int& code, bool isWinNT) {
     constexpr int kFirstOwn = 50;
     std::wstring path;
-    Trapped(system.errors, Named(L"GetSpecialFolders"), [&] {
+    Trap(system)(L"GetSpecialFolders", [&] {
         if (code >= kFirstOwn && code <= kFirstOwn + 2) {
             code -= kFirstOwn;
             path = code == 0   ? FolderFrom(GetWindowsDirectoryW)

@@ -21,8 +21,7 @@ namespace vw::MFileDosShell {
 
 namespace {
 
-constexpr Procedure Named(std::wstring_view name) { return {name, L"Module", L"MFileDosShell"}; }
-
+ErrorTrap Trap(const System& system) { return {system.errors, L"Module", L"MFileDosShell"}; }
 constexpr std::wstring_view kDeleting = L"Deleting";
 constexpr std::wstring_view kStays = L"   ";
 constexpr std::wstring_view kYes = L"yes";
@@ -105,7 +104,7 @@ void RequireWasteOnly(System& system, const std::wstring& folder,
 
 void DelInFolder(System& system, const ProgramState& state, std::wstring_view folder,
                  std::wstring_view confirmation, bool skip, CleaningHost& host) {
-    Trapped(system.errors, Named(L"DelInFolder"), [&] {
+    Trap(system)(L"DelInFolder", [&] {
         if (!EqualNoCase(confirmation, kYes)) return;
         const std::wstring path(folder);
         const Contents contents = ContentsOrReason(system, path, host);
@@ -133,7 +132,7 @@ void DellTemp(System& system, ProgramState& state, MMyScripting::ScriptShell& sh
     const auto special = [&](int code) {
         return MMyScripting::GetSpecialFolders(system, shell, code, isWinNT);
     };
-    Trapped(system.errors, Named(L"DellTemp"), [&] {
+    Trap(system)(L"DellTemp", [&] {
         state.cancelRequested = false;
         const std::wstring windows = special(kWindowsFolder);
         const std::vector<std::wstring> kept{windows, special(kDocuments), state.applicationFolder,
@@ -141,14 +140,13 @@ void DellTemp(System& system, ProgramState& state, MMyScripting::ScriptShell& sh
         for (const std::wstring& folder :
              {special(kTemporaryFolder), windows + L"\\Temp", windows + L"\\prefetch"}) {
             if (state.cancelRequested) break;
-            Trapped(system.errors, Named(L"DellTemp"), [&] {
+            Trap(system)(L"DellTemp", [&] {
                 if (!system.files.Look(folder)) Raise(error_number::kPathNotFound, folder);
                 RequireWasteOnly(system, folder, kept);
                 DelInFolder(system, state, folder, kYes, true, host);
             });
         }
-        Trapped(system.errors, Named(L"DellTemp"),
-                [&] { CleanWindowsFolder(system, state, windows); });
+        Trap(system)(L"DellTemp", [&] { CleanWindowsFolder(system, state, windows); });
     });
     host.BusyHide(true);
 }

@@ -4,6 +4,9 @@ namespace vw {
 
 CCommonAPI::CCommonAPI(RawRegistry& registry, const AnsiCodec& ansi, MsgBoxes& boxes,
                        ErrorSink& faults)
-    : registry_(registry), ansi_(ansi), boxes_(boxes), faults_(faults) {}
+    : registry_(registry),
+      ansi_(ansi),
+      boxes_(boxes),
+      trap_(faults, L"Class Module", L"CCommonAPI") {}
 
 }  // namespace vw

@@ -138,20 +138,6 @@ class CCommonAPI {
     void LayoutRTL(HWND window, bool on);
 
   private:
-    /// Runs `body` and gives its result; `neutral` when an error leaves it.
-    template <class Result, class Body>
-    Result Quietly(std::wstring_view procedure, Result neutral, Body&& body) {
-        Result result = std::move(neutral);
-        Trapped(faults_, {procedure, L"Class Module", L"CCommonAPI"}, [&] { result = body(); });
-        return result;
-    }
-
-    /// The same for an operation without a result.
-    template <class Body>
-    void Quietly(std::wstring_view procedure, Body&& body) {
-        Trapped(faults_, {procedure, L"Class Module", L"CCommonAPI"}, std::forward<Body>(body));
-    }
-
     LSTATUS OpenKey(HKEY root, std::wstring_view path, RegistryKey& key);
     void RegisterType(std::wstring_view extensionKey, std::wstring_view typeName,
                       std::wstring_view program, std::wstring_view iconPath);
@@ -160,7 +146,7 @@ class CCommonAPI {
     RawRegistry& registry_;
     const AnsiCodec& ansi_;
     MsgBoxes& boxes_;
-    ErrorSink& faults_;
+    ErrorTrap trap_;
 };
 
 }  // namespace vw

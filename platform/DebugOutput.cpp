@@ -4,7 +4,7 @@
 
 namespace vw {
 
-void DebugOutput::Tell(const Procedure& where, const RuntimeError& error) {
+void DebugOutput::Report(const Procedure& where, const RuntimeError& error) {
     OutputDebugStringW(ErrorText(where, error).append(L"\r\n").c_str());
 }
 

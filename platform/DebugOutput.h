@@ -7,7 +7,7 @@ namespace vw {
 /// Tells errors to an attached debugger only: for services whose failure the user never sees.
 class DebugOutput final : public ErrorSink {
   public:
-    void Tell(const Procedure& where, const RuntimeError& error) override;
+    void Report(const Procedure& where, const RuntimeError& error) override;
 };
 
 }  // namespace vw

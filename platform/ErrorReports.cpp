@@ -7,7 +7,7 @@
 
 namespace vw {
 
-void ErrorReports::Tell(const Procedure& where, const RuntimeError& error) {
+void ErrorReports::Report(const Procedure& where, const RuntimeError& error) {
     exitStatus_.Note(error.Number());
     if (note_) note_(ErrorDetails(error));
     if (limits_ > 0 && ++told_ > most_ && !state_.silentRun) return;

@@ -25,7 +25,7 @@ class ErrorReports final : public ErrorSink {
     /// Sets who is told from now on.
     void SetNote(Note note) { note_ = std::move(note); }
 
-    void Tell(const Procedure& where, const RuntimeError& error) override;
+    void Report(const Procedure& where, const RuntimeError& error) override;
     void BeginLimit(int most) override;
     int EndLimit() override;
 

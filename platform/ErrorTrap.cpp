@@ -22,17 +22,17 @@ std::wstring ErrorDetails(const RuntimeError& error) {
     return text;
 }
 
-void TellCurrentError(ErrorSink& errors, const Procedure& where) {
+void ReportCurrentError(ErrorSink& errors, const Procedure& where) {
     try {
         throw;
     } catch (const RuntimeError& error) {
-        errors.Tell(where, error);
+        errors.Report(where, error);
     } catch (const std::bad_alloc&) {
         constexpr int kNumber = error_number::kOutOfMemory;
-        errors.Tell(where, RuntimeError(kNumber, DescriptionOf(kNumber), {}, 0));
+        errors.Report(where, RuntimeError(kNumber, DescriptionOf(kNumber), {}, 0));
     } catch (const std::exception&) {
         constexpr int kNumber = error_number::kInvalidCall;
-        errors.Tell(where, RuntimeError(kNumber, DescriptionOf(kNumber), {}, 0));
+        errors.Report(where, RuntimeError(kNumber, DescriptionOf(kNumber), {}, 0));
     }
 }
 

@@ -25,13 +25,13 @@ class ErrorSink {
     ErrorSink& operator=(const ErrorSink&) = delete;
     virtual ~ErrorSink() = default;
 
-    /// Tells the user of an error, once, and notes it for the exit code.
-    virtual void Tell(const Procedure& where, const RuntimeError& error) = 0;
+    /// Reports an error to the user and notes it for the exit code.
+    virtual void Report(const Procedure& where, const RuntimeError& error) = 0;
 
     /// From now on only the first `most` errors get a box, and nobody has to answer one after the
     /// other. In a silent run, whose boxes close themselves, nothing changes. See BoxLimit.
     virtual void BeginLimit(int /*most*/) {}
-    /// Ends that; returns how many errors were told meanwhile.
+    /// Ends that; returns how many errors were reported meanwhile.
     virtual int EndLimit() { return 0; }
 };
 
@@ -45,7 +45,7 @@ class BoxLimit {
     BoxLimit(const BoxLimit&) = delete;
     BoxLimit& operator=(const BoxLimit&) = delete;
 
-    /// Ends the limit; returns how many errors were told while it lived.
+    /// Ends the limit; returns how many errors were reported while it lived.
     int End() {
         ended_ = true;
         return errors_.EndLimit();
@@ -63,21 +63,41 @@ class BoxLimit {
 /// What an error means and the path it concerns, a line each; empty when neither is known.
 [[nodiscard]] std::wstring ErrorDetails(const RuntimeError& error);
 
-/// Hands the exception being handled to `errors`: a RuntimeError as it is, memory shortage as 7,
+/// Passes the exception being handled to `errors`: a RuntimeError as it is, memory shortage as 7,
 /// any other std::exception as 5. Everything else (the end of the program in tests) goes on.
-void TellCurrentError(ErrorSink& errors, const Procedure& where);
+void ReportCurrentError(ErrorSink& errors, const Procedure& where);
 
-/// The error trap of a procedure: runs `body`, tells what goes wrong, never lets an error out.
-/// Partial results live outside the body. False when the body was left by an error.
-template <class Body>
-bool Trapped(ErrorSink& errors, const Procedure& where, Body&& body) {
-    try {
-        std::forward<Body>(body)();
-        return true;
-    } catch (const std::exception&) {
-        TellCurrentError(errors, where);
-        return false;
+/// The error trap around the procedures of one module: reports an error once, under the name of the
+/// procedure, and never lets it out. What the body did before the error stays.
+class ErrorTrap {
+  public:
+    /// `kind` and `container` as in Procedure.
+    constexpr ErrorTrap(ErrorSink& errors, std::wstring_view kind, std::wstring_view container)
+        : errors_(errors), kind_(kind), container_(container) {}
+
+    /// Runs `body`. False when an error ended it.
+    template <class Body>
+    bool operator()(std::wstring_view procedure, Body&& body) const {
+        try {
+            std::forward<Body>(body)();
+            return true;
+        } catch (const std::exception&) {
+            ReportCurrentError(errors_, {procedure, kind_, container_});
+            return false;
+        }
     }
-}
+
+    /// Runs `body` and returns what it returns; `fallback` after an error.
+    template <class Result, class Body>
+    [[nodiscard]] Result Or(Result fallback, std::wstring_view procedure, Body&& body) const {
+        (*this)(procedure, [&] { fallback = std::forward<Body>(body)(); });
+        return fallback;
+    }
+
+  private:
+    ErrorSink& errors_;
+    std::wstring_view kind_;
+    std::wstring_view container_;
+};
 
 }  // namespace vw

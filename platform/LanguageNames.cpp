@@ -28,7 +28,7 @@ std::wstring Trimmed(std::wstring_view text) {
 }  // namespace
 
 std::wstring CCommonAPI::CLanguageName(std::uint32_t languageIdentifier) {
-    return Quietly(L"CLanguageName", std::wstring(), [&] {
+    return trap_.Or(std::wstring(), L"CLanguageName", [&] {
         std::wstring name(256, L' ');
         const DWORD length =
             VerLanguageNameW(languageIdentifier, name.data(), static_cast<DWORD>(name.size()));
@@ -39,7 +39,7 @@ std::wstring CCommonAPI::CLanguageName(std::uint32_t languageIdentifier) {
 
 // The whole layout number is passed on: some layouts carry more than their language in it.
 std::wstring CCommonAPI::GetActiveLanguage() {
-    return Quietly(L"GetActiveLanguage", std::wstring(), [&] {
+    return trap_.Or(std::wstring(), L"GetActiveLanguage", [&] {
         std::wstring layout(20, L' ');
         GetKeyboardLayoutNameW(layout.data());
         return CLanguageName(static_cast<std::uint32_t>(std::wcstoul(layout.c_str(), nullptr, 16)));
@@ -47,19 +47,19 @@ std::wstring CCommonAPI::GetActiveLanguage() {
 }
 
 std::wstring CCommonAPI::WinLocalLanguage() {
-    return Quietly(L"WinLocalLanguage", std::wstring(),
-                   [&] { return CLanguageName(GetSystemDefaultLangID()); });
+    return trap_.Or(std::wstring(), L"WinLocalLanguage",
+                    [&] { return CLanguageName(GetSystemDefaultLangID()); });
 }
 
 bool CCommonAPI::LanguageIsArabic() {
-    return Quietly(L"LanguageIsArabic", false, [&] {
+    return trap_.Or(false, L"LanguageIsArabic", [&] {
         const std::wstring language = GetActiveLanguage();
         return EqualNoCase(language, L"العربية") || EqualNoCase(language, L"LanguageIsArabic");
     });
 }
 
 void CCommonAPI::LanguageIsArabic(bool wanted) {
-    Quietly(L"LanguageIsArabic", [&] {
+    trap_(L"LanguageIsArabic", [&] {
         bool active = LanguageIsArabic();
         for (int left = kMostSwitches; left > 0 && active != wanted; --left) {
             ActivateKeyboardLayout(reinterpret_cast<HKL>(HKL_PREV), 0);

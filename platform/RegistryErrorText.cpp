@@ -48,7 +48,7 @@ constexpr std::array kErrorSentences{
 }  // namespace
 
 std::wstring CCommonAPI::RegGeErrorText(LSTATUS code) {
-    return Quietly(L"RegGeErrorText", std::wstring(), [&]() -> std::wstring {
+    return trap_.Or(std::wstring(), L"RegGeErrorText", [&]() -> std::wstring {
         for (const ErrorSentence& sentence : kErrorSentences) {
             if (sentence.code == code) return std::wstring(sentence.text);
         }

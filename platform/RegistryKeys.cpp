@@ -12,7 +12,7 @@ LSTATUS CCommonAPI::OpenKey(HKEY root, std::wstring_view path, RegistryKey& key)
 }
 
 LSTATUS CCommonAPI::RegKeyCreate(std::wstring_view sRegistryKey) {
-    return Quietly(L"RegKeyCreate", LSTATUS{ERROR_SUCCESS}, [&]() -> LSTATUS {
+    return trap_.Or(LSTATUS{ERROR_SUCCESS}, L"RegKeyCreate", [&]() -> LSTATUS {
         if (sRegistryKey.empty()) return ERROR_BADKEY;
         RegistryKey key;
         return OpenKey(HKEY_LOCAL_MACHINE, sRegistryKey, key);
@@ -20,7 +20,7 @@ LSTATUS CCommonAPI::RegKeyCreate(std::wstring_view sRegistryKey) {
 }
 
 LSTATUS CCommonAPI::RegDeleteKeyVB(HKEY RegRootKey, std::wstring_view sRegistryKey) {
-    return Quietly(L"RegDeleteKeyVB", LSTATUS{ERROR_SUCCESS}, [&]() -> LSTATUS {
+    return trap_.Or(LSTATUS{ERROR_SUCCESS}, L"RegDeleteKeyVB", [&]() -> LSTATUS {
         const std::size_t slash = sRegistryKey.rfind(L'\\');
         if (slash == std::wstring_view::npos) return ERROR_SUCCESS;
         const std::wstring_view parent = sRegistryKey.substr(0, slash);

@@ -7,7 +7,7 @@ namespace vw {
 std::wstring CCommonAPI::RegValue(HKEY RegRootKey, std::wstring_view sRegistryKey,
                                   std::wstring_view sValueName,
                                   [[maybe_unused]] DWORD RegDataType) {
-    return Quietly(L"RegValue", std::wstring(), [&]() -> std::wstring {
+    return trap_.Or(std::wstring(), L"RegValue", [&]() -> std::wstring {
         if (sRegistryKey.empty()) return {};
         RegistryKey key;
         if (OpenKey(RegRootKey, sRegistryKey, key) != ERROR_SUCCESS) return {};
@@ -29,7 +29,7 @@ std::wstring CCommonAPI::RegValue(HKEY RegRootKey, std::wstring_view sRegistryKe
 void CCommonAPI::RegValue(HKEY RegRootKey, std::wstring_view sRegistryKey,
                           std::wstring_view sValueName, DWORD RegDataType,
                           std::wstring_view sValueData) {
-    Quietly(L"RegValue", [&] {
+    trap_(L"RegValue", [&] {
         if (sRegistryKey.empty()) return;
         if (sValueName.empty() && sValueData.empty()) {
             RegDeleteKeyVB(RegRootKey, sRegistryKey);
@@ -49,7 +49,7 @@ void CCommonAPI::RegValue(HKEY RegRootKey, std::wstring_view sRegistryKey,
 
 LSTATUS CCommonAPI::RegDeleteValue(HKEY RegRootKey, std::wstring_view sRegistryKey,
                                    std::wstring_view sValueName) {
-    return Quietly(L"RegDeleteValue", LSTATUS{ERROR_SUCCESS}, [&]() -> LSTATUS {
+    return trap_.Or(LSTATUS{ERROR_SUCCESS}, L"RegDeleteValue", [&]() -> LSTATUS {
         if (sRegistryKey.empty() || sValueName.empty()) return ERROR_BADKEY;
         RegistryKey key;
         if (OpenKey(RegRootKey, sRegistryKey, key) != ERROR_SUCCESS) return ERROR_SUCCESS;

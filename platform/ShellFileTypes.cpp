@@ -12,14 +12,15 @@ std::wstring TypeKey(std::wstring_view typeName, std::wstring_view below = {}) {
 }  // namespace
 
 bool CCommonAPI::RegisterFileType(std::wstring_view extensionKey) {
-    return Quietly(L"RegisterFileType", false,
-                   [&] { return !RegValue(HKEY_CLASSES_ROOT, extensionKey, L"", REG_SZ).empty(); });
+    return trap_.Or(false, L"RegisterFileType", [&] {
+        return !RegValue(HKEY_CLASSES_ROOT, extensionKey, L"", REG_SZ).empty();
+    });
 }
 
 void CCommonAPI::RegisterFileType(std::wstring_view extension, std::wstring& typeName,
                                   std::wstring_view sApplicationPath, std::wstring_view iconPath,
                                   bool registerIt) {
-    Quietly(L"RegisterFileType", [&] {
+    trap_(L"RegisterFileType", [&] {
         std::wstring extensionKey = extension.starts_with(L'.') ? L"\\" : L"\\.";
         extensionKey += extension;
 
@@ -54,7 +55,7 @@ void CCommonAPI::RemoveType(std::wstring_view extensionKey, std::wstring& typeNa
 
 void CCommonAPI::RegisterFileTypeCommand(std::wstring_view typeName, std::wstring_view verb,
                                          std::wstring_view commandLine, bool makeDefault) {
-    Quietly(L"RegisterFileTypeCommand", [&] {
+    trap_(L"RegisterFileTypeCommand", [&] {
         const std::wstring shell = TypeKey(typeName, L"\\shell");
         const std::wstring command = std::wstring(shell).append(L"\\").append(verb);
         RegValue(HKEY_CLASSES_ROOT, command + L"\\command", L"", REG_SZ, commandLine);

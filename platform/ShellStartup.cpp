@@ -9,13 +9,13 @@ constexpr std::wstring_view kRunKey = L"SOFTWARE\\Microsoft\\Windows\\CurrentVer
 }  // namespace
 
 bool CCommonAPI::ApplicationSartup(std::wstring_view name) {
-    return Quietly(L"ApplicationSartup", false,
-                   [&] { return !RegValue(HKEY_LOCAL_MACHINE, kRunKey, name, REG_SZ).empty(); });
+    return trap_.Or(false, L"ApplicationSartup",
+                    [&] { return !RegValue(HKEY_LOCAL_MACHINE, kRunKey, name, REG_SZ).empty(); });
 }
 
 void CCommonAPI::ApplicationSartup(std::wstring_view name, std::wstring_view sApplicationPath,
                                    bool on) {
-    Quietly(L"ApplicationSartup", [&] {
+    trap_(L"ApplicationSartup", [&] {
         if (name.empty()) return;
         // Empty data remove the entry.
         RegValue(HKEY_LOCAL_MACHINE, kRunKey, name, REG_SZ,

@@ -30,7 +30,7 @@ void StartProgram(const std::wstring& command) {
 }  // namespace
 
 void CCommonAPI::ShellSysInfo() {
-    Quietly(L"ShellSysInfo", [&] {
+    trap_(L"ShellSysInfo", [&] {
         const std::wstring program = RegValue(
             HKEY_LOCAL_MACHINE, L"SOFTWARE\\Microsoft\\Shared Tools\\MSINFO", L"PATH", REG_SZ);
         if (!program.empty()) {
@@ -48,7 +48,7 @@ void CCommonAPI::ShellSysInfo() {
 }
 
 std::wstring CCommonAPI::WinDirectory() {
-    return Quietly(L"WinDirectory", std::wstring(), [] {
+    return trap_.Or(std::wstring(), L"WinDirectory", [] {
         std::wstring folder(255, L' ');
         const UINT length = GetWindowsDirectoryW(folder.data(), static_cast<UINT>(folder.size()));
         return folder.substr(0, length);
@@ -58,7 +58,7 @@ std::wstring CCommonAPI::WinDirectory() {
 std::wstring CCommonAPI::WinVersion() { return {}; }
 
 bool CCommonAPI::IsWinNT() {
-    return Quietly(L"IsWinNT", false, [] {
+    return trap_.Or(false, L"IsWinNT", [] {
         OSVERSIONINFOEXA version{};
         static_assert(sizeof version == 156);
         version.dwOSVersionInfoSize = sizeof version;

@@ -3,7 +3,7 @@
 namespace vw {
 
 HWND CCommonAPI::FindWindow(std::wstring_view className, std::wstring_view title) {
-    return Quietly(L"FindWindow", HWND{nullptr}, [&] {
+    return trap_.Or(HWND{nullptr}, L"FindWindow", [&] {
         const std::wstring classText(className);
         const std::wstring titleText(title);
         // Left out rather than empty: no window has a class without a name.
@@ -13,16 +13,16 @@ HWND CCommonAPI::FindWindow(std::wstring_view className, std::wstring_view title
 }
 
 void CCommonAPI::DestroyWindowVB(HWND window) {
-    Quietly(L"DestroyWindowVB", [&] { DestroyWindow(window); });
+    trap_(L"DestroyWindowVB", [&] { DestroyWindow(window); });
 }
 
 void CCommonAPI::TopMost(HWND form) {
-    Quietly(L"TopMost",
-            [&] { SetWindowPos(form, HWND_TOPMOST, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOMOVE); });
+    trap_(L"TopMost",
+          [&] { SetWindowPos(form, HWND_TOPMOST, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOMOVE); });
 }
 
 void CCommonAPI::ActiveWindow(HWND form) {
-    Quietly(L"ActiveWindow", [&] { SetActiveWindow(form); });
+    trap_(L"ActiveWindow", [&] { SetActiveWindow(form); });
 }
 
 }  // namespace vw

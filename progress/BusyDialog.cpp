@@ -14,9 +14,6 @@
 namespace vw {
 
 namespace {
-
-constexpr Procedure Named(std::wstring_view name) { return {name, L"Form", L"frmBusyDialog"}; }
-
 constexpr int kMessageSeconds = 2;
 constexpr int kBarStep = 10;
 constexpr unsigned kWaitMilliseconds = 50;
@@ -32,7 +29,7 @@ BusyDialog::BusyDialog(System& system, ProgramState& state, Language language, B
 
 void BusyDialog::Msg(std::wstring_view title, std::wstring_view message,
                      std::wstring_view subMessage, bool wait, bool close, bool showReport) {
-    Trapped(system_.errors, Named(L"Msg"), [&] {
+    trap_(L"Msg", [&] {
         title_ = title;
         message_ = message;
         subMessage_ = subMessage;
@@ -50,7 +47,7 @@ void BusyDialog::Msg(std::wstring_view title, std::wstring_view message,
 }
 
 void BusyDialog::Report(std::wstring_view text, bool wait) {
-    Trapped(system_.errors, Named(L"Report"), [&] {
+    trap_(L"Report", [&] {
         ForgetClosedRun();
         ForgetShownAgain();
         AddLine(text);
@@ -79,7 +76,7 @@ void BusyDialog::ForgetShownAgain() {
 }
 
 void BusyDialog::ShowLastReport() {
-    Trapped(system_.errors, Named(L"Report"), [&] {
+    trap_(L"Report", [&] {
         ForgetClosedRun();
         if (lastReport_.empty() || state_.silentRun) return;
         if (!form_.IsVisible()) {
@@ -99,7 +96,7 @@ void BusyDialog::ShowLastReport() {
 void BusyDialog::AddLine(std::wstring_view text) { report_.append(text).append(L"\r\n"); }
 
 void BusyDialog::SendView() {
-    Trapped(system_.errors, Named(L"SendView"), [&] {
+    trap_(L"SendView", [&] {
         if (state_.silentRun) {
             form_.Load();
             return;
@@ -120,7 +117,7 @@ void BusyDialog::SendView() {
 }
 
 void BusyDialog::BusyHide(bool pause) {
-    Trapped(system_.errors, {L"BusyHide", L"Module", L"MVaultwright"}, [&] {
+    ErrorTrap(system_.errors, L"Module", L"MVaultwright")(L"BusyHide", [&] {
         if (!IsShown()) return;
         Msg(L"Done", {}, {}, false, false, true);
         HandOver();
@@ -142,7 +139,7 @@ bool BusyDialog::IsShown() const { return form_.IsLoaded() && (form_.IsVisible()
 
 // A cancel that was there before, such as that of an earlier run, does not count.
 void BusyDialog::Wait(int seconds) {
-    Trapped(system_.errors, {L"Wait", L"Module", L"MBusyDialog"}, [&] {
+    ErrorTrap(system_.errors, L"Module", L"MBusyDialog")(L"Wait", [&] {
         HandOver();
         const bool before = state_.cancelRequested;
         const std::uint64_t end =
@@ -200,7 +197,7 @@ void BusyDialog::OnUnload(Form&) {
 }
 
 void BusyDialog::OnResize(Form&, WindowState state) {
-    Trapped(system_.errors, Named(L"Form_Resize"), [&] {
+    trap_(L"Form_Resize", [&] {
         const bool before = std::exchange(minimised_, state == WindowState::Minimised);
         if (minimised_) {
             host_.LoadTrayIcon();
@@ -221,7 +218,7 @@ void BusyDialog::LeaveIcon() {
 
 // The order matters: the wish to keep the report would keep the main window disabled.
 bool BusyDialog::OnQueryUnload(Form& form, UnloadReason reason) {
-    Trapped(system_.errors, Named(L"Form_QueryUnload"), [&] {
+    trap_(L"Form_QueryUnload", [&] {
         closedInRun_ = host_.IsRunning();
         if (reason == UnloadReason::SessionEnd) state_.endRequested = true;
         state_.cancelRequested = true;
@@ -242,12 +239,12 @@ void BusyDialog::OnControl(Form& form, const ControlEvent& event) {
     if (event.control == L"tmrBusy") {
         tmrBusy_Timer();
     } else if (event.control == L"cmdCancel" && event.kind == EventKind::Click) {
-        Trapped(system_.errors, Named(L"cmdCancel_Click"), [&] { form.Unload(); });
+        trap_(L"cmdCancel_Click", [&] { form.Unload(); });
     }
 }
 
 void BusyDialog::tmrBusy_Timer() {
-    Trapped(system_.errors, Named(L"tmrBusy_Timer"), [this] {
+    trap_(L"tmrBusy_Timer", [this] {
         if (message_ == L"End") {
             form_.Unload();
             return;

@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "platform/ErrorTrap.h"
 #include "platform/System.h"
 #include "ui/Form.h"
 
@@ -79,6 +80,7 @@ class BusyDialog final : private FormEvents {
     void HandOverIfDue();
 
     System& system_;
+    ErrorTrap trap_{system_.errors, L"Form", L"frmBusyDialog"};
     ProgramState& state_;
     BusyHost& host_;
     Form form_;

@@ -11,9 +11,6 @@
 namespace vw {
 
 namespace {
-
-constexpr Procedure Named(std::wstring_view name) { return {name, L"Form", L"frmTrayIcon"}; }
-
 constexpr UINT kIconId = 1;
 // Notifications of the icon arrive as mouse moves over its window.
 constexpr UINT kIconMessage = WM_MOUSEMOVE;
@@ -41,7 +38,7 @@ void TrayIcon::Load() {
 void TrayIcon::Unload() { form_.Unload(); }
 
 void TrayIcon::OnLoad(Form& form) {
-    Trapped(system_.errors, Named(L"Form_Load"), [&] {
+    trap_(L"Form_Load", [&] {
         form.Menus().Show(L"mnuProp1Cancel", !state_.silentRun);
         frame_ = 1;
         form.SetIcon(L"Image1", 0);
@@ -58,7 +55,7 @@ void TrayIcon::HideWindows() {
 }
 
 void TrayIcon::cbStatic_Click() {
-    Trapped(system_.errors, Named(L"cbStatic_Click"), [&] {
+    trap_(L"cbStatic_Click", [&] {
         animating_ = false;
         form_.SetIcon(L"Image1", 0);
         SetTip(kApplicationTitle);
@@ -67,7 +64,7 @@ void TrayIcon::cbStatic_Click() {
 }
 
 void TrayIcon::cbAnimated_Click() {
-    Trapped(system_.errors, Named(L"cbAnimated_Click"), [&] {
+    trap_(L"cbAnimated_Click", [&] {
         animating_ = true;
         SetTip(form_.Text(L"lblMsg1"));
         AddIcon();
@@ -75,11 +72,11 @@ void TrayIcon::cbAnimated_Click() {
 }
 
 void TrayIcon::cbEnd_Click() {
-    Trapped(system_.errors, Named(L"cbEnd_Click"), [this] { form_.Unload(); });
+    trap_(L"cbEnd_Click", [this] { form_.Unload(); });
 }
 
 void TrayIcon::mnuPropAction_Click() {
-    Trapped(system_.errors, Named(L"mnuPropAction_Click"), [this] { cbEnd_Click(); });
+    trap_(L"mnuPropAction_Click", [this] { cbEnd_Click(); });
 }
 
 NOTIFYICONDATAW TrayIcon::InitIconStruct() const {
@@ -118,7 +115,7 @@ void TrayIcon::OnTaskbarCreated(Form&) {
 }
 
 void TrayIcon::Timer1_Timer() {
-    Trapped(system_.errors, Named(L"Timer1_Timer"), [this] {
+    trap_(L"Timer1_Timer", [this] {
         if (!added_) AddAgain();
         if (!animating_) return;
         form_.SetIcon(L"Image1", frame_ - 1);
@@ -129,7 +126,7 @@ void TrayIcon::Timer1_Timer() {
 }
 
 void TrayIcon::OnMouseMove(Form& form, int x, int) {
-    Trapped(system_.errors, Named(L"Form_MouseMove"), [&] {
+    trap_(L"Form_MouseMove", [&] {
         if (x == WM_LBUTTONUP) {
             MaximizeApp();
         } else if (x == WM_RBUTTONDOWN) {
@@ -141,7 +138,7 @@ void TrayIcon::OnMouseMove(Form& form, int x, int) {
 // The names asked for are those without a language, which no window has: a click on the icon only
 // takes the icon away, and the next message of the work brings its dialog back.
 void TrayIcon::MaximizeApp() {
-    Trapped(system_.errors, Named(L"MaximizeApp"), [this] {
+    trap_(L"MaximizeApp", [this] {
         for (Form* loaded : host_.LoadedForms()) {
             if (loaded->Name() == L"frmMain") {
                 loaded->Show(ShowHow::Maximised);
@@ -154,7 +151,7 @@ void TrayIcon::MaximizeApp() {
 }
 
 bool TrayIcon::OnQueryUnload(Form&, UnloadReason reason) {
-    Trapped(system_.errors, Named(L"Form_QueryUnload"), [&] {
+    trap_(L"Form_QueryUnload", [&] {
         if (reason == UnloadReason::SessionEnd) {
             state_.endRequested = true;
             state_.cancelRequested = true;
@@ -173,12 +170,11 @@ void TrayIcon::OnControl(Form&, const ControlEvent& event) {
     if (event.control == L"Timer1") {
         Timer1_Timer();
     } else if (event.control == L"mnuProp1Maximize") {
-        Trapped(system_.errors, Named(L"mnuProp1Maximize_Click"), [this] { MaximizeApp(); });
+        trap_(L"mnuProp1Maximize_Click", [this] { MaximizeApp(); });
     } else if (event.control == L"mnuProp1Cancel") {
-        Trapped(system_.errors, Named(L"mnuProp1Cancel_Click"),
-                [this] { state_.cancelRequested = true; });
+        trap_(L"mnuProp1Cancel_Click", [this] { state_.cancelRequested = true; });
     } else if (event.control == L"mnuProp1Exit") {
-        Trapped(system_.errors, Named(L"mnuProp1Exit_Click"), [this] { host_.frmUnload(); });
+        trap_(L"mnuProp1Exit_Click", [this] { host_.frmUnload(); });
     }
 }
 

@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/ErrorTrap.h"
 #include "platform/System.h"
 #include "platform/WindowsHeader.h"
 // The shell's declarations need those of the window system first.
@@ -97,6 +98,7 @@ class TrayIcon final : private FormEvents {
     void Timer1_Timer();
 
     System& system_;
+    ErrorTrap trap_{system_.errors, L"Form", L"frmTrayIcon"};
     ProgramState& state_;
     TrayHost& host_;
     Shell shell_;

@@ -21,9 +21,6 @@ namespace vw {
 namespace {
 
 using namespace MFileDosShell;
-
-constexpr Procedure Named(std::wstring_view name) { return {name, L"Form", L"frmMain"}; }
-
 constexpr std::wstring_view kBackupFolder = L"\\Backup";
 constexpr std::wstring_view kFallbackDrive = L"C:";
 constexpr std::wstring_view kNewestLabel = L"N01";
@@ -61,7 +58,7 @@ void CopiesBrowser::RestoreFrom(std::wstring_view path) {
 }
 
 void CopiesBrowser::RestoredPath(std::wstring_view path) {
-    Trapped(system_.errors, Named(L"RestoredPath"), [&] {
+    trap_(L"RestoredPath", [&] {
         const int row = RowOf(path);
         if (row < 0) return;
         Items().Select(row);
@@ -101,7 +98,7 @@ int CopiesBrowser::RowOf(std::wstring_view path) {
 }
 
 void CopiesBrowser::lsvRestore1ItemClick(int row) {
-    Trapped(system_.errors, Named(L"lsvRestore1ItemClick"), [&] {
+    trap_(L"lsvRestore1ItemClick", [&] {
         const int selected = Items().Selected();
         if (selected >= 0) Items().EnsureVisible(selected);
         ListCopyes(row);
@@ -185,7 +182,7 @@ std::vector<ListedCopy> CopiesBrowser::ListedCopies() {
 
 // After a restore a new safety copy may be there, and the user looks at the same copy as before.
 void CopiesBrowser::SelectLast() {
-    Trapped(system_.errors, Named(L"SelectLast"), [this] {
+    trap_(L"SelectLast", [this] {
         const int row = ListedRow();
         if (row < 0) return;
         const std::wstring label = SubItem(Copies(), kNameColumn);
@@ -206,13 +203,11 @@ void CopiesBrowser::SelectFirstCopy() {
 }
 
 void CopiesBrowser::lsvRestore1ColumnClick(int column) {
-    Trapped(system_.errors, Named(L"lsvRestore1ColumnClick"),
-            [&] { TurnSort(Items(), itemsSort_, column); });
+    trap_(L"lsvRestore1ColumnClick", [&] { TurnSort(Items(), itemsSort_, column); });
 }
 
 void CopiesBrowser::lsvRestore2ColumnClick(int column) {
-    Trapped(system_.errors, Named(L"lsvRestore2ColumnClick"),
-            [&] { TurnSort(Copies(), copiesSort_, column); });
+    trap_(L"lsvRestore2ColumnClick", [&] { TurnSort(Copies(), copiesSort_, column); });
 }
 
 // The order turns round at every click, whichever column it was.

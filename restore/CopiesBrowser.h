@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/ErrorTrap.h"
 #include "platform/FileSystem.h"
 #include "platform/System.h"
 #include "restore/CopySeries.h"
@@ -129,6 +130,7 @@ class CopiesBrowser {
     void TurnSort(ListView& list, SortState& state, int column);
 
     System& system_;
+    ErrorTrap trap_{system_.errors, L"Form", L"frmMain"};
     Form& main_;
     RestoreHost& host_;
     ShownFolder shown_;

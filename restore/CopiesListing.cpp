@@ -8,7 +8,6 @@
 #include "engine/CommentLine.h"
 #include "engine/CopyComment.h"
 #include "engine/CopyName.h"
-#include "engine/EngineProcedure.h"
 #include "fsutil/FileQueries.h"
 #include "fsutil/PathText.h"
 #include "fsutil/Sort.h"
@@ -36,9 +35,6 @@ namespace vw {
 namespace {
 
 using namespace MFileDosShell;
-
-constexpr Procedure Named(std::wstring_view name) { return {name, L"Form", L"frmMain"}; }
-
 constexpr int kRowReadsBackDifferently = 10000;
 constexpr std::wstring_view kUnknownLocation = L"??";
 
@@ -47,7 +43,7 @@ constexpr std::wstring_view kUnknownLocation = L"??";
 void CopiesBrowser::ListRestoreFiles() {
     if (!sourceChosen_ || listing_) return;
     const ScopedFlag guard(listing_);
-    Trapped(system_.errors, Named(L"ListRestoreFiles"), [this] {
+    trap_(L"ListRestoreFiles", [this] {
         const RedrawPause pause(Items());
         Items().Clear();
         items_.clear();
@@ -72,7 +68,7 @@ void CopiesBrowser::List() {
     for (const CopySeries& series : FindCopies(folder)) {
         if (series.MayHoldOthers()) {
             // An unreadable series must not hide the others.
-            Trapped(system_.errors, Named(L"ListRestoreFiles"), [&] { AddItems(series); });
+            trap_(L"ListRestoreFiles", [&] { AddItems(series); });
         } else {
             AddItems(series);
         }
@@ -159,7 +155,7 @@ void CopiesBrowser::AddItem(Item item, bool isFolder) {
 std::wstring CopiesBrowser::ReadPlace(Item& item) {
     std::wstring shown(kUnknownLocation);
     if (item.commentOf.empty()) return shown;
-    Trapped(system_.errors, EngineProcedure(L"PackageOriginalLocation"), [&] {
+    ErrorTrap(system_.errors, L"Class Module", L"CPackage")(L"PackageOriginalLocation", [&] {
         const auto comment = ReadCopyComment(system_, item.commentOf);
         if (!comment || comment->place.empty()) return;
         item.place = comment->place;
@@ -170,7 +166,7 @@ std::wstring CopiesBrowser::ReadPlace(Item& item) {
 }
 
 void CopiesBrowser::ListCopyes(int row) {
-    Trapped(system_.errors, Named(L"ListCopyes"), [&] {
+    trap_(L"ListCopyes", [&] {
         const RedrawPause pause(Copies());
         // Whatever goes wrong now, no copies of another item are left below.
         ClearCopies();
@@ -290,7 +286,7 @@ ListedCopy CopiesBrowser::ReadCopy(const std::wstring& entry, const FileFacts& f
 // False when the copy has no comment, or one without a date.
 bool CopiesBrowser::ReadComment(ListedCopy& copy) {
     bool hasDate = false;
-    Trapped(system_.errors, EngineProcedure(L"PackageDate"), [&] {
+    ErrorTrap(system_.errors, L"Class Module", L"CPackage")(L"PackageDate", [&] {
         const auto comment = ReadCopyComment(system_, copy.path);
         if (!comment) return;
         copy.place = comment->place;

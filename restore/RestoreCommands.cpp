@@ -19,11 +19,7 @@
 // whether the disk still has it. Restoring is in Restoring.cpp.
 
 namespace vw {
-namespace {
-
-constexpr Procedure Named(std::wstring_view name) { return {name, L"Form", L"frmMain"}; }
-
-}  // namespace
+namespace {}  // namespace
 
 RestoreCommands::RestoreCommands(System& system, ProgramState& state, Form& main,
                                  CopiesBrowser& browser, FileDialogs& dialogs,
@@ -45,7 +41,7 @@ void RestoreCommands::mnuDelCopyClick() { DoDelCopy(); }
 void RestoreCommands::mnuDelCopiesClick() { DoDelFile(); }
 
 void RestoreCommands::mnuOpenCopyClick() {
-    Trapped(system_.errors, Named(L"mnuOpenCopyClick"), [this] {
+    trap_(L"mnuOpenCopyClick", [this] {
         const auto selection = Selected(true);
         if (!selection) return;
         ExpectUnchanged(*selection, selection->copy);
@@ -123,7 +119,7 @@ bool RestoreCommands::Ask(const std::wstring& question) {
 }
 
 void RestoreCommands::DoDelCopy() {
-    Trapped(system_.errors, Named(L"DoDelCopy"), [this] {
+    trap_(L"DoDelCopy", [this] {
         const auto selection = Selected(true);
         if (!selection) return;
         const bool isFolder = EqualNoCase(selection->item.type, L"Folder");
@@ -157,7 +153,7 @@ void RestoreCommands::Delete(const std::function<void()>& deletion) {
 RestoreCommands::Outcome RestoreCommands::DeleteCopy(const Selection& selection,
                                                      const ListedCopy& copy) {
     Outcome outcome = Outcome::Failed;
-    Trapped(system_.errors, Named(L"DoDelCopy"), [&] {
+    trap_(L"DoDelCopy", [&] {
         const bool entered = host_.Engine().InDestination(selection.folder, [&] {
             outcome = Outcome::Changed;
             ExpectUnchanged(selection, copy);
@@ -187,7 +183,7 @@ void RestoreCommands::RemoveEmptyFolders(std::wstring folder, const std::wstring
 // One that cannot be deleted is told and costs the others nothing. One that is not the copy any
 // more that was shown ends the command, with the lists as they are now.
 void RestoreCommands::DoDelFile() {
-    Trapped(system_.errors, Named(L"DoDelFile"), [this] {
+    trap_(L"DoDelFile", [this] {
         const auto selection = Selected(false);
         if (!selection) return;
         if (!Ask(L"هل تريد بالتأكيد حذف كافة النسخ الاحتياطية العائدة للملف:\r\n" +

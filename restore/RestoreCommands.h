@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/ErrorTrap.h"
 #include "platform/System.h"
 #include "restore/ListedCopy.h"
 #include "restore/RestoreTexts.h"
@@ -89,6 +90,7 @@ class RestoreCommands {
     [[nodiscard]] std::wstring In(const RestoreText& text) const;
 
     System& system_;
+    ErrorTrap trap_{system_.errors, L"Form", L"frmMain"};
     ProgramState& state_;
     Form& main_;
     CopiesBrowser& browser_;

@@ -26,9 +26,6 @@ namespace vw {
 namespace {
 
 using namespace MFileDosShell;
-
-constexpr Procedure Named(std::wstring_view name) { return {name, L"Form", L"frmMain"}; }
-
 constexpr std::wstring_view kUnknown = L"??";
 constexpr std::wstring_view kUnknownFolder = L"C:\\My Documents";
 constexpr std::uint32_t kSaveFlags = 524294;  // explorer style, no read-only box, may overwrite
@@ -36,7 +33,7 @@ constexpr std::uint32_t kSaveFlags = 524294;  // explorer style, no read-only bo
 }  // namespace
 
 void RestoreCommands::DoRestore(bool askLocation) {
-    Trapped(system_.errors, Named(L"DoRestore"), [&] {
+    trap_(L"DoRestore", [&] {
         const auto selection = Selected(true);
         if (!selection) return;
         ExpectUnchanged(*selection, selection->copy);

@@ -35,7 +35,7 @@ SafetyCopies::Outcome SafetyCopies::Keep(const std::wstring& path, Proof proof,
 
 // It has the date of what it was made from, and would count as its safety copy.
 void SafetyCopies::RemovePartial(const std::wstring& copyName) {
-    Trapped(system_.errors, {L"DoRestore", L"Form", L"frmMain"}, [&] {
+    ErrorTrap(system_.errors, L"Form", L"frmMain")(L"DoRestore", [&] {
         if (system_.files.Look(copyName)) engine_.DeleteCopy(copyName);
         const std::wstring comment = CPackage::PackageCommentFile(copyName);
         if (system_.files.Look(comment)) system_.files.EraseFile(comment);

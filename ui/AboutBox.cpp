@@ -14,9 +14,6 @@
 namespace vw {
 
 namespace {
-
-constexpr Procedure Named(std::wstring_view name) { return {name, L"Form", L"frmAbout"}; }
-
 // The form itself has no name.
 constexpr std::array<std::wstring_view, 4> kCloseOnClick{L"", L"Label1", L"lblTitle",
                                                          L"lblRevision"};
@@ -27,7 +24,7 @@ AboutBox::AboutBox(System& system, Language language)
     : system_(system), form_(AboutForm(), language, *this) {}
 
 void AboutBox::AsAbout(Form& owner) {
-    Trapped(system_.errors, Named(L"AsAbout"), [&] {
+    trap_(L"AsAbout", [&] {
         form_.Load(owner.Handle());
         form_.ShowControl(L"cmdClose", true);
         form_.ShowModal(system_.pump, owner.Handle());
@@ -37,13 +34,13 @@ void AboutBox::AsAbout(Form& owner) {
 }
 
 void AboutBox::ShowOpeningScreen() {
-    Trapped(system_.errors, Named(L"Form_Load"), [this] { form_.Show(); });
+    trap_(L"Form_Load", [this] { form_.Show(); });
 }
 
 void AboutBox::Unload() { form_.Unload(); }
 
 void AboutBox::OnLoad(Form& form) {
-    Trapped(system_.errors, Named(L"Form_Load"), [&] {
+    trap_(L"Form_Load", [&] {
         openedFromAnother_ = Form::FromWindow(GetActiveWindow()) != nullptr;
         const ProgramVersion version = OwnVersion();
         form.SetText(L"lblVer",
@@ -55,20 +52,19 @@ void AboutBox::OnLoad(Form& form) {
 void AboutBox::OnControl(Form& form, const ControlEvent& event) {
     if (event.kind != EventKind::Click) return;
     if (event.control == L"cmdClose") {
-        Trapped(system_.errors, Named(L"cmdClose_Click"), [&] { form.Unload(); });
+        trap_(L"cmdClose_Click", [&] { form.Unload(); });
     } else if (event.control == L"lblWS") {
         lblWS_Click();
     } else if (std::find(kCloseOnClick.begin(), kCloseOnClick.end(), event.control) !=
                kCloseOnClick.end()) {
-        Trapped(system_.errors, Named(L"Form_Click"), [&] {
+        trap_(L"Form_Click", [&] {
             if (openedFromAnother_) form.Unload();
         });
     }
 }
 
 void AboutBox::lblWS_Click() {
-    Trapped(system_.errors, Named(L"lblWS_Click"),
-            [this] { MMyScripting::ShellPath(system_, form_.Text(L"lblWS")); });
+    trap_(L"lblWS_Click", [this] { MMyScripting::ShellPath(system_, form_.Text(L"lblWS")); });
 }
 
 void AboutBox::OnEscaped(Form&, const std::exception_ptr& error) noexcept { escaped_ = error; }

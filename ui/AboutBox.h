@@ -2,6 +2,7 @@
 
 #include <exception>
 
+#include "platform/ErrorTrap.h"
 #include "platform/System.h"
 #include "ui/Form.h"
 
@@ -31,6 +32,7 @@ class AboutBox final : private FormEvents {
     void lblWS_Click();
 
     System& system_;
+    ErrorTrap trap_{system_.errors, L"Form", L"frmAbout"};
     Form form_;
     bool openedFromAnother_ = false;  ///< a click anywhere closes it then
     std::exception_ptr escaped_;

@@ -30,9 +30,6 @@
 
 namespace vw {
 namespace {
-
-constexpr Procedure Named(std::wstring_view name) { return {name, L"Form", L"frmMain"}; }
-
 // Shown when the drive of the former destination is not there either.
 constexpr std::wstring_view kFallbackDrive = L"C:";
 
@@ -98,7 +95,7 @@ BackupList::BackupList(System& system, ProgramState& state, Form& main, FileDial
       rows_(system, state, main, host) {}
 
 bool BackupList::FileSave() {
-    Trapped(system_.errors, Named(L"FileSave"), [this] {
+    trap_(L"FileSave", [this] {
         // Half a list is not saved: the session may end in the middle of loading.
         if (!state_.listModified || loading_) return;
         rows_.UpdateWarnings();
@@ -124,7 +121,7 @@ bool BackupList::GetList() {
     // Until all of the file is shown: what cannot be read is kept by the next save.
     keepOld_ = true;
     std::wstring text;
-    const bool read = Trapped(system_.errors, Named(L"GetList"), [&] {
+    const bool read = trap_(L"GetList", [&] {
         NetworkProbe probe(system_);
         if (!state_.silentRun) probe.Ask({state_.currentListPath});
         probe.Require(state_.currentListPath);
@@ -135,7 +132,7 @@ bool BackupList::GetList() {
         text = DecodeList(*known_, system_.ansi);
     });
     if (!read) return false;
-    Trapped(system_.errors, Named(L"GetList"), [&] {
+    trap_(L"GetList", [&] {
         keepOld_ = Load(text);
         ShowDestinationDrive();
         main_.SetValue(L"vsBackages", state_.copiesCount);
@@ -241,7 +238,7 @@ bool BackupList::MayLeaveList() {
 }
 
 void BackupList::FileNew(bool saveAs) {
-    Trapped(system_.errors, Named(L"FileNew"), [&] {
+    trap_(L"FileNew", [&] {
         const auto chosen = AskForList(FileDialogKind::SaveList, kSaveFlags);
         if (!chosen || (!saveAs && !MayLeaveList())) return;
         FormerList former(state_, keepOld_);
@@ -261,7 +258,7 @@ void BackupList::FileNew(bool saveAs) {
 }
 
 void BackupList::FileOpen(std::wstring_view path) {
-    Trapped(system_.errors, Named(L"FileOpen"), [&] {
+    trap_(L"FileOpen", [&] {
         const auto chosen = path.empty() ? AskForList(FileDialogKind::OpenList, kOpenFlags)
                                          : std::optional<std::wstring>(path);
         if (!chosen || !MayLeaveList()) return;
@@ -287,14 +284,14 @@ void BackupList::OpenDefaultList() {
 }
 
 void BackupList::FileSaveAs() {
-    Trapped(system_.errors, Named(L"FileSaveAs"), [this] {
+    trap_(L"FileSaveAs", [this] {
         FileNew(true);
         FileSave();
     });
 }
 
 void BackupList::DoClose() {
-    Trapped(system_.errors, Named(L"DoClose"), [this] {
+    trap_(L"DoClose", [this] {
         closingUnsaved_ = true;
         host_.frmUnload();
     });

@@ -8,6 +8,7 @@
 #include "list/editing/FileDialogSetup.h"
 #include "list/editing/ListRows.h"
 #include "list/format/Settings.h"
+#include "platform/ErrorTrap.h"
 #include "platform/System.h"
 
 namespace vw {
@@ -86,6 +87,7 @@ class BackupList {
     [[nodiscard]] bool MayLeaveList();
 
     System& system_;
+    ErrorTrap trap_{system_.errors, L"Form", L"frmMain"};
     ProgramState& state_;
     Form& main_;
     FileDialogs& dialogs_;

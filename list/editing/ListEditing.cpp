@@ -22,9 +22,6 @@ namespace vw {
 namespace {
 
 using namespace MFileDosShell;
-
-constexpr Procedure Named(std::wstring_view name) { return {name, L"Form", L"frmMain"}; }
-
 constexpr wchar_t kSeparator = L'\0';  // between the names of a multiple selection
 
 std::wstring WithoutSeparator(std::wstring_view folder) {
@@ -52,7 +49,7 @@ bool ListEditing::PathIsDrive(std::wstring_view path, bool ask) {
 // Folders are chosen with a dialog that names a file in them.
 std::wstring ListEditing::GetFileFolder(FileDialogKind kind) {
     std::wstring path;
-    Trapped(system_.errors, Named(L"GetFileFolder"), [&] {
+    trap_(L"GetFileFolder", [&] {
         MRecentFiles::Filter(list_.Dialog(), kind, list_.Dialog().defaultFolder);
         if (kind == FileDialogKind::AddFiles) {
             path = dialogs_.ShowOpen(list_.Dialog()).value_or(L"");
@@ -121,7 +118,7 @@ void ListEditing::SelectAdded(int countBefore) {
 }
 
 void ListEditing::CopyTo() {
-    Trapped(system_.errors, Named(L"CopyTo"), [&] {
+    trap_(L"CopyTo", [&] {
         const std::wstring folder = GetFileFolder(FileDialogKind::ChooseDestination);
         if (!folder.empty()) list_.ChooseDestination(folder);
     });
@@ -169,7 +166,7 @@ bool ListEditing::AddShown(std::wstring_view caption, const std::wstring& path) 
 
 // The names come from the end of the selection.
 void ListEditing::AddMultiselect(std::wstring_view selection) {
-    Trapped(system_.errors, Named(L"AddMultiselect"), [&] {
+    trap_(L"AddMultiselect", [&] {
         const std::wstring folder(selection.substr(0, selection.find(kSeparator)));
         const auto facts = system_.files.Look(folder);
         if (folder.size() == selection.size() || !facts || !facts->isFolder) return;
@@ -196,7 +193,7 @@ void ListEditing::AddMatching(std::wstring_view pattern) {
 }
 
 void ListEditing::AddAllFilesInFolder(const std::wstring& folder) {
-    Trapped(system_.errors, Named(L"AddAllFilesInFolder"), [&] {
+    trap_(L"AddAllFilesInFolder", [&] {
         std::vector<std::wstring> files;
         std::vector<std::wstring> subFolders;
         system_.files.List(folder, [&](const FolderEntry& entry) {

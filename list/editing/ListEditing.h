@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "list/editing/FileDialogSetup.h"
+#include "platform/ErrorTrap.h"
 #include "platform/System.h"
 
 namespace vw {
@@ -72,6 +73,7 @@ class ListEditing {
     void SelectAdded(int countBefore);
 
     System& system_;
+    ErrorTrap trap_{system_.errors, L"Form", L"frmMain"};
     ProgramState& state_;
     Form& main_;
     FileDialogs& dialogs_;

@@ -31,9 +31,7 @@ ListView& ListRows::List() { return main_.List(L"lsvBackupList"); }
 int ListRows::Count() { return List().Count(); }
 
 ListRows::Outcome ListRows::AddToList(std::wstring_view path) {
-    Outcome outcome = Outcome::Vanished;
-    Trapped(system_.errors, {L"AddToList", L"Form", L"frmMain"}, [&] { outcome = AddItem(path); });
-    return outcome;
+    return trap_.Or(Outcome::Vanished, L"AddToList", [&] { return AddItem(path); });
 }
 
 ListRows::Outcome ListRows::AddItem(std::wstring_view path) {
@@ -58,13 +56,12 @@ void ListRows::AddRule(std::wstring_view path) {
 // A silent run shows no rows, so it does not walk folders for them.
 std::optional<SizeAndDate> ListRows::Facts(std::wstring_view path) {
     if (!MayAnswer(path)) {
-        Trapped(system_.errors, {L"AddToList", L"Form", L"frmMain"}, [&] { probe_.Require(path); });
+        trap_(L"AddToList", [&] { probe_.Require(path); });
         return SizeAndDate{.isKnown = false};
     }
     if (!state_.silentRun) return PathSizeAndDate(system_, host_.StoredDates(), path);
-    bool exists = true;
-    Trapped(system_.errors, {L"AddToList", L"Form", L"frmMain"},
-            [&] { exists = system_.files.Look(path).has_value(); });
+    const bool exists =
+        trap_.Or(true, L"AddToList", [&] { return system_.files.Look(path).has_value(); });
     if (!exists) return std::nullopt;
     return SizeAndDate{.isKnown = false};
 }

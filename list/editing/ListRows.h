@@ -8,6 +8,7 @@
 
 #include "fsutil/FileQueries.h"
 #include "fsutil/NetworkProbe.h"
+#include "platform/ErrorTrap.h"
 #include "platform/System.h"
 
 namespace vw {
@@ -68,6 +69,7 @@ class ListRows {
     [[nodiscard]] std::wstring LocationText(std::wstring_view path, bool isKnown);
 
     System& system_;
+    ErrorTrap trap_{system_.errors, L"Form", L"frmMain"};
     const ProgramState& state_;
     Form& main_;
     ListHost& host_;

@@ -9,9 +9,6 @@
 
 namespace vw::MRecentFiles {
 namespace {
-
-constexpr Procedure Named(std::wstring_view name) { return {name, L"Module", L"MRecentFiles"}; }
-
 std::wstring EntryKey(int index) {
     return std::wstring(setting::kRecentFile).append(std::to_wstring(index));
 }
@@ -20,18 +17,16 @@ std::wstring EntryKey(int index) {
 
 RecentFiles::RecentFiles(ErrorSink& errors, SettingsStore& settings, ProgramState& state,
                          RecentFilesHost& host)
-    : errors_(errors), settings_(settings), state_(state), host_(host) {}
+    : trap_(errors, L"Module", L"MRecentFiles"), settings_(settings), state_(state), host_(host) {}
 
 std::wstring RecentFiles::RecentFile(int index) const {
-    std::wstring path;
-    Trapped(errors_, Named(L"RecentFile"),
-            [&] { path = settings_.GetSetting(EntryKey(index), L""); });
-    return path;
+    return trap_.Or(std::wstring(), L"RecentFile",
+                    [&] { return settings_.GetSetting(EntryKey(index), L""); });
 }
 
 void RecentFiles::RecentFile(int index, std::wstring_view path) {
     if (index != 1) RaiseWith(error_number::kRecentIndexNotOne, L"Index <> 1");
-    Trapped(errors_, Named(L"RecentFile"), [&] {
+    trap_(L"RecentFile", [&] {
         // The menu's first element stands for the default list. What counts is the list in use at
         // this moment, not the path.
         if (EqualNoCase(state_.currentListPath, state_.DefaultListPath())) return;
@@ -48,13 +43,11 @@ void RecentFiles::RecentFile(int index, std::wstring_view path) {
 }
 
 int RecentFiles::IsRecentFile(std::wstring_view path) const {
-    int position = 0;
-    Trapped(errors_, Named(L"IsRecentFile"), [&] { position = RecentPosition(Paths(), path); });
-    return position;
+    return trap_.Or(0, L"IsRecentFile", [&] { return RecentPosition(Paths(), path); });
 }
 
 void RecentFiles::UpdateRecentFiles() {
-    Trapped(errors_, Named(L"UpdateRecentFiles"), [&] {
+    trap_(L"UpdateRecentFiles", [&] {
         RecentFileMenu menu;
         for (std::size_t i = 0; i < menu.size(); ++i) {
             menu[i].caption = MFileDosShell::CFileFirstName(RecentFile(static_cast<int>(i) + 1));
@@ -66,7 +59,7 @@ void RecentFiles::UpdateRecentFiles() {
 
 // An error leaves the window as Ready(false) made it: nothing half opened can be worked with.
 void RecentFiles::mnuRecentFileClick(int index) {
-    Trapped(errors_, Named(L"mnuRecentFileClick"), [&] {
+    trap_(L"mnuRecentFileClick", [&] {
         if (index != 0) {
             host_.Ready(false);
             host_.FileOpen(RecentFile(index));

@@ -5,6 +5,7 @@
 
 #include "list/editing/RecentOrder.h"
 #include "list/format/Settings.h"
+#include "platform/ErrorTrap.h"
 
 namespace vw {
 
@@ -39,7 +40,7 @@ class RecentFiles {
   private:
     [[nodiscard]] RecentPaths Paths() const;
 
-    ErrorSink& errors_;
+    ErrorTrap trap_;
     SettingsStore& settings_;
     ProgramState& state_;
     RecentFilesHost& host_;

@@ -37,18 +37,17 @@ std::optional<std::wstring> ReadText(const std::wstring& keyPath, const std::wst
 }  // namespace
 
 SettingsStore::SettingsStore(ErrorSink& errors, std::wstring_view executableBaseName)
-    : errors_(errors), keyPath_(std::wstring(kCompanyKey).append(executableBaseName)) {}
+    : trap_(errors, L"Module", L"MRecentFiles"),
+      keyPath_(std::wstring(kCompanyKey).append(executableBaseName)) {}
 
 std::wstring SettingsStore::GetSetting(std::wstring_view key, std::wstring_view whenAbsent) const {
-    std::wstring value(whenAbsent);
-    Trapped(errors_, {L"GetSetting", L"Module", L"MRecentFiles"}, [&] {
-        if (auto stored = ReadText(keyPath_, std::wstring(key))) value = std::move(*stored);
+    return trap_.Or(std::wstring(whenAbsent), L"GetSetting", [&] {
+        return ReadText(keyPath_, std::wstring(key)).value_or(std::wstring(whenAbsent));
     });
-    return value;
 }
 
 void SettingsStore::SaveSetting(std::wstring_view key, std::wstring_view value) {
-    Trapped(errors_, {L"SaveSetting", L"Module", L"MRecentFiles"}, [&] {
+    trap_(L"SaveSetting", [&] {
         HKEY opened = nullptr;
         if (RegCreateKeyExW(HKEY_CURRENT_USER, keyPath_.c_str(), 0, nullptr, 0, KEY_SET_VALUE,
                             nullptr, &opened, nullptr) != ERROR_SUCCESS) {

@@ -3,6 +3,8 @@
 #include <string>
 #include <string_view>
 
+#include "platform/ErrorTrap.h"
+
 namespace vw {
 
 class ErrorSink;
@@ -36,7 +38,7 @@ class SettingsStore {
     void SaveSetting(std::wstring_view key, std::wstring_view value);
 
   private:
-    ErrorSink& errors_;
+    ErrorTrap trap_;
     std::wstring keyPath_;
 };
 

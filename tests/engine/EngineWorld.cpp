@@ -77,8 +77,8 @@ void RecordingHost::EndAtOnce() {
     throw ProgramEnded{exitStatus_.Code()};
 }
 
-void RecordingHost::Tell(const Procedure& where, const RuntimeError& error) {
-    errors_.Tell(where, error);
+void RecordingHost::Report(const Procedure& where, const RuntimeError& error) {
+    errors_.Report(where, error);
     std::wstring line = L"! " + std::to_wstring(error.Number()) + L" ";
     line.append(where.name).append(L" ").append(error.Path());
     log.push_back(Short(line));

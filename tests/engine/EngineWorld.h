@@ -55,7 +55,7 @@ class RecordingHost final : public RunHost, public ErrorSink {
     void OnItem(ItemEvent event, std::wstring_view path, const ItemSize& size) override;
     void OnFileCopied(std::uint64_t bytes) override;
     [[noreturn]] void EndAtOnce() override;
-    void Tell(const Procedure& where, const RuntimeError& error) override;
+    void Report(const Procedure& where, const RuntimeError& error) override;
 
     /// `text` with "~" for the root.
     [[nodiscard]] std::wstring Short(std::wstring_view text) const;

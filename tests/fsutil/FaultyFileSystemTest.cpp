@@ -74,8 +74,8 @@ TEST(FaultyFileSystem, DeathLeavesHalfACopyAndRefusesEverythingAfterwards) {
 TEST(FaultyFileSystem, DeathPassesEveryErrorTrap) {
     TestWorld world;
     world.files.DieAtNth(1);
-    EXPECT_THROW(Trapped(world.errors, {L"Test", L"Module", L"Test"},
-                         [&] { (void)world.files.Look(L"C:\\"); }),
+    EXPECT_THROW(ErrorTrap(world.errors, L"Module", L"Test")(
+                     L"Test", [&] { (void)world.files.Look(L"C:\\"); }),
                  Died);
 }
 
@@ -108,7 +108,7 @@ TEST(ScriptedPump, ActsAtTheKthYield) {
 TEST(TestWorld, TheEndOfTheProgramPassesEveryErrorTrap) {
     TestWorld world;
     try {
-        Trapped(world.errors, {L"Test", L"Module", L"Test"}, [&] { world.programEnd.End(76); });
+        ErrorTrap(world.errors, L"Module", L"Test")(L"Test", [&] { world.programEnd.End(76); });
         FAIL() << "the program went on";
     } catch (const ProgramEnded& end) {
         EXPECT_EQ(end.exitCode, 76);
@@ -117,8 +117,8 @@ TEST(TestWorld, TheEndOfTheProgramPassesEveryErrorTrap) {
 
 TEST(TestWorld, NotesToldErrorsForTheExitCode) {
     TestWorld world;
-    Trapped(world.errors, {L"First", L"Module", L"Test"}, [] { Raise(70, L"C:\\locked"); });
-    Trapped(world.errors, {L"Second", L"Module", L"Test"}, [] { Raise(61); });
+    ErrorTrap(world.errors, L"Module", L"Test")(L"First", [] { Raise(70, L"C:\\locked"); });
+    ErrorTrap(world.errors, L"Module", L"Test")(L"Second", [] { Raise(61); });
     const std::vector<ToldError> told = world.errors.Take();
     ASSERT_EQ(told.size(), 2U);
     EXPECT_EQ(told[0].path, L"C:\\locked");

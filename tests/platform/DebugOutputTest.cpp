@@ -16,8 +16,8 @@ void WINAPI CatchDebugText(LPCWSTR text) { debugText = text; }
 
 TEST(DebugOutput, TellsTheErrorInTheFormOfTheProgram) {
     const ImportHook hook("OutputDebugStringW", &CatchDebugText);
-    DebugOutput().Tell({L"RegValue", L"Class Module", L"CCommonAPI"},
-                       RuntimeError(7, L"Out of memory", L"", 12));
+    DebugOutput().Report({L"RegValue", L"Class Module", L"CCommonAPI"},
+                         RuntimeError(7, L"Out of memory", L"", 12));
     EXPECT_EQ(debugText,
               L"Error 7 in line 12\r\nin procedure RegValue of Class Module CCommonAPI\r\n\r\n"
               L"Out of memory\r\n");

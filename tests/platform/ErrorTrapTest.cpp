@@ -17,7 +17,7 @@ constexpr Procedure kProcedure{L"BackupAll", L"Class Module", L"CPackage"};
 
 class CollectingSink final : public ErrorSink {
   public:
-    void Tell(const Procedure& where, const RuntimeError& error) override {
+    void Report(const Procedure& where, const RuntimeError& error) override {
         text = ErrorText(where, error);
         number = error.Number();
         ++count;
@@ -43,8 +43,9 @@ TEST(ErrorTrapTest, WithoutMeaningAndPathTheTextIsTheTwoLines) {
 TEST(ErrorTrapTest, AnErrorEndsTheBodyAndIsToldOnce) {
     CollectingSink sink;
     bool reachedEnd = false;
-    EXPECT_FALSE(Trapped(sink, kProcedure, [&] {
-        Trapped(sink, kProcedure, [] { Raise(70, L"C:\\a"); });
+    EXPECT_FALSE(ErrorTrap(sink, kProcedure.kind, kProcedure.container)(kProcedure.name, [&] {
+        ErrorTrap(sink, kProcedure.kind, kProcedure.container)(kProcedure.name,
+                                                               [] { Raise(70, L"C:\\a"); });
         Raise(53, L"C:\\b");
         reachedEnd = true;
     }));
@@ -56,22 +57,26 @@ TEST(ErrorTrapTest, AnErrorEndsTheBodyAndIsToldOnce) {
 TEST(ErrorTrapTest, TheLineIsTheOneThatRaised) {
     CollectingSink sink;
     const int line = __LINE__ + 1;
-    Trapped(sink, kProcedure, [] { Raise(70); });
+    ErrorTrap(sink, kProcedure.kind, kProcedure.container)(kProcedure.name, [] { Raise(70); });
     EXPECT_TRUE(sink.text.starts_with(L"Error 70 in line " + std::to_wstring(line))) << line;
 }
 
 TEST(ErrorTrapTest, MemoryShortageIsSevenAndAnyOtherErrorFive) {
     CollectingSink sink;
-    Trapped(sink, kProcedure, [] { throw std::bad_alloc(); });
+    ErrorTrap(sink, kProcedure.kind, kProcedure.container)(kProcedure.name,
+                                                           [] { throw std::bad_alloc(); });
     EXPECT_EQ(sink.number, 7);
-    Trapped(sink, kProcedure, [] { throw std::logic_error("x"); });
+    ErrorTrap(sink, kProcedure.kind, kProcedure.container)(kProcedure.name,
+                                                           [] { throw std::logic_error("x"); });
     EXPECT_EQ(sink.number, 5);
 }
 
 TEST(ErrorTrapTest, WhatIsNoErrorGoesThrough) {
     struct End {};
     CollectingSink sink;
-    EXPECT_THROW(Trapped(sink, kProcedure, [] { throw End(); }), End);
+    EXPECT_THROW(ErrorTrap(sink, kProcedure.kind, kProcedure.container)(kProcedure.name,
+                                                                        [] { throw End(); }),
+                 End);
     EXPECT_EQ(sink.count, 0);
 }
 
@@ -82,8 +87,8 @@ TEST(ErrorReportsTest, TheFirstErrorIsTheExitCode) {
     ErrorReports reports(boxes, exitStatus, state);
     boxes.Expect(L"Error 70 in line 1\r\nin procedure BackupAll of Class Module CPackage");
     boxes.Expect(L"Error 53 in line 2\r\nin procedure BackupAll of Class Module CPackage");
-    reports.Tell(kProcedure, RuntimeError(70, {}, {}, 1));
-    reports.Tell(kProcedure, RuntimeError(53, {}, {}, 2));
+    reports.Report(kProcedure, RuntimeError(70, {}, {}, 1));
+    reports.Report(kProcedure, RuntimeError(53, {}, {}, 2));
     EXPECT_EQ(exitStatus.Code(), 70);
 }
 
@@ -96,11 +101,11 @@ TEST(ErrorReportsTest, Limit_LaterErrors_GetNoBoxButCount) {
     reports.SetNote([&](std::wstring_view) { ++noted; });
     for (int i = 0; i < 3; ++i) boxes.Expect(L"Error 70");
     BoxLimit limit(reports, 3);
-    for (int i = 0; i < 25; ++i) reports.Tell(kProcedure, RuntimeError(70, {}, {}, 1));
+    for (int i = 0; i < 25; ++i) reports.Report(kProcedure, RuntimeError(70, {}, {}, 1));
     EXPECT_EQ(limit.End(), 25);
     EXPECT_EQ(noted, 25);
     boxes.Expect(L"Error 53");
-    reports.Tell(kProcedure, RuntimeError(53, {}, {}, 1));
+    reports.Report(kProcedure, RuntimeError(53, {}, {}, 1));
 }
 
 TEST(ErrorReportsTest, Limit_WithinAnother_HasNoEffect) {
@@ -113,7 +118,7 @@ TEST(ErrorReportsTest, Limit_WithinAnother_HasNoEffect) {
     boxes.Expect(L"Error 70");
     {
         const BoxLimit inner(reports, 0);
-        for (int i = 0; i < 3; ++i) reports.Tell(kProcedure, RuntimeError(70, {}, {}, 1));
+        for (int i = 0; i < 3; ++i) reports.Report(kProcedure, RuntimeError(70, {}, {}, 1));
     }
     EXPECT_EQ(outer.End(), 3);
 }
@@ -128,7 +133,7 @@ TEST(ErrorReportsTest, Limit_SilentRun_HidesNoError) {
     const BoxLimit limit(reports, 1);
     for (int i = 0; i < 3; ++i) {
         boxes.Expect(L"Error 70");
-        reports.Tell(kProcedure, RuntimeError(70, {}, {}, 1));
+        reports.Report(kProcedure, RuntimeError(70, {}, {}, 1));
     }
 }
 

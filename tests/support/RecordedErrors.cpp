@@ -36,7 +36,7 @@ void RecordedErrors::BeginLimit(int most) {
 
 int RecordedErrors::EndLimit() { return --limits_ > 0 ? 0 : told_; }
 
-void RecordedErrors::Tell(const Procedure& where, const RuntimeError& error) {
+void RecordedErrors::Report(const Procedure& where, const RuntimeError& error) {
     if (limits_ > 0 && ++told_ > most_) {
         exitStatus_.Note(error.Number());
         return;

@@ -38,7 +38,7 @@ class RecordedErrors : public ErrorSink {
     /// The errors since the last Take, left where they are.
     [[nodiscard]] const std::vector<ToldError>& All() const noexcept { return errors_; }
 
-    void Tell(const Procedure& where, const RuntimeError& error) override;
+    void Report(const Procedure& where, const RuntimeError& error) override;
     /// Errors beyond a limit, which get no box, are not recorded.
     void BeginLimit(int most) override;
     int EndLimit() override;
