@@ -3,13 +3,12 @@
 #include <exception>
 
 #include "app/MVaultwright.h"
+#include "fsutil/TempCleaning.h"
 #include "platform/Clock.h"
 #include "platform/Desktop.h"
 #include "platform/ExitStatus.h"
 #include "platform/ProgramEnd.h"
-#include "progress/SilentReport.h"
-
-// How the program starts and ends.
+#include "platform/Scoped.h"
 
 namespace vw {
 
@@ -25,9 +24,12 @@ Application::Application(System& system, ProgramState& state, MRecentFiles::Sett
       state_(state),
       settings_(settings),
       api_(api),
-      report_(report),
       language_(settings, system.boxes, state),
-      logonStart_(system, api, settings, state, *this) {}
+      logonStart_(system, api, settings, state,
+                  [this](bool isOn, bool isNew) {
+                      if (windows_) windows_->main.ShowAutoBackup(isOn, isNew);
+                  }),
+      work_(system, state, report, [this]() -> CPackage& { return Engine(); }) {}
 
 void Application::Start(std::wstring_view processCommandLine) {
     MVaultwright start(system_, state_, settings_, language_, logonStart_, *this);
@@ -41,22 +43,24 @@ void Application::Start(std::wstring_view processCommandLine) {
     if (icon.Window().IsLoaded() && !(icon.IsReachable() && DesktopIsVisible())) frmUnload();
 }
 
-bool Application::IsAlive() {
-    if (!windows_) return false;
+void Application::OnIdle() {
+    if (!windows_) return;
     windows_->idleWatch.Look();
     // A scheduler would wait for days for somebody who chooses Exit. While the menu of the icon is
-    // open this is not asked.
+    // open this is not called.
     if (lingersSince_ && system_.clock.Milliseconds() - *lingersSince_ >= kLingerMilliseconds) {
         frmUnload();
     }
-    return !windows_->LoadedForms().empty();
 }
 
-bool Application::HasMessages() {
-    if (!state_.silentRun) return true;
-    if (!windows_) return false;
-    windows_->silent.AppearIfDue();
-    return !windows_->LoadedForms().empty();
+bool Application::HasLoadedWindow() const { return windows_ && !windows_->LoadedForms().empty(); }
+
+void Application::AppearIfDue() {
+    if (state_.silentRun && windows_) windows_->silent.AppearIfDue();
+}
+
+void Application::AppearInSilentRun() {
+    if (state_.silentRun && windows_) windows_->silent.Appear();
 }
 
 void Application::OnSilentBox() {
@@ -64,24 +68,64 @@ void Application::OnSilentBox() {
     AppearInSilentRun();
 }
 
-void Application::AppearInSilentRun() {
-    if (state_.silentRun && windows_) windows_->silent.Appear();
+// An Arabic window needs the keyboard and the digits to go with it.
+void Application::MakeWindows() {
+    const bool again = windows_ && windows_->frmMain.IsLoaded();
+    if (again) {
+        // It saves its list, and the program does not end with it.
+        const ScopedFlag rebuilding(isRebuilding_);
+        windows_->frmMain.Unload();
+    }
+    language_.PrepareArabicOnce(api_);
+    windows_ =
+        std::make_unique<WindowSet>(system_, state_, settings_, logonStart_, language_, *this);
+    work_.SetWindows(windows_.get());
+    if (again) ShowMainWindow();
+}
+
+// The dialog is painted while one large file is copied; a system that takes the program for hung
+// would hide it behind a picture of itself.
+void Application::ShowOpeningScreen() {
+    DisableProcessWindowsGhosting();
+    windows_->frmAbout.ShowOpeningScreen();
+    isOpening_ = true;
+}
+
+// The opening screen stays until the main window is visible: a process that hides its last window
+// loses the foreground and may not reclaim it.
+void Application::ShowMainWindow() {
+    if (isUnloading_) return;
+    windows_->frmMain.Load();
+    if (state_.silentRun) return;
+    windows_->frmMain.Show();
+    if (isOpening_) windows_->frmAbout.Unload();
+    isOpening_ = false;
+}
+
+void Application::DeleteTemporaryFiles() {
+    work_.Run([this] { MFileDosShell::DellTemp(system_, state_, shell_, api_.IsWinNT(), work_); });
+}
+
+CPackage& Application::Engine() {
+    if (!engine_) engine_ = std::make_unique<CPackage>(system_, state_, work_, *this);
+    return *engine_;
+}
+
+// A report that the user wants to keep keeps the main window disabled.
+void Application::Ready(bool flag) {
+    if (!windows_ || windows_->frmBusyDialog.KeepsReport()) return;
+    Form& main = windows_->frmMain;
+    if (!main.IsLoaded()) return;
+    main.EnableForm(flag);
+    main.SetMousePointer(flag ? MousePointer::Default : MousePointer::Hourglass);
 }
 
 // Windows ask before they go: the main window saves its list, the busy dialog cancels the work.
 void Application::frmUnload() {
-    if (unloading_ || rebuilding_) return;
-    unloading_ = true;
+    if (isUnloading_ || isRebuilding_) return;
+    isUnloading_ = true;
     state_.endRequested = true;
-    if (working_) {
-        system_.exitStatus.Note(error_number::kCancelled);
-        state_.cancelRequested = true;
-        if (state_.silentRun) {
-            report_.Failure(state_.arabic ? L"أُلغيت العملية"
-                                          : DescriptionOf(error_number::kCancelled));
-        }
-        EndRun();
-    }
+    work_.Abort();
     if (windows_) {
         // The work ends before the window whose list it works on.
         windows_->frmBusyDialog.Window().Unload();
@@ -91,23 +135,14 @@ void Application::frmUnload() {
 }
 
 void Application::EndAtOnce() {
-    EndRun();
+    work_.EndRun();
     if (windows_) {
         // Not by way of its closing, which would unload everything else.
-        unloading_ = true;
+        isUnloading_ = true;
         windows_->frmTrayIcon.Unload();
     }
     system_.programEnd.End(system_.exitStatus.Code());
     std::terminate();  // for compilers that do not see that the end is one
-}
-
-void Application::EndProcess() { system_.programEnd.End(system_.exitStatus.Code()); }
-
-CPackage& Application::Engine() {
-    if (!engine_) {
-        engine_ = std::make_unique<CPackage>(system_, state_, static_cast<RunHost&>(*this));
-    }
-    return *engine_;
 }
 
 }  // namespace vw

@@ -2,6 +2,7 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "platform/AnsiCodec.h"
 #include "platform/CCommonAPI.h"
@@ -26,8 +27,12 @@ constexpr std::wstring_view kNoSuchLettersArabic =
 }  // namespace
 
 LogonStart::LogonStart(System& system, CCommonAPI& api, MRecentFiles::SettingsStore& settings,
-                       const ProgramState& state, AutoBackupMark& mark)
-    : system_(system), api_(api), settings_(settings), state_(state), mark_(mark) {}
+                       const ProgramState& state, OnChange onChange)
+    : system_(system),
+      api_(api),
+      settings_(settings),
+      state_(state),
+      onChange_(std::move(onChange)) {}
 
 bool LogonStart::ApplicationSartup() { return api_.ApplicationSartup(state_.executableBaseName); }
 
@@ -37,8 +42,7 @@ void LogonStart::ApplicationSartup(bool flag) {
         const bool before = ApplicationSartup();
         if (flag != before) Switch(flag);
         const bool now = ApplicationSartup();
-        mark_.CheckAutoBackup(now);
-        if (now && !before) mark_.ExplainAutoBackup();
+        onChange_(now, now && !before);
     });
 }
 

@@ -1,34 +1,24 @@
 #pragma once
 
+#include <functional>
+
 #include "list/format/Settings.h"
 #include "platform/ErrorTrap.h"
+#include "platform/System.h"
 
 namespace vw {
 
 class CCommonAPI;
 struct ProgramState;
-struct System;
-
-/// The options entry "Activate Auto Backup" of the main window.
-class AutoBackupMark {
-  public:
-    AutoBackupMark() = default;
-    AutoBackupMark(const AutoBackupMark&) = delete;
-    AutoBackupMark& operator=(const AutoBackupMark&) = delete;
-    virtual ~AutoBackupMark() = default;
-
-    /// Sets or clears the entry's check mark.
-    virtual void CheckAutoBackup(bool on) = 0;
-
-    /// Says what the entry does and what it does not do, once it was switched on.
-    virtual void ExplainAutoBackup() = 0;
-};
 
 /// Whether Windows starts the program at log-on, for backups of the default list.
 class LogonStart {
   public:
+    /// Called after each request with what is stored now and whether it was switched on just now.
+    using OnChange = std::function<void(bool isOn, bool isNew)>;
+
     LogonStart(System& system, CCommonAPI& api, MRecentFiles::SettingsStore& settings,
-               const ProgramState& state, AutoBackupMark& mark);
+               const ProgramState& state, OnChange onChange);
 
     /// Whether start at log-on is enabled.
     [[nodiscard]] bool ApplicationSartup();
@@ -47,7 +37,7 @@ class LogonStart {
     CCommonAPI& api_;
     MRecentFiles::SettingsStore& settings_;
     const ProgramState& state_;
-    AutoBackupMark& mark_;
+    OnChange onChange_;
 };
 
 }  // namespace vw

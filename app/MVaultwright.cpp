@@ -1,17 +1,18 @@
 #include "app/MVaultwright.h"
 
-#include "app/LanguageChoice.h"
-#include "app/LogonStart.h"
-#include "app/StartCommands.h"
+#include "app/Application.h"
+#include "engine/CopyName.h"
 #include "fsutil/NetworkProbe.h"
 #include "fsutil/PathText.h"
 #include "list/editing/ListEditing.h"
 #include "platform/Conversions.h"
 #include "platform/ErrorTrap.h"
 #include "platform/EventPump.h"
+#include "platform/ExitStatus.h"
 #include "platform/FileSystem.h"
 #include "platform/Like.h"
 #include "platform/MsgBox.h"
+#include "platform/ProgramEnd.h"
 #include "platform/ProgramState.h"
 #include "platform/RuntimeError.h"
 #include "platform/System.h"
@@ -20,13 +21,13 @@ namespace vw {
 
 MVaultwright::MVaultwright(System& system, ProgramState& state,
                            MRecentFiles::SettingsStore& settings, LanguageChoice& language,
-                           LogonStart& logonStart, StartCommands& commands)
+                           LogonStart& logonStart, Application& application)
     : system_(system),
       state_(state),
       settings_(settings),
       language_(language),
       logonStart_(logonStart),
-      commands_(commands) {}
+      application_(application) {}
 
 void MVaultwright::Main(std::wstring_view processCommandLine) {
     trap_(L"Main", [&] {
@@ -35,7 +36,7 @@ void MVaultwright::Main(std::wstring_view processCommandLine) {
         state_.silentRun = StartsSilently(arguments);
         system_.pump.DoEvents();
         language_.Read();
-        commands_.MakeWindows();
+        application_.MakeWindows();
         system_.pump.DoEvents();
         Start(std::move(arguments));
     });
@@ -43,9 +44,9 @@ void MVaultwright::Main(std::wstring_view processCommandLine) {
 
 void MVaultwright::Start(std::wstring arguments) {
     if (state_.silentRun) {
-        commands_.LoadTrayIcon();
+        application_.Windows().silent.Begin();
     } else {
-        commands_.ShowOpeningScreen();
+        application_.ShowOpeningScreen();
     }
     state_.defaultDestination = BackupToDefault();
     state_.BackupTo = state_.defaultDestination;
@@ -58,7 +59,7 @@ void MVaultwright::Start(std::wstring arguments) {
     const CommandLine commandLine = SplitCommandLine(arguments);
     state_.switchWord = commandLine.switchWord;
     Dispatch(commandLine);
-    if (state_.silentRun) commands_.frmUnload();
+    if (state_.silentRun) application_.frmUnload();
 }
 
 void MVaultwright::Dispatch(const CommandLine& commandLine) {
@@ -66,37 +67,37 @@ void MVaultwright::Dispatch(const CommandLine& commandLine) {
     switch (ActionFor(commandLine)) {
         case StartAction::BackupList:
             state_.currentListPath = ExistingList(argument);
-            commands_.BackUpCurrentList();
+            application_.LongWork().BackUpCurrentList();
             break;
         case StartAction::BackupItem:
-            commands_.BackUpItem(argument);
+            application_.LongWork().BackUpItem(argument);
             break;
         case StartAction::BackupDefaultList:
             state_.currentListPath = state_.DefaultListPath();
             system_.pump.DoEvents();
-            commands_.BackUpCurrentList();
+            application_.LongWork().BackUpCurrentList();
             break;
         case StartAction::Restore:
             state_.currentListPath = state_.DefaultListPath();
-            commands_.ShowCopies(argument);
-            commands_.ShowMainWindow();
+            ShowCopies(argument);
+            application_.ShowMainWindow();
             break;
         case StartAction::Author:
             system_.boxes.MsgBox({.text = L"Author name is 'Nadir Qasemi'"});
-            commands_.EndProcess();
+            system_.programEnd.End(system_.exitStatus.Code());
             break;
         case StartAction::DeleteTemporary:
-            commands_.DeleteTemporaryFiles();
+            application_.DeleteTemporaryFiles();
             break;
         case StartAction::OpenList:
             state_.currentListPath = ExistingList(argument);
-            commands_.LoadCurrentList();
-            commands_.ShowMainWindow();
+            LoadCurrentList();
+            application_.ShowMainWindow();
             break;
         case StartAction::OpenItem: {
             // As it was typed: "C:" alone would be completed to the current folder of that drive.
             if (RefusedAsDrive(commandLine.argument)) {
-                commands_.frmUnload();
+                application_.frmUnload();
                 break;
             }
             const auto facts = system_.files.Look(argument);
@@ -106,17 +107,49 @@ void MVaultwright::Dispatch(const CommandLine& commandLine) {
                 system_.files.EraseFile(state_.currentListPath);
             }
             // The shell passes folders without their final "\".
-            commands_.LoadSingleItem(facts->isFolder ? MFileDosShell::WithSeparator(argument)
-                                                     : argument);
-            commands_.ShowMainWindow();
+            LoadSingleItem(facts->isFolder ? MFileDosShell::WithSeparator(argument) : argument);
+            application_.ShowMainWindow();
             break;
         }
         case StartAction::OpenDefaultList:
             state_.currentListPath = state_.DefaultListPath();
-            commands_.LoadCurrentList();
-            commands_.ShowMainWindow();
+            LoadCurrentList();
+            application_.ShowMainWindow();
             break;
     }
+}
+
+// Shows the copies of an item, or of the item that a copy was made of.
+void MVaultwright::ShowCopies(std::wstring_view itemOrCopy) {
+    application_.Engine().GetBackupTo();
+    WindowSet& windows = application_.Windows();
+    windows.frmMain.Load();
+    const bool isCopy = Like(itemOrCopy, kCopyNamePattern);
+    windows.browser.RestoreFrom(isCopy ? itemOrCopy : std::wstring_view(state_.defaultDestination));
+    windows.browser.ListRestoreFiles();
+    windows.browser.RestoredPath(isCopy ? ParseCopyName(itemOrCopy).origin
+                                        : std::wstring(itemOrCopy));
+}
+
+void MVaultwright::LoadCurrentList() {
+    WindowSet& windows = application_.Windows();
+    windows.frmMain.Load();
+    windows.list.GetList();
+    windows.main.SetCaption();
+}
+
+// Makes the current list one of this item alone, which the user cannot change.
+void MVaultwright::LoadSingleItem(std::wstring_view path) {
+    LoadCurrentList();
+    WindowSet& windows = application_.Windows();
+    ListRows& rows = windows.list.Rows();
+    rows.AddToList(path);
+    rows.List().FitColumns();
+    rows.List().Select(0);
+    state_.listModified = true;
+    windows.list.FileSave();
+    windows.main.KeepToOneItem();
+    windows.browser.RestoredPath(path);
 }
 
 std::wstring MVaultwright::BackupToDefault() {

@@ -6,21 +6,21 @@
 #include "app/CommandLine.h"
 #include "list/format/Settings.h"
 #include "platform/ErrorTrap.h"
+#include "platform/System.h"
 
 namespace vw {
 
+class Application;
 class LanguageChoice;
 class LogonStart;
-class StartCommands;
 struct ProgramState;
-struct System;
 
 /// The start procedure: decides the language, reads the command line, then opens the main window
 /// or does one job silently.
 class MVaultwright {
   public:
     MVaultwright(System& system, ProgramState& state, MRecentFiles::SettingsStore& settings,
-                 LanguageChoice& language, LogonStart& logonStart, StartCommands& commands);
+                 LanguageChoice& language, LogonStart& logonStart, Application& application);
 
     /// Runs the start procedure on the process's whole command line. An error ends it where it
     /// happened, after it was told.
@@ -32,7 +32,9 @@ class MVaultwright {
   private:
     void Start(std::wstring arguments);
     void Dispatch(const CommandLine& commandLine);
-    void OpenList(std::wstring_view argument, bool inWindow);
+    void ShowCopies(std::wstring_view itemOrCopy);
+    void LoadCurrentList();
+    void LoadSingleItem(std::wstring_view path);
     [[nodiscard]] bool RefusedAsDrive(std::wstring_view path);
     [[nodiscard]] std::wstring ExistingList(std::wstring_view argument);
     [[nodiscard]] std::wstring CompletedIfThere(const std::wstring& path);
@@ -43,7 +45,7 @@ class MVaultwright {
     MRecentFiles::SettingsStore& settings_;
     LanguageChoice& language_;
     LogonStart& logonStart_;
-    StartCommands& commands_;
+    Application& application_;
 };
 
 }  // namespace vw

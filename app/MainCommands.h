@@ -3,20 +3,29 @@
 #include <string_view>
 
 #include "app/MainWindow.h"
+#include "ui/ListView.h"
 
 namespace vw {
 
 /// One command of the main window.
 struct MainCommand {
-    std::wstring_view menu;  ///< its menu entry; empty when it only has a button
-    std::wstring_view key;   ///< of its button; empty when it has none
-    int buttonIndex = 0;     ///< what the button means where the entry is an array
+    int entry = 0;   ///< number of its menu entry; 0 when it only has a button
+    int button = 0;  ///< number of its button; 0 when it has none
     std::wstring_view procedure;
-    void (MainWindow::*handler)(int index);
+    void (*run)(MainParts& parts);
 
-    /// The command of a menu entry, or for an empty name that of a button's key, which is compared
-    /// without regard to case; nothing when there is none.
-    [[nodiscard]] static const MainCommand* Find(std::wstring_view menu, std::wstring_view key);
+    /// The command of a menu entry or a button; null when there is none.
+    [[nodiscard]] static const MainCommand* Find(int id);
+
+    /// The command of the toolbar's button with this key, in any letter case; null for an unknown
+    /// key.
+    [[nodiscard]] static const MainCommand* FindByKey(std::wstring_view key);
 };
+
+/// Shows all three lists in one way, and marks it in the menu and on its button.
+void ShowLists(Form& main, ViewStyle style);
+
+/// Arranges the icons of all three lists, and marks it in the menu.
+void ArrangeLists(Form& main, ViewArrange arrange);
 
 }  // namespace vw

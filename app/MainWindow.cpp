@@ -1,15 +1,9 @@
 #include "app/MainWindow.h"
 
-#include <utility>
-
+#include "app/Application.h"
 #include "app/DriveChoices.h"
-#include "app/LogonStart.h"
 #include "app/MainCommands.h"
-#include "app/MainHost.h"
 #include "fsutil/PathText.h"
-#include "list/editing/BackupList.h"
-#include "list/editing/ListEditing.h"
-#include "list/editing/RecentFiles.h"
 #include "platform/FileSystem.h"
 #include "platform/MsgBox.h"
 #include "platform/ProgramState.h"
@@ -17,7 +11,8 @@
 #include "platform/SystemPath.h"
 #include "platform/TextCase.h"
 #include "platform/WindowsHeader.h"
-#include "restore/CopiesBrowser.h"
+#include "ui/EscapedError.h"
+#include "ui/resource.h"
 // The shell's declarations need those of the window system first.
 #include <shellapi.h>
 
@@ -35,50 +30,46 @@ constexpr std::wstring_view kManualTask = L"- مهمة نسخ يدوي [";
 
 }  // namespace
 
-MainWindow::MainWindow(System& system, ProgramState& state, Form& form, MainHost& host)
-    : system_(system), state_(state), form_(form), host_(host) {}
-
-void MainWindow::Bind(MainParts parts) { parts_.emplace(parts); }
+MainWindow::MainWindow(const MainParts& parts)
+    : parts_(parts), system_(parts.system), state_(parts.state), form_(parts.form) {}
 
 void MainWindow::OnLoad(Form& form) {
     trap_(L"Form_Load", [&] {
         form.SetChoices(L"cmbDestination", DriveChoices(system_.files));
-        mnuViewMethodClick(static_cast<int>(ViewStyle::Details));
-        mnuViewAlignClick(static_cast<int>(ViewArrange::Top));
-        parts_->list.Dialog().defaultFolder =
+        ShowLists(form, ViewStyle::Details);
+        ArrangeLists(form, ViewArrange::Top);
+        parts_.list.Dialog().defaultFolder =
             system_.files.Look(kDialogFolder) ? kDialogFolder : kOtherDialogFolder;
-        parts_->list.Dialog().lastFolder = FolderOfRelativePaths();
-        CheckAutoBackup(parts_->logonStart.ApplicationSartup());
+        parts_.list.Dialog().lastFolder = FolderOfRelativePaths();
+        ShowAutoBackup(parts_.logonStart.ApplicationSartup(), false);
         form.SetText(L"lblBackages", std::to_wstring(state_.copiesCount));
         loadGuard_ = true;
         if (state_.copiesCount != 0) form.SetValue(L"vsBackages", state_.copiesCount);
-        parts_->recent.UpdateRecentFiles();
+        parts_.recent.UpdateRecentFiles();
         form.Maximise();
         form.Choose(L"cmbDestination", L"C:");
         SetCaption();
-        host_.UnloadOpeningScreen();
     });
 }
 
 bool MainWindow::OnQueryUnload(Form&, UnloadReason reason) {
     trap_(L"Form_QueryUnload", [&] {
         if (reason == UnloadReason::SessionEnd) {
-            // Windows waits for nobody: no box may, either.
-            state_.silentRun = true;
+            state_.sessionEnds = true;
             state_.endRequested = true;
             state_.cancelRequested = true;
-            parts_->list.FileSave();
+            parts_.list.FileSave();
         } else {
-            parts_->list.SaveOnClose();
+            parts_.list.SaveOnClose();
         }
-        host_.frmUnload();
+        parts_.application.frmUnload();
     });
     return true;
 }
 
-void MainWindow::OnEscaped(Form&, const std::exception_ptr& error) noexcept { escaped_ = error; }
-
-std::exception_ptr MainWindow::TakeEscaped() noexcept { return std::exchange(escaped_, nullptr); }
+void MainWindow::OnEscaped(Form&, const std::exception_ptr& error) noexcept {
+    ReportEscaped(error, trap_);
+}
 
 bool MainWindow::DefaultListInUse() const {
     return EqualNoCase(state_.currentListPath, state_.DefaultListPath());
@@ -100,8 +91,15 @@ void MainWindow::SetCaption() {
     }
 }
 
-void MainWindow::CheckAutoBackup(bool on) {
-    if (form_.IsLoaded()) form_.Menus().Check(L"mnuOptions", on, 0);
+void MainWindow::ShowAutoBackup(bool isOn, bool isNew) {
+    if (form_.IsLoaded()) form_.Menus().Check(L"mnuOptions", isOn, 0);
+    if (!isNew) return;
+    parts_.status.ShowNotice(
+        state_.arabic
+            ? L"سيبدأ Windows تشغيل Vaultwright عند تسجيل الدخول. لا يُنسخ شيء عندئذٍ: يبدأ "
+              L"النسخ الاحتياطي بالأمر النسخ الآن."
+            : L"Windows now starts Vaultwright at log-on. That alone backs nothing up: a "
+              L"backup runs when you choose Backup now.");
 }
 
 void MainWindow::ShowRecentFiles(const RecentFileMenu& menu) {
@@ -131,54 +129,60 @@ void MainWindow::EnableEditing(bool on) {
 }
 
 void MainWindow::OnControl(Form&, const ControlEvent& event) {
-    // The count changes by program too, in the middle of other commands.
-    if (event.control == L"vsBackages") {
-        vsBackagesChange(event.value);
-    } else if (event.control == L"cmbDestination") {
-        InBracket(L"cmbDestination_Click", [this] { cmbDestinationClick(); });
-    } else if (event.control.starts_with(L"lsv")) {
-        OnList(event);
-    } else if (event.control == L"Toolbar1") {
-        Run({}, 0, event.key);
-    } else if (event.control == L"sbrStatus") {
-        trap_(L"sbrStatus_Click", [this] {
-            if (!running_) host_.ShowLastReport();
-        });
-    } else if (event.kind == EventKind::Click) {
-        Run(event.control, event.index);
+    switch (event.id) {
+        case ID_vsBackages:
+            // The count changes by program too, in the middle of other commands.
+            vsBackagesChange(event.value);
+            break;
+        case ID_cmbDestination:
+            InBracket(L"cmbDestination_Click", [this] { cmbDestinationClick(); });
+            break;
+        case ID_lsvBackupList:
+        case ID_lsvRestore1:
+        case ID_lsvRestore2:
+            OnList(event);
+            break;
+        case ID_sbrStatus:
+            trap_(L"sbrStatus_Click", [this] {
+                if (!isRunning_) parts_.busy.ShowLastReport();
+            });
+            break;
+        default:
+            if (event.kind == EventKind::Click) Run(event.id);
+            break;
     }
 }
 
 void MainWindow::OnList(const ControlEvent& event) {
-    const bool items = event.control == L"lsvBackupList";
-    const bool stored = event.control == L"lsvRestore1";
+    const bool items = event.id == ID_lsvBackupList;
+    const bool stored = event.id == ID_lsvRestore1;
     switch (event.kind) {
         case EventKind::Click:
             if (items) OnItemClicked(event.value);
             break;
         case EventKind::Selection:
             if (items) {
-                InBracket(L"lsvBackupListClick", [this] { parts_->editing.lsvBackupListClick(); });
+                InBracket(L"lsvBackupListClick", [this] { parts_.editing.lsvBackupListClick(); });
             } else if (stored) {
                 InBracket(L"lsvRestore1ItemClick",
-                          [&] { parts_->browser.lsvRestore1ItemClick(event.value); });
+                          [&] { parts_.browser.lsvRestore1ItemClick(event.value); });
             }
             break;
         case EventKind::KeyUp:
             if (event.value == VK_DELETE) {
-                const auto* entry = items ? L"mnuDel" : stored ? L"mnuDelCopies" : L"mnuDelCopy";
-                if (form_.Menus().IsEnabled(entry)) Run(entry, 0);
+                const int entry = items ? ID_mnuDel : stored ? ID_mnuDelCopies : ID_mnuDelCopy;
+                if (form_.Menus().IsEnabled(entry)) Run(entry);
             }
             break;
         case EventKind::ItemActivate:
-            if (!stored) Run(items ? L"mnuOpen" : L"mnuOpenCopy", 0);
+            if (!stored) Run(items ? ID_mnuOpen : ID_mnuOpenCopy);
             break;
         case EventKind::ColumnClick:
             OnColumnClick(event);
             break;
         case EventKind::DropFiles:
             InBracket(L"lsvBackupList_OLEDragDrop",
-                      [&] { parts_->editing.lsvBackupList_OLEDragDrop(event.files); });
+                      [&] { parts_.editing.lsvBackupList_OLEDragDrop(event.files); });
             break;
         default:
             break;
@@ -188,48 +192,45 @@ void MainWindow::OnList(const ControlEvent& event) {
 // A click on the row that is selected already is no change of the selection. The copies may be
 // those of another item meanwhile.
 void MainWindow::OnItemClicked(int row) {
-    if (row < 0 || parts_->browser.Shows(parts_->list.Rows().List().SubItem(row, L"Path"))) return;
-    InBracket(L"lsvBackupListClick", [this] { parts_->editing.lsvBackupListClick(); });
+    if (row < 0 || parts_.browser.Shows(parts_.list.Rows().List().SubItem(row, L"Path"))) return;
+    InBracket(L"lsvBackupListClick", [this] { parts_.editing.lsvBackupListClick(); });
 }
 
 void MainWindow::OnColumnClick(const ControlEvent& event) {
     InBracket(L"lsvBackupList_ColumnClick", [&] {
-        if (event.control == L"lsvBackupList") {
-            parts_->editing.lsvBackupListColumnClick(event.value);
-        } else if (event.control == L"lsvRestore1") {
-            parts_->browser.lsvRestore1ColumnClick(event.value);
+        if (event.id == ID_lsvBackupList) {
+            parts_.editing.lsvBackupListColumnClick(event.value);
+        } else if (event.id == ID_lsvRestore1) {
+            parts_.browser.lsvRestore1ColumnClick(event.value);
         } else {
-            parts_->browser.lsvRestore2ColumnClick(event.value);
+            parts_.browser.lsvRestore2ColumnClick(event.value);
         }
     });
 }
 
-void MainWindow::Run(std::wstring_view control, int index, std::wstring_view key) {
-    const MainCommand* command = MainCommand::Find(control, key);
-    if (command == nullptr) return;
-    const int meaning = control.empty() ? command->buttonIndex : index;
-    InBracket(command->procedure, [&] { (this->*command->handler)(meaning); });
+void MainWindow::Run(int id) {
+    const MainCommand* command = MainCommand::Find(id);
+    if (command != nullptr) InBracket(command->procedure, [&] { command->run(parts_); });
 }
 
 // A handler that fails leaves the window disabled: nothing half done can be worked with. The idle
 // watch gives it back soon.
-template <class Body>
-void MainWindow::InBracket(std::wstring_view procedure, Body&& body) {
-    if (running_) return;
-    const ScopedFlag guard(running_);
+void MainWindow::InBracket(std::wstring_view procedure, const std::function<void()>& body) {
+    if (isRunning_) return;
+    const ScopedFlag guard(isRunning_);
     trap_(procedure, [&] {
-        host_.Ready(false);
+        parts_.application.Ready(false);
         body();
         // The busy dialog enables the window again before the command ends, so selection changes
         // made in between are picked up here.
-        while (form_.IsLoaded() && !parts_->browser.FollowSelection()) continue;
-        host_.Ready(true);
+        while (form_.IsLoaded() && !parts_.browser.FollowSelection()) continue;
+        parts_.application.Ready(true);
     });
 }
 
 void MainWindow::cmbDestinationClick() {
-    parts_->browser.SourceChosen();
-    parts_->list.ChooseDestination(form_.Text(L"cmbDestination").append(kCopiesFolder));
+    parts_.browser.SourceChosen();
+    parts_.list.ChooseDestination(form_.Text(L"cmbDestination").append(kCopiesFolder));
 }
 
 void MainWindow::vsBackagesChange(int value) {

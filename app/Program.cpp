@@ -46,21 +46,28 @@ Program::Program()
     CompleteRelativePathsIn(CurrentFolder());
     WorkIn(state_.applicationFolder);
     pump_.SetFilter(Form::TranslateKeys);
-    pump_.SetGate([this] { return application_.HasMessages(); });
-    errors_.SetNote([this](std::wstring_view details) { application_.NoteError(details); });
-    pump_.SetQuit([this] { application_.Quit(); });
+    pump_.SetGate([this] {
+        application_.AppearIfDue();
+        return !state_.silentRun || application_.HasLoadedWindow();
+    });
+    errors_.SetNote(
+        [this](std::wstring_view details) { application_.LongWork().NoteError(details); });
+    pump_.SetQuit([this] { application_.frmUnload(); });
 }
 
 int Program::Run(std::wstring_view processCommandLine) {
     application_.Start(processCommandLine);
-    pump_.RunWhile([this] { return application_.IsAlive(); });
+    pump_.RunWhile([this] {
+        application_.OnIdle();
+        return application_.HasLoadedWindow();
+    });
     streams_.Flush();
     return exitStatus_.Code();
 }
 
 void Program::Echo(std::wstring_view text) {
     // Where both streams meet, once is enough.
-    if (!streams_.AreOne()) report_.Report(text);
+    if (!streams_.AreOne()) report_.Report(text, false);
     streams_.Error(text);
     application_.OnSilentBox();
 }

@@ -3,8 +3,8 @@
 #include <string>
 #include <string_view>
 
-#include "engine/RunHost.h"
 #include "platform/Date.h"
+#include "platform/ProgressReporter.h"
 
 namespace vw {
 

@@ -6,6 +6,7 @@
 #include "app/MainWindow.h"
 #include "app/SilentWindows.h"
 #include "list/editing/BackupList.h"
+#include "list/editing/ListContext.h"
 #include "list/editing/ListEditing.h"
 #include "list/editing/RecentFiles.h"
 #include "list/editing/UserFileDialogs.h"
@@ -15,54 +16,38 @@
 #include "restore/RestoreCommands.h"
 #include "ui/AboutBox.h"
 #include "ui/Form.h"
+#include "ui/StatusLine.h"
 
 namespace vw {
 
-class BusyHost;
-class ListHost;
-class MainHost;
-class RestoreHost;
-
-/// What the windows ask of the program.
-struct WindowHosts {
-    MainHost& main;
-    BusyHost& busy;
-    TrayHost& tray;
-    ListHost& list;
-    RecentFilesHost& recent;
-    RestoreHost& restore;
-};
+class Application;
 
 /// The four windows of the interface language under their names, and the logic behind the main
 /// one. Made together; each is loaded when it is first needed, and a silent run needs few.
 class WindowSet {
   public:
     WindowSet(System& system, ProgramState& state, MRecentFiles::SettingsStore& settings,
-              LogonStart& logonStart, LanguageChoice& language, const WindowHosts& hosts);
+              LogonStart& logonStart, LanguageChoice& language, Application& application);
 
     /// Every form that is loaded.
     [[nodiscard]] std::vector<Form*> LoadedForms();
 
-  private:
-    [[nodiscard]] static Language LanguageOf(const ProgramState& state);
-
-    Language language_;
-
-  public:
-    MainWindow main;
-    Form frmMain;
-    BusyDialog frmBusyDialog;
+    Form frmMain;  ///< sends its events to `main`, none before it is loaded
     TrayIcon frmTrayIcon;
+    BusyDialog frmBusyDialog;
     AboutBox frmAbout;
     SilentWindows silent;
 
+    StatusLine status;
+    CopiesBrowser browser;
+    ListContext context;
     UserFileDialogs dialogs;
     MRecentFiles::RecentFiles recent;
     BackupList list;
     ListEditing editing;
-    CopiesBrowser browser;
     RestoreCommands restore;
     IdleWatch idleWatch;
+    MainWindow main;
 };
 
 }  // namespace vw

@@ -20,8 +20,7 @@ constexpr int kBusy = error_number::kDestinationBusy;
 BackupProgress::BackupProgress(Console& console)
     : console_(console), begun_(console.system.clock.Milliseconds()) {}
 
-void BackupProgress::Msg(std::wstring_view, std::wstring_view message, std::wstring_view, bool,
-                         bool, bool) {
+void BackupProgress::Msg(std::wstring_view, std::wstring_view message) {
     if (!console_.output.HasProgress()) return;
     file_ = message;
     Tick();
@@ -155,12 +154,6 @@ std::wstring BackupProgress::ProgressText() const {
     return item_ + L"  " + std::to_wstring(done_.files) + L"/" + FilesText(toDo_.files) + L"  " +
            BytesText(done_.bytes) + L"/" + BytesText(toDo_.bytes) + L"  " +
            BytesText(done_.bytes * kSecond / elapsed) + L"/s  " + file;
-}
-
-void BackupProgress::EndAtOnce() {
-    console_.output.Error(console_.state.BackupTo, L"The destination folder does not exist",
-                          error_number::kPathNotFound);
-    throw EndOfRun{};
 }
 
 }  // namespace vw

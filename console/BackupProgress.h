@@ -5,15 +5,24 @@
 #include <string_view>
 
 #include "console/Console.h"
-#include "engine/RunHost.h"
+#include "platform/ProgramControl.h"
+#include "platform/ProgressReporter.h"
 
 namespace vw {
 
 /// Thrown where the engine ends the program: the destination is missing.
 struct EndOfRun {};
 
+/// The program as the engine sees it: it has no windows, and its end is an exception.
+class ConsoleProgram final : public ProgramControl {
+  public:
+    void Ready(bool) override {}
+    void frmUnload() override { throw EndOfRun{}; }
+    [[noreturn]] void EndAtOnce() override { throw EndOfRun{}; }
+};
+
 /// What `vw backup` shows of a run: a line for each item, and on a terminal what is being copied.
-class BackupProgress final : public RunHost {
+class BackupProgress final : public ProgressReporter {
   public:
     explicit BackupProgress(Console& console);
 
@@ -23,16 +32,13 @@ class BackupProgress final : public RunHost {
     /// Shows the progress anew when it is time to.
     void Tick();
 
-    void Msg(std::wstring_view title, std::wstring_view message, std::wstring_view subMessage,
-             bool wait, bool close, bool showReport) override;
+    void Msg(std::wstring_view title, std::wstring_view message) override;
     void Report(std::wstring_view, bool) override {}
     void Notice(std::wstring_view text) override;
     void OnItem(ItemEvent event, std::wstring_view path, const ItemSize& size) override;
     void OnFileCopied(std::uint64_t bytes) override;
     void BusyHide(bool) override {}
-    void Ready(bool) override {}
     void DuringCopy() override { Tick(); }
-    [[noreturn]] void EndAtOnce() override;
 
   private:
     struct Counts {

@@ -7,6 +7,7 @@
 #include "console/RunLog.h"
 #include "console/Verbs.h"
 #include "engine/CPackage.h"
+#include "platform/RuntimeError.h"
 
 namespace vw {
 
@@ -21,13 +22,15 @@ int Backup(Console& console, const BackupArguments& arguments) {
     console.output.Json(JsonLine("start").Text("list", list.path));
     console.state.currentListPath = list.path;
     BackupProgress progress(console);
-    CPackage engine(console.system, console.state, progress);
+    ConsoleProgram program;
+    CPackage engine(console.system, console.state, progress, program);
     engine.KeepCopiesOfMissingItems(arguments.keepMissing);
     console.SetTick([&progress] { progress.Tick(); });
     try {
         engine.BackupAll();
     } catch (const EndOfRun&) {
-        // The error was written where the run was ended.
+        console.output.Error(console.state.BackupTo, L"The destination folder does not exist",
+                             error_number::kPathNotFound);
     }
     console.SetTick({});
     progress.Finish(console.exitStatus.Code());

@@ -18,7 +18,8 @@ namespace vw {
 int Check(Console& console, const CheckArguments& arguments) {
     const ConsoleList list = ReadConsoleList(console, arguments.list);
     SilentHost host(console);
-    CPackage engine(console.system, console.state, host);
+    ConsoleProgram program;
+    CPackage engine(console.system, console.state, host, program);
     Findings findings(console);
     std::vector<std::unique_ptr<DestinationView>> views;
     for (const std::wstring& destination : list.destinations) {

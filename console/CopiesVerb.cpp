@@ -95,7 +95,8 @@ void ShowFolder(Console& console, CPackage& engine, const std::wstring& folder,
 
 int Copies(Console& console, const CopiesArguments& arguments) {
     SilentHost host(console);
-    CPackage engine(console.system, console.state, host);
+    ConsoleProgram program;
+    CPackage engine(console.system, console.state, host, program);
     std::vector<std::wstring> folders{console.state.defaultDestination};
     if (IsListPath(arguments.source)) {
         folders = ReadConsoleList(console, arguments.source).destinations;

@@ -106,7 +106,8 @@ std::wstring OriginalOf(Console& console, const std::wstring& copy) {
 
 int Diff(Console& console, const DiffArguments& arguments) {
     SilentHost host(console);
-    CPackage engine(console.system, console.state, host);
+    ConsoleProgram program;
+    CPackage engine(console.system, console.state, host, program);
     const std::wstring first = console.FullPath(arguments.copy);
     const Identity firstBefore = IdentityOf(console, engine, first);
     if (!StoreOf(first) && arguments.other.empty()) {

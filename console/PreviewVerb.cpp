@@ -148,7 +148,8 @@ class Previewer {
 int Preview(Console& console, const PreviewArguments& arguments) {
     const ConsoleList list = ReadConsoleList(console, arguments.list);
     SilentHost host(console);
-    CPackage engine(console.system, console.state, host);
+    ConsoleProgram program;
+    CPackage engine(console.system, console.state, host, program);
     Previewer previewer(console, engine);
     for (const ConsoleItem& item : list.items) {
         Console::StopIfAsked();

@@ -154,7 +154,8 @@ std::wstring CopyAsOf(Console& console, CPackage& engine, const ConsoleItem& ite
 
 int Restore(Console& console, const RestoreArguments& arguments) {
     SilentHost host(console);
-    CPackage engine(console.system, console.state, host);
+    ConsoleProgram program;
+    CPackage engine(console.system, console.state, host, program);
     Restorer restorer(console, engine, arguments);
     if (!arguments.asOf) {
         restorer.Restore(console.FullPath(arguments.source));

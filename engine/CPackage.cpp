@@ -11,19 +11,22 @@
 #include "platform/EventPump.h"
 #include "platform/ExitStatus.h"
 #include "platform/MsgBox.h"
+#include "platform/ProgramControl.h"
 #include "platform/RuntimeError.h"
 #include "platform/TextCase.h"
 #include "platform/UserLocale.h"
 
 namespace vw {
 
-CPackage::CPackage(System& system, ProgramState& state, RunHost& host)
+CPackage::CPackage(System& system, ProgramState& state, ProgressReporter& progress,
+                   ProgramControl& program)
     : system_(system),
       state_(state),
-      host_(host),
+      progress_(progress),
+      program_(program),
       separators_{OneCharacterSeparator(UserDateSeparator(), L'/'),
                   OneCharacterSeparator(UserTimeSeparator(), L':')},
-      duringCopy_([this] { host_.DuringCopy(); }),
+      duringCopy_([this] { progress_.DuringCopy(); }),
       patience_(system, state.cancelRequested) {}
 
 void CPackage::GetBackupTo() {
@@ -50,7 +53,7 @@ void CPackage::ErrorOnBackupFolderNotExists() {
         system_.boxes.MsgBox({.text = L"فشلت العملية بسبب عدم توفر مجلد النسخ إلى:\r\n" + Target(),
                               .icon = BoxIcon::Exclamation,
                               .rightToLeft = true});
-        host_.EndAtOnce();
+        program_.EndAtOnce();
     });
 }
 
@@ -73,7 +76,7 @@ void CPackage::MoveEntry(std::wstring_view from, std::wstring_view to, std::uint
 }
 
 void CPackage::Tell(const RunText& text, std::wstring_view path) {
-    host_.Notice(text.With(state_.arabic, path));
+    progress_.Notice(text.With(state_.arabic, path));
 }
 
 }  // namespace vw

@@ -12,13 +12,13 @@
 #include "engine/CommentLine.h"
 #include "engine/Destination.h"
 #include "engine/ListedItems.h"
-#include "engine/RunHost.h"
 #include "fsutil/CopyDates.h"
 #include "fsutil/PathText.h"
 #include "fsutil/Patience.h"
 #include "platform/ErrorTrap.h"
 #include "platform/FileSystem.h"
 #include "platform/ProgramState.h"
+#include "platform/ProgressReporter.h"
 #include "platform/System.h"
 
 namespace vw {
@@ -26,6 +26,7 @@ namespace vw {
 namespace MFileDosShell {
 struct Survey;
 }  // namespace MFileDosShell
+class ProgramControl;
 struct RunText;
 struct SourceFolder;
 class TargetState;
@@ -35,7 +36,8 @@ class TargetState;
 /// Exceptions: InDestination and DeleteCopy throw, BackupItem has no trap of its own.
 class CPackage final : public CopyDates {
   public:
-    CPackage(System& system, ProgramState& state, RunHost& host);
+    CPackage(System& system, ProgramState& state, ProgressReporter& progress,
+             ProgramControl& program);
 
     /// Backs up every item of the current list that changed since its newest copy.
     void BackupAll();
@@ -279,7 +281,8 @@ class CPackage final : public CopyDates {
     System& system_;
     ErrorTrap trap_{system_.errors, L"Class Module", L"CPackage"};
     ProgramState& state_;
-    RunHost& host_;
+    ProgressReporter& progress_;
+    ProgramControl& program_;
     DateSeparators separators_;
     FileSystem::CopyProgress duringCopy_;
     std::wstring elsewhere_;  ///< where copies go instead of the destination of the list

@@ -48,7 +48,7 @@ CPackage::Completion CPackage::CompleteCopy(const NewCopy& copy, bool subFolders
     CompletionPlan plan;
     const std::wstring place = MFileDosShell::WithSeparator(copy.place);
     if (!PlanCompletion(place, {}, subFolders, copy.itemPath, plan)) return Completion::Differs;
-    host_.Report(L"Backing: " + copy.itemPath, false);
+    progress_.Report(L"Backing: " + copy.itemPath, false);
     CopyTally tally{.itemPath = copy.itemPath, .isFolder = true};
     AddMissing(copy, plan, tally);
     if (tally.givenUp) return Completion::Done;
@@ -63,8 +63,8 @@ CPackage::Completion CPackage::CompleteCopy(const NewCopy& copy, bool subFolders
     }
     TellIncomplete(completed);
     if (completed.completeness == Completeness::Whole) {
-        host_.OnItem(ItemEvent::Copied, copy.itemPath, {});
-        if (!state_.cancelRequested) host_.Report(L"\tDone.", false);
+        progress_.OnItem(ItemEvent::Copied, copy.itemPath, {});
+        if (!state_.cancelRequested) progress_.Report(L"\tDone.", false);
     }
     return Completion::Done;
 }

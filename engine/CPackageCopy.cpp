@@ -118,10 +118,10 @@ bool CPackage::Stands(std::wstring_view path) {
 void CPackage::BackupFile(std::wstring_view destination, std::wstring_view source,
                           std::uint64_t size, CopyTally& tally) {
     const bool copied = CopyStep(L"BackupFile", size, tally, [&] {
-        host_.Msg(L"Backing:", source, {}, false, false, false);
+        progress_.Msg(L"Backing:", source);
         system_.files.Copy(source, destination, duringCopy_);
     });
-    if (copied) host_.OnFileCopied(size);
+    if (copied) progress_.OnFileCopied(size);
     ++(copied ? tally.copied : tally.failed);
 }
 

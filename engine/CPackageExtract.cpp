@@ -50,7 +50,7 @@ RuntimeError WithPath(const RuntimeError& error, const std::wstring& path) {
 void CPackage::Extract(std::wstring_view copyPath, std::wstring_view destinationFolder,
                        bool showMessage) {
     trap_(L"Extract", [&] {
-        if (showMessage) host_.Msg(L"Restoring: ", copyPath, {}, false, false, false);
+        if (showMessage) progress_.Msg(L"Restoring: ", copyPath);
         const std::wstring target = JoinPath(destinationFolder, ItemNameOf(copyPath));
         ExtractTo(copyPath, target, TargetState(system_.files, system_.pump, target));
     });
@@ -84,7 +84,7 @@ void CPackage::ExtractFolder(const std::wstring& copy, const std::wstring& targe
         try {
             step();
         } catch (const RuntimeError& error) {
-            host_.Report(ErrorDetails(error), false);
+            progress_.Report(ErrorDetails(error), false);
             if (!failure) failure = error;
         }
     };

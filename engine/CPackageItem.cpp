@@ -51,20 +51,20 @@ void CPackage::BackUpItem(std::wstring_view path, std::int16_t location, bool is
     }
     if (facts && facts->isLink && !facts->isFolder) {
         Tell(run_text::kLinkLeftOut, path);
-        host_.OnItem(ItemEvent::Unchanged, path, {});
+        progress_.OnItem(ItemEvent::Unchanged, path, {});
         return;
     }
     if (!facts) {
         system_.exitStatus.Note(isFolder ? error_number::kPathNotFound
                                          : error_number::kFileNotFound);
-        host_.Report(L"تأكد من توفر المجلد التالي", false);
-        host_.Report(path, true);
-        host_.OnItem(ItemEvent::Missing, path, {});
+        progress_.Report(L"تأكد من توفر المجلد التالي", false);
+        progress_.Report(path, true);
+        progress_.OnItem(ItemEvent::Missing, path, {});
         if (keepMissing_) return;
     }
     const MFileDosShell::Survey survey = MFileDosShell::SurveyOf(system_, *this, path, facts);
     if (facts) {
-        host_.OnSurveyed(path, facts->isFolder ? survey.treeBytes : facts->size, survey.newest);
+        progress_.OnSurveyed(path, facts->isFolder ? survey.treeBytes : facts->size, survey.newest);
     }
     NewCopy copy{.itemPath = std::wstring(path),
                  .location = location,
@@ -114,18 +114,18 @@ void CPackage::BackUpItem(std::wstring_view path, std::int16_t location, bool is
         }
     }
     if (facts && !AgreesToContents(path, survey, subFolders)) return;
-    host_.Report(L"Backing: " + copy.itemPath, false);
-    host_.OnItem(ItemEvent::Copying, path,
-                 subFolders ? ItemSize{survey.treeFiles, survey.treeBytes}
-                            : ItemSize{survey.files, static_cast<std::uint64_t>(survey.bytes)});
+    progress_.Report(L"Backing: " + copy.itemPath, false);
+    progress_.OnItem(ItemEvent::Copying, path,
+                     subFolders ? ItemSize{survey.treeFiles, survey.treeBytes}
+                                : ItemSize{survey.files, static_cast<std::uint64_t>(survey.bytes)});
     if (isFolder && !(facts && facts->isFolder)) Raise(error_number::kPathNotFound, path);
     MakeCopy(copy, isFolder, subFolders, room);
 }
 
 void CPackage::TellNoChange(std::wstring_view path) {
-    host_.Report(L"No change since last backup for the path:", false);
-    host_.Report(path, true);
-    host_.OnItem(ItemEvent::Unchanged, path, {});
+    progress_.Report(L"No change since last backup for the path:", false);
+    progress_.Report(path, true);
+    progress_.OnItem(ItemEvent::Unchanged, path, {});
 }
 
 void CPackage::MakeCopy(NewCopy& copy, bool isFolder, bool subFolders, Room room) {
@@ -160,8 +160,8 @@ void CPackage::MakeCopy(NewCopy& copy, bool isFolder, bool subFolders, Room room
         }
         if (!PlaceCopy(copy, copy.overCutShort ? Room::Replace : room)) return;
         TellIncomplete(copy);
-        host_.OnItem(ItemEvent::Copied, copy.itemPath, {});
-        if (!state_.cancelRequested) host_.Report(L"\tDone.", false);
+        progress_.OnItem(ItemEvent::Copied, copy.itemPath, {});
+        if (!state_.cancelRequested) progress_.Report(L"\tDone.", false);
     } catch (const RuntimeError&) {
         if (!copy.ready) Remove(copy.entry);
         throw;
@@ -186,9 +186,9 @@ bool CPackage::IsRefused(std::wstring_view path) const {
 
 void CPackage::Refuse(std::wstring_view path) {
     system_.exitStatus.Note(error_number::kAccessError);
-    host_.Report(L"لا يمكن نسخ المسار التالي إلى المجلد المحدد", false);
-    host_.Report(path, true);
-    host_.OnItem(ItemEvent::Refused, path, {});
+    progress_.Report(L"لا يمكن نسخ المسار التالي إلى المجلد المحدد", false);
+    progress_.Report(path, true);
+    progress_.OnItem(ItemEvent::Refused, path, {});
 }
 
 // For a folder only the files directly in it count; a destination that is no fixed disk is not

@@ -10,6 +10,7 @@
 #include "platform/Clock.h"
 #include "platform/EventPump.h"
 #include "platform/ExitStatus.h"
+#include "platform/ProgramControl.h"
 #include "platform/RuntimeError.h"
 
 namespace vw {
@@ -54,7 +55,7 @@ void CPackage::BackupAll() {
             system_.pump.DoEvents();
             if (state_.cancelRequested) {
                 system_.exitStatus.Note(error_number::kCancelled);
-                host_.Ready(true);
+                program_.Ready(true);
                 return;
             }
             const ListLine line = ReadListLine(fields.Next());
@@ -82,7 +83,7 @@ void CPackage::BackupAll() {
             }
         }
         if (destination_) destination_->RemoveAllLeft();
-        host_.BusyHide(true);
+        progress_.BusyHide(true);
     });
 }
 
@@ -108,7 +109,7 @@ void CPackage::BackupItem(std::wstring_view path) {
 }
 
 void CPackage::BackUpUnderLock(std::wstring_view path, bool isFolder, bool subFolders) {
-    host_.OnItem(ItemEvent::Started, path, {});
+    progress_.OnItem(ItemEvent::Started, path, {});
     ErrorOnBackupFolderNotExists();
     Entrance entrance = Entrance::Refused;
     trap_(L"BackupPath", [&] { entrance = EnterDestination(); });
@@ -159,7 +160,7 @@ CPackage::Entrance CPackage::WaitForDestination() {
         if (state_.cancelRequested) return Entrance::Cancelled;
         if (state_.silentRun && system_.clock.Milliseconds() - start >= kSilentPatience) {
             system_.exitStatus.Note(error_number::kDestinationBusy);
-            host_.Failure(run_text::kGivenUp.With(state_.arabic, Target()));
+            progress_.Failure(run_text::kGivenUp.With(state_.arabic, Target()));
             return Entrance::Refused;
         }
     }

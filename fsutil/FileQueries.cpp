@@ -123,8 +123,8 @@ double FolderFreeSpace(System& system, std::wstring_view folder, double bytesNee
 
 namespace {
 
-// Called with every file that the search visits, and with copies as files of their size; `direct` is
-// true for the files directly in the top folder.
+// Called with every file that the search visits, and with copies as files of their size; `direct`
+// is true for the files directly in the top folder.
 using FileTaker = std::function<void(const FileFacts& file, bool direct)>;
 
 // `dates` holds what was found so far when an error ends the search.

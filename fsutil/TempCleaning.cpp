@@ -12,6 +12,7 @@
 #include "platform/FileSystem.h"
 #include "platform/Like.h"
 #include "platform/ProgramState.h"
+#include "platform/ProgressReporter.h"
 #include "platform/RuntimeError.h"
 #include "platform/SystemError.h"
 #include "platform/SystemPath.h"
@@ -44,23 +45,23 @@ Contents ContentsOf(System& system, std::wstring_view folder) {
 }
 
 // Lists a folder that may be closed to us or gone: the first is shown, the second is an error.
-Contents ContentsOrReason(System& system, std::wstring_view folder, CleaningHost& host) {
+Contents ContentsOrReason(System& system, std::wstring_view folder, ProgressReporter& progress) {
     try {
         return ContentsOf(system, folder);
     } catch (const RuntimeError& error) {
         if (error.Number() == error_number::kPathNotFound) throw;
-        host.Msg(kStays, SystemText(error));
+        progress.Msg(kStays, SystemText(error));
         return {};
     }
 }
 
 void DeleteFile(System& system, const std::wstring& folder, const std::wstring& name,
-                CleaningHost& host) {
-    host.Msg(kDeleting, name);
+                ProgressReporter& progress) {
+    progress.Msg(kDeleting, name);
     try {
         system.files.EraseFile(JoinPath(folder, name));
     } catch (const RuntimeError& error) {
-        host.Msg(kStays, SystemText(error));
+        progress.Msg(kStays, SystemText(error));
     }
 }
 
@@ -103,14 +104,14 @@ void RequireWasteOnly(System& system, const std::wstring& folder,
 }  // namespace
 
 void DelInFolder(System& system, const ProgramState& state, std::wstring_view folder,
-                 std::wstring_view confirmation, bool skip, CleaningHost& host) {
+                 std::wstring_view confirmation, bool skip, ProgressReporter& progress) {
     Trap(system)(L"DelInFolder", [&] {
         if (!EqualNoCase(confirmation, kYes)) return;
         const std::wstring path(folder);
-        const Contents contents = ContentsOrReason(system, path, host);
+        const Contents contents = ContentsOrReason(system, path, progress);
         for (const std::wstring& name : contents.files) {
             if (state.cancelRequested) return;
-            if (!skip || !Like(name, L"VB*.*")) DeleteFile(system, path, name, host);
+            if (!skip || !Like(name, L"VB*.*")) DeleteFile(system, path, name, progress);
             system.pump.DoEvents();
         }
         for (const std::wstring& name : contents.folders) {
@@ -119,7 +120,7 @@ void DelInFolder(System& system, const ProgramState& state, std::wstring_view fo
             if (!DeleteWholeFolder(system, subFolder)) {
                 const auto facts = system.files.Look(subFolder);
                 if (facts && !facts->isLink) {
-                    DelInFolder(system, state, subFolder, kYes, skip, host);
+                    DelInFolder(system, state, subFolder, kYes, skip, progress);
                 }
             }
             system.pump.DoEvents();
@@ -128,7 +129,7 @@ void DelInFolder(System& system, const ProgramState& state, std::wstring_view fo
 }
 
 void DellTemp(System& system, ProgramState& state, MMyScripting::ScriptShell& shell, bool isWinNT,
-              CleaningHost& host) {
+              ProgressReporter& progress) {
     const auto special = [&](int code) {
         return MMyScripting::GetSpecialFolders(system, shell, code, isWinNT);
     };
@@ -143,12 +144,12 @@ void DellTemp(System& system, ProgramState& state, MMyScripting::ScriptShell& sh
             Trap(system)(L"DellTemp", [&] {
                 if (!system.files.Look(folder)) Raise(error_number::kPathNotFound, folder);
                 RequireWasteOnly(system, folder, kept);
-                DelInFolder(system, state, folder, kYes, true, host);
+                DelInFolder(system, state, folder, kYes, true, progress);
             });
         }
         Trap(system)(L"DellTemp", [&] { CleanWindowsFolder(system, state, windows); });
     });
-    host.BusyHide(true);
+    progress.BusyHide(true);
 }
 
 }  // namespace vw::MFileDosShell

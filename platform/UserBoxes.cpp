@@ -89,6 +89,11 @@ class OthersDisabled {
     std::vector<HWND> disabled_;
 };
 
+// The answer of a box that nobody answers.
+BoxAnswer SafeAnswer(const BoxContent& content) {
+    return content.buttons == BoxButtons::YesNo ? BoxAnswer::No : BoxAnswer::Ok;
+}
+
 BoxAnswer Show(const BoxContent& content) {
     std::wstring text = content.text.substr(0, kMostUnits);
     if (text.size() < content.text.size()) text += L"\u2026";
@@ -104,7 +109,7 @@ BoxAnswer Show(const BoxContent& content) {
         case IDNO:
             return BoxAnswer::No;
         default:
-            return content.buttons == BoxButtons::YesNo ? BoxAnswer::No : BoxAnswer::Ok;
+            return SafeAnswer(content);
     }
 }
 
@@ -114,11 +119,11 @@ UserBoxes::UserBoxes(const ProgramState& state, Echo echo)
     : state_(state), echo_(std::move(echo)) {}
 
 BoxAnswer UserBoxes::MsgBox(const BoxContent& content) {
+    if (state_.sessionEnds) return SafeAnswer(content);
     return state_.silentRun ? Silently(content) : Show(content);
 }
 
 BoxAnswer UserBoxes::Silently(const BoxContent& content) {
-    const bool question = content.buttons == BoxButtons::YesNo;
     echo_(content.text);
     if (shown_ < kMostSilentBoxes && DesktopIsVisible()) {
         ++shown_;
@@ -129,7 +134,7 @@ BoxAnswer UserBoxes::Silently(const BoxContent& content) {
             return Show(content);
         }
     }
-    return question ? BoxAnswer::No : BoxAnswer::Ok;
+    return SafeAnswer(content);
 }
 
 }  // namespace vw

@@ -11,6 +11,7 @@ namespace vw {
 /// Real message boxes. In a silent run a box closes itself after five seconds with OK or No, and
 /// only the first three are shown: who started the run by hand sees why nothing was backed up, and
 /// a scheduled run is not held up. Every text of a silent run also goes to `echo`.
+/// When the session ends no box is shown: the answer is OK or No at once.
 class UserBoxes final : public MsgBoxes {
   public:
     using Echo = std::function<void(std::wstring_view)>;

@@ -6,10 +6,11 @@
 #include "platform/Clock.h"
 #include "platform/ErrorTrap.h"
 #include "platform/EventPump.h"
+#include "platform/ProgramControl.h"
 #include "platform/ProgramState.h"
-#include "progress/BusyHost.h"
 #include "progress/TaskbarProgress.h"
 #include "ui/Forms.h"
+#include "ui/resource.h"
 
 namespace vw {
 
@@ -24,8 +25,11 @@ constexpr std::uint64_t kGateShare = 20;
 
 }  // namespace
 
-BusyDialog::BusyDialog(System& system, ProgramState& state, Language language, BusyHost& host)
-    : system_(system), state_(state), host_(host), form_(BusyForm(), language, *this) {}
+BusyDialog::BusyDialog(System& system, ProgramState& state, Language language, Surroundings around)
+    : system_(system),
+      state_(state),
+      around_(std::move(around)),
+      form_(BusyForm(), language, *this) {}
 
 void BusyDialog::Msg(std::wstring_view title, std::wstring_view message,
                      std::wstring_view subMessage, bool wait, bool close, bool showReport) {
@@ -54,13 +58,13 @@ void BusyDialog::Report(std::wstring_view text, bool wait) {
         SendView();
         // In a run the lines follow each other, one for each item; the end of the run waits for
         // all of them.
-        if (wait && form_.IsVisible() && !host_.IsRunning()) Wait(kMessageSeconds);
+        if (wait && form_.IsVisible() && !state_.isWorking) Wait(kMessageSeconds);
     });
 }
 
 // The last lines of a run whose dialog was closed are no part of the next one's report.
 void BusyDialog::ForgetClosedRun() {
-    if (!closedInRun_ || (state_.cancelRequested && host_.IsRunning())) return;
+    if (!closedInRun_ || (state_.cancelRequested && state_.isWorking)) return;
     closedInRun_ = false;
     lastReport_ += report_;
     report_.clear();
@@ -200,7 +204,7 @@ void BusyDialog::OnResize(Form&, WindowState state) {
     trap_(L"Form_Resize", [&] {
         const bool before = std::exchange(minimised_, state == WindowState::Minimised);
         if (minimised_) {
-            host_.LoadTrayIcon();
+            around_.showIcon(true);
         } else if (before) {
             // The user has clicked its button of the task bar.
             LeaveIcon();
@@ -210,8 +214,8 @@ void BusyDialog::OnResize(Form&, WindowState state) {
 
 // The windows come back from behind the icon; the dialog keeps its report for the user.
 void BusyDialog::LeaveIcon() {
-    host_.UnloadTrayIcon();
-    host_.ShowMainWindow();
+    around_.showIcon(false);
+    around_.showMainWindow();
     minimised_ = false;
     form_.Show(ShowHow::Normal);
 }
@@ -219,14 +223,13 @@ void BusyDialog::LeaveIcon() {
 // The order matters: the wish to keep the report would keep the main window disabled.
 bool BusyDialog::OnQueryUnload(Form& form, UnloadReason reason) {
     trap_(L"Form_QueryUnload", [&] {
-        closedInRun_ = host_.IsRunning();
+        closedInRun_ = state_.isWorking;
         if (reason == UnloadReason::SessionEnd) state_.endRequested = true;
         state_.cancelRequested = true;
-        host_.AbortRun();
-        if (minimised_) host_.UnloadTrayIcon();
+        if (minimised_) around_.showIcon(false);
         form.Check(L"chkDontHide", false);
-        host_.Ready(true);
-        if (minimised_) host_.ShowMainWindow();
+        around_.program.Ready(true);
+        if (minimised_) around_.showMainWindow();
     });
     return true;
 }
@@ -236,9 +239,9 @@ void BusyDialog::OnTaskbarButtonCreated(Form& form) {
 }
 
 void BusyDialog::OnControl(Form& form, const ControlEvent& event) {
-    if (event.control == L"tmrBusy") {
+    if (event.id == ID_tmrBusy) {
         tmrBusy_Timer();
-    } else if (event.control == L"cmdCancel" && event.kind == EventKind::Click) {
+    } else if (event.id == ID_cmdCancel && event.kind == EventKind::Click) {
         trap_(L"cmdCancel_Click", [&] { form.Unload(); });
     }
 }

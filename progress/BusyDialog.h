@@ -1,16 +1,19 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 
 #include "platform/ErrorTrap.h"
+#include "platform/ProgressReporter.h"
 #include "platform/System.h"
+#include "ui/EscapedError.h"
 #include "ui/Form.h"
 
 namespace vw {
 
-class BusyHost;
+class ProgramControl;
 struct ProgramState;
 
 /// frmBusyDialog: shows what the program is working on and keeps the report of it. Closing the
@@ -18,9 +21,18 @@ struct ProgramState;
 ///
 /// Texts and report lines are kept here and handed to the controls through a time gate, so that a
 /// run of 100,000 files is not held up by windows that repaint themselves.
-class BusyDialog final : private FormEvents {
+class BusyDialog final : public ProgressReporter, private FormEvents {
   public:
-    BusyDialog(System& system, ProgramState& state, Language language, BusyHost& host);
+    /// What the dialog uses of the program around it.
+    struct Surroundings {
+        ProgramControl& program;
+        /// Puts the notification icon in place of the minimised dialog (true), or takes it away.
+        std::function<void(bool)> showIcon;
+        /// Shows the main window, if it is loaded, after it was hidden with the dialog.
+        std::function<void()> showMainWindow;
+    };
+
+    BusyDialog(System& system, ProgramState& state, Language language, Surroundings around);
 
     /// Shows a message and adds "title: message - subMessage" to the report. With `wait` it stands
     /// for two seconds, with `close` the dialog is unloaded then; neither while the user wants to
@@ -28,20 +40,21 @@ class BusyDialog final : private FormEvents {
     void Msg(std::wstring_view title, std::wstring_view message, std::wstring_view subMessage,
              bool wait, bool close, bool showReport);
 
-    /// Adds a line to the report. With `wait` it stands for two seconds, except in a run, whose end
-    /// waits once for all of them.
-    void Report(std::wstring_view text, bool wait);
+    void Msg(std::wstring_view title, std::wstring_view message) override {
+        Msg(title, message, {}, false, false, false);
+    }
+    void Report(std::wstring_view text, bool wait) override;
 
     /// Brings the dialog up; in a silent run it is only loaded.
     void SendView();
 
     /// Whether the user has the dialog before him, or its icon in its place.
-    [[nodiscard]] bool IsShown() const;
+    [[nodiscard]] bool IsShown() const override;
 
     /// Ends the busy state when the dialog is shown: the report opens with "Done" at its end and,
     /// after two seconds with `pause`, the dialog goes unless the user wants to keep the report.
     /// The main window comes back from behind the icon in both cases.
-    void BusyHide(bool pause);
+    void BusyHide(bool pause) override;
 
     /// Shows the report of the last run once more, until the user closes it or the next work
     /// begins. Nothing happens while the dialog is there, or when there was no run.
@@ -70,6 +83,9 @@ class BusyDialog final : private FormEvents {
     void OnUnload(Form& form) override;
     void OnResize(Form& form, WindowState state) override;
     void OnTaskbarButtonCreated(Form& form) override;
+    void OnEscaped(Form&, const std::exception_ptr& error) noexcept override {
+        ReportEscaped(error, trap_);
+    }
 
     void tmrBusy_Timer();
     void LeaveIcon();
@@ -82,7 +98,7 @@ class BusyDialog final : private FormEvents {
     System& system_;
     ErrorTrap trap_{system_.errors, L"Form", L"frmBusyDialog"};
     ProgramState& state_;
-    BusyHost& host_;
+    Surroundings around_;
     Form form_;
     std::wstring title_;
     std::wstring message_;

@@ -6,15 +6,14 @@
 
 namespace vw {
 
-void SilentReport::Msg(std::wstring_view title, std::wstring_view message,
-                       std::wstring_view subMessage) {
+void SilentReport::Msg(std::wstring_view title, std::wstring_view message) {
     std::wstring line;
-    line.reserve(title.size() + message.size() + subMessage.size() + 5);
-    line.append(title).append(L": ").append(message).append(L" - ").append(subMessage);
-    Report(line);
+    line.reserve(title.size() + message.size() + 5);
+    line.append(title).append(L": ").append(message).append(L" - ");
+    streams_.Report(line);
 }
 
-void SilentReport::Report(std::wstring_view text) { streams_.Report(text); }
+void SilentReport::Report(std::wstring_view text, bool) { streams_.Report(text); }
 
 void SilentReport::Failure(std::wstring_view text) {
     if (!streams_.AreOne()) streams_.Error(text);

@@ -2,19 +2,22 @@
 
 #include <string_view>
 
+#include "platform/ProgressReporter.h"
+
 namespace vw {
 
 class StandardStreams;
 
 /// The report of a run without windows: its lines go to standard output, if there is one.
-class SilentReport {
+class SilentReport final : public ProgressReporter {
   public:
     explicit SilentReport(StandardStreams& streams) : streams_(streams) {}
 
-    void Msg(std::wstring_view title, std::wstring_view message, std::wstring_view subMessage);
-    void Report(std::wstring_view text);
-    /// Writes to standard error what counts for the exit code and stands in the report already.
-    void Failure(std::wstring_view text);
+    void Msg(std::wstring_view title, std::wstring_view message) override;
+    void Report(std::wstring_view text, bool wait) override;
+    /// Writes to standard error only: the report has its own line about it.
+    void Failure(std::wstring_view text) override;
+    void BusyHide(bool) override { Flush(); }
     /// Sends on what waits.
     void Flush();
 

@@ -5,8 +5,10 @@
 
 #include "platform/ErrorTrap.h"
 #include "platform/MsgBox.h"
+#include "platform/ProgramControl.h"
 #include "platform/ProgramState.h"
 #include "ui/Forms.h"
+#include "ui/resource.h"
 
 namespace vw {
 
@@ -19,11 +21,12 @@ constexpr int kFrames = 4;
 
 }  // namespace
 
-TrayIcon::TrayIcon(System& system, ProgramState& state, Language language, TrayHost& host,
-                   Shell shell)
+TrayIcon::TrayIcon(System& system, ProgramState& state, Language language, ProgramControl& program,
+                   Forms loadedForms, Shell shell)
     : system_(system),
       state_(state),
-      host_(host),
+      program_(program),
+      loadedForms_(std::move(loadedForms)),
       shell_(shell),
       form_(TrayForm(), language, *this) {}
 
@@ -51,7 +54,7 @@ void TrayIcon::OnLoad(Form& form) {
 // Without an icon nobody could bring a hidden window back.
 void TrayIcon::HideWindows() {
     if (!added_) return;
-    for (Form* loaded : host_.LoadedForms()) loaded->Hide();
+    for (Form* loaded : loadedForms_()) loaded->Hide();
 }
 
 void TrayIcon::cbStatic_Click() {
@@ -139,7 +142,7 @@ void TrayIcon::OnMouseMove(Form& form, int x, int) {
 // takes the icon away, and the next message of the work brings its dialog back.
 void TrayIcon::MaximizeApp() {
     trap_(L"MaximizeApp", [this] {
-        for (Form* loaded : host_.LoadedForms()) {
+        for (Form* loaded : loadedForms_()) {
             if (loaded->Name() == L"frmMain") {
                 loaded->Show(ShowHow::Maximised);
             } else if (loaded->Name() == L"frmBusyDialog") {
@@ -161,20 +164,20 @@ bool TrayIcon::OnQueryUnload(Form&, UnloadReason reason) {
         lastStatus_ = shell_(NIM_DELETE, &record) != 0;
         added_ = false;
         animating_ = false;
-        if (state_.silentRun) host_.frmUnload();
+        if (state_.silentRun) program_.frmUnload();
     });
     return true;
 }
 
 void TrayIcon::OnControl(Form&, const ControlEvent& event) {
-    if (event.control == L"Timer1") {
+    if (event.id == ID_Timer1) {
         Timer1_Timer();
-    } else if (event.control == L"mnuProp1Maximize") {
+    } else if (event.id == ID_mnuProp1Maximize) {
         trap_(L"mnuProp1Maximize_Click", [this] { MaximizeApp(); });
-    } else if (event.control == L"mnuProp1Cancel") {
+    } else if (event.id == ID_mnuProp1Cancel) {
         trap_(L"mnuProp1Cancel_Click", [this] { state_.cancelRequested = true; });
-    } else if (event.control == L"mnuProp1Exit") {
-        trap_(L"mnuProp1Exit_Click", [this] { host_.frmUnload(); });
+    } else if (event.id == ID_mnuProp1Exit) {
+        trap_(L"mnuProp1Exit_Click", [this] { program_.frmUnload(); });
     }
 }
 

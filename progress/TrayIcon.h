@@ -1,6 +1,7 @@
 #pragma once
 
 #include <exception>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -12,26 +13,13 @@
 // The shell's declarations need those of the window system first.
 #include <shellapi.h>
 
+#include "ui/EscapedError.h"
 #include "ui/Form.h"
 
 namespace vw {
 
+class ProgramControl;
 struct ProgramState;
-
-/// What the notification icon asks of the program.
-class TrayHost {
-  public:
-    TrayHost() = default;
-    TrayHost(const TrayHost&) = delete;
-    TrayHost& operator=(const TrayHost&) = delete;
-    virtual ~TrayHost() = default;
-
-    /// Every form that is loaded, the icon's own included.
-    [[nodiscard]] virtual std::vector<Form*> LoadedForms() = 0;
-
-    /// Unloads every window and ends the program.
-    virtual void frmUnload() = 0;
-};
 
 /// frmTrayIcon: never shown, it carries the animated icon in the notification area while the
 /// program works without windows, and keeps a silent run alive while it is loaded.
@@ -40,8 +28,11 @@ class TrayIcon final : private FormEvents {
     /// Takes requests for icons; the system's own but in tests.
     using Shell = BOOL(WINAPI*)(DWORD request, NOTIFYICONDATAW* icon);
 
-    TrayIcon(System& system, ProgramState& state, Language language, TrayHost& host,
-             Shell shell = &Shell_NotifyIconW);
+    /// Returns every form that is loaded, the icon's own included.
+    using Forms = std::function<std::vector<Form*>()>;
+
+    TrayIcon(System& system, ProgramState& state, Language language, ProgramControl& program,
+             Forms loadedForms, Shell shell = &Shell_NotifyIconW);
 
     /// Puts the icon into the notification area and hides every window; once more while it is
     /// loaded, it only hides them. While the shell does not take the icon the windows stay, and the
@@ -73,11 +64,6 @@ class TrayIcon final : private FormEvents {
     /// The animation frame that comes next, from 1 to 4.
     [[nodiscard]] int Frame() const noexcept { return frame_; }
 
-    /// What a handler threw beyond the errors that are told.
-    [[nodiscard]] std::exception_ptr TakeEscaped() noexcept {
-        return std::exchange(escaped_, nullptr);
-    }
-
     [[nodiscard]] Form& Window() noexcept { return form_; }
     [[nodiscard]] const Form& Window() const noexcept { return form_; }
 
@@ -90,7 +76,9 @@ class TrayIcon final : private FormEvents {
     bool OnQueryUnload(Form& form, UnloadReason reason) override;
     void OnMouseMove(Form& form, int x, int y) override;
     void OnTaskbarCreated(Form& form) override;
-    void OnEscaped(Form&, const std::exception_ptr& error) noexcept override { escaped_ = error; }
+    void OnEscaped(Form&, const std::exception_ptr& error) noexcept override {
+        ReportEscaped(error, trap_);
+    }
 
     void AddIcon();
     void AddAgain();
@@ -100,7 +88,8 @@ class TrayIcon final : private FormEvents {
     System& system_;
     ErrorTrap trap_{system_.errors, L"Form", L"frmTrayIcon"};
     ProgramState& state_;
-    TrayHost& host_;
+    ProgramControl& program_;
+    Forms loadedForms_;
     Shell shell_;
     Form form_;
     std::wstring tip_;
@@ -108,7 +97,6 @@ class TrayIcon final : private FormEvents {
     bool animating_ = false;
     bool added_ = false;
     bool lastStatus_ = false;
-    std::exception_ptr escaped_;
 };
 
 }  // namespace vw

@@ -12,8 +12,8 @@
 #include "platform/Like.h"
 #include "platform/TextCase.h"
 #include "platform/UserLocale.h"
-#include "restore/RestoreHost.h"
 #include "ui/Form.h"
+#include "ui/StatusLine.h"
 
 // What the restore view shows as a whole; its two lists are filled in CopiesListing.cpp.
 
@@ -27,8 +27,15 @@ constexpr std::wstring_view kNewestLabel = L"N01";
 
 }  // namespace
 
-CopiesBrowser::CopiesBrowser(System& system, Form& main, RestoreHost& host)
-    : system_(system), main_(main), host_(host) {}
+CopiesBrowser::CopiesBrowser(System& system, Form& main, StatusLine& status, EngineProvider engine)
+    : system_(system), main_(main), status_(status), engine_(std::move(engine)) {}
+
+// The user sees his copies without choosing a drive first.
+void CopiesBrowser::ListLoaded(std::wstring_view destination) {
+    RestoreFrom(destination);
+    ListRestoreFiles();
+    RestoredPath(SubItem(main_.List(L"lsvBackupList"), L"Path"));
+}
 
 ListView& CopiesBrowser::Items() { return main_.List(L"lsvRestore1"); }
 

@@ -6,6 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "engine/EngineProvider.h"
+#include "list/editing/RestoreView.h"
 #include "platform/ErrorTrap.h"
 #include "platform/FileSystem.h"
 #include "platform/System.h"
@@ -18,14 +20,14 @@
 namespace vw {
 
 class Form;
-class RestoreHost;
+class StatusLine;
 
 /// The restore view of the main window: every item that has copies on the chosen drive
 /// (lsvRestore1), and the copies of the selected one (lsvRestore2). Both lists show one folder.
 /// When its drive was removed or exchanged, a click lists both anew.
-class CopiesBrowser {
+class CopiesBrowser final : public RestoreView {
   public:
-    CopiesBrowser(System& system, Form& main, RestoreHost& host);
+    CopiesBrowser(System& system, Form& main, StatusLine& status, EngineProvider engine);
 
     /// The copy folder: "\Backup" on the drive chosen in cmbDestination, made when it is missing.
     /// Falls back to C: if the folder neither exists nor can be created. Throws when the disk
@@ -36,8 +38,10 @@ class CopiesBrowser {
     /// The user chose a drive himself.
     void SourceChosen() noexcept { sourceChosen_ = true; }
 
+    void ListLoaded(std::wstring_view destination) override;
+
     /// Lists the items of the copy folder, and the copies of the first one.
-    void ListRestoreFiles();
+    void ListRestoreFiles() override;
 
     /// Lists the copies of the item in a row of the upper list; both lists, when their folder is
     /// not the one any more that they show.
@@ -45,7 +49,7 @@ class CopiesBrowser {
 
     /// Selects the row of a protected item and lists its copies; nothing happens for an item
     /// without copies.
-    void RestoredPath(std::wstring_view path);
+    void RestoredPath(std::wstring_view path) override;
 
     /// Whether the two lists show a protected item and its copies.
     [[nodiscard]] bool Shows(std::wstring_view path);
@@ -132,7 +136,8 @@ class CopiesBrowser {
     System& system_;
     ErrorTrap trap_{system_.errors, L"Form", L"frmMain"};
     Form& main_;
-    RestoreHost& host_;
+    StatusLine& status_;
+    EngineProvider engine_;
     ShownFolder shown_;
     std::vector<Item> items_;            ///< by the tags of the rows
     std::vector<ListedCopy> copies_;     ///< by the tags of the rows of the lower list

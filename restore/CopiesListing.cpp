@@ -25,9 +25,9 @@
 #include "restore/CopiesBrowser.h"
 #include "restore/CopiesIndex.h"
 #include "restore/NestedItems.h"
-#include "restore/RestoreHost.h"
 #include "restore/RestoreTexts.h"
 #include "ui/Form.h"
+#include "ui/StatusLine.h"
 
 // How the two lists of the restore view are filled from the copy folder.
 
@@ -172,11 +172,11 @@ void CopiesBrowser::ListCopyes(int row) {
         ClearCopies();
         listed_ = Items().Tag(row);
         if (!IsFolderStillThere()) {
-            host_.ShowStatus(restore_text::kListedAnew.In(main_.InLanguage()));
+            status_.ShowNotice(restore_text::kListedAnew.In(main_.InLanguage()));
             isNoticeShown_ = true;
             return;
         }
-        if (std::exchange(isNoticeShown_, false)) host_.ShowStatus({});
+        if (std::exchange(isNoticeShown_, false)) status_.ShowNotice({});
         NameCopies(row);
         if (!AddCopies(shown_.Path(), row)) return;
         MarkIncompleteCopies();
@@ -278,7 +278,7 @@ ListedCopy CopiesBrowser::ReadCopy(const std::wstring& entry, const FileFacts& f
     copy.size =
         facts.isFolder ? PathSize(system_, copy.path, true) : static_cast<std::int64_t>(facts.size);
     if (!mayHaveComment || !ReadComment(copy)) {
-        copy.date = PathDate(system_, host_.Engine(), copy.path);
+        copy.date = PathDate(system_, engine_(), copy.path);
     }
     return copy;
 }

@@ -8,10 +8,10 @@
 #include "platform/ErrorTrap.h"
 #include "platform/FileSystem.h"
 #include "platform/MsgBox.h"
+#include "platform/ProgressReporter.h"
 #include "platform/RuntimeError.h"
 #include "platform/TextCase.h"
 #include "restore/CopiesBrowser.h"
-#include "restore/RestoreHost.h"
 #include "restore/RestoreWork.h"
 #include "ui/Form.h"
 
@@ -23,14 +23,16 @@ namespace {}  // namespace
 
 RestoreCommands::RestoreCommands(System& system, ProgramState& state, Form& main,
                                  CopiesBrowser& browser, FileDialogs& dialogs,
-                                 FileDialogSetup& dialog, RestoreHost& host)
+                                 FileDialogSetup& dialog, ProgressReporter& progress,
+                                 EngineProvider engine)
     : system_(system),
       state_(state),
       main_(main),
       browser_(browser),
       dialogs_(dialogs),
       dialog_(dialog),
-      host_(host) {}
+      progress_(progress),
+      engine_(std::move(engine)) {}
 
 void RestoreCommands::mnuRestoreClick() { DoRestore(false); }
 
@@ -77,7 +79,7 @@ bool RestoreCommands::IsUnchanged(const Selection& selection, const ListedCopy& 
     const auto facts = system_.files.Look(copy.path);
     if (!facts || facts->isFolder != copy.isFolder) return false;
     if (!facts->isFolder && static_cast<std::int64_t>(facts->size) != copy.size) return false;
-    if (MFileDosShell::PathDate(system_, host_.Engine(), copy.path) != copy.date) return false;
+    if (MFileDosShell::PathDate(system_, engine_(), copy.path) != copy.date) return false;
     const auto names = [this](const std::wstring& commentOf, const std::wstring& place) {
         if (commentOf.empty() || place.empty()) return true;
         const auto comment = ReadCopyComment(system_, commentOf);
@@ -142,10 +144,10 @@ void RestoreCommands::DoDelCopy() {
 // A dialog that came up because a deletion had to wait goes with it. One that was there before,
 // such as that of a restore that ended with a No, stays.
 void RestoreCommands::Delete(const std::function<void()>& deletion) {
-    const RestoreWork work(host_, state_);
-    const bool wasBusy = host_.IsBusyShown();
+    const RestoreWork work(state_);
+    const bool wasBusy = progress_.IsShown();
     deletion();
-    if (!wasBusy) host_.BusyHide(false);
+    if (!wasBusy) progress_.BusyHide(false);
 }
 
 // Only the newest copy has a comment file. A copy that stays, because somebody uses it, keeps its
@@ -154,11 +156,11 @@ RestoreCommands::Outcome RestoreCommands::DeleteCopy(const Selection& selection,
                                                      const ListedCopy& copy) {
     Outcome outcome = Outcome::Failed;
     trap_(L"DoDelCopy", [&] {
-        const bool entered = host_.Engine().InDestination(selection.folder, [&] {
+        const bool entered = engine_().InDestination(selection.folder, [&] {
             outcome = Outcome::Changed;
             ExpectUnchanged(selection, copy);
             outcome = Outcome::Failed;
-            host_.Engine().DeleteCopy(copy.path);
+            engine_().DeleteCopy(copy.path);
             MFileDosShell::DeletePath(system_, CPackage::PackageCommentFile(copy.path));
             RemoveEmptyFolders(MFileDosShell::CFileLocation(copy.path), selection.folder);
             outcome = Outcome::Done;

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "engine/EngineProvider.h"
 #include "platform/ErrorTrap.h"
 #include "platform/System.h"
 #include "restore/ListedCopy.h"
@@ -16,7 +17,7 @@ namespace vw {
 class CopiesBrowser;
 class FileDialogs;
 class Form;
-class RestoreHost;
+class ProgressReporter;
 class TargetState;
 struct FileDialogSetup;
 struct ProgramState;
@@ -28,7 +29,8 @@ struct ProgramState;
 class RestoreCommands {
   public:
     RestoreCommands(System& system, ProgramState& state, Form& main, CopiesBrowser& browser,
-                    FileDialogs& dialogs, FileDialogSetup& dialog, RestoreHost& host);
+                    FileDialogs& dialogs, FileDialogSetup& dialog, ProgressReporter& progress,
+                    EngineProvider engine);
 
     /// Restores the selected copy to where its item was.
     void mnuRestoreClick();
@@ -96,7 +98,8 @@ class RestoreCommands {
     CopiesBrowser& browser_;
     FileDialogs& dialogs_;
     FileDialogSetup& dialog_;
-    RestoreHost& host_;
+    ProgressReporter& progress_;
+    EngineProvider engine_;
 };
 
 }  // namespace vw

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/ProgramState.h"
-#include "restore/RestoreHost.h"
+#include "platform/Scoped.h"
 
 namespace vw {
 
@@ -9,17 +9,13 @@ namespace vw {
 /// dialog stays closed until the work has come to its end.
 class RestoreWork {
   public:
-    RestoreWork(RestoreHost& host, ProgramState& state) : host_(host) {
-        // The mark of earlier work.
+    explicit RestoreWork(ProgramState& state) : working_(state.isWorking) {
+        // Of earlier work.
         state.cancelRequested = false;
-        host_.Restoring(true);
     }
-    ~RestoreWork() { host_.Restoring(false); }
-    RestoreWork(const RestoreWork&) = delete;
-    RestoreWork& operator=(const RestoreWork&) = delete;
 
   private:
-    RestoreHost& host_;
+    ScopedFlag working_;
 };
 
 }  // namespace vw

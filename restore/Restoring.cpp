@@ -8,12 +8,12 @@
 #include "platform/FileSystem.h"
 #include "platform/MsgBox.h"
 #include "platform/ProgramState.h"
+#include "platform/ProgressReporter.h"
 #include "platform/RuntimeError.h"
 #include "platform/TextCase.h"
 #include "restore/CopiesBrowser.h"
 #include "restore/CopiesIndex.h"
 #include "restore/RestoreCommands.h"
-#include "restore/RestoreHost.h"
 #include "restore/RestoreWork.h"
 #include "restore/StoredCopyPath.h"
 #include "ui/Form.h"
@@ -41,7 +41,7 @@ void RestoreCommands::DoRestore(bool askLocation) {
         auto goal = ChooseGoal(*selection, askLocation);
         if (!goal) return;
         RefuseStoredCopy(*goal, selection->folder);
-        host_.Msg(L"Restoring: ", goal->typed);
+        progress_.Msg(L"Restoring: ", goal->typed);
         goal->existed = system_.files.Look(goal->typed).has_value();
         if (goal->existed && !MayReplace(*goal)) return;
         Restore(*selection, *goal);
@@ -49,23 +49,23 @@ void RestoreCommands::DoRestore(bool askLocation) {
 }
 
 void RestoreCommands::Restore(const Selection& selection, const Goal& goal) {
-    const RestoreWork work(host_, state_);
+    const RestoreWork work(state_);
     bool isCancelled = false;
-    const bool entered = host_.Engine().InDestination(selection.folder, [&] {
+    const bool entered = engine_().InDestination(selection.folder, [&] {
         ExpectUnchanged(selection, selection.copy);
         // Where nothing stood when the user was asked, nothing may be replaced.
         const bool mayStand = goal.existed || !EqualNoCase(goal.typed, goal.target);
         const TargetState before =
             mayStand ? TargetState(system_.files, system_.pump, goal.target) : TargetState();
         isCancelled = !KeepForUndo(goal, selection);
-        if (!isCancelled) host_.Engine().Extract(selection.copy.path, goal.target, before);
+        if (!isCancelled) engine_().Extract(selection.copy.path, goal.target, before);
     });
     if (entered) browser_.SelectLast();
     if (entered && !isCancelled) {
-        host_.BusyHide(true);
+        progress_.BusyHide(true);
         return;
     }
-    host_.BusyHide(false);
+    progress_.BusyHide(false);
     if (!state_.silentRun) Tell(restore_text::kCancelled);
 }
 
@@ -121,7 +121,7 @@ bool RestoreCommands::KeepForUndo(const std::wstring& path, SafetyCopies::Proof 
     for (const ListedCopy& copy : selection.copies) {
         series.copies.push_back({copy.path, NumberOfLabel(copy.label)});
     }
-    SafetyCopies copies(system_, state_, host_.Engine());
+    SafetyCopies copies(system_, state_, engine_());
     const auto outcome = copies.Keep(path, proof, series, In(restore_text::kAllNumbersUsed));
     if (outcome == SafetyCopies::Outcome::Failed) {
         browser_.SelectLast();

@@ -29,8 +29,6 @@ void AboutBox::AsAbout(Form& owner) {
         form_.ShowControl(L"cmdClose", true);
         form_.ShowModal(system_.pump, owner.Handle());
     });
-    // What a click threw, beyond errors that are told, goes on where the box was asked for.
-    if (escaped_) std::rethrow_exception(std::exchange(escaped_, nullptr));
 }
 
 void AboutBox::ShowOpeningScreen() {
@@ -67,6 +65,8 @@ void AboutBox::lblWS_Click() {
     trap_(L"lblWS_Click", [this] { MMyScripting::ShellPath(system_, form_.Text(L"lblWS")); });
 }
 
-void AboutBox::OnEscaped(Form&, const std::exception_ptr& error) noexcept { escaped_ = error; }
+void AboutBox::OnEscaped(Form&, const std::exception_ptr& error) noexcept {
+    ReportEscaped(error, trap_);
+}
 
 }  // namespace vw

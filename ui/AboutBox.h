@@ -4,6 +4,7 @@
 
 #include "platform/ErrorTrap.h"
 #include "platform/System.h"
+#include "ui/EscapedError.h"
 #include "ui/Form.h"
 
 namespace vw {
@@ -35,7 +36,6 @@ class AboutBox final : private FormEvents {
     ErrorTrap trap_{system_.errors, L"Form", L"frmAbout"};
     Form form_;
     bool openedFromAnother_ = false;  ///< a click anywhere closes it then
-    std::exception_ptr escaped_;
 };
 
 }  // namespace vw

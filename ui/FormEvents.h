@@ -32,6 +32,7 @@ struct ControlEvent {
     int value =
         0;  ///< row of a list from 0 (-1: none), column, virtual key or value of a scroll bar
     std::vector<std::wstring> files{};
+    int id = 0;  ///< number of the control, or of the menu entry or button
 };
 
 /// Why a form is to be unloaded.

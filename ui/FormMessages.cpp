@@ -182,9 +182,12 @@ std::optional<LRESULT> Form::OnControlMessage(UINT message, WPARAM wParam, LPARA
 }
 
 void Form::Tell(const ControlData& data, EventKind kind, int value, std::wstring_view key) {
-    events_.OnControl(
-        *this,
-        {.control = data.name, .index = data.index, .kind = kind, .key = key, .value = value});
+    events_.OnControl(*this, {.control = data.name,
+                              .index = data.index,
+                              .kind = kind,
+                              .key = key,
+                              .value = value,
+                              .id = data.id});
 }
 
 void Form::OnCommand(int id, int code, HWND control) {
@@ -220,16 +223,21 @@ void Form::OnMenuOrButton(int id) {
     const MenuItemData* item = menu_ ? menu_->Find(id) : nullptr;
     if (item != nullptr) {
         if (!menu_->IsAvailable(*item)) return;
-        events_.OnControl(
-            *this,
-            {.control = menu_->NameOf(*item), .index = item->index, .kind = EventKind::Click});
+        events_.OnControl(*this, {.control = menu_->NameOf(*item),
+                                  .index = item->index,
+                                  .kind = EventKind::Click,
+                                  .id = id});
         return;
     }
     for (const Part& part : parts_) {
         const ToolButtonData* button = part.toolBar ? part.toolBar->Find(id) : nullptr;
         if (button == nullptr) continue;
         if (part.toolBar->IsEnabled(button->key)) {
-            Tell(*part.data, EventKind::Click, id, button->key);
+            events_.OnControl(*this, {.control = part.data->name,
+                                      .kind = EventKind::Click,
+                                      .key = button->key,
+                                      .value = id,
+                                      .id = id});
         }
         return;
     }
@@ -263,6 +271,7 @@ void Form::OnDrop(HWND list, WPARAM drop) {
     const Part* part = FindByWindow(list);
     if (part == nullptr) return;
     event.control = part->data->name;
+    event.id = part->data->id;
     events_.OnControl(*this, event);
 }
 

@@ -1,5 +1,6 @@
 #include "ui/Menu.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "platform/RuntimeError.h"
@@ -117,6 +118,11 @@ void Menu::SetText(std::wstring_view name, std::wstring_view text, int index) {
 }
 
 bool Menu::IsEnabled(std::wstring_view name, int index) const { return At(name, index).enabled; }
+
+bool Menu::IsEnabled(int id) const {
+    return std::ranges::any_of(
+        entries_, [id](const Entry& entry) { return entry.data->id == id && entry.enabled; });
+}
 
 void Menu::Enable(std::wstring_view name, bool on, int index) {
     Entry& entry = At(name, index);

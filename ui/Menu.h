@@ -35,6 +35,7 @@ class Menu {
     void SetText(std::wstring_view name, std::wstring_view text, int index = kNoIndex);
 
     [[nodiscard]] bool IsEnabled(std::wstring_view name, int index = kNoIndex) const;
+    [[nodiscard]] bool IsEnabled(int id) const;
     void Enable(std::wstring_view name, bool on, int index = kNoIndex);
 
     [[nodiscard]] bool IsChecked(std::wstring_view name, int index = kNoIndex) const;

@@ -10,9 +10,10 @@
 #include "fsutil/NetworkProbe.h"
 #include "list/editing/FileDialogs.h"
 #include "list/editing/Filter.h"
-#include "list/editing/ListHost.h"
+#include "list/editing/ListContext.h"
 #include "list/editing/ListSaving.h"
 #include "list/editing/RecentFiles.h"
+#include "list/editing/RestoreView.h"
 #include "list/editing/SubItem.h"
 #include "list/format/CopiesCount.h"
 #include "list/format/FieldReader.h"
@@ -23,10 +24,12 @@
 #include "platform/FileSystem.h"
 #include "platform/Like.h"
 #include "platform/MsgBox.h"
+#include "platform/ProgramControl.h"
 #include "platform/ProgramState.h"
 #include "platform/Scoped.h"
 #include "platform/TextDirection.h"
 #include "ui/Form.h"
+#include "ui/StatusLine.h"
 
 namespace vw {
 namespace {
@@ -84,15 +87,15 @@ std::vector<std::wstring> PathsOf(std::wstring_view text) {
 
 BackupList::BackupList(System& system, ProgramState& state, Form& main, FileDialogs& dialogs,
                        MRecentFiles::SettingsStore& settings, MRecentFiles::RecentFiles& recent,
-                       ListHost& host)
+                       const ListContext& context)
     : system_(system),
       state_(state),
       main_(main),
       dialogs_(dialogs),
       settings_(settings),
       recent_(recent),
-      host_(host),
-      rows_(system, state, main, host) {}
+      context_(context),
+      rows_(system, state, main, context) {}
 
 bool BackupList::FileSave() {
     trap_(L"FileSave", [this] {
@@ -108,7 +111,7 @@ bool BackupList::FileSave() {
             keepOld_ = false;
             known_ = bytes;
             // What the notice announced has happened.
-            if (!std::exchange(missing_, {}).empty()) host_.ShowStatus({});
+            if (!std::exchange(missing_, {}).empty()) context_.status.ShowNotice({});
         } catch (...) {
             state_.listModified = true;
             throw;
@@ -139,8 +142,12 @@ bool BackupList::GetList() {
         main_.SetText(L"lblBackages", std::to_wstring(state_.copiesCount));
         if (rows_.Count() > 0) rows_.List().Select(0);
         rows_.UpdateWarnings();
-        host_.ListLoaded();
-        host_.ShowStatus(MissingText());
+        // Copies on a drive that does not answer are not there, as far as anybody can see.
+        if (!state_.silentRun) {
+            const bool isThere = rows_.MayAnswer(state_.BackupTo);
+            context_.copies.ListLoaded(isThere ? std::wstring_view(state_.BackupTo) : L"C:");
+        }
+        context_.status.ShowNotice(MissingText());
         // Where the drive is not there, other copies are listed; the box names the list's drive.
         ShowDestinationDrive();
     });
@@ -250,7 +257,7 @@ void BackupList::FileNew(bool saveAs) {
         }
         former.LetGo();
         if (saveAs) known_.reset();
-        host_.SetCaption();
+        context_.showCaption();
         state_.listModified = true;
         recent_.RecentFile(1, state_.currentListPath);
         recent_.UpdateRecentFiles();
@@ -270,8 +277,8 @@ void BackupList::FileOpen(std::wstring_view path) {
         recent_.UpdateRecentFiles();
         if (!GetList()) return;
         former.LetGo();
-        host_.RestoredPath(SubItem(rows_.List(), L"Path"));
-        host_.SetCaption();
+        context_.copies.RestoredPath(SubItem(rows_.List(), L"Path"));
+        context_.showCaption();
     });
 }
 
@@ -293,7 +300,7 @@ void BackupList::FileSaveAs() {
 void BackupList::DoClose() {
     trap_(L"DoClose", [this] {
         closingUnsaved_ = true;
-        host_.frmUnload();
+        context_.program.frmUnload();
     });
 }
 
@@ -303,11 +310,11 @@ void BackupList::SaveOnClose() {
 
 void BackupList::RefuseDestination(std::wstring_view destination, bool formerAnswers) {
     const std::wstring drive(destination.substr(0, 2));
-    host_.ShowStatus(state_.arabic
-                         ? L"محرك الأقراص " + MarkPath(drive) + L" غير جاهز. تبقى النسخ في " +
-                               MarkPath(state_.BackupTo) + L'.'
-                         : L"Drive " + drive + L" is not ready. The copies still go to " +
-                               state_.BackupTo + L'.');
+    context_.status.ShowNotice(
+        state_.arabic ? L"محرك الأقراص " + MarkPath(drive) + L" غير جاهز. تبقى النسخ في " +
+                            MarkPath(state_.BackupTo) + L'.'
+                      : L"Drive " + drive + L" is not ready. The copies still go to " +
+                            state_.BackupTo + L'.');
     const std::wstring former = state_.BackupTo.substr(0, 2);
     if (formerAnswers && Like(former, L"[A-Z]:") &&
         MFileDosShell::FolderExists(system_.files, former + L"\\")) {
@@ -328,8 +335,8 @@ void BackupList::ChooseDestination(std::wstring_view destination) {
     state_.BackupTo = destination;
     state_.listModified = true;
     settings_.SaveSetting(setting::kBackupTo, destination);
-    host_.ListRestoreFiles();
-    host_.RestoredPath(SubItem(rows_.List(), L"Path"));
+    context_.copies.ListRestoreFiles();
+    context_.copies.RestoredPath(SubItem(rows_.List(), L"Path"));
     ShowDestinationDrive();
     FileSave();
 }

@@ -15,7 +15,7 @@ namespace vw {
 
 class FileDialogs;
 class Form;
-class ListHost;
+struct ListContext;
 struct ProgramState;
 
 namespace MRecentFiles {
@@ -28,7 +28,7 @@ class BackupList {
   public:
     BackupList(System& system, ProgramState& state, Form& main, FileDialogs& dialogs,
                MRecentFiles::SettingsStore& settings, MRecentFiles::RecentFiles& recent,
-               ListHost& host);
+               const ListContext& context);
 
     [[nodiscard]] ListRows& Rows() noexcept { return rows_; }
     /// The one file dialog of the main window, cdDialog.
@@ -93,7 +93,7 @@ class BackupList {
     FileDialogs& dialogs_;
     MRecentFiles::SettingsStore& settings_;
     MRecentFiles::RecentFiles& recent_;
-    ListHost& host_;
+    const ListContext& context_;
     ListRows rows_;
     FileDialogSetup dialog_;
     bool keepOld_ = false;               ///< the file has lines that the next save would lose

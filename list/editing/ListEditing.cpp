@@ -6,7 +6,8 @@
 #include "list/editing/BackupList.h"
 #include "list/editing/FileDialogs.h"
 #include "list/editing/Filter.h"
-#include "list/editing/ListHost.h"
+#include "list/editing/ListContext.h"
+#include "list/editing/RestoreView.h"
 #include "list/editing/SubItem.h"
 #include "platform/ErrorTrap.h"
 #include "platform/EventPump.h"
@@ -14,6 +15,7 @@
 #include "platform/Like.h"
 #include "platform/MsgBox.h"
 #include "platform/ProgramState.h"
+#include "platform/ProgressReporter.h"
 #include "platform/TextCase.h"
 #include "platform/UserLocale.h"
 #include "ui/Form.h"
@@ -31,14 +33,14 @@ std::wstring WithoutSeparator(std::wstring_view folder) {
 }  // namespace
 
 ListEditing::ListEditing(System& system, ProgramState& state, Form& main, FileDialogs& dialogs,
-                         BackupList& list, ListHost& host)
+                         BackupList& list, const ListContext& context)
     : system_(system),
       state_(state),
       main_(main),
       dialogs_(dialogs),
       list_(list),
       rows_(list.Rows()),
-      host_(host) {}
+      context_(context) {}
 
 bool ListEditing::PathIsDrive(std::wstring_view path, bool ask) {
     const bool isDrive = Like(path, L"?:");
@@ -88,7 +90,7 @@ void ListEditing::mnuAddFolderClick() { AddItem(FileDialogKind::AddFolder); }
 void ListEditing::AddRule() { AddItem(FileDialogKind::AddRule); }
 
 void ListEditing::AddItem(FileDialogKind kind) {
-    host_.ApplicationSartup(true);
+    context_.startAtLogon(true);
     const std::wstring path = GetFileFolder(kind);
     if (path.empty() || IsShownText(path) || path.ends_with(L":\\\\")) return;
     const int before = BeginAdding();
@@ -125,7 +127,7 @@ void ListEditing::CopyTo() {
 }
 
 void ListEditing::mnuAddFileClick() {
-    host_.ApplicationSartup(true);
+    context_.startAtLogon(true);
     const std::wstring selection = GetFileFolder(FileDialogKind::AddFiles);
     if (selection.empty()) return;
     // Also what the end of the session finds half added is saved.
@@ -136,7 +138,7 @@ void ListEditing::mnuAddFileClick() {
         AddChosen(selection);
     }
     SelectAdded(before);
-    host_.BusyHide();
+    context_.progress.BusyHide(true);
     Save();
 }
 
@@ -158,7 +160,7 @@ void ListEditing::AddChosen(const std::wstring& selection) {
 // Shows what is being added, adds it and lets the windows live; false once the user has cancelled.
 bool ListEditing::AddShown(std::wstring_view caption, const std::wstring& path) {
     if (state_.cancelRequested) return false;
-    host_.Msg(caption, path);
+    context_.progress.Msg(caption, path);
     Add(path);
     system_.pump.DoEventsIfDue();
     return true;
@@ -245,7 +247,7 @@ void ListEditing::DelItem() {
     Save();
     const int count = rows_.Count();
     if (count == 0) {
-        host_.ApplicationSartup(false);
+        context_.startAtLogon(false);
     } else {
         list.Select(selected < count ? selected : count - 1);
     }
@@ -256,11 +258,13 @@ void ListEditing::mnuDelAllClick() {
     if (rows_.Count() > 0) list_.KeepOldList();
     rows_.Clear();
     state_.listModified = true;
-    host_.ApplicationSartup(false);
+    context_.startAtLogon(false);
     list_.FileSave();
 }
 
-void ListEditing::lsvBackupListClick() { host_.RestoredPath(SubItem(rows_.List(), L"Path")); }
+void ListEditing::lsvBackupListClick() {
+    context_.copies.RestoredPath(SubItem(rows_.List(), L"Path"));
+}
 
 void ListEditing::lsvBackupListColumnClick(int column) {
     descending_ = !descending_;

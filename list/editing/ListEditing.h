@@ -13,7 +13,7 @@ namespace vw {
 class BackupList;
 class FileDialogs;
 class Form;
-class ListHost;
+struct ListContext;
 class ListRows;
 struct ProgramState;
 
@@ -26,7 +26,7 @@ inline constexpr std::wstring_view kDriveRefused = L"Add sub path; not a drive";
 class ListEditing {
   public:
     ListEditing(System& system, ProgramState& state, Form& main, FileDialogs& dialogs,
-                BackupList& list, ListHost& host);
+                BackupList& list, const ListContext& context);
 
     /// Lets the user choose files: one, several, a pattern, or a folder whose files are all added.
     void mnuAddFileClick();
@@ -79,7 +79,7 @@ class ListEditing {
     FileDialogs& dialogs_;
     BackupList& list_;
     ListRows& rows_;
-    ListHost& host_;
+    const ListContext& context_;
     std::wstring offered_;  ///< what was to be added last
     bool descending_ = false;
 };

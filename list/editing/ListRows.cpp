@@ -1,9 +1,10 @@
 #include "list/editing/ListRows.h"
 
+#include "engine/CPackage.h"
 #include "engine/CopyName.h"
 #include "fsutil/FileQueries.h"
 #include "fsutil/PathText.h"
-#include "list/editing/ListHost.h"
+#include "list/editing/ListContext.h"
 #include "list/editing/RowWarnings.h"
 #include "platform/DateText.h"
 #include "platform/ErrorTrap.h"
@@ -23,8 +24,9 @@ bool IsRule(std::wstring_view path) { return path.ends_with(L"\\*"); }
 
 }  // namespace
 
-ListRows::ListRows(System& system, const ProgramState& state, Form& main, ListHost& host)
-    : system_(system), state_(state), main_(main), host_(host), probe_(system) {}
+ListRows::ListRows(System& system, const ProgramState& state, Form& main,
+                   const ListContext& context)
+    : system_(system), state_(state), main_(main), context_(context), probe_(system) {}
 
 ListView& ListRows::List() { return main_.List(L"lsvBackupList"); }
 
@@ -59,7 +61,7 @@ std::optional<SizeAndDate> ListRows::Facts(std::wstring_view path) {
         trap_(L"AddToList", [&] { probe_.Require(path); });
         return SizeAndDate{.isKnown = false};
     }
-    if (!state_.silentRun) return PathSizeAndDate(system_, host_.StoredDates(), path);
+    if (!state_.silentRun) return PathSizeAndDate(system_, context_.engine(), path);
     const bool exists =
         trap_.Or(true, L"AddToList", [&] { return system_.files.Look(path).has_value(); });
     if (!exists) return std::nullopt;
@@ -70,7 +72,7 @@ std::optional<SizeAndDate> ListRows::Facts(std::wstring_view path) {
 // that is away may take long to say so.
 std::wstring ListRows::LocationText(std::wstring_view path, bool isKnown) {
     if (state_.silentRun || !isKnown || !MayAnswer(state_.BackupTo)) return {};
-    const int location = host_.LocationID(path);
+    const int location = context_.engine().LocationID(path);
     return location < 0 ? std::wstring() : TwoDigits(location);
 }
 

@@ -14,7 +14,7 @@
 namespace vw {
 
 class Form;
-class ListHost;
+struct ListContext;
 class ListView;
 struct ProgramState;
 
@@ -22,7 +22,7 @@ struct ProgramState;
 /// in any letter case.
 class ListRows {
   public:
-    ListRows(System& system, const ProgramState& state, Form& main, ListHost& host);
+    ListRows(System& system, const ProgramState& state, Form& main, const ListContext& context);
 
     enum class Outcome { Added, AlreadyThere, Vanished };
 
@@ -72,7 +72,7 @@ class ListRows {
     ErrorTrap trap_{system_.errors, L"Form", L"frmMain"};
     const ProgramState& state_;
     Form& main_;
-    ListHost& host_;
+    const ListContext& context_;
     NetworkProbe probe_;
     std::unordered_set<std::wstring> keys_;
     int refreshed_ = -1;  ///< the row that was refreshed last

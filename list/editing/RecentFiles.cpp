@@ -1,7 +1,6 @@
 #include "list/editing/RecentFiles.h"
 
 #include "fsutil/PathText.h"
-#include "list/editing/RecentFilesHost.h"
 #include "platform/ErrorTrap.h"
 #include "platform/ProgramState.h"
 #include "platform/RuntimeError.h"
@@ -16,8 +15,11 @@ std::wstring EntryKey(int index) {
 }  // namespace
 
 RecentFiles::RecentFiles(ErrorSink& errors, SettingsStore& settings, ProgramState& state,
-                         RecentFilesHost& host)
-    : trap_(errors, L"Module", L"MRecentFiles"), settings_(settings), state_(state), host_(host) {}
+                         RecentFileActions actions)
+    : trap_(errors, L"Module", L"MRecentFiles"),
+      settings_(settings),
+      state_(state),
+      actions_(std::move(actions)) {}
 
 std::wstring RecentFiles::RecentFile(int index) const {
     return trap_.Or(std::wstring(), L"RecentFile",
@@ -53,7 +55,7 @@ void RecentFiles::UpdateRecentFiles() {
             menu[i].caption = MFileDosShell::CFileFirstName(RecentFile(static_cast<int>(i) + 1));
             menu[i].visible = !menu[i].caption.empty();
         }
-        host_.ShowRecentFiles(menu);
+        actions_.showMenu(menu);
     });
 }
 
@@ -61,13 +63,13 @@ void RecentFiles::UpdateRecentFiles() {
 void RecentFiles::mnuRecentFileClick(int index) {
     trap_(L"mnuRecentFileClick", [&] {
         if (index != 0) {
-            host_.Ready(false);
-            host_.FileOpen(RecentFile(index));
-            host_.Ready(true);
+            actions_.ready(false);
+            actions_.open(RecentFile(index));
+            actions_.ready(true);
             return;
         }
-        host_.OpenDefaultList();
-        host_.SetCaption();
+        actions_.openDefault();
+        actions_.showCaption();
     });
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <array>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -10,8 +12,32 @@
 namespace vw {
 
 class ErrorSink;
-class RecentFilesHost;
 struct ProgramState;
+
+/// One of the elements 1 to 3 of the File menu's recent lists.
+struct RecentFileEntry {
+    std::wstring caption;  ///< as it reads; a menu needs its "&" doubled
+    bool visible = false;
+
+    friend bool operator==(const RecentFileEntry&, const RecentFileEntry&) = default;
+};
+
+/// Elements 1, 2 and 3 of the menu, in this order. Element 0 is fixed: the default list.
+using RecentFileMenu = std::array<RecentFileEntry, 3>;
+
+/// What the recent lists use of the main window and of the commands on lists.
+struct RecentFileActions {
+    /// Disables the main window and shows the hourglass (false), or gives it back (true).
+    std::function<void(bool)> ready;
+    /// Opens a list file and makes it the one in use.
+    std::function<void(std::wstring_view path)> open;
+    /// Opens the list that the program starts with and makes it the one in use.
+    std::function<void()> openDefault;
+    /// Shows in the main window's caption which list is in use.
+    std::function<void()> showCaption;
+    /// Gives the recent lists of the File menu their captions.
+    std::function<void(const RecentFileMenu&)> showMenu;
+};
 
 namespace MRecentFiles {
 
@@ -19,7 +45,7 @@ namespace MRecentFiles {
 class RecentFiles {
   public:
     RecentFiles(ErrorSink& errors, SettingsStore& settings, ProgramState& state,
-                RecentFilesHost& host);
+                RecentFileActions actions);
 
     /// Entry 1 (the most recent) to 4; empty when there is none.
     [[nodiscard]] std::wstring RecentFile(int index) const;
@@ -43,7 +69,7 @@ class RecentFiles {
     ErrorTrap trap_;
     SettingsStore& settings_;
     ProgramState& state_;
-    RecentFilesHost& host_;
+    RecentFileActions actions_;
 };
 
 }  // namespace MRecentFiles

@@ -33,7 +33,13 @@ class App : public testing::Test {
     }
 
     void Start(std::wstring_view arguments = {}) {
-        application.Start(L"program.exe " + std::wstring(arguments));
+        try {
+            application.Start(L"program.exe " + std::wstring(arguments));
+        } catch (const ProgramEnded&) {
+            // It came out of the call itself.
+            static_cast<void>(world.programEnd.Take());
+            throw;
+        }
     }
     void WriteDefaultList(const std::vector<std::wstring>& items, int copies = 3) {
         state.currentListPath = state.DefaultListPath();
@@ -45,8 +51,19 @@ class App : public testing::Test {
     }
     WindowSet& Windows() { return application.Windows(); }
     Form& Main() { return Windows().frmMain; }
-    /// A command of a menu or button. What the handlers throw comes out.
+    /// Whether the program goes on after a moment without messages.
+    [[nodiscard]] bool IsAlive() {
+        application.OnIdle();
+        return application.HasLoadedWindow();
+    }
+    /// Whether a silent run can receive messages.
+    [[nodiscard]] bool HasMessages() {
+        application.AppearIfDue();
+        return application.HasLoadedWindow();
+    }
+    /// A command of a menu or button. The end of the program comes out.
     void Choose(int id) {
+        static_cast<void>(world.programEnd.Take());
         SendMessageW(Main().Handle(), WM_COMMAND, static_cast<WPARAM>(id), 0);
         Rethrow();
     }
@@ -55,9 +72,7 @@ class App : public testing::Test {
         Rethrow();
     }
     void Rethrow() {
-        if (const std::exception_ptr escaped = Windows().main.TakeEscaped()) {
-            std::rethrow_exception(escaped);
-        }
+        if (const auto exitCode = world.programEnd.Take()) world.programEnd.End(*exitCode);
     }
     [[nodiscard]] std::vector<std::wstring> Paths() { return Windows().list.Rows().Paths(); }
 

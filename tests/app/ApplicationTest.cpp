@@ -24,7 +24,7 @@ TEST_F(App, StartsWithTheDefaultListAndTakesTheOpeningScreenAway) {
     EXPECT_FALSE(Main().Menus().IsChecked(L"mnuOptions", 0));
     EXPECT_TRUE(Main().Menus().IsChecked(L"mnuViewMethod", 3));
     EXPECT_TRUE(Main().Menus().IsChecked(L"mnuViewAlign", 2));
-    EXPECT_TRUE(application.IsAlive());
+    EXPECT_TRUE(IsAlive());
 }
 
 TEST_F(App, ShowsTheOpeningScreenUntilTheMainWindowIsThere) {
@@ -108,10 +108,10 @@ TEST_F(App, AHandlerThatFailsTellsOnceAndTheWindowComesBack) {
     EXPECT_EQ(error.procedure, L"mnuHelpHelpClick");
     EXPECT_EQ(error.container, L"frmMain");
     EXPECT_FALSE(Main().IsFormEnabled());
-    EXPECT_TRUE(application.IsAlive());
+    EXPECT_TRUE(IsAlive());
     EXPECT_FALSE(Main().IsFormEnabled());
     world.clock.Advance(1000);
-    EXPECT_TRUE(application.IsAlive());
+    EXPECT_TRUE(IsAlive());
     EXPECT_TRUE(Main().IsFormEnabled());
     Choose(ID_mnuViewMethod_0);
     EXPECT_TRUE(Main().Menus().IsChecked(L"mnuViewMethod", 0));
@@ -121,12 +121,12 @@ TEST_F(App, WindowsThatAreAllHiddenComeBack) {
     WriteDefaultList({letter});
     Start();
     Main().Hide();
-    EXPECT_TRUE(application.IsAlive());
+    EXPECT_TRUE(IsAlive());
     world.clock.Advance(999);
-    EXPECT_TRUE(application.IsAlive());
+    EXPECT_TRUE(IsAlive());
     EXPECT_FALSE(Main().IsVisible());
     world.clock.Advance(1);
-    EXPECT_TRUE(application.IsAlive());
+    EXPECT_TRUE(IsAlive());
     EXPECT_TRUE(Main().IsVisible());
 }
 
@@ -142,14 +142,14 @@ TEST_F(App, AKeptReportKeepsTheMainWindowWaiting) {
     EXPECT_TRUE(Windows().frmBusyDialog.Window().IsVisible());
     EXPECT_FALSE(Main().IsFormEnabled());
     world.clock.Advance(5000);
-    EXPECT_TRUE(application.IsAlive());
+    EXPECT_TRUE(IsAlive());
     EXPECT_FALSE(Main().IsFormEnabled()) << "a report is open";
     // Minimised behind the icon, and the icon was clicked.
     Main().Hide();
     Windows().frmBusyDialog.Window().Hide();
     for (int i = 0; i < 2; ++i) {
         world.clock.Advance(5000);
-        EXPECT_TRUE(application.IsAlive());
+        EXPECT_TRUE(IsAlive());
     }
     EXPECT_TRUE(Main().IsVisible());
     EXPECT_TRUE(Windows().frmBusyDialog.Window().IsVisible());
@@ -226,9 +226,9 @@ TEST_F(App, AMissingListIsToldAndTheOpeningScreenStays) {
     EXPECT_EQ(error.number, error_number::kListPathMissing);
     EXPECT_EQ(error.description, L"Path not found");
     EXPECT_EQ(error.procedure, L"Main");
-    EXPECT_TRUE(application.IsAlive());
+    EXPECT_TRUE(IsAlive());
     Windows().frmAbout.Unload();
-    EXPECT_FALSE(application.IsAlive());
+    EXPECT_FALSE(IsAlive());
 }
 
 // The user, or the system, acts in the middle of a run, at any moment: no crash, no second run
@@ -306,9 +306,7 @@ TEST_P(InARun, ExitOfTheIconEndsTheProgram) {
     EXPECT_TRUE(BackUpAnd([this] {
         Windows().frmTrayIcon.Load();
         SendMessageW(Windows().frmTrayIcon.Window().Handle(), WM_COMMAND, ID_mnuProp1Exit, 0);
-        if (const auto escaped = Windows().frmTrayIcon.TakeEscaped()) {
-            std::rethrow_exception(escaped);
-        }
+        Rethrow();
     }));
     EXPECT_EQ(world.exitStatus.Code(), error_number::kCancelled);
 }

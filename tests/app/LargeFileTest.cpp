@@ -40,9 +40,7 @@ class LargeFile : public App {
             during();
         });
         SendMessageW(running.Windows().frmMain.Handle(), WM_COMMAND, ID_mnuBackup, 0);
-        if (const auto escaped = running.Windows().main.TakeEscaped()) {
-            std::rethrow_exception(escaped);
-        }
+        Rethrow();
     }
     [[nodiscard]] bool HasCopy(const wchar_t* name) const {
         return Exists(drive.Backup() + L"\\" + name);
@@ -70,9 +68,7 @@ TEST_F(LargeFile, EndOfTheSession_IsAnswered) {
     EXPECT_THROW(BackUpAnd([&] {
                      EXPECT_NE(SendMessageW(main, WM_QUERYENDSESSION, 0, 0), 0);
                      SendMessageW(main, WM_ENDSESSION, TRUE, 0);
-                     if (const auto escaped = running.Windows().main.TakeEscaped()) {
-                         std::rethrow_exception(escaped);
-                     }
+                     Rethrow();
                  }),
                  ProgramEnded);
     EXPECT_EQ(heard, 1);

@@ -15,12 +15,9 @@ namespace {
 const std::wstring kBaseName = L"VaultwrightTests-Logon";
 const std::wstring kRunKey = L"SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Run";
 
-class RecordingMark final : public AutoBackupMark {
-  public:
+struct RecordedMark {
     std::vector<bool> marks;
     int explained = 0;
-    void CheckAutoBackup(bool on) override { marks.push_back(on); }
-    void ExplainAutoBackup() override { ++explained; }
 };
 
 /// A drive of a chosen kind; remembers which one was asked about.
@@ -64,8 +61,12 @@ class LogonStarts : public testing::Test {
     ProgramState state;
     SystemRegistry registry;
     CCommonAPI api{registry, world.ansi, world.boxes, world.errors};
-    RecordingMark mark;
-    LogonStart logon{system, api, settings, state, mark};
+    RecordedMark mark;
+    LogonStart::OnChange onChange = [this](bool isOn, bool isNew) {
+        mark.marks.push_back(isOn);
+        if (isNew) ++mark.explained;
+    };
+    LogonStart logon{system, api, settings, state, onChange};
 
     void SetUp() override {
         state.applicationFolder = L"C:\\My Vault";
@@ -176,7 +177,7 @@ TEST_F(LogonStarts, CannotBeSwitchedOffBesideAHardDriveEither) {
 
 TEST_F(LogonStarts, OfAProgramOnAnotherMachineAreRefused) {
     System real = world.With(world.files);
-    LogonStart onRealDrives(real, api, settings, state, mark);
+    LogonStart onRealDrives(real, api, settings, state, onChange);
     state.applicationFolder = L"\\\\server\\share\\Vault";
     state.currentListPath = state.DefaultListPath();
     world.boxes.Expect(L"Run this Application from your hard drive");
@@ -186,7 +187,7 @@ TEST_F(LogonStarts, OfAProgramOnAnotherMachineAreRefused) {
 
 TEST_F(LogonStarts, OfAProgramOnTheRealHardDriveAreTaken) {
     System real = world.With(world.files);
-    LogonStart onRealDrives(real, api, settings, state, mark);
+    LogonStart onRealDrives(real, api, settings, state, onChange);
     onRealDrives.ApplicationSartup(true);
     EXPECT_TRUE(onRealDrives.ApplicationSartup());
 }
@@ -194,7 +195,7 @@ TEST_F(LogonStarts, OfAProgramOnTheRealHardDriveAreTaken) {
 TEST_F(LogonStarts, SwitchOn_WithoutTheRights_LeavesTheMarkClear) {
     ReadOnlyRegistry refused;
     CCommonAPI refusedApi(refused, world.ansi, world.boxes, world.errors);
-    LogonStart withoutRights(system, refusedApi, settings, state, mark);
+    LogonStart withoutRights(system, refusedApi, settings, state, onChange);
     withoutRights.ApplicationSartup(true);
     EXPECT_EQ(Entry(), std::nullopt);
     EXPECT_EQ(Setting(), L"-1");
@@ -206,7 +207,7 @@ TEST_F(LogonStarts, SwitchOn_WithoutTheRights_LeavesTheMarkClear) {
 TEST_F(LogonStarts, TellAnErrorAsTheirOwn) {
     world.files.FailFrom(1, error_number::kNotReady);
     System failing = world.With(world.files);
-    LogonStart onFailingDrive(failing, api, settings, state, mark);
+    LogonStart onFailingDrive(failing, api, settings, state, onChange);
     onFailingDrive.ApplicationSartup(true);
     const ToldError error = world.errors.TakeOne();
     EXPECT_EQ(error.number, error_number::kNotReady);

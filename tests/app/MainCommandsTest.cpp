@@ -1,6 +1,7 @@
 // Which command each button and each menu entry stands for.
 
 #include "app/MainCommands.h"
+#include "ui/resource.h"
 
 #include <gtest/gtest.h>
 
@@ -57,32 +58,39 @@ std::wstring InCapitals(std::wstring text) {
     return text;
 }
 
+/// The number of a menu entry.
+int IdOf(std::wstring_view name, int index) {
+    for (const MenuItemData& entry : MainForm().menu) {
+        if (entry.name == name && (entry.index == index || entry.index == kNoIndex))
+            return entry.id;
+    }
+    ADD_FAILURE() << Narrow(name);
+    return 0;
+}
+
 TEST(MainCommands, AButtonDoesWhatItsMenuEntryDoes) {
     for (const Row& row : kButtons) {
         SCOPED_TRACE(Narrow(row.key));
-        const MainCommand* command = MainCommand::Find({}, row.key);
+        const MainCommand* command = MainCommand::FindByKey(row.key);
         ASSERT_NE(command, nullptr);
-        EXPECT_EQ(command->buttonIndex, row.index);
         if (row.menu == nullptr) continue;
-        const MainCommand* entry = MainCommand::Find(row.menu, {});
-        ASSERT_NE(entry, nullptr);
-        EXPECT_TRUE(command->handler == entry->handler);
-        EXPECT_EQ(command->procedure, entry->procedure);
+        EXPECT_EQ(command, MainCommand::Find(IdOf(row.menu, row.index)));
     }
 }
 
 TEST(MainCommands, KeysCompareWithoutRegardToCase) {
     for (const Row& row : kButtons) {
-        EXPECT_EQ(MainCommand::Find({}, InCapitals(row.key)), MainCommand::Find({}, row.key))
+        EXPECT_EQ(MainCommand::FindByKey(InCapitals(row.key)), MainCommand::FindByKey(row.key))
             << Narrow(row.key);
     }
 }
 
 TEST(MainCommands, AnUnknownKeyDoesNothing) {
     for (const auto* key : {L"", L"EditAdd", L"Delete", L"FileNewer"}) {
-        EXPECT_EQ(MainCommand::Find({}, key), nullptr) << Narrow(key);
+        EXPECT_EQ(MainCommand::FindByKey(key), nullptr) << Narrow(key);
     }
-    EXPECT_EQ(MainCommand::Find(L"mnuUnknown", {}), nullptr);
+    EXPECT_EQ(MainCommand::Find(0), nullptr);
+    EXPECT_EQ(MainCommand::Find(ID_mnuViewMethod_4), nullptr) << "a separator";
 }
 
 // Nothing that a user can choose is without a command, and no two entries share one.
@@ -90,14 +98,16 @@ TEST(MainCommands, EveryEntryAndEveryButtonOfTheWindowHasOne) {
     std::set<const MainCommand*> commands;
     for (const MenuItemData& entry : MainForm().menu) {
         if (entry.level == 0 || entry.separator) continue;
-        const MainCommand* command = MainCommand::Find(entry.name, {});
+        const MainCommand* command = MainCommand::Find(entry.id);
         ASSERT_NE(command, nullptr) << Narrow(entry.name);
-        EXPECT_TRUE(commands.insert(command).second || entry.index > 0) << Narrow(entry.name);
+        EXPECT_TRUE(commands.insert(command).second) << Narrow(entry.name);
     }
     std::size_t buttons = 0;
     for (const ControlData& control : MainForm().controls) {
         for (const ToolButtonData& button : control.buttons) {
-            EXPECT_NE(MainCommand::Find({}, button.key), nullptr) << Narrow(button.key);
+            const MainCommand* command = MainCommand::Find(button.id);
+            ASSERT_NE(command, nullptr) << Narrow(button.key);
+            EXPECT_EQ(command, MainCommand::FindByKey(button.key)) << Narrow(button.key);
             ++buttons;
         }
     }

@@ -158,14 +158,14 @@ TEST_F(RunOutcome, SilentRun_WrongCommandLine_EndsByItselfAfterAMinute) {
     Start(L"/B " + tree.Path(L"No such list.vwl"));
     EXPECT_EQ(world.errors.TakeOne().number, error_number::kListPathMissing);
     world.clock.Advance(kMinute - 1);
-    EXPECT_TRUE(application.IsAlive());
+    EXPECT_TRUE(IsAlive());
     // A box, too, gives whoever reads it a minute more.
     application.OnSilentBox();
     world.clock.Advance(kMinute - 1);
-    EXPECT_TRUE(application.IsAlive());
+    EXPECT_TRUE(IsAlive());
     world.clock.Advance(1);
     try {
-        (void)application.IsAlive();
+        application.OnIdle();
         FAIL() << "it waits for somebody who chooses Exit";
     } catch (const ProgramEnded& end) {
         EXPECT_EQ(end.exitCode, error_number::kListPathMissing);
@@ -174,10 +174,10 @@ TEST_F(RunOutcome, SilentRun_WrongCommandLine_EndsByItselfAfterAMinute) {
 
 TEST_F(RunOutcome, StartupSwitch_WhileItIsOff_EndsByItselfWithZero) {
     Start(L"/Startup");
-    EXPECT_TRUE(application.IsAlive());
+    EXPECT_TRUE(IsAlive());
     world.clock.Advance(kMinute);
     try {
-        (void)application.IsAlive();
+        application.OnIdle();
         FAIL() << "it waits for somebody who chooses Exit";
     } catch (const ProgramEnded& end) {
         EXPECT_EQ(end.exitCode, 0);
@@ -188,7 +188,7 @@ TEST_F(RunOutcome, InteractiveRun_NeverEndsByItself) {
     WriteDefaultList({letter});
     Start();
     world.clock.Advance(10 * kMinute);
-    EXPECT_TRUE(application.IsAlive());
+    EXPECT_TRUE(IsAlive());
     EXPECT_THROW(Close(), ProgramEnded);
 }
 

@@ -67,11 +67,11 @@ TEST_F(SilentRun, HasItsIconAndTheUnseenDialogWhenItTakesLonger) {
 TEST_F(SilentRun, HasItsIconOnceItHasLasted) {
     WriteDefaultList({});
     world.pump.AtYield(3, [this] {
-        EXPECT_FALSE(application.HasMessages());
+        EXPECT_FALSE(HasMessages());
         world.clock.Advance(999);
-        EXPECT_FALSE(application.HasMessages());
+        EXPECT_FALSE(HasMessages());
         world.clock.Advance(1);
-        EXPECT_TRUE(application.HasMessages());
+        EXPECT_TRUE(HasMessages());
         icon = Windows().frmTrayIcon.Window().IsLoaded();
     });
     EXPECT_THROW(Start(L"/B"), ProgramEnded);

@@ -175,7 +175,7 @@ TEST_F(StartTest, ServerThatIsGone_IsAskedNothingByTheWindow) {
     started.Windows().list.ChooseDestination(L"Q:\\Backup");
     EXPECT_THAT(server.askedByWindow, testing::IsEmpty());
     EXPECT_EQ(state.BackupTo, L"Q:\\Backup");
-    EXPECT_THROW(started.Quit(), ProgramEnded);
+    EXPECT_THROW(started.frmUnload(), ProgramEnded);
 }
 
 }  // namespace

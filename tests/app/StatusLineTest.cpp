@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "app/StatusLine.h"
 #include "tests/ui/FormFixture.h"
+#include "ui/StatusLine.h"
 
 namespace vw {
 namespace {

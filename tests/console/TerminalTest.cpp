@@ -189,7 +189,7 @@ TEST_F(VwTerminal, Progress_NamesItemFilesBytesRateAndFile) {
         progress.OnItem(ItemEvent::Started, L"C:\\Work\\", {});
         progress.OnItem(ItemEvent::Copying, L"C:\\Work\\", {.files = 3, .bytes = 6144});
         progress.OnFileCopied(2048);
-        progress.Msg(L"", L"C:\\Work\\b.txt", L"", false, false, false);
+        progress.Msg(L"", L"C:\\Work\\b.txt");
         const std::wstring shown = Screen();
         EXPECT_NE(shown.find(L"C:\\Work\\  1/3 files  2.0 KiB/6.0 KiB  "), std::wstring::npos)
             << ToUtf8(shown);

@@ -97,9 +97,8 @@ TEST(BackupRun, ShowsEachFileWithoutWaitingClosingOrReport) {
     world.tree.File(L"a.txt", "a", Day(1));
     world.List({L"a.txt"});
     world.Run();
-    EXPECT_EQ(
-        world.host.messages,
-        (std::vector<ShownMessage>{{L"Backing:", world.Path(L"a.txt"), L"", false, false, false}}));
+    EXPECT_EQ(world.host.messages,
+              (std::vector<ShownMessage>{{L"Backing:", world.Path(L"a.txt")}}));
 }
 
 TEST(BackupRun, SendsItemsAboveTheDestinationLineWhereTheLastRunWent) {
@@ -206,7 +205,7 @@ TEST(BackupRun, LargeFile_CancelledMeanwhile_IsCopiedToItsEnd) {
         world.state.cancelRequested = true;
         yields = world.world.pump.Yields();
     };
-    CPackage engine(system, world.state, world.host);
+    CPackage engine(system, world.state, world.host, world.host);
     engine.BackupAll();
     EXPECT_GE(world.host.repaints, 2);
     EXPECT_GT(world.world.pump.Yields(), yields);

@@ -29,7 +29,7 @@ class DateRules : public testing::Test {
                       world.world.programEnd,
                       world.world.clock,
                       world.world.ansi};
-        CPackage(system, world.state, world.host).BackupAll();
+        CPackage(system, world.state, world.host, world.host).BackupAll();
         return world.host.log;
     }
 

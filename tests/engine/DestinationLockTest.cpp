@@ -190,7 +190,7 @@ TEST_F(DestinationLockTest, Run_OnAWriteProtectedDiskSaysOnceThatOthersAreNotKep
     disk.lockCode = ERROR_WRITE_PROTECT;
     System system = world.world.With(disk);
     RecordingHost host(world.Path(), world.world.errors, world.world.exitStatus);
-    CPackage engine(system, world.state, host);
+    CPackage engine(system, world.state, host, host);
     engine.BackupAll();
     EXPECT_EQ(Joined(host.log),
               Joined(Lines{L"Nothing may be written here, so runs of other computers are not kept "

@@ -42,10 +42,8 @@ Lines operator+(Lines first, const Lines& second) {
 RecordingHost::RecordingHost(std::wstring root, ErrorSink& errors, const ExitStatus& exitStatus)
     : root_(std::move(root)), errors_(errors), exitStatus_(exitStatus) {}
 
-void RecordingHost::Msg(std::wstring_view title, std::wstring_view message,
-                        std::wstring_view subMessage, bool wait, bool close, bool showReport) {
-    messages.push_back({std::wstring(title), std::wstring(message), std::wstring(subMessage), wait,
-                        close, showReport});
+void RecordingHost::Msg(std::wstring_view title, std::wstring_view message) {
+    messages.push_back({std::wstring(title), std::wstring(message)});
     log.push_back(Short(L"* " + std::wstring(title) + L" " + std::wstring(message)));
 }
 
@@ -165,7 +163,7 @@ RunResult EngineWorld::With(const std::function<void(CPackage&)>& work) {
     world.exitStatus = ExitStatus();
     RunResult result;
     {
-        CPackage engine(system, state, host);
+        CPackage engine(system, state, host, host);
         try {
             work(engine);
         } catch (const ProgramEnded&) {

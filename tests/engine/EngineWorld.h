@@ -11,9 +11,10 @@
 #include <vector>
 
 #include "engine/CPackage.h"
-#include "engine/RunHost.h"
 #include "platform/Handle.h"
+#include "platform/ProgramControl.h"
 #include "platform/ProgramState.h"
+#include "platform/ProgressReporter.h"
 #include "tests/support/TempTree.h"
 #include "tests/support/TestWorld.h"
 
@@ -32,25 +33,21 @@ inline constexpr const char* kFolder = "<folder>";
 struct ShownMessage {
     std::wstring title;
     std::wstring message;
-    std::wstring subMessage;
-    bool wait = false;
-    bool close = false;
-    bool showReport = false;
 
     friend bool operator==(const ShownMessage&, const ShownMessage&) = default;
 };
 
 /// Keeps what a run shows, tells and asks, in one log.
-class RecordingHost final : public RunHost, public ErrorSink {
+class RecordingHost final : public ProgressReporter, public ProgramControl, public ErrorSink {
   public:
     /// `root` is written as "~" in the log; errors go on to `errors`.
     RecordingHost(std::wstring root, ErrorSink& errors, const ExitStatus& exitStatus);
 
-    void Msg(std::wstring_view title, std::wstring_view message, std::wstring_view subMessage,
-             bool wait, bool close, bool showReport) override;
+    void Msg(std::wstring_view title, std::wstring_view message) override;
     void Report(std::wstring_view text, bool wait) override;
     void BusyHide(bool pause) override;
     void Ready(bool flag) override;
+    void frmUnload() override { log.emplace_back(L"[frmUnload]"); }
     void DuringCopy() override { ++repaints; }
     void OnItem(ItemEvent event, std::wstring_view path, const ItemSize& size) override;
     void OnFileCopied(std::uint64_t bytes) override;

@@ -13,6 +13,7 @@
 #include "engine/CPackage.h"
 #include "engine/CopyName.h"
 #include "fsutil/WorkingName.h"
+#include "platform/ProgramControl.h"
 #include "platform/RuntimeError.h"
 #include "tests/support/TempTree.h"
 #include "tests/support/TestWorld.h"
@@ -27,13 +28,13 @@ using test::Tree;
 
 constexpr int kCount = 3;
 
-class QuietHost final : public RunHost {
+class QuietHost final : public ProgressReporter, public ProgramControl {
   public:
-    void Msg(std::wstring_view, std::wstring_view, std::wstring_view, bool, bool, bool) override {}
+    void Msg(std::wstring_view, std::wstring_view) override {}
     void Report(std::wstring_view, bool) override {}
     void BusyHide(bool) override {}
     void Ready(bool) override {}
-    void DuringCopy() override {}
+    void frmUnload() override {}
     [[noreturn]] void EndAtOnce() override { throw test::ProgramEnded{76}; }
 };
 
@@ -82,7 +83,7 @@ class SweptWorld {
 
     // One run of a process of its own; false when it died on the way.
     bool Run() {
-        CPackage engine(world_.system, state_, host_);
+        CPackage engine(world_.system, state_, host_, host_);
         try {
             engine.BackupAll();
             return true;

@@ -106,7 +106,7 @@ TEST(LocationNumber, ThatDoesNotFitIsAnOverflow) {
     EngineWorld world;
     CrowdedStore crowded(world.world.files);
     System system = world.world.With(crowded);
-    CPackage engine(system, world.state, world.host);
+    CPackage engine(system, world.state, world.host, world.host);
     EXPECT_EQ(engine.LocationID(world.Path(L"a.txt")), -1);
     const ToldError error = world.world.errors.TakeOne();
     EXPECT_EQ(error.number, error_number::kOverflow);

@@ -145,7 +145,7 @@ TEST(BusyDestination, IsTriedAgainByTheNextRun) {
     world.tree.File(L"a.txt", "a", Day(1));
     world.List({L"a.txt"});
     world.state.silentRun = true;
-    CPackage engine(world.system, world.state, world.host);
+    CPackage engine(world.system, world.state, world.host, world.host);
     {
         const OtherRun other(world.Store());
         engine.BackupAll();

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "engine/CPackage.h"
+#include "platform/ProgramControl.h"
 #include "platform/WindowsHeader.h"
 #include "tests/engine/BackupModel.h"
 #include "tests/support/Histories.h"
@@ -31,16 +32,15 @@ using Kind = BackupModel::Kind;
 constexpr unsigned kHistories = 200;
 constexpr int kSteps = 6;
 
-class ListeningHost final : public RunHost {
+class ListeningHost final : public ProgressReporter, public ProgramControl {
   public:
-    void Msg(std::wstring_view, std::wstring_view message, std::wstring_view, bool, bool,
-             bool) override {
+    void Msg(std::wstring_view, std::wstring_view message) override {
         messages.emplace_back(message);
     }
     void Report(std::wstring_view text, bool) override { report.emplace_back(text); }
     void BusyHide(bool) override {}
     void Ready(bool) override {}
-    void DuringCopy() override {}
+    void frmUnload() override {}
     [[noreturn]] void EndAtOnce() override { throw test::ProgramEnded{76}; }
 
     std::vector<std::wstring> report;
@@ -188,7 +188,7 @@ class History {
         ListeningHost host;
         ProgramState state;
         state.currentListPath = tree_.Path(L"list.vwl");
-        CPackage(world_.system, state, host).BackupAll();
+        CPackage(world_.system, state, host, host).BackupAll();
         const auto expected =
             model_.Run(tree_.Path(L"src"), test::ReadTree(tree_.Path(L"src")), list, count_);
         std::sort(host.messages.begin(), host.messages.end());

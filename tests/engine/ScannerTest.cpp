@@ -78,7 +78,7 @@ class Scanner : public testing::Test {
                        world.world.programEnd,
                        world.world.clock,
                        world.world.ansi};
-        CPackage engine(scanned, world.state, world.host);
+        CPackage engine(scanned, world.state, world.host, world.host);
         engine.BackupAll();
         RunResult result;
         result.lines = world.host.log;

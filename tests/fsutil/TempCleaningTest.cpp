@@ -1,4 +1,5 @@
 #include "fsutil/TempCleaning.h"
+#include "platform/ProgressReporter.h"
 
 #include <gmock/gmock.h>
 
@@ -16,8 +17,9 @@ using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-class RecordingHost final : public CleaningHost {
+class RecordingHost final : public ProgressReporter {
   public:
+    void Report(std::wstring_view, bool) override {}
     void Msg(std::wstring_view title, std::wstring_view message) override {
         messages.push_back(std::wstring(title) + L"|" + std::wstring(message));
         if (onMsg) onMsg();

@@ -6,6 +6,7 @@
 #include "fsutil/TempCleaning.h"
 #include "platform/Handle.h"
 #include "platform/ProgramState.h"
+#include "platform/ProgressReporter.h"
 #include "platform/RuntimeError.h"
 #include "platform/TextCase.h"
 #include "tests/support/TempTree.h"
@@ -50,8 +51,9 @@ class OwnWindows final : public ForwardingFileSystem {
     std::wstring temporary_;
 };
 
-class CallbackHost final : public CleaningHost {
+class CallbackHost final : public ProgressReporter {
   public:
+    void Report(std::wstring_view, bool) override {}
     void Msg(std::wstring_view, std::wstring_view) override {
         if (onMsg) onMsg();
     }

@@ -166,5 +166,13 @@ TEST_F(Boxes, OfASilentRunAreThreeAtMostAndAllAreWrittenDown) {
     EXPECT_EQ(echoed, (std::vector<std::wstring>{L"0", L"1", L"2", L"3", L"4"}));
 }
 
+TEST_F(Boxes, SessionEnds_ShowsNothingAndTakesTheSafeAnswer) {
+    state.sessionEnds = true;
+    answer = IDYES;
+    EXPECT_EQ(boxes.MsgBox({.text = L"?", .buttons = BoxButtons::YesNo}), BoxAnswer::No);
+    EXPECT_EQ(boxes.MsgBox({.text = L"Done"}), BoxAnswer::Ok);
+    EXPECT_TRUE(asked.empty());
+}
+
 }  // namespace
 }  // namespace vw::test

@@ -3,10 +3,10 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/ProgramControl.h"
 #include "platform/ProgramState.h"
 #include "platform/RuntimeError.h"
 #include "progress/BusyDialog.h"
-#include "progress/BusyHost.h"
 #include "progress/TrayIcon.h"
 #include "tests/support/TestWorld.h"
 #include "tests/ui/FormFixture.h"
@@ -16,22 +16,23 @@ namespace vw {
 namespace {
 
 /// The program around both windows, which fails where a test wants it to.
-class Surroundings final : public BusyHost, public TrayHost {
+class Surroundings final : public ProgramControl {
   public:
-    void AbortRun() override {
-        if (failing == L"abort") Raise(70);
+    void Ready(bool) override {
+        if (failing == L"ready") Raise(70);
+        ++ready;
     }
-    bool IsRunning() const override { return running; }
-    void LoadTrayIcon() override {
-        if (failing == L"icon") Raise(70);
-        if (icon != nullptr) icon->Load();
+    [[noreturn]] void EndAtOnce() override { throw test::ProgramEnded{0}; }
+    [[nodiscard]] BusyDialog::Surroundings OfDialog() {
+        return {.program = *this,
+                .showIcon =
+                    [this](bool on) {
+                        if (on && failing == L"icon") Raise(70);
+                        if (icon != nullptr) on ? icon->Load() : icon->Unload();
+                    },
+                .showMainWindow = [this] { main->Show(ShowHow::KeepFocus); }};
     }
-    void UnloadTrayIcon() override {
-        if (icon != nullptr) icon->Unload();
-    }
-    void Ready(bool) override { ++ready; }
-    void ShowMainWindow() override { main->Show(ShowHow::KeepFocus); }
-    std::vector<Form*> LoadedForms() override {
+    std::vector<Form*> LoadedForms() {
         if (failing == L"forms") Raise(70);
         return {main, &busy->Window(), &icon->Window()};
     }
@@ -40,7 +41,6 @@ class Surroundings final : public BusyHost, public TrayHost {
     }
 
     std::wstring_view failing;
-    bool running = false;
     int ready = 0;
     Form* main = nullptr;
     BusyDialog* busy = nullptr;
@@ -69,8 +69,8 @@ class BusyAndTray : public testing::TestWithParam<Language> {
     ProgramState state;
     Surroundings host;
     test::LoadedForm main{MainForm(), GetParam()};
-    BusyDialog dialog{world.system, state, GetParam(), host};
-    TrayIcon icon{world.system, state, GetParam(), host};
+    BusyDialog dialog{world.system, state, GetParam(), host.OfDialog()};
+    TrayIcon icon{world.system, state, GetParam(), host, [this] { return host.LoadedForms(); }};
 };
 
 INSTANTIATE_TEST_SUITE_P(Languages, BusyAndTray, testing::ValuesIn(test::kLanguages));
@@ -89,7 +89,7 @@ TEST_P(BusyAndTray, MinimisedTheDialogGoesIntoTheIconAndClosedThereItGivesTheMai
 }
 
 TEST_P(BusyAndTray, ClosedAtAnyMomentOfItsWaitsItStaysClosed) {
-    host.running = true;
+    state.isWorking = true;
     for (const int moment : {1, 2, 20, 39, 40, 41, 60}) {
         state.cancelRequested = false;
         host.ready = 0;
@@ -106,7 +106,7 @@ TEST_P(BusyAndTray, ClosedAtAnyMomentOfItsWaitsItStaysClosed) {
 
 TEST_P(BusyAndTray, AFailureInTheMiddleOfTheDialogsClosingIsToldAndItCloses) {
     dialog.Report(L"x", false);
-    host.failing = L"abort";
+    host.failing = L"ready";
     dialog.Window().Unload();
     ExpectTold(L"Form_QueryUnload", L"Form", L"frmBusyDialog");
     EXPECT_FALSE(dialog.Window().IsLoaded());

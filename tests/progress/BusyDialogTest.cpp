@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "platform/ProgramControl.h"
 #include "platform/ProgramState.h"
-#include "progress/BusyHost.h"
 #include "tests/support/TestWorld.h"
 #include "tests/ui/FormFixture.h"
 #include "ui/resource.h"
@@ -16,26 +16,27 @@ namespace {
 
 using Calls = std::vector<std::string>;
 
-class RecordingHost final : public BusyHost {
+/// The program around the dialog, as it is asked.
+class RecordingProgram final : public ProgramControl {
   public:
-    explicit RecordingHost(const ProgramState& state) : state_(state) {}
+    explicit RecordingProgram(const ProgramState& state) : state_(state) {}
 
-    void AbortRun() override {
-        EXPECT_TRUE(state_.cancelRequested) << "the flag comes first";
-        calls.emplace_back("abort");
-    }
-    bool IsRunning() const override { return running; }
-    void LoadTrayIcon() override { calls.emplace_back("load icon"); }
-    void UnloadTrayIcon() override { calls.emplace_back("unload icon"); }
     void Ready(bool flag) override {
         EXPECT_TRUE(flag);
+        EXPECT_TRUE(state_.cancelRequested) << "the flag comes first";
         EXPECT_FALSE(dialog->KeepsReport()) << "unticked before";
         calls.emplace_back("ready");
     }
-    void ShowMainWindow() override { calls.emplace_back("show main"); }
+    void frmUnload() override { calls.emplace_back("end"); }
+    [[noreturn]] void EndAtOnce() override { throw test::ProgramEnded{0}; }
+    [[nodiscard]] BusyDialog::Surroundings Surroundings() {
+        return {
+            .program = *this,
+            .showIcon = [this](bool on) { calls.emplace_back(on ? "load icon" : "unload icon"); },
+            .showMainWindow = [this] { calls.emplace_back("show main"); }};
+    }
 
     Calls calls;
-    bool running = false;
     BusyDialog* dialog = nullptr;
 
   private:
@@ -58,8 +59,8 @@ class Busy : public testing::TestWithParam<Language> {
 
     test::TestWorld world;
     ProgramState state;
-    RecordingHost host{state};
-    BusyDialog dialog{world.system, state, GetParam(), host};
+    RecordingProgram host{state};
+    BusyDialog dialog{world.system, state, GetParam(), host.Surroundings()};
 };
 
 INSTANTIATE_TEST_SUITE_P(Languages, Busy, testing::ValuesIn(test::kLanguages));
@@ -110,7 +111,7 @@ TEST_P(Busy, ALineOfTheReportWaitsButNotInARun) {
     EXPECT_GE(world.pump.Waited(), 2000U);
     world.pump.Restart();
     const auto before = world.pump.Waited();
-    host.running = true;
+    state.isWorking = true;
     for (int i = 0; i < 300; ++i) dialog.Report(L"unchanged", true);
     EXPECT_EQ(world.pump.Waited(), before) << "300 unchanged items are no ten minutes";
 }
@@ -233,13 +234,13 @@ TEST_P(Busy, ClosingCancelsInThisOrder) {
     Press();
     EXPECT_FALSE(Window().IsLoaded());
     EXPECT_TRUE(state.cancelRequested);
-    EXPECT_EQ(host.calls, (Calls{"abort", "ready"}));
+    EXPECT_EQ(host.calls, (Calls{"ready"}));
 }
 
 TEST_P(Busy, TheCloseBoxCancelsToo) {
     dialog.Report(L"x", false);
     SendMessageW(Window().Handle(), WM_CLOSE, 0, 0);
-    EXPECT_EQ(host.calls, (Calls{"abort", "ready"}));
+    EXPECT_EQ(host.calls, (Calls{"ready"}));
 }
 
 TEST_P(Busy, MinimisedItGivesWayToTheIconAndItsClosingRestoresTheMainWindow) {
@@ -248,7 +249,7 @@ TEST_P(Busy, MinimisedItGivesWayToTheIconAndItsClosingRestoresTheMainWindow) {
     EXPECT_EQ(host.calls, Calls{"load icon"});
     host.calls.clear();
     Window().Unload();
-    EXPECT_EQ(host.calls, (Calls{"abort", "unload icon", "ready", "show main"}));
+    EXPECT_EQ(host.calls, (Calls{"unload icon", "ready", "show main"}));
 }
 
 TEST_P(Busy, BroughtBackByItsButtonItBringsTheMainWindowBack) {
@@ -310,7 +311,7 @@ TEST_P(Busy, TheTickHoldsForOneRunOnly) {
 }
 
 TEST_P(Busy, ClosedInARunItDoesNotFlashUpAgain) {
-    host.running = true;
+    state.isWorking = true;
     dialog.Report(L"x", false);
     Press();
     dialog.Msg(L"Backing:", L"y", L"", false, false, false);
@@ -324,10 +325,10 @@ TEST_P(Busy, ClosedInARunItDoesNotFlashUpAgain) {
 }
 
 TEST_P(Busy, WorkAfterARunShowsItDespiteTheCancelThatTheRunLeft) {
-    host.running = true;
+    state.isWorking = true;
     dialog.Report(L"x", false);
     dialog.BusyHide(false);
-    host.running = false;
+    state.isWorking = false;
     EXPECT_TRUE(state.cancelRequested);
     dialog.Msg(L"Restoring: ", L"y", L"", false, false, false);
     EXPECT_TRUE(Window().IsVisible());
@@ -354,7 +355,7 @@ TEST_P(Busy, ClosedWhileItWaitsAtTheEndNothingElseHappens) {
     world.pump.AtYield(5, [&] { Press(); });
     dialog.BusyHide(true);
     EXPECT_FALSE(Window().IsLoaded());
-    EXPECT_EQ(host.calls, (Calls{"abort", "ready"})) << "once";
+    EXPECT_EQ(host.calls, (Calls{"ready"})) << "once";
 }
 
 TEST_P(Busy, ASilentRunLoadsItAndNeverShowsIt) {

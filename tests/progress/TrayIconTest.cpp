@@ -1,3 +1,4 @@
+#include "platform/ProgramControl.h"
 #include "progress/TrayIcon.h"
 
 #include <gtest/gtest.h>
@@ -12,9 +13,11 @@
 namespace vw {
 namespace {
 
-class RecordingHost final : public TrayHost {
+class RecordingHost final : public ProgramControl {
   public:
-    std::vector<Form*> LoadedForms() override { return forms; }
+    void Ready(bool) override {}
+    [[noreturn]] void EndAtOnce() override { throw test::ProgramEnded{0}; }
+    [[nodiscard]] std::vector<Form*> LoadedForms() const { return forms; }
     void frmUnload() override { ++ends; }
 
     std::vector<Form*> forms;
@@ -33,7 +36,7 @@ class Tray : public testing::TestWithParam<Language> {
     ProgramState state;
     RecordingHost host;
     test::LoadedForm main{MainForm(), GetParam()};
-    TrayIcon icon{world.system, state, GetParam(), host};
+    TrayIcon icon{world.system, state, GetParam(), host, [this] { return host.LoadedForms(); }};
 };
 
 INSTANTIATE_TEST_SUITE_P(Languages, Tray, testing::ValuesIn(test::kLanguages));

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "platform/ProgramControl.h"
 #include "platform/ProgramState.h"
 #include "progress/TrayIcon.h"
 #include "tests/support/TestWorld.h"
@@ -14,9 +15,11 @@
 namespace vw::test {
 namespace {
 
-class NoHost final : public TrayHost {
+class NoHost final : public ProgramControl {
   public:
-    std::vector<Form*> LoadedForms() override { return {}; }
+    void Ready(bool) override {}
+    [[noreturn]] void EndAtOnce() override { throw ProgramEnded{0}; }
+    [[nodiscard]] std::vector<Form*> LoadedForms() const { return {}; }
     void frmUnload() override {}
 };
 
@@ -65,7 +68,7 @@ class TrayShell : public testing::TestWithParam<Language> {
     TestWorld world;
     ProgramState state;
     NoHost host;
-    TrayIcon icon{world.system, state, GetParam(), host};
+    TrayIcon icon{world.system, state, GetParam(), host, [this] { return host.LoadedForms(); }};
 };
 
 INSTANTIATE_TEST_SUITE_P(Languages, TrayShell, testing::ValuesIn(kLanguages));

@@ -4,6 +4,7 @@
 
 #include <vector>
 
+#include "platform/ProgramControl.h"
 #include "platform/ProgramState.h"
 #include "progress/TrayIcon.h"
 #include "tests/support/TestWorld.h"
@@ -13,9 +14,11 @@
 namespace vw::test {
 namespace {
 
-class Host final : public TrayHost {
+class Host final : public ProgramControl {
   public:
-    std::vector<Form*> LoadedForms() override { return forms; }
+    void Ready(bool) override {}
+    [[noreturn]] void EndAtOnce() override { throw ProgramEnded{0}; }
+    [[nodiscard]] std::vector<Form*> LoadedForms() const { return forms; }
     void frmUnload() override {}
 
     std::vector<Form*> forms;
@@ -50,7 +53,9 @@ class UnreachableIcon : public testing::Test {
     ProgramState state;
     Host host;
     LoadedForm main{MainForm(), Language::English};
-    TrayIcon icon{world.system, state, Language::English, host, &AnswerOfShell};
+    TrayIcon icon{
+        world.system,  state, Language::English, host, [this] { return host.LoadedForms(); },
+        &AnswerOfShell};
 };
 
 TEST_F(UnreachableIcon, Load_ShellRefuses_HidesNothing) {

@@ -126,7 +126,7 @@ TEST_F(ExchangedDrive, Click_DriveGone_ListsBothFromC) {
     EXPECT_THAT(ListedCopies(), Each(HasSubstr(L"C:\\Backup")));
     EXPECT_EQ(browser.Items().SubItem(0, L"Orginal Location"), tree.Path(L"Other"));
     EXPECT_THAT(world.boxes.Shown(), IsEmpty());
-    EXPECT_THAT(status, HasSubstr(L"exchanged"));
+    EXPECT_THAT(Status(), HasSubstr(L"exchanged"));
 }
 
 TEST_F(ExchangedDrive, Click_OneQuestionFails_StaysOnItsDrive) {
@@ -224,7 +224,7 @@ TEST_F(TwoSticks, Click_AfterExchange_SelectsTheRowOfTheSamePlace) {
     EXPECT_EQ(browser.Items().SubItem(row, L"SP"), L"0");
     EXPECT_THAT(Column(browser.Copies(), L"BackupName"),
                 ElementsAre(vault + L"\\Report«0001».doc"));
-    EXPECT_THAT(status, HasSubstr(L"exchanged"));
+    EXPECT_THAT(Status(), HasSubstr(L"exchanged"));
     EXPECT_THAT(world.boxes.Shown(), IsEmpty());
 }
 

@@ -272,7 +272,7 @@ class RandomBrowser : public RestoreWorld {
                              {L"Users\\A\\Work", true},
                              {L"Users\\j.smith\\Docs", true}};
     ProgramState otherState_;
-    CPackage other_{world.system, otherState_, AsRunHost()};
+    CPackage other_{world.system, otherState_, engineProgress, AsProgram()};
     State before_;
     std::wstring shownItem_;
     int minutes_ = 0;

@@ -8,21 +8,24 @@
 
 #include "engine/CPackage.h"
 #include "list/editing/FileDialogSetup.h"
+#include "platform/ProgramControl.h"
 #include "platform/ProgramState.h"
+#include "platform/ProgressReporter.h"
 #include "restore/CopiesBrowser.h"
 #include "restore/RestoreCommands.h"
-#include "restore/RestoreHost.h"
+#include "tests/support/QuietProgress.h"
 #include "tests/support/ScriptedDialogs.h"
 #include "tests/support/TempTree.h"
 #include "tests/support/TestDrive.h"
 #include "tests/support/TestWorld.h"
 #include "tests/ui/FormFixture.h"
+#include "ui/StatusLine.h"
 
 namespace vw::test {
 
 /// A main window with the restore view: the real window, the real engine and a real drive of
 /// copies.
-class RestoreWorld : public testing::Test, private RestoreHost, private RunHost {
+class RestoreWorld : public testing::Test, private ProgressReporter, private ProgramControl {
   protected:
     RestoreWorld() {
         tree.Folder(vault);
@@ -38,14 +41,19 @@ class RestoreWorld : public testing::Test, private RestoreHost, private RunHost 
     }
     /// A browser that was told of no drive yet.
     [[nodiscard]] CopiesBrowser Unbound() {
-        return {world.system, main.form, static_cast<RestoreHost&>(*this)};
+        return {world.system, main.form, statusLine, Engine()};
     }
     /// What another engine of this test reports to.
-    [[nodiscard]] RunHost& AsRunHost() { return static_cast<RunHost&>(*this); }
+    [[nodiscard]] ProgressReporter& AsProgress() { return *this; }
+    [[nodiscard]] ProgramControl& AsProgram() { return *this; }
+    [[nodiscard]] EngineProvider Engine() {
+        return [this]() -> CPackage& { return engine; };
+    }
+    /// The notice in the status line.
+    [[nodiscard]] std::wstring Status() const { return main.form.Text(L"sbrStatus"); }
     /// The commands in another world of the same window.
     [[nodiscard]] RestoreCommands Commands(System& system) {
-        return {
-            system, state, main.form, browser, dialogs, dialog, static_cast<RestoreHost&>(*this)};
+        return {system, state, main.form, browser, dialogs, dialog, AsProgress(), Engine()};
     }
     /// A file in the copy folder.
     std::wstring CopyFile(std::wstring_view name, std::string_view bytes = "x") {
@@ -79,37 +87,33 @@ class RestoreWorld : public testing::Test, private RestoreHost, private RunHost 
     LoadedForm main{MainForm(), Language::English};
     ScriptedDialogs dialogs;
     FileDialogSetup dialog;
-    CPackage engine{world.system, state, static_cast<RunHost&>(*this)};
-    CopiesBrowser browser{world.system, main.form, static_cast<RestoreHost&>(*this)};
-    RestoreCommands commands{
-        world.system, state, main.form, browser, dialogs, dialog, static_cast<RestoreHost&>(*this)};
+    QuietProgress engineProgress;
+    /// The lines of the engine's report.
+    std::vector<std::wstring>& report = engineProgress.report;
+    CPackage engine{world.system, state, engineProgress, AsProgram()};
+    StatusLine statusLine{main.form};
+    CopiesBrowser browser{world.system, main.form, statusLine, Engine()};
+    RestoreCommands commands{world.system, state,  main.form,    browser,
+                             dialogs,      dialog, AsProgress(), Engine()};
     /// What the busy dialog was asked to show.
     std::vector<std::wstring> calls;
-    std::vector<std::wstring> report;
-    /// The notice in the status line.
-    std::wstring status;
     /// Whether the busy dialog is there already.
     bool busyShown = false;
     /// Done when the busy dialog shows what is being restored.
     std::function<void()> onMsg;
 
   private:
-    CPackage& Engine() override { return engine; }
-    void ShowStatus(std::wstring_view text) override { status = text; }
     void Msg(std::wstring_view title, std::wstring_view message) override {
         calls.push_back(std::wstring(title) + std::wstring(message));
         if (onMsg) onMsg();
     }
+    void Report(std::wstring_view, bool) override {}
     void BusyHide(bool pause) override {
         calls.emplace_back(pause ? L"BusyHide true" : L"BusyHide false");
     }
-    [[nodiscard]] bool IsBusyShown() const override { return busyShown; }
-    void Restoring(bool) override {}
-
-    void Msg(std::wstring_view, std::wstring_view, std::wstring_view, bool, bool, bool) override {}
-    void Report(std::wstring_view text, bool) override { report.emplace_back(text); }
+    [[nodiscard]] bool IsShown() const override { return busyShown; }
     void Ready(bool) override {}
-    void DuringCopy() override {}
+    void frmUnload() override {}
     [[noreturn]] void EndAtOnce() override { throw ProgramEnded{76}; }
 };
 

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <memory>
+#include <optional>
+#include <utility>
 
 #include "platform/ExitStatus.h"
 #include "platform/ProgramEnd.h"
@@ -21,10 +23,19 @@ struct ProgramEnded {
     int exitCode;
 };
 
-/// Ends the test's call instead of the process.
+/// Ends the test's call instead of the process. A window procedure lets no exception out: a test
+/// asks with Take() behind it.
 class ThrowingProgramEnd final : public ProgramEnd {
   public:
-    [[noreturn]] void End(int exitCode) override { throw ProgramEnded{exitCode}; }
+    [[noreturn]] void End(int exitCode) override {
+        exitCode_ = exitCode;
+        throw ProgramEnded{exitCode};
+    }
+    /// The exit code if the program has ended since the last call.
+    [[nodiscard]] std::optional<int> Take() noexcept { return std::exchange(exitCode_, {}); }
+
+  private:
+    std::optional<int> exitCode_;
 };
 
 /// A code page that a test can change: 1256 (Arabic) at the start, so that Arabic names survive in

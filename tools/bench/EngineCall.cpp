@@ -23,7 +23,8 @@ int Run(const std::vector<std::wstring_view>& words) {
     Output output;
     Console console(output);
     SilentHost host(console);
-    CPackage engine(console.system, console.state, host);
+    ConsoleProgram program;
+    CPackage engine(console.system, console.state, host, program);
     return console.Run([&] {
         if (words.size() == 3 && words[0] == L"restore") {
             engine.Extract(words[1], words[2], false);

@@ -149,7 +149,7 @@ TEST_F(ListCommands, AChosenDestinationIsStoredAndSavedAtOnce) {
     EXPECT_THAT(calls, ElementsAre(L"ListRestoreFiles", L"RestoredPath "));
     EXPECT_TRUE(Exists(vault)) << "made when it is missing";
     EXPECT_EQ(main.form.Text(L"cmbDestination"), vault.substr(0, 2));
-    EXPECT_EQ(status, L"");
+    EXPECT_EQ(Status(), L"");
 }
 
 TEST_F(ListCommands, ChooseDestination_DriveNotReady_KeepsTheFormerOne) {
@@ -167,7 +167,7 @@ TEST_F(ListCommands, ChooseDestination_DriveNotReady_KeepsTheFormerOne) {
     EXPECT_FALSE(state.listModified);
     EXPECT_THAT(calls, IsEmpty());
     EXPECT_EQ(main.form.Text(L"cmbDestination"), vault.substr(0, 2));
-    EXPECT_EQ(status, L"Drive Q: is not ready. The copies still go to " + vault + L".");
+    EXPECT_EQ(Status(), L"Drive Q: is not ready. The copies still go to " + vault + L".");
 }
 
 TEST_F(ListCommands, ChooseDestination_DriveNotReady_NamesPathsInTheirOrderInArabic) {
@@ -176,8 +176,8 @@ TEST_F(ListCommands, ChooseDestination_DriveNotReady_NamesPathsInTheirOrderInAra
     state.arabic = true;
     list.ChooseDestination(L"Q:\\Backup");
     EXPECT_NE(MarkPath(vault), vault);
-    EXPECT_EQ(status, L"محرك الأقراص " + MarkPath(L"Q:") + L" غير جاهز. تبقى النسخ في " +
-                          MarkPath(vault) + L".");
+    EXPECT_EQ(Status(), L"محرك الأقراص " + MarkPath(L"Q:") + L" غير جاهز. تبقى النسخ في " +
+                            MarkPath(vault) + L".");
 }
 
 TEST_F(ListCommands, ChooseDestination_FolderCannotBeMade_KeepsTheFormerOne) {

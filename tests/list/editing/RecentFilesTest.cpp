@@ -5,7 +5,6 @@
 #include <string>
 #include <vector>
 
-#include "list/editing/RecentFilesHost.h"
 #include "platform/ExitStatus.h"
 #include "platform/ProgramState.h"
 #include "platform/RuntimeError.h"
@@ -19,7 +18,7 @@ const std::wstring kBaseName = L"VaultwrightTests-Recent";
 const std::wstring kKey = L"Software\\Tallowmere.Net\\" + kBaseName;
 
 /// Writes down what the commands ask of the window.
-class RecordingHost final : public RecentFilesHost {
+class RecordingHost {
   public:
     explicit RecordingHost(const ProgramState& state) : state_(state) {}
 
@@ -27,16 +26,23 @@ class RecordingHost final : public RecentFilesHost {
     RecentFileMenu menu;
     bool openingFails = false;
 
-    void Ready(bool flag) override { calls.emplace_back(flag ? L"Ready(true)" : L"Ready(false)"); }
-    void FileOpen(std::wstring_view path) override {
+    void Ready(bool flag) { calls.emplace_back(flag ? L"Ready(true)" : L"Ready(false)"); }
+    void FileOpen(std::wstring_view path) {
         if (openingFails) Raise(error_number::kPathNotFound, path);
         calls.push_back(L"FileOpen " + std::wstring(path));
     }
-    void OpenDefaultList() override { calls.emplace_back(L"OpenDefaultList"); }
-    void SetCaption() override { calls.push_back(L"SetCaption " + state_.currentListPath); }
-    void ShowRecentFiles(const RecentFileMenu& shown) override {
+    void OpenDefaultList() { calls.emplace_back(L"OpenDefaultList"); }
+    void SetCaption() { calls.push_back(L"SetCaption " + state_.currentListPath); }
+    void ShowRecentFiles(const RecentFileMenu& shown) {
         calls.emplace_back(L"ShowRecentFiles");
         menu = shown;
+    }
+    [[nodiscard]] RecentFileActions Actions() {
+        return {.ready = [this](bool flag) { Ready(flag); },
+                .open = [this](std::wstring_view path) { FileOpen(path); },
+                .openDefault = [this] { OpenDefaultList(); },
+                .showCaption = [this] { SetCaption(); },
+                .showMenu = [this](const RecentFileMenu& shown) { ShowRecentFiles(shown); }};
     }
 
   private:
@@ -51,7 +57,7 @@ class RecentFiles : public testing::Test {
     MRecentFiles::SettingsStore settings{errors, kBaseName};
     ProgramState state;
     RecordingHost host{state};
-    MRecentFiles::RecentFiles recent{errors, settings, state, host};
+    MRecentFiles::RecentFiles recent{errors, settings, state, host.Actions()};
 
     void SetUp() override {
         state.applicationFolder = L"C:\\Vault";
@@ -198,7 +204,7 @@ TEST_F(RecentFiles, TellAnErrorOfTheirOpeningAndDoNotGiveTheWindowBack) {
 
 TEST_F(RecentFiles, ThatCannotBeStoredAreToldByTheSettings) {
     MRecentFiles::SettingsStore refused(errors, std::wstring(300, L'x'));
-    MRecentFiles::RecentFiles refusedRecent(errors, refused, state, host);
+    MRecentFiles::RecentFiles refusedRecent(errors, refused, state, host.Actions());
     refusedRecent.RecentFile(1, L"D:\\a.vwl");
     for (const ToldError& error : errors.Take()) {
         EXPECT_EQ(error.number, error_number::kInvalidCall);

@@ -62,15 +62,15 @@ TEST_F(UnansweredItems, Load_NamesOfDevices_CountAsAbsent) {
     const std::wstring a = tree.File(L"a.txt");
     Load({L"NUL", L"COM1", a, L"con.txt"});
     EXPECT_THAT(Paths(), ElementsAre(a));
-    EXPECT_EQ(status, L"Not there now: NUL, COM1, con.txt. The next save takes it off the list.");
+    EXPECT_EQ(Status(), L"Not there now: NUL, COM1, con.txt. The next save takes it off the list.");
 }
 
 TEST_F(UnansweredItems, Save_AfterMissingItemsWereNamed_WithdrawsTheNotice) {
     Load({tree.File(L"a.txt"), Path(L"gone.txt")});
-    EXPECT_NE(status, L"");
+    EXPECT_NE(Status(), L"");
     state.listModified = true;
     EXPECT_TRUE(list.FileSave());
-    EXPECT_EQ(status, L"");
+    EXPECT_EQ(Status(), L"");
 }
 
 }  // namespace

@@ -7,7 +7,7 @@
 
 namespace vw {
 
-/// What a run reports of one item of its list.
+/// What a backup run reports of one item of its list.
 enum class ItemEvent {
     Started,    ///< its turn has come
     Missing,    ///< it does not exist
@@ -23,19 +23,20 @@ struct ItemSize {
     std::uint64_t bytes = 0;
 };
 
-/// What a backup run asks of the windows above it: to show how it goes, and to end.
-class RunHost {
+/// Receives the progress of long work: a backup run, a restore, a cleaning. The busy dialog, the
+/// report of a silent run and the console implement it.
+class ProgressReporter {
   public:
-    RunHost() = default;
-    RunHost(const RunHost&) = delete;
-    RunHost& operator=(const RunHost&) = delete;
-    virtual ~RunHost() = default;
+    ProgressReporter() = default;
+    ProgressReporter(const ProgressReporter&) = delete;
+    ProgressReporter& operator=(const ProgressReporter&) = delete;
+    virtual ~ProgressReporter() = default;
 
-    /// Shows what is being worked on; the report gets "title: message - subMessage".
-    virtual void Msg(std::wstring_view title, std::wstring_view message,
-                     std::wstring_view subMessage, bool wait, bool close, bool showReport) = 0;
+    /// Shows what is being worked on. The report gets a line of it.
+    virtual void Msg(std::wstring_view title, std::wstring_view message) = 0;
 
-    /// Adds a line to the report of the run.
+    /// Adds a line to the report. With `wait` it is shown for a moment, except in a run, whose end
+    /// waits once for all of its lines.
     virtual void Report(std::wstring_view text, bool wait) = 0;
 
     /// Adds a line about something unusual to the report, in the language of the program.
@@ -54,17 +55,14 @@ class RunHost {
     /// One more file of the item has been copied.
     virtual void OnFileCopied(std::uint64_t /*bytes*/) {}
 
-    /// The run has gone through its whole list.
+    /// Called now and then while one large file is copied: repaints and processes messages.
+    virtual void DuringCopy() {}
+
+    /// The work is over. With `pause` its report is shown for a moment.
     virtual void BusyHide(bool pause) = 0;
 
-    /// Gives the main window back to the user (true), or takes it (false).
-    virtual void Ready(bool flag) = 0;
-
-    /// Called now and then while one large file is copied: repaints and processes messages.
-    virtual void DuringCopy() = 0;
-
-    /// Ends the program at once, leaving nothing in the notification area.
-    [[noreturn]] virtual void EndAtOnce() = 0;
+    /// Whether the user sees the progress, or an icon in its place.
+    [[nodiscard]] virtual bool IsShown() const { return false; }
 };
 
 }  // namespace vw
