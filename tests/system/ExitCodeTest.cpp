@@ -13,6 +13,7 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::SizeIs;
+using testing::StartsWith;
 
 class ExitCode : public SystemTest {
   protected:
@@ -66,7 +67,8 @@ TEST_F(ExitCode, Is75ForARefusedItem) {
     const std::wstring inside = program.tree.File(L"Vault\\Inside.txt");
     const Tree before = ReadTree(vault);
     RunsTo(75, L"/B " + ListOf({inside}));
-    EXPECT_THAT(lines, ElementsAre(L"لا يمكن نسخ المسار التالي إلى المجلد المحدد", inside));
+    EXPECT_THAT(lines, ElementsAre(StartsWith(L"Not backed up: "), inside,
+                                   L"لا يمكن نسخ المسار التالي إلى المجلد المحدد", inside));
     RunsTo(75, L"/B " + ListOf({program.tree.Path() + L"\\"}));
     RunsTo(75, L"/B " + ListOf({vault + L"\\*"}));
     EXPECT_THAT(boxes, IsEmpty());
