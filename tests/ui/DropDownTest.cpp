@@ -17,6 +17,8 @@ class DropDownBox : public testing::TestWithParam<Language> {
         pump.SetFilter(Form::TranslateKeys);
         main.form.SetChoices(L"cmbDestination", {L"A:", L"C:", L"D:", L"E:"});
         main.form.Choose(L"cmbDestination", L"C:");
+        // An open list marks the entry below the pointer.
+        SetCursorPos(GetSystemMetrics(SM_CXSCREEN) - 1, GetSystemMetrics(SM_CYSCREEN) - 1);
         main.form.Show();
         SetFocus(box);
         pump.DoEvents();
