@@ -25,14 +25,13 @@ void WalkTree(FileSystem& files, std::wstring_view folder, const TreeVisitor& vi
         std::vector<std::wstring> subFolders;
         try {
             files.List(current, [&](const FolderEntry& entry) {
-                if (IsOwnEntry(entry.name)) {
-                    // A destination that lies in the tree; nothing of it is the user's file.
-                } else if (entry.isLink) {
-                    // A folder elsewhere, or a file without bytes.
-                } else if (!entry.isFolder) {
-                    visitor.file(entry);
-                } else {
+                // Left out are the entries of a destination that lies in the tree, folders
+                // elsewhere, and files without bytes.
+                const bool isLeftOut = IsOwnEntry(entry.name) || entry.isLink;
+                if (!isLeftOut && entry.isFolder) {
                     subFolders.push_back(JoinPath(current, entry.name));
+                } else if (!isLeftOut) {
+                    visitor.file(entry);
                 }
                 visitor.yield();
             });
