@@ -36,7 +36,7 @@ class Elsewhere {
 
 }  // namespace
 
-// What one run was told or refused is not remembered by the next.
+// A run does not inherit the refusals and notices of the one before.
 void CPackage::StartRun() {
     state_.cancelRequested = false;
     refusedDestination_.clear();

@@ -16,17 +16,17 @@ class EventPump;
 /// restore replaces these files only, and only while they are as they were.
 class TargetState {
   public:
-    /// Nothing stood there.
+    /// Nothing was there.
     TargetState() = default;
 
-    /// Reads what stands at a path, of a folder its whole tree without links to folders. Raises
-    /// what the disk cannot tell, also of a part of the tree.
+    /// Reads what is at a path; of a folder, its whole tree without links to folders. Raises the
+    /// error of any part that cannot be read.
     TargetState(FileSystem& files, EventPump& pump, std::wstring_view path);
 
     /// Whether anything stood there.
     [[nodiscard]] bool Exists() const noexcept { return exists_; }
 
-    /// Whether a file that stands at a place below the target (empty: at the target itself) is the
+    /// Whether a file at a place below the target (empty: at the target itself) is the
     /// one that was there.
     [[nodiscard]] bool Holds(std::wstring_view below, const FileFacts& file) const;
 

@@ -35,8 +35,8 @@ struct FolderEntry : FileFacts {
     std::wstring_view name;
 };
 
-/// What tells a folder from every other one, also from one that takes its name later: another stick
-/// under the same drive letter, or a folder that was deleted and made anew.
+/// Distinguishes a folder from every other one, also from one that takes its name later: another
+/// stick under the same drive letter, or a folder that was deleted and made anew.
 struct FolderIdentity {
     std::uint32_t volume = 0;  ///< serial number of the volume; 0 when it has none
     /// Number of the folder on its volume; 0 when the volume gives none, or another at each
@@ -118,9 +118,9 @@ class FileSystem {
     virtual void CopyAccessRights(std::wstring_view from, std::wstring_view to) = 0;
 
     /// Makes or opens a hidden file that nobody else can open until the result is destroyed, which
-    /// deletes it. One that is left over may be opened by every account. Raises 70 when somebody
-    /// else holds it or it may not be made, 76 without its folder; the system's code tells these
-    /// apart.
+    /// deletes it. One that is left over may be opened by every account. Raises 70 when another
+    /// process holds it or it may not be made (the system's code says which), 76 without its
+    /// folder.
     [[nodiscard]] virtual std::unique_ptr<HeldFile> Hold(std::wstring_view path) = 0;
 
     /// Which folder it is that a path names now, links followed. Raises 76 when there is none, 53

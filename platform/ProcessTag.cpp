@@ -26,7 +26,7 @@ std::wstring ComputerName() {
     return {name.data(), length};
 }
 
-// Made when Windows are installed, so that two computers of one name are told apart.
+// Made when Windows is installed: it distinguishes two computers of one name.
 std::wstring InstallationId() {
     std::array<wchar_t, 64> id{};
     DWORD bytes = sizeof id;

@@ -18,14 +18,14 @@ enum class RowWarning {
     Overlaps,          ///< it and the destination overlap, or their paths begin alike: refused
     ImpossibleName,    ///< no disk takes the name of its copy
     SharedSeries,      ///< another row makes copies of the same name
-    ApostropheFolder,  ///< a single file whose folder cannot be told from its copies' comments
+    ApostropheFolder,  ///< a single file whose folder the comments of its copies cannot name
     FutureDate,        ///< its newest date lies in the future
 };
 
 /// What a row shows of its item.
 struct RowFacts {
     std::wstring path;
-    std::optional<Date> newest;  ///< when the disk told it
+    std::optional<Date> newest;  ///< when it is known
 };
 
 /// One warning for each row, the gravest that fits, in the order of the rows.
