@@ -31,8 +31,9 @@ BOOL WINAPI OnControl(DWORD event) {
     if (++requests > 1 && isKey) {
         TerminateProcess(GetCurrentProcess(), static_cast<UINT>(error_number::kCancelled));
     }
-    SetEvent(requested);
+    // The run may end as soon as the event is set.
     if (isKey && isAnnounced) Announce();
+    SetEvent(requested);
     // The system ends the process as soon as this returns: the run gets what time there is.
     if (!isKey) Sleep(INFINITE);
     return TRUE;

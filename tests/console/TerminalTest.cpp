@@ -86,6 +86,8 @@ class VwTerminal : public VwTest {
         const ULONGLONG start = GetTickCount64();
         while (!condition()) {
             if (!HasEnded() && GetTickCount64() - start < kPatience) continue;
+            // It may have come true between the last look and the end of the program.
+            if (condition()) return;
             FAIL() << (HasEnded() ? "the program has ended" : "nothing happens") << "\n"
                    << ToUtf8(Screen());
         }
