@@ -81,6 +81,15 @@ class VwBesideARun : public VwTest {
         lines = run.Lines();
         return ShortLines();
     }
+
+    /// The other writer may get no turn during a run as short as these.
+    bool SaysInOneOfManyRuns(const std::wstring& arguments, const std::wstring& line) {
+        for (int runs = 0; runs < 20; ++runs) {
+            const Texts said = RunWhileTheDestinationChanges(arguments);
+            if (std::ranges::find(said, line) != said.end()) return true;
+        }
+        return false;
+    }
 };
 
 TEST_F(VwBesideARun, Restore_WaitsUntilTheDestinationIsFree) {
@@ -165,14 +174,11 @@ TEST_F(VwBesideARun, CheckAndCopies_SayThatTheDestinationChanged) {
     for (int number = 0; number < 300; ++number) {
         tree.File(Stored(L"f" + std::to_wstring(number) + L"«0002».txt"));
     }
-    const Texts checked = RunWhileTheDestinationChanges(L"check " + List());
-    EXPECT_NE(std::ranges::find(checked,
-                                L"changed: ~\\Vault (the destination changed during the "
-                                L"check)"),
-              checked.end());
-    const Texts listed = RunWhileTheDestinationChanges(L"copies " + List());
-    EXPECT_NE(std::ranges::find(listed, L"The destination changed while it was listed: ~\\Vault"),
-              listed.end());
+    EXPECT_TRUE(SaysInOneOfManyRuns(L"check " + List(),
+                                    L"changed: ~\\Vault (the destination changed during the "
+                                    L"check)"));
+    EXPECT_TRUE(SaysInOneOfManyRuns(L"copies " + List(),
+                                    L"The destination changed while it was listed: ~\\Vault"));
 }
 
 }  // namespace
