@@ -97,7 +97,7 @@ std::wstring Win32FileSystem::RealPath(std::wstring_view path) {
     for (;;) {
         const DWORD length = GetFinalPathNameByHandleW(
             handle.Get(), real.data(), static_cast<DWORD>(real.size()), FILE_NAME_NORMALIZED);
-        // Some devices have no name that could be told.
+        // Some devices have no final path.
         if (length == 0) return AbsolutePath(path);
         const bool fits = length < real.size();
         real.resize(length);

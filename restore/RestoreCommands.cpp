@@ -182,8 +182,8 @@ void RestoreCommands::RemoveEmptyFolders(std::wstring folder, const std::wstring
     }
 }
 
-// One that cannot be deleted is told and costs the others nothing. One that is not the copy any
-// more that was shown ends the command, with the lists as they are now.
+// A copy that cannot be deleted is reported, and the others are still deleted. A copy that is no
+// longer the one shown ends the command and lists the copies anew.
 void RestoreCommands::DoDelFile() {
     trap_(L"DoDelFile", [this] {
         const auto selection = Selected(false);

@@ -210,7 +210,7 @@ TEST(LocationNumber, OfAFileInADriveRootIsKept) {
     EXPECT_EQ(location, 1);
 }
 
-// Whose the number is cannot be told, so all files of that name pass it by.
+// The owner of the number is unknown, so every file of that name uses the next one.
 TEST(LocationNumber, WithAnUnreadableCommentIsPassedBy) {
     EngineWorld world;
     const Lines items{L"A\\r.doc", L"B\\r.doc", L"C\\r.doc"};

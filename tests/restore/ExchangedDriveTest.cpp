@@ -43,7 +43,7 @@ class ExchangedDrive : public RestoreWorld {
         if (!copiesOnC_.MayBeUsed()) GTEST_SKIP() << "somebody keeps copies on C:";
     }
 
-    /// Does what a user does who goes on whatever is told: every question is answered with Yes.
+    /// Runs a command and answers every question with Yes.
     void Give(void (RestoreCommands::*command)()) {
         ScriptedBoxes boxes;
         boxes.AnswerAll(BoxAnswer::Yes);

@@ -82,7 +82,7 @@ class RandomBrowser : public RestoreWorld {
     }
     void EditAny() { Edit(items_.at(static_cast<std::size_t>(Number(0, 4)))); }
 
-    /// A run of another process: an engine of its own that the browser knows nothing of.
+    /// Runs a backup with a second engine, as another process would.
     void BackUpElsewhere() {
         if (isOut_ && Chance(70)) return;
         const std::wstring folder = isOut_ || Chance(15) ? kOnC : vault;

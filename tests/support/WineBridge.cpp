@@ -101,7 +101,7 @@ std::wstring DriveLink(wchar_t letter) {
 
 std::wstring OutsideFolderOfDrive(wchar_t letter) {
     std::wstring link = DriveLink(letter);
-    // The link is named like a drive; its folder is not. drive_c stands beside the links' folder.
+    // The link is named like a drive; its folder is not. drive_c is beside the links' folder.
     link.resize(link.rfind(L"/dosdevices/"));
     std::replace(link.begin(), link.end(), L'/', L'\\');
     return L"Z:" + link + L"\\drive_" + static_cast<wchar_t>(letter - L'A' + L'a');

@@ -10,7 +10,7 @@ namespace vw::test {
 /// The keyboard of the computer: its keys reach the window in front, whatever it belongs to.
 class Keyboard {
   public:
-    /// Presses and lets go keys one after another, as fast as a window takes them.
+    /// Presses and releases keys one after another, as fast as a window accepts them.
     static void Type(const std::vector<WORD>& keys);
     /// The same while Ctrl is held.
     static void TypeWithControl(WORD key);

@@ -55,7 +55,7 @@ TEST(RowWarningsTest, FolderAndItsRule_BothAreMarked) {
     EXPECT_THAT(WarningsFor({L"C:\\Docs\\", L"C:\\Docs\\*"}), Each(RowWarning::SharedSeries));
 }
 
-// Files of one name are told apart by their location numbers.
+// Location numbers distinguish files of one name.
 TEST(RowWarningsTest, FilesOfOneName_NoWarning) {
     EXPECT_THAT(WarningsFor({L"C:\\a\\Plan.doc", L"C:\\b\\Plan.doc"}), Each(RowWarning::None));
 }
