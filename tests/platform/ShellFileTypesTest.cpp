@@ -132,6 +132,37 @@ TEST_F(ShellFileTypes, ACommandBecomesTheDefaultOnRequest) {
     EXPECT_EQ(Default(type.Path(L"shell")), TextValue(L"Backup"));
 }
 
+TEST_F(ShellFileTypes, ACommandWithoutACommandLineRemovesTheVerb) {
+    Register();
+    api.RegisterFileTypeCommand(type.Path(), L"Backup", L"C:\\a.exe /B %1", false);
+    WriteValue(kRoot, type.Path(L"shell\\Backup\\command\\Below"), L"", TextValue(L"x"));
+    api.RegisterFileTypeCommand(type.Path(), L"Backup", L"", false);
+    EXPECT_FALSE(KeyExists(kRoot, type.Path(L"shell\\Backup\\command")));
+    EXPECT_TRUE(KeyExists(kRoot, type.Path(L"shell\\Backup")));
+    EXPECT_EQ(Default(type.Path(L"shell")), TextValue(L"Open"));
+    EXPECT_EQ(registry.deletedTrees, std::vector<std::string>{"command"});
+}
+
+TEST_F(ShellFileTypes, ACommandWithoutACommandLineCanStillBecomeTheDefault) {
+    Register();
+    api.RegisterFileTypeCommand(type.Path(), L"Backup", L"", true);
+    EXPECT_FALSE(KeyExists(kRoot, type.Path(L"shell\\Backup\\command")));
+    EXPECT_EQ(Default(type.Path(L"shell")), TextValue(L"Backup"));
+}
+
+// The key of an extension is a point and the extension, so this one is a point alone.
+TEST_F(ShellFileTypes, AnEmptyExtensionHasThePointAloneAsItsKey) {
+    const ScratchKey point(kRoot, L".");
+    Register(L"");
+    EXPECT_EQ(registry.opened.front(), "\\.");
+    EXPECT_EQ(Default(point.Path()), TextValue(type.Path()));
+    EXPECT_TRUE(KeyExists(kRoot, type.Path(L"DefaultIcon")));
+    Remove(L"");
+    EXPECT_EQ(typeName, type.Path());
+    EXPECT_FALSE(KeyExists(kRoot, point.Path()));
+    EXPECT_FALSE(KeyExists(kRoot, type.Path()));
+}
+
 TEST_F(ShellFileTypes, WithoutTheRightsNothingIsSaid) {
     registry.createKeyFails = ERROR_ACCESS_DENIED;
     Register();
