@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/ImportHook.h"
+#include "tests/ui/FormFixture.h"
 #include "ui/FontTable.h"
 
 namespace vw::test {
@@ -44,6 +46,71 @@ TEST(FaceOfAForm, OfARasterFaceOnAnEnlargedScreen_IsScalable) {
     GetObjectW(usual.Get(courier), sizeof used, &used);
     EXPECT_STREQ(used.lfFaceName, L"Courier");
 }
+
+/// A face of the forms, typed anew. An empty one may be any.
+struct FaceRow {
+    const wchar_t* control;
+    const wchar_t* english;
+    const wchar_t* arabic;
+};
+
+const FaceRow kMainFaces[]{
+    {L"Label01", L"Arial", L"Traditional Arabic"},
+    {L"cmbDestination", L"Times New Roman", L"Times New Roman"},
+    {L"Label02", L"Arial", L"Traditional Arabic"},
+    {L"lblBackages", L"Times New Roman", L"Times New Roman"},
+    {L"lsvBackupList", L"Times New Roman", L"Times New Roman"},
+    {L"lsvRestore1", L"Times New Roman", L"Times New Roman"},
+    {L"lsvRestore2", L"Times New Roman", L"Times New Roman"},
+    {L"lblFilter", L"Arial", L"Arial"},
+};
+
+const FaceRow kBusyFaces[]{
+    {L"lblTitle", L"Times New Roman", L""},    {L"lblMsg", L"Times New Roman", L""},
+    {L"lblSubMsg", L"Times New Roman", L""},   {L"txtReport", L"Times New Roman", L""},
+    {L"chkDontHide", L"Times New Roman", L""}, {L"cmdCancel", L"Times New Roman", L""},
+};
+
+const FaceRow kAboutFaces[]{
+    {L"lblTitle", L"Times New Roman", L"Traditional Arabic"},
+    {L"lblD", L"Times New Roman", L"Traditional Arabic"},
+    {L"cmdClose", L"MS Sans Serif", L""},
+};
+
+// Wine lacks most of these faces. The system is made to answer that it has every one; a font keeps
+// the name of the face that it was made with.
+int WINAPI HaveEveryFace(HDC, LPLOGFONTW wanted, FONTENUMPROCW note, LPARAM info, DWORD) {
+    const TEXTMETRICW metrics{};
+    return note(wanted, &metrics, TRUETYPE_FONTTYPE, info);
+}
+
+class FacesOfForms : public testing::TestWithParam<Language> {
+  protected:
+    template <std::size_t Count>
+    void Compare(const FormData& data, const FaceRow (&rows)[Count]) {
+        const LoadedForm loaded(data, GetParam());
+        for (const FaceRow& row : rows) {
+            const std::wstring_view face =
+                GetParam() == Language::Arabic ? row.arabic : row.english;
+            if (face.empty()) continue;
+            const auto font = reinterpret_cast<HFONT>(
+                SendMessageW(loaded.Control(row.control), WM_GETFONT, 0, 0));
+            LOGFONTW used{};
+            ASSERT_NE(GetObjectW(font, sizeof used, &used), 0) << Narrow(row.control);
+            EXPECT_EQ(used.lfFaceName, face) << Narrow(row.control);
+        }
+    }
+
+    const ImportHook hook{"EnumFontFamiliesExW", &HaveEveryFace};
+};
+
+TEST_P(FacesOfForms, MainWindow) { Compare(MainForm(), kMainFaces); }
+TEST_P(FacesOfForms, BusyDialog) { Compare(BusyForm(), kBusyFaces); }
+TEST_P(FacesOfForms, AboutBox) { Compare(AboutForm(), kAboutFaces); }
+
+INSTANTIATE_TEST_SUITE_P(, FacesOfForms, testing::ValuesIn(kLanguages), [](const auto& variant) {
+    return variant.param == Language::Arabic ? "Arabic" : "English";
+});
 
 }  // namespace
 }  // namespace vw::test
