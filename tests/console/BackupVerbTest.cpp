@@ -119,6 +119,23 @@ TEST_F(VwBackup, Json_WritesOneObjectPerLine) {
     EXPECT_EQ(Short(errors), L"error: ~\\gone.txt: The item does not exist\r\n");
 }
 
+TEST_F(VwBackup, Json_HasANoticeForWhatIsLineForPeople) {
+    MakeList({L"Work\\"});
+    const FileHandle held(CreateFileW(tree.Path(L"Work\\b.txt").c_str(), GENERIC_READ, 0, nullptr,
+                                      OPEN_EXISTING, 0, nullptr));
+    RunsTo(error_number::kPermissionDenied, L"backup " + List());
+    const std::wstring notice = lines.at(1);
+    EXPECT_EQ(Short(notice), L"Files are missing, copy 1 is incomplete: ~\\Work\\");
+    tree.Remove(L"Vault");
+    tree.Folder(L"Vault");
+
+    RunsTo(error_number::kPermissionDenied, L"backup --json " + List());
+    std::wstring escaped;
+    for (const wchar_t unit : notice) escaped.append(unit == L'\\' ? 2 : 1, unit);
+    ASSERT_EQ(lines.size(), 5U);
+    EXPECT_EQ(lines[2], L"{\"event\":\"notice\",\"text\":\"" + escaped + L"\"}");
+}
+
 TEST_F(VwBackup, Quiet_WritesErrorsOnly) {
     MakeList({L"a.txt", L"gone.txt"});
     RunsTo(error_number::kFileNotFound, L"backup --quiet " + List());

@@ -43,6 +43,7 @@ class VwTerminal : public VwTest {
         startup.dwFlags = STARTF_USESTDHANDLES;
         startup.hStdOutput = startup.hStdError = screen_.Get();
         if (errorsWrite_) startup.hStdError = errorsWrite_.Get();
+        if (outputWrite_) startup.hStdOutput = outputWrite_.Get();
         std::wstring commandLine = L"\"" + BuiltConsole() + L"\" " + arguments;
         PROCESS_INFORMATION process{};
         ASSERT_NE(CreateProcessW(nullptr, commandLine.data(), nullptr, nullptr, TRUE, 0, nullptr,
@@ -51,6 +52,32 @@ class VwTerminal : public VwTest {
         process_.Reset(process.hProcess);
         CloseHandle(process.hThread);
         errorsWrite_.Reset();
+        outputWrite_.Reset();
+    }
+
+    /// Starts a verb that comes to a halt while it writes its results, which nobody takes yet. Its
+    /// errors appear on the terminal.
+    void StartAndHaltWhileWriting(const std::wstring& arguments) {
+        constexpr DWORD kPipeBytes = 4096;
+        HANDLE read = nullptr;
+        HANDLE write = nullptr;
+        ASSERT_NE(CreatePipe(&read, &write, &inherited_, kPipeBytes), 0);
+        outputRead_.Reset(read);
+        outputWrite_.Reset(write);
+        SetHandleInformation(read, HANDLE_FLAG_INHERIT, 0);
+        Start(arguments);
+        WaitUntil([this] {
+            DWORD waiting = 0;
+            PeekNamedPipe(outputRead_.Get(), nullptr, 0, nullptr, &waiting, nullptr);
+            return waiting >= kPipeBytes;
+        });
+    }
+
+    /// Takes all results until the program has ended.
+    void TakeOutput() const {
+        char text[4096];
+        DWORD count = 0;
+        while (ReadFile(outputRead_.Get(), text, sizeof text, &count, nullptr) != 0) continue;
     }
 
     /// Starts a backup that comes to a halt in the middle of a folder: one file cannot be read, and
@@ -170,6 +197,8 @@ class VwTerminal : public VwTest {
     KernelHandle process_;
     KernelHandle errorsRead_;
     KernelHandle errorsWrite_;
+    KernelHandle outputRead_;
+    KernelHandle outputWrite_;
     FileHandle held_;
 };
 
@@ -231,6 +260,27 @@ TEST_F(VwTerminal, Interrupt_InAFolder_LeavesAnIncompleteCopyThatTheNextRunCompl
     RunsTo(1, L"check " + List());
     EXPECT_TRUE(ShortLines().at(0).starts_with(L"incomplete: ~\\Vault\\Work«0001» ("));
     ExpectTheNextRunToComplete();
+}
+
+TEST_F(VwTerminal, Interrupt_InACheck_IsOneErrorHoweverManyItemsFollow) {
+    for (const wchar_t* folder : {L"Work\\", L"Next\\", L"Last\\"}) {
+        for (int number = 0; number < kFiles; ++number) {
+            tree.File(folder + std::to_wstring(number), "12345678", Day(1));
+        }
+    }
+    MakeList({L"Work\\", L"Next\\", L"Last\\"});
+    RunsTo(0, L"backup " + List());
+    for (int number = 0; number < kFiles; ++number) {
+        tree.File(L"Work\\" + std::to_wstring(number), "other678", Day(1));
+    }
+    StartAndHaltWhileWriting(L"check --content " + List());
+    InterruptOnce();
+    TakeOutput();
+    EXPECT_EQ(End(), static_cast<DWORD>(error_number::kCancelled));
+    const std::wstring screen = Screen();
+    const std::size_t first = screen.find(L"error: ");
+    ASSERT_NE(first, std::wstring::npos) << ToUtf8(screen);
+    EXPECT_EQ(screen.find(L"error: ", first + 1), std::wstring::npos) << ToUtf8(screen);
 }
 
 TEST_F(VwTerminal, SecondInterrupt_EndsTheRunAtOnceAndTheNextOneCompletes) {
