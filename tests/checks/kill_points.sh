@@ -83,10 +83,17 @@ backUp() {
 # startServer: a server of the other prefix, with its services running, so that what it does from
 # now on is done for the backup.
 startServer() {
-    WINEPREFIX=$serverPrefix "$wineServer" -f -p </dev/null >/dev/null 2>&1 &
-    server=$!
-    disown "$server"
-    WINEPREFIX=$serverPrefix "$wineLoader" cmd /c exit </dev/null >/dev/null 2>&1
+    local try
+    for ((try = 0; try < 5; try++)); do
+        WINEPREFIX=$serverPrefix "$wineServer" -f -p </dev/null >/dev/null 2>&1 &
+        server=$!
+        disown "$server"
+        WINEPREFIX=$serverPrefix "$wineLoader" cmd /c exit </dev/null >/dev/null 2>&1
+        # A program that starts before the server is ready starts another one, and this one ends.
+        ! serverRuns || return 0
+        endServer
+    done
+    fail 'the server of the other prefix did not start'
 }
 
 # runWatchedServer STRACE_ARGUMENTS...: a backup in the other prefix, its server under strace.
