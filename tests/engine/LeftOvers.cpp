@@ -21,6 +21,9 @@ std::uint64_t StartOf(HANDLE process) {
     return (static_cast<std::uint64_t>(created.dwHighDateTime) << 32) | created.dwLowDateTime;
 }
 
+constexpr int kMostAttempts = 10;
+constexpr DWORD kPauseMilliseconds = 200;
+
 // The working name at the beginning of an entry's name, and what follows it.
 std::optional<WorkingName> WorkingNameOf(std::wstring name) {
     if (name.ends_with(kCommentExtension)) name.resize(name.size() - kCommentExtension.size());
@@ -36,12 +39,18 @@ LivingProcess::LivingProcess() {
     STARTUPINFOW startup{};
     startup.cb = sizeof(startup);
     PROCESS_INFORMATION process{};
-    // It never gets to its first instruction.
-    if (CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE,
-                       CREATE_SUSPENDED | CREATE_NO_WINDOW, nullptr, nullptr, &startup,
-                       &process) == 0) {
-        ADD_FAILURE() << "no process could be started";
-        return;
+    // It never gets to its first instruction. A busy machine may fail to start it at first.
+    const auto start = [&] {
+        return CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE,
+                              CREATE_SUSPENDED | CREATE_NO_WINDOW, nullptr, nullptr, &startup,
+                              &process) != 0;
+    };
+    for (int attempt = 1; !start(); ++attempt) {
+        if (attempt == kMostAttempts) {
+            ADD_FAILURE() << "no process could be started, error " << GetLastError();
+            return;
+        }
+        Sleep(kPauseMilliseconds);
     }
     const KernelHandle thread(process.hThread);
     process_.Reset(process.hProcess);
