@@ -103,29 +103,47 @@ void RequireWasteOnly(System& system, const std::wstring& folder,
 
 }  // namespace
 
+// The folders that are open are kept here and not on the stack: trees can be thousands of levels
+// deep. An error ends the folder that it came in.
 void DelInFolder(System& system, const ProgramState& state, std::wstring_view folder,
                  std::wstring_view confirmation, bool skip, ProgressReporter& progress) {
-    Trap(system)(L"DelInFolder", [&] {
-        if (!EqualNoCase(confirmation, kYes)) return;
-        const std::wstring path(folder);
-        const Contents contents = ContentsOrReason(system, path, progress);
-        for (const std::wstring& name : contents.files) {
-            if (state.cancelRequested) return;
-            if (!skip || !Like(name, L"VB*.*")) DeleteFile(system, path, name, progress);
-            system.pump.DoEvents();
-        }
-        for (const std::wstring& name : contents.folders) {
-            if (state.cancelRequested) return;
-            const std::wstring subFolder = JoinPath(path, name);
-            if (!DeleteWholeFolder(system, subFolder)) {
-                const auto facts = system.files.Look(subFolder);
-                if (facts && !facts->isLink) {
-                    DelInFolder(system, state, subFolder, kYes, skip, progress);
-                }
+    if (!EqualNoCase(confirmation, kYes)) return;
+    const ErrorTrap trap = Trap(system);
+    struct OpenFolder {
+        std::wstring path;
+        std::vector<std::wstring> folders;
+        std::size_t next = 0;
+    };
+    std::vector<OpenFolder> open;
+    const auto enter = [&](const std::wstring& path) {
+        trap(L"DelInFolder", [&] {
+            Contents contents = ContentsOrReason(system, path, progress);
+            for (const std::wstring& name : contents.files) {
+                if (state.cancelRequested) return;
+                if (!skip || !Like(name, L"VB*.*")) DeleteFile(system, path, name, progress);
+                system.pump.DoEvents();
             }
-            system.pump.DoEvents();
+            open.push_back({path, std::move(contents.folders)});
+        });
+    };
+    enter(std::wstring(folder));
+    while (!open.empty() && !state.cancelRequested) {
+        OpenFolder& level = open.back();
+        if (level.next == level.folders.size()) {
+            open.pop_back();
+            continue;
         }
-    });
+        const std::wstring path = JoinPath(level.path, level.folders[level.next++]);
+        bool isLeft = false;
+        const bool known = trap(L"DelInFolder", [&] {
+            if (DeleteWholeFolder(system, path)) return;
+            const auto facts = system.files.Look(path);
+            isLeft = facts && !facts->isLink;
+        });
+        if (!known) open.pop_back();
+        if (isLeft) enter(path);
+        system.pump.DoEvents();
+    }
 }
 
 void DellTemp(System& system, ProgramState& state, MMyScripting::ScriptShell& shell, bool isWinNT,

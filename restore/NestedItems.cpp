@@ -24,16 +24,11 @@ struct Findings {
     std::vector<std::wstring> commented;
     std::vector<std::wstring> bare;  ///< named like a copy, without a comment
     bool foreign = false;            ///< it holds files that belong to no item
-
-    void Take(Findings other) {
-        std::ranges::move(other.commented, std::back_inserter(commented));
-        std::ranges::move(other.bare, std::back_inserter(bare));
-        foreign = foreign || other.foreign;
-    }
 };
 
-/// Looks through one folder of copies. Copies are not entered once they are known for that; a
-/// folder that holds foreign files is the user's own, and all that is below it.
+/// Searches one folder of copies. Copies are not entered once they are known as such; a folder that
+/// holds foreign files is the user's own, and all that is below it. The folders to come are kept
+/// here and not on the stack: trees can be thousands of levels deep.
 class Search {
   public:
     Search(FileSystem& files, EventPump& pump, const std::wstring& top,
@@ -45,49 +40,78 @@ class Search {
         comment_ = name_ + std::wstring(kCommentExtension);
     }
 
-    Findings In(const std::wstring& folder) const {
+    [[nodiscard]] Findings Find() const {
         Findings found;
-        std::wstring named;
-        bool namedIsFolder = false;
+        std::vector<std::wstring> pending{std::wstring()};
+        while (!pending.empty()) {
+            const Level level = ReadNext(pending);
+            found.foreign = found.foreign || level.isForeign;
+            if (level.hasComment) {
+                found.commented.push_back(level.copy);
+            } else if (level.hasCopy) {
+                std::vector<std::wstring> inside;
+                if (MayLeadFurther(level)) inside = CommentedBelow(level.copy);
+                if (inside.empty()) found.bare.push_back(level.copy);
+                std::ranges::move(inside, std::back_inserter(found.commented));
+            }
+        }
+        return found;
+    }
+
+  private:
+    /// What one folder holds.
+    struct Level {
+        std::wstring copy;  ///< path of the entry that is named like a copy, or would be
+        bool hasCopy = false;
+        bool copyIsFolder = false;
         bool hasComment = false;
+        bool isForeign = false;
+    };
+
+    // Reads the last of the pending folders, whose subfolders take its place.
+    [[nodiscard]] Level ReadNext(std::vector<std::wstring>& pending) const {
+        const std::wstring folder = std::move(pending.back());
+        pending.pop_back();
+        Level level{.copy = Below(folder, name_)};
         std::vector<std::wstring> others;
         files_.List(folder.empty() ? top_ : JoinPath(top_, folder), [&](const FolderEntry& entry) {
             pump_.DoEventsIfDue();
             if (entry.isFolder && entry.isLink) return;
             if (EqualNoCase(entry.name, name_)) {
-                named = entry.name;
-                namedIsFolder = entry.isFolder;
+                level.copy = Below(folder, entry.name);
+                level.hasCopy = true;
+                level.copyIsFolder = entry.isFolder;
             } else if (entry.isFolder) {
-                others.emplace_back(entry.name);
+                others.push_back(Below(folder, entry.name));
             } else if (EqualNoCase(entry.name, comment_)) {
-                hasComment = true;
+                level.hasComment = true;
             } else if (!entry.isHidden && !entry.isSystem) {
                 // What the system leaves in folders that were looked at is hidden.
-                found.foreign = true;
+                level.isForeign = true;
             }
         });
-        const std::wstring copy = Below(folder, named.empty() ? name_ : named);
-        if (hasComment) {
-            found.commented.push_back(copy);
-        } else if (!named.empty()) {
-            TakeUncommented(copy, namedIsFolder, found);
-        }
-        if (found.foreign) return found;
-        for (const std::wstring& other : others) found.Take(In(Below(folder, other)));
-        return found;
+        if (!level.isForeign)
+            std::move(others.rbegin(), others.rend(), std::back_inserter(pending));
+        return level;
     }
 
-  private:
-    // It may also be a folder on the way to the copies of an item of the same name.
-    void TakeUncommented(const std::wstring& path, bool isFolder, Findings& found) const {
-        if (isFolder && !IsKnown(path)) {
-            std::vector<std::wstring> inside = In(path).commented;
-            if (!inside.empty()) {
-                std::ranges::move(inside, std::back_inserter(found.commented));
-                return;
+    // Whether the entry may also be a folder on the way to the copies of an item of the same name.
+    [[nodiscard]] bool MayLeadFurther(const Level& level) const {
+        return level.hasCopy && level.copyIsFolder && !IsKnown(level.copy);
+    }
+
+    [[nodiscard]] std::vector<std::wstring> CommentedBelow(const std::wstring& path) const {
+        std::vector<std::wstring> commented;
+        std::vector<std::wstring> pending{path};
+        while (!pending.empty()) {
+            Level level = ReadNext(pending);
+            if (level.hasComment) {
+                commented.push_back(std::move(level.copy));
+            } else if (MayLeadFurther(level)) {
+                pending.push_back(std::move(level.copy));
             }
         }
-        found.bare.push_back(path);
+        return commented;
     }
 
     [[nodiscard]] bool IsKnown(const std::wstring& path) const {
@@ -127,7 +151,7 @@ std::vector<NestedItem> FindNestedItems(FileSystem& files, EventPump& pump,
     std::vector<NestedItem> items;
     std::vector<std::wstring> bare;
     for (const std::wstring& folder : folders) {
-        Findings found = Search(files, pump, folder, items).In({});
+        Findings found = Search(files, pump, folder, items).Find();
         for (std::wstring& below : found.commented) {
             const bool isNew = std::ranges::none_of(
                 items, [&](const NestedItem& item) { return EqualNoCase(item.below, below); });

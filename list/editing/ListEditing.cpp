@@ -194,24 +194,28 @@ void ListEditing::AddMatching(std::wstring_view pattern) {
     }
 }
 
+// The folders to come are kept here and not on the stack: trees can be thousands of levels deep. An
+// error ends the folder that it came in.
 void ListEditing::AddAllFilesInFolder(const std::wstring& folder) {
-    trap_(L"AddAllFilesInFolder", [&] {
-        std::vector<std::wstring> files;
-        std::vector<std::wstring> subFolders;
-        system_.files.List(folder, [&](const FolderEntry& entry) {
-            if (entry.isLink) return;
-            (entry.isFolder ? subFolders : files).push_back(JoinPath(folder, entry.name));
+    std::vector<std::wstring> pending{folder};
+    do {
+        const std::wstring current = std::move(pending.back());
+        pending.pop_back();
+        trap_(L"AddAllFilesInFolder", [&] {
+            std::vector<std::wstring> files;
+            std::vector<std::wstring> subFolders;
+            system_.files.List(current, [&](const FolderEntry& entry) {
+                if (entry.isLink) return;
+                (entry.isFolder ? subFolders : files).push_back(JoinPath(current, entry.name));
+            });
+            state_.cancelRequested = false;
+            for (const std::wstring& path : files) {
+                if (!AddShown(L"Adding file", path)) return;
+            }
+            pending.insert(pending.end(), subFolders.rbegin(), subFolders.rend());
         });
-        state_.cancelRequested = false;
-        for (const std::wstring& path : files) {
-            if (!AddShown(L"Adding file", path)) return;
-        }
-        for (const std::wstring& path : subFolders) {
-            if (state_.cancelRequested) return;
-            AddAllFilesInFolder(path);
-            system_.pump.DoEventsIfDue();
-        }
-    });
+        system_.pump.DoEventsIfDue();
+    } while (!pending.empty() && !state_.cancelRequested);
 }
 
 void ListEditing::lsvBackupList_OLEDragDrop(const std::vector<std::wstring>& paths) {
