@@ -23,7 +23,7 @@ set(PURE_SOURCES
     platform/Utf8.cpp
     platform/Val.cpp
     restore/CopiesIndex.cpp
-    restore/CopySeries.cpp
+    restore/CopyGroup.cpp
     ui/DisplayText.cpp
     ui/Layout.cpp
 )
@@ -49,7 +49,7 @@ set(PURE_TESTS
     tests/platform/Utf8Test.cpp
     tests/platform/ValTest.cpp
     tests/restore/CopiesIndexTest.cpp
-    tests/restore/CopySeriesTest.cpp
+    tests/restore/CopyGroupTest.cpp
     tests/ui/DisplayTextTest.cpp
     tests/ui/LayoutTest.cpp
 )

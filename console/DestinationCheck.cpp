@@ -49,7 +49,7 @@ void CheckComment(Console& console, const CopyEntry& copy, Findings& findings) {
     if (!fits) findings.Add(L"comment", copy.path, L"its date is not that of the copy");
 }
 
-void CheckSeries(Console& console, const CopySeries& series,
+void CheckSeries(Console& console, const CopyGroup& series,
                  const std::set<std::wstring>& checkedCopies, Findings& findings) {
     std::vector<NestedItem> nested;
     if (series.MayHoldOthers()) {
@@ -94,7 +94,7 @@ void CheckEntry(const DestinationView& view, const std::wstring& name, Findings&
 
 void CheckDestination(Console& console, const DestinationView& view,
                       const std::set<std::wstring>& checkedCopies, Findings& findings) {
-    for (const CopySeries& series : view.Series()) {
+    for (const CopyGroup& series : view.Series()) {
         console.Try([&] { CheckSeries(console, series, checkedCopies, findings); });
     }
     for (const DestinationEntry& entry : view.Entries()) CheckEntry(view, entry.name, findings);

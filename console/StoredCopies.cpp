@@ -42,7 +42,7 @@ bool DestinationView::HasChanged() const {
     return !std::ranges::equal(entries_, Listed(), {}, KeyOf, KeyOf);
 }
 
-std::vector<CopySeries> DestinationView::Series() const {
+std::vector<CopyGroup> DestinationView::Series() const {
     std::vector<CopyEntry> copies;
     std::vector<std::wstring> comments;
     for (const DestinationEntry& entry : entries_) {
@@ -66,7 +66,7 @@ std::optional<std::wstring> StoreOf(std::wstring_view copyPath) {
 std::vector<ShownCopy> CopiesIn(Console& console, const DestinationView& view) {
     FileSystem& files = console.system.files;
     std::vector<ShownCopy> shown;
-    for (const CopySeries& series : view.Series()) {
+    for (const CopyGroup& series : view.Series()) {
         std::vector<NestedItem> nested;
         if (series.MayHoldOthers()) {
             std::vector<std::wstring> folders;

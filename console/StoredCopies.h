@@ -7,7 +7,7 @@
 
 #include "engine/CopyComment.h"
 #include "platform/FileSystem.h"
-#include "restore/CopySeries.h"
+#include "restore/CopyGroup.h"
 
 namespace vw {
 
@@ -31,7 +31,7 @@ class DestinationView {
     [[nodiscard]] const std::vector<DestinationEntry>& Entries() const noexcept { return entries_; }
 
     /// Its copies by item, in order of their names.
-    [[nodiscard]] std::vector<CopySeries> Series() const;
+    [[nodiscard]] std::vector<CopyGroup> Series() const;
 
     /// Whether another listing would show something else by now.
     [[nodiscard]] bool HasChanged() const;

@@ -1,82 +1,123 @@
 #include "engine/CPackage.h"
 
-#include <utility>
-
+#include "engine/CommentLine.h"
 #include "engine/CopyName.h"
-#include "engine/RunTexts.h"
-#include "fsutil/PathText.h"
-#include "fsutil/Waking.h"
+#include "engine/TargetState.h"
+#include "fsutil/TreeWalk.h"
 #include "list/format/FieldReader.h"
 #include "list/format/ListLine.h"
-#include "platform/EventPump.h"
-#include "platform/ExitStatus.h"
-#include "platform/MsgBox.h"
-#include "platform/ProgramControl.h"
-#include "platform/RuntimeError.h"
-#include "platform/TextCase.h"
-#include "platform/UserLocale.h"
+
+// The given procedures; each hands its work to the part of the engine that does it.
 
 namespace vw {
 
 CPackage::CPackage(System& system, ProgramState& state, ProgressReporter& progress,
                    ProgramControl& program)
-    : system_(system),
+    : trap_(system.errors, L"Class Module", L"CPackage"),
+      system_(system),
       state_(state),
-      progress_(progress),
-      program_(program),
-      separators_{OneCharacterSeparator(UserDateSeparator(), L'/'),
-                  OneCharacterSeparator(UserTimeSeparator(), L':')},
-      duringCopy_([this] { progress_.DuringCopy(); }),
-      patience_(system, state.cancelRequested) {}
+      patience_(system, state.cancelRequested),
+      context_{.system = system,
+               .state = state,
+               .progress = progress,
+               .program = program,
+               .patience = patience_,
+               .duringCopy = [&progress] { progress.DuringCopy(); }},
+      session_(context_),
+      comments_(context_, session_),
+      numbers_(context_, session_, comments_),
+      series_(context_, session_, comments_),
+      item_(context_, *this, session_, comments_, numbers_, series_),
+      run_(context_, session_, numbers_, item_),
+      restorer_(context_) {}
+
+void CPackage::BackupAll() { run_.BackUpList(); }
+
+void CPackage::BackupItem(std::wstring_view path) { run_.BackUpFile(path); }
+
+void CPackage::BackupPath(std::wstring_view sPath, std::int16_t iSP, bool bPathIsFolder,
+                          bool bSubFolder, std::wstring_view sPackage) {
+    const ItemKind kind = !bPathIsFolder ? ItemKind::File
+                          : bSubFolder   ? ItemKind::Folder
+                                         : ItemKind::Rule;
+    run_.BackUpPath(sPath, iSP, kind, sPackage);
+}
+
+bool CPackage::IsRefused(std::wstring_view path) const { return item_.IsRefused(path); }
 
 void CPackage::GetBackupTo() {
     trap_(L"GetBackupTo", [&] {
-        const std::wstring text = ReadCurrentList();
+        const std::wstring text = run_.ReadCurrentList();
         FieldReader fields(text);
         while (!fields.AtEnd()) {
             const ListLine line = ReadListLine(fields.Next());
             if (line.kind != ListLineKind::Destination) continue;
             state_.BackupTo = CompleteDestination(line.value);
-            ErrorOnBackupFolderNotExists();
+            session_.RequireFolder();
         }
     });
 }
 
-void CPackage::ErrorOnBackupFolderNotExists() {
-    trap_(L"ErrorOnBackupFolderNotExists", [&] {
-        const auto isThere = [this] {
-            const auto facts = system_.files.Look(TargetFolder());
-            return facts && facts->isFolder;
-        };
-        if (IsThereAfterWaking(system_, state_.cancelRequested, isThere)) return;
-        system_.exitStatus.Note(error_number::kPathNotFound);
-        system_.boxes.MsgBox({.text = L"فشلت العملية بسبب عدم توفر مجلد النسخ إلى:\r\n" + Target(),
-                              .icon = BoxIcon::Exclamation,
-                              .rightToLeft = true});
-        program_.EndAtOnce();
+void CPackage::ErrorOnBackupFolderNotExists() { session_.RequireFolder(); }
+
+std::int16_t CPackage::LocationID(std::wstring_view path) { return run_.LocationOf(path); }
+
+bool CPackage::RenamePackages(std::wstring_view sPath, std::int16_t iSP) {
+    const DestinationSession::Visit visit(session_);
+    return series_.Rotate(sPath, iSP, Room::Rotate) == Rotation::Done;
+}
+
+std::wstring CPackage::PackageCommentFile(std::wstring_view copyPath) {
+    return CommentStore::FileOf(copyPath);
+}
+
+std::wstring CPackage::PackageComment(std::wstring_view copyPath) {
+    return FirstLine(comments_.TextOf(copyPath));
+}
+
+void CPackage::PackageComment(std::wstring_view copyPath, std::wstring_view text) {
+    comments_.Store(copyPath, text);
+}
+
+Date CPackage::PackageDate(std::wstring_view copyPath) {
+    return comments_.DateOf(copyPath, comments_.TextOf(copyPath));
+}
+
+std::wstring CPackage::PackageOriginalLocation(std::wstring_view copyPath) {
+    return comments_.LocationOf(copyPath);
+}
+
+bool CPackage::IsMarkedIncomplete(std::wstring_view copyPath) {
+    return CompletenessOf(comments_.TextOf(copyPath)) != Completeness::Whole;
+}
+
+void CPackage::Extract(std::wstring_view copyPath, std::wstring_view destinationFolder,
+                       bool showMessage) {
+    trap_(L"Extract", [&] {
+        if (showMessage) context_.progress.Msg(L"Restoring: ", copyPath);
+        const std::wstring target = JoinPath(destinationFolder, ItemNameOf(copyPath));
+        restorer_.Restore(copyPath, target, TargetState(system_.files, system_.pump, target));
     });
 }
 
-std::int16_t CPackage::LocationID(std::wstring_view path) {
-    const ErrorTrap trap(system_.errors, L"Module", L"MVaultwright");
-    return trap.Or(std::int16_t{-1}, L"LocationID", [&] { return FindLocation(path); });
+void CPackage::Extract(std::wstring_view copyPath, const std::wstring& target,
+                       const TargetState& before) {
+    trap_(L"Extract", [&] { restorer_.Restore(copyPath, target, before); });
 }
 
-bool CPackage::CopyStands(std::wstring_view copyPath) {
-    if (destination_ && !destination_->MayHold(copyPath)) return false;
-    return system_.files.Look(copyPath).has_value();
+bool CPackage::InDestination(std::wstring_view folder, const std::function<void()>& work) {
+    const DestinationSession::TargetOverride target(session_, folder);
+    const DestinationSession::Visit visit(session_);
+    state_.cancelRequested = false;
+    session_.ForgetRefusal();
+    patience_.StartRun();
+    if (session_.Enter() != Entrance::Entered) return false;
+    work();
+    return true;
 }
 
-std::optional<FileFacts> CPackage::Stat(std::wstring_view path) { return system_.files.Look(path); }
-
-void CPackage::MoveEntry(std::wstring_view from, std::wstring_view to, std::uint64_t patience) {
-    patience_.Perform([&] { system_.files.Move(from, to); }, {}, patience);
-    destination_->Left(from);
-    destination_->Added(to);
-}
-
-void CPackage::Tell(const RunText& text, std::wstring_view path) {
-    progress_.Notice(text.With(state_.arabic, path));
+void CPackage::DeleteCopy(std::wstring_view copyPath) {
+    series_.Condemn(copyPath, copyPath, copyPath);
 }
 
 }  // namespace vw

@@ -11,7 +11,7 @@
 #include "platform/ErrorTrap.h"
 #include "platform/FileSystem.h"
 #include "platform/System.h"
-#include "restore/CopySeries.h"
+#include "restore/CopyGroup.h"
 #include "restore/ListedCopy.h"
 #include "restore/NestedItems.h"
 #include "restore/ShownFolder.h"
@@ -114,8 +114,8 @@ class CopiesBrowser final : public RestoreView {
     };
 
     void List();
-    [[nodiscard]] std::vector<CopySeries> FindCopies(const std::wstring& folder);
-    void AddItems(const CopySeries& series);
+    [[nodiscard]] std::vector<CopyGroup> FindCopies(const std::wstring& folder);
+    void AddItems(const CopyGroup& series);
     void AddItem(Item item, bool isFolder);
     [[nodiscard]] std::wstring ReadPlace(Item& item);
     void ClearCopies();

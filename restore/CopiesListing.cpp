@@ -65,7 +65,7 @@ void CopiesBrowser::List() {
     if (!system_.files.Look(folder)) return;
     // Identify the folder before listing it: a drive that is exchanged later has another one.
     shown_.Take(system_.files, folder);
-    for (const CopySeries& series : FindCopies(folder)) {
+    for (const CopyGroup& series : FindCopies(folder)) {
         if (series.MayHoldOthers()) {
             // An unreadable series must not hide the others.
             trap_(L"ListRestoreFiles", [&] { AddItems(series); });
@@ -77,7 +77,7 @@ void CopiesBrowser::List() {
 }
 
 // In the order of their names, so that the first copy of each item is the lowest one.
-std::vector<CopySeries> CopiesBrowser::FindCopies(const std::wstring& folder) {
+std::vector<CopyGroup> CopiesBrowser::FindCopies(const std::wstring& folder) {
     std::vector<std::wstring> paths;
     std::unordered_map<std::wstring, bool> folders;
     std::vector<std::wstring> comments;
@@ -102,7 +102,7 @@ std::vector<CopySeries> CopiesBrowser::FindCopies(const std::wstring& folder) {
 }
 
 // The copies of a series are those of one item, or folders around those of other items, or both.
-void CopiesBrowser::AddItems(const CopySeries& series) {
+void CopiesBrowser::AddItems(const CopyGroup& series) {
     std::vector<NestedItem> nested;
     if (series.MayHoldOthers()) {
         std::vector<std::wstring> folders;

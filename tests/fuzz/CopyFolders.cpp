@@ -9,7 +9,7 @@
 #include "platform/TextCase.h"
 #include "platform/Val.h"
 #include "restore/CopiesIndex.h"
-#include "restore/CopySeries.h"
+#include "restore/CopyGroup.h"
 #include "tests/fuzz/FuzzSupport.h"
 
 using vw::fuzz::Promise;
@@ -44,7 +44,7 @@ void EachCopyIsInItsSeries(std::vector<vw::CopyEntry> copies,
     const std::size_t count = copies.size();
     std::size_t grouped = 0;
     std::set<std::wstring> listed;
-    for (const vw::CopySeries& series : vw::GroupCopies(std::move(copies), comments)) {
+    for (const vw::CopyGroup& series : vw::GroupCopies(std::move(copies), comments)) {
         Promise(!series.copies.empty(), "a series has copies");
         Promise(
             listed.insert(vw::UpperCase(series.origin) + L"\n" + std::to_wstring(series.location))

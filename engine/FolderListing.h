@@ -10,17 +10,17 @@
 
 namespace vw {
 
-/// A file of a source folder as its listing told it.
-struct SourceFile {
+/// A file of a folder, as its listing describes it.
+struct ListedFile {
     std::wstring name;
     std::uint64_t size = 0;
     Date lastWrite = 0;
     bool copied = false;
 };
 
-/// What a backup finds in one folder.
-struct SourceFolder {
-    std::vector<SourceFile> files;
+/// What a folder holds, for a backup or a restore.
+struct FolderListing {
+    std::vector<ListedFile> files;
     std::vector<std::wstring> folders;
     std::vector<std::wstring> links;  ///< what FileFacts::isLink marks: a backup leaves it out
     bool holdsCopyInTheMaking = false;
@@ -29,7 +29,7 @@ struct SourceFolder {
 /// Lists a folder once, without the entries of the program's own (see IsOwnEntry). Raises what
 /// FileSystem::List raises.
 /// `copyInTheMaking` is the name of the entry that the folder is being copied to.
-[[nodiscard]] SourceFolder ReadSourceFolder(FileSystem& files, std::wstring_view folder,
-                                            std::wstring_view copyInTheMaking = {});
+[[nodiscard]] FolderListing ListFolder(FileSystem& files, std::wstring_view folder,
+                                       std::wstring_view copyInTheMaking = {});
 
 }  // namespace vw

@@ -1,8 +1,10 @@
 #include <unordered_map>
+#include <utility>
+#include <vector>
 
-#include "engine/CPackage.h"
+#include "engine/FolderListing.h"
+#include "engine/ItemCopier.h"
 #include "engine/RunTexts.h"
-#include "engine/SourceFolder.h"
 #include "fsutil/PathText.h"
 #include "fsutil/TreeWork.h"
 #include "platform/DriveFailure.h"
@@ -11,57 +13,69 @@
 
 namespace vw {
 
-void CPackage::BackupFolder(std::wstring_view sPackage, std::wstring_view folder,
-                            std::wstring_view root, bool bSubFolder, CopyTally& tally) {
-    const std::wstring from = MFileDosShell::WithSeparator(folder);
-    const std::wstring to = MFileDosShell::WithSeparator(sPackage) +
-                            from.substr(MFileDosShell::WithSeparator(root).size());
+ItemCopier::ItemCopier(const EngineContext& context, DestinationSession& session)
+    : EnginePart(context), session_(session) {}
+
+// The folders that are open are kept here and not on the stack: trees can be thousands of levels
+// deep.
+void ItemCopier::CopyFolder(const std::wstring& copy, const std::wstring& item, bool subFolders,
+                            CopyTally& tally) {
+    const std::size_t rootLength = MFileDosShell::WithSeparator(item).size();
+    std::vector<OpenFolder> open;
+    // True when the folder was opened and its files are copied.
+    const auto enter = [&](const std::wstring& folder) {
+        OpenFolder level{.from = MFileDosShell::WithSeparator(folder)};
+        level.to = MFileDosShell::WithSeparator(copy) + level.from.substr(rootLength);
+        if (!CopyFiles(level, MFileDosShell::CFileName(copy), tally)) return false;
+        if (!subFolders) level.folders.clear();
+        open.push_back(std::move(level));
+        return true;
+    };
+    enter(item);
+    while (!open.empty()) {
+        OpenFolder& level = open.back();
+        if (level.next < level.folders.size() && !MustStop(tally)) {
+            const std::wstring folder = level.from + level.folders[level.next++];
+            if (!enter(folder)) system_.pump.DoEventsIfDue();
+            continue;
+        }
+        // Last, since every entry that is made in it changes its date.
+        if (level.next == level.folders.size()) KeepFolderInfo(level.from, level.to);
+        open.pop_back();
+        if (!open.empty()) system_.pump.DoEventsIfDue();
+    }
+}
+
+// Makes the folder of the copy and copies the files into it. False when the folder could not be
+// read or made.
+bool ItemCopier::CopyFiles(OpenFolder& level, const std::wstring& ownName, CopyTally& tally) {
     // The name of a copy in the making is its own alone: it is met when a link or another drive
     // letter leads to the destination.
-    const std::wstring own = MFileDosShell::CFileName(sPackage);
-    SourceFolder source;
+    FolderListing source;
     const bool read = CopyStep(L"BackupFolder", 0, tally, [&] {
-        source = ReadSourceFolder(system_.files, from, own);
-        system_.files.MakeFolder(to);
+        source = ListFolder(system_.files, level.from, ownName);
+        system_.files.MakeFolder(level.to);
     });
     if (!read) {
         ++tally.failed;
-        return;
+        return false;
     }
     if (source.holdsCopyInTheMaking) tally.holdsItself = true;
-    for (const std::wstring& name : source.links) Tell(run_text::kLinkLeftOut, from + name);
-    for (SourceFile& file : source.files) {
+    for (const std::wstring& name : source.links) Notice(run_text::kLinkLeftOut, level.from + name);
+    for (ListedFile& file : source.files) {
         if (MustStop(tally)) break;
         const std::size_t copiedBefore = tally.copied;
-        BackupFile(to + file.name, from + file.name, file.size, tally);
+        BackupFile(level.to + file.name, level.from + file.name, file.size, tally);
         file.copied = tally.copied > copiedBefore;
         system_.pump.DoEventsIfDue();
     }
-    CheckFolderCopy(to, from, source, tally);
-    if (bSubFolder) {
-        for (const std::wstring& name : source.folders) {
-            if (MustStop(tally)) return;
-            BackupFolder(sPackage, from + name, root, true, tally);
-            system_.pump.DoEventsIfDue();
-        }
-    }
-    // Last, since every entry that is made in it changes its date.
-    KeepFolderInfo(from, to);
-}
-
-// The root of a drive is hidden on most disks, and its dates mean nothing. A disk that keeps no
-// such marks makes the copy no less whole.
-void CPackage::KeepFolderInfo(const std::wstring& from, const std::wstring& to,
-                              FileSystem::Marks marks) {
-    if (IsRoot(system_.files, from) || IsRoot(system_.files, to)) return;
-    try {
-        system_.files.CopyFolderInfo(from, to, marks);
-    } catch (const RuntimeError&) {
-    }
+    CheckFolderCopy(level.to, level.from, source, tally);
+    level.folders = std::move(source.folders);
+    return true;
 }
 
 // Asked before each file and sub-folder of a folder.
-bool CPackage::MustStop(CopyTally& tally) const {
+bool ItemCopier::MustStop(CopyTally& tally) const {
     // Nobody chose to keep what a shutdown interrupts: the next run makes the whole copy.
     if (state_.endRequested) tally.givenUp = true;
     if (state_.cancelRequested) tally.cutShort = true;
@@ -70,8 +84,8 @@ bool CPackage::MustStop(CopyTally& tally) const {
 
 // The trap of one step, which copies `size` bytes. A full disk, a drive or a cloud that is gone
 // ends the copy: whatever is left would fail too, each with a box of its own.
-bool CPackage::CopyStep(std::wstring_view procedure, std::uint64_t size, CopyTally& tally,
-                        const std::function<void()>& step) {
+bool ItemCopier::CopyStep(std::wstring_view procedure, std::uint64_t size, CopyTally& tally,
+                          const std::function<void()>& step) {
     return trap_(procedure, [&] {
         try {
             step();
@@ -94,29 +108,20 @@ bool CPackage::CopyStep(std::wstring_view procedure, std::uint64_t size, CopyTal
 
 // Asked only when something has failed. What is told is the item or the destination, not the file
 // that happened to be the next one when the server went down or the stick was pulled.
-void CPackage::GiveUpIfGone(CopyTally& tally) {
+void ItemCopier::GiveUpIfGone(CopyTally& tally) {
     const auto giveUp = [&](int number, const std::wstring& path) {
         tally.givenUp = true;
         Raise(number, path);
     };
-    if (!Stands(tally.itemPath)) {
+    if (!Exists(tally.itemPath)) {
         giveUp(tally.isFolder ? error_number::kPathNotFound : error_number::kFileNotFound,
                tally.itemPath);
     }
-    if (!Stands(TargetFolder())) giveUp(error_number::kPathNotFound, Target());
+    if (!Exists(session_.Folder())) giveUp(error_number::kPathNotFound, session_.Target());
 }
 
-// What cannot be asked is out of reach, which is no better than gone.
-bool CPackage::Stands(std::wstring_view path) {
-    try {
-        return system_.files.Look(path).has_value();
-    } catch (const RuntimeError&) {
-        return false;
-    }
-}
-
-void CPackage::BackupFile(std::wstring_view destination, std::wstring_view source,
-                          std::uint64_t size, CopyTally& tally) {
+void ItemCopier::BackupFile(std::wstring_view destination, std::wstring_view source,
+                            std::uint64_t size, CopyTally& tally) {
     const bool copied = CopyStep(L"BackupFile", size, tally, [&] {
         progress_.Msg(L"Backing:", source);
         system_.files.Copy(source, destination, duringCopy_);
@@ -127,10 +132,10 @@ void CPackage::BackupFile(std::wstring_view destination, std::wstring_view sourc
 
 // Drives of the older formats call themselves full for a file of 4 GiB, however much room they
 // have: that is the matter of this one file.
-bool CPackage::IsTooLargeForDrive(std::uint64_t size) {
+bool ItemCopier::IsTooLargeForDrive(std::uint64_t size) {
     constexpr std::uint64_t kLargest = 0xFFFFFFFF;
     try {
-        return size > kLargest && system_.files.FreeSpace(TargetFolder()) >= size;
+        return size > kLargest && system_.files.FreeSpace(session_.Folder()) >= size;
     } catch (const RuntimeError&) {
         return false;
     }
@@ -138,8 +143,8 @@ bool CPackage::IsTooLargeForDrive(std::uint64_t size) {
 
 // The copy call may report success for a file that it cut short, so every length is looked at once
 // more, in one listing for the whole folder.
-void CPackage::CheckFolderCopy(const std::wstring& copyFolder, const std::wstring& folder,
-                               const SourceFolder& source, CopyTally& tally) {
+void ItemCopier::CheckFolderCopy(const std::wstring& copyFolder, const std::wstring& folder,
+                                 const FolderListing& source, CopyTally& tally) {
     if (tally.givenUp || source.files.empty()) return;
     std::unordered_map<std::wstring, std::uint64_t> sizes;
     sizes.reserve(source.files.size());
@@ -148,7 +153,7 @@ void CPackage::CheckFolderCopy(const std::wstring& copyFolder, const std::wstrin
             if (!entry.isFolder) sizes.emplace(entry.name, entry.size);
         });
     });
-    for (const SourceFile& file : source.files) {
+    for (const ListedFile& file : source.files) {
         if (tally.givenUp) return;
         if (!file.copied) continue;
         const auto copy = sizes.find(file.name);
@@ -165,19 +170,19 @@ void CPackage::CheckFolderCopy(const std::wstring& copyFolder, const std::wstrin
 // A log grows while it is copied: a source that changed is told, and its copy counts, unless the
 // whole item is gone. Any other difference makes it a failed copy, and what there is of it is
 // removed.
-void CPackage::CheckFileCopy(const std::wstring& copy, const std::wstring& source,
-                             std::uint64_t sourceSize, CopyTally& tally) {
+void ItemCopier::CheckFileCopy(const std::wstring& copy, const std::wstring& source,
+                               std::uint64_t sourceSize, CopyTally& tally) {
     const bool whole = CopyStep(L"BackupFile", sourceSize, tally, [&] {
         const auto copied = system_.files.Look(copy);
         if (copied && copied->size == sourceSize) return;
         const auto now = system_.files.Look(source);
         if (!now) GiveUpIfGone(tally);
         if (copied && (!now || now->size != sourceSize)) {
-            Tell(run_text::kChangedMeanwhile, source);
+            Notice(run_text::kChangedMeanwhile, source);
             return;
         }
         if (copied) Remove(copy);
-        const bool full = system_.files.FreeSpace(TargetFolder()) < sourceSize;
+        const bool full = system_.files.FreeSpace(session_.Folder()) < sourceSize;
         Raise(full ? error_number::kDiskFull : error_number::kDeviceError, source);
     });
     if (whole) return;

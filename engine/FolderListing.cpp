@@ -1,12 +1,12 @@
-#include "engine/SourceFolder.h"
+#include "engine/FolderListing.h"
 
 #include "fsutil/WorkingName.h"
 
 namespace vw {
 
-SourceFolder ReadSourceFolder(FileSystem& files, std::wstring_view folder,
-                              std::wstring_view copyInTheMaking) {
-    SourceFolder source;
+FolderListing ListFolder(FileSystem& files, std::wstring_view folder,
+                         std::wstring_view copyInTheMaking) {
+    FolderListing source;
     files.List(folder, [&](const FolderEntry& entry) {
         if (entry.isFolder && entry.name == copyInTheMaking) source.holdsCopyInTheMaking = true;
         // Another run may hold its lock in a destination that lies here.

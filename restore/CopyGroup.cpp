@@ -1,4 +1,4 @@
-#include "restore/CopySeries.h"
+#include "restore/CopyGroup.h"
 
 #include <algorithm>
 #include <string_view>
@@ -22,13 +22,13 @@ std::wstring KeyOf(std::wstring_view origin, int location) {
 
 }  // namespace
 
-bool CopySeries::MayHoldOthers() const {
+bool CopyGroup::MayHoldOthers() const {
     return !hasComment && !MFileDosShell::CFileExt(origin).empty() &&
            std::ranges::any_of(copies, &CopyEntry::isFolder);
 }
 
-std::vector<CopySeries> GroupCopies(std::vector<CopyEntry> copies,
-                                    const std::vector<std::wstring>& comments) {
+std::vector<CopyGroup> GroupCopies(std::vector<CopyEntry> copies,
+                                   const std::vector<std::wstring>& comments) {
     std::unordered_set<std::wstring> commentedPaths;
     std::unordered_set<std::wstring> commentedSeries;
     for (const std::wstring& comment : comments) {
@@ -38,7 +38,7 @@ std::vector<CopySeries> GroupCopies(std::vector<CopyEntry> copies,
         const CopyNameParts parts = ParseCopyName(name);
         commentedSeries.insert(KeyOf(parts.origin, parts.location));
     }
-    std::vector<CopySeries> series;
+    std::vector<CopyGroup> series;
     std::unordered_map<std::wstring, std::size_t> places;
     for (CopyEntry& copy : copies) {
         copy.hasComment = commentedPaths.contains(UpperCase(copy.path));

@@ -1,4 +1,4 @@
-#include "restore/CopySeries.h"
+#include "restore/CopyGroup.h"
 
 #include <gtest/gtest.h>
 
@@ -10,9 +10,9 @@ namespace {
 
 const std::wstring kFolder = L"E:\\Backup\\";
 
-std::vector<CopySeries> Group(const std::vector<std::wstring>& copies,
-                              const std::vector<std::wstring>& comments = {},
-                              bool areFolders = false) {
+std::vector<CopyGroup> Group(const std::vector<std::wstring>& copies,
+                             const std::vector<std::wstring>& comments = {},
+                             bool areFolders = false) {
     std::vector<CopyEntry> entries;
     entries.reserve(copies.size());
     for (const std::wstring& name : copies) {
@@ -24,7 +24,7 @@ std::vector<CopySeries> Group(const std::vector<std::wstring>& copies,
     return GroupCopies(entries, paths);
 }
 
-TEST(CopySeries, OfAnItemIsOneHoweverTheCopiesAreMixed) {
+TEST(CopyGroup, OfAnItemIsOneHoweverTheCopiesAreMixed) {
     const auto series = Group({L"Report\u00AB0001\u00BB.doc", L"Report\u00AB0001\u00BB.txt",
                                L"REPORT\u00AB0002\u00BB.doc", L"Report\u00AB0101\u00BB.doc"});
     ASSERT_EQ(series.size(), 3U);
@@ -36,7 +36,7 @@ TEST(CopySeries, OfAnItemIsOneHoweverTheCopiesAreMixed) {
     EXPECT_EQ(series[2].location, 1);
 }
 
-TEST(CopySeries, KnowsTheCommentsOfItsCopies) {
+TEST(CopyGroup, KnowsTheCommentsOfItsCopies) {
     const auto series = Group({L"a\u00AB0001\u00BB.txt", L"a\u00AB0002\u00BB.txt"},
                               {L"A\u00AB0001\u00BB.TXT.VWC", L"b\u00AB0001\u00BB.txt.vwc"});
     ASSERT_EQ(series.size(), 1U);
@@ -45,7 +45,7 @@ TEST(CopySeries, KnowsTheCommentsOfItsCopies) {
     EXPECT_FALSE(series[0].copies[1].hasComment);
 }
 
-TEST(CopySeries, OfFoldersMayHoldOthersUnlessACommentSaysWhatItIs) {
+TEST(CopyGroup, OfFoldersMayHoldOthersUnlessACommentSaysWhatItIs) {
     const std::vector<std::wstring> dotted{L"Docs\u00AB0002\u00BB.smith"};
     EXPECT_TRUE(Group(dotted, {}, true)[0].MayHoldOthers());
     EXPECT_FALSE(Group(dotted, {}, false)[0].MayHoldOthers()) << "files";

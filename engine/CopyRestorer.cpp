@@ -1,9 +1,8 @@
 #include <optional>
 #include <vector>
 
-#include "engine/CPackage.h"
-#include "engine/CopyName.h"
-#include "engine/SourceFolder.h"
+#include "engine/CopyRestorer.h"
+#include "engine/FolderListing.h"
 #include "engine/TargetState.h"
 #include "fsutil/PathText.h"
 #include "fsutil/TreeWalk.h"
@@ -47,28 +46,14 @@ RuntimeError WithPath(const RuntimeError& error, const std::wstring& path) {
 
 }  // namespace
 
-void CPackage::Extract(std::wstring_view copyPath, std::wstring_view destinationFolder,
-                       bool showMessage) {
-    trap_(L"Extract", [&] {
-        if (showMessage) progress_.Msg(L"Restoring: ", copyPath);
-        const std::wstring target = JoinPath(destinationFolder, ItemNameOf(copyPath));
-        ExtractTo(copyPath, target, TargetState(system_.files, system_.pump, target));
-    });
-}
-
-void CPackage::Extract(std::wstring_view copyPath, const std::wstring& target,
-                       const TargetState& before) {
-    trap_(L"Extract", [&] { ExtractTo(copyPath, target, before); });
-}
-
-void CPackage::ExtractTo(std::wstring_view copyPath, const std::wstring& target,
-                         const TargetState& before) {
+void CopyRestorer::Restore(std::wstring_view copyPath, const std::wstring& target,
+                           const TargetState& before) {
     const auto facts = system_.files.Look(copyPath);
     if (!facts) Raise(error_number::kFileNotFound, copyPath);
     if (facts->isFolder) {
-        ExtractFolder(std::wstring(copyPath), target, before);
+        RestoreFolder(std::wstring(copyPath), target, before);
     } else {
-        ExtractFile(std::wstring(copyPath), target, facts->size,
+        RestoreFile(std::wstring(copyPath), target, facts->size,
                     [&](const FileFacts& there) { return before.Holds({}, there); });
     }
 }
@@ -77,8 +62,8 @@ void CPackage::ExtractTo(std::wstring_view copyPath, const std::wstring& target,
 // what the user sees at the end. A link that is the item itself is followed, as its backups do. One
 // below it was left out of the safety copy, so nothing may be written through it. The folders to
 // come are kept here and not on the stack: trees can be thousands of levels deep.
-void CPackage::ExtractFolder(const std::wstring& copy, const std::wstring& target,
-                             const TargetState& before) {
+void CopyRestorer::RestoreFolder(const std::wstring& copy, const std::wstring& target,
+                                 const TargetState& before) {
     std::optional<RuntimeError> failure;
     const auto attempt = [&](const auto& step) {
         try {
@@ -101,15 +86,14 @@ void CPackage::ExtractFolder(const std::wstring& copy, const std::wstring& targe
         const std::wstring folder = std::move(pending.back());
         pending.pop_back();
         attempt([&] {
-            const SourceFolder source =
-                ReadSourceFolder(system_.files, below(copy, folder) + L"\\");
+            const FolderListing source = ListFolder(system_.files, below(copy, folder) + L"\\");
             const bool wasThere =
                 EnterTarget(below(target, folder), folder.empty() ? &before : nullptr);
             entered.push_back({folder, wasThere});
-            for (const SourceFile& file : source.files) {
+            for (const ListedFile& file : source.files) {
                 const std::wstring path = folder.empty() ? file.name : JoinPath(folder, file.name);
                 attempt([&] {
-                    ExtractFile(JoinPath(copy, path), JoinPath(target, path), file.size,
+                    RestoreFile(JoinPath(copy, path), JoinPath(target, path), file.size,
                                 [&](const FileFacts& there) { return before.Holds(path, there); });
                 });
                 system_.pump.DoEventsIfDue();
@@ -130,7 +114,7 @@ void CPackage::ExtractFolder(const std::wstring& copy, const std::wstring& targe
 
 // Makes a folder of the target unless it is there; `before` is given for the item itself. Whether
 // it was there.
-bool CPackage::EnterTarget(const std::wstring& target, const TargetState* before) {
+bool CopyRestorer::EnterTarget(const std::wstring& target, const TargetState* before) {
     const auto there = system_.files.Look(target);
     const bool isItem = before != nullptr;
     if (there &&
@@ -141,8 +125,9 @@ bool CPackage::EnterTarget(const std::wstring& target, const TargetState* before
     return there.has_value();
 }
 
-void CPackage::ExtractFile(const std::wstring& copy, const std::wstring& target, std::uint64_t size,
-                           const std::function<bool(const FileFacts&)>& mayReplace) {
+void CopyRestorer::RestoreFile(const std::wstring& copy, const std::wstring& target,
+                               std::uint64_t size,
+                               const std::function<bool(const FileFacts&)>& mayReplace) {
     // Whether a file there may be replaced; raises for whatever else is there.
     const auto replaces = [&] {
         const auto there = system_.files.Look(target);

@@ -1,4 +1,4 @@
-#include "engine/CPackage.h"
+#include "engine/CopySeries.h"
 #include "engine/NameEncoding.h"
 #include "engine/RunTexts.h"
 #include "fsutil/PathText.h"
@@ -28,8 +28,12 @@
 
 namespace vw {
 
-bool CPackage::PlaceCopy(NewCopy& copy, Room room) {
-    const std::wstring comment = PrepareComment(copy);
+CopySeries::CopySeries(const EngineContext& context, DestinationSession& session,
+                       CommentStore& comments)
+    : EnginePart(context), session_(session), comments_(comments) {}
+
+bool CopySeries::PlaceCopy(NewCopy& copy, Room room) {
+    const std::wstring comment = comments_.Prepare(copy);
     try {
         if (copy.inSeries && !MakeReady(copy, comment)) {
             Remove(copy.entry);
@@ -39,7 +43,7 @@ bool CPackage::PlaceCopy(NewCopy& copy, Room room) {
         Rotation rotation = Rotation::Done;
         if (room != Room::Replace) rotation = Rotate(copy.itemPath, copy.location, room);
         // The copy stays ready: a later run finishes it without copying everything again.
-        const bool isBlocked = rotation == Rotation::Undone && CopyStands(copy.place);
+        const bool isBlocked = rotation == Rotation::Undone && session_.Contains(copy.place);
         if (rotation == Rotation::Broken || isBlocked) {
             Remove(comment);
             return false;
@@ -49,34 +53,34 @@ bool CPackage::PlaceCopy(NewCopy& copy, Room room) {
         Remove(comment);
         throw;
     }
-    destination_->Finished(copy.itemPath);
+    session_->Finished(copy.itemPath);
     return true;
 }
 
 // From here on no other item of this run may move into the place of the copy, whatever goes wrong.
 // False when an earlier copy is ready that holds more than this one.
-bool CPackage::MakeReady(NewCopy& copy, const std::wstring& comment) {
+bool CopySeries::MakeReady(NewCopy& copy, const std::wstring& comment) {
     std::wstring older;
-    if (const ReadyCopy* const waiting = destination_->ReadyOf(copy.itemPath)) {
+    if (const ReadyCopy* const waiting = session_->ReadyOf(copy.itemPath)) {
         if (waiting->completeness < copy.completeness) return false;
         older = waiting->path;
     }
     // The time of the disk, which also dates the comment of the copy in the place.
     const auto facts = Stat(comment);
     if (!facts) Raise(error_number::kDeviceError, comment);
-    const std::wstring ready = destination_->ReadyPath(copy.itemPath, copy.place, copy.newestDate,
-                                                       facts->lastWrite, copy.completeness);
+    const std::wstring ready = session_->ReadyPath(copy.itemPath, copy.place, copy.newestDate,
+                                                   facts->lastWrite, copy.completeness);
     // A scanner works through what was just written; hours of copying depend on this rename.
-    MoveEntry(copy.entry, ready, Patience::kLong);
+    session_.MoveEntry(copy.entry, ready, Patience::kLong);
     copy.entry = ready;
     copy.ready = true;
-    destination_->Awaits(copy.itemPath, copy.place,
-                         {.path = ready,
-                          .date = copy.newestDate,
-                          .made = facts->lastWrite,
-                          .completeness = copy.completeness});
+    session_->Awaits(copy.itemPath, copy.place,
+                     {.path = ready,
+                      .date = copy.newestDate,
+                      .made = facts->lastWrite,
+                      .completeness = copy.completeness});
     if (!older.empty()) {
-        Tell(run_text::kReadyDropped, copy.itemPath);
+        Notice(run_text::kReadyDropped, copy.itemPath);
         try {
             Condemn(older, copy.itemPath, copy.place);
         } catch (const RuntimeError&) {
@@ -86,70 +90,57 @@ bool CPackage::MakeReady(NewCopy& copy, const std::wstring& comment) {
     return true;
 }
 
-void CPackage::RefuseForeign(std::wstring_view path) {
-    if (destination_->MayHold(path) || !Stat(path)) return;
-    Tell(run_text::kLeftAlone, path);
+void CopySeries::RefuseForeign(std::wstring_view path) {
+    if (session_->MayHold(path) || !Stat(path)) return;
+    Notice(run_text::kLeftAlone, path);
     Raise(error_number::kAlreadyExists, path);
 }
 
-// It must not look like a copy, or ready to be one, while it is being deleted: half of it would
-// pass for the whole.
-void CPackage::Condemn(std::wstring_view entry, std::wstring_view itemPath,
-                       std::wstring_view place) {
-    const std::wstring condemned = destination_->WorkingPath(WorkingState::Old, itemPath, place);
-    MoveEntry(entry, condemned);
+void CopySeries::Condemn(std::wstring_view entry, std::wstring_view itemPath,
+                         std::wstring_view place) {
+    const std::wstring condemned = session_->WorkingPath(WorkingState::Old, itemPath, place);
+    session_.MoveEntry(entry, condemned);
     Remove(condemned);
 }
 
-void CPackage::DeleteCopy(std::wstring_view copyPath) { Condemn(copyPath, copyPath, copyPath); }
-
-std::wstring CPackage::PrepareComment(const NewCopy& copy) {
-    const std::wstring folder = MFileDosShell::CFileLocation(copy.itemPath);
-    const std::wstring text = CommentText(
-        CommentLine(copy.newestDate, separators_, EnglishNameFrom(folder, system_.ansi)),
-        copy.completeness);
-    const std::wstring path =
-        PackageCommentFile(destination_->WorkingPath(WorkingState::New, copy.itemPath, copy.place));
-    system_.files.Write(path, system_.ansi.Encode(text), FileSystem::Flush::No);
-    return path;
+void CopySeries::ReportIncomplete(const NewCopy& copy) {
+    switch (copy.completeness) {
+        case Completeness::Whole:
+            return;
+        case Completeness::MissesFiles:
+            return Notice(run_text::kMissesFiles, copy.itemPath);
+        case Completeness::CutShort:
+            return Notice(run_text::kIncomplete, copy.itemPath);
+    }
 }
 
-void CPackage::TakePlace(const NewCopy& copy, const std::wstring& comment) {
-    const std::wstring commentFile = PackageCommentFile(copy.place);
+void CopySeries::TakePlace(const NewCopy& copy, const std::wstring& comment) {
+    const std::wstring commentFile = CommentStore::FileOf(copy.place);
     RefuseForeign(copy.place);
     RefuseForeign(commentFile);
     std::wstring displaced;
-    if (CopyStands(copy.place)) {
-        displaced = destination_->WorkingPath(WorkingState::Old, copy.itemPath, copy.place);
-        MoveEntry(copy.place, displaced);
+    if (session_.Contains(copy.place)) {
+        displaced = session_->WorkingPath(WorkingState::Old, copy.itemPath, copy.place);
+        session_.MoveEntry(copy.place, displaced);
     }
     bool commentTaken = false;
     try {
         // Below a dotted folder the name of a copy holds folders of its own.
         MakeFolders(system_.files, MFileDosShell::CFileLocation(commentFile));
         patience_.Perform([&] { system_.files.Replace(comment, commentFile); }, commentFile);
-        destination_->Added(commentFile);
+        session_->Added(commentFile);
         commentTaken = true;
-        MoveEntry(copy.entry, copy.place);
+        session_.MoveEntry(copy.entry, copy.place);
     } catch (const RuntimeError&) {
         // A copy that is not ready is given up, so what it was to replace has to stay.
         if (!copy.ready && !displaced.empty()) {
             static_cast<void>(MoveBack({{copy.place, displaced}}));
         }
         // The comment does not describe the entry in the place.
-        if (commentTaken && Stands(copy.place)) Remove(commentFile);
+        if (commentTaken && Exists(copy.place)) Remove(commentFile);
         throw;
     }
     if (!displaced.empty()) Remove(displaced);
-}
-
-// For what is no copy (any more): a later run removes what cannot go now.
-void CPackage::Remove(std::wstring_view path) noexcept {
-    try {
-        DeleteTree(
-            system_.files, path, [this] { system_.pump.DoEventsIfDue(); }, &patience_);
-    } catch (...) {
-    }
 }
 
 }  // namespace vw

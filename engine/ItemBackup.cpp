@@ -1,15 +1,13 @@
 #include <algorithm>
 
-#include "engine/CPackage.h"
 #include "engine/CopyName.h"
-#include "engine/DestinationVisit.h"
+#include "engine/ItemBackup.h"
 #include "engine/ItemChecks.h"
 #include "engine/RunTexts.h"
 #include "fsutil/FileQueries.h"
 #include "fsutil/PathText.h"
 #include "platform/EventPump.h"
 #include "platform/ExitStatus.h"
-#include "platform/Like.h"
 #include "platform/RuntimeError.h"
 #include "platform/SystemPath.h"
 #include "platform/TextCase.h"
@@ -23,34 +21,28 @@ constexpr double kSpareBytes = 50.0 * 1024 * 1024;
 
 }  // namespace
 
-void CPackage::BackupPath(std::wstring_view sPath, std::int16_t iSP, bool bPathIsFolder,
-                          bool bSubFolder, std::wstring_view sPackage) {
-    trap_(L"BackupPath", [&] {
-        state_.cancelRequested = false;
-        system_.pump.DoEventsIfDue();
-        const std::wstring_view path =
-            sPath.ends_with(L"\\*") ? sPath.substr(0, sPath.size() - 2) : sPath;
-        ErrorOnBackupFolderNotExists();
-        // On its own it is a run of its own; what another one was refused may be free by now.
-        if (!visiting_) {
-            refusedDestination_.clear();
-            patience_.StartRun();
-        }
-        const Visit visit(*this);
-        if (EnterDestination() != Entrance::Entered) return;
-        BackUpItem(path, iSP, bPathIsFolder, bSubFolder, sPackage);
-    });
-}
+ItemBackup::ItemBackup(const EngineContext& context, CopyDates& dates, DestinationSession& session,
+                       CommentStore& comments, LocationNumbers& numbers, CopySeries& series)
+    : EnginePart(context),
+      dates_(dates),
+      session_(session),
+      comments_(comments),
+      series_(series),
+      copier_(context, session),
+      completion_(context, session, comments, series, copier_),
+      collisions_(context, session, comments, numbers),
+      contents_(context) {}
 
-void CPackage::BackUpItem(std::wstring_view path, std::int16_t location, bool isFolder,
-                          bool subFolders, std::wstring_view givenCopy) {
+void ItemBackup::BackUp(std::wstring_view path, std::int16_t location, ItemKind kind,
+                        std::wstring_view givenCopy) {
+    const bool isFolder = kind != ItemKind::File;
     const auto facts = system_.files.Look(path);
     if (facts && IsRefused(path)) {
         Refuse(path);
         return;
     }
     if (facts && facts->isLink && !facts->isFolder) {
-        Tell(run_text::kLinkLeftOut, path);
+        Notice(run_text::kLinkLeftOut, path);
         progress_.OnItem(ItemEvent::Unchanged, path, {});
         return;
     }
@@ -62,7 +54,7 @@ void CPackage::BackUpItem(std::wstring_view path, std::int16_t location, bool is
         progress_.OnItem(ItemEvent::Missing, path, {});
         if (keepMissing_) return;
     }
-    const MFileDosShell::Survey survey = MFileDosShell::SurveyOf(system_, *this, path, facts);
+    const MFileDosShell::Survey survey = MFileDosShell::SurveyOf(system_, dates_, path, facts);
     if (facts) {
         progress_.OnSurveyed(path, facts->isFolder ? survey.treeBytes : facts->size, survey.newest);
     }
@@ -75,71 +67,74 @@ void CPackage::BackUpItem(std::wstring_view path, std::int16_t location, bool is
                  .entry = {}};
     Room room = copy.inSeries ? Room::Rotate : Room::Replace;
     if (copy.inSeries) {
-        copy.place = CFilePackageName(path, 1, location, Target());
+        copy.place = CFilePackageName(path, 1, location, session_.Target());
         if (facts && HasImpossibleName(copy.place)) Raise(error_number::kBadName, copy.place);
-        if (Collides(path, location, isFolder, copy.place)) {
+        if (collisions_.Collides(path, location, isFolder, copy.place, listed_)) {
             Refuse(path);
             return;
         }
-        const ReadyCopy* const waiting = destination_->ReadyOf(path);
+        const ReadyCopy* const waiting = session_->ReadyOf(path);
         const Date waitingDate = waiting != nullptr ? waiting->date : kMissingDate;
-        if (FinishReadyCopy(path, location, copy.place) == ReadyOutcome::Stuck) {
+        if (series_.FinishReadyCopy(path, location, copy.place) == ReadyOutcome::Stuck) {
             // Nothing is copied again that already waits for its place.
             if (!facts || waitingDate == copy.newestDate) return;
             room = Room::CompleteRotation;
         }
-        const bool stands = CopyStands(copy.place);
-        const std::wstring comment = stands ? CommentOf(copy.place) : std::wstring();
-        const Date copyDate = stands ? DateOf(copy.place, comment) : kMissingDate;
+        const bool stands = session_.Contains(copy.place);
+        const std::wstring comment = stands ? comments_.TextOf(copy.place) : std::wstring();
+        const Date copyDate = stands ? comments_.DateOf(copy.place, comment) : kMissingDate;
         CheckFreeSpace(survey.bytes);
-        const bool isOwn = EqualNoCase(NamedLocation(comment), MFileDosShell::CFileLocation(path));
+        const bool isOwn =
+            EqualNoCase(comments_.NamedLocation(comment), MFileDosShell::CFileLocation(path));
         // Older comments were written by the rules of their present year.
         if (survey.HasDate(copyDate)) {
             copy.completeness = CompletenessOf(comment);
             const bool isWhole = copy.completeness == Completeness::Whole;
             if (isWhole || !isOwn || !isFolder || !facts || !facts->isFolder) {
-                TellNoChange(path);
+                ReportNoChange(path);
                 return;
             }
-            if (CompleteCopy(copy, subFolders) == Completion::Done) return;
+            if (completion_.Complete(copy, kind == ItemKind::Folder) == Completion::Done) return;
             copy.completeness = Completeness::Whole;
         }
         copy.overCutShort = isOwn && CompletenessOf(comment) == Completeness::CutShort;
         // The copies make room when the new one stands, so that a copy that fails costs none of
         // them. Here and now they do it for a vanished item, and a count of 0 is refused.
         if (!facts || state_.copiesCount <= 0) {
-            const bool rotated = RenamePackages(path, location);
+            const bool rotated = series_.Rotate(path, location, Room::Rotate) == Rotation::Done;
             room = Room::Replace;
             if (!facts && !rotated && state_.copiesCount > 0) return;
         }
     }
-    if (facts && !AgreesToContents(path, survey, subFolders)) return;
+    if (facts && !contents_.MayCopy(path, survey, kind == ItemKind::Folder)) return;
     progress_.Report(L"Backing: " + copy.itemPath, false);
     progress_.OnItem(ItemEvent::Copying, path,
-                     subFolders ? ItemSize{survey.treeFiles, survey.treeBytes}
-                                : ItemSize{survey.files, static_cast<std::uint64_t>(survey.bytes)});
+                     kind == ItemKind::Folder
+                         ? ItemSize{survey.treeFiles, survey.treeBytes}
+                         : ItemSize{survey.files, static_cast<std::uint64_t>(survey.bytes)});
     if (isFolder && !(facts && facts->isFolder)) Raise(error_number::kPathNotFound, path);
-    MakeCopy(copy, isFolder, subFolders, room);
+    MakeCopy(copy, kind, room);
 }
 
-void CPackage::TellNoChange(std::wstring_view path) {
+void ItemBackup::ReportNoChange(std::wstring_view path) {
     progress_.Report(L"No change since last backup for the path:", false);
     progress_.Report(path, true);
     progress_.OnItem(ItemEvent::Unchanged, path, {});
 }
 
-void CPackage::MakeCopy(NewCopy& copy, bool isFolder, bool subFolders, Room room) {
-    copy.entry = destination_->WorkingPath(WorkingState::New, copy.itemPath, copy.place);
-    if (destination_->MayHold(copy.entry)) Remove(copy.entry);
-    destination_->Added(copy.entry);
+void ItemBackup::MakeCopy(NewCopy& copy, ItemKind kind, Room room) {
+    const bool isFolder = kind != ItemKind::File;
+    copy.entry = session_->WorkingPath(WorkingState::New, copy.itemPath, copy.place);
+    if (session_->MayHold(copy.entry)) Remove(copy.entry);
+    session_->Added(copy.entry);
     CopyTally tally{.itemPath = copy.itemPath, .isFolder = isFolder};
     try {
         if (isFolder) {
-            BackupFolder(copy.entry, copy.itemPath, copy.itemPath, subFolders, tally);
+            copier_.CopyFolder(copy.entry, copy.itemPath, kind == ItemKind::Folder, tally);
         } else {
-            BackupFile(copy.entry, copy.itemPath, copy.fileSize, tally);
+            copier_.BackupFile(copy.entry, copy.itemPath, copy.fileSize, tally);
             if (tally.copied > 0) {
-                CheckFileCopy(copy.entry, copy.itemPath, copy.fileSize, tally);
+                copier_.CheckFileCopy(copy.entry, copy.itemPath, copy.fileSize, tally);
             }
         }
         const bool nothing = tally.copied == 0 && (!isFolder || tally.failed > 0 || tally.cutShort);
@@ -155,11 +150,11 @@ void CPackage::MakeCopy(NewCopy& copy, bool isFolder, bool subFolders, Room room
         // Of two copies that were cut short neither may drive out a whole one.
         if (copy.overCutShort && tally.cutShort) {
             Remove(copy.entry);
-            Tell(run_text::kOlderPartKept, copy.itemPath);
+            Notice(run_text::kOlderPartKept, copy.itemPath);
             return;
         }
-        if (!PlaceCopy(copy, copy.overCutShort ? Room::Replace : room)) return;
-        TellIncomplete(copy);
+        if (!series_.PlaceCopy(copy, copy.overCutShort ? Room::Replace : room)) return;
+        series_.ReportIncomplete(copy);
         progress_.OnItem(ItemEvent::Copied, copy.itemPath, {});
         if (!state_.cancelRequested) progress_.Report(L"\tDone.", false);
     } catch (const RuntimeError&) {
@@ -168,23 +163,12 @@ void CPackage::MakeCopy(NewCopy& copy, bool isFolder, bool subFolders, Room room
     }
 }
 
-void CPackage::TellIncomplete(const NewCopy& copy) {
-    switch (copy.completeness) {
-        case Completeness::Whole:
-            return;
-        case Completeness::MissesFiles:
-            return Tell(run_text::kMissesFiles, copy.itemPath);
-        case Completeness::CutShort:
-            return Tell(run_text::kIncomplete, copy.itemPath);
-    }
+bool ItemBackup::IsRefused(std::wstring_view path) const {
+    return OverlapsDestination(path, session_.Target()) || PathContains(session_.Folder(), path) ||
+           PathContains(path, session_.Folder());
 }
 
-bool CPackage::IsRefused(std::wstring_view path) const {
-    return OverlapsDestination(path, Target()) || PathContains(TargetFolder(), path) ||
-           PathContains(path, TargetFolder());
-}
-
-void CPackage::Refuse(std::wstring_view path) {
+void ItemBackup::Refuse(std::wstring_view path) {
     system_.exitStatus.Note(error_number::kAccessError);
     progress_.Report(L"لا يمكن نسخ المسار التالي إلى المجلد المحدد", false);
     progress_.Report(path, true);
@@ -193,10 +177,10 @@ void CPackage::Refuse(std::wstring_view path) {
 
 // For a folder only the files directly in it count; a destination that is no fixed disk is not
 // asked, the drive of the temporary folder stands in for it.
-void CPackage::CheckFreeSpace(std::int64_t itemBytes) {
+void ItemBackup::CheckFreeSpace(std::int64_t itemBytes) {
     MFileDosShell::FolderFreeSpace(system_,
-                                   destination_->IsOnFixedDrive()
-                                       ? TargetFolder()
+                                   session_->IsOnFixedDrive()
+                                       ? session_.Folder()
                                        : MFileDosShell::TempPath(system_, {}, false),
                                    kSpareBytes + static_cast<double>(itemBytes));
 }

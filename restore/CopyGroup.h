@@ -13,7 +13,7 @@ struct CopyEntry {
 };
 
 /// The copies of one item: those whose names differ in the copy number only.
-struct CopySeries {
+struct CopyGroup {
     std::wstring origin;  ///< the item's name
     int location = 0;
     std::vector<CopyEntry> copies;  ///< the first one is the lowest
@@ -27,7 +27,7 @@ struct CopySeries {
 /// Puts each copy to its series, however the copies of items are mixed. `copies` are in order of
 /// their names, the series come in that of their first copies. `comments` are the paths of the
 /// comment files beside them.
-[[nodiscard]] std::vector<CopySeries> GroupCopies(std::vector<CopyEntry> copies,
-                                                  const std::vector<std::wstring>& comments);
+[[nodiscard]] std::vector<CopyGroup> GroupCopies(std::vector<CopyEntry> copies,
+                                                 const std::vector<std::wstring>& comments);
 
 }  // namespace vw

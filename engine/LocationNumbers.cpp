@@ -1,8 +1,8 @@
 #include <limits>
 #include <utility>
 
-#include "engine/CPackage.h"
 #include "engine/CopyName.h"
+#include "engine/LocationNumbers.h"
 #include "fsutil/PathText.h"
 #include "list/format/ListLine.h"
 #include "platform/EventPump.h"
@@ -20,27 +20,31 @@ constexpr int kHighestNumber = 99;
 
 }  // namespace
 
-std::int16_t CPackage::FindLocation(std::wstring_view path) {
+LocationNumbers::LocationNumbers(const EngineContext& context, DestinationSession& session,
+                                 CommentStore& comments)
+    : EnginePart(context), session_(session), comments_(comments) {}
+
+std::int16_t LocationNumbers::Find(std::wstring_view path) {
     const std::wstring folder = MFileDosShell::CFileLocation(path);
     const bool isFile = ItemKindOf(path) == ItemKind::File;
     for (int number = 0; number <= std::numeric_limits<std::int16_t>::max(); ++number) {
         system_.pump.DoEventsIfDue();
-        const std::wstring copy = CFilePackageName(path, 1, number, Target());
+        const std::wstring copy = CFilePackageName(path, 1, number, session_.Target());
         // A copy that a killed run left ready keeps its place: another item may not move in.
-        if (isFile && destination_ && destination_->AwaitedByOther(copy, path)) continue;
+        if (isFile && session_.IsEntered() && session_->AwaitedByOther(copy, path)) continue;
         if (isFile && IsCommentNameTaken(copy)) continue;
         std::optional<FileFacts> facts;
-        if (!destination_ || destination_->MayHold(copy)) facts = Stat(copy);
+        if (!session_.IsEntered() || session_->MayHold(copy)) facts = Stat(copy);
         if (!facts || facts->isFolder) {
             if (isFile && IsNumberOfOther(path, number, copy)) continue;
             return static_cast<std::int16_t>(number);
         }
-        std::wstring comment = TryReadComment(copy);
+        std::wstring comment = comments_.TryRead(copy);
         // The folder of another item may lie on a drive that cannot be asked.
-        if (EqualNoCase(NamedLocation(comment), folder) &&
-            EqualNoCase(OriginalLocation(comment), folder)) {
+        if (EqualNoCase(comments_.NamedLocation(comment), folder) &&
+            EqualNoCase(comments_.OriginalLocation(comment), folder)) {
             // The run asks for its date next.
-            if (destination_) destination_->Remember(copy, std::move(comment));
+            if (session_.IsEntered()) session_->Remember(copy, std::move(comment));
             return static_cast<std::int16_t>(number);
         }
     }
@@ -49,26 +53,27 @@ std::int16_t CPackage::FindLocation(std::wstring_view path) {
 
 // Copy 1 of a number is missing: its comment, which no rotation takes along, still names the item
 // that the older copies are of. A folder of that name is the copy of another item.
-bool CPackage::IsNumberOfOther(std::wstring_view path, int number, std::wstring_view copy) {
-    const std::wstring commentFile = PackageCommentFile(copy);
-    if (destination_ && !destination_->MayHold(commentFile)) return false;
+bool LocationNumbers::IsNumberOfOther(std::wstring_view path, int number, std::wstring_view copy) {
+    const std::wstring commentFile = CommentStore::FileOf(copy);
+    if (session_.IsEntered() && !session_->MayHold(commentFile)) return false;
     const auto facts = Stat(commentFile);
     if (!facts || facts->isFolder) return facts.has_value();
-    const std::wstring comment = TryReadComment(copy);
+    const std::wstring comment = comments_.TryRead(copy);
     if (!CommentLocationField(FirstLine(comment)) ||
-        EqualNoCase(NamedLocation(comment), MFileDosShell::CFileLocation(path))) {
+        EqualNoCase(comments_.NamedLocation(comment), MFileDosShell::CFileLocation(path))) {
         return false;
     }
     for (int older = 2; older <= kHighestNumber; ++older) {
-        if (CopyStands(CFilePackageName(path, older, number, Target()))) return true;
+        if (session_.Contains(CFilePackageName(path, older, number, session_.Target())))
+            return true;
     }
     return false;
 }
 
 // A file called "X.vwc" has copies that are named like the comments of the file "X". The copies
 // have comments of their own.
-bool CPackage::IsCommentNameTaken(std::wstring_view copyPath) {
-    return CopyStands(PackageCommentFile(PackageCommentFile(copyPath)));
+bool LocationNumbers::IsCommentNameTaken(std::wstring_view copyPath) {
+    return session_.Contains(CommentStore::FileOf(CommentStore::FileOf(copyPath)));
 }
 
 }  // namespace vw

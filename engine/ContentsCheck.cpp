@@ -1,11 +1,10 @@
-#include "engine/CPackage.h"
+#include "engine/ContentsCheck.h"
+
 #include "engine/RunTexts.h"
 #include "fsutil/FileQueries.h"
 #include "platform/ExitStatus.h"
 #include "platform/MsgBox.h"
 #include "platform/RuntimeError.h"
-
-// Files whose bytes are not simply there: in the cloud alone, or encrypted.
 
 namespace vw {
 namespace {
@@ -26,18 +25,17 @@ RunText CloudText(const MFileDosShell::Survey::Cloud& cloud, std::wstring& engli
 
 }  // namespace
 
-// False when the user does not want to download the item.
-bool CPackage::AgreesToContents(std::wstring_view path, const MFileDosShell::Survey& survey,
-                                bool subFolders) {
+bool ContentsCheck::MayCopy(std::wstring_view path, const MFileDosShell::Survey& survey,
+                            bool subFolders) {
     if (subFolders ? survey.treeHasEncrypted : survey.hasEncrypted) {
-        Tell(run_text::kEncrypted, path);
+        Notice(run_text::kEncrypted, path);
     }
     const auto& cloud = subFolders ? survey.treeCloud : survey.cloud;
     if (cloud.files == 0) return true;
     std::wstring english;
     std::wstring arabic;
     const RunText text = CloudText(cloud, english, arabic);
-    Tell(text, path);
+    Notice(text, path);
     if (state_.silentRun || cloud.bytes <= kQuietDownload) return true;
     const std::wstring question = text.With(state_.arabic, path) + L"\r\n\r\n" +
                                   (state_.arabic ? L"هل تريد تنزيلها الآن لنسخها احتياطياً؟"
@@ -46,7 +44,7 @@ bool CPackage::AgreesToContents(std::wstring_view path, const MFileDosShell::Sur
         {.text = question, .buttons = BoxButtons::YesNo, .rightToLeft = state_.arabic});
     if (answer == BoxAnswer::Yes) return true;
     system_.exitStatus.Note(error_number::kCancelled);
-    Tell(run_text::kNotDownloaded, path);
+    Notice(run_text::kNotDownloaded, path);
     return false;
 }
 

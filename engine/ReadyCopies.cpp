@@ -1,6 +1,6 @@
 #include <string>
 
-#include "engine/CPackage.h"
+#include "engine/CopySeries.h"
 #include "engine/RunTexts.h"
 #include "fsutil/PathText.h"
 #include "platform/RuntimeError.h"
@@ -18,9 +18,9 @@ constexpr Date kTimeStep = 2;
 }  // namespace
 
 // A copy that cannot be placed is reported and kept; the item is still backed up.
-CPackage::ReadyOutcome CPackage::FinishReadyCopy(std::wstring_view path, std::int16_t location,
-                                                 std::wstring_view place) {
-    const ReadyCopy* const found = destination_->ReadyOf(path);
+ReadyOutcome CopySeries::FinishReadyCopy(std::wstring_view path, std::int16_t location,
+                                         std::wstring_view place) {
+    const ReadyCopy* const found = session_->ReadyOf(path);
     if (found == nullptr) return ReadyOutcome::None;
     const Date made = found->made;
     const NewCopy copy{.itemPath = std::wstring(path),
@@ -32,49 +32,49 @@ CPackage::ReadyOutcome CPackage::FinishReadyCopy(std::wstring_view path, std::in
                        .entry = found->path,
                        .ready = true};
     const bool finished = trap_(L"BackupPath", [&] {
-        if (CopyStands(copy.place) && IsMadeAfter(copy.place, made)) {
-            Tell(run_text::kReadyDropped, path);
+        if (session_.Contains(copy.place) && IsMadeAfter(copy.place, made)) {
+            Notice(run_text::kReadyDropped, path);
             Condemn(copy.entry, copy.itemPath, copy.place);
         } else if (Stat(copy.entry)) {
             PutReadyInPlace(copy);
         }
-        destination_->Finished(path);
+        session_->Finished(path);
     });
     return finished ? ReadyOutcome::Finished : ReadyOutcome::Stuck;
 }
 
-void CPackage::PutReadyInPlace(const NewCopy& copy) {
-    const std::wstring comment = PrepareComment(copy);
+void CopySeries::PutReadyInPlace(const NewCopy& copy) {
+    const std::wstring comment = comments_.Prepare(copy);
     try {
         const bool replaces = copy.completeness != Completeness::CutShort &&
-                              CopyStands(copy.place) &&
-                              IsCutShortCopyOf(copy.itemPath, ReadCommentText(copy.place));
+                              session_.Contains(copy.place) &&
+                              IsCutShortCopyOf(copy.itemPath, comments_.Read(copy.place));
         if (!replaces) {
-            Rotation outcome = Rotation::Undone;
-            ShiftCopies(copy.itemPath, copy.location, LowestGap(copy.itemPath, copy.location),
-                        outcome);
+            const Shift shift =
+                ShiftCopies(copy.itemPath, copy.location, LowestGap(copy.itemPath, copy.location));
+            if (shift.error) throw RuntimeError(*shift.error);
         }
         TakePlace(copy, comment);
     } catch (const RuntimeError&) {
         Remove(comment);
         throw;
     }
-    destination_->RemoveLeft(copy.itemPath);
-    Tell(run_text::kFinishedLater, copy.itemPath);
-    TellIncomplete(copy);
+    session_->RemoveLeft(copy.itemPath);
+    Notice(run_text::kFinishedLater, copy.itemPath);
+    ReportIncomplete(copy);
 }
 
 // The dates of the contents state no order: an older state of an item may be backed up later. False
 // when the order is not known.
-bool CPackage::IsMadeAfter(std::wstring_view copyPath, Date made) {
+bool CopySeries::IsMadeAfter(std::wstring_view copyPath, Date made) {
     if (made == 0) return false;
-    const auto comment = Stat(PackageCommentFile(copyPath));
+    const auto comment = Stat(CommentStore::FileOf(copyPath));
     return comment && !comment->isFolder && comment->lastWrite > made + kTimeStep;
 }
 
-bool CPackage::IsCutShortCopyOf(std::wstring_view path, std::wstring_view comment) {
+bool CopySeries::IsCutShortCopyOf(std::wstring_view path, std::wstring_view comment) {
     return CompletenessOf(comment) == Completeness::CutShort &&
-           EqualNoCase(NamedLocation(comment), MFileDosShell::CFileLocation(path));
+           EqualNoCase(comments_.NamedLocation(comment), MFileDosShell::CFileLocation(path));
 }
 
 }  // namespace vw

@@ -2,11 +2,12 @@
 #include <set>
 #include <string>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
-#include "engine/CPackage.h"
+#include "engine/CopyCompletion.h"
+#include "engine/FolderListing.h"
 #include "engine/RunTexts.h"
-#include "engine/SourceFolder.h"
 #include "fsutil/PathText.h"
 #include "fsutil/TreeWalk.h"
 #include "platform/EventPump.h"
@@ -21,7 +22,7 @@
 namespace vw {
 
 /// What an incomplete copy lacks. Paths are relative to the item.
-struct CPackage::CompletionPlan {
+struct CopyCompletion::Plan {
     struct File {
         std::wstring path;
         std::uint64_t size = 0;
@@ -37,17 +38,25 @@ namespace {
 // Disks of the older formats keep times in steps of two seconds.
 constexpr Date kTimeStep = 2;
 
-bool HasContentOf(const FileFacts& copy, const SourceFile& source) {
+bool HasContentOf(const FileFacts& copy, const ListedFile& source) {
     return !copy.isFolder && copy.size == source.size &&
            std::abs(copy.lastWrite - source.lastWrite) <= kTimeStep;
 }
 
 }  // namespace
 
-CPackage::Completion CPackage::CompleteCopy(const NewCopy& copy, bool subFolders) {
-    CompletionPlan plan;
+CopyCompletion::CopyCompletion(const EngineContext& context, DestinationSession& session,
+                               CommentStore& comments, CopySeries& series, ItemCopier& copier)
+    : EnginePart(context),
+      session_(session),
+      comments_(comments),
+      series_(series),
+      copier_(copier) {}
+
+Completion CopyCompletion::Complete(const NewCopy& copy, bool subFolders) {
+    Plan plan;
     const std::wstring place = MFileDosShell::WithSeparator(copy.place);
-    if (!PlanCompletion(place, {}, subFolders, copy.itemPath, plan)) return Completion::Differs;
+    if (!Compare(place, subFolders, copy.itemPath, plan)) return Completion::Differs;
     progress_.Report(L"Backing: " + copy.itemPath, false);
     CopyTally tally{.itemPath = copy.itemPath, .isFolder = true};
     AddMissing(copy, plan, tally);
@@ -57,11 +66,11 @@ CPackage::Completion CPackage::CompleteCopy(const NewCopy& copy, bool subFolders
                              : tally.failed > 0 ? Completeness::MissesFiles
                                                 : Completeness::Whole;
     if (completed.completeness != copy.completeness) {
-        const std::wstring comment = PrepareComment(completed);
-        const std::wstring file = PackageCommentFile(copy.place);
+        const std::wstring comment = comments_.Prepare(completed);
+        const std::wstring file = CommentStore::FileOf(copy.place);
         patience_.Perform([&] { system_.files.Replace(comment, file); }, file);
     }
-    TellIncomplete(completed);
+    series_.ReportIncomplete(completed);
     if (completed.completeness == Completeness::Whole) {
         progress_.OnItem(ItemEvent::Copied, copy.itemPath, {});
         if (!state_.cancelRequested) progress_.Report(L"\tDone.", false);
@@ -69,20 +78,35 @@ CPackage::Completion CPackage::CompleteCopy(const NewCopy& copy, bool subFolders
     return Completion::Done;
 }
 
-// Compares one folder of the item with that of the copy. False when the copy holds something that
-// is not what the item holds now. Nothing is changed before all is compared.
-bool CPackage::PlanCompletion(const std::wstring& copyFolder, const std::wstring& relative,
-                              bool subFolders, const std::wstring& itemPath, CompletionPlan& plan) {
-    SourceFolder source;
+// Compares the item with its copy. False when the copy holds something that is not what the item
+// holds now. Nothing is changed before all is compared.
+bool CopyCompletion::Compare(const std::wstring& copyFolder, bool subFolders,
+                             const std::wstring& itemPath, Plan& plan) {
+    std::vector<std::wstring> pending{std::wstring()};
+    while (!pending.empty()) {
+        const std::wstring folder = std::move(pending.back());
+        pending.pop_back();
+        std::vector<std::wstring> below;
+        if (!CompareFolder(copyFolder, folder, itemPath, plan, below)) return false;
+        if (subFolders) pending.insert(pending.end(), below.rbegin(), below.rend());
+    }
+    return true;
+}
+
+// The same for one folder; `below` gets its subfolders.
+bool CopyCompletion::CompareFolder(const std::wstring& copyRoot, const std::wstring& relative,
+                                   const std::wstring& itemPath, Plan& plan,
+                                   std::vector<std::wstring>& below) {
+    FolderListing source;
     try {
-        source = ReadSourceFolder(system_.files, MFileDosShell::WithSeparator(itemPath) + relative);
+        source = ListFolder(system_.files, MFileDosShell::WithSeparator(itemPath) + relative);
     } catch (const RuntimeError&) {
         plan.unreadable.push_back(relative);
         return true;
     }
     std::unordered_map<std::wstring, FileFacts> present;
-    const auto folder = Stat(copyFolder);
-    if (folder) {
+    const std::wstring copyFolder = copyRoot + relative;
+    if (Stat(copyFolder)) {
         system_.files.List(copyFolder, [&](const FolderEntry& entry) {
             present.emplace(UpperCase(entry.name), entry);
         });
@@ -90,7 +114,7 @@ bool CPackage::PlanCompletion(const std::wstring& copyFolder, const std::wstring
         plan.folders.push_back(relative);
     }
     for (const std::wstring& name : source.links) plan.links.push_back(relative + name);
-    for (const SourceFile& file : source.files) {
+    for (const ListedFile& file : source.files) {
         const auto found = present.find(UpperCase(file.name));
         if (found == present.end()) {
             plan.files.push_back({relative + file.name, file.size});
@@ -99,42 +123,38 @@ bool CPackage::PlanCompletion(const std::wstring& copyFolder, const std::wstring
         }
         system_.pump.DoEventsIfDue();
     }
-    if (!subFolders) return true;
     for (const std::wstring& name : source.folders) {
         const auto found = present.find(UpperCase(name));
         if (found != present.end() && !found->second.isFolder) return false;
-        if (!PlanCompletion(copyFolder + name + L"\\", relative + name + L"\\", true, itemPath,
-                            plan)) {
-            return false;
-        }
+        below.push_back(relative + name + L"\\");
     }
     return true;
 }
 
-void CPackage::AddMissing(const NewCopy& copy, const CompletionPlan& plan, CopyTally& tally) {
+void CopyCompletion::AddMissing(const NewCopy& copy, const Plan& plan, CopyTally& tally) {
     const std::wstring from = MFileDosShell::WithSeparator(copy.itemPath);
     const std::wstring to = MFileDosShell::WithSeparator(copy.place);
-    for (const std::wstring& name : plan.links) Tell(run_text::kLinkLeftOut, from + name);
+    for (const std::wstring& name : plan.links) Notice(run_text::kLinkLeftOut, from + name);
     for (const std::wstring& folder : plan.unreadable) {
         // Once more, for the error. One that can be read by now is left to the next run.
-        CopyStep(L"BackupFolder", 0, tally,
-                 [&] { static_cast<void>(ReadSourceFolder(system_.files, from + folder)); });
+        copier_.CopyStep(L"BackupFolder", 0, tally,
+                         [&] { static_cast<void>(ListFolder(system_.files, from + folder)); });
         ++tally.failed;
     }
     for (const std::wstring& folder : plan.folders) {
-        if (MustStop(tally)) return;
-        const bool made =
-            CopyStep(L"BackupFolder", 0, tally, [&] { system_.files.MakeFolder(to + folder); });
+        if (copier_.MustStop(tally)) return;
+        const bool made = copier_.CopyStep(L"BackupFolder", 0, tally,
+                                           [&] { system_.files.MakeFolder(to + folder); });
         if (!made) ++tally.failed;
     }
-    for (const CompletionPlan::File& file : plan.files) {
-        if (MustStop(tally)) return;
+    for (const Plan::File& file : plan.files) {
+        if (copier_.MustStop(tally)) return;
         AddFile(copy, from + file.path, to + file.path, file.size, tally);
         system_.pump.DoEventsIfDue();
     }
     // Last, since every entry that is made in a folder changes its date; the deepest first.
     std::set<std::wstring> touched(plan.folders.begin(), plan.folders.end());
-    for (const CompletionPlan::File& file : plan.files) {
+    for (const Plan::File& file : plan.files) {
         touched.insert(file.path.substr(0, file.path.rfind(L'\\') + 1));
     }
     if (!touched.empty()) touched.insert(std::wstring());
@@ -143,18 +163,18 @@ void CPackage::AddMissing(const NewCopy& copy, const CompletionPlan& plan, CopyT
     }
 }
 
-void CPackage::AddFile(const NewCopy& copy, const std::wstring& source, const std::wstring& target,
-                       std::uint64_t size, CopyTally& tally) {
-    const std::wstring entry =
-        destination_->WorkingPath(WorkingState::New, copy.itemPath, copy.place);
-    if (destination_->MayHold(entry)) Remove(entry);
-    destination_->Added(entry);
+void CopyCompletion::AddFile(const NewCopy& copy, const std::wstring& source,
+                             const std::wstring& target, std::uint64_t size, CopyTally& tally) {
+    const std::wstring entry = session_->WorkingPath(WorkingState::New, copy.itemPath, copy.place);
+    if (session_->MayHold(entry)) Remove(entry);
+    session_->Added(entry);
     const std::size_t copiedBefore = tally.copied;
-    BackupFile(entry, source, size, tally);
+    copier_.BackupFile(entry, source, size, tally);
     if (tally.copied == copiedBefore) return;
-    CheckFileCopy(entry, source, size, tally);
+    copier_.CheckFileCopy(entry, source, size, tally);
     if (tally.copied == copiedBefore) return;
-    const bool placed = CopyStep(L"BackupFile", size, tally, [&] { MoveEntry(entry, target); });
+    const bool placed =
+        copier_.CopyStep(L"BackupFile", size, tally, [&] { session_.MoveEntry(entry, target); });
     if (placed) return;
     Remove(entry);
     --tally.copied;

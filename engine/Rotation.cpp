@@ -2,41 +2,37 @@
 #include <utility>
 #include <vector>
 
-#include "engine/CPackage.h"
 #include "engine/CopyName.h"
-#include "engine/DestinationVisit.h"
+#include "engine/CopySeries.h"
 #include "fsutil/PathText.h"
 #include "fsutil/TreeWork.h"
 #include "platform/RuntimeError.h"
 
 namespace vw {
 
-bool CPackage::RenamePackages(std::wstring_view sPath, std::int16_t iSP) {
-    const Visit visit(*this);
-    return Rotate(sPath, iSP, Room::Rotate) == Rotation::Done;
-}
-
-CPackage::Rotation CPackage::Rotate(std::wstring_view path, std::int16_t location, Room room) {
+Rotation CopySeries::Rotate(std::wstring_view path, std::int16_t location, Room room) {
     Rotation rotation = Rotation::Undone;
     trap_(L"RenamePackages", [&] {
         if (state_.copiesCount <= 0) Raise(error_number::kZeroCopyNumber, path);
-        if (EnterDestination() != Entrance::Entered) return;
+        if (session_.Enter() != Entrance::Entered) return;
         const bool wasCutOff = WasCutOff(path, location);
-        if (wasCutOff) destination_->KeepLeft(path);
+        if (wasCutOff) session_->KeepLeft(path);
         const bool completes = wasCutOff || room == Room::CompleteRotation;
-        ShiftCopies(path, location, completes ? LowestGap(path, location) : state_.copiesCount,
-                    rotation);
-        destination_->RemoveLeft(path);
+        const Shift shift =
+            ShiftCopies(path, location, completes ? LowestGap(path, location) : state_.copiesCount);
+        rotation = shift.outcome;
+        if (shift.error) throw RuntimeError(*shift.error);
+        session_->RemoveLeft(path);
     });
     return rotation;
 }
 
 // The copy that leaves its series first is removed last, so while it is there the other copies may
 // not all have moved.
-bool CPackage::WasCutOff(std::wstring_view path, std::int16_t location) {
+bool CopySeries::WasCutOff(std::wstring_view path, std::int16_t location) {
     constexpr int kHighestNumber = 99;
     for (int number = 2; number <= kHighestNumber; ++number) {
-        if (destination_->HasLeft(path, CFilePackageName(path, number, location, Target()))) {
+        if (session_->HasLeft(path, CFilePackageName(path, number, location, session_.Target()))) {
             return true;
         }
     }
@@ -45,65 +41,64 @@ bool CPackage::WasCutOff(std::wstring_view path, std::int16_t location) {
 
 // Copy `last` leaves the series, the copies below it move up by one. At the first one that cannot
 // be moved all go back: a locked copy must not cost the user another one at every run.
-void CPackage::ShiftCopies(std::wstring_view path, std::int16_t location, int last,
-                           Rotation& outcome) {
+CopySeries::Shift CopySeries::ShiftCopies(std::wstring_view path, std::int16_t location, int last) {
     const auto copyName = [&](int number) {
-        return CFilePackageName(path, number, location, Target());
+        return CFilePackageName(path, number, location, session_.Target());
     };
     std::vector<std::pair<std::wstring, std::wstring>> moved;
     std::vector<std::wstring> targets;
     const auto move = [&](const std::wstring& from, const std::wstring& to) {
-        MoveEntry(from, to);
+        session_.MoveEntry(from, to);
         moved.emplace_back(from, to);
     };
     std::wstring leaving;
     try {
-        if (last > 0 && CopyStands(copyName(last))) {
-            leaving = destination_->WorkingPath(WorkingState::Old, path, copyName(last));
+        if (last > 0 && session_.Contains(copyName(last))) {
+            leaving = session_->WorkingPath(WorkingState::Old, path, copyName(last));
             move(copyName(last), leaving);
         }
         for (int number = last - 1; number >= 1; --number) {
             const std::wstring from = copyName(number);
-            if (!CopyStands(from)) continue;
+            if (!session_.Contains(from)) continue;
             const std::wstring to = copyName(number + 1);
             targets.push_back(to);
             MakeFolders(system_.files, MFileDosShell::CFileLocation(to));
             move(from, to);
         }
-    } catch (const RuntimeError&) {
-        outcome = MoveBack(moved) ? Rotation::Undone : Rotation::Broken;
+    } catch (const RuntimeError& error) {
+        const Rotation outcome = MoveBack(moved) ? Rotation::Undone : Rotation::Broken;
         for (const std::wstring& to : targets) RemoveEmptyParents(to);
-        throw;
+        return {outcome, error};
     }
-    outcome = Rotation::Done;
     if (!leaving.empty()) Remove(leaving);
     for (const auto& [from, to] : moved) RemoveEmptyParents(from);
+    return {};
 }
 
-bool CPackage::MoveBack(const std::vector<std::pair<std::wstring, std::wstring>>& moved) {
+bool CopySeries::MoveBack(const std::vector<std::pair<std::wstring, std::wstring>>& moved) {
     try {
         std::for_each(moved.rbegin(), moved.rend(),
-                      [this](const auto& move) { MoveEntry(move.second, move.first); });
+                      [this](const auto& move) { session_.MoveEntry(move.second, move.first); });
         return true;
     } catch (const RuntimeError&) {
         return false;
     }
 }
 
-int CPackage::LowestGap(std::wstring_view path, std::int16_t location) {
+int CopySeries::LowestGap(std::wstring_view path, std::int16_t location) {
     int number = 1;
     while (number < state_.copiesCount &&
-           CopyStands(CFilePackageName(path, number, location, Target()))) {
+           session_.Contains(CFilePackageName(path, number, location, session_.Target()))) {
         ++number;
     }
     return std::min<int>(number, state_.copiesCount);
 }
 
 // Copies of items below a dotted folder stand in folders of their own, which go with them.
-void CPackage::RemoveEmptyParents(std::wstring_view copyPath) {
+void CopySeries::RemoveEmptyParents(std::wstring_view copyPath) {
     std::wstring folder = MFileDosShell::CFileLocation(copyPath);
     try {
-        while (folder.size() > destination_->Folder().size()) {
+        while (folder.size() > session_->Folder().size()) {
             system_.files.EraseFolder(folder);
             folder = MFileDosShell::CFileLocation(folder);
         }

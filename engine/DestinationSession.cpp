@@ -1,0 +1,107 @@
+#include "engine/DestinationSession.h"
+
+#include <utility>
+
+#include "engine/RunTexts.h"
+#include "fsutil/Waking.h"
+#include "platform/Clock.h"
+#include "platform/EventPump.h"
+#include "platform/ExitStatus.h"
+#include "platform/MsgBox.h"
+#include "platform/RuntimeError.h"
+
+namespace vw {
+
+namespace {
+
+constexpr std::uint64_t kSilentPatience = 10ULL * 60 * 1000;
+constexpr unsigned kLockPollMilliseconds = 100;
+
+}  // namespace
+
+DestinationSession::Visit::Visit(DestinationSession& session)
+    : session_(session), isOutermost_(!session.isVisiting_) {
+    session_.isVisiting_ = true;
+}
+
+DestinationSession::Visit::~Visit() {
+    if (!isOutermost_) return;
+    session_.isVisiting_ = false;
+    session_.destination_.reset();
+}
+
+DestinationSession::TargetOverride::TargetOverride(DestinationSession& session,
+                                                   std::wstring_view folder)
+    : session_(session), before_(std::exchange(session.override_, std::wstring(folder))) {}
+
+DestinationSession::TargetOverride::~TargetOverride() { session_.override_ = before_; }
+
+void DestinationSession::StartRun() {
+    refusedDestination_.clear();
+    toldUnlocked_.clear();
+}
+
+void DestinationSession::RequireFolder() {
+    trap_(L"ErrorOnBackupFolderNotExists", [&] {
+        const auto isThere = [this] {
+            const auto facts = system_.files.Look(Folder());
+            return facts && facts->isFolder;
+        };
+        if (IsThereAfterWaking(system_, state_.cancelRequested, isThere)) return;
+        system_.exitStatus.Note(error_number::kPathNotFound);
+        system_.boxes.MsgBox({.text = L"فشلت العملية بسبب عدم توفر مجلد النسخ إلى:\r\n" + Target(),
+                              .icon = BoxIcon::Exclamation,
+                              .rightToLeft = true});
+        program_.EndAtOnce();
+    });
+}
+
+bool DestinationSession::Contains(std::wstring_view copyPath) {
+    if (destination_ && !destination_->MayHold(copyPath)) return false;
+    return system_.files.Look(copyPath).has_value();
+}
+
+void DestinationSession::MoveEntry(std::wstring_view from, std::wstring_view to,
+                                   std::uint64_t patience) {
+    patience_.Perform([&] { system_.files.Move(from, to); }, {}, patience);
+    destination_->Left(from);
+    destination_->Added(to);
+}
+
+// Two runs on one destination would rotate each other's copies away, so they take turns. A
+// destination that could not be had is told once, not again for each of its items.
+Entrance DestinationSession::Enter() {
+    if (destination_ && destination_->Folder() == Target()) return Entrance::Entered;
+    if (destination_ && !state_.cancelRequested) destination_->RemoveAllLeft();
+    destination_.reset();
+    if (!refusedDestination_.empty() && refusedDestination_ == Target()) {
+        return Entrance::Refused;
+    }
+    refusedDestination_ = Target();
+    const Entrance entrance = Wait();
+    if (entrance != Entrance::Refused) refusedDestination_.clear();
+    return entrance;
+}
+
+Entrance DestinationSession::Wait() {
+    auto destination = std::make_unique<Destination>(system_, Target(), patience_);
+    const std::uint64_t start = system_.clock.Milliseconds();
+    for (bool told = false; !destination->TryEnter(); told = true) {
+        if (!told) Notice(run_text::kWaiting, Target());
+        system_.pump.WaitForEvents(kLockPollMilliseconds);
+        if (state_.cancelRequested) return Entrance::Cancelled;
+        if (state_.silentRun && system_.clock.Milliseconds() - start >= kSilentPatience) {
+            system_.exitStatus.Note(error_number::kDestinationBusy);
+            progress_.Failure(run_text::kGivenUp.With(state_.arabic, Target()));
+            return Entrance::Refused;
+        }
+    }
+    if (destination->IsLockedForThisComputerOnly() && toldUnlocked_ != Target()) {
+        toldUnlocked_ = Target();
+        Notice(run_text::kOneComputerOnly, Target());
+    }
+    destination_ = std::move(destination);
+    return Entrance::Entered;
+}
+
+}  // namespace vw

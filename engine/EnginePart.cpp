@@ -1,0 +1,56 @@
+#include "engine/EnginePart.h"
+
+#include <string>
+
+#include "engine/RunTexts.h"
+#include "fsutil/TreeWork.h"
+#include "platform/EventPump.h"
+#include "platform/RuntimeError.h"
+
+namespace vw {
+
+EnginePart::EnginePart(const EngineContext& context)
+    : system_(context.system),
+      state_(context.state),
+      progress_(context.progress),
+      program_(context.program),
+      patience_(context.patience),
+      duringCopy_(context.duringCopy),
+      trap_(context.system.errors, L"Class Module", L"CPackage") {}
+
+void EnginePart::Notice(const RunText& text, std::wstring_view path) {
+    progress_.Notice(text.With(state_.arabic, path));
+}
+
+void EnginePart::Remove(std::wstring_view path) noexcept {
+    try {
+        DeleteTree(
+            system_.files, path, [this] { system_.pump.DoEventsIfDue(); }, &patience_);
+    } catch (...) {
+    }
+}
+
+std::optional<FileFacts> EnginePart::Stat(std::wstring_view path) {
+    return system_.files.Look(path);
+}
+
+bool EnginePart::Exists(std::wstring_view path) {
+    try {
+        return system_.files.Look(path).has_value();
+    } catch (const RuntimeError&) {
+        return false;
+    }
+}
+
+// The root of a drive is hidden on most disks, and its dates mean nothing. A disk that keeps no
+// such marks makes the copy no less whole.
+void EnginePart::KeepFolderInfo(const std::wstring& from, const std::wstring& to,
+                                FileSystem::Marks marks) {
+    if (IsRoot(system_.files, from) || IsRoot(system_.files, to)) return;
+    try {
+        system_.files.CopyFolderInfo(from, to, marks);
+    } catch (const RuntimeError&) {
+    }
+}
+
+}  // namespace vw

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "engine/CommentStore.h"
+#include "engine/DestinationSession.h"
+#include "engine/EnginePart.h"
+
+namespace vw {
+
+/// The numbers that tell files of one name from different folders apart.
+class LocationNumbers final : private EnginePart {
+  public:
+    LocationNumbers(const EngineContext& context, DestinationSession& session,
+                    CommentStore& comments);
+
+    /// The location number of an item: the smallest whose copy 1 is free or comes from the item's
+    /// own folder. Always 0 for a folder. Throws kOverflow when none is free.
+    [[nodiscard]] std::int16_t Find(std::wstring_view path);
+
+  private:
+    [[nodiscard]] bool IsNumberOfOther(std::wstring_view path, int number, std::wstring_view copy);
+    [[nodiscard]] bool IsCommentNameTaken(std::wstring_view copyPath);
+
+    DestinationSession& session_;
+    CommentStore& comments_;
+};
+
+}  // namespace vw
