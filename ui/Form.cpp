@@ -4,6 +4,7 @@
 #include "platform/RuntimeError.h"
 #include "platform/SystemError.h"
 #include "ui/ControlFactory.h"
+#include "ui/ScrollBar.h"
 
 namespace vw {
 
@@ -103,6 +104,10 @@ void Form::MakeParts() {
         if (data.path || !data.tip.english.empty()) tips_->Add(part.window);
         names_->Set(part.window, data.spokenName.In(language_));
         parts_.push_back(std::move(part));
+    }
+    for (const Part& part : parts_) {
+        if (part.data->wheelLabel.empty()) continue;
+        ScrollBar::RepaintWithFocus(part.window, Find(part.data->wheelLabel)->window);
     }
 }
 

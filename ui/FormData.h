@@ -69,7 +69,8 @@ struct ColumnData {
     std::wstring_view key;
     Texts header{};
     ColumnKind kind = ColumnKind::Text;
-    int width = 100;  ///< at 96 DPI; while the list is empty, at least
+    int width = 100;       ///< at 96 DPI; while the list is empty, at least
+    bool mayHide = false;  ///< is left to the scroll bar before a path becomes unreadable
 };
 
 /// A button of a toolbar. The program knows it by its key.

@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "ui/ControlFactory.h"
 #include "ui/Form.h"
 #include "ui/Gdi.h"
@@ -51,8 +53,13 @@ void Form::DrawLabel(const Part& part, HDC canvas, const RECT& area) const {
     }
     RECT inside = area;
     if (data.framed) {
-        Fill(canvas, area, GetSysColor(COLOR_BTNSHADOW));
-        InflateRect(&inside, -1, -1);
+        // A scroll bar that is two arrows shows nothing of the keyboard.
+        const bool marked = std::ranges::any_of(parts_, [&](const Part& other) {
+            return other.data->wheelLabel == data.name && GetFocus() == other.window;
+        });
+        Fill(canvas, area, GetSysColor(marked ? COLOR_HIGHLIGHT : COLOR_BTNSHADOW));
+        const int frame = marked ? Scaled(2, dpi_) : 1;
+        InflateRect(&inside, -frame, -frame);
         Fill(canvas, inside, GetSysColor(COLOR_WINDOW));
         SetTextColor(canvas, GetSysColor(COLOR_WINDOWTEXT));
     } else if (data.accent) {

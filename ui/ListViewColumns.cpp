@@ -17,6 +17,7 @@ constexpr int kSortMark = 26;
 constexpr int kNarrowestColumn = 40;
 constexpr int kNarrowestFirstColumn = 84;  // an icon, a label and the mark of the direction
 constexpr int kNarrowestPath = 72;
+constexpr int kReadablePath = 140;  // a folder and the most part of a name
 constexpr int kNarrowestName = 120;
 constexpr int kWidestColumn = 420;
 
@@ -26,15 +27,16 @@ constexpr int kWidestColumn = 420;
 void ListView::FitColumns() {
     std::vector<ColumnNeed> needs;
     for (std::size_t column = 0; column < data_.columns.size(); ++column) {
-        ColumnNeed need{.ideal = WidthOf(column), .least = 0, .givesWay = GivesWay::Never};
+        ColumnNeed need{.ideal = WidthOf(column), .mayHide = data_.columns[column].mayHide};
         if (column < userWidths_.size() && userWidths_[column] > 0) {
             need.ideal = Scaled(userWidths_[column], dpi_);
         } else if (data_.columns[column].kind == ColumnKind::Path) {
             need.least = Scaled(kNarrowestPath, dpi_);
-            need.givesWay = GivesWay::First;
+            need.readable = Scaled(kReadablePath, dpi_);
+            need.shrinks = Shrinks::First;
         } else if (column == 0) {
             need.least = Scaled(kNarrowestName, dpi_);
-            need.givesWay = GivesWay::Last;
+            need.shrinks = Shrinks::Last;
         }
         needs.push_back(need);
     }

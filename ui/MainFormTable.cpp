@@ -41,11 +41,16 @@ constexpr std::array kItemColumns{
     ColumnData{.key = L"Type", .header = kType, .width = 44},
     ColumnData{.key = L"Size", .header = kSize, .kind = ColumnKind::Number, .width = 44},
     ColumnData{.key = L"Date", .header = kDate, .width = 44},
-    ColumnData{.key = L"SP", .header = kLocationNumber, .kind = ColumnKind::Number, .width = 30},
+    ColumnData{.key = L"SP",
+               .header = kLocationNumber,
+               .kind = ColumnKind::Number,
+               .width = 30,
+               .mayHide = true},
     ColumnData{.key = L"Location",
                .header = {L"Location", L"الموقع"},
                .kind = ColumnKind::Path,
-               .width = 60},
+               .width = 60,
+               .mayHide = true},
 };
 
 constexpr std::array kVaultColumns{

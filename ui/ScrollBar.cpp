@@ -2,6 +2,9 @@
 
 #include <algorithm>
 
+// The common controls' declarations need those of the window system first.
+#include <commctrl.h>
+
 namespace vw::ScrollBar {
 
 namespace {
@@ -12,6 +15,19 @@ SCROLLINFO Info(HWND bar) noexcept {
     info.fMask = SIF_RANGE | SIF_POS | SIF_TRACKPOS;
     GetScrollInfo(bar, SB_CTL, &info);
     return info;
+}
+
+constexpr UINT_PTR kFocusSubclass = 1;
+
+LRESULT CALLBACK PassFocusOn(HWND bar, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
+                             DWORD_PTR label) {
+    const LRESULT result = DefSubclassProc(bar, message, wParam, lParam);
+    if (message == WM_SETFOCUS || message == WM_KILLFOCUS) {
+        InvalidateRect(reinterpret_cast<HWND>(label), nullptr, FALSE);
+    } else if (message == WM_NCDESTROY) {
+        RemoveWindowSubclass(bar, PassFocusOn, id);
+    }
+    return result;
 }
 
 }  // namespace
@@ -55,6 +71,10 @@ int Wanted(HWND bar, WPARAM request) noexcept {
             break;
     }
     return -std::clamp(position, info.nMin, info.nMax);
+}
+
+void RepaintWithFocus(HWND bar, HWND label) noexcept {
+    SetWindowSubclass(bar, PassFocusOn, kFocusSubclass, reinterpret_cast<DWORD_PTR>(label));
 }
 
 }  // namespace vw::ScrollBar

@@ -9,17 +9,17 @@ namespace {
 
 using testing::ElementsAre;
 
-constexpr ColumnNeed kName{.ideal = 200, .least = 120, .givesWay = GivesWay::Last};
-constexpr ColumnNeed kPath{.ideal = 400, .least = 80, .givesWay = GivesWay::First};
+constexpr ColumnNeed kName{.ideal = 200, .least = 120, .shrinks = Shrinks::Last};
+constexpr ColumnNeed kPath{.ideal = 400, .least = 80, .shrinks = Shrinks::First};
 constexpr ColumnNeed kDate{.ideal = 130};
-constexpr ColumnNeed kLocation{.ideal = 240, .least = 80, .givesWay = GivesWay::First};
+constexpr ColumnNeed kLocation{.ideal = 240, .least = 80, .shrinks = Shrinks::First};
 
 TEST(FittedWidthsTest, EnoughRoom_EachGetsWhatItLikes) {
     EXPECT_THAT(FittedWidths({kName, kPath, kDate, kLocation}, 1000),
                 ElementsAre(200, 400, 130, 240));
 }
 
-TEST(FittedWidthsTest, LittleRoom_PathsGiveWayInProportion) {
+TEST(FittedWidthsTest, LittleRoom_PathsShrinkInProportion) {
     const std::vector<int> widths = FittedWidths({kName, kPath, kDate, kLocation}, 730);
     EXPECT_EQ(widths[0], 200);
     EXPECT_EQ(widths[2], 130);
@@ -46,6 +46,43 @@ TEST(FittedWidthsTest, TooLittleRoom_EdgeFallsBetweenColumns) {
 
 TEST(FittedWidthsTest, TooLittleRoom_StopsAtTheLeast) {
     EXPECT_THAT(FittedWidths({kName, kPath, kDate, kLocation}, 100), ElementsAre(120, 80, 130, 80));
+}
+
+// The list of the items: its number and its location are of less use than the paths.
+constexpr ColumnNeed kItemPath{
+    .ideal = 400, .least = 80, .readable = 150, .shrinks = Shrinks::First};
+constexpr ColumnNeed kNumber{.ideal = 50, .mayHide = true};
+constexpr ColumnNeed kHidingLocation{
+    .ideal = 240, .least = 80, .shrinks = Shrinks::First, .mayHide = true};
+
+std::vector<int> ItemWidths(int room) {
+    return FittedWidths({kName, kItemPath, kDate, kNumber, kHidingLocation}, room);
+}
+
+TEST(FittedWidthsTest, PathIsReadable_AllColumnsShareTheRoom) {
+    const std::vector<int> widths = ItemWidths(700);
+    EXPECT_EQ(std::accumulate(widths.begin(), widths.end(), 0), 700);
+    EXPECT_GE(widths[1], 150);
+}
+
+TEST(FittedWidthsTest, PathWouldBeNarrow_LocationHides) {
+    EXPECT_THAT(ItemWidths(620), ElementsAre(200, 240, 130, 50, 240));
+}
+
+TEST(FittedWidthsTest, PathIsNarrowStill_NumberHidesToo) {
+    EXPECT_THAT(ItemWidths(530), ElementsAre(200, 150, 130, 50, 240));
+    EXPECT_THAT(ItemWidths(529), ElementsAre(200, 199, 130, 50, 240));
+}
+
+TEST(FittedWidthsTest, OthersNeverHide_ForAReadablePath) {
+    EXPECT_THAT(ItemWidths(420), ElementsAre(200, 90, 130, 50, 240));
+    EXPECT_THAT(ItemWidths(340), ElementsAre(130, 80, 130, 50, 240));
+}
+
+TEST(FittedWidthsTest, ShortPath_IsReadableAtItsOwnWidth) {
+    constexpr ColumnNeed kShort{
+        .ideal = 100, .least = 80, .readable = 150, .shrinks = Shrinks::First};
+    EXPECT_THAT(FittedWidths({kName, kShort, kDate, kNumber}, 480), ElementsAre(200, 100, 130, 50));
 }
 
 }  // namespace

@@ -64,6 +64,44 @@ class LoadedForm {
     [[nodiscard]] HWND Control(std::wstring_view name) const { return form.Control(name); }
 };
 
+/// What a form draws for one of its labels.
+class DrawnLabel {
+  public:
+    DrawnLabel(const LoadedForm& form, std::wstring_view name) : label_(form.Control(name)) {
+        GetClientRect(label_, &area_);
+        screen_ = GetDC(label_);
+        canvas_ = CreateCompatibleDC(screen_);
+        picture_ = CreateCompatibleBitmap(screen_, Width(), Height());
+        before_ = SelectObject(canvas_, picture_);
+        DRAWITEMSTRUCT draw{};
+        draw.CtlType = ODT_STATIC;
+        draw.hwndItem = label_;
+        draw.hDC = canvas_;
+        draw.rcItem = area_;
+        SendMessageW(form.Handle(), WM_DRAWITEM, 0, reinterpret_cast<LPARAM>(&draw));
+    }
+    ~DrawnLabel() {
+        SelectObject(canvas_, before_);
+        DeleteObject(picture_);
+        DeleteDC(canvas_);
+        ReleaseDC(label_, screen_);
+    }
+    DrawnLabel(const DrawnLabel&) = delete;
+    DrawnLabel& operator=(const DrawnLabel&) = delete;
+
+    [[nodiscard]] int Width() const noexcept { return area_.right; }
+    [[nodiscard]] int Height() const noexcept { return area_.bottom; }
+    [[nodiscard]] COLORREF ColourAt(int x, int y) const { return GetPixel(canvas_, x, y); }
+
+  private:
+    HWND label_;
+    RECT area_{};
+    HDC screen_ = nullptr;
+    HDC canvas_ = nullptr;
+    HBITMAP picture_ = nullptr;
+    HGDIOBJ before_ = nullptr;
+};
+
 /// The two variants of every form, for loops over all eight.
 inline constexpr Language kLanguages[]{Language::English, Language::Arabic};
 

@@ -14,27 +14,11 @@ using test::PlaceOf;
 
 /// The colours of the status line, as the form draws it.
 std::set<COLORREF> ColoursOf(const LoadedForm& main) {
-    const HWND line = main.Control(L"sbrStatus");
-    RECT area{};
-    GetClientRect(line, &area);
-    const HDC screen = GetDC(line);
-    const HDC canvas = CreateCompatibleDC(screen);
-    const HBITMAP picture = CreateCompatibleBitmap(screen, area.right, area.bottom);
-    const HGDIOBJ before = SelectObject(canvas, picture);
-    DRAWITEMSTRUCT draw{};
-    draw.CtlType = ODT_STATIC;
-    draw.hwndItem = line;
-    draw.hDC = canvas;
-    draw.rcItem = area;
-    SendMessageW(main.Handle(), WM_DRAWITEM, 0, reinterpret_cast<LPARAM>(&draw));
+    const test::DrawnLabel line(main, L"sbrStatus");
     std::set<COLORREF> colours;
-    for (int y = 0; y < area.bottom; ++y) {
-        for (int x = 0; x < area.right; ++x) colours.insert(GetPixel(canvas, x, y));
+    for (int y = 0; y < line.Height(); ++y) {
+        for (int x = 0; x < line.Width(); ++x) colours.insert(line.ColourAt(x, y));
     }
-    SelectObject(canvas, before);
-    DeleteObject(picture);
-    DeleteDC(canvas);
-    ReleaseDC(line, screen);
     return colours;
 }
 
