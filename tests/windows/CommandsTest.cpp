@@ -102,6 +102,32 @@ TEST_F(Commands, TitleOfAFolderDialog_DoesNotStay) {
     window.Close();
 }
 
+// A mark beside "Activate Auto Backup" looks like protection, which it is not.
+TEST_F(Commands, AutoBackupIsSet_StatusLineSaysThatItBacksNothingUp) {
+    const auto says = [](const DrivenProgram& window, std::wstring_view text) {
+        return window.TextOf(ID_sbrStatus).find(text) != std::wstring::npos;
+    };
+    WriteDefaultList({});
+    {
+        DrivenProgram window(program.With(L""));
+        EXPECT_FALSE(says(window, L"log-on"));
+        window.Begin(ID_mnuAddFolder);
+        window.AnswerFileDialog(Home(L"Deep"));
+        window.WaitUntilReady();
+        EXPECT_TRUE(says(window, L"starts Vaultwright at log-on. That alone backs nothing up"));
+        window.Choose(ID_mnuDel);
+        window.Close();
+    }
+    program.SetSetting(L"Arabic", L"-1");
+    program.SetSetting(L"ArabicPrepared", L"-1");
+    DrivenProgram window(program.With(L""));
+    EXPECT_FALSE(says(window, L"تسجيل الدخول"));
+    window.Choose(ID_mnuOptions_0);
+    EXPECT_TRUE(says(window, L"عند تسجيل الدخول. لا يُنسخ شيء عندئذٍ"));
+    window.Choose(ID_mnuOptions_0);
+    window.Close();
+}
+
 TEST_F(Commands, FolderTypedByItsPath_IsTheItem) {
     WriteDefaultList({});
     DrivenProgram window(program.With(L""));

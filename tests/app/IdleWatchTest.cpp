@@ -1,0 +1,72 @@
+// Windows that a shell without an icon would leave hidden for good.
+
+#include "app/IdleWatch.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+#include "platform/ProgramControl.h"
+#include "platform/ProgramState.h"
+#include "progress/BusyDialog.h"
+#include "progress/TrayIcon.h"
+#include "tests/support/TestWorld.h"
+#include "tests/ui/FormFixture.h"
+#include "ui/resource.h"
+
+namespace vw::test {
+namespace {
+
+class Host final : public ProgramControl {
+  public:
+    void Ready(bool) override {}
+    [[noreturn]] void EndAtOnce() override { throw ProgramEnded{0}; }
+    void frmUnload() override {}
+};
+
+bool shellTakesIcons = false;
+
+BOOL WINAPI AnswerOfShell(DWORD, NOTIFYICONDATAW*) { return shellTakesIcons ? TRUE : FALSE; }
+
+class IdleWatchTest : public testing::Test {
+  protected:
+    IdleWatchTest() {
+        shellTakesIcons = false;
+        icon.Load();
+        main.form.Hide();
+    }
+    void LookForASecond() {
+        watch.Look();
+        world.clock.Advance(1000);
+        watch.Look();
+    }
+
+    TestWorld world;
+    ProgramState state;
+    Host host;
+    LoadedForm main{MainForm(), Language::English};
+    BusyDialog dialog{world.system, state, Language::English,
+                      BusyDialog::Surroundings{
+                          .program = host, .showIcon = [](bool) {}, .showMainWindow = [] {}}};
+    TrayIcon icon{
+        world.system,  state, Language::English, host, [] { return std::vector<Form*>{}; },
+        &AnswerOfShell};
+    IdleWatch watch{world.clock, state, main.form, dialog, icon};
+};
+
+TEST_F(IdleWatchTest, IconWasRefused_HiddenWindowComesBack) {
+    ASSERT_TRUE(icon.Window().IsLoaded());
+    LookForASecond();
+    EXPECT_TRUE(main.form.IsVisible());
+}
+
+TEST_F(IdleWatchTest, IconIsThere_HiddenWindowStaysBehindIt) {
+    shellTakesIcons = true;
+    SendMessageW(icon.Window().Handle(), WM_TIMER, ID_Timer1, 0);
+    ASSERT_TRUE(icon.IsReachable());
+    LookForASecond();
+    EXPECT_FALSE(main.form.IsVisible());
+}
+
+}  // namespace
+}  // namespace vw::test
