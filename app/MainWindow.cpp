@@ -97,7 +97,7 @@ void MainWindow::ShowAutoBackup(bool isOn, bool isNew) {
     parts_.status.ShowNotice(
         state_.arabic
             ? L"سيبدأ Windows تشغيل Vaultwright عند تسجيل الدخول. لا يُنسخ شيء عندئذٍ: يبدأ "
-              L"النسخ الاحتياطي بالأمر النسخ الآن."
+              L"النسخ الاحتياطي بالأمر «النسخ الآن»."
             : L"Windows now starts Vaultwright at log-on. That alone backs nothing up: a "
               L"backup runs when you choose Backup now.");
 }

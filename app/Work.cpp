@@ -123,7 +123,7 @@ void Work::EndErrors() {
     const std::wstring count = std::to_wstring(reported);
     system_.boxes.MsgBox({.text = state_.arabic
                                       ? L"عدد الأخطاء في هذه العملية: " + count +
-                                            L". ظهر أولها في رسائل، وهي كلها في التقرير."
+                                            L". ظهرت الأخطاء الأولى في رسائل، وهي كلها في التقرير."
                                       : L"There were " + count +
                                             L" errors. The first ones were shown, all of them are "
                                             L"in the report.",

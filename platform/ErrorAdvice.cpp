@@ -114,7 +114,7 @@ constexpr std::array kCauses{
            L"إليه."},
           {L"check the drive and its cable", L"افحص محرك الأقراص وكبله"}},
     Cause{error_number::kAlreadyExists,
-          {L"Something else has this name already.", L"يوجد شيء آخر بهذا الاسم."},
+          {L"Something else has this name already.", L"يوجد ملف أو مجلد آخر بهذا الاسم."},
           {L"rename it", L"أعد تسميته"}},
     Cause{error_number::kDiskFull,
           {L"The drive is full.", L"محرك الأقراص ممتلئ."},
@@ -141,12 +141,13 @@ constexpr std::array kCauses{
     Cause{error_number::kZeroCopyNumber,
           {L"The number of copies in the list is 0.", L"عدد النسخ في القائمة هو 0."},
           {L"choose a number from 1 to 20", L"اختر عدداً من 1 إلى 20"}},
-    Cause{
-        error_number::kNotEnoughSpace,
-        {L"Less than 50 MB would be left on the drive.", L"لن يبقى على محرك الأقراص 50 ميغابايت."},
-        {L"make room or choose another drive", L"وفّر مساحة أو اختر محرك أقراص آخر"}},
+    Cause{error_number::kNotEnoughSpace,
+          {L"Less than 50 MB would be left on the drive.",
+           L"لن تبقى على محرك الأقراص مساحة حرة قدرها 50 ميغابايت."},
+          {L"make room or choose another drive", L"وفّر مساحة أو اختر محرك أقراص آخر"}},
     Cause{error_number::kListPathMissing,
-          {L"What the command line names does not exist.", L"ما يذكره سطر الأوامر غير موجود."},
+          {L"What the command line names does not exist.",
+           L"الملف أو المجلد المذكور في سطر الأوامر غير موجود."},
           {L"correct the command line", L"صحّح سطر الأوامر"}},
 };
 

@@ -126,8 +126,8 @@ std::vector<ItemWarning> WarningsOfList(std::wstring_view text, std::wstring_vie
 std::wstring_view WarningText(RowWarning warning, bool arabic) {
     switch (warning) {
         case RowWarning::ReadAsTwo:
-            return arabic ? L"في المسار فاصلة أو علامة اقتباس، فيُقرأ في القائمة كأكثر من عنصر ولا "
-                            L"يُنسخ. أعد تسميته أو أضف المجلد الذي يحويه."
+            return arabic ? L"في المسار فاصلة أو علامة اقتباس، فيُقرأ في القائمة على أنه أكثر من "
+                            L"عنصر ولا يُنسخ. أعد تسميته أو أضف المجلد الذي يحويه."
                           : L"The path holds a comma or a quotation mark: the list reads it as "
                             L"several items and does not back it up. Rename it, or add the folder "
                             L"that holds it.";
@@ -145,8 +145,8 @@ std::wstring_view WarningText(RowWarning warning, bool arabic) {
                           : L"No drive takes the name of its copy. Give it a shorter or simpler "
                             L"name.";
         case RowWarning::SharedSeries:
-            return arabic ? L"في القائمة مجلد آخر بالاسم نفسه أو مجلد وملفاته، فتحل نسخ أحدهما محل "
-                            L"نسخ الآخر. أعد تسمية أحدهما أو أزله من القائمة."
+            return arabic ? L"في القائمة مجلد آخر بالاسم نفسه، أو مجلد وقاعدة لملفاته، فتحلّ نسخ "
+                            L"أحدهما محل نسخ الآخر. أعد تسمية أحدهما أو أزله من القائمة."
                           : L"The list has another folder of this name, or a folder and its files: "
                             L"they share their copies and replace those of each other. Rename one, "
                             L"or take it off the list.";
