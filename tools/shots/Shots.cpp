@@ -154,6 +154,9 @@ class Studio {
         const HWND report = FindControl(busy, ID_txtReport);
         window.WaitUntil([&] { return WindowText(report).ends_with(L"Done:  - \r\n"); }, "no end");
         Sleep(2500);
+        // The edit control of Wine shows the last line, Arabic words around a Latin name and
+        // numbers, in another order than Windows does.
+        if (arabic_) SendMessageW(report, EM_LINESCROLL, 0, -5);
         Photograph("busy-report", busy);
         PostMessageW(busy, WM_CLOSE, 0, 0);
         window.WaitUntilReady();
@@ -247,6 +250,19 @@ class Studio {
                      RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN | RDW_UPDATENOW);
     }
 
+    // The first line with this text comes into view, with what it belongs to above it.
+    static void ScrollTo(HWND report, std::wstring_view text) {
+        constexpr LRESULT kLinesAbove = 3;
+        const std::size_t place = WindowText(report).find(text);
+        if (place == std::wstring::npos) {
+            std::cerr << "the report has no line of the error" << std::endl;
+            return;
+        }
+        const LRESULT line = SendMessageW(report, EM_LINEFROMCHAR, place, 0);
+        const LRESULT first = SendMessageW(report, EM_GETFIRSTVISIBLELINE, 0, 0);
+        SendMessageW(report, EM_LINESCROLL, 0, std::max<LRESULT>(0, line - kLinesAbove) - first);
+    }
+
     // A file that another program has open: the box, and the window after the run.
     void Errors(DrivenProgram& window) {
         program_.tree.SetDate(Documents(L"Diary 2026.docx"), {2026, 11, 21, 9, 0, 0});
@@ -262,6 +278,7 @@ class Studio {
         const HWND report = FindControl(busy, ID_txtReport);
         window.WaitUntil([&] { return WindowText(report).ends_with(L"Done:  - \r\n"); }, "no end");
         Sleep(2500);
+        ScrollTo(report, L"Permission denied");
         ShowAsWindowsDoes(busy);
         Photograph("busy-errors", busy);
         PostMessageW(busy, WM_CLOSE, 0, 0);
