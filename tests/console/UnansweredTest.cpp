@@ -1,21 +1,13 @@
 // What the disk does not answer: a folder that cannot be listed, and a path about which the system
 // refuses every question, never pass for something that is missing.
 
-#include <functional>
-
-#include "console/Arguments.h"
-#include "console/Console.h"
-#include "console/Verbs.h"
 #include "platform/RuntimeError.h"
-#include "platform/Win32FileSystem.h"
-#include "tests/console/VwTest.h"
-#include "tests/support/FaultyFileSystem.h"
+#include "tests/console/VerbTest.h"
 
 namespace vw::test {
 namespace {
 
-/// Verbs in this process, on a disk that fails where the test says.
-class VwUnanswered : public VwTest {
+class VwUnanswered : public VerbTest {
   protected:
     VwUnanswered() {
         tree.File(L"a.txt", "123", Day(1));
@@ -34,31 +26,6 @@ class VwUnanswered : public VwTest {
         });
     }
 
-    /// Runs a verb; keeps its lines and errors, in order, in `lines`.
-    int RunVerb(const std::function<int(Console&)>& verb) {
-        lines.clear();
-        Output output;
-        output.SetStyle(Output::Style::Quiet);
-        output.SetCopy([this](std::wstring_view line) { lines.emplace_back(line); });
-        Console console(output, &files);
-        return console.Run([&] { return verb(console); });
-    }
-    int RunCheck() {
-        return RunVerb([this](Console& console) {
-            return Check(console, {.list = tree.Path(L"list.vwl"), .content = false});
-        });
-    }
-    int RunBackup(bool keepMissing) {
-        return RunVerb([&](Console& console) {
-            return Backup(console, {.list = tree.Path(L"list.vwl"),
-                                    .keepMissing = keepMissing,
-                                    .logFolder = {},
-                                    .logsToKeep = 0});
-        });
-    }
-
-    Win32FileSystem disk;
-    FaultyFileSystem files{disk};
     const std::wstring accessDenied = DescriptionOf(error_number::kAccessError);
 };
 
