@@ -186,6 +186,28 @@ TEST_F(Backup, TheEndOfTheSessionSavesTheListAndAsksNothing) {
     EXPECT_THAT(InVault(), testing::Not(Contains(L"Many«0001»")));
 }
 
+// The system asks the windows one after the other, and a run goes on meanwhile.
+TEST_F(Backup, TheEndOfTheSession_ReachesTheProgressWindowFirst_LeavesNoPartialCopy) {
+    MakeManyFiles();
+    WriteDefaultList({Home(L"Many") + L"\\"});
+    {
+        DrivenProgram window(program.With(L""));
+        window.Begin(ID_mnuBackup);
+        const HWND busy = window.WaitForBusyDialog();
+        EXPECT_NE(SendMessageW(busy, WM_QUERYENDSESSION, 0, 0), 0);
+        SendMessageW(busy, WM_ENDSESSION, TRUE, 0);
+        window.WaitUntilReady();
+        EXPECT_THAT(InVault(), IsEmpty());
+        PostMessageW(window.Main(), WM_ENDSESSION, TRUE, 0);
+        window.Run().WaitForEnd();
+    }
+    EXPECT_THAT(InVault(), IsEmpty());
+    DrivenProgram next(program.With(L""));
+    BackUp(next);
+    EXPECT_EQ(ReadTree(Vault() + L"\\Many«0001»"), ReadTree(Home(L"Many")));
+    EXPECT_EQ(next.Close(), 0U);
+}
+
 TEST_F(Backup, AProcessThatIsAskedToQuitSavesTheListAndEnds) {
     MakeManyFiles();
     WriteDefaultList({Home(L"Many") + L"\\"});
