@@ -72,6 +72,7 @@ TEST_F(ManyRuns, FourAtOnceMakeOneCopyOfEachStateAlsoWhenOneIsKilled) {
             if (!one.HasEnded()) ++killed;
             one.Terminate();
         }
+        ProgramRun::WaitForAll({runs[0].get(), runs[1].get(), runs[2].get(), runs[3].get()});
         int ended = 0;
         for (const auto& run : runs) {
             const DWORD code = run->WaitForEnd();

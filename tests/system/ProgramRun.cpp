@@ -105,6 +105,24 @@ DWORD ProgramRun::WaitForEnd(bool answerBoxes) {
     return code;
 }
 
+void ProgramRun::WaitForAll(const std::vector<ProgramRun*>& runs) {
+    const ULONGLONG start = GetTickCount64();
+    const auto isGoingOn = [](ProgramRun* run) {
+        run->Collect();
+        run->SeeBoxes(true);
+        return !run->HasEnded();
+    };
+    while (std::count_if(runs.begin(), runs.end(), isGoingOn) > 0) {
+        if (GetTickCount64() - start > runs.front()->patience_) {
+            for (ProgramRun* run : runs) {
+                if (!run->HasEnded()) run->FailAndEnd("has not ended");
+            }
+            return;
+        }
+        Sleep(kPoll);
+    }
+}
+
 bool ProgramRun::StaysFor(DWORD milliseconds) {
     const ULONGLONG start = GetTickCount64();
     while (!HasEnded() && GetTickCount64() - start < milliseconds) {

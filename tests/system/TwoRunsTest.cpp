@@ -44,6 +44,7 @@ TEST_F(TwoRuns, AtOnceMakeOneCopyOfEachState) {
         Change(number);
         ProgramRun first(program.With(L"/B " + list));
         ProgramRun second(other.With(L"/B " + list));
+        ProgramRun::WaitForAll({&first, &second});
         EXPECT_EQ(first.WaitForEnd(), 0U);
         EXPECT_EQ(second.WaitForEnd(), 0U);
         EXPECT_THAT(first.Boxes(), IsEmpty());
@@ -115,6 +116,7 @@ TEST_F(TwoRuns, OverTwoNamesOfOneFolder_LoseNothing) {
         }
         ProgramRun first(program.With(L"/B " + one));
         ProgramRun second(other.With(L"/B " + two));
+        ProgramRun::WaitForAll({&first, &second});
         EXPECT_EQ(first.WaitForEnd(), 0U);
         EXPECT_EQ(second.WaitForEnd(), 0U);
         const int copies = std::min(state, 3);
