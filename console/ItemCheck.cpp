@@ -38,6 +38,11 @@ std::wstring Facts(const FileFacts& facts) {
     return BytesText(facts.size) + L", " + MomentText(facts.lastWrite);
 }
 
+// Clang before version 16 initialises no aggregate in parentheses, as make_shared does.
+auto RootsOf(const std::wstring& first, const std::wstring& second) {
+    return std::make_shared<ComparedRoots>(ComparedRoots{first, second});
+}
+
 }  // namespace
 
 struct ItemCheck::Result {
@@ -100,7 +105,7 @@ void ItemCheck::CheckAgainst(const ConsoleItem& item, const std::wstring& copy,
     if (!facts.isFolder) {
         const ComparedPair pair{{facts, L""}, {copyFacts, L""}};
         ComparedFolder single{.below = L"", .onlyFirst = {}, .onlySecond = {}, .both = {pair}};
-        TakeFolder(std::make_shared<ComparedRoots>(item.path, copy), single, result);
+        TakeFolder(RootsOf(item.path, copy), single, result);
     }
     // The sub-folders of a rule, and the dates of copies that lie in the item, count as well.
     const auto isOf = [&](const NewestDates& dates) {
@@ -129,7 +134,7 @@ ItemCheck::Result ItemCheck::Compare(const ConsoleItem& item, const std::wstring
                                      const FileFacts& facts) {
     Result result;
     if (!facts.isFolder) return result;
-    const auto roots = std::make_shared<ComparedRoots>(item.path, copy);
+    const auto roots = RootsOf(item.path, copy);
     ComparisonVisitor visitor;
     visitor.folder = [&](const ComparedFolder& folder) { TakeFolder(roots, folder, result); };
     visitor.failed = [&](const RuntimeError& error) {
@@ -223,8 +228,8 @@ void ItemCheck::CheckOlderCopies(const ConsoleItem& item, std::int16_t location)
 void ItemCheck::CompareOlder(const ConsoleItem& item, const std::wstring& newer,
                              const std::wstring& older) {
     FileSystem& files = console_.system.files;
-    const auto withItem = std::make_shared<ComparedRoots>(item.path, older);
-    const auto withNewer = std::make_shared<ComparedRoots>(newer, older);
+    const auto withItem = RootsOf(item.path, older);
+    const auto withNewer = RootsOf(newer, older);
     const auto compare = [&](const std::wstring& below, const FileFacts& facts) {
         const auto path = [&](const std::wstring& root) {
             return below.empty() ? root : JoinPath(root, below);
