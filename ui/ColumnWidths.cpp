@@ -9,31 +9,40 @@ namespace vw {
 
 namespace {
 
-// Half a date or half a size says something wrong. The columns that are seen at first end at the
-// edge of the list, and the first one that shrinks gets what is left of the room.
-void EndColumnAtEdge(int room, std::size_t path, std::span<int> widths) {
-    int left = room;
-    std::size_t seen = 0;
-    while (seen < widths.size() && widths[seen] <= left) left -= widths[seen++];
-    if (path < seen) widths[path] += left;
-}
+// One step of shrinking: which columns, and whether they stop where they can still be read.
+struct Turn {
+    Shrinks columns;
+    bool stopsAtReadable;
+};
 
-// Takes what is missing from the columns that shrink, as far as they can spare it. Returns what is
-// still missing.
-int Shrink(std::span<const ColumnNeed> needs, int room, std::span<int> widths) {
+// A long name is cut before the paths of all rows become unreadable.
+constexpr Turn kTurns[]{{Shrinks::First, true}, {Shrinks::Last, false}, {Shrinks::First, false}};
+
+// What is still missing when columns have shrunk.
+struct Missing {
+    int ifReadable = 0;  // before a path becomes unreadable or a name is cut
+    int atLast = 0;
+};
+
+// Takes what is missing from the columns that shrink, as far as they can spare it.
+Missing Shrink(std::span<const ColumnNeed> needs, int room, std::span<int> widths) {
+    Missing result;
     int missing = std::accumulate(widths.begin(), widths.end(), -room);
-    for (const Shrinks turn : {Shrinks::First, Shrinks::Last}) {
-        const auto spareOf = [&](const ColumnNeed& need) {
-            return need.shrinks == turn ? std::max(0, need.ideal - need.least) : 0;
+    for (const Turn& turn : kTurns) {
+        const auto spareOf = [&](std::size_t i) {
+            const ColumnNeed& need = needs[i];
+            if (need.shrinks != turn.columns) return 0;
+            const int end = turn.stopsAtReadable ? std::max(need.least, need.readable) : need.least;
+            return std::max(0, widths[i] - end);
         };
         int spare = 0;
-        for (const ColumnNeed& need : needs) spare += spareOf(need);
+        for (std::size_t i = 0; i < needs.size(); ++i) spare += spareOf(i);
         int lost = std::clamp(missing, 0, spare);
         missing -= lost;
         // Each takes its share of what the columns behind it have to lose as well, so that nothing
         // is left over by rounding.
         for (std::size_t i = 0; i < needs.size() && lost > 0; ++i) {
-            const int own = spareOf(needs[i]);
+            const int own = spareOf(i);
             const auto part =
                 static_cast<int>((std::int64_t{lost} * own + spare - 1) / std::max(1, spare));
             const int taken = std::min(own, part);
@@ -41,8 +50,10 @@ int Shrink(std::span<const ColumnNeed> needs, int room, std::span<int> widths) {
             lost -= taken;
             spare -= own;
         }
+        if (turn.stopsAtReadable) result.ifReadable = missing;
     }
-    return missing;
+    result.atLast = missing;
+    return result;
 }
 
 }  // namespace
@@ -55,12 +66,16 @@ std::vector<int> FittedWidths(const std::vector<ColumnNeed>& needs, int room) {
     for (std::size_t shown = needs.size();; --shown) {
         std::vector<int> widths = ideals;
         const std::span seen(widths.data(), shown);
-        const int missing = Shrink(std::span(needs).first(shown), room, seen);
-        const bool isNarrow =
-            path < shown && widths[path] < std::min(needs[path].readable, needs[path].ideal);
-        const bool mayHide = shown > 0 && needs[shown - 1].mayHide;
-        if (mayHide && (missing > 0 || isNarrow)) continue;
-        if (missing > 0 || shown < needs.size()) EndColumnAtEdge(room, path, seen);
+        const Missing missing = Shrink(std::span(needs).first(shown), room, seen);
+        const bool hides =
+            missing.atLast > 0 || (missing.ifReadable > 0 && needs[shown - 1].mayHide);
+        if (shown > 1 && hides) continue;
+        // Half a date or half a size says something wrong: the columns that are seen end at the
+        // edge of the list.
+        const bool someHide = shown < needs.size();
+        if (someHide && path < shown) {
+            widths[path] += std::max(0, room - std::accumulate(seen.begin(), seen.end(), 0));
+        }
         return widths;
     }
 }

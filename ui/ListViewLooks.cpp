@@ -235,7 +235,7 @@ void ListView::PaintEmptyText(HDC canvas) const {
     InflateRect(&area, -Scaled(kEmptyTextMargin, dpi_), 0);
     const SavedDc saved(canvas);
     SelectFontOf(control_, canvas);
-    SetTextColor(canvas, GetSysColor(COLOR_GRAYTEXT));
+    SetTextColor(canvas, HintColour());
     const int room = static_cast<int>(area.right - area.left);
     const auto lines = static_cast<int>(Wrapped(text, room, MeasureIn(canvas)).size());
     // Placed at one third of the free height: it looks better than the exact centre.

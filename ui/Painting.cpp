@@ -211,6 +211,12 @@ RowColours ColoursOfRow(bool selected, bool focused) noexcept {
     return full;
 }
 
+COLORREF HintColour() noexcept {
+    constexpr int kWindowShare = 35;
+    const COLORREF text = GetSysColor(COLOR_WINDOWTEXT);
+    return HighContrast() ? text : MixedColour(text, GetSysColor(COLOR_WINDOW), kWindowShare);
+}
+
 bool HighContrast() noexcept {
     HIGHCONTRASTW setting{};
     setting.cbSize = sizeof setting;

@@ -52,6 +52,10 @@ struct RowColours {
 /// least 4.5 to it; with the keyboard it has the colours of the system.
 [[nodiscard]] RowColours ColoursOfRow(bool selected, bool focused) noexcept;
 
+/// The colour of a hint in an empty list: calmer than a text, with a contrast of at least 4.5 to
+/// the list.
+[[nodiscard]] COLORREF HintColour() noexcept;
+
 /// Whether the user chose a high contrast: then only the system's own colours are used.
 [[nodiscard]] bool HighContrast() noexcept;
 

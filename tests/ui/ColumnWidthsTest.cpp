@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <numeric>
 
 namespace vw {
@@ -37,15 +38,17 @@ TEST(FittedWidthsTest, EveryRoomDownToTheLeast_IsFilledExactly) {
 TEST(FittedWidthsTest, TooLittleRoom_EdgeFallsBetweenColumns) {
     for (int room = 200; room < 410; ++room) {
         const std::vector<int> widths = FittedWidths({kName, kPath, kDate, kLocation}, room);
-        EXPECT_EQ(widths[0] + widths[1] + (room < 330 ? 0 : widths[2]), room);
-        EXPECT_EQ(widths[0], 120);
+        const int date = room < 330 ? 0 : 130;
+        EXPECT_EQ(widths[0] + widths[1] + date, room);
+        EXPECT_EQ(widths[0], std::min(200, room - date - 80)) << "a name is not cut for nothing";
         EXPECT_EQ(widths[2], 130);
-        EXPECT_EQ(widths[3], 80);
+        EXPECT_EQ(widths[3], 240);
     }
 }
 
 TEST(FittedWidthsTest, TooLittleRoom_StopsAtTheLeast) {
-    EXPECT_THAT(FittedWidths({kName, kPath, kDate, kLocation}, 100), ElementsAre(120, 80, 130, 80));
+    EXPECT_THAT(FittedWidths({kName, kPath, kDate, kLocation}, 100),
+                ElementsAre(120, 400, 130, 240));
 }
 
 // The list of the items: its number and its location are of less use than the paths.
@@ -53,7 +56,7 @@ constexpr ColumnNeed kItemPath{
     .ideal = 400, .least = 80, .readable = 150, .shrinks = Shrinks::First};
 constexpr ColumnNeed kNumber{.ideal = 50, .mayHide = true};
 constexpr ColumnNeed kHidingLocation{
-    .ideal = 240, .least = 80, .shrinks = Shrinks::First, .mayHide = true};
+    .ideal = 240, .least = 80, .readable = 150, .shrinks = Shrinks::First, .mayHide = true};
 
 std::vector<int> ItemWidths(int room) {
     return FittedWidths({kName, kItemPath, kDate, kNumber, kHidingLocation}, room);
@@ -75,8 +78,8 @@ TEST(FittedWidthsTest, PathIsNarrowStill_NumberHidesToo) {
 }
 
 TEST(FittedWidthsTest, OthersNeverHide_ForAReadablePath) {
-    EXPECT_THAT(ItemWidths(420), ElementsAre(200, 90, 130, 50, 240));
-    EXPECT_THAT(ItemWidths(340), ElementsAre(130, 80, 130, 50, 240));
+    EXPECT_THAT(ItemWidths(420), ElementsAre(140, 150, 130, 50, 240)) << "the name is cut first";
+    EXPECT_THAT(ItemWidths(340), ElementsAre(120, 90, 130, 50, 240));
 }
 
 TEST(FittedWidthsTest, ShortPath_IsReadableAtItsOwnWidth) {

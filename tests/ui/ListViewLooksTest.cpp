@@ -190,6 +190,12 @@ TEST(RowColours, SelectedRow_WithTheFocus_HasTheColoursOfTheSystem) {
     EXPECT_GE(ContrastOf(selected.background, ColoursOfRow(false, true).background), 3.0);
 }
 
+TEST(RowColours, HintOfAnEmptyList_IsReadable) {
+    const COLORREF window = ColoursOfRow(false, false).background;
+    EXPECT_GE(ContrastOf(HintColour(), window), 4.5);
+    EXPECT_LT(ContrastOf(HintColour(), window),
+              ContrastOf(ColoursOfRow(false, false).text, window));
+}
 TEST(RowColours, Contrast_OfBlackAndWhite_Is21) {
     EXPECT_NEAR(ContrastOf(RGB(0, 0, 0), RGB(255, 255, 255)), 21.0, 0.01);
     EXPECT_NEAR(ContrastOf(RGB(9, 9, 9), RGB(9, 9, 9)), 1.0, 0.01);
