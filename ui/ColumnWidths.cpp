@@ -61,8 +61,8 @@ Missing Shrink(std::span<const ColumnNeed> needs, int room, std::span<int> width
 std::vector<int> FittedWidths(const std::vector<ColumnNeed>& needs, int room) {
     const auto path = static_cast<std::size_t>(
         std::ranges::find(needs, Shrinks::First, &ColumnNeed::shrinks) - needs.begin());
-    std::vector<int> ideals;
-    for (const ColumnNeed& need : needs) ideals.push_back(need.ideal);
+    std::vector<int> ideals(needs.size());
+    std::ranges::transform(needs, ideals.begin(), &ColumnNeed::ideal);
     for (std::size_t shown = needs.size();; --shown) {
         std::vector<int> widths = ideals;
         const std::span seen(widths.data(), shown);
