@@ -7,7 +7,7 @@
 #include "platform/Clock.h"
 #include "platform/Desktop.h"
 #include "platform/ExitStatus.h"
-#include "platform/ProgramEnd.h"
+#include "platform/ProcessExit.h"
 #include "platform/Scoped.h"
 
 namespace vw {
@@ -45,7 +45,7 @@ void Application::Start(std::wstring_view processCommandLine) {
 
 void Application::OnIdle() {
     if (!windows_) return;
-    windows_->idleWatch.Look();
+    windows_->idleWatch.Check();
     // A scheduler would wait for days for somebody who chooses Exit. While the menu of the icon is
     // open this is not called.
     if (lingersSince_ && system_.clock.Milliseconds() - *lingersSince_ >= kLingerMilliseconds) {

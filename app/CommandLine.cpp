@@ -5,8 +5,8 @@
 #include <cstddef>
 
 #include "fsutil/PathText.h"
-#include "platform/Like.h"
 #include "platform/TextCase.h"
+#include "platform/Wildcards.h"
 
 namespace vw {
 namespace {
@@ -27,7 +27,7 @@ std::wstring_view Trim(std::wstring_view text) noexcept { return TrimRight(TrimL
 
 StartAction ActionForArgument(std::wstring_view argument, StartAction list, StartAction item,
                               StartAction defaultList) {
-    if (Like(argument, kListPattern)) {
+    if (MatchesWildcard(argument, kListPattern)) {
         return list;
     }
     return argument.empty() ? defaultList : item;

@@ -34,7 +34,7 @@ struct Answer {
 Answer Ask(FileSystem& files, const std::wstring& drive) {
     std::packaged_task<bool()> question([&files, drive] { return HasRoom(files, drive); });
     Answer answer{drive, question.get_future()};
-    if (files.KindOfDrive(drive + L"\\") == DriveKind::Network) {
+    if (files.DriveTypeOf(drive + L"\\") == DriveType::Network) {
         std::thread(std::move(question)).detach();
     } else {
         question();

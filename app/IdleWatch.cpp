@@ -17,7 +17,7 @@ IdleWatch::IdleWatch(const Clock& clock, const ProgramState& state, Form& main, 
                      TrayIcon& tray)
     : clock_(clock), state_(state), main_(main), busy_(busy), tray_(tray) {}
 
-void IdleWatch::Look() {
+void IdleWatch::Check() {
     if (!UserIsLockedOut()) {
         since_.reset();
         return;
@@ -26,7 +26,7 @@ void IdleWatch::Look() {
     if (!since_) since_ = now;
     if (now - *since_ < kPatienceMilliseconds) return;
     since_.reset();
-    LetIn();
+    GiveAccess();
 }
 
 bool IdleWatch::UserIsLockedOut() const {
@@ -35,7 +35,7 @@ bool IdleWatch::UserIsLockedOut() const {
     return !main_.IsVisible() || !main_.IsFormEnabled();
 }
 
-void IdleWatch::LetIn() {
+void IdleWatch::GiveAccess() {
     if (!main_.IsVisible()) main_.Show();
     if (busy_.Window().IsLoaded()) busy_.Window().Show(ShowHow::Normal);
     // The main window waits until the user has closed the report that he wanted to keep.

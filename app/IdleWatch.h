@@ -20,11 +20,11 @@ class IdleWatch {
               TrayIcon& tray);
 
     /// To be called between two messages of the main loop, when no command and no box is open.
-    void Look();
+    void Check();
 
   private:
     [[nodiscard]] bool UserIsLockedOut() const;
-    void LetIn();
+    void GiveAccess();
 
     const Clock& clock_;
     const ProgramState& state_;

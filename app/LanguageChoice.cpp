@@ -4,7 +4,7 @@
 
 #include "platform/CCommonAPI.h"
 #include "platform/Conversions.h"
-#include "platform/MsgBox.h"
+#include "platform/MessageBoxes.h"
 #include "platform/ProgramState.h"
 #include "platform/TextCase.h"
 
@@ -21,7 +21,7 @@ constexpr std::wstring_view kArabicPrepared = L"ArabicPrepared";
 
 }  // namespace
 
-LanguageChoice::LanguageChoice(MRecentFiles::SettingsStore& settings, MsgBoxes& boxes,
+LanguageChoice::LanguageChoice(MRecentFiles::SettingsStore& settings, MessageBoxes& boxes,
                                ProgramState& state)
     : settings_(settings), boxes_(boxes), state_(state) {}
 
@@ -30,7 +30,7 @@ bool LanguageChoice::Read() {
 
     const std::wstring stored = settings_.GetSetting(setting::kArabic, kNeverChosen);
     if (!EqualNoCase(stored, kNeverChosen)) {
-        state_.arabic = CBool(stored);
+        state_.arabic = ParseBool(stored);
     } else if (state_.silentRun) {
         state_.arabic = false;
     } else {
@@ -55,11 +55,11 @@ void LanguageChoice::PrepareArabicOnce(CCommonAPI& api) {
 // The title's spelling is the one that its users know.
 bool LanguageChoice::Ask() {
     const BoxAnswer answer =
-        boxes_.MsgBox({.text = L"The current interface language is English. Do you want to change "
-                               L"it to Arabic?",
-                       .title = L"Vualtwright",
-                       .buttons = BoxButtons::YesNo,
-                       .secondIsDefault = true});
+        boxes_.Show({.text = L"The current interface language is English. Do you want to change "
+                             L"it to Arabic?",
+                     .title = L"Vualtwright",
+                     .buttons = BoxButtons::YesNo,
+                     .secondIsDefault = true});
     return answer == BoxAnswer::Yes;
 }
 

@@ -5,17 +5,17 @@
 namespace vw {
 
 class CCommonAPI;
-class MsgBoxes;
+class MessageBoxes;
 struct ProgramState;
 
 /// Which language the windows speak: the user's stored choice, asked for at the first start.
 class LanguageChoice {
   public:
-    LanguageChoice(MRecentFiles::SettingsStore& settings, MsgBoxes& boxes, ProgramState& state);
+    LanguageChoice(MRecentFiles::SettingsStore& settings, MessageBoxes& boxes, ProgramState& state);
 
     /// Whether the windows are Arabic; the program's state then says so too. Asks the user when no
     /// choice was made yet, but never in a silent run: that one is English and leaves the question
-    /// to the next start. Raises 13 (or 6) for a stored text that is no yes or no.
+    /// to the next start. Throws 13 (or 6) for a stored text that is no yes or no.
     bool Read();
 
     /// Stores a choice and makes it the program's.
@@ -29,7 +29,7 @@ class LanguageChoice {
     [[nodiscard]] bool Ask();
 
     MRecentFiles::SettingsStore& settings_;
-    MsgBoxes& boxes_;
+    MessageBoxes& boxes_;
     ProgramState& state_;
 };
 

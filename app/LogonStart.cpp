@@ -8,7 +8,7 @@
 #include "platform/CCommonAPI.h"
 #include "platform/ErrorTrap.h"
 #include "platform/FileSystem.h"
-#include "platform/MsgBox.h"
+#include "platform/MessageBoxes.h"
 #include "platform/ProgramState.h"
 #include "platform/System.h"
 #include "platform/TextCase.h"
@@ -48,7 +48,7 @@ void LogonStart::ApplicationSartup(bool flag) {
 
 void LogonStart::Switch(bool on) {
     if (!ProgramIsOnFixedDrive()) {
-        system_.boxes.MsgBox({.text = L"Run this Application from your hard drive"});
+        system_.boxes.Show({.text = L"Run this Application from your hard drive"});
         return;
     }
     // Without quotation marks, also for a folder with blanks.
@@ -56,7 +56,7 @@ void LogonStart::Switch(bool on) {
         state_.applicationFolder + L"\\" + state_.executableBaseName + L".exe /S";
     // The entry is written in the ANSI code page. One with "?" in it would start nothing.
     if (on && !system_.ansi.Holds(command)) {
-        system_.boxes.MsgBox(
+        system_.boxes.Show(
             {.text = std::wstring(state_.arabic ? kNoSuchLettersArabic : kNoSuchLettersEnglish),
              .rightToLeft = state_.arabic});
         return;
@@ -69,7 +69,7 @@ bool LogonStart::ProgramIsOnFixedDrive() const {
     const std::wstring drive = state_.applicationFolder.substr(0, 2);
     // A program on another machine has no drive letter; its folder tells.
     const std::wstring place = drive.ends_with(L':') ? drive + L"\\" : state_.applicationFolder;
-    return system_.files.KindOfDrive(place) == DriveKind::Fixed;
+    return system_.files.DriveTypeOf(place) == DriveType::Fixed;
 }
 
 }  // namespace vw

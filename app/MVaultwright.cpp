@@ -7,15 +7,15 @@
 #include "list/editing/ListEditing.h"
 #include "platform/Conversions.h"
 #include "platform/ErrorTrap.h"
-#include "platform/EventPump.h"
 #include "platform/ExitStatus.h"
 #include "platform/FileSystem.h"
-#include "platform/Like.h"
-#include "platform/MsgBox.h"
-#include "platform/ProgramEnd.h"
+#include "platform/MessageBoxes.h"
+#include "platform/MessagePump.h"
+#include "platform/ProcessExit.h"
 #include "platform/ProgramState.h"
 #include "platform/RuntimeError.h"
 #include "platform/System.h"
+#include "platform/Wildcards.h"
 
 namespace vw {
 
@@ -34,10 +34,10 @@ void MVaultwright::Main(std::wstring_view processCommandLine) {
         std::wstring arguments = ArgumentText(processCommandLine);
         // Known before the first question can come up: nothing may wait in a silent run.
         state_.silentRun = StartsSilently(arguments);
-        system_.pump.DoEvents();
+        system_.pump.ProcessMessages();
         language_.Read();
         application_.MakeWindows();
-        system_.pump.DoEvents();
+        system_.pump.ProcessMessages();
         Start(std::move(arguments));
     });
 }
@@ -54,7 +54,7 @@ void MVaultwright::Start(std::wstring arguments) {
         if (!logonStart_.ApplicationSartup()) return;
         arguments = L"/Backup";
     }
-    state_.copiesCount = CInt(settings_.GetSetting(setting::kBackages, L"3"));
+    state_.copiesCount = ParseInt16(settings_.GetSetting(setting::kBackages, L"3"));
     state_.temporaryListPath = state_.DefaultListPath() + L".tmp";
     const CommandLine commandLine = SplitCommandLine(arguments);
     state_.switchWord = commandLine.switchWord;
@@ -63,7 +63,7 @@ void MVaultwright::Start(std::wstring arguments) {
 }
 
 void MVaultwright::Dispatch(const CommandLine& commandLine) {
-    const std::wstring argument = CompletedIfThere(commandLine.argument);
+    const std::wstring argument = CompleteIfPresent(commandLine.argument);
     switch (ActionFor(commandLine)) {
         case StartAction::BackupList:
             state_.currentListPath = ExistingList(argument);
@@ -74,7 +74,7 @@ void MVaultwright::Dispatch(const CommandLine& commandLine) {
             break;
         case StartAction::BackupDefaultList:
             state_.currentListPath = state_.DefaultListPath();
-            system_.pump.DoEvents();
+            system_.pump.ProcessMessages();
             application_.LongWork().BackUpCurrentList();
             break;
         case StartAction::Restore:
@@ -83,7 +83,7 @@ void MVaultwright::Dispatch(const CommandLine& commandLine) {
             application_.ShowMainWindow();
             break;
         case StartAction::Author:
-            system_.boxes.MsgBox({.text = L"Author name is 'Nadir Qasemi'"});
+            system_.boxes.Show({.text = L"Author name is 'Nadir Qasemi'"});
             system_.programEnd.End(system_.exitStatus.Code());
             break;
         case StartAction::DeleteTemporary:
@@ -100,11 +100,11 @@ void MVaultwright::Dispatch(const CommandLine& commandLine) {
                 application_.frmUnload();
                 break;
             }
-            const auto facts = system_.files.Look(argument);
-            if (!facts) Raise(error_number::kListPathMissing, argument);
+            const auto facts = system_.files.Stat(argument);
+            if (!facts) Throw(error_number::kListPathMissing, argument);
             state_.currentListPath = state_.SingleItemListPath();
-            if (system_.files.Look(state_.currentListPath)) {
-                system_.files.EraseFile(state_.currentListPath);
+            if (system_.files.Stat(state_.currentListPath)) {
+                system_.files.RemoveFile(state_.currentListPath);
             }
             // The shell passes folders without their final "\".
             LoadSingleItem(facts->isFolder ? MFileDosShell::WithSeparator(argument) : argument);
@@ -124,7 +124,7 @@ void MVaultwright::ShowCopies(std::wstring_view itemOrCopy) {
     application_.Engine().GetBackupTo();
     WindowSet& windows = application_.Windows();
     windows.frmMain.Load();
-    const bool isCopy = Like(itemOrCopy, kCopyNamePattern);
+    const bool isCopy = MatchesWildcard(itemOrCopy, kCopyNamePattern);
     windows.browser.RestoreFrom(isCopy ? itemOrCopy : std::wstring_view(state_.defaultDestination));
     windows.browser.ListRestoreFiles();
     windows.browser.RestoredPath(isCopy ? ParseCopyName(itemOrCopy).origin
@@ -158,7 +158,7 @@ std::wstring MVaultwright::BackupToDefault() {
         NetworkProbe probe(system_);
         if (!state_.silentRun) probe.Ask({folder});
         if (!probe.MayAnswer(folder)) return folder;
-        if (!system_.files.Look(folder)) system_.files.MakeFolder(folder);
+        if (!system_.files.Stat(folder)) system_.files.CreateFolder(folder);
     } catch (const RuntimeError&) {
         // A run that needs the folder tells that it is missing.
     }
@@ -167,24 +167,24 @@ std::wstring MVaultwright::BackupToDefault() {
 
 // A whole drive cannot be one item: a box says so, and the program ends.
 bool MVaultwright::RefusedAsDrive(std::wstring_view path) {
-    if (!Like(path, L"?:") && !Like(path, L"?:\\")) return false;
-    system_.boxes.MsgBox({.text = std::wstring(kDriveRefused)});
+    if (!MatchesWildcard(path, L"?:") && !MatchesWildcard(path, L"?:\\")) return false;
+    system_.boxes.Show({.text = std::wstring(kDriveRefused)});
     return true;
 }
 
 // Hidden and system files do not count as lists: they are not what a user would hand over.
 std::wstring MVaultwright::ExistingList(std::wstring_view argument) {
-    const auto facts = system_.files.Look(argument);
+    const auto facts = system_.files.Stat(argument);
     if (!facts || facts->isFolder || facts->isHidden || facts->isSystem) {
-        Raise(error_number::kListPathMissing, argument);
+        Throw(error_number::kListPathMissing, argument);
     }
     return std::wstring(argument);
 }
 
 // What is relative now is another path for the next start.
-std::wstring MVaultwright::CompletedIfThere(const std::wstring& path) {
+std::wstring MVaultwright::CompleteIfPresent(const std::wstring& path) {
     try {
-        if (path.empty() || !system_.files.Look(path)) return path;
+        if (path.empty() || !system_.files.Stat(path)) return path;
         const std::wstring full = system_.files.FullPath(path);
         return path.ends_with(L'\\') ? MFileDosShell::WithSeparator(full) : full;
     } catch (const RuntimeError&) {

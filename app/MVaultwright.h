@@ -37,7 +37,7 @@ class MVaultwright {
     void LoadSingleItem(std::wstring_view path);
     [[nodiscard]] bool RefusedAsDrive(std::wstring_view path);
     [[nodiscard]] std::wstring ExistingList(std::wstring_view argument);
-    [[nodiscard]] std::wstring CompletedIfThere(const std::wstring& path);
+    [[nodiscard]] std::wstring CompleteIfPresent(const std::wstring& path);
 
     System& system_;
     ErrorTrap trap_{system_.errors, L"Module", L"MVaultwright"};

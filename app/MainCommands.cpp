@@ -11,7 +11,7 @@
 #include "fsutil/Scripting.h"
 #include "list/editing/SubItem.h"
 #include "platform/FileSystem.h"
-#include "platform/MsgBox.h"
+#include "platform/MessageBoxes.h"
 #include "platform/TextCase.h"
 #include "ui/ToolBarTable.h"
 #include "ui/resource.h"
@@ -24,7 +24,7 @@ constexpr std::array kLists{L"lsvBackupList", L"lsvRestore1", L"lsvRestore2"};
 
 [[nodiscard]] bool HasItems(MainParts& parts) {
     if (parts.list.Rows().Count() > 0) return true;
-    parts.system.boxes.MsgBox({.text = parts.form.Text(L"lblNoFileToBack"), .rightToLeft = true});
+    parts.system.boxes.Show({.text = parts.form.Text(L"lblNoFileToBack"), .rightToLeft = true});
     return false;
 }
 
@@ -33,7 +33,7 @@ void BackUp(MainParts& parts) {
     // The engine reads the file: a run with a file that differs from the window would back up what
     // was deleted, and leave out what was added.
     if (!parts.list.FileSave()) return;
-    parts.state.cancelRequested = false;
+    parts.state.cancel.Begin();
     parts.application.LongWork().BackUpCurrentList();
     // The end of the busy dialog has given the window back, but the command still runs: what the
     // user chose now would be lost.
@@ -77,15 +77,15 @@ void LowerNames(MainParts& parts) {
               L"المجلد إلى أحرف صغيرة؟ لا يمكن التراجع عن ذلك."
             : L"Rename all files and folders in this folder to lower case? This cannot be "
               L"undone.";
-    if (parts.system.boxes.MsgBox({.text = question + L"\r\n" + folder,
-                                   .buttons = BoxButtons::YesNo,
-                                   .rightToLeft = parts.state.arabic,
-                                   .secondIsDefault = true}) != BoxAnswer::Yes) {
+    if (parts.system.boxes.Show({.text = question + L"\r\n" + folder,
+                                 .buttons = BoxButtons::YesNo,
+                                 .rightToLeft = parts.state.arabic,
+                                 .secondIsDefault = true}) != BoxAnswer::Yes) {
         return;
     }
     const KeepAwake awake;
     MFileDosShell::TreeNamesLower(parts.system, folder);
-    parts.system.boxes.MsgBox({.text = L"Done"});
+    parts.system.boxes.Show({.text = L"Done"});
 }
 
 // A page that is missing opens nothing.
@@ -93,7 +93,7 @@ void ShowHelp(MainParts& parts) {
     const std::wstring page = parts.state.applicationFolder +
                               (parts.state.arabic ? L"\\Help\\" : L"\\Help\\en\\") +
                               parts.state.executableBaseName + L".htm";
-    if (parts.system.files.Look(page)) MMyScripting::ShellPath(parts.system, page);
+    if (parts.system.files.Stat(page)) MMyScripting::ShellPath(parts.system, page);
 }
 
 // The box disables the window itself, and enables it again before it goes.

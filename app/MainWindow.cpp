@@ -5,7 +5,7 @@
 #include "app/MainCommands.h"
 #include "fsutil/PathText.h"
 #include "platform/FileSystem.h"
-#include "platform/MsgBox.h"
+#include "platform/MessageBoxes.h"
 #include "platform/ProgramState.h"
 #include "platform/Scoped.h"
 #include "platform/SystemPath.h"
@@ -39,7 +39,7 @@ void MainWindow::OnLoad(Form& form) {
         ShowLists(form, ViewStyle::Details);
         ArrangeLists(form, ViewArrange::Top);
         parts_.list.Dialog().defaultFolder =
-            system_.files.Look(kDialogFolder) ? kDialogFolder : kOtherDialogFolder;
+            system_.files.Stat(kDialogFolder) ? kDialogFolder : kOtherDialogFolder;
         parts_.list.Dialog().lastFolder = FolderOfRelativePaths();
         ShowAutoBackup(parts_.logonStart.ApplicationSartup(), false);
         form.SetText(L"lblBackages", std::to_wstring(state_.copiesCount));
@@ -57,7 +57,7 @@ bool MainWindow::OnQueryUnload(Form&, UnloadReason reason) {
         if (reason == UnloadReason::SessionEnd) {
             state_.sessionEnds = true;
             state_.endRequested = true;
-            state_.cancelRequested = true;
+            state_.cancel.Request();
             parts_.list.FileSave();
         } else {
             parts_.list.SaveOnClose();

@@ -8,22 +8,22 @@
 #include "platform/DebugOutput.h"
 #include "platform/ErrorReports.h"
 #include "platform/ExitStatus.h"
-#include "platform/ProgramEnd.h"
+#include "platform/ProcessExit.h"
 #include "platform/ProgramState.h"
 #include "platform/StandardStreams.h"
 #include "platform/System.h"
 #include "platform/SystemClock.h"
 #include "platform/SystemCodePage.h"
-#include "platform/UserBoxes.h"
 #include "platform/Win32FileSystem.h"
-#include "platform/WindowEventPump.h"
+#include "platform/Win32MessageBoxes.h"
+#include "platform/WindowMessagePump.h"
 #include "progress/SilentReport.h"
 
 namespace vw {
 
 /// The program in the real world: makes the real parts, gives them to the application and keeps
 /// them while it runs.
-class Program final : private ProgramEnd {
+class Program final : private ProcessExit {
   public:
     Program();
 
@@ -38,10 +38,10 @@ class Program final : private ProgramEnd {
     StandardStreams streams_;
     SilentReport report_;
     ExitStatus exitStatus_;
-    UserBoxes boxes_;
+    Win32MessageBoxes boxes_;
     ErrorReports errors_;
     Win32FileSystem files_;
-    WindowEventPump pump_;
+    WindowMessagePump pump_;
     SystemClock clock_;
     CodePage ansi_;
     System system_;

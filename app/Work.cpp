@@ -11,10 +11,10 @@
 #include "list/editing/RowWarnings.h"
 #include "list/format/ListText.h"
 #include "platform/Clock.h"
-#include "platform/EventPump.h"
 #include "platform/ExitStatus.h"
 #include "platform/FileSystem.h"
 #include "platform/LocalTime.h"
+#include "platform/MessagePump.h"
 #include "platform/MsgBox.h"
 #include "platform/ProgramState.h"
 #include "platform/RuntimeError.h"
@@ -66,7 +66,7 @@ void Work::ReportWarningsOfList() {
         const std::wstring text =
             DecodeList(system_.files.Read(state_.currentListPath), system_.ansi);
         const auto exists = [this](const std::wstring& line) {
-            return system_.files.Look(line).has_value();
+            return system_.files.Stat(line).has_value();
         };
         for (const auto& [path, warning] : WarningsOfList(text, state_.BackupTo, exists)) {
             Report(WarningText(warning, state_.arabic), false);
@@ -96,7 +96,7 @@ void Work::BackUpItem(std::wstring_view path) {
 void Work::Abort() {
     if (!isRunning_) return;
     system_.exitStatus.Note(error_number::kCancelled);
-    state_.cancelRequested = true;
+    state_.cancel.Request();
     if (state_.silentRun) {
         report_.Failure(state_.arabic ? L"أُلغيت العملية" : DescriptionOf(error_number::kCancelled));
     }
@@ -106,7 +106,7 @@ void Work::Abort() {
 // Before the busy dialog closes: the line belongs to its report.
 void Work::EndRun() {
     if (!run_.IsOpen()) return;
-    run_.End(state_.cancelRequested);
+    run_.End(state_.cancel.IsRequested());
     const Date now = LocalNow();
     Report(run_.ReportLine(state_.arabic, now), false);
     report_.Flush();
@@ -121,13 +121,13 @@ void Work::EndErrors() {
     boxLimit_.reset();
     if (reported <= kMostBoxes || state_.silentRun) return;
     const std::wstring count = std::to_wstring(reported);
-    system_.boxes.MsgBox({.text = state_.arabic
-                                      ? L"عدد الأخطاء في هذه العملية: " + count +
-                                            L". ظهرت الأخطاء الأولى في رسائل، وهي كلها في التقرير."
-                                      : L"There were " + count +
-                                            L" errors. The first ones were shown, all of them are "
-                                            L"in the report.",
-                          .rightToLeft = state_.arabic});
+    system_.boxes.Show({.text = state_.arabic
+                                    ? L"عدد الأخطاء في هذه العملية: " + count +
+                                          L". ظهرت الأخطاء الأولى في رسائل، وهي كلها في التقرير."
+                                    : L"There were " + count +
+                                          L" errors. The first ones were shown, all of them are "
+                                          L"in the report.",
+                        .rightToLeft = state_.arabic});
 }
 
 // An error of the report itself has no report to go to.
@@ -164,7 +164,7 @@ void Work::OnItem(ItemEvent event, std::wstring_view path, const ItemSize&) {
     }
 }
 
-void Work::OnSurveyed(std::wstring_view path, std::uint64_t bytes, Date newest) {
+void Work::OnItemStats(std::wstring_view path, std::uint64_t bytes, Date newest) {
     if (!state_.silentRun) {
         windows_->list.Rows().Refresh(path, bytes, newest);
     } else if (IsInFuture(newest, runBegan_)) {
@@ -180,7 +180,7 @@ void Work::DuringCopy() {
     nextPainting_ = system_.clock.Milliseconds() + kMilliseconds;
     if (!state_.silentRun) windows_->frmBusyDialog.Repaint();
     // A cancel is noted now and acts after the file; the end of the session does not wait for it.
-    system_.pump.DoEvents();
+    system_.pump.ProcessMessages();
 }
 
 void Work::BusyHide(bool pause) {

@@ -47,7 +47,7 @@ class Work final : public ProgressReporter {
     void Report(std::wstring_view text, bool wait) override;
     void Failure(std::wstring_view text) override;
     void OnItem(ItemEvent event, std::wstring_view path, const ItemSize& size) override;
-    void OnSurveyed(std::wstring_view path, std::uint64_t bytes, Date newest) override;
+    void OnItemStats(std::wstring_view path, std::uint64_t bytes, Date newest) override;
     void DuringCopy() override;
     void BusyHide(bool pause) override;
     [[nodiscard]] bool IsShown() const override;

@@ -1,6 +1,6 @@
 # The console companion: the layer console/, its program vw.exe and its tests. It stands beside app/
 # and uses every layer to the left of that one.
-set(consoleLayers ${VW_ROOMS})
+set(consoleLayers ${VW_LAYERS})
 list(REMOVE_ITEM consoleLayers vw_app)
 list(REVERSE consoleLayers)
 

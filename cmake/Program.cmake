@@ -1,4 +1,4 @@
-# The program itself: app/main.cpp, the resources of ui/ and every room.
+# The program itself: app/main.cpp, the resources of ui/ and every layer.
 
 # The resources are objects of their own, since the test programs of windows need them too. The
 # version record and the manifest take the version of the project.
@@ -22,9 +22,9 @@ endfunction()
 
 add_executable(Vaultwright WIN32 ${CMAKE_SOURCE_DIR}/app/main.cpp)
 vw_add_resources(Vaultwright)
-set(rooms ${VW_ROOMS})
-list(REVERSE rooms)
-target_link_libraries(Vaultwright PRIVATE ${rooms} vw_flags)
+set(layers ${VW_LAYERS})
+list(REVERSE layers)
+target_link_libraries(Vaultwright PRIVATE ${layers} vw_flags)
 vw_wide_entry(Vaultwright)
 vw_stack_size(Vaultwright 8388608)
 set_target_properties(Vaultwright PROPERTIES

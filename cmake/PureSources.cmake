@@ -1,4 +1,4 @@
-# The pure files: text in, text out, no windows.h. They are part of their rooms in the Windows
+# The pure files: text in, text out, no windows.h. They are part of their layers in the Windows
 # build and are built a second time natively, under ASan and UBSan (preset "host").
 # One name per line. A name without a file stops the configuration.
 
@@ -16,12 +16,12 @@ set(PURE_SOURCES
     list/format/ListLine.cpp
     list/format/ListText.cpp
     platform/Date.cpp
-    platform/Like.cpp
+    platform/Wildcards.cpp
     platform/RuntimeError.cpp
     platform/TextCase.cpp
     platform/TextDirection.cpp
     platform/Utf8.cpp
-    platform/Val.cpp
+    platform/LeadingInt.cpp
     restore/CopiesIndex.cpp
     restore/CopyGroup.cpp
     ui/DisplayText.cpp
@@ -42,12 +42,12 @@ set(PURE_TESTS
     tests/list/format/ListLineTest.cpp
     tests/list/format/ListTextTest.cpp
     tests/platform/DateTest.cpp
-    tests/platform/LikeTest.cpp
+    tests/platform/WildcardsTest.cpp
     tests/platform/RuntimeErrorTest.cpp
     tests/platform/TextCaseTest.cpp
     tests/platform/TextDirectionTest.cpp
     tests/platform/Utf8Test.cpp
-    tests/platform/ValTest.cpp
+    tests/platform/LeadingIntTest.cpp
     tests/restore/CopiesIndexTest.cpp
     tests/restore/CopyGroupTest.cpp
     tests/ui/DisplayTextTest.cpp

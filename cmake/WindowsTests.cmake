@@ -1,4 +1,4 @@
-# One test program per room and one for the whole program, each one test of CTest.
+# One test program per layer and one for the whole program, each one test of CTest.
 
 # What the test programs share. TextCaseHost.cpp is the native build's stand-in for Windows.
 file(GLOB supportSources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/support/*.cpp)
@@ -9,11 +9,11 @@ else()
     add_library(vw_testsupport INTERFACE)
 endif()
 
-# Support files may use the rooms up to here without making every test program wait for more.
+# Support files may use the layers up to here without making every test program wait for more.
 set(supportRooms "")
-foreach(room vw_format vw_fsutil vw_platform)
-    if(TARGET ${room})
-        list(APPEND supportRooms ${room})
+foreach(layer vw_format vw_fsutil vw_platform)
+    if(TARGET ${layer})
+        list(APPEND supportRooms ${layer})
     endif()
 endforeach()
 if(supportSources)
@@ -54,15 +54,15 @@ function(vw_add_tests name folder timeout)
 
     add_executable(${name}_tests ${sources})
     vw_add_resources(${name}_tests)
-    set(rooms "")
+    set(layers "")
     if(TARGET vw_${name})
-        set(rooms vw_${name})
+        set(layers vw_${name})
     elseif(name MATCHES "^(system|windows)$")
-        set(rooms ${VW_ROOMS})
-        list(REVERSE rooms)
-        list(PREPEND rooms vw_driving)
+        set(layers ${VW_LAYERS})
+        list(REVERSE layers)
+        list(PREPEND layers vw_driving)
     endif()
-    target_link_libraries(${name}_tests PRIVATE vw_testsupport ${rooms} gmock_main vw_flags)
+    target_link_libraries(${name}_tests PRIVATE vw_testsupport ${layers} gmock_main vw_flags)
     # The tests themselves are built without optimisation, which takes almost half of the time that
     # it takes with it. What they test is optimised as it is for users.
     target_compile_options(${name}_tests PRIVATE $<$<CONFIG:Release>:-O0>)
@@ -100,7 +100,7 @@ endif()
 
 # kill_point.exe: what tests/checks/kill_points.sh looks with at the disk after a kill.
 file(GLOB killPointSources CONFIGURE_DEPENDS
-    ${CMAKE_SOURCE_DIR}/tests/system/tools/*.cpp ${CMAKE_SOURCE_DIR}/tests/system/KillWorld*.cpp)
+    ${CMAKE_SOURCE_DIR}/tests/system/tools/*.cpp ${CMAKE_SOURCE_DIR}/tests/system/CrashScenario*.cpp)
 if(killPointSources AND TARGET Vaultwright)
     add_executable(kill_point ${killPointSources})
     target_link_libraries(kill_point PRIVATE vw_driving)

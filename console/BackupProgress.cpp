@@ -93,8 +93,8 @@ void BackupProgress::End() {
     } else {
         const bool isBusy = errors == 0 && console_.exitStatus.Code() == kBusy;
         if (isBusy) console_.output.Error(console_.state.BackupTo, DescriptionOf(kBusy), kBusy);
-        result_ = console_.state.cancelRequested ? "cancelled" : "failed";
-        if (!console_.state.cancelRequested) ++counts_.failed;
+        result_ = console_.state.cancel.IsRequested() ? "cancelled" : "failed";
+        if (!console_.state.cancel.IsRequested()) ++counts_.failed;
     }
     sum_.files += done_.files;
     sum_.bytes += done_.bytes;
@@ -117,7 +117,8 @@ void BackupProgress::Finish(int exitCode) {
     End();
     const std::uint64_t milliseconds = console_.system.clock.Milliseconds() - begun_;
     // The exit code is that of the first error.
-    const bool isCancelled = console_.state.cancelRequested || exitCode == error_number::kCancelled;
+    const bool isCancelled =
+        console_.state.cancel.IsRequested() || exitCode == error_number::kCancelled;
     std::wstring line = isCancelled ? L"Cancelled. " : L"";
     line += std::to_wstring(counts_.copied) + L" copied, " + std::to_wstring(counts_.unchanged) +
             L" unchanged, " + std::to_wstring(counts_.missing) + L" missing, " +

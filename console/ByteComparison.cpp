@@ -86,7 +86,7 @@ void ByteComparison::ReportFirst() {
 
 void ByteComparison::Work() {
     const auto yield = [this] {
-        if (isOver_) Raise(error_number::kCancelled);
+        if (isOver_) Throw(error_number::kCancelled);
     };
     std::unique_lock guard(mutex_);
     for (;;) {

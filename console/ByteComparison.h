@@ -25,7 +25,7 @@ struct ComparedRoots {
 struct FilePair {
     std::wstring first;
     std::wstring second;
-    FileFacts expected;  ///< what both were listed with
+    FileInfo expected;  ///< what both were listed with
     /// The two items or copies that the files belong to; they may be the files themselves.
     std::shared_ptr<const ComparedRoots> roots;
 };
@@ -46,7 +46,7 @@ class ByteComparison {
     /// Gets the results in the order in which the pairs were added, in the caller's thread.
     using Report = std::function<void(const ComparedBytes&)>;
 
-    /// `yield` is called in the caller's thread now and then; it may raise.
+    /// `yield` is called in the caller's thread now and then; it may throw.
     ByteComparison(FileSystem& files, Report report, std::function<void()> yield);
     ByteComparison(const ByteComparison&) = delete;
     ByteComparison& operator=(const ByteComparison&) = delete;

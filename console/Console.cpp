@@ -50,7 +50,7 @@ int Console::Run(const std::function<int()>& verb) {
 }
 
 void Console::Report(const RuntimeError& error) {
-    // Every step that the user's wish ends raises it once more.
+    // Every step that the user's wish ends throws it once more.
     const bool isCancel = error.Number() == error_number::kCancelled;
     if (isCancel && std::exchange(isCancelReported_, true)) return;
     ++errors_;
@@ -63,7 +63,7 @@ bool Console::Try(const std::function<void()>& step) {
 }
 
 void Console::StopIfAsked() {
-    if (Interrupts::WasRequested()) Raise(error_number::kCancelled);
+    if (Interrupts::WasRequested()) Throw(error_number::kCancelled);
 }
 
 std::wstring Console::FullPath(std::wstring_view argument) {
@@ -74,18 +74,18 @@ void Console::Report(const Procedure&, const RuntimeError& error) { Report(error
 
 // The engine shows one box, for a destination that is missing, and ends the run behind it; who ends
 // the run writes the error.
-BoxAnswer Console::MsgBox(const BoxContent& content) {
+BoxAnswer Console::Show(const MessageBoxRequest& content) {
     return content.buttons == BoxButtons::YesNo ? BoxAnswer::No : BoxAnswer::Ok;
 }
 
-void Console::DoEvents() {
-    if (Interrupts::WasRequested()) state.cancelRequested = true;
+void Console::ProcessMessages() {
+    if (Interrupts::WasRequested()) state.cancel.Request();
     if (tick_) tick_();
 }
 
-void Console::WaitForEvents(unsigned milliseconds) {
+void Console::WaitForMessages(unsigned milliseconds) {
     Interrupts::WaitFor(milliseconds);
-    DoEvents();
+    ProcessMessages();
 }
 
 void Console::End(int exitCode) {

@@ -6,10 +6,10 @@
 
 #include "console/Output.h"
 #include "platform/ErrorTrap.h"
-#include "platform/EventPump.h"
 #include "platform/ExitStatus.h"
-#include "platform/MsgBox.h"
-#include "platform/ProgramEnd.h"
+#include "platform/MessageBoxes.h"
+#include "platform/MessagePump.h"
+#include "platform/ProcessExit.h"
 #include "platform/ProgramState.h"
 #include "platform/System.h"
 #include "platform/SystemClock.h"
@@ -20,12 +20,15 @@ namespace vw {
 
 /// The world that the verbs work in: the real disk, errors as lines on standard error, and no
 /// window anywhere.
-class Console final : private ErrorSink, private MsgBoxes, private EventPump, private ProgramEnd {
+class Console final : private ErrorSink,
+                      private MessageBoxes,
+                      private MessagePump,
+                      private ProcessExit {
   public:
     /// `files` replaces the real disk in tests and must outlive this object.
     explicit Console(Output& output, FileSystem* files = nullptr);
 
-    /// Runs a verb. What it raises is written as an error. Gives the exit code: the first error's
+    /// Runs a verb. What it throws is written as an error. Gives the exit code: the first error's
     /// number, else what the verb gives.
     int Run(const std::function<int()>& verb);
 
@@ -41,7 +44,7 @@ class Console final : private ErrorSink, private MsgBoxes, private EventPump, pr
     /// Called now and then while something goes on.
     void SetTick(std::function<void()> tick) { tick_ = std::move(tick); }
 
-    /// Raises the error of a cancelled run when the user asked to stop.
+    /// Throws the error of a cancelled run when the user asked to stop.
     static void StopIfAsked();
 
     /// An argument as an absolute path.
@@ -51,10 +54,10 @@ class Console final : private ErrorSink, private MsgBoxes, private EventPump, pr
 
   private:
     void Report(const Procedure& where, const RuntimeError& error) override;
-    BoxAnswer MsgBox(const BoxContent& content) override;
-    void DoEvents() override;
-    void DoEventsIfDue() override { DoEvents(); }
-    void WaitForEvents(unsigned milliseconds) override;
+    BoxAnswer Show(const MessageBoxRequest& content) override;
+    void ProcessMessages() override;
+    void ProcessMessagesIfDue() override { ProcessMessages(); }
+    void WaitForMessages(unsigned milliseconds) override;
     [[noreturn]] void End(int exitCode) override;
 
     Win32FileSystem files_;

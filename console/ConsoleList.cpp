@@ -32,13 +32,13 @@ bool IsListPath(std::wstring_view path) {
 
 ConsoleList ReadConsoleList(Console& console, std::wstring_view path) {
     ConsoleList list{.path = console.FullPath(path), .items = {}, .destinations = {}};
-    const auto facts = console.system.files.Look(list.path);
+    const auto facts = console.system.files.Stat(list.path);
     if (!facts || facts->isFolder) {
-        RaiseWith(error_number::kListPathMissing, L"There is no such backup list", list.path);
+        ThrowWith(error_number::kListPathMissing, L"There is no such backup list", list.path);
     }
     const std::wstring text = DecodeList(console.system.files.Read(list.path), console.system.ansi);
     if (!IsListPath(list.path) || !IsText(text)) {
-        RaiseWith(error_number::kTypeMismatch, L"The file is no backup list (.vwl)", list.path);
+        ThrowWith(error_number::kTypeMismatch, L"The file is no backup list (.vwl)", list.path);
     }
     std::wstring destination = console.state.BackupTo;
     std::int16_t copiesCount = console.state.copiesCount;

@@ -33,7 +33,7 @@ struct ConsoleList {
 [[nodiscard]] bool IsListPath(std::wstring_view path);
 
 /// Reads a list and changes nothing: other than the window, it makes no list that is missing.
-/// Raises 4008 when there is none, 13 when the file is no backup list, and what the disk raises.
+/// Throws 4008 when there is none, 13 when the file is no backup list, and what the disk throws.
 [[nodiscard]] ConsoleList ReadConsoleList(Console& console, std::wstring_view path);
 
 }  // namespace vw

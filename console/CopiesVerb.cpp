@@ -28,9 +28,9 @@ struct CopySize {
 };
 
 CopySize SizeOf(Console& console, const std::wstring& path) {
-    const auto facts = console.system.files.Look(path);
+    const auto facts = console.system.files.Stat(path);
     // It was there when the folder was listed.
-    if (!facts) Raise(error_number::kFileNotFound, path);
+    if (!facts) Throw(error_number::kFileNotFound, path);
     if (!facts->isFolder) return {.files = 1, .bytes = facts->size};
     CopySize size{.isFolder = true};
     TreeVisitor visitor;

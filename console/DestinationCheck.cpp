@@ -34,7 +34,7 @@ std::wstring_view WithoutCommentExtension(std::wstring_view name) {
 // count for the date and are not copied. A file in it that is newer was never part of it.
 void CheckComment(Console& console, const CopyEntry& copy, Findings& findings) {
     const auto comment = CommentOf(console, copy.path);
-    const auto facts = console.system.files.Look(copy.path);
+    const auto facts = console.system.files.Stat(copy.path);
     if (!comment || !facts) return;
     if (comment->isIncomplete) {
         findings.Add(L"incomplete", copy.path, L"");

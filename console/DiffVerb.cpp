@@ -21,7 +21,7 @@ using MFileDosShell::CFileName;
 
 /// What must stay the same while a copy is compared. A rotation gives its name to another copy.
 struct Identity {
-    FileFacts facts;
+    FileInfo facts;
     Date date = 0;
 
     friend bool operator==(const Identity& one, const Identity& other) {
@@ -32,8 +32,8 @@ struct Identity {
 };
 
 Identity IdentityOf(Console& console, CPackage& engine, const std::wstring& path) {
-    const auto facts = console.system.files.Look(path);
-    if (!facts) Raise(error_number::kFileNotFound, path);
+    const auto facts = console.system.files.Stat(path);
+    if (!facts) Throw(error_number::kFileNotFound, path);
     return {*facts, StoreOf(path) ? engine.PackageDate(path) : facts->lastWrite};
 }
 
@@ -76,12 +76,12 @@ class Differences {
     [[nodiscard]] int Count() const noexcept { return count_; }
 
   private:
-    static std::wstring Facts(const FileFacts& facts) {
+    static std::wstring Facts(const FileInfo& facts) {
         if (facts.isFolder) return L"folder";
         return BytesText(facts.size) + L", " + MomentText(facts.lastWrite);
     }
 
-    static void Add(JsonLine& json, const std::string& when, const FileFacts& facts) {
+    static void Add(JsonLine& json, const std::string& when, const FileInfo& facts) {
         json.Number(when + "Bytes", static_cast<std::int64_t>(facts.size))
             .Text(when + "Date", facts.isFolder ? L"" : MomentText(facts.lastWrite));
     }
@@ -98,7 +98,7 @@ std::wstring OriginalOf(Console& console, const std::wstring& copy) {
         const auto comment = CommentOf(console, shown.commentOf);
         if (comment && !comment->place.empty()) return JoinPath(comment->place, shown.item);
     }
-    RaiseWith(error_number::kFileNotFound,
+    ThrowWith(error_number::kFileNotFound,
               L"No comment says what the copy was made from; name what to compare it with", copy);
 }
 
@@ -111,7 +111,7 @@ int Diff(Console& console, const DiffArguments& arguments) {
     const std::wstring first = console.FullPath(arguments.copy);
     const Identity firstBefore = IdentityOf(console, engine, first);
     if (!StoreOf(first) && arguments.other.empty()) {
-        RaiseWith(error_number::kBadName, L"This is the name of no copy", first);
+        ThrowWith(error_number::kBadName, L"This is the name of no copy", first);
     }
     const std::wstring second =
         arguments.other.empty() ? OriginalOf(console, first) : console.FullPath(arguments.other);
@@ -129,11 +129,11 @@ int Diff(Console& console, const DiffArguments& arguments) {
         differences.Show(L"changed", before.name, &before, &after);
     }
     if (IdentityOf(console, engine, first) != firstBefore) {
-        RaiseWith(error_number::kPermissionDenied, L"The copy changed while it was compared",
+        ThrowWith(error_number::kPermissionDenied, L"The copy changed while it was compared",
                   first);
     }
     if (StoreOf(second) && IdentityOf(console, engine, second) != secondBefore) {
-        RaiseWith(error_number::kPermissionDenied, L"The copy changed while it was compared",
+        ThrowWith(error_number::kPermissionDenied, L"The copy changed while it was compared",
                   second);
     }
     return differences.Count() > 0 ? 1 : 0;

@@ -33,7 +33,7 @@ struct Difference {
     bool isDamage = false;  ///< wrong whatever the change test says
 };
 
-std::wstring Facts(const FileFacts& facts) {
+std::wstring Facts(const FileInfo& facts) {
     if (facts.isFolder) return L"folder";
     return BytesText(facts.size) + L", " + MomentText(facts.lastWrite);
 }
@@ -66,7 +66,7 @@ void ItemCheck::Finish() { bytes_.Finish(); }
 void ItemCheck::Check(const ConsoleItem& item) {
     FileSystem& files = console_.system.files;
     console_.state.BackupTo = item.destination;
-    const auto facts = files.Look(item.path);
+    const auto facts = files.Stat(item.path);
     if (!facts) {
         findings_.Add(L"missing", item.path, L"the item does not exist");
         return;
@@ -78,7 +78,7 @@ void ItemCheck::Check(const ConsoleItem& item) {
     const std::int16_t location = engine_.LocationID(item.line);
     if (location < 0) return;
     const std::wstring copy = CFilePackageName(item.path, 1, location, item.destination);
-    const auto copyFacts = files.Look(copy);
+    const auto copyFacts = files.Stat(copy);
     if (!copyFacts) {
         findings_.Add(L"no-copy", item.path, L"it has no copy 1");
         return;
@@ -89,7 +89,7 @@ void ItemCheck::Check(const ConsoleItem& item) {
 }
 
 void ItemCheck::CheckAgainst(const ConsoleItem& item, const std::wstring& copy,
-                             const FileFacts& facts, const FileFacts& copyFacts) {
+                             const FileInfo& facts, const FileInfo& copyFacts) {
     if (facts.isFolder != copyFacts.isFolder || facts.isFolder != item.IsFolder()) {
         findings_.Add(L"differs", copy, L"item and copy are not both files or both folders");
         return;
@@ -131,7 +131,7 @@ void ItemCheck::CheckPlace(const ConsoleItem& item, const std::wstring& copy,
 }
 
 ItemCheck::Result ItemCheck::Compare(const ConsoleItem& item, const std::wstring& copy,
-                                     const FileFacts& facts) {
+                                     const FileInfo& facts) {
     Result result;
     if (!facts.isFolder) return result;
     const auto roots = RootsOf(item.path, copy);
@@ -152,14 +152,14 @@ void ItemCheck::TakeFolder(const Roots& roots, const ComparedFolder& folder, Res
         return path.empty() ? root : JoinPath(root, path);
     };
     const auto at = [&](const std::wstring& name) { return below(roots->first, name); };
-    const auto take = [&](const FileFacts& entry) {
+    const auto take = [&](const FileInfo& entry) {
         if (!entry.isFolder) result.item.Take(entry);
     };
     std::vector<ComparedEntry> gone = folder.onlySecond;
     for (const ComparedEntry& entry : folder.onlyFirst) {
         take(entry);
         const auto before = std::ranges::find_if(
-            gone, [&](const FileFacts& other) { return LooksEqual(entry, other); });
+            gone, [&](const FileInfo& other) { return LooksEqual(entry, other); });
         if (before != gone.end() && !entry.isFolder) {
             result.differences.push_back(
                 {L"renamed", at(entry.name), L"in the copy: " + before->name});
@@ -217,7 +217,7 @@ void ItemCheck::CheckOlderCopies(const ConsoleItem& item, std::int16_t location)
     constexpr int kLastRotating = 20;
     for (int number = 2; number <= kLastRotating; ++number) {
         const std::wstring older = CFilePackageName(item.path, number, location, item.destination);
-        if (!console_.system.files.Look(older)) continue;
+        if (!console_.system.files.Stat(older)) continue;
         CompareOlder(item, newer, older);
         newer = older;
     }
@@ -230,18 +230,18 @@ void ItemCheck::CompareOlder(const ConsoleItem& item, const std::wstring& newer,
     FileSystem& files = console_.system.files;
     const auto withItem = RootsOf(item.path, older);
     const auto withNewer = RootsOf(newer, older);
-    const auto compare = [&](const std::wstring& below, const FileFacts& facts) {
+    const auto compare = [&](const std::wstring& below, const FileInfo& facts) {
         const auto path = [&](const std::wstring& root) {
             return below.empty() ? root : JoinPath(root, below);
         };
         for (const auto& roots : {withItem, withNewer}) {
-            const auto other = files.Look(path(roots->first));
+            const auto other = files.Stat(path(roots->first));
             if (!other || !LooksEqual(*other, facts)) continue;
             bytes_.Add({path(roots->first), path(older), facts, roots});
             return;
         }
     };
-    const auto facts = files.Look(older);
+    const auto facts = files.Stat(older);
     if (!facts) return;
     if (!facts->isFolder) {
         compare(L"", *facts);
@@ -270,7 +270,7 @@ void ItemCheck::OnCompared(const ComparedBytes& compared) {
     console_.Try([&] {
         if (IsGone(*pair.roots)) return;
         const auto isStill = [&](const std::wstring& path) {
-            const auto now = console_.system.files.Look(path);
+            const auto now = console_.system.files.Stat(path);
             return now && LooksEqual(*now, pair.expected);
         };
         const bool isUnchanged = isStill(pair.first);
@@ -287,7 +287,7 @@ void ItemCheck::OnCompared(const ComparedBytes& compared) {
 bool ItemCheck::IsGone(const ComparedRoots& roots) {
     for (const std::wstring& root : {roots.first, roots.second}) {
         if (gone_.contains(root)) return true;
-        if (console_.system.files.Look(root)) continue;
+        if (console_.system.files.Stat(root)) continue;
         gone_.insert(root);
         console_.Report(RuntimeError(error_number::kFileNotFound,
                                      L"It vanished while it was compared", root, 0));

@@ -21,7 +21,7 @@ class ItemCheck {
     /// With `content` the bytes of files are compared too.
     ItemCheck(Console& console, CPackage& engine, Findings& findings, bool content);
 
-    /// Checks one item. Raises what the disk cannot tell. Findings about contents may come later.
+    /// Checks one item. Throws what the disk cannot tell. Findings about contents may come later.
     void Check(const ConsoleItem& item);
 
     /// Ends the comparison of contents and writes what is left to say about them.
@@ -36,10 +36,10 @@ class ItemCheck {
     /// What the comparison of an item with its copy 1 has found so far.
     struct Result;
 
-    void CheckAgainst(const ConsoleItem& item, const std::wstring& copy, const FileFacts& facts,
-                      const FileFacts& copyFacts);
+    void CheckAgainst(const ConsoleItem& item, const std::wstring& copy, const FileInfo& facts,
+                      const FileInfo& copyFacts);
     [[nodiscard]] Result Compare(const ConsoleItem& item, const std::wstring& copy,
-                                 const FileFacts& facts);
+                                 const FileInfo& facts);
     void TakeFolder(const Roots& roots, const ComparedFolder& folder, Result& result);
     void Judge(const ConsoleItem& item, const std::wstring& copy, const CopyComment& comment,
                bool isUnseen, const Result& result);

@@ -92,7 +92,7 @@ class Previewer {
     Plan PlanFor(const ConsoleItem& item) {
         FileSystem& files = console_.system.files;
         newest_.reset();
-        const auto facts = files.Look(item.path);
+        const auto facts = files.Stat(item.path);
         if (!facts) {
             return {"missing", L"the item does not exist",
                     item.IsFolder() ? error_number::kPathNotFound : error_number::kFileNotFound};
@@ -103,13 +103,13 @@ class Previewer {
         }
         const std::int16_t location = engine_.LocationID(item.line);
         if (location < 0) return {"fails", L"it gets no location number", error_number::kOverflow};
-        const auto survey = MFileDosShell::SurveyOf(console_.system, engine_, item.path, facts);
-        newest_ = survey.newest;
+        const auto stats = MFileDosShell::GetItemStats(console_.system, engine_, item.path, facts);
+        newest_ = stats.newest;
         const auto copyName = [&](int number) {
             return CFilePackageName(item.path, number, location, item.destination);
         };
         const std::wstring first = copyName(1);
-        if (files.Look(first) && survey.HasDate(engine_.PackageDate(first))) {
+        if (files.Stat(first) && stats.HasDate(engine_.PackageDate(first))) {
             const auto comment = CommentOf(console_, first);
             if (!comment || !comment->isIncomplete) return {"unchanged", L""};
             return {"incomplete", L"copy 1 is completed"};
@@ -126,10 +126,10 @@ class Previewer {
         }
         Plan plan{.result = "new copy", .detail = L""};
         plan.size = item.kind == ItemKind::Folder
-                        ? ItemSize{survey.treeFiles, survey.treeBytes}
-                        : ItemSize{survey.files, static_cast<std::uint64_t>(survey.bytes)};
+                        ? ItemSize{stats.treeFiles, stats.treeBytes}
+                        : ItemSize{stats.files, static_cast<std::uint64_t>(stats.bytes)};
         plan.detail = FilesAndBytesText(plan.size.files, plan.size.bytes);
-        if (files.Look(copyName(item.copiesCount))) {
+        if (files.Stat(copyName(item.copiesCount))) {
             plan.leaves = copyName(item.copiesCount);
             plan.detail += L"; leaves: " + plan.leaves;
         }
@@ -154,16 +154,16 @@ int Preview(Console& console, const PreviewArguments& arguments) {
     for (const ConsoleItem& item : list.items) {
         Console::StopIfAsked();
         console.Try([&] {
-            const auto destination = console.system.files.Look(item.destination);
+            const auto destination = console.system.files.Stat(item.destination);
             // A run ends here.
             if (destination && destination->isFolder) previewer.Show(item);
         });
     }
     for (const std::wstring& destination : list.destinations) {
         console.Try([&] {
-            const auto facts = console.system.files.Look(destination);
+            const auto facts = console.system.files.Stat(destination);
             if (!facts || !facts->isFolder) {
-                RaiseWith(error_number::kPathNotFound, L"The destination folder does not exist",
+                ThrowWith(error_number::kPathNotFound, L"The destination folder does not exist",
                           destination);
             }
             previewer.ShowWarnings(destination);

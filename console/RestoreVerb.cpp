@@ -13,8 +13,8 @@
 #include "engine/CopyName.h"
 #include "engine/TargetState.h"
 #include "fsutil/PathText.h"
+#include "fsutil/TreeOperations.h"
 #include "fsutil/TreeWalk.h"
-#include "fsutil/TreeWork.h"
 #include "platform/RuntimeError.h"
 #include "platform/TextCase.h"
 #include "restore/SafetyCopies.h"
@@ -39,18 +39,18 @@ class Restorer {
     /// Puts one copy into the folder, while no backup can move it.
     void Restore(const std::wstring& copy) {
         const auto store = StoreOf(copy);
-        if (!store) RaiseWith(error_number::kBadName, L"This is the name of no copy", copy);
-        if (!console_.system.files.Look(copy)) Raise(error_number::kFileNotFound, copy);
+        if (!store) ThrowWith(error_number::kBadName, L"This is the name of no copy", copy);
+        if (!console_.system.files.Stat(copy)) Throw(error_number::kFileNotFound, copy);
         const int before = console_.Errors();
         bool entered = false;
         try {
             entered = engine_.InDestination(*store, [&] { RestoreUnderLock(copy, *store); });
         } catch (const EndOfRun&) {
-            Raise(error_number::kPathNotFound, *store);
+            Throw(error_number::kPathNotFound, *store);
         }
         if (!entered) {
-            Raise(console_.state.cancelRequested ? error_number::kCancelled
-                                                 : error_number::kDestinationBusy,
+            Throw(console_.state.cancel.IsRequested() ? error_number::kCancelled
+                                                      : error_number::kDestinationBusy,
                   *store);
         }
         if (console_.Errors() == before) Show(copy);
@@ -60,18 +60,18 @@ class Restorer {
     void RestoreUnderLock(const std::wstring& copy, const std::wstring& store) {
         FileSystem& files = console_.system.files;
         // A run that was waited for may have moved it.
-        if (!files.Look(copy)) Raise(error_number::kFileNotFound, copy);
+        if (!files.Stat(copy)) Throw(error_number::kFileNotFound, copy);
         const std::wstring target = TargetOf(copy);
         if (IsInStoredCopy(files, folder_, ItemNameOf(copy), store)) {
-            RaiseWith(error_number::kAccessError, L"This folder belongs to a stored copy", target);
+            ThrowWith(error_number::kAccessError, L"This folder belongs to a stored copy", target);
         }
-        const bool exists = files.Look(target).has_value();
+        const bool exists = files.Stat(target).has_value();
         if (exists && !overwrite_) {
-            RaiseWith(error_number::kAlreadyExists, L"It exists already", target);
+            ThrowWith(error_number::kAlreadyExists, L"It exists already", target);
         }
         const TargetState before =
             exists ? TargetState(files, console_.system.pump, target) : TargetState();
-        MakeFolders(files, folder_);
+        CreateFolders(files, folder_);
         if (exists) Keep(target, copy, store);
         date_ = engine_.PackageDate(copy);
         engine_.Extract(copy, target, before);
@@ -82,7 +82,7 @@ class Restorer {
     void Keep(const std::wstring& target, const std::wstring& copy, const std::wstring& store) {
         const std::vector<ShownCopy> all = CopiesIn(console_, DestinationView(console_, store));
         const auto own = std::ranges::find(all, copy, &ShownCopy::path);
-        if (own == all.end()) Raise(error_number::kFileNotFound, copy);
+        if (own == all.end()) Throw(error_number::kFileNotFound, copy);
         SafetySeries series{store, own->location, {}};
         for (const ShownCopy& one : all) {
             if (one.item != own->item || one.location != own->location) continue;
@@ -94,9 +94,9 @@ class Restorer {
             case SafetyCopies::Outcome::Kept:
                 return;
             case SafetyCopies::Outcome::Cancelled:
-                Raise(error_number::kCancelled, target);
+                Throw(error_number::kCancelled, target);
             case SafetyCopies::Outcome::Failed:
-                Raise(error_number::kAccessError, target);
+                Throw(error_number::kAccessError, target);
         }
     }
 
@@ -145,7 +145,7 @@ std::wstring CopyAsOf(Console& console, CPackage& engine, const ConsoleItem& ite
         newest = date;
     }
     if (found.empty()) {
-        RaiseWith(error_number::kFileNotFound, L"No copy is of that date or older", item.line);
+        ThrowWith(error_number::kFileNotFound, L"No copy is of that date or older", item.line);
     }
     return found;
 }

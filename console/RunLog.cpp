@@ -8,11 +8,11 @@
 #include "console/Console.h"
 #include "fsutil/TreeWalk.h"
 #include "platform/FileSystem.h"
-#include "platform/Like.h"
 #include "platform/RuntimeError.h"
 #include "platform/SystemError.h"
 #include "platform/SystemPath.h"
 #include "platform/Utf8.h"
+#include "platform/Wildcards.h"
 
 namespace vw {
 namespace {
@@ -31,7 +31,7 @@ std::wstring Text(const wchar_t* form, Parts... parts) {
 RunLog::RunLog(Console& console, std::wstring_view folder)
     : console_(console), folder_(console.FullPath(folder)) {
     FileSystem& files = console.system.files;
-    if (!files.Look(folder_)) files.MakeFolder(folder_);
+    if (!files.Stat(folder_)) files.CreateFolder(folder_);
     SYSTEMTIME now{};
     GetLocalTime(&now);
     const std::wstring name = Text(L"vw-%04d-%02d-%02d-%02d%02d%02d", now.wYear, now.wMonth,
@@ -59,11 +59,11 @@ void RunLog::Write(std::wstring_view line) {
 void RunLog::DeleteOlder(int keep) {
     std::vector<std::wstring> logs;
     console_.system.files.List(folder_, [&](const FolderEntry& entry) {
-        if (!entry.isFolder && Like(entry.name, kNames)) logs.emplace_back(entry.name);
+        if (!entry.isFolder && MatchesWildcard(entry.name, kNames)) logs.emplace_back(entry.name);
     });
     std::ranges::sort(logs, std::greater<>());
     for (auto i = static_cast<std::size_t>(keep); i < logs.size(); ++i) {
-        console_.Try([&] { console_.system.files.EraseFile(JoinPath(folder_, logs[i])); });
+        console_.Try([&] { console_.system.files.RemoveFile(JoinPath(folder_, logs[i])); });
     }
 }
 

@@ -13,7 +13,7 @@ class Console;
 class RunLog {
   public:
     /// Makes the file "vw-2024-05-31-190559.log" in the folder, which is made when its parent
-    /// exists. Raises what the disk raises.
+    /// exists. Throws what the disk throws.
     RunLog(Console& console, std::wstring_view folder);
 
     /// Adds a line. A disk that takes no more costs the backup nothing.

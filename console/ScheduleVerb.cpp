@@ -63,7 +63,7 @@ int Add(Console& console, const ScheduleArguments& arguments) {
     task.list = list.path;
     std::wstring name = task.name.empty() ? MFileDosShell::CFileFirstName(list.path) : task.name;
     if (name.find_first_of(kForbidden) != name.npos) {
-        RaiseWith(error_number::kBadName, L"This is no name for a task", name);
+        ThrowWith(error_number::kBadName, L"This is no name for a task", name);
     }
     const std::wstring log = task.logFolder.empty() ? L"" : console.FullPath(task.logFolder);
     TaskScheduler scheduler;

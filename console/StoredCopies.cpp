@@ -83,7 +83,7 @@ std::vector<ShownCopy> CopiesIn(Console& console, const DestinationView& view) {
             const int number = CFileBackNumber(MFileDosShell::CFileName(copy.path));
             for (const NestedItem& item : nested) {
                 std::wstring path = JoinPath(copy.path, item.below);
-                if (!copy.isFolder || !files.Look(path)) continue;
+                if (!copy.isFolder || !files.Stat(path)) continue;
                 shown.push_back(
                     {MFileDosShell::CFileName(item.below), series.location, number, std::move(path),
                      item.commentIn.empty() ? L"" : JoinPath(item.commentIn, item.below)});

@@ -17,14 +17,14 @@ class Console;
 [[nodiscard]] std::optional<CopyComment> CommentOf(Console& console, std::wstring_view copyPath);
 
 /// An entry directly in a destination.
-struct DestinationEntry : FileFacts {
+struct DestinationEntry : FileInfo {
     std::wstring name;
 };
 
 /// What lies in a destination, from one listing that locks and changes nothing.
 class DestinationView {
   public:
-    /// Raises 76 when there is no such folder.
+    /// Throws 76 when there is no such folder.
     DestinationView(Console& console, std::wstring_view folder);
 
     [[nodiscard]] const std::wstring& Folder() const noexcept { return folder_; }

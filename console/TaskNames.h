@@ -9,7 +9,7 @@ namespace vw {
 /// not every scheduler can list its tasks, and other programs' tasks are not ours to show.
 class TaskNames {
   public:
-    /// Raises 75 when the registry refuses.
+    /// Throws 75 when the registry refuses.
     static void Add(const std::wstring& name);
     static void Remove(const std::wstring& name);
 

@@ -47,11 +47,11 @@ VARIANT Nothing() {
 [[noreturn]] void RaiseResult(HRESULT result, std::wstring_view path) {
     const auto code = static_cast<std::uint32_t>(result);
     if (HRESULT_FACILITY(result) == FACILITY_WIN32) {
-        Raise(ErrorNumberOf(HRESULT_CODE(result)), path);
+        Throw(ErrorNumberOf(HRESULT_CODE(result)), path);
     }
     wchar_t text[64]{};
     swprintf(text, 64, L"The task scheduler answers 0x%08X", static_cast<unsigned>(code));
-    RaiseWith(error_number::kAccessError, text, path);
+    ThrowWith(error_number::kAccessError, text, path);
 }
 
 bool IsMissing(HRESULT result) {
@@ -90,7 +90,7 @@ TaskScheduler::TaskScheduler() : objects_(std::make_unique<Objects>()) {
         objects_->service.reset(service);
         result = service->Connect(Nothing(), Nothing(), Nothing(), Nothing());
     }
-    if (FAILED(result)) Raise(error_number::kNoSuchDevice, kScheduler);
+    if (FAILED(result)) Throw(error_number::kNoSuchDevice, kScheduler);
 }
 
 TaskScheduler::~TaskScheduler() = default;
@@ -128,7 +128,7 @@ void TaskScheduler::Remove(const std::wstring& name) {
     const HRESULT result =
         folder ? folder->DeleteTask(Bstr(name).Get(), 0) : HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND);
     if (IsMissing(result)) {
-        RaiseWith(error_number::kFileNotFound, L"There is no such task", name);
+        ThrowWith(error_number::kFileNotFound, L"There is no such task", name);
     }
     if (FAILED(result)) RaiseResult(result, name);
 }

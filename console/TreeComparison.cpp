@@ -28,7 +28,7 @@ Entries ListedIn(FileSystem& files, const std::wstring& folder, const Comparison
     Entries entries;
     files.List(folder, [&](const FolderEntry& entry) {
         if (!entry.isLink) {
-            entries.push_back({static_cast<const FileFacts&>(entry), std::wstring(entry.name)});
+            entries.push_back({static_cast<const FileInfo&>(entry), std::wstring(entry.name)});
         }
         visitor.yield();
     });
@@ -77,7 +77,7 @@ void CompareTrees(FileSystem& files, std::wstring_view first, std::wstring_view 
             continue;
         }
         if (!subFolders) {
-            std::erase_if(folder.onlyFirst, [](const FileFacts& entry) { return entry.isFolder; });
+            std::erase_if(folder.onlyFirst, [](const FileInfo& entry) { return entry.isFolder; });
         }
         std::vector<ComparedPair> pairs;
         TakePairs(folder.onlyFirst, folder.onlySecond, pairs, [](const auto& n) { return n; });
@@ -113,11 +113,11 @@ void CompareTrees(FileSystem& files, std::wstring_view first, std::wstring_view 
 
 bool HasSameDate(Date first, Date second) { return std::abs(first - second) <= kCoarsestDate; }
 
-bool HasSameDate(const FileFacts& first, const FileFacts& second) {
+bool HasSameDate(const FileInfo& first, const FileInfo& second) {
     return HasSameDate(first.lastWrite, second.lastWrite);
 }
 
-bool LooksEqual(const FileFacts& first, const FileFacts& second) {
+bool LooksEqual(const FileInfo& first, const FileInfo& second) {
     return first.isFolder == second.isFolder && first.size == second.size &&
            HasSameDate(first, second);
 }

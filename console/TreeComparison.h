@@ -12,7 +12,7 @@ namespace vw {
 class RuntimeError;
 
 /// An entry of one of two compared folders.
-struct ComparedEntry : FileFacts {
+struct ComparedEntry : FileInfo {
     std::wstring name;
 };
 
@@ -35,7 +35,7 @@ struct ComparedFolder {
 struct ComparisonVisitor {
     std::function<void(const ComparedFolder&)> folder;
     /// Gets the error of a folder that could not be listed. It is left out, and the rest is
-    /// compared. What `failed` raises ends the comparison.
+    /// compared. What `failed` throws ends the comparison.
     std::function<void(const RuntimeError&)> failed;
     /// Called for every entry.
     std::function<void()> yield;
@@ -48,8 +48,8 @@ void CompareTrees(FileSystem& files, std::wstring_view first, std::wstring_view 
 
 /// Whether two files have the same length and, as exactly as any drive keeps it (two seconds), the
 /// same date.
-[[nodiscard]] bool HasSameDate(const FileFacts& first, const FileFacts& second);
+[[nodiscard]] bool HasSameDate(const FileInfo& first, const FileInfo& second);
 [[nodiscard]] bool HasSameDate(Date first, Date second);
-[[nodiscard]] bool LooksEqual(const FileFacts& first, const FileFacts& second);
+[[nodiscard]] bool LooksEqual(const FileInfo& first, const FileInfo& second);
 
 }  // namespace vw

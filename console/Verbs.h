@@ -7,7 +7,7 @@ namespace vw {
 class Console;
 
 // The verbs of the program, each in a file of its own. Each gives the exit code for the case that
-// no error was reported, and raises what ends it.
+// no error was reported, and throws what ends it.
 
 int Backup(Console& console, const BackupArguments& arguments);
 int Preview(Console& console, const PreviewArguments& arguments);

@@ -6,8 +6,8 @@
 #include "list/format/FieldReader.h"
 #include "list/format/ListLine.h"
 #include "list/format/ListText.h"
-#include "platform/EventPump.h"
 #include "platform/ExitStatus.h"
+#include "platform/MessagePump.h"
 #include "platform/ProgramControl.h"
 #include "platform/RuntimeError.h"
 
@@ -19,7 +19,7 @@ BackupRun::BackupRun(const EngineContext& context, DestinationSession& session,
 
 // What one run was refused is tried again by the next.
 void BackupRun::StartRun() {
-    state_.cancelRequested = false;
+    state_.cancel.Begin();
     session_.StartRun();
     patience_.StartRun();
 }
@@ -32,8 +32,8 @@ void BackupRun::BackUpList() {
         ReadItems(text);
         FieldReader fields(text);
         while (!fields.AtEnd()) {
-            system_.pump.DoEvents();
-            if (state_.cancelRequested) {
+            system_.pump.ProcessMessages();
+            if (state_.cancel.IsRequested()) {
                 system_.exitStatus.Note(error_number::kCancelled);
                 program_.Ready(true);
                 return;
@@ -51,7 +51,7 @@ void BackupRun::BackUpList() {
                     BackUpUnderLock(line.value, ItemKindOf(line.value));
                     // Closing the busy dialog, which is how a cancel comes, has called Ready and
                     // hidden the dialog already.
-                    if (state_.cancelRequested) {
+                    if (state_.cancel.IsRequested()) {
                         system_.exitStatus.Note(error_number::kCancelled);
                         return;
                     }
@@ -61,7 +61,7 @@ void BackupRun::BackUpList() {
                     break;
             }
         }
-        if (session_.IsEntered()) session_->RemoveAllLeft();
+        if (session_.IsEntered()) session_->RemoveAllDisplaced();
         progress_.BusyHide(true);
     });
 }
@@ -83,8 +83,8 @@ void BackupRun::BackUpFile(std::wstring_view path) {
     StartRun();
     item_.Listed().Clear();
     BackUpUnderLock(path, ItemKind::File);
-    if (session_.IsEntered()) session_->RemoveAllLeft();
-    if (state_.cancelRequested) system_.exitStatus.Note(error_number::kCancelled);
+    if (session_.IsEntered()) session_->RemoveAllDisplaced();
+    if (state_.cancel.IsRequested()) system_.exitStatus.Note(error_number::kCancelled);
 }
 
 void BackupRun::BackUpUnderLock(std::wstring_view path, ItemKind kind) {
@@ -94,7 +94,7 @@ void BackupRun::BackUpUnderLock(std::wstring_view path, ItemKind kind) {
     trap_(L"BackupPath", [&] { entrance = session_.Enter(); });
     if (entrance != Entrance::Entered) return;
     const std::int16_t location = LocationOf(path);
-    if (location >= 0 && !state_.cancelRequested) BackUpPath(path, location, kind, {});
+    if (location >= 0 && !state_.cancel.IsRequested()) BackUpPath(path, location, kind, {});
 }
 
 std::int16_t BackupRun::LocationOf(std::wstring_view path) {
@@ -105,8 +105,8 @@ std::int16_t BackupRun::LocationOf(std::wstring_view path) {
 void BackupRun::BackUpPath(std::wstring_view givenPath, std::int16_t location, ItemKind kind,
                            std::wstring_view givenCopy) {
     trap_(L"BackupPath", [&] {
-        state_.cancelRequested = false;
-        system_.pump.DoEventsIfDue();
+        state_.cancel.Begin();
+        system_.pump.ProcessMessagesIfDue();
         const std::wstring_view path =
             givenPath.ends_with(L"\\*") ? givenPath.substr(0, givenPath.size() - 2) : givenPath;
         session_.RequireFolder();
@@ -122,7 +122,7 @@ void BackupRun::BackUpPath(std::wstring_view givenPath, std::int16_t location, I
 }
 
 std::wstring BackupRun::ReadCurrentList() {
-    if (!system_.files.Look(state_.currentListPath)) {
+    if (!system_.files.Stat(state_.currentListPath)) {
         system_.files.Write(state_.currentListPath, {}, FileSystem::Flush::Yes);
     }
     return DecodeList(system_.files.Read(state_.currentListPath), system_.ansi);

@@ -16,7 +16,7 @@ CPackage::CPackage(System& system, ProgramState& state, ProgressReporter& progre
     : trap_(system.errors, L"Class Module", L"CPackage"),
       system_(system),
       state_(state),
-      patience_(system, state.cancelRequested),
+      patience_(system, state.cancel),
       context_{.system = system,
                .state = state,
                .progress = progress,
@@ -108,7 +108,7 @@ void CPackage::Extract(std::wstring_view copyPath, const std::wstring& target,
 bool CPackage::InDestination(std::wstring_view folder, const std::function<void()>& work) {
     const DestinationSession::TargetOverride target(session_, folder);
     const DestinationSession::Visit visit(session_);
-    state_.cancelRequested = false;
+    state_.cancel.Begin();
     session_.ForgetRefusal();
     patience_.StartRun();
     if (session_.Enter() != Entrance::Entered) return false;
@@ -117,7 +117,7 @@ bool CPackage::InDestination(std::wstring_view folder, const std::function<void(
 }
 
 void CPackage::DeleteCopy(std::wstring_view copyPath) {
-    series_.Condemn(copyPath, copyPath, copyPath);
+    series_.DeleteAtomically(copyPath, copyPath, copyPath);
 }
 
 }  // namespace vw

@@ -95,11 +95,11 @@ class CPackage final : public CopyDates {
     [[nodiscard]] bool InDestination(std::wstring_view folder, const std::function<void()>& work);
 
     /// Deletes a copy, within InDestination. All or nothing: one that somebody uses stays whole.
-    /// Raises the error of the disk.
+    /// Throws the error of the disk.
     void DeleteCopy(std::wstring_view copyPath);
 
     /// Asks the work to stop at the next file. Harmless when none is going on.
-    void Abort() noexcept { state_.cancelRequested = true; }
+    void Abort() noexcept { state_.cancel.Request(); }
 
     /// Builds, step by step, the batch file for the external packer; the last step runs it through
     /// `shellPath`.

@@ -13,11 +13,11 @@ void CPackage::PackageBat_(std::wstring_view archive, std::wstring_view files,
         FileSystem& disk = system_.files;
         std::string batch;
         if (!continued) {
-            if (disk.Look(own.cancelMarker)) disk.EraseFile(own.cancelMarker);
+            if (disk.Stat(own.cancelMarker)) disk.RemoveFile(own.cancelMarker);
             batch = system_.ansi.Encode(PackerBatchStart(folder));
         } else {
             // A step is appended also to a batch file that somebody has removed meanwhile.
-            if (disk.Look(own.batch)) batch = disk.Read(own.batch);
+            if (disk.Stat(own.batch)) batch = disk.Read(own.batch);
             batch += system_.ansi.Encode(
                 finished ? PackerBatchEnd()
                          : PackerBatchStep(folder, archive, files, workingFolder));

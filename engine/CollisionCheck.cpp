@@ -5,7 +5,7 @@
 #include "engine/CopyName.h"
 #include "fsutil/PathText.h"
 #include "fsutil/TreeWalk.h"
-#include "platform/EventPump.h"
+#include "platform/MessagePump.h"
 #include "platform/RuntimeError.h"
 #include "platform/TextCase.h"
 
@@ -74,8 +74,8 @@ bool CollisionCheck::LiesInCopyOfOther(const std::wstring& place) {
 bool CollisionCheck::HoldsCopyOfOther(const std::wstring& place) {
     const std::wstring comment = CommentStore::FileOf(place);
     const bool isTop = EqualNoCase(MFileDosShell::CFileLocation(place), session_.Target());
-    if (!session_->MayHold(place)) return false;
-    if (isTop ? session_->MayHold(comment) : session_.Contains(comment)) return false;
+    if (!session_->MayContain(place)) return false;
+    if (isTop ? session_->MayContain(comment) : session_.Contains(comment)) return false;
     const auto facts = Stat(place);
     if (!facts || !facts->isFolder) return false;
     std::wstring name = place.substr(session_.Target().size() + 1);
@@ -84,7 +84,7 @@ bool CollisionCheck::HoldsCopyOfOther(const std::wstring& place) {
     TreeVisitor visitor;
     visitor.file = [&](const FolderEntry& file) { found = found || EqualNoCase(file.name, name); };
     visitor.enters = [&](const std::wstring&) { return !found; };
-    visitor.yield = [this] { system_.pump.DoEventsIfDue(); };
+    visitor.yield = [this] { system_.pump.ProcessMessagesIfDue(); };
     WalkTree(system_.files, place, visitor);
     return found;
 }

@@ -4,8 +4,8 @@
 #include <cstddef>
 
 #include "platform/Digits.h"
+#include "platform/LeadingInt.h"
 #include "platform/TextCase.h"
-#include "platform/Val.h"
 
 namespace vw {
 namespace {
@@ -53,7 +53,7 @@ int ValueAt(std::wstring_view field, std::size_t from, std::size_t to) noexcept 
     if (from > field.size()) {
         return 0;
     }
-    return Val(field.substr(from - 1, to - from + 1));
+    return ParseLeadingInt(field.substr(from - 1, to - from + 1));
 }
 
 }  // namespace

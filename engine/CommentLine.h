@@ -35,7 +35,7 @@ struct DateSeparators {
 [[nodiscard]] std::optional<std::wstring> CommentDateField(std::wstring_view line);
 
 /// The date that a field holds at its fixed positions. A damaged field gives whatever its digits
-/// give; raises error 5 when that is no date at all.
+/// give; throws error 5 when that is no date at all.
 [[nodiscard]] Date ReadCommentDate(std::wstring_view field);
 
 /// Encoded folder after the label "Original Location:", to the end of the line; nothing when the

@@ -1,11 +1,11 @@
 #include "engine/CommentStore.h"
 #include "engine/NameEncoding.h"
-#include "engine/NewCopy.h"
+#include "engine/PendingCopy.h"
 #include "fsutil/NewestDate.h"
 #include "fsutil/PathText.h"
 #include "platform/AnsiCodec.h"
 #include "platform/DriveFailure.h"
-#include "platform/EventPump.h"
+#include "platform/MessagePump.h"
 #include "platform/RuntimeError.h"
 #include "platform/UserLocale.h"
 
@@ -20,7 +20,7 @@ Date StoredDate(std::wstring_view field, std::wstring_view commentFile) {
     try {
         return ReadCommentDate(field);
     } catch (const RuntimeError& error) {
-        Raise(error.Number(), commentFile);
+        Throw(error.Number(), commentFile);
     }
 }
 
@@ -56,7 +56,7 @@ std::wstring CommentStore::Read(std::wstring_view copyPath) {
         if (auto remembered = session_->Remembered(copyPath)) return *std::move(remembered);
     }
     const std::wstring file = FileOf(copyPath);
-    const auto facts = system_.files.Look(file);
+    const auto facts = system_.files.Stat(file);
     if (!facts || facts->isFolder) return {};
     return system_.ansi.Decode(ReadCommentFile(file));
 }
@@ -68,7 +68,7 @@ std::wstring CommentStore::ReadFirst(std::wstring_view copyPath) {
     try {
         return system_.ansi.Decode(ReadCommentFile(file));
     } catch (const RuntimeError&) {
-        const auto facts = system_.files.Look(file);
+        const auto facts = system_.files.Stat(file);
         if (facts && !facts->isFolder) throw;
         return {};
     }
@@ -101,7 +101,8 @@ Date CommentStore::DateOf(std::wstring_view copyPath, std::wstring_view comment)
         if (const auto field = CommentDateField(FirstLine(comment))) {
             return StoredDate(EnglishNameOrigin(*field, system_.ansi), FileOf(copyPath));
         }
-        return NewestFileDate(system_.files, copyPath, [this] { system_.pump.DoEventsIfDue(); });
+        return NewestFileDate(system_.files, copyPath,
+                              [this] { system_.pump.ProcessMessagesIfDue(); });
     });
 }
 
@@ -110,13 +111,13 @@ std::wstring CommentStore::LocationOf(std::wstring_view copyPath) {
                     [&] { return OriginalLocation(Read(copyPath)); });
 }
 
-std::wstring CommentStore::Prepare(const NewCopy& copy) {
+std::wstring CommentStore::Prepare(const PendingCopy& copy) {
     const std::wstring folder = MFileDosShell::CFileLocation(copy.itemPath);
     const std::wstring text = CommentText(
         CommentLine(copy.newestDate, separators_, EnglishNameFrom(folder, system_.ansi)),
         copy.completeness);
     const std::wstring path =
-        FileOf(session_->WorkingPath(WorkingState::New, copy.itemPath, copy.place));
+        FileOf(session_->WorkingPath(WorkingState::New, copy.itemPath, copy.finalPath));
     system_.files.Write(path, system_.ansi.Encode(text), FileSystem::Flush::No);
     return path;
 }
@@ -129,7 +130,7 @@ std::wstring CommentStore::NamedLocation(std::wstring_view comment) {
 std::wstring CommentStore::OriginalLocation(std::wstring_view comment) {
     std::wstring folder = NamedLocation(comment);
     if (folder == kUnknownLocation) return folder;
-    const auto facts = system_.files.Look(folder);
+    const auto facts = system_.files.Stat(folder);
     return facts && facts->isFolder ? folder : std::wstring(kUnknownLocation);
 }
 

@@ -10,7 +10,7 @@
 
 namespace vw {
 
-struct NewCopy;
+struct PendingCopy;
 
 /// The comments of copies: the date and the original folder of an item, in a file beside its copy.
 class CommentStore final : private EnginePart {
@@ -33,7 +33,7 @@ class CommentStore final : private EnginePart {
     void Store(std::wstring_view copyPath, std::wstring_view text);
 
     /// Writes the comment of a new copy under a working name, which it returns.
-    [[nodiscard]] std::wstring Prepare(const NewCopy& copy);
+    [[nodiscard]] std::wstring Prepare(const PendingCopy& copy);
 
     /// The date in a comment; without one the newest date of the copy's files. kMissingDate after
     /// an error, which has been reported.

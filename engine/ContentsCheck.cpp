@@ -3,7 +3,7 @@
 #include "engine/RunTexts.h"
 #include "fsutil/FileQueries.h"
 #include "platform/ExitStatus.h"
-#include "platform/MsgBox.h"
+#include "platform/MessageBoxes.h"
 #include "platform/RuntimeError.h"
 
 namespace vw {
@@ -12,7 +12,7 @@ namespace {
 // More than this is not downloaded before the user has agreed.
 constexpr std::uint64_t kQuietDownload = std::uint64_t{1} << 30;
 
-RunText CloudText(const MFileDosShell::Survey::Cloud& cloud, std::wstring& english,
+RunText CloudText(const MFileDosShell::ItemStats::Cloud& cloud, std::wstring& english,
                   std::wstring& arabic) {
     const std::wstring size = MFileDosShell::CSize(cloud.bytes);
     english = cloud.files == 1
@@ -25,12 +25,12 @@ RunText CloudText(const MFileDosShell::Survey::Cloud& cloud, std::wstring& engli
 
 }  // namespace
 
-bool ContentsCheck::MayCopy(std::wstring_view path, const MFileDosShell::Survey& survey,
+bool ContentsCheck::MayCopy(std::wstring_view path, const MFileDosShell::ItemStats& stats,
                             bool subFolders) {
-    if (subFolders ? survey.treeHasEncrypted : survey.hasEncrypted) {
+    if (subFolders ? stats.treeHasEncrypted : stats.hasEncrypted) {
         Notice(run_text::kEncrypted, path);
     }
-    const auto& cloud = subFolders ? survey.treeCloud : survey.cloud;
+    const auto& cloud = subFolders ? stats.treeCloud : stats.cloud;
     if (cloud.files == 0) return true;
     std::wstring english;
     std::wstring arabic;
@@ -40,7 +40,7 @@ bool ContentsCheck::MayCopy(std::wstring_view path, const MFileDosShell::Survey&
     const std::wstring question = text.With(state_.arabic, path) + L"\r\n\r\n" +
                                   (state_.arabic ? L"هل تريد تنزيلها الآن لنسخها احتياطياً؟"
                                                  : L"Download them now to back them up?");
-    const BoxAnswer answer = system_.boxes.MsgBox(
+    const BoxAnswer answer = system_.boxes.Show(
         {.text = question, .buttons = BoxButtons::YesNo, .rightToLeft = state_.arabic});
     if (answer == BoxAnswer::Yes) return true;
     system_.exitStatus.Note(error_number::kCancelled);

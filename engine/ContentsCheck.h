@@ -7,7 +7,7 @@
 namespace vw {
 
 namespace MFileDosShell {
-struct Survey;
+struct ItemStats;
 }  // namespace MFileDosShell
 
 /// Reports files whose bytes are not readily available: those in the cloud alone and encrypted
@@ -18,7 +18,7 @@ class ContentsCheck final : private EnginePart {
 
     /// Whether an item may be copied. A large download needs the consent of the user unless the run
     /// is silent; a refusal is noted in the exit code.
-    [[nodiscard]] bool MayCopy(std::wstring_view path, const MFileDosShell::Survey& survey,
+    [[nodiscard]] bool MayCopy(std::wstring_view path, const MFileDosShell::ItemStats& stats,
                                bool subFolders);
 };
 

@@ -12,7 +12,7 @@ namespace vw {
 std::optional<CopyComment> ReadCopyComment(System& system, std::wstring_view copyPath,
                                            DamagedDate damaged) {
     const std::wstring file = CPackage::PackageCommentFile(copyPath);
-    const auto facts = system.files.Look(file);
+    const auto facts = system.files.Stat(file);
     if (!facts || facts->isFolder) return std::nullopt;
     const std::wstring text = system.ansi.Decode(system.files.Read(file));
     const std::wstring line = FirstLine(text);

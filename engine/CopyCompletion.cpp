@@ -10,7 +10,7 @@
 #include "engine/RunTexts.h"
 #include "fsutil/PathText.h"
 #include "fsutil/TreeWalk.h"
-#include "platform/EventPump.h"
+#include "platform/MessagePump.h"
 #include "platform/RuntimeError.h"
 #include "platform/TextCase.h"
 
@@ -38,7 +38,7 @@ namespace {
 // Disks of the older formats keep times in steps of two seconds.
 constexpr Date kTimeStep = 2;
 
-bool HasContentOf(const FileFacts& copy, const ListedFile& source) {
+bool HasContentOf(const FileInfo& copy, const ListedFile& source) {
     return !copy.isFolder && copy.size == source.size &&
            std::abs(copy.lastWrite - source.lastWrite) <= kTimeStep;
 }
@@ -53,27 +53,27 @@ CopyCompletion::CopyCompletion(const EngineContext& context, DestinationSession&
       series_(series),
       copier_(copier) {}
 
-Completion CopyCompletion::Complete(const NewCopy& copy, bool subFolders) {
+Completion CopyCompletion::Complete(const PendingCopy& copy, bool subFolders) {
     Plan plan;
-    const std::wstring place = MFileDosShell::WithSeparator(copy.place);
+    const std::wstring place = MFileDosShell::WithSeparator(copy.finalPath);
     if (!Compare(place, subFolders, copy.itemPath, plan)) return Completion::Differs;
     progress_.Report(L"Backing: " + copy.itemPath, false);
-    CopyTally tally{.itemPath = copy.itemPath, .isFolder = true};
-    AddMissing(copy, plan, tally);
-    if (tally.givenUp) return Completion::Done;
-    NewCopy completed = copy;
-    completed.completeness = tally.cutShort     ? copy.completeness
-                             : tally.failed > 0 ? Completeness::MissesFiles
-                                                : Completeness::Whole;
+    CopyResult result{.itemPath = copy.itemPath, .isFolder = true};
+    AddMissing(copy, plan, result);
+    if (result.aborted) return Completion::Done;
+    PendingCopy completed = copy;
+    completed.completeness = result.cancelled    ? copy.completeness
+                             : result.failed > 0 ? Completeness::MissesFiles
+                                                 : Completeness::Whole;
     if (completed.completeness != copy.completeness) {
         const std::wstring comment = comments_.Prepare(completed);
-        const std::wstring file = CommentStore::FileOf(copy.place);
+        const std::wstring file = CommentStore::FileOf(copy.finalPath);
         patience_.Perform([&] { system_.files.Replace(comment, file); }, file);
     }
     series_.ReportIncomplete(completed);
     if (completed.completeness == Completeness::Whole) {
         progress_.OnItem(ItemEvent::Copied, copy.itemPath, {});
-        if (!state_.cancelRequested) progress_.Report(L"\tDone.", false);
+        if (!state_.cancel.IsRequested()) progress_.Report(L"\tDone.", false);
     }
     return Completion::Done;
 }
@@ -104,7 +104,7 @@ bool CopyCompletion::CompareFolder(const std::wstring& copyRoot, const std::wstr
         plan.unreadable.push_back(relative);
         return true;
     }
-    std::unordered_map<std::wstring, FileFacts> present;
+    std::unordered_map<std::wstring, FileInfo> present;
     const std::wstring copyFolder = copyRoot + relative;
     if (Stat(copyFolder)) {
         system_.files.List(copyFolder, [&](const FolderEntry& entry) {
@@ -121,7 +121,7 @@ bool CopyCompletion::CompareFolder(const std::wstring& copyRoot, const std::wstr
         } else if (!HasContentOf(found->second, file)) {
             return false;
         }
-        system_.pump.DoEventsIfDue();
+        system_.pump.ProcessMessagesIfDue();
     }
     for (const std::wstring& name : source.folders) {
         const auto found = present.find(UpperCase(name));
@@ -131,26 +131,26 @@ bool CopyCompletion::CompareFolder(const std::wstring& copyRoot, const std::wstr
     return true;
 }
 
-void CopyCompletion::AddMissing(const NewCopy& copy, const Plan& plan, CopyTally& tally) {
+void CopyCompletion::AddMissing(const PendingCopy& copy, const Plan& plan, CopyResult& result) {
     const std::wstring from = MFileDosShell::WithSeparator(copy.itemPath);
-    const std::wstring to = MFileDosShell::WithSeparator(copy.place);
+    const std::wstring to = MFileDosShell::WithSeparator(copy.finalPath);
     for (const std::wstring& name : plan.links) Notice(run_text::kLinkLeftOut, from + name);
     for (const std::wstring& folder : plan.unreadable) {
         // Once more, for the error. One that can be read by now is left to the next run.
-        copier_.CopyStep(L"BackupFolder", 0, tally,
+        copier_.CopyStep(L"BackupFolder", 0, result,
                          [&] { static_cast<void>(ListFolder(system_.files, from + folder)); });
-        ++tally.failed;
+        ++result.failed;
     }
     for (const std::wstring& folder : plan.folders) {
-        if (copier_.MustStop(tally)) return;
-        const bool made = copier_.CopyStep(L"BackupFolder", 0, tally,
-                                           [&] { system_.files.MakeFolder(to + folder); });
-        if (!made) ++tally.failed;
+        if (copier_.MustStop(result)) return;
+        const bool made = copier_.CopyStep(L"BackupFolder", 0, result,
+                                           [&] { system_.files.CreateFolder(to + folder); });
+        if (!made) ++result.failed;
     }
     for (const Plan::File& file : plan.files) {
-        if (copier_.MustStop(tally)) return;
-        AddFile(copy, from + file.path, to + file.path, file.size, tally);
-        system_.pump.DoEventsIfDue();
+        if (copier_.MustStop(result)) return;
+        AddFile(copy, from + file.path, to + file.path, file.size, result);
+        system_.pump.ProcessMessagesIfDue();
     }
     // Last, since every entry that is made in a folder changes its date; the deepest first.
     std::set<std::wstring> touched(plan.folders.begin(), plan.folders.end());
@@ -163,22 +163,23 @@ void CopyCompletion::AddMissing(const NewCopy& copy, const Plan& plan, CopyTally
     }
 }
 
-void CopyCompletion::AddFile(const NewCopy& copy, const std::wstring& source,
-                             const std::wstring& target, std::uint64_t size, CopyTally& tally) {
-    const std::wstring entry = session_->WorkingPath(WorkingState::New, copy.itemPath, copy.place);
-    if (session_->MayHold(entry)) Remove(entry);
-    session_->Added(entry);
-    const std::size_t copiedBefore = tally.copied;
-    copier_.BackupFile(entry, source, size, tally);
-    if (tally.copied == copiedBefore) return;
-    copier_.CheckFileCopy(entry, source, size, tally);
-    if (tally.copied == copiedBefore) return;
+void CopyCompletion::AddFile(const PendingCopy& copy, const std::wstring& source,
+                             const std::wstring& target, std::uint64_t size, CopyResult& result) {
+    const std::wstring entry =
+        session_->WorkingPath(WorkingState::New, copy.itemPath, copy.finalPath);
+    if (session_->MayContain(entry)) Remove(entry);
+    session_->OnAdded(entry);
+    const std::size_t copiedBefore = result.copied;
+    copier_.BackupFile(entry, source, size, result);
+    if (result.copied == copiedBefore) return;
+    copier_.CheckFileCopy(entry, source, size, result);
+    if (result.copied == copiedBefore) return;
     const bool placed =
-        copier_.CopyStep(L"BackupFile", size, tally, [&] { session_.MoveEntry(entry, target); });
+        copier_.CopyStep(L"BackupFile", size, result, [&] { session_.MoveEntry(entry, target); });
     if (placed) return;
     Remove(entry);
-    --tally.copied;
-    ++tally.failed;
+    --result.copied;
+    ++result.failed;
 }
 
 }  // namespace vw

@@ -9,7 +9,7 @@
 #include "engine/DestinationSession.h"
 #include "engine/EnginePart.h"
 #include "engine/ItemCopier.h"
-#include "engine/NewCopy.h"
+#include "engine/PendingCopy.h"
 
 namespace vw {
 
@@ -23,7 +23,7 @@ class CopyCompletion final : private EnginePart {
                    CommentStore& comments, CopySeries& series, ItemCopier& copier);
 
     /// Completes the copy in its place. Errors are reported.
-    [[nodiscard]] Completion Complete(const NewCopy& copy, bool subFolders);
+    [[nodiscard]] Completion Complete(const PendingCopy& copy, bool subFolders);
 
   private:
     struct Plan;
@@ -33,9 +33,9 @@ class CopyCompletion final : private EnginePart {
     [[nodiscard]] bool CompareFolder(const std::wstring& copyRoot, const std::wstring& relative,
                                      const std::wstring& itemPath, Plan& plan,
                                      std::vector<std::wstring>& below);
-    void AddMissing(const NewCopy& copy, const Plan& plan, CopyTally& tally);
-    void AddFile(const NewCopy& copy, const std::wstring& source, const std::wstring& target,
-                 std::uint64_t size, CopyTally& tally);
+    void AddMissing(const PendingCopy& copy, const Plan& plan, CopyResult& result);
+    void AddFile(const PendingCopy& copy, const std::wstring& source, const std::wstring& target,
+                 std::uint64_t size, CopyResult& result);
 
     DestinationSession& session_;
     CommentStore& comments_;

@@ -5,8 +5,8 @@
 
 #include "fsutil/PathText.h"
 #include "platform/Digits.h"
+#include "platform/LeadingInt.h"
 #include "platform/RuntimeError.h"
-#include "platform/Val.h"
 
 namespace vw {
 namespace {
@@ -29,7 +29,7 @@ std::wstring_view PairBeforeClose(std::wstring_view copyName, std::size_t distan
 std::wstring CFilePackageName(std::wstring_view itemPath, int copyNumber, int locationNumber,
                               std::wstring_view destination) {
     if (copyNumber == 0) {
-        Raise(error_number::kZeroCopyNumber, itemPath);
+        Throw(error_number::kZeroCopyNumber, itemPath);
     }
     std::wstring name(destination);
     name += L'\\';
@@ -80,10 +80,10 @@ std::optional<CopyMark> FindCopyMark(std::wstring_view name) noexcept {
 
 CopyNameParts ParseCopyName(std::wstring_view name) {
     const auto mark = FindCopyMark(name);
-    if (!mark) return {CFileOrigin(name), Val(CFileSP(name)), CFileBackNumber(name)};
+    if (!mark) return {CFileOrigin(name), ParseLeadingInt(CFileSP(name)), CFileBackNumber(name)};
     const std::wstring_view begin = name.substr(0, mark->close + 1);
     return {std::wstring(name.substr(0, mark->open)).append(name.substr(mark->close + 1)),
-            Val(CFileSP(begin)), CFileBackNumber(begin)};
+            ParseLeadingInt(CFileSP(begin)), CFileBackNumber(begin)};
 }
 
 std::wstring ItemNameOf(std::wstring_view copyPath) {

@@ -15,7 +15,7 @@ inline constexpr std::wstring_view kCopyNamePattern = L"*\u00AB????\u00BB*";
 inline constexpr int kAnyCopyNumber = -1;
 
 /// The full path of a copy: destination, "\", first name, "«", location number and copy number
-/// with at least two digits each, "»", extension. Raises error 1000 for copy number 0.
+/// with at least two digits each, "»", extension. Throws error 1000 for copy number 0.
 [[nodiscard]] std::wstring CFilePackageName(std::wstring_view itemPath, int copyNumber,
                                             int locationNumber, std::wstring_view destination);
 

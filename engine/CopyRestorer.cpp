@@ -6,7 +6,7 @@
 #include "engine/TargetState.h"
 #include "fsutil/PathText.h"
 #include "fsutil/TreeWalk.h"
-#include "platform/EventPump.h"
+#include "platform/MessagePump.h"
 #include "platform/RuntimeError.h"
 
 // Copying a stored copy back. A file is written beside its place first and takes it in one step, so
@@ -21,7 +21,7 @@ namespace {
 std::wstring FreeName(FileSystem& files, const std::wstring& folder) {
     for (int number = 0;; ++number) {
         std::wstring path = JoinPath(folder, L"~vwr" + std::to_wstring(number) + L".tmp");
-        if (!files.Look(path)) return path;
+        if (!files.Stat(path)) return path;
     }
 }
 
@@ -32,7 +32,7 @@ bool IsRefusedBeside(FileSystem& files, const std::wstring& target, const Runtim
     try {
         const std::wstring probe = FreeName(files, MFileDosShell::CFileLocation(target));
         files.Write(probe, {}, FileSystem::Flush::No);
-        files.EraseFile(probe);
+        files.RemoveFile(probe);
         return false;
     } catch (const RuntimeError&) {
         return true;
@@ -48,13 +48,13 @@ RuntimeError WithPath(const RuntimeError& error, const std::wstring& path) {
 
 void CopyRestorer::Restore(std::wstring_view copyPath, const std::wstring& target,
                            const TargetState& before) {
-    const auto facts = system_.files.Look(copyPath);
-    if (!facts) Raise(error_number::kFileNotFound, copyPath);
+    const auto facts = system_.files.Stat(copyPath);
+    if (!facts) Throw(error_number::kFileNotFound, copyPath);
     if (facts->isFolder) {
         RestoreFolder(std::wstring(copyPath), target, before);
     } else {
         RestoreFile(std::wstring(copyPath), target, facts->size,
-                    [&](const FileFacts& there) { return before.Holds({}, there); });
+                    [&](const FileInfo& there) { return before.Holds({}, there); });
     }
 }
 
@@ -94,9 +94,9 @@ void CopyRestorer::RestoreFolder(const std::wstring& copy, const std::wstring& t
                 const std::wstring path = folder.empty() ? file.name : JoinPath(folder, file.name);
                 attempt([&] {
                     RestoreFile(JoinPath(copy, path), JoinPath(target, path), file.size,
-                                [&](const FileFacts& there) { return before.Holds(path, there); });
+                                [&](const FileInfo& there) { return before.Holds(path, there); });
                 });
-                system_.pump.DoEventsIfDue();
+                system_.pump.ProcessMessagesIfDue();
             }
             for (auto name = source.folders.rbegin(); name != source.folders.rend(); ++name) {
                 pending.push_back(folder.empty() ? *name : JoinPath(folder, *name));
@@ -115,25 +115,25 @@ void CopyRestorer::RestoreFolder(const std::wstring& copy, const std::wstring& t
 // Makes a folder of the target unless it is there; `before` is given for the item itself. Whether
 // it was there.
 bool CopyRestorer::EnterTarget(const std::wstring& target, const TargetState* before) {
-    const auto there = system_.files.Look(target);
+    const auto there = system_.files.Stat(target);
     const bool isItem = before != nullptr;
     if (there &&
         (!there->isFolder || (there->isLink && !isItem) || (isItem && !before->Exists()))) {
-        Raise(error_number::kAlreadyExists, target);
+        Throw(error_number::kAlreadyExists, target);
     }
-    if (!there) system_.files.MakeFolder(target);
+    if (!there) system_.files.CreateFolder(target);
     return there.has_value();
 }
 
 void CopyRestorer::RestoreFile(const std::wstring& copy, const std::wstring& target,
                                std::uint64_t size,
-                               const std::function<bool(const FileFacts&)>& mayReplace) {
-    // Whether a file there may be replaced; raises for whatever else is there.
+                               const std::function<bool(const FileInfo&)>& mayReplace) {
+    // Whether a file there may be replaced; throws for whatever else is there.
     const auto replaces = [&] {
-        const auto there = system_.files.Look(target);
+        const auto there = system_.files.Stat(target);
         if (!there) return false;
-        if (there->isFolder || !mayReplace(*there)) Raise(error_number::kAlreadyExists, target);
-        if (there->isReadOnly) Raise(error_number::kPermissionDenied, target);
+        if (there->isFolder || !mayReplace(*there)) Throw(error_number::kAlreadyExists, target);
+        if (there->isReadOnly) Throw(error_number::kPermissionDenied, target);
         return true;
     };
     static_cast<void>(replaces());
@@ -146,15 +146,15 @@ void CopyRestorer::RestoreFile(const std::wstring& copy, const std::wstring& tar
     }
     try {
         // The copy call may report success for a file that it cut short.
-        const auto written = system_.files.Look(aside);
-        if (!written || written->size != size) Raise(error_number::kDeviceError, copy);
+        const auto written = system_.files.Stat(aside);
+        if (!written || written->size != size) Throw(error_number::kDeviceError, copy);
         if (replaces()) {
             system_.files.CopyAccessRights(target, aside);
             patience_.Perform([&] { system_.files.Replace(aside, target); }, target);
         } else {
-            patience_.Perform([&] { system_.files.Move(aside, target); }, target);
+            patience_.Perform([&] { system_.files.Rename(aside, target); }, target);
         }
-        if (system_.files.Look(aside)) Raise(error_number::kDeviceError, target);
+        if (system_.files.Stat(aside)) Throw(error_number::kDeviceError, target);
     } catch (const RuntimeError& error) {
         Remove(aside);
         if (error.Path() != aside) throw;

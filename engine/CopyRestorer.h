@@ -26,7 +26,7 @@ class CopyRestorer final : private EnginePart {
                        const TargetState& before);
     bool EnterTarget(const std::wstring& target, const TargetState* before);
     void RestoreFile(const std::wstring& copy, const std::wstring& target, std::uint64_t size,
-                     const std::function<bool(const FileFacts&)>& mayReplace);
+                     const std::function<bool(const FileInfo&)>& mayReplace);
 };
 
 }  // namespace vw

@@ -2,9 +2,9 @@
 #include "engine/NameEncoding.h"
 #include "engine/RunTexts.h"
 #include "fsutil/PathText.h"
-#include "fsutil/TreeWork.h"
+#include "fsutil/TreeOperations.h"
 #include "platform/AnsiCodec.h"
-#include "platform/EventPump.h"
+#include "platform/MessagePump.h"
 #include "platform/RuntimeError.h"
 
 // How a copy gets into its series, so that a run may be killed at any moment:
@@ -32,19 +32,20 @@ CopySeries::CopySeries(const EngineContext& context, DestinationSession& session
                        CommentStore& comments)
     : EnginePart(context), session_(session), comments_(comments) {}
 
-bool CopySeries::PlaceCopy(NewCopy& copy, Room room) {
+bool CopySeries::PlaceCopy(PendingCopy& copy, Room room) {
     const std::wstring comment = comments_.Prepare(copy);
     try {
         if (copy.inSeries && !MakeReady(copy, comment)) {
-            Remove(copy.entry);
+            Remove(copy.currentPath);
             Remove(comment);
             return false;
         }
         Rotation rotation = Rotation::Done;
         if (room != Room::Replace) rotation = Rotate(copy.itemPath, copy.location, room);
         // The copy stays ready: a later run finishes it without copying everything again.
-        const bool isBlocked = rotation == Rotation::Undone && session_.Contains(copy.place);
-        if (rotation == Rotation::Broken || isBlocked) {
+        const bool isBlocked =
+            rotation == Rotation::RolledBack && session_.Contains(copy.finalPath);
+        if (rotation == Rotation::RollbackFailed || isBlocked) {
             Remove(comment);
             return false;
         }
@@ -53,13 +54,13 @@ bool CopySeries::PlaceCopy(NewCopy& copy, Room room) {
         Remove(comment);
         throw;
     }
-    session_->Finished(copy.itemPath);
+    session_->RemovePending(copy.itemPath);
     return true;
 }
 
 // From here on no other item of this run may move into the place of the copy, whatever goes wrong.
 // False when an earlier copy is ready that holds more than this one.
-bool CopySeries::MakeReady(NewCopy& copy, const std::wstring& comment) {
+bool CopySeries::MakeReady(PendingCopy& copy, const std::wstring& comment) {
     std::wstring older;
     if (const ReadyCopy* const waiting = session_->ReadyOf(copy.itemPath)) {
         if (waiting->completeness < copy.completeness) return false;
@@ -67,22 +68,22 @@ bool CopySeries::MakeReady(NewCopy& copy, const std::wstring& comment) {
     }
     // The time of the disk, which also dates the comment of the copy in the place.
     const auto facts = Stat(comment);
-    if (!facts) Raise(error_number::kDeviceError, comment);
-    const std::wstring ready = session_->ReadyPath(copy.itemPath, copy.place, copy.newestDate,
+    if (!facts) Throw(error_number::kDeviceError, comment);
+    const std::wstring ready = session_->ReadyPath(copy.itemPath, copy.finalPath, copy.newestDate,
                                                    facts->lastWrite, copy.completeness);
     // A scanner works through what was just written; hours of copying depend on this rename.
-    session_.MoveEntry(copy.entry, ready, Patience::kLong);
-    copy.entry = ready;
-    copy.ready = true;
-    session_->Awaits(copy.itemPath, copy.place,
-                     {.path = ready,
-                      .date = copy.newestDate,
-                      .made = facts->lastWrite,
-                      .completeness = copy.completeness});
+    session_.MoveEntry(copy.currentPath, ready, Patience::kLong);
+    copy.currentPath = ready;
+    copy.isComplete = true;
+    session_->AddPending(copy.itemPath, copy.finalPath,
+                         {.path = ready,
+                          .date = copy.newestDate,
+                          .made = facts->lastWrite,
+                          .completeness = copy.completeness});
     if (!older.empty()) {
         Notice(run_text::kReadyDropped, copy.itemPath);
         try {
-            Condemn(older, copy.itemPath, copy.place);
+            DeleteAtomically(older, copy.itemPath, copy.finalPath);
         } catch (const RuntimeError&) {
             // A later run finds both and takes the newer one.
         }
@@ -91,19 +92,19 @@ bool CopySeries::MakeReady(NewCopy& copy, const std::wstring& comment) {
 }
 
 void CopySeries::RefuseForeign(std::wstring_view path) {
-    if (session_->MayHold(path) || !Stat(path)) return;
+    if (session_->MayContain(path) || !Stat(path)) return;
     Notice(run_text::kLeftAlone, path);
-    Raise(error_number::kAlreadyExists, path);
+    Throw(error_number::kAlreadyExists, path);
 }
 
-void CopySeries::Condemn(std::wstring_view entry, std::wstring_view itemPath,
-                         std::wstring_view place) {
+void CopySeries::DeleteAtomically(std::wstring_view entry, std::wstring_view itemPath,
+                                  std::wstring_view place) {
     const std::wstring condemned = session_->WorkingPath(WorkingState::Old, itemPath, place);
     session_.MoveEntry(entry, condemned);
     Remove(condemned);
 }
 
-void CopySeries::ReportIncomplete(const NewCopy& copy) {
+void CopySeries::ReportIncomplete(const PendingCopy& copy) {
     switch (copy.completeness) {
         case Completeness::Whole:
             return;
@@ -114,30 +115,30 @@ void CopySeries::ReportIncomplete(const NewCopy& copy) {
     }
 }
 
-void CopySeries::TakePlace(const NewCopy& copy, const std::wstring& comment) {
-    const std::wstring commentFile = CommentStore::FileOf(copy.place);
-    RefuseForeign(copy.place);
+void CopySeries::TakePlace(const PendingCopy& copy, const std::wstring& comment) {
+    const std::wstring commentFile = CommentStore::FileOf(copy.finalPath);
+    RefuseForeign(copy.finalPath);
     RefuseForeign(commentFile);
     std::wstring displaced;
-    if (session_.Contains(copy.place)) {
-        displaced = session_->WorkingPath(WorkingState::Old, copy.itemPath, copy.place);
-        session_.MoveEntry(copy.place, displaced);
+    if (session_.Contains(copy.finalPath)) {
+        displaced = session_->WorkingPath(WorkingState::Old, copy.itemPath, copy.finalPath);
+        session_.MoveEntry(copy.finalPath, displaced);
     }
     bool commentTaken = false;
     try {
         // Below a dotted folder the name of a copy holds folders of its own.
-        MakeFolders(system_.files, MFileDosShell::CFileLocation(commentFile));
+        CreateFolders(system_.files, MFileDosShell::CFileLocation(commentFile));
         patience_.Perform([&] { system_.files.Replace(comment, commentFile); }, commentFile);
-        session_->Added(commentFile);
+        session_->OnAdded(commentFile);
         commentTaken = true;
-        session_.MoveEntry(copy.entry, copy.place);
+        session_.MoveEntry(copy.currentPath, copy.finalPath);
     } catch (const RuntimeError&) {
         // A copy that is not ready is given up, so what it was to replace has to stay.
-        if (!copy.ready && !displaced.empty()) {
-            static_cast<void>(MoveBack({{copy.place, displaced}}));
+        if (!copy.isComplete && !displaced.empty()) {
+            static_cast<void>(MoveBack({{copy.finalPath, displaced}}));
         }
         // The comment does not describe the entry in the place.
-        if (commentTaken && Exists(copy.place)) Remove(commentFile);
+        if (commentTaken && Exists(copy.finalPath)) Remove(commentFile);
         throw;
     }
     if (!displaced.empty()) Remove(displaced);

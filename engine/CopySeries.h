@@ -10,7 +10,7 @@
 #include "engine/CommentStore.h"
 #include "engine/DestinationSession.h"
 #include "engine/EnginePart.h"
-#include "engine/NewCopy.h"
+#include "engine/PendingCopy.h"
 #include "platform/RuntimeError.h"
 
 namespace vw {
@@ -24,7 +24,7 @@ enum class Room {
 
 /// What a rotation has done. Undone: nothing has changed. Broken: some copies could not be moved
 /// back.
-enum class Rotation { Done, Undone, Broken };
+enum class Rotation { Done, RolledBack, RollbackFailed };
 
 /// What became of a copy that an earlier run left ready.
 enum class ReadyOutcome { None, Finished, Stuck };
@@ -39,14 +39,15 @@ class CopySeries final : private EnginePart {
 
     /// Puts a new copy into its place, with its comment. False when it could not; the error has
     /// been reported.
-    [[nodiscard]] bool PlaceCopy(NewCopy& copy, Room room);
+    [[nodiscard]] bool PlaceCopy(PendingCopy& copy, Room room);
 
     /// Renames an entry to a working name and deletes it then, so that a partially deleted entry is
     /// never mistaken for a complete copy. All or nothing. Throws the error of the disk.
-    void Condemn(std::wstring_view entry, std::wstring_view itemPath, std::wstring_view place);
+    void DeleteAtomically(std::wstring_view entry, std::wstring_view itemPath,
+                          std::wstring_view place);
 
     /// Reports that a copy in its place is not whole.
-    void ReportIncomplete(const NewCopy& copy);
+    void ReportIncomplete(const PendingCopy& copy);
 
     // Copies that an earlier run left ready (ReadyCopies.cpp).
 
@@ -66,11 +67,11 @@ class CopySeries final : private EnginePart {
         std::optional<RuntimeError> error;
     };
 
-    [[nodiscard]] bool MakeReady(NewCopy& copy, const std::wstring& comment);
+    [[nodiscard]] bool MakeReady(PendingCopy& copy, const std::wstring& comment);
     void RefuseForeign(std::wstring_view path);
-    void TakePlace(const NewCopy& copy, const std::wstring& comment);
+    void TakePlace(const PendingCopy& copy, const std::wstring& comment);
 
-    void PutReadyInPlace(const NewCopy& copy);
+    void PutReadyInPlace(const PendingCopy& copy);
     [[nodiscard]] bool IsMadeAfter(std::wstring_view copyPath, Date made);
     [[nodiscard]] bool IsCutShortCopyOf(std::wstring_view path, std::wstring_view comment);
 

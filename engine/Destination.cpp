@@ -8,9 +8,9 @@
 #include "fsutil/FileQueries.h"
 #include "fsutil/PathText.h"
 #include "fsutil/Patience.h"
-#include "fsutil/TreeWork.h"
-#include "platform/EventPump.h"
+#include "fsutil/TreeOperations.h"
 #include "platform/FileSystem.h"
+#include "platform/MessagePump.h"
 #include "platform/RuntimeError.h"
 #include "platform/TextCase.h"
 
@@ -36,11 +36,11 @@ Destination::Destination(System& system, std::wstring_view folder, Patience& pat
 
 bool Destination::TryEnter() {
     if (!lock_.TryTake()) return false;
-    Learn();
+    Scan();
     return true;
 }
 
-void Destination::Learn() {
+void Destination::Scan() {
     std::vector<std::wstring> leftOvers;
     system_.files.List(place_, [&](const FolderEntry& entry) {
         if (entry.name.starts_with(kLockFileName)) return;
@@ -56,11 +56,11 @@ void Destination::Learn() {
                          name->made, name->completeness};
             }
         } else if (name->state == WorkingState::Old && !isComment) {
-            left_.push_back({std::wstring(entry.name), name->item, name->copy});
+            displaced_.push_back({std::wstring(entry.name), name->item, name->copy});
         } else {
             leftOvers.emplace_back(entry.name);
         }
-        system_.pump.DoEventsIfDue();
+        system_.pump.ProcessMessagesIfDue();
     });
     for (const std::wstring& name : leftOvers) Clean(name);
 }
@@ -70,12 +70,12 @@ void Destination::Clean(std::wstring_view entryName) {
     try {
         DeleteTree(
             system_.files, folder_ + L"\\" + std::wstring(entryName),
-            [this] { system_.pump.DoEventsIfDue(); }, &patience_);
+            [this] { system_.pump.ProcessMessagesIfDue(); }, &patience_);
     } catch (const RuntimeError&) {
     }
 }
 
-bool Destination::MayHold(std::wstring_view copyPath) const {
+bool Destination::MayContain(std::wstring_view copyPath) const {
     if (copyPath.size() <= folder_.size() + 1) return true;
     // A copy of an item below a dotted folder lies deeper; its topmost folder decides.
     std::wstring_view name = copyPath.substr(folder_.size() + 1);
@@ -83,14 +83,14 @@ bool Destination::MayHold(std::wstring_view copyPath) const {
     return entries_.contains(NameKey(name));
 }
 
-void Destination::Added(std::wstring_view path) {
+void Destination::OnAdded(std::wstring_view path) {
     std::wstring_view name = path.substr(folder_.size() + 1);
     entries_.insert(NameKey(name.substr(0, name.find(L'\\'))));
     rememberedCopy_.clear();
 }
 
 // Removing a nested entry does not remove its top-level folder.
-void Destination::Left(std::wstring_view path) {
+void Destination::OnRemoved(std::wstring_view path) {
     const std::wstring_view name = path.substr(folder_.size() + 1);
     if (name.find(L'\\') == std::wstring_view::npos) entries_.erase(NameKey(name));
 }
@@ -129,42 +129,43 @@ const ReadyCopy* Destination::ReadyOf(std::wstring_view itemPath) const {
     return found == ready_.end() ? nullptr : &found->second;
 }
 
-void Destination::Awaits(std::wstring_view itemPath, std::wstring_view copyPath, ReadyCopy ready) {
+void Destination::AddPending(std::wstring_view itemPath, std::wstring_view copyPath,
+                             ReadyCopy ready) {
     ready.copy = NameKey(copyPath);
     ready_[NameKey(itemPath)] = std::move(ready);
 }
 
-void Destination::Finished(std::wstring_view itemPath) { ready_.erase(NameKey(itemPath)); }
+void Destination::RemovePending(std::wstring_view itemPath) { ready_.erase(NameKey(itemPath)); }
 
-bool Destination::HasLeft(std::wstring_view itemPath, std::wstring_view copyPath) const {
-    return std::ranges::any_of(
-        left_, [item = NameKey(itemPath), copy = NameKey(copyPath)](const LeftCopy& left) {
-            return left.item == item && left.copy == copy;
-        });
+bool Destination::HasDisplaced(std::wstring_view itemPath, std::wstring_view copyPath) const {
+    return std::ranges::any_of(displaced_, [item = NameKey(itemPath),
+                                            copy = NameKey(copyPath)](const DisplacedCopy& left) {
+        return left.item == item && left.copy == copy;
+    });
 }
 
-void Destination::KeepLeft(std::wstring_view itemPath) {
-    for (LeftCopy& left : left_) {
+void Destination::KeepDisplaced(std::wstring_view itemPath) {
+    for (DisplacedCopy& left : displaced_) {
         if (left.item == NameKey(itemPath)) left.isKept = true;
     }
 }
 
-void Destination::RemoveLeft(std::wstring_view itemPath) {
+void Destination::RemoveDisplaced(std::wstring_view itemPath) {
     const std::uint64_t item = NameKey(itemPath);
-    std::erase_if(left_, [&](const LeftCopy& left) {
+    std::erase_if(displaced_, [&](const DisplacedCopy& left) {
         if (left.item == item) Clean(left.name);
         return left.item == item;
     });
 }
 
-void Destination::RemoveAllLeft() {
-    std::erase_if(left_, [&](const LeftCopy& left) {
+void Destination::RemoveAllDisplaced() {
+    std::erase_if(displaced_, [&](const DisplacedCopy& left) {
         if (!left.isKept) Clean(left.name);
         return !left.isKept;
     });
 }
 
-bool Destination::AwaitedByOther(std::wstring_view copyPath, std::wstring_view itemPath) const {
+bool Destination::IsReservedForOther(std::wstring_view copyPath, std::wstring_view itemPath) const {
     const std::uint64_t item = NameKey(itemPath);
     const std::uint64_t copy = NameKey(copyPath);
     for (const auto& [owner, ready] : ready_) {

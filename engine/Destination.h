@@ -44,13 +44,13 @@ class Destination {
     }
 
     /// False when certainly nothing stands at `copyPath`; true when the disk has to be asked.
-    [[nodiscard]] bool MayHold(std::wstring_view copyPath) const;
+    [[nodiscard]] bool MayContain(std::wstring_view copyPath) const;
 
     /// Tells that something now stands at `path`.
-    void Added(std::wstring_view path);
+    void OnAdded(std::wstring_view path);
 
     /// Tells that what stood at `path` stands there no more.
-    void Left(std::wstring_view path);
+    void OnRemoved(std::wstring_view path);
 
     /// Caches the comment of a copy for the call that follows, which would read it again.
     void Remember(std::wstring_view copyPath, std::wstring comment);
@@ -74,38 +74,39 @@ class Destination {
     [[nodiscard]] const ReadyCopy* ReadyOf(std::wstring_view itemPath) const;
 
     /// Remembers the ready copy of an item. Its `copy` is taken from the place `copyPath`.
-    void Awaits(std::wstring_view itemPath, std::wstring_view copyPath, ReadyCopy ready);
+    void AddPending(std::wstring_view itemPath, std::wstring_view copyPath, ReadyCopy ready);
 
     /// Forgets the ready copy of an item: it stands in its place now, or it was given up.
-    void Finished(std::wstring_view itemPath);
+    void RemovePending(std::wstring_view itemPath);
 
     /// Whether a ready copy of another item waits for the place `copyPath`.
-    [[nodiscard]] bool AwaitedByOther(std::wstring_view copyPath, std::wstring_view itemPath) const;
+    [[nodiscard]] bool IsReservedForOther(std::wstring_view copyPath,
+                                          std::wstring_view itemPath) const;
 
     /// Whether a process that is gone took the copy `copyPath` of an item out of its series and did
     /// not remove it: the rotation that it left for was cut off.
-    [[nodiscard]] bool HasLeft(std::wstring_view itemPath, std::wstring_view copyPath) const;
+    [[nodiscard]] bool HasDisplaced(std::wstring_view itemPath, std::wstring_view copyPath) const;
 
     /// Removes what such a process took out of the series of an item, now that its rotation is
     /// complete.
-    void RemoveLeft(std::wstring_view itemPath);
+    void RemoveDisplaced(std::wstring_view itemPath);
 
     /// The same for all items but those whose rotation could not be completed.
-    void RemoveAllLeft();
+    void RemoveAllDisplaced();
 
-    /// Keeps what HasLeft found for a later run.
-    void KeepLeft(std::wstring_view itemPath);
+    /// Keeps what HasDisplaced found for a later run.
+    void KeepDisplaced(std::wstring_view itemPath);
 
   private:
     /// A copy that left its series and was not removed.
-    struct LeftCopy {
+    struct DisplacedCopy {
         std::wstring name;
         std::uint64_t item = 0;
         std::uint64_t copy = 0;
         bool isKept = false;
     };
 
-    void Learn();
+    void Scan();
     void Clean(std::wstring_view entryName);
 
     System& system_;
@@ -119,7 +120,7 @@ class Destination {
     std::wstring rememberedCopy_;  ///< empty for none
     std::wstring rememberedComment_;
     std::map<std::uint64_t, ReadyCopy> ready_;
-    std::vector<LeftCopy> left_;
+    std::vector<DisplacedCopy> displaced_;
 };
 
 }  // namespace vw

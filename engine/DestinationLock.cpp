@@ -46,7 +46,7 @@ bool DestinationLock::TryTake() {
 // A file that cannot even be asked about is no proof of one; the probe decides then.
 bool DestinationLock::LockFileExists() {
     try {
-        return files_.Look(path_).has_value();
+        return files_.Stat(path_).has_value();
     } catch (const RuntimeError&) {
         return false;
     }

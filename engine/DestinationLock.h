@@ -20,7 +20,7 @@ class DestinationLock {
     /// `purpose` names the kind of the mutex; runs use kRuns.
     DestinationLock(FileSystem& files, std::wstring_view folder, std::wstring_view purpose = kRuns);
 
-    /// Takes what is free; false while another run holds the mutex or the file. Raises what goes
+    /// Takes what is free; false while another run holds the mutex or the file. Throws what goes
     /// wrong with the file otherwise: a missing folder (76), a full disk (61).
     [[nodiscard]] bool TryTake();
 

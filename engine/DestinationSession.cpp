@@ -5,9 +5,9 @@
 #include "engine/RunTexts.h"
 #include "fsutil/Waking.h"
 #include "platform/Clock.h"
-#include "platform/EventPump.h"
 #include "platform/ExitStatus.h"
-#include "platform/MsgBox.h"
+#include "platform/MessageBoxes.h"
+#include "platform/MessagePump.h"
 #include "platform/RuntimeError.h"
 
 namespace vw {
@@ -44,35 +44,35 @@ void DestinationSession::StartRun() {
 void DestinationSession::RequireFolder() {
     trap_(L"ErrorOnBackupFolderNotExists", [&] {
         const auto isThere = [this] {
-            const auto facts = system_.files.Look(Folder());
+            const auto facts = system_.files.Stat(Folder());
             return facts && facts->isFolder;
         };
-        if (IsThereAfterWaking(system_, state_.cancelRequested, isThere)) return;
+        if (IsThereAfterWaking(system_, state_.cancel, isThere)) return;
         system_.exitStatus.Note(error_number::kPathNotFound);
-        system_.boxes.MsgBox({.text = L"فشلت العملية بسبب عدم توفر مجلد النسخ إلى:\r\n" + Target(),
-                              .icon = BoxIcon::Exclamation,
-                              .rightToLeft = true});
+        system_.boxes.Show({.text = L"فشلت العملية بسبب عدم توفر مجلد النسخ إلى:\r\n" + Target(),
+                            .icon = BoxIcon::Exclamation,
+                            .rightToLeft = true});
         program_.EndAtOnce();
     });
 }
 
 bool DestinationSession::Contains(std::wstring_view copyPath) {
-    if (destination_ && !destination_->MayHold(copyPath)) return false;
-    return system_.files.Look(copyPath).has_value();
+    if (destination_ && !destination_->MayContain(copyPath)) return false;
+    return system_.files.Stat(copyPath).has_value();
 }
 
 void DestinationSession::MoveEntry(std::wstring_view from, std::wstring_view to,
                                    std::uint64_t patience) {
-    patience_.Perform([&] { system_.files.Move(from, to); }, {}, patience);
-    destination_->Left(from);
-    destination_->Added(to);
+    patience_.Perform([&] { system_.files.Rename(from, to); }, {}, patience);
+    destination_->OnRemoved(from);
+    destination_->OnAdded(to);
 }
 
 // Two runs on one destination would rotate each other's copies away, so they take turns. A
 // destination that could not be had is told once, not again for each of its items.
 Entrance DestinationSession::Enter() {
     if (destination_ && destination_->Folder() == Target()) return Entrance::Entered;
-    if (destination_ && !state_.cancelRequested) destination_->RemoveAllLeft();
+    if (destination_ && !state_.cancel.IsRequested()) destination_->RemoveAllDisplaced();
     destination_.reset();
     if (!refusedDestination_.empty() && refusedDestination_ == Target()) {
         return Entrance::Refused;
@@ -88,8 +88,8 @@ Entrance DestinationSession::Wait() {
     const std::uint64_t start = system_.clock.Milliseconds();
     for (bool told = false; !destination->TryEnter(); told = true) {
         if (!told) Notice(run_text::kWaiting, Target());
-        system_.pump.WaitForEvents(kLockPollMilliseconds);
-        if (state_.cancelRequested) return Entrance::Cancelled;
+        system_.pump.WaitForMessages(kLockPollMilliseconds);
+        if (state_.cancel.IsRequested()) return Entrance::Cancelled;
         if (state_.silentRun && system_.clock.Milliseconds() - start >= kSilentPatience) {
             system_.exitStatus.Note(error_number::kDestinationBusy);
             progress_.Failure(run_text::kGivenUp.With(state_.arabic, Target()));

@@ -3,8 +3,8 @@
 #include <string>
 
 #include "engine/RunTexts.h"
-#include "fsutil/TreeWork.h"
-#include "platform/EventPump.h"
+#include "fsutil/TreeOperations.h"
+#include "platform/MessagePump.h"
 #include "platform/RuntimeError.h"
 
 namespace vw {
@@ -25,18 +25,18 @@ void EnginePart::Notice(const RunText& text, std::wstring_view path) {
 void EnginePart::Remove(std::wstring_view path) noexcept {
     try {
         DeleteTree(
-            system_.files, path, [this] { system_.pump.DoEventsIfDue(); }, &patience_);
+            system_.files, path, [this] { system_.pump.ProcessMessagesIfDue(); }, &patience_);
     } catch (...) {
     }
 }
 
-std::optional<FileFacts> EnginePart::Stat(std::wstring_view path) {
-    return system_.files.Look(path);
+std::optional<FileInfo> EnginePart::Stat(std::wstring_view path) {
+    return system_.files.Stat(path);
 }
 
 bool EnginePart::Exists(std::wstring_view path) {
     try {
-        return system_.files.Look(path).has_value();
+        return system_.files.Stat(path).has_value();
     } catch (const RuntimeError&) {
         return false;
     }

@@ -37,7 +37,7 @@ class EnginePart {
     /// Removes what is no copy (any more). What cannot be removed now is left to a later run.
     void Remove(std::wstring_view path) noexcept;
 
-    [[nodiscard]] std::optional<FileFacts> Stat(std::wstring_view path);
+    [[nodiscard]] std::optional<FileInfo> Stat(std::wstring_view path);
 
     /// Whether something is there. What cannot be queried is out of reach, which is no better than
     /// gone.

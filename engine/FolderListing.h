@@ -22,12 +22,12 @@ struct ListedFile {
 struct FolderListing {
     std::vector<ListedFile> files;
     std::vector<std::wstring> folders;
-    std::vector<std::wstring> links;  ///< what FileFacts::isLink marks: a backup leaves it out
+    std::vector<std::wstring> links;  ///< what FileInfo::isLink marks: a backup leaves it out
     bool holdsCopyInTheMaking = false;
 };
 
-/// Lists a folder once, without the entries of the program's own (see IsOwnEntry). Raises what
-/// FileSystem::List raises.
+/// Lists a folder once, without the entries of the program's own (see IsOwnEntry). Throws what
+/// FileSystem::List throws.
 /// `copyInTheMaking` is the name of the entry that the folder is being copied to.
 [[nodiscard]] FolderListing ListFolder(FileSystem& files, std::wstring_view folder,
                                        std::wstring_view copyInTheMaking = {});

@@ -6,8 +6,8 @@
 #include "engine/RunTexts.h"
 #include "fsutil/FileQueries.h"
 #include "fsutil/PathText.h"
-#include "platform/EventPump.h"
 #include "platform/ExitStatus.h"
+#include "platform/MessagePump.h"
 #include "platform/RuntimeError.h"
 #include "platform/SystemPath.h"
 #include "platform/TextCase.h"
@@ -36,7 +36,7 @@ ItemBackup::ItemBackup(const EngineContext& context, CopyDates& dates, Destinati
 void ItemBackup::BackUp(std::wstring_view path, std::int16_t location, ItemKind kind,
                         std::wstring_view givenCopy) {
     const bool isFolder = kind != ItemKind::File;
-    const auto facts = system_.files.Look(path);
+    const auto facts = system_.files.Stat(path);
     if (facts && IsRefused(path)) {
         Refuse(path);
         return;
@@ -54,40 +54,42 @@ void ItemBackup::BackUp(std::wstring_view path, std::int16_t location, ItemKind 
         progress_.OnItem(ItemEvent::Missing, path, {});
         if (keepMissing_) return;
     }
-    const MFileDosShell::Survey survey = MFileDosShell::SurveyOf(system_, dates_, path, facts);
+    const MFileDosShell::ItemStats stats =
+        MFileDosShell::GetItemStats(system_, dates_, path, facts);
     if (facts) {
-        progress_.OnSurveyed(path, facts->isFolder ? survey.treeBytes : facts->size, survey.newest);
+        progress_.OnItemStats(path, facts->isFolder ? stats.treeBytes : facts->size, stats.newest);
     }
-    NewCopy copy{.itemPath = std::wstring(path),
-                 .location = location,
-                 .place = std::wstring(givenCopy),
-                 .inSeries = givenCopy.empty(),
-                 .newestDate = survey.newest,
-                 .fileSize = facts ? facts->size : 0,
-                 .entry = {}};
+    PendingCopy copy{.itemPath = std::wstring(path),
+                     .location = location,
+                     .finalPath = std::wstring(givenCopy),
+                     .inSeries = givenCopy.empty(),
+                     .newestDate = stats.newest,
+                     .fileSize = facts ? facts->size : 0,
+                     .currentPath = {}};
     Room room = copy.inSeries ? Room::Rotate : Room::Replace;
     if (copy.inSeries) {
-        copy.place = CFilePackageName(path, 1, location, session_.Target());
-        if (facts && HasImpossibleName(copy.place)) Raise(error_number::kBadName, copy.place);
-        if (collisions_.Collides(path, location, isFolder, copy.place, listed_)) {
+        copy.finalPath = CFilePackageName(path, 1, location, session_.Target());
+        if (facts && HasImpossibleName(copy.finalPath))
+            Throw(error_number::kBadName, copy.finalPath);
+        if (collisions_.Collides(path, location, isFolder, copy.finalPath, listed_)) {
             Refuse(path);
             return;
         }
         const ReadyCopy* const waiting = session_->ReadyOf(path);
         const Date waitingDate = waiting != nullptr ? waiting->date : kMissingDate;
-        if (series_.FinishReadyCopy(path, location, copy.place) == ReadyOutcome::Stuck) {
+        if (series_.FinishReadyCopy(path, location, copy.finalPath) == ReadyOutcome::Stuck) {
             // Nothing is copied again that already waits for its place.
             if (!facts || waitingDate == copy.newestDate) return;
             room = Room::CompleteRotation;
         }
-        const bool stands = session_.Contains(copy.place);
-        const std::wstring comment = stands ? comments_.TextOf(copy.place) : std::wstring();
-        const Date copyDate = stands ? comments_.DateOf(copy.place, comment) : kMissingDate;
-        CheckFreeSpace(survey.bytes);
+        const bool stands = session_.Contains(copy.finalPath);
+        const std::wstring comment = stands ? comments_.TextOf(copy.finalPath) : std::wstring();
+        const Date copyDate = stands ? comments_.DateOf(copy.finalPath, comment) : kMissingDate;
+        CheckFreeSpace(stats.bytes);
         const bool isOwn =
             EqualNoCase(comments_.NamedLocation(comment), MFileDosShell::CFileLocation(path));
         // Older comments were written by the rules of their present year.
-        if (survey.HasDate(copyDate)) {
+        if (stats.HasDate(copyDate)) {
             copy.completeness = CompletenessOf(comment);
             const bool isWhole = copy.completeness == Completeness::Whole;
             if (isWhole || !isOwn || !isFolder || !facts || !facts->isFolder) {
@@ -97,7 +99,7 @@ void ItemBackup::BackUp(std::wstring_view path, std::int16_t location, ItemKind 
             if (completion_.Complete(copy, kind == ItemKind::Folder) == Completion::Done) return;
             copy.completeness = Completeness::Whole;
         }
-        copy.overCutShort = isOwn && CompletenessOf(comment) == Completeness::CutShort;
+        copy.replacesCutShort = isOwn && CompletenessOf(comment) == Completeness::CutShort;
         // The copies make room when the new one stands, so that a copy that fails costs none of
         // them. Here and now they do it for a vanished item, and a count of 0 is refused.
         if (!facts || state_.copiesCount <= 0) {
@@ -106,13 +108,13 @@ void ItemBackup::BackUp(std::wstring_view path, std::int16_t location, ItemKind 
             if (!facts && !rotated && state_.copiesCount > 0) return;
         }
     }
-    if (facts && !contents_.MayCopy(path, survey, kind == ItemKind::Folder)) return;
+    if (facts && !contents_.MayCopy(path, stats, kind == ItemKind::Folder)) return;
     progress_.Report(L"Backing: " + copy.itemPath, false);
     progress_.OnItem(ItemEvent::Copying, path,
                      kind == ItemKind::Folder
-                         ? ItemSize{survey.treeFiles, survey.treeBytes}
-                         : ItemSize{survey.files, static_cast<std::uint64_t>(survey.bytes)});
-    if (isFolder && !(facts && facts->isFolder)) Raise(error_number::kPathNotFound, path);
+                         ? ItemSize{stats.treeFiles, stats.treeBytes}
+                         : ItemSize{stats.files, static_cast<std::uint64_t>(stats.bytes)});
+    if (isFolder && !(facts && facts->isFolder)) Throw(error_number::kPathNotFound, path);
     MakeCopy(copy, kind, room);
 }
 
@@ -122,43 +124,44 @@ void ItemBackup::ReportNoChange(std::wstring_view path) {
     progress_.OnItem(ItemEvent::Unchanged, path, {});
 }
 
-void ItemBackup::MakeCopy(NewCopy& copy, ItemKind kind, Room room) {
+void ItemBackup::MakeCopy(PendingCopy& copy, ItemKind kind, Room room) {
     const bool isFolder = kind != ItemKind::File;
-    copy.entry = session_->WorkingPath(WorkingState::New, copy.itemPath, copy.place);
-    if (session_->MayHold(copy.entry)) Remove(copy.entry);
-    session_->Added(copy.entry);
-    CopyTally tally{.itemPath = copy.itemPath, .isFolder = isFolder};
+    copy.currentPath = session_->WorkingPath(WorkingState::New, copy.itemPath, copy.finalPath);
+    if (session_->MayContain(copy.currentPath)) Remove(copy.currentPath);
+    session_->OnAdded(copy.currentPath);
+    CopyResult result{.itemPath = copy.itemPath, .isFolder = isFolder};
     try {
         if (isFolder) {
-            copier_.CopyFolder(copy.entry, copy.itemPath, kind == ItemKind::Folder, tally);
+            copier_.CopyFolder(copy.currentPath, copy.itemPath, kind == ItemKind::Folder, result);
         } else {
-            copier_.BackupFile(copy.entry, copy.itemPath, copy.fileSize, tally);
-            if (tally.copied > 0) {
-                copier_.CheckFileCopy(copy.entry, copy.itemPath, copy.fileSize, tally);
+            copier_.BackupFile(copy.currentPath, copy.itemPath, copy.fileSize, result);
+            if (result.copied > 0) {
+                copier_.CheckFileCopy(copy.currentPath, copy.itemPath, copy.fileSize, result);
             }
         }
-        const bool nothing = tally.copied == 0 && (!isFolder || tally.failed > 0 || tally.cutShort);
+        const bool nothing =
+            result.copied == 0 && (!isFolder || result.failed > 0 || result.cancelled);
         // A safety copy has to be whole; a cancelled one is none.
-        const bool isUseless = tally.cutShort && !copy.inSeries;
-        if (nothing || isUseless || tally.givenUp || tally.holdsItself) {
-            Remove(copy.entry);
-            if (tally.holdsItself) Refuse(copy.itemPath);
+        const bool isUseless = result.cancelled && !copy.inSeries;
+        if (nothing || isUseless || result.aborted || result.containsDestination) {
+            Remove(copy.currentPath);
+            if (result.containsDestination) Refuse(copy.itemPath);
             return;
         }
-        if (isFolder && tally.failed > 0) copy.completeness = Completeness::MissesFiles;
-        if (tally.cutShort) copy.completeness = Completeness::CutShort;
+        if (isFolder && result.failed > 0) copy.completeness = Completeness::MissesFiles;
+        if (result.cancelled) copy.completeness = Completeness::CutShort;
         // Of two copies that were cut short neither may drive out a whole one.
-        if (copy.overCutShort && tally.cutShort) {
-            Remove(copy.entry);
+        if (copy.replacesCutShort && result.cancelled) {
+            Remove(copy.currentPath);
             Notice(run_text::kOlderPartKept, copy.itemPath);
             return;
         }
-        if (!series_.PlaceCopy(copy, copy.overCutShort ? Room::Replace : room)) return;
+        if (!series_.PlaceCopy(copy, copy.replacesCutShort ? Room::Replace : room)) return;
         series_.ReportIncomplete(copy);
         progress_.OnItem(ItemEvent::Copied, copy.itemPath, {});
-        if (!state_.cancelRequested) progress_.Report(L"\tDone.", false);
+        if (!state_.cancel.IsRequested()) progress_.Report(L"\tDone.", false);
     } catch (const RuntimeError&) {
-        if (!copy.ready) Remove(copy.entry);
+        if (!copy.isComplete) Remove(copy.currentPath);
         throw;
     }
 }

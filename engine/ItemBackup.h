@@ -41,7 +41,7 @@ class ItemBackup final : private EnginePart {
     [[nodiscard]] bool IsRefused(std::wstring_view path) const;
 
   private:
-    void MakeCopy(NewCopy& copy, ItemKind kind, Room room);
+    void MakeCopy(PendingCopy& copy, ItemKind kind, Room room);
     void ReportNoChange(std::wstring_view path);
     void Refuse(std::wstring_view path);
     void CheckFreeSpace(std::int64_t itemBytes);

@@ -5,8 +5,8 @@
 
 #include "engine/CPackage.h"
 #include "fsutil/PathText.h"
-#include "platform/Like.h"
 #include "platform/SystemPath.h"
+#include "platform/Wildcards.h"
 
 namespace vw {
 
@@ -20,9 +20,9 @@ constexpr std::size_t kLongestName = 255;
 // The destination and the item act as patterns, so an item that merely begins like the destination
 // is refused too. The second look is for names that hold pattern characters.
 bool OverlapsDestination(std::wstring_view path, std::wstring_view destination) {
-    return Like(path, std::wstring(destination) + L"*") ||
-           Like(destination, std::wstring(path) + L"*") || PathContains(destination, path) ||
-           PathContains(path, destination);
+    return MatchesWildcard(path, std::wstring(destination) + L"*") ||
+           MatchesWildcard(destination, std::wstring(path) + L"*") ||
+           PathContains(destination, path) || PathContains(path, destination);
 }
 
 // A ":" behind the drive would open a stream of another file instead of a copy. Below a dotted

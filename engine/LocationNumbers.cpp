@@ -5,7 +5,7 @@
 #include "engine/LocationNumbers.h"
 #include "fsutil/PathText.h"
 #include "list/format/ListLine.h"
-#include "platform/EventPump.h"
+#include "platform/MessagePump.h"
 #include "platform/RuntimeError.h"
 #include "platform/TextCase.h"
 
@@ -28,13 +28,13 @@ std::int16_t LocationNumbers::Find(std::wstring_view path) {
     const std::wstring folder = MFileDosShell::CFileLocation(path);
     const bool isFile = ItemKindOf(path) == ItemKind::File;
     for (int number = 0; number <= std::numeric_limits<std::int16_t>::max(); ++number) {
-        system_.pump.DoEventsIfDue();
+        system_.pump.ProcessMessagesIfDue();
         const std::wstring copy = CFilePackageName(path, 1, number, session_.Target());
         // A copy that a killed run left ready keeps its place: another item may not move in.
-        if (isFile && session_.IsEntered() && session_->AwaitedByOther(copy, path)) continue;
+        if (isFile && session_.IsEntered() && session_->IsReservedForOther(copy, path)) continue;
         if (isFile && IsCommentNameTaken(copy)) continue;
-        std::optional<FileFacts> facts;
-        if (!session_.IsEntered() || session_->MayHold(copy)) facts = Stat(copy);
+        std::optional<FileInfo> facts;
+        if (!session_.IsEntered() || session_->MayContain(copy)) facts = Stat(copy);
         if (!facts || facts->isFolder) {
             if (isFile && IsNumberOfOther(path, number, copy)) continue;
             return static_cast<std::int16_t>(number);
@@ -48,14 +48,14 @@ std::int16_t LocationNumbers::Find(std::wstring_view path) {
             return static_cast<std::int16_t>(number);
         }
     }
-    Raise(error_number::kOverflow, path);
+    Throw(error_number::kOverflow, path);
 }
 
 // Copy 1 of a number is missing: its comment, which no rotation takes along, still names the item
 // that the older copies are of. A folder of that name is the copy of another item.
 bool LocationNumbers::IsNumberOfOther(std::wstring_view path, int number, std::wstring_view copy) {
     const std::wstring commentFile = CommentStore::FileOf(copy);
-    if (session_.IsEntered() && !session_->MayHold(commentFile)) return false;
+    if (session_.IsEntered() && !session_->MayContain(commentFile)) return false;
     const auto facts = Stat(commentFile);
     if (!facts || facts->isFolder) return facts.has_value();
     const std::wstring comment = comments_.TryRead(copy);

@@ -1,7 +1,7 @@
 #include "engine/PackerBatch.h"
 
 #include "fsutil/PathText.h"
-#include "platform/Like.h"
+#include "platform/Wildcards.h"
 
 namespace vw {
 
@@ -27,7 +27,7 @@ std::wstring PackerBatchStep(std::wstring_view applicationFolder, std::wstring_v
                              std::wstring_view files, std::wstring_view workingFolder) {
     const PackerFiles own = PackerFilesIn(applicationFolder);
     std::wstring lines = L"IF EXIST " + Quoted(own.cancelMarker) + L" GOTO END\r\n";
-    if (Like(workingFolder, L"?:\\*")) {
+    if (MatchesWildcard(workingFolder, L"?:\\*")) {
         lines += L"CD " + Quoted(workingFolder) + L"\r\n";
         lines.append(workingFolder.substr(0, 2)).append(L"\r\n");
     }

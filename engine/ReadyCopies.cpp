@@ -23,32 +23,32 @@ ReadyOutcome CopySeries::FinishReadyCopy(std::wstring_view path, std::int16_t lo
     const ReadyCopy* const found = session_->ReadyOf(path);
     if (found == nullptr) return ReadyOutcome::None;
     const Date made = found->made;
-    const NewCopy copy{.itemPath = std::wstring(path),
-                       .location = location,
-                       .place = std::wstring(place),
-                       .inSeries = true,
-                       .newestDate = found->date,
-                       .completeness = found->completeness,
-                       .entry = found->path,
-                       .ready = true};
+    const PendingCopy copy{.itemPath = std::wstring(path),
+                           .location = location,
+                           .finalPath = std::wstring(place),
+                           .inSeries = true,
+                           .newestDate = found->date,
+                           .completeness = found->completeness,
+                           .currentPath = found->path,
+                           .isComplete = true};
     const bool finished = trap_(L"BackupPath", [&] {
-        if (session_.Contains(copy.place) && IsMadeAfter(copy.place, made)) {
+        if (session_.Contains(copy.finalPath) && IsMadeAfter(copy.finalPath, made)) {
             Notice(run_text::kReadyDropped, path);
-            Condemn(copy.entry, copy.itemPath, copy.place);
-        } else if (Stat(copy.entry)) {
+            DeleteAtomically(copy.currentPath, copy.itemPath, copy.finalPath);
+        } else if (Stat(copy.currentPath)) {
             PutReadyInPlace(copy);
         }
-        session_->Finished(path);
+        session_->RemovePending(path);
     });
     return finished ? ReadyOutcome::Finished : ReadyOutcome::Stuck;
 }
 
-void CopySeries::PutReadyInPlace(const NewCopy& copy) {
+void CopySeries::PutReadyInPlace(const PendingCopy& copy) {
     const std::wstring comment = comments_.Prepare(copy);
     try {
         const bool replaces = copy.completeness != Completeness::CutShort &&
-                              session_.Contains(copy.place) &&
-                              IsCutShortCopyOf(copy.itemPath, comments_.Read(copy.place));
+                              session_.Contains(copy.finalPath) &&
+                              IsCutShortCopyOf(copy.itemPath, comments_.Read(copy.finalPath));
         if (!replaces) {
             const Shift shift =
                 ShiftCopies(copy.itemPath, copy.location, LowestGap(copy.itemPath, copy.location));
@@ -59,7 +59,7 @@ void CopySeries::PutReadyInPlace(const NewCopy& copy) {
         Remove(comment);
         throw;
     }
-    session_->RemoveLeft(copy.itemPath);
+    session_->RemoveDisplaced(copy.itemPath);
     Notice(run_text::kFinishedLater, copy.itemPath);
     ReportIncomplete(copy);
 }

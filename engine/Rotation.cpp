@@ -5,24 +5,24 @@
 #include "engine/CopyName.h"
 #include "engine/CopySeries.h"
 #include "fsutil/PathText.h"
-#include "fsutil/TreeWork.h"
+#include "fsutil/TreeOperations.h"
 #include "platform/RuntimeError.h"
 
 namespace vw {
 
 Rotation CopySeries::Rotate(std::wstring_view path, std::int16_t location, Room room) {
-    Rotation rotation = Rotation::Undone;
+    Rotation rotation = Rotation::RolledBack;
     trap_(L"RenamePackages", [&] {
-        if (state_.copiesCount <= 0) Raise(error_number::kZeroCopyNumber, path);
+        if (state_.copiesCount <= 0) Throw(error_number::kZeroCopyNumber, path);
         if (session_.Enter() != Entrance::Entered) return;
         const bool wasCutOff = WasCutOff(path, location);
-        if (wasCutOff) session_->KeepLeft(path);
+        if (wasCutOff) session_->KeepDisplaced(path);
         const bool completes = wasCutOff || room == Room::CompleteRotation;
         const Shift shift =
             ShiftCopies(path, location, completes ? LowestGap(path, location) : state_.copiesCount);
         rotation = shift.outcome;
         if (shift.error) throw RuntimeError(*shift.error);
-        session_->RemoveLeft(path);
+        session_->RemoveDisplaced(path);
     });
     return rotation;
 }
@@ -32,7 +32,8 @@ Rotation CopySeries::Rotate(std::wstring_view path, std::int16_t location, Room 
 bool CopySeries::WasCutOff(std::wstring_view path, std::int16_t location) {
     constexpr int kHighestNumber = 99;
     for (int number = 2; number <= kHighestNumber; ++number) {
-        if (session_->HasLeft(path, CFilePackageName(path, number, location, session_.Target()))) {
+        if (session_->HasDisplaced(path,
+                                   CFilePackageName(path, number, location, session_.Target()))) {
             return true;
         }
     }
@@ -62,11 +63,11 @@ CopySeries::Shift CopySeries::ShiftCopies(std::wstring_view path, std::int16_t l
             if (!session_.Contains(from)) continue;
             const std::wstring to = copyName(number + 1);
             targets.push_back(to);
-            MakeFolders(system_.files, MFileDosShell::CFileLocation(to));
+            CreateFolders(system_.files, MFileDosShell::CFileLocation(to));
             move(from, to);
         }
     } catch (const RuntimeError& error) {
-        const Rotation outcome = MoveBack(moved) ? Rotation::Undone : Rotation::Broken;
+        const Rotation outcome = MoveBack(moved) ? Rotation::RolledBack : Rotation::RollbackFailed;
         for (const std::wstring& to : targets) RemoveEmptyParents(to);
         return {outcome, error};
     }
@@ -99,7 +100,7 @@ void CopySeries::RemoveEmptyParents(std::wstring_view copyPath) {
     std::wstring folder = MFileDosShell::CFileLocation(copyPath);
     try {
         while (folder.size() > session_->Folder().size()) {
-            system_.files.EraseFolder(folder);
+            system_.files.RemoveFolder(folder);
             folder = MFileDosShell::CFileLocation(folder);
         }
     } catch (const RuntimeError&) {

@@ -3,13 +3,13 @@
 #include <vector>
 
 #include "fsutil/TreeWalk.h"
-#include "platform/EventPump.h"
+#include "platform/MessagePump.h"
 #include "platform/TextCase.h"
 
 namespace vw {
 
-TargetState::TargetState(FileSystem& files, EventPump& pump, std::wstring_view path) {
-    const auto facts = files.Look(path);
+TargetState::TargetState(FileSystem& files, MessagePump& pump, std::wstring_view path) {
+    const auto facts = files.Stat(path);
     if (!facts) return;
     exists_ = true;
     if (!facts->isFolder) {
@@ -29,12 +29,12 @@ TargetState::TargetState(FileSystem& files, EventPump& pump, std::wstring_view p
                        } else if (!entry.isLink) {
                            pending.push_back(std::move(below));
                        }
-                       pump.DoEventsIfDue();
+                       pump.ProcessMessagesIfDue();
                    });
     }
 }
 
-bool TargetState::Holds(std::wstring_view below, const FileFacts& file) const {
+bool TargetState::Holds(std::wstring_view below, const FileInfo& file) const {
     const auto known = files_.find(UpperCase(below));
     return known != files_.end() && known->second.size == file.size &&
            known->second.lastWrite == file.lastWrite;

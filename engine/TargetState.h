@@ -10,7 +10,7 @@
 
 namespace vw {
 
-class EventPump;
+class MessagePump;
 
 /// What stood at the target of a restore when the user was asked about it and a copy kept it. A
 /// restore replaces these files only, and only while they are as they were.
@@ -19,16 +19,16 @@ class TargetState {
     /// Nothing was there.
     TargetState() = default;
 
-    /// Reads what is at a path; of a folder, its whole tree without links to folders. Raises the
+    /// Reads what is at a path; of a folder, its whole tree without links to folders. Throws the
     /// error of any part that cannot be read.
-    TargetState(FileSystem& files, EventPump& pump, std::wstring_view path);
+    TargetState(FileSystem& files, MessagePump& pump, std::wstring_view path);
 
     /// Whether anything stood there.
     [[nodiscard]] bool Exists() const noexcept { return exists_; }
 
     /// Whether a file at a place below the target (empty: at the target itself) is the
     /// one that was there.
-    [[nodiscard]] bool Holds(std::wstring_view below, const FileFacts& file) const;
+    [[nodiscard]] bool Holds(std::wstring_view below, const FileInfo& file) const;
 
   private:
     struct Known {

@@ -37,7 +37,7 @@ void ComboSelectText(HWND comboBox, std::wstring_view text, bool mustMatch) {
             return;
         }
     }
-    if (mustMatch && EditText(comboBox) != text) Raise(error_number::kInvalidCall);
+    if (mustMatch && EditText(comboBox) != text) Throw(error_number::kInvalidCall);
 }
 
 }  // namespace vw::MFileDosShell

@@ -4,15 +4,15 @@
 #include <functional>
 
 #include "fsutil/SizeText.h"
+#include "fsutil/TreeOperations.h"
 #include "fsutil/TreeWalk.h"
-#include "fsutil/TreeWork.h"
 #include "fsutil/WorkingName.h"
 #include "platform/ErrorTrap.h"
-#include "platform/EventPump.h"
 #include "platform/FileSystem.h"
-#include "platform/Like.h"
+#include "platform/MessagePump.h"
 #include "platform/SystemPath.h"
 #include "platform/UserLocale.h"
+#include "platform/Wildcards.h"
 
 namespace vw::MFileDosShell {
 
@@ -26,7 +26,7 @@ std::int64_t DirectFilesSize(System& system, std::wstring_view folder) {
         system.files.List(folder, [&](const FolderEntry& entry) {
             if (entry.isFolder || IsOwnEntry(entry.name)) return;
             size += static_cast<std::int64_t>(entry.size);
-            system.pump.DoEventsIfDue();
+            system.pump.ProcessMessagesIfDue();
         });
     } catch (const RuntimeError&) {
         // The free-space check and the lists take what could be read; a box would help nobody.
@@ -38,29 +38,30 @@ std::int64_t WholeTreeSize(System& system, std::wstring_view folder) {
     std::int64_t size = 0;
     TreeVisitor visitor;
     visitor.file = [&](const FolderEntry& file) { size += static_cast<std::int64_t>(file.size); };
-    visitor.yield = [&] { system.pump.DoEventsIfDue(); };
+    visitor.yield = [&] { system.pump.ProcessMessagesIfDue(); };
     WalkTree(system.files, folder, visitor);
     return size;
 }
 
-bool NamesCopy(std::wstring_view path) { return Like(path, L"*«*»*"); }
+bool NamesCopy(std::wstring_view path) { return MatchesWildcard(path, L"*«*»*"); }
 
 }  // namespace
 
 bool PathExist(System& system, std::wstring_view path) {
     return Trap(system).Or(false, L"PathExist",
-                           [&] { return system.files.Look(path).has_value(); });
+                           [&] { return system.files.Stat(path).has_value(); });
 }
 
 void DeletePath(System& system, std::wstring_view path) {
-    Trap(system)(L"DeletePath",
-                 [&] { DeleteTree(system.files, path, [&] { system.pump.DoEventsIfDue(); }); });
+    Trap(system)(L"DeletePath", [&] {
+        DeleteTree(system.files, path, [&] { system.pump.ProcessMessagesIfDue(); });
+    });
 }
 
 std::int64_t PathSize(System& system, std::wstring_view path, bool wholeTree) {
     constexpr std::int64_t kUnknown = -1;
     return Trap(system).Or(kUnknown, L"PathSize", [&] {
-        const std::optional<FileFacts> facts = system.files.Look(path);
+        const std::optional<FileInfo> facts = system.files.Stat(path);
         if (!facts) return kUnknown;
         if (!facts->isFolder) return static_cast<std::int64_t>(facts->size);
         return wholeTree ? WholeTreeSize(system, path) : DirectFilesSize(system, path);
@@ -69,7 +70,7 @@ std::int64_t PathSize(System& system, std::wstring_view path, bool wholeTree) {
 
 std::wstring CPathSize(System& system, std::wstring_view path) {
     return Trap(system).Or(std::wstring(), L"CPathSize", [&] {
-        const std::optional<FileFacts> facts = system.files.Look(path);
+        const std::optional<FileInfo> facts = system.files.Stat(path);
         if (!facts) return std::wstring();
         return CSize(facts->isFolder ? static_cast<std::uint64_t>(WholeTreeSize(system, path))
                                      : facts->size);
@@ -83,7 +84,7 @@ std::wstring CSize(std::uint64_t bytes) {
 
 bool FolderOnFixedDrive(System& system, std::wstring_view folder) {
     return Trap(system).Or(false, L"FolderOnFixedDrive",
-                           [&] { return system.files.KindOfDrive(folder) == DriveKind::Fixed; });
+                           [&] { return system.files.DriveTypeOf(folder) == DriveType::Fixed; });
 }
 
 std::wstring TempPath(System& system, std::wstring_view name, bool startEmpty) {
@@ -96,11 +97,11 @@ std::wstring TempPath(System& system, std::wstring_view name, bool startEmpty) {
         }
         const std::wstring folder = JoinPath(temp, name);
         // A name such as ".." would have the temporary folder itself deleted, or all around it.
-        if (PathContains(folder, temp)) Raise(error_number::kBadName, folder);
+        if (PathContains(folder, temp)) Throw(error_number::kBadName, folder);
         path = folder;
         if (startEmpty) DeletePath(system, folder);
-        const std::optional<FileFacts> facts = system.files.Look(folder);
-        if (!facts || !facts->isFolder) system.files.MakeFolder(folder);
+        const std::optional<FileInfo> facts = system.files.Stat(folder);
+        if (!facts || !facts->isFolder) system.files.CreateFolder(folder);
     });
     return path;
 }
@@ -115,7 +116,7 @@ double FolderFreeSpace(System& system, std::wstring_view folder, double bytesNee
     });
     // Raised behind the trap: the backup of the item has to stop, not only this question.
     if (known && free < bytesNeeded) {
-        RaiseWith(error_number::kNotEnoughSpace, L"لا توجد مساحة كافية على القرص\r\n" + drive,
+        ThrowWith(error_number::kNotEnoughSpace, L"لا توجد مساحة كافية على القرص\r\n" + drive,
                   folder);
     }
     return free;
@@ -125,11 +126,11 @@ namespace {
 
 // Called with every file that the search visits, and with copies as files of their size; `direct`
 // is true for the files directly in the top folder.
-using FileTaker = std::function<void(const FileFacts& file, bool direct)>;
+using FileTaker = std::function<void(const FileInfo& file, bool direct)>;
 
 // `dates` holds what was found so far when an error ends the search.
 void FindNewestDate(System& system, CopyDates& copyDates, std::wstring_view path,
-                    const std::optional<FileFacts>& facts, NewestDates& dates,
+                    const std::optional<FileInfo>& facts, NewestDates& dates,
                     const FileTaker& take = {}, bool raisesUnreadable = false) {
     dates.newest = kMissingDate;
     if (!facts) return;
@@ -158,7 +159,7 @@ void FindNewestDate(System& system, CopyDates& copyDates, std::wstring_view path
         dates.Take({.lastWrite = stored, .lastWriteByPresentRules = stored});
         return false;
     };
-    visitor.yield = [&] { system.pump.DoEventsIfDue(); };
+    visitor.yield = [&] { system.pump.ProcessMessagesIfDue(); };
     visitor.raisesUnreadable = raisesUnreadable;
     WalkTree(system.files, path, visitor);
 }
@@ -168,7 +169,7 @@ void FindNewestDate(System& system, CopyDates& copyDates, std::wstring_view path
 Date PathDate(System& system, CopyDates& copyDates, std::wstring_view path) {
     NewestDates dates;
     Trap(system)(L"PathDate",
-                 [&] { FindNewestDate(system, copyDates, path, system.files.Look(path), dates); });
+                 [&] { FindNewestDate(system, copyDates, path, system.files.Stat(path), dates); });
     return dates.newest;
 }
 
@@ -178,7 +179,7 @@ std::optional<SizeAndDate> PathSizeAndDate(System& system, CopyDates& copyDates,
     NewestDates dates;
     bool isSearched = false;
     const bool told = !Trap(system)(L"PathDate", [&] {
-        const std::optional<FileFacts> facts = system.files.Look(path);
+        const std::optional<FileInfo> facts = system.files.Stat(path);
         if (!facts) return;
         found = {.isFolder = facts->isFolder, .size = facts->size, .date = facts->lastWrite};
         if (NamesCopy(path)) {
@@ -189,7 +190,7 @@ std::optional<SizeAndDate> PathSizeAndDate(System& system, CopyDates& copyDates,
         } else if (facts->isFolder) {
             isSearched = true;
             FindNewestDate(system, copyDates, path, facts, dates,
-                           [&](const FileFacts& file, bool) { found->size += file.size; });
+                           [&](const FileInfo& file, bool) { found->size += file.size; });
         }
     });
     if (isSearched) found->date = dates.newest;
@@ -199,7 +200,7 @@ std::optional<SizeAndDate> PathSizeAndDate(System& system, CopyDates& copyDates,
 
 NewestDates NewestDatesOf(System& system, CopyDates& copyDates, std::wstring_view path) {
     NewestDates dates;
-    FindNewestDate(system, copyDates, path, system.files.Look(path), dates, {}, true);
+    FindNewestDate(system, copyDates, path, system.files.Stat(path), dates, {}, true);
     return dates;
 }
 
@@ -207,37 +208,37 @@ Date NewestDateOf(System& system, CopyDates& copyDates, std::wstring_view path) 
     return NewestDatesOf(system, copyDates, path).newest;
 }
 
-Survey SurveyOf(System& system, CopyDates& copyDates, std::wstring_view path,
-                const std::optional<FileFacts>& facts) {
-    Survey survey;
-    const auto note = [](const FileFacts& file, Survey::Cloud& cloud, bool& hasEncrypted) {
+ItemStats GetItemStats(System& system, CopyDates& copyDates, std::wstring_view path,
+                       const std::optional<FileInfo>& facts) {
+    ItemStats stats;
+    const auto note = [](const FileInfo& file, ItemStats::Cloud& cloud, bool& hasEncrypted) {
         hasEncrypted = hasEncrypted || file.isEncrypted;
         if (!file.isOnlyInCloud) return;
         ++cloud.files;
         cloud.bytes += file.size;
     };
-    const auto add = [&](const FileFacts& file, bool direct) {
-        ++survey.treeFiles;
-        survey.treeBytes += file.size;
-        note(file, survey.treeCloud, survey.treeHasEncrypted);
+    const auto add = [&](const FileInfo& file, bool direct) {
+        ++stats.treeFiles;
+        stats.treeBytes += file.size;
+        note(file, stats.treeCloud, stats.treeHasEncrypted);
         if (!direct) return;
-        ++survey.files;
-        survey.bytes += static_cast<std::int64_t>(file.size);
-        note(file, survey.cloud, survey.hasEncrypted);
+        ++stats.files;
+        stats.bytes += static_cast<std::int64_t>(file.size);
+        note(file, stats.cloud, stats.hasEncrypted);
     };
-    FindNewestDate(system, copyDates, path, facts, survey, add);
+    FindNewestDate(system, copyDates, path, facts, stats, add);
     if (!facts) {
-        survey.bytes = -1;
+        stats.bytes = -1;
     } else if (!facts->isFolder) {
-        survey.bytes = static_cast<std::int64_t>(facts->size);
-        survey.files = survey.treeFiles = 1;
-        survey.treeBytes = facts->size;
-        note(*facts, survey.cloud, survey.hasEncrypted);
-        note(*facts, survey.treeCloud, survey.treeHasEncrypted);
+        stats.bytes = static_cast<std::int64_t>(facts->size);
+        stats.files = stats.treeFiles = 1;
+        stats.treeBytes = facts->size;
+        note(*facts, stats.cloud, stats.hasEncrypted);
+        note(*facts, stats.treeCloud, stats.treeHasEncrypted);
     } else if (NamesCopy(path)) {
-        survey.bytes = PathSize(system, path);
+        stats.bytes = PathSize(system, path);
     }
-    return survey;
+    return stats;
 }
 
 }  // namespace vw::MFileDosShell

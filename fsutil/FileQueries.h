@@ -34,7 +34,7 @@ void DeletePath(System& system, std::wstring_view path);
 /// missing and, with `startEmpty`, emptied first.
 [[nodiscard]] std::wstring TempPath(System& system, std::wstring_view name, bool startEmpty);
 
-/// Free bytes of the folder's drive. Raises 1004 to the caller when they are fewer than needed.
+/// Free bytes of the folder's drive. Throws 1004 to the caller when they are fewer than needed.
 double FolderFreeSpace(System& system, std::wstring_view folder, double bytesNeeded);
 
 /// The last-modified date that decides whether an item changed: the file's own; for a folder the
@@ -67,7 +67,7 @@ struct SizeAndDate {
 [[nodiscard]] Date NewestDateOf(System& system, CopyDates& copyDates, std::wstring_view path);
 
 /// What a backup has to know of an item before it decides.
-struct Survey : NewestDates {
+struct ItemStats : NewestDates {
     struct Cloud {
         std::uint64_t files = 0;
         std::uint64_t bytes = 0;
@@ -87,8 +87,8 @@ struct Survey : NewestDates {
 };
 
 /// Surveys an item, of which `facts` were just told, in one walk. A backup must not go on without
-/// the date: raises what goes wrong with it.
-[[nodiscard]] Survey SurveyOf(System& system, CopyDates& copyDates, std::wstring_view path,
-                              const std::optional<FileFacts>& facts);
+/// the date: throws what goes wrong with it.
+[[nodiscard]] ItemStats GetItemStats(System& system, CopyDates& copyDates, std::wstring_view path,
+                                     const std::optional<FileInfo>& facts);
 
 }  // namespace vw::MFileDosShell

@@ -7,7 +7,7 @@ namespace vw::MFileDosShell {
 
 bool FolderExists(FileSystem& files, std::wstring_view path) {
     try {
-        const auto facts = files.Look(path);
+        const auto facts = files.Stat(path);
         return facts && facts->isFolder;
     } catch (const RuntimeError&) {
         return false;
@@ -17,7 +17,7 @@ bool FolderExists(FileSystem& files, std::wstring_view path) {
 bool MakeFolderIfMissing(FileSystem& files, std::wstring_view path) {
     if (FolderExists(files, path)) return true;
     try {
-        files.MakeFolder(path);
+        files.CreateFolder(path);
         return true;
     } catch (const RuntimeError&) {
         return false;

@@ -6,8 +6,8 @@
 #include "fsutil/PathText.h"
 #include "fsutil/Patience.h"
 #include "fsutil/TreeWalk.h"
-#include "platform/EventPump.h"
 #include "platform/FileSystem.h"
+#include "platform/MessagePump.h"
 #include "platform/RuntimeError.h"
 #include "platform/WindowsHeader.h"
 
@@ -36,16 +36,16 @@ bool IsLowerCase(std::wstring_view text) { return LowerCase(text) == text; }
 bool RenameByWayOf(FileSystem& files, std::wstring_view from, std::wstring_view temporary,
                    std::wstring_view to) {
     try {
-        RetryBriefly([&] { files.Move(from, temporary); });
+        RetryBriefly([&] { files.Rename(from, temporary); });
     } catch (const RuntimeError&) {
         return false;
     }
     try {
-        RetryBriefly([&] { files.Move(temporary, to); });
+        RetryBriefly([&] { files.Rename(temporary, to); });
         return true;
     } catch (const RuntimeError&) {
         try {
-            RetryBriefly([&] { files.Move(temporary, from); });
+            RetryBriefly([&] { files.Rename(temporary, from); });
         } catch (const RuntimeError&) {
             // Nothing more can be done; the name with "@" tells what happened.
         }
@@ -124,15 +124,15 @@ void TreeNamesLower(System& system, std::wstring_view folder) {
         for (const std::wstring& name : names.files) {
             std::wstring path = JoinPath(current, name);
             FileNameLower(system, path);
-            system.pump.DoEventsIfDue();
+            system.pump.ProcessMessagesIfDue();
         }
         for (const std::wstring& name : names.links) {
             RenameFolder(system.files, JoinPath(current, name));
-            system.pump.DoEventsIfDue();
+            system.pump.ProcessMessagesIfDue();
         }
         for (const std::wstring& name : names.subFolders) {
             pending.push_back(RenameFolder(system.files, JoinPath(current, name)));
-            system.pump.DoEventsIfDue();
+            system.pump.ProcessMessagesIfDue();
         }
     }
 }

@@ -4,8 +4,8 @@
 #include <set>
 #include <thread>
 
-#include "platform/EventPump.h"
 #include "platform/FileSystem.h"
+#include "platform/MessagePump.h"
 #include "platform/RuntimeError.h"
 #include "platform/SystemError.h"
 #include "platform/TextCase.h"
@@ -32,7 +32,7 @@ std::wstring RootOf(std::wstring_view path) {
 std::shared_future<void> Question(FileSystem& files, const std::wstring& root) {
     std::packaged_task<void()> task([&files, root] {
         try {
-            static_cast<void>(files.Look(root));
+            static_cast<void>(files.Stat(root));
         } catch (const RuntimeError&) {
             // A refusal is an answer, too.
         }
@@ -44,7 +44,7 @@ std::shared_future<void> Question(FileSystem& files, const std::wstring& root) {
 
 bool IsOnNetwork(FileSystem& files, const std::wstring& root) {
     try {
-        return files.KindOfDrive(root) == DriveKind::Network;
+        return files.DriveTypeOf(root) == DriveType::Network;
     } catch (const RuntimeError&) {
         return false;
     }
@@ -70,7 +70,7 @@ void NetworkProbe::Ask(const std::vector<std::wstring>& paths) {
     for (const auto& [root, answer] : roots_) {
         while (answer.wait_for(kStep) != std::future_status::ready &&
                std::chrono::steady_clock::now() < end) {
-            system_.pump.DoEventsIfDue();
+            system_.pump.ProcessMessagesIfDue();
         }
     }
 }

@@ -25,7 +25,7 @@ class NetworkProbe {
     /// False for a path whose drive or share was asked and has not answered yet.
     [[nodiscard]] bool MayAnswer(std::wstring_view path) const;
 
-    /// Raises 75 for a path that MayAnswer says no of.
+    /// Throws 75 for a path that MayAnswer says no of.
     void Require(std::wstring_view path) const;
 
   private:

@@ -6,7 +6,7 @@
 
 namespace vw {
 
-void NewestDates::Take(const FileFacts& file) {
+void NewestDates::Take(const FileInfo& file) {
     newest = std::max(newest, file.lastWrite);
     newestByPresentRules =
         std::max(newestByPresentRules.value_or(kMissingDate), file.lastWriteByPresentRules);
@@ -15,7 +15,7 @@ void NewestDates::Take(const FileFacts& file) {
 NewestDates NewestFileDates(FileSystem& files, std::wstring_view path,
                             const std::function<void()>& yield) {
     NewestDates dates;
-    const std::optional<FileFacts> facts = files.Look(path);
+    const std::optional<FileInfo> facts = files.Stat(path);
     if (!facts) return dates;
     if (!facts->isFolder) {
         dates.Take(*facts);

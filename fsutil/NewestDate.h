@@ -15,7 +15,7 @@ struct NewestDates {
     Date newest = kMissingDate;
     std::optional<Date> newestByPresentRules;  ///< nothing when the date is no file's
 
-    void Take(const FileFacts& file);
+    void Take(const FileInfo& file);
 
     /// Whether a comment of this date describes the files as they are now, by either rule.
     [[nodiscard]] bool HasDate(Date date) const {

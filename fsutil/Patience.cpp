@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "platform/Clock.h"
-#include "platform/EventPump.h"
 #include "platform/FileSystem.h"
+#include "platform/MessagePump.h"
 #include "platform/RuntimeError.h"
 #include "platform/WindowsHeader.h"
 
@@ -44,19 +44,19 @@ void Patience::Perform(const std::function<void()>& step, std::wstring_view targ
     Retry(step, passes, limit);
 }
 
-void Patience::EraseFolder(std::wstring_view path, bool emptiedByUs) {
+void Patience::RemoveFolder(std::wstring_view path, bool emptiedByUs) {
     const auto passes = [&](std::uint32_t code) {
         if (code == ERROR_DIR_NOT_EMPTY) return emptiedByUs;
         return MeansInUse(code) && (code != ERROR_ACCESS_DENIED || !IsReadOnly(path));
     };
-    Retry([&] { system_.files.EraseFolder(path); }, passes, kUsual);
+    Retry([&] { system_.files.RemoveFolder(path); }, passes, kUsual);
 }
 
 void Patience::Retry(const std::function<void()>& step,
                      const std::function<bool(std::uint32_t)>& passes, std::uint64_t limit) {
     const std::uint64_t start = system_.clock.Milliseconds();
     // Who has cancelled already waits for the end of the run.
-    const bool wasCancelled = cancelled_;
+    const bool wasCancelled = cancel_.IsRequested();
     if (waitedInVain_ || wasCancelled) limit = kBrief;
     for (std::uint64_t pause = kFirstPause;; pause = std::min(2 * pause, kLongestPause)) {
         const std::uint64_t waited = system_.clock.Milliseconds() - start;
@@ -64,7 +64,7 @@ void Patience::Retry(const std::function<void()>& step,
             step();
             return;
         } catch (const RuntimeError& error) {
-            if (!passes(error.SystemCode()) || (cancelled_ && !wasCancelled)) throw;
+            if (!passes(error.SystemCode()) || (cancel_.IsRequested() && !wasCancelled)) throw;
             if (waited >= limit) {
                 waitedInVain_ = true;
                 throw;
@@ -76,18 +76,18 @@ void Patience::Retry(const std::function<void()>& step,
 
 // A message ends the system's wait early.
 void Patience::Pause(std::uint64_t milliseconds) {
-    const bool wasCancelled = cancelled_;
+    const bool wasCancelled = cancel_.IsRequested();
     const std::uint64_t end = system_.clock.Milliseconds() + milliseconds;
     for (std::uint64_t now = end - milliseconds; now < end; now = system_.clock.Milliseconds()) {
-        system_.pump.WaitForEvents(static_cast<unsigned>(end - now));
-        if (cancelled_ && !wasCancelled) return;
+        system_.pump.WaitForMessages(static_cast<unsigned>(end - now));
+        if (cancel_.IsRequested() && !wasCancelled) return;
     }
 }
 
 bool Patience::IsReadOnly(std::wstring_view path) {
     if (path.empty()) return false;
     try {
-        const auto facts = system_.files.Look(path);
+        const auto facts = system_.files.Stat(path);
         return facts && facts->isReadOnly;
     } catch (const RuntimeError&) {
         return false;

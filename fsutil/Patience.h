@@ -4,6 +4,7 @@
 #include <functional>
 #include <string_view>
 
+#include "platform/CancelToken.h"
 #include "platform/System.h"
 
 namespace vw {
@@ -21,8 +22,8 @@ class Patience {
     static constexpr std::uint64_t kUsual = 10'000;  ///< milliseconds
     static constexpr std::uint64_t kLong = 30'000;   ///< for the step that ends hours of work
 
-    /// `cancelled` is read during a wait; both have to outlive this object.
-    Patience(System& system, const bool& cancelled) : system_(system), cancelled_(cancelled) {}
+    /// `cancel` is read during a wait; both have to outlive this object.
+    Patience(System& system, const CancelToken& cancel) : system_(system), cancel_(cancel) {}
 
     /// A new run has its whole patience.
     void StartRun() noexcept { waitedInVain_ = false; }
@@ -35,7 +36,7 @@ class Patience {
 
     /// Removes the empty folder `path`. With `emptiedByUs` a folder that is not empty counts too:
     /// some disks show what was removed until everybody has closed it.
-    void EraseFolder(std::wstring_view path, bool emptiedByUs);
+    void RemoveFolder(std::wstring_view path, bool emptiedByUs);
 
   private:
     void Retry(const std::function<void()>& step, const std::function<bool(std::uint32_t)>& passes,
@@ -44,7 +45,7 @@ class Patience {
     [[nodiscard]] bool IsReadOnly(std::wstring_view path);
 
     System& system_;
-    const bool& cancelled_;
+    const CancelToken& cancel_;
     bool waitedInVain_ = false;
 };
 

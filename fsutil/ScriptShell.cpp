@@ -57,7 +57,7 @@ void ScriptShell::Create() {
         objects->shell = MakeComObject<IDispatch>(identifier, IID_IDispatch);
     }
     if (!objects->shell) {
-        RaiseWith(error_number::kAccessError, L"The object WScript.Shell cannot be created");
+        ThrowWith(error_number::kAccessError, L"The object WScript.Shell cannot be created");
     }
     objects_ = std::move(objects);
 }

@@ -18,7 +18,7 @@ class ScriptShell {
     ScriptShell& operator=(const ScriptShell&) = delete;
     ~ScriptShell();
 
-    /// Makes the object unless it is there; raises 75 when the system has none.
+    /// Makes the object unless it is there; throws 75 when the system has none.
     void Create();
 
     [[nodiscard]] bool IsCreated() const noexcept;

@@ -3,12 +3,12 @@
 #include <string>
 #include <vector>
 
-#include "platform/EventPump.h"
+#include "platform/MessagePump.h"
 
 namespace vw::MFileDosShell {
 
 /// Sorts ascending without regard to case, in place; the order of texts that differ in case only is
 /// not fixed. Messages are processed meanwhile, during which `texts` still stands as it was.
-void Sort(std::vector<std::wstring>& texts, EventPump& pump);
+void Sort(std::vector<std::wstring>& texts, MessagePump& pump);
 
 }  // namespace vw::MFileDosShell

@@ -5,18 +5,18 @@
 #include <vector>
 
 #include "fsutil/Scripting.h"
+#include "fsutil/TreeOperations.h"
 #include "fsutil/TreeWalk.h"
-#include "fsutil/TreeWork.h"
 #include "platform/ErrorTrap.h"
-#include "platform/EventPump.h"
 #include "platform/FileSystem.h"
-#include "platform/Like.h"
+#include "platform/MessagePump.h"
 #include "platform/ProgramState.h"
 #include "platform/ProgressReporter.h"
 #include "platform/RuntimeError.h"
 #include "platform/SystemError.h"
 #include "platform/SystemPath.h"
 #include "platform/TextCase.h"
+#include "platform/Wildcards.h"
 
 namespace vw::MFileDosShell {
 
@@ -59,7 +59,7 @@ void DeleteFile(System& system, const std::wstring& folder, const std::wstring& 
                 ProgressReporter& progress) {
     progress.Msg(kDeleting, name);
     try {
-        system.files.EraseFile(JoinPath(folder, name));
+        system.files.RemoveFile(JoinPath(folder, name));
     } catch (const RuntimeError& error) {
         progress.Msg(kStays, SystemText(error));
     }
@@ -67,7 +67,7 @@ void DeleteFile(System& system, const std::wstring& folder, const std::wstring& 
 
 bool DeleteWholeFolder(System& system, const std::wstring& path) {
     try {
-        DeleteTree(system.files, path, [&] { system.pump.DoEventsIfDue(); });
+        DeleteTree(system.files, path, [&] { system.pump.ProcessMessagesIfDue(); });
         return true;
     } catch (const RuntimeError&) {
         return false;
@@ -78,14 +78,14 @@ bool DeleteWholeFolder(System& system, const std::wstring& path) {
 void CleanWindowsFolder(System& system, const ProgramState& state, const std::wstring& windows) {
     const Contents contents = ContentsOf(system, windows);
     for (const std::wstring& name : contents.files) {
-        if (state.cancelRequested) return;
-        if (!Like(name, L"*.TMP")) continue;
+        if (state.cancel.IsRequested()) return;
+        if (!MatchesWildcard(name, L"*.TMP")) continue;
         try {
-            system.files.EraseFile(JoinPath(windows, name));
+            system.files.RemoveFile(JoinPath(windows, name));
         } catch (const RuntimeError&) {
             // In use.
         }
-        system.pump.DoEvents();
+        system.pump.ProcessMessages();
     }
 }
 
@@ -97,7 +97,7 @@ void RequireWasteOnly(System& system, const std::wstring& folder,
         return !path.empty() && PathContains(folder, path);
     };
     if (IsRoot(system.files, folder) || std::any_of(kept.begin(), kept.end(), holds)) {
-        Raise(error_number::kPermissionDenied, folder);
+        Throw(error_number::kPermissionDenied, folder);
     }
 }
 
@@ -119,15 +119,16 @@ void DelInFolder(System& system, const ProgramState& state, std::wstring_view fo
         trap(L"DelInFolder", [&] {
             Contents contents = ContentsOrReason(system, path, progress);
             for (const std::wstring& name : contents.files) {
-                if (state.cancelRequested) return;
-                if (!skip || !Like(name, L"VB*.*")) DeleteFile(system, path, name, progress);
-                system.pump.DoEvents();
+                if (state.cancel.IsRequested()) return;
+                if (!skip || !MatchesWildcard(name, L"VB*.*"))
+                    DeleteFile(system, path, name, progress);
+                system.pump.ProcessMessages();
             }
             open.push_back({path, std::move(contents.folders)});
         });
     };
     enter(std::wstring(folder));
-    while (!open.empty() && !state.cancelRequested) {
+    while (!open.empty() && !state.cancel.IsRequested()) {
         OpenFolder& level = open.back();
         if (level.next == level.folders.size()) {
             open.pop_back();
@@ -137,12 +138,12 @@ void DelInFolder(System& system, const ProgramState& state, std::wstring_view fo
         bool isLeft = false;
         const bool known = trap(L"DelInFolder", [&] {
             if (DeleteWholeFolder(system, path)) return;
-            const auto facts = system.files.Look(path);
+            const auto facts = system.files.Stat(path);
             isLeft = facts && !facts->isLink;
         });
         if (!known) open.pop_back();
         if (isLeft) enter(path);
-        system.pump.DoEvents();
+        system.pump.ProcessMessages();
     }
 }
 
@@ -152,15 +153,15 @@ void DellTemp(System& system, ProgramState& state, MMyScripting::ScriptShell& sh
         return MMyScripting::GetSpecialFolders(system, shell, code, isWinNT);
     };
     Trap(system)(L"DellTemp", [&] {
-        state.cancelRequested = false;
+        state.cancel.Begin();
         const std::wstring windows = special(kWindowsFolder);
         const std::vector<std::wstring> kept{windows, special(kDocuments), state.applicationFolder,
                                              state.currentListPath};
         for (const std::wstring& folder :
              {special(kTemporaryFolder), windows + L"\\Temp", windows + L"\\prefetch"}) {
-            if (state.cancelRequested) break;
+            if (state.cancel.IsRequested()) break;
             Trap(system)(L"DellTemp", [&] {
-                if (!system.files.Look(folder)) Raise(error_number::kPathNotFound, folder);
+                if (!system.files.Stat(folder)) Throw(error_number::kPathNotFound, folder);
                 RequireWasteOnly(system, folder, kept);
                 DelInFolder(system, state, folder, kYes, true, progress);
             });

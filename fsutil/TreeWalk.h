@@ -28,7 +28,7 @@ struct TreeVisitor {
 
 /// Visits the files of `folder`, then those of its subfolders; the order is otherwise unspecified.
 /// Lists each folder once. Links to folders below `folder` are not entered (`folder` itself may be
-/// one), files that hold no data are left out. Folders that cannot be read are left out, or raise.
+/// one), files that hold no data are left out. Folders that cannot be read are left out, or throw.
 /// Entries of the program's own (see IsOwnEntry) are left out.
 void WalkTree(FileSystem& files, std::wstring_view folder, const TreeVisitor& visitor);
 

@@ -1,7 +1,7 @@
 #include "fsutil/Waking.h"
 
 #include "platform/Clock.h"
-#include "platform/EventPump.h"
+#include "platform/MessagePump.h"
 
 namespace vw {
 
@@ -13,14 +13,14 @@ constexpr unsigned kPause = 250;
 
 }  // namespace
 
-bool IsThereAfterWaking(System& system, const bool& cancelled,
+bool IsThereAfterWaking(System& system, const CancelToken& cancel,
                         const std::function<bool()>& isThere) {
     if (isThere()) return true;
     const auto sinceWaking = system.clock.MillisecondsSinceWaking();
     if (!sinceWaking || *sinceWaking >= kRecently) return false;
     const std::uint64_t end = system.clock.Milliseconds() + kPatience;
-    while (!cancelled && system.clock.Milliseconds() < end) {
-        system.pump.WaitForEvents(kPause);
+    while (!cancel.IsRequested() && system.clock.Milliseconds() < end) {
+        system.pump.WaitForMessages(kPause);
         if (isThere()) return true;
     }
     return false;

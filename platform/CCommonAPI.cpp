@@ -2,7 +2,7 @@
 
 namespace vw {
 
-CCommonAPI::CCommonAPI(RawRegistry& registry, const AnsiCodec& ansi, MsgBoxes& boxes,
+CCommonAPI::CCommonAPI(RawRegistry& registry, const AnsiCodec& ansi, MessageBoxes& boxes,
                        ErrorSink& faults)
     : registry_(registry),
       ansi_(ansi),

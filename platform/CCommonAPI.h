@@ -12,7 +12,7 @@
 namespace vw {
 
 class AnsiCodec;
-class MsgBoxes;
+class MessageBoxes;
 
 /// What the program asks of Windows beside files: the registry, the shell, the keyboard language.
 /// One file per concern: Registry*.cpp, Shell*.cpp and Language*.cpp of this folder.
@@ -21,7 +21,8 @@ class MsgBoxes;
 /// error's text goes to `faults`, in the program the debugger's output.
 class CCommonAPI {
   public:
-    CCommonAPI(RawRegistry& registry, const AnsiCodec& ansi, MsgBoxes& boxes, ErrorSink& faults);
+    CCommonAPI(RawRegistry& registry, const AnsiCodec& ansi, MessageBoxes& boxes,
+               ErrorSink& faults);
 
     // Registry. A path may begin with "\". Every access makes the key when it is missing. Texts
     // cross in the ANSI code page. Results are status codes of the system, 0 for success; a
@@ -145,7 +146,7 @@ class CCommonAPI {
 
     RawRegistry& registry_;
     const AnsiCodec& ansi_;
-    MsgBoxes& boxes_;
+    MessageBoxes& boxes_;
     ErrorTrap trap_;
 };
 

@@ -32,17 +32,17 @@ void Check(HRESULT result) {
     if (SUCCEEDED(result)) return;
     switch (result) {
         case DISP_E_OVERFLOW:
-            Raise(error_number::kOverflow);
+            Throw(error_number::kOverflow);
         case E_OUTOFMEMORY:
-            Raise(error_number::kOutOfMemory);
+            Throw(error_number::kOutOfMemory);
         default:
-            Raise(error_number::kTypeMismatch);
+            Throw(error_number::kTypeMismatch);
     }
 }
 
 }  // namespace
 
-std::int16_t CInt(std::wstring_view text) {
+std::int16_t ParseInt16(std::wstring_view text) {
     if (const auto plain = PlainNumber(text)) return *plain;
     std::wstring copy(text);
     SHORT number = 0;
@@ -50,7 +50,7 @@ std::int16_t CInt(std::wstring_view text) {
     return number;
 }
 
-bool CBool(std::wstring_view text) {
+bool ParseBool(std::wstring_view text) {
     if (const auto plain = PlainNumber(text)) return *plain != 0;
     std::wstring copy(text);
     VARIANT_BOOL flag = VARIANT_FALSE;

@@ -6,12 +6,12 @@
 namespace vw {
 
 /// The 16-bit number that a setting or a list line holds, read by the user's number format and
-/// rounded to the nearest whole, halves to the even side ("2.5" is 2). Raises 13 when the text is
+/// rounded to the nearest whole, halves to the even side ("2.5" is 2). Throws 13 when the text is
 /// no number, 6 when the number does not fit.
-[[nodiscard]] std::int16_t CInt(std::wstring_view text);
+[[nodiscard]] std::int16_t ParseInt16(std::wstring_view text);
 
 /// The yes or no that a setting holds: "True", "False" in any letter case, or a number (0 is no).
-/// Raises 13 for any other text.
-[[nodiscard]] bool CBool(std::wstring_view text);
+/// Throws 13 for any other text.
+[[nodiscard]] bool ParseBool(std::wstring_view text);
 
 }  // namespace vw

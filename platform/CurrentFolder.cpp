@@ -15,6 +15,6 @@ void WorkIn(const std::wstring& folder) {
     if (!folder.empty()) SetCurrentDirectoryW(folder.c_str());
 }
 
-FolderToStayIn::~FolderToStayIn() { WorkIn(folder_); }
+CurrentFolderKeeper::~CurrentFolderKeeper() { WorkIn(folder_); }
 
 }  // namespace vw

@@ -12,12 +12,12 @@ void WorkIn(const std::wstring& folder);
 
 /// Brings the process back to the folder that it works in now. Dialogs of the system move it to
 /// where the user browsed, and a drive that a process works on cannot be taken out.
-class FolderToStayIn {
+class CurrentFolderKeeper {
   public:
-    FolderToStayIn() : folder_(CurrentFolder()) {}
-    ~FolderToStayIn();
-    FolderToStayIn(const FolderToStayIn&) = delete;
-    FolderToStayIn& operator=(const FolderToStayIn&) = delete;
+    CurrentFolderKeeper() : folder_(CurrentFolder()) {}
+    ~CurrentFolderKeeper();
+    CurrentFolderKeeper(const CurrentFolderKeeper&) = delete;
+    CurrentFolderKeeper& operator=(const CurrentFolderKeeper&) = delete;
 
   private:
     std::wstring folder_;

@@ -47,7 +47,7 @@ Date MakeDate(const DateParts& parts) {
     const Date date = day * kSecondsPerDay + std::int64_t{parts.hour} * 3600 +
                       std::int64_t{parts.minute} * 60 + parts.second;
     if (date < kFirstDate || date > kLastDate) {
-        Raise(error_number::kInvalidCall);
+        Throw(error_number::kInvalidCall);
     }
     return date;
 }

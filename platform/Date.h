@@ -23,7 +23,7 @@ struct DateParts {
 
 /// The date of `parts`. Months, days and times beyond their range roll over (day 0 is the last day
 /// of the month before, month 13 the next January); years 0 to 29 mean 2000 to 2029 and 30 to 99
-/// mean 1930 to 1999. Raises error 5 when the result lies outside the years 100 to 9999.
+/// mean 1930 to 1999. Throws error 5 when the result lies outside the years 100 to 9999.
 [[nodiscard]] Date MakeDate(const DateParts& parts);
 
 /// Year to second of a date.

@@ -2,7 +2,7 @@
 
 #include "platform/ErrorAdvice.h"
 #include "platform/ExitStatus.h"
-#include "platform/MsgBox.h"
+#include "platform/MessageBoxes.h"
 #include "platform/ProgramState.h"
 
 namespace vw {
@@ -11,7 +11,7 @@ void ErrorReports::Report(const Procedure& where, const RuntimeError& error) {
     exitStatus_.Note(error.Number());
     if (note_) note_(ErrorDetails(error));
     if (limits_ > 0 && ++told_ > most_ && !state_.silentRun) return;
-    boxes_.MsgBox({.text = ErrorBoxText(where, error, state_.arabic)});
+    boxes_.Show({.text = ErrorBoxText(where, error, state_.arabic)});
 }
 
 void ErrorReports::BeginLimit(int most) {

@@ -9,13 +9,13 @@
 namespace vw {
 
 class ExitStatus;
-class MsgBoxes;
+class MessageBoxes;
 struct ProgramState;
 
 /// Tells errors in message boxes and notes the first one for the exit code.
 class ErrorReports final : public ErrorSink {
   public:
-    ErrorReports(MsgBoxes& boxes, ExitStatus& exitStatus, const ProgramState& state)
+    ErrorReports(MessageBoxes& boxes, ExitStatus& exitStatus, const ProgramState& state)
         : boxes_(boxes), exitStatus_(exitStatus), state_(state) {}
 
     /// Called with the text of an error before its message box is shown, so that the report lists
@@ -30,7 +30,7 @@ class ErrorReports final : public ErrorSink {
     int EndLimit() override;
 
   private:
-    MsgBoxes& boxes_;
+    MessageBoxes& boxes_;
     ExitStatus& exitStatus_;
     const ProgramState& state_;
     Note note_;

@@ -13,7 +13,7 @@
 namespace vw {
 
 /// What the disk tells of a file or folder without opening it.
-struct FileFacts {
+struct FileInfo {
     bool isFolder = false;
     /// A folder that is a junction, mount point or symbolic link; a file that has no bytes of its
     /// own: an app alias, a socket, a device, a link that leads nowhere.
@@ -31,7 +31,7 @@ struct FileFacts {
 };
 
 /// One entry of a folder. The name lives only as long as the call that shows it.
-struct FolderEntry : FileFacts {
+struct FolderEntry : FileInfo {
     std::wstring_view name;
 };
 
@@ -51,10 +51,10 @@ struct FolderIdentity {
     }
 };
 
-enum class DriveKind { Unknown, Removable, Fixed, Network, Optical, Memory };
+enum class DriveType { Unknown, Removable, Fixed, Network, Optical, Memory };
 
 /// The disk, as the whole program sees it. Paths are taken as people type them: "\" or "/", double
-/// separators, relative, longer than 260 characters. Every failure is raised as a RuntimeError
+/// separators, relative, longer than 260 characters. Every failure is thrown as a RuntimeError
 /// with the path. Links to files show the file; `isLink` marks links to folders and to nothing.
 class FileSystem {
   public:
@@ -69,61 +69,61 @@ class FileSystem {
     virtual ~FileSystem() = default;
 
     /// Facts of the file or folder at `path`; nothing when none is there (a path with wildcards
-    /// names none). Raises 70 and others when the disk cannot tell.
-    [[nodiscard]] virtual std::optional<FileFacts> Look(std::wstring_view path) = 0;
+    /// names none). Throws 70 and others when the disk cannot tell.
+    [[nodiscard]] virtual std::optional<FileInfo> Stat(std::wstring_view path) = 0;
 
-    /// Shows every entry of a folder but "." and "..", in the disk's order. Raises 76 when there
+    /// Shows every entry of a folder but "." and "..", in the disk's order. Throws 76 when there
     /// is no such folder, 70 when it may not be read.
     virtual void List(std::wstring_view folder, const EntryVisitor& visitor) = 0;
 
-    /// Copies one file to a free name, with its date, attributes and alternate streams. Raises 53
+    /// Copies one file to a free name, with its date, attributes and alternate streams. Throws 53
     /// when `from` is no file, 58 when something stands at `to`, 61 when the disk is full, 70 when
     /// either is in use or refused. A failed copy leaves no file behind.
     virtual void Copy(std::wstring_view from, std::wstring_view to,
                       const CopyProgress& progress) = 0;
 
-    /// Makes one folder; its parent must exist (76). Raises 58 when something is there already.
-    virtual void MakeFolder(std::wstring_view path) = 0;
+    /// Makes one folder; its parent must exist (76). Throws 58 when something is there already.
+    virtual void CreateFolder(std::wstring_view path) = 0;
 
-    /// Deletes one file, read-only or not. Raises 53 when it is missing, 70 when it is in use.
-    virtual void EraseFile(std::wstring_view path) = 0;
+    /// Deletes one file, read-only or not. Throws 53 when it is missing, 70 when it is in use.
+    virtual void RemoveFile(std::wstring_view path) = 0;
 
-    /// Deletes one empty folder, or a link to a folder without what it shows. Raises 75 when the
+    /// Deletes one empty folder, or a link to a folder without what it shows. Throws 75 when the
     /// folder is not empty, 70 when it is in use.
-    virtual void EraseFolder(std::wstring_view path) = 0;
+    virtual void RemoveFolder(std::wstring_view path) = 0;
 
-    /// Renames a file or folder on one drive. Never replaces: raises 58 when `to` exists.
-    virtual void Move(std::wstring_view from, std::wstring_view to) = 0;
+    /// Renames a file or folder on one drive. Never replaces: throws 58 when `to` exists.
+    virtual void Rename(std::wstring_view from, std::wstring_view to) = 0;
 
     /// Renames a file over an existing one in one step, or to a free name.
     virtual void Replace(std::wstring_view from, std::wstring_view to) = 0;
 
-    /// All bytes of a file. Raises 53, 76, 70; 75 when access is denied.
+    /// All bytes of a file. Throws 53, 76, 70; 75 when access is denied.
     [[nodiscard]] virtual std::string Read(std::wstring_view path) = 0;
 
     /// Makes or empties a file and writes `bytes`; with Flush::Yes they are on the disk itself when
-    /// the call returns. Raises 61, 76, 70; 75 when access is denied. A failed write leaves no file
+    /// the call returns. Throws 61, 76, 70; 75 when access is denied. A failed write leaves no file
     /// behind.
     enum class Flush { No, Yes };
     virtual void Write(std::wstring_view path, std::string_view bytes, Flush flush) = 0;
 
     /// Gives the folder `to` the dates of creation and of the last change of the folder `from`, and
     /// its hidden, system and read-only marks; with Marks::Keep `to` keeps those that it has too.
-    /// Links are followed. Raises 70, 76.
+    /// Links are followed. Throws 70, 76.
     enum class Marks { Replace, Keep };
     virtual void CopyFolderInfo(std::wstring_view from, std::wstring_view to, Marks marks) = 0;
 
     /// Passes the access rights that were given to the file `from` itself, not to its folder, on to
-    /// the file `to` in the same folder. Does what the account may; never raises.
+    /// the file `to` in the same folder. Does what the account may; never throws.
     virtual void CopyAccessRights(std::wstring_view from, std::wstring_view to) = 0;
 
     /// Makes or opens a hidden file that nobody else can open until the result is destroyed, which
-    /// deletes it. One that is left over may be opened by every account. Raises 70 when another
+    /// deletes it. One that is left over may be opened by every account. Throws 70 when another
     /// process holds it or it may not be made (the system's code says which), 76 without its
     /// folder.
     [[nodiscard]] virtual std::unique_ptr<HeldFile> Hold(std::wstring_view path) = 0;
 
-    /// Which folder it is that a path names now, links followed. Raises 76 when there is none, 53
+    /// Which folder it is that a path names now, links followed. Throws 76 when there is none, 53
     /// for a file, 70 and others when the disk cannot answer.
     [[nodiscard]] virtual FolderIdentity Identify(std::wstring_view folder) = 0;
 
@@ -131,7 +131,7 @@ class FileSystem {
     /// where the system does not know one.
     [[nodiscard]] virtual std::wstring RealPath(std::wstring_view path) = 0;
 
-    /// Whether two files hold the same bytes. `progress` is called now and then. Raises what goes
+    /// Whether two files hold the same bytes. `progress` is called now and then. Throws what goes
     /// wrong while they are read. May be called in several threads at the same time.
     [[nodiscard]] virtual bool HaveSameBytes(std::wstring_view first, std::wstring_view second,
                                              const CopyProgress& progress) = 0;
@@ -140,7 +140,7 @@ class FileSystem {
     [[nodiscard]] virtual std::uint64_t FreeSpace(std::wstring_view folder) = 0;
 
     /// Kind of the drive that holds `path`; network for \\server\share.
-    [[nodiscard]] virtual DriveKind KindOfDrive(std::wstring_view path) = 0;
+    [[nodiscard]] virtual DriveType DriveTypeOf(std::wstring_view path) = 0;
 
     /// The folder for temporary files, without a final "\".
     [[nodiscard]] virtual std::wstring TempFolder() = 0;

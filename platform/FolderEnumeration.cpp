@@ -57,14 +57,14 @@ std::uint64_t Joined(DWORD high, DWORD low) {
     return (static_cast<std::uint64_t>(high) << 32) | low;
 }
 
-void TakeDates(const FILETIME& lastWrite, const LocalTime& localTime, FileFacts& facts) {
+void TakeDates(const FILETIME& lastWrite, const LocalTime& localTime, FileInfo& facts) {
     facts.lastWrite = localTime.DateOf(lastWrite);
     facts.lastWriteByPresentRules = localTime.DateByPresentRules(lastWrite);
 }
 
 template <class Data>
-FileFacts PlainFacts(const Data& data, const LocalTime& localTime) {
-    FileFacts facts;
+FileInfo PlainFacts(const Data& data, const LocalTime& localTime) {
+    FileInfo facts;
     facts.isFolder = (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
     facts.isReadOnly = (data.dwFileAttributes & FILE_ATTRIBUTE_READONLY) != 0;
     facts.isHidden = (data.dwFileAttributes & FILE_ATTRIBUTE_HIDDEN) != 0;
@@ -79,7 +79,7 @@ FileFacts PlainFacts(const Data& data, const LocalTime& localTime) {
 }
 
 // Size and date of the file that a link shows; the link's own when it cannot be asked.
-void FollowFileLink(const std::wstring& systemPath, const LocalTime& localTime, FileFacts& facts) {
+void FollowFileLink(const std::wstring& systemPath, const LocalTime& localTime, FileInfo& facts) {
     const FileHandle file(CreateFileW(systemPath.c_str(), FILE_READ_ATTRIBUTES,
                                       FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                                       nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
@@ -96,9 +96,9 @@ bool IsDots(const wchar_t* name) {
 
 }  // namespace
 
-FileFacts FactsOf(const WIN32_FIND_DATAW& data, const LocalTime& localTime,
-                  const std::function<std::wstring()>& systemPath) {
-    FileFacts facts = PlainFacts(data, localTime);
+FileInfo FactsOf(const WIN32_FIND_DATAW& data, const LocalTime& localTime,
+                 const std::function<std::wstring()>& systemPath) {
+    FileInfo facts = PlainFacts(data, localTime);
     if ((data.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0) return facts;
     const DWORD tag = data.dwReserved0;
     if (facts.isFolder) {
@@ -111,8 +111,8 @@ FileFacts FactsOf(const WIN32_FIND_DATAW& data, const LocalTime& localTime,
     return facts;
 }
 
-FileFacts FactsOf(const WIN32_FILE_ATTRIBUTE_DATA& data, const std::wstring& systemPath,
-                  const LocalTime& localTime) {
+FileInfo FactsOf(const WIN32_FILE_ATTRIBUTE_DATA& data, const std::wstring& systemPath,
+                 const LocalTime& localTime) {
     if ((data.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0) {
         return PlainFacts(data, localTime);
     }
@@ -120,8 +120,8 @@ FileFacts FactsOf(const WIN32_FILE_ATTRIBUTE_DATA& data, const std::wstring& sys
     return FactsFromListing(systemPath, localTime).value_or(PlainFacts(data, localTime));
 }
 
-std::optional<FileFacts> FactsFromListing(const std::wstring& systemPath,
-                                          const LocalTime& localTime) {
+std::optional<FileInfo> FactsFromListing(const std::wstring& systemPath,
+                                         const LocalTime& localTime) {
     WIN32_FIND_DATAW data{};
     const FindHandle found(FindFirstFileW(systemPath.c_str(), &data));
     if (!found) return std::nullopt;
@@ -143,14 +143,14 @@ void EnumerateFolder(const std::wstring& systemPath, std::wstring_view path,
         // The empty root of a drive has not even "." and "..".
         if (isFolder && code == ERROR_FILE_NOT_FOUND) return;
         if ((exists && !isFolder) || code == ERROR_FILE_NOT_FOUND || code == ERROR_PATH_NOT_FOUND) {
-            Raise(error_number::kPathNotFound, path);
+            Throw(error_number::kPathNotFound, path);
         }
         RaiseCode(code, path);
     }
     FolderEntry entry;
     do {
         if (IsDots(data.cFileName)) continue;
-        static_cast<FileFacts&>(entry) =
+        static_cast<FileInfo&>(entry) =
             FactsOf(data, localTime, [&] { return prefix + data.cFileName; });
         entry.name = data.cFileName;
         visitor(entry);

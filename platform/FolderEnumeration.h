@@ -13,16 +13,16 @@ namespace vw {
 
 /// Facts of a file or folder from what the system told of it. A link to a file is followed: the
 /// file that it shows is what a backup takes.
-[[nodiscard]] FileFacts FactsOf(const WIN32_FILE_ATTRIBUTE_DATA& data,
-                                const std::wstring& systemPath, const LocalTime& localTime);
+[[nodiscard]] FileInfo FactsOf(const WIN32_FILE_ATTRIBUTE_DATA& data,
+                               const std::wstring& systemPath, const LocalTime& localTime);
 
 /// Facts of an entry of a listing. `systemPath` gives its path where it has to be asked about.
-[[nodiscard]] FileFacts FactsOf(const WIN32_FIND_DATAW& data, const LocalTime& localTime,
-                                const std::function<std::wstring()>& systemPath);
+[[nodiscard]] FileInfo FactsOf(const WIN32_FIND_DATAW& data, const LocalTime& localTime,
+                               const std::function<std::wstring()>& systemPath);
 
 /// The same from the listing of the parent folder; nothing when it is not listed.
-[[nodiscard]] std::optional<FileFacts> FactsFromListing(const std::wstring& systemPath,
-                                                        const LocalTime& localTime);
+[[nodiscard]] std::optional<FileInfo> FactsFromListing(const std::wstring& systemPath,
+                                                       const LocalTime& localTime);
 
 /// Shows each entry of a folder in one pass; `path` is its name for the user.
 void EnumerateFolder(const std::wstring& systemPath, std::wstring_view path,

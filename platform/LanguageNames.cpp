@@ -2,7 +2,7 @@
 #include <cwchar>
 
 #include "platform/CCommonAPI.h"
-#include "platform/MsgBox.h"
+#include "platform/MessageBoxes.h"
 #include "platform/TextCase.h"
 
 namespace vw {
@@ -68,7 +68,7 @@ void CCommonAPI::LanguageIsArabic(bool wanted) {
         const std::wstring shape =
             RegValue(HKEY_CURRENT_USER, kNumberFormatKey, L"NumShape", REG_SZ);
         if (shape == kNeverArabicDigits) {
-            boxes_.MsgBox({.text = std::wstring(kDigitWarning), .rightToLeft = true});
+            boxes_.Show({.text = std::wstring(kDigitWarning), .rightToLeft = true});
         }
     });
 }

@@ -3,17 +3,19 @@
 #include <cstdint>
 #include <string>
 
+#include "platform/CancelToken.h"
+
 namespace vw {
 
 /// What the whole program knows, in one place; the start procedure fills it and everybody gets a
 /// reference to it.
 struct ProgramState {
-    bool arabic = false;           ///< language of the windows and of our own report lines
-    bool silentRun = false;        ///< started with "/B", "/S", "/R" or "/D": nothing may wait
-    bool cancelRequested = false;  ///< set by Cancel anywhere, polled by the work
-    bool isWorking = false;        ///< long work is going on that ends early when it is cancelled
-    bool endRequested = false;     ///< the session or the program ends: no partial copy is kept
-    bool sessionEnds = false;      ///< Windows ends the session: no box is shown any more
+    bool arabic = false;        ///< language of the windows and of our own report lines
+    bool silentRun = false;     ///< started with "/B", "/S", "/R" or "/D": nothing may wait
+    CancelToken cancel;         ///< of the present work
+    bool isWorking = false;     ///< long work is going on that ends early when it is cancelled
+    bool endRequested = false;  ///< the session or the program ends: no partial copy is kept
+    bool sessionEnds = false;   ///< Windows ends the session: no box is shown any more
     bool listModified = false;
     std::wstring applicationFolder;  ///< holds the program; no final "\"
     std::wstring executableBaseName;

@@ -50,7 +50,8 @@ class ProgressReporter {
 
     /// The size and the newest date of an item, as the run found them; of a folder those of its
     /// whole tree.
-    virtual void OnSurveyed(std::wstring_view /*path*/, std::uint64_t /*bytes*/, Date /*newest*/) {}
+    virtual void OnItemStats(std::wstring_view /*path*/, std::uint64_t /*bytes*/, Date /*newest*/) {
+    }
 
     /// One more file of the item has been copied.
     virtual void OnFileCopied(std::uint64_t /*bytes*/) {}

@@ -85,11 +85,11 @@ std::wstring DescriptionOf(int number) {
     return L"Error " + std::to_wstring(number);
 }
 
-void Raise(int number, std::wstring_view path, const SourceLocation& where) {
+void Throw(int number, std::wstring_view path, const SourceLocation& where) {
     throw RuntimeError(number, DescriptionOf(number), std::wstring(path), where.line());
 }
 
-void RaiseWith(int number, std::wstring_view description, std::wstring_view path,
+void ThrowWith(int number, std::wstring_view description, std::wstring_view path,
                const SourceLocation& where) {
     throw RuntimeError(number, std::wstring(description), std::wstring(path), where.line());
 }

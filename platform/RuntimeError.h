@@ -39,7 +39,7 @@ inline constexpr int kListPathMissing = 4008;
 }  // namespace error_number
 
 /// An error as the user is told of it: its number, what it means, the path it concerns (empty when
-/// it concerns none) and the source line that raised it.
+/// it concerns none) and the source line that thrown it.
 class RuntimeError : public std::exception {
   public:
     RuntimeError(int number, std::wstring description, std::wstring path, std::uint_least32_t line,
@@ -65,12 +65,12 @@ class RuntimeError : public std::exception {
 /// as "Error n" for any other.
 [[nodiscard]] std::wstring DescriptionOf(int number);
 
-/// Raises an error with its usual description. `path` is what the user has to look at.
-[[noreturn]] void Raise(int number, std::wstring_view path = {},
+/// Throws an error with its usual description. `path` is what the user has to look at.
+[[noreturn]] void Throw(int number, std::wstring_view path = {},
                         const SourceLocation& where = SourceLocation::current());
 
-/// Raises an error with a description of its own.
-[[noreturn]] void RaiseWith(int number, std::wstring_view description, std::wstring_view path = {},
+/// Throws an error with a description of its own.
+[[noreturn]] void ThrowWith(int number, std::wstring_view description, std::wstring_view path = {},
                             const SourceLocation& where = SourceLocation::current());
 
 /// The error number for a failure code of the system (GetLastError): 53 for a missing file, 61 for

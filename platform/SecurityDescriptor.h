@@ -7,7 +7,7 @@ namespace vw {
 /// Access rights for a new object of the system, from their text form (SDDL).
 class SecurityDescriptor {
   public:
-    /// Raises the system's error for a text that is none.
+    /// Throws the system's error for a text that is none.
     explicit SecurityDescriptor(const wchar_t* text);
     SecurityDescriptor(const SecurityDescriptor&) = delete;
     SecurityDescriptor& operator=(const SecurityDescriptor&) = delete;

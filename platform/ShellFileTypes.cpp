@@ -1,6 +1,6 @@
 #include "platform/CCommonAPI.h"
-#include "platform/Like.h"
-#include "platform/MsgBox.h"
+#include "platform/MessageBoxes.h"
+#include "platform/Wildcards.h"
 
 namespace vw {
 namespace {
@@ -26,10 +26,10 @@ void CCommonAPI::RegisterFileType(std::wstring_view extension, std::wstring& typ
 
         if (!registerIt || sApplicationPath.empty()) {
             RemoveType(extensionKey, typeName);
-        } else if (Like(sApplicationPath, L"*.exe")) {
+        } else if (MatchesWildcard(sApplicationPath, L"*.exe")) {
             RegisterType(extensionKey, typeName, sApplicationPath, iconPath);
         } else {
-            boxes_.MsgBox({.text = L"Please let sApplicationPath = full path and file name"});
+            boxes_.Show({.text = L"Please let sApplicationPath = full path and file name"});
         }
     });
 }

@@ -1,5 +1,5 @@
 #include "platform/CCommonAPI.h"
-#include "platform/MsgBox.h"
+#include "platform/MessageBoxes.h"
 #include "platform/RuntimeError.h"
 
 namespace vw {
@@ -21,7 +21,7 @@ void StartProgram(const std::wstring& command) {
     PROCESS_INFORMATION started{};
     if (!CreateProcessW(barePath ? command.c_str() : nullptr, commandLine.data(), nullptr, nullptr,
                         FALSE, 0, nullptr, nullptr, &startup, &started)) {
-        Raise(ErrorNumberOf(GetLastError()), command);
+        Throw(ErrorNumberOf(GetLastError()), command);
     }
     const KernelHandle process(started.hProcess);
     const KernelHandle thread(started.hThread);
@@ -43,7 +43,7 @@ void CCommonAPI::ShellSysInfo() {
             StartProgram(folder + L"\\MSINFO32.EXE");
             return;
         }
-        boxes_.MsgBox({.text = L"System Information Is Unavailable At This Time"});
+        boxes_.Show({.text = L"System Information Is Unavailable At This Time"});
     });
 }
 

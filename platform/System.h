@@ -5,21 +5,21 @@ namespace vw {
 class AnsiCodec;
 class Clock;
 class ErrorSink;
-class EventPump;
+class MessagePump;
 class ExitStatus;
 class FileSystem;
-class MsgBoxes;
-class ProgramEnd;
+class MessageBoxes;
+class ProcessExit;
 
-/// The world outside, as one bundle for the rooms above. `wWinMain` fills it with the real things,
+/// The world outside, as one bundle for the layers above. `wWinMain` fills it with the real things,
 /// a test with its own.
 struct System {
     FileSystem& files;
-    EventPump& pump;
-    MsgBoxes& boxes;
+    MessagePump& pump;
+    MessageBoxes& boxes;
     ErrorSink& errors;
     ExitStatus& exitStatus;
-    ProgramEnd& programEnd;
+    ProcessExit& programEnd;
     const Clock& clock;
     const AnsiCodec& ansi;
 };

@@ -17,7 +17,7 @@ bool HoldsEverything(unsigned number) {
 
 int CheckedLength(std::size_t length) {
     if (length > static_cast<std::size_t>(std::numeric_limits<int>::max())) {
-        Raise(error_number::kOutOfMemory);
+        Throw(error_number::kOutOfMemory);
     }
     return static_cast<int>(length);
 }
@@ -34,7 +34,7 @@ unsigned CodePage::OfSystemLanguage() noexcept {
 
 CodePage::CodePage(unsigned number, unsigned before)
     : number_(number == CP_ACP ? GetACP() : number), before_(before) {
-    if (!IsValidCodePage(number_)) Raise(error_number::kInvalidCall);
+    if (!IsValidCodePage(number_)) Throw(error_number::kInvalidCall);
 }
 
 bool CodePage::IsUnicode() const { return HoldsEverything(number_); }
@@ -50,7 +50,7 @@ std::string CodePage::Encode(std::wstring_view text) const {
 
     const int size =
         WideCharToMultiByte(number_, flags, text.data(), length, nullptr, 0, standIn, nullptr);
-    if (size <= 0) Raise(error_number::kOutOfMemory);
+    if (size <= 0) Throw(error_number::kOutOfMemory);
     std::string bytes(static_cast<std::size_t>(size), '\0');
     WideCharToMultiByte(number_, flags, text.data(), length, bytes.data(), size, standIn, nullptr);
     return bytes;

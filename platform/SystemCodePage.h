@@ -12,7 +12,7 @@ class CodePage final : public AnsiCodec {
   public:
     /// `number` 0 is the ANSI code page that the system was set up with. `before` is the code page
     /// that bytes are read in when they are no valid text of a Unicode one: by default that of the
-    /// system's language, which the system used before it was switched. Raises 5 for a code page
+    /// system's language, which the system used before it was switched. Throws 5 for a code page
     /// that the system does not have.
     explicit CodePage(unsigned number = 0, unsigned before = OfSystemLanguage());
 
@@ -20,10 +20,10 @@ class CodePage final : public AnsiCodec {
     /// language has none.
     [[nodiscard]] static unsigned OfSystemLanguage() noexcept;
 
-    /// Raises 7 for a text of more than 2^31 - 1 units.
+    /// Throws 7 for a text of more than 2^31 - 1 units.
     [[nodiscard]] std::string Encode(std::wstring_view text) const override;
 
-    /// Raises 7 for more than 2^31 - 1 bytes; otherwise never fails.
+    /// Throws 7 for more than 2^31 - 1 bytes; otherwise never fails.
     [[nodiscard]] std::wstring Decode(std::string_view bytes) const override;
 
     [[nodiscard]] bool IsUnicode() const override;

@@ -10,7 +10,7 @@ namespace vw {
 
 class RuntimeError;
 
-/// Raises the error for a failure code of the system, with the system's number as its meaning.
+/// Throws the error for a failure code of the system, with the system's number as its meaning.
 [[noreturn]] void RaiseCode(std::uint32_t systemCode, std::wstring_view path,
                             const SourceLocation& where = SourceLocation::current());
 

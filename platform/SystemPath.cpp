@@ -21,7 +21,7 @@ constexpr std::wstring_view kDevicePrefix = L"\\\\.\\";
 constexpr std::size_t kLongestSystemPath = 32'766;
 
 std::wstring Measured(std::wstring systemPath) {
-    if (systemPath.size() > kLongestSystemPath) Raise(error_number::kBadName, systemPath);
+    if (systemPath.size() > kLongestSystemPath) Throw(error_number::kBadName, systemPath);
     return systemPath;
 }
 
@@ -103,14 +103,14 @@ const std::wstring& FolderOfRelativePaths() noexcept { return NamedFolder(); }
 
 std::wstring AbsolutePath(std::wstring_view path) {
     if (path.empty() || path.find(L'\0') != std::wstring_view::npos) {
-        Raise(error_number::kBadName, path);
+        Throw(error_number::kBadName, path);
     }
     if (path.starts_with(kLongPrefix)) return std::wstring(path);
     std::wstring text(path);
     std::replace(text.begin(), text.end(), L'/', L'\\');
     if (!IsDriveAbsolute(text) && !text.starts_with(L"\\\\")) text = Completed(text);
     // "NUL", "COM1"...: devices are no files that anyone could back up.
-    if (text.starts_with(kDevicePrefix)) Raise(error_number::kBadName, path);
+    if (text.starts_with(kDevicePrefix)) Throw(error_number::kBadName, path);
     if (text.starts_with(L"\\\\")) return ServerPath(text);
     return Joined(text.substr(0, 3), std::wstring_view(text).substr(3));
 }

@@ -15,7 +15,7 @@ void CompleteRelativePathsIn(std::wstring folder);
 [[nodiscard]] std::wstring AbsolutePath(std::wstring_view path);
 
 /// The form in which every path is handed to the system: absolute, with the prefix that lifts the
-/// limit of 260 characters ("\\?\" or "\\?\UNC\"). No final "\" but at a drive root. Raises 52 for
+/// limit of 260 characters ("\\?\" or "\\?\UNC\"). No final "\" but at a drive root. Throws 52 for
 /// an empty path and for one that is too long for the system (more than 32,766 characters).
 [[nodiscard]] std::wstring SystemPath(std::wstring_view path);
 

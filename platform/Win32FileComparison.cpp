@@ -81,7 +81,7 @@ FileHandle OpenToRead(std::wstring_view path) {
 FolderIdentity Win32FileSystem::Identify(std::wstring_view folder) {
     const BY_HANDLE_FILE_INFORMATION first = InformationOf(folder);
     if ((first.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0) {
-        Raise(error_number::kFileNotFound, folder);
+        Throw(error_number::kFileNotFound, folder);
     }
     FolderIdentity identity;
     identity.volume = first.dwVolumeSerialNumber;

@@ -87,7 +87,7 @@ DWORD CALLBACK OnCopyProgress(LARGE_INTEGER, LARGE_INTEGER, LARGE_INTEGER, LARGE
 
 }  // namespace
 
-std::optional<FileFacts> Win32FileSystem::Look(std::wstring_view path) {
+std::optional<FileInfo> Win32FileSystem::Stat(std::wstring_view path) {
     if (!CanNameOne(path) || NamesDevice(path)) return std::nullopt;
     WIN32_FILE_ATTRIBUTE_DATA data{};
     const std::wstring systemPath = SystemPath(path);
@@ -119,7 +119,7 @@ void Win32FileSystem::Copy(std::wstring_view from, std::wstring_view to,
     if (watch.failure) std::rethrow_exception(watch.failure);
     if (copied != 0) return;
     if (code == ERROR_FILE_EXISTS || code == ERROR_ALREADY_EXISTS) RaiseCode(code, to);
-    if (IsFolder(source)) Raise(error_number::kFileNotFound, from);
+    if (IsFolder(source)) Throw(error_number::kFileNotFound, from);
     // What a full disk or a read error leaves is no copy.
     if (!IsFolder(target) && DeleteFileW(target.c_str()) == 0 && ClearReadOnly(target)) {
         DeleteFileW(target.c_str());
@@ -127,21 +127,21 @@ void Win32FileSystem::Copy(std::wstring_view from, std::wstring_view to,
     RaiseCode(code, from);
 }
 
-void Win32FileSystem::MakeFolder(std::wstring_view path) {
+void Win32FileSystem::CreateFolder(std::wstring_view path) {
     if (CreateDirectoryW(SystemPath(path).c_str(), nullptr) == 0) RaiseLast(path);
 }
 
-void Win32FileSystem::EraseFile(std::wstring_view path) {
+void Win32FileSystem::RemoveFile(std::wstring_view path) {
     const std::wstring systemPath = SystemPath(path);
     EvenReadOnly(systemPath, path, [&] { return DeleteFileW(systemPath.c_str()) != 0; });
 }
 
-void Win32FileSystem::EraseFolder(std::wstring_view path) {
+void Win32FileSystem::RemoveFolder(std::wstring_view path) {
     const std::wstring systemPath = SystemPath(path);
     EvenReadOnly(systemPath, path, [&] { return RemoveDirectoryW(systemPath.c_str()) != 0; });
 }
 
-void Win32FileSystem::Move(std::wstring_view from, std::wstring_view to) {
+void Win32FileSystem::Rename(std::wstring_view from, std::wstring_view to) {
     const std::wstring source = SystemPath(from);
     const std::wstring target = SystemPath(to);
     if (MoveFileExW(source.c_str(), target.c_str(), 0) == 0) RaiseLast(from);
@@ -221,10 +221,10 @@ std::uint64_t Win32FileSystem::FreeSpace(std::wstring_view folder) {
     return available.QuadPart;
 }
 
-DriveKind Win32FileSystem::KindOfDrive(std::wstring_view path) {
+DriveType Win32FileSystem::DriveTypeOf(std::wstring_view path) {
     const std::wstring absolute = AbsolutePath(path);
     if (absolute.starts_with(L"\\\\") && !absolute.starts_with(L"\\\\?\\")) {
-        return DriveKind::Network;
+        return DriveType::Network;
     }
     std::wstring root(absolute.size() + MAX_PATH, L'\0');
     // A drive is its own root. Asking would reach for the server of one that may be gone.
@@ -235,17 +235,17 @@ DriveKind Win32FileSystem::KindOfDrive(std::wstring_view path) {
     }
     switch (GetDriveTypeW(root.c_str())) {
         case DRIVE_REMOVABLE:
-            return DriveKind::Removable;
+            return DriveType::Removable;
         case DRIVE_FIXED:
-            return DriveKind::Fixed;
+            return DriveType::Fixed;
         case DRIVE_REMOTE:
-            return DriveKind::Network;
+            return DriveType::Network;
         case DRIVE_CDROM:
-            return DriveKind::Optical;
+            return DriveType::Optical;
         case DRIVE_RAMDISK:
-            return DriveKind::Memory;
+            return DriveType::Memory;
         default:
-            return DriveKind::Unknown;
+            return DriveType::Unknown;
     }
 }
 

@@ -5,7 +5,7 @@
 
 #include "platform/Clock.h"
 #include "platform/ErrorTrap.h"
-#include "platform/EventPump.h"
+#include "platform/MessagePump.h"
 #include "platform/ProgramControl.h"
 #include "platform/ProgramState.h"
 #include "progress/TaskbarProgress.h"
@@ -41,7 +41,7 @@ void BusyDialog::Msg(std::wstring_view title, std::wstring_view message,
         line.reserve(title.size() + message.size() + subMessage.size() + 5);
         line.append(title).append(L": ").append(message).append(L" - ").append(subMessage);
         Report(line, false);
-        if (showReport || !messageShown_) HandOver();
+        if (showReport || !messageShown_) UpdateControls();
         form_.ShowControl(L"txtReport", showReport);
         messageShown_ = true;
         if (form_.IsChecked(L"chkDontHide")) return;
@@ -64,7 +64,7 @@ void BusyDialog::Report(std::wstring_view text, bool wait) {
 
 // The last lines of a run whose dialog was closed are no part of the next one's report.
 void BusyDialog::ForgetClosedRun() {
-    if (!closedInRun_ || (state_.cancelRequested && state_.isWorking)) return;
+    if (!closedInRun_ || (state_.cancel.IsRequested() && state_.isWorking)) return;
     closedInRun_ = false;
     lastReport_ += report_;
     report_.clear();
@@ -88,7 +88,7 @@ void BusyDialog::ShowLastReport() {
             shownAgain_ = true;
             title_ = L"Done";
             report_ = lastReport_;
-            HandOver();
+            UpdateControls();
             form_.SetProgress(L"ProgressBar1", kProgressMaximum);
             form_.ShowControl(L"txtReport", true);
             form_.SetDefaultButton(L"cmdCancel");
@@ -108,7 +108,7 @@ void BusyDialog::SendView() {
         if (closedInRun_) return;
         if (!form_.IsVisible()) {
             form_.Load();
-            HandOver();
+            UpdateControls();
             // What was minimised comes back as its button of the task bar.
             form_.Show(minimised_ ? ShowHow::MinimisedKeepFocus : ShowHow::Activate);
             form_.Repaint();
@@ -124,7 +124,7 @@ void BusyDialog::BusyHide(bool pause) {
     ErrorTrap(system_.errors, L"Module", L"MVaultwright")(L"BusyHide", [&] {
         if (!IsShown()) return;
         Msg(L"Done", {}, {}, false, false, true);
-        HandOver();
+        UpdateControls();
         form_.EnableTimer(L"tmrBusy", false);
         form_.SetProgress(L"ProgressBar1", kProgressMaximum);
         ShowBusyInTaskbar(form_.Handle(), false);
@@ -144,19 +144,19 @@ bool BusyDialog::IsShown() const { return form_.IsLoaded() && (form_.IsVisible()
 // A cancel that was there before, such as that of an earlier run, does not count.
 void BusyDialog::Wait(int seconds) {
     ErrorTrap(system_.errors, L"Module", L"MBusyDialog")(L"Wait", [&] {
-        HandOver();
-        const bool before = state_.cancelRequested;
+        UpdateControls();
+        const bool before = state_.cancel.IsRequested();
         const std::uint64_t end =
             system_.clock.Milliseconds() + static_cast<std::uint64_t>(seconds) * 1000;
         while (system_.clock.Milliseconds() < end) {
-            system_.pump.WaitForEvents(kWaitMilliseconds);
-            if (!form_.IsLoaded() || (state_.cancelRequested && !before)) break;
+            system_.pump.WaitForMessages(kWaitMilliseconds);
+            if (!form_.IsLoaded() || (state_.cancel.IsRequested() && !before)) break;
         }
     });
 }
 
 void BusyDialog::Repaint() {
-    HandOver();
+    UpdateControls();
     form_.Repaint();
 }
 
@@ -165,10 +165,10 @@ bool BusyDialog::KeepsReport() const {
 }
 
 void BusyDialog::HandOverIfDue() {
-    if (system_.clock.Milliseconds() >= nextHandOver_) HandOver();
+    if (system_.clock.Milliseconds() >= nextHandOver_) UpdateControls();
 }
 
-void BusyDialog::HandOver() {
+void BusyDialog::UpdateControls() {
     if (!form_.IsLoaded()) return;
     const std::uint64_t begin = system_.clock.Milliseconds();
     form_.SetText(L"lblTitle", title_);
@@ -225,7 +225,7 @@ bool BusyDialog::OnQueryUnload(Form& form, UnloadReason reason) {
     trap_(L"Form_QueryUnload", [&] {
         closedInRun_ = state_.isWorking;
         if (reason == UnloadReason::SessionEnd) state_.endRequested = true;
-        state_.cancelRequested = true;
+        state_.cancel.Request();
         if (minimised_) around_.showIcon(false);
         form.Check(L"chkDontHide", false);
         around_.program.Ready(true);
@@ -252,7 +252,7 @@ void BusyDialog::tmrBusy_Timer() {
             form_.Unload();
             return;
         }
-        HandOver();
+        UpdateControls();
         form_.SetProgress(L"ProgressBar1",
                           (form_.Progress(L"ProgressBar1") + kBarStep) % kProgressMaximum);
     });

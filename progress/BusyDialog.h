@@ -92,7 +92,7 @@ class BusyDialog final : public ProgressReporter, private FormEvents {
     void ForgetClosedRun();
     void ForgetShownAgain();
     void AddLine(std::wstring_view text);
-    void HandOver();
+    void UpdateControls();
     void HandOverIfDue();
 
     System& system_;

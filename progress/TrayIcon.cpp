@@ -4,7 +4,7 @@
 #include <string_view>
 
 #include "platform/ErrorTrap.h"
-#include "platform/MsgBox.h"
+#include "platform/MessageBoxes.h"
 #include "platform/ProgramControl.h"
 #include "platform/ProgramState.h"
 #include "ui/Forms.h"
@@ -157,7 +157,7 @@ bool TrayIcon::OnQueryUnload(Form&, UnloadReason reason) {
     trap_(L"Form_QueryUnload", [&] {
         if (reason == UnloadReason::SessionEnd) {
             state_.endRequested = true;
-            state_.cancelRequested = true;
+            state_.cancel.Request();
         }
         NOTIFYICONDATAW record = InitIconStruct();
         // Also an icon whose addition was not confirmed may be there.
@@ -175,7 +175,7 @@ void TrayIcon::OnControl(Form&, const ControlEvent& event) {
     } else if (event.id == ID_mnuProp1Maximize) {
         trap_(L"mnuProp1Maximize_Click", [this] { MaximizeApp(); });
     } else if (event.id == ID_mnuProp1Cancel) {
-        trap_(L"mnuProp1Cancel_Click", [this] { state_.cancelRequested = true; });
+        trap_(L"mnuProp1Cancel_Click", [this] { state_.cancel.Request(); });
     } else if (event.id == ID_mnuProp1Exit) {
         trap_(L"mnuProp1Exit_Click", [this] { program_.frmUnload(); });
     }

@@ -9,9 +9,9 @@
 #include "list/editing/SubItem.h"
 #include "platform/ErrorTrap.h"
 #include "platform/FileSystem.h"
-#include "platform/Like.h"
 #include "platform/TextCase.h"
 #include "platform/UserLocale.h"
+#include "platform/Wildcards.h"
 #include "ui/Form.h"
 #include "ui/StatusLine.h"
 
@@ -44,12 +44,12 @@ ListView& CopiesBrowser::Copies() { return main_.List(L"lsvRestore2"); }
 std::wstring CopiesBrowser::RestoreFrom() {
     std::wstring path = main_.Text(L"cmbDestination").append(kBackupFolder);
     const auto isThere = [&] {
-        const auto facts = system_.files.Look(path);
+        const auto facts = system_.files.Stat(path);
         return facts && facts->isFolder;
     };
     if (isThere()) return path;
     try {
-        system_.files.MakeFolder(path);
+        system_.files.CreateFolder(path);
     } catch (const RuntimeError&) {
         // An absent drive, or one that takes no folder, has no copies to show.
     }
@@ -61,7 +61,7 @@ std::wstring CopiesBrowser::RestoreFrom() {
 void CopiesBrowser::RestoreFrom(std::wstring_view path) {
     sourceChosen_ = true;
     const std::wstring_view drive = path.substr(0, 2);
-    if (Like(drive, L"[A-Z]:")) main_.Choose(L"cmbDestination", drive);
+    if (MatchesWildcard(drive, L"[A-Z]:")) main_.Choose(L"cmbDestination", drive);
 }
 
 void CopiesBrowser::RestoredPath(std::wstring_view path) {
@@ -112,7 +112,7 @@ void CopiesBrowser::lsvRestore1ItemClick(int row) {
     });
 }
 
-// Selection changes made while a command runs raise no event, so the copies list may be stale.
+// Selection changes made while a command runs throw no event, so the copies list may be stale.
 bool CopiesBrowser::FollowSelection() {
     const int row = Items().Selected();
     if (row < 0 || listed_ == Items().Tag(row)) return true;
@@ -123,9 +123,8 @@ bool CopiesBrowser::FollowSelection() {
 bool CopiesBrowser::IsFolderStillThere() {
     const std::wstring chosen = main_.Text(L"cmbDestination").append(kBackupFolder);
     const auto isThere = [this] { return shown_.IsStillThere(system_.files); };
-    constexpr bool kNeverCancelled = false;
-    if (EqualNoCase(chosen, shown_.Path()) &&
-        IsThereAfterWaking(system_, kNeverCancelled, isThere)) {
+    const CancelToken never;
+    if (EqualNoCase(chosen, shown_.Path()) && IsThereAfterWaking(system_, never, isThere)) {
         return true;
     }
     ListAnew();

@@ -62,7 +62,7 @@ class CopiesBrowser final : public RestoreView {
     void SelectLast();
 
     /// Lists both lists anew when their folder is not the one any more that they show. False then.
-    /// Raises when the disk cannot answer.
+    /// Throws when the disk cannot answer.
     [[nodiscard]] bool IsFolderStillThere();
 
     /// Lists both lists anew and selects the row of the same name and place.
@@ -110,7 +110,7 @@ class CopiesBrowser final : public RestoreView {
     /// An entry of the copy folder that may be a copy of the item.
     struct FoundCopy {
         std::wstring name;
-        FileFacts facts;
+        FileInfo facts;
     };
 
     void List();
@@ -121,9 +121,9 @@ class CopiesBrowser final : public RestoreView {
     void ClearCopies();
     void NameCopies(int row);
     [[nodiscard]] bool AddCopies(const std::wstring& folder, int row);
-    [[nodiscard]] std::optional<FileFacts> CopyIn(const std::wstring& entry, const FileFacts& facts,
-                                                  const Item& item);
-    [[nodiscard]] ListedCopy ReadCopy(const std::wstring& entry, const FileFacts& facts,
+    [[nodiscard]] std::optional<FileInfo> CopyIn(const std::wstring& entry, const FileInfo& facts,
+                                                 const Item& item);
+    [[nodiscard]] ListedCopy ReadCopy(const std::wstring& entry, const FileInfo& facts,
                                       const std::wstring& nested, bool mayHaveComment);
     [[nodiscard]] bool ReadComment(ListedCopy& copy);
     void AddCopy(ListedCopy copy);

@@ -4,9 +4,9 @@
 
 #include "engine/CopyName.h"
 #include "fsutil/PathText.h"
-#include "platform/Like.h"
+#include "platform/LeadingInt.h"
 #include "platform/TextCase.h"
-#include "platform/Val.h"
+#include "platform/Wildcards.h"
 
 namespace vw {
 namespace {
@@ -25,18 +25,18 @@ bool IsSafetyLabel(std::wstring_view label) noexcept { return label.starts_with(
 
 int NumberOfLabel(std::wstring_view label) {
     const std::wstring_view digits = label.size() > 2 ? label.substr(label.size() - 2) : label;
-    const int number = Val(digits);
+    const int number = ParseLeadingInt(digits);
     return IsSafetyLabel(label) ? number + kLastRotating : number;
 }
 
 int NextSafetyNumber(int highest) noexcept { return std::max(highest, kLastRotating) + 1; }
 
 bool IsCopyName(std::wstring_view name) {
-    return Like(name, kCopyNamePattern) && !Like(name, kCommentPattern);
+    return MatchesWildcard(name, kCopyNamePattern) && !MatchesWildcard(name, kCommentPattern);
 }
 
 bool IsCommentName(std::wstring_view name) {
-    return Like(name, kCopyNamePattern) && Like(name, kCommentPattern);
+    return MatchesWildcard(name, kCopyNamePattern) && MatchesWildcard(name, kCommentPattern);
 }
 
 std::wstring CopyFolderOf(std::wstring_view copyPath) {

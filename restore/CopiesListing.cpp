@@ -14,14 +14,14 @@
 #include "fsutil/TreeWalk.h"
 #include "platform/DateText.h"
 #include "platform/ErrorTrap.h"
-#include "platform/EventPump.h"
 #include "platform/FileSystem.h"
-#include "platform/Like.h"
+#include "platform/LeadingInt.h"
+#include "platform/MessagePump.h"
 #include "platform/RuntimeError.h"
 #include "platform/Scoped.h"
 #include "platform/TextCase.h"
 #include "platform/TextDirection.h"
-#include "platform/Val.h"
+#include "platform/Wildcards.h"
 #include "restore/CopiesBrowser.h"
 #include "restore/CopiesIndex.h"
 #include "restore/NestedItems.h"
@@ -62,7 +62,7 @@ void CopiesBrowser::List() {
     shown_.Clear();
     const std::wstring folder = RestoreFrom();
     // A drive without a copy folder has no copies; that needs no message.
-    if (!system_.files.Look(folder)) return;
+    if (!system_.files.Stat(folder)) return;
     // Identify the folder before listing it: a drive that is exchanged later has another one.
     shown_.Take(system_.files, folder);
     for (const CopyGroup& series : FindCopies(folder)) {
@@ -72,7 +72,7 @@ void CopiesBrowser::List() {
         } else {
             AddItems(series);
         }
-        system_.pump.DoEventsIfDue();
+        system_.pump.ProcessMessagesIfDue();
     }
 }
 
@@ -89,7 +89,7 @@ std::vector<CopyGroup> CopiesBrowser::FindCopies(const std::wstring& folder) {
         } else if (IsCommentName(entry.name)) {
             comments.push_back(std::move(path));
         }
-        system_.pump.DoEventsIfDue();
+        system_.pump.ProcessMessagesIfDue();
     });
     MFileDosShell::Sort(paths, system_.pump);
     std::vector<CopyEntry> copies;
@@ -141,7 +141,7 @@ void CopiesBrowser::AddItem(Item item, bool isFolder) {
     ListView& items = Items();
     const std::wstring text = CFileFirstName(item.origin);
     const int row = items.Add(text, isFolder ? RowIcon::Folder : RowIcon::File);
-    if (items.SubItem(row, kNameColumn) != text) Raise(kRowReadsBackDifferently, item.origin);
+    if (items.SubItem(row, kNameColumn) != text) Throw(kRowReadsBackDifferently, item.origin);
     items.SetTag(row, items_.size());
     if (items.Style() == ViewStyle::Details) {
         items.SetSubItem(row, L"Type", isFolder ? L"Folder" : CFileExt(item.origin));
@@ -159,7 +159,7 @@ std::wstring CopiesBrowser::ReadPlace(Item& item) {
         const auto comment = ReadCopyComment(system_, item.commentOf);
         if (!comment || comment->place.empty()) return;
         item.place = comment->place;
-        const auto facts = system_.files.Look(item.place);
+        const auto facts = system_.files.Stat(item.place);
         if (facts && facts->isFolder) shown = item.place;
     });
     return shown;
@@ -215,7 +215,7 @@ void CopiesBrowser::NameCopies(int row) {
 // meanwhile.
 bool CopiesBrowser::AddCopies(const std::wstring& folder, int row) {
     ListView& items = Items();
-    const int location = Val(L"0" + items.SubItem(row, L"SP"));
+    const int location = ParseLeadingInt(L"0" + items.SubItem(row, L"SP"));
     const std::wstring type = items.SubItem(row, L"Type");
     const bool isFolder = EqualNoCase(type, L"Folder") || EqualNoCase(type, L"Rule");
     const std::wstring name = items.SubItem(row, kNameColumn) + (isFolder ? L"" : type);
@@ -233,14 +233,14 @@ bool CopiesBrowser::AddCopies(const std::wstring& folder, int row) {
             comments.insert(
                 UpperCase(entry.name.substr(0, entry.name.size() - kCommentExtension.size())));
         }
-        if (Like(entry.name, L"*.vwc")) return;
+        if (MatchesWildcard(entry.name, L"*.vwc")) return;
         if (item.nested.empty() && wanted.Contains(entry.name)) {
-            found.push_back({std::wstring(entry.name), static_cast<const FileFacts&>(entry)});
+            found.push_back({std::wstring(entry.name), static_cast<const FileInfo&>(entry)});
         } else if (byOrigin && entry.isFolder && IsCopyName(entry.name)) {
             const CopyNameParts parts = ParseCopyName(entry.name);
             if (parts.location == item.location && EqualNoCase(parts.origin, item.topOrigin)) {
                 foundByOrigin.push_back(
-                    {std::wstring(entry.name), static_cast<const FileFacts&>(entry)});
+                    {std::wstring(entry.name), static_cast<const FileInfo&>(entry)});
             }
         }
     });
@@ -254,21 +254,21 @@ bool CopiesBrowser::AddCopies(const std::wstring& folder, int row) {
         ListedCopy copy = ReadCopy(entry, *stored, item.nested, mayHaveComment);
         if (listing != copiesListing_) return false;
         AddCopy(std::move(copy));
-        system_.pump.DoEventsIfDue();
+        system_.pump.ProcessMessagesIfDue();
         if (listing != copiesListing_) return false;
     }
     return true;
 }
 
 // Facts of the item's copy in an entry of the copy folder; nothing when it has none there.
-std::optional<FileFacts> CopiesBrowser::CopyIn(const std::wstring& entry, const FileFacts& facts,
-                                               const Item& item) {
-    if (!item.nested.empty()) return system_.files.Look(JoinPath(entry, item.nested));
+std::optional<FileInfo> CopiesBrowser::CopyIn(const std::wstring& entry, const FileInfo& facts,
+                                              const Item& item) {
+    if (!item.nested.empty()) return system_.files.Stat(JoinPath(entry, item.nested));
     if (facts.isFolder && HoldsAny(system_.files, entry, item.beside)) return std::nullopt;
     return facts;
 }
 
-ListedCopy CopiesBrowser::ReadCopy(const std::wstring& entry, const FileFacts& facts,
+ListedCopy CopiesBrowser::ReadCopy(const std::wstring& entry, const FileInfo& facts,
                                    const std::wstring& nested, bool mayHaveComment) {
     ListedCopy copy;
     copy.label = CopyLabel(ParseCopyName(CFileName(entry)).number);

@@ -8,8 +8,8 @@
 #include "engine/CopyName.h"
 #include "fsutil/PathText.h"
 #include "fsutil/TreeWalk.h"
-#include "platform/EventPump.h"
 #include "platform/FileSystem.h"
+#include "platform/MessagePump.h"
 #include "platform/TextCase.h"
 
 namespace vw {
@@ -31,7 +31,7 @@ struct Findings {
 /// here and not on the stack: trees can be thousands of levels deep.
 class Search {
   public:
-    Search(FileSystem& files, EventPump& pump, const std::wstring& top,
+    Search(FileSystem& files, MessagePump& pump, const std::wstring& top,
            const std::vector<NestedItem>& known)
         : files_(files), pump_(pump), top_(top), known_(known) {
         const std::wstring name = MFileDosShell::CFileName(top);
@@ -75,7 +75,7 @@ class Search {
         Level level{.copy = Below(folder, name_)};
         std::vector<std::wstring> others;
         files_.List(folder.empty() ? top_ : JoinPath(top_, folder), [&](const FolderEntry& entry) {
-            pump_.DoEventsIfDue();
+            pump_.ProcessMessagesIfDue();
             if (entry.isFolder && entry.isLink) return;
             if (EqualNoCase(entry.name, name_)) {
                 level.copy = Below(folder, entry.name);
@@ -120,7 +120,7 @@ class Search {
     }
 
     FileSystem& files_;
-    EventPump& pump_;
+    MessagePump& pump_;
     const std::wstring& top_;
     const std::vector<NestedItem>& known_;
     std::wstring name_;
@@ -136,7 +136,7 @@ bool Overlap(std::wstring_view first, std::wstring_view second) {
 
 void LookForCopy(FileSystem& files, const std::vector<std::wstring>& folders, NestedItem& item) {
     for (const std::wstring& folder : folders) {
-        if (const auto facts = files.Look(JoinPath(folder, item.below))) {
+        if (const auto facts = files.Stat(JoinPath(folder, item.below))) {
             item.stands = true;
             item.isFolder = facts->isFolder;
             return;
@@ -146,7 +146,7 @@ void LookForCopy(FileSystem& files, const std::vector<std::wstring>& folders, Ne
 
 }  // namespace
 
-std::vector<NestedItem> FindNestedItems(FileSystem& files, EventPump& pump,
+std::vector<NestedItem> FindNestedItems(FileSystem& files, MessagePump& pump,
                                         const std::vector<std::wstring>& folders) {
     std::vector<NestedItem> items;
     std::vector<std::wstring> bare;
@@ -171,7 +171,7 @@ std::vector<NestedItem> FindNestedItems(FileSystem& files, EventPump& pump,
 bool HoldsAny(FileSystem& files, std::wstring_view folder, const std::vector<NestedItem>& items) {
     return std::ranges::any_of(items, [&](const NestedItem& item) {
         const std::wstring copy = JoinPath(folder, item.below);
-        return files.Look(copy) || files.Look(copy + std::wstring(kCommentExtension));
+        return files.Stat(copy) || files.Stat(copy + std::wstring(kCommentExtension));
     });
 }
 

@@ -6,7 +6,7 @@
 
 namespace vw {
 
-class EventPump;
+class MessagePump;
 class FileSystem;
 
 /// An item below a folder with a point in its name. The copies of C:\j.smith\My\Docs\ stand as
@@ -23,7 +23,7 @@ struct NestedItem {
 /// no comment beside them. An item is known by a comment, at any depth, for all of the folders. A
 /// copy that no comment tells of counts by its name, unless its folder holds anything else: then
 /// it may be the user's own, and the folder a copy itself.
-[[nodiscard]] std::vector<NestedItem> FindNestedItems(FileSystem& files, EventPump& pump,
+[[nodiscard]] std::vector<NestedItem> FindNestedItems(FileSystem& files, MessagePump& pump,
                                                       const std::vector<std::wstring>& folders);
 
 /// Whether a folder holds a copy, or a comment, of one of the items; otherwise it is a copy itself.

@@ -7,7 +7,7 @@
 #include "fsutil/Scripting.h"
 #include "platform/ErrorTrap.h"
 #include "platform/FileSystem.h"
-#include "platform/MsgBox.h"
+#include "platform/MessageBoxes.h"
 #include "platform/ProgressReporter.h"
 #include "platform/RuntimeError.h"
 #include "platform/TextCase.h"
@@ -47,7 +47,7 @@ void RestoreCommands::mnuOpenCopyClick() {
         const auto selection = Selected(true);
         if (!selection) return;
         ExpectUnchanged(*selection, selection->copy);
-        TellIncomplete(selection->copy);
+        WarnIfIncomplete(selection->copy);
         MMyScripting::ShellPath(system_, selection->copy.path);
     });
 }
@@ -66,7 +66,7 @@ std::optional<RestoreCommands::Selection> RestoreCommands::Selected(bool needsCo
                         .copy = copy.value_or(ListedCopy{}),
                         .copies = browser_.ListedCopies()};
     if (!browser_.IsFolderStillThere()) {
-        RaiseWith(error_number::kFileNotFound, In(restore_text::kFolderChanged),
+        ThrowWith(error_number::kFileNotFound, In(restore_text::kFolderChanged),
                   needsCopy ? selection.copy.path : selection.folder);
     }
     return selection;
@@ -76,7 +76,7 @@ std::optional<RestoreCommands::Selection> RestoreCommands::Selected(bool needsCo
 // one that the user saw would stand another. The comment of an item's copies moves with them, so it
 // counts where there is one.
 bool RestoreCommands::IsUnchanged(const Selection& selection, const ListedCopy& copy) {
-    const auto facts = system_.files.Look(copy.path);
+    const auto facts = system_.files.Stat(copy.path);
     if (!facts || facts->isFolder != copy.isFolder) return false;
     if (!facts->isFolder && static_cast<std::int64_t>(facts->size) != copy.size) return false;
     if (MFileDosShell::PathDate(system_, engine_(), copy.path) != copy.date) return false;
@@ -88,22 +88,22 @@ bool RestoreCommands::IsUnchanged(const Selection& selection, const ListedCopy& 
     return names(selection.item.commentOf, selection.item.place) && names(copy.path, copy.place);
 }
 
-// Raises when a copy is not the one any more that the user saw; the lists show what is there then.
+// Throws when a copy is not the one any more that the user saw; the lists show what is there then.
 void RestoreCommands::ExpectUnchanged(const Selection& selection, const ListedCopy& copy) {
     if (!browser_.IsFolderStillThere() || browser_.ShownPath() != selection.folder) {
-        RaiseWith(error_number::kFileNotFound, In(restore_text::kFolderChanged), copy.path);
+        ThrowWith(error_number::kFileNotFound, In(restore_text::kFolderChanged), copy.path);
     }
     if (IsUnchanged(selection, copy)) return;
     browser_.ListAnew();
-    RaiseWith(error_number::kFileNotFound, In(restore_text::kCopyChanged), copy.path);
+    ThrowWith(error_number::kFileNotFound, In(restore_text::kCopyChanged), copy.path);
 }
 
-void RestoreCommands::TellIncomplete(const ListedCopy& copy) {
-    if (copy.isIncomplete) Tell(restore_text::kIncomplete);
+void RestoreCommands::WarnIfIncomplete(const ListedCopy& copy) {
+    if (copy.isIncomplete) ShowMessage(restore_text::kIncomplete);
 }
 
-void RestoreCommands::Tell(const RestoreText& text) {
-    system_.boxes.MsgBox({.text = In(text), .rightToLeft = main_.InLanguage() == Language::Arabic});
+void RestoreCommands::ShowMessage(const RestoreText& text) {
+    system_.boxes.Show({.text = In(text), .rightToLeft = main_.InLanguage() == Language::Arabic});
 }
 
 std::wstring RestoreCommands::In(const RestoreText& text) const {
@@ -111,11 +111,11 @@ std::wstring RestoreCommands::In(const RestoreText& text) const {
 }
 
 void RestoreCommands::ShowNothingSelected() {
-    system_.boxes.MsgBox({.text = main_.Text(L"lblNoRestore"), .rightToLeft = true});
+    system_.boxes.Show({.text = main_.Text(L"lblNoRestore"), .rightToLeft = true});
 }
 
 bool RestoreCommands::Ask(const std::wstring& question) {
-    return system_.boxes.MsgBox(
+    return system_.boxes.Show(
                {.text = question, .buttons = BoxButtons::YesNo, .rightToLeft = true}) ==
            BoxAnswer::Yes;
 }
@@ -175,7 +175,7 @@ RestoreCommands::Outcome RestoreCommands::DeleteCopy(const Selection& selection,
 void RestoreCommands::RemoveEmptyFolders(std::wstring folder, const std::wstring& copyFolder) {
     try {
         for (; folder.size() > copyFolder.size(); folder = MFileDosShell::CFileLocation(folder)) {
-            system_.files.EraseFolder(folder);
+            system_.files.RemoveFolder(folder);
         }
     } catch (const RuntimeError&) {
         // It holds something else.

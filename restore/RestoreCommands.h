@@ -54,25 +54,25 @@ class RestoreCommands {
     };
 
     /// Where a copy goes.
-    struct Goal {
+    struct RestoreTarget {
         std::wstring folder;
-        std::wstring typed;    ///< what the question is about
-        std::wstring target;   ///< what is written: the item keeps its own name
-        bool existed = false;  ///< whether the user was asked about something at `typed`
+        std::wstring requestedPath;  ///< what the question is about
+        std::wstring path;           ///< what is written: the item keeps its own name
+        bool existed = false;  ///< whether the user was asked about something at `requestedPath`
     };
 
     enum class Outcome { Done, Failed, Cancelled, Changed };
 
     // Restoring (Restoring.cpp).
     void DoRestore(bool askLocation);
-    void Restore(const Selection& selection, const Goal& goal);
-    [[nodiscard]] std::optional<Goal> ChooseGoal(const Selection& selection, bool ask);
-    void RefuseStoredCopy(const Goal& goal, const std::wstring& folder);
-    [[nodiscard]] bool MayReplace(const Goal& goal);
+    void Restore(const Selection& selection, const RestoreTarget& wanted);
+    [[nodiscard]] std::optional<RestoreTarget> ChooseTarget(const Selection& selection, bool ask);
+    void RefuseStoredCopy(const RestoreTarget& wanted, const std::wstring& folder);
+    [[nodiscard]] bool MayReplace(const RestoreTarget& wanted);
 
-    [[nodiscard]] bool KeepForUndo(const Goal& goal, const Selection& selection);
-    [[nodiscard]] bool KeepForUndo(const std::wstring& path, SafetyCopies::Proof proof,
-                                   const Selection& selection);
+    [[nodiscard]] bool MakeSafetyCopy(const RestoreTarget& wanted, const Selection& selection);
+    [[nodiscard]] bool MakeSafetyCopy(const std::wstring& path, SafetyCopies::Proof proof,
+                                      const Selection& selection);
 
     // Deleting and opening (RestoreCommands.cpp).
     void DoDelCopy();
@@ -87,8 +87,8 @@ class RestoreCommands {
     [[nodiscard]] std::optional<Selection> Selected(bool needsCopy);
     [[nodiscard]] bool IsUnchanged(const Selection& selection, const ListedCopy& copy);
     void ExpectUnchanged(const Selection& selection, const ListedCopy& copy);
-    void TellIncomplete(const ListedCopy& copy);
-    void Tell(const RestoreText& text);
+    void WarnIfIncomplete(const ListedCopy& copy);
+    void ShowMessage(const RestoreText& text);
     [[nodiscard]] std::wstring In(const RestoreText& text) const;
 
     System& system_;

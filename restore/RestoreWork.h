@@ -11,7 +11,7 @@ class RestoreWork {
   public:
     explicit RestoreWork(ProgramState& state) : working_(state.isWorking) {
         // Of earlier work.
-        state.cancelRequested = false;
+        state.cancel.Begin();
     }
 
   private:

@@ -6,7 +6,7 @@
 #include "list/editing/Filter.h"
 #include "platform/ErrorTrap.h"
 #include "platform/FileSystem.h"
-#include "platform/MsgBox.h"
+#include "platform/MessageBoxes.h"
 #include "platform/ProgramState.h"
 #include "platform/ProgressReporter.h"
 #include "platform/RuntimeError.h"
@@ -37,28 +37,28 @@ void RestoreCommands::DoRestore(bool askLocation) {
         const auto selection = Selected(true);
         if (!selection) return;
         ExpectUnchanged(*selection, selection->copy);
-        TellIncomplete(selection->copy);
-        auto goal = ChooseGoal(*selection, askLocation);
-        if (!goal) return;
-        RefuseStoredCopy(*goal, selection->folder);
-        progress_.Msg(L"Restoring: ", goal->typed);
-        goal->existed = system_.files.Look(goal->typed).has_value();
-        if (goal->existed && !MayReplace(*goal)) return;
-        Restore(*selection, *goal);
+        WarnIfIncomplete(selection->copy);
+        auto wanted = ChooseTarget(*selection, askLocation);
+        if (!wanted) return;
+        RefuseStoredCopy(*wanted, selection->folder);
+        progress_.Msg(L"Restoring: ", wanted->requestedPath);
+        wanted->existed = system_.files.Stat(wanted->requestedPath).has_value();
+        if (wanted->existed && !MayReplace(*wanted)) return;
+        Restore(*selection, *wanted);
     });
 }
 
-void RestoreCommands::Restore(const Selection& selection, const Goal& goal) {
+void RestoreCommands::Restore(const Selection& selection, const RestoreTarget& wanted) {
     const RestoreWork work(state_);
     bool isCancelled = false;
     const bool entered = engine_().InDestination(selection.folder, [&] {
         ExpectUnchanged(selection, selection.copy);
         // Where nothing stood when the user was asked, nothing may be replaced.
-        const bool mayStand = goal.existed || !EqualNoCase(goal.typed, goal.target);
+        const bool mayStand = wanted.existed || !EqualNoCase(wanted.requestedPath, wanted.path);
         const TargetState before =
-            mayStand ? TargetState(system_.files, system_.pump, goal.target) : TargetState();
-        isCancelled = !KeepForUndo(goal, selection);
-        if (!isCancelled) engine_().Extract(selection.copy.path, goal.target, before);
+            mayStand ? TargetState(system_.files, system_.pump, wanted.path) : TargetState();
+        isCancelled = !MakeSafetyCopy(wanted, selection);
+        if (!isCancelled) engine_().Extract(selection.copy.path, wanted.path, before);
     });
     if (entered) browser_.SelectLast();
     if (entered && !isCancelled) {
@@ -66,17 +66,17 @@ void RestoreCommands::Restore(const Selection& selection, const Goal& goal) {
         return;
     }
     progress_.BusyHide(false);
-    if (!state_.silentRun) Tell(restore_text::kCancelled);
+    if (!state_.silentRun) ShowMessage(restore_text::kCancelled);
 }
 
-std::optional<RestoreCommands::Goal> RestoreCommands::ChooseGoal(const Selection& selection,
-                                                                 bool ask) {
+std::optional<RestoreCommands::RestoreTarget> RestoreCommands::ChooseTarget(
+    const Selection& selection, bool ask) {
     const ShownItem& item = selection.item;
     const std::wstring location =
         item.originalLocation.empty() ? std::wstring(kUnknown) : item.originalLocation;
     if (!ask && location != kUnknown) {
         const std::wstring target = location + L"\\" + item.name;
-        return Goal{.folder = location, .typed = target, .target = target};
+        return RestoreTarget{.folder = location, .requestedPath = target, .path = target};
     }
     MRecentFiles::Filter(dialog_, FileDialogKind::SaveList, dialog_.defaultFolder);
     dialog_.flags = kSaveFlags;
@@ -90,33 +90,36 @@ std::optional<RestoreCommands::Goal> RestoreCommands::ChooseGoal(const Selection
     // A dialog opens the folder whose name is confirmed instead of taking it. What is confirmed
     // inside it means the folder itself: the item would end one folder deeper otherwise.
     if (EqualNoCase(CFileName(folder), item.name) && selection.copy.isFolder) {
-        return Goal{.folder = CFileLocation(folder), .typed = folder, .target = folder};
+        return RestoreTarget{
+            .folder = CFileLocation(folder), .requestedPath = folder, .path = folder};
     }
-    return Goal{.folder = folder, .typed = *chosen, .target = JoinPath(folder, item.name)};
+    return RestoreTarget{
+        .folder = folder, .requestedPath = *chosen, .path = JoinPath(folder, item.name)};
 }
 
 // A copy that is written into would no longer be what was backed up; one that is restored into
 // itself would never come to an end.
-void RestoreCommands::RefuseStoredCopy(const Goal& goal, const std::wstring& folder) {
-    if (IsInStoredCopy(system_.files, goal.folder, CFileName(goal.target), folder)) {
-        RaiseWith(error_number::kAccessError, In(restore_text::kInsideCopy), goal.target);
+void RestoreCommands::RefuseStoredCopy(const RestoreTarget& wanted, const std::wstring& folder) {
+    if (IsInStoredCopy(system_.files, wanted.folder, CFileName(wanted.path), folder)) {
+        ThrowWith(error_number::kAccessError, In(restore_text::kInsideCopy), wanted.path);
     }
 }
 
 // False when the user cancelled.
-bool RestoreCommands::KeepForUndo(const Goal& goal, const Selection& selection) {
-    if (goal.existed && system_.files.Look(goal.typed) &&
-        !KeepForUndo(goal.typed, SafetyCopies::Proof::Date, selection)) {
+bool RestoreCommands::MakeSafetyCopy(const RestoreTarget& wanted, const Selection& selection) {
+    if (wanted.existed && system_.files.Stat(wanted.requestedPath) &&
+        !MakeSafetyCopy(wanted.requestedPath, SafetyCopies::Proof::Date, selection)) {
         return false;
     }
-    if (EqualNoCase(goal.typed, goal.target) || !system_.files.Look(goal.target)) return true;
+    if (EqualNoCase(wanted.requestedPath, wanted.path) || !system_.files.Stat(wanted.path))
+        return true;
     // Nobody was asked about this one.
-    return KeepForUndo(goal.target, SafetyCopies::Proof::Content, selection);
+    return MakeSafetyCopy(wanted.path, SafetyCopies::Proof::Content, selection);
 }
 
-// Raises when what is about to be overwritten could not be kept.
-bool RestoreCommands::KeepForUndo(const std::wstring& path, SafetyCopies::Proof proof,
-                                  const Selection& selection) {
+// Throws when what is about to be overwritten could not be kept.
+bool RestoreCommands::MakeSafetyCopy(const std::wstring& path, SafetyCopies::Proof proof,
+                                     const Selection& selection) {
     SafetySeries series{selection.folder, selection.item.location, {}};
     for (const ListedCopy& copy : selection.copies) {
         series.copies.push_back({copy.path, NumberOfLabel(copy.label)});
@@ -125,13 +128,14 @@ bool RestoreCommands::KeepForUndo(const std::wstring& path, SafetyCopies::Proof 
     const auto outcome = copies.Keep(path, proof, series, In(restore_text::kAllNumbersUsed));
     if (outcome == SafetyCopies::Outcome::Failed) {
         browser_.SelectLast();
-        Raise(error_number::kAccessError, path);
+        Throw(error_number::kAccessError, path);
     }
     return outcome == SafetyCopies::Outcome::Kept;
 }
 
-bool RestoreCommands::MayReplace(const Goal& goal) {
-    return Ask(L"هل تريد بالتأكيد حذف الملف التالي واستبداله بالنسخة الاحتياطية:\r\n" + goal.typed);
+bool RestoreCommands::MayReplace(const RestoreTarget& wanted) {
+    return Ask(L"هل تريد بالتأكيد حذف الملف التالي واستبداله بالنسخة الاحتياطية:\r\n" +
+               wanted.requestedPath);
 }
 
 }  // namespace vw

@@ -7,8 +7,8 @@
 #include "engine/CopyName.h"
 #include "fsutil/FileQueries.h"
 #include "platform/ErrorTrap.h"
-#include "platform/EventPump.h"
 #include "platform/FileSystem.h"
+#include "platform/MessagePump.h"
 #include "platform/ProgramState.h"
 #include "platform/RuntimeError.h"
 #include "restore/CopiesIndex.h"
@@ -20,25 +20,26 @@ SafetyCopies::Outcome SafetyCopies::Keep(const std::wstring& path, Proof proof,
                                          const SafetySeries& series,
                                          const std::wstring& allNumbersUsed) {
     const bool isStored = IsStored(path, proof, series);
-    if (state_.cancelRequested) return Outcome::Cancelled;
+    if (state_.cancel.IsRequested()) return Outcome::Cancelled;
     if (isStored) return Outcome::Kept;
     const std::wstring copyName = FreeName(path, series);
-    if (copyName.empty()) RaiseWith(error_number::kOverflow, allNumbersUsed, path);
-    const auto facts = system_.files.Look(path);
+    if (copyName.empty()) ThrowWith(error_number::kOverflow, allNumbersUsed, path);
+    const auto facts = system_.files.Stat(path);
     const bool isFolder = facts && facts->isFolder;
     engine_.BackupPath(path, static_cast<std::int16_t>(series.location), isFolder, isFolder,
                        copyName);
-    if (!state_.cancelRequested && SameContent(system_.files, path, copyName)) return Outcome::Kept;
+    if (!state_.cancel.IsRequested() && SameContent(system_.files, path, copyName))
+        return Outcome::Kept;
     RemovePartial(copyName);
-    return state_.cancelRequested ? Outcome::Cancelled : Outcome::Failed;
+    return state_.cancel.IsRequested() ? Outcome::Cancelled : Outcome::Failed;
 }
 
 // It has the date of what it was made from, and would count as its safety copy.
 void SafetyCopies::RemovePartial(const std::wstring& copyName) {
     ErrorTrap(system_.errors, L"Form", L"frmMain")(L"DoRestore", [&] {
-        if (system_.files.Look(copyName)) engine_.DeleteCopy(copyName);
+        if (system_.files.Stat(copyName)) engine_.DeleteCopy(copyName);
         const std::wstring comment = CPackage::PackageCommentFile(copyName);
-        if (system_.files.Look(comment)) system_.files.EraseFile(comment);
+        if (system_.files.Stat(comment)) system_.files.RemoveFile(comment);
     });
 }
 
@@ -51,7 +52,7 @@ std::wstring SafetyCopies::FreeName(const std::wstring& path, const SafetySeries
     const auto findFrom = [&](int first) -> std::wstring {
         for (int number = first; number <= kHighestSafetyNumber; ++number) {
             std::wstring copyName = CFilePackageName(path, number, series.location, series.folder);
-            if (!system_.files.Look(copyName)) return copyName;
+            if (!system_.files.Stat(copyName)) return copyName;
         }
         return {};
     };
@@ -60,19 +61,19 @@ std::wstring SafetyCopies::FreeName(const std::wstring& path, const SafetySeries
 }
 
 bool SafetyCopies::IsStored(const std::wstring& path, Proof proof, const SafetySeries& series) {
-    const auto facts = system_.files.Look(path);
+    const auto facts = system_.files.Stat(path);
     const Date date = MFileDosShell::NewestDateOf(system_, engine_, path);
     for (const SafetySeries::Copy& copy : series.copies) {
-        if (state_.cancelRequested) return false;
+        if (state_.cancel.IsRequested()) return false;
         if (MFileDosShell::NewestDateOf(system_, engine_, copy.path) != date) continue;
-        const auto copyFacts = system_.files.Look(copy.path);
+        const auto copyFacts = system_.files.Stat(copy.path);
         const bool areFiles = facts && !facts->isFolder && copyFacts && !copyFacts->isFolder;
         if (proof == Proof::Date && areFiles && copy.number < kLowestSafetyNumber) {
             const auto comment = ReadCopyComment(system_, copy.path);
             if (!comment || !comment->isIncomplete) return true;
         }
         if (HasContentOf(system_.files, path, copy.path,
-                         [this] { system_.pump.DoEventsIfDue(); })) {
+                         [this] { system_.pump.ProcessMessagesIfDue(); })) {
             return true;
         }
     }

@@ -39,7 +39,7 @@ class SafetyCopies {
     SafetyCopies(System& system, ProgramState& state, CPackage& engine)
         : system_(system), state_(state), engine_(engine) {}
 
-    /// Makes sure that a copy has what is at `path`, which must exist. Raises what the disk cannot
+    /// Makes sure that a copy has what is at `path`, which must exist. Throws what the disk cannot
     /// tell, and 6 with the sentence `allNumbersUsed` when no number is free.
     [[nodiscard]] Outcome Keep(const std::wstring& path, Proof proof, const SafetySeries& series,
                                const std::wstring& allNumbersUsed);

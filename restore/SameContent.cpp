@@ -15,12 +15,12 @@ namespace {
 // Drives as small devices have them know dates to two seconds only.
 constexpr Date kCoarsestDate = 2;
 
-bool SameFile(const FileFacts& first, const FileFacts& second) {
+bool SameFile(const FileInfo& first, const FileInfo& second) {
     return first.size == second.size &&
            std::abs(first.lastWrite - second.lastWrite) <= kCoarsestDate;
 }
 
-using Entries = std::map<std::wstring, FileFacts>;
+using Entries = std::map<std::wstring, FileInfo>;
 
 Entries EntriesOf(FileSystem& files, const std::wstring& folder) {
     Entries entries;
@@ -57,16 +57,16 @@ bool HasTree(FileSystem& files, std::wstring_view original, std::wstring_view co
 }  // namespace
 
 bool SameContent(FileSystem& files, std::wstring_view original, std::wstring_view copy) {
-    const auto first = files.Look(original);
-    const auto second = files.Look(copy);
+    const auto first = files.Stat(original);
+    const auto second = files.Stat(copy);
     if (!first || !second || first->isFolder != second->isFolder) return false;
     return first->isFolder ? HasTree(files, original, copy, true) : SameFile(*first, *second);
 }
 
 bool HasContentOf(FileSystem& files, std::wstring_view original, std::wstring_view copy,
                   const std::function<void()>& progress) {
-    const auto first = files.Look(original);
-    const auto second = files.Look(copy);
+    const auto first = files.Stat(original);
+    const auto second = files.Stat(copy);
     if (!first || !second || first->isFolder != second->isFolder) return false;
     if (first->isFolder) return HasTree(files, original, copy, false);
     return SameFile(*first, *second) && files.HaveSameBytes(original, copy, progress);

@@ -21,7 +21,7 @@ bool ShownFolder::IsStillThere(FileSystem& files) const {
         return identity_.IsSameAs(files.Identify(path_));
     } catch (const RuntimeError&) {
         // A drive that is gone has no such folder. One that could not answer only now shows it.
-        const auto facts = files.Look(path_);
+        const auto facts = files.Stat(path_);
         if (facts && facts->isFolder) throw;
         return false;
     }

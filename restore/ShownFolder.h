@@ -11,7 +11,7 @@ namespace vw {
 /// stick, or of a share that was mapped anew.
 class ShownFolder {
   public:
-    /// Takes the folder at a path. Raises what the disk cannot tell.
+    /// Takes the folder at a path. Throws what the disk cannot tell.
     void Take(FileSystem& files, std::wstring_view path);
 
     /// No folder is shown.
@@ -21,7 +21,7 @@ class ShownFolder {
     [[nodiscard]] const std::wstring& Path() const noexcept { return path_; }
 
     /// Whether the path still means the folder that was taken. False when there is none any more;
-    /// raises when the disk cannot answer now.
+    /// throws when the disk cannot answer now.
     [[nodiscard]] bool IsStillThere(FileSystem& files) const;
 
   private:

@@ -6,8 +6,8 @@
 #include "fsutil/PathText.h"
 #include "fsutil/TreeWalk.h"
 #include "platform/FileSystem.h"
-#include "platform/Like.h"
 #include "platform/TextCase.h"
+#include "platform/Wildcards.h"
 
 namespace vw {
 namespace {
@@ -18,7 +18,7 @@ constexpr std::wstring_view kAnyCopyFolder = L"?:\\Backup";
 // A path without links, also one whose end does not exist yet.
 std::wstring RealPathOf(FileSystem& files, const std::wstring& path) {
     std::wstring existing = path;
-    while (!files.Look(existing)) {
+    while (!files.Stat(existing)) {
         std::wstring parent = MFileDosShell::CFileLocation(existing);
         if (parent.size() >= existing.size() || parent.empty()) return path;
         existing = std::move(parent);
@@ -31,7 +31,7 @@ bool HasStoredCopy(const std::wstring& path, const std::wstring& copyFolder) {
         const std::wstring folder = path.substr(0, end);
         const std::size_t next = path.find(L'\\', end + 1);
         const std::wstring name = path.substr(end + 1, next == path.npos ? next : next - end - 1);
-        if (FindCopyMark(name) && (Like(UpperCase(folder), UpperCase(kAnyCopyFolder)) ||
+        if (FindCopyMark(name) && (MatchesWildcard(UpperCase(folder), UpperCase(kAnyCopyFolder)) ||
                                    EqualNoCase(folder, copyFolder))) {
             return true;
         }

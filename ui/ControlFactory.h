@@ -21,11 +21,11 @@ namespace vw {
     return kind == ControlKind::Report && language == Language::Arabic;
 }
 
-/// Makes such a frame, still without place. Raises the system's error.
+/// Makes such a frame, still without place. Throws the system's error.
 [[nodiscard]] HWND MakeFrame(HWND form, const ControlData& data);
 
 /// Makes the window of a control, still without place and font, in its form or its frame; the
-/// direction of writing comes from there. Raises the system's error.
+/// direction of writing comes from there. Throws the system's error.
 [[nodiscard]] HWND MakeControl(HWND parent, const ControlData& data, Language language);
 
 }  // namespace vw

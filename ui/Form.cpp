@@ -1,6 +1,6 @@
 #include "ui/Form.h"
 
-#include "platform/EventPump.h"
+#include "platform/MessagePump.h"
 #include "platform/RuntimeError.h"
 #include "platform/SystemError.h"
 #include "ui/ControlFactory.h"
@@ -79,7 +79,7 @@ void Form::Load(HWND owner) {
 
 void Form::MakeParts() {
     tips_ = std::make_unique<ToolTips>(Handle());
-    names_ = std::make_unique<SpokenNames>();
+    names_ = std::make_unique<AccessibleNames>();
     if (!data_.menu.empty()) {
         menu_ = std::make_unique<Menu>(data_.menu, language_, data_.menuBar);
         if (data_.menuBar) menu_->AttachTo(Handle());
@@ -195,13 +195,13 @@ void Form::Maximise() {
     }
 }
 
-void Form::ShowModal(EventPump& pump, HWND owner) {
+void Form::ShowModal(MessagePump& pump, HWND owner) {
     Load(owner);
     const bool disables = owner != nullptr && IsWindowEnabled(owner) != 0;
     if (disables) EnableWindow(owner, FALSE);
     modalOwner_ = disables ? owner : nullptr;
     Show();
-    while (IsVisible()) pump.WaitForEvents(kModalMilliseconds);
+    while (IsVisible()) pump.WaitForMessages(kModalMilliseconds);
     EndModal();
 }
 

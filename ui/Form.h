@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "ui/AccessibleNames.h"
 #include "ui/DropDown.h"
 #include "ui/Fonts.h"
 #include "ui/FormData.h"
@@ -13,14 +14,13 @@
 #include "ui/Icons.h"
 #include "ui/ListView.h"
 #include "ui/Menu.h"
-#include "ui/SpokenNames.h"
 #include "ui/ToolBar.h"
 #include "ui/ToolTips.h"
 #include "ui/Window.h"
 
 namespace vw {
 
-class EventPump;
+class MessagePump;
 
 /// Tables of keys that stand for commands.
 struct AcceleratorTraits {
@@ -43,14 +43,14 @@ enum class MousePointer { Default, Hourglass };
 
 /// A window made of its data, in one language. Controls are reached by their names (and index, for
 /// those of an array); a name that the data does not have, or a question that its kind of control
-/// does not answer, raises 5.
+/// does not answer, throws 5.
 ///
 /// The form is loaded (made, hidden) by Load or Show and can be unloaded and loaded again. Since a
 /// user may close it while work goes on, everything done to it while it is not loaded does nothing,
-/// and questions get an empty answer; only List, Tools and Menus, which hand out parts of it, raise
+/// and questions get an empty answer; only List, Tools and Menus, which hand out parts of it, throw
 /// 5 then.
 ///
-/// Nothing that the program does to a control raises an event, except another value of a scroll
+/// Nothing that the program does to a control throws an event, except another value of a scroll
 /// bar.
 class Form final : public Window {
   public:
@@ -86,7 +86,7 @@ class Form final : public Window {
     /// Maximises now, or when the form is first shown if it is still hidden.
     void Maximise();
     /// Shows the form before a disabled `owner` and returns when it is hidden or unloaded.
-    void ShowModal(EventPump& pump, HWND owner);
+    void ShowModal(MessagePump& pump, HWND owner);
 
     [[nodiscard]] std::wstring Caption() const;
     void SetCaption(std::wstring_view text);
@@ -130,7 +130,7 @@ class Form final : public Window {
     void Choose(std::wstring_view dropDown, std::wstring_view text);
 
     [[nodiscard]] int Value(std::wstring_view scrollBar) const;
-    /// Another value raises the change event. A value outside the range widens it.
+    /// Another value throws the change event. A value outside the range widens it.
     void SetValue(std::wstring_view scrollBar, int value);
 
     /// From 0 to kProgressMaximum.
@@ -183,10 +183,10 @@ class Form final : public Window {
     [[nodiscard]] const Part* Find(std::wstring_view name, ControlKind kind) const;
     [[nodiscard]] Part* FindByWindow(HWND window) noexcept;
 
-    // Looks (FormLooks.cpp)
+    // Looks (FormLayout.cpp)
     void PlaceInitially();
     void UseDpi(int dpi);
-    void Dress(Part& part, Fonts& fonts);
+    void ApplyFont(Part& part, Fonts& fonts);
     void Arrange();
     void ArrangeDropDown(HWND dropDown, const Rect& place) const;
     [[nodiscard]] Size DesignNow() const noexcept;
@@ -196,16 +196,16 @@ class Form final : public Window {
     void TakeIcon(int id);
 
     // Painting (FormPainting.cpp)
-    std::optional<LRESULT> OnColour(HDC canvas, HWND control);
+    std::optional<LRESULT> OnColour(HDC dc, HWND control);
     void OnDrawItem(const DRAWITEMSTRUCT& draw);
-    void DrawLabel(const Part& part, HDC canvas, const RECT& area) const;
-    void DrawStatusLine(const Part& part, HDC canvas, const RECT& area) const;
+    void DrawLabel(const Part& part, HDC dc, const RECT& area) const;
+    void DrawStatusLine(const Part& part, HDC dc, const RECT& area) const;
     void DrawChoice(const DRAWITEMSTRUCT& draw) const;
 
     // Messages (FormMessages.cpp)
     std::optional<LRESULT> OnWindowMessage(UINT message, WPARAM wParam, LPARAM lParam);
     std::optional<LRESULT> OnControlMessage(UINT message, WPARAM wParam, LPARAM lParam);
-    void Tell(const ControlData& data, EventKind kind, int value = 0, std::wstring_view key = {});
+    void Notify(const ControlData& data, EventKind kind, int value = 0, std::wstring_view key = {});
     void OnCommand(int id, int code, HWND control);
     void OnMenuOrButton(int id);
     void OnDialogKey(int id);
@@ -229,7 +229,7 @@ class Form final : public Window {
     std::unique_ptr<Menu> menu_;
     std::unique_ptr<Fonts> fonts_;
     std::unique_ptr<ToolTips> tips_;
-    std::unique_ptr<SpokenNames> names_;
+    std::unique_ptr<AccessibleNames> names_;
     AcceleratorHandle accelerators_;
     std::unique_ptr<RowPictures> rowPictures_;
     IconHandle smallIcon_;

@@ -26,14 +26,14 @@ const Form::Part* Form::Find(std::wstring_view name) const {
     const auto& controls = data_.controls;
     const auto data = std::find_if(controls.begin(), controls.end(),
                                    [&](const ControlData& row) { return row.name == name; });
-    if (data == controls.end()) vw::Raise(error_number::kInvalidCall, name);
+    if (data == controls.end()) vw::Throw(error_number::kInvalidCall, name);
     const auto position = static_cast<std::size_t>(data - controls.begin());
     return position < parts_.size() ? &parts_[position] : nullptr;
 }
 
 const Form::Part* Form::Find(std::wstring_view name, ControlKind kind) const {
     const Part* part = Find(name);
-    if (part != nullptr && part->data->kind != kind) vw::Raise(error_number::kInvalidCall, name);
+    if (part != nullptr && part->data->kind != kind) vw::Throw(error_number::kInvalidCall, name);
     return part;
 }
 
@@ -209,7 +209,7 @@ void Form::SetValue(std::wstring_view scrollBar, int value) {
     // Its position counts from the other end, in hundredths.
     names_->SetValue(part->window, std::to_wstring(value));
     if (ScrollBar::SetValue(part->window, value, data.lowest, data.highest)) {
-        Tell(data, EventKind::Change, value);
+        Notify(data, EventKind::Change, value);
     }
 }
 
@@ -250,18 +250,18 @@ bool Form::IsTimerEnabled(std::wstring_view timer) const {
 
 ListView& Form::List(std::wstring_view listView) {
     const Part* part = Find(listView, ControlKind::ListView);
-    if (part == nullptr) vw::Raise(error_number::kInvalidCall, listView);
+    if (part == nullptr) vw::Throw(error_number::kInvalidCall, listView);
     return *part->list;
 }
 
 Menu& Form::Menus() {
-    if (!menu_) vw::Raise(error_number::kInvalidCall);
+    if (!menu_) vw::Throw(error_number::kInvalidCall);
     return *menu_;
 }
 
 ToolBar& Form::Tools(std::wstring_view toolBar) {
     const Part* part = Find(toolBar, ControlKind::ToolBar);
-    if (part == nullptr) vw::Raise(error_number::kInvalidCall, toolBar);
+    if (part == nullptr) vw::Throw(error_number::kInvalidCall, toolBar);
     return *part->toolBar;
 }
 

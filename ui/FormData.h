@@ -94,8 +94,8 @@ struct ControlData {
     ControlKind kind = ControlKind::Label;
     Texts text{};
     FontPair font{};
-    Place place{};
-    Flow flow{};
+    Bounds place{};
+    ResizeWeights flow{};
     bool hidden = false;
     bool centred = false;
     bool oneLine = false;       ///< a label whose text stands half-way down, beside a field

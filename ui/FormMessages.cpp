@@ -163,7 +163,7 @@ std::optional<LRESULT> Form::OnControlMessage(UINT message, WPARAM wParam, LPARA
         }
         case kListKeyUp:
             if (const Part* part = FindByWindow(reinterpret_cast<HWND>(lParam))) {
-                Tell(*part->data, EventKind::KeyUp, static_cast<int>(wParam));
+                Notify(*part->data, EventKind::KeyUp, static_cast<int>(wParam));
             }
             return 0;
         case kListDrop:
@@ -172,7 +172,7 @@ std::optional<LRESULT> Form::OnControlMessage(UINT message, WPARAM wParam, LPARA
         case kDropDownClosed: {
             const Part* part = FindByWindow(reinterpret_cast<HWND>(lParam));
             if (part != nullptr && part->dropDown && part->dropDown->OnClosed()) {
-                Tell(*part->data, EventKind::Selection);
+                Notify(*part->data, EventKind::Selection);
             }
             return 0;
         }
@@ -181,7 +181,7 @@ std::optional<LRESULT> Form::OnControlMessage(UINT message, WPARAM wParam, LPARA
     }
 }
 
-void Form::Tell(const ControlData& data, EventKind kind, int value, std::wstring_view key) {
+void Form::Notify(const ControlData& data, EventKind kind, int value, std::wstring_view key) {
     events_.OnControl(*this, {.control = data.name,
                               .index = data.index,
                               .kind = kind,
@@ -208,10 +208,10 @@ void Form::OnCommand(int id, int code, HWND control) {
         case ControlKind::Picture:
             // The code of a clicked button is that of a clicked label too.
             static_assert(BN_CLICKED == STN_CLICKED);
-            if (code == BN_CLICKED) Tell(*part->data, EventKind::Click);
+            if (code == BN_CLICKED) Notify(*part->data, EventKind::Click);
             break;
         case ControlKind::DropDown:
-            if (part->dropDown->OnNotification(code)) Tell(*part->data, EventKind::Selection);
+            if (part->dropDown->OnNotification(code)) Notify(*part->data, EventKind::Selection);
             break;
         default:
             break;
@@ -244,7 +244,7 @@ void Form::OnMenuOrButton(int id) {
     // A key stands for a click on the status line, which takes no keyboard.
     for (const Part& part : parts_) {
         if (part.data->id != id || !part.data->statusLine) continue;
-        Tell(*part.data, EventKind::Click);
+        Notify(*part.data, EventKind::Click);
         return;
     }
 }
@@ -252,7 +252,7 @@ void Form::OnMenuOrButton(int id) {
 void Form::OnDialogKey(int id) {
     const auto name = id == IDOK ? defaultButton_ : data_.escapeButton;
     if (!name.empty() && IsShown(name) && IsEnabled(name)) {
-        Tell(*Find(name)->data, EventKind::Click);
+        Notify(*Find(name)->data, EventKind::Click);
     } else if (id == IDCANCEL && data_.kind == FormKind::Box) {
         Unload(UnloadReason::User);
     }
@@ -278,7 +278,7 @@ void Form::OnDrop(HWND list, WPARAM drop) {
 void Form::OnTimer(int id) {
     for (const Part& part : parts_) {
         if (part.data->kind == ControlKind::Timer && part.data->id == id && part.ticking) {
-            Tell(*part.data, EventKind::Timer);
+            Notify(*part.data, EventKind::Timer);
             return;
         }
     }
@@ -300,11 +300,11 @@ LRESULT Form::OnListNotify(Part& part, NMHDR& header) {
     const ControlData& data = *part.data;
     switch (header.code) {
         case NM_CLICK:
-            Tell(data, EventKind::Click, reinterpret_cast<const NMITEMACTIVATE&>(header).iItem);
+            Notify(data, EventKind::Click, reinterpret_cast<const NMITEMACTIVATE&>(header).iItem);
             break;
         case LVN_ITEMACTIVATE:
-            Tell(data, EventKind::ItemActivate,
-                 reinterpret_cast<const NMITEMACTIVATE&>(header).iItem);
+            Notify(data, EventKind::ItemActivate,
+                   reinterpret_cast<const NMITEMACTIVATE&>(header).iItem);
             break;
         case LVN_ITEMCHANGED: {
             const auto& change = reinterpret_cast<const NMLISTVIEW&>(header);
@@ -312,13 +312,13 @@ LRESULT Form::OnListNotify(Part& part, NMHDR& header) {
             const bool selected =
                 (change.uChanged & LVIF_STATE) != 0 && (gained & LVIS_SELECTED) != 0;
             if (selected && !part.list->IsSelecting()) {
-                Tell(data, EventKind::Selection, change.iItem);
+                Notify(data, EventKind::Selection, change.iItem);
             }
             break;
         }
         case LVN_COLUMNCLICK: {
             const int column = reinterpret_cast<const NMLISTVIEW&>(header).iSubItem;
-            Tell(data, EventKind::ColumnClick, column, part.list->KeyOf(column));
+            Notify(data, EventKind::ColumnClick, column, part.list->KeyOf(column));
             break;
         }
         default:

@@ -25,11 +25,11 @@ HFONT FontOf(HWND control) noexcept {
 }  // namespace
 
 // Only the report is left to colour itself: it looks like a field, though nobody writes in it.
-std::optional<LRESULT> Form::OnColour(HDC canvas, HWND control) {
+std::optional<LRESULT> Form::OnColour(HDC dc, HWND control) {
     const Part* part = FindByWindow(control);
     if (part == nullptr || part->data->kind != ControlKind::Report) return std::nullopt;
-    SetTextColor(canvas, GetSysColor(COLOR_WINDOWTEXT));
-    SetBkColor(canvas, GetSysColor(COLOR_WINDOW));
+    SetTextColor(dc, GetSysColor(COLOR_WINDOWTEXT));
+    SetBkColor(dc, GetSysColor(COLOR_WINDOW));
     return reinterpret_cast<LRESULT>(GetSysColorBrush(COLOR_WINDOW));
 }
 
@@ -45,10 +45,10 @@ void Form::OnDrawItem(const DRAWITEMSTRUCT& draw) {
     }
 }
 
-void Form::DrawLabel(const Part& part, HDC canvas, const RECT& area) const {
+void Form::DrawLabel(const Part& part, HDC dc, const RECT& area) const {
     const ControlData& data = *part.data;
     if (data.statusLine) {
-        DrawStatusLine(part, canvas, area);
+        DrawStatusLine(part, dc, area);
         return;
     }
     RECT inside = area;
@@ -57,20 +57,20 @@ void Form::DrawLabel(const Part& part, HDC canvas, const RECT& area) const {
         const bool marked = std::ranges::any_of(parts_, [&](const Part& other) {
             return other.data->wheelLabel == data.name && GetFocus() == other.window;
         });
-        Fill(canvas, area, GetSysColor(marked ? COLOR_HIGHLIGHT : COLOR_BTNSHADOW));
+        Fill(dc, area, GetSysColor(marked ? COLOR_HIGHLIGHT : COLOR_BTNSHADOW));
         const int frame = marked ? Scaled(2, dpi_) : 1;
         InflateRect(&inside, -frame, -frame);
-        Fill(canvas, inside, GetSysColor(COLOR_WINDOW));
-        SetTextColor(canvas, GetSysColor(COLOR_WINDOWTEXT));
+        Fill(dc, inside, GetSysColor(COLOR_WINDOW));
+        SetTextColor(dc, GetSysColor(COLOR_WINDOWTEXT));
     } else if (data.accent) {
-        Fill(canvas, area, GetSysColor(COLOR_HIGHLIGHT));
-        SetTextColor(canvas, GetSysColor(COLOR_HIGHLIGHTTEXT));
+        Fill(dc, area, GetSysColor(COLOR_HIGHLIGHT));
+        SetTextColor(dc, GetSysColor(COLOR_HIGHLIGHTTEXT));
     } else {
-        Fill(canvas, area, GetSysColor(COLOR_BTNFACE));
+        Fill(dc, area, GetSysColor(COLOR_BTNFACE));
         const bool enabled = IsWindowEnabled(part.window) != 0;
-        SetTextColor(canvas, GetSysColor(enabled ? COLOR_BTNTEXT : COLOR_GRAYTEXT));
+        SetTextColor(dc, GetSysColor(enabled ? COLOR_BTNTEXT : COLOR_GRAYTEXT));
     }
-    PaintText(canvas, inside, Text(data.name),
+    PaintText(dc, inside, Text(data.name),
               {.rightToLeft = language_ == Language::Arabic,
                .side = data.centred ? TextSide::Centre : TextSide::Start,
                .oneLine = data.oneLine || data.path,
@@ -78,32 +78,32 @@ void Form::DrawLabel(const Part& part, HDC canvas, const RECT& area) const {
 }
 
 // A hairline parts it from the lists. The sign says without colours that something went wrong.
-void Form::DrawStatusLine(const Part& part, HDC canvas, const RECT& area) const {
+void Form::DrawStatusLine(const Part& part, HDC dc, const RECT& area) const {
     const std::wstring text = Text(part.data->name);
     const bool rightToLeft = language_ == Language::Arabic;
     const COLORREF colour =
         part.alert && !HighContrast() ? kAlertColour : GetSysColor(COLOR_BTNTEXT);
-    Fill(canvas, area, GetSysColor(COLOR_BTNFACE));
-    Fill(canvas, {area.left, area.top, area.right, area.top + 1}, GetSysColor(COLOR_3DLIGHT));
+    Fill(dc, area, GetSysColor(COLOR_BTNFACE));
+    Fill(dc, {area.left, area.top, area.right, area.top + 1}, GetSysColor(COLOR_3DLIGHT));
     RECT inside = area;
     InflateRect(&inside, -Scaled(kStatusMargin, dpi_), 0);
     if (part.alert && !text.empty()) {
-        const Unmirrored upright(canvas);
+        const Unmirrored upright(dc);
         const RECT whole = upright.Turned(inside);
         const int pixels = Scaled(kStatusSign, dpi_);
         const int left = static_cast<int>(rightToLeft ? whole.right - pixels : whole.left);
         const int top = static_cast<int>(whole.top + whole.bottom - pixels) / 2;
-        DrawIconEx(canvas, left, top, part.picture.Get(), pixels, pixels, 0, nullptr, DI_NORMAL);
+        DrawIconEx(dc, left, top, part.picture.Get(), pixels, pixels, 0, nullptr, DI_NORMAL);
     }
     if (part.alert) {
-        // The canvas of a mirrored form counts from the right itself.
-        const bool mirrored = (GetLayout(canvas) & LAYOUT_RTL) != 0;
+        // The dc of a mirrored form counts from the right itself.
+        const bool mirrored = (GetLayout(dc) & LAYOUT_RTL) != 0;
         const LONG room = Scaled(kStatusSign + kStatusGap, dpi_);
         (rightToLeft && !mirrored ? inside.right : inside.left) +=
             rightToLeft && !mirrored ? -room : room;
     }
-    SetTextColor(canvas, colour);
-    PaintText(canvas, inside, text, {.rightToLeft = rightToLeft, .oneLine = true, .shorten = true});
+    SetTextColor(dc, colour);
+    PaintText(dc, inside, text, {.rightToLeft = rightToLeft, .oneLine = true, .shorten = true});
 }
 
 void Form::DrawChoice(const DRAWITEMSTRUCT& draw) const {

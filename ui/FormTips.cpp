@@ -29,10 +29,10 @@ void Form::OnTipAsked(NMTTDISPINFOW& info) {
     tipText_ =
         part->data->path ? Text(part->data->name) : std::wstring(part->data->tip.In(language_));
     if (part->data->path) {
-        const WindowDc canvas(control);
-        const SavedDc saved(canvas.Get());
-        SelectFontOf(control, canvas.Get());
-        const int width = MeasureIn(canvas.Get())(tipText_);
+        const WindowDc dc(control);
+        const SavedDc saved(dc.Get());
+        SelectFontOf(control, dc.Get());
+        const int width = MeasureIn(dc.Get())(tipText_);
         RECT area{};
         GetClientRect(control, &area);
         if (width <= area.right) tipText_.clear();

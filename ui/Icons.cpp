@@ -56,14 +56,14 @@ IconHandle FadedPicture(HICON icon, int pixels) {
     if (icon == nullptr || GetIconInfo(icon, &info) == 0) return IconHandle();
     const BitmapHandle colours(info.hbmColor);
     const BitmapHandle mask(info.hbmMask);
-    const CanvasHandle canvas(CreateCompatibleDC(nullptr));
+    const CanvasHandle dc(CreateCompatibleDC(nullptr));
     BITMAPINFO format = FormatOf(pixels, pixels);
     const auto size = static_cast<std::size_t>(pixels);
     std::vector<std::uint32_t> image(size * size);
     const auto rows = static_cast<UINT>(pixels);
-    GetDIBits(canvas.Get(), colours.Get(), 0, rows, image.data(), &format, DIB_RGB_COLORS);
+    GetDIBits(dc.Get(), colours.Get(), 0, rows, image.data(), &format, DIB_RGB_COLORS);
     for (std::uint32_t& pixel : image) pixel = Faded(pixel);
-    SetDIBits(canvas.Get(), colours.Get(), 0, rows, image.data(), &format, DIB_RGB_COLORS);
+    SetDIBits(dc.Get(), colours.Get(), 0, rows, image.data(), &format, DIB_RGB_COLORS);
     return IconHandle(CreateIconIndirect(&info));
 }
 
@@ -71,13 +71,13 @@ ImageList MakeImageList(std::span<const int> ids, int pixels, int height) {
     const int count = static_cast<int>(ids.size());
     ImageList list(ImageList_Create(pixels, height, ILC_COLOR32, count, 1));
     if (!list) RaiseLast({});
-    const CanvasHandle canvas(CreateCompatibleDC(nullptr));
+    const CanvasHandle dc(CreateCompatibleDC(nullptr));
     BITMAPINFO iconFormat = FormatOf(pixels, pixels);
     const BITMAPINFO format = FormatOf(pixels, height);
     for (const int id : ids) {
         void* image = nullptr;
         const BitmapHandle picture(
-            CreateDIBSection(canvas.Get(), &format, DIB_RGB_COLORS, &image, nullptr, 0));
+            CreateDIBSection(dc.Get(), &format, DIB_RGB_COLORS, &image, nullptr, 0));
         if (!picture) RaiseLast({});
         const IconHandle icon = LoadPicture(id, pixels);
         ICONINFO info{};
@@ -87,7 +87,7 @@ ImageList MakeImageList(std::span<const int> ids, int pixels, int height) {
             const auto above = static_cast<std::size_t>((height - pixels) / 2);
             auto* rows =
                 static_cast<std::uint32_t*>(image) + above * static_cast<std::size_t>(pixels);
-            GetDIBits(canvas.Get(), colours.Get(), 0, static_cast<UINT>(pixels), rows, &iconFormat,
+            GetDIBits(dc.Get(), colours.Get(), 0, static_cast<UINT>(pixels), rows, &iconFormat,
                       DIB_RGB_COLORS);
         }
         ImageList_Add(list.Get(), picture.Get(), nullptr);

@@ -26,7 +26,7 @@ struct Rect {
 
 /// Where a control lies in a form of its design size, from the side where reading begins, at 96
 /// DPI.
-struct Place {
+struct Bounds {
     int x = 0;
     int y = 0;
     int width = 0;
@@ -35,7 +35,7 @@ struct Place {
 
 /// What a control does when its form is not of the design size: by how many hundredths of the
 /// growth it moves away from the corner where reading begins, and by how many it grows itself.
-struct Flow {
+struct ResizeWeights {
     int moveX = 0;
     int moveY = 0;
     int growX = 0;
@@ -52,7 +52,7 @@ struct Flow {
 /// design is `design` large. Edges that meet in the design meet on every screen. In a form smaller
 /// than its design, which only small screens have, what would grow shrinks, down to two thirds of
 /// the design; then the form's edge cuts off the rest.
-[[nodiscard]] Rect Arranged(const Place& place, const Flow& flow, const Size& design,
+[[nodiscard]] Rect Arranged(const Bounds& place, const ResizeWeights& flow, const Size& design,
                             const Size& client, int dpi) noexcept;
 
 }  // namespace vw

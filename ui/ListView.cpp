@@ -60,7 +60,7 @@ int ListView::Add(std::wstring_view text, RowIcon icon) {
         SendMessageW(control_, LVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&item)));
     if (row < 0) {
         rows_.pop_back();
-        Raise(error_number::kOutOfMemory);
+        Throw(error_number::kOutOfMemory);
     }
     return row;
 }
@@ -89,7 +89,7 @@ void ListView::Forget(int row) {
 int ListView::ColumnOf(std::wstring_view key) const {
     const auto column = std::find_if(data_.columns.begin(), data_.columns.end(),
                                      [&](const ColumnData& data) { return data.key == key; });
-    if (column == data_.columns.end()) Raise(error_number::kInvalidCall, key);
+    if (column == data_.columns.end()) Throw(error_number::kInvalidCall, key);
     return static_cast<int>(column - data_.columns.begin());
 }
 
@@ -108,7 +108,7 @@ void ListView::SetSubItem(int row, std::wstring_view key, std::wstring_view text
                           std::optional<Value> value) {
     const int column = ColumnOf(key);
     Row* found = RowAt(row);
-    if (found == nullptr) Raise(error_number::kInvalidCall, key);
+    if (found == nullptr) Throw(error_number::kInvalidCall, key);
     found->cells[static_cast<std::size_t>(column)] = {std::wstring(text), value};
     LVITEMW item{};
     item.iSubItem = column;

@@ -16,7 +16,7 @@
 
 namespace vw {
 
-class SpokenNames;
+class AccessibleNames;
 
 /// Key of the first column, which is the row's own text.
 inline constexpr std::wstring_view kNameColumn = L"Name";
@@ -68,7 +68,7 @@ class ListView {
     void Clear();
 
     /// The text of a row in a column; empty when there is no such row. A key that the list does not
-    /// have raises 5.
+    /// have throws 5.
     [[nodiscard]] std::wstring SubItem(int row, std::wstring_view key) const;
 
     /// Sets it. `value` is what the column is sorted by where its text would not do: bytes, dates.
@@ -96,14 +96,14 @@ class ListView {
 
     /// Uses these, which may be none, for what screen readers say and for the tip that goes when
     /// the mouse leaves its cell.
-    void Attach(SpokenNames* names, HWND tips) noexcept;
+    void Attach(AccessibleNames* names, HWND tips) noexcept;
 
     /// The first row with this text in this column, compared by code units; -1 when there is none.
     [[nodiscard]] int Find(std::wstring_view key, std::wstring_view text) const;
 
     /// The selected row, -1 when there is none.
     [[nodiscard]] int Selected() const noexcept;
-    /// Selects a row and gives it the focus mark; -1 selects none. Raises no event.
+    /// Selects a row and gives it the focus mark; -1 selects none. Throws no event.
     void Select(int row);
     void EnsureVisible(int row);
 
@@ -124,7 +124,7 @@ class ListView {
     void SetStyle(ViewStyle style);
     void SetArrange(ViewArrange arrange);
 
-    /// Position of a column from its key, and back. A key that the list does not have raises 5.
+    /// Position of a column from its key, and back. A key that the list does not have throws 5.
     [[nodiscard]] int ColumnOf(std::wstring_view key) const;
     [[nodiscard]] std::wstring_view KeyOf(int column) const noexcept;
 
@@ -156,13 +156,13 @@ class ListView {
     void Forget(int row);
     void Answer(NMLVDISPINFOW& info);
     std::optional<LRESULT> OnCustomDraw(const NMLVCUSTOMDRAW& draw);
-    void PaintRow(HDC canvas, int row) const;
-    void PaintIcon(HDC canvas, const RECT& area, const Row& row) const;
+    void PaintRow(HDC dc, int row) const;
+    void PaintIcon(HDC dc, const RECT& area, const Row& row) const;
     void RepaintRow(int row) const;
-    void KeepRows(HDC canvas) const;
+    void KeepRows(HDC dc) const;
     [[nodiscard]] RECT RowArea(int row, LONG part) const;
     [[nodiscard]] RECT CellArea(int row, int column) const;
-    void PaintEmptyText(HDC canvas) const;
+    void PaintEmptyText(HDC dc) const;
     void MarkSortColumn(int column, bool ascending);
     bool SortByKey(WPARAM key) const;
     // Columns (ListViewColumns.cpp).
@@ -190,7 +190,7 @@ class ListView {
     int dpi_ = kDesignDpi;
     bool selecting_ = false;
     bool isSortMarked_ = false;
-    SpokenNames* names_ = nullptr;
+    AccessibleNames* names_ = nullptr;
     HWND tips_ = nullptr;
     std::pair<int, int> mouseAt_{-1, -1};  ///< row and column below the mouse
     std::vector<int> userWidths_;          ///< at 96 DPI; 0: not chosen by the user

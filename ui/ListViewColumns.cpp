@@ -83,17 +83,17 @@ int ListView::WidthOf(std::size_t column) const {
         longest.insert(place, &text);
         if (longest.size() > kMeasured) longest.pop_back();
     }
-    const WindowDc canvas(control_);
-    const SavedDc saved(canvas.Get());
-    SelectFontOf(control_, canvas.Get());
-    const Measure widthOf = MeasureIn(canvas.Get());
+    const WindowDc dc(control_);
+    const SavedDc saved(dc.Get());
+    SelectFontOf(control_, dc.Get());
+    const Measure widthOf = MeasureIn(dc.Get());
     const int icon = column == 0 ? Scaled(kIconAndGaps, dpi_) : 0;
     int width = 0;
     for (const std::wstring* text : longest) width = std::max(width, widthOf(*text) + icon);
     // The header may have another font, and the mark of the direction takes some room beside its
     // text.
     const auto header = reinterpret_cast<HWND>(SendMessageW(control_, LVM_GETHEADER, 0, 0));
-    SelectFontOf(header, canvas.Get());
+    SelectFontOf(header, dc.Get());
     width = std::max(width,
                      widthOf(data_.columns[column].header.In(language_)) + Scaled(kSortMark, dpi_));
     width += 2 * Scaled(kCellMargin, dpi_) + 1;

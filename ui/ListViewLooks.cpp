@@ -139,7 +139,7 @@ std::optional<LRESULT> ListView::OnCustomDraw(const NMLVCUSTOMDRAW& draw) {
     }
 }
 
-void ListView::PaintRow(HDC canvas, int row) const {
+void ListView::PaintRow(HDC dc, int row) const {
     const Row* content = RowAt(row);
     if (content == nullptr) return;
     const auto state = static_cast<UINT>(SendMessageW(
@@ -148,16 +148,16 @@ void ListView::PaintRow(HDC canvas, int row) const {
     const bool focused = GetFocus() == control_;
     const RowColours colours = ColoursOfRow(selected, focused);
 
-    const SavedDc saved(canvas);
-    SelectFontOf(control_, canvas);
+    const SavedDc saved(dc);
+    SelectFontOf(control_, dc);
     {
-        const Unmirrored upright(canvas);
+        const Unmirrored upright(dc);
         RECT whole = RowArea(row, LVIR_BOUNDS);
         RECT visible{};
         GetClientRect(control_, &visible);
         IntersectRect(&visible, &visible, &whole);
         whole = upright.Turned(whole);
-        const Buffered buffer(canvas, upright.Turned(visible));
+        const Buffered buffer(dc, upright.Turned(visible));
         Fill(buffer.Canvas(), whole, colours.background);
         PaintIcon(buffer.Canvas(), upright.Turned(RowArea(row, LVIR_ICON)), *content);
         SetTextColor(buffer.Canvas(), colours.text);
@@ -178,13 +178,13 @@ void ListView::PaintRow(HDC canvas, int row) const {
 
 // A row paints its own background in one step with its text. Erased before, it would flicker in a
 // list without a buffer.
-void ListView::KeepRows(HDC canvas) const {
+void ListView::KeepRows(HDC dc) const {
     if (language_ != Language::Arabic || rows_.empty() || Style() != ViewStyle::Details) return;
     const auto first = static_cast<int>(SendMessageW(control_, LVM_GETTOPINDEX, 0, 0));
     const auto shown = static_cast<int>(SendMessageW(control_, LVM_GETCOUNTPERPAGE, 0, 0));
     const RECT top = RowArea(first, LVIR_BOUNDS);
     const RECT bottom = RowArea(std::min(first + shown, Count() - 1), LVIR_BOUNDS);
-    ExcludeClipRect(canvas, top.left, top.top, top.right, bottom.bottom);
+    ExcludeClipRect(dc, top.left, top.top, top.right, bottom.bottom);
 }
 
 RECT ListView::RowArea(int row, LONG part) const {
@@ -196,16 +196,16 @@ RECT ListView::RowArea(int row, LONG part) const {
 }
 
 // At the side of its area where reading begins.
-void ListView::PaintIcon(HDC canvas, const RECT& area, const Row& row) const {
+void ListView::PaintIcon(HDC dc, const RECT& area, const Row& row) const {
     if (pictures_ == nullptr) return;
     const int pixels = pictures_->pixels;
     const int left = language_ == Language::Arabic ? static_cast<int>(area.right) - pixels
                                                    : static_cast<int>(area.left);
     const int top = static_cast<int>(area.top + area.bottom - pixels) / 2;
-    DrawIconEx(canvas, left, top, pictures_->icons[static_cast<std::size_t>(row.icon)].Get(),
-               pixels, pixels, 0, nullptr, DI_NORMAL);
+    DrawIconEx(dc, left, top, pictures_->icons[static_cast<std::size_t>(row.icon)].Get(), pixels,
+               pixels, 0, nullptr, DI_NORMAL);
     if (row.warning.empty()) return;
-    DrawIconEx(canvas, left, top, pictures_->mark.Get(), pixels, pixels, 0, nullptr, DI_NORMAL);
+    DrawIconEx(dc, left, top, pictures_->mark.Get(), pixels, pixels, 0, nullptr, DI_NORMAL);
 }
 
 // Where the text of a cell stands: the column less the margins at both sides.
@@ -221,7 +221,7 @@ RECT ListView::CellArea(int row, int column) const {
     return area;
 }
 
-void ListView::PaintEmptyText(HDC canvas) const {
+void ListView::PaintEmptyText(HDC dc) const {
     const std::wstring_view text = data_.emptyText.In(language_);
     if (text.empty()) return;
     RECT area{};
@@ -233,15 +233,15 @@ void ListView::PaintEmptyText(HDC canvas) const {
         area.top += headerArea.bottom;
     }
     InflateRect(&area, -Scaled(kEmptyTextMargin, dpi_), 0);
-    const SavedDc saved(canvas);
-    SelectFontOf(control_, canvas);
-    SetTextColor(canvas, HintColour());
+    const SavedDc saved(dc);
+    SelectFontOf(control_, dc);
+    SetTextColor(dc, HintColour());
     const int room = static_cast<int>(area.right - area.left);
-    const auto lines = static_cast<int>(Wrapped(text, room, MeasureIn(canvas)).size());
+    const auto lines = static_cast<int>(Wrapped(text, room, MeasureIn(dc)).size());
     // Placed at one third of the free height: it looks better than the exact centre.
-    const LONG free = area.bottom - area.top - lines * LineStep(LineHeight(canvas));
+    const LONG free = area.bottom - area.top - lines * LineStep(LineHeight(dc));
     area.top += std::max(0L, free / 3);
-    PaintText(canvas, area, text,
+    PaintText(dc, area, text,
               {.rightToLeft = language_ == Language::Arabic, .side = TextSide::Centre});
 }
 
@@ -277,9 +277,9 @@ LRESULT CALLBACK ListView::Subclass(HWND window, UINT message, WPARAM wParam, LP
             if (self->rows_.size() == 1) InvalidateRect(window, nullptr, TRUE);
             break;
         case WM_ERASEBKGND: {
-            const auto canvas = reinterpret_cast<HDC>(wParam);
-            const SavedDc saved(canvas);
-            self->KeepRows(canvas);
+            const auto dc = reinterpret_cast<HDC>(wParam);
+            const SavedDc saved(dc);
+            self->KeepRows(dc);
             return DefSubclassProc(window, message, wParam, lParam);
         }
         case WM_SIZE: {

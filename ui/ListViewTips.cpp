@@ -1,14 +1,14 @@
+#include "ui/AccessibleNames.h"
 #include "ui/DisplayText.h"
 #include "ui/Gdi.h"
 #include "ui/ListView.h"
 #include "ui/Painting.h"
-#include "ui/SpokenNames.h"
 
 // What a list view says beyond its cells: warnings, and texts that have no room.
 
 namespace vw {
 
-void ListView::Attach(SpokenNames* names, HWND tips) noexcept {
+void ListView::Attach(AccessibleNames* names, HWND tips) noexcept {
     names_ = names;
     tips_ = tips;
 }
@@ -67,10 +67,10 @@ bool ListView::IsShortened(int row, int column) const {
     const std::wstring& text =
         rows_[static_cast<std::size_t>(row)]->cells[static_cast<std::size_t>(column)].text;
     const RECT cell = CellArea(row, column);
-    const WindowDc canvas(control_);
-    const SavedDc saved(canvas.Get());
-    SelectFontOf(control_, canvas.Get());
-    return MeasureIn(canvas.Get())(text) > cell.right - cell.left;
+    const WindowDc dc(control_);
+    const SavedDc saved(dc.Get());
+    SelectFontOf(control_, dc.Get());
+    return MeasureIn(dc.Get())(text) > cell.right - cell.left;
 }
 
 std::wstring ListView::TipAt(POINT place) const {

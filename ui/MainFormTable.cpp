@@ -24,9 +24,9 @@ constexpr int kScrollWidth = 20;
 constexpr int kFieldLeft = kMargin + kColumn - kFieldWidth;
 constexpr int kLabelWidth = kColumn - kFieldWidth - 8;
 
-constexpr Flow kListFlow{.growX = 50, .growY = 100};
-constexpr Flow kUpperFlow{.moveX = 50, .growX = 50, .growY = 50};
-constexpr Flow kLowerFlow{.moveX = 50, .moveY = 50, .growX = 50, .growY = 50};
+constexpr ResizeWeights kListFlow{.growX = 50, .growY = 100};
+constexpr ResizeWeights kUpperFlow{.moveX = 50, .growX = 50, .growY = 50};
+constexpr ResizeWeights kLowerFlow{.moveX = 50, .moveY = 50, .growX = 50, .growY = 50};
 
 constexpr Texts kName{L"Name", L"الاسم"};
 constexpr Texts kType{L"Type", L"النوع"};

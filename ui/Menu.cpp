@@ -63,7 +63,7 @@ const Menu::Entry& Menu::At(std::wstring_view name, int index) const {
     for (const Entry& entry : entries_) {
         if (entry.data->index == index && NameOf(*entry.data) == name) return entry;
     }
-    Raise(error_number::kInvalidCall);
+    Throw(error_number::kInvalidCall);
 }
 
 Menu::Entry& Menu::At(std::wstring_view name, int index) {
@@ -165,7 +165,7 @@ void Menu::Show(std::wstring_view name, bool on, int index) {
 
 int Menu::PopUp(HWND owner, std::wstring_view name, std::wstring_view defaultName) {
     const HMENU menu = At(name, kNoIndex).below;
-    if (menu == nullptr) Raise(error_number::kInvalidCall);
+    if (menu == nullptr) Throw(error_number::kInvalidCall);
     if (!defaultName.empty()) {
         SetMenuDefaultItem(menu, static_cast<UINT>(At(defaultName, kNoIndex).data->id), FALSE);
     }

@@ -19,7 +19,7 @@ struct MenuHandleTraits {
 using MenuHandle = UniqueHandle<MenuHandleTraits>;
 
 /// The menu of one form, made of its data; entries are reached by control name and index.
-/// A name that the data does not have raises 5.
+/// A name that the data does not have throws 5.
 class Menu {
   public:
     Menu(MenuData data, Language language, bool menuBar);

@@ -15,17 +15,17 @@ namespace {
 
 constexpr wchar_t kEllipsis = 0x2026;
 
-int PlainWidth(HDC canvas, std::wstring_view text) {
+int PlainWidth(HDC dc, std::wstring_view text) {
     SIZE size{};
-    GetTextExtentPoint32W(canvas, text.data(), static_cast<int>(text.size()), &size);
+    GetTextExtentPoint32W(dc, text.data(), static_cast<int>(text.size()), &size);
     return static_cast<int>(size.cx);
 }
 
-/// A canvas in memory with the font of another one.
+/// A dc in memory with the font of another one.
 class Scratch {
   public:
-    explicit Scratch(HDC canvas) : scratch_(CreateCompatibleDC(canvas)) {
-        SelectObject(scratch_, GetCurrentObject(canvas, OBJ_FONT));
+    explicit Scratch(HDC dc) : scratch_(CreateCompatibleDC(dc)) {
+        SelectObject(scratch_, GetCurrentObject(dc, OBJ_FONT));
         SetTextAlign(scratch_, TA_LEFT | TA_TOP | TA_UPDATECP);
     }
     ~Scratch() { DeleteDC(scratch_); }
@@ -47,40 +47,40 @@ class Scratch {
     HDC scratch_;
 };
 
-// Begins where the canvas's pen stands and leaves it where the next piece goes.
-void PaintPiece(HDC canvas, const RECT& clip, std::wstring_view text, bool fromRight) {
+// Begins where the dc's pen stands and leaves it where the next piece goes.
+void PaintPiece(HDC dc, const RECT& clip, std::wstring_view text, bool fromRight) {
     const UINT options = ETO_CLIPPED | (fromRight ? UINT{ETO_RTLREADING} : 0U);
-    ExtTextOutW(canvas, 0, 0, options, &clip, text.data(), static_cast<UINT>(text.size()), nullptr);
+    ExtTextOutW(dc, 0, 0, options, &clip, text.data(), static_cast<UINT>(text.size()), nullptr);
 }
 
 // The system places each piece from the pen, by the width that it really draws: at the right side
 // that makes the edge straight.
-void PaintLine(HDC canvas, const RECT& area, int y, std::wstring_view line, const TextLook& look) {
+void PaintLine(HDC dc, const RECT& area, int y, std::wstring_view line, const TextLook& look) {
     const bool centred = look.side == TextSide::Centre;
     const bool atLeft = (look.side == TextSide::Start) != look.rightToLeft;
     const LONG x = centred ? (area.left + area.right) / 2 : atLeft ? area.left : area.right;
     const UINT align = centred ? TA_CENTER : atLeft ? TA_LEFT : TA_RIGHT;
-    const UINT alignBefore = SetTextAlign(canvas, align | TA_TOP | TA_UPDATECP);
-    MoveToEx(canvas, x, y, nullptr);
+    const UINT alignBefore = SetTextAlign(dc, align | TA_TOP | TA_UPDATECP);
+    MoveToEx(dc, x, y, nullptr);
     if (IsShownAsPath(line) && !centred) {
         std::vector<std::wstring_view> pieces = PathPieces(line);
         if (!atLeft) std::reverse(pieces.begin(), pieces.end());
         for (const std::wstring_view piece : pieces) {
             // What was cut off belongs behind the last letter that is left.
             const bool cutName = piece.ends_with(kEllipsis) && NameReadsFromRight(piece);
-            PaintPiece(canvas, area, piece, cutName);
+            PaintPiece(dc, area, piece, cutName);
         }
     } else {
         const bool fromRight =
             look.name ? NameReadsFromRight(line) : look.rightToLeft && PhraseReadsFromRight(line);
-        PaintPiece(canvas, area, line, fromRight);
+        PaintPiece(dc, area, line, fromRight);
     }
-    SetTextAlign(canvas, alignBefore);
+    SetTextAlign(dc, alignBefore);
 }
 
 }  // namespace
 
-Unmirrored::Unmirrored(HDC canvas) noexcept : canvas_(canvas), layout_(GetLayout(canvas)) {
+Unmirrored::Unmirrored(HDC dc) noexcept : canvas_(dc), layout_(GetLayout(dc)) {
     if (layout_ == GDI_ERROR) layout_ = 0;
 }
 
@@ -102,10 +102,10 @@ RECT Unmirrored::Turned(const RECT& area) const noexcept {
     return turned;
 }
 
-Measure MeasureIn(HDC canvas) {
-    const auto scratch = std::make_shared<Scratch>(canvas);
-    return [canvas, scratch](std::wstring_view text) {
-        if (!PhraseReadsFromRight(text)) return PlainWidth(canvas, text);
+Measure MeasureIn(HDC dc) {
+    const auto scratch = std::make_shared<Scratch>(dc);
+    return [dc, scratch](std::wstring_view text) {
+        if (!PhraseReadsFromRight(text)) return PlainWidth(dc, text);
         if (!IsShownAsPath(text)) return scratch->DrawnWidth(text);
         int width = 0;
         for (const std::wstring_view piece : PathPieces(text)) width += scratch->DrawnWidth(piece);
@@ -113,16 +113,16 @@ Measure MeasureIn(HDC canvas) {
     };
 }
 
-Buffered::Buffered(HDC canvas, const RECT& area)
-    : canvas_(canvas),
+Buffered::Buffered(HDC dc, const RECT& area)
+    : canvas_(dc),
       area_(area),
-      buffer_(CreateCompatibleDC(canvas)),
-      picture_(CreateCompatibleBitmap(canvas, std::max(1L, area.right - area.left),
+      buffer_(CreateCompatibleDC(dc)),
+      picture_(CreateCompatibleBitmap(dc, std::max(1L, area.right - area.left),
                                       std::max(1L, area.bottom - area.top))),
       pictureBefore_(SelectObject(buffer_, picture_)) {
     SetLayout(buffer_, 0);
     SetViewportOrgEx(buffer_, -area.left, -area.top, nullptr);
-    SelectObject(buffer_, GetCurrentObject(canvas, OBJ_FONT));
+    SelectObject(buffer_, GetCurrentObject(dc, OBJ_FONT));
 }
 
 Buffered::~Buffered() {
@@ -135,37 +135,36 @@ Buffered::~Buffered() {
 
 int LineStep(int lineHeight) noexcept { return lineHeight * 6 / 5; }
 
-int LineHeight(HDC canvas) {
+int LineHeight(HDC dc) {
     TEXTMETRICW metrics{};
-    GetTextMetricsW(canvas, &metrics);
+    GetTextMetricsW(dc, &metrics);
     return static_cast<int>(metrics.tmHeight);
 }
 
-void PaintText(HDC canvas, const RECT& area, std::wstring_view text, const TextLook& look) {
-    const Unmirrored upright(canvas);
+void PaintText(HDC dc, const RECT& area, std::wstring_view text, const TextLook& look) {
+    const Unmirrored upright(dc);
     const RECT place = upright.Turned(area);
     const int room = static_cast<int>(place.right - place.left);
-    const int height = LineHeight(canvas);
-    const int modeBefore = SetBkMode(canvas, TRANSPARENT);
+    const int height = LineHeight(dc);
+    const int modeBefore = SetBkMode(dc, TRANSPARENT);
     int y = static_cast<int>(place.top);
     if (look.oneLine) {
         y += std::max(0, (static_cast<int>(place.bottom - place.top) - height) / 2);
-        PaintLine(canvas, place, y,
-                  look.shorten ? Shortened(text, room, MeasureIn(canvas)) : std::wstring(text),
-                  look);
+        PaintLine(dc, place, y,
+                  look.shorten ? Shortened(text, room, MeasureIn(dc)) : std::wstring(text), look);
     } else {
-        for (const std::wstring& line : Wrapped(text, room, MeasureIn(canvas))) {
-            PaintLine(canvas, place, y, line, look);
+        for (const std::wstring& line : Wrapped(text, room, MeasureIn(dc))) {
+            PaintLine(dc, place, y, line, look);
             y += LineStep(height);
         }
     }
-    SetBkMode(canvas, modeBefore);
+    SetBkMode(dc, modeBefore);
 }
 
-void Fill(HDC canvas, const RECT& area, COLORREF colour) noexcept {
-    const COLORREF before = SetDCBrushColor(canvas, colour);
-    FillRect(canvas, &area, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
-    SetDCBrushColor(canvas, before);
+void Fill(HDC dc, const RECT& area, COLORREF colour) noexcept {
+    const COLORREF before = SetDCBrushColor(dc, colour);
+    FillRect(dc, &area, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
+    SetDCBrushColor(dc, before);
 }
 
 COLORREF MixedColour(COLORREF first, COLORREF second, int share) noexcept {

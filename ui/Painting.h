@@ -19,21 +19,21 @@ struct TextLook {
     bool shorten = false;  ///< of one line: "…" for what has no room
 };
 
-/// Draws a text with the font and colours of the canvas. A path reads from left to right,
+/// Draws a text with the font and colours of the dc. A path reads from left to right,
 /// everything else in the direction of its own letters, whatever the direction of the window.
-void PaintText(HDC canvas, const RECT& area, std::wstring_view text, const TextLook& look);
+void PaintText(HDC dc, const RECT& area, std::wstring_view text, const TextLook& look);
 
-/// Measures in the font of a canvas.
-[[nodiscard]] Measure MeasureIn(HDC canvas);
+/// Measures in the font of a dc.
+[[nodiscard]] Measure MeasureIn(HDC dc);
 
-/// How high one line of the canvas's font is.
-[[nodiscard]] int LineHeight(HDC canvas);
+/// How high one line of the dc's font is.
+[[nodiscard]] int LineHeight(HDC dc);
 
 /// From one line of a wrapped text to the next.
 [[nodiscard]] int LineStep(int lineHeight) noexcept;
 
 /// Fills with one colour.
-void Fill(HDC canvas, const RECT& area, COLORREF colour) noexcept;
+void Fill(HDC dc, const RECT& area, COLORREF colour) noexcept;
 
 /// A colour between two others; `share` hundredths of the second.
 [[nodiscard]] COLORREF MixedColour(COLORREF first, COLORREF second, int share) noexcept;
@@ -59,16 +59,16 @@ struct RowColours {
 /// Whether the user chose a high contrast: then only the system's own colours are used.
 [[nodiscard]] bool HighContrast() noexcept;
 
-/// A canvas that counts from the left for a while, also in a mirrored window: what is drawn in this
+/// A dc that counts from the left for a while, also in a mirrored window: what is drawn in this
 /// time comes out the way round that it was drawn, on every system.
 class Unmirrored {
   public:
-    explicit Unmirrored(HDC canvas) noexcept;
+    explicit Unmirrored(HDC dc) noexcept;
     ~Unmirrored();
     Unmirrored(const Unmirrored&) = delete;
     Unmirrored& operator=(const Unmirrored&) = delete;
 
-    /// A rectangle of the mirrored canvas, counted from the left.
+    /// A rectangle of the mirrored dc, counted from the left.
     [[nodiscard]] RECT Turned(const RECT& area) const noexcept;
 
   private:
@@ -76,11 +76,11 @@ class Unmirrored {
     DWORD layout_;
 };
 
-/// A canvas in memory for an area of another one, with the same coordinates. It comes onto the
+/// A dc in memory for an area of another one, with the same coordinates. It comes onto the
 /// other one, which must not be mirrored, all at once when it goes: nothing flickers.
 class Buffered {
   public:
-    Buffered(HDC canvas, const RECT& area);
+    Buffered(HDC dc, const RECT& area);
     ~Buffered();
     Buffered(const Buffered&) = delete;
     Buffered& operator=(const Buffered&) = delete;

@@ -41,19 +41,19 @@ std::optional<COLORREF> BackgroundOf(const NMTBCUSTOMDRAW& draw, bool accented) 
     return std::nullopt;
 }
 
-void PaintBackground(HDC canvas, const RECT& area, COLORREF fill, COLORREF edge, int dpi) {
-    SelectObject(canvas, GetStockObject(DC_BRUSH));
-    SelectObject(canvas, GetStockObject(DC_PEN));
-    SetDCBrushColor(canvas, fill);
-    SetDCPenColor(canvas, edge);
+void PaintBackground(HDC dc, const RECT& area, COLORREF fill, COLORREF edge, int dpi) {
+    SelectObject(dc, GetStockObject(DC_BRUSH));
+    SelectObject(dc, GetStockObject(DC_PEN));
+    SetDCBrushColor(dc, fill);
+    SetDCPenColor(dc, edge);
     const int rounding = Scaled(kRounding, dpi);
-    RoundRect(canvas, area.left, area.top, area.right, area.bottom, rounding, rounding);
+    RoundRect(dc, area.left, area.top, area.right, area.bottom, rounding, rounding);
 }
 
-void PaintIcon(HDC canvas, int left, int top, int pixels, HICON icon) {
-    const Unmirrored upright(canvas);
+void PaintIcon(HDC dc, int left, int top, int pixels, HICON icon) {
+    const Unmirrored upright(dc);
     const RECT place = upright.Turned({left, top, left + pixels, top + pixels});
-    DrawIconEx(canvas, place.left, place.top, icon, pixels, pixels, 0, nullptr, DI_NORMAL);
+    DrawIconEx(dc, place.left, place.top, icon, pixels, pixels, 0, nullptr, DI_NORMAL);
 }
 
 }  // namespace
@@ -120,13 +120,13 @@ void ToolBar::SetPictures(int dpi, HFONT font, HFONT boldFont) {
 
 // Buttons are as wide as what they show, with the same margin on both sides.
 void ToolBar::SetWidths() {
-    const WindowDc canvas(control_);
-    const SavedDc saved(canvas.Get());
+    const WindowDc dc(control_);
+    const SavedDc saved(dc.Get());
     for (const ToolButtonData& button : data_.buttons) {
         int width = Scaled(kIconSize, dpi_) + 2 * Scaled(kPadding, dpi_);
         if (button.showText) {
-            SelectObject(canvas.Get(), button.accentIcon != 0 ? boldFont_ : font_);
-            width += Scaled(kTextGap, dpi_) + MeasureIn(canvas.Get())(button.text.In(language_)) +
+            SelectObject(dc.Get(), button.accentIcon != 0 ? boldFont_ : font_);
+            width += Scaled(kTextGap, dpi_) + MeasureIn(dc.Get())(button.text.In(language_)) +
                      Scaled(kTextMargin, dpi_);
         }
         TBBUTTONINFOW info{};
@@ -149,7 +149,7 @@ WPARAM ToolBar::IdOf(std::wstring_view key) const {
     for (const ToolButtonData& button : data_.buttons) {
         if (button.key == key) return static_cast<WPARAM>(button.id);
     }
-    Raise(error_number::kInvalidCall, key);
+    Throw(error_number::kInvalidCall, key);
 }
 
 bool ToolBar::IsEnabled(std::wstring_view key) const {
@@ -208,14 +208,14 @@ void ToolBar::PaintButton(const NMTBCUSTOMDRAW& draw, std::size_t position) cons
     const Pictures& pictures = icons_[position];
     const bool disabled = Has(draw, CDIS_DISABLED);
     const bool accented = pictures.accented && !disabled && !HighContrast();
-    const HDC canvas = draw.nmcd.hdc;
+    const HDC dc = draw.nmcd.hdc;
     const RECT area = draw.nmcd.rc;
-    const SavedDc saved(canvas);
+    const SavedDc saved(dc);
     const auto background = disabled ? std::nullopt : BackgroundOf(draw, accented);
     if (background) {
         const bool checked = Has(draw, CDIS_CHECKED) && !accented;
         const COLORREF edge = checked ? GetSysColor(COLOR_HIGHLIGHT) : *background;
-        PaintBackground(canvas, area, *background, edge, dpi_);
+        PaintBackground(dc, area, *background, edge, dpi_);
     }
 
     const int pixels = Scaled(kIconSize, dpi_);
@@ -225,21 +225,21 @@ void ToolBar::PaintButton(const NMTBCUSTOMDRAW& draw, std::size_t position) cons
                              : accented ? pictures.accented
                                         : pictures.normal;
     // The pictures for windows from right to left are drawn that way already.
-    if (icon) PaintIcon(canvas, left, top, pixels, icon.Get());
+    if (icon) PaintIcon(dc, left, top, pixels, icon.Get());
 
     if (Has(draw, CDIS_HOT) && GetFocus() == control_) {
         RECT mark = area;
         InflateRect(&mark, -Scaled(kTextMargin, dpi_), -Scaled(kTextMargin, dpi_));
-        DrawFocusRect(canvas, &mark);
+        DrawFocusRect(dc, &mark);
     }
     if (button.showText) {
-        SelectObject(canvas, button.accentIcon != 0 ? boldFont_ : font_);
-        SetTextColor(canvas, GetSysColor(disabled   ? COLOR_GRAYTEXT
-                                         : accented ? COLOR_HIGHLIGHTTEXT
-                                                    : COLOR_BTNTEXT));
+        SelectObject(dc, button.accentIcon != 0 ? boldFont_ : font_);
+        SetTextColor(dc, GetSysColor(disabled   ? COLOR_GRAYTEXT
+                                     : accented ? COLOR_HIGHLIGHTTEXT
+                                                : COLOR_BTNTEXT));
         RECT place = area;
         place.left = left + pixels + Scaled(kTextGap, dpi_);
-        PaintText(canvas, place, button.text.In(language_),
+        PaintText(dc, place, button.text.In(language_),
                   {.rightToLeft = language_ == Language::Arabic, .oneLine = true});
     }
 }

@@ -28,7 +28,7 @@ class ToolBar {
     /// The button with an id, or nothing.
     [[nodiscard]] const ToolButtonData* Find(int id) const noexcept;
 
-    /// Buttons by their keys; a key that the toolbar does not have raises 5.
+    /// Buttons by their keys; a key that the toolbar does not have throws 5.
     [[nodiscard]] bool IsEnabled(std::wstring_view key) const;
     void Enable(std::wstring_view key, bool on);
     [[nodiscard]] bool IsChecked(std::wstring_view key) const;

@@ -31,7 +31,7 @@ class Window {
                                                                                  ///< bottom: size
     };
 
-    /// Makes the window, hidden; raises the system's error when it cannot.
+    /// Makes the window, hidden; throws the system's error when it cannot.
     void Create(const Shape& shape);
     void Destroy() noexcept;
 

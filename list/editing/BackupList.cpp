@@ -20,14 +20,14 @@
 #include "list/format/ListLine.h"
 #include "list/format/ListText.h"
 #include "platform/ErrorTrap.h"
-#include "platform/EventPump.h"
 #include "platform/FileSystem.h"
-#include "platform/Like.h"
-#include "platform/MsgBox.h"
+#include "platform/MessageBoxes.h"
+#include "platform/MessagePump.h"
 #include "platform/ProgramControl.h"
 #include "platform/ProgramState.h"
 #include "platform/Scoped.h"
 #include "platform/TextDirection.h"
+#include "platform/Wildcards.h"
 #include "ui/Form.h"
 #include "ui/StatusLine.h"
 
@@ -42,22 +42,22 @@ constexpr std::uint32_t kOpenFlags = 0x81004;  // explorer style, no read-only b
 
 /// Restores the path of the previous list unless LetGo() is called. Until the new list is loaded, a
 /// save under its name would overwrite it with the old rows.
-class FormerList {
+class PreviousListGuard {
   public:
-    FormerList(ProgramState& state, bool& keepOld)
+    PreviousListGuard(ProgramState& state, bool& keepOld)
         : state_(state),
           keepOld_(keepOld),
           path_(state.currentListPath),
           kept_(keepOld),
           modified_(state.listModified) {}
-    ~FormerList() {
+    ~PreviousListGuard() {
         if (gone_) return;
         state_.currentListPath.swap(path_);
         keepOld_ = kept_;
         state_.listModified = modified_;
     }
-    FormerList(const FormerList&) = delete;
-    FormerList& operator=(const FormerList&) = delete;
+    PreviousListGuard(const PreviousListGuard&) = delete;
+    PreviousListGuard& operator=(const PreviousListGuard&) = delete;
 
     void LetGo() noexcept { gone_ = true; }
 
@@ -128,7 +128,7 @@ bool BackupList::GetList() {
         NetworkProbe probe(system_);
         if (!state_.silentRun) probe.Ask({state_.currentListPath});
         probe.Require(state_.currentListPath);
-        if (!system_.files.Look(state_.currentListPath)) {
+        if (!system_.files.Stat(state_.currentListPath)) {
             system_.files.Write(state_.currentListPath, {}, FileSystem::Flush::No);
         }
         known_ = system_.files.Read(state_.currentListPath);
@@ -173,7 +173,7 @@ bool BackupList::Load(std::wstring_view text) {
     rows_.Clear();
     FieldReader fields(text);
     while (!fields.AtEnd()) {
-        system_.pump.DoEventsIfDue();
+        system_.pump.ProcessMessagesIfDue();
         const ListLine line = ReadListLine(fields.Next());
         switch (line.kind) {
             case ListLineKind::Destination:
@@ -222,7 +222,7 @@ void BackupList::ReadDestination(std::wstring_view value) {
 
 void BackupList::ShowDestinationDrive() {
     const std::wstring drive = state_.BackupTo.substr(0, 2);
-    if (Like(drive, L"[A-Z]:")) main_.Choose(L"cmbDestination", drive);
+    if (MatchesWildcard(drive, L"[A-Z]:")) main_.Choose(L"cmbDestination", drive);
 }
 
 std::optional<std::wstring> BackupList::AskForList(FileDialogKind kind, std::uint32_t flags) {
@@ -238,17 +238,17 @@ bool BackupList::MayLeaveList() {
                                            L"إلى قائمة أخرى وفقدان هذه التغييرات؟"
                                          : L"The changes to this list could not be saved. Open "
                                            L"another list and lose these changes?";
-    return system_.boxes.MsgBox({.text = question,
-                                 .buttons = BoxButtons::YesNo,
-                                 .rightToLeft = state_.arabic,
-                                 .secondIsDefault = true}) == BoxAnswer::Yes;
+    return system_.boxes.Show({.text = question,
+                               .buttons = BoxButtons::YesNo,
+                               .rightToLeft = state_.arabic,
+                               .secondIsDefault = true}) == BoxAnswer::Yes;
 }
 
 void BackupList::FileNew(bool saveAs) {
     trap_(L"FileNew", [&] {
         const auto chosen = AskForList(FileDialogKind::SaveList, kSaveFlags);
         if (!chosen || (!saveAs && !MayLeaveList())) return;
-        FormerList former(state_, keepOld_);
+        PreviousListGuard former(state_, keepOld_);
         state_.currentListPath = *chosen;
         // A list that is saved under this name replaces the file in one step; until then it stays.
         if (!saveAs) {
@@ -269,7 +269,7 @@ void BackupList::FileOpen(std::wstring_view path) {
         const auto chosen = path.empty() ? AskForList(FileDialogKind::OpenList, kOpenFlags)
                                          : std::optional<std::wstring>(path);
         if (!chosen || !MayLeaveList()) return;
-        FormerList former(state_, keepOld_);
+        PreviousListGuard former(state_, keepOld_);
         state_.currentListPath = *chosen;
         // The other list starts unmodified, also when this one was given up.
         state_.listModified = false;
@@ -284,7 +284,7 @@ void BackupList::FileOpen(std::wstring_view path) {
 
 void BackupList::OpenDefaultList() {
     if (!MayLeaveList()) return;
-    FormerList former(state_, keepOld_);
+    PreviousListGuard former(state_, keepOld_);
     state_.currentListPath = state_.DefaultListPath();
     state_.listModified = false;
     if (GetList()) former.LetGo();
@@ -316,7 +316,7 @@ void BackupList::RefuseDestination(std::wstring_view destination, bool formerAns
                       : L"Drive " + drive + L" is not ready. The copies still go to " +
                             state_.BackupTo + L'.');
     const std::wstring former = state_.BackupTo.substr(0, 2);
-    if (formerAnswers && Like(former, L"[A-Z]:") &&
+    if (formerAnswers && MatchesWildcard(former, L"[A-Z]:") &&
         MFileDosShell::FolderExists(system_.files, former + L"\\")) {
         ShowDestinationDrive();
     } else {

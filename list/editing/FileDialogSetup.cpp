@@ -76,7 +76,7 @@ void SetUpFileDialog(FileDialogSetup& dialog, FileDialogKind kind, std::wstring_
                               L"نسخ إلى: (افتح المجلد المطلوب النسخ إليه ثم اختر حفظ)");
             break;
         default:
-            RaiseWith(error_number::kUnknownDialogKind, L"Unknown kind of file dialog");
+            ThrowWith(error_number::kUnknownDialogKind, L"Unknown kind of file dialog");
     }
     dialog.cancelIsError = true;
 }

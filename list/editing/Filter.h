@@ -8,7 +8,7 @@ namespace vw::MRecentFiles {
 
 /// Prepares a file dialog to begin where the last one ended, the first one in the current folder.
 /// `defaultFolder` is where dialogs on lists begin when the system does not tell that folder.
-/// Raises 1000 for an unknown kind.
+/// Throws 1000 for an unknown kind.
 void Filter(FileDialogSetup& dialog, FileDialogKind kind, std::wstring_view defaultFolder);
 
 }  // namespace vw::MRecentFiles

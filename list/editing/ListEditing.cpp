@@ -10,14 +10,14 @@
 #include "list/editing/RestoreView.h"
 #include "list/editing/SubItem.h"
 #include "platform/ErrorTrap.h"
-#include "platform/EventPump.h"
 #include "platform/FileSystem.h"
-#include "platform/Like.h"
-#include "platform/MsgBox.h"
+#include "platform/MessageBoxes.h"
+#include "platform/MessagePump.h"
 #include "platform/ProgramState.h"
 #include "platform/ProgressReporter.h"
 #include "platform/TextCase.h"
 #include "platform/UserLocale.h"
+#include "platform/Wildcards.h"
 #include "ui/Form.h"
 
 namespace vw {
@@ -43,8 +43,8 @@ ListEditing::ListEditing(System& system, ProgramState& state, Form& main, FileDi
       context_(context) {}
 
 bool ListEditing::PathIsDrive(std::wstring_view path, bool ask) {
-    const bool isDrive = Like(path, L"?:");
-    if (isDrive && ask) system_.boxes.MsgBox({.text = std::wstring(kDriveRefused)});
+    const bool isDrive = MatchesWildcard(path, L"?:");
+    if (isDrive && ask) system_.boxes.Show({.text = std::wstring(kDriveRefused)});
     return isDrive;
 }
 
@@ -148,7 +148,7 @@ void ListEditing::AddChosen(const std::wstring& selection) {
     } else if (selection.ends_with(L"\\*")) {
         AddMatching(selection);
     } else {
-        const auto facts = system_.files.Look(selection);
+        const auto facts = system_.files.Stat(selection);
         if (facts && facts->isFolder) {
             AddAllFilesInFolder(selection);
         } else {
@@ -159,10 +159,10 @@ void ListEditing::AddChosen(const std::wstring& selection) {
 
 // Shows what is being added, adds it and lets the windows live; false once the user has cancelled.
 bool ListEditing::AddShown(std::wstring_view caption, const std::wstring& path) {
-    if (state_.cancelRequested) return false;
+    if (state_.cancel.IsRequested()) return false;
     context_.progress.Msg(caption, path);
     Add(path);
-    system_.pump.DoEventsIfDue();
+    system_.pump.ProcessMessagesIfDue();
     return true;
 }
 
@@ -170,9 +170,9 @@ bool ListEditing::AddShown(std::wstring_view caption, const std::wstring& path) 
 void ListEditing::AddMultiselect(std::wstring_view selection) {
     trap_(L"AddMultiselect", [&] {
         const std::wstring folder(selection.substr(0, selection.find(kSeparator)));
-        const auto facts = system_.files.Look(folder);
+        const auto facts = system_.files.Stat(folder);
         if (folder.size() == selection.size() || !facts || !facts->isFolder) return;
-        state_.cancelRequested = false;
+        state_.cancel.Begin();
         while (selection.size() > folder.size()) {
             const std::size_t separator = selection.rfind(kSeparator);
             const std::wstring_view name = selection.substr(separator + 1);
@@ -188,7 +188,7 @@ void ListEditing::AddMatching(std::wstring_view pattern) {
     system_.files.List(folder, [&](const FolderEntry& entry) {
         if (!entry.isFolder) files.push_back(JoinPath(folder, entry.name));
     });
-    state_.cancelRequested = false;
+    state_.cancel.Begin();
     for (const std::wstring& path : files) {
         if (!AddShown(L"Adding", path)) return;
     }
@@ -208,14 +208,14 @@ void ListEditing::AddAllFilesInFolder(const std::wstring& folder) {
                 if (entry.isLink) return;
                 (entry.isFolder ? subFolders : files).push_back(JoinPath(current, entry.name));
             });
-            state_.cancelRequested = false;
+            state_.cancel.Begin();
             for (const std::wstring& path : files) {
                 if (!AddShown(L"Adding file", path)) return;
             }
             pending.insert(pending.end(), subFolders.rbegin(), subFolders.rend());
         });
-        system_.pump.DoEventsIfDue();
-    } while (!pending.empty() && !state_.cancelRequested);
+        system_.pump.ProcessMessagesIfDue();
+    } while (!pending.empty() && !state_.cancel.IsRequested());
 }
 
 void ListEditing::lsvBackupList_OLEDragDrop(const std::vector<std::wstring>& paths) {
@@ -229,10 +229,10 @@ void ListEditing::lsvBackupList_OLEDragDrop(const std::vector<std::wstring>& pat
                 drives = true;
                 continue;
             }
-            const auto facts = system_.files.Look(path);
+            const auto facts = system_.files.Stat(path);
             if (!facts) continue;
             Add(facts->isFolder ? WithSeparator(path) : path);
-            system_.pump.DoEventsIfDue();
+            system_.pump.ProcessMessagesIfDue();
         }
     }
     SelectAdded(before);
@@ -241,7 +241,7 @@ void ListEditing::lsvBackupList_OLEDragDrop(const std::vector<std::wstring>& pat
 
 void ListEditing::DelItem() {
     if (rows_.Count() == 0) {
-        system_.boxes.MsgBox({.text = main_.Text(L"lblNoFileToBack"), .rightToLeft = true});
+        system_.boxes.Show({.text = main_.Text(L"lblNoFileToBack"), .rightToLeft = true});
         return;
     }
     ListView& list = rows_.List();

@@ -22,7 +22,7 @@ inline constexpr std::wstring_view kDriveRefused = L"Add sub path; not a drive";
 
 /// The commands that add items to the current backup list and take them off it. Each saves the list
 /// before it ends. They run inside the command bracket of the main window, which traps what they
-/// raise under the name of the handler.
+/// throw under the name of the handler.
 class ListEditing {
   public:
     ListEditing(System& system, ProgramState& state, Form& main, FileDialogs& dialogs,

@@ -9,10 +9,10 @@
 #include "platform/DateText.h"
 #include "platform/ErrorTrap.h"
 #include "platform/FileSystem.h"
+#include "platform/LeadingInt.h"
 #include "platform/LocalTime.h"
 #include "platform/ProgramState.h"
 #include "platform/TextCase.h"
-#include "platform/Val.h"
 #include "ui/Form.h"
 
 namespace vw {
@@ -63,7 +63,7 @@ std::optional<SizeAndDate> ListRows::Facts(std::wstring_view path) {
     }
     if (!state_.silentRun) return PathSizeAndDate(system_, context_.engine(), path);
     const bool exists =
-        trap_.Or(true, L"AddToList", [&] { return system_.files.Look(path).has_value(); });
+        trap_.Or(true, L"AddToList", [&] { return system_.files.Stat(path).has_value(); });
     if (!exists) return std::nullopt;
     return SizeAndDate{.isKnown = false};
 }

@@ -15,11 +15,11 @@ using Flush = FileSystem::Flush;
 constexpr unsigned kPatience = 5000;
 
 void EraseIfThere(FileSystem& files, const std::wstring& path) {
-    if (files.Look(path)) files.EraseFile(path);
+    if (files.Stat(path)) files.RemoveFile(path);
 }
 
 void KeepOldList(FileSystem& files, std::wstring_view listPath) {
-    if (!files.Look(listPath)) return;
+    if (!files.Stat(listPath)) return;
     const std::wstring old = std::wstring(listPath) + L".old";
     EraseIfThere(files, old);
     files.Copy(listPath, old, {});
@@ -38,7 +38,7 @@ void WriteInPlace(FileSystem& files, std::wstring_view listPath, const std::wstr
     try {
         files.Write(listPath, bytes, Flush::Yes);
     } catch (const RuntimeError&) {
-        if (files.Look(listPath)) EraseIfThere(files, next);
+        if (files.Stat(listPath)) EraseIfThere(files, next);
         throw;
     }
     EraseIfThere(files, next);
@@ -54,10 +54,10 @@ void ReplaceList(FileSystem& files, std::wstring_view temporaryPath, std::wstrin
     NamedLock turn(L"list", listPath);
     static_cast<void>(temporaryTurn.TakeWithin(kPatience) && turn.TakeWithin(kPatience));
     // The user has protected it; what replaced it would not be protected.
-    const auto facts = files.Look(listPath);
+    const auto facts = files.Stat(listPath);
     if (facts && facts->isReadOnly) {
         if (files.Read(listPath) == bytes) return;
-        Raise(error_number::kAccessError, listPath);
+        Throw(error_number::kAccessError, listPath);
     }
     files.Write(temporaryPath, bytes, Flush::Yes);
     // Another window with the same list may have saved it since.
@@ -72,7 +72,7 @@ void ReplaceList(FileSystem& files, std::wstring_view temporaryPath, std::wstrin
         if (!MayWriteInPlace(error)) throw;
         WriteInPlace(files, listPath, next, bytes);
     }
-    files.EraseFile(temporaryPath);
+    files.RemoveFile(temporaryPath);
 }
 
 }  // namespace vw

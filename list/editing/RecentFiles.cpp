@@ -27,7 +27,7 @@ std::wstring RecentFiles::RecentFile(int index) const {
 }
 
 void RecentFiles::RecentFile(int index, std::wstring_view path) {
-    if (index != 1) RaiseWith(error_number::kRecentIndexNotOne, L"Index <> 1");
+    if (index != 1) ThrowWith(error_number::kRecentIndexNotOne, L"Index <> 1");
     trap_(L"RecentFile", [&] {
         // The menu's first element stands for the default list. What counts is the list in use at
         // this moment, not the path.

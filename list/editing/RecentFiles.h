@@ -51,7 +51,7 @@ class RecentFiles {
     [[nodiscard]] std::wstring RecentFile(int index) const;
 
     /// Puts a path at the top and refreshes the menu. Nothing happens while the default list is in
-    /// use. Raises 4000 "Index <> 1" to the caller for any other index.
+    /// use. Throws 4000 "Index <> 1" to the caller for any other index.
     void RecentFile(int index, std::wstring_view path);
 
     /// Position 1 to 4 of a path, 0 when it is not in the list.

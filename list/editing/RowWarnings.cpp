@@ -9,9 +9,9 @@
 #include "fsutil/PathText.h"
 #include "list/format/FieldReader.h"
 #include "list/format/ListLine.h"
-#include "platform/Like.h"
 #include "platform/RuntimeError.h"
 #include "platform/TextCase.h"
+#include "platform/Wildcards.h"
 
 namespace vw {
 
@@ -38,7 +38,8 @@ RowWarning WarningOf(const RowFacts& row, std::wstring_view destination, Date no
         return RowWarning::ReadAsTwo;
     }
     const std::wstring_view path = ItemPath(line);
-    if (Like(path, L"?:") || Like(path, L"?:\\")) return RowWarning::DriveRoot;
+    if (MatchesWildcard(path, L"?:") || MatchesWildcard(path, L"?:\\"))
+        return RowWarning::DriveRoot;
     if (OverlapsDestination(path, destination)) return RowWarning::Overlaps;
     if (HasImpossibleName(CopyOf(path, destination))) return RowWarning::ImpossibleName;
     if (ItemKindOf(line) == ItemKind::File &&

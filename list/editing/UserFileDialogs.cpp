@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "platform/BoxOwner.h"
 #include "platform/CurrentFolder.h"
+#include "platform/EnabledBoxOwner.h"
 #include "platform/RuntimeError.h"
 #include "platform/WindowsHeader.h"
 #include "ui/Form.h"
@@ -55,17 +55,17 @@ std::optional<std::wstring> Show(FileDialogSetup& dialog, HWND owner, SystemDial
     if (!dialog.title.empty()) data.lpstrTitle = dialog.title.c_str();
     if (!dialog.defaultExtension.empty()) data.lpstrDefExt = dialog.defaultExtension.c_str();
     data.Flags = dialog.flags;
-    const BoxOwner enabled(owner);
-    const FolderToStayIn start;
+    const EnabledBoxOwner enabled(owner);
+    const CurrentFolderKeeper start;
     if (show(&data) != 0) {
         dialog.lastFolder = FolderOf(room, data.nFileOffset);
         return Selection(room);
     }
     const DWORD code = CommDlgExtendedError();
     if (code == 0) return std::nullopt;
-    if (code == FNERR_INVALIDFILENAME) Raise(error_number::kBadName, dialog.fileName);
-    if (code == FNERR_BUFFERTOOSMALL) Raise(error_number::kOutOfMemory);
-    Raise(error_number::kInvalidCall);
+    if (code == FNERR_INVALIDFILENAME) Throw(error_number::kBadName, dialog.fileName);
+    if (code == FNERR_BUFFERTOOSMALL) Throw(error_number::kOutOfMemory);
+    Throw(error_number::kInvalidCall);
 }
 
 }  // namespace

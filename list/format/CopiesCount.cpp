@@ -7,7 +7,7 @@ namespace vw {
 
 void TakeCopiesCount(std::wstring_view value, std::int16_t& count) {
     try {
-        count = CInt(value);
+        count = ParseInt16(value);
     } catch (const RuntimeError&) {
         // The previous count stays.
     }

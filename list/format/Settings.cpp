@@ -51,7 +51,7 @@ void SettingsStore::SaveSetting(std::wstring_view key, std::wstring_view value) 
         HKEY opened = nullptr;
         if (RegCreateKeyExW(HKEY_CURRENT_USER, keyPath_.c_str(), 0, nullptr, 0, KEY_SET_VALUE,
                             nullptr, &opened, nullptr) != ERROR_SUCCESS) {
-            Raise(error_number::kInvalidCall, L"HKEY_CURRENT_USER\\" + keyPath_);
+            Throw(error_number::kInvalidCall, L"HKEY_CURRENT_USER\\" + keyPath_);
         }
         const RegistryKey settings(opened);
         const std::wstring text(value);
@@ -59,7 +59,7 @@ void SettingsStore::SaveSetting(std::wstring_view key, std::wstring_view value) 
         const auto size = static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t));
         if (RegSetValueExW(settings.Get(), std::wstring(key).c_str(), 0, REG_SZ, data, size) !=
             ERROR_SUCCESS) {
-            Raise(error_number::kInvalidCall, L"HKEY_CURRENT_USER\\" + keyPath_);
+            Throw(error_number::kInvalidCall, L"HKEY_CURRENT_USER\\" + keyPath_);
         }
     });
 }

@@ -15,7 +15,7 @@
 #include "tests/support/ScratchRegistry.h"
 #include "tests/support/TempTree.h"
 #include "tests/support/TestDrive.h"
-#include "tests/support/TestWorld.h"
+#include "tests/support/TestEnvironment.h"
 
 namespace vw::test {
 
@@ -78,7 +78,7 @@ class App : public testing::Test {
 
     TempTree tree;
     TestDrive drive;
-    TestWorld world;
+    TestEnvironment world;
     ProgramState state;
     ScratchKey key{HKEY_CURRENT_USER, L"Software\\Tallowmere.Net\\" + kBaseName};
     SavedValue logon{HKEY_LOCAL_MACHINE, L"SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Run",

@@ -102,7 +102,7 @@ TEST_F(App, StartedAgainInAnotherLanguageItRebuildsTheMainWindow) {
 TEST_F(App, AHandlerThatFailsTellsOnceAndTheWindowComesBack) {
     WriteDefaultList({letter});
     Start();
-    world.files.FailNth(1, error_number::kDeviceError, OnlyCalls({FileCall::Look}));
+    world.files.FailNth(1, error_number::kDeviceError, OnlyCalls({FileCall::Stat}));
     Choose(ID_mnuHelpHelp);
     const ToldError error = world.errors.TakeOne();
     EXPECT_EQ(error.procedure, L"mnuHelpHelpClick");
@@ -217,7 +217,7 @@ TEST_F(App, SingleItemModeBacksUpAFolder) {
     EXPECT_THAT(Paths(), ElementsAre(folder + L"\\"));
     state.BackupTo = drive.Backup();
     Choose(ID_mnuBackup);
-    EXPECT_TRUE(world.disk.Look(state.BackupTo + L"\\Work«0001»\\a.txt"));
+    EXPECT_TRUE(world.disk.Stat(state.BackupTo + L"\\Work«0001»\\a.txt"));
 }
 
 TEST_F(App, AMissingListIsToldAndTheOpeningScreenStays) {

@@ -28,7 +28,7 @@ class DrivesWithRoom final : public ForwardingFileSystem {
 
     std::uint64_t FreeSpace(std::wstring_view path) override {
         const auto found = room.find(std::wstring(path));
-        if (found == room.end()) Raise(error_number::kNotReady, path);
+        if (found == room.end()) Throw(error_number::kNotReady, path);
         return found->second;
     }
 };
@@ -38,9 +38,9 @@ class DeadDrives final : public ForwardingFileSystem {
   public:
     using ForwardingFileSystem::ForwardingFileSystem;
 
-    DriveKind KindOfDrive(std::wstring_view) override {
+    DriveType DriveTypeOf(std::wstring_view) override {
         ++questions;
-        return DriveKind::Network;
+        return DriveType::Network;
     }
     std::uint64_t FreeSpace(std::wstring_view) override {
         constexpr DWORD kLongest = 20000;

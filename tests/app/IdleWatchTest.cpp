@@ -10,7 +10,7 @@
 #include "platform/ProgramState.h"
 #include "progress/BusyDialog.h"
 #include "progress/TrayIcon.h"
-#include "tests/support/TestWorld.h"
+#include "tests/support/TestEnvironment.h"
 #include "tests/ui/FormFixture.h"
 #include "ui/resource.h"
 
@@ -36,12 +36,12 @@ class IdleWatchTest : public testing::Test {
         main.form.Hide();
     }
     void LookForASecond() {
-        watch.Look();
+        watch.Check();
         world.clock.Advance(1000);
-        watch.Look();
+        watch.Check();
     }
 
-    TestWorld world;
+    TestEnvironment world;
     ProgramState state;
     Host host;
     LoadedForm main{MainForm(), Language::English};

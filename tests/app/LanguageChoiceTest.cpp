@@ -6,7 +6,7 @@
 #include "platform/ProgramState.h"
 #include "platform/RuntimeError.h"
 #include "tests/support/ScratchRegistry.h"
-#include "tests/support/TestWorld.h"
+#include "tests/support/TestEnvironment.h"
 
 namespace vw::test {
 namespace {
@@ -20,7 +20,7 @@ class LanguageChoices : public testing::Test {
   protected:
     ScratchKey key{HKEY_CURRENT_USER, kKey};
     SavedValue digits{HKEY_CURRENT_USER, L"Control Panel\\International", L"NumShape"};
-    TestWorld world;
+    TestEnvironment world;
     MRecentFiles::SettingsStore settings{world.errors, kBaseName};
     ProgramState state;
     LanguageChoice choice{settings, world.boxes, state};
@@ -45,7 +45,7 @@ TEST_F(LanguageChoices, AreAskedForAtTheFirstStart) {
     EXPECT_EQ(Stored(), L"-1");
 
     ASSERT_EQ(world.boxes.Shown().size(), 1U);
-    const BoxContent& box = world.boxes.Shown().front();
+    const MessageBoxRequest& box = world.boxes.Shown().front();
     EXPECT_EQ(box.text, kQuestion);
     EXPECT_EQ(box.title, L"Vualtwright");
     EXPECT_EQ(box.buttons, BoxButtons::YesNo);

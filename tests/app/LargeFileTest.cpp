@@ -56,7 +56,7 @@ class LargeFile : public App {
 TEST_F(LargeFile, Cancel_IsNotedAtOnceAndActsAfterTheFile) {
     BackUpAnd([this] {
         running.Windows().frmBusyDialog.Window().Unload(UnloadReason::User);
-        EXPECT_TRUE(state.cancelRequested);
+        EXPECT_TRUE(state.cancel.IsRequested());
     });
     EXPECT_EQ(heard, 1);
     EXPECT_TRUE(HasCopy(L"Letter«0001».txt")) << "the file that was being copied";

@@ -7,7 +7,7 @@
 #include "platform/CCommonAPI.h"
 #include "platform/ProgramState.h"
 #include "tests/support/ScratchRegistry.h"
-#include "tests/support/TestWorld.h"
+#include "tests/support/TestEnvironment.h"
 
 namespace vw::test {
 namespace {
@@ -25,10 +25,10 @@ class DriveOfKind final : public ForwardingFileSystem {
   public:
     using ForwardingFileSystem::ForwardingFileSystem;
 
-    DriveKind kind = DriveKind::Fixed;
+    DriveType kind = DriveType::Fixed;
     std::vector<std::wstring> asked;
 
-    DriveKind KindOfDrive(std::wstring_view path) override {
+    DriveType DriveTypeOf(std::wstring_view path) override {
         asked.emplace_back(path);
         return kind;
     }
@@ -54,7 +54,7 @@ class LogonStarts : public testing::Test {
   protected:
     ScratchKey key{HKEY_CURRENT_USER, L"Software\\Tallowmere.Net\\" + kBaseName};
     SavedValue entry{HKEY_LOCAL_MACHINE, kRunKey, kBaseName};
-    TestWorld world;
+    TestEnvironment world;
     DriveOfKind drives{world.files};
     System system = world.With(drives);
     MRecentFiles::SettingsStore settings{world.errors, kBaseName};
@@ -131,8 +131,8 @@ TEST_F(LogonStarts, AlreadyAsWantedAreLeftAlone) {
 }
 
 TEST_F(LogonStarts, OfAProgramBesideAHardDriveAreRefused) {
-    for (const DriveKind kind : {DriveKind::Unknown, DriveKind::Removable, DriveKind::Network,
-                                 DriveKind::Optical, DriveKind::Memory}) {
+    for (const DriveType kind : {DriveType::Unknown, DriveType::Removable, DriveType::Network,
+                                 DriveType::Optical, DriveType::Memory}) {
         drives.kind = kind;
         world.boxes.Expect(L"Run this Application from your hard drive");
         logon.ApplicationSartup(true);
@@ -141,7 +141,7 @@ TEST_F(LogonStarts, OfAProgramBesideAHardDriveAreRefused) {
     EXPECT_EQ(Setting(), L"absent");
     EXPECT_EQ(mark.marks, std::vector<bool>(5, false));
     ASSERT_FALSE(world.boxes.Shown().empty());
-    const BoxContent& box = world.boxes.Shown().front();
+    const MessageBoxRequest& box = world.boxes.Shown().front();
     EXPECT_EQ(box.text, L"Run this Application from your hard drive");
     EXPECT_EQ(box.title, kApplicationTitle);
     EXPECT_EQ(box.buttons, BoxButtons::Ok);
@@ -169,7 +169,7 @@ TEST_F(LogonStarts, WithAPathThatTheCodePageLacks_AreRefusedAndTold) {
 
 TEST_F(LogonStarts, CannotBeSwitchedOffBesideAHardDriveEither) {
     entry.Set(L"by hand");
-    drives.kind = DriveKind::Removable;
+    drives.kind = DriveType::Removable;
     world.boxes.Expect(L"Run this Application from your hard drive");
     logon.ApplicationSartup(false);
     EXPECT_EQ(Entry(), TextValue(L"by hand"));

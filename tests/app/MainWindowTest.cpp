@@ -123,7 +123,7 @@ TEST_F(App, BackupNow_CancelledWithoutItsDialog_DialogGoes) {
     world.pump.AtEachYield([&] {
         if (!Windows().frmBusyDialog.Window().IsVisible()) return;
         ++shown;
-        state.cancelRequested = true;
+        state.cancel.Request();
     });
     Choose(ID_mnuBackup);
     EXPECT_GT(shown, 0);
@@ -134,7 +134,7 @@ TEST_F(App, BackupNow_CancelledWithoutItsDialog_DialogGoes) {
 TEST_F(App, BackupNow_AfterACancel_BacksUp) {
     WriteDefaultList({letter});
     Start();
-    state.cancelRequested = true;
+    state.cancel.Request();
     Choose(ID_mnuBackup);
     EXPECT_TRUE(Exists(drive.Backup() + L"\\Letter«0001».txt"));
 }
@@ -178,7 +178,7 @@ TEST_F(App, EndOfTheSession_ListCannotBeSaved_NothingIsAsked) {
     world.files.OnOperation([&](const FileOperation& operation) {
         if (operation.call != FileCall::Write) return;
         ends = state.sessionEnds;
-        Raise(error_number::kPermissionDenied, operation.path);
+        Throw(error_number::kPermissionDenied, operation.path);
     });
     EXPECT_NE(SendMessageW(Main().Handle(), WM_QUERYENDSESSION, 0, 0), 0);
     EXPECT_THROW(

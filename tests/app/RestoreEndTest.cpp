@@ -102,7 +102,7 @@ TEST_F(RestoreEnd, DialogMinimisedThenCancelledByTheIcon_BringsTheMainWindowBack
     RestoreAndMeanwhile(
         [this] {
             ShowWindow(Busy().Handle(), SW_MINIMIZE);
-            state.cancelRequested = true;
+            state.cancel.Request();
         },
         kCancelled);
     ExpectMainWindowIsBack();
@@ -115,7 +115,7 @@ TEST_F(RestoreEnd, BackupMinimisedAndCancelledByTheIcon_BringsTheMainWindowBack)
         if (isDone || operation.call != FileCall::Copy) return;
         isDone = true;
         ShowWindow(Busy().Handle(), SW_MINIMIZE);
-        state.cancelRequested = true;
+        state.cancel.Request();
     });
     Choose(ID_mnuBackup);
     EXPECT_TRUE(isDone);

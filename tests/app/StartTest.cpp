@@ -62,7 +62,7 @@ TEST_F(StartTest, AnyList_SavesThroughOneTemporaryFileOfTheProgram) {
 TEST_F(StartTest, SystemFileAsList_CountsAsMissing) {
     const std::wstring list = tree.File(L"Work.vwl", "");
     tree.SetAttributes(L"Work.vwl", FILE_ATTRIBUTE_SYSTEM);
-    if (!world.disk.Look(list)->isSystem) GTEST_SKIP() << "this disk keeps no system attribute";
+    if (!world.disk.Stat(list)->isSystem) GTEST_SKIP() << "this disk keeps no system attribute";
     Start(list);
     EXPECT_EQ(world.errors.TakeOne().number, error_number::kListPathMissing);
 }

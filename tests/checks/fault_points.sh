@@ -2,7 +2,7 @@
 # The disk fails in the middle of a backup, at many different calls: it is full (ENOSPC) or broken
 # (EIO). The run must go on to its end, tell the failure with a path and an exit code, and lose
 # neither another item nor an old copy; the next run must make everything as if nothing had happened
-# (tests/system/KillWorld.h says it exactly).
+# (tests/system/CrashScenario.h says it exactly).
 #
 # The calls are those of Wine and its server on the files of a run: reads, writes, and whatever opens,
 # makes, renames or removes something (tests/checks/support/fail_call.c stands before them).

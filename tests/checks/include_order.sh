@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
-# A room may include only itself and the rooms to its left, and never the tests.
+# A layer may include only itself and the layers to its left, and never the tests.
 # app/main.cpp alone knows wWinMain.
 set -euo pipefail
 cd "$(dirname "$(readlink -f "$0")")/../.."
 
-rooms=(platform fsutil list/format engine ui progress list/editing restore app console)
+layers=(platform fsutil list/format engine ui progress list/editing restore app console)
 offences=0
 
 tell() {
@@ -13,43 +13,43 @@ tell() {
 }
 
 declare -A position
-for i in "${!rooms[@]}"; do
-    position[${rooms[i]}]=$i
+for i in "${!layers[@]}"; do
+    position[${layers[i]}]=$i
 done
 
-# roomOf PATH: the room of a file named from the project's root, or nothing.
+# roomOf PATH: the layer of a file named from the project's root, or nothing.
 roomOf() {
-    local room
-    for room in "${rooms[@]}"; do
-        [[ $1 != "$room"/* ]] || echo "$room"
+    local layer
+    for layer in "${layers[@]}"; do
+        [[ $1 != "$layer"/* ]] || echo "$layer"
     done
 }
 
 files=0
-for room in "${rooms[@]}"; do
-    [[ -d $room ]] || continue
+for layer in "${layers[@]}"; do
+    [[ -d $layer ]] || continue
     while IFS=: read -r file line text; do
         target=${text#*\"}
         target=${target%%\"*}
         targetRoom=$(roomOf "$target")
         if [[ $target == tests/* ]]; then
-            tell "$file:$line: a room includes a test file: $target"
+            tell "$file:$line: a layer includes a test file: $target"
         elif [[ -z $targetRoom ]]; then
-            tell "$file:$line: include files from the project's root, by their room: $target"
-        elif [[ $room == console && $targetRoom == app ]]; then
+            tell "$file:$line: include files from the project's root, by their layer: $target"
+        elif [[ $layer == console && $targetRoom == app ]]; then
             tell "$file:$line: the two programs stand side by side: $target"
-        elif [[ ${position[$targetRoom]} -gt ${position[$room]} ]]; then
-            tell "$file:$line: $room may not include $targetRoom: $target"
+        elif [[ ${position[$targetRoom]} -gt ${position[$layer]} ]]; then
+            tell "$file:$line: $layer may not include $targetRoom: $target"
         elif [[ ! -f $target ]]; then
             tell "$file:$line: no such file: $target"
         fi
-    done < <(grep -rHnE --include='*.h' --include='*.cpp' '^[[:space:]]*#[[:space:]]*include[[:space:]]*"' "$room" || true)
-    files=$((files + $(find "$room" -name '*.h' -o -name '*.cpp' | wc -l)))
+    done < <(grep -rHnE --include='*.h' --include='*.cpp' '^[[:space:]]*#[[:space:]]*include[[:space:]]*"' "$layer" || true)
+    files=$((files + $(find "$layer" -name '*.h' -o -name '*.cpp' | wc -l)))
 done
 
 while IFS= read -r file; do
     [[ $file == app/main.cpp ]] || tell "$file: only app/main.cpp knows wWinMain"
-done < <(grep -rlE --include='*.h' --include='*.cpp' 'wWinMain[[:space:]]*\(' "${rooms[@]%%/*}" 2>/dev/null | sort -u)
+done < <(grep -rlE --include='*.h' --include='*.cpp' 'wWinMain[[:space:]]*\(' "${layers[@]%%/*}" 2>/dev/null | sort -u)
 
 echo "$files files, $offences offences"
 [[ $offences -eq 0 && $files -gt 0 ]]

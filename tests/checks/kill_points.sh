@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # The program is killed in the middle of a backup, at many different points: no copy that is not
 # whole may pass for one, no old copy may be gone before the new one is whole, and the next run must
-# make everything as if nothing had happened (tests/system/KillWorld.h says it exactly).
+# make everything as if nothing had happened (tests/system/CrashScenario.h says it exactly).
 #
 # Every call that a Windows program makes to its system goes through a write to Wine's server, so
 # killing it before its k-th write, for any k, reaches every step of a run; the bytes of copies pass

@@ -55,7 +55,7 @@ TEST_F(VwUnanswered, EmptiedFolderOfTheCopy_IsMissingItsFiles) {
 }
 
 TEST_F(VwUnanswered, Item_IsAnErrorOfACheckAndNotMissing) {
-    Refuse(FileCall::Look, tree.Path(L"a.txt"));
+    Refuse(FileCall::Stat, tree.Path(L"a.txt"));
     EXPECT_EQ(RunCheck(), error_number::kAccessError);
     EXPECT_EQ(ShortLines(),
               (Texts{L"error: ~\\a.txt: " + accessDenied, L"2 items checked, 0 findings"}));
@@ -69,14 +69,14 @@ TEST_F(VwUnanswered, MissingItem_IsAFindingOfACheck) {
 
 // Once for its item and once for its destination.
 TEST_F(VwUnanswered, Copy_IsAnErrorOfACheckAndNotAbsent) {
-    Refuse(FileCall::Look, Stored(L"a«0001».txt"));
+    Refuse(FileCall::Stat, Stored(L"a«0001».txt"));
     EXPECT_EQ(RunCheck(), error_number::kAccessError);
     const std::wstring error = L"error: ~\\Vault\\a«0001».txt: " + accessDenied;
     EXPECT_EQ(ShortLines(), (Texts{error, error, L"2 items checked, 0 findings"}));
 }
 
 TEST_F(VwUnanswered, Item_IsAnErrorOfAPreviewAndNotMissing) {
-    Refuse(FileCall::Look, tree.Path(L"a.txt"));
+    Refuse(FileCall::Stat, tree.Path(L"a.txt"));
     const int code = RunVerb(
         [this](Console& console) { return Preview(console, {.list = tree.Path(L"list.vwl")}); });
     EXPECT_EQ(code, error_number::kAccessError);
@@ -87,7 +87,7 @@ TEST_F(VwUnanswered, Item_IsAnErrorOfAPreviewAndNotMissing) {
 // Also where the copies of a missing item move up.
 TEST_F(VwUnanswered, Item_IsAFailureOfABackupAndKeepsItsCopies) {
     const Tree before = ReadTree(vault);
-    Refuse(FileCall::Look, tree.Path(L"a.txt"));
+    Refuse(FileCall::Stat, tree.Path(L"a.txt"));
     for (const bool keepMissing : {true, false}) {
         EXPECT_EQ(RunBackup(keepMissing), error_number::kAccessError);
         const Texts said = ShortLines();
@@ -107,10 +107,10 @@ TEST_F(VwUnanswered, Destination_IsAnErrorAndNotMissing) {
               (Texts{L"error: ~\\Vault: " + accessDenied, L"2 items checked, 0 findings"}));
 }
 
-// Each step that a cancel ends raises it once more.
+// Each step that a cancel ends throws it once more.
 TEST_F(VwUnanswered, CancelThatEndsSeveralSteps_IsWrittenAndCountedOnce) {
     const int code = RunVerb([](Console& console) {
-        const auto step = [] { Raise(error_number::kCancelled); };
+        const auto step = [] { Throw(error_number::kCancelled); };
         EXPECT_FALSE(console.Try(step));
         EXPECT_FALSE(console.Try(step));
         EXPECT_EQ(console.Errors(), 1);

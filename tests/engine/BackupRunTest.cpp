@@ -4,13 +4,13 @@
 
 #include "platform/RuntimeError.h"
 #include "platform/Utf8.h"
-#include "tests/engine/EngineWorld.h"
+#include "tests/engine/EngineFixture.h"
 
 namespace vw::test {
 namespace {
 
 // A small tree of the kinds of things that people have.
-void MakeWork(const EngineWorld& world) {
+void MakeWork(const EngineFixture& world) {
     world.tree.File(L"Work\\a.txt", "a", Day(1));
     world.tree.File(L"Work\\b.txt", "bb", Day(2));
     world.tree.File(L"Work\\Sub\\c.txt", "ccc", Day(3));
@@ -18,7 +18,7 @@ void MakeWork(const EngineWorld& world) {
 }
 
 TEST(BackupRun, CopiesEveryKindOfItemOnTheFirstRun) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"Report.doc", "report", Day(1));
     MakeWork(world);
     world.tree.File(L"Rule\\r.txt", "r", Day(4));
@@ -46,7 +46,7 @@ TEST(BackupRun, CopiesEveryKindOfItemOnTheFirstRun) {
 }
 
 TEST(BackupRun, LeavesUnchangedItemsAlone) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"Report.doc", "report", Day(1));
     MakeWork(world);
     world.List({L"Report.doc", L"Work\\", L"Work\\*"});
@@ -57,7 +57,7 @@ TEST(BackupRun, LeavesUnchangedItemsAlone) {
 }
 
 TEST(BackupRun, CopiesKeepTheDatesOfTheirFiles) {
-    EngineWorld world;
+    EngineFixture world;
     MakeWork(world);
     world.List({L"Work\\"});
     world.Run();
@@ -66,7 +66,7 @@ TEST(BackupRun, CopiesKeepTheDatesOfTheirFiles) {
 }
 
 TEST(BackupRun, BringsANewCopyAndKeepsTheOldOne) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"a.txt", "one", Day(1));
     world.List({L"a.txt"});
     world.Run();
@@ -76,7 +76,7 @@ TEST(BackupRun, BringsANewCopyAndKeepsTheOldOne) {
 }
 
 TEST(BackupRun, MovesAFolderCopyAsAWhole) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"Work\\a.txt", "one", Day(1));
     world.tree.File(L"Work\\Sub\\gone.txt", "gone", Day(1));
     world.List({L"Work\\"});
@@ -93,7 +93,7 @@ TEST(BackupRun, MovesAFolderCopyAsAWhole) {
 }
 
 TEST(BackupRun, ShowsEachFileWithoutWaitingClosingOrReport) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"a.txt", "a", Day(1));
     world.List({L"a.txt"});
     world.Run();
@@ -102,7 +102,7 @@ TEST(BackupRun, ShowsEachFileWithoutWaitingClosingOrReport) {
 }
 
 TEST(BackupRun, SendsItemsAboveTheDestinationLineWhereTheLastRunWent) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"above.txt", "above", Day(1));
     world.tree.File(L"below.txt", "below", Day(1));
     const std::wstring other = world.tree.Folder(L"Other");
@@ -118,7 +118,7 @@ TEST(BackupRun, SendsItemsAboveTheDestinationLineWhereTheLastRunWent) {
 }
 
 TEST(BackupRun, TakesTheCountForTheItemsBelowItOnly) {
-    EngineWorld world;
+    EngineFixture world;
     world.state.copiesCount = 1;
     world.ListText(L"~\\one.txt\r\nBackages: 2\r\n~\\two.txt\r\n");
     for (int step = 1; step <= 4; ++step) {
@@ -133,7 +133,7 @@ TEST(BackupRun, TakesTheCountForTheItemsBelowItOnly) {
 }
 
 TEST(BackupRun, EndsTheProgramAtAMissingDestination) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"a.txt", "a", Day(1));
     world.ListText(L"~\\a.txt\r\nBackupTo: ~\\Nowhere\r\n~\\a.txt\r\n");
     const std::string list = ReadBytes(world.state.currentListPath);
@@ -147,7 +147,7 @@ TEST(BackupRun, EndsTheProgramAtAMissingDestination) {
 }
 
 TEST(BackupRun, EndsTheProgramWhenTheDestinationVanishesBetweenItems) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"a.txt", "a", Day(1));
     world.List({L"a.txt"});
     world.ListText(L"~\\a.txt\r\n");
@@ -158,14 +158,14 @@ TEST(BackupRun, EndsTheProgramWhenTheDestinationVanishesBetweenItems) {
 }
 
 TEST(BackupRun, YieldsBeforeEveryLineOfTheList) {
-    EngineWorld world;
+    EngineFixture world;
     world.ListText(L"\r\n\r\n\r\n");
     world.ExpectRun({});
     EXPECT_EQ(world.world.pump.Yields(), 3);
 }
 
 TEST(BackupRun, YieldsAfterEveryFileOfAFolder) {
-    EngineWorld world;
+    EngineFixture world;
     for (int i = 0; i < 5; ++i) {
         world.tree.File(L"Work\\" + std::to_wstring(i), "x", Day(1));
     }
@@ -194,7 +194,7 @@ class SlowDisk : public ForwardingFileSystem {
 };
 
 TEST(BackupRun, LargeFile_CancelledMeanwhile_IsCopiedToItsEnd) {
-    EngineWorld world;
+    EngineFixture world;
     MakeWork(world);
     world.List({L"Work\\*"});
     SlowDisk slow(world.world.disk);
@@ -202,7 +202,7 @@ TEST(BackupRun, LargeFile_CancelledMeanwhile_IsCopiedToItsEnd) {
     int yields = 0;
     slow.meanwhile = [&] {
         // A cancel seen now waits for the end of the file.
-        world.state.cancelRequested = true;
+        world.state.cancel.Request();
         yields = world.world.pump.Yields();
     };
     CPackage engine(system, world.state, world.host, world.host);
@@ -214,7 +214,7 @@ TEST(BackupRun, LargeFile_CancelledMeanwhile_IsCopiedToItsEnd) {
 }
 
 TEST(BackupRun, ExitCodeTellsTheFirstFailure) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"locked.txt", "x", Day(1));
     const FileHandle held = HoldOpen(world.Path(L"locked.txt"));
     world.List({L"Store\\", L"missing.txt", L"locked.txt"});
@@ -226,7 +226,7 @@ TEST(BackupRun, ExitCodeTellsTheFirstFailure) {
 }
 
 TEST(BackupRun, GoesOnAfterAFileThatCannotBeCopied) {
-    EngineWorld world;
+    EngineFixture world;
     MakeWork(world);
     world.List({L"Work\\"});
     {
@@ -249,7 +249,7 @@ TEST(BackupRun, GoesOnAfterAFileThatCannotBeCopied) {
 }
 
 TEST(BackupRun, NamesTheProcedureOfAFailedFile) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"a.txt", "a", Day(1));
     world.List({L"a.txt"});
     const FileHandle held = HoldOpen(world.Path(L"a.txt"));
@@ -262,7 +262,7 @@ TEST(BackupRun, NamesTheProcedureOfAFailedFile) {
 }
 
 TEST(BackupRun, TellsAListThatCannotBeRead) {
-    EngineWorld world;
+    EngineFixture world;
     world.List({});
     const FileHandle held = HoldOpen(world.state.currentListPath);
     const RunResult result = world.Run();
@@ -271,7 +271,7 @@ TEST(BackupRun, TellsAListThatCannotBeRead) {
 }
 
 TEST(BackupItem, GoesToTheDestinationInUseWithoutAList) {
-    EngineWorld world;
+    EngineFixture world;
     const std::wstring file = world.tree.File(L"a.txt", "a", Day(1));
     const RunResult result = world.With([&](CPackage& engine) { engine.BackupItem(file); });
     EXPECT_EQ(Joined(result.lines), Joined(BackedUp(L"~\\a.txt")));
@@ -281,7 +281,7 @@ TEST(BackupItem, GoesToTheDestinationInUseWithoutAList) {
 }
 
 TEST(BackupItem, TakesAFolderForAFileAndFails) {
-    EngineWorld world;
+    EngineFixture world;
     MakeWork(world);
     const std::wstring folder = world.Path(L"Work");
     const RunResult result = world.With([&](CPackage& engine) { engine.BackupItem(folder); });
@@ -292,7 +292,7 @@ TEST(BackupItem, TakesAFolderForAFileAndFails) {
 }
 
 TEST(BackupItem, EndsTheProgramAtAMissingDestination) {
-    EngineWorld world;
+    EngineFixture world;
     const std::wstring file = world.tree.File(L"a.txt", "a", Day(1));
     world.state.BackupTo = world.Path(L"Nowhere");
     world.world.boxes.Expect(world.Path(L"Nowhere"));
@@ -302,7 +302,7 @@ TEST(BackupItem, EndsTheProgramAtAMissingDestination) {
 }
 
 TEST(BackupPath, CutsTheStarOfARule) {
-    EngineWorld world;
+    EngineFixture world;
     MakeWork(world);
     const RunResult result = world.With(
         [&](CPackage& engine) { engine.BackupPath(world.Path(L"Work\\*"), 0, true, false); });
@@ -311,14 +311,14 @@ TEST(BackupPath, CutsTheStarOfARule) {
 }
 
 TEST(BackupPath, TakesTheLocationThatItIsGiven) {
-    EngineWorld world;
+    EngineFixture world;
     const std::wstring file = world.tree.File(L"a.txt", "a", Day(1));
     world.With([&](CPackage& engine) { engine.BackupPath(file, 7, false, false); });
     EXPECT_EQ(world.Copies(), (Listing{{L"a«0701».txt", "a"}}));
 }
 
 TEST(BackupPath, MakesASafetyCopyWithoutRotationOrChangeTest) {
-    EngineWorld world;
+    EngineFixture world;
     const std::wstring file = world.tree.File(L"a.txt", "a", Day(1));
     world.List({L"a.txt"});
     world.Run();
@@ -334,10 +334,10 @@ TEST(BackupPath, MakesASafetyCopyWithoutRotationOrChangeTest) {
 }
 
 TEST(BackupPath, KeepsWhatStoodInThePlaceOfASafetyCopyThatFails) {
-    EngineWorld world;
+    EngineFixture world;
     const std::wstring file = world.tree.File(L"a.txt", "new", Day(1));
     const std::wstring safety = world.tree.File(L"Store\\a«0021».txt", "old");
-    world.world.files.FailNth(2, error_number::kPermissionDenied, OnlyCalls({FileCall::Move}));
+    world.world.files.FailNth(2, error_number::kPermissionDenied, OnlyCalls({FileCall::Rename}));
     const RunResult result =
         world.With([&](CPackage& engine) { engine.BackupPath(file, 0, false, false, safety); });
     EXPECT_EQ(result.exitCode, error_number::kPermissionDenied);

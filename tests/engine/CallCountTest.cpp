@@ -3,17 +3,17 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/engine/EngineWorld.h"
+#include "tests/engine/EngineFixture.h"
 #include "tests/support/CallCounts.h"
 
 namespace vw::test {
 namespace {
 
 /// A world whose runs are counted.
-class CountedWorld : public EngineWorld {
+class CountedFixture : public EngineFixture {
   public:
     /// The folder item "Work" with `folders` sub-folders of `files` files each.
-    CountedWorld& WithFolder(int folders, int files) {
+    CountedFixture& WithFolder(int folders, int files) {
         for (int folder = 0; folder < folders; ++folder) {
             const std::wstring path = L"Work\\Sub" + std::to_wstring(folder);
             tree.Folder(path);
@@ -26,7 +26,7 @@ class CountedWorld : public EngineWorld {
     }
 
     /// A list of `count` file items in one folder, of which this is version `version`.
-    CountedWorld& WithFiles(int count, int version = 1) {
+    CountedFixture& WithFiles(int count, int version = 1) {
         Lines items;
         for (int file = 0; file < count; ++file) {
             items.push_back(L"Letter" + std::to_wstring(file) + L".txt");
@@ -46,68 +46,68 @@ class CountedWorld : public EngineWorld {
 };
 
 CallCounts FirstBackupOfFolder(int folders, int files) {
-    return CountedWorld().WithFolder(folders, files).Calls();
+    return CountedFixture().WithFolder(folders, files).Calls();
 }
 
 CallCounts UnchangedFolder(int folders, int files) {
-    CountedWorld world;
+    CountedFixture world;
     world.WithFolder(folders, files).Calls();
     return world.Calls();
 }
 
 CallCounts UnchangedFiles(int count) {
-    CountedWorld world;
+    CountedFixture world;
     world.WithFiles(count).Calls();
     return world.Calls();
 }
 
 /// `copies` of each stand already.
 CallCounts ChangedFiles(int count, int copies) {
-    CountedWorld world;
+    CountedFixture world;
     for (int version = 1; version <= copies; ++version) world.WithFiles(count, version).Calls();
     return world.WithFiles(count, copies + 1).Calls();
 }
 
 TEST(CallCount, OfAnEmptyList) {
-    EXPECT_EQ(CountedWorld().WithFiles(0).Calls().Text(), "Look 2, Read 1");
+    EXPECT_EQ(CountedFixture().WithFiles(0).Calls().Text(), "Stat 2, Read 1");
 }
 
 TEST(CallCount, OfAFirstBackupOfAFolder) {
     const CallCounts smallest = FirstBackupOfFolder(1, 1);
     EXPECT_EQ(smallest.Text(),
-              "Look 9, List 6, Copy 1, MakeFolder 2, Move 2, Replace 1, Read 1, Write 1, "
-              "CopyFolderInfo 2, Hold 1, FreeSpace 1, KindOfDrive 1");
+              "Stat 9, List 6, Copy 1, CreateFolder 2, Rename 2, Replace 1, Read 1, Write 1, "
+              "CopyFolderInfo 2, Hold 1, FreeSpace 1, DriveTypeOf 1");
     EXPECT_EQ((FirstBackupOfFolder(1, 11) - smallest).Text(), "Copy 10") << "for ten more files";
     EXPECT_EQ((FirstBackupOfFolder(2, 1) - smallest).Text(),
-              "List 3, Copy 1, MakeFolder 1, CopyFolderInfo 1")
+              "List 3, Copy 1, CreateFolder 1, CopyFolderInfo 1")
         << "for one more folder";
 }
 
 TEST(CallCount, OfAnUnchangedFolder) {
     const CallCounts smallest = UnchangedFolder(1, 1);
-    EXPECT_EQ(smallest.Text(), "Look 8, List 3, Read 2, Hold 1, FreeSpace 1, KindOfDrive 1");
+    EXPECT_EQ(smallest.Text(), "Stat 8, List 3, Read 2, Hold 1, FreeSpace 1, DriveTypeOf 1");
     EXPECT_EQ((UnchangedFolder(1, 11) - smallest).Text(), "") << "for ten more files";
     EXPECT_EQ((UnchangedFolder(2, 1) - smallest).Text(), "List 1") << "for one more folder";
 }
 
 TEST(CallCount, OfFirstBackupsOfFiles) {
     EXPECT_EQ((ChangedFiles(2, 0) - ChangedFiles(1, 0)).Text(),
-              "Look 8, Copy 1, Move 2, Replace 1, Write 1, FreeSpace 1")
+              "Stat 8, Copy 1, Rename 2, Replace 1, Write 1, FreeSpace 1")
         << "for one more file";
 }
 
 TEST(CallCount, OfUnchangedFiles) {
-    EXPECT_EQ((UnchangedFiles(2) - UnchangedFiles(1)).Text(), "Look 6, Read 1, FreeSpace 1")
+    EXPECT_EQ((UnchangedFiles(2) - UnchangedFiles(1)).Text(), "Stat 6, Read 1, FreeSpace 1")
         << "for one more file";
 }
 
 TEST(CallCount, OfChangedFiles) {
     EXPECT_EQ((ChangedFiles(2, 1) - ChangedFiles(1, 1)).Text(),
-              "Look 12, Copy 1, Move 3, Replace 1, Read 1, Write 1, FreeSpace 1")
+              "Stat 12, Copy 1, Rename 3, Replace 1, Read 1, Write 1, FreeSpace 1")
         << "for one more file";
-    EXPECT_EQ((ChangedFiles(1, 2) - ChangedFiles(1, 1)).Text(), "Look 2, Move 1")
+    EXPECT_EQ((ChangedFiles(1, 2) - ChangedFiles(1, 1)).Text(), "Stat 2, Rename 1")
         << "for one more copy that moves up";
-    EXPECT_EQ((ChangedFiles(1, 3) - ChangedFiles(1, 2)).Text(), "Look 3, EraseFile 1, Move 1")
+    EXPECT_EQ((ChangedFiles(1, 3) - ChangedFiles(1, 2)).Text(), "Stat 3, RemoveFile 1, Rename 1")
         << "for a copy that leaves";
 }
 

@@ -3,14 +3,14 @@
 #include <algorithm>
 
 #include "platform/RuntimeError.h"
-#include "tests/engine/EngineWorld.h"
+#include "tests/engine/EngineFixture.h"
 
 namespace vw::test {
 namespace {
 
 const std::wstring kIncomplete = L"Cancelled, copy 1 is incomplete: ~\\Work\\";
 
-void MakeSources(const EngineWorld& world, int step) {
+void MakeSources(const EngineFixture& world, int step) {
     const std::string content = std::to_string(step);
     world.tree.File(L"a.txt", content, Day(step));
     for (const wchar_t* file : {L"b.txt", L"c.txt", L"Sub\\d.txt"}) {
@@ -20,11 +20,11 @@ void MakeSources(const EngineWorld& world, int step) {
 }
 
 // Cancels as the busy dialog does, right before the n-th disk operation of a kind.
-void CancelBefore(EngineWorld& world, FileCall call, int n, std::wstring_view part) {
+void CancelBefore(EngineFixture& world, FileCall call, int n, std::wstring_view part) {
     auto count = std::make_shared<int>(0);
     world.world.files.OnOperation([&world, count, call, n, part](const FileOperation& operation) {
         if (operation.call != call || operation.path.find(part) == std::wstring::npos) return;
-        if (++*count == n) world.state.cancelRequested = true;
+        if (++*count == n) world.state.cancel.Request();
     });
 }
 
@@ -33,19 +33,19 @@ bool Holds(const Lines& lines, const std::wstring& line) {
 }
 
 TEST(Cancel, IsAskedForByAbort) {
-    EngineWorld world;
+    EngineFixture world;
     world.With([&](CPackage& engine) {
         engine.Abort();
-        EXPECT_TRUE(world.state.cancelRequested);
+        EXPECT_TRUE(world.state.cancel.IsRequested());
     });
 }
 
 TEST(Cancel, BetweenItemsGivesTheWindowBack) {
-    EngineWorld world;
+    EngineFixture world;
     MakeSources(world, 1);
     world.List({L"a.txt", L"e.txt"});
     // The yields at the lines of destination, count and first item go by.
-    world.world.pump.AtYield(1, [&] { world.state.cancelRequested = true; });
+    world.world.pump.AtYield(1, [&] { world.state.cancel.Request(); });
     const RunResult result = world.Run();
     EXPECT_EQ(Joined(result.lines), Joined({L"[Ready true]"}));
     EXPECT_EQ(result.exitCode, error_number::kCancelled);
@@ -56,7 +56,7 @@ TEST(Cancel, BetweenItemsGivesTheWindowBack) {
 }
 
 TEST(Cancel, InAFolderStopsAtTheNextFile) {
-    EngineWorld world;
+    EngineFixture world;
     world.List({L"a.txt", L"Work\\", L"e.txt"});
     MakeSources(world, 1);
     world.Run();
@@ -86,7 +86,7 @@ TEST(Cancel, InAFolderStopsAtTheNextFile) {
 }
 
 TEST(Cancel, InAFolderIsToldInTheLanguageOfTheWindows) {
-    EngineWorld world;
+    EngineFixture world;
     world.List({L"Work\\"});
     MakeSources(world, 1);
     world.state.arabic = true;
@@ -95,7 +95,7 @@ TEST(Cancel, InAFolderIsToldInTheLanguageOfTheWindows) {
 }
 
 TEST(Cancel, BeforeTheSubFoldersLeavesThemOut) {
-    EngineWorld world;
+    EngineFixture world;
     world.List({L"Work\\"});
     MakeSources(world, 1);
     CancelBefore(world, FileCall::Copy, 1, L"c.txt");
@@ -106,13 +106,13 @@ TEST(Cancel, BeforeTheSubFoldersLeavesThemOut) {
 }
 
 TEST(Cancel, BeforeTheFirstFileOfAFolderMakesNoCopy) {
-    EngineWorld world;
+    EngineFixture world;
     world.List({L"Work\\"});
     MakeSources(world, 1);
     world.Run();
     const Tree before = ReadTree(world.Store());
     MakeSources(world, 2);
-    CancelBefore(world, FileCall::MakeFolder, 1, L".vwnew-");
+    CancelBefore(world, FileCall::CreateFolder, 1, L".vwnew-");
     const RunResult result = world.Run();
     EXPECT_EQ(Joined(result.lines), Joined({L"Backing: ~\\Work\\"}));
     EXPECT_EQ(result.exitCode, error_number::kCancelled);
@@ -123,7 +123,7 @@ TEST(Cancel, BeforeTheFirstFileOfAFolderMakesNoCopy) {
 }
 
 TEST(Cancel, InTheLastFileOfAFolderLeavesAWholeCopy) {
-    EngineWorld world;
+    EngineFixture world;
     world.List({L"Work\\"});
     MakeSources(world, 1);
     CancelBefore(world, FileCall::Copy, 1, L"d.txt");
@@ -137,7 +137,7 @@ TEST(Cancel, InTheLastFileOfAFolderLeavesAWholeCopy) {
 }
 
 TEST(Cancel, InAFileItemLeavesAWholeCopy) {
-    EngineWorld world;
+    EngineFixture world;
     world.List({L"a.txt", L"e.txt"});
     MakeSources(world, 1);
     CancelBefore(world, FileCall::Copy, 1, L"a.txt");
@@ -150,7 +150,7 @@ TEST(Cancel, InAFileItemLeavesAWholeCopy) {
 }
 
 TEST(Cancel, InTheLastItemEndsWithoutHidingTheDialog) {
-    EngineWorld world;
+    EngineFixture world;
     world.List({L"a.txt"});
     MakeSources(world, 1);
     CancelBefore(world, FileCall::Copy, 1, L"a.txt");
@@ -158,7 +158,7 @@ TEST(Cancel, InTheLastItemEndsWithoutHidingTheDialog) {
 }
 
 TEST(Cancel, WhileTheLocationIsFoundIsNotLost) {
-    EngineWorld world;
+    EngineFixture world;
     world.List({L"a.txt", L"e.txt"});
     MakeSources(world, 1);
     // The look-up of the location is the first to read the comment.
@@ -172,7 +172,7 @@ TEST(Cancel, WhileTheLocationIsFoundIsNotLost) {
 }
 
 TEST(Cancel, OfAnUnchangedItemEndsTheRun) {
-    EngineWorld world;
+    EngineFixture world;
     world.List({L"a.txt", L"e.txt"});
     MakeSources(world, 1);
     world.Run();
@@ -184,18 +184,18 @@ TEST(Cancel, OfAnUnchangedItemEndsTheRun) {
 }
 
 TEST(Cancel, WhileTheCopiesMakeRoomIsNotDone) {
-    EngineWorld world;
+    EngineFixture world;
     world.List({L"a.txt"}, 1);
     MakeSources(world, 1);
     world.Run();
     MakeSources(world, 2);
-    CancelBefore(world, FileCall::Move, 2, L"Store");
+    CancelBefore(world, FileCall::Rename, 2, L"Store");
     EXPECT_EQ(Joined(world.Run().lines), Joined({L"Backing: ~\\a.txt", L"* Backing: ~\\a.txt"}));
     EXPECT_EQ(world.Copies(), (Listing{{L"a«0001».txt", "2"}}));
 }
 
 TEST(Cancel, OfASingleItemIsToldByTheExitCode) {
-    EngineWorld world;
+    EngineFixture world;
     MakeSources(world, 1);
     CancelBefore(world, FileCall::Copy, 1, L"a.txt");
     const RunResult result =
@@ -208,7 +208,7 @@ TEST(Cancel, OfASingleItemIsToldByTheExitCode) {
 TEST(Cancel, AtAnyYieldLosesNothingInSilence) {
     int yields = 0;
     for (int k = 1;; ++k) {
-        EngineWorld world;
+        EngineFixture world;
         world.List({L"a.txt", L"Work\\", L"e.txt"}, 2);
         for (int step = 1; step <= 2; ++step) {
             MakeSources(world, step);
@@ -219,7 +219,7 @@ TEST(Cancel, AtAnyYieldLosesNothingInSilence) {
         world.world.pump.Restart();
         world.world.pump.AtYield(k, [&] {
             pressed = true;
-            world.state.cancelRequested = true;
+            world.state.cancel.Request();
         });
         const RunResult result = world.Run();
         world.world.pump.Restart();

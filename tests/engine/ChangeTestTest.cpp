@@ -1,13 +1,13 @@
 #include <gtest/gtest.h>
 
 #include "platform/RuntimeError.h"
-#include "tests/engine/EngineWorld.h"
+#include "tests/engine/EngineFixture.h"
 
 namespace vw::test {
 namespace {
 
 TEST(ChangeTest, SeesANewDateWithTheSameContent) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"a.txt", "same", Day(1));
     world.List({L"a.txt"});
     world.Run();
@@ -17,7 +17,7 @@ TEST(ChangeTest, SeesANewDateWithTheSameContent) {
 }
 
 TEST(ChangeTest, SeesADateBeforeTheStoredOne) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"a.txt", "later", Day(9));
     world.List({L"a.txt"});
     world.Run();
@@ -27,7 +27,7 @@ TEST(ChangeTest, SeesADateBeforeTheStoredOne) {
 }
 
 TEST(ChangeTest, DoesNotSeeNewContentUnderTheOldDate) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"a.txt", "one", Day(1));
     world.List({L"a.txt"});
     world.Run();
@@ -37,7 +37,7 @@ TEST(ChangeTest, DoesNotSeeNewContentUnderTheOldDate) {
 }
 
 TEST(ChangeTest, TakesDatesThatDifferWithinASecondForEqual) {
-    EngineWorld world;
+    EngineFixture world;
     const std::wstring file = world.tree.File(L"a.txt", "a", Day(1));
     world.List({L"a.txt"});
     world.Run();
@@ -49,7 +49,7 @@ TEST(ChangeTest, TakesDatesThatDifferWithinASecondForEqual) {
 }
 
 TEST(ChangeTest, GoesByTheCommentNotByTheDateOfTheCopy) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"a.txt", "a", Day(1));
     world.List({L"a.txt"});
     world.Run();
@@ -58,7 +58,7 @@ TEST(ChangeTest, GoesByTheCommentNotByTheDateOfTheCopy) {
 }
 
 TEST(ChangeTest, SeesAChangeDeepInAFolder) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"Work\\a.txt", "a", Day(1));
     world.tree.File(L"Work\\Sub\\Deeper\\b.txt", "b", Day(1));
     world.List({L"Work\\"});
@@ -68,7 +68,7 @@ TEST(ChangeTest, SeesAChangeDeepInAFolder) {
 }
 
 TEST(ChangeTest, DoesNotSeeWhatLeavesTheNewestFileAlone) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"Work\\new.txt", "new", Day(9));
     world.tree.File(L"Work\\old.txt", "old", Day(1));
     world.List({L"Work\\"});
@@ -80,7 +80,7 @@ TEST(ChangeTest, DoesNotSeeWhatLeavesTheNewestFileAlone) {
 }
 
 TEST(ChangeTest, CopiesARuleAgainForAChangeBelowItsFiles) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"Work\\a.txt", "a", Day(1));
     world.List({L"Work\\*"});
     world.Run();
@@ -93,7 +93,7 @@ TEST(ChangeTest, CopiesARuleAgainForAChangeBelowItsFiles) {
 }
 
 TEST(ChangeTest, CopiesAFolderWithoutFilesOnce) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.Folder(L"Work\\Empty");
     world.List({L"Work\\"});
     world.ExpectRun(BackedUp(L"~\\Work\\", {}));
@@ -102,7 +102,7 @@ TEST(ChangeTest, CopiesAFolderWithoutFilesOnce) {
 }
 
 TEST(ChangeTest, FallsBackOnTheCopysOwnDatesWithoutAComment) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"Work\\a.txt", "a", Day(1));
     world.List({L"Work\\"});
     world.Run();
@@ -113,7 +113,7 @@ TEST(ChangeTest, FallsBackOnTheCopysOwnDatesWithoutAComment) {
 }
 
 TEST(ChangeTest, TakesADamagedDateAsItIs) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"Work\\a.txt", "a", Day(1));
     world.List({L"Work\\"});
     world.Run();
@@ -124,7 +124,7 @@ TEST(ChangeTest, TakesADamagedDateAsItIs) {
 }
 
 TEST(ChangeTest, CopiesAgainAfterACommentWhoseDateIsImpossible) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"Work\\a.txt", "a", Day(1));
     world.List({L"Work\\"});
     world.Run();
@@ -136,7 +136,7 @@ TEST(ChangeTest, CopiesAgainAfterACommentWhoseDateIsImpossible) {
 }
 
 TEST(ChangeTest, TakesAnItemNamedLikeACopyForOne) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"x«y»\\Work\\a.txt", "a", Day(1));
     world.tree.File(L"x«y»\\b«0001».txt", "b", Day(2));
     world.List({L"x«y»\\Work\\", L"x«y»\\b«0001».txt"});
@@ -151,7 +151,7 @@ TEST(ChangeTest, TakesAnItemNamedLikeACopyForOne) {
 }
 
 TEST(VanishedItem, WithoutCopiesIsToldAndUnchanged) {
-    EngineWorld world;
+    EngineFixture world;
     world.List({L"a.txt", L"Work\\", L"Rule\\*"});
     const RunResult result = world.Run();
     EXPECT_EQ(Joined(result.lines),
@@ -162,7 +162,7 @@ TEST(VanishedItem, WithoutCopiesIsToldAndUnchanged) {
 }
 
 TEST(VanishedItem, ExitCodeTellsAFolderFromAFile) {
-    EngineWorld world;
+    EngineFixture world;
     for (const wchar_t* item : {L"Work\\", L"Rule\\*"}) {
         world.List({item});
         EXPECT_EQ(world.Run().exitCode, error_number::kPathNotFound);
@@ -170,7 +170,7 @@ TEST(VanishedItem, ExitCodeTellsAFolderFromAFile) {
 }
 
 TEST(VanishedItem, RotatesItsCopiesAndFailsForAFile) {
-    EngineWorld world;
+    EngineFixture world;
     world.List({L"a.txt"}, 2);
     for (int step = 1; step <= 2; ++step) {
         world.tree.File(L"a.txt", std::to_string(step), Day(step));
@@ -194,7 +194,7 @@ TEST(VanishedItem, RotatesItsCopiesAndFailsForAFile) {
 
 TEST(VanishedItem, RotatesItsCopiesAndFailsForAFolderAndARule) {
     for (const wchar_t* item : {L"Work\\", L"Work\\*"}) {
-        EngineWorld world;
+        EngineFixture world;
         world.List({item});
         world.tree.File(L"Work\\a.txt", "a", Day(1));
         world.Run();
@@ -210,7 +210,7 @@ TEST(VanishedItem, RotatesItsCopiesAndFailsForAFolderAndARule) {
 }
 
 TEST(VanishedItem, KeepsItsCopiesWhenTheCountIsZero) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"a.txt", "a", Day(1));
     world.List({L"a.txt"});
     world.Run();
@@ -223,7 +223,7 @@ TEST(VanishedItem, KeepsItsCopiesWhenTheCountIsZero) {
 }
 
 TEST(VanishedItem, IsBackedUpAgainWhenItComesBack) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"a.txt", "one", Day(1));
     world.List({L"a.txt"});
     world.Run();
@@ -235,7 +235,7 @@ TEST(VanishedItem, IsBackedUpAgainWhenItComesBack) {
 }
 
 TEST(VanishedItem, IsNotMovedWhenACopyIsHeld) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"a.txt", "a", Day(1));
     world.List({L"a.txt"});
     world.Run();

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/RuntimeError.h"
-#include "tests/engine/EngineWorld.h"
+#include "tests/engine/EngineFixture.h"
 #include "tests/support/DestinationChecker.h"
 
 namespace vw::test {
@@ -21,7 +21,7 @@ class Collision : public testing::Test {
     const std::wstring kOuter = L"Data.old\\";
     const std::wstring kInner = L"Work.old\\Data\\";
     const Lines kOuterFiles{L"~\\Data.old\\y.txt", L"~\\Data.old\\Data\\x.txt"};
-    EngineWorld world_;
+    EngineFixture world_;
     DestinationChecker checker_{world_.Store()};
 };
 
@@ -93,7 +93,7 @@ TEST_F(Collision, OfAVanishedItemRotatesNothing) {
 
 TEST(CollisionOfAFile, WithAFolderOfTheOthersIsRefused) {
     for (const bool fileFirst : {true, false}) {
-        EngineWorld world;
+        EngineFixture world;
         DestinationChecker checker(world.Store());
         const std::wstring file = L"x\\README.smith";
         const std::wstring inner = L"j.smith\\README";
@@ -116,7 +116,7 @@ TEST(CollisionOfAFile, WithAFolderOfTheOthersIsRefused) {
 // The copies of "Notes.vwc" are named like the comments of "Notes".
 TEST(NameOfAComment, ThatIsACopyMovesAFileOn) {
     for (const bool first : {true, false}) {
-        EngineWorld world;
+        EngineFixture world;
         DestinationChecker checker(world.Store());
         const Lines items =
             first ? Lines{L"A\\Notes.vwc", L"A\\Notes"} : Lines{L"A\\Notes", L"A\\Notes.vwc"};
@@ -135,7 +135,7 @@ TEST(NameOfAComment, ThatIsACopyMovesAFileOn) {
 }
 
 TEST(NameOfAComment, ThatIsACopyRefusesAFolder) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"A\\Notes.vwc", "vwc", Day(1));
     world.tree.File(L"B\\Notes\\a.txt", "a", Day(2));
     world.List({L"A\\Notes.vwc", L"B\\Notes\\"});
@@ -148,7 +148,7 @@ TEST(NameOfAComment, ThatIsACopyRefusesAFolder) {
 }
 
 TEST(NameOfACopy, ThatIsACommentMovesAFolderOn) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"B\\Notes\\a.txt", "a", Day(2));
     world.tree.File(L"C\\Notes.vwc\\b.txt", "b", Day(3));
     world.List({L"B\\Notes\\", L"C\\Notes.vwc\\"});
@@ -161,7 +161,7 @@ TEST(NameOfACopy, ThatIsACommentMovesAFolderOn) {
 
 // The comment is missing, and a later backup of the other folder would write it.
 TEST(NameOfACopy, ThatMayBecomeACommentRefusesAFolder) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"Store\\Notes«0001»\\a.txt", "a", Day(2));
     world.tree.File(L"C\\Notes.vwc\\b.txt", "b", Day(3));
     world.List({L"C\\Notes.vwc\\"});

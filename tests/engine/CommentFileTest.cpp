@@ -4,7 +4,7 @@
 #include "platform/RuntimeError.h"
 #include "platform/UserLocale.h"
 #include "platform/WindowsHeader.h"
-#include "tests/engine/EngineWorld.h"
+#include "tests/engine/EngineFixture.h"
 
 namespace vw::test {
 namespace {
@@ -23,14 +23,14 @@ std::string ExpectedComment(std::string_view encodedFolder) {
 }
 
 // What the engine answers for a copy "a«0001».txt" with a comment of these bytes.
-Date DateByComment(EngineWorld& world, std::string_view bytes) {
+Date DateByComment(EngineFixture& world, std::string_view bytes) {
     world.tree.File(L"Store\\a«0001».txt.vwc", bytes);
     Date date = 0;
     world.With([&](CPackage& engine) { date = engine.PackageDate(world.Store(L"a«0001».txt")); });
     return date;
 }
 
-std::wstring LocationByComment(EngineWorld& world, std::string_view bytes) {
+std::wstring LocationByComment(EngineFixture& world, std::string_view bytes) {
     world.tree.File(L"Store\\a«0001».txt.vwc", bytes);
     std::wstring location;
     world.With([&](CPackage& engine) {
@@ -51,7 +51,7 @@ TEST(CommentFile, IsNamedAfterTheCopy) {
 }
 
 TEST(CommentFile, HoldsTheNewestDateAndTheParentFolder) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"a.txt", "a", kDate);
     world.tree.File(L"Work\\old.txt", "a", Day(1));
     world.tree.File(L"Work\\Sub\\new.txt", "a", kDate);
@@ -64,7 +64,7 @@ TEST(CommentFile, HoldsTheNewestDateAndTheParentFolder) {
 }
 
 TEST(CommentFile, OfAnItemThatIsARuleNamesTheParentToo) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"Work\\a.txt", "a", kDate);
     world.List({L"Work\\*"});
     world.Run();
@@ -72,7 +72,7 @@ TEST(CommentFile, OfAnItemThatIsARuleNamesTheParentToo) {
 }
 
 TEST(CommentFile, EncodesAnArabicFolder) {
-    EngineWorld world;
+    EngineFixture world;
     const std::wstring file = world.tree.File(L"ملف\\a.txt", "a", kDate);
     world.List({L"ملف\\a.txt"});
     world.Run();
@@ -87,7 +87,7 @@ TEST(CommentFile, EncodesAnArabicFolder) {
 
 TEST(CommentFile, ComesBackFromAFolderBeyondTheCodePage) {
     for (const wchar_t* folder : {L"日本語", L"a日b", L"שלום und ملف", L"\U0001F600"}) {
-        EngineWorld world;
+        EngineFixture world;
         world.tree.File(std::wstring(folder) + L"\\a.txt", "a", kDate);
         world.List({});
         world.With([&](CPackage& engine) {
@@ -102,14 +102,14 @@ TEST(CommentFile, ComesBackFromAFolderBeyondTheCodePage) {
 }
 
 TEST(CommentFile, OfADriveRootNamesTheBareDrive) {
-    EngineWorld world;
+    EngineFixture world;
     const std::wstring drive = world.Path().substr(0, 2);
     EXPECT_EQ(LocationByComment(world, "Original Location:" + world.world.ansi.Encode(drive)),
               drive);
 }
 
 TEST(CommentFile, IsWrittenAndReadAsOneLine) {
-    EngineWorld world;
+    EngineFixture world;
     const std::wstring copy = world.tree.File(L"Store\\a«0001».txt");
     world.With([&](CPackage& engine) {
         engine.PackageComment(copy, L"first");
@@ -122,7 +122,7 @@ TEST(CommentFile, IsWrittenAndReadAsOneLine) {
 }
 
 TEST(CommentFile, IsReadUpToTheFirstLineEnd) {
-    EngineWorld world;
+    EngineFixture world;
     const std::wstring copy = world.Store(L"a«0001».txt");
     struct Row {
         const char* bytes;
@@ -136,7 +136,7 @@ TEST(CommentFile, IsReadUpToTheFirstLineEnd) {
 }
 
 TEST(CommentFile, MarksAFolderCopyThatMissesFiles) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"Work\\a.txt", "a", Day(1));
     world.tree.File(L"Work\\b.txt", "b", Day(1));
     world.List({L"Work\\"});
@@ -156,7 +156,7 @@ TEST(CommentFile, MarksAFolderCopyThatMissesFiles) {
 }
 
 TEST(CommentFile, ThatIsMissingReadsAsEmpty) {
-    EngineWorld world;
+    EngineFixture world;
     const std::wstring copy = world.Store(L"a«0001».txt");
     world.With([&](CPackage& engine) { EXPECT_EQ(engine.PackageComment(copy), L""); });
     // A folder of that name is no comment either.
@@ -167,7 +167,7 @@ TEST(CommentFile, ThatIsMissingReadsAsEmpty) {
 }
 
 TEST(CommentFile, IsReplacedEvenWhenReadOnly) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"a.txt", "1", Day(1));
     world.List({L"a.txt"});
     world.Run();
@@ -179,7 +179,7 @@ TEST(CommentFile, IsReplacedEvenWhenReadOnly) {
 }
 
 TEST(CommentFile, StaysWholeWhenItsWritingFails) {
-    EngineWorld world;
+    EngineFixture world;
     const std::wstring copy = world.tree.File(L"Store\\a«0001».txt");
     world.With([&](CPackage& engine) { engine.PackageComment(copy, L"old"); });
     for (const FileCall call : {FileCall::Write, FileCall::Replace}) {
@@ -193,7 +193,7 @@ TEST(CommentFile, StaysWholeWhenItsWritingFails) {
 }
 
 TEST(CommentFile, ThatCannotBeReadIsTold) {
-    EngineWorld world;
+    EngineFixture world;
     const std::wstring copy = world.Store(L"a«0001».txt");
     const FileHandle held = HoldOpen(world.tree.File(L"Store\\a«0001».txt.vwc", "text"));
     const RunResult result =
@@ -202,7 +202,7 @@ TEST(CommentFile, ThatCannotBeReadIsTold) {
 }
 
 TEST(StoredDate, IsReadByPositionWhateverTheSeparators) {
-    EngineWorld world;
+    EngineFixture world;
     for (const char* field :
          {"05/03/2005-14:07:09", "05.03.2005-14.07.09", "05x03x2005x14x07x09",
           "05 03 2005 14 07 09+Original Location:C:\\", "05/03/2005-14:07:09x"}) {
@@ -211,13 +211,13 @@ TEST(StoredDate, IsReadByPositionWhateverTheSeparators) {
 }
 
 TEST(StoredDate, FollowsItsLabelInAnyCaseAndPlace) {
-    EngineWorld world;
+    EngineFixture world;
     EXPECT_EQ(DateByComment(world, "xBACKED FILES date last modified:05/03/2005-14:07:09"),
               MakeDate(kDate));
 }
 
 TEST(StoredDate, ThatIsDamagedIsWhatItsDigitsGive) {
-    EngineWorld world;
+    EngineFixture world;
     const auto dateOf = [&](const std::string& field) {
         return DateByComment(world, std::string(kDateLabel) + field);
     };
@@ -233,7 +233,7 @@ TEST(StoredDate, ThatIsDamagedIsWhatItsDigitsGive) {
 }
 
 TEST(StoredDate, ThatIsImpossibleIsToldWithItsFile) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"Store\\a«0001».txt.vwc", std::string(kDateLabel) + "31/12/9999-24:00:00");
     const RunResult result = world.With([&](CPackage& engine) {
         EXPECT_EQ(engine.PackageDate(world.Store(L"a«0001».txt")), kMissingDate);
@@ -245,7 +245,7 @@ TEST(StoredDate, ThatIsImpossibleIsToldWithItsFile) {
 }
 
 TEST(StoredDate, FallsBackOnTheCopyWithoutALabel) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"Store\\a«0001».txt", "a", kDate);
     EXPECT_EQ(DateByComment(world, "no label"), MakeDate(kDate));
     world.tree.Remove(L"Store\\a«0001».txt.vwc");
@@ -255,7 +255,7 @@ TEST(StoredDate, FallsBackOnTheCopyWithoutALabel) {
 }
 
 TEST(StoredDate, FallsBackOnTheNewestFileOfAFolderCopy) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"Store\\Work«0001»\\a.txt", "a", Day(1));
     world.tree.File(L"Store\\Work«0001»\\Sub\\Deep\\b.txt", "b", kDate);
     world.tree.SetDate(L"Store\\Work«0001»\\a.txt", {2001, 1, 1, 0, 0, 0});
@@ -266,7 +266,7 @@ TEST(StoredDate, FallsBackOnTheNewestFileOfAFolderCopy) {
 }
 
 TEST(StoredDate, OfAFolderCopyWithoutFilesOrOfNothingIsTheYear1000) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.Folder(L"Store\\Work«0001»\\Sub");
     world.With([&](CPackage& engine) {
         EXPECT_EQ(engine.PackageDate(world.Store(L"Work«0001»")), MakeDate({1000, 1, 1, 0, 0, 0}));
@@ -275,7 +275,7 @@ TEST(StoredDate, OfAFolderCopyWithoutFilesOrOfNothingIsTheYear1000) {
 }
 
 TEST(StoredDate, OfAnOlderCopyIsItsOwnAfterARotation) {
-    EngineWorld world;
+    EngineFixture world;
     world.List({L"a.txt"});
     for (int step = 1; step <= 2; ++step) {
         world.tree.File(L"a.txt", std::to_string(step), Day(step));
@@ -289,7 +289,7 @@ TEST(StoredDate, OfAnOlderCopyIsItsOwnAfterARotation) {
 }
 
 TEST(OriginalLocation, IsUnknownWithoutLabelOrFolder) {
-    EngineWorld world;
+    EngineFixture world;
     EXPECT_EQ(LocationByComment(world, ""), L"??");
     EXPECT_EQ(LocationByComment(world, "no label"), L"??");
     EXPECT_EQ(LocationByComment(world, "Original Location:"), L"??");
@@ -306,14 +306,14 @@ TEST(OriginalLocation, IsUnknownWithoutLabelOrFolder) {
 }
 
 TEST(OriginalLocation, FollowsItsLabelInAnyCaseToTheEndOfTheLine) {
-    EngineWorld world;
+    EngineFixture world;
     const std::wstring folder = world.tree.Folder(L"a + b");
     const std::string bytes = world.world.ansi.Encode(folder);
     EXPECT_EQ(LocationByComment(world, "xORIGINAL location:" + bytes + "\r\nmore"), folder);
 }
 
 TEST(OriginalLocation, DecodesARunThatIsNotClosed) {
-    EngineWorld world;
+    EngineFixture world;
     const std::wstring folder = world.tree.Folder(L"ملف");
     const std::string root = world.world.ansi.Encode(world.Path());
     EXPECT_EQ(LocationByComment(world, "Original Location:" + root + "\\'E3E1DD"), folder);
@@ -321,7 +321,7 @@ TEST(OriginalLocation, DecodesARunThatIsNotClosed) {
 }
 
 TEST(OriginalLocation, OfAFolderWithAnApostropheIsNotFound) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"O'Brien\\a.txt", "a", kDate);
     world.List({L"O'Brien\\a.txt"});
     world.Run();

@@ -3,8 +3,8 @@
 #include <gtest/gtest.h>
 
 #include "fsutil/PathText.h"
-#include "platform/Like.h"
 #include "platform/RuntimeError.h"
+#include "platform/Wildcards.h"
 
 namespace vw {
 namespace {
@@ -115,24 +115,26 @@ TEST(CopyName, ReadsBackWhatWasWrittenBelowAHundred) {
             ASSERT_EQ(CFileBackNumber(name), number) << testing::PrintToString(name);
             ASSERT_EQ(std::stoi(CFileSP(name)), location) << testing::PrintToString(name);
             ASSERT_EQ(MFileDosShell::CFileName(CFileOrigin(name)), L"Report.doc");
-            ASSERT_TRUE(Like(name, kCopyNamePattern)) << testing::PrintToString(name);
+            ASSERT_TRUE(MatchesWildcard(name, kCopyNamePattern)) << testing::PrintToString(name);
         }
     }
 }
 
 TEST(CopyName, HidesNumbersOfThreeDigitsFromTheCopiesBrowser) {
     const std::wstring name = CFilePackageName(L"C:\\Docs\\Report.doc", 1, 100, L"E:\\Store");
-    EXPECT_FALSE(Like(name, kCopyNamePattern));
-    EXPECT_TRUE(Like(name, L"*«*»*"));
+    EXPECT_FALSE(MatchesWildcard(name, kCopyNamePattern));
+    EXPECT_TRUE(MatchesWildcard(name, L"*«*»*"));
 }
 
 TEST(CopyName, MatchesAllCopiesByTheNameForAnyNumber) {
     const std::wstring any =
         CFilePackageName(L"C:\\Docs\\Report.doc", kAnyCopyNumber, 4, L"E:\\Store");
     for (int number = 1; number < 100; ++number) {
-        EXPECT_TRUE(Like(CFilePackageName(L"C:\\Docs\\Report.doc", number, 4, L"E:\\Store"), any));
+        EXPECT_TRUE(MatchesWildcard(
+            CFilePackageName(L"C:\\Docs\\Report.doc", number, 4, L"E:\\Store"), any));
     }
-    EXPECT_FALSE(Like(CFilePackageName(L"C:\\Docs\\Report.doc", 1, 5, L"E:\\Store"), any));
+    EXPECT_FALSE(
+        MatchesWildcard(CFilePackageName(L"C:\\Docs\\Report.doc", 1, 5, L"E:\\Store"), any));
 }
 
 TEST(ParseCopyName, NameWithoutOwnMarks_ReadsAsEver) {

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/engine/EngineWorld.h"
+#include "tests/engine/EngineFixture.h"
 #include "tests/support/OtherRules.h"
 
 namespace vw::test {
@@ -33,7 +33,7 @@ class DateRules : public testing::Test {
         return world.host.log;
     }
 
-    EngineWorld world;
+    EngineFixture world;
     const Lines unchanged = NoChange(L"~\\a.txt") + NoChange(L"~\\Work\\") + kDone;
 };
 

@@ -11,7 +11,7 @@
 #include "platform/RuntimeError.h"
 #include "platform/SystemError.h"
 #include "platform/WindowsHeader.h"
-#include "tests/engine/EngineWorld.h"
+#include "tests/engine/EngineFixture.h"
 #include "tests/engine/LeftOvers.h"
 #include "tests/support/OtherRun.h"
 #include "tests/support/WineBridge.h"
@@ -40,7 +40,7 @@ class RefusingDisk final : public ForwardingFileSystem {
 
 class DestinationLockTest : public testing::Test {
   protected:
-    EngineWorld world;
+    EngineFixture world;
     const std::wstring lockFile = world.Store(kLockFileName);
 };
 

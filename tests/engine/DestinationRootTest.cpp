@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "engine/DestinationLock.h"
-#include "tests/engine/EngineWorld.h"
+#include "tests/engine/EngineFixture.h"
 #include "tests/support/CurrentFolder.h"
 #include "tests/support/OtherRun.h"
 #include "tests/support/TestDrive.h"
@@ -37,7 +37,7 @@ class DestinationRoot : public testing::Test {
     }
 
     TestDrive drive;
-    EngineWorld world;
+    EngineFixture world;
     const std::wstring elsewhere = drive.Name() + L"\\Elsewhere";
 };
 
@@ -78,7 +78,7 @@ TEST_F(DestinationRoot, LockFileLiesInTheRoot) {
 TEST_F(DestinationRoot, FreeSpaceAndKindAreAskedOfTheRoot) {
     world.tree.File(L"rooted.txt", "1", Day(1));
     const CurrentFolder current(elsewhere);
-    world.drive.kind = DriveKind::Fixed;
+    world.drive.kind = DriveType::Fixed;
     world.Run();
     EXPECT_EQ(Joined(world.drive.asked), Joined({drive.Name() + L"\\"}));
 }

@@ -1,18 +1,18 @@
 #include <gtest/gtest.h>
 
-#include "platform/MsgBox.h"
+#include "platform/MessageBoxes.h"
 #include "platform/RuntimeError.h"
-#include "tests/engine/EngineWorld.h"
+#include "tests/engine/EngineFixture.h"
 
 namespace vw::test {
 namespace {
 
-RunResult GetBackupTo(EngineWorld& world) {
+RunResult GetBackupTo(EngineFixture& world) {
     return world.With([](CPackage& engine) { engine.GetBackupTo(); });
 }
 
 TEST(GetBackupTo, TakesTheDestinationFromTheList) {
-    EngineWorld world;
+    EngineFixture world;
     const std::wstring other = world.tree.Folder(L"Other");
     world.ListText(L"Backages: 7\r\nbackupto: ~\\Other\r\nC:\\x.txt\r\n");
     const RunResult result = GetBackupTo(world);
@@ -23,7 +23,7 @@ TEST(GetBackupTo, TakesTheDestinationFromTheList) {
 }
 
 TEST(GetBackupTo, TakesTheLastDestinationOfSeveral) {
-    EngineWorld world;
+    EngineFixture world;
     const std::wstring last = world.tree.Folder(L"Last");
     world.ListText(L"BackupTo: ~\\Store\r\nBackupTo: ~\\Last\r\n");
     GetBackupTo(world);
@@ -32,7 +32,7 @@ TEST(GetBackupTo, TakesTheLastDestinationOfSeveral) {
 
 TEST(GetBackupTo, KeepsTheDestinationUncheckedWithoutAKeyLine) {
     for (const wchar_t* text : {L"", L"C:\\x.txt\r\n", L"Backages: 3\r\n", L"BackupTo\r\n"}) {
-        EngineWorld world;
+        EngineFixture world;
         world.ListText(text);
         world.state.BackupTo = world.Path(L"Nowhere");
         EXPECT_FALSE(GetBackupTo(world).ended);
@@ -41,7 +41,7 @@ TEST(GetBackupTo, KeepsTheDestinationUncheckedWithoutAKeyLine) {
 }
 
 TEST(GetBackupTo, MakesAMissingListEmpty) {
-    EngineWorld world;
+    EngineFixture world;
     ASSERT_FALSE(Exists(world.state.currentListPath));
     EXPECT_EQ(GetBackupTo(world).exitCode, 0);
     EXPECT_EQ(ReadBytes(world.state.currentListPath), "");
@@ -49,7 +49,7 @@ TEST(GetBackupTo, MakesAMissingListEmpty) {
 }
 
 TEST(GetBackupTo, MeansTheBackupFolderOfABareDrive) {
-    EngineWorld world;
+    EngineFixture world;
     world.ListText(L"BackupTo: Q:\r\n");
     world.world.boxes.Expect(L"\r\nQ:\\Backup");
     EXPECT_TRUE(GetBackupTo(world).ended);
@@ -57,7 +57,7 @@ TEST(GetBackupTo, MeansTheBackupFolderOfABareDrive) {
 }
 
 TEST(GetBackupTo, TakesADriveRootAsItStands) {
-    EngineWorld world;
+    EngineFixture world;
     const std::wstring root = world.Path().substr(0, 3);
     world.ListText(L"BackupTo: " + root + L"\r\n");
     EXPECT_FALSE(GetBackupTo(world).ended);
@@ -65,7 +65,7 @@ TEST(GetBackupTo, TakesADriveRootAsItStands) {
 }
 
 TEST(GetBackupTo, LosesACharacterWithoutTheBlank) {
-    EngineWorld world;
+    EngineFixture world;
     world.ListText(L"BackupTo:C:\\Backup\r\n");
     world.world.boxes.Expect(L"\r\n:\\Backup");
     EXPECT_TRUE(GetBackupTo(world).ended);
@@ -73,7 +73,7 @@ TEST(GetBackupTo, LosesACharacterWithoutTheBlank) {
 }
 
 TEST(GetBackupTo, EndsTheProgramAtTheFirstMissingDestination) {
-    EngineWorld world;
+    EngineFixture world;
     world.ListText(L"BackupTo: ~\\Nowhere\r\nBackupTo: ~\\Store\r\n");
     world.world.boxes.Expect(world.Path(L"Nowhere"));
     const RunResult result = GetBackupTo(world);
@@ -82,14 +82,14 @@ TEST(GetBackupTo, EndsTheProgramAtTheFirstMissingDestination) {
 }
 
 TEST(GetBackupTo, TellsAListThatCannotBeRead) {
-    EngineWorld world;
+    EngineFixture world;
     world.List({});
     const FileHandle held = HoldOpen(world.state.currentListPath);
     EXPECT_EQ(Joined(GetBackupTo(world).lines), Joined({L"! 70 GetBackupTo ~\\App\\List.vwl"}));
 }
 
 TEST(MissingDestination, IsToldInABoxReadFromTheRight) {
-    EngineWorld world;
+    EngineFixture world;
     world.state.BackupTo = world.Path(L"Nowhere");
     world.world.boxes.Expect({});
     const RunResult result =
@@ -98,21 +98,21 @@ TEST(MissingDestination, IsToldInABoxReadFromTheRight) {
     EXPECT_EQ(result.exitCode, error_number::kPathNotFound);
     EXPECT_EQ(Joined(result.lines), Joined({L"[EndAtOnce]"}));
     ASSERT_EQ(world.world.boxes.Shown().size(), 1U);
-    const BoxContent& box = world.world.boxes.Shown().front();
+    const MessageBoxRequest& box = world.world.boxes.Shown().front();
     EXPECT_EQ(box.text, L"فشلت العملية بسبب عدم توفر مجلد النسخ إلى:\r\n" + world.Path(L"Nowhere"));
     EXPECT_EQ(box.icon, BoxIcon::Exclamation);
     EXPECT_TRUE(box.rightToLeft);
 }
 
 TEST(MissingDestination, IsAlsoAFileOfThatName) {
-    EngineWorld world;
+    EngineFixture world;
     world.state.BackupTo = world.tree.File(L"file");
     world.world.boxes.Expect({});
     EXPECT_TRUE(world.With([](CPackage& engine) { engine.ErrorOnBackupFolderNotExists(); }).ended);
 }
 
 TEST(MissingDestination, IsAlsoNone) {
-    EngineWorld world;
+    EngineFixture world;
     world.state.BackupTo.clear();
     world.tree.File(L"a.txt", "a", Day(1));
     world.ListText(L"~\\a.txt\r\n");
@@ -121,7 +121,7 @@ TEST(MissingDestination, IsAlsoNone) {
 }
 
 TEST(PresentDestination, IsPassedInSilence) {
-    EngineWorld world;
+    EngineFixture world;
     const RunResult result =
         world.With([](CPackage& engine) { engine.ErrorOnBackupFolderNotExists(); });
     EXPECT_FALSE(result.ended);
@@ -130,7 +130,7 @@ TEST(PresentDestination, IsPassedInSilence) {
 }
 
 TEST(Destination, MayBeTypedWithAFinalSeparator) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"a.txt", "1", Day(1));
     world.ListText(L"BackupTo: ~\\Store\\\r\n~\\a.txt\r\n");
     world.ExpectRun(BackedUp(L"~\\a.txt"));
@@ -141,7 +141,7 @@ TEST(Destination, MayBeTypedWithAFinalSeparator) {
 }
 
 TEST(Destination, KeepsWhatIsNotOurs) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"Store\\letter.txt", "letter");
     world.tree.File(L"Store\\a.vwnew-1", "no working name");
     world.tree.File(L"Store\\.vwold-", "no working name");

@@ -9,7 +9,7 @@
 #include "engine/CopyName.h"
 #include "fsutil/PathText.h"
 #include "platform/Utf8.h"
-#include "tests/engine/EngineWorld.h"
+#include "tests/engine/EngineFixture.h"
 #include "tests/engine/LeftOvers.h"
 #include "tests/support/EarlierWorkingName.h"
 
@@ -19,7 +19,7 @@ namespace {
 constexpr WorkingState kStates[]{WorkingState::New, WorkingState::Ready, WorkingState::Old};
 
 /// The name of an entry that the earlier version left for an item of the world.
-std::wstring EarlierName(const EngineWorld& world, WorkingState state, std::wstring_view item,
+std::wstring EarlierName(const EngineFixture& world, WorkingState state, std::wstring_view item,
                          const ProcessTag& owner, Date date = 0) {
     const std::wstring path = world.Path(item);
     const WorkingName name{state, NameKey(path),
@@ -43,7 +43,7 @@ TEST(EntryOfAnEarlierVersion, IsReadAsItWasWritten) {
 }
 
 TEST(EntryOfAnEarlierVersion, OfADeadProcess_IsFinishedOrRemoved) {
-    EngineWorld world;
+    EngineFixture world;
     world.List({L"a.txt", L"Work\\"}, 3);
     for (int step = 1; step <= 2; ++step) {
         world.tree.File(L"a.txt", std::to_string(step), Day(step));
@@ -73,7 +73,7 @@ TEST(EntryOfAnEarlierVersion, OfADeadProcess_IsFinishedOrRemoved) {
 }
 
 TEST(EntryOfAnEarlierVersion, OfALivingProcessOrAnotherComputer_IsLeftAlone) {
-    EngineWorld world;
+    EngineFixture world;
     world.List({L"a.txt"}, 3);
     world.tree.File(L"a.txt", "1", Day(1));
     const LivingProcess living;
@@ -97,7 +97,7 @@ TEST(EntryOfThisVersion, IsNeverMistakenByAnEarlierOne) {
     for (const Completeness completeness :
          {Completeness::Whole, Completeness::MissesFiles, Completeness::CutShort}) {
         for (int n = 1;; ++n) {
-            EngineWorld world;
+            EngineFixture world;
             world.List({L"Work\\"}, 1);
             for (const wchar_t* const file : {L"Work\\a.txt", L"Work\\b.txt"}) {
                 world.tree.File(file, "1", Day(1));
@@ -113,7 +113,7 @@ TEST(EntryOfThisVersion, IsNeverMistakenByAnEarlierOne) {
             world.world.files.DieAtNth(n, OnlyChanges());
             world.world.files.OnOperation([&](const FileOperation& operation) {
                 if (completeness == Completeness::CutShort && operation.call == FileCall::Copy) {
-                    world.state.cancelRequested = true;
+                    world.state.cancel.Request();
                 }
             });
             world.Run();
@@ -142,7 +142,7 @@ TEST(EntryOfThisVersion, IsNeverMistakenByAnEarlierOne) {
 
 // Both versions read the first line.
 TEST(CommentOfThisVersion, OfAnIncompleteCopy_HasTheLineThatAnEarlierOneWrote) {
-    EngineWorld world;
+    EngineFixture world;
     world.List({L"Work\\"}, 3);
     for (const wchar_t* const file : {L"Work\\a.txt", L"Work\\b.txt"}) {
         world.tree.File(file, "1", Day(1));

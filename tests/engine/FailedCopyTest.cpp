@@ -4,7 +4,7 @@
 
 #include "platform/RuntimeError.h"
 #include "platform/WindowsHeader.h"
-#include "tests/engine/EngineWorld.h"
+#include "tests/engine/EngineFixture.h"
 // Codes of the disk, which need the types of the window system first.
 #include <winioctl.h>
 
@@ -12,7 +12,7 @@ namespace vw::test {
 namespace {
 
 // Two good copies of a file and of a folder, and both changed since.
-void MakeHistory(EngineWorld& world, int copies = 3) {
+void MakeHistory(EngineFixture& world, int copies = 3) {
     world.List({L"a.txt", L"Work\\"}, copies);
     for (int step = 1; step <= 3; ++step) {
         const std::string content = std::to_string(step) + std::string(200, '.');
@@ -29,7 +29,7 @@ void MakeHistory(EngineWorld& world, int copies = 3) {
 const Lines kWorkFiles{L"~\\Work\\b.txt", L"~\\Work\\c.txt", L"~\\Work\\Sub\\d.txt"};
 
 TEST(FailedCopy, OfASourceThatStaysLockedNeverCostsACopy) {
-    EngineWorld world;
+    EngineFixture world;
     MakeHistory(world, 2);
     world.List({L"a.txt"}, 2);
     const Tree before = ReadTree(world.Store());
@@ -48,7 +48,7 @@ TEST(FailedCopy, OfASourceThatStaysLockedNeverCostsACopy) {
 }
 
 TEST(FailedCopy, OfAFileThatWasCutShortIsRemoved) {
-    EngineWorld world;
+    EngineFixture world;
     MakeHistory(world);
     const Tree before = ReadTree(world.Store());
     world.world.files.TruncateNthCopy(1);
@@ -60,7 +60,7 @@ TEST(FailedCopy, OfAFileThatWasCutShortIsRemoved) {
 }
 
 TEST(FailedCopy, OfAFileThatIsNotThereAfterwardsIsTold) {
-    EngineWorld world;
+    EngineFixture world;
     MakeHistory(world);
     const Tree before = ReadTree(world.Store());
     world.world.files.IgnoreNth(1, OnlyCalls({FileCall::Copy}));
@@ -70,10 +70,10 @@ TEST(FailedCopy, OfAFileThatIsNotThereAfterwardsIsTold) {
 }
 
 TEST(FailedCopy, CutShortByAFullDiskIsToldAsFull) {
-    EngineWorld world;
+    EngineFixture world;
     MakeHistory(world);
     const Tree before = ReadTree(world.Store());
-    world.drive.kind = DriveKind::Removable;
+    world.drive.kind = DriveType::Removable;
     world.drive.freeBytes[world.Store()] = 100;
     for (const wchar_t* item : {L"a.txt", L"Work\\"}) {
         world.world.files.TruncateNthCopy(1);
@@ -86,7 +86,7 @@ TEST(FailedCopy, CutShortByAFullDiskIsToldAsFull) {
 }
 
 TEST(FailedCopy, OfOneFileOfAFolderLeavesTheOthers) {
-    EngineWorld world;
+    EngineFixture world;
     MakeHistory(world);
     world.List({L"Work\\"});
     world.world.files.TruncateNthCopy(2);
@@ -101,7 +101,7 @@ TEST(FailedCopy, OfOneFileOfAFolderLeavesTheOthers) {
 }
 
 TEST(FailedCopy, OfEveryFileOfAFolderLeavesTheSeriesAlone) {
-    EngineWorld world;
+    EngineFixture world;
     MakeHistory(world);
     world.List({L"Work\\"});
     const Tree before = ReadTree(world.Store());
@@ -115,7 +115,7 @@ TEST(FailedCopy, OfEveryFileOfAFolderLeavesTheSeriesAlone) {
 
 TEST(FailedCopy, OnAFullDiskEndsTheItemAndLeavesNothing) {
     for (int file = 1; file <= 3; ++file) {
-        EngineWorld world;
+        EngineFixture world;
         MakeHistory(world);
         world.tree.File(L"next.txt", "next", Day(1));
         world.List({L"Work\\", L"next.txt"});
@@ -139,7 +139,7 @@ TEST(FailedCopy, OnAFullDiskEndsTheItemAndLeavesNothing) {
 
 // Drives of the older formats call themselves full for a file of 4 GiB.
 TEST(FailedCopy, OfAFileTooLargeForTheDriveCostsTheOthersNothing) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"Work\\a.txt", "a", Day(1));
     const std::wstring film = world.tree.File(L"Work\\b film.avi", "", Day(1));
     world.tree.File(L"Work\\c.txt", "c", Day(1));
@@ -163,14 +163,14 @@ TEST(FailedCopy, OfAFileTooLargeForTheDriveCostsTheOthersNothing) {
 }
 
 TEST(FailedCopy, OnADiskThatIsFullForASubFolderLeavesNothing) {
-    EngineWorld world;
+    EngineFixture world;
     MakeHistory(world);
     world.tree.Folder(L"Work\\Zlast");
     world.List({L"Work\\"});
     const Tree before = ReadTree(world.Store());
     for (int folder = 1; folder <= 3; ++folder) {
         world.world.files.FailNth(folder, error_number::kDiskFull,
-                                  OnlyCalls({FileCall::MakeFolder}));
+                                  OnlyCalls({FileCall::CreateFolder}));
         const RunResult result = world.Run();
         ASSERT_EQ(result.errors.size(), 1U);
         EXPECT_EQ(result.exitCode, error_number::kDiskFull);
@@ -179,12 +179,12 @@ TEST(FailedCopy, OnADiskThatIsFullForASubFolderLeavesNothing) {
 }
 
 TEST(FailedCopy, StaysFullWhenASmallerFileWasCutShortToo) {
-    EngineWorld world;
+    EngineFixture world;
     world.List({L"Work\\"});
     world.tree.File(L"Work\\1 large.txt", std::string(5000, 'l'), Day(1));
     world.tree.File(L"Work\\2 small.txt", std::string(10, 's'), Day(1));
     world.tree.File(L"Work\\3.txt", "3", Day(1));
-    world.drive.kind = DriveKind::Removable;
+    world.drive.kind = DriveType::Removable;
     world.drive.freeBytes[world.Store()] = 1000;
     world.world.files.OnOperation([&](const FileOperation& operation) {
         // Both are cut short by hand, behind the copy: the listing that checks them comes next.
@@ -202,7 +202,7 @@ TEST(FailedCopy, StaysFullWhenASmallerFileWasCutShortToo) {
 
 TEST(FailedCopy, WhoseCommentCannotBeWrittenLeavesTheSeriesAlone) {
     for (const int number : {error_number::kDiskFull, error_number::kAccessError}) {
-        EngineWorld world;
+        EngineFixture world;
         MakeHistory(world);
         const Tree before = ReadTree(world.Store());
         world.world.files.FailFrom(1, number, OnlyCalls({FileCall::Write}));
@@ -214,7 +214,7 @@ TEST(FailedCopy, WhoseCommentCannotBeWrittenLeavesTheSeriesAlone) {
 }
 
 TEST(FailedCopy, OfASubFolderThatCannotBeReadIsToldWithIt) {
-    EngineWorld world;
+    EngineFixture world;
     MakeHistory(world);
     world.List({L"Work\\"});
     // The first listing of the sub-folder takes its dates, the second its files.
@@ -230,7 +230,7 @@ TEST(FailedCopy, OfASubFolderThatCannotBeReadIsToldWithIt) {
 }
 
 TEST(FailedCopy, OfAnItemThatCannotBeReadAtAllIsTold) {
-    EngineWorld world;
+    EngineFixture world;
     MakeHistory(world);
     world.List({L"Work\\"});
     const Tree before = ReadTree(world.Store());
@@ -244,7 +244,7 @@ TEST(FailedCopy, OfAnItemThatCannotBeReadAtAllIsTold) {
 }
 
 TEST(FailedCopy, CountsWhatCouldNotBeCheckedAsFailed) {
-    EngineWorld world;
+    EngineFixture world;
     MakeHistory(world);
     world.List({L"Work\\"});
     const Tree before = ReadTree(world.Store());
@@ -263,7 +263,7 @@ TEST(FailedCopy, CountsWhatCouldNotBeCheckedAsFailed) {
 }
 
 TEST(FailedCopy, OfAFileThatVanishedMeanwhileIsTold) {
-    EngineWorld world;
+    EngineFixture world;
     MakeHistory(world);
     world.List({L"Work\\"});
     world.world.files.OnOperation([&](const FileOperation& operation) {
@@ -276,7 +276,7 @@ TEST(FailedCopy, OfAFileThatVanishedMeanwhileIsTold) {
 }
 
 // A source that grows while it is copied, as logs do.
-void GrowWhileCopied(EngineWorld& world) {
+void GrowWhileCopied(EngineFixture& world) {
     world.world.files.OnOperation([&](const FileOperation& operation) {
         if (operation.call == FileCall::Copy) {
             world.tree.File(operation.path, std::string(900, 'g'), Day(50));
@@ -285,7 +285,7 @@ void GrowWhileCopied(EngineWorld& world) {
 }
 
 TEST(ChangingSource, IsToldAndItsCopyCounts) {
-    EngineWorld world;
+    EngineFixture world;
     MakeHistory(world);
     GrowWhileCopied(world);
     const RunResult result = world.Run();
@@ -309,7 +309,7 @@ TEST(ChangingSource, IsToldAndItsCopyCounts) {
 }
 
 TEST(ChangingSource, IsToldInTheLanguageOfTheWindows) {
-    EngineWorld world;
+    EngineFixture world;
     MakeHistory(world);
     world.state.arabic = true;
     world.List({L"a.txt"});
@@ -320,7 +320,7 @@ TEST(ChangingSource, IsToldInTheLanguageOfTheWindows) {
 }
 
 TEST(ChangingSource, ThatIsReplacedByAShorterOneCountsToo) {
-    EngineWorld world;
+    EngineFixture world;
     MakeHistory(world);
     world.List({L"a.txt"});
     world.world.files.OnOperation([&](const FileOperation& operation) {

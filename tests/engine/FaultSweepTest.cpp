@@ -16,14 +16,14 @@
 #include "platform/ProgramControl.h"
 #include "platform/RuntimeError.h"
 #include "tests/support/TempTree.h"
-#include "tests/support/TestWorld.h"
+#include "tests/support/TestEnvironment.h"
 
 namespace vw {
 namespace {
 
 using test::FaultyFileSystem;
 using test::TempTree;
-using test::TestWorld;
+using test::TestEnvironment;
 using test::Tree;
 
 constexpr int kCount = 3;
@@ -48,9 +48,9 @@ struct Item {
 // when it holds none of them whole.
 using Series = std::vector<int>;
 
-class SweptWorld {
+class SweptFixture {
   public:
-    SweptWorld() {
+    SweptFixture() {
         items_ = {{tree_.Path(L"src\\Plan.doc"), {}},
                   {tree_.Path(L"src\\Work\\"), {}},
                   {tree_.Path(L"src\\j.smith\\Docs\\"), {}}};
@@ -120,13 +120,13 @@ class SweptWorld {
     }
 
     [[nodiscard]] const std::vector<Item>& Items() const { return items_; }
-    [[nodiscard]] TestWorld& World() { return world_; }
+    [[nodiscard]] TestEnvironment& World() { return world_; }
 
   private:
     static Tree Content(std::wstring path) {
         if (path.ends_with(L'\\')) path.pop_back();
         Win32FileSystem disk;
-        if (disk.Look(path)->isFolder) return test::ReadTree(path);
+        if (disk.Stat(path)->isFolder) return test::ReadTree(path);
         return {{L"", {false, test::ReadBytes(path), test::ReadDate(path)}}};
     }
 
@@ -135,7 +135,7 @@ class SweptWorld {
     }
 
     TempTree tree_;
-    TestWorld world_;
+    TestEnvironment world_;
     ProgramState state_;
     QuietHost host_;
     std::vector<Item> items_;
@@ -161,14 +161,14 @@ std::vector<Plan> Plans() {
     };
 }
 
-std::vector<Series> SeriesOf(const SweptWorld& swept) {
+std::vector<Series> SeriesOf(const SweptFixture& swept) {
     std::vector<Series> all;
     for (const Item& item : swept.Items()) all.push_back(swept.CopiesOf(item));
     return all;
 }
 
-void ExpectNothingLost(const SweptWorld& swept, const std::vector<Series>& before, bool mayBreakOne,
-                       const std::string& where) {
+void ExpectNothingLost(const SweptFixture& swept, const std::vector<Series>& before,
+                       bool mayBreakOne, const std::string& where) {
     for (std::size_t i = 0; i < before.size(); ++i) {
         const Series after = swept.CopiesOf(swept.Items()[i]);
         const bool folder = swept.Items()[i].path.ends_with(L'\\');
@@ -184,7 +184,7 @@ void ExpectNothingLost(const SweptWorld& swept, const std::vector<Series>& befor
     }
 }
 
-void ExpectCompleted(const SweptWorld& swept, const std::vector<Series>& before, const Plan& plan,
+void ExpectCompleted(const SweptFixture& swept, const std::vector<Series>& before, const Plan& plan,
                      const std::string& where) {
     EXPECT_FALSE(swept.HasWorkingEntries()) << where;
     for (std::size_t i = 0; i < before.size(); ++i) {
@@ -210,7 +210,7 @@ void ExpectCompleted(const SweptWorld& swept, const std::vector<Series>& before,
 void Sweep(bool fullSeries) {
     int points = 0;
     for (const Plan& plan : Plans()) {
-        SweptWorld swept;
+        SweptFixture swept;
         for (int i = 0; fullSeries && i < kCount; ++i) {
             swept.Edit();
             ASSERT_TRUE(swept.Run());

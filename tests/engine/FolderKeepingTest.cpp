@@ -6,7 +6,7 @@
 #include <algorithm>
 
 #include "platform/RuntimeError.h"
-#include "tests/engine/EngineWorld.h"
+#include "tests/engine/EngineFixture.h"
 
 namespace vw::test {
 namespace {
@@ -33,7 +33,7 @@ class FolderKeeping : public testing::Test {
 
     static constexpr const wchar_t* kFolders[] = {L"Work\\Sub\\Deep", L"Work\\Sub", L"Work\\Empty",
                                                   L"Work"};
-    EngineWorld world;
+    EngineFixture world;
 };
 
 TEST_F(FolderKeeping, Copy_HasTheDatesOfTheFolders) {

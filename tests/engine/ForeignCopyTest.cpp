@@ -4,21 +4,21 @@
 #include <gtest/gtest.h>
 
 #include "platform/RuntimeError.h"
-#include "tests/engine/EngineWorld.h"
+#include "tests/engine/EngineFixture.h"
 #include "tests/engine/LeftOvers.h"
 #include "tests/support/DestinationChecker.h"
 
 namespace vw::test {
 namespace {
 
-std::string CommentOf(const EngineWorld& world, const wchar_t* date, const std::wstring& folder) {
+std::string CommentOf(const EngineFixture& world, const wchar_t* date, const std::wstring& folder) {
     return world.world.ansi.Encode(L"Backed Files Date Last Modified:" + std::wstring(date) +
                                    L"+Original Location:" + folder) +
            "\r\n";
 }
 
 // Runs, and lets `act` happen right before the n-th operation of a kind on the item "b.txt".
-RunResult RunWith(EngineWorld& world, FileCall call, const std::function<void()>& act) {
+RunResult RunWith(EngineFixture& world, FileCall call, const std::function<void()>& act) {
     bool acted = false;
     world.world.files.OnOperation([&](const FileOperation& operation) {
         if (acted || operation.call != call || operation.path != world.Path(L"B\\b.txt")) return;
@@ -34,7 +34,7 @@ RunResult RunWith(EngineWorld& world, FileCall call, const std::function<void()>
 constexpr const wchar_t* kTheirDate = L"01/01/2009-00:00:00";
 
 TEST(CopyOfAnotherProgram, InTheFreePlaceIsLeftAlone) {
-    EngineWorld world;
+    EngineFixture world;
     DestinationChecker checker(world.Store());
     world.tree.File(L"A\\b.txt", "A", Day(1));
     world.tree.File(L"B\\b.txt", "B", Day(2));
@@ -62,7 +62,7 @@ TEST(CopyOfAnotherProgram, InTheFreePlaceIsLeftAlone) {
 }
 
 TEST(CommentOfAnotherProgram, InTheFreePlaceIsLeftAlone) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"B\\b.txt", "B", Day(2));
     world.List({L"B\\b.txt"});
     const std::string theirs = CommentOf(world, kTheirDate, world.Path(L"A"));
@@ -75,12 +75,12 @@ TEST(CommentOfAnotherProgram, InTheFreePlaceIsLeftAlone) {
 
 // It comes between the look at the place and the rename into it.
 TEST(CopyOfAnotherProgram, InTheLastMomentKeepsNoCommentOfOurs) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"B\\b.txt", "B", Day(2));
     world.List({L"B\\b.txt"});
     bool acted = false;
     world.world.files.OnOperation([&](const FileOperation& operation) {
-        if (acted || operation.call != FileCall::Move ||
+        if (acted || operation.call != FileCall::Rename ||
             operation.to != world.Store(L"b«0001».txt")) {
             return;
         }
@@ -94,7 +94,7 @@ TEST(CopyOfAnotherProgram, InTheLastMomentKeepsNoCommentOfOurs) {
 }
 
 TEST(CopyOfAnotherProgram, ThatWasThereBeforeTheRunIsRotated) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"Work\\a.txt", "new", Day(2));
     world.tree.File(L"Store\\Work«0001»\\x.txt", "theirs", Day(1));
     world.List({L"Work\\"});
@@ -107,7 +107,7 @@ TEST(CopyOfAnotherProgram, ThatWasThereBeforeTheRunIsRotated) {
 
 const Lines kFinished{L"Completed an interrupted copy: ~\\a.txt"};
 
-std::wstring ReadyName(const EngineWorld& world, const ProcessTag& owner, Date date, Date made) {
+std::wstring ReadyName(const EngineFixture& world, const ProcessTag& owner, Date date, Date made) {
     const std::wstring path = world.Path(L"a.txt");
     const WorkingName name{
         WorkingState::Ready, NameKey(path), NameKey(world.Store(L"a«0001».txt")), date, owner, made,
@@ -116,7 +116,7 @@ std::wstring ReadyName(const EngineWorld& world, const ProcessTag& owner, Date d
 }
 
 TEST(StuckReadyCopy, KeepsNoChangedItemFromBeingBackedUp) {
-    EngineWorld world;
+    EngineFixture world;
     world.List({L"a.txt"}, 3);
     for (int step = 1; step <= 3; ++step) {
         world.tree.File(L"a.txt", std::to_string(step), Day(step));
@@ -144,7 +144,7 @@ TEST(StuckReadyCopy, KeepsNoChangedItemFromBeingBackedUp) {
 
 // Rotated for the stuck copy, the series must not be rotated once more for the newer one.
 TEST(StuckReadyCopy, LeavesItsRotationToTheNewerOne) {
-    EngineWorld world;
+    EngineFixture world;
     world.List({L"a.txt"}, 3);
     for (int step = 1; step <= 3; ++step) {
         world.tree.File(L"a.txt", std::to_string(step), Day(step));
@@ -162,7 +162,7 @@ TEST(StuckReadyCopy, LeavesItsRotationToTheNewerOne) {
 
 // An older state of the item was backed up last: the dates of the contents state no order.
 TEST(ReadyCopyOfAnOlderDate, IsFinishedWhenItWasMadeLater) {
-    EngineWorld world;
+    EngineFixture world;
     world.List({L"a.txt"}, 3);
     world.tree.File(L"a.txt", "day 9", Day(9));
     world.Run();
@@ -181,7 +181,7 @@ TEST(ReadyCopy, IsDroppedOnlyWhenCopyOneWasMadeLater) {
     };
     for (const Row row :
          {Row{-3600, true}, Row{-3, true}, Row{-2, false}, Row{0, false}, Row{3600, false}}) {
-        EngineWorld world;
+        EngineFixture world;
         world.List({L"a.txt"}, 3);
         world.tree.File(L"a.txt", "copy 1", Day(5));
         world.Run();
@@ -201,7 +201,7 @@ TEST(ReadyCopy, IsDroppedOnlyWhenCopyOneWasMadeLater) {
 
 // Names that the versions before wrote hold no time: the order is not known.
 TEST(ReadyCopyOfAnEarlierVersion, IsFinishedWhateverCopyOneIs) {
-    EngineWorld world;
+    EngineFixture world;
     world.List({L"a.txt"}, 3);
     world.tree.File(L"a.txt", "copy 1", Day(5));
     world.Run();
@@ -220,7 +220,7 @@ TEST(ReadyCopyOfAnEarlierVersion, IsFinishedWhateverCopyOneIs) {
 TEST(RotationOfAVanishedItem, IsCompletedAndNotRepeated) {
     int points = 0;
     for (int n = 1;; ++n) {
-        EngineWorld world;
+        EngineFixture world;
         world.List({L"a.txt", L"b.txt"}, 3);
         for (int step = 1; step <= 3; ++step) {
             world.tree.File(L"a.txt", std::to_string(step), Day(step));
@@ -229,7 +229,7 @@ TEST(RotationOfAVanishedItem, IsCompletedAndNotRepeated) {
         world.tree.File(L"b.txt", "b", Day(1));
         world.tree.Remove(L"a.txt");
         world.world.files.DieAtNth(n, [](const FileOperation& operation) {
-            return operation.call == FileCall::Move || operation.call == FileCall::EraseFile;
+            return operation.call == FileCall::Rename || operation.call == FileCall::RemoveFile;
         });
         world.Run();
         const bool died = !world.world.files.Faults().empty();
@@ -237,7 +237,7 @@ TEST(RotationOfAVanishedItem, IsCompletedAndNotRepeated) {
         if (!died || Exists(world.Store(L"b«0001».txt"))) break;
         ++points;
         SCOPED_TRACE("killed at step " + std::to_string(n));
-        HandOver(world, DeadProcess());
+        UpdateControls(world, DeadProcess());
         for (int run = 0; run < 2; ++run) {
             world.Run();
             const Listing copies = world.Copies();
@@ -252,7 +252,7 @@ TEST(RotationOfAVanishedItem, IsCompletedAndNotRepeated) {
 }
 
 TEST(RotationThatWasCutOff, IsCompletedFromEntriesOfAnEarlierVersion) {
-    EngineWorld world;
+    EngineFixture world;
     world.List({L"a.txt"}, 3);
     for (int step = 1; step <= 3; ++step) {
         world.tree.File(L"a.txt", std::to_string(step), Day(step));
@@ -271,7 +271,7 @@ TEST(RotationThatWasCutOff, IsCompletedFromEntriesOfAnEarlierVersion) {
 }
 
 TEST(GapInASeries, WithoutSuchAnEntryStaysLiteral) {
-    EngineWorld world;
+    EngineFixture world;
     world.List({L"a.txt"}, 3);
     world.tree.File(L"a.txt", "3", Day(3));
     world.Run();

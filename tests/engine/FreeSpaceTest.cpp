@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/RuntimeError.h"
-#include "tests/engine/EngineWorld.h"
+#include "tests/engine/EngineFixture.h"
 
 namespace vw::test {
 namespace {
@@ -9,16 +9,16 @@ namespace {
 constexpr std::uint64_t kSpare = 52'428'800;
 
 TEST(FreeSpace, OfExactlyTheItemAndTheSpareIsEnough) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"a.txt", "12345", Day(1));
     world.List({L"a.txt"});
-    world.drive.kind = DriveKind::Fixed;
+    world.drive.kind = DriveType::Fixed;
     world.drive.freeBytes[world.Store()] = kSpare + 5;
     world.ExpectRun(BackedUp(L"~\\a.txt"));
 }
 
 TEST(FreeSpace, ShortageEndsTheItemBeforeAnyCopyIsRotated) {
-    EngineWorld world;
+    EngineFixture world;
     world.List({L"a.txt", L"b.txt"});
     for (int step = 1; step <= 3; ++step) {
         world.tree.File(L"a.txt", std::to_string(step), Day(step));
@@ -27,7 +27,7 @@ TEST(FreeSpace, ShortageEndsTheItemBeforeAnyCopyIsRotated) {
     const Tree before = ReadTree(world.Store());
     world.tree.File(L"a.txt", "12345", Day(9));
     world.tree.File(L"b.txt", "1", Day(9));
-    world.drive.kind = DriveKind::Fixed;
+    world.drive.kind = DriveType::Fixed;
     world.drive.freeBytes[world.Store()] = kSpare + 4;
     const RunResult result = world.Run();
     // The next item needs less and is backed up.
@@ -43,22 +43,22 @@ TEST(FreeSpace, ShortageEndsTheItemBeforeAnyCopyIsRotated) {
 }
 
 TEST(FreeSpace, IsAskedForUnchangedItemsToo) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"a.txt", "a", Day(1));
     world.List({L"a.txt"});
     world.Run();
-    world.drive.kind = DriveKind::Fixed;
+    world.drive.kind = DriveType::Fixed;
     world.drive.freeBytes[world.Store()] = kSpare;
     world.ExpectRun({L"! 1004 BackupPath ~\\Store"});
 }
 
 TEST(FreeSpace, CountsOnlyTheFilesDirectlyInAFolder) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"Work\\a.txt", "12", Day(1));
     world.tree.File(L"Work\\b.txt", "345", Day(1));
     world.tree.File(L"Work\\Sub\\c.txt", std::string(1000, 'c'), Day(1));
     world.List({L"Work\\"});
-    world.drive.kind = DriveKind::Fixed;
+    world.drive.kind = DriveType::Fixed;
     world.drive.freeBytes[world.Store()] = kSpare + 4;
     world.ExpectRun({L"! 1004 BackupPath ~\\Store"});
     world.drive.freeBytes[world.Store()] = kSpare + 5;
@@ -67,9 +67,9 @@ TEST(FreeSpace, CountsOnlyTheFilesDirectlyInAFolder) {
 }
 
 TEST(FreeSpace, OfAMissingItemIsOneByteLess) {
-    EngineWorld world;
+    EngineFixture world;
     world.List({L"a.txt"});
-    world.drive.kind = DriveKind::Fixed;
+    world.drive.kind = DriveType::Fixed;
     world.drive.freeBytes[world.Store()] = kSpare - 1;
     world.ExpectRun(Missing(L"~\\a.txt") + NoChange(L"~\\a.txt"));
     world.drive.freeBytes[world.Store()] = kSpare - 2;
@@ -77,9 +77,9 @@ TEST(FreeSpace, OfAMissingItemIsOneByteLess) {
 }
 
 TEST(FreeSpace, OfTheTemporaryFolderStandsInForADestinationThatIsNoFixedDisk) {
-    for (const DriveKind kind : {DriveKind::Removable, DriveKind::Network, DriveKind::Optical,
-                                 DriveKind::Memory, DriveKind::Unknown}) {
-        EngineWorld world;
+    for (const DriveType kind : {DriveType::Removable, DriveType::Network, DriveType::Optical,
+                                 DriveType::Memory, DriveType::Unknown}) {
+        EngineFixture world;
         const std::wstring temp = world.world.disk.TempFolder();
         world.tree.File(L"a.txt", "12345", Day(1));
         world.List({L"a.txt"});
@@ -94,7 +94,7 @@ TEST(FreeSpace, OfTheTemporaryFolderStandsInForADestinationThatIsNoFixedDisk) {
 }
 
 TEST(FreeSpace, ThatTheDriveDoesNotTellIsToldAndTheItemGoesOn) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"a.txt", "a", Day(1));
     world.List({L"a.txt"});
     world.world.files.FailNth(1, error_number::kNotReady, OnlyCalls({FileCall::FreeSpace}));
@@ -102,13 +102,13 @@ TEST(FreeSpace, ThatTheDriveDoesNotTellIsToldAndTheItemGoesOn) {
 }
 
 TEST(FreeSpace, CountsFilesBeyondFourGigabytes) {
-    EngineWorld world;
+    EngineFixture world;
     const std::wstring file = world.tree.File(L"large.bin", "", Day(1));
     // Sparse: it takes no room on the disk. The copy is never begun.
     constexpr std::uint64_t kLarge = 5ULL << 30;
     ASSERT_TRUE(MakeLong(file, kLarge));
     world.List({L"large.bin"});
-    world.drive.kind = DriveKind::Fixed;
+    world.drive.kind = DriveType::Fixed;
     world.drive.freeBytes[world.Store()] = kSpare + kLarge - 1;
     world.ExpectRun({L"! 1004 BackupPath ~\\Store"});
 }

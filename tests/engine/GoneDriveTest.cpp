@@ -6,7 +6,7 @@
 #include <algorithm>
 
 #include "platform/RuntimeError.h"
-#include "tests/engine/EngineWorld.h"
+#include "tests/engine/EngineFixture.h"
 #include "tests/engine/LeftOvers.h"
 
 namespace vw::test {
@@ -67,12 +67,12 @@ class GoneDrive : public testing::Test {
         world_.world.files.OnOperation([=, this](const FileOperation& operation) {
             if (!unplugged_.empty() || !moment(operation)) return;
             unplugged_ = world_.Path(folder);
-            world_.world.disk.Move(unplugged_, unplugged_ + L" gone");
+            world_.world.disk.Rename(unplugged_, unplugged_ + L" gone");
         });
     }
     void PlugIn() {
         world_.world.files.Heal();
-        if (!unplugged_.empty()) world_.world.disk.Move(unplugged_ + L" gone", unplugged_);
+        if (!unplugged_.empty()) world_.world.disk.Rename(unplugged_ + L" gone", unplugged_);
     }
 
     /// All that stands in the destination but what another run will remove.
@@ -124,7 +124,7 @@ class GoneDrive : public testing::Test {
         }
     }
 
-    EngineWorld world_;
+    EngineFixture world_;
     Tree before_;
     std::wstring unplugged_;
 };
@@ -202,7 +202,7 @@ TEST_F(GoneDrive, BetweenTwoFoldersOfTheItemIsToldOnceAndCostsNothing) {
 
 TEST_F(GoneDrive, BetweenTwoFoldersOfTheCopyIsToldOnceAndCostsNothing) {
     Unplug(L"Store", [](const FileOperation& operation) {
-        return operation.call == FileCall::MakeFolder && operation.path.ends_with(L"\\Sub\\");
+        return operation.call == FileCall::CreateFolder && operation.path.ends_with(L"\\Sub\\");
     });
     ExpectToldOnce(world_.Run(), world_.Store());
     PlugIn();
@@ -223,11 +223,11 @@ TEST_F(GoneDrive, WhileACopiedFolderIsCheckedIsToldOnceAndCostsNothing) {
 TEST_F(GoneDrive, WhileACopiedFileIsCheckedIsToldOnceAndCostsNothing) {
     // All files are cut short, so that each is looked at.
     world_.world.files.OnOperation([&](const FileOperation& operation) {
-        if (operation.call == FileCall::Look && unplugged_.empty() &&
+        if (operation.call == FileCall::Stat && unplugged_.empty() &&
             operation.path.find(L".vwnew-") != std::wstring::npos &&
             operation.path.ends_with(L"b.txt")) {
             unplugged_ = world_.Store();
-            world_.world.disk.Move(unplugged_, unplugged_ + L" gone");
+            world_.world.disk.Rename(unplugged_, unplugged_ + L" gone");
         }
         if (!CheckOf(L"\\")(operation) || !unplugged_.empty()) return;
         world_.tree.File(operation.path + L"b.txt", "short");
@@ -253,7 +253,7 @@ TEST_F(GoneDrive, InAFileItemThatWasCutShortUnnoticedCostsNothing) {
     world_.List({L"a.txt"}, 2);
     world_.world.files.TruncateNthCopy(1);
     Unplug(L"a.txt", [](const FileOperation& operation) {
-        return operation.call == FileCall::Look &&
+        return operation.call == FileCall::Stat &&
                operation.path.find(L"a.vwnew-") != std::wstring::npos;
     });
     const RunResult result = world_.Run();
@@ -321,10 +321,10 @@ TEST_F(GoneDrive, IsNotAFileThatCannotBeRead) {
 // A notebook that wakes gives the program its processor before its sticks and servers.
 TEST_F(GoneDrive, Run_DestinationComesBackAfterWaking_MakesItsCopy) {
     const std::wstring store = world_.Store();
-    world_.world.disk.Move(store, store + L" gone");
+    world_.world.disk.Rename(store, store + L" gone");
     world_.world.clock.Wake();
     world_.world.pump.Restart();
-    world_.world.pump.AtYield(8, [&] { world_.world.disk.Move(store + L" gone", store); });
+    world_.world.pump.AtYield(8, [&] { world_.world.disk.Rename(store + L" gone", store); });
     const RunResult result = world_.Run();
     EXPECT_EQ(result.exitCode, 0) << Joined(result.lines);
     EXPECT_FALSE(result.ended);

@@ -6,7 +6,7 @@
 #include <algorithm>
 
 #include "platform/RuntimeError.h"
-#include "tests/engine/EngineWorld.h"
+#include "tests/engine/EngineFixture.h"
 #include "tests/engine/LeftOvers.h"
 #include "tests/support/DestinationChecker.h"
 
@@ -15,7 +15,7 @@ namespace {
 
 const std::wstring kItem = L"~\\Work\\";
 
-void MakeWork(const EngineWorld& world, int step) {
+void MakeWork(const EngineFixture& world, int step) {
     for (const wchar_t* file : {L"a.txt", L"b.txt", L"Sub\\c.txt", L"Sub\\Deep\\d.txt"}) {
         world.tree.File(L"Work\\" + std::wstring(file), std::to_string(step) + "!", Day(step));
     }
@@ -23,10 +23,10 @@ void MakeWork(const EngineWorld& world, int step) {
 }
 
 // Presses Cancel right before the file `part` is copied.
-RunResult CancelledRun(EngineWorld& world, const std::wstring& part) {
+RunResult CancelledRun(EngineFixture& world, const std::wstring& part) {
     world.world.files.OnOperation([&world, part](const FileOperation& operation) {
         if (operation.call == FileCall::Copy && operation.path.find(part) != std::wstring::npos) {
-            world.state.cancelRequested = true;
+            world.state.cancel.Request();
         }
     });
     RunResult result = world.Run();
@@ -34,7 +34,7 @@ RunResult CancelledRun(EngineWorld& world, const std::wstring& part) {
     return result;
 }
 
-bool IsMarked(EngineWorld& world) {
+bool IsMarked(EngineFixture& world) {
     bool isMarked = false;
     world.With([&](CPackage& engine) {
         isMarked = engine.IsMarkedIncomplete(world.Store(L"Work«0001»"));
@@ -42,13 +42,13 @@ bool IsMarked(EngineWorld& world) {
     return isMarked;
 }
 
-bool IsWhole(EngineWorld& world) {
+bool IsWhole(EngineFixture& world) {
     return !IsMarked(world) &&
            ReadTree(world.Store(L"Work«0001»")) == ReadTree(world.Path(L"Work"));
 }
 
 TEST(IncompleteCopy, OfACancelIsCompletedByTheNextRun) {
-    EngineWorld world;
+    EngineFixture world;
     MakeWork(world, 1);
     world.List({L"Work\\"});
     CancelledRun(world, L"a.txt");
@@ -64,7 +64,7 @@ TEST(IncompleteCopy, OfACancelIsCompletedByTheNextRun) {
 }
 
 TEST(IncompleteCopy, WithAnUnreadableFileIsCompletedOnceItCanBeRead) {
-    EngineWorld world;
+    EngineFixture world;
     MakeWork(world, 1);
     world.List({L"Work\\"});
     {
@@ -87,7 +87,7 @@ TEST(IncompleteCopy, WithAnUnreadableFileIsCompletedOnceItCanBeRead) {
 }
 
 TEST(IncompleteCopy, WithAFolderThatCannotBeListedStaysMarked) {
-    EngineWorld world;
+    EngineFixture world;
     MakeWork(world, 1);
     world.List({L"Work\\"});
     const auto refuseSub = [&] {
@@ -109,7 +109,7 @@ TEST(IncompleteCopy, WithAFolderThatCannotBeListedStaysMarked) {
 
 // Both the copy of a cancel and its completion are cancelled; what there is by then stays.
 TEST(IncompleteCopy, WhoseCompletionIsCancelledKeepsWhatItHas) {
-    EngineWorld world;
+    EngineFixture world;
     MakeWork(world, 1);
     world.List({L"Work\\"});
     CancelledRun(world, L"a.txt");
@@ -123,7 +123,7 @@ TEST(IncompleteCopy, WhoseCompletionIsCancelledKeepsWhatItHas) {
 }
 
 TEST(IncompleteCopy, ThatHoldsAnotherStateOfAFileIsMadeAnew) {
-    EngineWorld world;
+    EngineFixture world;
     world.List({L"Work\\"});
     MakeWork(world, 3);
     world.Run();
@@ -140,7 +140,7 @@ TEST(IncompleteCopy, ThatHoldsAnotherStateOfAFileIsMadeAnew) {
 
 // However often Cancel is pressed: the whole copies stay.
 TEST(CopyThatWasCutShort, DrivesOutNoWholeOne) {
-    EngineWorld world;
+    EngineFixture world;
     world.List({L"Work\\"}, 2);
     MakeWork(world, 1);
     world.Run();
@@ -160,7 +160,7 @@ TEST(CopyThatWasCutShort, DrivesOutNoWholeOne) {
 }
 
 TEST(CopyThatWasCutShort, OfAFolderElsewhereIsMovedUp) {
-    EngineWorld world;
+    EngineFixture world;
     MakeWork(world, 1);
     world.tree.File(L"Other\\Work\\o.txt", "o", Day(9));
     world.List({L"Work\\"});
@@ -171,7 +171,7 @@ TEST(CopyThatWasCutShort, OfAFolderElsewhereIsMovedUp) {
 }
 
 TEST(CopyThatMissesFiles, IsMovedUpWhenTheItemChanged) {
-    EngineWorld world;
+    EngineFixture world;
     MakeWork(world, 1);
     world.List({L"Work\\"});
     {
@@ -186,7 +186,7 @@ TEST(CopyThatMissesFiles, IsMovedUpWhenTheItemChanged) {
 
 TEST(IncompleteCopy, ThatWasReadyIsMarkedWhenItIsFinished) {
     for (int n = 1;; ++n) {
-        EngineWorld world;
+        EngineFixture world;
         DestinationChecker checker(world.Store());
         MakeWork(world, 1);
         checker.Learn(world.Path(L"Work\\"));
@@ -200,7 +200,7 @@ TEST(IncompleteCopy, ThatWasReadyIsMarkedWhenItIsFinished) {
         world.world.files.Heal();
         if (!died) break;
         SCOPED_TRACE("killed at change " + std::to_string(n));
-        HandOver(world, DeadProcess());
+        UpdateControls(world, DeadProcess());
         EXPECT_EQ(checker.Violations(), "");
         const FileHandle held = HoldOpen(world.Path(L"Work\\b.txt"));
         EXPECT_EQ(world.Run().exitCode, error_number::kPermissionDenied);
@@ -234,7 +234,7 @@ TEST(Completion, LosesNothingAtAnyPoint) {
     };
     for (const Plan& plan : plans) {
         for (int n = 1;; ++n) {
-            EngineWorld world;
+            EngineFixture world;
             DestinationChecker checker(world.Store());
             world.List({L"Work\\"}, 2);
             MakeWork(world, 1);
@@ -250,7 +250,7 @@ TEST(Completion, LosesNothingAtAnyPoint) {
             if (!went) break;
             ++points;
             SCOPED_TRACE(std::string(plan.name) + " at " + std::to_string(n));
-            HandOver(world, DeadProcess());
+            UpdateControls(world, DeadProcess());
             EXPECT_EQ(checker.Violations(), "");
             EXPECT_EQ(ReadBytes(world.Store(L"Work«0002»\\Sub\\c.txt")), "1!");
             EXPECT_EQ(world.Run().exitCode, 0);
@@ -267,7 +267,7 @@ TEST(Completion, LosesNothingAtAnyPoint) {
 
 // The session ends, or the program is closed, in the middle of a folder: that is no cancel.
 TEST(EndOfTheSession, LeavesNoPartialCopy) {
-    EngineWorld world;
+    EngineFixture world;
     world.List({L"Work\\"});
     MakeWork(world, 1);
     world.Run();
@@ -276,7 +276,7 @@ TEST(EndOfTheSession, LeavesNoPartialCopy) {
     world.world.files.OnOperation([&](const FileOperation& operation) {
         if (operation.call != FileCall::Copy) return;
         world.state.endRequested = true;
-        world.state.cancelRequested = true;
+        world.state.cancel.Request();
     });
     EXPECT_EQ(world.Run().exitCode, error_number::kCancelled);
     world.world.files.Heal();

@@ -11,7 +11,7 @@
 #include "engine/CopyName.h"
 #include "platform/RuntimeError.h"
 #include "platform/Utf8.h"
-#include "tests/engine/EngineWorld.h"
+#include "tests/engine/EngineFixture.h"
 #include "tests/engine/LeftOvers.h"
 
 namespace vw::test {
@@ -68,7 +68,7 @@ class ItemFaults : public testing::TestWithParam<Scenario> {
     static Content ContentOf(std::wstring path) {
         if (path.ends_with(L'\\')) path.pop_back();
         Win32FileSystem disk;
-        const auto facts = disk.Look(path);
+        const auto facts = disk.Stat(path);
         if (!facts) return {};
         if (facts->isFolder) return ReadTree(path);
         return {{L"", {false, ReadBytes(path), ReadDate(path)}}};
@@ -205,7 +205,7 @@ class ItemFaults : public testing::TestWithParam<Scenario> {
         std::cout << points << " points of failure\n";
     }
 
-    EngineWorld world_;
+    EngineFixture world_;
     Tree before_;
     std::map<int, Content> copiesBefore_;
     std::map<int, Content> copiesAfter_;

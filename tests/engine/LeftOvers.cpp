@@ -73,7 +73,7 @@ ProcessTag ProcessElsewhere() {
     return tag;
 }
 
-std::wstring LeftOverName(const EngineWorld& world, WorkingState state, std::wstring_view item,
+std::wstring LeftOverName(const EngineFixture& world, WorkingState state, std::wstring_view item,
                           const ProcessTag& owner, Date date) {
     const std::wstring path = world.Path(item);
     const std::wstring copy = CFilePackageName(path, 1, 0, world.Store());
@@ -81,7 +81,7 @@ std::wstring LeftOverName(const EngineWorld& world, WorkingState state, std::wst
     return FormatWorkingName(name, MFileDosShell::CFileFirstName(path));
 }
 
-void HandOver(const EngineWorld& world, const ProcessTag& owner) {
+void UpdateControls(const EngineFixture& world, const ProcessTag& owner) {
     for (const std::wstring& entry : LeftOvers(world)) {
         auto name = WorkingNameOf(entry);
         if (name->owner != ThisProcess()) continue;
@@ -95,7 +95,7 @@ void HandOver(const EngineWorld& world, const ProcessTag& owner) {
     }
 }
 
-Lines LeftOvers(const EngineWorld& world) {
+Lines LeftOvers(const EngineFixture& world) {
     Lines names;
     for (const auto& [path, node] : ReadTree(world.Store())) {
         if (path.find(L'\\') == std::wstring::npos && WorkingNameOf(path)) names.push_back(path);

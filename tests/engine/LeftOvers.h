@@ -5,7 +5,7 @@
 
 #include "fsutil/WorkingName.h"
 #include "platform/Handle.h"
-#include "tests/engine/EngineWorld.h"
+#include "tests/engine/EngineFixture.h"
 
 namespace vw::test {
 
@@ -31,14 +31,14 @@ class LivingProcess {
 
 /// The name of a working entry for an item of the world (relative path) and copy 1 of it at the
 /// first location.
-[[nodiscard]] std::wstring LeftOverName(const EngineWorld& world, WorkingState state,
+[[nodiscard]] std::wstring LeftOverName(const EngineFixture& world, WorkingState state,
                                         std::wstring_view item, const ProcessTag& owner,
                                         Date date = 0);
 
 /// Gives all working entries of this process in the destination to another one.
-void HandOver(const EngineWorld& world, const ProcessTag& owner);
+void UpdateControls(const EngineFixture& world, const ProcessTag& owner);
 
 /// The names of the working entries in the destination.
-[[nodiscard]] Lines LeftOvers(const EngineWorld& world);
+[[nodiscard]] Lines LeftOvers(const EngineFixture& world);
 
 }  // namespace vw::test

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "tests/engine/EngineWorld.h"
+#include "tests/engine/EngineFixture.h"
 
 namespace vw::test {
 namespace {
@@ -10,7 +10,7 @@ namespace {
 constexpr const char* kNoLinks = "this system makes no links here";
 
 // A folder with a file and a link to another folder in it.
-bool MakeLinkedWork(const EngineWorld& world) {
+bool MakeLinkedWork(const EngineFixture& world) {
     world.tree.File(L"Elsewhere\\secret.txt", "secret", Day(50));
     world.tree.File(L"Work\\a.txt", "a", Day(1));
     world.tree.File(L"Work\\Sub\\b.txt", "b", Day(1));
@@ -18,7 +18,7 @@ bool MakeLinkedWork(const EngineWorld& world) {
 }
 
 TEST(Links, ToFoldersAreLeftOutAndTold) {
-    EngineWorld world;
+    EngineFixture world;
     if (!MakeLinkedWork(world)) GTEST_SKIP() << kNoLinks;
     world.List({L"Work\\"});
     const RunResult result = world.Run();
@@ -35,7 +35,7 @@ TEST(Links, ToFoldersAreLeftOutAndTold) {
 }
 
 TEST(Links, AreToldInTheLanguageOfTheWindows) {
-    EngineWorld world;
+    EngineFixture world;
     if (!MakeLinkedWork(world)) GTEST_SKIP() << kNoLinks;
     world.state.arabic = true;
     world.List({L"Work\\"});
@@ -46,7 +46,7 @@ TEST(Links, AreToldInTheLanguageOfTheWindows) {
 }
 
 TEST(Links, DoNotMakeAnItemNew) {
-    EngineWorld world;
+    EngineFixture world;
     if (!MakeLinkedWork(world)) GTEST_SKIP() << kNoLinks;
     world.List({L"Work\\"});
     world.Run();
@@ -55,7 +55,7 @@ TEST(Links, DoNotMakeAnItemNew) {
 }
 
 TEST(Links, ThatLoopEnd) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"Work\\a.txt", "a", Day(1));
     if (!world.tree.Link(L"Work\\loop", L"Work")) GTEST_SKIP() << kNoLinks;
     world.List({L"Work\\"});
@@ -64,7 +64,7 @@ TEST(Links, ThatLoopEnd) {
 }
 
 TEST(Links, ToFilesAreCopiedAsTheFilesTheyShow) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"Elsewhere\\real.txt", "real content", Day(1));
     world.tree.Folder(L"Work");
     if (!world.tree.Link(L"Work\\link.txt", L"Elsewhere\\real.txt")) GTEST_SKIP() << kNoLinks;
@@ -81,7 +81,7 @@ TEST(Links, ToFilesAreCopiedAsTheFilesTheyShow) {
 }
 
 TEST(Links, ThatAreTheItemItselfAreFollowed) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"Elsewhere\\a.txt", "a", Day(1));
     if (!world.tree.Link(L"Work", L"Elsewhere")) GTEST_SKIP() << kNoLinks;
     world.List({L"Work\\", L"Work\\*"});
@@ -90,7 +90,7 @@ TEST(Links, ThatAreTheItemItselfAreFollowed) {
 }
 
 TEST(Links, InACopyAreRemovedWithoutWhatTheyShow) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"Elsewhere\\secret.txt", "secret", Day(1));
     world.List({L"Work\\"}, 1);
     world.tree.File(L"Work\\a.txt", "1", Day(1));
@@ -103,7 +103,7 @@ TEST(Links, InACopyAreRemovedWithoutWhatTheyShow) {
 }
 
 TEST(Links, ToTheDestinationAreWritten) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.Folder(L"Real store");
     if (!world.tree.Link(L"Vault", L"Real store")) GTEST_SKIP() << kNoLinks;
     world.state.BackupTo = world.Path(L"Vault");

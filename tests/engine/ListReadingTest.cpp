@@ -4,7 +4,7 @@
 
 #include "platform/RuntimeError.h"
 #include "platform/Utf8.h"
-#include "tests/engine/EngineWorld.h"
+#include "tests/engine/EngineFixture.h"
 
 // How a run reads the current list.
 
@@ -12,7 +12,7 @@ namespace vw::test {
 namespace {
 
 // A world with the files a.txt, b.txt, "c,d.txt" and a second destination.
-void MakeFiles(const EngineWorld& world) {
+void MakeFiles(const EngineFixture& world) {
     for (const wchar_t* name : {L"a.txt", L"b.txt", L"c,d.txt"}) {
         world.tree.File(name, "x", Day(1));
     }
@@ -21,7 +21,7 @@ void MakeFiles(const EngineWorld& world) {
 const Lines kBoth = BackedUp(L"~\\a.txt") + BackedUp(L"~\\b.txt");
 
 TEST(ListReading, MakesAMissingListEmpty) {
-    EngineWorld world;
+    EngineFixture world;
     world.ExpectRun({});
     EXPECT_EQ(ReadBytes(world.state.currentListPath), "");
 }
@@ -45,7 +45,7 @@ TEST(ListReading, TakesFieldsByCommaLineAndQuote) {
         {L"~\\a.txt\r\n\x1A~\\b.txt\r\n", BackedUp(L"~\\a.txt")},
     };
     for (const Row& row : rows) {
-        EngineWorld world;
+        EngineFixture world;
         MakeFiles(world);
         world.ListText(row.text);
         SCOPED_TRACE(ToUtf8(row.text));
@@ -54,21 +54,21 @@ TEST(ListReading, TakesFieldsByCommaLineAndQuote) {
 }
 
 TEST(ListReading, LosesAnUnquotedItemWithAComma) {
-    EngineWorld world;
+    EngineFixture world;
     MakeFiles(world);
     world.ListText(L"~\\c,d.txt\r\n");
     world.ExpectRun(Missing(L"~\\c") + NoChange(L"~\\c") + Missing(L"d.txt") + NoChange(L"d.txt"));
 }
 
 TEST(ListReading, KeepsBlanksAtTheEndOfAnItem) {
-    EngineWorld world;
+    EngineFixture world;
     MakeFiles(world);
     world.ListText(L"~\\none.txt  \r\n");
     world.ExpectRun(Missing(L"~\\none.txt  ") + NoChange(L"~\\none.txt  "));
 }
 
 TEST(ListReading, KnowsTheKeysInAnyLetterCaseAnywhere) {
-    EngineWorld world;
+    EngineFixture world;
     MakeFiles(world);
     const std::wstring second = world.tree.Folder(L"Second");
     world.ListText(
@@ -80,7 +80,7 @@ TEST(ListReading, KnowsTheKeysInAnyLetterCaseAnywhere) {
 }
 
 TEST(ListReading, KeepsCountAndDestinationWithoutKeyLines) {
-    EngineWorld world;
+    EngineFixture world;
     MakeFiles(world);
     world.state.copiesCount = 17;
     world.ListText(L"~\\a.txt\r\n");
@@ -93,7 +93,7 @@ TEST(ListReading, KeepsTheCountWhenItsLineIsNoNumber) {
     for (const wchar_t* line : {L"Backages: many", L"Backages: ", L"Backages:", L"Backages:5",
                                 L"Backages: 40000", L"Backages: -40000", L"Backages: 5x",
                                 L"Backages: 1e9", L"Backages: \x0665\x0665\x0665x"}) {
-        EngineWorld world;
+        EngineFixture world;
         world.state.copiesCount = 7;
         world.ListText(line);
         SCOPED_TRACE(ToUtf8(line));
@@ -111,7 +111,7 @@ TEST(ListReading, TakesTheCountAsTheSystemReadsNumbers) {
          {Row{L"Backages: 5", 5}, Row{L"Backages:  12 ", 12}, Row{L"Backages: 0", 0},
           Row{L"Backages: -3", -3}, Row{L"Backages: 007", 7}, Row{L"Backages: 2.5", 2},
           Row{L"Backages: 3.5", 4}, Row{L"Backages:x5", 5}, Row{L"Backages: 32767", 32767}}) {
-        EngineWorld world;
+        EngineFixture world;
         world.ListText(row.line);
         SCOPED_TRACE(ToUtf8(row.line));
         world.ExpectRun({});
@@ -120,7 +120,7 @@ TEST(ListReading, TakesTheCountAsTheSystemReadsNumbers) {
 }
 
 TEST(ListReading, TakesTheDestinationOfABareDriveAsItStands) {
-    EngineWorld world;
+    EngineFixture world;
     world.ListText(L"BackupTo: Q:\r\n");
     world.world.boxes.Expect(L"\r\nQ:");
     EXPECT_TRUE(world.Run().ended);
@@ -128,7 +128,7 @@ TEST(ListReading, TakesTheDestinationOfABareDriveAsItStands) {
 }
 
 TEST(ListReading, DropsTheCharacterBehindTheColonWhateverItIs) {
-    EngineWorld world;
+    EngineFixture world;
     MakeFiles(world);
     world.ListText(L"BackupTo:x~\\Store\r\n~\\a.txt\r\n");
     world.ExpectRun(BackedUp(L"~\\a.txt"));
@@ -142,7 +142,7 @@ TEST(ListReading, DropsTheCharacterBehindTheColonWhateverItIs) {
 }
 
 TEST(ListReading, TakesALineThatEndsInAStarForARule) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"Work\\a.txt", "x", Day(1));
     world.tree.File(L"Work\\Sub\\b.txt", "x", Day(1));
     world.ListText(L"~\\Work\\*\r\n");
@@ -155,21 +155,21 @@ TEST(ListReading, TakesALineThatEndsInAStarForARule) {
 }
 
 TEST(ListReading, BacksUpAnItemThatIsNamedTwiceOnce) {
-    EngineWorld world;
+    EngineFixture world;
     MakeFiles(world);
     world.ListText(L"~\\a.txt\r\n~\\A.TXT\r\n");
     world.ExpectRun(BackedUp(L"~\\a.txt") + NoChange(L"~\\A.TXT"));
 }
 
 TEST(ListReading, ReadsTheCodePage) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"ملف.txt", "x", Day(1));
     world.List({L"ملف.txt"});
     world.ExpectRun(BackedUp(L"~\\ملف.txt"));
 }
 
 TEST(ListReading, ReadsUtf8BehindItsMark) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"日本 ملف.txt", "x", Day(1));
     world.tree.File(L"App\\List.vwl",
                     "\xEF\xBB\xBF" + ToUtf8(L"BackupTo: " + world.Store() + L"\r\n" +
@@ -178,7 +178,7 @@ TEST(ListReading, ReadsUtf8BehindItsMark) {
 }
 
 TEST(ListReading, DoesNotKeepTheListOpen) {
-    EngineWorld world;
+    EngineFixture world;
     MakeFiles(world);
     world.List({L"a.txt", L"b.txt"});
     // The user edits the list while the run works: the run goes on with what it read.
@@ -194,7 +194,7 @@ TEST(ListReading, DoesNotKeepTheListOpen) {
 }
 
 TEST(ListReading, SurvivesAMegabyteInOneLine) {
-    EngineWorld world;
+    EngineFixture world;
     MakeFiles(world);
     world.ListText(L"C:\\" + std::wstring(1'000'000, L'x') + L"\r\n~\\a.txt\r\n");
     const RunResult result = world.Run();
@@ -203,7 +203,7 @@ TEST(ListReading, SurvivesAMegabyteInOneLine) {
 }
 
 TEST(ListReading, SurvivesZeroBytesAndGarbage) {
-    EngineWorld world;
+    EngineFixture world;
     MakeFiles(world);
     const std::string path = world.world.ansi.Encode(world.Path(L"a.txt"));
     using namespace std::string_literals;
@@ -217,7 +217,7 @@ TEST(ListReading, SurvivesZeroBytesAndGarbage) {
 TEST(ListReading, SurvivesAnyBytes) {
     std::mt19937 random(20050305);
     for (int round = 0; round < 50; ++round) {
-        EngineWorld world;
+        EngineFixture world;
         std::string bytes;
         for (int i = 0; i < 400; ++i) bytes += static_cast<char>(random());
         world.tree.File(L"App\\List.vwl", bytes);

@@ -1,19 +1,19 @@
 #include <gtest/gtest.h>
 
 #include "platform/RuntimeError.h"
-#include "tests/engine/EngineWorld.h"
+#include "tests/engine/EngineFixture.h"
 
 namespace vw::test {
 namespace {
 
-int LocationOf(EngineWorld& world, const std::wstring& item) {
+int LocationOf(EngineFixture& world, const std::wstring& item) {
     int location = -2;
     world.With([&](CPackage& engine) { location = engine.LocationID(world.Path(item)); });
     return location;
 }
 
 // A copy 1 of "a.txt" at a location number, with a comment that names a folder.
-void MakeCopyFrom(const EngineWorld& world, const std::wstring& number,
+void MakeCopyFrom(const EngineFixture& world, const std::wstring& number,
                   const std::wstring& folder) {
     world.tree.File(L"Store\\a«" + number + L"01».txt", "copy");
     world.tree.File(L"Store\\a«" + number + L"01».txt.vwc",
@@ -21,14 +21,14 @@ void MakeCopyFrom(const EngineWorld& world, const std::wstring& number,
 }
 
 TEST(LocationNumber, IsZeroForTheFirst) {
-    EngineWorld world;
+    EngineFixture world;
     EXPECT_EQ(LocationOf(world, L"a.txt"), 0);
     EXPECT_EQ(LocationOf(world, L"Work\\"), 0);
     EXPECT_EQ(LocationOf(world, L"Work\\*"), 0);
 }
 
 TEST(LocationNumber, KeepsTheItemsOwnInAnyLetterCase) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.Folder(L"Docs");
     world.tree.Folder(L"Other");
     MakeCopyFrom(world, L"00", world.Path(L"Other"));
@@ -40,7 +40,7 @@ TEST(LocationNumber, KeepsTheItemsOwnInAnyLetterCase) {
 }
 
 TEST(LocationNumber, PassesCopiesOfUnknownOrigin) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.Folder(L"Docs");
     world.tree.File(L"Store\\a«0001».txt", "no comment");
     MakeCopyFrom(world, L"01", world.Path(L"Gone"));
@@ -48,7 +48,7 @@ TEST(LocationNumber, PassesCopiesOfUnknownOrigin) {
 }
 
 TEST(LocationNumber, TakesTheFirstFreeOne) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.Folder(L"Docs");
     world.tree.Folder(L"Other");
     MakeCopyFrom(world, L"00", world.Path(L"Other"));
@@ -58,13 +58,13 @@ TEST(LocationNumber, TakesTheFirstFreeOne) {
 }
 
 TEST(LocationNumber, IsFreeWhereAFolderStands) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.Folder(L"Store\\a«0001».txt");
     EXPECT_EQ(LocationOf(world, L"a.txt"), 0);
 }
 
 TEST(LocationNumber, GoesBeyondNinetyNine) {
-    EngineWorld world;
+    EngineFixture world;
     for (int number = 0; number < 100; ++number) {
         const std::wstring digits = (number < 10 ? L"0" : L"") + std::to_wstring(number);
         world.tree.File(L"Store\\a«" + digits + L"01».txt");
@@ -80,16 +80,16 @@ TEST(LocationNumber, GoesBeyondNinetyNine) {
 class CrowdedStore : public ForwardingFileSystem {
   public:
     using ForwardingFileSystem::ForwardingFileSystem;
-    std::optional<FileFacts> Look(std::wstring_view path) override {
-        if (path.find(L"01».txt") == std::wstring_view::npos) return Inner().Look(path);
+    std::optional<FileInfo> Stat(std::wstring_view path) override {
+        if (path.find(L"01».txt") == std::wstring_view::npos) return Inner().Stat(path);
         if (path.ends_with(L".vwc")) return std::nullopt;
-        return FileFacts();
+        return FileInfo();
     }
 };
 
 // The first one's folder lies on a server that is down.
 TEST(LocationNumber, NeedsNotTheFoldersOfOtherItems) {
-    EngineWorld world;
+    EngineFixture world;
     for (const wchar_t* const file : {L"Server\\a.txt", L"Here\\a.txt"}) {
         world.tree.File(file, "x", Day(1));
     }
@@ -103,7 +103,7 @@ TEST(LocationNumber, NeedsNotTheFoldersOfOtherItems) {
 }
 
 TEST(LocationNumber, ThatDoesNotFitIsAnOverflow) {
-    EngineWorld world;
+    EngineFixture world;
     CrowdedStore crowded(world.world.files);
     System system = world.world.With(crowded);
     CPackage engine(system, world.state, world.host, world.host);
@@ -117,7 +117,7 @@ TEST(LocationNumber, ThatDoesNotFitIsAnOverflow) {
 }
 
 TEST(LocationNumber, KeepsFilesOfOneNameInSeriesOfTheirOwn) {
-    EngineWorld world;
+    EngineFixture world;
     world.List({L"A\\r.doc", L"B\\r.doc", L"C\\r.doc"});
     for (int step = 1; step <= 2; ++step) {
         for (const wchar_t* folder : {L"A", L"B", L"C"}) {
@@ -139,7 +139,7 @@ TEST(LocationNumber, KeepsFilesOfOneNameInSeriesOfTheirOwn) {
 }
 
 TEST(LocationNumber, KeepsFoldersWithNamesBeyondTheCodePageApart) {
-    EngineWorld world;
+    EngineFixture world;
     const Lines items{world.Path(L"ملف\\r.doc"), world.Path(L"日本\\r.doc"),
                       world.Path(L"中国\\r.doc")};
     for (int step = 1; step <= 2; ++step) {
@@ -162,7 +162,7 @@ TEST(LocationNumber, KeepsFoldersWithNamesBeyondTheCodePageApart) {
 }
 
 TEST(LocationNumber, IsNewAtEachRunBelowAFolderWithAnApostrophe) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"O'Brien\\r.doc", "same", Day(1));
     world.List({L"O'Brien\\r.doc"});
     for (int run = 0; run < 3; ++run) world.ExpectRun(BackedUp(L"~\\O'Brien\\r.doc"));
@@ -172,7 +172,7 @@ TEST(LocationNumber, IsNewAtEachRunBelowAFolderWithAnApostrophe) {
 }
 
 TEST(LocationNumber, OfAFolderIsNotTouchedByAnApostrophe) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"O'Brien\\r.doc", "1", Day(1));
     world.tree.File(L"O'Brien\\O'Neil\\s.doc", "1", Day(1));
     world.List({L"O'Brien\\O'Neil\\", L"O'Brien\\"});
@@ -181,7 +181,7 @@ TEST(LocationNumber, OfAFolderIsNotTouchedByAnApostrophe) {
 }
 
 TEST(LocationNumber, IsSharedByFoldersOfOneName) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"A\\Work\\a.txt", "a", Day(1));
     world.tree.File(L"B\\Work\\b.txt", "b", Day(2));
     world.List({L"A\\Work\\", L"B\\Work\\"});
@@ -194,14 +194,14 @@ TEST(LocationNumber, IsSharedByFoldersOfOneName) {
 }
 
 TEST(LocationNumber, IsSharedByAFolderAndARuleOnIt) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"Work\\a.txt", "a", Day(1));
     world.List({L"Work\\", L"Work\\*"});
     world.ExpectRun(BackedUp(L"~\\Work\\", {L"~\\Work\\a.txt"}) + NoChange(L"~\\Work"));
 }
 
 TEST(LocationNumber, OfAFileInADriveRootIsKept) {
-    EngineWorld world;
+    EngineFixture world;
     const std::wstring drive = world.Path().substr(0, 2);
     MakeCopyFrom(world, L"00", world.Path());
     MakeCopyFrom(world, L"01", drive);
@@ -212,7 +212,7 @@ TEST(LocationNumber, OfAFileInADriveRootIsKept) {
 
 // The owner of the number is unknown, so every file of that name uses the next one.
 TEST(LocationNumber, WithAnUnreadableCommentIsPassedBy) {
-    EngineWorld world;
+    EngineFixture world;
     const Lines items{L"A\\r.doc", L"B\\r.doc", L"C\\r.doc"};
     world.List(items);
     for (int step = 1; step <= 2; ++step) {
@@ -235,7 +235,7 @@ TEST(LocationNumber, WithAnUnreadableCommentIsPassedBy) {
 }
 
 TEST(LocationNumber, WithAFolderForItsCommentIsPassedBy) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.Folder(L"Docs");
     world.tree.File(L"Store\\a«0001».txt");
     world.tree.Folder(L"Store\\a«0001».txt.vwc");
@@ -245,7 +245,7 @@ TEST(LocationNumber, WithAFolderForItsCommentIsPassedBy) {
 
 // The network or the device is away: every comment would fail alike.
 TEST(LocationNumber, ThatTheDriveCannotGiveSkipsTheItemAndIsTold) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"a.txt", "1", Day(1));
     world.tree.File(L"b.txt", "1", Day(1));
     world.List({L"a.txt", L"b.txt"});
@@ -259,7 +259,7 @@ TEST(LocationNumber, ThatTheDriveCannotGiveSkipsTheItemAndIsTold) {
     EXPECT_EQ(world.Copies(), (Listing{{L"a«0001».txt", "1"}, {L"b«0001».txt", "1"}}));
 }
 
-void MakeVersions(const EngineWorld& world, const Lines& items, int step) {
+void MakeVersions(const EngineFixture& world, const Lines& items, int step) {
     for (const std::wstring& item : items) {
         world.tree.File(item, world.world.ansi.Encode(item.substr(0, 1)) + std::to_string(step),
                         Day(step));
@@ -268,7 +268,7 @@ void MakeVersions(const EngineWorld& world, const Lines& items, int step) {
 
 // A's copies moved up while A was away; B must not move into their series and drive them out.
 TEST(LocationNumber, StaysWithTheItemWhoseOlderCopiesItNumbers) {
-    EngineWorld world;
+    EngineFixture world;
     const Lines items{L"A\\r.doc", L"B\\r.doc"};
     world.List(items, 3);
     for (int step = 1; step <= 3; ++step) {
@@ -292,7 +292,7 @@ TEST(LocationNumber, StaysWithTheItemWhoseOlderCopiesItNumbers) {
 
 // Deleting copy 1 takes its comment along, which frees the number.
 TEST(LocationNumber, IsFreeWithoutTheCommentThatNamesItsItem) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.Folder(L"B");
     world.tree.File(L"Store\\r«0002».doc", "A1");
     EXPECT_EQ(LocationOf(world, L"B\\r.doc"), 0);

@@ -5,7 +5,7 @@
 #include "platform/NamedLock.h"
 #include "platform/RuntimeError.h"
 #include "platform/WindowsHeader.h"
-#include "tests/engine/EngineWorld.h"
+#include "tests/engine/EngineFixture.h"
 #include "tests/engine/LeftOvers.h"
 #include "tests/support/OtherRun.h"
 
@@ -25,12 +25,12 @@ const std::wstring kWaiting = L"Waiting for another backup in: ~\\Store";
 const std::wstring kGivenUp = L"Skipped, another backup is using: ~\\Store";
 
 TEST(DestinationLock, IsHeldForTheTimeOfARun) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"a.txt", "a", Day(1));
     world.List({L"a.txt"});
     int asked = 0;
     world.world.files.OnOperation([&](const FileOperation& operation) {
-        if (operation.call != FileCall::Copy && operation.call != FileCall::Move) return;
+        if (operation.call != FileCall::Copy && operation.call != FileCall::Rename) return;
         ++asked;
         EXPECT_FALSE(IsFree(world.Store()));
         EXPECT_TRUE(IsFree(world.Path(L"Other")));
@@ -41,7 +41,7 @@ TEST(DestinationLock, IsHeldForTheTimeOfARun) {
 }
 
 TEST(DestinationLock, IsGivenBackWhenTheDestinationChanges) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.Folder(L"Second");
     world.tree.File(L"a.txt", "a", Day(1));
     world.ListText(L"~\\a.txt\r\nBackupTo: ~\\Second\r\n~\\a.txt\r\n");
@@ -55,7 +55,7 @@ TEST(DestinationLock, IsGivenBackWhenTheDestinationChanges) {
 }
 
 TEST(DestinationLock, IsGivenBackByARunThatFailsOrEndsTheProgram) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"a.txt", "a", Day(1));
     world.ListText(L"~\\a.txt\r\nBackupTo: ~\\Nowhere\r\n");
     world.world.boxes.Expect({});
@@ -64,13 +64,13 @@ TEST(DestinationLock, IsGivenBackByARunThatFailsOrEndsTheProgram) {
 
     world.List({L"a.txt"});
     world.tree.File(L"a.txt", "b", Day(2));
-    world.world.files.DieAtNth(1, OnlyCalls({FileCall::Move}));
+    world.world.files.DieAtNth(1, OnlyCalls({FileCall::Rename}));
     EXPECT_TRUE(world.Run().died);
     EXPECT_TRUE(IsFree(world.Store()));
 }
 
 TEST(DestinationLock, IsTheSameForEverySpellingOfTheFolder) {
-    EngineWorld world;
+    EngineFixture world;
     const std::wstring folder = world.tree.Folder(L"مخزن Store");
     const OtherRun other(folder);
     world.tree.Folder(L"Other");
@@ -83,7 +83,7 @@ TEST(DestinationLock, IsTheSameForEverySpellingOfTheFolder) {
 }
 
 TEST(BusyDestination, IsWaitedForAndThenUsed) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"a.txt", "a", Day(1));
     world.List({L"a.txt"});
     OtherRun other(world.Store());
@@ -96,7 +96,7 @@ TEST(BusyDestination, IsWaitedForAndThenUsed) {
 }
 
 TEST(BusyDestination, IsNotTouchedWhileItIsWaitedFor) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"a.txt", "a", Day(1));
     world.List({L"a.txt"});
     const std::wstring leftOver = LeftOverName(world, WorkingState::New, L"x", DeadProcess());
@@ -114,7 +114,7 @@ TEST(BusyDestination, IsNotTouchedWhileItIsWaitedFor) {
 }
 
 TEST(BusyDestination, IsGivenUpByASilentRunAfterTenMinutes) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"a.txt", "a", Day(1));
     world.tree.File(L"b.txt", "b", Day(1));
     world.List({L"a.txt", L"b.txt"});
@@ -130,7 +130,7 @@ TEST(BusyDestination, IsGivenUpByASilentRunAfterTenMinutes) {
 }
 
 TEST(BusyDestination, DoesNotKeepTheOthersOfAListFromTheirBackup) {
-    EngineWorld world;
+    EngineFixture world;
     const std::wstring second = world.tree.Folder(L"Second");
     world.tree.File(L"a.txt", "a", Day(1));
     world.ListText(L"~\\a.txt\r\nBackupTo: ~\\Second\r\n~\\a.txt\r\n");
@@ -141,7 +141,7 @@ TEST(BusyDestination, DoesNotKeepTheOthersOfAListFromTheirBackup) {
 }
 
 TEST(BusyDestination, IsTriedAgainByTheNextRun) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"a.txt", "a", Day(1));
     world.List({L"a.txt"});
     world.state.silentRun = true;
@@ -156,7 +156,7 @@ TEST(BusyDestination, IsTriedAgainByTheNextRun) {
 }
 
 TEST(BusyDestination, IsWaitedForWithoutEndByAUserWhoDoesNotCancel) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"a.txt", "a", Day(1));
     world.List({L"a.txt"});
     OtherRun other(world.Store());
@@ -168,13 +168,13 @@ TEST(BusyDestination, IsWaitedForWithoutEndByAUserWhoDoesNotCancel) {
 
 TEST(BusyDestination, IsNotWaitedForAfterACancel) {
     for (const bool silent : {false, true}) {
-        EngineWorld world;
+        EngineFixture world;
         world.tree.File(L"a.txt", "a", Day(1));
         world.List({L"a.txt"});
         world.state.silentRun = silent;
         const OtherRun other(world.Store());
         world.world.pump.AtEachYield([&] {
-            if (world.world.pump.Waited() >= kMinute) world.state.cancelRequested = true;
+            if (world.world.pump.Waited() >= kMinute) world.state.cancel.Request();
         });
         const RunResult result = world.Run();
         EXPECT_EQ(Joined(result.lines), Joined({kWaiting}));
@@ -185,7 +185,7 @@ TEST(BusyDestination, IsNotWaitedForAfterACancel) {
 }
 
 TEST(BusyDestination, IsToldInTheLanguageOfTheWindows) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"a.txt", "a", Day(1));
     world.List({L"a.txt"});
     world.state.silentRun = true;
@@ -199,7 +199,7 @@ TEST(BusyDestination, IsToldInTheLanguageOfTheWindows) {
 }
 
 TEST(BusyDestination, IsWaitedForByASingleItemToo) {
-    EngineWorld world;
+    EngineFixture world;
     const std::wstring file = world.tree.File(L"a.txt", "a", Day(1));
     world.state.silentRun = true;
     const OtherRun other(world.Store());
@@ -209,7 +209,7 @@ TEST(BusyDestination, IsWaitedForByASingleItemToo) {
 }
 
 TEST(BusyDestination, KeepsCopiesFromBeingRenamed) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"Store\\a«0001».txt", "a");
     world.state.silentRun = true;
     const OtherRun other(world.Store());
@@ -220,7 +220,7 @@ TEST(BusyDestination, KeepsCopiesFromBeingRenamed) {
 }
 
 TEST(BusyDestination, OfADeadThreadIsTakenOver) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"a.txt", "a", Day(1));
     world.List({L"a.txt"});
     OtherRun other(world.Store());
@@ -242,7 +242,7 @@ TEST(LockHolder, DISABLED_HoldsADestination) {
 }
 
 TEST(BusyDestination, OfAnotherProcessIsWaitedForUntilThatDies) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"a.txt", "a", Day(1));
     world.List({L"a.txt"});
     wchar_t program[MAX_PATH] = {};

@@ -18,14 +18,14 @@
 #include "tests/engine/BackupModel.h"
 #include "tests/support/Histories.h"
 #include "tests/support/TempTree.h"
-#include "tests/support/TestWorld.h"
+#include "tests/support/TestEnvironment.h"
 
 namespace vw {
 namespace {
 
 using test::BackupModel;
 using test::TempTree;
-using test::TestWorld;
+using test::TestEnvironment;
 using test::Tree;
 using Kind = BackupModel::Kind;
 
@@ -261,7 +261,7 @@ class History {
 
     std::mt19937 random_;
     TempTree tree_;
-    TestWorld world_;
+    TestEnvironment world_;
     BackupModel model_;
     int count_ = 3;
     int seconds_ = 0;

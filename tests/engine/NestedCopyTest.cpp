@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/RuntimeError.h"
-#include "tests/engine/EngineWorld.h"
+#include "tests/engine/EngineFixture.h"
 #include "tests/engine/LeftOvers.h"
 
 // The extension of a copy's name is taken from the whole path, so the copies of a folder (or of a
@@ -11,7 +11,7 @@ namespace vw::test {
 namespace {
 
 TEST(NestedCopy, OfAFolderBelowADottedFolderGoesThroughRotations) {
-    EngineWorld world;
+    EngineFixture world;
     world.List({L"Old.Files\\Work\\"}, 3);
     for (int step = 1; step <= 5; ++step) {
         world.tree.File(L"Old.Files\\Work\\a.txt", std::to_string(step), Day(step));
@@ -31,7 +31,7 @@ TEST(NestedCopy, OfAFolderBelowADottedFolderGoesThroughRotations) {
 }
 
 TEST(NestedCopy, OfAFileWithoutExtensionKeepsItsLocation) {
-    EngineWorld world;
+    EngineFixture world;
     world.List({L"j.smith\\README", L"j.jones\\README"}, 2);
     for (int step = 1; step <= 3; ++step) {
         world.tree.File(L"j.smith\\README", "s" + std::to_string(step), Day(step));
@@ -49,7 +49,7 @@ TEST(NestedCopy, OfAFileWithoutExtensionKeepsItsLocation) {
 }
 
 TEST(NestedCopy, OfEveryDepthIsMadeWithItsFolders) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"a.b\\c\\d\\e\\f.txt", "f", Day(1));
     world.List({L"a.b\\c\\d\\e\\"}, 1);
     for (int step = 1; step <= 2; ++step) {
@@ -61,7 +61,7 @@ TEST(NestedCopy, OfEveryDepthIsMadeWithItsFolders) {
 }
 
 TEST(NestedCopy, OfADottedFolderItselfIsPlain) {
-    EngineWorld world;
+    EngineFixture world;
     world.List({L"Old.Files\\", L"Old.Files\\*"});
     for (int step = 1; step <= 2; ++step) {
         world.tree.File(L"Old.Files\\a.txt", std::to_string(step), Day(step));
@@ -75,7 +75,7 @@ TEST(NestedCopy, OfADottedFolderItselfIsPlain) {
 }
 
 TEST(NestedCopy, SharesAFolderWithWhatBelongsThere) {
-    EngineWorld world;
+    EngineFixture world;
     // The copies of Old.Files\Work\ stand in a folder that is also named like a copy of "Work"
     // with the ending ".Files".
     world.tree.File(L"Old.Files\\Work\\a.txt", "nested", Day(1));
@@ -94,7 +94,7 @@ TEST(NestedCopy, SharesAFolderWithWhatBelongsThere) {
 }
 
 TEST(NestedCopy, LeavesNoEmptyFoldersWhenItLeavesTheSeries) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"Old.Files\\Work\\a.txt", "1", Day(1));
     world.tree.File(L"Store\\Work«0003».Files\\Work\\a.txt", "3");
     world.tree.File(L"Store\\Work«0005».Files\\Work\\a.txt", "5");
@@ -109,7 +109,7 @@ TEST(NestedCopy, LeavesNoEmptyFoldersWhenItLeavesTheSeries) {
 }
 
 TEST(NestedCopy, OfAVanishedItemIsRotatedToo) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"Old.Files\\Work\\a.txt", "1", Day(1));
     world.List({L"Old.Files\\Work\\"}, 2);
     world.Run();
@@ -122,7 +122,7 @@ TEST(NestedCopy, OfAVanishedItemIsRotatedToo) {
 }
 
 TEST(NestedCopy, ThatIsHeldUndoesTheRotation) {
-    EngineWorld world;
+    EngineFixture world;
     world.List({L"j.smith\\README"}, 3);
     for (int step = 1; step <= 2; ++step) {
         world.tree.File(L"j.smith\\README", std::to_string(step), Day(step));
@@ -142,7 +142,7 @@ TEST(NestedCopy, ThatIsHeldUndoesTheRotation) {
 }
 
 TEST(NestedCopy, IsRefusedWhereAFileTakesItsFolder) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"Old.Files\\Work\\a.txt", "1", Day(1));
     world.tree.File(L"Store\\Work«0001».Files", "a file");
     world.List({L"Old.Files\\Work\\"});

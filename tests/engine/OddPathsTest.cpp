@@ -4,13 +4,13 @@
 
 #include "platform/RuntimeError.h"
 #include "platform/WindowsHeader.h"
-#include "tests/engine/EngineWorld.h"
+#include "tests/engine/EngineFixture.h"
 
 namespace vw::test {
 namespace {
 
 TEST(OddPaths, BeyondTwoHundredAndSixtyCharactersAreBackedUp) {
-    EngineWorld world;
+    EngineFixture world;
     std::wstring deep = L"Work";
     for (int level = 0; level < 12; ++level) deep += L"\\" + std::wstring(60, L'd');
     world.tree.File(deep + L"\\a.txt", "deep", Day(1));
@@ -30,7 +30,7 @@ TEST(OddPaths, BeyondTwoHundredAndSixtyCharactersAreBackedUp) {
 
 // The name of the copy's comment is fourteen characters longer than the item's.
 TEST(OddPaths, WithLongNamesAreBackedUp) {
-    EngineWorld world;
+    EngineFixture world;
     const std::wstring name = std::wstring(235, L'n') + L".txt";
     world.tree.File(name, "long", Day(1));
     world.List({name});
@@ -41,7 +41,7 @@ TEST(OddPaths, WithLongNamesAreBackedUp) {
 
 TEST(OddPaths, WithNamesTooLongForACopyAreToldAndLeaveNothing) {
     for (const std::size_t length : {242U, 246U, 251U}) {
-        EngineWorld world;
+        EngineFixture world;
         const std::wstring name = std::wstring(length, L'n');
         world.tree.File(name + L".txt", "long", Day(1));
         world.tree.File(L"next.txt", "next", Day(1));
@@ -57,7 +57,7 @@ TEST(OddPaths, WithOddNamesComeBackUnchanged) {
                       L"O'Brien.txt",     L"ملف عربي.txt", L"日本語.txt",   L"«».txt",
                       L"x«0101»y.txt",    L".hidden",      L"a.b.c",        L"no extension",
                       L"\U0001F600.txt",  L"e\u0301.txt",  L"~$a&b@c`.txt", L"-n"};
-    EngineWorld world;
+    EngineFixture world;
     for (const std::wstring& name : names) {
         world.tree.File(L"Work\\" + name, world.world.ansi.Encode(name), Day(1));
     }
@@ -68,7 +68,7 @@ TEST(OddPaths, WithOddNamesComeBackUnchanged) {
     EXPECT_EQ(ReadTree(world.Store(L"Work«0001»")), source);
 
     for (const std::wstring& name : names) {
-        EngineWorld single;
+        EngineFixture single;
         const std::wstring file = single.tree.File(L"Work\\" + name, "1", Day(1));
         const RunResult first = single.With([&](CPackage& engine) { engine.BackupItem(file); });
         EXPECT_EQ(Joined(first.lines), Joined(BackedUp(L"~\\Work\\" + name)));
@@ -81,7 +81,7 @@ TEST(OddPaths, WithOddNamesComeBackUnchanged) {
 }
 
 TEST(OddPaths, WithReadOnlyFilesKeepRotating) {
-    EngineWorld world;
+    EngineFixture world;
     world.List({L"a.txt", L"Work\\"}, 2);
     for (int step = 1; step <= 4; ++step) {
         for (const wchar_t* file : {L"a.txt", L"Work\\b.txt"}) {
@@ -102,7 +102,7 @@ TEST(OddPaths, WithReadOnlyFilesKeepRotating) {
 }
 
 TEST(OddPaths, WithHiddenAndSystemFilesAreBackedUp) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"Work\\hidden.txt", "h", Day(1));
     world.tree.File(L"Work\\Hidden folder\\s.txt", "s", Day(2));
     world.tree.SetAttributes(L"Work\\hidden.txt", FILE_ATTRIBUTE_HIDDEN);
@@ -116,7 +116,7 @@ TEST(OddPaths, WithHiddenAndSystemFilesAreBackedUp) {
 }
 
 TEST(OddPaths, TypedOddlyAreTheSameItem) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"Work\\Sub\\a.txt", "a", Day(1));
     world.List({L"Work\\Sub\\"});
     world.Run();
@@ -128,7 +128,7 @@ TEST(OddPaths, TypedOddlyAreTheSameItem) {
 }
 
 TEST(OddPaths, OfAFolderTypedAsAFileFail) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"Work\\a.txt", "a", Day(1));
     world.List({L"Work"});
     world.ExpectRun({L"Backing: ~\\Work", L"* Backing: ~\\Work", L"! 53 BackupFile ~\\Work"});
@@ -136,7 +136,7 @@ TEST(OddPaths, OfAFolderTypedAsAFileFail) {
 }
 
 TEST(OddPaths, OfAFileTypedAsAFolderFail) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"a.txt", "a", Day(1));
     world.List({L"a.txt\\", L"a.txt\\*"});
     world.ExpectRun({L"Backing: ~\\a.txt\\", L"! 76 BackupPath ~\\a.txt\\", L"Backing: ~\\a.txt",
@@ -145,7 +145,7 @@ TEST(OddPaths, OfAFileTypedAsAFolderFail) {
 }
 
 TEST(OddPaths, OfLargeFilesAreCopiedWhole) {
-    EngineWorld world;
+    EngineFixture world;
     std::string bytes(3 * 1024 * 1024 + 17, '\0');
     for (std::size_t i = 0; i < bytes.size(); ++i) bytes[i] = static_cast<char>(i * 2654435761U);
     world.tree.File(L"large.bin", bytes, Day(1));

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/RuntimeError.h"
-#include "tests/engine/EngineWorld.h"
+#include "tests/engine/EngineFixture.h"
 
 namespace vw::test {
 namespace {
@@ -11,7 +11,7 @@ namespace {
 /// Calls the builder and keeps what it handed to the shell.
 class Packer {
   public:
-    explicit Packer(EngineWorld& world) : world_(world) {}
+    explicit Packer(EngineFixture& world) : world_(world) {}
 
     RunResult Call(const std::wstring& archive, const std::wstring& files,
                    const std::wstring& workingFolder, bool continued, bool finished) {
@@ -28,15 +28,15 @@ class Packer {
     Lines opened;
 
   private:
-    EngineWorld& world_;
+    EngineFixture& world_;
 };
 
-std::string Own(const EngineWorld& world, std::wstring_view name) {
+std::string Own(const EngineFixture& world, std::wstring_view name) {
     return world.world.ansi.Encode(world.Path(L"App") + std::wstring(name));
 }
 
 TEST(PackerBatch, BeginsWithThePathOfThePacker) {
-    EngineWorld world;
+    EngineFixture world;
     Packer packer(world);
     packer.Call(L"", L"", L"", false, false);
     EXPECT_EQ(packer.Batch(), "@echo off\r\nPath \"" + Own(world, L"") + "\"\r\n");
@@ -44,7 +44,7 @@ TEST(PackerBatch, BeginsWithThePathOfThePacker) {
 }
 
 TEST(PackerBatch, BeginsAnewEachTime) {
-    EngineWorld world;
+    EngineFixture world;
     Packer packer(world);
     packer.Call(L"a", L"b", L"", false, false);
     packer.Call(L"a", L"b", L"", true, false);
@@ -54,7 +54,7 @@ TEST(PackerBatch, BeginsAnewEachTime) {
 }
 
 TEST(PackerBatch, RemovesTheMarkOfAnEarlierCancel) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"App\\Cancel.txt", "cancel");
     Packer packer(world);
     packer.Call(L"", L"", L"", false, false);
@@ -62,7 +62,7 @@ TEST(PackerBatch, RemovesTheMarkOfAnEarlierCancel) {
 }
 
 TEST(PackerBatch, LeavesTheMarkOfACancelToItsSteps) {
-    EngineWorld world;
+    EngineFixture world;
     Packer packer(world);
     packer.Call(L"", L"", L"", false, false);
     world.tree.File(L"App\\Cancel.txt", "cancel");
@@ -72,7 +72,7 @@ TEST(PackerBatch, LeavesTheMarkOfACancelToItsSteps) {
 }
 
 TEST(PackerBatch, AddsAStepPerPacking) {
-    EngineWorld world;
+    EngineFixture world;
     Packer packer(world);
     packer.Call(L"", L"", L"", false, false);
     packer.Call(L"D:\\Store\\a b.pkg", L"*.txt", L"D:\\My work", true, false);
@@ -89,7 +89,7 @@ TEST(PackerBatch, AddsAStepPerPacking) {
 }
 
 TEST(PackerBatch, EndsWithTheLabelAndIsStarted) {
-    EngineWorld world;
+    EngineFixture world;
     Packer packer(world);
     packer.Call(L"", L"", L"", false, false);
     const std::string start = packer.Batch();
@@ -99,7 +99,7 @@ TEST(PackerBatch, EndsWithTheLabelAndIsStarted) {
 }
 
 TEST(PackerBatch, IsWrittenInTheCodePage) {
-    EngineWorld world;
+    EngineFixture world;
     Packer packer(world);
     packer.Call(L"", L"", L"", false, false);
     packer.Call(L"ملف.pkg", L"x", L"", true, false);
@@ -107,7 +107,7 @@ TEST(PackerBatch, IsWrittenInTheCodePage) {
 }
 
 TEST(PackerBatch, ThatCannotBeWrittenIsToldAndNotStarted) {
-    EngineWorld world;
+    EngineFixture world;
     Packer packer(world);
     packer.Call(L"", L"", L"", false, false);
     world.world.files.FailNth(1, error_number::kDiskFull, OnlyCalls({FileCall::Write}));
@@ -117,7 +117,7 @@ TEST(PackerBatch, ThatCannotBeWrittenIsToldAndNotStarted) {
 }
 
 TEST(PackerBatch, StepWithoutABatchFile_MakesOne) {
-    EngineWorld world;
+    EngineFixture world;
     Packer packer(world);
     const RunResult result = packer.Call(L"a.pkg", L"b", L"", true, false);
     EXPECT_EQ(Joined(result.lines), Joined({}));

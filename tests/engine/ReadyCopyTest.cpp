@@ -2,7 +2,7 @@
 
 #include "platform/RuntimeError.h"
 #include "platform/WindowsHeader.h"
-#include "tests/engine/EngineWorld.h"
+#include "tests/engine/EngineFixture.h"
 #include "tests/engine/LeftOvers.h"
 
 // What runs that were killed left in a destination, state by state, and what the next run makes of
@@ -14,7 +14,7 @@ namespace {
 const Lines kCompleted{L"Completed an interrupted copy: ~\\a.txt"};
 
 // Copies 1 to 3 hold "3", "2", "1"; the item is "4" by now.
-void MakeSeries(EngineWorld& world) {
+void MakeSeries(EngineFixture& world) {
     world.List({L"a.txt"}, 3);
     for (int step = 1; step <= 4; ++step) {
         world.tree.File(L"a.txt", std::to_string(step), Day(step));
@@ -22,7 +22,7 @@ void MakeSeries(EngineWorld& world) {
     }
 }
 
-void MoveInStore(const EngineWorld& world, const std::wstring& from, const std::wstring& to) {
+void MoveInStore(const EngineFixture& world, const std::wstring& from, const std::wstring& to) {
     world.tree.File(L"Store\\" + to, ReadBytes(world.Store(from)));
     world.tree.Remove(L"Store\\" + from);
 }
@@ -33,7 +33,7 @@ const Listing kFinished{{L"a«0001».txt", "4"}, {L"a«0002».txt", "3"}, {L"a«
 class ReadyCopy : public testing::TestWithParam<int> {};
 
 TEST_P(ReadyCopy, IsFinishedFromEveryState) {
-    EngineWorld world;
+    EngineFixture world;
     MakeSeries(world);
     const ProcessTag dead = DeadProcess();
     const int steps = GetParam();
@@ -67,7 +67,7 @@ INSTANTIATE_TEST_SUITE_P(AfterSteps, ReadyCopy, testing::Range(0, 6));
 // The comment of the first letter cannot be replaced, after its old copies made room. Its place is
 // empty then, but the other letter must not take it and drive out the copies of the first.
 TEST(ReadyCopyOfThisRun, KeepsItsPlaceFromAnotherItemOfItsName) {
-    EngineWorld world;
+    EngineFixture world;
     world.List({L"a.txt", L"Old\\a.txt"}, 3);
     for (int step = 1; step <= 4; ++step) {
         world.tree.File(L"a.txt", std::to_string(step), Day(step));
@@ -95,7 +95,7 @@ TEST(ReadyCopyOfThisRun, KeepsItsPlaceFromAnotherItemOfItsName) {
 }
 
 TEST(ReadyCopyOfAKilledRun, IsFollowedByANewOneWhenTheItemChangedSince) {
-    EngineWorld world;
+    EngineFixture world;
     MakeSeries(world);
     world.tree.File(L"Store\\" + LeftOverName(world, WorkingState::Ready, L"a.txt", DeadProcess(),
                                               MakeDate(Day(4))),
@@ -107,7 +107,7 @@ TEST(ReadyCopyOfAKilledRun, IsFollowedByANewOneWhenTheItemChangedSince) {
 }
 
 TEST(ReadyCopyOfAKilledRun, IsFinishedForAnItemThatVanished) {
-    EngineWorld world;
+    EngineFixture world;
     MakeSeries(world);
     world.tree.File(L"Store\\" + LeftOverName(world, WorkingState::Ready, L"a.txt", DeadProcess(),
                                               MakeDate(Day(4))),
@@ -120,7 +120,7 @@ TEST(ReadyCopyOfAKilledRun, IsFinishedForAnItemThatVanished) {
 }
 
 TEST(ReadyCopyOfAKilledRun, IsToldInTheLanguageOfTheWindows) {
-    EngineWorld world;
+    EngineFixture world;
     MakeSeries(world);
     world.state.arabic = true;
     world.tree.File(L"Store\\" + LeftOverName(world, WorkingState::Ready, L"a.txt", DeadProcess(),
@@ -130,7 +130,7 @@ TEST(ReadyCopyOfAKilledRun, IsToldInTheLanguageOfTheWindows) {
 }
 
 TEST(ReadyCopyOfAKilledRun, ShiftsOnlyTheCopiesBelowTheLowestGap) {
-    EngineWorld world;
+    EngineFixture world;
     MakeSeries(world);
     world.List({L"a.txt"}, 5);
     MoveInStore(world, L"a«0003».txt", L"a«0004».txt");
@@ -145,7 +145,7 @@ TEST(ReadyCopyOfAKilledRun, ShiftsOnlyTheCopiesBelowTheLowestGap) {
 }
 
 TEST(ReadyCopyOfAKilledRun, ReplacesCopyOneWhenTheCountIsZero) {
-    EngineWorld world;
+    EngineFixture world;
     MakeSeries(world);
     world.List({L"a.txt"}, 0);
     world.tree.File(L"Store\\" + LeftOverName(world, WorkingState::Ready, L"a.txt", DeadProcess(),
@@ -157,7 +157,7 @@ TEST(ReadyCopyOfAKilledRun, ReplacesCopyOneWhenTheCountIsZero) {
 }
 
 TEST(ReadyCopyOfAKilledRun, StaysUntilAHeldCopyLetsGo) {
-    EngineWorld world;
+    EngineFixture world;
     MakeSeries(world);
     world.tree.File(L"Store\\" + LeftOverName(world, WorkingState::Ready, L"a.txt", DeadProcess(),
                                               MakeDate(Day(4))),
@@ -179,7 +179,7 @@ TEST(ReadyCopyOfAKilledRun, StaysUntilAHeldCopyLetsGo) {
 }
 
 TEST(ReadyCopyOfAKilledRun, OfAFolderBelowADottedFolderIsFinished) {
-    EngineWorld world;
+    EngineFixture world;
     const std::wstring item = L"Old.Files\\Work\\";
     world.List({item}, 2);
     for (int step = 1; step <= 3; ++step) {
@@ -200,7 +200,7 @@ TEST(ReadyCopyOfAKilledRun, OfAFolderBelowADottedFolderIsFinished) {
 }
 
 TEST(ReadyCopyOfAKilledRun, OfARuleIsFinishedForTheRule) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"Work\\a.txt", "a", Day(1));
     world.List({L"Work\\*"});
     const std::wstring ready =
@@ -211,7 +211,7 @@ TEST(ReadyCopyOfAKilledRun, OfARuleIsFinishedForTheRule) {
 }
 
 TEST(ReadyCopyOfAKilledRun, WaitsWhileItsItemIsNotInTheList) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"A\\a.txt", "A", Day(1));
     world.tree.File(L"B\\a.txt", "B", Day(1));
     const std::wstring ready =
@@ -229,7 +229,7 @@ TEST(ReadyCopyOfAKilledRun, WaitsWhileItsItemIsNotInTheList) {
 }
 
 TEST(ReadyCopyOfAKilledRun, KeepsTheDateThatTheItemHad) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"a.txt", "1", Day(7));
     world.List({L"a.txt"});  // the copy's own date tells nothing
     world.tree.File(L"Store\\" + LeftOverName(world, WorkingState::Ready, L"a.txt", DeadProcess(),
@@ -263,7 +263,7 @@ class LeftOver : public testing::TestWithParam<Owner> {
 };
 
 TEST_P(LeftOver, IsRemovedOnlyWhenItsProcessIsGone) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"other.txt", "x", Day(1));
     world.List({L"other.txt"});
     for (const WorkingState state : {WorkingState::New, WorkingState::Old}) {
@@ -280,7 +280,7 @@ TEST_P(LeftOver, IsRemovedOnlyWhenItsProcessIsGone) {
 }
 
 TEST_P(LeftOver, ThatIsReadyIsFinishedOnlyWhenItsProcessIsGone) {
-    EngineWorld world;
+    EngineFixture world;
     MakeSeries(world);
     const std::wstring ready =
         LeftOverName(world, WorkingState::Ready, L"a.txt", Tag(), MakeDate(Day(4)));
@@ -298,7 +298,7 @@ INSTANTIATE_TEST_SUITE_P(OfAProcess, LeftOver,
                          [](const auto& info) { return std::string(info.param.name); });
 
 TEST(LeftOverOfADeadProcess, ThatIsHeldWaitsForALaterRun) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"other.txt", "x", Day(1));
     world.List({L"other.txt"});
     const std::wstring name = LeftOverName(world, WorkingState::New, L"a.txt", DeadProcess());
@@ -313,7 +313,7 @@ TEST(LeftOverOfADeadProcess, ThatIsHeldWaitsForALaterRun) {
 }
 
 TEST(LeftOverOfADeadProcess, WithReadOnlyFilesIsRemoved) {
-    EngineWorld world;
+    EngineFixture world;
     world.List({});
     world.tree.File(L"other.txt", "x", Day(1));
     world.List({L"other.txt"});
@@ -330,7 +330,7 @@ TEST(LeftOverOfADeadProcess, WithReadOnlyFilesIsRemoved) {
 TEST(CopyThatIsGivenUp, IsNeverFinishedFromWhatIsLeftOfIt) {
     int points = 0;
     for (int n = 1;; ++n) {
-        EngineWorld world;
+        EngineFixture world;
         world.List({L"Work\\"}, 2);
         const auto edit = [&](int step) {
             for (const wchar_t* file : {L"a.txt", L"b.txt", L"Sub\\c.txt"}) {
@@ -353,7 +353,7 @@ TEST(CopyThatIsGivenUp, IsNeverFinishedFromWhatIsLeftOfIt) {
         if (!died) break;
         ++points;
         SCOPED_TRACE("killed at change " + std::to_string(n));
-        HandOver(world, DeadProcess());
+        UpdateControls(world, DeadProcess());
         EXPECT_EQ(world.Run().exitCode, 0);
         EXPECT_EQ(ReadTree(world.Store(L"Work«0001»")), ReadTree(world.Path(L"Work")));
         const std::string second = ReadBytes(world.Store(L"Work«0002»\\b.txt"));
@@ -368,7 +368,7 @@ TEST(CopyThatIsGivenUp, IsNeverFinishedFromWhatIsLeftOfIt) {
 TEST(RunOfAnotherComputer, IsNotDisturbedAtAnyPoint) {
     int points = 0;
     for (int n = 1;; ++n) {
-        EngineWorld world;
+        EngineFixture world;
         MakeSeries(world);
         world.world.files.DieAtNth(n, OnlyChanges());
         world.Run();
@@ -377,7 +377,7 @@ TEST(RunOfAnotherComputer, IsNotDisturbedAtAnyPoint) {
         if (!died) break;
         ++points;
         SCOPED_TRACE("stands still at change " + std::to_string(n));
-        HandOver(world, ProcessElsewhere());
+        UpdateControls(world, ProcessElsewhere());
         const Lines theirs = LeftOvers(world);
         EXPECT_EQ(world.Run().exitCode, 0);
         EXPECT_EQ(LeftOvers(world), theirs);

@@ -1,14 +1,14 @@
 #include <gtest/gtest.h>
 
 #include "platform/RuntimeError.h"
-#include "tests/engine/EngineWorld.h"
+#include "tests/engine/EngineFixture.h"
 #include "tests/support/WineBridge.h"
 
 namespace vw::test {
 namespace {
 
 // Everything below the world's folder that a run must not change.
-void ExpectRefused(EngineWorld& world, const std::wstring& item, const std::wstring& shown) {
+void ExpectRefused(EngineFixture& world, const std::wstring& item, const std::wstring& shown) {
     world.ListText(L"BackupTo: " + world.state.BackupTo + L"\r\n" + item + L"\r\n");
     const Tree before = ReadTree(world.Path());
     const RunResult result = world.Run();
@@ -18,14 +18,14 @@ void ExpectRefused(EngineWorld& world, const std::wstring& item, const std::wstr
 }
 
 TEST(Refusal, OfTheDestinationItself) {
-    EngineWorld world;
+    EngineFixture world;
     ExpectRefused(world, L"~\\Store\\", L"~\\Store\\");
     ExpectRefused(world, L"~\\Store\\*", L"~\\Store");
     ExpectRefused(world, L"~\\Store", L"~\\Store");
 }
 
 TEST(Refusal, OfWhatLiesInTheDestination) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"Store\\a.txt");
     world.tree.File(L"Store\\Sub\\b.txt");
     ExpectRefused(world, L"~\\Store\\a.txt", L"~\\Store\\a.txt");
@@ -34,7 +34,7 @@ TEST(Refusal, OfWhatLiesInTheDestination) {
 }
 
 TEST(Refusal, OfWhatContainsTheDestination) {
-    EngineWorld world;
+    EngineFixture world;
     ExpectRefused(world, L"~\\", L"~\\");
     ExpectRefused(world, L"~\\*", L"~");
     const std::wstring root = world.Path().substr(0, 3);
@@ -43,7 +43,7 @@ TEST(Refusal, OfWhatContainsTheDestination) {
 
 // Neither path shows that they meet; without an end the copy would be copied into itself.
 TEST(Refusal, OfWhatLeadsToTheDestinationByALink) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"Disk\\a.txt", "a", Day(1));
     world.state.BackupTo = world.tree.Folder(L"Disk\\Sub\\Vault");
     ASSERT_TRUE(MakeLink(world.Path(L"Link"), world.Path(L"Disk"), true));
@@ -56,7 +56,7 @@ TEST(Refusal, OfWhatLeadsToTheDestinationByALink) {
 }
 
 TEST(Refusal, OfWhatMerelyBeginsLikeTheDestination) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"Store2\\a.txt");
     world.tree.File(L"Storehouse.txt");
     ExpectRefused(world, L"~\\Store2\\a.txt", L"~\\Store2\\a.txt");
@@ -65,7 +65,7 @@ TEST(Refusal, OfWhatMerelyBeginsLikeTheDestination) {
 }
 
 TEST(Refusal, OfWhatTheDestinationBeginsLike) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"St");
     ExpectRefused(world, L"~\\St", L"~\\St");
     // With its final separator the name of a folder is no beginning of the destination's.
@@ -77,7 +77,7 @@ TEST(Refusal, OfWhatTheDestinationBeginsLike) {
 }
 
 TEST(Refusal, TakesCharactersOfTheDestinationForAPattern) {
-    EngineWorld world;
+    EngineFixture world;
     world.state.BackupTo = world.tree.Folder(L"St[aou]re #");
     world.tree.File(L"Stare 7\\a.txt");
     world.tree.File(L"Store 77.txt");
@@ -89,7 +89,7 @@ TEST(Refusal, TakesCharactersOfTheDestinationForAPattern) {
 }
 
 TEST(Refusal, TakesCharactersOfTheItemForAPattern) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"S[st]ore");
     ExpectRefused(world, L"~\\S[st]ore", L"~\\S[st]ore");
     world.tree.Remove(L"S[st]ore");
@@ -98,7 +98,7 @@ TEST(Refusal, TakesCharactersOfTheItemForAPattern) {
 }
 
 TEST(Refusal, IsNotMissedForAPatternCharacterInTheDestination) {
-    EngineWorld world;
+    EngineFixture world;
     world.state.BackupTo = world.tree.Folder(L"Data [1]\\Store #2");
     world.tree.File(L"Data [1]\\Store #2\\a.txt");
     ExpectRefused(world, L"~\\Data [1]\\", L"~\\Data [1]\\");
@@ -108,7 +108,7 @@ TEST(Refusal, IsNotMissedForAPatternCharacterInTheDestination) {
 }
 
 TEST(Refusal, IsNotMissedForADetourInThePath) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"Store\\a.txt");
     world.tree.Folder(L"Other");
     ExpectRefused(world, L"~\\Other\\..\\Store\\a.txt", L"~\\Other\\..\\Store\\a.txt");
@@ -116,13 +116,13 @@ TEST(Refusal, IsNotMissedForADetourInThePath) {
 }
 
 TEST(Refusal, DoesNotConcernWhatIsMissing) {
-    EngineWorld world;
+    EngineFixture world;
     world.List({L"Store\\none.txt"});
     world.ExpectRun(Missing(L"~\\Store\\none.txt") + NoChange(L"~\\Store\\none.txt"));
 }
 
 TEST(Refusal, LetsTheRunGoOn) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"a.txt", "a", Day(1));
     world.List({L"Store\\", L"a.txt"});
     world.ExpectRun(Refused(L"~\\Store\\") + BackedUp(L"~\\a.txt"));
@@ -130,7 +130,7 @@ TEST(Refusal, LetsTheRunGoOn) {
 
 TEST(ImpossibleCopyName, OfADriveIsRefusedWithoutMakingAnything) {
     // The destination lies on another drive than the item.
-    EngineWorld world;
+    EngineFixture world;
     const std::wstring drive = world.Path().substr(0, 1) == L"Z" ? L"C:" : L"Z:";
     if (!Exists(drive + L"\\")) GTEST_SKIP() << "no second drive here";
     world.drive.shownEmpty = {drive, drive + L"\\"};
@@ -142,7 +142,7 @@ TEST(ImpossibleCopyName, OfADriveIsRefusedWithoutMakingAnything) {
 }
 
 TEST(MissingItem, WithAMaskIsReportedLikeAnyOther) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"Work\\a.txt", "a", Day(1));
     for (const wchar_t* mask : {L"*.txt", L"a*", L"a?.txt*", L"a?.txt", L"<a>", L"a|b.txt"}) {
         const std::wstring item = std::wstring(L"~\\Work\\") + mask;
@@ -153,7 +153,7 @@ TEST(MissingItem, WithAMaskIsReportedLikeAnyOther) {
 }
 
 TEST(MissingItem, OfAStreamIsReportedLikeAnyOther) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"a.txt", "a", Day(1));
     world.ListText(L"BackupTo: ~\\Store\r\n~\\a.txt:stream\r\n");
     world.ExpectRun(Missing(L"~\\a.txt:stream") + NoChange(L"~\\a.txt:stream"));
@@ -162,7 +162,7 @@ TEST(MissingItem, OfAStreamIsReportedLikeAnyOther) {
 
 // The copy's name begins with a folder that is longer than any disk takes.
 TEST(ImpossibleCopyName, WithATooLongFolderIsRefused) {
-    EngineWorld world;
+    EngineFixture world;
     const std::wstring item =
         L"a." + std::wstring(120, L'X') + L"\\" + std::wstring(130, L'n') + L"\\";
     world.tree.File(item + L"f.txt", "1", Day(1));

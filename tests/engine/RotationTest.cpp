@@ -4,14 +4,14 @@
 
 #include "platform/RuntimeError.h"
 #include "platform/WindowsHeader.h"
-#include "tests/engine/EngineWorld.h"
+#include "tests/engine/EngineFixture.h"
 #include "tests/engine/LeftOvers.h"
 
 namespace vw::test {
 namespace {
 
 // Copies of the item "a.txt" with these numbers, each with its number as content.
-void MakeCopies(const EngineWorld& world, const std::vector<int>& numbers) {
+void MakeCopies(const EngineFixture& world, const std::vector<int>& numbers) {
     for (const int number : numbers) {
         const std::wstring digits = (number < 10 ? L"0" : L"") + std::to_wstring(number);
         world.tree.File(L"Store\\a«00" + digits + L"».txt", std::to_string(number), Day(number));
@@ -19,7 +19,7 @@ void MakeCopies(const EngineWorld& world, const std::vector<int>& numbers) {
 }
 
 // The item is there and new; its copy 1, if any, has its comment.
-void MakeNewItem(EngineWorld& world) {
+void MakeNewItem(EngineFixture& world) {
     world.tree.File(L"a.txt", "new", Day(99));
     world.tree.File(L"Store\\a«0001».txt.vwc",
                     "Backed Files Date Last Modified:01/01/2001-01:01:01+Original Location:" +
@@ -27,7 +27,7 @@ void MakeNewItem(EngineWorld& world) {
 }
 
 TEST(Rotation, ShiftsTheSeriesAndDropsTheOldest) {
-    EngineWorld world;
+    EngineFixture world;
     world.List({L"a.txt"}, 3);
     for (int step = 1; step <= 5; ++step) {
         world.tree.File(L"a.txt", std::to_string(step), Day(step));
@@ -38,7 +38,7 @@ TEST(Rotation, ShiftsTheSeriesAndDropsTheOldest) {
 }
 
 TEST(Rotation, WithOneCopyReplacesIt) {
-    EngineWorld world;
+    EngineFixture world;
     world.List({L"a.txt", L"Work\\"}, 1);
     for (int step = 1; step <= 3; ++step) {
         world.tree.File(L"a.txt", std::to_string(step), Day(step));
@@ -52,7 +52,7 @@ TEST(Rotation, WithOneCopyReplacesIt) {
 
 TEST(Rotation, WithoutACountIsRefusedAndCopyOneReplaced) {
     for (const int count : {0, -1, -32768}) {
-        EngineWorld world;
+        EngineFixture world;
         MakeCopies(world, {1, 2, 3});
         MakeNewItem(world);
         world.List({L"a.txt"}, count);
@@ -66,7 +66,7 @@ TEST(Rotation, WithoutACountIsRefusedAndCopyOneReplaced) {
 }
 
 TEST(Rotation, WithoutACountKeepsCopyOneWhenTheNewOneFails) {
-    EngineWorld world;
+    EngineFixture world;
     MakeCopies(world, {1, 2});
     MakeNewItem(world);
     world.List({L"a.txt"}, 0);
@@ -77,7 +77,7 @@ TEST(Rotation, WithoutACountKeepsCopyOneWhenTheNewOneFails) {
 }
 
 TEST(Rotation, DoesNotCloseAGap) {
-    EngineWorld world;
+    EngineFixture world;
     MakeCopies(world, {1, 2, 4});
     MakeNewItem(world);
     world.List({L"a.txt"}, 4);
@@ -87,7 +87,7 @@ TEST(Rotation, DoesNotCloseAGap) {
 }
 
 TEST(Rotation, MovesEveryCopyAcrossAGap) {
-    EngineWorld world;
+    EngineFixture world;
     MakeCopies(world, {1, 3, 5});
     MakeNewItem(world);
     world.List({L"a.txt"}, 7);
@@ -99,7 +99,7 @@ TEST(Rotation, MovesEveryCopyAcrossAGap) {
 }
 
 TEST(Rotation, WithoutCopyOneStillMovesTheOthers) {
-    EngineWorld world;
+    EngineFixture world;
     MakeCopies(world, {2, 3});
     MakeNewItem(world);
     world.List({L"a.txt"}, 3);
@@ -108,7 +108,7 @@ TEST(Rotation, WithoutCopyOneStillMovesTheOthers) {
 }
 
 TEST(Rotation, LeavesCopiesAboveALoweredCountAlone) {
-    EngineWorld world;
+    EngineFixture world;
     MakeCopies(world, {1, 2, 3, 4, 5});
     MakeNewItem(world);
     world.List({L"a.txt"}, 3);
@@ -121,7 +121,7 @@ TEST(Rotation, LeavesCopiesAboveALoweredCountAlone) {
 }
 
 TEST(Rotation, FillsUpToARaisedCount) {
-    EngineWorld world;
+    EngineFixture world;
     MakeCopies(world, {1, 2});
     MakeNewItem(world);
     world.List({L"a.txt"}, 20);
@@ -131,7 +131,7 @@ TEST(Rotation, FillsUpToARaisedCount) {
 }
 
 TEST(Rotation, GoesBeyondNinetyNineCopies) {
-    EngineWorld world;
+    EngineFixture world;
     MakeCopies(world, {1, 99, 100});
     MakeNewItem(world);
     world.List({L"a.txt"}, 200);
@@ -143,7 +143,7 @@ TEST(Rotation, GoesBeyondNinetyNineCopies) {
 }
 
 TEST(Rotation, LeavesCommentsWhereTheyAre) {
-    EngineWorld world;
+    EngineFixture world;
     world.List({L"a.txt"});
     for (int step = 1; step <= 3; ++step) {
         world.tree.File(L"a.txt", std::to_string(step), Day(step));
@@ -159,7 +159,7 @@ TEST(Rotation, LeavesCommentsWhereTheyAre) {
 }
 
 TEST(Rotation, KeepsOtherItemsAndLocationsApart) {
-    EngineWorld world;
+    EngineFixture world;
     MakeCopies(world, {1, 2, 3});
     MakeNewItem(world);
     world.tree.File(L"Store\\a«0101».txt", "other place");
@@ -178,7 +178,7 @@ TEST(Rotation, KeepsOtherItemsAndLocationsApart) {
 }
 
 TEST(Rotation, SharesTheSeriesOfAFileAndAFolderOfOneName) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"Work\\a.txt", "folder", Day(1));
     world.List({L"Work\\"});
     world.Run();
@@ -201,7 +201,7 @@ TEST(Rotation, SharesTheSeriesOfAFileAndAFolderOfOneName) {
 }
 
 TEST(Rotation, DropsAFolderCopyWithReadOnlyFilesInIt) {
-    EngineWorld world;
+    EngineFixture world;
     world.List({L"Work\\"}, 1);
     world.tree.File(L"Work\\Sub\\a.txt", "1", Day(1));
     world.tree.SetAttributes(L"Work\\Sub\\a.txt", FILE_ATTRIBUTE_READONLY);
@@ -215,7 +215,7 @@ TEST(Rotation, DropsAFolderCopyWithReadOnlyFilesInIt) {
 class HeldCopy : public testing::TestWithParam<int> {};
 
 TEST_P(HeldCopy, UndoesTheRotationAndGivesTheItemUp) {
-    EngineWorld world;
+    EngineFixture world;
     MakeCopies(world, {1, 2, 3, 4});
     MakeNewItem(world);
     world.List({L"a.txt"}, 3);
@@ -245,7 +245,7 @@ TEST_P(HeldCopy, UndoesTheRotationAndGivesTheItemUp) {
 INSTANTIATE_TEST_SUITE_P(OfTheSeries, HeldCopy, testing::Values(1, 2, 3));
 
 TEST(Rotation, ThatFailsDoesNotKeepTheRunFromTheNextItem) {
-    EngineWorld world;
+    EngineFixture world;
     MakeCopies(world, {1});
     MakeNewItem(world);
     world.tree.File(L"b.txt", "b", Day(1));
@@ -257,7 +257,7 @@ TEST(Rotation, ThatFailsDoesNotKeepTheRunFromTheNextItem) {
 }
 
 TEST(Rotation, TakesNoNoticeOfAHeldCopyBeyondTheCount) {
-    EngineWorld world;
+    EngineFixture world;
     MakeCopies(world, {1, 2, 3, 4});
     MakeNewItem(world);
     world.List({L"a.txt"}, 3);
@@ -266,7 +266,7 @@ TEST(Rotation, TakesNoNoticeOfAHeldCopyBeyondTheCount) {
 }
 
 TEST(Rotation, ThatFailsWithoutACopyOneStillMakesIt) {
-    EngineWorld world;
+    EngineFixture world;
     MakeCopies(world, {2, 3});
     MakeNewItem(world);
     world.List({L"a.txt"}, 4);
@@ -278,7 +278,7 @@ TEST(Rotation, ThatFailsWithoutACopyOneStillMakesIt) {
 }
 
 TEST(RenamePackages, ShiftsTheCopiesByItself) {
-    EngineWorld world;
+    EngineFixture world;
     MakeCopies(world, {1, 2, 3});
     world.state.copiesCount = 3;
     const std::wstring item = world.Path(L"a.txt");
@@ -289,7 +289,7 @@ TEST(RenamePackages, ShiftsTheCopiesByItself) {
 }
 
 TEST(RenamePackages, WithoutCopiesDoesNothing) {
-    EngineWorld world;
+    EngineFixture world;
     bool moved = false;
     world.With([&](CPackage& engine) { moved = engine.RenamePackages(world.Path(L"a.txt"), 0); });
     EXPECT_TRUE(moved);
@@ -297,7 +297,7 @@ TEST(RenamePackages, WithoutCopiesDoesNothing) {
 }
 
 TEST(RenamePackages, TellsThatACountOfZeroIsRefused) {
-    EngineWorld world;
+    EngineFixture world;
     MakeCopies(world, {1});
     world.state.copiesCount = 0;
     bool moved = true;
@@ -309,7 +309,7 @@ TEST(RenamePackages, TellsThatACountOfZeroIsRefused) {
 }
 
 TEST(RenamePackages, TakesTheCopiesOfTheGivenLocation) {
-    EngineWorld world;
+    EngineFixture world;
     MakeCopies(world, {1});
     world.tree.File(L"Store\\a«0701».txt", "seven");
     world.With(
@@ -318,7 +318,7 @@ TEST(RenamePackages, TakesTheCopiesOfTheGivenLocation) {
 }
 
 TEST(RenamePackages, WithTheLargestCountEnds) {
-    EngineWorld world;
+    EngineFixture world;
     MakeCopies(world, {1, 2});
     world.state.copiesCount = std::numeric_limits<std::int16_t>::max();
     world.With(

@@ -4,7 +4,7 @@
 
 #include "platform/ExitStatus.h"
 #include "platform/RuntimeError.h"
-#include "tests/engine/EngineWorld.h"
+#include "tests/engine/EngineFixture.h"
 
 namespace vw::test {
 namespace {
@@ -18,7 +18,7 @@ class RunEvents : public testing::Test {
         return world_.host.events;
     }
 
-    EngineWorld world_;
+    EngineFixture world_;
 };
 
 TEST_F(RunEvents, ChangedFolder_ReportsTotalsOfItsTreeAndEachFile) {

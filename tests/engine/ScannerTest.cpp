@@ -6,7 +6,7 @@
 #include "platform/RuntimeError.h"
 #include "platform/SystemError.h"
 #include "platform/WindowsHeader.h"
-#include "tests/engine/EngineWorld.h"
+#include "tests/engine/EngineFixture.h"
 #include "tests/engine/LeftOvers.h"
 
 namespace vw::test {
@@ -19,17 +19,17 @@ class ScannedDisk final : public ForwardingFileSystem {
     ScannedDisk(FileSystem& inner, const Clock& clock)
         : ForwardingFileSystem(inner), clock_(clock) {}
 
-    void Move(std::wstring_view from, std::wstring_view to) override {
-        Refuse(FileCall::Move, from, to);
-        Inner().Move(from, to);
+    void Rename(std::wstring_view from, std::wstring_view to) override {
+        Refuse(FileCall::Rename, from, to);
+        Inner().Rename(from, to);
     }
     void Replace(std::wstring_view from, std::wstring_view to) override {
         Refuse(FileCall::Replace, from, to);
         Inner().Replace(from, to);
     }
-    void EraseFolder(std::wstring_view path) override {
-        Refuse(FileCall::EraseFolder, path, {});
-        Inner().EraseFolder(path);
+    void RemoveFolder(std::wstring_view path) override {
+        Refuse(FileCall::RemoveFolder, path, {});
+        Inner().RemoveFolder(path);
     }
 
     void HoldFor(std::uint64_t milliseconds, std::function<bool(const FileOperation&)> isHeld,
@@ -65,7 +65,7 @@ class Scanner : public testing::Test {
         });
     }
 
-    EngineWorld world;
+    EngineFixture world;
     ScannedDisk disk{world.drive, world.world.clock};
 
     RunResult RunOnScannedDisk() {
@@ -154,7 +154,7 @@ TEST_F(Scanner, KeepsWhatWasRemovedInItsFolder_FolderGoesToo) {
     world.tree.File(L"Work\\a.txt", "2", Day(2));
     disk.HoldFor(
         5000,
-        [](const FileOperation& operation) { return operation.call == FileCall::EraseFolder; },
+        [](const FileOperation& operation) { return operation.call == FileCall::RemoveFolder; },
         ERROR_DIR_NOT_EMPTY);
     EXPECT_EQ(RunOnScannedDisk().exitCode, 0);
     EXPECT_TRUE(LeftOvers(world).empty());
@@ -180,7 +180,7 @@ TEST_F(Scanner, IsNotWaitedForAfterACancel) {
     Version(2);
     const FileHandle reader = HoldInPlace(world.Store(L"a«0001».txt"));
     world.world.pump.AtEachYield([&] {
-        if (world.world.pump.Waited() >= 2000) world.state.cancelRequested = true;
+        if (world.world.pump.Waited() >= 2000) world.state.cancel.Request();
     });
     EXPECT_FALSE(world.Run().errors.empty());
     EXPECT_LT(world.world.pump.Waited(), 4000U);

@@ -8,7 +8,7 @@
 #include <string>
 
 #include "platform/RuntimeError.h"
-#include "tests/engine/EngineWorld.h"
+#include "tests/engine/EngineFixture.h"
 #include "tests/engine/LeftOvers.h"
 #include "tests/support/DestinationChecker.h"
 
@@ -68,7 +68,7 @@ class SeriesSweep : public testing::TestWithParam<Plan> {
         for (const std::wstring& item : kItems) checker_.Learn(world_.Path(item));
     }
 
-    EngineWorld world_;
+    EngineFixture world_;
     DestinationChecker checker_{world_.Store()};
     int step_ = 0;
 };
@@ -91,7 +91,7 @@ TEST_P(SeriesSweep, KeepsCommentsAndSeriesWithTheirItems) {
         if (!went) break;
         ++points;
         SCOPED_TRACE(std::string(GetParam().name) + " at " + std::to_string(n) + ", " + where);
-        HandOver(world_, DeadProcess());
+        UpdateControls(world_, DeadProcess());
         EXPECT_EQ(checker_.Violations(), "");
         EXPECT_EQ(world_.Run().exitCode, error_number::kAccessError) << "the refused item only";
         EXPECT_EQ(checker_.Violations(), "");
@@ -105,7 +105,7 @@ TEST_P(SeriesSweep, KeepsCommentsAndSeriesWithTheirItems) {
 // Another program puts a copy and its comment into a place while the run works.
 TEST(SeriesOfTwoOwners, KeepTheirComments) {
     for (int n = 1;; ++n) {
-        EngineWorld world;
+        EngineFixture world;
         DestinationChecker checker(world.Store());
         world.List({L"A\\R.doc", L"A\\Work\\"});
         for (const wchar_t* file : {L"A\\R.doc", L"A\\Work\\a.txt", L"C\\R.doc"}) {

@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "platform/RuntimeError.h"
-#include "tests/engine/EngineWorld.h"
+#include "tests/engine/EngineFixture.h"
 #include "tests/engine/LeftOvers.h"
 #include "tests/support/OtherRun.h"
 
@@ -14,10 +14,10 @@ using testing::Contains;
 
 TEST(SingleCall, AfterACancel_BacksUp) {
     for (const bool byPath : {false, true}) {
-        EngineWorld world;
+        EngineFixture world;
         const std::wstring item = world.tree.File(L"Work\\a.txt", "1", Day(1));
         world.List({});
-        world.state.cancelRequested = true;
+        world.state.cancel.Request();
         world.With([&](CPackage& engine) {
             byPath ? engine.BackupPath(world.Path(L"Work\\"), 0, true, true)
                    : engine.BackupItem(item);
@@ -29,7 +29,7 @@ TEST(SingleCall, AfterACancel_BacksUp) {
 // The destination that was in use until now may be free.
 TEST(SingleCall, AfterARefusedDestination_TriesItAgain) {
     for (const bool byPath : {false, true}) {
-        EngineWorld world;
+        EngineFixture world;
         const std::wstring item = world.tree.File(L"a.txt", "1", Day(1));
         world.List({});
         world.state.silentRun = true;
@@ -49,7 +49,7 @@ TEST(SingleCall, AfterARefusedDestination_TriesItAgain) {
 
 // A restore works in the folder of the copies that are shown, whatever the list's own one is.
 TEST(SingleCall, InAnotherDestination_AsksForThatOneOnly) {
-    EngineWorld world;
+    EngineFixture world;
     const std::wstring item = world.tree.File(L"a.txt", "1", Day(1));
     const std::wstring shown = world.tree.Folder(L"Shown");
     world.state.BackupTo = world.Path(L"not there");
@@ -62,7 +62,7 @@ TEST(SingleCall, InAnotherDestination_AsksForThatOneOnly) {
 }
 
 TEST(SingleCall, OriginalLocation_CommentCannotBeRead_IsUnknown) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"Store\\a«0001».txt.vwc", "Original Location:C:\\");
     world.world.files.FailFrom(1, error_number::kDeviceError, OnlyCalls({FileCall::Read}));
     const RunResult result = world.With([&](CPackage& engine) {
@@ -73,7 +73,7 @@ TEST(SingleCall, OriginalLocation_CommentCannotBeRead_IsUnknown) {
 }
 
 TEST(SingleCall, LocationNumber_FolderOfTheItemIsGone_PassesItsCopy) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"Store\\a«0001».txt");
     world.tree.File(L"Store\\a«0001».txt.vwc",
                     "Original Location:" + world.world.ansi.Encode(world.Path(L"Docs")) + "\r\n");
@@ -85,13 +85,13 @@ TEST(SingleCall, LocationNumber_FolderOfTheItemIsGone_PassesItsCopy) {
 }
 
 TEST(SingleCall, LocationNumber_FolderInPlaceOfTheComment_IsPassed) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.Folder(L"Store\\a«0001».txt.vwc");
     world.With([&](CPackage& engine) { EXPECT_EQ(engine.LocationID(world.Path(L"a.txt")), 1); });
 }
 
 TEST(SingleCall, StoredDate_InBytes_IsDecoded) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"Store\\a«0001».txt.vwc",
                     "Backed Files Date Last Modified:'30312F30312F323031302D30303A30343A3034");
     world.With([&](CPackage& engine) {
@@ -100,10 +100,10 @@ TEST(SingleCall, StoredDate_InBytes_IsDecoded) {
 }
 
 TEST(FreeSpaceOfAFolder, NamedLikeACopy_CountsItsFiles) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"Old«0001»\\a.txt", "12345", Day(1));
     world.List({L"Old«0001»\\"});
-    world.drive.kind = DriveKind::Fixed;
+    world.drive.kind = DriveType::Fixed;
     world.drive.freeBytes[world.Store()] = 52'428'800 + 4;
     const RunResult result = world.Run();
     ASSERT_EQ(result.errors.size(), 1U);
@@ -112,13 +112,13 @@ TEST(FreeSpaceOfAFolder, NamedLikeACopy_CountsItsFiles) {
 }
 
 TEST(Yields, AfterEverySubFolder) {
-    EngineWorld world;
+    EngineFixture world;
     for (int i = 0; i < 5; ++i) world.tree.Folder(L"Work\\" + std::to_wstring(i));
     world.List({L"Work\\"});
     int made = 0;
     std::vector<int> seen;
     world.world.files.OnOperation([&](const FileOperation& operation) {
-        if (operation.call == FileCall::MakeFolder) ++made;
+        if (operation.call == FileCall::CreateFolder) ++made;
     });
     world.world.pump.AtEachYield([&] { seen.push_back(made); });
     world.Run();
@@ -128,14 +128,14 @@ TEST(Yields, AfterEverySubFolder) {
 
 // Copy 2 can neither move up nor can copy 3, which left for it, come back.
 TEST(BrokenRotation, ThatCannotBeUndone_LeavesThePlaceEmptyAndTheNewCopyReady) {
-    EngineWorld world;
+    EngineFixture world;
     world.tree.File(L"Store\\a«0002».txt", "2", Day(2));
     world.tree.File(L"Store\\a«0003».txt", "1", Day(1));
     world.tree.File(L"a.txt", "3", Day(3));
     world.List({L"a.txt"}, 3);
     world.world.files.FailFrom(1, error_number::kPermissionDenied,
                                [&](const FileOperation& operation) {
-                                   return operation.call == FileCall::Move &&
+                                   return operation.call == FileCall::Rename &&
                                           (operation.path == world.Store(L"a«0002».txt") ||
                                            operation.to == world.Store(L"a«0003».txt"));
                                });
@@ -143,7 +143,7 @@ TEST(BrokenRotation, ThatCannotBeUndone_LeavesThePlaceEmptyAndTheNewCopyReady) {
     EXPECT_FALSE(Exists(world.Store(L"a«0001».txt"))) << "the series has a hole";
     EXPECT_EQ(ReadBytes(world.Store(L"a«0002».txt")), "2");
     world.world.files.Heal();
-    HandOver(world, DeadProcess());
+    UpdateControls(world, DeadProcess());
     world.Run();
     EXPECT_EQ(world.Copies(), (Listing{{L"a«0001».txt", "3"}, {L"a«0002».txt", "2"}}));
     EXPECT_THAT(LeftOvers(world), testing::IsEmpty());
@@ -151,7 +151,7 @@ TEST(BrokenRotation, ThatCannotBeUndone_LeavesThePlaceEmptyAndTheNewCopyReady) {
 
 TEST(TwoReadyCopies, OfOneItem_TheNewerIsFinished) {
     for (const int first : {4, 5}) {
-        EngineWorld world;
+        EngineFixture world;
         world.tree.File(L"a.txt", "5", Day(5));
         world.List({L"a.txt"}, 3);
         const ProcessTag dead = DeadProcess();

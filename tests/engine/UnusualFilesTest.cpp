@@ -6,7 +6,7 @@
 #include <algorithm>
 
 #include "platform/RuntimeError.h"
-#include "tests/engine/EngineWorld.h"
+#include "tests/engine/EngineFixture.h"
 
 namespace vw::test {
 namespace {
@@ -25,10 +25,10 @@ class SpecialItems : public testing::Test {
     }
 
     void IsLink(const std::wstring& name) {
-        world_.drive.marks[name] = [](FileFacts& facts) { facts.isLink = true; };
+        world_.drive.marks[name] = [](FileInfo& facts) { facts.isLink = true; };
     }
     void IsInCloud(const std::wstring& name, std::uint64_t size) {
-        world_.drive.marks[name] = [size](FileFacts& facts) {
+        world_.drive.marks[name] = [size](FileInfo& facts) {
             facts.isOnlyInCloud = true;
             facts.size = size;
         };
@@ -39,7 +39,7 @@ class SpecialItems : public testing::Test {
                                    [&](const auto& line) { return line.find(part) != line.npos; });
     }
 
-    EngineWorld world_;
+    EngineFixture world_;
 };
 
 TEST_F(SpecialItems, FileWithoutData_IsLeftOutToldAndNoFailure) {
@@ -70,7 +70,7 @@ TEST_F(SpecialItems, ItemThatIsAFileWithoutData_IsLeftOutToldAndKeepsItsCopies) 
 
 TEST_F(SpecialItems, FilesInTheCloudAlone_AreCountedBeforeTheyAreCopied) {
     world_.drive.marks[L"a.txt"] =
-        world_.drive.marks[L"c.txt"] = [](FileFacts& facts) { facts.isOnlyInCloud = true; };
+        world_.drive.marks[L"c.txt"] = [](FileInfo& facts) { facts.isOnlyInCloud = true; };
     const RunResult result = world_.Run();
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_TRUE(Has(result, L"2 files, 2Byte, are only in the cloud: ~\\Work\\"))
@@ -126,7 +126,7 @@ TEST_F(SpecialItems, CloudOutOfReach_FailsTheItemOnceAndKeepsItsCopies) {
 
 TEST_F(SpecialItems, EncryptedFiles_AreToldOncePerItem) {
     world_.drive.marks[L"a.txt"] =
-        world_.drive.marks[L"c.txt"] = [](FileFacts& facts) { facts.isEncrypted = true; };
+        world_.drive.marks[L"c.txt"] = [](FileInfo& facts) { facts.isEncrypted = true; };
     const RunResult result = world_.Run();
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_EQ(std::ranges::count_if(

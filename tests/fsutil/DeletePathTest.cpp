@@ -4,7 +4,7 @@
 #include "platform/Handle.h"
 #include "platform/WindowsHeader.h"
 #include "tests/support/TempTree.h"
-#include "tests/support/TestWorld.h"
+#include "tests/support/TestEnvironment.h"
 
 namespace vw::MFileDosShell {
 namespace {
@@ -15,7 +15,7 @@ using test::OnlyCalls;
 using test::OnlyChanges;
 using test::ReadTree;
 using test::TempTree;
-using test::TestWorld;
+using test::TestEnvironment;
 using test::ToldError;
 
 // Opens a file as a program does that shares it with nobody.
@@ -30,7 +30,7 @@ TEST(DeletePath, DeletesAFile) {
     const TempTree tree;
     tree.File(L"gone.txt");
     tree.File(L"stays.txt");
-    TestWorld world;
+    TestEnvironment world;
     DeletePath(world.system, tree.Path(L"gone.txt"));
     EXPECT_FALSE(Exists(tree.Path(L"gone.txt")));
     EXPECT_TRUE(Exists(tree.Path(L"stays.txt")));
@@ -42,7 +42,7 @@ TEST(DeletePath, DeletesAFolderWithAllItsContents) {
     tree.File(L"Top\\Sub\\مجلد\\ملف.txt");
     tree.Folder(L"Top\\empty");
     tree.File(L"Top2\\stays.txt");
-    TestWorld world;
+    TestEnvironment world;
     DeletePath(world.system, tree.Path(L"Top\\"));
     EXPECT_FALSE(Exists(tree.Path(L"Top")));
     EXPECT_TRUE(Exists(tree.Path(L"Top2\\stays.txt")));
@@ -52,7 +52,7 @@ TEST(DeletePath, DeletesAFolderWithAllItsContents) {
 TEST(DeletePath, DoesNothingForWhatIsNotThere) {
     const TempTree tree;
     tree.File(L"stays.txt");
-    TestWorld world;
+    TestEnvironment world;
     DeletePath(world.system, tree.Path(L"missing"));
     DeletePath(world.system, tree.Path(L"missing\\below"));
     DeletePath(world.system, tree.Path(L"*"));
@@ -69,7 +69,7 @@ TEST(DeletePath, DeletesReadOnlyHiddenAndSystemItems) {
     tree.SetAttributes(L"Top", FILE_ATTRIBUTE_READONLY);
     tree.File(L"b.txt");
     tree.SetAttributes(L"b.txt", kAll);
-    TestWorld world;
+    TestEnvironment world;
     DeletePath(world.system, tree.Path(L"Top"));
     DeletePath(world.system, tree.Path(L"b.txt"));
     EXPECT_TRUE(ReadTree(tree.Path()).empty());
@@ -78,7 +78,7 @@ TEST(DeletePath, DeletesReadOnlyHiddenAndSystemItems) {
 TEST(DeletePath, TellsTheFileThatIsInUseAndLeavesIt) {
     const TempTree tree;
     const std::wstring file = tree.File(L"Top\\Sub\\locked.txt");
-    TestWorld world;
+    TestEnvironment world;
     const FileHandle lock = Lock(file);
     DeletePath(world.system, tree.Path(L"Top"));
     const ToldError told = world.errors.TakeOne();
@@ -91,7 +91,7 @@ TEST(DeletePath, TellsTheFileThatIsInUseAndLeavesIt) {
 TEST(DeletePath, StopsAtTheFirstFailure) {
     const TempTree tree;
     for (const wchar_t* name : {L"a", L"b", L"c", L"d"}) tree.File(std::wstring(L"Top\\") + name);
-    TestWorld world;
+    TestEnvironment world;
     world.files.FailNth(2, error_number::kPermissionDenied, OnlyChanges());
     DeletePath(world.system, tree.Path(L"Top"));
     EXPECT_EQ(world.errors.TakeOne().path, world.files.Faults()[0].path);
@@ -103,14 +103,14 @@ TEST(DeletePath, DoesNotTakeTheSystemsWordForIt) {
     const TempTree tree;
     const std::wstring file = tree.File(L"a.txt");
     const std::wstring folder = tree.Folder(L"Top");
-    TestWorld world;
-    world.files.IgnoreNth(1, OnlyCalls({FileCall::EraseFile}));
+    TestEnvironment world;
+    world.files.IgnoreNth(1, OnlyCalls({FileCall::RemoveFile}));
     DeletePath(world.system, file);
     ToldError told = world.errors.TakeOne();
     EXPECT_EQ(told.number, error_number::kPermissionDenied);
     EXPECT_EQ(told.path, file);
 
-    world.files.IgnoreNth(1, OnlyCalls({FileCall::EraseFolder}));
+    world.files.IgnoreNth(1, OnlyCalls({FileCall::RemoveFolder}));
     DeletePath(world.system, folder);
     told = world.errors.TakeOne();
     EXPECT_EQ(told.number, error_number::kPermissionDenied);
@@ -120,8 +120,8 @@ TEST(DeletePath, DoesNotTakeTheSystemsWordForIt) {
 TEST(DeletePath, AFileThatOnlySeemsDeletedIsToldWhenItsFolderStays) {
     const TempTree tree;
     tree.File(L"Top\\a.txt");
-    TestWorld world;
-    world.files.IgnoreNth(1, OnlyCalls({FileCall::EraseFile}));
+    TestEnvironment world;
+    world.files.IgnoreNth(1, OnlyCalls({FileCall::RemoveFile}));
     DeletePath(world.system, tree.Path(L"Top"));
     const ToldError told = world.errors.TakeOne();
     EXPECT_EQ(told.number, error_number::kAccessError);
@@ -131,7 +131,7 @@ TEST(DeletePath, AFileThatOnlySeemsDeletedIsToldWhenItsFolderStays) {
 TEST(DeletePath, TellsAFolderThatCannotBeRead) {
     const TempTree tree;
     tree.File(L"Top\\Sub\\a.txt");
-    TestWorld world;
+    TestEnvironment world;
     world.files.FailNth(2, error_number::kPermissionDenied, OnlyCalls({FileCall::List}));
     DeletePath(world.system, tree.Path(L"Top"));
     EXPECT_EQ(world.errors.TakeOne().path, tree.Path(L"Top\\Sub"));
@@ -140,7 +140,7 @@ TEST(DeletePath, TellsAFolderThatCannotBeRead) {
 
 TEST(DeletePath, NeverEmptiesAWholeDrive) {
     for (const wchar_t* root : {L"C:\\", L"C:/", L"C:\\\\", L"C:\\windows\\..", L"\\\\?\\C:\\"}) {
-        TestWorld world;
+        TestEnvironment world;
         // Should the guard fail, nothing may really be deleted.
         world.files.DieAtNth(1, OnlyChanges());
         DeletePath(world.system, root);
@@ -155,7 +155,7 @@ TEST(DeletePath, DeletesPathsBeyond260Characters) {
     for (int i = 0; i < 60; ++i) relative += L"\\a rather long folder";
     const std::wstring file = tree.File(relative + L"\\f.txt");
     ASSERT_GT(file.size(), 1200U);
-    TestWorld world;
+    TestEnvironment world;
     DeletePath(world.system, tree.Path(L"Top"));
     EXPECT_FALSE(Exists(tree.Path(L"Top")));
 }

@@ -4,7 +4,7 @@
 #include "platform/RuntimeError.h"
 #include "platform/WindowsHeader.h"
 #include "tests/support/TempTree.h"
-#include "tests/support/TestWorld.h"
+#include "tests/support/TestEnvironment.h"
 
 namespace vw::MFileDosShell {
 namespace {
@@ -14,7 +14,7 @@ using test::FileCall;
 using test::OnlyCalls;
 using test::OnlyChanges;
 using test::TempTree;
-using test::TestWorld;
+using test::TestEnvironment;
 using test::ToldError;
 
 // A drive of any kind and size.
@@ -22,21 +22,21 @@ class OtherDrive : public test::ForwardingFileSystem {
   public:
     using ForwardingFileSystem::ForwardingFileSystem;
 
-    DriveKind KindOfDrive(std::wstring_view) override { return kind; }
+    DriveType DriveTypeOf(std::wstring_view) override { return kind; }
     std::uint64_t FreeSpace(std::wstring_view) override { return free; }
 
-    DriveKind kind = DriveKind::Unknown;
+    DriveType kind = DriveType::Unknown;
     std::uint64_t free = 0;
 };
 
 TEST(FolderOnFixedDrive, TrueForFixedDisksOnly) {
-    TestWorld world;
+    TestEnvironment world;
     OtherDrive drive(world.disk);
     System system = world.With(drive);
-    drive.kind = DriveKind::Fixed;
+    drive.kind = DriveType::Fixed;
     EXPECT_TRUE(FolderOnFixedDrive(system, L"X:\\Store"));
-    for (const DriveKind kind : {DriveKind::Removable, DriveKind::Network, DriveKind::Optical,
-                                 DriveKind::Memory, DriveKind::Unknown}) {
+    for (const DriveType kind : {DriveType::Removable, DriveType::Network, DriveType::Optical,
+                                 DriveType::Memory, DriveType::Unknown}) {
         drive.kind = kind;
         EXPECT_FALSE(FolderOnFixedDrive(system, L"X:\\Store"));
     }
@@ -44,7 +44,7 @@ TEST(FolderOnFixedDrive, TrueForFixedDisksOnly) {
 
 TEST(FolderOnFixedDrive, KnowsRealDrives) {
     const TempTree tree;
-    TestWorld world;
+    TestEnvironment world;
     EXPECT_TRUE(FolderOnFixedDrive(world.system, tree.Path()));
     EXPECT_TRUE(FolderOnFixedDrive(world.system, tree.Path(L"not made yet")));
     EXPECT_TRUE(FolderOnFixedDrive(world.system, L"C:\\"));
@@ -53,7 +53,7 @@ TEST(FolderOnFixedDrive, KnowsRealDrives) {
 }
 
 TEST(FolderOnFixedDrive, TellsWhenTheDiskCannotAnswer) {
-    TestWorld world;
+    TestEnvironment world;
     world.files.FailNth(1, error_number::kNotReady);
     EXPECT_FALSE(FolderOnFixedDrive(world.system, L"C:\\"));
     EXPECT_EQ(world.errors.TakeOne().procedure, L"FolderOnFixedDrive");
@@ -71,7 +71,7 @@ class TempPathTest : public testing::Test {
     }
 
     TempTree tree_;
-    TestWorld world_;
+    TestEnvironment world_;
     std::wstring name_;
 };
 
@@ -106,7 +106,7 @@ TEST_F(TempPathTest, LeavesWhatIsInTheFolderUnlessItHasToStartEmpty) {
 TEST_F(TempPathTest, StartingEmptyReplacesAFileOfThatName) {
     tree_.File(Folder(), "a file");
     EXPECT_EQ(TempPath(world_.system, name_, true), Folder());
-    world_.files.MakeFolder(Folder() + L"\\is a folder");
+    world_.files.CreateFolder(Folder() + L"\\is a folder");
 }
 
 TEST_F(TempPathTest, TellsAFileInTheWayAndAFolderThatCannotBeMade) {
@@ -118,14 +118,14 @@ TEST_F(TempPathTest, TellsAFileInTheWayAndAFolderThatCannotBeMade) {
     EXPECT_EQ(told.path, Folder());
 
     tree_.Remove(Folder());
-    world_.files.FailNth(1, error_number::kPermissionDenied, OnlyCalls({FileCall::MakeFolder}));
+    world_.files.FailNth(1, error_number::kPermissionDenied, OnlyCalls({FileCall::CreateFolder}));
     EXPECT_EQ(TempPath(world_.system, name_, true), Folder());
     EXPECT_EQ(world_.errors.TakeOne().number, error_number::kPermissionDenied);
 }
 
 TEST_F(TempPathTest, NeverEmptiesTheTemporaryFolderItself) {
     for (const wchar_t* name : {L".", L"..", L"x\\..", L"..\\..", L"\\"}) {
-        TestWorld world;
+        TestEnvironment world;
         world.files.DieAtNth(1, OnlyChanges());
         EXPECT_EQ(TempPath(world.system, name, true), L"");
         EXPECT_EQ(world.errors.TakeOne().number, error_number::kBadName);
@@ -134,7 +134,7 @@ TEST_F(TempPathTest, NeverEmptiesTheTemporaryFolderItself) {
 }
 
 TEST(FolderFreeSpace, EqualCountsAsEnough) {
-    TestWorld world;
+    TestEnvironment world;
     OtherDrive drive(world.disk);
     System system = world.With(drive);
     drive.free = 123456;
@@ -144,7 +144,7 @@ TEST(FolderFreeSpace, EqualCountsAsEnough) {
 }
 
 TEST(FolderFreeSpace, RaisesToItsCallerWhenOneByteIsMissing) {
-    TestWorld world;
+    TestEnvironment world;
     OtherDrive drive(world.disk);
     System system = world.With(drive);
     drive.free = 123456;
@@ -160,7 +160,7 @@ TEST(FolderFreeSpace, RaisesToItsCallerWhenOneByteIsMissing) {
 }
 
 TEST(FolderFreeSpace, NamesNoLetterForAServer) {
-    TestWorld world;
+    TestEnvironment world;
     OtherDrive drive(world.disk);
     System system = world.With(drive);
     try {
@@ -173,7 +173,7 @@ TEST(FolderFreeSpace, NamesNoLetterForAServer) {
 
 TEST(FolderFreeSpace, KnowsRealDrives) {
     const TempTree tree;
-    TestWorld world;
+    TestEnvironment world;
     ULARGE_INTEGER total{};
     ASSERT_NE(GetDiskFreeSpaceExW(tree.Path().c_str(), nullptr, &total, nullptr), 0);
     const double free = FolderFreeSpace(world.system, tree.Path(), 0);
@@ -183,7 +183,7 @@ TEST(FolderFreeSpace, KnowsRealDrives) {
 }
 
 TEST(FolderFreeSpace, TellsWhenTheDiskCannotAnswerAndDoesNotCallThatFull) {
-    TestWorld world;
+    TestEnvironment world;
     world.files.FailNth(1, error_number::kNotReady);
     EXPECT_EQ(FolderFreeSpace(world.system, L"C:\\", 1000), 0);
     const ToldError told = world.errors.TakeOne();

@@ -2,10 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/EventPump.h"
+#include "platform/MessagePump.h"
 #include "platform/RuntimeError.h"
 #include "tests/support/TempTree.h"
-#include "tests/support/TestWorld.h"
+#include "tests/support/TestEnvironment.h"
 
 namespace vw::test {
 namespace {
@@ -22,38 +22,38 @@ int ErrorOf(const std::function<void()>& call) {
 TEST(FaultyFileSystem, ForwardsWithoutAPlan) {
     const TempTree tree;
     const std::wstring file = tree.File(L"a.txt", "abc");
-    TestWorld world;
+    TestEnvironment world;
     EXPECT_EQ(world.files.Read(file), "abc");
-    EXPECT_EQ(world.files.Look(file)->size, 3U);
+    EXPECT_EQ(world.files.Stat(file)->size, 3U);
     EXPECT_EQ(world.files.Count(), 2);
     EXPECT_TRUE(world.files.Faults().empty());
 }
 
 TEST(FaultyFileSystem, FailsTheNthMatchingOperationOnly) {
     const TempTree tree;
-    TestWorld world;
-    world.files.FailNth(2, 70, OnlyCalls({FileCall::MakeFolder}));
-    (void)world.files.Look(tree.Path());
-    world.files.MakeFolder(tree.Path(L"one"));
-    EXPECT_EQ(ErrorOf([&] { world.files.MakeFolder(tree.Path(L"two")); }), 70);
-    world.files.MakeFolder(tree.Path(L"three"));
+    TestEnvironment world;
+    world.files.FailNth(2, 70, OnlyCalls({FileCall::CreateFolder}));
+    (void)world.files.Stat(tree.Path());
+    world.files.CreateFolder(tree.Path(L"one"));
+    EXPECT_EQ(ErrorOf([&] { world.files.CreateFolder(tree.Path(L"two")); }), 70);
+    world.files.CreateFolder(tree.Path(L"three"));
     EXPECT_TRUE(Exists(tree.Path(L"one")));
     EXPECT_FALSE(Exists(tree.Path(L"two")));
     EXPECT_TRUE(Exists(tree.Path(L"three")));
     EXPECT_EQ(world.files.Count(), 3);
     ASSERT_EQ(world.files.Faults().size(), 1U);
     EXPECT_EQ(world.files.Faults()[0].path, tree.Path(L"two"));
-    EXPECT_NE(Describe(world.files.Faults()[0]).find("MakeFolder"), std::string::npos);
+    EXPECT_NE(Describe(world.files.Faults()[0]).find("CreateFolder"), std::string::npos);
 }
 
 TEST(FaultyFileSystem, AFullDiskStaysFull) {
     const TempTree tree;
     const std::wstring source = tree.File(L"source", "bytes");
-    TestWorld world;
+    TestEnvironment world;
     world.files.FillDiskFrom(2);
     world.files.Write(tree.Path(L"fits"), "1", FileSystem::Flush::No);
     EXPECT_EQ(ErrorOf([&] { world.files.Copy(source, tree.Path(L"copy"), {}); }), 61);
-    EXPECT_EQ(ErrorOf([&] { world.files.MakeFolder(tree.Path(L"folder")); }), 61);
+    EXPECT_EQ(ErrorOf([&] { world.files.CreateFolder(tree.Path(L"folder")); }), 61);
     EXPECT_EQ(world.files.Read(source), "bytes");
     EXPECT_EQ(world.files.Faults()[0].to, tree.Path(L"copy"));
 }
@@ -61,30 +61,30 @@ TEST(FaultyFileSystem, AFullDiskStaysFull) {
 TEST(FaultyFileSystem, DeathLeavesHalfACopyAndRefusesEverythingAfterwards) {
     const TempTree tree;
     const std::wstring source = tree.File(L"source", "123456");
-    TestWorld world;
+    TestEnvironment world;
     world.files.DieAtNth(1, OnlyCalls({FileCall::Copy}));
     EXPECT_THROW(world.files.Copy(source, tree.Path(L"copy"), {}), Died);
     EXPECT_EQ(ReadBytes(tree.Path(L"copy")), "123");
-    EXPECT_THROW((void)world.files.Look(source), Died);
+    EXPECT_THROW((void)world.files.Stat(source), Died);
     EXPECT_THROW((void)world.files.TempFolder(), Died);
     world.files.Heal();
     EXPECT_EQ(world.files.Read(source), "123456");
 }
 
 TEST(FaultyFileSystem, DeathPassesEveryErrorTrap) {
-    TestWorld world;
+    TestEnvironment world;
     world.files.DieAtNth(1);
     EXPECT_THROW(ErrorTrap(world.errors, L"Module", L"Test")(
-                     L"Test", [&] { (void)world.files.Look(L"C:\\"); }),
+                     L"Test", [&] { (void)world.files.Stat(L"C:\\"); }),
                  Died);
 }
 
 TEST(FaultyFileSystem, CanReportSuccessForWhatItDidNotDo) {
     const TempTree tree;
     const std::wstring source = tree.File(L"source", "123456");
-    TestWorld world;
+    TestEnvironment world;
     world.files.IgnoreNth(1, OnlyChanges());
-    world.files.EraseFile(source);
+    world.files.RemoveFile(source);
     EXPECT_TRUE(Exists(source));
     world.files.TruncateNthCopy(1);
     world.files.Copy(source, tree.Path(L"copy"), {});
@@ -92,21 +92,21 @@ TEST(FaultyFileSystem, CanReportSuccessForWhatItDidNotDo) {
 }
 
 TEST(ScriptedPump, ActsAtTheKthYield) {
-    TestWorld world;
+    TestEnvironment world;
     int atThird = 0;
     world.pump.AtYield(3, [&] { ++atThird; });
-    world.pump.DoEvents();
-    world.pump.DoEventsIfDue();
+    world.pump.ProcessMessages();
+    world.pump.ProcessMessagesIfDue();
     EXPECT_EQ(atThird, 0);
     const std::uint64_t before = world.clock.Milliseconds();
-    world.pump.WaitForEvents(250);
+    world.pump.WaitForMessages(250);
     EXPECT_EQ(atThird, 1);
     EXPECT_EQ(world.pump.Yields(), 3);
     EXPECT_EQ(world.clock.Milliseconds(), before + 250);
 }
 
-TEST(TestWorld, TheEndOfTheProgramPassesEveryErrorTrap) {
-    TestWorld world;
+TEST(TestEnvironment, TheEndOfTheProgramPassesEveryErrorTrap) {
+    TestEnvironment world;
     try {
         ErrorTrap(world.errors, L"Module", L"Test")(L"Test", [&] { world.programEnd.End(76); });
         FAIL() << "the program went on";
@@ -115,10 +115,10 @@ TEST(TestWorld, TheEndOfTheProgramPassesEveryErrorTrap) {
     }
 }
 
-TEST(TestWorld, NotesToldErrorsForTheExitCode) {
-    TestWorld world;
-    ErrorTrap(world.errors, L"Module", L"Test")(L"First", [] { Raise(70, L"C:\\locked"); });
-    ErrorTrap(world.errors, L"Module", L"Test")(L"Second", [] { Raise(61); });
+TEST(TestEnvironment, NotesToldErrorsForTheExitCode) {
+    TestEnvironment world;
+    ErrorTrap(world.errors, L"Module", L"Test")(L"First", [] { Throw(70, L"C:\\locked"); });
+    ErrorTrap(world.errors, L"Module", L"Test")(L"Second", [] { Throw(61); });
     const std::vector<ToldError> told = world.errors.Take();
     ASSERT_EQ(told.size(), 2U);
     EXPECT_EQ(told[0].path, L"C:\\locked");
@@ -127,8 +127,8 @@ TEST(TestWorld, NotesToldErrorsForTheExitCode) {
     EXPECT_EQ(world.exitStatus.Code(), 70);
 }
 
-TEST(TestWorld, TheCodePageCanBeChanged) {
-    TestWorld world;
+TEST(TestEnvironment, TheCodePageCanBeChanged) {
+    TestEnvironment world;
     EXPECT_TRUE(world.ansi.Holds(L"ملف"));
     world.ansi.Use(1252);
     EXPECT_FALSE(world.ansi.Holds(L"ملف"));

@@ -5,10 +5,10 @@
 
 #include "fsutil/FileQueries.h"
 #include "fsutil/NameCase.h"
-#include "fsutil/TreeWork.h"
+#include "fsutil/TreeOperations.h"
 #include "platform/WindowsHeader.h"
 #include "tests/support/TempTree.h"
-#include "tests/support/TestWorld.h"
+#include "tests/support/TestEnvironment.h"
 #include "tests/support/WineBridge.h"
 
 namespace vw::MFileDosShell {
@@ -18,7 +18,7 @@ using test::Exists;
 using test::FileCall;
 using test::ReadTree;
 using test::TempTree;
-using test::TestWorld;
+using test::TestEnvironment;
 using test::Tree;
 
 constexpr DateParts kOld{2001, 2, 3, 4, 5, 6};
@@ -38,11 +38,11 @@ class RemovingLinks : public test::ForwardingFileSystem {
   public:
     using ForwardingFileSystem::ForwardingFileSystem;
 
-    void EraseFolder(std::wstring_view path) override {
+    void RemoveFolder(std::wstring_view path) override {
         const std::wstring name(path);
         const DWORD attributes = GetFileAttributesW(name.c_str());
         if ((attributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0) {
-            Inner().EraseFolder(path);
+            Inner().RemoveFolder(path);
         } else {
             ++removedLinks;
             test::RemoveLink(path);
@@ -63,7 +63,7 @@ class LinksTest : public testing::Test {
         }
         canary_ = ReadTree(tree_.Path(L"Canary"));
         ASSERT_EQ(canary_.size(), 2U);
-        ASSERT_TRUE(world_.files.Look(tree_.Path(L"Item\\Link"))->isLink);
+        ASSERT_TRUE(world_.files.Stat(tree_.Path(L"Item\\Link"))->isLink);
         world_.files.Heal();
     }
 
@@ -74,7 +74,7 @@ class LinksTest : public testing::Test {
     }
 
     const TempTree tree_;
-    TestWorld world_;
+    TestEnvironment world_;
     NoCopies copies_;
     Tree canary_;
 };
@@ -126,7 +126,7 @@ TEST_F(LinksTest, AreNotEnteredByTheRenamingToLowerCase) {
     test::RemoveLink(tree_.Path(L"Item\\Loop"));
     tree_.File(L"Item\\UPPER.TXT");
     world_.files.FailFrom(1, error_number::kPermissionDenied, [](const auto& operation) {
-        return operation.call == FileCall::Move && operation.path.ends_with(L"Link");
+        return operation.call == FileCall::Rename && operation.path.ends_with(L"Link");
     });
     TreeNamesLower(world_.system, tree_.Path(L"Item"));
     EXPECT_EQ(ReadTree(tree_.Path(L"item")).count(L"upper.txt"), 1U);
@@ -138,7 +138,7 @@ TEST(LinksToFiles, CountAsTheFileThatTheyShow) {
     tree.File(L"Canary\\six", "canary", kNew);
     tree.File(L"Item\\own.txt", "own", kOld);
     if (!tree.Link(L"Item\\shown", L"Canary\\six")) GTEST_SKIP() << "this system makes no links";
-    TestWorld world;
+    TestEnvironment world;
     NoCopies copies;
     EXPECT_EQ(PathSize(world.system, tree.Path(L"Item"), true), 9);
     EXPECT_EQ(PathSize(world.system, tree.Path(L"Item\\shown")), 6);

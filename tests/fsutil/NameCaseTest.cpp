@@ -7,7 +7,7 @@
 #include "platform/WindowsHeader.h"
 #include "tests/support/CurrentFolder.h"
 #include "tests/support/TempTree.h"
-#include "tests/support/TestWorld.h"
+#include "tests/support/TestEnvironment.h"
 
 namespace vw::MFileDosShell {
 namespace {
@@ -17,7 +17,7 @@ using test::OnlyCalls;
 using test::OnlyChanges;
 using test::ReadTree;
 using test::TempTree;
-using test::TestWorld;
+using test::TestEnvironment;
 
 // Names as they stand on the disk, with their letter case.
 std::vector<std::wstring> Names(const TempTree& tree) {
@@ -38,7 +38,7 @@ TEST(LowerCase, TakesEveryAlphabetAndNoLanguage) {
 TEST(FolderNameLower, RenamesTheFolderAlone) {
     const TempTree tree;
     tree.File(L"OUTER\\Inner\\File.TXT");
-    TestWorld world;
+    TestEnvironment world;
     FolderNameLower(world.system, tree.Path(L"OUTER\\Inner\\"));
     EXPECT_EQ(Names(tree), (NameList{L"OUTER", L"OUTER\\inner", L"OUTER\\inner\\File.TXT"}));
     FolderNameLower(world.system, tree.Path(L"OUTER"));
@@ -48,7 +48,7 @@ TEST(FolderNameLower, RenamesTheFolderAlone) {
 TEST(FolderNameLower, MovesByWayOfTheNameWithAnAtSign) {
     const TempTree tree;
     tree.Folder(L"Docs");
-    TestWorld world;
+    TestEnvironment world;
     FolderNameLower(world.system, tree.Path(L"Docs"));
     ASSERT_EQ(world.files.Operations().size(), 2U);
     EXPECT_EQ(world.files.Operations()[0].path, tree.Path(L"Docs"));
@@ -60,7 +60,7 @@ TEST(FolderNameLower, MovesByWayOfTheNameWithAnAtSign) {
 TEST(FolderNameLower, LeavesALowerCaseNameAndADriveAlone) {
     const TempTree tree;
     tree.Folder(L"lower");
-    TestWorld world;
+    TestEnvironment world;
     FolderNameLower(world.system, tree.Path(L"lower"));
     FolderNameLower(world.system, L"C:\\");
     FolderNameLower(world.system, L"C:");
@@ -72,12 +72,12 @@ TEST(FolderNameLower, PassesOverAFailureAndLeavesTheOldName) {
     for (int n = 1; n <= 2; ++n) {
         const TempTree tree;
         tree.File(L"Docs\\File");
-        TestWorld world;
-        world.files.FailNth(n, error_number::kPermissionDenied, OnlyCalls({FileCall::Move}));
+        TestEnvironment world;
+        world.files.FailNth(n, error_number::kPermissionDenied, OnlyCalls({FileCall::Rename}));
         FolderNameLower(world.system, tree.Path(L"Docs"));
         EXPECT_EQ(Names(tree), (NameList{L"Docs", L"Docs\\File"})) << "failed at rename " << n;
     }
-    TestWorld world;
+    TestEnvironment world;
     FolderNameLower(world.system, L"C:\\No Such Folder\\Here");
 }
 
@@ -85,7 +85,7 @@ TEST(FileNameLower, RenamesTheFileAndTurnsThePath) {
     const TempTree tree;
     std::wstring path = tree.File(L"Docs\\ملف File.TXT", "bytes");
     const std::wstring before = path;
-    TestWorld world;
+    TestEnvironment world;
     FileNameLower(world.system, path);
     EXPECT_EQ(path, LowerCase(before));
     EXPECT_EQ(Names(tree), (NameList{L"Docs", L"Docs\\ملف file.txt"}));
@@ -95,7 +95,7 @@ TEST(FileNameLower, RenamesTheFileAndTurnsThePath) {
 TEST(FileNameLower, MovesByWayOfTheLowerCaseNameWithAnAtSign) {
     const TempTree tree;
     std::wstring path = tree.File(L"File.TXT");
-    TestWorld world;
+    TestEnvironment world;
     FileNameLower(world.system, path);
     ASSERT_EQ(world.files.Operations().size(), 2U);
     EXPECT_EQ(world.files.Operations()[0].to, tree.Path(L"file.txt@"));
@@ -108,8 +108,8 @@ TEST(FileNameLower, UndoesItsRenamesWhenOneFails) {
         const TempTree tree;
         std::wstring path = tree.File(L"File.TXT", "bytes");
         const std::wstring before = path;
-        TestWorld world;
-        world.files.FailNth(n, error_number::kPermissionDenied, OnlyCalls({FileCall::Move}));
+        TestEnvironment world;
+        world.files.FailNth(n, error_number::kPermissionDenied, OnlyCalls({FileCall::Rename}));
         FileNameLower(world.system, path);
         EXPECT_EQ(Names(tree), NameList{L"File.TXT"}) << "failed at rename " << n;
         EXPECT_EQ(path, LowerCase(before)) << "in any case";
@@ -121,7 +121,7 @@ TEST(FileNameLower, PassesOverATakenNameAndAFileInUse) {
     std::wstring taken = tree.File(L"One.txt", "1");
     tree.File(L"one.txt@", "other");
     std::wstring used = tree.File(L"Two.txt", "2");
-    TestWorld world;
+    TestEnvironment world;
     {
         const FileHandle lock(
             CreateFileW(used.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
@@ -138,7 +138,7 @@ TEST(TreeNamesLower, TurnsEveryNameOfTheTree) {
     tree.File(L"Top\\b.txt", "b");
     tree.File(L"Top\\SUB\\Deeper\\ÉCOLE ملف.Doc", "c");
     tree.File(L"Top\\lower\\UPPER", "d");
-    TestWorld world;
+    TestEnvironment world;
     TreeNamesLower(world.system, tree.Path(L"Top"));
     EXPECT_EQ(Names(tree),
               (NameList{L"top", L"top\\a.txt", L"top\\b.txt", L"top\\lower", L"top\\lower\\upper",
@@ -152,9 +152,9 @@ TEST(TreeNamesLower, PassesOverFailuresAndTurnsTheRest) {
     tree.File(L"Top\\One", "1");
     tree.File(L"Top\\Sub\\Two", "2");
     tree.File(L"Top\\Three", "3");
-    TestWorld world;
+    TestEnvironment world;
     world.files.FailFrom(1, error_number::kPermissionDenied, [](const auto& operation) {
-        return operation.call == FileCall::Move && operation.path.ends_with(L"Sub");
+        return operation.call == FileCall::Rename && operation.path.ends_with(L"Sub");
     });
     TreeNamesLower(world.system, tree.Path(L"Top"));
     EXPECT_EQ(Names(tree),
@@ -165,18 +165,18 @@ TEST(TreeNamesLower, OfADriveLetterAloneStaysInItsCurrentFolder) {
     const TempTree tree;
     tree.File(L"vwtest top\\File");
     const test::CurrentFolder current(tree.Path(L"vwtest top"));
-    TestWorld world;
+    TestEnvironment world;
     // Should it leave the folder, nothing may be renamed there.
     world.files.DieAtNth(1, [&](const auto& operation) {
-        return operation.call == FileCall::Move && !operation.path.starts_with(tree.Path());
+        return operation.call == FileCall::Rename && !operation.path.starts_with(tree.Path());
     });
     TreeNamesLower(world.system, tree.Path().substr(0, 2));
     EXPECT_EQ(Names(tree), (NameList{L"vwtest top", L"vwtest top\\file"}));
 }
 
 TEST(TreeNamesLower, DoesNothingForWhatIsNotThere) {
-    TestWorld world;
-    world.files.DieAtNth(1, OnlyCalls({FileCall::Copy, FileCall::Write, FileCall::EraseFile}));
+    TestEnvironment world;
+    world.files.DieAtNth(1, OnlyCalls({FileCall::Copy, FileCall::Write, FileCall::RemoveFile}));
     TreeNamesLower(world.system, L"C:\\No Such Folder Here");
     TreeNamesLower(world.system, L"");
 }
@@ -184,7 +184,7 @@ TEST(TreeNamesLower, DoesNothingForWhatIsNotThere) {
 TEST(TreeNamesLower, LeavesLowerCaseNamesUntouched) {
     const TempTree tree;
     tree.File(L"top\\sub\\file.txt");
-    TestWorld world;
+    TestEnvironment world;
     world.files.DieAtNth(1, OnlyChanges());
     TreeNamesLower(world.system, tree.Path(L"top"));
     EXPECT_EQ(world.files.Count(), 0);

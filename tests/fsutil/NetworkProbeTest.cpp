@@ -4,7 +4,7 @@
 
 #include "platform/RuntimeError.h"
 #include "tests/support/DeadServer.h"
-#include "tests/support/TestWorld.h"
+#include "tests/support/TestEnvironment.h"
 
 namespace vw::test {
 namespace {
@@ -13,7 +13,7 @@ using testing::IsEmpty;
 
 class NetworkProbeTest : public testing::Test {
   protected:
-    TestWorld world;
+    TestEnvironment world;
     DeadServer server{world.disk};
     System system = world.With(server);
     NetworkProbe probe{system};

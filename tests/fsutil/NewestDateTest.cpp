@@ -4,14 +4,14 @@
 
 #include "platform/RuntimeError.h"
 #include "tests/support/TempTree.h"
-#include "tests/support/TestWorld.h"
+#include "tests/support/TestEnvironment.h"
 
 namespace vw {
 namespace {
 
 using test::FileCall;
 using test::TempTree;
-using test::TestWorld;
+using test::TestEnvironment;
 
 constexpr DateParts kOld{2001, 2, 3, 4, 5, 6};
 constexpr DateParts kNew{2024, 12, 31, 23, 59, 59};
@@ -20,7 +20,7 @@ TEST(NewestFileDate, IsTheFilesOwnOrTheNewestOfTheTree) {
     const TempTree tree;
     tree.File(L"Docs«0101»\\a", "x", kOld);
     tree.File(L"Docs«0101»\\Sub\\ب", "x", kNew);
-    TestWorld world;
+    TestEnvironment world;
     int yields = 0;
     const auto yield = [&] { ++yields; };
     EXPECT_EQ(NewestFileDate(world.files, tree.Path(L"Docs«0101»\\a"), yield), MakeDate(kOld));
@@ -32,7 +32,7 @@ TEST(NewestFileDate, IsTheFilesOwnOrTheNewestOfTheTree) {
 TEST(NewestFileDate, IsTheMissingDateForNothingAndForATreeWithoutFiles) {
     const TempTree tree;
     tree.Folder(L"Sub\\Deeper");
-    TestWorld world;
+    TestEnvironment world;
     EXPECT_EQ(NewestFileDate(world.files, tree.Path(L"missing"), [] {}), kMissingDate);
     EXPECT_EQ(NewestFileDate(world.files, tree.Path(), [] {}), kMissingDate);
 }
@@ -41,7 +41,7 @@ TEST(NewestFileDate, LeavesOutASubFolderThatCannotBeRead) {
     const TempTree tree;
     tree.File(L"Closed\\a", "x", kNew);
     tree.File(L"Open\\b", "x", kOld);
-    TestWorld world;
+    TestEnvironment world;
     world.files.FailNth(1, error_number::kPermissionDenied, [](const auto& operation) {
         return operation.call == FileCall::List && operation.path.ends_with(L"Closed");
     });

@@ -8,7 +8,7 @@
 #include "platform/WindowsHeader.h"
 #include "tests/support/EndlessFolders.h"
 #include "tests/support/TempTree.h"
-#include "tests/support/TestWorld.h"
+#include "tests/support/TestEnvironment.h"
 
 namespace vw::MFileDosShell {
 namespace {
@@ -16,7 +16,7 @@ namespace {
 using test::FileCall;
 using test::OnlyCalls;
 using test::TempTree;
-using test::TestWorld;
+using test::TestEnvironment;
 
 constexpr DateParts kOld{2001, 2, 3, 4, 5, 6};
 constexpr DateParts kMiddle{2015, 6, 30, 12, 0, 0};
@@ -27,7 +27,7 @@ class StoredDates : public CopyDates {
   public:
     Date PackageDate(std::wstring_view copyPath) override {
         asked.emplace_back(copyPath);
-        if (fails) Raise(error_number::kInvalidCall, copyPath);
+        if (fails) Throw(error_number::kInvalidCall, copyPath);
         const auto found = dates.find(std::wstring(copyPath));
         return found == dates.end() ? kMissingDate : found->second;
     }
@@ -40,7 +40,7 @@ class StoredDates : public CopyDates {
 TEST(PathDate, OfNothingIsTheFirstDayOfTheYear1000) {
     const TempTree tree;
     tree.File(L"a");
-    TestWorld world;
+    TestEnvironment world;
     StoredDates stored;
     for (const std::wstring& path : {tree.Path(L"missing"), tree.Path(L"missing«0101».txt"),
                                      tree.Path(L"*"), std::wstring()}) {
@@ -54,7 +54,7 @@ TEST(PathDate, OfNothingIsTheFirstDayOfTheYear1000) {
 TEST(PathDate, OfAFileIsItsOwn) {
     const TempTree tree;
     const std::wstring file = tree.File(L"ملف.txt", "x", kMiddle);
-    TestWorld world;
+    TestEnvironment world;
     StoredDates stored;
     EXPECT_EQ(PathDate(world.system, stored, file), MakeDate(kMiddle));
 }
@@ -63,7 +63,7 @@ TEST(PathDate, OfAFolderIsTheNewestFileOfItsTree) {
     const TempTree tree;
     tree.File(L"a", "x", kMiddle);
     tree.File(L"Sub\\Deeper\\b", "x", kOld);
-    TestWorld world;
+    TestEnvironment world;
     StoredDates stored;
     EXPECT_EQ(PathDate(world.system, stored, tree.Path()), MakeDate(kMiddle));
     tree.File(L"Sub\\Deeper\\c", "x", kNew);
@@ -77,7 +77,7 @@ TEST(PathDate, TakesNoNoticeOfTheDatesOfFolders) {
     const TempTree tree;
     tree.File(L"Sub\\a", "x", kOld);
     tree.SetDate(L"Sub", kNew);
-    TestWorld world;
+    TestEnvironment world;
     StoredDates stored;
     EXPECT_EQ(PathDate(world.system, stored, tree.Path()), MakeDate(kOld));
 }
@@ -85,7 +85,7 @@ TEST(PathDate, TakesNoNoticeOfTheDatesOfFolders) {
 TEST(PathDate, OfAFolderWithoutFilesIsTheFirstDayOf1900) {
     const TempTree tree;
     tree.Folder(L"Sub\\Deeper");
-    TestWorld world;
+    TestEnvironment world;
     StoredDates stored;
     const Date date = PathDate(world.system, stored, tree.Path());
     EXPECT_EQ(date, kEmptyFolderDate);
@@ -97,7 +97,7 @@ TEST(PathDate, OfACopyIsTheDateStoredWithIt) {
     const std::wstring file = tree.File(L"f«0101».txt", "x", kNew);
     const std::wstring folder = tree.Folder(L"Docs«0203»");
     tree.File(L"Docs«0203»\\inside", "x", kNew);
-    TestWorld world;
+    TestEnvironment world;
     StoredDates stored;
     stored.dates[file] = MakeDate(kOld);
     stored.dates[folder] = MakeDate(kMiddle);
@@ -109,7 +109,7 @@ TEST(PathDate, OfAFolderWhoseOnlyContentIsACopyFolderIsThatCopysStoredDate) {
     const TempTree tree;
     const std::wstring copy = tree.Folder(L"Docs«0101»");
     tree.File(L"Docs«0101»\\newer", "x", kNew);
-    TestWorld world;
+    TestEnvironment world;
     StoredDates stored;
     stored.dates[copy] = MakeDate(kMiddle);
     EXPECT_EQ(PathDate(world.system, stored, tree.Path()), MakeDate(kMiddle));
@@ -120,7 +120,7 @@ TEST(PathDate, OfAFolderWhoseOnlyContentIsACopyFolderIsThatCopysStoredDate) {
 TEST(PathDate, ReadsAFileNamedLikeACopyInsideAFolderAsAFile) {
     const TempTree tree;
     tree.File(L"f«0101».txt", "x", kMiddle);
-    TestWorld world;
+    TestEnvironment world;
     StoredDates stored;
     EXPECT_EQ(PathDate(world.system, stored, tree.Path()), MakeDate(kMiddle));
     EXPECT_TRUE(stored.asked.empty());
@@ -131,7 +131,7 @@ TEST(PathDate, TheMarksCountAnywhereInThePath) {
     const std::wstring below = tree.File(L"a«b»c\\plain.txt", "x", kNew);
     const std::wstring split = tree.Folder(L"left«\\right»");
     tree.File(L"no»order«\\x", "x", kOld);
-    TestWorld world;
+    TestEnvironment world;
     StoredDates stored;
     stored.dates[below] = MakeDate(kMiddle);
     stored.dates[split] = MakeDate(kMiddle);
@@ -145,7 +145,7 @@ TEST(PathDate, ProcessesMessagesAfterEachFileAndSubFolder) {
     const TempTree tree;
     for (int i = 0; i < 6; ++i) tree.File(std::to_wstring(i));
     for (int i = 0; i < 4; ++i) tree.Folder(L"Sub" + std::to_wstring(i));
-    TestWorld world;
+    TestEnvironment world;
     StoredDates stored;
     (void)PathDate(world.system, stored, tree.Path());
     EXPECT_GE(world.pump.Yields(), 10);
@@ -154,7 +154,7 @@ TEST(PathDate, ProcessesMessagesAfterEachFileAndSubFolder) {
 TEST(PathDate, AsksTheDiskOnceForEachFolder) {
     const TempTree tree;
     for (int i = 0; i < 20; ++i) tree.File(L"Sub\\" + std::to_wstring(i));
-    TestWorld world;
+    TestEnvironment world;
     StoredDates stored;
     (void)PathDate(world.system, stored, tree.Path());
     EXPECT_EQ(world.files.Operations().size(), 3U) << "one look at the top, one list per folder";
@@ -165,7 +165,7 @@ TEST(PathDate, LeavesOutASubFolderThatCannotBeRead) {
     tree.File(L"a", "x", kOld);
     tree.File(L"Closed\\b", "x", kNew);
     tree.File(L"Open\\c", "x", kMiddle);
-    TestWorld world;
+    TestEnvironment world;
     StoredDates stored;
     world.files.FailNth(1, error_number::kPermissionDenied, [](const auto& operation) {
         return operation.call == FileCall::List && operation.path.ends_with(L"Closed");
@@ -177,7 +177,7 @@ TEST(PathDate, LeavesOutASubFolderThatCannotBeRead) {
 TEST(PathDate, OfAFolderThatCannotBeReadIsWhatCouldBeRead) {
     const TempTree tree;
     tree.File(L"a", "x", kNew);
-    TestWorld world;
+    TestEnvironment world;
     StoredDates stored;
     world.files.FailFrom(1, error_number::kPermissionDenied, OnlyCalls({FileCall::List}));
     EXPECT_EQ(PathDate(world.system, stored, tree.Path()), kEmptyFolderDate);
@@ -185,7 +185,7 @@ TEST(PathDate, OfAFolderThatCannotBeReadIsWhatCouldBeRead) {
 
 TEST(PathDate, TellsWhenTheDiskCannotAnswer) {
     const TempTree tree;
-    TestWorld world;
+    TestEnvironment world;
     StoredDates stored;
     world.files.FailNth(1, error_number::kPermissionDenied);
     EXPECT_EQ(PathDate(world.system, stored, tree.Path()), kMissingDate);
@@ -199,7 +199,7 @@ TEST(PathDate, KeepsWhatItFoundWhenTheStoredDateCannotBeRead) {
     const TempTree tree;
     tree.File(L"a", "x", kMiddle);
     tree.Folder(L"Docs«0101»");
-    TestWorld world;
+    TestEnvironment world;
     StoredDates stored;
     stored.fails = true;
     EXPECT_EQ(PathDate(world.system, stored, tree.Path()), MakeDate(kMiddle));
@@ -207,7 +207,7 @@ TEST(PathDate, KeepsWhatItFoundWhenTheStoredDateCannotBeRead) {
 }
 
 TEST(PathDate, WalksTreesOfThousandsOfLevels) {
-    TestWorld world;
+    TestEnvironment world;
     StoredDates stored;
     test::EndlessFolders disk(world.disk, 6000, MakeDate(kOld));
     System system = world.With(disk);
@@ -219,7 +219,7 @@ TEST(PathDate, WalksPathsBeyond260Characters) {
     std::wstring relative = L"Top";
     for (int i = 0; i < 30; ++i) relative += L"\\مجلد طويل الاسم جدا";
     tree.File(relative + L"\\f", "x", kNew);
-    TestWorld world;
+    TestEnvironment world;
     StoredDates stored;
     EXPECT_EQ(PathDate(world.system, stored, tree.Path()), MakeDate(kNew));
 }
@@ -227,7 +227,7 @@ TEST(PathDate, WalksPathsBeyond260Characters) {
 TEST(PathDate, LetsTheWindowEndTheWalk) {
     const TempTree tree;
     for (int i = 0; i < 10; ++i) tree.File(std::to_wstring(i));
-    TestWorld world;
+    TestEnvironment world;
     StoredDates stored;
     world.pump.AtYield(5, [&] { world.programEnd.End(1223); });
     EXPECT_THROW((void)PathDate(world.system, stored, tree.Path()), test::ProgramEnded);
@@ -238,7 +238,7 @@ TEST(NewestDateOf, UnreadableFolder_Raises) {
     const TempTree tree;
     tree.File(L"Work\\a.txt", "a", kOld);
     tree.File(L"Work\\Sub\\b.txt", "b", kNew);
-    TestWorld world;
+    TestEnvironment world;
     StoredDates dates;
     EXPECT_EQ(NewestDateOf(world.system, dates, tree.Path(L"Work")), MakeDate(kNew));
     world.files.FailNth(2, error_number::kPermissionDenied, OnlyCalls({FileCall::List}));

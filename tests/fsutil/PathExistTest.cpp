@@ -2,18 +2,18 @@
 
 #include "fsutil/FileQueries.h"
 #include "tests/support/TempTree.h"
-#include "tests/support/TestWorld.h"
+#include "tests/support/TestEnvironment.h"
 
 namespace vw::MFileDosShell {
 namespace {
 
 using test::TempTree;
-using test::TestWorld;
+using test::TestEnvironment;
 
 TEST(PathExist, TrueForFilesAndFoldersHoweverTheyAreTyped) {
     const TempTree tree;
     tree.File(L"Sub\\ملف «1».txt");
-    TestWorld world;
+    TestEnvironment world;
     EXPECT_TRUE(PathExist(world.system, tree.Path()));
     EXPECT_TRUE(PathExist(world.system, tree.Path() + L"\\"));
     EXPECT_TRUE(PathExist(world.system, tree.Path(L"Sub")));
@@ -28,7 +28,7 @@ TEST(PathExist, TrueForFilesAndFoldersHoweverTheyAreTyped) {
 TEST(PathExist, FalseForWhatIsNotThere) {
     const TempTree tree;
     tree.File(L"a.txt");
-    TestWorld world;
+    TestEnvironment world;
     EXPECT_FALSE(PathExist(world.system, tree.Path(L"b.txt")));
     EXPECT_FALSE(PathExist(world.system, tree.Path(L"no folder\\a.txt")));
     EXPECT_FALSE(PathExist(world.system, tree.Path(L"a.txt\\below")));
@@ -40,7 +40,7 @@ TEST(PathExist, FalseForWhatIsNotThere) {
 TEST(PathExist, AWildcardNamesNothing) {
     const TempTree tree;
     tree.File(L"a.txt");
-    TestWorld world;
+    TestEnvironment world;
     EXPECT_FALSE(PathExist(world.system, tree.Path(L"*")));
     EXPECT_FALSE(PathExist(world.system, tree.Path(L"?.txt")));
     EXPECT_FALSE(PathExist(world.system, tree.Path(L"a.*")));
@@ -52,7 +52,7 @@ TEST(PathExist, FindsPathsBeyond260Characters) {
     for (int i = 0; i < 12; ++i) relative += L"مجلد طويل الاسم جدا للتجربة\\";
     const std::wstring file = tree.File(relative + L"f.txt");
     ASSERT_GT(file.size(), 300U);
-    TestWorld world;
+    TestEnvironment world;
     EXPECT_TRUE(PathExist(world.system, file));
     EXPECT_TRUE(PathExist(world.system, tree.Path(relative)));
     EXPECT_FALSE(PathExist(world.system, tree.Path(relative + L"g.txt")));
@@ -60,7 +60,7 @@ TEST(PathExist, FindsPathsBeyond260Characters) {
 
 TEST(PathExist, TellsWhenTheDiskCannotAnswer) {
     const TempTree tree;
-    TestWorld world;
+    TestEnvironment world;
     world.files.FailNth(1, error_number::kPermissionDenied);
     EXPECT_FALSE(PathExist(world.system, tree.Path()));
     const test::ToldError told = world.errors.TakeOne();

@@ -5,7 +5,7 @@
 #include "tests/support/CurrentFolder.h"
 #include "tests/support/EndlessFolders.h"
 #include "tests/support/TempTree.h"
-#include "tests/support/TestWorld.h"
+#include "tests/support/TestEnvironment.h"
 
 namespace vw::MFileDosShell {
 namespace {
@@ -13,15 +13,15 @@ namespace {
 using test::FileCall;
 using test::OnlyCalls;
 using test::TempTree;
-using test::TestWorld;
+using test::TestEnvironment;
 
 // Files of one and more gibibytes, without a disk that holds them.
 class HugeFiles : public test::ForwardingFileSystem {
   public:
     using ForwardingFileSystem::ForwardingFileSystem;
 
-    std::optional<FileFacts> Look(std::wstring_view path) override {
-        FileFacts facts;
+    std::optional<FileInfo> Stat(std::wstring_view path) override {
+        FileInfo facts;
         facts.isFolder = !path.ends_with(L".bin");
         facts.size = facts.isFolder ? 0 : kSize;
         return facts;
@@ -49,7 +49,7 @@ TEST(PathSize, OfAFileIsItsLength) {
     const TempTree tree;
     tree.File(L"ملف.txt", "12345");
     tree.File(L"empty", "");
-    TestWorld world;
+    TestEnvironment world;
     EXPECT_EQ(PathSize(world.system, tree.Path(L"ملف.txt")), 5);
     EXPECT_EQ(PathSize(world.system, tree.Path(L"ملف.txt"), true), 5);
     EXPECT_EQ(PathSize(world.system, tree.Path(L"empty")), 0);
@@ -62,7 +62,7 @@ TEST(PathSize, OfAFolderCountsItsOwnFilesOrTheWholeTree) {
     tree.File(L"Sub\\c", "333");
     tree.File(L"Sub\\Deeper\\d", "4444");
     tree.SetAttributes(L"Sub\\Deeper", FILE_ATTRIBUTE_HIDDEN);
-    TestWorld world;
+    TestEnvironment world;
     EXPECT_EQ(PathSize(world.system, tree.Path()), 3);
     EXPECT_EQ(PathSize(world.system, tree.Path(), false), 3);
     EXPECT_EQ(PathSize(world.system, tree.Path(), true), 10);
@@ -73,7 +73,7 @@ TEST(PathSize, OfAFolderCountsItsOwnFilesOrTheWholeTree) {
 TEST(PathSize, OfNothingIsMinusOne) {
     const TempTree tree;
     tree.File(L"a");
-    TestWorld world;
+    TestEnvironment world;
     EXPECT_EQ(PathSize(world.system, tree.Path(L"missing")), -1);
     EXPECT_EQ(PathSize(world.system, tree.Path(L"missing"), true), -1);
     EXPECT_EQ(PathSize(world.system, tree.Path(L"*")), -1);
@@ -82,13 +82,13 @@ TEST(PathSize, OfNothingIsMinusOne) {
 
 TEST(PathSize, OfAnEmptyFolderIsZero) {
     const TempTree tree;
-    TestWorld world;
+    TestEnvironment world;
     EXPECT_EQ(PathSize(world.system, tree.Path()), 0);
     EXPECT_EQ(PathSize(world.system, tree.Path(), true), 0);
 }
 
 TEST(PathSize, GoesBeyondTwoGibibytes) {
-    TestWorld world;
+    TestEnvironment world;
     HugeFiles disk(world.disk);
     System system = world.With(disk);
     EXPECT_EQ(PathSize(system, L"X:\\a.bin"), 3'000'000'000);
@@ -99,7 +99,7 @@ TEST(PathSize, GoesBeyondTwoGibibytes) {
 TEST(PathSize, ProcessesMessagesAfterEachFile) {
     const TempTree tree;
     for (int i = 0; i < 10; ++i) tree.File(std::to_wstring(i));
-    TestWorld world;
+    TestEnvironment world;
     (void)PathSize(world.system, tree.Path());
     EXPECT_GE(world.pump.Yields(), 10);
     world.pump.Restart();
@@ -110,7 +110,7 @@ TEST(PathSize, ProcessesMessagesAfterEachFile) {
 TEST(PathSize, AsksTheDiskOnceForEachFolder) {
     const TempTree tree;
     for (int i = 0; i < 10; ++i) tree.File(L"Sub\\" + std::to_wstring(i));
-    TestWorld world;
+    TestEnvironment world;
     (void)PathSize(world.system, tree.Path(), true);
     EXPECT_EQ(world.files.Operations().size(), 3U) << "one look at the top, one list per folder";
 }
@@ -120,7 +120,7 @@ TEST(PathSize, LeavesOutASubFolderThatCannotBeRead) {
     tree.File(L"a", "1");
     tree.File(L"Closed\\b", "22");
     tree.File(L"Open\\c", "333");
-    TestWorld world;
+    TestEnvironment world;
     world.files.FailNth(1, error_number::kPermissionDenied, [](const auto& operation) {
         return operation.call == FileCall::List && operation.path.ends_with(L"Closed");
     });
@@ -132,7 +132,7 @@ TEST(PathSize, OfAFolderThatCannotBeReadIsWhatCouldBeRead) {
     const TempTree tree;
     tree.File(L"a", "1");
     for (const bool wholeTree : {false, true}) {
-        TestWorld world;
+        TestEnvironment world;
         world.files.FailFrom(1, error_number::kPermissionDenied, OnlyCalls({FileCall::List}));
         EXPECT_EQ(PathSize(world.system, tree.Path(), wholeTree), 0);
     }
@@ -140,7 +140,7 @@ TEST(PathSize, OfAFolderThatCannotBeReadIsWhatCouldBeRead) {
 
 TEST(PathSize, TellsWhenTheDiskCannotAnswer) {
     const TempTree tree;
-    TestWorld world;
+    TestEnvironment world;
     world.files.FailNth(1, error_number::kNotReady);
     EXPECT_EQ(PathSize(world.system, tree.Path()), -1);
     const test::ToldError told = world.errors.TakeOne();
@@ -150,7 +150,7 @@ TEST(PathSize, TellsWhenTheDiskCannotAnswer) {
 }
 
 TEST(PathSize, WalksTreesOfThousandsOfLevels) {
-    TestWorld world;
+    TestEnvironment world;
     test::EndlessFolders disk(world.disk, 5000, 0);
     System system = world.With(disk);
     EXPECT_EQ(PathSize(system, L"X:\\d", true), 5000);
@@ -162,7 +162,7 @@ TEST(PathSize, OfADriveLetterAloneIsThatOfItsCurrentFolder) {
     tree.File(L"a", "1");
     tree.File(L"Sub\\b", "22");
     const test::CurrentFolder current(tree.Path());
-    TestWorld world;
+    TestEnvironment world;
     EXPECT_EQ(PathSize(world.system, tree.Path().substr(0, 2), true), 3);
 }
 
@@ -180,7 +180,7 @@ TEST(CPathSize, WritesTheSizeAsPeopleReadIt) {
                         {1048576, L"1024.0KByte"},
                         {1572864, L"1.5MByte"}};
     const TempTree tree;
-    TestWorld world;
+    TestEnvironment world;
     for (const Row& row : rows) {
         const std::wstring file = tree.File(L"f", std::string(row.bytes, 'x'));
         EXPECT_EQ(CPathSize(world.system, file), WithLocalSign(row.text)) << row.bytes;
@@ -191,14 +191,14 @@ TEST(CPathSize, OfAFolderIsItsWholeTree) {
     const TempTree tree;
     tree.File(L"a", std::string(1000, 'x'));
     tree.File(L"Sub\\b", std::string(536, 'x'));
-    TestWorld world;
+    TestEnvironment world;
     EXPECT_EQ(CPathSize(world.system, tree.Path()), WithLocalSign(L"1.5KByte"));
     EXPECT_EQ(CPathSize(world.system, tree.Folder(L"empty")), L"0Byte");
 }
 
 TEST(CPathSize, OfNothingIsEmpty) {
     const TempTree tree;
-    TestWorld world;
+    TestEnvironment world;
     EXPECT_EQ(CPathSize(world.system, tree.Path(L"missing")), L"");
     EXPECT_EQ(CPathSize(world.system, tree.Path(L"*")), L"");
     EXPECT_EQ(CPathSize(world.system, L""), L"");
@@ -206,7 +206,7 @@ TEST(CPathSize, OfNothingIsEmpty) {
 
 TEST(CPathSize, TellsWhenTheDiskCannotAnswer) {
     const TempTree tree;
-    TestWorld world;
+    TestEnvironment world;
     world.files.FailNth(1, error_number::kPermissionDenied);
     EXPECT_EQ(CPathSize(world.system, tree.Path()), L"");
     EXPECT_EQ(world.errors.TakeOne().procedure, L"CPathSize");

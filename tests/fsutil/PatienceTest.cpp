@@ -9,7 +9,7 @@
 #include "platform/SystemError.h"
 #include "platform/WindowsHeader.h"
 #include "tests/support/TempTree.h"
-#include "tests/support/TestWorld.h"
+#include "tests/support/TestEnvironment.h"
 
 namespace vw::test {
 namespace {
@@ -19,7 +19,7 @@ class StubbornFolders final : public ForwardingFileSystem {
   public:
     using ForwardingFileSystem::ForwardingFileSystem;
 
-    void EraseFolder(std::wstring_view path) override { RaiseCode(code, path); }
+    void RemoveFolder(std::wstring_view path) override { RaiseCode(code, path); }
 
     DWORD code = ERROR_DIR_NOT_EMPTY;
 };
@@ -47,13 +47,13 @@ class PatienceTest : public testing::Test {
         return number;
     }
 
-    int EraseFolder(FileSystem& disk, bool emptiedByUs) {
+    int RemoveFolder(FileSystem& disk, bool emptiedByUs) {
         System system = world.With(disk);
-        Patience waiting(system, cancelled);
+        Patience waiting(system, cancel);
         const std::uint64_t start = world.clock.Milliseconds();
         int number = 0;
         try {
-            waiting.EraseFolder(tree.Path(), emptiedByUs);
+            waiting.RemoveFolder(tree.Path(), emptiedByUs);
         } catch (const RuntimeError& error) {
             number = error.Number();
         }
@@ -61,10 +61,10 @@ class PatienceTest : public testing::Test {
         return number;
     }
 
-    TestWorld world;
+    TestEnvironment world;
     TempTree tree;
-    bool cancelled = false;
-    Patience patience{world.system, cancelled};
+    CancelToken cancel;
+    Patience patience{world.system, cancel};
     std::uint64_t took = 0;
     int attempts = 0;
 };
@@ -106,13 +106,13 @@ TEST_F(PatienceTest, AfterAWaitInVain_TheRunWaitsHalfASecond) {
 }
 
 TEST_F(PatienceTest, Cancel_EndsTheWait) {
-    world.pump.AtYield(5, [&] { cancelled = true; });
+    world.pump.AtYield(5, [&] { cancel.Request(); });
     EXPECT_EQ(Perform(ERROR_SHARING_VIOLATION, 60'000), error_number::kPermissionDenied);
     EXPECT_LT(took, 2000U);
 }
 
 TEST_F(PatienceTest, CancelledBefore_WaitsHalfASecond) {
-    cancelled = true;
+    cancel.Request();
     EXPECT_EQ(Perform(ERROR_SHARING_VIOLATION, 400), 0);
     EXPECT_NE(Perform(ERROR_SHARING_VIOLATION, 60'000), 0);
     EXPECT_EQ(took, 500U);
@@ -137,12 +137,12 @@ TEST_F(PatienceTest, OtherFailures_AreNotWaitedFor) {
 
 TEST_F(PatienceTest, NotEmpty_CountsForAFolderThatWeEmptiedOnly) {
     StubbornFolders disk(world.disk);
-    EXPECT_EQ(EraseFolder(disk, false), error_number::kAccessError);
+    EXPECT_EQ(RemoveFolder(disk, false), error_number::kAccessError);
     EXPECT_EQ(took, 0U);
-    EXPECT_EQ(EraseFolder(disk, true), error_number::kAccessError);
+    EXPECT_EQ(RemoveFolder(disk, true), error_number::kAccessError);
     EXPECT_EQ(took, Patience::kUsual);
     disk.code = ERROR_SHARING_VIOLATION;
-    EXPECT_EQ(EraseFolder(disk, false), error_number::kPermissionDenied);
+    EXPECT_EQ(RemoveFolder(disk, false), error_number::kPermissionDenied);
     EXPECT_EQ(took, Patience::kUsual);
 }
 

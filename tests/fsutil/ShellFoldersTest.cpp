@@ -8,7 +8,7 @@
 #include "platform/Utf8.h"
 #include "platform/WindowsHeader.h"
 #include "tests/fsutil/FakeScriptShell.h"
-#include "tests/support/TestWorld.h"
+#include "tests/support/TestEnvironment.h"
 
 // Behind the header above, which it builds on.
 #include <shlobj.h>
@@ -16,7 +16,7 @@
 namespace vw::MMyScripting {
 namespace {
 
-using test::TestWorld;
+using test::TestEnvironment;
 
 // The same folders by the system's older numbers, asked in another way.
 constexpr std::array<int, 18> kOtherNumbers = {CSIDL_COMMON_DESKTOPDIRECTORY,
@@ -46,7 +46,7 @@ std::wstring Expected(int number) {
 }
 
 std::wstring Folder(int code, bool isWinNT = true, int* codeAfter = nullptr) {
-    TestWorld world;
+    TestEnvironment world;
     ScriptShell shell;
     const std::wstring path = GetSpecialFolders(world.system, shell, code, isWinNT);
     if (codeAfter != nullptr) *codeAfter = code;
@@ -112,7 +112,7 @@ TEST(KnownFolderOfNumber, HasAllNumbersOfTheCollectionAndNoOthers) {
 }
 
 TEST(WshShellInt, MakesTheSharedObjectOnce) {
-    TestWorld world;
+    TestEnvironment world;
     ScriptShell shell;
     EXPECT_FALSE(shell.IsCreated());
     WshShellInt(world.system, shell);
@@ -122,7 +122,7 @@ TEST(WshShellInt, MakesTheSharedObjectOnce) {
 }
 
 TEST(WshShellInt, TheObjectIsMadeByTheFirstLookUp) {
-    TestWorld world;
+    TestEnvironment world;
     ScriptShell shell;
     int code = 51;
     (void)GetSpecialFolders(world.system, shell, code, true);
@@ -135,7 +135,7 @@ TEST(WshShellInt, TheObjectIsMadeByTheFirstLookUp) {
 TEST(WshShellInt, TellsASystemWithoutTheObject) {
     test::FakeScriptShell fake([](int) { return L""; });
     fake.RefuseToCreate();
-    TestWorld world;
+    TestEnvironment world;
     ScriptShell shell;
     WshShellInt(world.system, shell);
     EXPECT_FALSE(shell.IsCreated());
@@ -147,7 +147,7 @@ TEST(WshShellInt, TellsASystemWithoutTheObject) {
 
 TEST(SharedShellObject, IsMadeOnceAndAskedByNumber) {
     const test::FakeScriptShell fake([](int number) { return L"X:\\" + std::to_wstring(number); });
-    TestWorld world;
+    TestEnvironment world;
     ScriptShell shell;
     WshShellInt(world.system, shell);
     WshShellInt(world.system, shell);

@@ -9,14 +9,14 @@
 #include "platform/WindowsHeader.h"
 #include "tests/support/CurrentFolder.h"
 #include "tests/support/TempTree.h"
-#include "tests/support/TestWorld.h"
+#include "tests/support/TestEnvironment.h"
 
 namespace vw::MMyScripting {
 namespace {
 
 using test::Exists;
 using test::TempTree;
-using test::TestWorld;
+using test::TestEnvironment;
 
 constexpr const wchar_t* kExtensionKey = L".vwopened";
 constexpr const wchar_t* kTypeKey = L"VaultwrightTest.Opened";
@@ -63,7 +63,7 @@ class ShellPathTest : public testing::Test {
     }
 
     TempTree tree_;
-    TestWorld world_;
+    TestEnvironment world_;
 };
 
 TEST(FileProtocolCommand, IsTheHandlerFollowedDirectlyByTheText) {

@@ -7,16 +7,16 @@
 #include <random>
 
 #include "platform/TextCase.h"
-#include "tests/support/TestWorld.h"
+#include "tests/support/TestEnvironment.h"
 
 namespace vw::MFileDosShell {
 namespace {
 
-using test::TestWorld;
+using test::TestEnvironment;
 using Texts = std::vector<std::wstring>;
 
 Texts Sorted(Texts texts) {
-    TestWorld world;
+    TestEnvironment world;
     Sort(texts, world.pump);
     return texts;
 }
@@ -64,7 +64,7 @@ TEST(Sort, SortsFiftyThousandPathsQuicklyAndKeepsTheWindowAlive) {
     for (int i = 0; i < 50'000; ++i) {
         texts.push_back(L"C:\\Users\\Someone\\Documents\\file " + std::to_wstring(random()));
     }
-    TestWorld world;
+    TestEnvironment world;
     const auto start = std::chrono::steady_clock::now();
     Sort(texts, world.pump);
     const auto took = std::chrono::steady_clock::now() - start;
@@ -78,7 +78,7 @@ TEST(Sort, ShowsWholeTextsToWhoeverLooksMeanwhile) {
     Texts texts;
     for (int i = 500; i > 0; --i) texts.push_back(L"text " + std::to_wstring(i));
     const Texts before = texts;
-    TestWorld world;
+    TestEnvironment world;
     int looks = 0;
     world.pump.AtEachYield([&] {
         ++looks;

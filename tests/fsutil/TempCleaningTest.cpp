@@ -7,7 +7,7 @@
 #include "platform/ProgramState.h"
 #include "platform/RuntimeError.h"
 #include "tests/support/TempTree.h"
-#include "tests/support/TestWorld.h"
+#include "tests/support/TestEnvironment.h"
 #include "tests/support/WineBridge.h"
 
 namespace vw::test {
@@ -40,7 +40,7 @@ class Cleaning : public testing::Test {
     [[nodiscard]] Tree Left() const { return ReadTree(tree.Path(L"Temp")); }
 
     TempTree tree;
-    TestWorld world;
+    TestEnvironment world;
     ProgramState state;
     RecordingHost host;
 };
@@ -117,7 +117,7 @@ TEST_F(Cleaning, LosesALinkAndKeepsWhatItShows) {
 
 TEST_F(Cleaning, StopsAtACancel) {
     for (const auto* name : {L"Temp\\a", L"Temp\\b", L"Temp\\c", L"Temp\\Sub\\d"}) tree.File(name);
-    host.onMsg = [this] { state.cancelRequested = true; };
+    host.onMsg = [this] { state.cancel.Request(); };
     Clean();
     EXPECT_EQ(host.messages.size(), 1U);
     EXPECT_EQ(Left().size(), 4U);

@@ -10,7 +10,7 @@
 #include "platform/RuntimeError.h"
 #include "platform/TextCase.h"
 #include "tests/support/TempTree.h"
-#include "tests/support/TestWorld.h"
+#include "tests/support/TestEnvironment.h"
 
 namespace vw::test {
 namespace {
@@ -28,15 +28,17 @@ class OwnWindows final : public ForwardingFileSystem {
         real_ = path;
     }
 
-    std::optional<FileFacts> Look(std::wstring_view path) override {
-        return ForwardingFileSystem::Look(Own(path));
+    std::optional<FileInfo> Stat(std::wstring_view path) override {
+        return ForwardingFileSystem::Stat(Own(path));
     }
     void List(std::wstring_view folder, const EntryVisitor& visitor) override {
         ForwardingFileSystem::List(Own(folder), visitor);
     }
-    void EraseFile(std::wstring_view path) override { ForwardingFileSystem::EraseFile(Own(path)); }
-    void EraseFolder(std::wstring_view path) override {
-        ForwardingFileSystem::EraseFolder(Own(path));
+    void RemoveFile(std::wstring_view path) override {
+        ForwardingFileSystem::RemoveFile(Own(path));
+    }
+    void RemoveFolder(std::wstring_view path) override {
+        ForwardingFileSystem::RemoveFolder(Own(path));
     }
     std::wstring TempFolder() override { return temporary_; }
 
@@ -79,7 +81,7 @@ class TempFolders : public testing::Test {
     }
 
     TempTree tree;
-    TestWorld world;
+    TestEnvironment world;
     OwnWindows disk{world.files, tree.Path(L"Windows"), tree.Path(L"Temporary")};
     ProgramState state;
     MMyScripting::ScriptShell shell;
@@ -103,7 +105,7 @@ TEST_F(TempFolders, Clean_AllFolders_AreEmptiedAndStay) {
 TEST_F(TempFolders, Clean_EarlierRunWasCancelled_CleansAll) {
     tree.File(L"Temporary\\a.dat");
     tree.File(L"Windows\\left.TMP");
-    state.cancelRequested = true;
+    state.cancel.Request();
     Clean();
     EXPECT_FALSE(IsThere(L"Temporary\\a.dat"));
     EXPECT_FALSE(IsThere(L"Windows\\left.TMP"));
@@ -114,7 +116,7 @@ TEST_F(TempFolders, Clean_CancelledInTheFirstFolder_LeavesTheOthers) {
     tree.File(L"Windows\\Temp\\b.dat");
     tree.File(L"Windows\\prefetch\\c.dat");
     tree.File(L"Windows\\left.TMP");
-    host.onMsg = [this] { state.cancelRequested = true; };
+    host.onMsg = [this] { state.cancel.Request(); };
     Clean();
     EXPECT_FALSE(IsThere(L"Temporary\\a.dat"));
     EXPECT_TRUE(IsThere(L"Windows\\Temp\\b.dat"));
@@ -124,7 +126,7 @@ TEST_F(TempFolders, Clean_CancelledInTheFirstFolder_LeavesTheOthers) {
 
 TEST_F(TempFolders, Clean_CancelledBetweenFolders_DoesNotListTheNext) {
     tree.File(L"Temporary\\a.dat");
-    host.onMsg = [this] { state.cancelRequested = true; };
+    host.onMsg = [this] { state.cancel.Request(); };
     Clean();
     for (const FileOperation& operation : world.files.Operations()) {
         EXPECT_FALSE(operation.call == FileCall::List && operation.path.ends_with(L"Windows\\Temp"))
@@ -163,7 +165,7 @@ TEST_F(TempFolders, Clean_TmpFilesOfWindows_YieldsAfterEach) {
 TEST_F(TempFolders, Clean_CancelledAtATmpFile_LeavesTheRest) {
     tree.File(L"Windows\\a.tmp");
     tree.File(L"Windows\\b.tmp");
-    world.pump.AtEachYield([this] { state.cancelRequested = true; });
+    world.pump.AtEachYield([this] { state.cancel.Request(); });
     Clean();
     EXPECT_NE(IsThere(L"Windows\\a.tmp"), IsThere(L"Windows\\b.tmp"));
 }
@@ -184,7 +186,7 @@ TEST_F(DelInFolder, Files_YieldsAfterEach) {
 
 TEST_F(DelInFolder, SubFolderThatStays_YieldsAfterIt) {
     tree.Folder(L"Temporary\\Sub");
-    world.files.FailFrom(1, error_number::kPermissionDenied, OnlyCalls({FileCall::EraseFolder}));
+    world.files.FailFrom(1, error_number::kPermissionDenied, OnlyCalls({FileCall::RemoveFolder}));
     Empty();
     EXPECT_EQ(world.pump.Yields(), 1);
 }
@@ -192,7 +194,7 @@ TEST_F(DelInFolder, SubFolderThatStays_YieldsAfterIt) {
 TEST_F(DelInFolder, SubFolderDeletedInParts_KeepsItsVbFiles) {
     tree.File(L"Temporary\\Sub\\VB1.tmp");
     tree.File(L"Temporary\\Sub\\a.tmp");
-    world.files.FailNth(1, error_number::kPermissionDenied, OnlyCalls({FileCall::EraseFile}));
+    world.files.FailNth(1, error_number::kPermissionDenied, OnlyCalls({FileCall::RemoveFile}));
     Empty();
     EXPECT_TRUE(IsThere(L"Temporary\\Sub\\VB1.tmp"));
     EXPECT_FALSE(IsThere(L"Temporary\\Sub\\a.tmp"));
@@ -201,7 +203,7 @@ TEST_F(DelInFolder, SubFolderDeletedInParts_KeepsItsVbFiles) {
 TEST_F(DelInFolder, SubFolderDeletedInPartsWithoutSkip_DeletesItsVbFiles) {
     tree.File(L"Temporary\\Sub\\VB1.tmp");
     tree.File(L"Temporary\\Sub\\a.tmp");
-    world.files.FailNth(1, error_number::kPermissionDenied, OnlyCalls({FileCall::EraseFile}));
+    world.files.FailNth(1, error_number::kPermissionDenied, OnlyCalls({FileCall::RemoveFile}));
     Empty(false);
     EXPECT_FALSE(IsThere(L"Temporary\\Sub\\VB1.tmp"));
 }

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/SystemClock.h"
-#include "tests/support/TestWorld.h"
+#include "tests/support/TestEnvironment.h"
 
 namespace vw::test {
 namespace {
@@ -13,12 +13,12 @@ class Waking : public testing::Test {
     /// Whether something that comes `afterwards` milliseconds later is found.
     bool Finds(std::uint64_t afterwards) {
         const std::uint64_t comes = world.clock.Milliseconds() + afterwards;
-        return IsThereAfterWaking(world.system, cancelled,
+        return IsThereAfterWaking(world.system, cancel,
                                   [&] { return world.clock.Milliseconds() >= comes; });
     }
 
-    TestWorld world;
-    bool cancelled = false;
+    TestEnvironment world;
+    CancelToken cancel;
 };
 
 TEST_F(Waking, NeverSlept_AsksOnce) {
@@ -48,7 +48,7 @@ TEST_F(Waking, WokeAMinuteAgo_AsksOnce) {
 
 TEST_F(Waking, Cancelled_EndsTheWait) {
     world.clock.Wake();
-    world.pump.AtYield(3, [this] { cancelled = true; });
+    world.pump.AtYield(3, [this] { cancel.Request(); });
     EXPECT_FALSE(Finds(9'000));
     EXPECT_EQ(world.pump.Yields(), 3);
 }

@@ -4,8 +4,8 @@
 
 #include <vector>
 
-#include "platform/Like.h"
 #include "platform/Utf8.h"
+#include "platform/Wildcards.h"
 
 namespace vw {
 
@@ -151,8 +151,8 @@ TEST(WorkingName, OfAnEarlierVersion_IsStillRead) {
 TEST(WorkingName, IsNeverTakenForACopy) {
     for (const wchar_t* firstName : {L"Report«0001»", L"«0001»", L"«????»"}) {
         const std::wstring name = FormatWorkingName(Sample(), firstName);
-        EXPECT_FALSE(Like(name, L"*«*")) << testing::PrintToString(name);
-        EXPECT_FALSE(Like(name, L"*»*")) << testing::PrintToString(name);
+        EXPECT_FALSE(MatchesWildcard(name, L"*«*")) << testing::PrintToString(name);
+        EXPECT_FALSE(MatchesWildcard(name, L"*»*")) << testing::PrintToString(name);
     }
 }
 

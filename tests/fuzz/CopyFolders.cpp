@@ -6,8 +6,8 @@
 
 #include "engine/CopyName.h"
 #include "fsutil/PathText.h"
+#include "platform/LeadingInt.h"
 #include "platform/TextCase.h"
-#include "platform/Val.h"
 #include "restore/CopiesIndex.h"
 #include "restore/CopyGroup.h"
 #include "tests/fuzz/FuzzSupport.h"

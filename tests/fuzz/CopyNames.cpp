@@ -3,7 +3,7 @@
 #include "engine/CopyName.h"
 #include "fsutil/PathText.h"
 #include "fsutil/WorkingName.h"
-#include "platform/Like.h"
+#include "platform/Wildcards.h"
 #include "tests/fuzz/FuzzSupport.h"
 
 using vw::fuzz::Promise;
@@ -22,12 +22,12 @@ void ReadAnyName(const std::wstring& name) {
 void NameAndReadBack(const std::wstring& item, int location, int number) {
     const std::wstring copy = vw::CFilePackageName(item, number, location, L"E:\\Store");
     const std::wstring any = vw::CFilePackageName(item, vw::kAnyCopyNumber, location, L"E:\\Store");
-    Promise(vw::Like(copy, vw::kCopyNamePattern), "a copy is known by its name");
+    Promise(vw::MatchesWildcard(copy, vw::kCopyNamePattern), "a copy is known by its name");
     // Guillemets of the item's own name cannot be told apart from those of the copy.
     const bool isPlain = item.find_first_of(L"\u00AB\u00BB") == std::wstring::npos;
     if (isPlain) {
         // "#" and "[" stand for other characters in a pattern.
-        Promise(item.find_first_of(L"#[") != std::wstring::npos || vw::Like(copy, any),
+        Promise(item.find_first_of(L"#[") != std::wstring::npos || vw::MatchesWildcard(copy, any),
                 "all copies match the name of any");
         Promise(vw::CFileBackNumber(copy) == number, "the copy number comes back");
         Promise(std::stoi(vw::CFileSP(copy)) == location, "the location number comes back");
@@ -49,7 +49,7 @@ void WorkingNames(vw::fuzz::Input& input, const std::wstring& text) {
                   static_cast<std::uint32_t>(input.Number(4)), input.Number(8)};
     const std::wstring entry = vw::FormatWorkingName(name, text);
     Promise(entry.size() <= 200, "a working name is short");
-    Promise(!vw::Like(entry, L"*\u00AB*"), "a working name is no copy's");
+    Promise(!vw::MatchesWildcard(entry, L"*\u00AB*"), "a working name is no copy's");
     Promise(vw::ParseWorkingName(entry) == name, "a working name comes back");
 
     // One changed character: what is still taken for a working name is one in every part.

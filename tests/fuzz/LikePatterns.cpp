@@ -1,6 +1,6 @@
 // Matching agrees with a plain recursive definition of the patterns.
-#include "platform/Like.h"
 #include "platform/TextCase.h"
+#include "platform/Wildcards.h"
 #include "tests/fuzz/FuzzSupport.h"
 
 using vw::fuzz::Promise;
@@ -66,13 +66,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::wstring text = input.Text();
     const std::wstring pattern = input.RestAsText();
 
-    const bool matches = vw::Like(text, pattern);
+    const bool matches = vw::MatchesWildcard(text, pattern);
     if (pattern.size() < 200 && text.size() < 200) {
         int steps = 20000;
         const bool expected = Defined(text, pattern, steps);
         Promise(steps < 0 || matches == expected, "matching agrees with its definition");
     }
-    Promise(vw::Like(text, L"*" + text) || text.find_first_of(L"[#") != std::wstring::npos,
-            "a text without lists and digit signs matches itself");
+    Promise(
+        vw::MatchesWildcard(text, L"*" + text) || text.find_first_of(L"[#") != std::wstring::npos,
+        "a text without lists and digit signs matches itself");
     return 0;
 }

@@ -5,7 +5,7 @@
 #include "list/format/FieldReader.h"
 #include "list/format/ListLine.h"
 #include "list/format/ListText.h"
-#include "platform/Val.h"
+#include "platform/LeadingInt.h"
 #include "tests/fuzz/FuzzSupport.h"
 
 using vw::fuzz::Promise;
@@ -46,7 +46,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Promise(first.value == destination, "the destination comes back");
     const vw::ListLine second = vw::ReadListLine(reader.Next());
     Promise(second.kind == vw::ListLineKind::CopiesCount, "the count comes second");
-    Promise(vw::Val(second.value) == copiesCount, "the count comes back");
+    Promise(vw::ParseLeadingInt(second.value) == copiesCount, "the count comes back");
     for (const std::wstring& item : items) {
         Promise(reader.Next() == item, "every item comes back");
     }

@@ -8,9 +8,9 @@
 #include "platform/ExitStatus.h"
 #include "platform/SystemCodePage.h"
 #include "tests/platform/FaultyRegistry.h"
+#include "tests/support/FakeMessageBoxes.h"
 #include "tests/support/RecordedErrors.h"
 #include "tests/support/ScratchRegistry.h"
-#include "tests/support/ScriptedBoxes.h"
 
 namespace vw::test {
 
@@ -20,7 +20,7 @@ class ApiTest : public testing::Test {
   protected:
     ExitStatus exitStatus;
     RecordedErrors faults{exitStatus};
-    ScriptedBoxes boxes;
+    FakeMessageBoxes boxes;
     CodePage ansi;
     FaultyRegistry registry;
     CCommonAPI api{registry, ansi, boxes, faults};

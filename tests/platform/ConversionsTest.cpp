@@ -33,7 +33,7 @@ std::ostream& operator<<(std::ostream& stream, const Number& number) {
 class ConversionsOfNumbers : public testing::TestWithParam<Number> {};
 
 TEST_P(ConversionsOfNumbers, AreRoundedToTheNearestWholeHalvesToTheEvenSide) {
-    EXPECT_EQ(CInt(GetParam().text), GetParam().value) << ToUtf8(GetParam().text);
+    EXPECT_EQ(ParseInt16(GetParam().text), GetParam().value) << ToUtf8(GetParam().text);
 }
 
 INSTANTIATE_TEST_SUITE_P(Conversions, ConversionsOfNumbers,
@@ -47,7 +47,7 @@ INSTANTIATE_TEST_SUITE_P(Conversions, ConversionsOfNumbers,
 class ConversionsOfOtherTexts : public testing::TestWithParam<std::wstring_view> {};
 
 TEST_P(ConversionsOfOtherTexts, ToANumberAreATypeMismatch) {
-    EXPECT_EQ(NumberOfErrorIn([] { (void)CInt(GetParam()); }), error_number::kTypeMismatch);
+    EXPECT_EQ(NumberOfErrorIn([] { (void)ParseInt16(GetParam()); }), error_number::kTypeMismatch);
 }
 
 INSTANTIATE_TEST_SUITE_P(Conversions, ConversionsOfOtherTexts,
@@ -55,23 +55,23 @@ INSTANTIATE_TEST_SUITE_P(Conversions, ConversionsOfOtherTexts,
 
 TEST(Conversions, OfANumberBeyond16BitsOverflow) {
     for (const std::wstring_view text : {L"40000", L"32768", L"-32769", L"99999999999"}) {
-        EXPECT_EQ(NumberOfErrorIn([&] { (void)CInt(text); }), error_number::kOverflow)
+        EXPECT_EQ(NumberOfErrorIn([&] { (void)ParseInt16(text); }), error_number::kOverflow)
             << ToUtf8(text);
     }
 }
 
 TEST(Conversions, TakeTrueFalseAndAnyNumberForYesOrNo) {
     for (const std::wstring_view yes : {L"-1", L"1", L"2", L"True", L"true", L"TRUE", L"0.1"}) {
-        EXPECT_TRUE(CBool(yes)) << ToUtf8(yes);
+        EXPECT_TRUE(ParseBool(yes)) << ToUtf8(yes);
     }
     for (const std::wstring_view no : {L"0", L"False", L"false", L"0.0"}) {
-        EXPECT_FALSE(CBool(no)) << ToUtf8(no);
+        EXPECT_FALSE(ParseBool(no)) << ToUtf8(no);
     }
 }
 
 TEST(Conversions, OfATextThatIsNoYesOrNoAreATypeMismatch) {
     for (const std::wstring_view text : {L"", L"Arabic", L"N/A", L"yes", L"-1x"}) {
-        EXPECT_EQ(NumberOfErrorIn([&] { (void)CBool(text); }), error_number::kTypeMismatch)
+        EXPECT_EQ(NumberOfErrorIn([&] { (void)ParseBool(text); }), error_number::kTypeMismatch)
             << ToUtf8(text);
     }
 }

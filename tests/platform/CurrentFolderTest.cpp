@@ -12,7 +12,7 @@ TEST(CurrentFolder, IsTheOldOneBehindADialogThatLeftIt) {
     const TempTree tree;
     const std::wstring before = CurrentFolder();
     {
-        const FolderToStayIn start;
+        const CurrentFolderKeeper start;
         ASSERT_NE(SetCurrentDirectoryW(tree.Folder(L"On a stick").c_str()), 0);
         EXPECT_NE(CurrentFolder(), before);
     }

@@ -8,7 +8,7 @@
 #include "platform/ErrorReports.h"
 #include "platform/ExitStatus.h"
 #include "platform/ProgramState.h"
-#include "tests/support/ScriptedBoxes.h"
+#include "tests/support/FakeMessageBoxes.h"
 
 namespace vw {
 namespace {
@@ -45,8 +45,8 @@ TEST(ErrorTrapTest, AnErrorEndsTheBodyAndIsToldOnce) {
     bool reachedEnd = false;
     EXPECT_FALSE(ErrorTrap(sink, kProcedure.kind, kProcedure.container)(kProcedure.name, [&] {
         ErrorTrap(sink, kProcedure.kind, kProcedure.container)(kProcedure.name,
-                                                               [] { Raise(70, L"C:\\a"); });
-        Raise(53, L"C:\\b");
+                                                               [] { Throw(70, L"C:\\a"); });
+        Throw(53, L"C:\\b");
         reachedEnd = true;
     }));
     EXPECT_FALSE(reachedEnd);
@@ -57,7 +57,7 @@ TEST(ErrorTrapTest, AnErrorEndsTheBodyAndIsToldOnce) {
 TEST(ErrorTrapTest, TheLineIsTheOneThatRaised) {
     CollectingSink sink;
     const int line = __LINE__ + 1;
-    ErrorTrap(sink, kProcedure.kind, kProcedure.container)(kProcedure.name, [] { Raise(70); });
+    ErrorTrap(sink, kProcedure.kind, kProcedure.container)(kProcedure.name, [] { Throw(70); });
     EXPECT_TRUE(sink.text.starts_with(L"Error 70 in line " + std::to_wstring(line))) << line;
 }
 
@@ -81,7 +81,7 @@ TEST(ErrorTrapTest, WhatIsNoErrorGoesThrough) {
 }
 
 TEST(ErrorReportsTest, TheFirstErrorIsTheExitCode) {
-    test::ScriptedBoxes boxes;
+    test::FakeMessageBoxes boxes;
     ExitStatus exitStatus;
     const ProgramState state;
     ErrorReports reports(boxes, exitStatus, state);
@@ -93,7 +93,7 @@ TEST(ErrorReportsTest, TheFirstErrorIsTheExitCode) {
 }
 
 TEST(ErrorReportsTest, Limit_LaterErrors_GetNoBoxButCount) {
-    test::ScriptedBoxes boxes;
+    test::FakeMessageBoxes boxes;
     ExitStatus exitStatus;
     const ProgramState state;
     ErrorReports reports(boxes, exitStatus, state);
@@ -109,7 +109,7 @@ TEST(ErrorReportsTest, Limit_LaterErrors_GetNoBoxButCount) {
 }
 
 TEST(ErrorReportsTest, Limit_WithinAnother_HasNoEffect) {
-    test::ScriptedBoxes boxes;
+    test::FakeMessageBoxes boxes;
     ExitStatus exitStatus;
     const ProgramState state;
     ErrorReports reports(boxes, exitStatus, state);
@@ -125,7 +125,7 @@ TEST(ErrorReportsTest, Limit_WithinAnother_HasNoEffect) {
 
 // The boxes of a silent run close themselves, and each text goes to standard error.
 TEST(ErrorReportsTest, Limit_SilentRun_HidesNoError) {
-    test::ScriptedBoxes boxes;
+    test::FakeMessageBoxes boxes;
     ExitStatus exitStatus;
     ProgramState state;
     state.silentRun = true;

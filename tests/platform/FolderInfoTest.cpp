@@ -36,7 +36,7 @@ TEST_F(FolderInfoTest, Dates_AreThoseOfTheOtherFolder) {
     tree.SetDate(L"From", date);
     files.CopyFolderInfo(from, to, FileSystem::Marks::Replace);
     EXPECT_EQ(test::ReadDate(to), MakeDate(date));
-    EXPECT_EQ(files.Look(to)->lastWrite, files.Look(from)->lastWrite);
+    EXPECT_EQ(files.Stat(to)->lastWrite, files.Stat(from)->lastWrite);
 }
 
 TEST_F(FolderInfoTest, Marks_AreThoseOfTheOtherFolder) {

@@ -171,7 +171,7 @@ TEST_F(LanguageNames, TheDigitWarningIsThreeLinesFromRightToLeft) {
     boxes.Expect(L"");
     AskFor(true);
     ASSERT_EQ(boxes.Shown().size(), 1U);
-    const BoxContent& box = boxes.Shown().front();
+    const MessageBoxRequest& box = boxes.Shown().front();
     EXPECT_EQ(box.text,
               L"إن نمط الأرقام المستعمل غير صالح:\r\n"
               L"من قائمة ابدأ اختر إعدادات- لوحة التحكم- إعدادات إقليمية\r\n"

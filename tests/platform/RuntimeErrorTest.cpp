@@ -45,7 +45,7 @@ TEST(RuntimeError, TellsNumberDescriptionPathAndLine) {
     std::uint_least32_t line = 0;
     try {
         line = SourceLocation::current().line() + 1;
-        Raise(error_number::kPathNotFound, L"C:\\gone");
+        Throw(error_number::kPathNotFound, L"C:\\gone");
     } catch (const RuntimeError& error) {
         EXPECT_EQ(error.Number(), 76);
         EXPECT_EQ(error.Description(), L"Path not found");
@@ -58,7 +58,7 @@ TEST(RuntimeError, TellsNumberDescriptionPathAndLine) {
 
 TEST(RuntimeError, CanHaveADescriptionOfItsOwnAndNoPath) {
     try {
-        RaiseWith(error_number::kNotEnoughSpace, L"no room\r\nC");
+        ThrowWith(error_number::kNotEnoughSpace, L"no room\r\nC");
     } catch (const RuntimeError& error) {
         EXPECT_EQ(error.Number(), 1004);
         EXPECT_EQ(error.Description(), L"no room\r\nC");

@@ -28,9 +28,9 @@ Result WINAPI RunOut(Arguments...) {
 }
 
 /// Boxes that cannot be shown for lack of memory.
-class FailingBoxes final : public MsgBoxes {
+class FailingBoxes final : public MessageBoxes {
   public:
-    BoxAnswer MsgBox(const BoxContent&) override { throw std::bad_alloc(); }
+    BoxAnswer Show(const MessageBoxRequest&) override { throw std::bad_alloc(); }
 };
 
 /// The services as the program makes them, with the real output of the debugger. A box fails the
@@ -63,7 +63,7 @@ class ServiceFaults : public testing::Test {
 
     const ImportHook output{"OutputDebugStringW", &CatchDebugText};
     DebugOutput faults;
-    ScriptedBoxes boxes;
+    FakeMessageBoxes boxes;
     FailingBoxes failingBoxes;
     CodePage ansi;
     FailingCodePage failingPage;

@@ -54,7 +54,7 @@ TEST_F(ShellFileTypes, AnythingButAProgramIsRefusedWithABoxAndWritesNothing) {
     boxes.Expect(L"Please let sApplicationPath = full path and file name");
     api.RegisterFileType(L".vwtest", typeName, L"C:\\a.bat", L"C:\\a.ico", true);
     ASSERT_EQ(boxes.Shown().size(), 1U);
-    const BoxContent& box = boxes.Shown().front();
+    const MessageBoxRequest& box = boxes.Shown().front();
     EXPECT_EQ(box.text, L"Please let sApplicationPath = full path and file name");
     EXPECT_EQ(box.title, kApplicationTitle);
     EXPECT_EQ(box.buttons, BoxButtons::Ok);

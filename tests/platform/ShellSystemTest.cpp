@@ -107,7 +107,7 @@ TEST_F(ShellSystem, SysInfoWithoutAnyEntryIsUnavailable) {
     boxes.Expect(L"System Information Is Unavailable At This Time");
     api.ShellSysInfo();
     ASSERT_EQ(boxes.Shown().size(), 1U);
-    const BoxContent& box = boxes.Shown().front();
+    const MessageBoxRequest& box = boxes.Shown().front();
     EXPECT_EQ(box.text, L"System Information Is Unavailable At This Time");
     EXPECT_EQ(box.title, kApplicationTitle);
     EXPECT_EQ(box.buttons, BoxButtons::Ok);

@@ -14,8 +14,8 @@ constexpr DWORD kSymbolicLink = 0xA000000C;
 
 class SpecialFiles : public testing::Test {
   protected:
-    [[nodiscard]] FileFacts FactsWith(DWORD attributes, DWORD tag = 0,
-                                      const std::wstring& path = {}) const {
+    [[nodiscard]] FileInfo FactsWith(DWORD attributes, DWORD tag = 0,
+                                     const std::wstring& path = {}) const {
         WIN32_FIND_DATAW data{};
         data.dwFileAttributes = attributes;
         data.dwReserved0 = tag;
@@ -29,7 +29,7 @@ class SpecialFiles : public testing::Test {
 TEST_F(SpecialFiles, WithoutBytesOfTheirOwn_AreLinks) {
     // App alias, socket, pipe, character and block device.
     for (const DWORD tag : {0x8000001B, 0x80000023, 0x80000024, 0x80000025, 0x80000026}) {
-        const FileFacts facts = FactsWith(FILE_ATTRIBUTE_REPARSE_POINT, tag);
+        const FileInfo facts = FactsWith(FILE_ATTRIBUTE_REPARSE_POINT, tag);
         EXPECT_TRUE(facts.isLink) << std::hex << tag;
         EXPECT_FALSE(facts.isFolder);
     }
@@ -38,7 +38,7 @@ TEST_F(SpecialFiles, WithoutBytesOfTheirOwn_AreLinks) {
 TEST_F(SpecialFiles, ThatAreStoredInAnotherWay_AreFiles) {
     // Compressed by the system, deduplicated, in a cloud folder.
     for (const DWORD tag : {0x80000017, 0x80000013, 0x9000001A, 0x9000601A}) {
-        const FileFacts facts = FactsWith(FILE_ATTRIBUTE_REPARSE_POINT, tag);
+        const FileInfo facts = FactsWith(FILE_ATTRIBUTE_REPARSE_POINT, tag);
         EXPECT_FALSE(facts.isLink) << std::hex << tag;
         EXPECT_EQ(facts.size, 7U);
     }
@@ -47,7 +47,7 @@ TEST_F(SpecialFiles, ThatAreStoredInAnotherWay_AreFiles) {
 
 TEST_F(SpecialFiles, LinksToFiles_AreTheFileOrLeadNowhere) {
     const std::wstring file = tree_.File(L"a.txt", "1234");
-    const FileFacts shown = FactsWith(FILE_ATTRIBUTE_REPARSE_POINT, kSymbolicLink, file);
+    const FileInfo shown = FactsWith(FILE_ATTRIBUTE_REPARSE_POINT, kSymbolicLink, file);
     EXPECT_FALSE(shown.isLink);
     EXPECT_EQ(shown.size, 4U);
     for (const wchar_t* gone : {L"gone.txt", L"Gone\\a.txt"}) {

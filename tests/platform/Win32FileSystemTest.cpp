@@ -32,25 +32,25 @@ class Win32FileSystemTest : public testing::Test {
 
 TEST_F(Win32FileSystemTest, LooksAtFilesFoldersAndNothing) {
     const std::wstring file = tree_.File(L"a.txt", "12345", {2020, 2, 3, 4, 5, 6});
-    const auto facts = files_.Look(file);
+    const auto facts = files_.Stat(file);
     ASSERT_TRUE(facts);
     EXPECT_FALSE(facts->isFolder);
     EXPECT_EQ(facts->size, 5U);
     EXPECT_EQ(facts->lastWrite, MakeDate({2020, 2, 3, 4, 5, 6}));
-    const auto folder = files_.Look(tree_.Folder(L"sub") + L"\\");
+    const auto folder = files_.Stat(tree_.Folder(L"sub") + L"\\");
     ASSERT_TRUE(folder);
     EXPECT_TRUE(folder->isFolder);
     for (const wchar_t* missing : {L"b.txt", L"no\\b.txt", L"*", L"a.t?t", L"x<y>z|"}) {
-        EXPECT_FALSE(files_.Look(tree_.Path(missing))) << missing;
+        EXPECT_FALSE(files_.Stat(tree_.Path(missing))) << missing;
     }
-    EXPECT_FALSE(files_.Look({}));
+    EXPECT_FALSE(files_.Stat({}));
     // Lengths whose bytes would overflow 16 bits to those of a folder that exists.
     for (const std::size_t length : {32'768U, 65'536U, 1U << 20}) {
-        EXPECT_FALSE(files_.Look(std::wstring(length, L'x')));
-        EXPECT_FALSE(files_.Look(tree_.Path() + L"\\" + std::wstring(length, L'x')));
+        EXPECT_FALSE(files_.Stat(std::wstring(length, L'x')));
+        EXPECT_FALSE(files_.Stat(tree_.Path() + L"\\" + std::wstring(length, L'x')));
     }
-    EXPECT_FALSE(files_.Look(L"Q:\\nothing\\here"));
-    EXPECT_FALSE(files_.Look(std::wstring_view(L"C:\\a\0b", 6)));
+    EXPECT_FALSE(files_.Stat(L"Q:\\nothing\\here"));
+    EXPECT_FALSE(files_.Stat(std::wstring_view(L"C:\\a\0b", 6)));
 }
 
 TEST_F(Win32FileSystemTest, ListsEachEntryOnceWithItsFacts) {
@@ -83,7 +83,7 @@ TEST_F(Win32FileSystemTest, ACopyKeepsBytesDateAndAttributes) {
     files_.Copy(from, tree_.Path(L"b"), {});
     EXPECT_EQ(test::ReadBytes(tree_.Path(L"b")), std::string(200000, 'x'));
     EXPECT_EQ(test::ReadDate(tree_.Path(L"b")), MakeDate({1999, 12, 31, 23, 59, 58}));
-    EXPECT_TRUE(files_.Look(tree_.Path(L"b"))->isHidden);
+    EXPECT_TRUE(files_.Stat(tree_.Path(L"b"))->isHidden);
 }
 
 TEST_F(Win32FileSystemTest, ACopyNeverReplacesAndFailuresHaveTheirNumbers) {
@@ -105,53 +105,53 @@ TEST_F(Win32FileSystemTest, AFileHeldByAnotherIsPermissionDenied) {
     EXPECT_EQ(NumberOf([&] { files_.Copy(file, tree_.Path(L"c"), {}); }), 70);
     EXPECT_FALSE(test::Exists(tree_.Path(L"c")));
     EXPECT_EQ(NumberOf([&] { static_cast<void>(files_.Read(file)); }), 70);
-    EXPECT_EQ(NumberOf([&] { files_.EraseFile(file); }), 70);
-    EXPECT_EQ(NumberOf([&] { files_.Move(file, tree_.Path(L"d")); }), 70);
-    EXPECT_TRUE(files_.Look(file));
+    EXPECT_EQ(NumberOf([&] { files_.RemoveFile(file); }), 70);
+    EXPECT_EQ(NumberOf([&] { files_.Rename(file, tree_.Path(L"d")); }), 70);
+    EXPECT_TRUE(files_.Stat(file));
 }
 
 TEST_F(Win32FileSystemTest, FoldersAreMadeOneLevelAtATime) {
-    files_.MakeFolder(tree_.Path(L"new"));
-    EXPECT_TRUE(files_.Look(tree_.Path(L"new"))->isFolder);
-    EXPECT_EQ(NumberOf([&] { files_.MakeFolder(tree_.Path(L"new")); }), 58);
-    EXPECT_EQ(NumberOf([&] { files_.MakeFolder(tree_.Path(L"x\\y")); }), 76);
+    files_.CreateFolder(tree_.Path(L"new"));
+    EXPECT_TRUE(files_.Stat(tree_.Path(L"new"))->isFolder);
+    EXPECT_EQ(NumberOf([&] { files_.CreateFolder(tree_.Path(L"new")); }), 58);
+    EXPECT_EQ(NumberOf([&] { files_.CreateFolder(tree_.Path(L"x\\y")); }), 76);
 }
 
 TEST_F(Win32FileSystemTest, ReadOnlyFilesAndFoldersAreDeletedToo) {
     const std::wstring file = tree_.File(L"a");
     tree_.SetAttributes(L"a", FILE_ATTRIBUTE_READONLY);
-    files_.EraseFile(file);
+    files_.RemoveFile(file);
     EXPECT_FALSE(test::Exists(file));
     const std::wstring folder = tree_.Folder(L"sub");
     tree_.SetAttributes(L"sub", FILE_ATTRIBUTE_READONLY);
-    files_.EraseFolder(folder);
+    files_.RemoveFolder(folder);
     EXPECT_FALSE(test::Exists(folder));
 }
 
 TEST_F(Win32FileSystemTest, AFolderThatIsNotEmptyStays) {
     tree_.File(L"sub\\a");
-    EXPECT_EQ(NumberOf([&] { files_.EraseFolder(tree_.Path(L"sub")); }), 75);
+    EXPECT_EQ(NumberOf([&] { files_.RemoveFolder(tree_.Path(L"sub")); }), 75);
     EXPECT_TRUE(test::Exists(tree_.Path(L"sub\\a")));
 }
 
 TEST_F(Win32FileSystemTest, MovingNeverReplacesAndReplacingDoes) {
     const std::wstring a = tree_.File(L"a", "A");
     const std::wstring b = tree_.File(L"b", "B");
-    EXPECT_EQ(NumberOf([&] { files_.Move(a, b); }), 58);
+    EXPECT_EQ(NumberOf([&] { files_.Rename(a, b); }), 58);
     EXPECT_EQ(test::ReadBytes(b), "B");
     tree_.SetAttributes(L"b", FILE_ATTRIBUTE_READONLY);
     files_.Replace(a, b);
     EXPECT_EQ(test::ReadBytes(b), "A");
     EXPECT_FALSE(test::Exists(a));
-    files_.Move(b, a);
+    files_.Rename(b, a);
     EXPECT_EQ(test::ReadBytes(a), "A");
 }
 
 TEST_F(Win32FileSystemTest, FoldersMoveWholeAndNeverOntoOthers) {
     tree_.File(L"from\\x\\y", "1");
     tree_.Folder(L"to");
-    EXPECT_NE(NumberOf([&] { files_.Move(tree_.Path(L"from"), tree_.Path(L"to")); }), 0);
-    files_.Move(tree_.Path(L"from\\"), tree_.Path(L"to2\\"));
+    EXPECT_NE(NumberOf([&] { files_.Rename(tree_.Path(L"from"), tree_.Path(L"to")); }), 0);
+    files_.Rename(tree_.Path(L"from\\"), tree_.Path(L"to2\\"));
     EXPECT_EQ(test::ReadBytes(tree_.Path(L"to2\\x\\y")), "1");
 }
 
@@ -172,7 +172,7 @@ TEST_F(Win32FileSystemTest, PathsFarBeyondTheOldLimitWork) {
     std::wstring folder = tree_.Path();
     for (int i = 0; i < 12; ++i) {
         folder += L"\\" + std::wstring(60, L'd');
-        files_.MakeFolder(folder);
+        files_.CreateFolder(folder);
     }
     ASSERT_GT(folder.size(), 700U);
     files_.Write(folder + L"\\a.txt", "deep", FileSystem::Flush::No);
@@ -184,8 +184,8 @@ TEST_F(Win32FileSystemTest, PathsFarBeyondTheOldLimitWork) {
 }
 
 TEST_F(Win32FileSystemTest, DrivesTellTheirKindAndFreeSpace) {
-    EXPECT_EQ(files_.KindOfDrive(L"C:\\windows"), DriveKind::Fixed);
-    EXPECT_EQ(files_.KindOfDrive(L"\\\\server\\share\\x"), DriveKind::Network);
+    EXPECT_EQ(files_.DriveTypeOf(L"C:\\windows"), DriveType::Fixed);
+    EXPECT_EQ(files_.DriveTypeOf(L"\\\\server\\share\\x"), DriveType::Network);
     EXPECT_GT(files_.FreeSpace(L"C:\\"), 0U);
     EXPECT_GT(files_.FreeSpace(tree_.Path()), 0U);
     EXPECT_NE(NumberOf([&] { static_cast<void>(files_.FreeSpace(L"Q:\\")); }), 0);
@@ -193,7 +193,7 @@ TEST_F(Win32FileSystemTest, DrivesTellTheirKindAndFreeSpace) {
 
 TEST_F(Win32FileSystemTest, TheTemporaryFolderHasNoFinalSeparator) {
     const std::wstring folder = files_.TempFolder();
-    EXPECT_TRUE(files_.Look(folder)->isFolder);
+    EXPECT_TRUE(files_.Stat(folder)->isFolder);
     EXPECT_FALSE(folder.ends_with(L'\\'));
 }
 
@@ -204,7 +204,7 @@ TEST_F(Win32FileSystemTest, Identify_FolderMadeAnew_IsAnother) {
     EXPECT_TRUE(first.IsSameAs(files_.Identify(tree_.Path(L"VAULT\\..\\vault"))));
     EXPECT_FALSE(first.IsSameAs(files_.Identify(tree_.Folder(L"Other"))));
     // Its old place is not given to the new one while it is still there.
-    files_.Move(folder, tree_.Path(L"Away"));
+    files_.Rename(folder, tree_.Path(L"Away"));
     tree_.Folder(L"Vault");
     EXPECT_FALSE(first.IsSameAs(files_.Identify(folder)));
     EXPECT_TRUE(first.IsSameAs(files_.Identify(tree_.Path(L"Away"))));

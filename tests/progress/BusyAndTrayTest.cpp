@@ -8,7 +8,7 @@
 #include "platform/RuntimeError.h"
 #include "progress/BusyDialog.h"
 #include "progress/TrayIcon.h"
-#include "tests/support/TestWorld.h"
+#include "tests/support/TestEnvironment.h"
 #include "tests/ui/FormFixture.h"
 #include "ui/resource.h"
 
@@ -19,7 +19,7 @@ namespace {
 class Surroundings final : public ProgramControl {
   public:
     void Ready(bool) override {
-        if (failing == L"ready") Raise(70);
+        if (failing == L"ready") Throw(70);
         ++ready;
     }
     [[noreturn]] void EndAtOnce() override { throw test::ProgramEnded{0}; }
@@ -27,17 +27,17 @@ class Surroundings final : public ProgramControl {
         return {.program = *this,
                 .showIcon =
                     [this](bool on) {
-                        if (on && failing == L"icon") Raise(70);
+                        if (on && failing == L"icon") Throw(70);
                         if (icon != nullptr) on ? icon->Load() : icon->Unload();
                     },
                 .showMainWindow = [this] { main->Show(ShowHow::KeepFocus); }};
     }
     std::vector<Form*> LoadedForms() {
-        if (failing == L"forms") Raise(70);
+        if (failing == L"forms") Throw(70);
         return {main, &busy->Window(), &icon->Window()};
     }
     void frmUnload() override {
-        if (failing == L"end") Raise(70);
+        if (failing == L"end") Throw(70);
     }
 
     std::wstring_view failing;
@@ -65,7 +65,7 @@ class BusyAndTray : public testing::TestWithParam<Language> {
         EXPECT_EQ(told.container, container);
     }
 
-    test::TestWorld world;
+    test::TestEnvironment world;
     ProgramState state;
     Surroundings host;
     test::LoadedForm main{MainForm(), GetParam()};
@@ -91,7 +91,7 @@ TEST_P(BusyAndTray, MinimisedTheDialogGoesIntoTheIconAndClosedThereItGivesTheMai
 TEST_P(BusyAndTray, ClosedAtAnyMomentOfItsWaitsItStaysClosed) {
     state.isWorking = true;
     for (const int moment : {1, 2, 20, 39, 40, 41, 60}) {
-        state.cancelRequested = false;
+        state.cancel.Begin();
         host.ready = 0;
         world.pump.Restart();
         world.pump.AtYield(moment, [&] { dialog.Window().Unload(); });
@@ -99,7 +99,7 @@ TEST_P(BusyAndTray, ClosedAtAnyMomentOfItsWaitsItStaysClosed) {
         dialog.Msg(L"Backing:", L"b", L"", false, false, false);
         dialog.BusyHide(true);
         EXPECT_FALSE(dialog.Window().IsLoaded()) << moment;
-        EXPECT_TRUE(state.cancelRequested) << moment;
+        EXPECT_TRUE(state.cancel.IsRequested()) << moment;
         EXPECT_EQ(host.ready, 1) << moment;
     }
 }
@@ -110,7 +110,7 @@ TEST_P(BusyAndTray, AFailureInTheMiddleOfTheDialogsClosingIsToldAndItCloses) {
     dialog.Window().Unload();
     ExpectTold(L"Form_QueryUnload", L"Form", L"frmBusyDialog");
     EXPECT_FALSE(dialog.Window().IsLoaded());
-    EXPECT_TRUE(state.cancelRequested);
+    EXPECT_TRUE(state.cancel.IsRequested());
 }
 
 TEST_P(BusyAndTray, AFailureWhileMinimisingIsTold) {
@@ -122,7 +122,7 @@ TEST_P(BusyAndTray, AFailureWhileMinimisingIsTold) {
 
 TEST_P(BusyAndTray, AFailureOfAWaitIsToldOnceAndTheDialogStillEnds) {
     dialog.Report(L"x", false);
-    world.pump.AtYield(3, [] { Raise(70); });
+    world.pump.AtYield(3, [] { Throw(70); });
     dialog.BusyHide(true);
     ExpectTold(L"Wait", L"Module", L"MBusyDialog");
     EXPECT_FALSE(dialog.Window().IsLoaded());

@@ -7,7 +7,7 @@
 
 #include "platform/ProgramControl.h"
 #include "platform/ProgramState.h"
-#include "tests/support/TestWorld.h"
+#include "tests/support/TestEnvironment.h"
 #include "tests/ui/FormFixture.h"
 #include "ui/resource.h"
 
@@ -23,7 +23,7 @@ class RecordingProgram final : public ProgramControl {
 
     void Ready(bool flag) override {
         EXPECT_TRUE(flag);
-        EXPECT_TRUE(state_.cancelRequested) << "the flag comes first";
+        EXPECT_TRUE(state_.cancel.IsRequested()) << "the flag comes first";
         EXPECT_FALSE(dialog->KeepsReport()) << "unticked before";
         calls.emplace_back("ready");
     }
@@ -57,7 +57,7 @@ class Busy : public testing::TestWithParam<Language> {
     }
     void Minimise() { ShowWindow(Window().Handle(), SW_MINIMIZE); }
 
-    test::TestWorld world;
+    test::TestEnvironment world;
     ProgramState state;
     RecordingProgram host{state};
     BusyDialog dialog{world.system, state, GetParam(), host.Surroundings()};
@@ -94,7 +94,7 @@ TEST_P(Busy, TheFirstMessageShowsAtOnceBehindALineOfTheReportToo) {
 TEST_P(Busy, AtTheEndOfTheSessionItKeepsNoPartialCopy) {
     dialog.Msg(L"Backing:", L"C:\\a.txt", L"", false, false, false);
     SendMessageW(Window().Handle(), WM_ENDSESSION, TRUE, 0);
-    EXPECT_TRUE(state.cancelRequested);
+    EXPECT_TRUE(state.cancel.IsRequested());
     EXPECT_TRUE(state.endRequested);
 }
 
@@ -211,7 +211,7 @@ TEST_P(Busy, TheEndOfTheWorkFillsTheBarAndClosesTheDialog) {
     EXPECT_FALSE(ticking);
     EXPECT_GE(world.pump.Waited(), 2000U);
     EXPECT_FALSE(Window().IsLoaded());
-    EXPECT_TRUE(state.cancelRequested) << "every closing asks for it";
+    EXPECT_TRUE(state.cancel.IsRequested()) << "every closing asks for it";
 }
 
 TEST_P(Busy, TheEndWithoutAPauseDoesNotWait) {
@@ -225,7 +225,7 @@ TEST_P(Busy, TheEndOfWorkThatNobodySawDoesNothing) {
     dialog.BusyHide(true);
     EXPECT_FALSE(Window().IsLoaded());
     EXPECT_EQ(world.pump.Yields(), 0);
-    EXPECT_FALSE(state.cancelRequested);
+    EXPECT_FALSE(state.cancel.IsRequested());
 }
 
 TEST_P(Busy, ClosingCancelsInThisOrder) {
@@ -233,7 +233,7 @@ TEST_P(Busy, ClosingCancelsInThisOrder) {
     Window().Check(L"chkDontHide", true);
     Press();
     EXPECT_FALSE(Window().IsLoaded());
-    EXPECT_TRUE(state.cancelRequested);
+    EXPECT_TRUE(state.cancel.IsRequested());
     EXPECT_EQ(host.calls, (Calls{"ready"}));
 }
 
@@ -318,7 +318,7 @@ TEST_P(Busy, ClosedInARunItDoesNotFlashUpAgain) {
     EXPECT_FALSE(Window().IsLoaded());
     EXPECT_TRUE(dialog.ReportText().ends_with(L"Backing:: y - \r\n"));
     // The next run clears the cancel.
-    state.cancelRequested = false;
+    state.cancel.Begin();
     dialog.Msg(L"Backing:", L"z", L"", false, false, false);
     EXPECT_TRUE(Window().IsVisible());
     EXPECT_EQ(dialog.ReportText(), L"Backing:: z - \r\n") << "a report of its own";
@@ -329,7 +329,7 @@ TEST_P(Busy, WorkAfterARunShowsItDespiteTheCancelThatTheRunLeft) {
     dialog.Report(L"x", false);
     dialog.BusyHide(false);
     state.isWorking = false;
-    EXPECT_TRUE(state.cancelRequested);
+    EXPECT_TRUE(state.cancel.IsRequested());
     dialog.Msg(L"Restoring: ", L"y", L"", false, false, false);
     EXPECT_TRUE(Window().IsVisible());
     world.pump.Restart();
@@ -339,11 +339,11 @@ TEST_P(Busy, WorkAfterARunShowsItDespiteTheCancelThatTheRunLeft) {
 
 TEST_P(Busy, AWaitEndsWithACancelOrTheDialog) {
     dialog.Report(L"x", false);
-    world.pump.AtYield(3, [&] { state.cancelRequested = true; });
+    world.pump.AtYield(3, [&] { state.cancel.Request(); });
     dialog.Wait(2);
     EXPECT_EQ(world.pump.Yields(), 3);
 
-    state.cancelRequested = false;
+    state.cancel.Begin();
     world.pump.Restart();
     world.pump.AtYield(2, [&] { Window().Unload(); });
     dialog.Wait(2);

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "platform/ProgramState.h"
-#include "tests/support/TestWorld.h"
+#include "tests/support/TestEnvironment.h"
 #include "tests/ui/FormFixture.h"
 #include "ui/resource.h"
 
@@ -32,7 +32,7 @@ class Tray : public testing::TestWithParam<Language> {
     void Tick() { SendMessageW(icon.Window().Handle(), WM_TIMER, ID_Timer1, 0); }
     void Choose(int id) { SendMessageW(icon.Window().Handle(), WM_COMMAND, id, 0); }
 
-    test::TestWorld world;
+    test::TestEnvironment world;
     ProgramState state;
     RecordingHost host;
     test::LoadedForm main{MainForm(), GetParam()};
@@ -140,7 +140,7 @@ TEST_P(Tray, TheMenuHasNoCancelInASilentRun) {
 TEST_P(Tray, CancelAsksTheWorkToStop) {
     icon.Load();
     Choose(ID_mnuProp1Cancel);
-    EXPECT_TRUE(state.cancelRequested);
+    EXPECT_TRUE(state.cancel.IsRequested());
     EXPECT_TRUE(icon.Window().IsLoaded());
 }
 

@@ -8,7 +8,7 @@
 #include "platform/ProgramControl.h"
 #include "platform/ProgramState.h"
 #include "progress/TrayIcon.h"
-#include "tests/support/TestWorld.h"
+#include "tests/support/TestEnvironment.h"
 #include "tests/ui/FormFixture.h"
 #include "ui/resource.h"
 
@@ -65,7 +65,7 @@ class TrayShell : public testing::TestWithParam<Language> {
     void Notify(UINT code) { SendMessageW(icon.Window().Handle(), WM_MOUSEMOVE, 0, code); }
     void Tick() { SendMessageW(icon.Window().Handle(), WM_TIMER, ID_Timer1, 0); }
 
-    TestWorld world;
+    TestEnvironment world;
     ProgramState state;
     NoHost host;
     TrayIcon icon{world.system, state, GetParam(), host, [this] { return host.LoadedForms(); }};

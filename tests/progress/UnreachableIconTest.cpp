@@ -7,7 +7,7 @@
 #include "platform/ProgramControl.h"
 #include "platform/ProgramState.h"
 #include "progress/TrayIcon.h"
-#include "tests/support/TestWorld.h"
+#include "tests/support/TestEnvironment.h"
 #include "tests/ui/FormFixture.h"
 #include "ui/resource.h"
 
@@ -49,7 +49,7 @@ class UnreachableIcon : public testing::Test {
     void Tick() { SendMessageW(icon.Window().Handle(), WM_TIMER, ID_Timer1, 0); }
 
     Shell answers;
-    TestWorld world;
+    TestEnvironment world;
     ProgramState state;
     Host host;
     LoadedForm main{MainForm(), Language::English};

@@ -1,13 +1,13 @@
 // What the copies browser asks of the disk, counted at the edge to the system: one listing of the
 // copy folder, however many copies there are, and the rest for the one item whose copies are shown.
 
-#include "tests/restore/RestoreWorld.h"
+#include "tests/restore/RestoreEnvironment.h"
 #include "tests/support/CallCounts.h"
 
 namespace vw::test {
 namespace {
 
-class BrowserCallCount : public RestoreWorld {
+class BrowserCallCount : public RestoreEnvironment {
   protected:
     /// `items` items with three copies each.
     void MakeCopies(int items) {
@@ -26,9 +26,9 @@ class BrowserCallCount : public RestoreWorld {
 
 TEST_F(BrowserCallCount, OfListingEveryItem) {
     MakeCopies(2);
-    EXPECT_EQ(CallsOfListing().Text(), "Look 11, List 2, Identify 2");
+    EXPECT_EQ(CallsOfListing().Text(), "Stat 11, List 2, Identify 2");
     MakeCopies(100);
-    EXPECT_EQ(CallsOfListing().Text(), "Look 11, List 2, Identify 2")
+    EXPECT_EQ(CallsOfListing().Text(), "Stat 11, List 2, Identify 2")
         << "as many for a hundred items";
 }
 
@@ -37,9 +37,9 @@ TEST_F(BrowserCallCount, OfListingTheCopiesOfAnItem) {
     const CallCounts withThree = CallsOfListing();
     CopyFile(L"Letter0«0004».txt");
     const CallCounts withFour = CallsOfListing();
-    EXPECT_EQ((withFour - withThree).Text(), "Look 3") << "for one more copy";
+    EXPECT_EQ((withFour - withThree).Text(), "Stat 3") << "for one more copy";
     CopyFile(L"Letter0«0001».txt.vwc", "Backed Files Date Last Modified:01/02/2024-03:04:05+");
-    EXPECT_EQ((CallsOfListing() - withFour).Text(), "Look -1, Read 2") << "for a comment";
+    EXPECT_EQ((CallsOfListing() - withFour).Text(), "Stat -1, Read 2") << "for a comment";
 }
 
 // Below a folder with a point in its name: one listing of each folder on the way to a copy, none of
@@ -55,7 +55,7 @@ TEST_F(BrowserCallCount, OfListingItemsWhoseCopiesShareFolders) {
     }
     CopyFile(L"Docs«0001».smith\\My\\Docs.vwc");
     CopyFile(L"Docs«0001».smith\\Old\\Docs.vwc");
-    EXPECT_EQ((CallsOfListing() - before).Text(), "Look 6, List 6, Read 2");
+    EXPECT_EQ((CallsOfListing() - before).Text(), "Stat 6, List 6, Read 2");
 }
 
 }  // namespace

@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "platform/RuntimeError.h"
-#include "tests/restore/RestoreWorld.h"
+#include "tests/restore/RestoreEnvironment.h"
 
 namespace vw::test {
 namespace {
@@ -11,7 +11,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-class Browser : public RestoreWorld {};
+class Browser : public RestoreEnvironment {};
 
 TEST_F(Browser, ListsNothingBeforeADriveIsChosen) {
     CopyFile(L"a«0001».txt");

@@ -2,7 +2,7 @@
 
 #include <gmock/gmock.h>
 
-#include "tests/restore/RestoreWorld.h"
+#include "tests/restore/RestoreEnvironment.h"
 
 // Behind the header of Windows, which it builds on.
 #include <commctrl.h>
@@ -12,7 +12,7 @@ namespace {
 
 using testing::ElementsAre;
 
-class CopiesListing : public RestoreWorld {};
+class CopiesListing : public RestoreEnvironment {};
 
 TEST_F(CopiesListing, ItemsColumnClick_TurnsTheOrder) {
     CopyFile(L"a«0001».txt");

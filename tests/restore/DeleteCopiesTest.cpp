@@ -25,7 +25,7 @@ TEST_F(Restore, WithoutASelectionEveryCommandSaysSo) {
     browser.ListRestoreFiles();
     world.boxes.Expect(label);
     commands.mnuDelCopiesClick();
-    for (const BoxContent& box : world.boxes.Shown()) {
+    for (const MessageBoxRequest& box : world.boxes.Shown()) {
         EXPECT_EQ(box.buttons, BoxButtons::Ok);
         EXPECT_EQ(box.icon, BoxIcon::None);
         EXPECT_TRUE(box.rightToLeft);
@@ -37,7 +37,7 @@ TEST_F(Restore, BothDeletions_AskWithTheGivenButtons) {
     commands.mnuDelCopyClick();
     commands.mnuDelCopiesClick();
     ASSERT_EQ(world.boxes.Shown().size(), 2U);
-    for (const BoxContent& box : world.boxes.Shown()) ExpectGivenQuestion(box);
+    for (const MessageBoxRequest& box : world.boxes.Shown()) ExpectGivenQuestion(box);
 }
 
 // A run of another process has rotated: under the name that the question is about is another copy.
@@ -101,7 +101,7 @@ TEST_F(Restore, DeletingTheOnlyCopyRemovesTheItemAndItsComment) {
 TEST_F(Restore, DeletingAllCopiesAsksOnceFromTheLastUp) {
     std::vector<std::wstring> taken;
     world.files.OnOperation([&](const FileOperation& operation) {
-        if (operation.call == FileCall::Move) taken.push_back(operation.path);
+        if (operation.call == FileCall::Rename) taken.push_back(operation.path);
     });
     world.boxes.Expect(L"هل تريد بالتأكيد حذف كافة النسخ الاحتياطية العائدة للملف:\r\nReport",
                        BoxAnswer::Yes);

@@ -18,7 +18,7 @@ using testing::Not;
 using testing::SizeIs;
 
 /// A letter with one copy on R:, and another item of the same name with copies on C:.
-class ExchangedDrive : public RestoreWorld {
+class ExchangedDrive : public RestoreEnvironment {
   protected:
     ExchangedDrive() {
         if (!copiesOnC_.MayBeUsed()) return;
@@ -45,12 +45,12 @@ class ExchangedDrive : public RestoreWorld {
 
     /// Runs a command and answers every question with Yes.
     void Give(void (RestoreCommands::*command)()) {
-        ScriptedBoxes boxes;
+        FakeMessageBoxes boxes;
         boxes.AnswerAll(BoxAnswer::Yes);
         System system{world.files,      world.pump,       boxes,       world.errors,
                       world.exitStatus, world.programEnd, world.clock, world.ansi};
         (Commands(system).*command)();
-        for (const BoxContent& box : boxes.Shown()) told.push_back(box.text);
+        for (const MessageBoxRequest& box : boxes.Shown()) told.push_back(box.text);
         for (const ToldError& error : world.errors.Take()) told.push_back(error.description);
     }
     void Click(std::wstring_view item) {
@@ -130,7 +130,7 @@ TEST_F(ExchangedDrive, Click_DriveGone_ListsBothFromC) {
 }
 
 TEST_F(ExchangedDrive, Click_OneQuestionFails_StaysOnItsDrive) {
-    for (const FileCall call : {FileCall::Look, FileCall::Identify, FileCall::List}) {
+    for (const FileCall call : {FileCall::Stat, FileCall::Identify, FileCall::List}) {
         world.files.FailNth(1, error_number::kPermissionDenied, OnlyCalls({call}));
         Click(L"Letter");
         static_cast<void>(world.errors.Take());
@@ -144,7 +144,7 @@ TEST_F(ExchangedDrive, Click_OneQuestionFails_StaysOnItsDrive) {
 
 TEST_F(ExchangedDrive, List_OneQuestionFails_StaysOnItsDrive) {
     for (int n = 1; n <= 3; ++n) {
-        world.files.FailNth(n, error_number::kPermissionDenied, OnlyCalls({FileCall::Look}));
+        world.files.FailNth(n, error_number::kPermissionDenied, OnlyCalls({FileCall::Stat}));
         browser.ListRestoreFiles();
         static_cast<void>(world.errors.Take());
         world.files.Heal();
@@ -158,7 +158,7 @@ TEST_F(ExchangedDrive, Command_OneQuestionFails_StopsAndStaysOnItsDrive) {
           &RestoreCommands::mnuDelCopiesClick}) {
         browser.ListRestoreFiles();
         world.files.FailNth(1, error_number::kPermissionDenied,
-                            OnlyCalls({FileCall::Look, FileCall::Identify}));
+                            OnlyCalls({FileCall::Stat, FileCall::Identify}));
         Give(command);
         world.files.Heal();
         EXPECT_EQ(main.form.Text(L"cmbDestination"), drive.Name());
@@ -169,7 +169,7 @@ TEST_F(ExchangedDrive, Command_OneQuestionFails_StopsAndStaysOnItsDrive) {
 }
 
 /// The same name from two folders, numbered the other way round on each of two sticks.
-class TwoSticks : public RestoreWorld {
+class TwoSticks : public RestoreEnvironment {
   protected:
     TwoSticks() {
         for (const auto* folder : {L"A", L"B"}) {
@@ -257,7 +257,7 @@ TEST_F(TwoSticks, Restore_NumberOfAnotherPlace_OverwritesNothing) {
     EXPECT_EQ(ReadBytes(tree.Path(L"B\\Report.doc")), "B's new text");
 }
 
-TEST_F(RestoreWorld, RestoreFrom_FileNamedBackup_GivesWayToC) {
+TEST_F(RestoreEnvironment, RestoreFrom_FileNamedBackup_GivesWayToC) {
     tree.Remove(vault);
     world.disk.Write(vault, "no folder", FileSystem::Flush::No);
     EXPECT_EQ(browser.RestoreFrom(), L"C:\\Backup");

@@ -7,7 +7,7 @@
 namespace vw::test {
 namespace {
 
-class RestoreFolderTo : public RestoreWorld {
+class RestoreFolderTo : public RestoreEnvironment {
   protected:
     RestoreFolderTo() {
         tree.File(L"Docs\\Work\\a.txt", "kept", {2024, 1, 1, 9, 0, 0});

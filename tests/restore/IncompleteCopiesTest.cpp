@@ -112,7 +112,7 @@ TEST_F(IncompleteCopies, Open_SaysSo) {
     Mark();
     SelectCopy(L"N01");
     // So that no program of this machine opens it.
-    world.boxes.OnBox([] { Raise(error_number::kInvalidCall); });
+    world.boxes.OnBox([] { Throw(error_number::kInvalidCall); });
     commands.mnuOpenCopyClick();
     EXPECT_EQ(world.errors.TakeOne().number, error_number::kInvalidCall);
     ASSERT_EQ(world.boxes.Shown().size(), 1U);

@@ -14,7 +14,7 @@ using testing::IsEmpty;
 using testing::Not;
 
 /// A folder with two stored states, N02 of January and N01 of February.
-class KeptContent : public RestoreWorld {
+class KeptContent : public RestoreEnvironment {
   protected:
     KeptContent() {
         Fill("first", 1);
@@ -153,9 +153,9 @@ class LateShare final : public ForwardingFileSystem {
     LateShare(FileSystem& inner, std::wstring path, int times)
         : ForwardingFileSystem(inner), path_(std::move(path)), times_(times) {}
 
-    std::optional<FileFacts> Look(std::wstring_view path) override {
+    std::optional<FileInfo> Stat(std::wstring_view path) override {
         if (path == path_ && times_-- > 0) return std::nullopt;
-        return Inner().Look(path);
+        return Inner().Stat(path);
     }
 
   private:
@@ -275,7 +275,7 @@ TEST_F(Restore, CancelDuringSafetyCopy_OverwritesNothingAndSaysSo) {
     world.boxes.Expect(kQuestion, BoxAnswer::Yes);
     world.boxes.Expect(L"cancelled");
     world.files.OnOperation([&](const FileOperation& operation) {
-        if (operation.call == FileCall::Copy) state.cancelRequested = true;
+        if (operation.call == FileCall::Copy) state.cancel.Request();
     });
     commands.mnuRestoreClick();
     EXPECT_EQ(ReadBytes(document), "unsaved");

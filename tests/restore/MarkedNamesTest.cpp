@@ -12,7 +12,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-class MarkedNames : public RestoreWorld {};
+class MarkedNames : public RestoreEnvironment {};
 
 TEST_F(MarkedNames, File_BackedUpTwice_ComesBackAndIsDeleted) {
     for (const std::wstring name : {L"Rapport «final».doc", L"«Brief»", L"x«.txt", L"y».txt",

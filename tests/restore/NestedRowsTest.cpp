@@ -4,7 +4,7 @@
 #include <gmock/gmock.h>
 
 #include "platform/RuntimeError.h"
-#include "tests/restore/RestoreWorld.h"
+#include "tests/restore/RestoreEnvironment.h"
 
 namespace vw::test {
 namespace {
@@ -13,7 +13,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::UnorderedElementsAre;
 
-class NestedRows : public RestoreWorld {
+class NestedRows : public RestoreEnvironment {
   protected:
     /// Backs up folders called Docs below j.smith, in that many states.
     void BackUpDocs(const std::vector<std::wstring>& places, int states) {

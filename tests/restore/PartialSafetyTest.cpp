@@ -8,7 +8,7 @@
 namespace vw::test {
 namespace {
 
-class PartialSafety : public RestoreWorld {
+class PartialSafety : public RestoreEnvironment {
   protected:
     PartialSafety() {
         WriteWork("old");
@@ -62,7 +62,7 @@ TEST_F(PartialSafety, WithALockedFileIsRemovedAndMadeAgain) {
 
 TEST_F(PartialSafety, OfACancelIsRemovedAndMadeAgain) {
     world.files.OnOperation([&](const FileOperation& operation) {
-        if (operation.call == FileCall::Copy) state.cancelRequested = true;
+        if (operation.call == FileCall::Copy) state.cancel.Request();
     });
     RestoreWork(L"Nothing was overwritten");
     EXPECT_EQ(ReadTree(work), now);
@@ -76,8 +76,8 @@ TEST_F(PartialSafety, ThatCannotBeRemovedDoesNotCount) {
     world.files.FailNth(2, error_number::kPermissionDenied, OnlyCalls({FileCall::Copy}));
     world.files.OnOperation([&](const FileOperation& operation) {
         // Somebody uses it from the moment that it stands.
-        if (operation.call == FileCall::Move && operation.path.ends_with(L"Work«0021»")) {
-            Raise(error_number::kPermissionDenied, operation.path);
+        if (operation.call == FileCall::Rename && operation.path.ends_with(L"Work«0021»")) {
+            Throw(error_number::kPermissionDenied, operation.path);
         }
     });
     RestoreWork();

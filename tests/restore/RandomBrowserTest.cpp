@@ -19,7 +19,7 @@
 namespace vw::test {
 namespace {
 
-class RandomBrowser : public RestoreWorld {
+class RandomBrowser : public RestoreEnvironment {
   protected:
     ~RandomBrowser() override { drive.Insert(); }
 
@@ -122,7 +122,7 @@ class RandomBrowser : public RestoreWorld {
 
     /// Gives a command to the program of this window; things happen while it asks.
     void Give(void (RestoreCommands::*command)()) {
-        ScriptedBoxes boxes;
+        FakeMessageBoxes boxes;
         boxes.AnswerAll(Chance(85) ? BoxAnswer::Yes : BoxAnswer::No);
         boxes.OnBox([this] {
             if (Chance(15)) ExchangeStick();

@@ -70,7 +70,7 @@ TEST_F(RefusedTarget, DiskIsFull_NamesTheTarget) {
 
 TEST_F(RefusedTarget, PlaceIsTakenInTheLastMoment_NamesTheTarget) {
     tree.Remove(L"Docs\\Report.doc");
-    world.files.FailNth(1, error_number::kAlreadyExists, OnlyCalls({FileCall::Move}));
+    world.files.FailNth(1, error_number::kAlreadyExists, OnlyCalls({FileCall::Rename}));
     SelectCopy(L"N02");
     commands.mnuRestoreClick();
     EXPECT_EQ(world.errors.TakeOne().path, document);

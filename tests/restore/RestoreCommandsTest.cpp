@@ -176,13 +176,13 @@ TEST_F(Restore, FileOfARoot_ComesBackToTheRoot) {
     const std::wstring note = drive.Name() + L"\\Note.txt";
     world.disk.Write(note, "note", FileSystem::Flush::No);
     BackUp(note);
-    world.disk.EraseFile(note);
+    world.disk.RemoveFile(note);
     browser.ListRestoreFiles();
     SelectItem(L"Note");
     SelectCopy(L"N01");
     commands.mnuRestoreClick();
     EXPECT_EQ(ReadBytes(note), "note");
-    world.disk.EraseFile(note);
+    world.disk.RemoveFile(note);
 }
 
 TEST_F(Restore, AReadOnlyTargetIsNotOverwritten) {
@@ -235,7 +235,7 @@ TEST_F(Restore, ACancelDuringTheSafetyCopyOverwritesNothing) {
     SelectCopy(L"N03");
     world.boxes.Expect(kQuestion, BoxAnswer::Yes);
     world.boxes.Expect(L"Nothing was overwritten");
-    onMsg = [this] { world.pump.AtEachYield([this] { state.cancelRequested = true; }); };
+    onMsg = [this] { world.pump.AtEachYield([this] { state.cancel.Request(); }); };
     commands.mnuRestoreClick();
     EXPECT_EQ(ReadBytes(document), "unsaved");
     EXPECT_THAT(calls, ElementsAre(L"Restoring: " + document, L"BusyHide false"));
@@ -243,7 +243,7 @@ TEST_F(Restore, ACancelDuringTheSafetyCopyOverwritesNothing) {
 }
 
 TEST_F(Restore, AMarkThatAnEarlierRunLeftDoesNotStopIt) {
-    state.cancelRequested = true;
+    state.cancel.Request();
     tree.File(L"Docs\\Report.doc", "unsaved", {2024, 1, 9, 9, 0, 0});
     SelectCopy(L"N03");
     world.boxes.Expect(kQuestion, BoxAnswer::Yes);
@@ -341,8 +341,8 @@ class CoarseDates final : public ForwardingFileSystem {
     CoarseDates(FileSystem& inner, std::wstring drive)
         : ForwardingFileSystem(inner), drive_(std::move(drive)) {}
 
-    std::optional<FileFacts> Look(std::wstring_view path) override {
-        auto facts = Inner().Look(path);
+    std::optional<FileInfo> Stat(std::wstring_view path) override {
+        auto facts = Inner().Stat(path);
         if (facts && path.starts_with(drive_)) facts->lastWrite += facts->lastWrite % 2;
         return facts;
     }

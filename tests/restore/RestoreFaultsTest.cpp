@@ -28,7 +28,7 @@ class RestoreFaults : public Restore {
 
     /// Restores what is selected, answering Yes, while the n-th operation of the disk goes wrong.
     Attempt RestoreUnder(Way way, int n) {
-        ScriptedBoxes boxes;
+        FakeMessageBoxes boxes;
         boxes.Expect(kQuestion, BoxAnswer::Yes);
         if (way == Way::Fail) world.files.FailNth(n, error_number::kPermissionDenied);
         if (way == Way::FailFrom) world.files.FailFrom(n, error_number::kDeviceError);
@@ -50,7 +50,7 @@ class RestoreFaults : public Restore {
         state.BackupTo = vault;
         // A fault before the question leaves its answer unused.
         if (boxes.Shown().empty()) {
-            boxes.MsgBox({.text = kQuestion, .buttons = BoxButtons::YesNo});
+            boxes.Show({.text = kQuestion, .buttons = BoxButtons::YesNo});
         }
         return attempt;
     }

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "tests/restore/RestoreWorld.h"
+#include "tests/restore/RestoreEnvironment.h"
 
 namespace vw::test {
 
@@ -11,7 +11,7 @@ inline const std::wstring kQuestion =
 
 /// Fails the test unless a question has the buttons that were given for it: neither an icon nor
 /// another default button.
-inline void ExpectGivenQuestion(const BoxContent& box) {
+inline void ExpectGivenQuestion(const MessageBoxRequest& box) {
     EXPECT_EQ(box.buttons, BoxButtons::YesNo);
     EXPECT_EQ(box.icon, BoxIcon::None);
     EXPECT_EQ(box.title, L"Vaultwright");
@@ -20,7 +20,7 @@ inline void ExpectGivenQuestion(const BoxContent& box) {
 }
 
 /// Report.doc in three states, each backed up: N03 is the first, N01 the third, which stands.
-class Restore : public RestoreWorld {
+class Restore : public RestoreEnvironment {
   protected:
     Restore() {
         for (int state = 1; state <= 3; ++state) {

@@ -12,7 +12,7 @@ constexpr const char* kNoLinks = "this system makes no links here";
 
 /// Work in one copy. Since then its sub-folder has moved to Elsewhere, and a link shows it in its
 /// old place: no copy has what is in it now.
-class RestoreLinks : public RestoreWorld {
+class RestoreLinks : public RestoreEnvironment {
   protected:
     RestoreLinks() {
         tree.File(L"Work\\Sub\\b.txt", "stored", {2024, 1, 1, 9, 0, 0});

@@ -8,7 +8,7 @@
 #include <random>
 
 #include "restore/CopiesIndex.h"
-#include "tests/restore/RestoreWorld.h"
+#include "tests/restore/RestoreEnvironment.h"
 #include "tests/support/Histories.h"
 
 namespace vw::test {
@@ -16,7 +16,7 @@ namespace {
 
 constexpr DWORD kAttributes = FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN;
 
-class RoundTrip : public RestoreWorld {
+class RoundTrip : public RestoreEnvironment {
   protected:
     /// An item and its states, newest first.
     struct Item {

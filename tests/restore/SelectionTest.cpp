@@ -16,11 +16,11 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 
 /// Somebody who works on with the lists before the question is answered with Yes.
-class LateYes final : public MsgBoxes {
+class LateYes final : public MessageBoxes {
   public:
     explicit LateYes(std::function<void()> meanwhile) : meanwhile_(std::move(meanwhile)) {}
 
-    BoxAnswer MsgBox(const BoxContent& content) override {
+    BoxAnswer Show(const MessageBoxRequest& content) override {
         asked.push_back(content.text);
         meanwhile_();
         return BoxAnswer::Yes;

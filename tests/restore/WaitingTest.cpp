@@ -47,7 +47,7 @@ TEST_F(Waiting, OfADeletionOfAllCopiesEndsWithIt) {
 // Who closes the dialog that waits means all of them.
 TEST_F(Waiting, ThatIsCancelledLeavesEveryCopy) {
     world.pump.AtEachYield([this] {
-        if (!report.empty()) state.cancelRequested = true;
+        if (!report.empty()) state.cancel.Request();
     });
     const Tree before = ReadTree(vault);
     world.boxes.Expect(L"Report", BoxAnswer::Yes);

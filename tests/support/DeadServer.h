@@ -27,16 +27,16 @@ class DeadServer final : public ForwardingFileSystem {
     /// The server is there again.
     void Answer() const { SetEvent(answer_.Get()); }
 
-    DriveKind KindOfDrive(std::wstring_view path) override {
-        return IsOnServer(path) ? DriveKind::Network : ForwardingFileSystem::KindOfDrive(path);
+    DriveType DriveTypeOf(std::wstring_view path) override {
+        return IsOnServer(path) ? DriveType::Network : ForwardingFileSystem::DriveTypeOf(path);
     }
-    std::optional<FileFacts> Look(std::wstring_view path) override {
-        if (!IsOnServer(path)) return ForwardingFileSystem::Look(path);
+    std::optional<FileInfo> Stat(std::wstring_view path) override {
+        if (!IsOnServer(path)) return ForwardingFileSystem::Stat(path);
         Wait(path);
         return std::nullopt;
     }
-    void MakeFolder(std::wstring_view path) override {
-        IsOnServer(path) ? Wait(path) : ForwardingFileSystem::MakeFolder(path);
+    void CreateFolder(std::wstring_view path) override {
+        IsOnServer(path) ? Wait(path) : ForwardingFileSystem::CreateFolder(path);
     }
     void List(std::wstring_view folder, const EntryVisitor& visitor) override {
         IsOnServer(folder) ? Wait(folder) : ForwardingFileSystem::List(folder, visitor);

@@ -34,7 +34,7 @@ std::wstring CopyPath(const std::wstring& destination, const std::wstring& item,
 
 Tree ContentOf(const std::wstring& path, bool isRule) {
     Win32FileSystem disk;
-    if (!disk.Look(path)->isFolder) return {{L"", {false, ReadBytes(path), ReadDate(path)}}};
+    if (!disk.Stat(path)->isFolder) return {{L"", {false, ReadBytes(path), ReadDate(path)}}};
     Tree tree = ReadTree(path);
     if (isRule) {
         std::erase_if(tree, [](const auto& node) {
@@ -176,7 +176,7 @@ std::string DestinationChecker::Violations() const {
 bool DestinationChecker::IsContainer(const std::wstring& path,
                                      const std::map<std::wstring, Copy>& copies) {
     Win32FileSystem disk;
-    if (!disk.Look(path)->isFolder || Exists(path + L".vwc")) return false;
+    if (!disk.Stat(path)->isFolder || Exists(path + L".vwc")) return false;
     std::vector<std::wstring> inner;
     for (const auto& [key, copy] : copies) {
         if (key.starts_with(UpperCase(path) + L'\\')) inner.push_back(key);

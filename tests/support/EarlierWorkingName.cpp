@@ -120,7 +120,7 @@ class RightReader {
         };
         const DateParts parts{number(0, 4), number(4, 2),  number(6, 2),
                               number(8, 2), number(10, 2), number(12, 2)};
-        // Looked at before the date is made: what rolls over the first or the last year raises an
+        // Looked at before the date is made: what rolls over the first or the last year throws an
         // error there.
         isGood_ = parts.year >= 100 && parts.month >= 1 && parts.month <= 12 && parts.day >= 1 &&
                   parts.day <= 31 && parts.hour <= 23 && parts.minute <= 59 && parts.second <= 59;

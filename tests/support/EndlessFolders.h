@@ -13,8 +13,8 @@ class EndlessFolders : public ForwardingFileSystem {
     EndlessFolders(FileSystem& inner, int depth, Date date)
         : ForwardingFileSystem(inner), depth_(depth), date_(date) {}
 
-    std::optional<FileFacts> Look(std::wstring_view path) override {
-        FileFacts facts;
+    std::optional<FileInfo> Stat(std::wstring_view path) override {
+        FileInfo facts;
         facts.isFolder = true;
         if (LevelOf(path) > depth_) return std::nullopt;
         return facts;
@@ -34,8 +34,8 @@ class EndlessFolders : public ForwardingFileSystem {
         sub.isFolder = true;
         visitor(sub);
     }
-    void EraseFile(std::wstring_view) override { ++erasedFiles; }
-    void EraseFolder(std::wstring_view path) override {
+    void RemoveFile(std::wstring_view) override { ++erasedFiles; }
+    void RemoveFolder(std::wstring_view path) override {
         if (LevelOf(path) != depth_) wrongOrder = true;
         --depth_;
     }

@@ -10,20 +10,20 @@ namespace vw::test {
 
 const char* NameOf(FileCall call) {
     switch (call) {
-        case FileCall::Look:
-            return "Look";
+        case FileCall::Stat:
+            return "Stat";
         case FileCall::List:
             return "List";
         case FileCall::Copy:
             return "Copy";
-        case FileCall::MakeFolder:
-            return "MakeFolder";
-        case FileCall::EraseFile:
-            return "EraseFile";
-        case FileCall::EraseFolder:
-            return "EraseFolder";
-        case FileCall::Move:
-            return "Move";
+        case FileCall::CreateFolder:
+            return "CreateFolder";
+        case FileCall::RemoveFile:
+            return "RemoveFile";
+        case FileCall::RemoveFolder:
+            return "RemoveFolder";
+        case FileCall::Rename:
+            return "Rename";
         case FileCall::Replace:
             return "Replace";
         case FileCall::Read:
@@ -38,8 +38,8 @@ const char* NameOf(FileCall call) {
             return "Hold";
         case FileCall::FreeSpace:
             return "FreeSpace";
-        case FileCall::KindOfDrive:
-            return "KindOfDrive";
+        case FileCall::DriveTypeOf:
+            return "DriveTypeOf";
         case FileCall::Identify:
             return "Identify";
         case FileCall::RealPath:
@@ -68,8 +68,9 @@ OperationFilter OnlyCalls(std::initializer_list<FileCall> calls) {
 }
 
 OperationFilter OnlyChanges() {
-    return OnlyCalls({FileCall::Copy, FileCall::MakeFolder, FileCall::EraseFile,
-                      FileCall::EraseFolder, FileCall::Move, FileCall::Replace, FileCall::Write});
+    return OnlyCalls({FileCall::Copy, FileCall::CreateFolder, FileCall::RemoveFile,
+                      FileCall::RemoveFolder, FileCall::Rename, FileCall::Replace,
+                      FileCall::Write});
 }
 
 void FaultyFileSystem::FailNth(int n, int errorNumber, OperationFilter filter) {
@@ -82,7 +83,7 @@ void FaultyFileSystem::FailFrom(int n, int errorNumber, OperationFilter filter) 
 
 void FaultyFileSystem::FillDiskFrom(int n) {
     Plan(Fault::FailFrom, n, error_number::kDiskFull,
-         OnlyCalls({FileCall::Copy, FileCall::Write, FileCall::MakeFolder}));
+         OnlyCalls({FileCall::Copy, FileCall::Write, FileCall::CreateFolder}));
 }
 
 void FaultyFileSystem::DieAtNth(int n, OperationFilter filter) {
@@ -146,7 +147,7 @@ FaultyFileSystem::Act FaultyFileSystem::Before(const FileOperation& operation) {
     }
     const bool concernsTarget =
         errorNumber_ == error_number::kDiskFull && operation.call == FileCall::Copy;
-    Raise(errorNumber_, concernsTarget ? operation.to : operation.path);
+    Throw(errorNumber_, concernsTarget ? operation.to : operation.path);
 }
 
 void FaultyFileSystem::WriteHalf(std::wstring_view path, std::string_view bytes) {
@@ -157,9 +158,9 @@ void FaultyFileSystem::WriteHalf(std::wstring_view path, std::string_view bytes)
     }
 }
 
-std::optional<FileFacts> FaultyFileSystem::Look(std::wstring_view path) {
-    if (Before({FileCall::Look, std::wstring(path), {}}) == Act::Skip) return std::nullopt;
-    return Inner().Look(path);
+std::optional<FileInfo> FaultyFileSystem::Stat(std::wstring_view path) {
+    if (Before({FileCall::Stat, std::wstring(path), {}}) == Act::Skip) return std::nullopt;
+    return Inner().Stat(path);
 }
 
 void FaultyFileSystem::List(std::wstring_view folder, const EntryVisitor& visitor) {
@@ -181,24 +182,24 @@ void FaultyFileSystem::Copy(std::wstring_view from, std::wstring_view to,
     throw Died();
 }
 
-void FaultyFileSystem::MakeFolder(std::wstring_view path) {
-    if (Before({FileCall::MakeFolder, std::wstring(path), {}}) == Act::Skip) return;
-    Inner().MakeFolder(path);
+void FaultyFileSystem::CreateFolder(std::wstring_view path) {
+    if (Before({FileCall::CreateFolder, std::wstring(path), {}}) == Act::Skip) return;
+    Inner().CreateFolder(path);
 }
 
-void FaultyFileSystem::EraseFile(std::wstring_view path) {
-    if (Before({FileCall::EraseFile, std::wstring(path), {}}) == Act::Skip) return;
-    Inner().EraseFile(path);
+void FaultyFileSystem::RemoveFile(std::wstring_view path) {
+    if (Before({FileCall::RemoveFile, std::wstring(path), {}}) == Act::Skip) return;
+    Inner().RemoveFile(path);
 }
 
-void FaultyFileSystem::EraseFolder(std::wstring_view path) {
-    if (Before({FileCall::EraseFolder, std::wstring(path), {}}) == Act::Skip) return;
-    Inner().EraseFolder(path);
+void FaultyFileSystem::RemoveFolder(std::wstring_view path) {
+    if (Before({FileCall::RemoveFolder, std::wstring(path), {}}) == Act::Skip) return;
+    Inner().RemoveFolder(path);
 }
 
-void FaultyFileSystem::Move(std::wstring_view from, std::wstring_view to) {
-    if (Before({FileCall::Move, std::wstring(from), std::wstring(to)}) == Act::Skip) return;
-    Inner().Move(from, to);
+void FaultyFileSystem::Rename(std::wstring_view from, std::wstring_view to) {
+    if (Before({FileCall::Rename, std::wstring(from), std::wstring(to)}) == Act::Skip) return;
+    Inner().Rename(from, to);
 }
 
 void FaultyFileSystem::Replace(std::wstring_view from, std::wstring_view to) {
@@ -231,7 +232,7 @@ void FaultyFileSystem::CopyFolderInfo(std::wstring_view from, std::wstring_view 
 
 void FaultyFileSystem::CopyAccessRights(std::wstring_view from, std::wstring_view to) {
     const FileOperation operation{FileCall::CopyAccessRights, std::wstring(from), std::wstring(to)};
-    // It never raises, whatever goes wrong with it.
+    // It never throws, whatever goes wrong with it.
     try {
         if (Before(operation) == Act::Skip) return;
     } catch (const RuntimeError&) {
@@ -270,11 +271,11 @@ std::uint64_t FaultyFileSystem::FreeSpace(std::wstring_view folder) {
     return Inner().FreeSpace(folder);
 }
 
-DriveKind FaultyFileSystem::KindOfDrive(std::wstring_view path) {
-    if (Before({FileCall::KindOfDrive, std::wstring(path), {}}) == Act::Skip) {
-        return DriveKind::Unknown;
+DriveType FaultyFileSystem::DriveTypeOf(std::wstring_view path) {
+    if (Before({FileCall::DriveTypeOf, std::wstring(path), {}}) == Act::Skip) {
+        return DriveType::Unknown;
     }
-    return Inner().KindOfDrive(path);
+    return Inner().DriveTypeOf(path);
 }
 
 std::wstring FaultyFileSystem::TempFolder() {

@@ -12,13 +12,13 @@ namespace vw::test {
 
 /// The calls that can go wrong. TempFolder and FullPath never do, so they are not counted.
 enum class FileCall {
-    Look,
+    Stat,
     List,
     Copy,
-    MakeFolder,
-    EraseFile,
-    EraseFolder,
-    Move,
+    CreateFolder,
+    RemoveFile,
+    RemoveFolder,
+    Rename,
     Replace,
     Read,
     Write,
@@ -26,16 +26,16 @@ enum class FileCall {
     CopyAccessRights,
     Hold,
     FreeSpace,
-    KindOfDrive,
+    DriveTypeOf,
     Identify,
     RealPath,
     HaveSameBytes
 };
 
-/// "Look", "List"...
+/// "Stat", "List"...
 [[nodiscard]] const char* NameOf(FileCall call);
 
-/// One call that reached the file system. `to` is empty but for Copy, Move, Replace and
+/// One call that reached the file system. `to` is empty but for Copy, Rename, Replace and
 /// HaveSameBytes.
 struct FileOperation {
     FileCall call;
@@ -43,7 +43,7 @@ struct FileOperation {
     std::wstring to;
 };
 
-/// "Move C:\A -> C:\B" in UTF-8, for the messages of tests.
+/// "Rename C:\A -> C:\B" in UTF-8, for the messages of tests.
 [[nodiscard]] std::string Describe(const FileOperation& operation);
 
 /// Whether an operation counts. The fault plans below count matching operations only.
@@ -53,7 +53,7 @@ using OperationFilter = std::function<bool(const FileOperation&)>;
 [[nodiscard]] OperationFilter AnyOperation();
 /// The operations of these kinds.
 [[nodiscard]] OperationFilter OnlyCalls(std::initializer_list<FileCall> calls);
-/// The operations that change the disk: Copy, MakeFolder, the erasing and renaming ones, Write.
+/// The operations that change the disk: Copy, CreateFolder, the removing and renaming ones, Write.
 [[nodiscard]] OperationFilter OnlyChanges();
 
 /// Thrown when the planned death of the process is reached, and by every later call. It is no
@@ -67,13 +67,13 @@ class FaultyFileSystem : public ForwardingFileSystem {
   public:
     using ForwardingFileSystem::ForwardingFileSystem;
 
-    /// The n-th operation raises `errorNumber` and has no effect.
+    /// The n-th operation throws `errorNumber` and has no effect.
     void FailNth(int n, int errorNumber, OperationFilter filter = AnyOperation());
 
-    /// From the n-th on all raise `errorNumber`: a drive that is gone, a folder without rights.
+    /// From the n-th on all throw `errorNumber`: a drive that is gone, a folder without rights.
     void FailFrom(int n, int errorNumber, OperationFilter filter = AnyOperation());
 
-    /// From the n-th Copy, Write or MakeFolder on the disk is full (61).
+    /// From the n-th Copy, Write or CreateFolder on the disk is full (61).
     void FillDiskFrom(int n);
 
     /// The process dies at the n-th operation: Died is thrown, and by every later call too. A Copy
@@ -102,13 +102,13 @@ class FaultyFileSystem : public ForwardingFileSystem {
     /// Every operation since the plan was made or since Heal.
     [[nodiscard]] const std::vector<FileOperation>& Operations() const noexcept { return all_; }
 
-    std::optional<FileFacts> Look(std::wstring_view path) override;
+    std::optional<FileInfo> Stat(std::wstring_view path) override;
     void List(std::wstring_view folder, const EntryVisitor& visitor) override;
     void Copy(std::wstring_view from, std::wstring_view to, const CopyProgress& progress) override;
-    void MakeFolder(std::wstring_view path) override;
-    void EraseFile(std::wstring_view path) override;
-    void EraseFolder(std::wstring_view path) override;
-    void Move(std::wstring_view from, std::wstring_view to) override;
+    void CreateFolder(std::wstring_view path) override;
+    void RemoveFile(std::wstring_view path) override;
+    void RemoveFolder(std::wstring_view path) override;
+    void Rename(std::wstring_view from, std::wstring_view to) override;
     void Replace(std::wstring_view from, std::wstring_view to) override;
     std::string Read(std::wstring_view path) override;
     void Write(std::wstring_view path, std::string_view bytes, Flush flush) override;
@@ -120,7 +120,7 @@ class FaultyFileSystem : public ForwardingFileSystem {
     bool HaveSameBytes(std::wstring_view first, std::wstring_view second,
                        const CopyProgress& progress) override;
     std::uint64_t FreeSpace(std::wstring_view folder) override;
-    DriveKind KindOfDrive(std::wstring_view path) override;
+    DriveType DriveTypeOf(std::wstring_view path) override;
     std::wstring TempFolder() override;
     std::wstring FullPath(std::wstring_view path) override;
 

@@ -10,17 +10,17 @@ class ForwardingFileSystem : public FileSystem {
   public:
     explicit ForwardingFileSystem(FileSystem& inner) : inner_(inner) {}
 
-    std::optional<FileFacts> Look(std::wstring_view path) override { return inner_.Look(path); }
+    std::optional<FileInfo> Stat(std::wstring_view path) override { return inner_.Stat(path); }
     void List(std::wstring_view folder, const EntryVisitor& visitor) override {
         inner_.List(folder, visitor);
     }
     void Copy(std::wstring_view from, std::wstring_view to, const CopyProgress& progress) override {
         inner_.Copy(from, to, progress);
     }
-    void MakeFolder(std::wstring_view path) override { inner_.MakeFolder(path); }
-    void EraseFile(std::wstring_view path) override { inner_.EraseFile(path); }
-    void EraseFolder(std::wstring_view path) override { inner_.EraseFolder(path); }
-    void Move(std::wstring_view from, std::wstring_view to) override { inner_.Move(from, to); }
+    void CreateFolder(std::wstring_view path) override { inner_.CreateFolder(path); }
+    void RemoveFile(std::wstring_view path) override { inner_.RemoveFile(path); }
+    void RemoveFolder(std::wstring_view path) override { inner_.RemoveFolder(path); }
+    void Rename(std::wstring_view from, std::wstring_view to) override { inner_.Rename(from, to); }
     void Replace(std::wstring_view from, std::wstring_view to) override {
         inner_.Replace(from, to);
     }
@@ -42,7 +42,7 @@ class ForwardingFileSystem : public FileSystem {
         return inner_.HaveSameBytes(first, second, progress);
     }
     std::uint64_t FreeSpace(std::wstring_view folder) override { return inner_.FreeSpace(folder); }
-    DriveKind KindOfDrive(std::wstring_view path) override { return inner_.KindOfDrive(path); }
+    DriveType DriveTypeOf(std::wstring_view path) override { return inner_.DriveTypeOf(path); }
     std::wstring TempFolder() override { return inner_.TempFolder(); }
     std::wstring FullPath(std::wstring_view path) override { return inner_.FullPath(path); }
 

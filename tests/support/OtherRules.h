@@ -12,8 +12,8 @@ class OtherRules final : public ForwardingFileSystem {
   public:
     using ForwardingFileSystem::ForwardingFileSystem;
 
-    std::optional<FileFacts> Look(std::wstring_view path) override {
-        auto facts = Inner().Look(path);
+    std::optional<FileInfo> Stat(std::wstring_view path) override {
+        auto facts = Inner().Stat(path);
         if (facts) facts->lastWrite += kHour;
         return facts;
     }

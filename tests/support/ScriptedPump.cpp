@@ -11,7 +11,7 @@ void ScriptedPump::Restart() {
     waited_ = 0;
 }
 
-void ScriptedPump::WaitForEvents(unsigned milliseconds) {
+void ScriptedPump::WaitForMessages(unsigned milliseconds) {
     clock_.Advance(milliseconds);
     waited_ += milliseconds;
     Yield();

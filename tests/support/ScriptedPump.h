@@ -3,7 +3,7 @@
 #include <functional>
 #include <map>
 
-#include "platform/EventPump.h"
+#include "platform/MessagePump.h"
 #include "tests/support/TestClock.h"
 
 namespace vw::test {
@@ -11,7 +11,7 @@ namespace vw::test {
 /// An event pump without windows. Every call counts as one yield; a test can act at the k-th one,
 /// as a user does who presses Cancel in the middle of a run. Waiting takes no time: it moves the
 /// test's clock on.
-class ScriptedPump : public EventPump {
+class ScriptedPump : public MessagePump {
   public:
     explicit ScriptedPump(TestClock& clock) : clock_(clock) {}
 
@@ -28,12 +28,12 @@ class ScriptedPump : public EventPump {
     /// Yields so far, of all three kinds.
     [[nodiscard]] int Yields() const noexcept { return yields_; }
 
-    /// Milliseconds that WaitForEvents was asked to wait, all in all.
+    /// Milliseconds that WaitForMessages was asked to wait, all in all.
     [[nodiscard]] std::uint64_t Waited() const noexcept { return waited_; }
 
-    void DoEvents() override { Yield(); }
-    void DoEventsIfDue() override { Yield(); }
-    void WaitForEvents(unsigned milliseconds) override;
+    void ProcessMessages() override { Yield(); }
+    void ProcessMessagesIfDue() override { Yield(); }
+    void WaitForMessages(unsigned milliseconds) override;
 
   private:
     void Yield();

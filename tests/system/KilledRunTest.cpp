@@ -10,7 +10,7 @@
 #include "platform/Utf8.h"
 #include "tests/support/DestinationChecker.h"
 #include "tests/support/Histories.h"
-#include "tests/system/KillWorld.h"
+#include "tests/system/CrashScenario.h"
 #include "tests/system/ProgramCopy.h"
 
 namespace vw::test {
@@ -39,8 +39,8 @@ class KilledRun : public SystemTest {
         killed += ended ? 0 : 1;
     }
     /// Kills so many runs, more in a soak, at moments spread by chance over the time of a run.
-    void KillsRuns(KillWorld::History history, unsigned points) {
-        KillWorld world(program.tree.Path(L"World"), history);
+    void KillsRuns(CrashScenario::History history, unsigned points) {
+        CrashScenario world(program.tree.Path(L"World"), history);
         const auto histories = Histories::Usually(points);
         for (unsigned seed = histories.first; seed != histories.End(); ++seed) {
             Seed(seed);
@@ -73,11 +73,11 @@ class KilledRun : public SystemTest {
     DWORD longest_ = 40;
 };
 
-TEST_F(KilledRun, OfAFirstBackupLosesNothing) { KillsRuns(KillWorld::History::None, 10); }
+TEST_F(KilledRun, OfAFirstBackupLosesNothing) { KillsRuns(CrashScenario::History::None, 10); }
 
-TEST_F(KilledRun, OfALaterBackupLosesNothing) { KillsRuns(KillWorld::History::Full, 10); }
+TEST_F(KilledRun, OfALaterBackupLosesNothing) { KillsRuns(CrashScenario::History::Full, 10); }
 
-TEST_F(KilledRun, OfACompletionLosesNothing) { KillsRuns(KillWorld::History::Incomplete, 10); }
+TEST_F(KilledRun, OfACompletionLosesNothing) { KillsRuns(CrashScenario::History::Incomplete, 10); }
 
 // The names of all these items meet in the destination, so that one of them is refused.
 TEST_F(KilledRun, OverNamesThatMeet_KeepsEveryCommentWithItsCopy) {
@@ -117,9 +117,10 @@ TEST_F(KilledRun, OverNamesThatMeet_KeepsEveryCommentWithItsCopy) {
 }
 
 TEST_F(KilledRun, TheWorldItselfIsBackedUpAsItExpects) {
-    for (const KillWorld::History history :
-         {KillWorld::History::None, KillWorld::History::Full, KillWorld::History::Incomplete}) {
-        KillWorld world(program.tree.Path(L"World"), history);
+    for (const CrashScenario::History history :
+         {CrashScenario::History::None, CrashScenario::History::Full,
+          CrashScenario::History::Incomplete}) {
+        CrashScenario world(program.tree.Path(L"World"), history);
         world.Prepare();
         EXPECT_THAT(world.AfterKill(), testing::IsEmpty());
         RunsTo(0, L"/B " + world.List());

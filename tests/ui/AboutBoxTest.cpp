@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/WindowEventPump.h"
-#include "tests/support/TestWorld.h"
+#include "platform/WindowMessagePump.h"
+#include "tests/support/TestEnvironment.h"
 #include "tests/ui/FormFixture.h"
 #include "ui/ProgramVersion.h"
 #include "ui/resource.h"
@@ -12,7 +12,7 @@ namespace vw {
 namespace {
 
 using test::LoadedForm;
-using test::TestWorld;
+using test::TestEnvironment;
 
 void Click(Form& form, std::wstring_view label) {
     const HWND control = form.Control(label);
@@ -22,8 +22,8 @@ void Click(Form& form, std::wstring_view label) {
 
 class About : public testing::Test {
   protected:
-    TestWorld world;
-    WindowEventPump pump;
+    TestEnvironment world;
+    WindowMessagePump pump;
     System system{world.files,      pump,        world.boxes, world.errors, world.exitStatus,
                   world.programEnd, world.clock, world.ansi};
 };

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-#include "platform/WindowEventPump.h"
+#include "platform/WindowMessagePump.h"
 #include "tests/ui/FormFixture.h"
 #include "ui/resource.h"
 
@@ -21,13 +21,13 @@ class DropDownBox : public testing::TestWithParam<Language> {
         SetCursorPos(GetSystemMetrics(SM_CXSCREEN) - 1, GetSystemMetrics(SM_CYSCREEN) - 1);
         main.form.Show();
         SetFocus(box);
-        pump.DoEvents();
+        pump.ProcessMessages();
         main.events.events.clear();
     }
     void Press(WPARAM key) {
         PostMessageW(box, WM_KEYDOWN, key, 0);
         PostMessageW(box, WM_KEYUP, key, 0);
-        pump.DoEvents();
+        pump.ProcessMessages();
     }
     [[nodiscard]] bool IsOpen() const { return SendMessageW(box, CB_GETDROPPEDSTATE, 0, 0) != 0; }
     [[nodiscard]] std::wstring Chosen() const { return main.form.Text(L"cmbDestination"); }
@@ -38,7 +38,7 @@ class DropDownBox : public testing::TestWithParam<Language> {
             [](const ControlEvent& event) { return event.kind == EventKind::Selection; }));
     }
 
-    WindowEventPump pump;
+    WindowMessagePump pump;
     LoadedForm main{MainForm(), GetParam()};
     const HWND box = main.Control(L"cmbDestination");
 };
@@ -46,7 +46,7 @@ class DropDownBox : public testing::TestWithParam<Language> {
 TEST_P(DropDownBox, Wheel_ClosedBox_ChoosesNothing) {
     for (const int delta : {-WHEEL_DELTA, WHEEL_DELTA, -WHEEL_DELTA}) {
         SendMessageW(box, WM_MOUSEWHEEL, MAKEWPARAM(0, delta), 0);
-        pump.DoEvents();
+        pump.ProcessMessages();
         EXPECT_EQ(Chosen(), L"C:");
     }
     EXPECT_EQ(Choices(), 0);
@@ -89,7 +89,7 @@ TEST_P(DropDownBox, FocusLeavesOpenList_TakesTheMarkBack) {
     Press(VK_DOWN);
     Press(VK_DOWN);
     SetFocus(main.Control(L"lsvBackupList"));
-    pump.DoEvents();
+    pump.ProcessMessages();
     EXPECT_FALSE(IsOpen());
     EXPECT_EQ(Chosen(), L"C:");
     EXPECT_EQ(Choices(), 0);
@@ -99,7 +99,7 @@ TEST_P(DropDownBox, CommandBegins_OpenList_TakesTheMarkBack) {
     Press(VK_DOWN);
     Press(VK_DOWN);
     main.form.EnableForm(false);
-    pump.DoEvents();
+    pump.ProcessMessages();
     EXPECT_FALSE(IsOpen());
     EXPECT_EQ(Chosen(), L"C:");
     EXPECT_EQ(Choices(), 0);
@@ -108,7 +108,7 @@ TEST_P(DropDownBox, CommandBegins_OpenList_TakesTheMarkBack) {
 
 TEST_P(DropDownBox, DriveLetter_ClosedBox_IsMarkedInTheOpenList) {
     PostMessageW(box, WM_CHAR, L'e', 0);
-    pump.DoEvents();
+    pump.ProcessMessages();
     EXPECT_TRUE(IsOpen());
     EXPECT_EQ(Choices(), 0);
     Press(VK_RETURN);
@@ -133,7 +133,7 @@ TEST_P(DropDownBox, ChangeReportedAfterTheEnd_CountsOnce) {
     notify(CBN_DROPDOWN);
     SendMessageW(box, CB_SETCURSEL, 3, 0);
     for (const int code : {CBN_SELENDOK, CBN_CLOSEUP, CBN_SELCHANGE}) notify(code);
-    pump.DoEvents();
+    pump.ProcessMessages();
     EXPECT_EQ(Choices(), 1);
     EXPECT_EQ(Chosen(), L"E:");
 }

@@ -100,10 +100,10 @@ class FormFit : public testing::TestWithParam<Language> {
             const int beside = data->kind == ControlKind::CheckBox ? Scaled(20, loaded.form.Dpi())
                                : button                            ? Scaled(12, loaded.form.Dpi())
                                                                    : 0;
-            const HDC canvas = GetDC(control);
+            const HDC dc = GetDC(control);
             const HGDIOBJ before = SelectObject(
-                canvas, reinterpret_cast<HGDIOBJ>(SendMessageW(control, WM_GETFONT, 0, 0)));
-            const Measure widthOf = MeasureIn(canvas);
+                dc, reinterpret_cast<HGDIOBJ>(SendMessageW(control, WM_GETFONT, 0, 0)));
+            const Measure widthOf = MeasureIn(dc);
             const int room = static_cast<int>(area.right) - beside;
             std::vector<std::wstring> lines{text};
             if (!button && !data->oneLine) lines = Wrapped(text, room, widthOf);
@@ -112,15 +112,15 @@ class FormFit : public testing::TestWithParam<Language> {
                     << Narrow(data->name) << " is too narrow, " << screen.name;
             }
             LOGFONTW font{};
-            GetObjectW(GetCurrentObject(canvas, OBJ_FONT), sizeof font, &font);
+            GetObjectW(GetCurrentObject(dc, OBJ_FONT), sizeof font, &font);
             const bool isTall = data->font.In(GetParam()).face == L"Traditional Arabic";
             const int least = static_cast<int>(std::ceil(-font.lfHeight * leastTallLine_));
-            const int height = std::max(LineHeight(canvas), isTall ? least : 0);
+            const int height = std::max(LineHeight(dc), isTall ? least : 0);
             const int needed = height + static_cast<int>(lines.size() - 1) * LineStep(height);
             EXPECT_LE(needed, static_cast<int>(area.bottom))
                 << Narrow(data->name) << " is too low, " << screen.name;
-            SelectObject(canvas, before);
-            ReleaseDC(control, canvas);
+            SelectObject(dc, before);
+            ReleaseDC(control, dc);
         }
     }
 

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "platform/WindowEventPump.h"
+#include "platform/WindowMessagePump.h"
 #include "tests/ui/FormFixture.h"
 #include "ui/resource.h"
 
@@ -17,7 +17,7 @@ class FormKeys : public testing::Test {
     void Press(HWND window, WPARAM key) {
         PostMessageW(window, WM_KEYDOWN, key, 0);
         PostMessageW(window, WM_KEYUP, key, 0);
-        pump.DoEvents();
+        pump.ProcessMessages();
     }
 
     void PressWithControl(HWND window, WPARAM key) {
@@ -35,7 +35,7 @@ class FormKeys : public testing::Test {
         SetKeyboardState(before);
     }
 
-    WindowEventPump pump;
+    WindowMessagePump pump;
 };
 
 // The focus stays in a control of a window that is disabled while a command runs.
@@ -135,7 +135,7 @@ TEST_F(FormKeys, TabGoesRoundTheControlsInTheirOrder) {
 TEST_F(FormKeys, TheListHasTheKeyboardWhenTheWindowOpens) {
     LoadedForm main(MainForm(), Language::Arabic);
     main.form.Show();
-    pump.DoEvents();
+    pump.ProcessMessages();
     if (GetActiveWindow() != main.Handle()) GTEST_SKIP() << "another program is in front";
     EXPECT_EQ(GetFocus(), main.Control(L"lsvBackupList"));
 }
@@ -163,12 +163,12 @@ TEST_F(FormKeys, AFilterTakesMessagesBeforeTheirWindows) {
         return true;
     });
     PostMessageW(main.Handle(), WM_COMMAND, ID_mnuFileNew, 0);
-    pump.DoEvents();
+    pump.ProcessMessages();
     EXPECT_EQ(seen, 1);
     EXPECT_TRUE(main.events.events.empty());
     pump.SetFilter({});
     PostMessageW(main.Handle(), WM_COMMAND, ID_mnuFileNew, 0);
-    pump.DoEvents();
+    pump.ProcessMessages();
     EXPECT_EQ(main.events.Last().control, L"mnuFileNew");
 }
 

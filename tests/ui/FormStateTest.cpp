@@ -2,7 +2,7 @@
 
 #include "platform/RuntimeError.h"
 #include "platform/TextDirection.h"
-#include "platform/WindowEventPump.h"
+#include "platform/WindowMessagePump.h"
 #include "tests/ui/FormFixture.h"
 #include "ui/resource.h"
 
@@ -163,7 +163,7 @@ TEST(FormState, ABoxBeforeItsOwnerReturnsWhenItIsClosed) {
     main.form.Show(ShowHow::KeepFocus);
     RecordedEvents events;
     Form about(AboutForm(), Language::English, events);
-    WindowEventPump pump;
+    WindowMessagePump pump;
     bool ownerEnabled = true;
     events.onControl = [&](Form& form, const ControlEvent&) {
         ownerEnabled = main.form.IsFormEnabled();

@@ -2,7 +2,7 @@
 
 #include <gmock/gmock.h>
 
-#include "platform/WindowEventPump.h"
+#include "platform/WindowMessagePump.h"
 #include "tests/ui/FormFixture.h"
 #include "ui/resource.h"
 // The common controls' declarations need those of the window system first.
@@ -19,10 +19,10 @@ class KeysOf : public testing::TestWithParam<Language> {
     void Press(HWND window, WPARAM key) {
         PostMessageW(window, WM_KEYDOWN, key, 0);
         PostMessageW(window, WM_KEYUP, key, 0);
-        pump.DoEvents();
+        pump.ProcessMessages();
     }
 
-    WindowEventPump pump;
+    WindowMessagePump pump;
 };
 
 class KeysOfReport : public KeysOf {
@@ -30,7 +30,7 @@ class KeysOfReport : public KeysOf {
     KeysOfReport() {
         busy.form.Show();
         busy.form.ShowControl(L"txtReport", true);
-        pump.DoEvents();
+        pump.ProcessMessages();
         SetFocus(report);
     }
 
@@ -84,7 +84,7 @@ class KeysOfToolbar : public KeysOf {
   protected:
     KeysOfToolbar() {
         main.form.Show();
-        pump.DoEvents();
+        pump.ProcessMessages();
         SetFocus(bar);
     }
     /// The key of the button that Enter or the space bar presses.

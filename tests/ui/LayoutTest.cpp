@@ -24,8 +24,8 @@ TEST(Layout, LengthsAreScaledAndRounded) {
 
 struct Row {
     const char* what;
-    Place place;
-    Flow flow;
+    Bounds place;
+    ResizeWeights flow;
     Size client;
     int dpi;
     Rect expected;
@@ -86,8 +86,8 @@ TEST(Layout, ControlsMoveAndGrowByTheirShares) {
 }
 
 TEST(Layout, NeighboursMeetOnEveryScreenAndAtEverySize) {
-    const Place first{7, 0, 190, 10};
-    const Place second{197, 0, 190, 10};
+    const Bounds first{7, 0, 190, 10};
+    const Bounds second{197, 0, 190, 10};
     for (const int dpi : {96, 120, 144, 168, 192}) {
         for (int surplus = 0; surplus < 7; ++surplus) {
             const Size client{Scaled(kDesign.width, dpi) + surplus, Scaled(kDesign.height, dpi)};

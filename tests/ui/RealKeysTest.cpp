@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/WindowEventPump.h"
+#include "platform/WindowMessagePump.h"
 #include "tests/ui/FormFixture.h"
 
 namespace vw::test {
@@ -23,7 +23,7 @@ class RealKeys : public testing::TestWithParam<Language> {
         main.form.Show();
         SetForegroundWindow(main.Handle());
         SetFocus(main.Control(L"lsvBackupList"));
-        pump.DoEvents();
+        pump.ProcessMessages();
     }
 
     /// Presses keys one after another on the keyboard and processes what comes of them.
@@ -39,7 +39,7 @@ class RealKeys : public testing::TestWithParam<Language> {
         }
         ASSERT_EQ(SendInput(static_cast<UINT>(strokes.size()), strokes.data(), sizeof(INPUT)),
                   strokes.size());
-        pump.DoEvents();
+        pump.ProcessMessages();
     }
 
     void TypeWithControl(WORD key) {
@@ -50,7 +50,7 @@ class RealKeys : public testing::TestWithParam<Language> {
         Type({key});
         control.ki.dwFlags = KEYEVENTF_KEYUP;
         SendInput(1, &control, sizeof control);
-        pump.DoEvents();
+        pump.ProcessMessages();
     }
 
     /// What an entry of the menu bar runs by F10 and the arrow keys: its name and index.
@@ -73,7 +73,7 @@ class RealKeys : public testing::TestWithParam<Language> {
         return {};
     }
 
-    WindowEventPump pump;
+    WindowMessagePump pump;
     LoadedForm main{MainForm(), GetParam()};
     WORD next = VK_RIGHT;
 };
@@ -165,7 +165,7 @@ TEST_P(RealKeys, BusyDialog_IsGoneRoundAndClosed) {
     busy.form.Show();
     busy.form.ShowControl(L"txtReport", true);
     SetForegroundWindow(busy.Handle());
-    pump.DoEvents();
+    pump.ProcessMessages();
     if (GetForegroundWindow() != busy.Handle()) GTEST_SKIP() << "another program is in front";
     EXPECT_EQ(GetFocus(), busy.Control(L"cmdCancel"));
     for (const auto* control : {L"txtReport", L"chkDontHide", L"cmdCancel"}) {
@@ -186,7 +186,7 @@ TEST_P(RealKeys, AboutBox_IsClosedByEnterAndEscape) {
         about.form.ShowControl(L"cmdClose", true);
         about.form.Show();
         SetForegroundWindow(about.Handle());
-        pump.DoEvents();
+        pump.ProcessMessages();
         if (GetForegroundWindow() != about.Handle()) GTEST_SKIP() << "another program is in front";
         Type({key});
         EXPECT_TRUE(!about.form.IsLoaded() || about.events.Last().control == L"cmdClose") << key;

@@ -59,21 +59,21 @@ TEST(ArabicList, Erased_KeepsItsRows) {
     RECT client{};
     GetClientRect(list.Handle(), &client);
     const HDC screen = GetDC(list.Handle());
-    const HDC canvas = CreateCompatibleDC(screen);
+    const HDC dc = CreateCompatibleDC(screen);
     const HBITMAP bitmap = CreateCompatibleBitmap(screen, client.right, client.bottom);
-    const HGDIOBJ before = SelectObject(canvas, bitmap);
-    SetDCBrushColor(canvas, mark);
-    FillRect(canvas, &client, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
-    SendMessageW(list.Handle(), WM_ERASEBKGND, reinterpret_cast<WPARAM>(canvas), 0);
+    const HGDIOBJ before = SelectObject(dc, bitmap);
+    SetDCBrushColor(dc, mark);
+    FillRect(dc, &client, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
+    SendMessageW(list.Handle(), WM_ERASEBKGND, reinterpret_cast<WPARAM>(dc), 0);
     RECT row{};
     row.left = LVIR_BOUNDS;
     SendMessageW(list.Handle(), LVM_GETITEMRECT, 0, reinterpret_cast<LPARAM>(&row));
     const int middle = (row.left + row.right) / 2;
-    EXPECT_EQ(GetPixel(canvas, middle, (row.top + row.bottom) / 2), mark);
-    EXPECT_NE(GetPixel(canvas, middle, row.bottom + 3), mark) << "below the rows it is erased";
-    SelectObject(canvas, before);
+    EXPECT_EQ(GetPixel(dc, middle, (row.top + row.bottom) / 2), mark);
+    EXPECT_NE(GetPixel(dc, middle, row.bottom + 3), mark) << "below the rows it is erased";
+    SelectObject(dc, before);
     DeleteObject(bitmap);
-    DeleteDC(canvas);
+    DeleteDC(dc);
     ReleaseDC(list.Handle(), screen);
 }
 

@@ -17,7 +17,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/WindowEventPump.h"
+#include "platform/WindowMessagePump.h"
 #include "tools/forms/SampleData.h"
 #include "ui/Form.h"
 #include "ui/Forms.h"
@@ -84,7 +84,7 @@ int Show(const std::vector<std::wstring>& arguments) {
     if (has(L"max")) form.Maximise();
     form.Show();
 
-    WindowEventPump pump;
+    WindowMessagePump pump;
     pump.SetFilter(Form::TranslateKeys);
     pump.RunWhile([&] { return form.IsLoaded(); });
     return 0;

@@ -1,6 +1,6 @@
 # shellcheck shell=bash disable=SC2034,SC2154  # variables go to and come from the scripts that source it
 # Shared by the checks that attack a run of the program and look at its world afterwards
-# (tests/system/KillWorld.h). To be sourced from the project's root, with `checkName` set to that of
+# (tests/system/CrashScenario.h). To be sourced from the project's root, with `checkName` set to that of
 # the check. The world lies in a folder of the build, which the program sees as drive K:.
 #
 # With VW_ATTACKED=console the attacked runs are those of vw.exe. The next ones, which complete what

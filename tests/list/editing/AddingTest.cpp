@@ -2,7 +2,7 @@
 
 #include <gmock/gmock.h>
 
-#include "tests/list/editing/ListWorld.h"
+#include "tests/list/editing/ListFixture.h"
 
 namespace vw::test {
 namespace {
@@ -12,7 +12,7 @@ using testing::IsEmpty;
 
 const std::wstring kFolderName = L"\\ChooseFolder....Don't modify this line";
 
-class Adding : public ListWorld {
+class Adding : public ListFixture {
   protected:
     Adding() { list.GetList(); }
     void Drop(const std::vector<std::wstring>& paths) { editing.lsvBackupList_OLEDragDrop(paths); }

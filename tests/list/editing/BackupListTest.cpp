@@ -6,7 +6,7 @@
 
 #include "list/format/ListText.h"
 #include "platform/RuntimeError.h"
-#include "tests/list/editing/ListWorld.h"
+#include "tests/list/editing/ListFixture.h"
 
 namespace vw::test {
 namespace {
@@ -15,7 +15,7 @@ using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-class BackupLists : public ListWorld {};
+class BackupLists : public ListFixture {};
 
 TEST_F(BackupLists, LoadsDestinationCountAndItems) {
     const std::wstring a = tree.File(L"a.txt", "aaaa", {2024, 5, 6, 7, 8, 9});

@@ -6,7 +6,7 @@
 #include "list/editing/BackupList.h"
 #include "platform/RuntimeError.h"
 #include "platform/WindowsHeader.h"
-#include "tests/list/editing/ListWorld.h"
+#include "tests/list/editing/ListFixture.h"
 
 namespace vw::test {
 namespace {
@@ -14,7 +14,7 @@ namespace {
 using testing::ElementsAre;
 
 /// A list is open while another one is asked for that cannot be had.
-class UnopenedList : public ListWorld {
+class UnopenedList : public ListFixture {
   protected:
     template <class Command>
     void ExpectTheOpenOneAfter(Command&& command) {
@@ -43,7 +43,7 @@ TEST_F(UnopenedList, LeavesTheOneThatIsOpenWhenItIsNew) {
     ExpectTheOpenOneAfter([this] { list.FileNew(false); });
 }
 
-class KeptList : public ListWorld {};
+class KeptList : public ListFixture {};
 
 TEST_F(KeptList, OfSeveralDestinationsKeepTheFileThatTheWindowCannotShow) {
     const std::wstring a = tree.File(L"a.txt");
@@ -62,7 +62,7 @@ TEST_F(KeptList, OfOneDestinationLeaveNoOldFileBehind) {
     list.GetList();
     state.listModified = true;
     list.FileSave();
-    EXPECT_FALSE(world.disk.Look(state.currentListPath + L".old"));
+    EXPECT_FALSE(world.disk.Stat(state.currentListPath + L".old"));
 }
 
 TEST_F(KeptList, SavedByAnotherWindowMeanwhileKeepWhatItWrote) {
@@ -75,10 +75,10 @@ TEST_F(KeptList, SavedByAnotherWindowMeanwhileKeepWhatItWrote) {
     EXPECT_EQ(Saved(), Expected({a}));
     const std::wstring old = state.currentListPath + L".old";
     EXPECT_EQ(ReadBytes(old), "the edit of another window");
-    world.disk.EraseFile(old);
+    world.disk.RemoveFile(old);
     state.listModified = true;
     list.FileSave();
-    EXPECT_FALSE(world.disk.Look(old)) << "what this window wrote itself";
+    EXPECT_FALSE(world.disk.Stat(old)) << "what this window wrote itself";
 }
 
 TEST_F(KeptList, ThatAreProtectedAreNotReplaced) {
@@ -101,7 +101,7 @@ TEST_F(KeptList, ThatAreProtectedAreNotReplaced) {
 TEST_F(KeptList, KeepAnItemThatTheDiskCannotTellAbout) {
     const std::wstring a = tree.File(L"a.txt");
     ListFile(world.ansi.Encode(a));
-    world.files.FailNth(2, error_number::kPermissionDenied, OnlyCalls({FileCall::Look}));
+    world.files.FailNth(2, error_number::kPermissionDenied, OnlyCalls({FileCall::Stat}));
     list.GetList();
     EXPECT_EQ(world.errors.TakeOne().number, error_number::kPermissionDenied);
     EXPECT_THAT(Paths(), ElementsAre(a));

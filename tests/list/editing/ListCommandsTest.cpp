@@ -5,7 +5,7 @@
 #include "list/editing/BackupList.h"
 #include "platform/RuntimeError.h"
 #include "platform/TextDirection.h"
-#include "tests/list/editing/ListWorld.h"
+#include "tests/list/editing/ListFixture.h"
 
 namespace vw::test {
 namespace {
@@ -14,7 +14,7 @@ using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-class ListCommands : public ListWorld {};
+class ListCommands : public ListFixture {};
 
 TEST_F(ListCommands, NewTakesTheChosenNameAndIsEmpty) {
     const std::wstring a = tree.File(L"a.txt");
@@ -186,7 +186,7 @@ TEST_F(ListCommands, ChooseDestination_FolderCannotBeMade_KeepsTheFormerOne) {
     list.ChooseDestination(Path(L"Occupied"));
     list.ChooseDestination(Path(L"Missing\\Deep"));
     EXPECT_EQ(state.BackupTo, Path(L"Vault"));
-    world.files.FailNth(1, error_number::kAccessError, OnlyCalls({FileCall::MakeFolder}));
+    world.files.FailNth(1, error_number::kAccessError, OnlyCalls({FileCall::CreateFolder}));
     list.ChooseDestination(Path(L"Refused"));
     EXPECT_EQ(state.BackupTo, Path(L"Vault"));
 }
@@ -253,7 +253,7 @@ TEST_F(ListCommands, SaveAs_OverAnotherList_KeepsNoOldFile) {
     const std::wstring other = tree.File(L"Other.vwl", "an old list");
     dialogs.Expect(other);
     list.FileSaveAs();
-    EXPECT_FALSE(world.disk.Look(other + L".old")) << "the user has agreed to replace it";
+    EXPECT_FALSE(world.disk.Stat(other + L".old")) << "the user has agreed to replace it";
 }
 
 TEST_F(ListCommands, Open_ListCannotBeRead_IsStillARecentList) {

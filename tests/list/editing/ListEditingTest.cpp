@@ -9,7 +9,7 @@
 #include "list/format/ListText.h"
 #include "platform/RuntimeError.h"
 #include "platform/TextCase.h"
-#include "tests/list/editing/ListWorld.h"
+#include "tests/list/editing/ListFixture.h"
 #include "tests/support/Histories.h"
 
 namespace vw::test {
@@ -22,7 +22,7 @@ using testing::Not;
 
 const std::wstring kFolderName = L"\\ChooseFolder....Don't modify this line";
 
-class Editing : public ListWorld {
+class Editing : public ListFixture {
   protected:
     Editing() {
         list.GetList();
@@ -61,8 +61,8 @@ TEST_F(Editing, AMultipleSelectionIsAddedLastFirst) {
 
 TEST_F(Editing, ACancelStopsTheAdding) {
     for (const auto* name : {L"a.txt", L"b.txt", L"c.txt"}) tree.File(name);
-    state.cancelRequested = true;  // of an earlier run
-    onMsg = [this] { state.cancelRequested = true; };
+    state.cancel.Request();  // of an earlier run
+    onMsg = [this] { state.cancel.Request(); };
     dialogs.Expect(tree.Path() + std::wstring(L"\0a.txt\0b.txt\0c.txt", 18));
     editing.mnuAddFileClick();
     EXPECT_THAT(Paths(), ElementsAre(Path(L"c.txt")));

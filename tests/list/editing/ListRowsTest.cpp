@@ -5,7 +5,7 @@
 #include <gmock/gmock.h>
 
 #include "platform/WindowsHeader.h"
-#include "tests/list/editing/ListWorld.h"
+#include "tests/list/editing/ListFixture.h"
 
 // Behind the header above, which it builds on.
 #include <commctrl.h>
@@ -18,7 +18,7 @@ using testing::UnorderedElementsAre;
 
 const std::wstring kFolderName = L"\\ChooseFolder....Don't modify this line";
 
-class ListRowsTest : public ListWorld {
+class ListRowsTest : public ListFixture {
   protected:
     ListRowsTest() {
         list.GetList();
@@ -80,7 +80,7 @@ TEST_F(ListRowsTest, AddFolder_RootOfADrive_AddsNothing) {
 TEST_F(ListRowsTest, AddPattern_EarlierRunWasCancelled_AddsAllFiles) {
     tree.File(L"Sub\\a.txt");
     tree.File(L"Sub\\b.txt");
-    state.cancelRequested = true;
+    state.cancel.Request();
     dialogs.Expect(Path(L"Sub\\*"));
     editing.mnuAddFileClick();
     EXPECT_THAT(Paths(), UnorderedElementsAre(Path(L"Sub\\a.txt"), Path(L"Sub\\b.txt")));
@@ -89,7 +89,7 @@ TEST_F(ListRowsTest, AddPattern_EarlierRunWasCancelled_AddsAllFiles) {
 TEST_F(ListRowsTest, AddFilesOfFolder_EarlierRunWasCancelled_AddsAllFiles) {
     tree.File(L"Sub\\a.txt");
     tree.File(L"Sub\\Deep\\b.txt");
-    state.cancelRequested = true;
+    state.cancel.Request();
     dialogs.Expect(Path(L"Sub"));
     editing.mnuAddFileClick();
     EXPECT_THAT(Paths(), ElementsAre(Path(L"Sub\\a.txt"), Path(L"Sub\\Deep\\b.txt")));
@@ -100,7 +100,9 @@ TEST_F(ListRowsTest, AddFilesOfFolder_CancelledInASubFolder_StopsThere) {
     tree.File(L"Sub\\Deep\\b.txt");
     tree.File(L"Sub\\Deep\\c.txt");
     tree.File(L"Sub\\Last\\d.txt");
-    onMsg = [this] { state.cancelRequested = View().Count() == 1; };
+    onMsg = [this] {
+        if (View().Count() == 1) state.cancel.Request();
+    };
     dialogs.Expect(Path(L"Sub"));
     editing.mnuAddFileClick();
     EXPECT_THAT(Paths(), ElementsAre(Path(L"Sub\\a.txt"), Path(L"Sub\\Deep\\b.txt")));

@@ -28,7 +28,7 @@ class RecordingHost {
 
     void Ready(bool flag) { calls.emplace_back(flag ? L"Ready(true)" : L"Ready(false)"); }
     void FileOpen(std::wstring_view path) {
-        if (openingFails) Raise(error_number::kPathNotFound, path);
+        if (openingFails) Throw(error_number::kPathNotFound, path);
         calls.push_back(L"FileOpen " + std::wstring(path));
     }
     void OpenDefaultList() { calls.emplace_back(L"OpenDefaultList"); }

@@ -2,7 +2,7 @@
 
 #include <gmock/gmock.h>
 
-#include "tests/list/editing/ListWorld.h"
+#include "tests/list/editing/ListFixture.h"
 
 namespace vw::test {
 namespace {
@@ -10,7 +10,7 @@ namespace {
 using testing::ElementsAre;
 using testing::SizeIs;
 
-class UnansweredItems : public ListWorld {
+class UnansweredItems : public ListFixture {
   protected:
     void Load(const std::vector<std::wstring>& items) {
         std::wstring text = L"BackupTo: " + tree.Folder(L"Vault") + L"\r\n";

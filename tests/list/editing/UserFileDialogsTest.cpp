@@ -5,7 +5,7 @@
 #include "list/editing/Filter.h"
 #include "platform/CurrentFolder.h"
 #include "platform/WindowsHeader.h"
-#include "tests/list/editing/ListWorld.h"
+#include "tests/list/editing/ListFixture.h"
 // The dialogs' controls need the declarations of the window system first.
 #include <dlgs.h>
 
@@ -25,7 +25,7 @@ void CALLBACK Confirm(HWND, UINT, UINT_PTR timer, DWORD) {
     PostMessageW(dialog, WM_COMMAND, IDOK, 0);
 }
 
-class UserFileDialogs : public ListWorld {
+class UserFileDialogs : public ListFixture {
   protected:
     vw::UserFileDialogs system{main.form};
     FileDialogSetup setup;

@@ -5,9 +5,9 @@
 #include "platform/CCommonAPI.h"
 #include "platform/ExitStatus.h"
 #include "platform/SystemCodePage.h"
+#include "tests/support/FakeMessageBoxes.h"
 #include "tests/support/RecordedErrors.h"
 #include "tests/support/ScratchRegistry.h"
-#include "tests/support/ScriptedBoxes.h"
 
 namespace vw::test {
 namespace {
@@ -22,7 +22,7 @@ TEST(ListFileType, RegistersListsWithTheirIconAndTheirBackup) {
     const ScratchKey type(kRoot, L"VaultwrightFilesListTest");
     ExitStatus exitStatus;
     RecordedErrors faults(exitStatus);
-    ScriptedBoxes boxes;
+    FakeMessageBoxes boxes;
     SystemRegistry registry;
     const CodePage ansi;
     CCommonAPI api(registry, ansi, boxes, faults);

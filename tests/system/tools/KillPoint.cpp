@@ -15,7 +15,7 @@
 #include <string_view>
 
 #include "platform/Utf8.h"
-#include "tests/system/KillWorld.h"
+#include "tests/system/CrashScenario.h"
 #include "tests/system/ProgramRun.h"
 
 namespace vw::test {
@@ -29,7 +29,7 @@ int Tell(const char* when, const std::vector<std::wstring>& faults) {
 }
 
 /// Lets the program run to its end, and looks at the world that it found and at what it left.
-bool Check(KillWorld& world, std::wstring_view program, int faults, bool changed) {
+bool Check(CrashScenario& world, std::wstring_view program, int faults, bool changed) {
     if (changed) world.ChangeSources();
     ProgramRun run(
         {.program = std::wstring(program), .arguments = L"/B \"" + world.List() + L"\""});
@@ -42,9 +42,10 @@ bool Check(KillWorld& world, std::wstring_view program, int faults, bool changed
     return faults == 0;
 }
 
-KillWorld::History HistoryOf(std::wstring_view name) {
-    if (name == L"full") return KillWorld::History::Full;
-    return name == L"incomplete" ? KillWorld::History::Incomplete : KillWorld::History::None;
+CrashScenario::History HistoryOf(std::wstring_view name) {
+    if (name == L"full") return CrashScenario::History::Full;
+    return name == L"incomplete" ? CrashScenario::History::Incomplete
+                                 : CrashScenario::History::None;
 }
 
 int RunToItsEnd(std::wstring_view reports, const ProgramStart& start) {
@@ -58,7 +59,7 @@ int RunToItsEnd(std::wstring_view reports, const ProgramStart& start) {
 }  // namespace vw::test
 
 int wmain(int count, wchar_t** arguments) try {
-    using vw::test::KillWorld;
+    using vw::test::CrashScenario;
     using vw::test::Tell;
     // What was found is told even when this tool itself comes to a sudden end.
     std::setvbuf(stdout, nullptr, _IONBF, 0);
@@ -73,7 +74,7 @@ int wmain(int count, wchar_t** arguments) try {
         std::puts("usage: see the head of this tool's source");
         return 2;
     }
-    KillWorld world(arguments[2], vw::test::HistoryOf(arguments[3]));
+    CrashScenario world(arguments[2], vw::test::HistoryOf(arguments[3]));
     int faults = 0;
     if (isCheck) faults = Tell("after the kill", world.AfterKill());
     if (isFault) {

@@ -1,0 +1,17 @@
+#pragma once
+
+namespace vw {
+
+/// The end of the process. Tests stand in for it, since it never comes back.
+class ProcessExit {
+  public:
+    ProcessExit() = default;
+    ProcessExit(const ProcessExit&) = delete;
+    ProcessExit& operator=(const ProcessExit&) = delete;
+    virtual ~ProcessExit() = default;
+
+    /// Ends the process at once with `exitCode`.
+    [[noreturn]] virtual void End(int exitCode) = 0;
+};
+
+}  // namespace vw

@@ -1,0 +1,133 @@
+#include "fsutil/TreeOperations.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/RuntimeError.h"
+#include "tests/support/EndlessFolders.h"
+#include "tests/support/TempTree.h"
+#include "tests/support/TestEnvironment.h"
+
+namespace vw {
+namespace {
+
+using test::Exists;
+using test::FileCall;
+using test::OnlyCalls;
+using test::OnlyChanges;
+using test::TempTree;
+using test::TestEnvironment;
+
+int ErrorOf(const std::function<void()>& call) {
+    try {
+        call();
+    } catch (const RuntimeError& error) {
+        return error.Number();
+    }
+    return 0;
+}
+
+TEST(DeleteTree, DeletesTreesOfThousandsOfLevels) {
+    TestEnvironment world;
+    test::EndlessFolders disk(world.disk, 5000, 0);
+    DeleteTree(disk, L"X:\\d", {});
+    EXPECT_EQ(disk.deepestListed, 5000);
+    EXPECT_EQ(disk.erasedFiles, 5000);
+    EXPECT_FALSE(disk.wrongOrder);
+    EXPECT_FALSE(disk.Stat(L"X:\\d"));
+}
+
+TEST(DeleteTree, AsksTheDiskOnceForEachFolder) {
+    const TempTree tree;
+    for (int i = 0; i < 5; ++i) tree.File(L"Top\\Sub\\" + std::to_wstring(i));
+    tree.File(L"Top\\a");
+    TestEnvironment world;
+    DeleteTree(world.files, tree.Path(L"Top"), {});
+    int lists = 0;
+    int looks = 0;
+    for (const auto& operation : world.files.Operations()) {
+        lists += operation.call == FileCall::List ? 1 : 0;
+        looks += operation.call == FileCall::Stat ? 1 : 0;
+    }
+    EXPECT_EQ(lists, 2);
+    EXPECT_EQ(looks, 2) << "one before and one after, for the top alone";
+}
+
+TEST(DeleteTree, DeletesAFolderOfManyFiles) {
+    const TempTree tree;
+    for (int i = 0; i < 1500; ++i) tree.File(L"Top\\file " + std::to_wstring(i), "");
+    TestEnvironment world;
+    int yields = 0;
+    DeleteTree(world.files, tree.Path(L"Top"), [&] { ++yields; });
+    EXPECT_FALSE(Exists(tree.Path(L"Top")));
+    EXPECT_EQ(yields, 1501);
+}
+
+TEST(CreateFolders, MakesEveryMissingParent) {
+    const TempTree tree;
+    TestEnvironment world;
+    CreateFolders(world.files, tree.Path(L"a\\ب\\c.d\\«0001»\\"));
+    EXPECT_TRUE(Exists(tree.Path(L"a\\ب\\c.d\\«0001»")));
+    CreateFolders(world.files, tree.Path(L"a/ب//second"));
+    EXPECT_TRUE(Exists(tree.Path(L"a\\ب\\second")));
+}
+
+TEST(CreateFolders, LeavesWhatIsThere) {
+    const TempTree tree;
+    tree.File(L"a\\b\\f.txt");
+    TestEnvironment world;
+    world.files.DieAtNth(1, OnlyChanges());
+    CreateFolders(world.files, tree.Path(L"a\\b"));
+    CreateFolders(world.files, tree.Path() + L"\\");
+    CreateFolders(world.files, L"C:\\");
+    EXPECT_TRUE(Exists(tree.Path(L"a\\b\\f.txt")));
+}
+
+TEST(CreateFolders, RaisesWhenAFileIsInTheWay) {
+    const TempTree tree;
+    const std::wstring file = tree.File(L"a\\file");
+    TestEnvironment world;
+    EXPECT_EQ(ErrorOf([&] { CreateFolders(world.files, file); }), 58);
+    EXPECT_EQ(ErrorOf([&] { CreateFolders(world.files, file + L"\\b\\c"); }), 58);
+}
+
+TEST(CreateFolders, RaisesForAMissingDrive) {
+    TestEnvironment world;
+    EXPECT_EQ(ErrorOf([&] { CreateFolders(world.files, L"Q:\\"); }), 76);
+    EXPECT_EQ(ErrorOf([&] { CreateFolders(world.files, L"Q:\\a\\b"); }), 76);
+}
+
+TEST(CreateFolders, IsContentWithAFolderThatSomebodyElseMadeMeanwhile) {
+    const TempTree tree;
+    TestEnvironment world;
+    world.files.OnOperation([&](const test::FileOperation& operation) {
+        if (operation.call == FileCall::CreateFolder) tree.Folder(operation.path);
+    });
+    CreateFolders(world.files, tree.Path(L"a\\b"));
+    EXPECT_TRUE(Exists(tree.Path(L"a\\b")));
+}
+
+TEST(CreateFolders, PassesOnTheFirstFailureWithItsPath) {
+    const TempTree tree;
+    TestEnvironment world;
+    world.files.FailNth(2, error_number::kDiskFull, OnlyCalls({FileCall::CreateFolder}));
+    try {
+        CreateFolders(world.files, tree.Path(L"a\\b\\c"));
+        FAIL() << "nothing was raised";
+    } catch (const RuntimeError& error) {
+        EXPECT_EQ(error.Number(), 61);
+        EXPECT_EQ(error.Path(), tree.Path(L"a\\b"));
+    }
+    EXPECT_FALSE(Exists(tree.Path(L"a\\b")));
+}
+
+TEST(CreateFolders, MakesPathsBeyond260Characters) {
+    const TempTree tree;
+    std::wstring relative = L"Top";
+    for (int i = 0; i < 40; ++i) relative += L"\\a rather long folder";
+    TestEnvironment world;
+    CreateFolders(world.files, tree.Path(relative));
+    EXPECT_TRUE(Exists(tree.Path(relative)));
+}
+
+}  // namespace
+}  // namespace vw
