@@ -5,6 +5,7 @@
 set(PURE_SOURCES
     app/CommandLine.cpp
     engine/CommentLine.cpp
+    engine/CopyLabel.cpp
     engine/CopyName.cpp
     engine/NameEncoding.cpp
     fsutil/PathText.cpp
@@ -22,7 +23,6 @@ set(PURE_SOURCES
     platform/TextDirection.cpp
     platform/Utf8.cpp
     platform/LeadingInt.cpp
-    restore/CopiesIndex.cpp
     restore/CopyGroup.cpp
     ui/DisplayText.cpp
     ui/Layout.cpp
@@ -31,6 +31,7 @@ set(PURE_SOURCES
 set(PURE_TESTS
     tests/app/CommandLineTest.cpp
     tests/engine/CommentLineTest.cpp
+    tests/engine/CopyLabelTest.cpp
     tests/engine/CopyNameTest.cpp
     tests/engine/NameEncodingTest.cpp
     tests/fsutil/PathTextTest.cpp
@@ -48,7 +49,6 @@ set(PURE_TESTS
     tests/platform/TextDirectionTest.cpp
     tests/platform/Utf8Test.cpp
     tests/platform/LeadingIntTest.cpp
-    tests/restore/CopiesIndexTest.cpp
     tests/restore/CopyGroupTest.cpp
     tests/ui/DisplayTextTest.cpp
     tests/ui/LayoutTest.cpp

@@ -9,11 +9,11 @@
 #include "console/StoredCopies.h"
 #include "console/Verbs.h"
 #include "engine/CPackage.h"
+#include "engine/CopyLabel.h"
 #include "fsutil/PathText.h"
 #include "fsutil/TreeWalk.h"
 #include "platform/RuntimeError.h"
 #include "platform/TextCase.h"
-#include "restore/CopiesIndex.h"
 
 namespace vw {
 namespace {

@@ -1,4 +1,5 @@
 #include "console/DestinationCheck.h"
+#include "engine/CopyLabel.h"
 
 #include <algorithm>
 #include <string_view>
@@ -12,12 +13,10 @@
 #include "engine/CopyName.h"
 #include "fsutil/NewestDate.h"
 #include "fsutil/PathText.h"
-#include "fsutil/TreeWalk.h"
 #include "fsutil/WorkingName.h"
 #include "platform/ProcessTag.h"
 #include "platform/RuntimeError.h"
 #include "platform/TextCase.h"
-#include "restore/CopiesIndex.h"
 #include "restore/NestedItems.h"
 
 namespace vw {

@@ -11,7 +11,6 @@
 #include "engine/CPackage.h"
 #include "engine/CopyName.h"
 #include "fsutil/PathText.h"
-#include "fsutil/TreeWalk.h"
 #include "platform/RuntimeError.h"
 
 namespace vw {

@@ -13,7 +13,6 @@
 #include "engine/NameEncoding.h"
 #include "fsutil/FileQueries.h"
 #include "fsutil/PathText.h"
-#include "fsutil/TreeWalk.h"
 #include "platform/RuntimeError.h"
 #include "platform/TextCase.h"
 

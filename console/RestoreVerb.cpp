@@ -14,7 +14,6 @@
 #include "engine/TargetState.h"
 #include "fsutil/PathText.h"
 #include "fsutil/TreeOperations.h"
-#include "fsutil/TreeWalk.h"
 #include "platform/RuntimeError.h"
 #include "platform/TextCase.h"
 #include "restore/SafetyCopies.h"

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "console/Console.h"
-#include "fsutil/TreeWalk.h"
+#include "fsutil/PathText.h"
 #include "platform/FileSystem.h"
 #include "platform/RuntimeError.h"
 #include "platform/SystemError.h"

@@ -7,10 +7,8 @@
 #include "engine/CPackage.h"
 #include "engine/CopyName.h"
 #include "fsutil/PathText.h"
-#include "fsutil/TreeWalk.h"
 #include "platform/RuntimeError.h"
 #include "platform/TextCase.h"
-#include "restore/CopiesIndex.h"
 #include "restore/NestedItems.h"
 
 namespace vw {

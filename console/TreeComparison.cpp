@@ -5,7 +5,7 @@
 #include <unordered_map>
 #include <utility>
 
-#include "fsutil/TreeWalk.h"
+#include "fsutil/PathText.h"
 #include "platform/RuntimeError.h"
 #include "platform/TextCase.h"
 

@@ -3,7 +3,7 @@
 #include "engine/CommentLine.h"
 #include "engine/CopyName.h"
 #include "engine/TargetState.h"
-#include "fsutil/TreeWalk.h"
+#include "fsutil/PathText.h"
 #include "list/format/FieldReader.h"
 #include "list/format/ListLine.h"
 

@@ -9,7 +9,6 @@
 #include "engine/FolderListing.h"
 #include "engine/RunTexts.h"
 #include "fsutil/PathText.h"
-#include "fsutil/TreeWalk.h"
 #include "platform/MessagePump.h"
 #include "platform/RuntimeError.h"
 #include "platform/TextCase.h"

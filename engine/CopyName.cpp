@@ -7,12 +7,15 @@
 #include "platform/Digits.h"
 #include "platform/LeadingInt.h"
 #include "platform/RuntimeError.h"
+#include "platform/TextCase.h"
+#include "platform/Wildcards.h"
 
 namespace vw {
 namespace {
 
 constexpr wchar_t kOpen = L'\u00AB';
 constexpr wchar_t kClose = L'\u00BB';
+constexpr std::wstring_view kCommentPattern = L"*.vwc";
 
 /// The two characters that begin `distance` before the last "»"; empty when there is no such
 /// place.
@@ -90,6 +93,35 @@ std::wstring ItemNameOf(std::wstring_view copyPath) {
     const std::wstring name = MFileDosShell::CFileName(copyPath);
     const bool isNested = !FindCopyMark(name) && FindCopyMark(copyPath);
     return isNested || name.find(kOpen) == name.npos ? name : ParseCopyName(name).origin;
+}
+
+bool IsCopyName(std::wstring_view name) {
+    return MatchesWildcard(name, kCopyNamePattern) && !MatchesWildcard(name, kCommentPattern);
+}
+
+bool IsCommentName(std::wstring_view name) {
+    return MatchesWildcard(name, kCopyNamePattern) && MatchesWildcard(name, kCommentPattern);
+}
+
+std::wstring CopyFolderOf(std::wstring_view copyPath) {
+    const std::wstring_view before = copyPath.substr(0, copyPath.find(L'\u00AB'));
+    const std::size_t separator = before.rfind(L'\\');
+    return std::wstring(copyPath.substr(0, separator == copyPath.npos ? 0 : separator));
+}
+
+// The builder's own pattern would take "#" or "[" of an item's name for wildcards.
+CopiesOfItem::CopiesOfItem(std::wstring_view itemName, int location) {
+    const std::wstring pattern =
+        MFileDosShell::CFileName(CFilePackageName(itemName, kAnyCopyNumber, location, {}));
+    const std::size_t mark = pattern.rfind(L"??\u00BB");
+    begin_ = UpperCase(std::wstring_view(pattern).substr(0, mark));
+    end_ = UpperCase(std::wstring_view(pattern).substr(mark + 2));
+}
+
+bool CopiesOfItem::Contains(std::wstring_view name) const {
+    if (name.size() != begin_.size() + 2 + end_.size()) return false;
+    return EqualNoCase(name.substr(0, begin_.size()), begin_) &&
+           EqualNoCase(name.substr(begin_.size() + 2), end_);
 }
 
 }  // namespace vw

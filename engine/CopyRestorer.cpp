@@ -5,7 +5,6 @@
 #include "engine/FolderListing.h"
 #include "engine/TargetState.h"
 #include "fsutil/PathText.h"
-#include "fsutil/TreeWalk.h"
 #include "platform/MessagePump.h"
 #include "platform/RuntimeError.h"
 

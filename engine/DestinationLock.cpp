@@ -1,6 +1,6 @@
 #include "engine/DestinationLock.h"
 
-#include "fsutil/TreeWalk.h"
+#include "fsutil/PathText.h"
 #include "fsutil/WorkingName.h"
 #include "platform/FileSystem.h"
 #include "platform/ProcessTag.h"

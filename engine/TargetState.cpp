@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "fsutil/TreeWalk.h"
+#include "fsutil/PathText.h"
 #include "platform/MessagePump.h"
 #include "platform/TextCase.h"
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <functional>
 
+#include "fsutil/PathText.h"
 #include "fsutil/SizeText.h"
 #include "fsutil/TreeOperations.h"
 #include "fsutil/TreeWalk.h"

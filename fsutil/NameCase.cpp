@@ -5,7 +5,6 @@
 
 #include "fsutil/PathText.h"
 #include "fsutil/Patience.h"
-#include "fsutil/TreeWalk.h"
 #include "platform/FileSystem.h"
 #include "platform/MessagePump.h"
 #include "platform/RuntimeError.h"

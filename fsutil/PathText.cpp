@@ -1,5 +1,15 @@
 #include "fsutil/PathText.h"
 
+namespace vw {
+
+std::wstring JoinPath(std::wstring_view folder, std::wstring_view name) {
+    std::wstring path(folder);
+    if (!path.ends_with(L'\\') && !path.ends_with(L'/')) path += L'\\';
+    return path.append(name);
+}
+
+}  // namespace vw
+
 namespace vw::MFileDosShell {
 namespace {
 

@@ -3,6 +3,14 @@
 #include <string>
 #include <string_view>
 
+namespace vw {
+
+/// `folder` & "\" & `name`, for any way in which a folder is typed: with or without a final
+/// separator, a drive root.
+[[nodiscard]] std::wstring JoinPath(std::wstring_view folder, std::wstring_view name);
+
+}  // namespace vw
+
 namespace vw::MFileDosShell {
 
 /// The last component of a path: C:\A\B\ and C:\A\B give B, C:\ gives C:.

@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
+#include "fsutil/PathText.h"
 #include "fsutil/Scripting.h"
 #include "fsutil/TreeOperations.h"
-#include "fsutil/TreeWalk.h"
 #include "platform/ErrorTrap.h"
 #include "platform/FileSystem.h"
 #include "platform/MessagePump.h"

@@ -1,4 +1,5 @@
 #include "fsutil/TreeWalk.h"
+#include "fsutil/PathText.h"
 
 #include <utility>
 #include <vector>
@@ -7,12 +8,6 @@
 #include "platform/RuntimeError.h"
 
 namespace vw {
-
-std::wstring JoinPath(std::wstring_view folder, std::wstring_view name) {
-    std::wstring path(folder);
-    if (!path.ends_with(L'\\') && !path.ends_with(L'/')) path += L'\\';
-    return path.append(name);
-}
 
 void WalkTree(FileSystem& files, std::wstring_view folder, const TreeVisitor& visitor) {
     // "C:" is the current folder of that drive, so nothing may be joined to it as it is. The

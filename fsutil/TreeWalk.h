@@ -8,10 +8,6 @@
 
 namespace vw {
 
-/// `folder` & "\" & `name`, for any way in which a folder is typed: with or without a final
-/// separator, a drive root.
-[[nodiscard]] std::wstring JoinPath(std::wstring_view folder, std::wstring_view name);
-
 /// What a walk through a tree is for.
 struct TreeVisitor {
     /// Sees each file.

@@ -10,7 +10,6 @@
 #include "engine/CopyName.h"
 #include "fsutil/PathText.h"
 #include "platform/TextCase.h"
-#include "restore/CopiesIndex.h"
 
 namespace vw {
 namespace {

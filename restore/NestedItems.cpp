@@ -7,7 +7,6 @@
 #include "engine/CommentLine.h"
 #include "engine/CopyName.h"
 #include "fsutil/PathText.h"
-#include "fsutil/TreeWalk.h"
 #include "platform/FileSystem.h"
 #include "platform/MessagePump.h"
 #include "platform/TextCase.h"

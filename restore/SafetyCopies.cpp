@@ -1,4 +1,5 @@
 #include "restore/SafetyCopies.h"
+#include "engine/CopyLabel.h"
 
 #include <algorithm>
 
@@ -11,7 +12,6 @@
 #include "platform/MessagePump.h"
 #include "platform/ProgramState.h"
 #include "platform/RuntimeError.h"
-#include "restore/CopiesIndex.h"
 #include "restore/SameContent.h"
 
 namespace vw {

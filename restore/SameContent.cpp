@@ -5,7 +5,6 @@
 #include <string>
 #include <vector>
 
-#include "fsutil/TreeWalk.h"
 #include "fsutil/WorkingName.h"
 #include "platform/FileSystem.h"
 

@@ -4,7 +4,6 @@
 
 #include "engine/CopyName.h"
 #include "fsutil/PathText.h"
-#include "fsutil/TreeWalk.h"
 #include "platform/FileSystem.h"
 #include "platform/TextCase.h"
 #include "platform/Wildcards.h"

@@ -2,7 +2,6 @@
 
 #include "fsutil/Folders.h"
 #include "fsutil/PathText.h"
-#include "fsutil/TreeWalk.h"
 #include "list/editing/BackupList.h"
 #include "list/editing/FileDialogs.h"
 #include "list/editing/Filter.h"

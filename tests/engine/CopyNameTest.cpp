@@ -182,5 +182,34 @@ TEST(ItemNameOf, CopyInFoldersOfItsOwn_HasTheItemsName) {
     }
 }
 
+TEST(IsCopyName, CommentsAndUnmarkedNames_AreNoCopies) {
+    for (const auto* name :
+         {L"a\u00AB0001\u00BB.txt", L"\u00AB0001\u00BB", L"x\u00ABabcd\u00BB.txt"}) {
+        EXPECT_TRUE(IsCopyName(name));
+    }
+    for (const auto* name :
+         {L"a.txt", L"a\u00AB001\u00BB.txt", L"a\u00AB00001\u00BB.txt",
+          L"a\u00AB0001\u00BB.txt.vwc", L"a\u00AB0001\u00BB.txt.VWC", L"", L"\u00AB\u00BB"}) {
+        EXPECT_FALSE(IsCopyName(name));
+    }
+}
+
+TEST(CopiesOfItem, WildcardsInTheName_CountAsTheyStand) {
+    const CopiesOfItem copies(L"Report #1 [new].doc", 1);
+    EXPECT_TRUE(copies.Contains(L"Report #1 [new]\u00AB0101\u00BB.doc"));
+    EXPECT_TRUE(copies.Contains(L"REPORT #1 [NEW]\u00AB0121\u00BB.DOC"));
+    EXPECT_FALSE(copies.Contains(L"Report 71 n\u00AB0101\u00BB.doc"));
+    EXPECT_FALSE(copies.Contains(L"Report #1 [new]\u00AB0001\u00BB.doc"));
+    EXPECT_FALSE(copies.Contains(L"Report #1 [new]\u00AB0101\u00BB.docx"));
+    EXPECT_FALSE(copies.Contains(L"Report #1 [new]\u00AB01\u00BB.doc"));
+    EXPECT_FALSE(copies.Contains(L""));
+}
+
+TEST(CopyFolderOf, NestedCopy_IsTheFolderOfTheMarks) {
+    EXPECT_EQ(CopyFolderOf(L"E:\\Backup\\a\u00AB0001\u00BB.txt"), L"E:\\Backup");
+    EXPECT_EQ(CopyFolderOf(L"E:\\Backup\\Docs\u00AB0001\u00BB.smith\\My\\Docs"), L"E:\\Backup");
+    EXPECT_EQ(CopyFolderOf(L"a\u00AB0001\u00BB.txt"), L"");
+}
+
 }  // namespace
 }  // namespace vw

@@ -4,11 +4,11 @@
 #include <utility>
 #include <vector>
 
+#include "engine/CopyLabel.h"
 #include "engine/CopyName.h"
 #include "fsutil/PathText.h"
 #include "platform/LeadingInt.h"
 #include "platform/TextCase.h"
-#include "restore/CopiesIndex.h"
 #include "restore/CopyGroup.h"
 #include "tests/fuzz/FuzzSupport.h"
 

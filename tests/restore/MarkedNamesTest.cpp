@@ -3,7 +3,6 @@
 
 #include <gmock/gmock.h>
 
-#include "restore/CopiesIndex.h"
 #include "tests/restore/RestoreFixture.h"
 
 namespace vw::test {

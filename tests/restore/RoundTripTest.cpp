@@ -7,7 +7,7 @@
 #include <map>
 #include <random>
 
-#include "restore/CopiesIndex.h"
+#include "engine/CopyLabel.h"
 #include "tests/restore/RestoreEnvironment.h"
 #include "tests/support/Histories.h"
 

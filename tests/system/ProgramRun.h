@@ -43,8 +43,8 @@ class ProgramRun {
     /// process when it does not end. `answerBoxes` false leaves boxes to themselves.
     DWORD WaitForEnd(bool answerBoxes = true);
 
-    /// Waits until all of these processes have ended, and reads the output of all of them meanwhile:
-    /// one that can write no further keeps its destination from the others.
+    /// Waits until all of these processes have ended, and reads the output of all of them
+    /// meanwhile: one that can write no further keeps its destination from the others.
     static void WaitForAll(const std::vector<ProgramRun*>& runs);
 
     /// Whether the process is there for all of this time. Boxes are left to themselves.

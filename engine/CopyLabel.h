@@ -24,28 +24,4 @@ inline constexpr int kHighestSafetyNumber = 99;
 /// more than kHighestSafetyNumber.
 [[nodiscard]] int NextSafetyNumber(int highest) noexcept;
 
-/// Whether an entry of the copy folder is named like a copy and is no comment file.
-[[nodiscard]] bool IsCopyName(std::wstring_view name);
-
-/// Whether an entry of the copy folder is named like the comment file of a copy.
-[[nodiscard]] bool IsCommentName(std::wstring_view name);
-
-/// The folder that the copies lie in, from the path of one of them: that of the component with the
-/// marks, also when the item's own copy lies deeper.
-[[nodiscard]] std::wstring CopyFolderOf(std::wstring_view copyPath);
-
-/// Whether a name is that of some copy of one item: first name, "«", the location number, any two
-/// characters, "»" and the extension, in any letter case. Everything else counts as it stands, also
-/// characters that are wildcards elsewhere.
-class CopiesOfItem {
-  public:
-    CopiesOfItem(std::wstring_view itemName, int location);
-
-    [[nodiscard]] bool Contains(std::wstring_view name) const;
-
-  private:
-    std::wstring begin_;
-    std::wstring end_;
-};
-
 }  // namespace vw

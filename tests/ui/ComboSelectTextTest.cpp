@@ -1,4 +1,4 @@
-#include "fsutil/ComboSelectText.h"
+#include "ui/ComboSelectText.h"
 
 #include <gtest/gtest.h>
 
