@@ -15,8 +15,10 @@ foreach(tool ar ranlib nm dlltool)
     find_program(CMAKE_${variable} x86_64-w64-mingw32-${tool} REQUIRED)
 endforeach()
 
-# The library was built for the variant with posix threads and for emulated thread-local storage.
+# The library was built for the variant with posix threads and for emulated thread-local storage, and
+# compares types in functions of its own: GCC defines these macros for this target by itself.
 set(CMAKE_C_FLAGS_INIT "-pthread -femulated-tls")
 set(CMAKE_CXX_FLAGS_INIT "-pthread -femulated-tls \
+-D__GXX_TYPEINFO_EQUALITY_INLINE=0 -D__GXX_MERGED_TYPEINFO_NAMES=0 \
 -isystem ${runtime}/include/c++ -isystem ${runtime}/include/c++/x86_64-w64-mingw32")
 set(CMAKE_EXE_LINKER_FLAGS_INIT "-fuse-ld=lld -pthread -L${runtime}")
