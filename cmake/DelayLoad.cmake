@@ -1,13 +1,19 @@
 # Libraries of the system that are loaded at their first call. A run without windows calls none of
 # them, and loading them is half of what such a run would take.
 #
-# vw_delay_load(<target> <library>...): links the target to libraries that load late. The Microsoft
-# linker has an option for it; for others dlltool makes import libraries of the toolchain's own.
+# vw_delay_load(<target> <library>...): links the target to libraries that load late. The linkers of
+# Microsoft and of LLVM have an option for it; for GNU's, dlltool makes import libraries of the
+# toolchain's own. LLVM's would put their tables where the program may not write.
 function(vw_delay_load target)
     if(MSVC)
+        set(option /DELAYLOAD:)
+    elseif(CMAKE_CXX_COMPILER_ID STREQUAL Clang)
+        set(option -Wl,-Xlink=-delayload:)
+    endif()
+    if(option)
         foreach(library IN LISTS ARGN)
             target_link_libraries(${target} INTERFACE ${library})
-            target_link_options(${target} INTERFACE /DELAYLOAD:${library}.dll)
+            target_link_options(${target} INTERFACE ${option}${library}.dll)
         endforeach()
         target_link_libraries(${target} INTERFACE delayimp)
         return()
