@@ -9,7 +9,6 @@
 #include "fsutil/NameCase.h"
 #include "fsutil/PathText.h"
 #include "fsutil/Scripting.h"
-#include "list/editing/SubItem.h"
 #include "platform/FileSystem.h"
 #include "platform/MessageBoxes.h"
 #include "platform/TextCase.h"
@@ -40,7 +39,7 @@ void BackUp(MainParts& parts) {
     parts.application.Ready(false);
     parts.browser.ListRestoreFiles();
     // The user goes on with the item that is selected, if it has copies.
-    parts.browser.RestoredPath(SubItem(parts.list.Rows().List(), L"Path"));
+    parts.browser.RestoredPath(parts.list.Rows().SelectedPath());
     parts.list.Rows().UpdateWarnings();
     parts.application.Ready(true);
     parts.application.LongWork().BusyHide(false);
@@ -49,7 +48,7 @@ void BackUp(MainParts& parts) {
 // For a rule, opens its folder.
 void Open(MainParts& parts) {
     if (!HasItems(parts)) return;
-    std::wstring path = SubItem(parts.list.Rows().List(), L"Path");
+    std::wstring path = parts.list.Rows().SelectedPath();
     if (path.ends_with(L'*')) path.pop_back();
     if (!path.empty()) MMyScripting::ShellPath(parts.system, path);
 }

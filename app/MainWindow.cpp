@@ -192,7 +192,7 @@ void MainWindow::OnList(const ControlEvent& event) {
 // A click on the row that is selected already is no change of the selection. The copies may be
 // those of another item meanwhile.
 void MainWindow::OnItemClicked(int row) {
-    if (row < 0 || parts_.browser.Shows(parts_.list.Rows().List().SubItem(row, L"Path"))) return;
+    if (row < 0 || parts_.browser.Shows(parts_.list.Rows().PathOf(row))) return;
     InBracket(L"lsvBackupListClick", [this] { parts_.editing.lsvBackupListClick(); });
 }
 

@@ -34,7 +34,6 @@ CopiesBrowser::CopiesBrowser(System& system, Form& main, StatusLine& status, Eng
 void CopiesBrowser::ListLoaded(std::wstring_view destination) {
     RestoreFrom(destination);
     ListRestoreFiles();
-    RestoredPath(SubItem(main_.List(L"lsvBackupList"), L"Path"));
 }
 
 ListView& CopiesBrowser::Items() { return main_.List(L"lsvRestore1"); }
@@ -88,15 +87,12 @@ int CopiesBrowser::RowOf(std::wstring_view path) {
     const int count = items.Count();
     int shown = -1;
     for (int row = 0; row < count; ++row) {
-        if (!EqualNoCase(items.SubItem(row, L"Orginal Location"), folder)) continue;
-        const std::wstring type = items.SubItem(row, L"Type");
-        const bool hasExtension = !EqualNoCase(type, L"Folder") && !EqualNoCase(type, L"Rule");
-        const std::size_t tag = items.Tag(row);
-        if (!hasExtension && tag < items_.size() && EqualNoCase(items_[tag].origin, name)) {
-            return row;
-        }
-        if (EqualNoCase(items.SubItem(row, kNameColumn) + (hasExtension ? type : L""), name)) {
-            // The first one counts where no row knows better.
+        const ShownItem& item = ItemAt(row).shown;
+        if (!EqualNoCase(item.originalLocation, folder)) continue;
+        const bool hasExtension = !IsFolderType(item.type);
+        if (!hasExtension && EqualNoCase(item.name, name)) return row;
+        if (EqualNoCase(item.text + (hasExtension ? item.type : L""), name)) {
+            // The first one counts unless another row has the whole name.
             if (hasExtension) return row;
             if (shown < 0) shown = row;
         }
@@ -140,9 +136,9 @@ void CopiesBrowser::ListAnew() {
     if (!before) return;
     ListView& items = Items();
     for (int row = 0; row < items.Count(); ++row) {
-        if (EqualNoCase(items.SubItem(row, kNameColumn), before->text) &&
-            EqualNoCase(items.SubItem(row, L"Type"), before->type) &&
-            EqualNoCase(items.SubItem(row, L"Orginal Location"), before->originalLocation)) {
+        const ShownItem& item = ItemAt(row).shown;
+        if (EqualNoCase(item.text, before->text) && EqualNoCase(item.type, before->type) &&
+            EqualNoCase(item.originalLocation, before->originalLocation)) {
             items.Select(row);
             lsvRestore1ItemClick(row);
             return;
@@ -161,14 +157,7 @@ int CopiesBrowser::ListedRow() {
 std::optional<ShownItem> CopiesBrowser::CurrentItem() {
     const int row = ListedRow();
     if (row < 0 || *listed_ >= items_.size()) return std::nullopt;
-    const Item& item = items_[*listed_];
-    return ShownItem{.name = item.origin,
-                     .text = Items().SubItem(row, kNameColumn),
-                     .type = Items().SubItem(row, L"Type"),
-                     .location = item.location,
-                     .originalLocation = Items().SubItem(row, L"Orginal Location"),
-                     .commentOf = item.commentOf,
-                     .place = item.place};
+    return items_[*listed_].shown;
 }
 
 std::optional<ListedCopy> CopiesBrowser::SelectedCopy() {

@@ -90,15 +90,12 @@ class CopiesBrowser final : public RestoreView {
     [[nodiscard]] ListView& Copies();
 
   private:
-    /// A row's item as the disk tells it, whatever the list shows of it.
-    struct Item {
-        std::wstring origin;     ///< its name
-        std::wstring topOrigin;  ///< the same as the entries of the copy folder have it
-        int location = 0;
-        std::wstring nested;  ///< below a copy, when the copy itself is only the folder around it
-        std::vector<NestedItem> beside;  ///< folders of their copies are none of this item
-        std::wstring commentOf;  ///< the copy whose comment tells where it was; may be empty
-        std::wstring place;      ///< folder that the comment names; may be empty
+    /// A row of the upper list, and how the copies of its item are found.
+    struct ItemRow {
+        ShownItem shown{};
+        std::wstring topOrigin{};  ///< its name as the entries of the copy folder have it
+        std::wstring nested{};  ///< below a copy, when the copy itself is only the folder around it
+        std::vector<NestedItem> beside{};  ///< folders of their copies are none of this item
     };
 
     /// How a list is sorted until another column is clicked.
@@ -113,16 +110,18 @@ class CopiesBrowser final : public RestoreView {
         FileInfo facts;
     };
 
+    [[nodiscard]] static bool IsFolderType(std::wstring_view type);
     void List();
     [[nodiscard]] std::vector<CopyGroup> FindCopies(const std::wstring& folder);
     void AddItems(const CopyGroup& series);
-    void AddItem(Item item, bool isFolder);
-    [[nodiscard]] std::wstring ReadPlace(Item& item);
+    void AddItem(ItemRow item, bool isFolder);
+    [[nodiscard]] std::wstring ReadPlace(ShownItem& item);
+    [[nodiscard]] const ItemRow& ItemAt(int row);
     void ClearCopies();
-    void NameCopies(int row);
-    [[nodiscard]] bool AddCopies(const std::wstring& folder, int row);
+    void NameCopies(const ShownItem& item);
+    [[nodiscard]] bool AddCopies(const std::wstring& folder, const ItemRow& item);
     [[nodiscard]] std::optional<FileInfo> CopyIn(const std::wstring& entry, const FileInfo& facts,
-                                                 const Item& item);
+                                                 const ItemRow& item);
     [[nodiscard]] ListedCopy ReadCopy(const std::wstring& entry, const FileInfo& facts,
                                       const std::wstring& nested, bool mayHaveComment);
     [[nodiscard]] bool ReadComment(ListedCopy& copy);
@@ -139,7 +138,7 @@ class CopiesBrowser final : public RestoreView {
     StatusLine& status_;
     EngineProvider engine_;
     ShownFolder shown_;
-    std::vector<Item> items_;            ///< by the tags of the rows
+    std::vector<ItemRow> items_;         ///< by the tags of the rows of the upper list
     std::vector<ListedCopy> copies_;     ///< by the tags of the rows of the lower list
     std::optional<std::size_t> listed_;  ///< tag of the row whose copies the lower list shows
     SortState itemsSort_;

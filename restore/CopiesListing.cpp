@@ -15,7 +15,6 @@
 #include "platform/DateText.h"
 #include "platform/ErrorTrap.h"
 #include "platform/FileSystem.h"
-#include "platform/LeadingInt.h"
 #include "platform/MessagePump.h"
 #include "platform/RuntimeError.h"
 #include "platform/Scoped.h"
@@ -35,7 +34,6 @@ namespace {
 
 using namespace MFileDosShell;
 constexpr int kRowReadsBackDifferently = 10000;
-constexpr std::wstring_view kUnknownLocation = L"??";
 
 }  // namespace
 
@@ -112,13 +110,12 @@ void CopiesBrowser::AddItems(const CopyGroup& series) {
     }
     for (const NestedItem& item : nested) {
         if (!item.stands) continue;
-        AddItem({.origin = CFileName(item.below),
+        AddItem({.shown = {.name = CFileName(item.below),
+                           .location = series.location,
+                           .commentOf =
+                               item.commentIn.empty() ? L"" : JoinPath(item.commentIn, item.below)},
                  .topOrigin = series.origin,
-                 .location = series.location,
-                 .nested = item.below,
-                 .beside = {},
-                 .commentOf = item.commentIn.empty() ? L"" : JoinPath(item.commentIn, item.below),
-                 .place = {}},
+                 .nested = item.below},
                 item.isFolder);
     }
     const auto own = std::ranges::find_if(series.copies, [&](const CopyEntry& copy) {
@@ -126,32 +123,43 @@ void CopiesBrowser::AddItems(const CopyGroup& series) {
     });
     if (own == series.copies.end()) return;
     // Skip the lookup: probing for a missing file is slow in a large folder.
-    AddItem({.origin = series.origin,
+    AddItem({.shown = {.name = series.origin,
+                       .location = series.location,
+                       .commentOf = own->hasComment ? own->path : L""},
              .topOrigin = series.origin,
-             .location = series.location,
-             .nested = {},
-             .beside = std::move(nested),
-             .commentOf = own->hasComment ? own->path : L"",
-             .place = {}},
+             .beside = std::move(nested)},
             own->isFolder);
 }
 
-void CopiesBrowser::AddItem(Item item, bool isFolder) {
+void CopiesBrowser::AddItem(ItemRow item, bool isFolder) {
     ListView& items = Items();
-    const std::wstring text = CFileFirstName(item.origin);
-    const int row = items.Add(text, isFolder ? RowIcon::Folder : RowIcon::File);
-    if (items.SubItem(row, kNameColumn) != text) Throw(kRowReadsBackDifferently, item.origin);
+    ShownItem& shown = item.shown;
+    shown.text = CFileFirstName(shown.name);
+    const int row = items.Add(shown.text, isFolder ? RowIcon::Folder : RowIcon::File);
+    if (items.SubItem(row, kNameColumn) != shown.text) {
+        Throw(kRowReadsBackDifferently, shown.name);
+    }
     items.SetTag(row, items_.size());
     if (items.Style() == ViewStyle::Details) {
-        items.SetSubItem(row, L"Type", isFolder ? L"Folder" : CFileExt(item.origin));
-        items.SetSubItem(row, L"SP", std::to_wstring(item.location), item.location);
-        items.SetSubItem(row, L"Orginal Location", ReadPlace(item));
+        shown.type = isFolder ? L"Folder" : CFileExt(shown.name);
+        shown.originalLocation = ReadPlace(shown);
+        items.SetSubItem(row, L"Type", shown.type);
+        items.SetSubItem(row, L"SP", std::to_wstring(shown.location), shown.location);
+        items.SetSubItem(row, L"Orginal Location", shown.originalLocation);
     }
     items_.push_back(std::move(item));
 }
 
+bool CopiesBrowser::IsFolderType(std::wstring_view type) { return type == L"Folder"; }
+
+const CopiesBrowser::ItemRow& CopiesBrowser::ItemAt(int row) {
+    static const ItemRow kNone;
+    const std::size_t tag = Items().Tag(row);
+    return tag < items_.size() ? items_[tag] : kNone;
+}
+
 // What the row shows as the original location: the folder of the comment, while it exists.
-std::wstring CopiesBrowser::ReadPlace(Item& item) {
+std::wstring CopiesBrowser::ReadPlace(ShownItem& item) {
     std::wstring shown(kUnknownLocation);
     if (item.commentOf.empty()) return shown;
     ErrorTrap(system_.errors, L"Class Module", L"CPackage")(L"PackageOriginalLocation", [&] {
@@ -176,8 +184,9 @@ void CopiesBrowser::ListCopyes(int row) {
             return;
         }
         if (std::exchange(isNoticeShown_, false)) status_.ShowNotice({});
-        NameCopies(row);
-        if (!AddCopies(shown_.Path(), row)) return;
+        const ItemRow item = ItemAt(row);
+        NameCopies(item.shown);
+        if (!AddCopies(shown_.Path(), item)) return;
         MarkIncompleteCopies();
         Sort(Copies(), copiesSort_);
         SelectFirstCopy();
@@ -193,16 +202,14 @@ void CopiesBrowser::ClearCopies() {
 }
 
 // The heading says whose copies they are, wherever the eye has lost the selected row.
-void CopiesBrowser::NameCopies(int row) {
-    ListView& items = Items();
-    const std::size_t tag = items.Tag(row);
-    if (tag >= items_.size()) return;
+void CopiesBrowser::NameCopies(const ShownItem& item) {
+    if (item.name.empty()) return;
     const bool arabic = main_.InLanguage() == Language::Arabic;
     std::wstring text(arabic ? L"نسخ " : L"Copies of ");
-    text += arabic ? MarkName(items_[tag].origin) : items_[tag].origin;
-    const std::wstring location = items.SubItem(row, L"Orginal Location");
+    text += arabic ? MarkName(item.name) : item.name;
+    const std::wstring& location = item.originalLocation;
     if (!location.empty() && location != kUnknownLocation) {
-        // Between two Latin names the comma alone would not tell in which direction they follow.
+        // Between two Latin names the comma alone would not show in which direction they follow.
         text.append(arabic ? L"\u200F، " + MarkPath(location) : L", " + MarkReport(location));
     }
     main_.SetText(L"lblCopiesHeading", text);
@@ -212,15 +219,12 @@ void CopiesBrowser::NameCopies(int row) {
 // name, and of items below such a folder, are found by what the listing remembers: its name without
 // the part behind the point may be that of another folder. False when another listing began
 // meanwhile.
-bool CopiesBrowser::AddCopies(const std::wstring& folder, int row) {
-    ListView& items = Items();
-    const int location = ParseLeadingInt(L"0" + items.SubItem(row, L"SP"));
-    const std::wstring type = items.SubItem(row, L"Type");
-    const bool isFolder = EqualNoCase(type, L"Folder") || EqualNoCase(type, L"Rule");
-    const std::wstring name = items.SubItem(row, kNameColumn) + (isFolder ? L"" : type);
-    const CopiesOfItem wanted(name, location);
-    const std::size_t tag = items.Tag(row);
-    const Item item = tag < items_.size() ? items_[tag] : Item{};
+bool CopiesBrowser::AddCopies(const std::wstring& folder, const ItemRow& item) {
+    const ShownItem& shown = item.shown;
+    const bool isFolder = IsFolderType(shown.type);
+    const std::wstring name = shown.text + (isFolder ? L"" : shown.type);
+    // Outside the details view a row has its name alone.
+    const CopiesOfItem wanted(name, shown.type.empty() ? 0 : shown.location);
     const bool byOrigin = isFolder || !item.nested.empty();
     const int listing = copiesListing_;
 
@@ -237,7 +241,7 @@ bool CopiesBrowser::AddCopies(const std::wstring& folder, int row) {
             found.push_back({std::wstring(entry.name), static_cast<const FileInfo&>(entry)});
         } else if (byOrigin && entry.isFolder && IsCopyName(entry.name)) {
             const CopyNameParts parts = ParseCopyName(entry.name);
-            if (parts.location == item.location && EqualNoCase(parts.origin, item.topOrigin)) {
+            if (parts.location == shown.location && EqualNoCase(parts.origin, item.topOrigin)) {
                 foundByOrigin.push_back(
                     {std::wstring(entry.name), static_cast<const FileInfo&>(entry)});
             }
@@ -261,7 +265,7 @@ bool CopiesBrowser::AddCopies(const std::wstring& folder, int row) {
 
 // Facts of the item's copy in an entry of the copy folder; nothing when it has none there.
 std::optional<FileInfo> CopiesBrowser::CopyIn(const std::wstring& entry, const FileInfo& facts,
-                                              const Item& item) {
+                                              const ItemRow& item) {
     if (!item.nested.empty()) return system_.files.Stat(JoinPath(entry, item.nested));
     if (facts.isFolder && HoldsAny(system_.files, entry, item.beside)) return std::nullopt;
     return facts;
@@ -273,7 +277,7 @@ ListedCopy CopiesBrowser::ReadCopy(const std::wstring& entry, const FileInfo& fa
     copy.label = CopyLabel(ParseCopyName(CFileName(entry)).number);
     copy.path = nested.empty() ? entry : JoinPath(entry, nested);
     copy.isFolder = facts.isFolder;
-    // What the listing told of a file needs no second question.
+    // What the listing says of a file needs no second query.
     copy.size =
         facts.isFolder ? PathSize(system_, copy.path, true) : static_cast<std::int64_t>(facts.size);
     if (!mayHaveComment || !ReadComment(copy)) {

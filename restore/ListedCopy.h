@@ -2,21 +2,27 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "platform/Date.h"
 
 namespace vw {
 
-/// A row of the upper list: an item that has copies.
+/// A row of the upper list: an item that has copies. Its cells are made from it, and commands read
+/// it instead of them.
 struct ShownItem {
-    std::wstring name;  ///< the item's own name, as it is restored
-    std::wstring text;  ///< the text of its row
-    std::wstring type;  ///< "Folder", or the extension
+    std::wstring name{};  ///< the item's own name, as it is restored
+    std::wstring text{};  ///< the text of its row
+    std::wstring type{};  ///< "Folder", or the extension; empty outside the details view
     int location = 0;
-    std::wstring originalLocation;  ///< what the row shows; "??" when it is unknown
-    std::wstring commentOf;         ///< the copy whose comment was read for it; may be empty
-    std::wstring place;             ///< folder that this comment named; may be empty
+    /// What the row shows; kUnknownLocation when it is unknown, empty outside the details view.
+    std::wstring originalLocation{};
+    std::wstring commentOf{};  ///< the copy whose comment was read for it; may be empty
+    std::wstring place{};      ///< folder that this comment named; may be empty
 };
+
+/// The original location of an item whose folder is unknown or gone.
+inline constexpr std::wstring_view kUnknownLocation = L"??";
 
 /// A row of the lower list: a copy as the disk described it when it was listed.
 struct ListedCopy {

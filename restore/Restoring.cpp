@@ -18,14 +18,13 @@
 #include "ui/Form.h"
 
 // Restoring a copy. Nothing is overwritten before the user said so and a copy verifiably has it.
-// What the disk cannot tell ends the restore: nothing may be overwritten because a question about
+// An unanswered query ends the restore: nothing may be overwritten because a question about
 // it failed.
 
 namespace vw {
 namespace {
 
 using namespace MFileDosShell;
-constexpr std::wstring_view kUnknown = L"??";
 constexpr std::wstring_view kUnknownFolder = L"C:\\My Documents";
 constexpr std::uint32_t kSaveFlags = 524294;  // explorer style, no read-only box, may overwrite
 
@@ -52,7 +51,7 @@ void RestoreCommands::Restore(const Selection& selection, const RestoreTarget& w
     bool isCancelled = false;
     const bool entered = engine_().InDestination(selection.folder, [&] {
         ExpectUnchanged(selection, selection.copy);
-        // Where nothing stood when the user was asked, nothing may be replaced.
+        // Where nothing was when the user was asked, nothing may be replaced.
         const bool mayStand = wanted.existed || !EqualNoCase(wanted.requestedPath, wanted.path);
         const TargetState before =
             mayStand ? TargetState(system_.files, system_.pump, wanted.path) : TargetState();
@@ -72,8 +71,8 @@ std::optional<RestoreCommands::RestoreTarget> RestoreCommands::ChooseTarget(
     const Selection& selection, bool ask) {
     const ShownItem& item = selection.item;
     const std::wstring location =
-        item.originalLocation.empty() ? std::wstring(kUnknown) : item.originalLocation;
-    if (!ask && location != kUnknown) {
+        item.originalLocation.empty() ? std::wstring(kUnknownLocation) : item.originalLocation;
+    if (!ask && location != kUnknownLocation) {
         const std::wstring target = location + L"\\" + item.name;
         return RestoreTarget{.folder = location, .requestedPath = target, .path = target};
     }
@@ -81,7 +80,7 @@ std::optional<RestoreCommands::RestoreTarget> RestoreCommands::ChooseTarget(
     dialog_.flags = kSaveFlags;
     dialog_.defaultExtension.clear();
     dialog_.fileName = item.name;
-    dialog_.initialFolder = location == kUnknown ? kUnknownFolder : location;
+    dialog_.initialFolder = location == kUnknownLocation ? kUnknownFolder : location;
     const auto chosen = dialogs_.ShowSave(dialog_);
     if (!chosen) return std::nullopt;
     // The item takes its own name, whatever was typed beside the folder.

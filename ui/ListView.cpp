@@ -131,12 +131,6 @@ void ListView::SetTag(int row, std::size_t tag) noexcept {
     if (Row* found = RowAt(row)) found->tag = tag;
 }
 
-std::optional<ListView::Value> ListView::ValueOf(int row, std::wstring_view key) const {
-    const auto column = static_cast<std::size_t>(ColumnOf(key));
-    const Row* found = RowAt(row);
-    return found == nullptr ? std::nullopt : found->cells[column].value;
-}
-
 int ListView::Find(std::wstring_view key, std::wstring_view text) const {
     const auto column = static_cast<std::size_t>(ColumnOf(key));
     const auto found = std::ranges::find_if(

@@ -53,7 +53,7 @@ class ListView {
     using Value = std::int64_t;
     using Compare = std::function<int(std::wstring_view, std::wstring_view)>;
 
-    /// Takes over a control that was made for this data. Must outlive it or be told of its end.
+    /// Takes over a control that was made for this data. Must outlive it or be notified of its end.
     ListView(HWND control, const ControlData& data, Language language);
     ~ListView();
     ListView(const ListView&) = delete;
@@ -82,10 +82,7 @@ class ListView {
     [[nodiscard]] std::size_t Tag(int row) const noexcept;
     void SetTag(int row, std::size_t tag) noexcept;
 
-    /// The value that a row is sorted by in a column, where it has one.
-    [[nodiscard]] std::optional<Value> ValueOf(int row, std::wstring_view key) const;
-
-    /// Sets what the user should know of each row, in the order of the rows; empty texts are none.
+    /// Sets the warning of each row, in the order of the rows; empty texts are none.
     /// A row with a warning carries a sign. Its tool tip says why, and so does a screen reader.
     void ShowWarnings(const std::vector<std::wstring>& warnings);
     [[nodiscard]] std::wstring WarningOf(int row) const;
@@ -135,8 +132,8 @@ class ListView {
     /// the caller's, and have to live until they are replaced.
     void SetPictures(const RowPictures& pictures, HFONT font, int dpi);
 
-    /// What the control tells its form; the answer, or nothing where it is none of the list's own
-    /// affairs.
+    /// Handles a notification of the control; the answer, or nothing where it is none of the list's
+    /// own affairs.
     std::optional<LRESULT> OnNotify(NMHDR& header);
 
   private:
@@ -195,7 +192,7 @@ class ListView {
     std::pair<int, int> mouseAt_{-1, -1};  ///< row and column below the mouse
     std::vector<int> userWidths_;          ///< at 96 DPI; 0: not chosen by the user
     bool isColumnDragged_ = false;         ///< the columns are not fitted meanwhile
-    bool speaks_ = false;                  ///< a screen reader was told of warnings
+    bool speaks_ = false;                  ///< warnings were announced to a screen reader
     WPARAM keyDown_ = 0;                   ///< pressed in the list and not let go yet
 };
 

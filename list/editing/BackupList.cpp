@@ -14,7 +14,6 @@
 #include "list/editing/ListSaving.h"
 #include "list/editing/RecentFiles.h"
 #include "list/editing/RestoreView.h"
-#include "list/editing/SubItem.h"
 #include "list/format/CopiesCount.h"
 #include "list/format/FieldReader.h"
 #include "list/format/ListLine.h"
@@ -146,6 +145,7 @@ bool BackupList::GetList() {
         if (!state_.silentRun) {
             const bool isThere = rows_.MayAnswer(state_.BackupTo);
             context_.copies.ListLoaded(isThere ? std::wstring_view(state_.BackupTo) : L"C:");
+            context_.copies.RestoredPath(rows_.SelectedPath());
         }
         context_.status.ShowNotice(MissingText());
         // Where the drive is not there, other copies are listed; the box names the list's drive.
@@ -277,7 +277,7 @@ void BackupList::FileOpen(std::wstring_view path) {
         recent_.UpdateRecentFiles();
         if (!GetList()) return;
         former.LetGo();
-        context_.copies.RestoredPath(SubItem(rows_.List(), L"Path"));
+        context_.copies.RestoredPath(rows_.SelectedPath());
         context_.showCaption();
     });
 }
@@ -336,7 +336,7 @@ void BackupList::ChooseDestination(std::wstring_view destination) {
     state_.listModified = true;
     settings_.SaveSetting(setting::kBackupTo, destination);
     context_.copies.ListRestoreFiles();
-    context_.copies.RestoredPath(SubItem(rows_.List(), L"Path"));
+    context_.copies.RestoredPath(rows_.SelectedPath());
     ShowDestinationDrive();
     FileSave();
 }

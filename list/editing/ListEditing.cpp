@@ -7,7 +7,6 @@
 #include "list/editing/Filter.h"
 #include "list/editing/ListContext.h"
 #include "list/editing/RestoreView.h"
-#include "list/editing/SubItem.h"
 #include "platform/ErrorTrap.h"
 #include "platform/FileSystem.h"
 #include "platform/MessageBoxes.h"
@@ -265,9 +264,7 @@ void ListEditing::mnuDelAllClick() {
     list_.FileSave();
 }
 
-void ListEditing::lsvBackupListClick() {
-    context_.copies.RestoredPath(SubItem(rows_.List(), L"Path"));
-}
+void ListEditing::lsvBackupListClick() { context_.copies.RestoredPath(rows_.SelectedPath()); }
 
 void ListEditing::lsvBackupListColumnClick(int column) {
     descending_ = !descending_;

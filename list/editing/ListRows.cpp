@@ -47,12 +47,39 @@ ListRows::Outcome ListRows::AddItem(std::wstring_view path) {
 void ListRows::AddRule(std::wstring_view path) {
     ListView& list = List();
     const std::wstring folder = CFileLocation(path);
-    const int row = list.Add(L"files in " + CFileName(folder), RowIcon::Rule);
-    list.SetSubItem(row, L"Path", path);
+    const int row =
+        AddRow(L"files in " + CFileName(folder), RowIcon::Rule, {.path = std::wstring(path)});
     list.SetSubItem(row, L"Type", L"Rule");
     list.SetSubItem(row, L"SP", TwoDigits(0));
     list.SetSubItem(row, L"Location", folder);
-    keys_.insert(UpperCase(path));
+}
+
+int ListRows::AddRow(std::wstring_view text, RowIcon icon, ItemRow item) {
+    ListView& list = List();
+    const int row = list.Add(text, icon);
+    list.SetTag(row, items_.size());
+    list.SetSubItem(row, L"Path", item.path);
+    keys_.insert(UpperCase(item.path));
+    items_.push_back(std::move(item));
+    return row;
+}
+
+ListRows::ItemRow& ListRows::RowAt(int row) { return items_.at(List().Tag(row)); }
+
+const std::wstring& ListRows::PathOf(int row) { return RowAt(row).path; }
+
+std::wstring ListRows::SelectedPath() {
+    const int row = List().Selected();
+    return row < 0 ? std::wstring() : PathOf(row);
+}
+
+void ListRows::ShowStats(int row, std::uint64_t bytes, Date newest) {
+    ItemRow& item = RowAt(row);
+    if (item.bytes == bytes && item.newest == newest) return;
+    item.bytes = bytes;
+    item.newest = newest;
+    List().SetSubItem(row, L"Size", CSize(bytes), static_cast<ListView::Value>(bytes));
+    List().SetSubItem(row, L"Date", DateText(newest), newest);
 }
 
 // A silent run shows no rows, so it does not walk folders for them.
@@ -76,42 +103,33 @@ std::wstring ListRows::LocationText(std::wstring_view path, bool isKnown) {
     return location < 0 ? std::wstring() : TwoDigits(location);
 }
 
-// What the disk tells comes first: the windows live meanwhile, and no half row may be seen.
+// Query the disk first: messages are processed meanwhile, and a half-filled row must not be seen.
 ListRows::Outcome ListRows::AddFileOrFolder(std::wstring_view path) {
     const auto facts = Facts(path);
     if (!facts) return Outcome::Vanished;
     const std::wstring location = LocationText(path, facts->isKnown);
     const bool namesFolder = path.ends_with(L'\\');
     ListView& list = List();
-    const int row = list.Add(CFileFirstName(path), namesFolder ? RowIcon::Folder : RowIcon::File);
-    list.SetSubItem(row, L"Path", path);
+    const int row = AddRow(CFileFirstName(path), namesFolder ? RowIcon::Folder : RowIcon::File,
+                           {.path = std::wstring(path)});
     if (facts->isKnown && (facts->isFolder || !namesFolder)) {
         list.SetSubItem(row, L"Type", facts->isFolder ? L"Folder" : CFileExt(path));
-        list.SetSubItem(row, L"Size", CSize(facts->size),
-                        static_cast<ListView::Value>(facts->size));
-        list.SetSubItem(row, L"Date", DateText(facts->date), facts->date);
+        ShowStats(row, facts->size, facts->date);
     }
     list.SetSubItem(row, L"SP", location);
     list.SetSubItem(row, L"Location", CFileLocation(path));
-    keys_.insert(UpperCase(path));
     return Outcome::Added;
 }
 
 // A run takes the items in the order of the file, which is mostly that of the rows.
 void ListRows::Refresh(std::wstring_view path, std::uint64_t bytes, Date newest) {
     if (!keys_.contains(UpperCase(path))) return;
-    ListView& list = List();
-    const int count = list.Count();
+    const int count = Count();
     for (int i = 1; i <= count; ++i) {
         const int row = (refreshed_ + i) % count;
-        if (!EqualNoCase(list.SubItem(row, L"Path"), path)) continue;
+        if (!EqualNoCase(PathOf(row), path)) continue;
         refreshed_ = row;
-        if (list.ValueOf(row, L"Date") == newest &&
-            list.ValueOf(row, L"Size") == static_cast<ListView::Value>(bytes)) {
-            return;
-        }
-        list.SetSubItem(row, L"Size", CSize(bytes), static_cast<ListView::Value>(bytes));
-        list.SetSubItem(row, L"Date", DateText(newest), newest);
+        ShowStats(row, bytes, newest);
         return;
     }
 }
@@ -124,7 +142,7 @@ void ListRows::UpdateWarnings() {
     const int count = list.Count();
     rows.reserve(static_cast<std::size_t>(count));
     for (int row = 0; row < count; ++row) {
-        rows.push_back({list.SubItem(row, L"Path"), list.ValueOf(row, L"Date")});
+        rows.push_back({PathOf(row), RowAt(row).newest});
     }
     std::vector<std::wstring> texts;
     texts.reserve(rows.size());
@@ -141,7 +159,7 @@ std::vector<std::wstring> ListRows::Warnings() {
         const std::wstring warning = list.WarningOf(row);
         if (warning.empty()) continue;
         lines.push_back(warning);
-        lines.push_back(list.SubItem(row, L"Path"));
+        lines.push_back(PathOf(row));
     }
     return lines;
 }
@@ -149,27 +167,27 @@ std::vector<std::wstring> ListRows::Warnings() {
 int ListRows::RowOf(std::wstring_view path) {
     const int count = Count();
     for (int row = 0; row < count; ++row) {
-        if (EqualNoCase(List().SubItem(row, L"Path"), path)) return row;
+        if (EqualNoCase(PathOf(row), path)) return row;
     }
     return -1;
 }
 
 void ListRows::Remove(int row) {
-    keys_.erase(UpperCase(List().SubItem(row, L"Path")));
+    keys_.erase(UpperCase(PathOf(row)));
     List().Remove(row);
 }
 
 void ListRows::Clear() {
     List().Clear();
+    items_.clear();
     keys_.clear();
 }
 
 std::vector<std::wstring> ListRows::Paths() {
-    ListView& list = List();
     std::vector<std::wstring> paths;
-    const int count = list.Count();
+    const int count = Count();
     paths.reserve(static_cast<std::size_t>(count));
-    for (int row = 0; row < count; ++row) paths.push_back(list.SubItem(row, L"Path"));
+    for (int row = 0; row < count; ++row) paths.push_back(PathOf(row));
     return paths;
 }
 

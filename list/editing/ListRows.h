@@ -10,12 +10,12 @@
 #include "fsutil/NetworkProbe.h"
 #include "platform/ErrorTrap.h"
 #include "platform/System.h"
+#include "ui/ListView.h"
 
 namespace vw {
 
 class Form;
 struct ListContext;
-class ListView;
 struct ProgramState;
 
 /// The items of the current backup list: the rows of lsvBackupList. An item is known by its path,
@@ -33,7 +33,7 @@ class ListRows {
     /// Whether the drive or share of a path that was probed answers.
     [[nodiscard]] bool MayAnswer(std::wstring_view path) const { return probe_.MayAnswer(path); }
 
-    /// Adds an item with what the disk tells of it. Nothing is added, and nothing said, for an item
+    /// Adds an item with its facts from the disk. Adds and reports nothing for an item
     /// that is there already, and for a file or folder that does not exist.
     Outcome AddToList(std::wstring_view path);
 
@@ -46,6 +46,12 @@ class ListRows {
 
     /// The warnings of the present rows, each with the path that it is about.
     [[nodiscard]] std::vector<std::wstring> Warnings();
+
+    /// The path of the item in a row.
+    [[nodiscard]] const std::wstring& PathOf(int row);
+
+    /// The path of the selected item; empty when none is selected.
+    [[nodiscard]] std::wstring SelectedPath();
 
     /// The row of an item, in any letter case; -1 when it is not in the list.
     [[nodiscard]] int RowOf(std::wstring_view path);
@@ -62,6 +68,16 @@ class ListRows {
     [[nodiscard]] ListView& List();
 
   private:
+    /// A row. Its cells are made from it, and commands read it instead of them.
+    struct ItemRow {
+        std::wstring path;
+        std::optional<std::uint64_t> bytes{};  ///< as far as they are known and shown
+        std::optional<Date> newest{};
+    };
+
+    int AddRow(std::wstring_view text, RowIcon icon, ItemRow item);
+    [[nodiscard]] ItemRow& RowAt(int row);
+    void ShowStats(int row, std::uint64_t bytes, Date newest);
     Outcome AddItem(std::wstring_view path);
     void AddRule(std::wstring_view path);
     Outcome AddFileOrFolder(std::wstring_view path);
@@ -74,6 +90,7 @@ class ListRows {
     Form& main_;
     const ListContext& context_;
     NetworkProbe probe_;
+    std::vector<ItemRow> items_;  ///< by the tags of the rows
     std::unordered_set<std::wstring> keys_;
     int refreshed_ = -1;  ///< the row that was refreshed last
 };

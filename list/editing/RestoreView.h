@@ -12,7 +12,7 @@ class RestoreView {
     RestoreView& operator=(const RestoreView&) = delete;
     virtual ~RestoreView() = default;
 
-    /// A list was loaded: shows the copies of its destination, and those of its selected item.
+    /// A list was loaded: shows the copies of its destination.
     virtual void ListLoaded(std::wstring_view destination) = 0;
 
     /// Lists the copies of the destination's drive anew.

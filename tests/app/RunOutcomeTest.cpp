@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include "fsutil/FileQueries.h"
 #include "platform/Handle.h"
 #include "tests/app/ApplicationFixture.h"
 #include "ui/resource.h"
@@ -110,8 +111,8 @@ TEST_F(RunOutcome, BackupNow_ItemChangedSinceLoading_RowShowsItAsItIs) {
     const std::wstring before = list.SubItem(1, L"Date");
     tree.File(L"Home\\Docs\\Plan.txt", "123456", {2024, 1, 2, 12, 0, 0});
     Choose(ID_mnuBackup);
-    EXPECT_EQ(list.ValueOf(1, L"Size"), 6);
-    EXPECT_EQ(list.ValueOf(2, L"Size"), 6);
+    EXPECT_EQ(list.SubItem(1, L"Size"), MFileDosShell::CSize(6));
+    EXPECT_EQ(list.SubItem(2, L"Size"), MFileDosShell::CSize(6));
     EXPECT_NE(list.SubItem(1, L"Date"), before);
     EXPECT_EQ(list.SubItem(2, L"Date"), list.SubItem(1, L"Date"));
     EXPECT_THROW(Close(), ProgramEnded);
