@@ -30,7 +30,6 @@ add_executable(vw ${CMAKE_SOURCE_DIR}/console/main.cpp ${CMAKE_SOURCE_DIR}/conso
 target_include_directories(vw PRIVATE ${generated})
 target_link_libraries(vw PRIVATE vw_console)
 vw_wide_entry(vw)
-vw_stack_size(vw 8388608)
 set_target_properties(vw PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
 
 # Its tests drive the program itself, in a Wine prefix of their own.

@@ -51,12 +51,3 @@ function(vw_wide_entry program)
     endif()
     target_link_options(${program} PRIVATE -municode)
 endfunction()
-
-# vw_stack_size(<program> <bytes>): the stack that the program reserves.
-function(vw_stack_size program bytes)
-    if(MSVC)
-        target_link_options(${program} PRIVATE /STACK:${bytes})
-    else()
-        target_link_options(${program} PRIVATE -Wl,--stack,${bytes})
-    endif()
-endfunction()

@@ -26,7 +26,6 @@ set(layers ${VW_LAYERS})
 list(REVERSE layers)
 target_link_libraries(Vaultwright PRIVATE ${layers} vw_flags)
 vw_wide_entry(Vaultwright)
-vw_stack_size(Vaultwright 8388608)
 set_target_properties(Vaultwright PROPERTIES
     RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
 

@@ -24,10 +24,11 @@ std::optional<int> Digits(std::string_view text, std::size_t count, int least, i
 }  // namespace
 
 std::optional<ClockTime> ReadClockTime(std::string_view text) {
-    if (text.size() == 4) return ReadClockTime("0" + std::string(text));
-    if (text.size() != 5 || text[2] != ':') return std::nullopt;
-    const auto hour = Digits(text.substr(0, 2), 2, 0, 23);
-    const auto minute = Digits(text.substr(3), 2, 0, 59);
+    // The hour may have one digit.
+    if ((text.size() != 4 && text.size() != 5) || text[text.size() - 3] != ':') return std::nullopt;
+    const std::size_t hourDigits = text.size() - 3;
+    const auto hour = Digits(text.substr(0, hourDigits), hourDigits, 0, 23);
+    const auto minute = Digits(text.substr(hourDigits + 1), 2, 0, 59);
     if (!hour || !minute) return std::nullopt;
     return ClockTime{*hour, *minute};
 }
