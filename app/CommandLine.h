@@ -6,7 +6,7 @@
 namespace vw {
 
 /// What follows the program's own name on a command line, leading blanks dropped, the rest as it
-/// was typed. The name may stand in double quotes.
+/// was typed. The name may be in double quotes.
 [[nodiscard]] std::wstring ArgumentText(std::wstring_view commandLine);
 
 /// Whether a run with these arguments is silent: they begin with "/B", "/S", "/R" or "/D" in any
@@ -31,7 +31,7 @@ enum class StartAction {
     BackupItem,         ///< back up the one item that the argument names
     BackupDefaultList,  ///< back up the default list
     Restore,            ///< show the copies of the item or the copy that the argument names
-    Author,             ///< tell the author's name and end
+    Author,             ///< show the author's name and end
     DeleteTemporary,    ///< clean the temporary folders
     OpenList,           ///< open the window on the list that the argument names
     OpenItem,           ///< open the window on the one item that the argument names

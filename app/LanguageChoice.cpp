@@ -52,7 +52,7 @@ void LanguageChoice::PrepareArabicOnce(CCommonAPI& api) {
     api.LanguageIsArabic(true);
 }
 
-// The title's spelling is the one that its users know.
+// The title's spelling is the one that users are used to.
 bool LanguageChoice::Ask() {
     const BoxAnswer answer =
         boxes_.Show({.text = L"The current interface language is English. Do you want to change "

@@ -67,7 +67,7 @@ void LogonStart::Switch(bool on) {
 
 bool LogonStart::ProgramIsOnFixedDrive() const {
     const std::wstring drive = state_.applicationFolder.substr(0, 2);
-    // A program on another machine has no drive letter; its folder tells.
+    // A program on another machine has no drive letter; its folder decides.
     const std::wstring place = drive.ends_with(L':') ? drive + L"\\" : state_.applicationFolder;
     return system_.files.DriveTypeOf(place) == DriveType::Fixed;
 }

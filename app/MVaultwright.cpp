@@ -160,7 +160,7 @@ std::wstring MVaultwright::BackupToDefault() {
         if (!probe.MayAnswer(folder)) return folder;
         if (!system_.files.Stat(folder)) system_.files.CreateFolder(folder);
     } catch (const RuntimeError&) {
-        // A run that needs the folder tells that it is missing.
+        // A run that needs the folder reports it as missing.
     }
     return folder;
 }

@@ -23,7 +23,7 @@ class MVaultwright {
                  LanguageChoice& language, LogonStart& logonStart, Application& application);
 
     /// Runs the start procedure on the process's whole command line. An error ends it where it
-    /// happened, after it was told.
+    /// happened, after it was reported.
     void Main(std::wstring_view processCommandLine);
 
     /// The default destination folder, made (one level) when it is missing.

@@ -21,7 +21,7 @@ class ItemCheck {
     /// With `content` the bytes of files are compared too.
     ItemCheck(Console& console, CPackage& engine, Findings& findings, bool content);
 
-    /// Checks one item. Throws what the disk cannot tell. Findings about contents may come later.
+    /// Checks one item. Throws the error of the disk. Findings about contents may come later.
     void Check(const ConsoleItem& item);
 
     /// Ends the comparison of contents and writes what is left to say about them.

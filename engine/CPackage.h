@@ -56,7 +56,7 @@ class CPackage final : public CopyDates {
     void ErrorOnBackupFolderNotExists();
 
     /// The location number of an item: the smallest whose copy 1 is free or comes from the item's
-    /// own folder. Always 0 for a folder. -1 after an error, which has been told.
+    /// own folder. Always 0 for a folder. -1 after an error, which has been reported.
     [[nodiscard]] std::int16_t LocationID(std::wstring_view path);
 
     /// Shifts the copies of an item up by one; copy number N leaves the series. All or nothing:
@@ -86,7 +86,7 @@ class CPackage final : public CopyDates {
     void Extract(std::wstring_view copyPath, std::wstring_view destinationFolder, bool showMessage);
 
     /// The same to the exact path `target`. Files that are not as `before` has them are not
-    /// replaced (58), nor is anything where nothing stood.
+    /// replaced (58), nor is anything where nothing was.
     void Extract(std::wstring_view copyPath, const std::wstring& target, const TargetState& before);
 
     /// Does something with the copies of a folder while no backup can move them, of this process or

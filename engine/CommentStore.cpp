@@ -15,7 +15,7 @@ namespace {
 
 constexpr std::wstring_view kUnknownLocation = L"??";
 
-// The date of a comment's field. An impossible one is told with the file that holds it.
+// The date of a comment's field. An impossible one is reported with the file that holds it.
 Date StoredDate(std::wstring_view field, std::wstring_view commentFile) {
     try {
         return ReadCommentDate(field);

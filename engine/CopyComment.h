@@ -19,7 +19,7 @@ struct CopyComment {
 /// What becomes of a date that is none: error 5, or a comment without a date.
 enum class DamagedDate { Raise, LeaveOut };
 
-/// Reads the comment of a copy; nothing when the copy has none. Throws what the disk cannot tell.
+/// Reads the comment of a copy; nothing when the copy has none. Throws the error of the disk.
 [[nodiscard]] std::optional<CopyComment> ReadCopyComment(System& system, std::wstring_view copyPath,
                                                          DamagedDate damaged = DamagedDate::Raise);
 

@@ -8,7 +8,7 @@
 
 namespace vw {
 
-/// Pattern of a copy's name as the copies browser and "/R" know it.
+/// Pattern of a copy's name as the copies browser and "/R" recognise it.
 inline constexpr std::wstring_view kCopyNamePattern = L"*\u00AB????\u00BB*";
 
 /// Copy number that stands for all of them: the name becomes a pattern with "??".
@@ -66,8 +66,8 @@ struct CopyNameParts {
 [[nodiscard]] std::wstring CopyFolderOf(std::wstring_view copyPath);
 
 /// Whether a name is that of some copy of one item: first name, "«", the location number, any two
-/// characters, "»" and the extension, in any letter case. Everything else counts as it stands, also
-/// characters that are wildcards elsewhere.
+/// characters, "»" and the extension, in any letter case. All other characters are taken literally,
+/// also characters that are wildcards elsewhere.
 class CopiesOfItem {
   public:
     CopiesOfItem(std::wstring_view itemName, int location);

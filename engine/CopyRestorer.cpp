@@ -103,7 +103,7 @@ void CopyRestorer::RestoreFolder(const std::wstring& copy, const std::wstring& t
         });
     }
     // Last, since every file that is restored changes the date of its folder. What the user has
-    // hidden or protected since stays so; copies of earlier versions do not know the marks.
+    // hidden or protected since stays so; copies of earlier versions have no marks.
     for (auto done = entered.rbegin(); done != entered.rend(); ++done) {
         KeepFolderInfo(below(copy, done->folder), below(target, done->folder),
                        done->wasThere ? FileSystem::Marks::Keep : FileSystem::Marks::Replace);

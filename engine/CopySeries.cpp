@@ -10,11 +10,11 @@
 // How a copy gets into its series, so that a run may be killed at any moment:
 //
 //   new     "X.vwnew-..."    being written; worthless if its process dies, a later run removes it
-//     |  the copy is whole, its comment stands beside it under a working name
+//     |  the copy is whole, its comment is beside it under a working name
 //   ready   "X.vwready-..."  its name holds the date for the comment; a later run can finish it
 //     |  ("X.vwpart-..." and "X.vwcut-..." when it is not whole, for the mark in the comment)
 //     |  1. the old copies move up by one, the last one leaves as "X.vwold-..."
-//     |  2. whatever still stands in the place leaves too
+//     |  2. whatever is still in the place leaves too
 //     |  3. the comment takes its name
 //     |  4. the copy takes its name, in one rename
 //   copy 1  what left the series is deleted

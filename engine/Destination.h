@@ -16,7 +16,7 @@ namespace vw {
 
 class Patience;
 
-/// A whole copy that does not stand in its place: its run was killed, or the place is refused.
+/// A whole copy that is not in its place: its run was killed, or the place is refused.
 struct ReadyCopy {
     std::wstring path;
     Date date = 0;           ///< newest date of the item, for the comment
@@ -35,7 +35,8 @@ class Destination {
 
     [[nodiscard]] const std::wstring& Folder() const noexcept { return folder_; }
 
-    /// Takes the lock if nobody has it; the first success also cleans and learns the folder.
+    /// Takes the lock unless another run has it; the first success also cleans and scans the
+    /// folder.
     [[nodiscard]] bool TryEnter();
 
     /// Whether the runs of other computers cannot be kept out; see DestinationLock.
@@ -43,13 +44,13 @@ class Destination {
         return lock_.IsForThisComputerOnly();
     }
 
-    /// False when certainly nothing stands at `copyPath`; true when the disk has to be asked.
+    /// False when certainly nothing is at `copyPath`; true when the disk has to be asked.
     [[nodiscard]] bool MayContain(std::wstring_view copyPath) const;
 
-    /// Tells that something now stands at `path`.
+    /// Notes that something is at `path` now.
     void OnAdded(std::wstring_view path);
 
-    /// Tells that what stood at `path` stands there no more.
+    /// Notes that nothing is at `path` any more.
     void OnRemoved(std::wstring_view path);
 
     /// Caches the comment of a copy for the call that follows, which would read it again.
@@ -76,7 +77,7 @@ class Destination {
     /// Remembers the ready copy of an item. Its `copy` is taken from the place `copyPath`.
     void AddPending(std::wstring_view itemPath, std::wstring_view copyPath, ReadyCopy ready);
 
-    /// Forgets the ready copy of an item: it stands in its place now, or it was given up.
+    /// Forgets the ready copy of an item: it is in its place now, or it was given up.
     void RemovePending(std::wstring_view itemPath);
 
     /// Whether a ready copy of another item waits for the place `copyPath`.

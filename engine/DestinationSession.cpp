@@ -69,7 +69,7 @@ void DestinationSession::MoveEntry(std::wstring_view from, std::wstring_view to,
 }
 
 // Two runs on one destination would rotate each other's copies away, so they take turns. A
-// destination that could not be had is told once, not again for each of its items.
+// destination that could not be entered is reported once, not again for each of its items.
 Entrance DestinationSession::Enter() {
     if (destination_ && destination_->Folder() == Target()) return Entrance::Entered;
     if (destination_ && !state_.cancel.IsRequested()) destination_->RemoveAllDisplaced();

@@ -100,7 +100,7 @@ void ItemBackup::BackUp(std::wstring_view path, std::int16_t location, ItemKind 
             copy.completeness = Completeness::Whole;
         }
         copy.replacesCutShort = isOwn && CompletenessOf(comment) == Completeness::CutShort;
-        // The copies make room when the new one stands, so that a copy that fails costs none of
+        // The copies make room when the new one is complete, so that a failure costs none of
         // them. Here and now they do it for a vanished item, and a count of 0 is refused.
         if (!facts || state_.copiesCount <= 0) {
             const bool rotated = series_.Rotate(path, location, Room::Rotate) == Rotation::Done;
@@ -179,7 +179,7 @@ void ItemBackup::Refuse(std::wstring_view path) {
 }
 
 // For a folder only the files directly in it count; a destination that is no fixed disk is not
-// asked, the drive of the temporary folder stands in for it.
+// asked, the drive of the temporary folder is asked instead.
 void ItemBackup::CheckFreeSpace(std::int64_t itemBytes) {
     MFileDosShell::FolderFreeSpace(system_,
                                    session_->IsOnFixedDrive()

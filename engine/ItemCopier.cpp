@@ -106,7 +106,7 @@ bool ItemCopier::CopyStep(std::wstring_view procedure, std::uint64_t size, CopyR
     });
 }
 
-// Asked only when something has failed. What is told is the item or the destination, not the file
+// Asked only when something has failed. The item or the destination is reported, not the file
 // that happened to be the next one when the server went down or the stick was pulled.
 void ItemCopier::GiveUpIfGone(CopyResult& result) {
     const auto giveUp = [&](int number, const std::wstring& path) {
@@ -167,8 +167,8 @@ void ItemCopier::CheckFolderCopy(const std::wstring& copyFolder, const std::wstr
     }
 }
 
-// A log grows while it is copied: a source that changed is told, and its copy counts, unless the
-// whole item is gone. Any other difference makes it a failed copy, and what there is of it is
+// A log grows while it is copied: a source that changed is reported, and its copy counts, unless
+// the whole item is gone. Any other difference makes it a failed copy, and what there is of it is
 // removed.
 void ItemCopier::CheckFileCopy(const std::wstring& copy, const std::wstring& source,
                                std::uint64_t sourceSize, CopyResult& result) {

@@ -9,7 +9,7 @@
 
 namespace vw {
 
-/// The numbers that tell files of one name from different folders apart.
+/// The numbers that distinguish files of one name from different folders.
 class LocationNumbers final : private EnginePart {
   public:
     LocationNumbers(const EngineContext& context, DestinationSession& session,

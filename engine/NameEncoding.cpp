@@ -41,7 +41,7 @@ void AppendUnit(std::wstring& text, wchar_t unit) {
     }
 }
 
-/// What stands in a run for one character: its bytes when they lead back to it, else its unit.
+/// What represents one character in a run: its bytes when they lead back to it, else its unit.
 void AppendToRun(std::wstring& text, wchar_t character, const AnsiCodec& ansi) {
     const std::wstring_view name(&character, 1);
     const std::string bytes = ansi.Encode(name);

@@ -15,7 +15,7 @@ namespace vw {
 [[nodiscard]] std::wstring EnglishNameFrom(std::wstring_view name, const AnsiCodec& ansi);
 
 /// The name that was encoded. Pairs that fit neither form are dropped; a digit alone at the end
-/// counts as a byte. An apostrophe of the name itself is not told apart, so such a name does not
+/// counts as a byte. An apostrophe of the name itself is not distinguished, so such a name does not
 /// come back. Never fails.
 [[nodiscard]] std::wstring EnglishNameOrigin(std::wstring_view text, const AnsiCodec& ansi);
 

@@ -95,7 +95,7 @@ int CopySeries::LowestGap(std::wstring_view path, std::int16_t location) {
     return std::min<int>(number, state_.copiesCount);
 }
 
-// Copies of items below a dotted folder stand in folders of their own, which go with them.
+// Copies of items below a dotted folder are in folders of their own, which are removed with them.
 void CopySeries::RemoveEmptyParents(std::wstring_view copyPath) {
     std::wstring folder = MFileDosShell::CFileLocation(copyPath);
     try {

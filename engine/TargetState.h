@@ -12,7 +12,7 @@ namespace vw {
 
 class MessagePump;
 
-/// What stood at the target of a restore when the user was asked about it and a copy kept it. A
+/// What was at the target of a restore when the user was asked about it and a copy kept it. A
 /// restore replaces these files only, and only while they are as they were.
 class TargetState {
   public:
@@ -23,7 +23,7 @@ class TargetState {
     /// error of any part that cannot be read.
     TargetState(FileSystem& files, MessagePump& pump, std::wstring_view path);
 
-    /// Whether anything stood there.
+    /// Whether anything was there.
     [[nodiscard]] bool Exists() const noexcept { return exists_; }
 
     /// Whether a file at a place below the target (empty: at the target itself) is the

@@ -6,7 +6,7 @@
 
 namespace vw {
 
-/// Tells the date that was stored with a copy. The backup engine knows it; the date of a path asks
+/// Gives the date that was stored with a copy. The backup engine has it; the date of a path asks
 /// for it when the path names a copy.
 class CopyDates {
   public:

@@ -47,7 +47,7 @@ struct SizeAndDate {
     bool isFolder = false;
     std::uint64_t size = 0;  ///< bytes; of a folder its whole tree
     Date date = 0;           ///< that of PathDate
-    /// False when the disk cannot tell of it now, and so not that it is gone either.
+    /// False when the disk could not be asked: the item may or may not exist.
     bool isKnown = true;
 };
 
@@ -66,7 +66,7 @@ struct SizeAndDate {
 /// The same by the rules of the date's own year alone.
 [[nodiscard]] Date NewestDateOf(System& system, CopyDates& copyDates, std::wstring_view path);
 
-/// What a backup has to know of an item before it decides.
+/// What a backup needs of an item for its decision.
 struct ItemStats : NewestDates {
     struct Cloud {
         std::uint64_t files = 0;
@@ -86,7 +86,7 @@ struct ItemStats : NewestDates {
     bool treeHasEncrypted = false;
 };
 
-/// Surveys an item, of which `facts` were just told, in one walk. A backup must not go on without
+/// Surveys an item, whose `facts` were just read, in one walk. A backup must not go on without
 /// the date: throws what goes wrong with it.
 [[nodiscard]] ItemStats GetItemStats(System& system, CopyDates& copyDates, std::wstring_view path,
                                      const std::optional<FileInfo>& facts);

@@ -46,7 +46,7 @@ bool RenameByWayOf(FileSystem& files, std::wstring_view from, std::wstring_view 
         try {
             RetryBriefly([&] { files.Rename(temporary, from); });
         } catch (const RuntimeError&) {
-            // Nothing more can be done; the name with "@" tells what happened.
+            // Nothing more can be done; the name with "@" shows what happened.
         }
         return false;
     }

@@ -30,7 +30,7 @@ namespace vw::MFileDosShell {
 /// The last component without its final extension: C:\A\f.tar.gz gives f.tar.
 [[nodiscard]] std::wstring CFileFirstName(std::wstring_view path);
 
-/// A path with a final "\": lists tell folder items from files by it.
+/// A path with a final "\": lists distinguish folder items from files by it.
 [[nodiscard]] std::wstring WithSeparator(std::wstring_view path);
 
 /// Takes off the enclosing double quotes of a text longer than two characters, in place.

@@ -15,7 +15,7 @@ namespace vw::MMyScripting {
 namespace {
 
 ErrorTrap Trap(const System& system) { return {system.errors, L"Module", L"MMyScripting"}; }
-// A folder that the system tells by one of its calls; both are far shorter than this.
+// A folder that one of the system's calls returns; both are far shorter than this.
 template <class Call>
 std::wstring FolderFrom(Call call) {
     wchar_t text[MAX_PATH + 1] = {};
@@ -69,7 +69,7 @@ std::wstring GetSpecialFolders(System& system, ScriptShell& shell, int& code, bo
         }
         if (!isWinNT) ReplaceForOldSystem(code);
         path = shell.SpecialFolder(code);
-        // Some systems' collection knows names only, and some have no such object at all.
+        // Some systems' collection has names only, and some have no such object at all.
         if (path.empty()) path = KnownFolderOfNumber(code);
     });
     return path;

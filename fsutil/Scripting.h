@@ -23,7 +23,7 @@ class ScriptShell {
 
     [[nodiscard]] bool IsCreated() const noexcept;
 
-    /// The object's special folder of that number; empty when the object does not know it or
+    /// The object's special folder of that number; empty when the object does not have it or
     /// cannot be made.
     [[nodiscard]] std::wstring SpecialFolder(int number);
 

@@ -8,7 +8,7 @@
 namespace vw::MFileDosShell {
 
 /// Sorts ascending without regard to case, in place; the order of texts that differ in case only is
-/// not fixed. Messages are processed meanwhile, during which `texts` still stands as it was.
+/// not fixed. Messages are processed meanwhile, during which `texts` is unchanged.
 void Sort(std::vector<std::wstring>& texts, MessagePump& pump);
 
 }  // namespace vw::MFileDosShell

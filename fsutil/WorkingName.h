@@ -31,7 +31,7 @@ enum class Completeness {
 };
 
 /// Name of an entry that is no copy, directly in the destination. It never holds "«", so nobody
-/// takes it for a copy. The beginning of the item's name stands in it for people.
+/// takes it for a copy. It contains the beginning of the item's name for people.
 struct WorkingName {
     WorkingState state = WorkingState::New;
     std::uint64_t item = 0;  ///< NameKey of the item's path

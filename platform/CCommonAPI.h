@@ -98,7 +98,7 @@ class CCommonAPI {
     /// Part of the given interface; not called by the program.
     void ActiveWindow(HWND form);
 
-    /// Starts the system's information tool; a box tells when there is none.
+    /// Starts the system's information tool; a box says so when there is none.
     /// Part of the given interface; not called by the program.
     void ShellSysInfo();
 
@@ -110,7 +110,7 @@ class CCommonAPI {
     /// Part of the given interface; not called by the program.
     [[nodiscard]] std::wstring WinVersion();
 
-    /// Whether this is Windows of the NT line; false when the system does not tell.
+    /// Whether this is Windows of the NT line; false when the system does not say.
     [[nodiscard]] bool IsWinNT();
 
     // Keyboard language and names of languages.

@@ -13,7 +13,7 @@ namespace vw {
 namespace {
 
 // What settings hold most of the time: a few digits, with "-" before them or not. They mean the
-// same to every user, so the library that knows the habits of countries need not be loaded for
+// same to every user, so the locale library need not be loaded for
 // them.
 std::optional<std::int16_t> PlainNumber(std::wstring_view text) {
     constexpr std::size_t kMostDigits = 4;

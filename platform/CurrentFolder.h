@@ -4,7 +4,7 @@
 
 namespace vw {
 
-/// The folder that the process works in; empty when the system does not tell it.
+/// The folder that the process works in; empty when the system cannot give it.
 [[nodiscard]] std::wstring CurrentFolder();
 
 /// Makes a folder the one that the process works in. One that cannot be entered changes nothing.

@@ -22,7 +22,7 @@ class ErrorReports final : public ErrorSink {
     /// it too.
     using Note = std::function<void(std::wstring_view details)>;
 
-    /// Sets who is told from now on.
+    /// Sets the listener from now on.
     void SetNote(Note note) { note_ = std::move(note); }
 
     void Report(const Procedure& where, const RuntimeError& error) override;

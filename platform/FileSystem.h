@@ -12,7 +12,7 @@
 
 namespace vw {
 
-/// What the disk tells of a file or folder without opening it.
+/// What a listing or a query gives of a file or folder without opening it.
 struct FileInfo {
     bool isFolder = false;
     /// A folder that is a junction, mount point or symbolic link; a file that has no bytes of its
@@ -69,47 +69,51 @@ class FileSystem {
     virtual ~FileSystem() = default;
 
     /// Facts of the file or folder at `path`; nothing when none is there (a path with wildcards
-    /// names none). Throws 70 and others when the disk cannot tell.
+    /// names none). Throws kPermissionDenied and others when the disk cannot answer.
     [[nodiscard]] virtual std::optional<FileInfo> Stat(std::wstring_view path) = 0;
 
-    /// Shows every entry of a folder but "." and "..", in the disk's order. Throws 76 when there
-    /// is no such folder, 70 when it may not be read.
+    /// Calls `visitor` for every entry of a folder but "." and "..", in the disk's order. Throws
+    /// kPathNotFound when there is no such folder, kPermissionDenied when it may not be read.
     virtual void List(std::wstring_view folder, const EntryVisitor& visitor) = 0;
 
-    /// Copies one file to a free name, with its date, attributes and alternate streams. Throws 53
-    /// when `from` is no file, 58 when something stands at `to`, 61 when the disk is full, 70 when
-    /// either is in use or refused. A failed copy leaves no file behind.
+    /// Copies one file to a free name, with its date, attributes and alternate streams. Throws
+    /// kFileNotFound when `from` is no file, kAlreadyExists when something is at `to`, kDiskFull,
+    /// kPermissionDenied when either is in use or refused. A failed copy leaves no file behind.
     virtual void Copy(std::wstring_view from, std::wstring_view to,
                       const CopyProgress& progress) = 0;
 
-    /// Makes one folder; its parent must exist (76). Throws 58 when something is there already.
+    /// Makes one folder. Throws kPathNotFound without its parent, kAlreadyExists when something is
+    /// there already.
     virtual void CreateFolder(std::wstring_view path) = 0;
 
-    /// Deletes one file, read-only or not. Throws 53 when it is missing, 70 when it is in use.
+    /// Deletes one file, read-only or not. Throws kFileNotFound when it is missing,
+    /// kPermissionDenied when it is in use.
     virtual void RemoveFile(std::wstring_view path) = 0;
 
-    /// Deletes one empty folder, or a link to a folder without what it shows. Throws 75 when the
-    /// folder is not empty, 70 when it is in use.
+    /// Deletes one empty folder, or a link to a folder without what it shows. Throws
+    /// kAccessError when the folder is not empty, kPermissionDenied when it is in use.
     virtual void RemoveFolder(std::wstring_view path) = 0;
 
-    /// Renames a file or folder on one drive. Never replaces: throws 58 when `to` exists.
+    /// Renames a file or folder on one drive. Never replaces: throws
+    /// kAlreadyExists when `to` exists.
     virtual void Rename(std::wstring_view from, std::wstring_view to) = 0;
 
     /// Renames a file over an existing one in one step, or to a free name.
     virtual void Replace(std::wstring_view from, std::wstring_view to) = 0;
 
-    /// All bytes of a file. Throws 53, 76, 70; 75 when access is denied.
+    /// All bytes of a file. Throws kFileNotFound, kPathNotFound, kPermissionDenied when it is in
+    /// use, kAccessError when access is denied.
     [[nodiscard]] virtual std::string Read(std::wstring_view path) = 0;
 
     /// Makes or empties a file and writes `bytes`; with Flush::Yes they are on the disk itself when
-    /// the call returns. Throws 61, 76, 70; 75 when access is denied. A failed write leaves no file
-    /// behind.
+    /// the call returns. Throws kDiskFull, kPathNotFound, kPermissionDenied when the file is in
+    /// use, kAccessError when access is denied. A failed write leaves no file behind.
     enum class Flush { No, Yes };
     virtual void Write(std::wstring_view path, std::string_view bytes, Flush flush) = 0;
 
     /// Gives the folder `to` the dates of creation and of the last change of the folder `from`, and
     /// its hidden, system and read-only marks; with Marks::Keep `to` keeps those that it has too.
-    /// Links are followed. Throws 70, 76.
+    /// Links are followed. Throws kPermissionDenied, kPathNotFound.
     enum class Marks { Replace, Keep };
     virtual void CopyFolderInfo(std::wstring_view from, std::wstring_view to, Marks marks) = 0;
 
@@ -118,17 +122,17 @@ class FileSystem {
     virtual void CopyAccessRights(std::wstring_view from, std::wstring_view to) = 0;
 
     /// Makes or opens a hidden file that nobody else can open until the result is destroyed, which
-    /// deletes it. One that is left over may be opened by every account. Throws 70 when another
-    /// process holds it or it may not be made (the system's code says which), 76 without its
-    /// folder.
+    /// deletes it. One that is left over may be opened by every account. Throws
+    /// kPermissionDenied when another process holds it or it may not be made (the system's code
+    /// says which), kPathNotFound without its folder.
     [[nodiscard]] virtual std::unique_ptr<HeldFile> Hold(std::wstring_view path) = 0;
 
-    /// Which folder it is that a path names now, links followed. Throws 76 when there is none, 53
-    /// for a file, 70 and others when the disk cannot answer.
+    /// Which folder it is that a path names now, links followed. Throws kPathNotFound when there is
+    /// none, kFileNotFound for a file, others when the disk cannot answer.
     [[nodiscard]] virtual FolderIdentity Identify(std::wstring_view folder) = 0;
 
     /// The path of an existing file or folder without links and other detours; the absolute path
-    /// where the system does not know one.
+    /// where the system has none.
     [[nodiscard]] virtual std::wstring RealPath(std::wstring_view path) = 0;
 
     /// Whether two files hold the same bytes. `progress` is called now and then. Throws what goes

@@ -116,7 +116,7 @@ FileInfo FactsOf(const WIN32_FILE_ATTRIBUTE_DATA& data, const std::wstring& syst
     if ((data.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0) {
         return PlainFacts(data, localTime);
     }
-    // Only the listing of the parent folder tells the kind of a reparse point.
+    // Only the listing of the parent folder gives the kind of a reparse point.
     return FactsFromListing(systemPath, localTime).value_or(PlainFacts(data, localTime));
 }
 

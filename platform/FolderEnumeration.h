@@ -11,7 +11,7 @@
 
 namespace vw {
 
-/// Facts of a file or folder from what the system told of it. A link to a file is followed: the
+/// Facts of a file or folder from the data of the system. A link to a file is followed: the
 /// file that it shows is what a backup takes.
 [[nodiscard]] FileInfo FactsOf(const WIN32_FILE_ATTRIBUTE_DATA& data,
                                const std::wstring& systemPath, const LocalTime& localTime);

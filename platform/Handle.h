@@ -6,7 +6,7 @@
 
 namespace vw {
 
-/// Owns one handle of the system and gives it back once. `Traits` tells its type, its empty value
+/// Owns one handle of the system and closes it once. `Traits` gives its type, its empty value
 /// and how it is closed.
 template <class Traits>
 class UniqueHandle {

@@ -27,7 +27,7 @@ FileHandle OpenAlone(const std::wstring& systemPath, SECURITY_ATTRIBUTES* rights
                                   nullptr));
 }
 
-// Some disks and servers know of no access rights, or let nobody set them.
+// Some disks and servers have no access rights, or do not allow to set them.
 bool MayRefuseRights(DWORD code) {
     return code == ERROR_ACCESS_DENIED || code == ERROR_NOT_SUPPORTED ||
            code == ERROR_INVALID_PARAMETER;

@@ -7,7 +7,7 @@
 
 namespace vw {
 
-/// The conversion of the system that knows the rules of each year: null for `zone` means the zone
+/// The conversion of the system that has the rules of each year: null for `zone` means the zone
 /// of this computer.
 using YearwiseLocalTime = BOOL(WINAPI*)(const DYNAMIC_TIME_ZONE_INFORMATION* zone,
                                         const SYSTEMTIME* utc, SYSTEMTIME* local);

@@ -10,7 +10,7 @@ namespace vw {
 /// it is destroyed. A dead process's lock is taken over.
 class NamedLock {
   public:
-    /// `purpose` tells kinds of locks apart; `path` is compared without regard to case.
+    /// `purpose` distinguishes kinds of locks; `path` is compared without regard to case.
     NamedLock(std::wstring_view purpose, std::wstring_view path);
     NamedLock(const NamedLock&) = delete;
     NamedLock& operator=(const NamedLock&) = delete;

@@ -2,7 +2,7 @@
 
 namespace vw {
 
-/// The end of the process. Tests stand in for it, since it never comes back.
+/// The end of the process. Tests replace it, since it never returns.
 class ProcessExit {
   public:
     ProcessExit() = default;

@@ -7,7 +7,7 @@
 
 namespace vw {
 
-/// What the whole program knows, in one place; the start procedure fills it and everybody gets a
+/// The program-wide state, in one place; the start procedure fills it and every part gets a
 /// reference to it.
 struct ProgramState {
     bool arabic = false;        ///< language of the windows and of our own report lines

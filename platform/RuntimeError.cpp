@@ -36,8 +36,8 @@ constexpr std::array kSentences{
     Sentence{error_number::kListPathMissing, L"Path not found"},
 };
 
-// The system's failure codes by the names that its documentation gives them. They stand here once
-// more because this file also builds where there is no such system.
+// The system's failure codes by the names that its documentation gives them. They are listed here
+// once more because this file also builds where there is no such system.
 constexpr std::uint32_t kFileNotFoundCode = 2;
 constexpr std::uint32_t kPathNotFoundCode = 3;
 constexpr std::uint32_t kTooManyOpenFilesCode = 4;

@@ -38,8 +38,8 @@ inline constexpr int kRecentIndexNotOne = 4000;  ///< only entry 1 of the recent
 inline constexpr int kListPathMissing = 4008;
 }  // namespace error_number
 
-/// An error as the user is told of it: its number, what it means, the path it concerns (empty when
-/// it concerns none) and the source line that thrown it.
+/// An error as it is reported to the user: its number, what it means, the path it concerns (empty
+/// when it concerns none) and the source line that thrown it.
 class RuntimeError : public std::exception {
   public:
     RuntimeError(int number, std::wstring description, std::wstring path, std::uint_least32_t line,

@@ -8,7 +8,7 @@
 #include <source_location>
 
 namespace vw {
-/// The source line that a call stands on, as users are told it behind "in line".
+/// The source line of a call, as it is shown to users behind "in line".
 using SourceLocation = std::source_location;
 }  // namespace vw
 

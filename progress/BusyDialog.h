@@ -34,9 +34,9 @@ class BusyDialog final : public ProgressReporter, private FormEvents {
 
     BusyDialog(System& system, ProgramState& state, Language language, Surroundings around);
 
-    /// Shows a message and adds "title: message - subMessage" to the report. With `wait` it stands
-    /// for two seconds, with `close` the dialog is unloaded then; neither while the user wants to
-    /// keep the report. `showReport` opens the report, or closes it.
+    /// Shows a message and adds "title: message - subMessage" to the report. With `wait` it is
+    /// shown for two seconds, with `close` the dialog is unloaded then; neither while the user
+    /// wants to keep the report. `showReport` opens the report, or closes it.
     void Msg(std::wstring_view title, std::wstring_view message, std::wstring_view subMessage,
              bool wait, bool close, bool showReport);
 
@@ -67,7 +67,7 @@ class BusyDialog final : public ProgressReporter, private FormEvents {
     /// for the time of one long file.
     void Repaint();
 
-    /// Whether the dialog stands there with the user's wish to keep its report.
+    /// Whether the dialog is kept open for its report.
     [[nodiscard]] bool KeepsReport() const;
 
     /// Everything reported so far, since the dialog was last loaded.

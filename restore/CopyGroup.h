@@ -9,7 +9,7 @@ namespace vw {
 struct CopyEntry {
     std::wstring path;
     bool isFolder = false;
-    bool hasComment = false;  ///< a comment file stands beside it
+    bool hasComment = false;  ///< a comment file is beside it
 };
 
 /// The copies of one item: those whose names differ in the copy number only.
@@ -17,7 +17,7 @@ struct CopyGroup {
     std::wstring origin;  ///< the item's name
     int location = 0;
     std::vector<CopyEntry> copies;  ///< the first one is the lowest
-    bool hasComment = false;        ///< one stands, of a copy of the series or of one that is gone
+    bool hasComment = false;  ///< there is one, of a copy of the series or of one that is gone
 
     /// Whether the copies may be folders around those of items below a folder with a point in its
     /// name. The copies of a folder that is an item itself have a comment beside them.

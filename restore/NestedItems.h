@@ -9,7 +9,7 @@ namespace vw {
 class MessagePump;
 class FileSystem;
 
-/// An item below a folder with a point in its name. The copies of C:\j.smith\My\Docs\ stand as
+/// An item below a folder with a point in its name. The copies of C:\j.smith\My\Docs\ are
 /// My\Docs in the folders Docs«0001».smith, Docs«0002».smith and so on; other items may have
 /// theirs in the same folders. The last name is always the one before the marks.
 struct NestedItem {
@@ -19,9 +19,9 @@ struct NestedItem {
     bool isFolder = false;   ///< of its lowest copy
 };
 
-/// The items whose copies stand in these folders, which are named like copies of one item and have
+/// The items whose copies are in these folders, which are named like copies of one item and have
 /// no comment beside them. An item is known by a comment, at any depth, for all of the folders. A
-/// copy that no comment tells of counts by its name, unless its folder holds anything else: then
+/// copy without a comment counts by its name, unless its folder holds anything else: then
 /// it may be the user's own, and the folder a copy itself.
 [[nodiscard]] std::vector<NestedItem> FindNestedItems(FileSystem& files, MessagePump& pump,
                                                       const std::vector<std::wstring>& folders);

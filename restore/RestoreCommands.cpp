@@ -73,8 +73,8 @@ std::optional<RestoreCommands::Selection> RestoreCommands::Selected(bool needsCo
 }
 
 // A run of another process may have moved the copies since they were listed: under the name of the
-// one that the user saw would stand another. The comment of an item's copies moves with them, so it
-// counts where there is one.
+// one that the user saw another one would be. The comment of an item's copies moves with them, so
+// it counts where there is one.
 bool RestoreCommands::IsUnchanged(const Selection& selection, const ListedCopy& copy) {
     const auto facts = system_.files.Stat(copy.path);
     if (!facts || facts->isFolder != copy.isFolder) return false;
@@ -151,7 +151,7 @@ void RestoreCommands::Delete(const std::function<void()>& deletion) {
 }
 
 // Only the newest copy has a comment file. A copy that stays, because somebody uses it, keeps its
-// comment: without it nobody would know where the item was.
+// comment: without it the original place of the item would be lost.
 RestoreCommands::Outcome RestoreCommands::DeleteCopy(const Selection& selection,
                                                      const ListedCopy& copy) {
     Outcome outcome = Outcome::Failed;

@@ -11,7 +11,7 @@
 namespace vw {
 namespace {
 
-// Drives as small devices have them know dates to two seconds only.
+// Drives of small devices keep dates to two seconds only.
 constexpr Date kCoarsestDate = 2;
 
 bool SameFile(const FileInfo& first, const FileInfo& second) {

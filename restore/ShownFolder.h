@@ -11,7 +11,7 @@ namespace vw {
 /// stick, or of a share that was mapped anew.
 class ShownFolder {
   public:
-    /// Takes the folder at a path. Throws what the disk cannot tell.
+    /// Takes the folder at a path. Throws the error of the disk.
     void Take(FileSystem& files, std::wstring_view path);
 
     /// No folder is shown.

@@ -11,8 +11,8 @@ struct IAccPropServices;
 
 namespace vw {
 
-/// Names of controls for screen readers, where no label before the control tells. A system without
-/// that service goes without the names.
+/// Names of controls for screen readers, where no label before the control names it. A system
+/// without that service goes without the names.
 class AccessibleNames {
   public:
     AccessibleNames() noexcept;

@@ -25,7 +25,7 @@ Making HowToMake(const ControlData& data) noexcept {
     switch (data.kind) {
         case ControlKind::Label:
         case ControlKind::Heading:
-            // Drawn by the form, which knows in which direction a text reads. They tell of clicks.
+            // Drawn by the form, which finds the direction of a text. They report clicks.
             return {WC_STATICW, SS_OWNERDRAW | SS_NOTIFY, 0};
         case ControlKind::Picture:
             return {WC_STATICW, SS_ICON | SS_CENTERIMAGE | SS_NOTIFY, 0};
@@ -79,7 +79,7 @@ class NoInheritance {
 
 constexpr UINT_PTR kFrameSubclass = 1;
 
-// What the control in a frame tells or asks concerns the form.
+// Messages of the control in a frame go to the form.
 LRESULT CALLBACK PassOn(HWND frame, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
                         DWORD_PTR) {
     switch (message) {

@@ -35,7 +35,7 @@ std::wstring_view FittingHead(std::wstring_view head, std::wstring_view tail, in
     return head.substr(0, fits);
 }
 
-// Between folders that stand from left to right, "…" would come before the beginning of a folder
+// Between folders that run from left to right, "…" would come before the beginning of a folder
 // with a right-to-left name and not behind what is left of it: such a folder goes as a whole.
 std::wstring_view WithoutCutFolder(std::wstring_view head) {
     const std::size_t folder = head.rfind(L'\\') + 1;

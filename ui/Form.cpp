@@ -65,7 +65,7 @@ void Form::Load(HWND owner) {
             .style = StyleOf(data_.kind),
             .extendedStyle = language_ == Language::Arabic ? DWORD{WS_EX_LAYOUTRTL} : 0,
             .owner = owner});
-    // A program with more rights than the desktop does not hear it without being asked to.
+    // A program with more rights than the desktop does not receive it without asking for it.
     for (const UINT message : {taskbarCreated_, taskbarButtonCreated_}) {
         ChangeWindowMessageFilterEx(Handle(), message, MSGFLT_ALLOW, nullptr);
     }

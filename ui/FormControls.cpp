@@ -64,7 +64,7 @@ void Form::EnableForm(bool on) {
 void Form::SetMousePointer(MousePointer pointer) {
     pointer_ = pointer;
     if (!IsVisible()) return;
-    // The pointer changes when the mouse moves; until then it is told here.
+    // The pointer changes when the mouse moves; until then it is set here.
     POINT mouse{};
     GetCursorPos(&mouse);
     const HWND below = WindowFromPoint(mouse);

@@ -54,7 +54,7 @@ struct FontPair {
 
 enum class ColumnKind {
     Text,
-    Number,  ///< stands at the side where numbers end
+    Number,  ///< at the side where numbers end
     Path,    ///< reads from left to right in every language
 };
 
@@ -64,7 +64,7 @@ enum class ColumnKind {
     return kind == ColumnKind::Number && language == Language::English;
 }
 
-/// A column of a list view. The program knows it by its key, never by its position.
+/// A column of a list view. The program finds it by its key, never by its position.
 struct ColumnData {
     std::wstring_view key;
     Texts header{};
@@ -73,7 +73,7 @@ struct ColumnData {
     bool mayHide = false;  ///< is left to the scroll bar before a path becomes unreadable
 };
 
-/// A button of a toolbar. The program knows it by its key.
+/// A button of a toolbar. The program finds it by its key.
 struct ToolButtonData {
     std::wstring_view key;
     int id = 0;
@@ -81,8 +81,8 @@ struct ToolButtonData {
     int arabicIcon = 0;  ///< turned round for reading from right to left; 0: the same
     Texts text{};
     Texts tip{};
-    bool beginsGroup = false;  ///< a line stands before it
-    bool showText = false;     ///< its text stands beside the icon
+    bool beginsGroup = false;  ///< with a line before it
+    bool showText = false;     ///< with its text beside the icon
     int accentIcon = 0;        ///< not 0: the one accented button, and its icon on that colour
 };
 
@@ -98,7 +98,7 @@ struct ControlData {
     ResizeWeights flow{};
     bool hidden = false;
     bool centred = false;
-    bool oneLine = false;       ///< a label whose text stands half-way down, beside a field
+    bool oneLine = false;       ///< a label whose text is centred vertically, beside a field
     bool framed = false;        ///< a label that looks like a field to write in
     bool path = false;          ///< a label on one line; a long path loses its middle
     bool accent = false;        ///< a label in the colour of what is selected
@@ -112,7 +112,7 @@ struct ControlData {
     std::wstring_view wheelLabel{};  ///< of a scroll bar: the wheel works over this label, too
     int opens = 0;                   ///< while it is shown, the form is this much taller, at 96 DPI
     Texts tip{};
-    Texts spokenName{};  ///< for screen readers, where no label before it tells
+    Texts spokenName{};  ///< for screen readers, where no label before it names it
     Texts emptyText{};   ///< what a list without rows says
     std::span<const ColumnData> columns{};
     std::span<const ToolButtonData> buttons{};

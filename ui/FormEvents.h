@@ -23,7 +23,7 @@ enum class EventKind {
     Timer,
 };
 
-/// One event of one control. Forms know nothing of what it means.
+/// One event of one control. Its meaning is up to the logic behind the form.
 struct ControlEvent {
     std::wstring_view control;  ///< its name; empty for the form itself
     int index = kNoIndex;       ///< its position in a control array
@@ -44,7 +44,7 @@ enum class UnloadReason {
 
 enum class WindowState { Normal, Minimised, Maximised };
 
-/// What a form tells the logic behind it. The handlers trap their errors themselves.
+/// Receives the events of a form. The handlers trap their errors themselves.
 class FormEvents {
   public:
     FormEvents() = default;
@@ -68,7 +68,7 @@ class FormEvents {
 
     virtual void OnActivate(Form&, bool) {}
 
-    /// The mouse moved over the form. An icon in the notification area tells of itself this way,
+    /// The mouse moved over the form. An icon in the notification area reports its events this way,
     /// with the message that it stands for as `x`.
     virtual void OnMouseMove(Form&, int /*x*/, int /*y*/) {}
 

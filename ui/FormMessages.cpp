@@ -7,7 +7,7 @@
 #include <shellapi.h>
 #include <windowsx.h>
 
-// What the system tells a form, and what the form tells its events. After an event the form may be
+// Turns the messages of the system into events of the form. After an event the form may be
 // unloaded: nothing of it is touched any more.
 
 namespace vw {

@@ -6,7 +6,7 @@
 #include "ui/Painting.h"
 
 // What a form draws itself: labels and the entries of drop-down boxes. Their texts stay in the
-// controls, unchanged, for whoever reads them.
+// controls, unchanged, for programs that read them.
 
 namespace vw {
 

@@ -11,7 +11,7 @@
 // The extended window macros need the declarations of the window system first.
 #include <windowsx.h>
 
-// How a list view looks and what it tells its form.
+// How a list view looks, and its notifications.
 
 namespace vw {
 
@@ -208,7 +208,7 @@ void ListView::PaintIcon(HDC dc, const RECT& area, const Row& row) const {
     DrawIconEx(dc, left, top, pictures_->mark.Get(), pixels, pixels, 0, nullptr, DI_NORMAL);
 }
 
-// Where the text of a cell stands: the column less the margins at both sides.
+// The area for the text of a cell: the column less the margins at both sides.
 RECT ListView::CellArea(int row, int column) const {
     RECT area{};
     area.left = LVIR_LABEL;

@@ -8,7 +8,7 @@ namespace vw {
 
 namespace {
 
-// In the order of the menus. The captions are spelled as users know them, misspellings included:
+// In the order of the menus. The captions are spelled as users are used to, misspellings included:
 // their tools and habits go by them.
 constexpr std::array kMainMenu{
     MenuItemData{.name = L"mnuMain", .index = 0, .id = ID_mnuMain_0, .caption = {L"File", L"ملف"}},

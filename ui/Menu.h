@@ -45,7 +45,7 @@ class Menu {
     void CheckOnly(std::wstring_view name, int index);
 
     [[nodiscard]] bool IsShown(std::wstring_view name, int index = kNoIndex) const;
-    /// A hidden entry is not in the menu; shown again it stands in its old place.
+    /// A hidden entry is not in the menu; shown again it is in its old place.
     void Show(std::wstring_view name, bool on, int index = kNoIndex);
 
     /// Opens the menu below the named entry at the mouse and gives the id that was chosen, 0 for

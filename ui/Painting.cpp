@@ -32,7 +32,7 @@ class Scratch {
     Scratch(const Scratch&) = delete;
     Scratch& operator=(const Scratch&) = delete;
 
-    // Arabic letters join, and are narrower then than each alone. Not every system's measure knows
+    // Arabic letters join, and are narrower then than each alone. Not every system measures
     // it, but drawing does: the pen goes as far as the text is wide.
     [[nodiscard]] int DrawnWidth(std::wstring_view text) const {
         MoveToEx(scratch_, 0, 0, nullptr);

@@ -7,7 +7,7 @@
 
 namespace vw {
 
-/// Where a text stands in its space.
+/// How a text is aligned in its space.
 enum class TextSide { Start, Centre, End };
 
 /// How a text is drawn.

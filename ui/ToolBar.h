@@ -15,7 +15,7 @@
 
 namespace vw {
 
-/// A toolbar made of its data. It draws its buttons itself, so that they look and stand alike in
+/// A toolbar made of its data. It draws its buttons itself, so that they look alike in
 /// both directions of writing. One of them may be accented: it has the colours of what is selected,
 /// except where the user chose a high contrast.
 class ToolBar {
@@ -38,7 +38,7 @@ class ToolBar {
     /// How wide the buttons are together, in pixels.
     [[nodiscard]] int NeededWidth() const noexcept;
 
-    /// What the control tells its form; nothing where it is none of the toolbar's own affairs.
+    /// Handles a notification of the control; nothing where it does not concern the toolbar.
     std::optional<LRESULT> OnNotify(NMHDR& header);
 
   private:

@@ -174,7 +174,7 @@
 #define IDI_ActionRestore 117
 #define IDI_ActionRestoreTo 118
 
-// Icons that stand on the accent colour, and those turned round for windows from right to left
+// Icons on the accent colour, and those turned round for windows from right to left
 #define IDI_ActionBackupAccent 141
 #define IDI_ActionOpenMirrored 142
 #define IDI_ViewLIconsMirrored 143

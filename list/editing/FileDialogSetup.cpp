@@ -26,7 +26,7 @@ constexpr std::wstring_view kAllFiles = L" |*.*";
 constexpr std::wstring_view kLists = L"مهمة نسخ احتياطي(As *.vwl)|*.vwl";
 constexpr std::wstring_view kFolder = L"مجلد|*.folder";
 constexpr std::wstring_view kRule = L"قاعدة|*.folder";
-// Folders are chosen with a file dialog: this name stands in it for the folder that is open.
+// Folders are chosen with a file dialog: this name represents the open folder in it.
 constexpr std::wstring_view kFolderName = L"ChooseFolder....Don't modify this line";
 
 void SetUpListDialog(FileDialogSetup& dialog, std::uint32_t flags, std::wstring_view folder) {

@@ -26,7 +26,7 @@ struct FileDialogSetup {
     std::wstring fileName;
     std::wstring title;
     bool cancelIsError = false;  ///< Cancel ends the command instead of giving an empty name
-    /// Where dialogs on lists begin when the system does not tell the current folder.
+    /// Where dialogs on lists begin when the current folder is not known.
     std::wstring defaultFolder;
     std::wstring defaultExtension;  ///< for a name that was typed without one
 };

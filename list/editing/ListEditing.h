@@ -51,7 +51,7 @@ class ListEditing {
     /// column it was.
     void lsvBackupListColumnClick(int column);
 
-    /// Whether a path is only a drive; with `ask` the user is told that it needs a folder.
+    /// Whether a path is only a drive; with `ask` a box says that it needs a folder.
     [[nodiscard]] bool PathIsDrive(std::wstring_view path, bool ask);
 
     /// Lets the user choose a folder (as the item or destination that `kind` makes of it) or files;

@@ -4,7 +4,8 @@
 
 namespace vw::list_file_type {
 
-// How the system can be told of backup lists (CCommonAPI::RegisterFileType). No command does it.
+// How backup lists can be registered with the system (CCommonAPI::RegisterFileType). No command
+// does it.
 
 inline constexpr std::wstring_view kExtension = L".VWL";
 inline constexpr std::wstring_view kTypeName = L"VaultwrightFilesList";

@@ -21,7 +21,7 @@ struct ListLine {
 /// Tells the kind of a field; the keys are recognised in any letter case.
 [[nodiscard]] ListLine ReadListLine(std::wstring_view field);
 
-/// How a backup takes an item, told by the last character of its path.
+/// How a backup takes an item, given by the last character of its path.
 enum class ItemKind {
     File,    ///< one file
     Folder,  ///< "\": a folder with all its subfolders

@@ -34,7 +34,7 @@ class SettingsStore {
     [[nodiscard]] std::wstring GetSetting(std::wstring_view key,
                                           std::wstring_view whenAbsent) const;
 
-    /// Stores `value` under `key`. A refused write is told as error 5.
+    /// Stores `value` under `key`. A refused write is reported as error 5.
     void SaveSetting(std::wstring_view key, std::wstring_view value);
 
   private:
