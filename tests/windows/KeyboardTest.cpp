@@ -13,6 +13,7 @@
 namespace vw::test {
 namespace {
 
+using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -62,7 +63,9 @@ TEST_P(KeyboardAlone, FileMenu_EveryEntry) {
     Keyboard::Type({VK_UP});
     window.RunEntry(kFile, 2);
     window.WaitForMain();
-    EXPECT_THAT(LinesOf(program.DefaultList()), testing::Contains(L"Backages: 4"));
+    window.WaitUntil(
+        [&] { return testing::Value(LinesOf(program.DefaultList()), Contains(L"Backages: 4")); },
+        "the number of copies is not saved");
     // A name that is typed makes a list; the entry of the default list brings that one back.
     window.RunEntry(kFile, 0);
     window.WaitForFront(L"#32770");
