@@ -12,6 +12,7 @@
 #include "platform/FileSystem.h"
 #include "platform/MessageBoxes.h"
 #include "platform/TextCase.h"
+#include "ui/ControlNames.h"
 #include "ui/ToolBarTable.h"
 #include "ui/resource.h"
 
@@ -19,11 +20,12 @@ namespace vw {
 
 namespace {
 
-constexpr std::array kLists{L"lsvBackupList", L"lsvRestore1", L"lsvRestore2"};
+constexpr std::array kLists{control::lsvBackupList, control::lsvRestore1, control::lsvRestore2};
 
 [[nodiscard]] bool HasItems(MainParts& parts) {
     if (parts.list.Rows().Count() > 0) return true;
-    parts.system.boxes.Show({.text = parts.form.Text(L"lblNoFileToBack"), .rightToLeft = true});
+    parts.system.boxes.Show(
+        {.text = parts.form.Text(control::lblNoFileToBack), .rightToLeft = true});
     return false;
 }
 
@@ -56,8 +58,8 @@ void Open(MainParts& parts) {
 // The button belongs to the list that the user worked in last.
 void OpenInFocus(MainParts& parts) {
     const HWND focus = GetFocus();
-    const bool atCopies = focus != nullptr && (focus == parts.form.Control(L"lsvRestore1") ||
-                                               focus == parts.form.Control(L"lsvRestore2"));
+    const bool atCopies = focus != nullptr && (focus == parts.form.Control(control::lsvRestore1) ||
+                                               focus == parts.form.Control(control::lsvRestore2));
     if (atCopies && parts.browser.Copies().Selected() >= 0) {
         parts.restore.mnuOpenCopyClick();
     } else {
@@ -108,7 +110,7 @@ void ChangeLanguage(MainParts& parts) {
 }
 
 void SwitchLogonStart(MainParts& parts) {
-    parts.logonStart.ApplicationSartup(!parts.form.Menus().IsChecked(L"mnuOptions", 0));
+    parts.logonStart.ApplicationSartup(!parts.form.Menus().IsChecked(control::mnuOptions, 0));
 }
 
 /// A command on stored copies, which may take long.
@@ -209,16 +211,16 @@ const MainCommand* MainCommand::FindByKey(std::wstring_view key) {
 void ShowLists(Form& main, ViewStyle style) {
     static constexpr std::array kKeys{L"ViewLIcons", L"ViewSIcons", L"ViewList", L"ViewDetails"};
     const auto chosen = static_cast<std::size_t>(style);
-    for (const auto* name : kLists) main.List(name).SetStyle(style);
-    main.Menus().CheckOnly(L"mnuViewMethod", static_cast<int>(style));
+    for (const std::wstring_view name : kLists) main.List(name).SetStyle(style);
+    main.Menus().CheckOnly(control::mnuViewMethod, static_cast<int>(style));
     for (std::size_t i = 0; i < kKeys.size(); ++i) {
         main.Tools(L"Toolbar1").Check(kKeys[i], i == chosen);
     }
 }
 
 void ArrangeLists(Form& main, ViewArrange arrange) {
-    for (const auto* name : kLists) main.List(name).SetArrange(arrange);
-    main.Menus().CheckOnly(L"mnuViewAlign", static_cast<int>(arrange));
+    for (const std::wstring_view name : kLists) main.List(name).SetArrange(arrange);
+    main.Menus().CheckOnly(control::mnuViewAlign, static_cast<int>(arrange));
 }
 
 }  // namespace vw

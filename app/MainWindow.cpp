@@ -11,6 +11,7 @@
 #include "platform/SystemPath.h"
 #include "platform/TextCase.h"
 #include "platform/WindowsHeader.h"
+#include "ui/ControlNames.h"
 #include "ui/EscapedError.h"
 #include "ui/resource.h"
 // The shell's declarations need those of the window system first.
@@ -35,19 +36,19 @@ MainWindow::MainWindow(const MainParts& parts)
 
 void MainWindow::OnLoad(Form& form) {
     trap_(L"Form_Load", [&] {
-        form.SetChoices(L"cmbDestination", DriveChoices(system_.files));
+        form.SetChoices(control::cmbDestination, DriveChoices(system_.files));
         ShowLists(form, ViewStyle::Details);
         ArrangeLists(form, ViewArrange::Top);
         parts_.list.Dialog().defaultFolder =
             system_.files.Stat(kDialogFolder) ? kDialogFolder : kOtherDialogFolder;
         parts_.list.Dialog().lastFolder = FolderOfRelativePaths();
         ShowAutoBackup(parts_.logonStart.ApplicationSartup(), false);
-        form.SetText(L"lblBackages", std::to_wstring(state_.copiesCount));
+        form.SetText(control::lblBackages, std::to_wstring(state_.copiesCount));
         loadGuard_ = true;
-        if (state_.copiesCount != 0) form.SetValue(L"vsBackages", state_.copiesCount);
+        if (state_.copiesCount != 0) form.SetValue(control::vsBackages, state_.copiesCount);
         parts_.recent.UpdateRecentFiles();
         form.Maximise();
-        form.Choose(L"cmbDestination", L"C:");
+        form.Choose(control::cmbDestination, L"C:");
         SetCaption();
     });
 }
@@ -84,7 +85,7 @@ void MainWindow::SetCaption() {
         caption += L']';
     }
     form_.SetCaption(caption);
-    form_.Menus().Enable(L"mnuOptions", DefaultListInUse(), 0);
+    form_.Menus().Enable(control::mnuOptions, DefaultListInUse(), 0);
     if (oneItem_ && !EqualNoCase(state_.currentListPath, state_.SingleItemListPath())) {
         oneItem_ = false;
         EnableEditing(true);
@@ -92,7 +93,7 @@ void MainWindow::SetCaption() {
 }
 
 void MainWindow::ShowAutoBackup(bool isOn, bool isNew) {
-    if (form_.IsLoaded()) form_.Menus().Check(L"mnuOptions", isOn, 0);
+    if (form_.IsLoaded()) form_.Menus().Check(control::mnuOptions, isOn, 0);
     if (!isNew) return;
     parts_.status.ShowNotice(
         state_.arabic
@@ -105,8 +106,8 @@ void MainWindow::ShowAutoBackup(bool isOn, bool isNew) {
 void MainWindow::ShowRecentFiles(const RecentFileMenu& menu) {
     int index = 1;
     for (const RecentFileEntry& entry : menu) {
-        form_.Menus().SetText(L"mnuRecentFile", entry.caption, index);
-        form_.Menus().Show(L"mnuRecentFile", entry.visible, index);
+        form_.Menus().SetText(control::mnuRecentFile, entry.caption, index);
+        form_.Menus().Show(control::mnuRecentFile, entry.visible, index);
         ++index;
     }
 }
@@ -117,15 +118,16 @@ void MainWindow::KeepToOneItem() {
 }
 
 void MainWindow::EnableEditing(bool on) {
-    for (const auto* name :
-         {L"mnuAddFile", L"mnuAddFiles", L"mnuAddFolder", L"mnuDel", L"mnuDelAll"}) {
+    for (const std::wstring_view name :
+         {control::mnuAddFile, control::mnuAddFiles, control::mnuAddFolder, control::mnuDel,
+          control::mnuDelAll}) {
         form_.Menus().Enable(name, on);
     }
     for (const auto* key : {L"FileNew", L"FileOpen", L"FileSave", L"EditAddFile", L"EditAddFiles",
                             L"EditAddFolder", L"Del", L"EditDelAll"}) {
         form_.Tools(L"Toolbar1").Enable(key, on);
     }
-    DragAcceptFiles(form_.Control(L"lsvBackupList"), on ? TRUE : FALSE);
+    DragAcceptFiles(form_.Control(control::lsvBackupList), on ? TRUE : FALSE);
 }
 
 void MainWindow::OnControl(Form&, const ControlEvent& event) {
@@ -230,14 +232,14 @@ void MainWindow::InBracket(std::wstring_view procedure, const std::function<void
 
 void MainWindow::cmbDestinationClick() {
     parts_.browser.SourceChosen();
-    parts_.list.ChooseDestination(form_.Text(L"cmbDestination").append(kCopiesFolder));
+    parts_.list.ChooseDestination(form_.Text(control::cmbDestination).append(kCopiesFolder));
 }
 
 void MainWindow::vsBackagesChange(int value) {
     trap_(L"vsBackagesChange", [&] {
         if (!loadGuard_) state_.listModified = true;
         loadGuard_ = false;
-        form_.SetText(L"lblBackages", std::to_wstring(value));
+        form_.SetText(control::lblBackages, std::to_wstring(value));
         state_.copiesCount = static_cast<std::int16_t>(value);
     });
 }

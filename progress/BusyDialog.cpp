@@ -9,6 +9,7 @@
 #include "platform/ProgramControl.h"
 #include "platform/ProgramState.h"
 #include "progress/TaskbarProgress.h"
+#include "ui/ControlNames.h"
 #include "ui/Forms.h"
 #include "ui/resource.h"
 
@@ -42,9 +43,9 @@ void BusyDialog::Msg(std::wstring_view title, std::wstring_view message,
         line.append(title).append(L": ").append(message).append(L" - ").append(subMessage);
         Report(line, false);
         if (showReport || !messageShown_) UpdateControls();
-        form_.ShowControl(L"txtReport", showReport);
+        form_.ShowControl(control::txtReport, showReport);
         messageShown_ = true;
-        if (form_.IsChecked(L"chkDontHide")) return;
+        if (form_.IsChecked(control::chkDontHide)) return;
         if (wait) Wait(kMessageSeconds);
         if (close) form_.Unload();
     });
@@ -75,7 +76,7 @@ void BusyDialog::ForgetShownAgain() {
     if (!std::exchange(shownAgain_, false)) return;
     report_.clear();
     handedOver_ = 0;
-    form_.SetText(L"txtReport", {});
+    form_.SetText(control::txtReport, {});
     form_.SetProgress(L"ProgressBar1", 0);
 }
 
@@ -90,8 +91,8 @@ void BusyDialog::ShowLastReport() {
             report_ = lastReport_;
             UpdateControls();
             form_.SetProgress(L"ProgressBar1", kProgressMaximum);
-            form_.ShowControl(L"txtReport", true);
-            form_.SetDefaultButton(L"cmdCancel");
+            form_.ShowControl(control::txtReport, true);
+            form_.SetDefaultButton(control::cmdCancel);
         }
         form_.Show(ShowHow::Activate);
     });
@@ -128,10 +129,10 @@ void BusyDialog::BusyHide(bool pause) {
         form_.EnableTimer(L"tmrBusy", false);
         form_.SetProgress(L"ProgressBar1", kProgressMaximum);
         ShowBusyInTaskbar(form_.Handle(), false);
-        form_.SetDefaultButton(L"cmdCancel");
+        form_.SetDefaultButton(control::cmdCancel);
         if (pause) Wait(kMessageSeconds);
         if (!form_.IsLoaded()) return;
-        if (!form_.IsChecked(L"chkDontHide")) {
+        if (!form_.IsChecked(control::chkDontHide)) {
             form_.Unload();
         } else if (minimised_) {
             LeaveIcon();
@@ -161,7 +162,7 @@ void BusyDialog::Repaint() {
 }
 
 bool BusyDialog::KeepsReport() const {
-    return form_.IsVisible() && form_.IsChecked(L"chkDontHide");
+    return form_.IsVisible() && form_.IsChecked(control::chkDontHide);
 }
 
 void BusyDialog::HandOverIfDue() {
@@ -171,12 +172,12 @@ void BusyDialog::HandOverIfDue() {
 void BusyDialog::UpdateControls() {
     if (!form_.IsLoaded()) return;
     const std::uint64_t begin = system_.clock.Milliseconds();
-    form_.SetText(L"lblTitle", title_);
-    form_.SetText(L"lblMsg", message_);
-    form_.SetText(L"lblSubMsg", subMessage_);
+    form_.SetText(control::lblTitle, title_);
+    form_.SetText(control::lblMsg, message_);
+    form_.SetText(control::lblSubMsg, subMessage_);
     if (handedOver_ < report_.size()) {
         const std::wstring_view report = report_;
-        form_.Append(L"txtReport", report.substr(handedOver_));
+        form_.Append(control::txtReport, report.substr(handedOver_));
         handedOver_ = report_.size();
     }
     const std::uint64_t now = system_.clock.Milliseconds();
@@ -227,7 +228,7 @@ bool BusyDialog::OnQueryUnload(Form& form, UnloadReason reason) {
         if (reason == UnloadReason::SessionEnd) state_.endRequested = true;
         state_.cancel.Request();
         if (minimised_) around_.showIcon(false);
-        form.Check(L"chkDontHide", false);
+        form.Check(control::chkDontHide, false);
         around_.program.Ready(true);
         if (minimised_) around_.showMainWindow();
     });

@@ -7,6 +7,7 @@
 #include "platform/MessageBoxes.h"
 #include "platform/ProgramControl.h"
 #include "platform/ProgramState.h"
+#include "ui/ControlNames.h"
 #include "ui/Forms.h"
 #include "ui/resource.h"
 
@@ -42,11 +43,11 @@ void TrayIcon::Unload() { form_.Unload(); }
 
 void TrayIcon::OnLoad(Form& form) {
     trap_(L"Form_Load", [&] {
-        form.Menus().Show(L"mnuProp1Cancel", !state_.silentRun);
+        form.Menus().Show(control::mnuProp1Cancel, !state_.silentRun);
         frame_ = 1;
         form.SetIcon(L"Image1", 0);
         cbAnimated_Click();
-        form.EnableTimer(L"Timer1", true);
+        form.EnableTimer(control::Timer1, true);
         HideWindows();
     });
 }
@@ -69,7 +70,7 @@ void TrayIcon::cbStatic_Click() {
 void TrayIcon::cbAnimated_Click() {
     trap_(L"cbAnimated_Click", [&] {
         animating_ = true;
-        SetTip(form_.Text(L"lblMsg1"));
+        SetTip(form_.Text(control::lblMsg1));
         AddIcon();
     });
 }
@@ -133,7 +134,7 @@ void TrayIcon::OnMouseMove(Form& form, int x, int) {
         if (x == WM_LBUTTONUP) {
             MaximizeApp();
         } else if (x == WM_RBUTTONDOWN) {
-            form.PopUpMenu(L"mnuProp1", L"mnuProp1Maximize");
+            form.PopUpMenu(control::mnuProp1, control::mnuProp1Maximize);
         }
     });
 }

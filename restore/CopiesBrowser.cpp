@@ -12,6 +12,7 @@
 #include "platform/TextCase.h"
 #include "platform/UserLocale.h"
 #include "platform/Wildcards.h"
+#include "ui/ControlNames.h"
 #include "ui/Form.h"
 #include "ui/StatusLine.h"
 
@@ -36,12 +37,12 @@ void CopiesBrowser::ListLoaded(std::wstring_view destination) {
     ListRestoreFiles();
 }
 
-ListView& CopiesBrowser::Items() { return main_.List(L"lsvRestore1"); }
+ListView& CopiesBrowser::Items() { return main_.List(control::lsvRestore1); }
 
-ListView& CopiesBrowser::Copies() { return main_.List(L"lsvRestore2"); }
+ListView& CopiesBrowser::Copies() { return main_.List(control::lsvRestore2); }
 
 std::wstring CopiesBrowser::RestoreFrom() {
-    std::wstring path = main_.Text(L"cmbDestination").append(kBackupFolder);
+    std::wstring path = main_.Text(control::cmbDestination).append(kBackupFolder);
     const auto isThere = [&] {
         const auto facts = system_.files.Stat(path);
         return facts && facts->isFolder;
@@ -53,14 +54,14 @@ std::wstring CopiesBrowser::RestoreFrom() {
         // An absent drive, or one that takes no folder, has no copies to show.
     }
     if (isThere()) return path;
-    main_.Choose(L"cmbDestination", kFallbackDrive);
+    main_.Choose(control::cmbDestination, kFallbackDrive);
     return std::wstring(kFallbackDrive).append(kBackupFolder);
 }
 
 void CopiesBrowser::RestoreFrom(std::wstring_view path) {
     sourceChosen_ = true;
     const std::wstring_view drive = path.substr(0, 2);
-    if (MatchesWildcard(drive, L"[A-Z]:")) main_.Choose(L"cmbDestination", drive);
+    if (MatchesWildcard(drive, L"[A-Z]:")) main_.Choose(control::cmbDestination, drive);
 }
 
 void CopiesBrowser::RestoredPath(std::wstring_view path) {
@@ -117,7 +118,7 @@ bool CopiesBrowser::FollowSelection() {
 }
 
 bool CopiesBrowser::IsFolderStillThere() {
-    const std::wstring chosen = main_.Text(L"cmbDestination").append(kBackupFolder);
+    const std::wstring chosen = main_.Text(control::cmbDestination).append(kBackupFolder);
     const auto isThere = [this] { return shown_.IsStillThere(system_.files); };
     const CancelToken never;
     if (EqualNoCase(chosen, shown_.Path()) && IsThereAfterWaking(system_, never, isThere)) {

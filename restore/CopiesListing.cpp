@@ -24,6 +24,7 @@
 #include "restore/CopiesBrowser.h"
 #include "restore/NestedItems.h"
 #include "restore/RestoreTexts.h"
+#include "ui/ControlNames.h"
 #include "ui/Form.h"
 #include "ui/StatusLine.h"
 
@@ -198,7 +199,7 @@ void CopiesBrowser::ClearCopies() {
     ++copiesListing_;
     Copies().Clear();
     copies_.clear();
-    main_.ResetText(L"lblCopiesHeading");
+    main_.ResetText(control::lblCopiesHeading);
 }
 
 // The heading says whose copies they are, wherever the eye has lost the selected row.
@@ -212,7 +213,7 @@ void CopiesBrowser::NameCopies(const ShownItem& item) {
         // Between two Latin names the comma alone would not show in which direction they follow.
         text.append(arabic ? L"\u200F، " + MarkPath(location) : L", " + MarkReport(location));
     }
-    main_.SetText(L"lblCopiesHeading", text);
+    main_.SetText(control::lblCopiesHeading, text);
 }
 
 // The name that the row shows finds the copies of most items. Those of a folder with a point in its

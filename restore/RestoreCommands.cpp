@@ -13,6 +13,7 @@
 #include "platform/TextCase.h"
 #include "restore/CopiesBrowser.h"
 #include "restore/RestoreWork.h"
+#include "ui/ControlNames.h"
 #include "ui/Form.h"
 
 // Deleting and opening copies, and what every command does first: finding out what is selected and
@@ -111,7 +112,7 @@ std::wstring RestoreCommands::In(const RestoreText& text) const {
 }
 
 void RestoreCommands::ShowNothingSelected() {
-    system_.boxes.Show({.text = main_.Text(L"lblNoRestore"), .rightToLeft = true});
+    system_.boxes.Show({.text = main_.Text(control::lblNoRestore), .rightToLeft = true});
 }
 
 bool RestoreCommands::Ask(const std::wstring& question) {

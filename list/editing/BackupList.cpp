@@ -27,6 +27,7 @@
 #include "platform/Scoped.h"
 #include "platform/TextDirection.h"
 #include "platform/Wildcards.h"
+#include "ui/ControlNames.h"
 #include "ui/Form.h"
 #include "ui/StatusLine.h"
 
@@ -137,8 +138,8 @@ bool BackupList::GetList() {
     trap_(L"GetList", [&] {
         keepOld_ = Load(text);
         ShowDestinationDrive();
-        main_.SetValue(L"vsBackages", state_.copiesCount);
-        main_.SetText(L"lblBackages", std::to_wstring(state_.copiesCount));
+        main_.SetValue(control::vsBackages, state_.copiesCount);
+        main_.SetText(control::lblBackages, std::to_wstring(state_.copiesCount));
         if (rows_.Count() > 0) rows_.List().Select(0);
         rows_.UpdateWarnings();
         // Copies on a drive that does not answer are not there, as far as anybody can see.
@@ -222,7 +223,7 @@ void BackupList::ReadDestination(std::wstring_view value) {
 
 void BackupList::ShowDestinationDrive() {
     const std::wstring drive = state_.BackupTo.substr(0, 2);
-    if (MatchesWildcard(drive, L"[A-Z]:")) main_.Choose(L"cmbDestination", drive);
+    if (MatchesWildcard(drive, L"[A-Z]:")) main_.Choose(control::cmbDestination, drive);
 }
 
 std::optional<std::wstring> BackupList::AskForList(FileDialogKind kind, std::uint32_t flags) {
@@ -320,7 +321,7 @@ void BackupList::RefuseDestination(std::wstring_view destination, bool formerAns
         MFileDosShell::FolderExists(system_.files, former + L"\\")) {
         ShowDestinationDrive();
     } else {
-        main_.Choose(L"cmbDestination", kFallbackDrive);
+        main_.Choose(control::cmbDestination, kFallbackDrive);
     }
 }
 

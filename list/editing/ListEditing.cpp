@@ -16,6 +16,7 @@
 #include "platform/TextCase.h"
 #include "platform/UserLocale.h"
 #include "platform/Wildcards.h"
+#include "ui/ControlNames.h"
 #include "ui/Form.h"
 
 namespace vw {
@@ -239,7 +240,7 @@ void ListEditing::lsvBackupList_OLEDragDrop(const std::vector<std::wstring>& pat
 
 void ListEditing::DelItem() {
     if (rows_.Count() == 0) {
-        system_.boxes.Show({.text = main_.Text(L"lblNoFileToBack"), .rightToLeft = true});
+        system_.boxes.Show({.text = main_.Text(control::lblNoFileToBack), .rightToLeft = true});
         return;
     }
     ListView& list = rows_.List();

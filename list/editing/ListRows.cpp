@@ -13,6 +13,7 @@
 #include "platform/LocalTime.h"
 #include "platform/ProgramState.h"
 #include "platform/TextCase.h"
+#include "ui/ControlNames.h"
 #include "ui/Form.h"
 
 namespace vw {
@@ -28,7 +29,7 @@ ListRows::ListRows(System& system, const ProgramState& state, Form& main,
                    const ListContext& context)
     : system_(system), state_(state), main_(main), context_(context), probe_(system) {}
 
-ListView& ListRows::List() { return main_.List(L"lsvBackupList"); }
+ListView& ListRows::List() { return main_.List(control::lsvBackupList); }
 
 int ListRows::Count() { return List().Count(); }
 
