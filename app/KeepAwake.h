@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/Handle.h"
 #include "platform/WindowsHeader.h"
 
 namespace vw {
@@ -7,10 +8,13 @@ namespace vw {
 /// Keeps the computer from going to sleep as long as it lives; the screen may go dark.
 class KeepAwake {
   public:
-    KeepAwake() noexcept { SetThreadExecutionState(ES_CONTINUOUS | ES_SYSTEM_REQUIRED); }
-    ~KeepAwake() { SetThreadExecutionState(ES_CONTINUOUS); }
+    KeepAwake() noexcept;
+    ~KeepAwake();
     KeepAwake(const KeepAwake&) = delete;
     KeepAwake& operator=(const KeepAwake&) = delete;
+
+  private:
+    FileHandle request_;
 };
 
 }  // namespace vw
