@@ -1,14 +1,16 @@
 #pragma once
 
-#include <cstdint>
-#include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "engine/EnginePart.h"
+#include "platform/RuntimeError.h"
 
 namespace vw {
 
+struct FolderListing;
 class TargetState;
 
 /// Copies a stored copy back.
@@ -22,11 +24,20 @@ class CopyRestorer final : private EnginePart {
     void Restore(std::wstring_view copyPath, const std::wstring& target, const TargetState& before);
 
   private:
-    void RestoreFolder(const std::wstring& copy, const std::wstring& target,
-                       const TargetState& before);
-    bool EnterTarget(const std::wstring& target, const TargetState* before);
-    void RestoreFile(const std::wstring& copy, const std::wstring& target, std::uint64_t size,
-                     const std::function<bool(const FileInfo&)>& mayReplace);
+    struct FolderRestore;
+    struct FilePlace;
+    struct NewFolder;
+
+    void RestoreFolder(FolderRestore& restore);
+    bool IsThere(const FolderRestore& restore, const std::wstring& folder);
+    bool RestoreWhole(FolderRestore& restore, const std::wstring& folder,
+                      const FolderListing& source);
+    void FillFolder(NewFolder& whole, const std::wstring& below, const FolderListing& source);
+    void RestoreInto(FolderRestore& restore, const std::wstring& folder,
+                     const FolderListing& source);
+    static bool IsReplaceable(const FilePlace& place, const std::optional<FileInfo>& there);
+    void CopyAside(FilePlace& place);
+    void RestoreFile(FilePlace& place);
 };
 
 }  // namespace vw

@@ -68,6 +68,18 @@ CallCounts ChangedFiles(int count, int copies) {
     return world.WithFiles(count, copies + 1).Calls();
 }
 
+/// The calls that restore a folder item, to a place where nothing is or over itself.
+CallCounts RestoredFolder(int folders, int files, bool isThere) {
+    CountedFixture world;
+    world.WithFolder(folders, files).Calls();
+    if (!isThere) world.tree.Remove(L"Work");
+    world.world.files.Heal();
+    const RunResult result = world.With(
+        [&](CPackage& engine) { engine.Extract(world.Store(L"Work«0001»"), world.Path(), false); });
+    EXPECT_TRUE(result.errors.empty());
+    return CallCounts(world.world.files.Operations());
+}
+
 TEST(CallCount, OfAnEmptyList) {
     EXPECT_EQ(CountedFixture().WithFiles(0).Calls().Text(), "Stat 2, Read 1");
 }
@@ -109,6 +121,28 @@ TEST(CallCount, OfChangedFiles) {
         << "for one more copy that moves up";
     EXPECT_EQ((ChangedFiles(1, 3) - ChangedFiles(1, 2)).Text(), "Stat 3, RemoveFile 1, Rename 1")
         << "for a copy that leaves";
+}
+
+TEST(CallCount, OfARestoreToANewPlace) {
+    const CallCounts smallest = RestoredFolder(1, 1, false);
+    EXPECT_EQ(smallest.Text(),
+              "Stat 5, List 3, Copy 1, CreateFolder 2, Rename 1, CopyFolderInfo 2");
+    EXPECT_EQ((RestoredFolder(1, 11, false) - smallest).Text(), "Copy 10") << "for ten more files";
+    EXPECT_EQ((RestoredFolder(2, 1, false) - smallest).Text(),
+              "List 2, Copy 1, CreateFolder 1, CopyFolderInfo 1")
+        << "for one more folder";
+}
+
+TEST(CallCount, OfARestoreOverItself) {
+    const CallCounts smallest = RestoredFolder(1, 1, true);
+    EXPECT_EQ(smallest.Text(),
+              "Stat 6, List 6, Copy 1, Replace 1, CopyFolderInfo 2, CopyAccessRights 1");
+    EXPECT_EQ((RestoredFolder(1, 2, true) - smallest).Text(),
+              "Stat 2, Copy 1, Replace 1, CopyAccessRights 1")
+        << "for one more file";
+    EXPECT_EQ((RestoredFolder(2, 1, true) - smallest).Text(),
+              "Stat 3, List 4, Copy 1, Replace 1, CopyFolderInfo 1, CopyAccessRights 1")
+        << "for one more folder";
 }
 
 }  // namespace

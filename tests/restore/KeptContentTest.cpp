@@ -78,16 +78,25 @@ TEST_F(KeptContent, Restore_WholeStateIsACopy_MakesNoSafetyCopy) {
     EXPECT_THAT(Safety(), IsEmpty());
 }
 
+// With its folder, which is not there at first, or alone.
 TEST_F(KeptContent, Restore_FileAppearsDuringIt_IsNotOverwritten) {
-    tree.Remove(L"Work\\Sub");
-    world.files.OnOperation([&](const FileOperation& operation) {
-        if (operation.call == FileCall::Copy && operation.to.starts_with(work + L"\\Sub\\")) {
+    for (const auto* const missing : {L"Work\\Sub", L"Work\\Sub\\b.txt"}) {
+        tree.Remove(missing);
+        bool appeared = false;
+        world.files.OnOperation([&](const FileOperation& operation) {
+            if (appeared || operation.call != FileCall::Copy ||
+                !operation.path.starts_with(vault) || !operation.path.ends_with(L"\\Sub\\b.txt")) {
+                return;
+            }
+            appeared = true;
             tree.File(L"Work\\Sub\\b.txt", "somebody's", {2024, 5, 1, 0, 0, 0});
-        }
-    });
-    RestoreWork(L"N01");
-    EXPECT_THAT(world.errors.Take(), Not(IsEmpty()));
-    EXPECT_EQ(ReadBytes(tree.Path(L"Work\\Sub\\b.txt")), "somebody's");
+        });
+        RestoreWork(L"N01");
+        EXPECT_TRUE(appeared);
+        EXPECT_THAT(world.errors.Take(), Not(IsEmpty()));
+        EXPECT_EQ(ReadBytes(tree.Path(L"Work\\Sub\\b.txt")), "somebody's");
+        EXPECT_EQ(ReadTree(work).size(), 3U) << "nothing is left beside it";
+    }
 }
 
 TEST_F(KeptContent, Restore_FileChangesDuringIt_IsNotOverwritten) {

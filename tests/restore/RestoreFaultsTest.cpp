@@ -154,5 +154,64 @@ TEST_F(RestoreFaults, AFolderSurvivesAFailureAndAKillAtEveryStep) {
     EXPECT_GT(points, 100);
 }
 
+// A folder that is not there, the item itself or one below it, comes with whole files under their
+// names; only a kill or a drive that is gone leaves something beside it.
+TEST_F(RestoreFaults, AMissingFolderSurvivesAFailureAndAKillAtEveryStep) {
+    const std::wstring home = tree.Folder(L"Home");
+    const auto fill = [&](const std::string& bytes, int day) {
+        tree.Remove(L"Home\\Work");
+        for (const auto* name :
+             {L"Home\\Work\\a.txt", L"Home\\Work\\Sub\\b.txt", L"Home\\Work\\Sub\\Deep\\c.txt"}) {
+            tree.File(name, bytes, {2024, 1, day, 0, 0, 0});
+        }
+        return ReadTree(home);
+    };
+    const Tree stored = fill("stored", 1);
+    BackUp(home + L"\\Work\\");
+    const Tree unsaved = fill("not stored", 9);
+    const Tree atFirst = ReadTree(vault);
+    tree.Folder(L"C:\\Backup");
+    int points = 0;
+    for (const auto* const missing : {L"Home\\Work", L"Home\\Work\\Sub"}) {
+        for (const Way way :
+             {Way::Fail, Way::FailFrom, Way::Die, Way::Full, Way::Truncate, Way::Ignore}) {
+            for (int n = 1;; ++n) {
+                SCOPED_TRACE(std::to_string(static_cast<int>(way)) + " at step " +
+                             std::to_string(n));
+                ForgetCopiesSince(atFirst);
+                tree.Remove(L"Home");
+                fill("not stored", 9);
+                tree.Remove(missing);
+                browser.RestoreFrom(vault);
+                browser.ListRestoreFiles();
+                browser.RestoredPath(home + L"\\Work\\");
+                const Attempt attempt = RestoreUnder(way, n);
+                Tree now = ReadTree(home);
+                bool isRestored = true;
+                for (const auto& [path, node] : stored) {
+                    const auto found = now.find(path);
+                    const bool same = found != now.end() && found->second == node;
+                    isRestored = isRestored && same;
+                    if (found == now.end()) continue;
+                    EXPECT_TRUE(same || found->second == unsaved.at(path));
+                    now.erase(found);
+                }
+                EXPECT_TRUE(attempt.died || way == Way::FailFrom || now.empty())
+                    << "left beside it";
+                if (!isRestored && !attempt.died) {
+                    EXPECT_FALSE(attempt.told.empty()) << "not restored and not told";
+                }
+                if (!attempt.faulted) {
+                    EXPECT_TRUE(isRestored);
+                    break;
+                }
+                ++points;
+            }
+        }
+    }
+    std::cout << points << " failures and kills of a missing folder's restore tried\n";
+    EXPECT_GT(points, 200);
+}
+
 }  // namespace
 }  // namespace vw::test
