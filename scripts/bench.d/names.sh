@@ -1,10 +1,11 @@
 # shellcheck shell=bash disable=SC2034,SC2154  # scripts/bench reads and sets the variables
 # All names below a folder changed to lower case, against a loop of ren at the prompt. Wine's ren does
 # not change the case of a name alone, so the loop goes by way of another name, as the program does;
-# ren-once, which only gives other names, saves one of the two renamings.
+# ren-once, which only gives other names, saves one of the two renamings. The bare renaming makes the
+# same two and nothing else.
 title="$((folders * 20)) files in $folders folders renamed to lower case"
-sides=(lower ren ren-once)
-comparisons=('lower ren 0.5' 'lower ren-once -')
+sides=(lower ren ren-once bare-rename)
+comparisons=('lower ren 0.5' 'lower ren-once -' 'lower bare-rename -' 'bare-rename ren -')
 tool=$root/build/release/tools/EngineCall.exe
 
 make() {
@@ -42,6 +43,7 @@ commandOf() {
     local work
     work=$(windowsPath "$data/work")
     case $1 in
+        bare-rename) argv=("$loader" "$root/build/release/tools/BareRename.exe" "$work") ;;
         lower) argv=("$loader" "$tool" lower "$work") ;;
         *) argv=("$loader" "$cmd" /c "$(windowsPath "$data/$1.bat")" "$work") ;;
     esac
