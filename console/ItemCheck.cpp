@@ -175,7 +175,8 @@ void ItemCheck::TakeFolder(const Roots& roots, const ComparedFolder& folder, Res
         if (LooksEqual(first, second)) {
             result.equal.Take(first);
             if (!content_ || first.isFolder) continue;
-            bytes_.Add({at(first.name), below(roots->second, second.name), first, roots});
+            bytes_.Add({at(first.name), below(roots->second, second.name),
+                        static_cast<const FileInfo&>(first), roots});
         } else {
             const bool isDamage = first.isFolder != second.isFolder || HasSameDate(first, second);
             result.differences.push_back({L"differs", at(first.name),

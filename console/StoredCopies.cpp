@@ -30,7 +30,7 @@ DestinationView::DestinationView(Console& console, std::wstring_view folder)
 std::vector<DestinationEntry> DestinationView::Listed() const {
     std::vector<DestinationEntry> entries;
     console_.system.files.List(folder_, [&](const FolderEntry& entry) {
-        entries.push_back({entry, std::wstring(entry.name)});
+        entries.push_back({static_cast<const FileInfo&>(entry), std::wstring(entry.name)});
     });
     std::ranges::sort(entries, {}, &DestinationEntry::name);
     return entries;
