@@ -24,7 +24,7 @@ class RawRegistry {
     /// also when it was too small (ERROR_MORE_DATA).
     virtual LSTATUS QueryValue(HKEY key, const std::string& name, char* data, DWORD& size) = 0;
 
-    /// Stores the bytes as they are, whatever the type promises.
+    /// Stores the bytes as they are, whatever the type guarantees.
     virtual LSTATUS SetValue(HKEY key, const std::string& name, DWORD type,
                              std::string_view bytes) = 0;
 

@@ -9,7 +9,7 @@
 #
 # FAULT_POINTS=n    how many points are tried in all (default 10)
 # FAULT_SEED=n      another choice of points (default 1)
-# VW_ATTACKED=console  lets runs of vw.exe fail instead (console_fault_points.sh)
+# VW_TESTED=console  lets runs of vw.exe fail instead (console_fault_points.sh)
 # VW_BUILD=FOLDER   the build folder (default build/release)
 set -euo pipefail
 cd "$(dirname "$(readlink -f "$0")")/../.."
@@ -17,7 +17,7 @@ cd "$(dirname "$(readlink -f "$0")")/../.."
 readonly points=${FAULT_POINTS:-10}
 RANDOM=${FAULT_SEED:-1}
 checkName=fault_points
-source tests/checks/support/killed_world.bash
+source tests/checks/support/crash_scenario.bash
 source tests/checks/support/failing_disk.bash
 readonly noSpace=28 broken=5
 failed=0
@@ -26,7 +26,7 @@ failed=0
 backUp() {
     rm -f "$VW_FAIL_LOG"
     printf '%8d %4d\n' "$1" "$2" >"$VW_FAIL_CONTROL"
-    run "${attacked[*]:1}" "${attacked[0]}"
+    run "${tested[*]:1}" "${tested[0]}"
     rm -f "$VW_FAIL_CONTROL"
 }
 

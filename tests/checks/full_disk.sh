@@ -13,7 +13,7 @@ set -euo pipefail
 cd "$(dirname "$(readlink -f "$0")")/../.."
 
 checkName=full_disk
-source tests/checks/support/killed_world.bash
+source tests/checks/support/crash_scenario.bash
 source tests/checks/support/driven_window.bash
 readonly disk=$folder/disk home=$folder/home
 readonly kept=2 block=4096

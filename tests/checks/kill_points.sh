@@ -10,7 +10,7 @@
 #
 # KILL_POINTS=n     how many points are tried in all (default 45)
 # KILL_SEED=n       another choice of points (default 1)
-# VW_ATTACKED=console  kills runs of vw.exe instead (console_kill_points.sh)
+# VW_TESTED=console  kills runs of vw.exe instead (console_kill_points.sh)
 # VW_BUILD=FOLDER   the build folder (default build/release)
 set -euo pipefail
 cd "$(dirname "$(readlink -f "$0")")/../.."
@@ -20,7 +20,7 @@ readonly serverPoints=$(((points + 5) / 9))
 RANDOM=${KILL_SEED:-1}
 
 checkName=kill_points
-source tests/checks/support/killed_world.bash
+source tests/checks/support/crash_scenario.bash
 readonly writeCalls='write,writev' serverCalls='rename,mkdir,unlink,rmdir'
 readonly serverPrefix=$build/prefix/${checkName}_server
 killed=0
@@ -69,7 +69,7 @@ backUp() {
     local code=0 name first last inject=()
     [[ $# -eq 0 ]] || inject=(-e "inject=$1:signal=SIGKILL:when=$2")
     { strace -f -qq -s 300 -o "$folder/trace" -e "trace=$writeCalls" "${inject[@]}" \
-        "$wineLoader" "${attacked[@]}"; } </dev/null >/dev/null 2>&1 || code=1
+        "$wineLoader" "${tested[@]}"; } </dev/null >/dev/null 2>&1 || code=1
     listWasOpened=false
     while read -r name first last; do
         firstCall[$name]=$first lastCall[$name]=$last listWasOpened=true
@@ -107,7 +107,7 @@ runWatchedServer() {
         [[ -d /proc/$watcher ]] || fail "strace: $(cat "$folder/strace")"
         sleep 0.01
     done
-    WINEPREFIX=$serverPrefix "$wineLoader" "${attacked[@]}" </dev/null >/dev/null 2>&1 || true
+    WINEPREFIX=$serverPrefix "$wineLoader" "${tested[@]}" </dev/null >/dev/null 2>&1 || true
     serverRuns || code=1
     endServer
     wait "$watcher" 2>/dev/null || true

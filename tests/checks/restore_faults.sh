@@ -9,7 +9,7 @@ set -euo pipefail
 cd "$(dirname "$(readlink -f "$0")")/../.."
 
 checkName=restore_faults
-source tests/checks/support/killed_world.bash
+source tests/checks/support/crash_scenario.bash
 source tests/checks/support/failing_disk.bash
 VW_PROGRAM=Z:$(tr / '\\' <<<"$build/bin/Vaultwright.exe")
 export VW_PROGRAM

@@ -18,7 +18,7 @@ points=${SAVE_POINTS:-9}
 RANDOM=${SAVE_SEED:-1}
 
 checkName=save_points
-source tests/checks/support/killed_world.bash
+source tests/checks/support/crash_scenario.bash
 source tests/checks/support/driven_window.bash
 readonly calls='write,writev,pwrite64,fsync,fdatasync'
 killed=0 old=0 saves=0

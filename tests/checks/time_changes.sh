@@ -10,7 +10,7 @@ set -euo pipefail
 cd "$(dirname "$(readlink -f "$0")")/../.."
 
 checkName=time_changes
-source tests/checks/support/killed_world.bash
+source tests/checks/support/crash_scenario.bash
 readonly home=$folder/home vault=$folder/vault
 runs=0
 

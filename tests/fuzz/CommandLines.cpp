@@ -3,7 +3,7 @@
 #include "platform/TextCase.h"
 #include "tests/fuzz/FuzzSupport.h"
 
-using vw::fuzz::Promise;
+using vw::fuzz::Guarantee;
 
 namespace {
 
@@ -21,18 +21,18 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
                              L"/Dele Temp", L".vwl", L"\"C:\\a b\\v.exe\" "});
 
     const std::wstring arguments = vw::ArgumentText(whole);
-    Promise(whole.ends_with(arguments), "arguments end the command line");
-    Promise(vw::ArgumentText(L"\"C:\\a b\\v.exe\" " + arguments) == arguments,
-            "arguments stay the same behind another name");
+    Guarantee(whole.ends_with(arguments), "arguments end the command line");
+    Guarantee(vw::ArgumentText(L"\"C:\\a b\\v.exe\" " + arguments) == arguments,
+              "arguments stay the same behind another name");
 
     const vw::CommandLine commandLine = vw::SplitCommandLine(arguments);
-    Promise(commandLine.switchWord.find_first_of(L" \t") == std::wstring::npos,
-            "a switch holds no blank");
-    Promise(arguments.starts_with(commandLine.switchWord), "a switch begins the arguments");
-    Promise(arguments.find(commandLine.argument) != std::wstring::npos,
-            "an argument is a piece of the arguments");
+    Guarantee(commandLine.switchWord.find_first_of(L" \t") == std::wstring::npos,
+              "a switch holds no blank");
+    Guarantee(arguments.starts_with(commandLine.switchWord), "a switch begins the arguments");
+    Guarantee(arguments.find(commandLine.argument) != std::wstring::npos,
+              "an argument is a piece of the arguments");
     const std::wstring quoted = L'"' + commandLine.argument + L'"';
-    Promise(
+    Guarantee(
         !BeginsOrEndsBlank(commandLine.argument) || arguments.find(quoted) != std::wstring::npos,
         "an argument has no blanks around it unless they were quoted");
 
@@ -41,8 +41,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         action == vw::StartAction::BackupList || action == vw::StartAction::BackupItem ||
         action == vw::StartAction::BackupDefaultList || action == vw::StartAction::Restore ||
         action == vw::StartAction::DeleteTemporary;
-    Promise(!isSilentAction || vw::StartsSilently(arguments), "work without a window is silent");
-    Promise(!vw::IsStartupCommand(arguments) || vw::StartsSilently(arguments),
-            "the start at log-on is silent");
+    Guarantee(!isSilentAction || vw::StartsSilently(arguments), "work without a window is silent");
+    Guarantee(!vw::IsStartupCommand(arguments) || vw::StartsSilently(arguments),
+              "the start at log-on is silent");
     return 0;
 }

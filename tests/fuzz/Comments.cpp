@@ -5,13 +5,13 @@
 #include "platform/RuntimeError.h"
 #include "tests/fuzz/FuzzSupport.h"
 
-using vw::fuzz::Promise;
+using vw::fuzz::Guarantee;
 
 namespace {
 
 void ReadAnyComment(const std::wstring& text, const vw::AnsiCodec& ansi) {
     const std::wstring line = vw::FirstLine(text);
-    Promise(line.find_first_of(L"\r\n") == std::wstring::npos, "a line is one line");
+    Guarantee(line.find_first_of(L"\r\n") == std::wstring::npos, "a line is one line");
     if (const auto location = vw::CommentLocationField(line)) {
         (void)vw::EnglishNameOrigin(*location, ansi);
     }
@@ -21,9 +21,9 @@ void ReadAnyComment(const std::wstring& text, const vw::AnsiCodec& ansi) {
     }
     try {
         const vw::Date date = vw::ReadCommentDate(vw::EnglishNameOrigin(*field, ansi));
-        Promise(date >= vw::kFirstDate && date <= vw::kLastDate, "a date of the calendar");
+        Guarantee(date >= vw::kFirstDate && date <= vw::kLastDate, "a date of the calendar");
     } catch (const vw::RuntimeError& error) {
-        Promise(error.Number() == vw::error_number::kInvalidCall, "a field that is no date");
+        Guarantee(error.Number() == vw::error_number::kInvalidCall, "a field that is no date");
     }
 }
 
@@ -39,16 +39,16 @@ void WriteAndReadBack(vw::fuzz::Input& input, const vw::AnsiCodec& ansi) {
     std::erase_if(folder, [](wchar_t character) { return character < L' ' || character == L'\''; });
 
     const std::wstring line = vw::CommentLine(date, separators, vw::EnglishNameFrom(folder, ansi));
-    Promise(ansi.Holds(line), "a comment stays in the code page");
-    Promise(vw::FirstLine(line + L"\r\n") == line, "a comment is one line");
+    Guarantee(ansi.Holds(line), "a comment stays in the code page");
+    Guarantee(vw::FirstLine(line + L"\r\n") == line, "a comment is one line");
     const auto field = vw::CommentDateField(line);
-    Promise(field.has_value(), "a comment has a date");
-    Promise(vw::ReadCommentDate(*field) == date, "the date comes back");
-    Promise(vw::ReadCommentDate(vw::EnglishNameOrigin(*field, ansi)) == date,
-            "the date comes back through decoding");
+    Guarantee(field.has_value(), "a comment has a date");
+    Guarantee(vw::ReadCommentDate(*field) == date, "the date comes back");
+    Guarantee(vw::ReadCommentDate(vw::EnglishNameOrigin(*field, ansi)) == date,
+              "the date comes back through decoding");
     const auto location = vw::CommentLocationField(line);
-    Promise(location.has_value(), "a comment has a folder");
-    Promise(vw::EnglishNameOrigin(*location, ansi) == folder, "the folder comes back");
+    Guarantee(location.has_value(), "a comment has a folder");
+    Guarantee(vw::EnglishNameOrigin(*location, ansi) == folder, "the folder comes back");
 }
 
 }  // namespace

@@ -12,14 +12,14 @@
 #include "restore/CopyGroup.h"
 #include "tests/fuzz/FuzzSupport.h"
 
-using vw::fuzz::Promise;
+using vw::fuzz::Guarantee;
 
 namespace {
 
 void Labels(int number) {
-    Promise(vw::NumberOfLabel(vw::CopyLabel(number)) == number, "a label tells its number");
+    Guarantee(vw::NumberOfLabel(vw::CopyLabel(number)) == number, "a label tells its number");
     const int next = vw::NextSafetyNumber(number);
-    Promise(next > number && next > 20, "a safety copy takes the place of no copy");
+    Guarantee(next > number && next > 20, "a safety copy takes the place of no copy");
 }
 
 // One pair of marks and digits between them: the names that the program itself makes.
@@ -45,22 +45,23 @@ void EachCopyIsInItsSeries(std::vector<vw::CopyEntry> copies,
     std::size_t grouped = 0;
     std::set<std::wstring> listed;
     for (const vw::CopyGroup& series : vw::GroupCopies(std::move(copies), comments)) {
-        Promise(!series.copies.empty(), "a series has copies");
-        Promise(
+        Guarantee(!series.copies.empty(), "a series has copies");
+        Guarantee(
             listed.insert(vw::UpperCase(series.origin) + L"\n" + std::to_wstring(series.location))
                 .second,
             "an item has one row");
         for (const vw::CopyEntry& copy : series.copies) {
             const std::wstring name = vw::MFileDosShell::CFileName(copy.path);
-            Promise(vw::UpperCase(vw::ParseCopyName(name).origin) == vw::UpperCase(series.origin) &&
-                        vw::ParseCopyName(name).location == series.location,
-                    "a copy is in its own series");
-            Promise(!copy.hasComment || series.hasComment, "a comment tells of its series");
+            Guarantee(
+                vw::UpperCase(vw::ParseCopyName(name).origin) == vw::UpperCase(series.origin) &&
+                    vw::ParseCopyName(name).location == series.location,
+                "a copy is in its own series");
+            Guarantee(!copy.hasComment || series.hasComment, "a comment tells of its series");
         }
         grouped += series.copies.size();
         (void)series.MayHoldOthers();
     }
-    Promise(grouped == count, "no copy is lost");
+    Guarantee(grouped == count, "no copy is lost");
 }
 
 }  // namespace
@@ -86,9 +87,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         entries.push_back({.path = L"E:\\Backup\\" + name, .isFolder = input.Byte() % 2 != 0});
         if (IsOwnName(name)) {
             const vw::CopiesOfItem copies(origin, location);
-            Promise(copies.Contains(name), "a copy is found through its item");
-            Promise(!vw::CopiesOfItem(origin, (location + 1) % 100).Contains(name),
-                    "a copy is not that of another location");
+            Guarantee(copies.Contains(name), "a copy is found through its item");
+            Guarantee(!vw::CopiesOfItem(origin, (location + 1) % 100).Contains(name),
+                      "a copy is not that of another location");
         }
     }
     EachCopyIsInItsSeries(std::move(entries), comments);

@@ -6,34 +6,35 @@
 #include "platform/Wildcards.h"
 #include "tests/fuzz/FuzzSupport.h"
 
-using vw::fuzz::Promise;
+using vw::fuzz::Guarantee;
 
 namespace {
 
 void ReadAnyName(const std::wstring& name) {
     const int number = vw::CFileBackNumber(name);
-    Promise(number >= 0 && number <= 99, "a copy number has two digits");
+    Guarantee(number >= 0 && number <= 99, "a copy number has two digits");
     const std::size_t length = vw::CFileSP(name).size();
-    Promise(length == 0 || length == 2, "a location number has two characters");
+    Guarantee(length == 0 || length == 2, "a location number has two characters");
     const std::wstring origin = vw::CFileOrigin(name);
-    Promise(name.find(L'\u00AB') != std::wstring::npos || origin.empty(), "no mark, no origin");
+    Guarantee(name.find(L'\u00AB') != std::wstring::npos || origin.empty(), "no mark, no origin");
 }
 
 void NameAndReadBack(const std::wstring& item, int location, int number) {
     const std::wstring copy = vw::CFilePackageName(item, number, location, L"E:\\Store");
     const std::wstring any = vw::CFilePackageName(item, vw::kAnyCopyNumber, location, L"E:\\Store");
-    Promise(vw::MatchesWildcard(copy, vw::kCopyNamePattern), "a copy is known by its name");
+    Guarantee(vw::MatchesWildcard(copy, vw::kCopyNamePattern), "a copy is known by its name");
     // Guillemets of the item's own name cannot be told apart from those of the copy.
     const bool isPlain = item.find_first_of(L"\u00AB\u00BB") == std::wstring::npos;
     if (isPlain) {
         // "#" and "[" stand for other characters in a pattern.
-        Promise(item.find_first_of(L"#[") != std::wstring::npos || vw::MatchesWildcard(copy, any),
-                "all copies match the name of any");
-        Promise(vw::CFileBackNumber(copy) == number, "the copy number comes back");
-        Promise(std::stoi(vw::CFileSP(copy)) == location, "the location number comes back");
-        Promise(vw::CFileOrigin(copy) == L"E:\\Store\\" + vw::MFileDosShell::CFileFirstName(item) +
-                                             vw::MFileDosShell::CFileExt(item),
-                "the origin comes back");
+        Guarantee(item.find_first_of(L"#[") != std::wstring::npos || vw::MatchesWildcard(copy, any),
+                  "all copies match the name of any");
+        Guarantee(vw::CFileBackNumber(copy) == number, "the copy number comes back");
+        Guarantee(std::stoi(vw::CFileSP(copy)) == location, "the location number comes back");
+        Guarantee(vw::CFileOrigin(copy) == L"E:\\Store\\" +
+                                               vw::MFileDosShell::CFileFirstName(item) +
+                                               vw::MFileDosShell::CFileExt(item),
+                  "the origin comes back");
     }
 }
 
@@ -48,17 +49,17 @@ void WorkingNames(vw::fuzz::Input& input, const std::wstring& text) {
     name.owner = {static_cast<std::uint32_t>(input.Number(4)),
                   static_cast<std::uint32_t>(input.Number(4)), input.Number(8)};
     const std::wstring entry = vw::FormatWorkingName(name, text);
-    Promise(entry.size() <= 200, "a working name is short");
-    Promise(!vw::MatchesWildcard(entry, L"*\u00AB*"), "a working name is no copy's");
-    Promise(vw::ParseWorkingName(entry) == name, "a working name comes back");
+    Guarantee(entry.size() <= 200, "a working name is short");
+    Guarantee(!vw::MatchesWildcard(entry, L"*\u00AB*"), "a working name is no copy's");
+    Guarantee(vw::ParseWorkingName(entry) == name, "a working name comes back");
 
     // One changed character: what is still taken for a working name is one in every part.
     std::wstring changed = entry;
     changed[input.Number(2) % changed.size()] = static_cast<wchar_t>(input.Number(2));
     if (const auto parsed = vw::ParseWorkingName(changed)) {
         const std::size_t tail = changed.rfind(L".vw");
-        Promise(vw::FormatWorkingName(*parsed, changed.substr(0, tail)) == changed,
-                "only names of our own making are taken for working names");
+        Guarantee(vw::FormatWorkingName(*parsed, changed.substr(0, tail)) == changed,
+                  "only names of our own making are taken for working names");
     }
 }
 

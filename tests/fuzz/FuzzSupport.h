@@ -24,10 +24,10 @@
 
 namespace vw::fuzz {
 
-/// Stops the fuzzer when a promise is broken; the input is then kept.
-inline void Promise(bool holds, const char* what) {
+/// Stops the fuzzer when a guarantee is broken; the input is then kept.
+inline void Guarantee(bool holds, const char* what) {
     if (!holds) {
-        std::fprintf(stderr, "broken promise: %s\n", what);
+        std::fprintf(stderr, "broken guarantee: %s\n", what);
         std::abort();
     }
 }

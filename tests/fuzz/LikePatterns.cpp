@@ -3,7 +3,7 @@
 #include "platform/Wildcards.h"
 #include "tests/fuzz/FuzzSupport.h"
 
-using vw::fuzz::Promise;
+using vw::fuzz::Guarantee;
 
 namespace {
 
@@ -70,9 +70,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (pattern.size() < 200 && text.size() < 200) {
         int steps = 20000;
         const bool expected = Defined(text, pattern, steps);
-        Promise(steps < 0 || matches == expected, "matching agrees with its definition");
+        Guarantee(steps < 0 || matches == expected, "matching agrees with its definition");
     }
-    Promise(
+    Guarantee(
         vw::MatchesWildcard(text, L"*" + text) || text.find_first_of(L"[#") != std::wstring::npos,
         "a text without lists and digit signs matches itself");
     return 0;

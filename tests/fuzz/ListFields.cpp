@@ -6,7 +6,7 @@
 #include "platform/TextCase.h"
 #include "tests/fuzz/FuzzSupport.h"
 
-using vw::fuzz::Promise;
+using vw::fuzz::Guarantee;
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     vw::fuzz::Input input(data, size);
@@ -24,31 +24,32 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     std::size_t characterCount = 0;
     while (!reader.AtEnd()) {
         const std::wstring field = reader.Next();
-        Promise(++fieldCount <= text.size(), "every field takes a character of the text");
+        Guarantee(++fieldCount <= text.size(), "every field takes a character of the text");
         characterCount += field.size();
-        Promise(field.find(L'\x1A') == std::wstring::npos, "the text ends at Ctrl-Z");
+        Guarantee(field.find(L'\x1A') == std::wstring::npos, "the text ends at Ctrl-Z");
 
         const vw::ListLine line = vw::ReadListLine(field);
         switch (line.kind) {
             case vw::ListLineKind::Empty:
-                Promise(field.empty(), "only an empty field says nothing");
+                Guarantee(field.empty(), "only an empty field says nothing");
                 break;
             case vw::ListLineKind::Destination:
-                Promise(vw::CompleteDestination(line.value).size() >= 3, "a complete destination");
+                Guarantee(vw::CompleteDestination(line.value).size() >= 3,
+                          "a complete destination");
                 [[fallthrough]];
             case vw::ListLineKind::CopiesCount:
-                Promise(field.ends_with(line.value), "a value ends its field");
-                Promise(line.value.size() <= field.size() - 9, "key and colon are no value");
+                Guarantee(field.ends_with(line.value), "a value ends its field");
+                Guarantee(line.value.size() <= field.size() - 9, "key and colon are no value");
                 break;
             case vw::ListLineKind::Item:
-                Promise(line.value == field, "an item is its whole field");
-                Promise(!vw::EqualNoCase(field.substr(0, 9), L"BackupTo:"), "no key is an item");
-                Promise(!vw::EqualNoCase(field.substr(0, 9), L"Backages:"), "no key is an item");
+                Guarantee(line.value == field, "an item is its whole field");
+                Guarantee(!vw::EqualNoCase(field.substr(0, 9), L"BackupTo:"), "no key is an item");
+                Guarantee(!vw::EqualNoCase(field.substr(0, 9), L"Backages:"), "no key is an item");
                 (void)vw::ItemKindOf(field);
                 break;
         }
     }
-    Promise(characterCount <= text.size(), "fields hold nothing but the text");
-    Promise(reader.Next().empty(), "behind the end all fields are empty");
+    Guarantee(characterCount <= text.size(), "fields hold nothing but the text");
+    Guarantee(reader.Next().empty(), "behind the end all fields are empty");
     return 0;
 }

@@ -8,7 +8,7 @@
 #include "platform/LeadingInt.h"
 #include "tests/fuzz/FuzzSupport.h"
 
-using vw::fuzz::Promise;
+using vw::fuzz::Guarantee;
 
 namespace {
 
@@ -42,16 +42,17 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     vw::FieldReader reader(text);
 
     const vw::ListLine first = vw::ReadListLine(reader.Next());
-    Promise(first.kind == vw::ListLineKind::Destination, "the destination comes first");
-    Promise(first.value == destination, "the destination comes back");
+    Guarantee(first.kind == vw::ListLineKind::Destination, "the destination comes first");
+    Guarantee(first.value == destination, "the destination comes back");
     const vw::ListLine second = vw::ReadListLine(reader.Next());
-    Promise(second.kind == vw::ListLineKind::CopiesCount, "the count comes second");
-    Promise(vw::ParseLeadingInt(second.value) == copiesCount, "the count comes back");
+    Guarantee(second.kind == vw::ListLineKind::CopiesCount, "the count comes second");
+    Guarantee(vw::ParseLeadingInt(second.value) == copiesCount, "the count comes back");
     for (const std::wstring& item : items) {
-        Promise(reader.Next() == item, "every item comes back");
+        Guarantee(reader.Next() == item, "every item comes back");
     }
-    Promise(reader.AtEnd(), "nothing else is in the file");
+    Guarantee(reader.AtEnd(), "nothing else is in the file");
 
-    Promise(vw::EncodeList(destination, copiesCount, items, ansi) == bytes, "the same bytes again");
+    Guarantee(vw::EncodeList(destination, copiesCount, items, ansi) == bytes,
+              "the same bytes again");
     return 0;
 }

@@ -5,7 +5,7 @@
 #include "engine/NameEncoding.h"
 #include "tests/fuzz/FuzzSupport.h"
 
-using vw::fuzz::Promise;
+using vw::fuzz::Guarantee;
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     vw::fuzz::Input input(data, size);
@@ -13,14 +13,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::wstring text = input.RestAsText();
 
     const std::wstring decoded = vw::EnglishNameOrigin(text, ansi);
-    Promise(decoded.size() <= text.size(), "decoding makes nothing longer");
+    Guarantee(decoded.size() <= text.size(), "decoding makes nothing longer");
 
     const std::wstring encoded = vw::EnglishNameFrom(text, ansi);
-    Promise(std::all_of(encoded.begin(), encoded.end(),
-                        [](wchar_t character) { return character < 0x80; }),
-            "an encoded name has 7-bit characters only");
+    Guarantee(std::all_of(encoded.begin(), encoded.end(),
+                          [](wchar_t character) { return character < 0x80; }),
+              "an encoded name has 7-bit characters only");
     if (text.find(L'\'') == std::wstring::npos) {
-        Promise(vw::EnglishNameOrigin(encoded, ansi) == text, "a name comes back");
+        Guarantee(vw::EnglishNameOrigin(encoded, ansi) == text, "a name comes back");
     }
     return 0;
 }

@@ -39,7 +39,7 @@ TEST(ErrorAdviceTest, SameError_OtherWork_NamesItsOwnConsequence) {
 }
 
 // The copies of an item that vanished were shifted before its copy failed.
-TEST(ErrorAdviceTest, VanishedItem_PromisesNothingAboutOlderCopies) {
+TEST(ErrorAdviceTest, VanishedItem_GuaranteesNothingAboutOlderCopies) {
     EXPECT_EQ(ErrorAdvice(kBackup, RuntimeError(53, {}, {}, 1), false),
               L"This file does not exist. No new copy was made; make sure that it is there and "
               L"back up again.");

@@ -1,5 +1,5 @@
 // What is big is only slow. In short numbers as a rule; with VW_BIG=1 in the environment in those
-// that are promised, which takes a quarter of an hour and 12 GiB of disk.
+// that are guaranteed, which takes a quarter of an hour and 12 GiB of disk.
 
 #include <gmock/gmock.h>
 

@@ -1,6 +1,6 @@
 # shellcheck shell=bash disable=SC2034,SC2154  # variables go to and come from the scripts that source it
 # Shared by the checks that work the main window of the program with tests/windows/tools/SavePoint.cpp.
-# To be sourced behind killed_world.bash. The program stands in an "app" folder, with its default list.
+# To be sourced behind crash_scenario.bash. The program stands in an "app" folder, with its default list.
 
 readonly items=12
 process=

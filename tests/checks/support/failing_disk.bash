@@ -1,6 +1,6 @@
 # shellcheck shell=bash disable=SC2154  # variables go to and come from the scripts that source it
 # Shared by the checks in which calls on the disk fail (fail_call.c). To be sourced behind
-# killed_world.bash.
+# crash_scenario.bash.
 
 # takeDiskCalls MARKS: from now on the programs of the prefix, and its server, can be made to fail at
 # a call on a path that holds one of these texts, parted by "|".

@@ -1,19 +1,19 @@
 # shellcheck shell=bash disable=SC2034,SC2154  # variables go to and come from the scripts that source it
-# Shared by the checks that attack a run of the program and look at its world afterwards
+# Shared by the checks that test a run of the program and look at its world afterwards
 # (tests/system/CrashScenario.h). To be sourced from the project's root, with `checkName` set to that of
 # the check. The world lies in a folder of the build, which the program sees as drive K:.
 #
-# With VW_ATTACKED=console the attacked runs are those of vw.exe. The next ones, which complete what
-# an attack has left, are always made by the program with windows.
+# With VW_TESTED=console the tested runs are those of vw.exe. The next ones, which complete what
+# an test has left, are always made by the program with windows.
 
 build=$(readlink -f "${VW_BUILD:-build/release}")
 readonly program='K:\Vaultwright.exe' list='K:\world\List.vwl'
-attacked=("$program" /B "$list")
-if [[ ${VW_ATTACKED:-} == console ]]; then
-    attacked=('K:\vw.exe' backup --as-window "$list")
+tested=("$program" /B "$list")
+if [[ ${VW_TESTED:-} == console ]]; then
+    tested=('K:\vw.exe' backup --as-window "$list")
     checkName=console_$checkName
 fi
-readonly attacked
+readonly tested
 readonly build folder=$build/$checkName
 readonly listMark='/world/List.vwl'
 readonly mostFailures=3
@@ -30,7 +30,7 @@ prepareFolder() {
     rm -rf "$folder"
     mkdir -p "$folder"
     cp "$build/bin/Vaultwright.exe" "$build/tests/kill_point.exe" "$folder/"
-    [[ ${VW_ATTACKED:-} != console ]] || cp "$build/bin/vw.exe" "$folder/"
+    [[ ${VW_TESTED:-} != console ]] || cp "$build/bin/vw.exe" "$folder/"
     scripts/wine --prepare
     ln -sfn "$folder" "$VW_PREFIX/dosdevices/k:"
 }
