@@ -120,8 +120,11 @@ void Win32FileSystem::Copy(std::wstring_view from, std::wstring_view to,
     if (copied != 0) return;
     if (code == ERROR_FILE_EXISTS || code == ERROR_ALREADY_EXISTS) RaiseCode(code, to);
     if (IsFolder(source)) Throw(error_number::kFileNotFound, from);
+    // Windows denies the access to a folder where a file is wanted.
+    const bool isFolderThere = IsFolder(target);
+    if (code == ERROR_ACCESS_DENIED && isFolderThere) RaiseCode(ERROR_FILE_EXISTS, to);
     // What a full disk or a read error leaves is no copy.
-    if (!IsFolder(target) && DeleteFileW(target.c_str()) == 0 && ClearReadOnly(target)) {
+    if (!isFolderThere && DeleteFileW(target.c_str()) == 0 && ClearReadOnly(target)) {
         DeleteFileW(target.c_str());
     }
     RaiseCode(code, from);
