@@ -6,6 +6,7 @@
 
 #include "engine/CopyRestorer.h"
 #include "engine/FolderListing.h"
+#include "engine/RestoreName.h"
 #include "engine/TargetState.h"
 #include "fsutil/PathText.h"
 #include "platform/MessagePump.h"
@@ -20,35 +21,6 @@
 namespace vw {
 
 namespace {
-
-std::wstring WorkingName(int number) { return L"~vwr" + std::to_wstring(number) + L".tmp"; }
-
-// A free name in the folder; nobody's file may be in the way of a restore.
-std::wstring FreeName(FileSystem& files, const std::wstring& folder) {
-    for (int number = 0;; ++number) {
-        std::wstring path = JoinPath(folder, WorkingName(number));
-        if (!files.Stat(path)) return path;
-    }
-}
-
-// A failed copy call names what it was to copy. The disk of the target refuses it when it is full,
-// or when not even an empty file can be made beside the target.
-bool IsRefusedBeside(FileSystem& files, const std::wstring& target, const RuntimeError& error) {
-    if (error.Number() == error_number::kDiskFull) return true;
-    try {
-        const std::wstring probe = FreeName(files, MFileDosShell::CFileLocation(target));
-        files.Write(probe, {}, FileSystem::Flush::No);
-        files.RemoveFile(probe);
-        return false;
-    } catch (const RuntimeError&) {
-        return true;
-    }
-}
-
-// The error with another path that the user has to look at.
-RuntimeError WithPath(const RuntimeError& error, const std::wstring& path) {
-    return {error.Number(), error.Description(), path, error.Line(), error.SystemCode()};
-}
 
 // Either may be empty: the root itself, or a place below the root that is meant.
 std::wstring Below(const std::wstring& root, const std::wstring& place) {
@@ -200,7 +172,7 @@ bool CopyRestorer::RestoreWhole(FolderRestore& restore, const std::wstring& fold
                                 const FolderListing& source) {
     NewFolder whole{Below(restore.copy, folder), Below(restore.target, folder)};
     try {
-        whole.aside = FreeName(system_.files, MFileDosShell::CFileLocation(whole.target));
+        whole.aside = FreeRestoreName(system_.files, MFileDosShell::CFileLocation(whole.target));
         system_.files.CreateFolder(whole.aside);
     } catch (const RuntimeError&) {
         return false;
@@ -311,7 +283,7 @@ void CopyRestorer::RestoreInto(FolderRestore& restore, const std::wstring& folde
                            [&](const ListedFile& file) { return EqualNoCase(file.name, name); });
     };
     int number = 0;
-    while (isTaken(WorkingName(number))) ++number;
+    while (isTaken(RestoreName(number))) ++number;
     // By working names: the last file that had it. A name that could be taken again was free.
     std::map<std::wstring, FilePlace> placed;
     for (const ListedFile& file : source.files) {
@@ -364,7 +336,7 @@ bool CopyRestorer::IsReplaceable(const FilePlace& place, const std::optional<Fil
 void CopyRestorer::CopyAside(FilePlace& place) {
     const std::wstring folder = MFileDosShell::CFileLocation(place.target);
     for (;; ++place.number) {
-        place.aside = JoinPath(folder, WorkingName(place.number));
+        place.aside = JoinPath(folder, RestoreName(place.number));
         try {
             system_.files.Copy(place.copy, place.aside, duringCopy_);
             return;

@@ -162,47 +162,6 @@ TEST_F(Restore, TypedNameInOtherLetterCase_IsKeptOnce) {
     EXPECT_EQ(ReadTree(vault).size(), before + 2) << "one safety copy and its comment";
 }
 
-TEST_F(Restore, FileNamedAsTheTemporaryOne_IsLeftAlone) {
-    const std::wstring first = tree.File(L"Docs\\~vwr0.tmp", "somebody's");
-    SelectCopy(L"N02");
-    world.boxes.Expect(kQuestion, BoxAnswer::Yes);
-    commands.mnuRestoreClick();
-    EXPECT_EQ(ReadBytes(document), "state 2");
-    EXPECT_EQ(ReadBytes(first), "somebody's");
-    EXPECT_EQ(ReadTree(tree.Path(L"Docs")).size(), 2U);
-}
-
-TEST_F(Restore, FolderThatAKilledRestoreLeft_IsLeftAlone) {
-    tree.File(L"Docs\\~vwr0.tmp\\a.txt", "left");
-    SelectCopy(L"N02");
-    world.boxes.Expect(kQuestion, BoxAnswer::Yes);
-    commands.mnuRestoreClick();
-    EXPECT_EQ(ReadBytes(document), "state 2");
-    EXPECT_EQ(ReadBytes(tree.Path(L"Docs\\~vwr0.tmp\\a.txt")), "left");
-    EXPECT_EQ(ReadTree(tree.Path(L"Docs")).size(), 3U);
-}
-
-TEST_F(Restore, FolderWithAFileNamedAsTheTemporaryOne_ComesBackWhole) {
-    for (const bool isGone : {false, true}) {
-        const std::wstring folder = tree.Path(L"Odd");
-        tree.File(L"Odd\\~vwr0.tmp", "odd");
-        tree.File(L"Odd\\a.txt", "a");
-        BackUp(folder + L"\\");
-        browser.ListRestoreFiles();
-        SelectItem(L"Odd");
-        SelectCopy(L"N01");
-        if (isGone) {
-            tree.Remove(folder);
-        } else {
-            world.boxes.Expect(kQuestion, BoxAnswer::Yes);
-        }
-        commands.mnuRestoreClick();
-        EXPECT_EQ(ReadBytes(folder + L"\\~vwr0.tmp"), "odd");
-        EXPECT_EQ(ReadBytes(folder + L"\\a.txt"), "a");
-        EXPECT_EQ(ReadTree(folder).size(), 2U);
-    }
-}
-
 TEST_F(Restore, FileOfARoot_ComesBackToTheRoot) {
     const std::wstring note = drive.Name() + L"\\Note.txt";
     world.disk.Write(note, "note", FileSystem::Flush::No);
