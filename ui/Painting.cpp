@@ -47,7 +47,7 @@ class Scratch {
     HDC scratch_;
 };
 
-// Begins where the dc's pen stands and leaves it where the next piece goes.
+// Begins at the position of the dc's pen and leaves it where the next piece goes.
 void PaintPiece(HDC dc, const RECT& clip, std::wstring_view text, bool fromRight) {
     const UINT options = ETO_CLIPPED | (fromRight ? UINT{ETO_RTLREADING} : 0U);
     ExtTextOutW(dc, 0, 0, options, &clip, text.data(), static_cast<UINT>(text.size()), nullptr);

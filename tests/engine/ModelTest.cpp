@@ -1,6 +1,6 @@
 // Random histories of a user's files and lists, each run checked against a small model of what the
 // program guarantees: which copies stand under which names, with which contents and dates, what
-// their comments say, and what the report tells.
+// their comments say, and what the report says.
 
 #include <gtest/gtest.h>
 

@@ -9,7 +9,7 @@ namespace vw::test {
 
 namespace {
 
-/// What stands at `name` and below it, as CrashScenario::Content tells it; empty when nothing does.
+/// What is at `name` and below it, in the form of CrashScenario::Content; empty for nothing.
 Tree PartOf(const Tree& vault, const std::wstring& name) {
     Tree part;
     const std::wstring below = name + L"\\";

@@ -242,7 +242,7 @@ TEST_P(FormFit, TheListsTakeHalfOfTheWidthEach) {
 }
 
 // The Traditional Arabic of Windows, which Wine lacks, has far taller lines than the face that
-// stands in for it here.
+// represents it here.
 class TallFaceFit : public FormFit {};
 
 TEST_P(TallFaceFit, EveryFormHasRoomForItsLines) {
