@@ -1,10 +1,11 @@
-// Part of the test programs that scripts/mutate makes: reads which mutant to carry out, and writes
-// which functions each test reaches.
+// Part of the test programs that scripts/mutate makes: reads which mutants to carry out, one in each
+// repetition of the tests, and writes which functions each test reaches.
 #include <gtest/gtest.h>
 
 #include <cstdio>
 #include <cstdlib>
 #include <string>
+#include <vector>
 
 extern "C" {
 int vwMutant = -1;
@@ -12,6 +13,19 @@ unsigned char vwReached[1 << 14];
 }
 
 namespace {
+
+std::vector<int>& Mutants() {
+    static std::vector<int> mutants;
+    return mutants;
+}
+
+class MutantChooser final : public testing::EmptyTestEventListener {
+  public:
+    void OnTestIterationStart(const testing::UnitTest&, int iteration) override {
+        const auto index = static_cast<std::size_t>(iteration);
+        vwMutant = index < Mutants().size() ? Mutants()[index] : -1;
+    }
+};
 
 /// Writes a line for each test: its name and the numbers of the functions that it reached.
 class ReachWriter final : public testing::EmptyTestEventListener {
@@ -42,9 +56,20 @@ class ReachWriter final : public testing::EmptyTestEventListener {
     std::string suite_;
 };
 
-[[gnu::constructor(101)]] void ReadMutant() {
-    const char* number = std::getenv("VW_MUTANT");
-    if (number != nullptr) vwMutant = std::atoi(number);
+/// The first mutant is there before the constructors of the program run.
+[[gnu::constructor(101)]] void ReadFirstMutant() {
+    const char* numbers = std::getenv("VW_MUTANTS");
+    if (numbers != nullptr) vwMutant = std::atoi(numbers);
+}
+
+[[gnu::constructor]] void ReadMutants() {
+    const char* numbers = std::getenv("VW_MUTANTS");
+    if (numbers == nullptr) return;
+    for (char* end = nullptr; *numbers != '\0'; numbers = *end == ',' ? end + 1 : end) {
+        Mutants().push_back(static_cast<int>(std::strtol(numbers, &end, 10)));
+        if (end == numbers) break;
+    }
+    testing::UnitTest::GetInstance()->listeners().Append(new MutantChooser);
 }
 
 [[gnu::constructor]] void WriteReach() {

@@ -20,6 +20,7 @@ TERNARY = re.compile(r'(?<=\s)\?(?=\s)')
 NUMBER = re.compile(r"(?<![\w.])\d[\d']*(?![\w.'])")
 TRUTH = re.compile(r'\b(true|false)\b')
 CONDITION = re.compile(r'\b(?:if|while) (?=\()')
+ONE_TEST = re.compile(r'\s*(?:!\w[\w.:]*(?:->\w+)*(?:\([^()]*\))?|[^=!<>&|?]+ [!=]= [^=!<>&|?]+)\s*$')
 RETURN = re.compile(r'\breturn ([\w:.>\[\]-]+(?:\([^;?]*\))?);')
 
 SCOPE = re.compile(r'^(?:inline )?(?:namespace|struct|class|enum|union|extern)\b')
@@ -165,7 +166,8 @@ def edits(text):
         if match.group(1) not in ('true', 'false'):
             yield match.start(1), match.end(1), '!(%s)' % text[match.start(1):match.end(1)]
     for start, end in conditions(code):
-        yield start, end, '!(%s)' % text[start:end]
+        if not ONE_TEST.match(code[start:end]):  # its inversion is among those above
+            yield start, end, '!(%s)' % text[start:end]
     for start, end in removals(code):
         # The lines stay, so that those behind keep their numbers.
         yield start, end, re.sub(r'[^\n]', '', text[start:end])

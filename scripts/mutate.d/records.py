@@ -1,6 +1,7 @@
 """What is remembered: verdicts of earlier runs, and the mutants that nothing visible can tell apart."""
 import json
 import threading
+from collections import Counter
 from pathlib import Path
 
 KILLED = {'failed', 'crashed', 'hung'}
@@ -39,11 +40,15 @@ class Results:
                 output.write(json.dumps(entry) + '\n')
         return entry
 
-    def killersOf(self, file):
-        """The tests that killed mutants of a file so far."""
+    def killersOf(self, file, names=()):
+        """The tests that killed mutants of a file so far, those first that killed most of the mutants
+        with these names and then of the file."""
         with self._lock:
-            return {entry['by'] for entry in self._known.values()
-                    if entry['file'] == file and entry['verdict'] in KILLED and entry['by']}
+            kills = [entry for entry in self._known.values()
+                     if entry['file'] == file and entry['verdict'] in KILLED and entry['by']]
+        near = Counter(entry['by'] for entry in kills if entry['id'] in names)
+        all_ = Counter(entry['by'] for entry in kills)
+        return sorted(all_, key=lambda test: (-near[test], -all_[test], test))
 
 
 def readEquivalents(path):

@@ -6,6 +6,7 @@ import re
 import shutil
 import signal
 import subprocess
+import time
 from dataclasses import dataclass
 from pathlib import Path
 
@@ -14,7 +15,9 @@ from mutations import digest
 BEGUN = re.compile(r'^\[ RUN      \] (\S+)', re.M)
 FAILED = re.compile(r'^\[  FAILED  \] (\S+?)[, ]', re.M)
 PASSED = re.compile(r'^\[       OK \] (\S+) \((\d+) ms\)', re.M)
+REPETITION = re.compile(r'^Repeating all tests \(iteration \d+\).*$', re.M)
 SLOW_MILLISECONDS = 700
+BEST_KILLERS = 5
 FIRST_TESTS = 12  # a run of them costs little more than the start of the program
 
 
@@ -70,18 +73,26 @@ class Runner:
     def end(self):
         self._wine('--end')
 
-    def run(self, program, tests, patience, mutant=None):
-        """Runs the tests of a GoogleTest filter, with a mutant of the program that has them all;
-        `patience` in seconds."""
-        more = {} if mutant is None else {'VW_MUTANT': str(mutant)}
-        return self._run(program, tests, patience, True, more)[0]
+    def run(self, program, tests, patience, mutants=()):
+        """Runs the tests of a GoogleTest filter once for each mutant of the program that has them
+        all, or once without any; None is a run without a mutant. `patience` in seconds for each.
+        The outcomes end at the mutant that ended the program."""
+        numbers = ','.join('-1' if m is None else str(m) for m in mutants)
+        texts, code = self._run(program, tests, patience, max(len(mutants), 1),
+                                {'VW_MUTANTS': numbers} if mutants else {})
+        if code == 1 and any(FAILED.search(text) for text in texts[:-1]):
+            code = 0  # of the repetitions before the last one
+        return [outcomeOf(text, code if number == len(texts) else 0)
+                for number, text in enumerate(texts, 1)]
 
-    def _run(self, program, tests, patience, failFast, more):
+    def _run(self, program, tests, patience, repetitions, more):
+        """The output of each repetition and the exit code, None when the last one hung."""
         windows = program.suffix == '.exe'
         loader, environment = self._wineEnvironment() if windows else (None, self.environment)
         arguments = [loader] if windows else []
         arguments += [program, '--gtest_filter=' + tests]
-        arguments += ['--gtest_fail_fast'] if failFast else []
+        arguments += ['--gtest_fail_fast'] if repetitions else []
+        arguments += [f'--gtest_repeat={repetitions}'] if repetitions > 1 else []
         work = self.folder / 'work'
         shutil.rmtree(work, ignore_errors=True)
         work.mkdir(parents=True)
@@ -90,23 +101,11 @@ class Runner:
             process = subprocess.Popen(arguments, cwd=work, env={**environment, **more},
                                        stdin=subprocess.DEVNULL, stdout=output,
                                        stderr=subprocess.STDOUT, start_new_session=True)
-            try:
-                code = process.wait(timeout=patience)
-            except subprocess.TimeoutExpired:
-                code = None
-                os.killpg(process.pid, signal.SIGKILL)
-                process.wait()
-        text = log.read_text(errors='replace')
-        begun, failed = BEGUN.findall(text), FAILED.findall(text)
-        if failed:
-            outcome = Outcome('failed', failed[0])
-        elif code == 0 and begun and '[  PASSED  ]' in text:
-            outcome = Outcome('passed')
-        else:
-            outcome = Outcome('hung' if code is None else 'crashed', begun[-1] if begun else '')
-        if windows and outcome.how in ('hung', 'crashed'):
+            code = waitFor(process, log, patience)
+        texts = REPETITION.split(log.read_text(errors='replace'))
+        if windows and code is None:
             self.refresh()  # it may have left something behind
-        return outcome, text
+        return texts[1:] if len(texts) > 1 else texts, code
 
     def baseline(self, program, store):
         """How the unchanged program does; kept in the folder `store` for as long as it is the same."""
@@ -116,34 +115,70 @@ class Runner:
         if not kept.exists():
             reached = self.folder / 'reached.txt'
             reached.unlink(missing_ok=True)
-            _, text = self._run(program, '*', 3600, False, {'VW_REACHED': f'Z:{reached}'
-                                if program.suffix == '.exe' else str(reached)})
+            texts, _ = self._run(program, '*', 3600, 0, {'VW_REACHED': f'Z:{reached}'
+                                 if program.suffix == '.exe' else str(reached)})
+            text = texts[0]
             times = {name: int(ms) for name, ms in PASSED.findall(text)}
             kept.write_text(json.dumps({
                 'times': times, 'failed': sorted(set(FAILED.findall(text)) - set(times)),
-                'reached': readReached(reached, times) if reached.exists() else {}}))
+                **(readReached(reached, times) if reached.exists() else {})}))
         self._baselines[program] = Baseline(**json.loads(kept.read_text()))
         return self._baselines[program]
 
 
+def waitFor(process, log, patience):
+    """The exit code, or None when one repetition took longer than `patience` seconds."""
+    begun, deadline = 0, time.monotonic() + patience
+    while True:
+        try:
+            return process.wait(timeout=min(1, patience))
+        except subprocess.TimeoutExpired:
+            pass
+        repetitions = len(REPETITION.findall(log.read_text(errors='replace')))
+        if repetitions > begun:
+            begun, deadline = repetitions, time.monotonic() + patience
+        if time.monotonic() >= deadline:
+            os.killpg(process.pid, signal.SIGKILL)
+            process.wait()
+            return None
+
+
+def outcomeOf(text, code):
+    """How one repetition ended, by what it printed and the exit code if it was the last one."""
+    begun, failed = BEGUN.findall(text), FAILED.findall(text)
+    if failed:
+        return Outcome('failed', failed[0])
+    if code == 0 and begun and '[  PASSED  ]' in text:
+        return Outcome('passed')
+    return Outcome('hung' if code is None else 'crashed', begun[-1] if begun else '')
+
+
 def readReached(path, tests):
-    """Which tests reach each function, from what Selector.cpp writes: {number: [test]}."""
-    reached = {}
+    """Which tests reach each function, from what Selector.cpp writes, {number: [test]}, and which
+    functions run before the first test."""
+    reached, early = {}, set()
     for line in path.read_text().splitlines():
         name, *functions = line.split()
+        if name == '*':
+            early.update(functions)
         reaching = [name] if name in tests else [t for t in tests if fnmatch.fnmatch(t, name)]
         for function in functions:
             reached.setdefault(function, set()).update(reaching)
-    return {function: sorted(names) for function, names in reached.items()}
+    return {'reached': {function: sorted(names) for function, names in reached.items()},
+            'early': sorted(early)}
 
 
 class Baseline:
     """What the tests of an unchanged program take, which do not pass in the sandbox, and which
     reach what function."""
 
-    def __init__(self, times, failed, reached):
+    def __init__(self, times, failed, reached=None, early=()):
         self.times, self.failed = times, set(failed)
-        self._reached = reached
+        self._reached, self._early = reached or {}, set(early)
+
+    def isEarly(self, function):
+        """Whether the function runs before the first test, where it cannot change any more."""
+        return str(function) in self._early
 
     def reaching(self, function):
         """The tests that reach a function; all of them when it is None."""
@@ -153,14 +188,18 @@ class Baseline:
 
     def stages(self, killers, tests):
         """GoogleTest filters in the order to try them, each with its patience in seconds: what
-        killed mutants of this file before, the quickest tests, the other quick ones, the slow."""
-        killers = tests & set(killers)
-        slow = {t for t in tests - killers if self.times[t] >= SLOW_MILLISECONDS}
-        quick = sorted(tests - killers - slow, key=lambda t: self.times[t])
-        for some in (killers, set(quick[:FIRST_TESTS]), set(quick[FIRST_TESTS:]), slow):
+        killed most mutants of this function or file before, the quickest tests, the other quick
+        ones, the slow. `killers` has the best first."""
+        killers = [t for t in killers if t in tests and self.times[t] < SLOW_MILLISECONDS]
+        best, further = set(killers[:BEST_KILLERS]), set(killers[BEST_KILLERS:])
+        slow = {t for t in tests - best if self.times[t] >= SLOW_MILLISECONDS}
+        rest = sorted(tests - best - further - slow, key=lambda t: self.times[t])
+        second = set(sorted(further, key=lambda t: self.times[t])[:3 * FIRST_TESTS])
+        for some in (best, second | set(rest[:FIRST_TESTS]),
+                     further - second | set(rest[FIRST_TESTS:]), slow):
             if some:
                 expected = sum(self.times[name] for name in some) / 1000
-                yield self._filter(some), 10 + 5 * expected
+                yield self._filter(some), 5 + 5 * expected
 
     def _filter(self, tests):
         """The shortest way to name them: a command line has its limit."""

@@ -135,12 +135,12 @@ class SchemaProgram:
         """Compiles without the mutants that do not compile: (file, object or None)."""
         source = self.folder / 'sources' / schema.file
         source.parent.mkdir(parents=True, exist_ok=True)
-        known = source.with_suffix('.json')
+        known = source.with_suffix(f'.{self.suffix}.json')
         produced = source.with_suffix(f'.{self.suffix}')
         name = digest(schema.source(set()) + self._headers)
         entry = json.loads(known.read_text()) if known.exists() else {}
         broken = set(entry.get('broken', []))
-        if entry.get('name') != name:
+        if entry.get('name') != name or not produced.exists():
             broken = set()
             while True:
                 source.write_text(schema.source(broken))
