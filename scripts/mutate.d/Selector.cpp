@@ -1,5 +1,5 @@
-// Part of the test programs that scripts/mutate makes: reads which mutants to carry out, one in each
-// repetition of the tests, and writes which functions each test reaches.
+// Part of the test programs that scripts/mutate makes: reads which mutants to carry out, one in
+// each repetition of the tests, and writes which functions each test reaches.
 #include <gtest/gtest.h>
 
 #include <cstdio>

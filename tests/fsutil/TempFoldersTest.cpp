@@ -208,5 +208,46 @@ TEST_F(DelInFolder, SubFolderDeletedInPartsWithoutSkip_DeletesItsVbFiles) {
     EXPECT_FALSE(IsThere(L"Temporary\\Sub\\VB1.tmp"));
 }
 
+TEST_F(DelInFolder, CancelledAfterASubFolder_LeavesTheOthers) {
+    tree.File(L"Temporary\\A\\x");
+    tree.File(L"Temporary\\B\\x");
+    world.pump.AtEachYield([this] { state.cancel.Request(); });
+    Empty();
+    EXPECT_NE(IsThere(L"Temporary\\A"), IsThere(L"Temporary\\B"));
+}
+
+TEST_F(DelInFolder, SubFolderThatStaysCannotBeAsked_EndsTheFolder) {
+    tree.File(L"Temporary\\A\\x");
+    tree.File(L"Temporary\\B\\x");
+    world.files.FailFrom(1, error_number::kPermissionDenied, [](const FileOperation& operation) {
+        return operation.call == FileCall::RemoveFile ||
+               (operation.call == FileCall::Stat &&
+                (operation.path.ends_with(L"\\A") || operation.path.ends_with(L"\\B")));
+    });
+    Empty();
+    EXPECT_EQ(world.errors.TakeOne().number, error_number::kPermissionDenied);
+}
+
+TEST_F(DelInFolder, LinkThatStays_IsNotEntered) {
+    const std::wstring canary = tree.File(L"Safe\\canary.txt", "alive");
+    if (!tree.Link(L"Temporary\\Link", tree.Path(L"Safe"))) GTEST_SKIP();
+    world.files.FailFrom(1, error_number::kPermissionDenied, [](const FileOperation& operation) {
+        return operation.path.ends_with(L"\\Link") && operation.call != FileCall::Stat;
+    });
+    Empty();
+    EXPECT_EQ(ReadBytes(canary), "alive");
+}
+
+TEST_F(DelInFolder, SubFolderVanishesWhileItIsDeleted_IsPassedOver) {
+    const std::wstring sub = tree.Folder(L"Temporary\\Sub");
+    world.files.FailNth(1, error_number::kPermissionDenied, OnlyCalls({FileCall::RemoveFolder}));
+    world.files.OnOperation([&](const FileOperation& operation) {
+        if (operation.call == FileCall::Stat && operation.path == sub)
+            RemoveDirectoryW(sub.c_str());
+    });
+    Empty();
+    EXPECT_FALSE(Exists(sub));
+}
+
 }  // namespace
 }  // namespace vw::test
