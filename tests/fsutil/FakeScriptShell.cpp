@@ -19,7 +19,8 @@ FakeScriptShell::FakeScriptShell(std::function<std::wstring(int)> folderOf)
         return S_OK;
     };
     shell_.name = L"SpecialFolders";
-    shell_.call = [this](const DISPPARAMS&, VARIANT& result) {
+    shell_.call = [this](const DISPPARAMS& parameters, VARIANT& result) {
+        if (parameters.cArgs != 0) return DISP_E_BADPARAMCOUNT;
         result.vt = VT_DISPATCH;
         result.pdispVal = &collection_;
         return S_OK;
@@ -40,6 +41,18 @@ FakeScriptShell::FakeScriptShell(std::function<std::wstring(int)> folderOf)
 FakeScriptShell::~FakeScriptShell() {
     CoRevokeClassObject(registration_);
     if (initialised_) CoUninitialize();
+}
+
+void FakeScriptShell::AnswerForCollection(std::function<HRESULT(VARIANT&)> answer) {
+    shell_.call = [answer = std::move(answer)](const DISPPARAMS&, VARIANT& result) {
+        return answer(result);
+    };
+}
+
+void FakeScriptShell::AnswerForFolder(std::function<HRESULT(VARIANT&)> answer) {
+    collection_.call = [answer = std::move(answer)](const DISPPARAMS&, VARIANT& result) {
+        return answer(result);
+    };
 }
 
 }  // namespace vw::test

@@ -28,6 +28,11 @@ class FakeScriptShell {
     /// Makes the system refuse to create the object.
     void RefuseToCreate() noexcept { refuses_ = true; }
 
+    /// What the object answers when it is asked for its collection.
+    void AnswerForCollection(std::function<HRESULT(VARIANT&)> answer);
+    /// What the collection answers when it is asked for a folder.
+    void AnswerForFolder(std::function<HRESULT(VARIANT&)> answer);
+
   private:
     // Lives as long as the test: counting references would say nothing here.
     template <class Interface>
@@ -54,9 +59,9 @@ class FakeScriptShell {
         HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override {
             return E_NOTIMPL;
         }
-        HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT, LCID,
+        HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID,
                                                 DISPID* ids) override {
-            if (name != names[0]) return DISP_E_UNKNOWNNAME;
+            if (count != 1 || name != names[0]) return DISP_E_UNKNOWNNAME;
             ids[0] = 1;
             return S_OK;
         }

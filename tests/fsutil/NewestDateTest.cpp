@@ -48,5 +48,23 @@ TEST(NewestFileDate, LeavesOutASubFolderThatCannotBeRead) {
     EXPECT_EQ(NewestFileDate(world.files, tree.Path(), [] {}), MakeDate(kOld));
 }
 
+TEST(NewestDates, FilesHaveTwoDates_TakesTheNewestByEitherRule) {
+    NewestDates dates;
+    EXPECT_FALSE(dates.IsAfter(kMissingDate));
+    dates.Take({.lastWrite = 100, .lastWriteByPresentRules = 200});
+    dates.Take({.lastWrite = 150, .lastWriteByPresentRules = 180});
+    EXPECT_TRUE(dates.HasDate(150));
+    EXPECT_TRUE(dates.HasDate(200));
+    EXPECT_FALSE(dates.HasDate(180));
+    EXPECT_TRUE(dates.IsAfter(149));
+    EXPECT_FALSE(dates.IsAfter(150));
+}
+
+TEST(NewestDates, NewerByOneRuleAlone_IsNotAfter) {
+    NewestDates dates;
+    dates.Take({.lastWrite = 200, .lastWriteByPresentRules = 100});
+    EXPECT_FALSE(dates.IsAfter(150));
+}
+
 }  // namespace
 }  // namespace vw

@@ -1,11 +1,9 @@
 #include <gtest/gtest.h>
 
-#include <map>
-#include <vector>
-
 #include "fsutil/FileQueries.h"
 #include "platform/RuntimeError.h"
 #include "platform/WindowsHeader.h"
+#include "tests/fsutil/StoredDates.h"
 #include "tests/support/EndlessFolders.h"
 #include "tests/support/TempTree.h"
 #include "tests/support/TestEnvironment.h"
@@ -15,27 +13,13 @@ namespace {
 
 using test::FileCall;
 using test::OnlyCalls;
+using test::StoredDates;
 using test::TempTree;
 using test::TestEnvironment;
 
 constexpr DateParts kOld{2001, 2, 3, 4, 5, 6};
 constexpr DateParts kMiddle{2015, 6, 30, 12, 0, 0};
 constexpr DateParts kNew{2024, 12, 31, 23, 59, 59};
-
-// Knows the stored dates of copies and keeps what it was asked.
-class StoredDates : public CopyDates {
-  public:
-    Date PackageDate(std::wstring_view copyPath) override {
-        asked.emplace_back(copyPath);
-        if (fails) Throw(error_number::kInvalidCall, copyPath);
-        const auto found = dates.find(std::wstring(copyPath));
-        return found == dates.end() ? kMissingDate : found->second;
-    }
-
-    std::map<std::wstring, Date> dates;
-    std::vector<std::wstring> asked;
-    bool fails = false;
-};
 
 TEST(PathDate, OfNothingIsTheFirstDayOfTheYear1000) {
     const TempTree tree;

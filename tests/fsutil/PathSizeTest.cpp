@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "fsutil/FileQueries.h"
+#include "fsutil/WorkingName.h"
 #include "platform/WindowsHeader.h"
 #include "tests/support/CurrentFolder.h"
 #include "tests/support/EndlessFolders.h"
@@ -210,6 +211,15 @@ TEST(CPathSize, TellsWhenTheDiskCannotAnswer) {
     world.files.FailNth(1, error_number::kPermissionDenied);
     EXPECT_EQ(CPathSize(world.system, tree.Path()), L"");
     EXPECT_EQ(world.errors.TakeOne().procedure, L"CPathSize");
+}
+
+TEST(PathSize, OfAFolderLeavesOutTheEntriesOfADestination) {
+    const TempTree tree;
+    tree.File(L"a", "1");
+    tree.File(std::wstring(kLockFileName), "22");
+    TestEnvironment world;
+    EXPECT_EQ(PathSize(world.system, tree.Path(), false), 1);
+    EXPECT_EQ(PathSize(world.system, tree.Path(), true), 1);
 }
 
 }  // namespace

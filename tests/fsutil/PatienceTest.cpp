@@ -153,8 +153,14 @@ TEST_F(PatienceTest, Briefly_WaitsForAReaderThatLeavesInAMoment) {
     FileHandle reader(CreateFileW(list.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
                                   OPEN_EXISTING, 0, nullptr));
     ASSERT_TRUE(reader);
-    const auto replace = [&] { RetryBriefly([&] { world.disk.Replace(next, list); }); };
+    const auto replace = [&] {
+        RetryBriefly([&] {
+            ++attempts;
+            world.disk.Replace(next, list);
+        });
+    };
     EXPECT_THROW(replace(), RuntimeError);
+    EXPECT_EQ(attempts, 21) << "half a second";
     EXPECT_TRUE(Exists(next));
     std::thread leaving([&] {
         Sleep(60);

@@ -169,5 +169,33 @@ TEST(SharedShellObject, WhereItRefusesANumberOrIsMissingTheSystemIsAsked) {
     EXPECT_EQ(Folder(40), L"");
 }
 
+TEST(SharedShellObject, AnswersAreOfOtherTypes_SystemIsAsked) {
+    const auto text = [](VARIANT& result) {
+        result.vt = VT_BSTR;
+        result.bstrVal = SysAllocString(L"X:\\no folder");
+        return S_OK;
+    };
+    const auto number = [](VARIANT& result) {
+        result.vt = VT_I4;
+        result.lVal = 16;
+        return S_OK;
+    };
+    const auto noObject = [](VARIANT& result) {
+        result.vt = VT_DISPATCH;
+        result.pdispVal = nullptr;
+        return S_OK;
+    };
+    const auto refusal = [](VARIANT&) { return E_FAIL; };
+    for (const std::function<HRESULT(VARIANT&)>& answer :
+         std::initializer_list<std::function<HRESULT(VARIANT&)>>{text, noObject, refusal}) {
+        test::FakeScriptShell fake([](int) { return L"X:\\folder"; });
+        fake.AnswerForCollection(answer);
+        EXPECT_TRUE(EqualNoCase(Folder(16), Expected(16)));
+    }
+    test::FakeScriptShell fake([](int) { return L"X:\\folder"; });
+    fake.AnswerForFolder(number);
+    EXPECT_TRUE(EqualNoCase(Folder(16), Expected(16)));
+}
+
 }  // namespace
 }  // namespace vw::MMyScripting

@@ -114,5 +114,19 @@ TEST_F(ShellPathTest, IgnoresEveryFailure) {
     EXPECT_EQ(world_.exitStatus.Code(), 0);
 }
 
+TEST_F(ShellPathTest, LeavesNoHandleOpen) {
+    const std::wstring document = tree_.File(L"a document.vwopened", "opened");
+    const auto open = [&] {
+        DeleteFileW(Opened().c_str());
+        ShellPath(world_.system, document);
+        EXPECT_EQ(WaitForOpened(), "opened");
+        DWORD handles = 0;
+        EXPECT_TRUE(GetProcessHandleCount(GetCurrentProcess(), &handles));
+        return handles;
+    };
+    open();
+    EXPECT_EQ(open(), open());
+}
+
 }  // namespace
 }  // namespace vw::MMyScripting

@@ -59,9 +59,10 @@ class CallbackHost final : public ProgressReporter {
     void Msg(std::wstring_view, std::wstring_view) override {
         if (onMsg) onMsg();
     }
-    void BusyHide(bool) override {}
+    void BusyHide(bool pause) override { hides.push_back(pause); }
 
     std::function<void()> onMsg;
+    std::vector<bool> hides;
 };
 
 class TempFolders : public testing::Test {
@@ -170,6 +171,39 @@ TEST_F(TempFolders, Clean_CancelledAtATmpFile_LeavesTheRest) {
     EXPECT_NE(IsThere(L"Windows\\a.tmp"), IsThere(L"Windows\\b.tmp"));
 }
 
+TEST_F(TempFolders, Clean_HidesTheDialogAfterAPause) {
+    Clean();
+    EXPECT_EQ(host.hides, std::vector<bool>{true});
+}
+
+TEST_F(TempFolders, Clean_KeepsVbFilesOfTheFolders) {
+    tree.File(L"Temporary\\VB1.tmp");
+    tree.File(L"Temporary\\a.tmp");
+    Clean();
+    EXPECT_TRUE(IsThere(L"Temporary\\VB1.tmp"));
+    EXPECT_FALSE(IsThere(L"Temporary\\a.tmp"));
+}
+
+TEST_F(TempFolders, Clean_FolderMissing_IsReportedAndTheOthersAreCleaned) {
+    tree.File(L"Windows\\prefetch\\a.dat");
+    RemoveDirectoryW(tree.Path(L"Windows\\Temp").c_str());
+    Clean();
+    const ToldError error = world.errors.TakeOne();
+    EXPECT_EQ(error.number, error_number::kPathNotFound);
+    EXPECT_EQ(error.procedure, L"DellTemp");
+    EXPECT_FALSE(IsThere(L"Windows\\prefetch\\a.dat"));
+}
+
+TEST_F(TempFolders, Clean_TemporaryFolderHoldsTheUsersOwn_IsRefused) {
+    for (std::wstring* own : {&state.applicationFolder, &state.currentListPath}) {
+        *own = tree.File(L"Temporary\\Own\\a.dat");
+        Clean();
+        EXPECT_EQ(world.errors.TakeOne().number, error_number::kPermissionDenied);
+        EXPECT_TRUE(IsThere(L"Temporary\\Own\\a.dat"));
+        own->clear();
+    }
+}
+
 class DelInFolder : public TempFolders {
   protected:
     void Empty(bool skip = true) {
@@ -247,6 +281,17 @@ TEST_F(DelInFolder, SubFolderVanishesWhileItIsDeleted_IsPassedOver) {
     });
     Empty();
     EXPECT_FALSE(Exists(sub));
+}
+
+TEST_F(DelInFolder, SubFolderStaysInParts_TheOthersAreDeleted) {
+    for (const auto* name : {L"A\\x", L"B\\x", L"C\\x", L"B\\D\\x", L"B\\E\\x"}) {
+        tree.File(L"Temporary\\" + std::wstring(name));
+    }
+    const std::wstring kept = tree.File(L"Temporary\\B\\D\\kept");
+    world.files.FailFrom(1, error_number::kPermissionDenied,
+                         [&](const FileOperation& operation) { return operation.path == kept; });
+    Empty();
+    EXPECT_EQ(ReadTree(tree.Path(L"Temporary")).size(), 3U) << "a file and the folders around it";
 }
 
 }  // namespace

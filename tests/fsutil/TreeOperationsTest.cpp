@@ -26,6 +26,27 @@ int ErrorOf(const std::function<void()>& call) {
     return 0;
 }
 
+TEST(IsRoot, TakesDrivesAndSharesInEveryForm) {
+    TestEnvironment env;
+    for (const wchar_t* root :
+         {L"C:\\", L"\\\\?\\C:\\", L"\\\\server\\share", L"\\\\server\\share\\", L"\\\\server",
+          L"\\\\?\\UNC\\server\\share", L"\\\\?\\UNC\\server\\share\\", L"\\\\?\\UNC\\server"}) {
+        EXPECT_TRUE(IsRoot(env.files, root)) << root;
+    }
+    for (const wchar_t* folder : {L"C:\\a", L"\\\\?\\C:\\a", L"\\\\server\\share\\a",
+                                  L"\\\\?\\UNC\\server\\share\\a", L"C:\\a\\"}) {
+        EXPECT_FALSE(IsRoot(env.files, folder)) << folder;
+    }
+}
+
+/// A server that answers that it has nothing.
+class EmptyServer final : public test::ForwardingFileSystem {
+  public:
+    using ForwardingFileSystem::ForwardingFileSystem;
+
+    std::optional<FileInfo> Stat(std::wstring_view) override { return std::nullopt; }
+};
+
 TEST(DeleteTree, DeletesTreesOfThousandsOfLevels) {
     TestEnvironment world;
     test::EndlessFolders disk(world.disk, 5000, 0);
@@ -127,6 +148,18 @@ TEST(CreateFolders, MakesPathsBeyond260Characters) {
     TestEnvironment world;
     CreateFolders(world.files, tree.Path(relative));
     EXPECT_TRUE(Exists(tree.Path(relative)));
+}
+
+TEST(CreateFolders, RaisesForAMissingShareWithItsName) {
+    TestEnvironment env;
+    EmptyServer disk(env.disk);
+    try {
+        CreateFolders(disk, L"\\\\server\\share\\a\\b");
+        FAIL() << "nothing was raised";
+    } catch (const RuntimeError& error) {
+        EXPECT_EQ(error.Number(), error_number::kPathNotFound);
+        EXPECT_EQ(error.Path(), L"\\\\server\\share\\");
+    }
 }
 
 }  // namespace
