@@ -32,6 +32,7 @@ TEST(LowerCase, TakesEveryAlphabetAndNoLanguage) {
     EXPECT_EQ(LowerCase(L"ABC«É»ÇΣ"), L"abc«é»çσ");
     EXPECT_EQ(LowerCase(L"TITLE I"), L"title i");
     EXPECT_EQ(LowerCase(L"ملف 1"), L"ملف 1");
+    EXPECT_EQ(LowerCase(L"A"), L"a");
     EXPECT_EQ(LowerCase(L""), L"");
 }
 

@@ -60,5 +60,21 @@ TEST_F(NetworkProbeTest, WithoutAQuestion_EverythingMayAnswer) {
     EXPECT_TRUE(probe.MayAnswer(L"Q:\\a")) << "the earlier question is forgotten";
 }
 
+TEST_F(NetworkProbeTest, KindOfDriveIsUnknown_AsksNothing) {
+    world.files.FailFrom(1, error_number::kNotReady, OnlyCalls({FileCall::DriveTypeOf}));
+    NetworkProbe own(world.system);
+    own.Ask({L"C:\\a"});
+    EXPECT_TRUE(own.MayAnswer(L"C:\\a"));
+    EXPECT_EQ(world.files.Operations().size(), 1U) << "the drive was asked for its kind alone";
+}
+
+TEST_F(NetworkProbeTest, DriveWithoutAPath_IsTheDrive) {
+    probe.Ask({L"Q:"});
+    const std::uint64_t start = GetTickCount64();
+    EXPECT_FALSE(probe.MayAnswer(L"Q:\\x"));
+    EXPECT_FALSE(probe.MayAnswer(L"Q:"));
+    EXPECT_LT(GetTickCount64() - start, 900U) << "only Ask waits";
+}
+
 }  // namespace
 }  // namespace vw::test

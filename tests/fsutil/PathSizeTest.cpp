@@ -222,5 +222,14 @@ TEST(PathSize, OfAFolderLeavesOutTheEntriesOfADestination) {
     EXPECT_EQ(PathSize(world.system, tree.Path(), true), 1);
 }
 
+TEST(CSize, WritesTheDecimalSignOfTheUser) {
+    wchar_t usual[8] = {};
+    GetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SDECIMAL, usual, 8);
+    ASSERT_TRUE(SetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SDECIMAL, L";"));
+    const std::wstring size = CSize(1536);
+    SetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SDECIMAL, usual);
+    EXPECT_EQ(size, L"1;5KByte");
+}
+
 }  // namespace
 }  // namespace vw::MFileDosShell

@@ -131,5 +131,18 @@ TEST(PathText, AFolderHasOneFinalSeparator) {
     EXPECT_EQ(WithSeparator(L"C:\\"), L"C:\\");
 }
 
+TEST(PathText, JoinPathPutsOneSeparatorBetween) {
+    EXPECT_EQ(JoinPath(L"C:\\A", L"f"), L"C:\\A\\f");
+    EXPECT_EQ(JoinPath(L"C:\\", L"f"), L"C:\\f");
+    EXPECT_EQ(JoinPath(L"C:/A/", L"f"), L"C:/A/f");
+}
+
+TEST(PathText, DestinationFolderOfADriveIsItsRoot) {
+    const Row rows[] = {{L"C:", L"C:\\"},       {L"C:\\", L"C:\\"}, {L"C:\\A", L"C:\\A"},
+                        {L"CD", L"CD"},         {L"abc:", L"abc:"}, {L":", L":"},
+                        {L"C:\\A:", L"C:\\A:"}, {L"abc", L"abc"},   {L"", L""}};
+    for (const Row& row : rows) EXPECT_EQ(DestinationFolder(row.path), row.result);
+}
+
 }  // namespace
 }  // namespace vw::MFileDosShell

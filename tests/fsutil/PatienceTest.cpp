@@ -20,8 +20,12 @@ class StubbornFolders final : public ForwardingFileSystem {
     using ForwardingFileSystem::ForwardingFileSystem;
 
     void RemoveFolder(std::wstring_view path) override { RaiseCode(code, path); }
+    std::optional<FileInfo> Stat(std::wstring_view) override {
+        return FileInfo{.isFolder = true, .isReadOnly = isReadOnly};
+    }
 
     DWORD code = ERROR_DIR_NOT_EMPTY;
+    bool isReadOnly = false;
 };
 
 class PatienceTest : public testing::Test {
@@ -118,6 +122,35 @@ TEST_F(PatienceTest, CancelledBefore_WaitsHalfASecond) {
     EXPECT_EQ(took, 500U);
 }
 
+TEST_F(PatienceTest, MessagesComeMeanwhile_KeepsItsPauses) {
+    world.pump.MessageEvery(10);
+    EXPECT_NE(Perform(ERROR_SHARING_VIOLATION, 60'000), 0);
+    EXPECT_EQ(took, Patience::kUsual);
+    EXPECT_LT(attempts, 20);
+    cancel.Request();
+    EXPECT_NE(Perform(ERROR_SHARING_VIOLATION, 60'000), 0);
+    EXPECT_EQ(took, 500U);
+    EXPECT_LT(attempts, 10);
+}
+
+TEST_F(PatienceTest, CancelInALongPause_EndsItAtOnce) {
+    world.pump.MessageEvery(10);
+    const std::uint64_t start = world.clock.Milliseconds();
+    std::uint64_t cancelled = 0;
+    world.pump.AtEachYield([&] {
+        if (world.clock.Milliseconds() < start + 5000 || cancelled != 0) return;
+        cancelled = world.clock.Milliseconds();
+        cancel.Request();
+    });
+    EXPECT_NE(Perform(ERROR_SHARING_VIOLATION, 60'000), 0);
+    EXPECT_EQ(start + took, cancelled);
+}
+
+TEST_F(PatienceTest, DeniedAndTheMarkIsUnknown_IsWaitedFor) {
+    world.files.FailFrom(1, error_number::kNotReady, OnlyCalls({FileCall::Stat}));
+    EXPECT_EQ(Perform(ERROR_ACCESS_DENIED, 1000, tree.Path(L"a")), 0);
+}
+
 TEST_F(PatienceTest, AccessDeniedByAReadOnlyMark_IsNotWaitedFor) {
     const std::wstring file = tree.File(L"a.txt");
     EXPECT_EQ(Perform(ERROR_ACCESS_DENIED, 1000, file), 0);
@@ -144,6 +177,24 @@ TEST_F(PatienceTest, NotEmpty_CountsForAFolderThatWeEmptiedOnly) {
     disk.code = ERROR_SHARING_VIOLATION;
     EXPECT_EQ(RemoveFolder(disk, false), error_number::kPermissionDenied);
     EXPECT_EQ(took, Patience::kUsual);
+}
+
+TEST_F(PatienceTest, FolderIsDenied_CountsWithoutAReadOnlyMarkOnly) {
+    StubbornFolders disk(world.disk);
+    disk.code = ERROR_ACCESS_DENIED;
+    disk.isReadOnly = true;
+    EXPECT_NE(RemoveFolder(disk, true), 0);
+    EXPECT_EQ(took, 0U);
+    disk.isReadOnly = false;
+    EXPECT_NE(RemoveFolder(disk, true), 0);
+    EXPECT_EQ(took, Patience::kUsual);
+    disk.code = ERROR_SHARING_VIOLATION;
+    disk.isReadOnly = true;
+    EXPECT_NE(RemoveFolder(disk, true), 0);
+    EXPECT_EQ(took, Patience::kUsual) << "that is no matter of marks";
+    disk.code = ERROR_WRITE_PROTECT;
+    EXPECT_NE(RemoveFolder(disk, true), 0);
+    EXPECT_EQ(took, 0U);
 }
 
 // As a virus scanner looks into a file that was just written.

@@ -9,6 +9,7 @@
 #include "platform/ProgressReporter.h"
 #include "platform/RuntimeError.h"
 #include "platform/TextCase.h"
+#include "tests/fsutil/FakeScriptShell.h"
 #include "tests/support/TempTree.h"
 #include "tests/support/TestEnvironment.h"
 
@@ -204,6 +205,16 @@ TEST_F(TempFolders, Clean_TemporaryFolderHoldsTheUsersOwn_IsRefused) {
     }
 }
 
+TEST_F(TempFolders, Clean_TemporaryFolderHoldsTheDocuments_IsRefused) {
+    tree.File(L"Temporary\\Documents\\a.dat");
+    const FakeScriptShell fake([this](int number) {
+        return number == 16 ? tree.Path(L"Temporary\\Documents") : L"X:\\other";
+    });
+    Clean();
+    EXPECT_EQ(world.errors.TakeOne().number, error_number::kPermissionDenied);
+    EXPECT_TRUE(IsThere(L"Temporary\\Documents\\a.dat"));
+}
+
 class DelInFolder : public TempFolders {
   protected:
     void Empty(bool skip = true) {
@@ -216,6 +227,13 @@ TEST_F(DelInFolder, Files_YieldsAfterEach) {
     for (const auto* name : {L"Temporary\\a", L"Temporary\\b", L"Temporary\\c"}) tree.File(name);
     Empty();
     EXPECT_EQ(world.pump.Yields(), 3);
+}
+
+TEST_F(DelInFolder, SubFolderDeletedWhole_YieldsAfterEachEntryAndIt) {
+    tree.File(L"Temporary\\Sub\\a");
+    tree.File(L"Temporary\\Sub\\b");
+    Empty();
+    EXPECT_EQ(world.pump.Yields(), 4);
 }
 
 TEST_F(DelInFolder, SubFolderThatStays_YieldsAfterIt) {

@@ -2,10 +2,16 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
+
+#include "fsutil/Patience.h"
 #include "platform/RuntimeError.h"
+#include "platform/SystemError.h"
+#include "platform/WindowsHeader.h"
 #include "tests/support/EndlessFolders.h"
 #include "tests/support/TempTree.h"
 #include "tests/support/TestEnvironment.h"
+#include "tests/support/WineBridge.h"
 
 namespace vw {
 namespace {
@@ -160,6 +166,125 @@ TEST(CreateFolders, RaisesForAMissingShareWithItsName) {
         EXPECT_EQ(error.Number(), error_number::kPathNotFound);
         EXPECT_EQ(error.Path(), L"\\\\server\\share\\");
     }
+}
+
+TEST(CreateFolders, RaisesForAFileThatSomebodyElseMadeMeanwhile) {
+    const TempTree tree;
+    TestEnvironment env;
+    env.files.OnOperation([&](const test::FileOperation& operation) {
+        if (operation.call == FileCall::CreateFolder) tree.File(L"a");
+    });
+    EXPECT_EQ(ErrorOf([&] { CreateFolders(env.files, tree.Path(L"a")); }),
+              error_number::kAlreadyExists);
+}
+
+TEST(CreateFolders, RaisesForWhatVanishedAgain) {
+    const TempTree tree;
+    TestEnvironment env;
+    env.files.FailNth(1, error_number::kAlreadyExists, OnlyCalls({FileCall::CreateFolder}));
+    EXPECT_EQ(ErrorOf([&] { CreateFolders(env.files, tree.Path(L"a")); }),
+              error_number::kAlreadyExists);
+}
+
+TEST(DeleteTree, OfOneFile_YieldsOnceAndNeedsNoYield) {
+    const TempTree tree;
+    TestEnvironment env;
+    int yields = 0;
+    DeleteTree(env.files, tree.File(L"a"), [&] { ++yields; });
+    EXPECT_EQ(yields, 1);
+    DeleteTree(env.files, tree.File(L"a"), {});
+    EXPECT_FALSE(Exists(tree.Path(L"a")));
+}
+
+/// A disk on which a folder stays "not empty" until three seconds after the first attempt to remove
+/// it, as where somebody else still reads what was removed from it.
+class SlowFolders final : public test::ForwardingFileSystem {
+  public:
+    SlowFolders(FileSystem& inner, const Clock& clock)
+        : ForwardingFileSystem(inner), clock_(clock) {}
+
+    void RemoveFolder(std::wstring_view path) override {
+        const bool isLink =
+            (GetFileAttributesW(std::wstring(path).c_str()) & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
+        const auto first = first_.try_emplace(std::wstring(path), clock_.Milliseconds()).first;
+        if ((!isLink || linksAreSlow) && clock_.Milliseconds() < first->second + 3000) {
+            RaiseCode(ERROR_DIR_NOT_EMPTY, path);
+        }
+        if (isLink) {
+            test::RemoveLink(path);
+        } else {
+            ForwardingFileSystem::RemoveFolder(path);
+        }
+    }
+
+    bool linksAreSlow = true;
+
+  private:
+    const Clock& clock_;
+    std::map<std::wstring, std::uint64_t> first_;
+};
+
+class PatientDeleteTree : public testing::Test {
+  protected:
+    /// The number of the error, 0 for none.
+    int Delete(std::wstring_view relative) {
+        const std::wstring path = tree.Path(relative);
+        return ErrorOf([&] {
+            DeleteTree(
+                disk, path, [this] { ++yields; }, &patience);
+        });
+    }
+
+    TempTree tree;
+    TestEnvironment env;
+    SlowFolders disk{env.files, env.clock};
+    System system = env.With(disk);
+    CancelToken cancel;
+    Patience patience{system, cancel};
+    int yields = 0;
+};
+
+TEST_F(PatientDeleteTree, FolderWithFiles_IsWaitedFor) {
+    tree.File(L"Top\\a");
+    EXPECT_EQ(Delete(L"Top"), 0);
+    EXPECT_FALSE(Exists(tree.Path(L"Top")));
+}
+
+TEST_F(PatientDeleteTree, FolderThatWasEmpty_IsNotWaitedFor) {
+    tree.Folder(L"Top");
+    EXPECT_EQ(Delete(L"Top"), error_number::kAccessError);
+    EXPECT_EQ(env.clock.Milliseconds(), TestEnvironment().clock.Milliseconds());
+}
+
+TEST_F(PatientDeleteTree, FolderWithFolders_IsWaitedFor) {
+    tree.File(L"Top\\Sub\\a");
+    EXPECT_EQ(Delete(L"Top"), 0);
+    EXPECT_FALSE(Exists(tree.Path(L"Top")));
+    EXPECT_EQ(yields, 3);
+}
+
+TEST_F(PatientDeleteTree, File_IsDeleted) {
+    EXPECT_EQ(Delete((tree.File(L"a"), L"a")), 0);
+    EXPECT_FALSE(Exists(tree.Path(L"a")));
+}
+
+TEST_F(PatientDeleteTree, FolderWithALink_IsWaitedFor) {
+    tree.Folder(L"Shown");
+    tree.Folder(L"Top");
+    if (!tree.Link(L"Top\\Link", L"Shown")) GTEST_SKIP() << "this system makes no links";
+    disk.linksAreSlow = false;
+    EXPECT_EQ(Delete(L"Top"), 0);
+    EXPECT_FALSE(Exists(tree.Path(L"Top")));
+    EXPECT_EQ(yields, 2);
+}
+
+TEST_F(PatientDeleteTree, LinkThatIsNotEmpty_IsNotWaitedFor) {
+    tree.Folder(L"Shown");
+    tree.Folder(L"Top");
+    if (!tree.Link(L"Top\\Link", L"Shown")) GTEST_SKIP() << "this system makes no links";
+    EXPECT_EQ(Delete(L"Top"), error_number::kAccessError);
+    EXPECT_EQ(Delete(L"Top\\Link"), error_number::kAccessError);
+    EXPECT_EQ(env.clock.Milliseconds(), TestEnvironment().clock.Milliseconds());
 }
 
 }  // namespace

@@ -117,7 +117,12 @@ TEST(WorkingName, MakesTheBeginningFitForAFileName) {
         {std::wstring(20, L'\u4E2D'), std::wstring(10, L'\u4E2D')},     // three bytes each
         {std::wstring(30, L'x') + high + low, std::wstring(30, L'x')},  // a pair is not cut
         {std::wstring(28, L'x') + high + low, std::wstring(28, L'x') + high + low},
+        {std::wstring(30, L'x') + L"\xD800\xDC00", std::wstring(30, L'x')},
+        {std::wstring(30, L'x') + L"\xDBFF\xDC00", std::wstring(30, L'x')},
         {std::wstring(30, L'x') + high, std::wstring(30, L'x') + high},  // was half before
+        {std::wstring(28, L'x') + L"\xD800\xDFFF", std::wstring(28, L'x') + L"\xD800\xDFFF"},
+        {std::wstring(31, L'x') + L"\u0080", std::wstring(31, L'x')},
+        {std::wstring(30, L'x') + L"\u0800", std::wstring(30, L'x')},
         {L"a«0001»b", L"a_0001_b"},
         {L"a. .", L"a___"},
         {L"...", L"___"},

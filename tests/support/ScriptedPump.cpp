@@ -1,5 +1,6 @@
 #include "tests/support/ScriptedPump.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace vw::test {
@@ -8,12 +9,14 @@ void ScriptedPump::Restart() {
     callbacks_.clear();
     each_ = nullptr;
     yields_ = 0;
+    longestWait_ = std::numeric_limits<unsigned>::max();
     waited_ = 0;
 }
 
 void ScriptedPump::WaitForMessages(unsigned milliseconds) {
-    clock_.Advance(milliseconds);
-    waited_ += milliseconds;
+    const unsigned waits = std::min(milliseconds, longestWait_);
+    clock_.Advance(waits);
+    waited_ += waits;
     Yield();
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <limits>
 #include <map>
 
 #include "platform/MessagePump.h"
@@ -25,6 +26,9 @@ class ScriptedPump : public MessagePump {
     /// Forgets the callbacks and counts from 1 again.
     void Restart();
 
+    /// From now on a message ends every wait after so many milliseconds.
+    void MessageEvery(unsigned milliseconds) { longestWait_ = milliseconds; }
+
     /// Yields so far, of all three kinds.
     [[nodiscard]] int Yields() const noexcept { return yields_; }
 
@@ -42,6 +46,7 @@ class ScriptedPump : public MessagePump {
     std::map<int, std::function<void()>> callbacks_;
     std::function<void()> each_;
     int yields_ = 0;
+    unsigned longestWait_ = std::numeric_limits<unsigned>::max();
     std::uint64_t waited_ = 0;
 };
 
