@@ -3,6 +3,7 @@
 #include "app/Application.h"
 #include "app/DriveChoices.h"
 #include "app/MainCommands.h"
+#include "engine/CopyName.h"
 #include "fsutil/PathText.h"
 #include "platform/FileSystem.h"
 #include "platform/MessageBoxes.h"
@@ -23,7 +24,6 @@ namespace vw {
 
 namespace {
 
-constexpr std::wstring_view kCopiesFolder = L"\\Backup";
 constexpr std::wstring_view kDialogFolder = L"C:\\My Documents";
 constexpr std::wstring_view kOtherDialogFolder = L"D:\\My Documents";
 // Part of the caption in both languages: a backup that the user starts himself.
@@ -232,7 +232,7 @@ void MainWindow::InBracket(std::wstring_view procedure, const std::function<void
 
 void MainWindow::cmbDestinationClick() {
     parts_.browser.SourceChosen();
-    parts_.list.ChooseDestination(form_.Text(control::cmbDestination).append(kCopiesFolder));
+    parts_.list.ChooseDestination(form_.Text(control::cmbDestination).append(kBackupFolder));
 }
 
 void MainWindow::vsBackagesChange(int value) {

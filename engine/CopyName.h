@@ -11,7 +11,10 @@ namespace vw {
 /// Pattern of a copy's name as the copies browser and "/R" recognise it.
 inline constexpr std::wstring_view kCopyNamePattern = L"*\u00AB????\u00BB*";
 
-/// Copy number that stands for all of them: the name becomes a pattern with "??".
+/// The folder of a drive that the window keeps copies in.
+inline constexpr std::wstring_view kBackupFolder = L"\\Backup";
+
+/// Copy number that means all of them: the name becomes a pattern with "??".
 inline constexpr int kAnyCopyNumber = -1;
 
 /// The full path of a copy: destination, "\", first name, "«", location number and copy number

@@ -79,7 +79,6 @@ class CopySeries final : private EnginePart {
     [[nodiscard]] Shift ShiftCopies(std::wstring_view path, std::int16_t location, int last);
     [[nodiscard]] bool MoveBack(const std::vector<std::pair<std::wstring, std::wstring>>& moved);
     [[nodiscard]] int LowestGap(std::wstring_view path, std::int16_t location);
-    void RemoveEmptyParents(std::wstring_view copyPath);
 
     DestinationSession& session_;
     CommentStore& comments_;

@@ -48,6 +48,11 @@ CopySeries::Shift CopySeries::ShiftCopies(std::wstring_view path, std::int16_t l
     };
     std::vector<std::pair<std::wstring, std::wstring>> moved;
     std::vector<std::wstring> targets;
+    // Copies of items below a dotted folder are in folders of their own, which are removed with
+    // them.
+    const auto removeEmptyParents = [&](const std::wstring& copy) {
+        RemoveEmptyFolders(system_.files, MFileDosShell::CFileLocation(copy), session_->Folder());
+    };
     const auto move = [&](const std::wstring& from, const std::wstring& to) {
         session_.MoveEntry(from, to);
         moved.emplace_back(from, to);
@@ -68,11 +73,11 @@ CopySeries::Shift CopySeries::ShiftCopies(std::wstring_view path, std::int16_t l
         }
     } catch (const RuntimeError& error) {
         const Rotation outcome = MoveBack(moved) ? Rotation::RolledBack : Rotation::RollbackFailed;
-        for (const std::wstring& to : targets) RemoveEmptyParents(to);
+        for (const std::wstring& to : targets) removeEmptyParents(to);
         return {outcome, error};
     }
     if (!leaving.empty()) Remove(leaving);
-    for (const auto& [from, to] : moved) RemoveEmptyParents(from);
+    for (const auto& [from, to] : moved) removeEmptyParents(from);
     return {};
 }
 
@@ -93,19 +98,6 @@ int CopySeries::LowestGap(std::wstring_view path, std::int16_t location) {
         ++number;
     }
     return std::min<int>(number, state_.copiesCount);
-}
-
-// Copies of items below a dotted folder are in folders of their own, which are removed with them.
-void CopySeries::RemoveEmptyParents(std::wstring_view copyPath) {
-    std::wstring folder = MFileDosShell::CFileLocation(copyPath);
-    try {
-        while (folder.size() > session_->Folder().size()) {
-            system_.files.RemoveFolder(folder);
-            folder = MFileDosShell::CFileLocation(folder);
-        }
-    } catch (const RuntimeError&) {
-        // It holds something else, most often the comment of copy 1.
-    }
 }
 
 }  // namespace vw

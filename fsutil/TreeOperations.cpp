@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "fsutil/PathText.h"
 #include "fsutil/Patience.h"
 #include "platform/RuntimeError.h"
 
@@ -168,6 +169,16 @@ void DeleteTree(FileSystem& files, std::wstring_view path, const std::function<v
     }
     // The system can report success for something that it did not delete.
     if (files.Stat(top)) Throw(error_number::kPermissionDenied, top);
+}
+
+void RemoveEmptyFolders(FileSystem& files, std::wstring folder, std::wstring_view top) {
+    try {
+        for (; folder.size() > top.size(); folder = MFileDosShell::CFileLocation(folder)) {
+            files.RemoveFolder(folder);
+        }
+    } catch (const RuntimeError&) {
+        // It holds something else, most often the comment of copy 1.
+    }
 }
 
 void CreateFolders(FileSystem& files, std::wstring_view path) {

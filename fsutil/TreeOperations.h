@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <string>
 #include <string_view>
 
 #include "platform/Date.h"
@@ -19,6 +20,10 @@ class Patience;
 /// is waited for.
 void DeleteTree(FileSystem& files, std::wstring_view path, const std::function<void()>& yield,
                 Patience* patience = nullptr);
+
+/// Removes an empty folder, and then each parent that has become empty, up to `top`, which stays.
+/// Ends without an error at the first folder that holds something else.
+void RemoveEmptyFolders(FileSystem& files, std::wstring folder, std::wstring_view top);
 
 /// Makes the folder and every parent that is missing.
 void CreateFolders(FileSystem& files, std::wstring_view path);

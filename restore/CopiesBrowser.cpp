@@ -22,7 +22,6 @@ namespace vw {
 namespace {
 
 using namespace MFileDosShell;
-constexpr std::wstring_view kBackupFolder = L"\\Backup";
 constexpr std::wstring_view kFallbackDrive = L"C:";
 constexpr std::wstring_view kNewestLabel = L"N01";
 

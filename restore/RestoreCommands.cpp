@@ -5,6 +5,7 @@
 #include "fsutil/FileQueries.h"
 #include "fsutil/PathText.h"
 #include "fsutil/Scripting.h"
+#include "fsutil/TreeOperations.h"
 #include "platform/ErrorTrap.h"
 #include "platform/FileSystem.h"
 #include "platform/MessageBoxes.h"
@@ -20,7 +21,6 @@
 // whether the disk still has it. Restoring is in Restoring.cpp.
 
 namespace vw {
-namespace {}  // namespace
 
 RestoreCommands::RestoreCommands(System& system, ProgramState& state, Form& main,
                                  CopiesBrowser& browser, FileDialogs& dialogs,
@@ -163,24 +163,15 @@ RestoreCommands::Outcome RestoreCommands::DeleteCopy(const Selection& selection,
             outcome = Outcome::Failed;
             engine_().DeleteCopy(copy.path);
             MFileDosShell::DeletePath(system_, CPackage::PackageCommentFile(copy.path));
-            RemoveEmptyFolders(MFileDosShell::CFileLocation(copy.path), selection.folder);
+            // A copy of an item below a folder with a point in its name is in folders of its own.
+            // An empty one would look like a copy.
+            RemoveEmptyFolders(system_.files, MFileDosShell::CFileLocation(copy.path),
+                               selection.folder);
             outcome = Outcome::Done;
         });
         if (!entered) outcome = Outcome::Cancelled;
     });
     return outcome;
-}
-
-// A copy of an item below a folder with a point in its name lies in folders of its own. They would
-// look like a copy, and an empty one.
-void RestoreCommands::RemoveEmptyFolders(std::wstring folder, const std::wstring& copyFolder) {
-    try {
-        for (; folder.size() > copyFolder.size(); folder = MFileDosShell::CFileLocation(folder)) {
-            system_.files.RemoveFolder(folder);
-        }
-    } catch (const RuntimeError&) {
-        // It holds something else.
-    }
 }
 
 // A copy that cannot be deleted is reported, and the others are still deleted. A copy that is no

@@ -78,7 +78,6 @@ class RestoreCommands {
     void DoDelCopy();
     void Delete(const std::function<void()>& deletion);
     [[nodiscard]] Outcome DeleteCopy(const Selection& selection, const ListedCopy& copy);
-    void RemoveEmptyFolders(std::wstring folder, const std::wstring& copyFolder);
     void DoDelFile();
 
     // What all of them need (RestoreCommands.cpp).

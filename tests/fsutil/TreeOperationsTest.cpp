@@ -98,6 +98,25 @@ TEST(CreateFolders, MakesEveryMissingParent) {
     EXPECT_TRUE(Exists(tree.Path(L"a\\ب\\second")));
 }
 
+TEST(RemoveEmptyFolders, EmptyParents_AreRemovedUpToTheTop) {
+    const TempTree tree;
+    tree.Folder(L"Top\\a\\b\\c");
+    TestEnvironment world;
+    RemoveEmptyFolders(world.files, tree.Path(L"Top\\a\\b\\c"), tree.Path(L"Top"));
+    EXPECT_FALSE(Exists(tree.Path(L"Top\\a")));
+    EXPECT_TRUE(Exists(tree.Path(L"Top")));
+}
+
+TEST(RemoveEmptyFolders, ParentWithAFile_Stays) {
+    const TempTree tree;
+    tree.File(L"Top\\a\\file");
+    tree.Folder(L"Top\\a\\b\\c");
+    TestEnvironment world;
+    RemoveEmptyFolders(world.files, tree.Path(L"Top\\a\\b\\c"), tree.Path(L"Top"));
+    EXPECT_FALSE(Exists(tree.Path(L"Top\\a\\b")));
+    EXPECT_TRUE(Exists(tree.Path(L"Top\\a\\file")));
+}
+
 TEST(CreateFolders, LeavesWhatIsThere) {
     const TempTree tree;
     tree.File(L"a\\b\\f.txt");
