@@ -5,6 +5,7 @@
 #include "list/editing/BackupList.h"
 #include "list/editing/FileDialogs.h"
 #include "list/editing/Filter.h"
+#include "list/editing/ItemAdder.h"
 #include "list/editing/ListContext.h"
 #include "list/editing/RestoreView.h"
 #include "platform/ErrorTrap.h"
@@ -23,8 +24,6 @@ namespace vw {
 namespace {
 
 using namespace MFileDosShell;
-constexpr wchar_t kSeparator = L'\0';  // between the names of a multiple selection
-
 std::wstring WithoutSeparator(std::wstring_view folder) {
     return std::wstring(folder.substr(0, folder.find_last_not_of(L'\\') + 1));
 }
@@ -92,30 +91,11 @@ void ListEditing::AddItem(FileDialogKind kind) {
     context_.startAtLogon(true);
     const std::wstring path = GetFileFolder(kind);
     if (path.empty() || IsShownText(path) || path.ends_with(L":\\\\")) return;
-    const int before = BeginAdding();
-    Add(path);
+    ItemAdder adder(system_, state_, rows_, context_.progress);
+    adder.Add(path);
     rows_.List().FitColumns();
-    SelectAdded(before);
+    adder.SelectNewest();
     Save();
-}
-
-int ListEditing::BeginAdding() {
-    offered_.clear();
-    return rows_.Count();
-}
-
-void ListEditing::Add(const std::wstring& path) {
-    offered_ = path;
-    rows_.AddToList(path);
-}
-
-// What was added last is what the user goes on with; when all of it is there already, that.
-void ListEditing::SelectAdded(int countBefore) {
-    const int newest = rows_.Count() - 1;
-    const int row = newest >= countBefore ? newest : rows_.RowOf(offered_);
-    if (row < 0) return;
-    rows_.List().Select(row);
-    rows_.List().EnsureVisible(row);
 }
 
 void ListEditing::CopyTo() {
@@ -131,95 +111,19 @@ void ListEditing::mnuAddFileClick() {
     if (selection.empty()) return;
     // Also what the end of the session finds half added is saved.
     state_.listModified = true;
-    const int before = BeginAdding();
+    ItemAdder adder(system_, state_, rows_, context_.progress);
     {
         const RedrawPause pause(rows_.List());
-        AddChosen(selection);
+        adder.AddChosen(selection);
     }
-    SelectAdded(before);
+    adder.SelectNewest();
     context_.progress.BusyHide(true);
     Save();
 }
 
-void ListEditing::AddChosen(const std::wstring& selection) {
-    if (selection.find(kSeparator) != std::wstring::npos) {
-        AddMultiselect(selection);
-    } else if (selection.ends_with(L"\\*")) {
-        AddMatching(selection);
-    } else {
-        const auto facts = system_.files.Stat(selection);
-        if (facts && facts->isFolder) {
-            AddAllFilesInFolder(selection);
-        } else {
-            Add(selection);
-        }
-    }
-}
-
-// Shows what is being added, adds it and lets the windows live; false once the user has cancelled.
-bool ListEditing::AddShown(std::wstring_view caption, const std::wstring& path) {
-    if (state_.cancel.IsRequested()) return false;
-    context_.progress.Msg(caption, path);
-    Add(path);
-    system_.pump.ProcessMessagesIfDue();
-    return true;
-}
-
-// The names come from the end of the selection.
-void ListEditing::AddMultiselect(std::wstring_view selection) {
-    trap_(L"AddMultiselect", [&] {
-        const std::wstring folder(selection.substr(0, selection.find(kSeparator)));
-        const auto facts = system_.files.Stat(folder);
-        if (folder.size() == selection.size() || !facts || !facts->isFolder) return;
-        state_.cancel.Begin();
-        while (selection.size() > folder.size()) {
-            const std::size_t separator = selection.rfind(kSeparator);
-            const std::wstring_view name = selection.substr(separator + 1);
-            if (!name.empty() && !AddShown(L"Adding file", JoinPath(folder, name))) return;
-            selection = selection.substr(0, separator);
-        }
-    });
-}
-
-void ListEditing::AddMatching(std::wstring_view pattern) {
-    const std::wstring folder(pattern.substr(0, pattern.size() - 1));
-    std::vector<std::wstring> files;
-    system_.files.List(folder, [&](const FolderEntry& entry) {
-        if (!entry.isFolder) files.push_back(JoinPath(folder, entry.name));
-    });
-    state_.cancel.Begin();
-    for (const std::wstring& path : files) {
-        if (!AddShown(L"Adding", path)) return;
-    }
-}
-
-// The folders to come are kept here and not on the stack: trees can be thousands of levels deep. An
-// error ends the folder that it came in.
-void ListEditing::AddAllFilesInFolder(const std::wstring& folder) {
-    std::vector<std::wstring> pending{folder};
-    do {
-        const std::wstring current = std::move(pending.back());
-        pending.pop_back();
-        trap_(L"AddAllFilesInFolder", [&] {
-            std::vector<std::wstring> files;
-            std::vector<std::wstring> subFolders;
-            system_.files.List(current, [&](const FolderEntry& entry) {
-                if (entry.isLink) return;
-                (entry.isFolder ? subFolders : files).push_back(JoinPath(current, entry.name));
-            });
-            state_.cancel.Begin();
-            for (const std::wstring& path : files) {
-                if (!AddShown(L"Adding file", path)) return;
-            }
-            pending.insert(pending.end(), subFolders.rbegin(), subFolders.rend());
-        });
-        system_.pump.ProcessMessagesIfDue();
-    } while (!pending.empty() && !state_.cancel.IsRequested());
-}
-
 void ListEditing::lsvBackupList_OLEDragDrop(const std::vector<std::wstring>& paths) {
     state_.listModified = true;
-    const int before = BeginAdding();
+    ItemAdder adder(system_, state_, rows_, context_.progress);
     bool drives = false;
     {
         const RedrawPause pause(rows_.List());
@@ -230,11 +134,11 @@ void ListEditing::lsvBackupList_OLEDragDrop(const std::vector<std::wstring>& pat
             }
             const auto facts = system_.files.Stat(path);
             if (!facts) continue;
-            Add(facts->isFolder ? WithSeparator(path) : path);
+            adder.Add(facts->isFolder ? WithSeparator(path) : path);
             system_.pump.ProcessMessagesIfDue();
         }
     }
-    SelectAdded(before);
+    adder.SelectNewest();
     Save();
 }
 

@@ -60,17 +60,9 @@ class ListEditing {
     [[nodiscard]] std::wstring GetFileFolder(FileDialogKind kind);
 
   private:
-    void AddChosen(const std::wstring& selection);
-    void AddMultiselect(std::wstring_view selection);
-    void AddMatching(std::wstring_view pattern);
-    void AddAllFilesInFolder(const std::wstring& folder);
-    [[nodiscard]] bool AddShown(std::wstring_view caption, const std::wstring& path);
     [[nodiscard]] bool IsShownText(std::wstring_view text);
     void Save();
     void AddItem(FileDialogKind kind);
-    [[nodiscard]] int BeginAdding();
-    void Add(const std::wstring& path);
-    void SelectAdded(int countBefore);
 
     System& system_;
     ErrorTrap trap_{system_.errors, L"Form", L"frmMain"};
@@ -80,7 +72,6 @@ class ListEditing {
     BackupList& list_;
     ListRows& rows_;
     const ListContext& context_;
-    std::wstring offered_;  ///< what was to be added last
     bool descending_ = false;
 };
 
