@@ -1,24 +1,18 @@
 #include "restore/RestoreCommands.h"
 
 #include "engine/CPackage.h"
-#include "engine/CopyComment.h"
 #include "fsutil/FileQueries.h"
 #include "fsutil/PathText.h"
 #include "fsutil/Scripting.h"
 #include "fsutil/TreeOperations.h"
-#include "platform/ErrorTrap.h"
-#include "platform/FileSystem.h"
 #include "platform/MessageBoxes.h"
 #include "platform/ProgressReporter.h"
-#include "platform/RuntimeError.h"
 #include "platform/TextCase.h"
 #include "restore/CopiesBrowser.h"
+#include "restore/RestoreTexts.h"
 #include "restore/RestoreWork.h"
-#include "ui/ControlNames.h"
-#include "ui/Form.h"
 
-// Deleting and opening copies, and what every command does first: finding out what is selected and
-// whether the disk still has it. Restoring is in Restoring.cpp.
+// Deleting and opening copies. Restoring is in Restoring.cpp.
 
 namespace vw {
 
@@ -28,8 +22,8 @@ RestoreCommands::RestoreCommands(System& system, ProgramState& state, Form& main
                                  EngineProvider engine)
     : system_(system),
       state_(state),
-      main_(main),
       browser_(browser),
+      selector_(system, main, browser, engine),
       dialogs_(dialogs),
       dialog_(dialog),
       progress_(progress),
@@ -45,74 +39,12 @@ void RestoreCommands::mnuDelCopiesClick() { DoDelFile(); }
 
 void RestoreCommands::mnuOpenCopyClick() {
     trap_(L"mnuOpenCopyClick", [this] {
-        const auto selection = Selected(true);
+        const auto selection = selector_.Read(true);
         if (!selection) return;
-        ExpectUnchanged(*selection, selection->copy);
-        WarnIfIncomplete(selection->copy);
+        selector_.RequireUnchanged(*selection, selection->copy);
+        if (selection->copy.isIncomplete) selector_.ShowMessage(restore_text::kIncomplete);
         MMyScripting::ShellPath(system_, selection->copy.path);
     });
-}
-
-// Nothing when there is nothing to work on, which the user has seen then.
-std::optional<RestoreCommands::Selection> RestoreCommands::Selected(bool needsCopy) {
-    if (!browser_.FollowSelection()) return std::nullopt;
-    const auto item = browser_.CurrentItem();
-    const auto copy = browser_.SelectedCopy();
-    if (!item || (needsCopy && !copy)) {
-        ShowNothingSelected();
-        return std::nullopt;
-    }
-    Selection selection{.folder = browser_.ShownPath(),
-                        .item = *item,
-                        .copy = copy.value_or(ListedCopy{}),
-                        .copies = browser_.ListedCopies()};
-    if (!browser_.IsFolderStillThere()) {
-        ThrowWith(error_number::kFileNotFound, In(restore_text::kFolderChanged),
-                  needsCopy ? selection.copy.path : selection.folder);
-    }
-    return selection;
-}
-
-// A run of another process may have moved the copies since they were listed: under the name of the
-// one that the user saw another one would be. The comment of an item's copies moves with them, so
-// it counts where there is one.
-bool RestoreCommands::IsUnchanged(const Selection& selection, const ListedCopy& copy) {
-    const auto facts = system_.files.Stat(copy.path);
-    if (!facts || facts->isFolder != copy.isFolder) return false;
-    if (!facts->isFolder && static_cast<std::int64_t>(facts->size) != copy.size) return false;
-    if (MFileDosShell::PathDate(system_, engine_(), copy.path) != copy.date) return false;
-    const auto names = [this](const std::wstring& commentOf, const std::wstring& place) {
-        if (commentOf.empty() || place.empty()) return true;
-        const auto comment = ReadCopyComment(system_, commentOf);
-        return !comment || EqualNoCase(comment->place, place);
-    };
-    return names(selection.item.commentOf, selection.item.place) && names(copy.path, copy.place);
-}
-
-// Throws when a copy is not the one any more that the user saw; the lists show what is there then.
-void RestoreCommands::ExpectUnchanged(const Selection& selection, const ListedCopy& copy) {
-    if (!browser_.IsFolderStillThere() || browser_.ShownPath() != selection.folder) {
-        ThrowWith(error_number::kFileNotFound, In(restore_text::kFolderChanged), copy.path);
-    }
-    if (IsUnchanged(selection, copy)) return;
-    browser_.ListAnew();
-    ThrowWith(error_number::kFileNotFound, In(restore_text::kCopyChanged), copy.path);
-}
-
-void RestoreCommands::WarnIfIncomplete(const ListedCopy& copy) {
-    if (copy.isIncomplete) ShowMessage(restore_text::kIncomplete);
-}
-
-void RestoreCommands::ShowMessage(const RestoreText& text) {
-    system_.boxes.Show({.text = In(text), .rightToLeft = main_.InLanguage() == Language::Arabic});
-}
-
-std::wstring RestoreCommands::In(const RestoreText& text) const {
-    return std::wstring(text.In(main_.InLanguage()));
-}
-
-void RestoreCommands::ShowNothingSelected() {
-    system_.boxes.Show({.text = main_.Text(control::lblNoRestore), .rightToLeft = true});
 }
 
 bool RestoreCommands::Ask(const std::wstring& question) {
@@ -123,7 +55,7 @@ bool RestoreCommands::Ask(const std::wstring& question) {
 
 void RestoreCommands::DoDelCopy() {
     trap_(L"DoDelCopy", [this] {
-        const auto selection = Selected(true);
+        const auto selection = selector_.Read(true);
         if (!selection) return;
         const bool isFolder = EqualNoCase(selection->item.type, L"Folder");
         // No blank behind the bracket.
@@ -153,13 +85,13 @@ void RestoreCommands::Delete(const std::function<void()>& deletion) {
 
 // Only the newest copy has a comment file. A copy that stays, because somebody uses it, keeps its
 // comment: without it the original place of the item would be lost.
-RestoreCommands::Outcome RestoreCommands::DeleteCopy(const Selection& selection,
+RestoreCommands::Outcome RestoreCommands::DeleteCopy(const CopySelection& selection,
                                                      const ListedCopy& copy) {
     Outcome outcome = Outcome::Failed;
     trap_(L"DoDelCopy", [&] {
         const bool entered = engine_().InDestination(selection.folder, [&] {
             outcome = Outcome::Changed;
-            ExpectUnchanged(selection, copy);
+            selector_.RequireUnchanged(selection, copy);
             outcome = Outcome::Failed;
             engine_().DeleteCopy(copy.path);
             MFileDosShell::DeletePath(system_, CPackage::PackageCommentFile(copy.path));
@@ -178,7 +110,7 @@ RestoreCommands::Outcome RestoreCommands::DeleteCopy(const Selection& selection,
 // longer the one shown ends the command and lists the copies anew.
 void RestoreCommands::DoDelFile() {
     trap_(L"DoDelFile", [this] {
-        const auto selection = Selected(false);
+        const auto selection = selector_.Read(false);
         if (!selection) return;
         if (!Ask(L"هل تريد بالتأكيد حذف كافة النسخ الاحتياطية العائدة للملف:\r\n" +
                  selection->item.text)) {

@@ -3,13 +3,11 @@
 #include <functional>
 #include <optional>
 #include <string>
-#include <vector>
 
 #include "engine/EngineProvider.h"
 #include "platform/ErrorTrap.h"
 #include "platform/System.h"
-#include "restore/ListedCopy.h"
-#include "restore/RestoreTexts.h"
+#include "restore/CopySelector.h"
 #include "restore/SafetyCopies.h"
 
 namespace vw {
@@ -18,7 +16,6 @@ class CopiesBrowser;
 class FileDialogs;
 class Form;
 class ProgressReporter;
-class TargetState;
 struct FileDialogSetup;
 struct ProgramState;
 
@@ -44,15 +41,6 @@ class RestoreCommands {
     void mnuOpenCopyClick();
 
   private:
-    /// What a command works on, as the lists showed it when the command was given; what is selected
-    /// may change before it ends.
-    struct Selection {
-        std::wstring folder;  ///< of the copies
-        ShownItem item;
-        ListedCopy copy;  ///< the selected one
-        std::vector<ListedCopy> copies;
-    };
-
     /// Where a copy goes.
     struct RestoreTarget {
         std::wstring folder;
@@ -65,36 +53,29 @@ class RestoreCommands {
 
     // Restoring (Restoring.cpp).
     void DoRestore(bool askLocation);
-    void Restore(const Selection& selection, const RestoreTarget& wanted);
-    [[nodiscard]] std::optional<RestoreTarget> ChooseTarget(const Selection& selection, bool ask);
+    void Restore(const CopySelection& selection, const RestoreTarget& wanted);
+    [[nodiscard]] std::optional<RestoreTarget> ChooseTarget(const CopySelection& selection,
+                                                            bool ask);
     void RefuseStoredCopy(const RestoreTarget& wanted, const std::wstring& folder);
     [[nodiscard]] bool MayReplace(const RestoreTarget& wanted);
 
-    [[nodiscard]] bool MakeSafetyCopy(const RestoreTarget& wanted, const Selection& selection);
+    [[nodiscard]] bool MakeSafetyCopy(const RestoreTarget& wanted, const CopySelection& selection);
     [[nodiscard]] bool MakeSafetyCopy(const std::wstring& path, SafetyCopies::Proof proof,
-                                      const Selection& selection);
+                                      const CopySelection& selection);
 
     // Deleting and opening (RestoreCommands.cpp).
     void DoDelCopy();
     void Delete(const std::function<void()>& deletion);
-    [[nodiscard]] Outcome DeleteCopy(const Selection& selection, const ListedCopy& copy);
+    [[nodiscard]] Outcome DeleteCopy(const CopySelection& selection, const ListedCopy& copy);
     void DoDelFile();
 
-    // What all of them need (RestoreCommands.cpp).
     [[nodiscard]] bool Ask(const std::wstring& question);
-    void ShowNothingSelected();
-    [[nodiscard]] std::optional<Selection> Selected(bool needsCopy);
-    [[nodiscard]] bool IsUnchanged(const Selection& selection, const ListedCopy& copy);
-    void ExpectUnchanged(const Selection& selection, const ListedCopy& copy);
-    void WarnIfIncomplete(const ListedCopy& copy);
-    void ShowMessage(const RestoreText& text);
-    [[nodiscard]] std::wstring In(const RestoreText& text) const;
 
     System& system_;
     ErrorTrap trap_{system_.errors, L"Form", L"frmMain"};
     ProgramState& state_;
-    Form& main_;
     CopiesBrowser& browser_;
+    CopySelector selector_;
     FileDialogs& dialogs_;
     FileDialogSetup& dialog_;
     ProgressReporter& progress_;

@@ -4,7 +4,6 @@
 #include "fsutil/PathText.h"
 #include "list/editing/FileDialogs.h"
 #include "list/editing/Filter.h"
-#include "platform/ErrorTrap.h"
 #include "platform/FileSystem.h"
 #include "platform/MessageBoxes.h"
 #include "platform/ProgramState.h"
@@ -13,9 +12,9 @@
 #include "platform/TextCase.h"
 #include "restore/CopiesBrowser.h"
 #include "restore/RestoreCommands.h"
+#include "restore/RestoreTexts.h"
 #include "restore/RestoreWork.h"
 #include "restore/StoredCopyPath.h"
-#include "ui/Form.h"
 
 // Restoring a copy. Nothing is overwritten before the user said so and a copy verifiably has it.
 // An unanswered query ends the restore: nothing may be overwritten because a question about
@@ -32,10 +31,10 @@ constexpr std::uint32_t kSaveFlags = 524294;  // explorer style, no read-only bo
 
 void RestoreCommands::DoRestore(bool askLocation) {
     trap_(L"DoRestore", [&] {
-        const auto selection = Selected(true);
+        const auto selection = selector_.Read(true);
         if (!selection) return;
-        ExpectUnchanged(*selection, selection->copy);
-        WarnIfIncomplete(selection->copy);
+        selector_.RequireUnchanged(*selection, selection->copy);
+        if (selection->copy.isIncomplete) selector_.ShowMessage(restore_text::kIncomplete);
         auto wanted = ChooseTarget(*selection, askLocation);
         if (!wanted) return;
         RefuseStoredCopy(*wanted, selection->folder);
@@ -46,15 +45,15 @@ void RestoreCommands::DoRestore(bool askLocation) {
     });
 }
 
-void RestoreCommands::Restore(const Selection& selection, const RestoreTarget& wanted) {
+void RestoreCommands::Restore(const CopySelection& selection, const RestoreTarget& wanted) {
     const RestoreWork work(state_);
     bool isCancelled = false;
     const bool entered = engine_().InDestination(selection.folder, [&] {
-        ExpectUnchanged(selection, selection.copy);
+        selector_.RequireUnchanged(selection, selection.copy);
         // Where nothing was when the user was asked, nothing may be replaced.
-        const bool mayStand = wanted.existed || !EqualNoCase(wanted.requestedPath, wanted.path);
+        const bool mayExist = wanted.existed || !EqualNoCase(wanted.requestedPath, wanted.path);
         const TargetState before =
-            mayStand ? TargetState(system_.files, system_.pump, wanted.path) : TargetState();
+            mayExist ? TargetState(system_.files, system_.pump, wanted.path) : TargetState();
         isCancelled = !MakeSafetyCopy(wanted, selection);
         if (!isCancelled) engine_().Extract(selection.copy.path, wanted.path, before);
     });
@@ -64,11 +63,11 @@ void RestoreCommands::Restore(const Selection& selection, const RestoreTarget& w
         return;
     }
     progress_.BusyHide(false);
-    if (!state_.silentRun) ShowMessage(restore_text::kCancelled);
+    if (!state_.silentRun) selector_.ShowMessage(restore_text::kCancelled);
 }
 
 std::optional<RestoreCommands::RestoreTarget> RestoreCommands::ChooseTarget(
-    const Selection& selection, bool ask) {
+    const CopySelection& selection, bool ask) {
     const ShownItem& item = selection.item;
     const std::wstring location =
         item.originalLocation.empty() ? std::wstring(kUnknownLocation) : item.originalLocation;
@@ -99,12 +98,12 @@ std::optional<RestoreCommands::RestoreTarget> RestoreCommands::ChooseTarget(
 // itself would never come to an end.
 void RestoreCommands::RefuseStoredCopy(const RestoreTarget& wanted, const std::wstring& folder) {
     if (IsInStoredCopy(system_.files, wanted.folder, CFileName(wanted.path), folder)) {
-        ThrowWith(error_number::kAccessError, In(restore_text::kInsideCopy), wanted.path);
+        ThrowWith(error_number::kAccessError, selector_.In(restore_text::kInsideCopy), wanted.path);
     }
 }
 
 // False when the user cancelled.
-bool RestoreCommands::MakeSafetyCopy(const RestoreTarget& wanted, const Selection& selection) {
+bool RestoreCommands::MakeSafetyCopy(const RestoreTarget& wanted, const CopySelection& selection) {
     if (wanted.existed && system_.files.Stat(wanted.requestedPath) &&
         !MakeSafetyCopy(wanted.requestedPath, SafetyCopies::Proof::Date, selection)) {
         return false;
@@ -117,13 +116,14 @@ bool RestoreCommands::MakeSafetyCopy(const RestoreTarget& wanted, const Selectio
 
 // Throws when what is about to be overwritten could not be kept.
 bool RestoreCommands::MakeSafetyCopy(const std::wstring& path, SafetyCopies::Proof proof,
-                                     const Selection& selection) {
+                                     const CopySelection& selection) {
     SafetySeries series{selection.folder, selection.item.location, {}};
     for (const ListedCopy& copy : selection.copies) {
         series.copies.push_back({copy.path, NumberOfLabel(copy.label)});
     }
     SafetyCopies copies(system_, state_, engine_());
-    const auto outcome = copies.Keep(path, proof, series, In(restore_text::kAllNumbersUsed));
+    const auto outcome =
+        copies.Keep(path, proof, series, selector_.In(restore_text::kAllNumbersUsed));
     if (outcome == SafetyCopies::Outcome::Failed) {
         browser_.SelectLast();
         Throw(error_number::kAccessError, path);

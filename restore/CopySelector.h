@@ -1,0 +1,56 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "engine/EngineProvider.h"
+#include "platform/System.h"
+#include "restore/ListedCopy.h"
+
+namespace vw {
+
+class CopiesBrowser;
+class Form;
+struct RestoreText;
+
+/// What a command works on, as the lists showed it when the command was given; what is selected
+/// may change before it ends.
+struct CopySelection {
+    std::wstring folder;  ///< of the copies
+    ShownItem item;
+    ListedCopy copy;  ///< the selected one
+    std::vector<ListedCopy> copies;
+};
+
+/// Reads what is selected in the restore view, and compares it with the disk before a command
+/// changes something.
+class CopySelector {
+  public:
+    CopySelector(System& system, Form& main, CopiesBrowser& browser, EngineProvider engine);
+
+    /// What is selected; `needsCopy` requires a copy besides the item. Nothing when it is not
+    /// there, which a message box or the lists have shown. Throws kFileNotFound when the folder of
+    /// the copies is no longer the one shown.
+    [[nodiscard]] std::optional<CopySelection> Read(bool needsCopy);
+
+    /// Throws kFileNotFound when a copy is no longer the one that the user saw, and lists what is
+    /// there now.
+    void RequireUnchanged(const CopySelection& selection, const ListedCopy& copy);
+
+    /// Shows a sentence, in the language of the window.
+    void ShowMessage(const RestoreText& text);
+
+    /// A sentence in the language of the window.
+    [[nodiscard]] std::wstring In(const RestoreText& text) const;
+
+  private:
+    [[nodiscard]] bool IsUnchanged(const CopySelection& selection, const ListedCopy& copy);
+
+    System& system_;
+    Form& main_;
+    CopiesBrowser& browser_;
+    EngineProvider engine_;
+};
+
+}  // namespace vw
