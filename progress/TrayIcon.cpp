@@ -1,8 +1,5 @@
 #include "progress/TrayIcon.h"
 
-#include <algorithm>
-#include <string_view>
-
 #include "platform/ErrorTrap.h"
 #include "platform/MessageBoxes.h"
 #include "platform/ProgramControl.h"
@@ -14,22 +11,17 @@
 namespace vw {
 
 namespace {
-constexpr UINT kIconId = 1;
-// Notifications of the icon arrive as mouse moves over its window.
-constexpr UINT kIconMessage = WM_MOUSEMOVE;
-constexpr std::size_t kTipUnits = 64;
 constexpr int kFrames = 4;
-
 }  // namespace
 
 TrayIcon::TrayIcon(System& system, ProgramState& state, Language language, ProgramControl& program,
-                   Forms loadedForms, Shell shell)
+                   Forms loadedForms, ShellIcon::Shell shell)
     : system_(system),
       state_(state),
       program_(program),
       loadedForms_(std::move(loadedForms)),
-      shell_(shell),
-      form_(TrayForm(), language, *this) {}
+      form_(TrayForm(), language, *this),
+      icon_(form_, shell) {}
 
 void TrayIcon::Load() {
     if (form_.IsLoaded()) {
@@ -54,7 +46,7 @@ void TrayIcon::OnLoad(Form& form) {
 
 // Without an icon nobody could bring a hidden window back.
 void TrayIcon::HideWindows() {
-    if (!added_) return;
+    if (!icon_.IsAdded()) return;
     for (Form* loaded : loadedForms_()) loaded->Hide();
 }
 
@@ -62,16 +54,16 @@ void TrayIcon::cbStatic_Click() {
     trap_(L"cbStatic_Click", [&] {
         animating_ = false;
         form_.SetIcon(L"Image1", 0);
-        SetTip(kApplicationTitle);
-        AddIcon();
+        icon_.SetTip(kApplicationTitle);
+        icon_.Add();
     });
 }
 
 void TrayIcon::cbAnimated_Click() {
     trap_(L"cbAnimated_Click", [&] {
         animating_ = true;
-        SetTip(form_.Text(control::lblMsg1));
-        AddIcon();
+        icon_.SetTip(form_.Text(control::lblMsg1));
+        icon_.Add();
     });
 }
 
@@ -83,49 +75,22 @@ void TrayIcon::mnuPropAction_Click() {
     trap_(L"mnuPropAction_Click", [this] { cbEnd_Click(); });
 }
 
-NOTIFYICONDATAW TrayIcon::InitIconStruct() const {
-    NOTIFYICONDATAW record{};
-    record.cbSize = NOTIFYICONDATAW_V1_SIZE;
-    record.hWnd = form_.Handle();
-    record.uID = kIconId;
-    record.uFlags = NIF_MESSAGE | NIF_ICON | NIF_TIP;
-    record.uCallbackMessage = kIconMessage;
-    record.hIcon = form_.Icon();
-    tip_.copy(record.szTip, std::min(tip_.size(), kTipUnits - 1));
-    return record;
-}
-
-void TrayIcon::AddIcon() {
-    NOTIFYICONDATAW record = InitIconStruct();
-    lastStatus_ = shell_(NIM_ADD, &record) != 0;
-    added_ = added_ || lastStatus_;
-}
-
-// The shell refuses an icon while it is busy, such as at log-on. An icon that it took all the same,
-// after the answer was due, counts as added when it can be changed.
-void TrayIcon::AddAgain() {
-    AddIcon();
-    if (!added_) {
-        NOTIFYICONDATAW record = InitIconStruct();
-        lastStatus_ = shell_(NIM_MODIFY, &record) != 0;
-        added_ = lastStatus_;
-    }
-    HideWindows();
-}
-
 void TrayIcon::OnTaskbarCreated(Form&) {
-    added_ = false;
-    AddIcon();
+    icon_.OnLost();
+    icon_.Add();
 }
 
 void TrayIcon::Timer1_Timer() {
     trap_(L"Timer1_Timer", [this] {
-        if (!added_) AddAgain();
+        if (!icon_.IsAdded()) {
+            // The shell refuses an icon while it is busy, such as at log-on.
+            icon_.AddAgain();
+            HideWindows();
+        }
         if (!animating_) return;
         form_.SetIcon(L"Image1", frame_ - 1);
         frame_ = frame_ % kFrames + 1;
-        NOTIFYICONDATAW record = InitIconStruct();
-        lastStatus_ = shell_(NIM_MODIFY, &record) != 0;
+        icon_.Modify();
     });
 }
 
@@ -160,10 +125,7 @@ bool TrayIcon::OnQueryUnload(Form&, UnloadReason reason) {
             state_.endRequested = true;
             state_.cancel.Request();
         }
-        NOTIFYICONDATAW record = InitIconStruct();
-        // Also an icon whose addition was not confirmed may be there.
-        lastStatus_ = shell_(NIM_DELETE, &record) != 0;
-        added_ = false;
+        icon_.Remove();
         animating_ = false;
         if (state_.silentRun) program_.frmUnload();
     });

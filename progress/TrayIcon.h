@@ -2,17 +2,11 @@
 
 #include <exception>
 #include <functional>
-#include <string>
-#include <string_view>
-#include <utility>
 #include <vector>
 
 #include "platform/ErrorTrap.h"
 #include "platform/System.h"
-#include "platform/WindowsHeader.h"
-// The shell's declarations need those of the window system first.
-#include <shellapi.h>
-
+#include "progress/ShellIcon.h"
 #include "ui/EscapedError.h"
 #include "ui/Form.h"
 
@@ -25,14 +19,11 @@ struct ProgramState;
 /// program works without windows, and keeps a silent run alive while it is loaded.
 class TrayIcon final : private FormEvents {
   public:
-    /// Takes requests for icons; the system's own but in tests.
-    using Shell = BOOL(WINAPI*)(DWORD request, NOTIFYICONDATAW* icon);
-
     /// Returns every form that is loaded, the icon's own included.
     using Forms = std::function<std::vector<Form*>()>;
 
     TrayIcon(System& system, ProgramState& state, Language language, ProgramControl& program,
-             Forms loadedForms, Shell shell = &Shell_NotifyIconW);
+             Forms loadedForms, ShellIcon::Shell shell = &Shell_NotifyIconW);
 
     /// Puts the icon into the notification area and hides every window; once more while it is
     /// loaded, it only hides them. While the shell does not take the icon the windows stay, and the
@@ -49,26 +40,20 @@ class TrayIcon final : private FormEvents {
     void cbEnd_Click();
     void mnuPropAction_Click();
 
-    /// What the icon says when the mouse rests on it, from its next addition or frame on.
-    void SetTip(std::wstring_view tip) { tip_ = tip; }
-
     /// Shows the windows again; in an interactive run the icon goes then.
     void MaximizeApp();
 
     /// Whether the icon is there for the user to reach.
-    [[nodiscard]] bool IsReachable() const noexcept { return added_; }
+    [[nodiscard]] bool IsReachable() const noexcept { return icon_.IsAdded(); }
 
-    /// What the shell answered last.
-    [[nodiscard]] bool LastStatus() const noexcept { return lastStatus_; }
+    /// The icon in the notification area.
+    [[nodiscard]] ShellIcon& Icon() noexcept { return icon_; }
 
     /// The animation frame that comes next, from 1 to 4.
     [[nodiscard]] int Frame() const noexcept { return frame_; }
 
     [[nodiscard]] Form& Window() noexcept { return form_; }
     [[nodiscard]] const Form& Window() const noexcept { return form_; }
-
-    /// The notification record of the window's present state.
-    [[nodiscard]] NOTIFYICONDATAW InitIconStruct() const;
 
   private:
     void OnControl(Form& form, const ControlEvent& event) override;
@@ -80,8 +65,6 @@ class TrayIcon final : private FormEvents {
         ReportEscaped(error, trap_);
     }
 
-    void AddIcon();
-    void AddAgain();
     void HideWindows();
     void Timer1_Timer();
 
@@ -90,13 +73,10 @@ class TrayIcon final : private FormEvents {
     ProgramState& state_;
     ProgramControl& program_;
     Forms loadedForms_;
-    Shell shell_;
     Form form_;
-    std::wstring tip_;
+    ShellIcon icon_;
     int frame_ = 1;
     bool animating_ = false;
-    bool added_ = false;
-    bool lastStatus_ = false;
 };
 
 }  // namespace vw

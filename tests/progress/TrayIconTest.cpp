@@ -47,7 +47,7 @@ TEST_P(Tray, LoadedItHidesEveryWindow) {
     EXPECT_FALSE(main.form.IsVisible());
     EXPECT_FALSE(icon.Window().IsVisible());
     EXPECT_TRUE(icon.IsReachable());
-    EXPECT_TRUE(icon.LastStatus());
+    EXPECT_TRUE(icon.Icon().LastStatus());
 }
 
 TEST_P(Tray, LoadedTwiceItOnlyHidesAgain) {
@@ -61,7 +61,7 @@ TEST_P(Tray, LoadedTwiceItOnlyHidesAgain) {
 
 TEST_P(Tray, TheRecordHasTheFirstFormOfItsLayout) {
     icon.Load();
-    const NOTIFYICONDATAW record = icon.InitIconStruct();
+    const NOTIFYICONDATAW record = icon.Icon().InitIconStruct();
     EXPECT_EQ(record.cbSize, NOTIFYICONDATAW_V1_SIZE);
     EXPECT_EQ(record.hWnd, icon.Window().Handle());
     EXPECT_EQ(record.uID, 1U);
@@ -76,8 +76,8 @@ TEST_P(Tray, TheRecordHasTheFirstFormOfItsLayout) {
 
 TEST_P(Tray, ALongTipIsCutToSixtyThreeCharacters) {
     icon.Load();
-    icon.SetTip(std::wstring(100, L'x'));
-    const NOTIFYICONDATAW record = icon.InitIconStruct();
+    icon.Icon().SetTip(std::wstring(100, L'x'));
+    const NOTIFYICONDATAW record = icon.Icon().InitIconStruct();
     EXPECT_EQ(std::wstring(record.szTip), std::wstring(63, L'x'));
     EXPECT_EQ(record.szTip[63], L'\0');
 }
@@ -88,7 +88,7 @@ TEST_P(Tray, TheFramesFollowEachOther) {
     for (const int next : {2, 3, 4, 1, 2}) {
         Tick();
         EXPECT_EQ(icon.Frame(), next);
-        EXPECT_TRUE(icon.LastStatus());
+        EXPECT_TRUE(icon.Icon().LastStatus());
         EXPECT_NE(icon.Window().Icon(), nullptr);
     }
 }
@@ -99,7 +99,7 @@ TEST_P(Tray, TheStaticIconDoesNotMove) {
     const int frame = icon.Frame();
     Tick();
     EXPECT_EQ(icon.Frame(), frame);
-    EXPECT_STREQ(icon.InitIconStruct().szTip, L"Vaultwright");
+    EXPECT_STREQ(icon.Icon().InitIconStruct().szTip, L"Vaultwright");
 }
 
 TEST_P(Tray, AClickTakesTheIconAwayAndMatchesNoWindow) {
@@ -169,19 +169,19 @@ TEST_P(Tray, UnloadedInAnInteractiveRunItOnlyGoes) {
     icon.mnuPropAction_Click();
     EXPECT_EQ(host.ends, 0);
     EXPECT_FALSE(icon.Window().IsLoaded());
-    EXPECT_TRUE(icon.LastStatus());
+    EXPECT_TRUE(icon.Icon().LastStatus());
 }
 
 TEST_P(Tray, ANewTaskBarGetsTheIconAgain) {
     icon.Load();
-    NOTIFYICONDATAW record = icon.InitIconStruct();
+    NOTIFYICONDATAW record = icon.Icon().InitIconStruct();
     Shell_NotifyIconW(NIM_DELETE, &record);
     Tick();
-    EXPECT_FALSE(icon.LastStatus());
+    EXPECT_FALSE(icon.Icon().LastStatus());
     SendMessageW(icon.Window().Handle(), RegisterWindowMessageW(L"TaskbarCreated"), 0, 0);
     EXPECT_TRUE(icon.IsReachable());
     Tick();
-    EXPECT_TRUE(icon.LastStatus());
+    EXPECT_TRUE(icon.Icon().LastStatus());
 }
 
 TEST_P(Tray, OpeningItAHundredTimesLeavesNothingBehind) {

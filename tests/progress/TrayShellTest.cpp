@@ -101,13 +101,13 @@ TEST_P(TrayShell, RightButton_OpensTheMenuWithMaximizeInBold) {
 // the shell was asked. Its answer is made to differ from the one before.
 TEST_P(TrayShell, Unload_DeletesTheIconInTheShell) {
     icon.Load();
-    NOTIFYICONDATAW record = icon.InitIconStruct();
+    NOTIFYICONDATAW record = icon.Icon().InitIconStruct();
     ASSERT_TRUE(Shell_NotifyIconW(NIM_DELETE, &record));
     Tick();
-    ASSERT_FALSE(icon.LastStatus());
+    ASSERT_FALSE(icon.Icon().LastStatus());
     ASSERT_TRUE(Shell_NotifyIconW(NIM_ADD, &record));
     icon.Unload();
-    EXPECT_TRUE(icon.LastStatus());
+    EXPECT_TRUE(icon.Icon().LastStatus());
 }
 
 }  // namespace
