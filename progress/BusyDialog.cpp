@@ -1,6 +1,5 @@
 #include "progress/BusyDialog.h"
 
-#include <algorithm>
 #include <utility>
 
 #include "platform/Clock.h"
@@ -19,10 +18,6 @@ namespace {
 constexpr int kMessageSeconds = 2;
 constexpr int kBarStep = 10;
 constexpr unsigned kWaitMilliseconds = 50;
-// Five times a second is as fast as anyone reads, and painting costs more than telling. Handing
-// over takes a twentieth of the time at most, however long the report has become.
-constexpr std::uint64_t kGateMilliseconds = 200;
-constexpr std::uint64_t kGateShare = 20;
 
 }  // namespace
 
@@ -30,19 +25,18 @@ BusyDialog::BusyDialog(System& system, ProgramState& state, Language language, S
     : system_(system),
       state_(state),
       around_(std::move(around)),
-      form_(BusyForm(), language, *this) {}
+      form_(BusyForm(), language, *this),
+      texts_(system, state, form_) {}
 
 void BusyDialog::Msg(std::wstring_view title, std::wstring_view message,
                      std::wstring_view subMessage, bool wait, bool close, bool showReport) {
     trap_(L"Msg", [&] {
-        title_ = title;
-        message_ = message;
-        subMessage_ = subMessage;
+        texts_.SetMessage(title, message, subMessage);
         std::wstring line;
         line.reserve(title.size() + message.size() + subMessage.size() + 5);
         line.append(title).append(L": ").append(message).append(L" - ").append(subMessage);
         Report(line, false);
-        if (showReport || !messageShown_) UpdateControls();
+        if (showReport || !messageShown_) texts_.UpdateControls();
         form_.ShowControl(control::txtReport, showReport);
         messageShown_ = true;
         if (form_.IsChecked(control::chkDontHide)) return;
@@ -53,9 +47,7 @@ void BusyDialog::Msg(std::wstring_view title, std::wstring_view message,
 
 void BusyDialog::Report(std::wstring_view text, bool wait) {
     trap_(L"Report", [&] {
-        ForgetClosedRun();
-        ForgetShownAgain();
-        AddLine(text);
+        texts_.AddLine(text);
         SendView();
         // In a run the lines follow each other, one for each item; the end of the run waits for
         // all of them.
@@ -63,33 +55,13 @@ void BusyDialog::Report(std::wstring_view text, bool wait) {
     });
 }
 
-// The last lines of a run whose dialog was closed are no part of the next one's report.
-void BusyDialog::ForgetClosedRun() {
-    if (!closedInRun_ || (state_.cancel.IsRequested() && state_.isWorking)) return;
-    closedInRun_ = false;
-    lastReport_ += report_;
-    report_.clear();
-}
-
-// The report of the work that begins replaces the one that was shown once more.
-void BusyDialog::ForgetShownAgain() {
-    if (!std::exchange(shownAgain_, false)) return;
-    report_.clear();
-    handedOver_ = 0;
-    form_.SetText(control::txtReport, {});
-    form_.SetProgress(L"ProgressBar1", 0);
-}
-
 void BusyDialog::ShowLastReport() {
     trap_(L"Report", [&] {
-        ForgetClosedRun();
-        if (lastReport_.empty() || state_.silentRun) return;
+        texts_.EndClosedRun();
+        if (texts_.LastReport().empty() || state_.silentRun) return;
         if (!form_.IsVisible()) {
             form_.Load();
-            shownAgain_ = true;
-            title_ = L"Done";
-            report_ = lastReport_;
-            UpdateControls();
+            texts_.ShowLastReport();
             form_.SetProgress(L"ProgressBar1", kProgressMaximum);
             form_.ShowControl(control::txtReport, true);
             form_.SetDefaultButton(control::cmdCancel);
@@ -98,18 +70,16 @@ void BusyDialog::ShowLastReport() {
     });
 }
 
-void BusyDialog::AddLine(std::wstring_view text) { report_.append(text).append(L"\r\n"); }
-
 void BusyDialog::SendView() {
     trap_(L"SendView", [&] {
         if (state_.silentRun) {
             form_.Load();
             return;
         }
-        if (closedInRun_) return;
+        if (texts_.IsClosedInRun()) return;
         if (!form_.IsVisible()) {
             form_.Load();
-            UpdateControls();
+            texts_.UpdateControls();
             // What was minimised comes back as its button of the task bar.
             form_.Show(minimised_ ? ShowHow::MinimisedKeepFocus : ShowHow::Activate);
             form_.Repaint();
@@ -117,7 +87,7 @@ void BusyDialog::SendView() {
         form_.EnableTimer(L"tmrBusy", true);
         // Enter closes a report, but cancels no work.
         form_.SetDefaultButton({});
-        HandOverIfDue();
+        texts_.UpdateControlsIfDue();
     });
 }
 
@@ -125,7 +95,7 @@ void BusyDialog::BusyHide(bool pause) {
     ErrorTrap(system_.errors, L"Module", L"MVaultwright")(L"BusyHide", [&] {
         if (!IsShown()) return;
         Msg(L"Done", {}, {}, false, false, true);
-        UpdateControls();
+        texts_.UpdateControls();
         form_.EnableTimer(L"tmrBusy", false);
         form_.SetProgress(L"ProgressBar1", kProgressMaximum);
         ShowBusyInTaskbar(form_.Handle(), false);
@@ -145,7 +115,7 @@ bool BusyDialog::IsShown() const { return form_.IsLoaded() && (form_.IsVisible()
 // A cancel that was there before, such as that of an earlier run, does not count.
 void BusyDialog::Wait(int seconds) {
     ErrorTrap(system_.errors, L"Module", L"MBusyDialog")(L"Wait", [&] {
-        UpdateControls();
+        texts_.UpdateControls();
         const bool before = state_.cancel.IsRequested();
         const std::uint64_t end =
             system_.clock.Milliseconds() + static_cast<std::uint64_t>(seconds) * 1000;
@@ -157,7 +127,7 @@ void BusyDialog::Wait(int seconds) {
 }
 
 void BusyDialog::Repaint() {
-    UpdateControls();
+    texts_.UpdateControls();
     form_.Repaint();
 }
 
@@ -165,41 +135,13 @@ bool BusyDialog::KeepsReport() const {
     return form_.IsVisible() && form_.IsChecked(control::chkDontHide);
 }
 
-void BusyDialog::HandOverIfDue() {
-    if (system_.clock.Milliseconds() >= nextHandOver_) UpdateControls();
-}
-
-void BusyDialog::UpdateControls() {
-    if (!form_.IsLoaded()) return;
-    const std::uint64_t begin = system_.clock.Milliseconds();
-    form_.SetText(control::lblTitle, title_);
-    form_.SetText(control::lblMsg, message_);
-    form_.SetText(control::lblSubMsg, subMessage_);
-    if (handedOver_ < report_.size()) {
-        const std::wstring_view report = report_;
-        form_.Append(control::txtReport, report.substr(handedOver_));
-        handedOver_ = report_.size();
-    }
-    const std::uint64_t now = system_.clock.Milliseconds();
-    nextHandOver_ = now + std::max(kGateMilliseconds, (now - begin) * kGateShare);
-}
-
 void BusyDialog::OnLoad(Form&) {
-    // The labels of the layout have no borders; the report of an earlier time is gone.
-    nextHandOver_ = 0;
+    texts_.OnLoad();
     minimised_ = false;
     messageShown_ = false;
 }
 
-void BusyDialog::OnUnload(Form&) {
-    if (!report_.empty()) lastReport_ = std::move(report_);
-    shownAgain_ = false;
-    report_.clear();
-    handedOver_ = 0;
-    title_.clear();
-    message_.clear();
-    subMessage_.clear();
-}
+void BusyDialog::OnUnload(Form&) { texts_.OnUnload(); }
 
 void BusyDialog::OnResize(Form&, WindowState state) {
     trap_(L"Form_Resize", [&] {
@@ -224,7 +166,7 @@ void BusyDialog::LeaveIcon() {
 // The order matters: the wish to keep the report would keep the main window disabled.
 bool BusyDialog::OnQueryUnload(Form& form, UnloadReason reason) {
     trap_(L"Form_QueryUnload", [&] {
-        closedInRun_ = state_.isWorking;
+        texts_.OnClose();
         if (reason == UnloadReason::SessionEnd) state_.endRequested = true;
         state_.cancel.Request();
         if (minimised_) around_.showIcon(false);
@@ -241,22 +183,18 @@ void BusyDialog::OnTaskbarButtonCreated(Form& form) {
 
 void BusyDialog::OnControl(Form& form, const ControlEvent& event) {
     if (event.id == ID_tmrBusy) {
-        tmrBusy_Timer();
+        trap_(L"tmrBusy_Timer", [&] {
+            if (texts_.Message() == L"End") {
+                form.Unload();
+                return;
+            }
+            texts_.UpdateControls();
+            form.SetProgress(L"ProgressBar1",
+                             (form.Progress(L"ProgressBar1") + kBarStep) % kProgressMaximum);
+        });
     } else if (event.id == ID_cmdCancel && event.kind == EventKind::Click) {
         trap_(L"cmdCancel_Click", [&] { form.Unload(); });
     }
-}
-
-void BusyDialog::tmrBusy_Timer() {
-    trap_(L"tmrBusy_Timer", [this] {
-        if (message_ == L"End") {
-            form_.Unload();
-            return;
-        }
-        UpdateControls();
-        form_.SetProgress(L"ProgressBar1",
-                          (form_.Progress(L"ProgressBar1") + kBarStep) % kProgressMaximum);
-    });
 }
 
 }  // namespace vw

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstdint>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -8,6 +7,7 @@
 #include "platform/ErrorTrap.h"
 #include "platform/ProgressReporter.h"
 #include "platform/System.h"
+#include "progress/BusyTexts.h"
 #include "ui/EscapedError.h"
 #include "ui/Form.h"
 
@@ -18,9 +18,6 @@ struct ProgramState;
 
 /// frmBusyDialog: shows what the program is working on and keeps the report of it. Closing the
 /// dialog cancels the run. It has no effect once the run has finished.
-///
-/// Texts and report lines are kept here and handed to the controls through a time gate, so that a
-/// run of 100,000 files is not held up by windows that repaint themselves.
 class BusyDialog final : public ProgressReporter, private FormEvents {
   public:
     /// What the dialog uses of the program around it.
@@ -63,18 +60,17 @@ class BusyDialog final : public ProgressReporter, private FormEvents {
     /// Waits with the windows alive; a cancel, or the end of the dialog, ends the wait early.
     void Wait(int seconds);
 
-    /// Hands texts that wait to the controls and paints them, without processing other messages:
-    /// for the time of one long file.
+    /// Updates the controls and paints them, without processing other messages: for the time of
+    /// one long file.
     void Repaint();
 
     /// Whether the dialog is kept open for its report.
     [[nodiscard]] bool KeepsReport() const;
 
     /// Everything reported so far, since the dialog was last loaded.
-    [[nodiscard]] const std::wstring& ReportText() const noexcept { return report_; }
+    [[nodiscard]] const std::wstring& ReportText() const noexcept { return texts_.Report(); }
 
     [[nodiscard]] Form& Window() noexcept { return form_; }
-    [[nodiscard]] const Form& Window() const noexcept { return form_; }
 
   private:
     void OnControl(Form& form, const ControlEvent& event) override;
@@ -87,30 +83,16 @@ class BusyDialog final : public ProgressReporter, private FormEvents {
         ReportEscaped(error, trap_);
     }
 
-    void tmrBusy_Timer();
     void LeaveIcon();
-    void ForgetClosedRun();
-    void ForgetShownAgain();
-    void AddLine(std::wstring_view text);
-    void UpdateControls();
-    void HandOverIfDue();
 
     System& system_;
     ErrorTrap trap_{system_.errors, L"Form", L"frmBusyDialog"};
     ProgramState& state_;
     Surroundings around_;
     Form form_;
-    std::wstring title_;
-    std::wstring message_;
-    std::wstring subMessage_;
-    std::wstring report_;
-    std::wstring lastReport_;     ///< of the dialog that was closed last
-    std::size_t handedOver_ = 0;  ///< of the report, to its control
-    std::uint64_t nextHandOver_ = 0;
+    BusyTexts texts_;
     bool minimised_ = false;
-    bool messageShown_ = false;  ///< the first one does not wait for the gate
-    bool shownAgain_ = false;    ///< what the dialog shows is the report of an earlier run
-    bool closedInRun_ = false;   ///< it must not flash up again while the run comes to its end
+    bool messageShown_ = false;  ///< the first message is shown at once
 };
 
 }  // namespace vw
