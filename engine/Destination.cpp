@@ -1,6 +1,5 @@
 #include "engine/Destination.h"
 
-#include <algorithm>
 #include <utility>
 #include <vector>
 
@@ -56,7 +55,7 @@ void Destination::Scan() {
                          name->made, name->completeness};
             }
         } else if (name->state == WorkingState::Old && !isComment) {
-            displaced_.push_back({std::wstring(entry.name), name->item, name->copy});
+            displaced_.Add(entry.name, name->item, name->copy);
         } else {
             leftOvers.emplace_back(entry.name);
         }
@@ -136,34 +135,6 @@ void Destination::AddPending(std::wstring_view itemPath, std::wstring_view copyP
 }
 
 void Destination::RemovePending(std::wstring_view itemPath) { ready_.erase(NameKey(itemPath)); }
-
-bool Destination::HasDisplaced(std::wstring_view itemPath, std::wstring_view copyPath) const {
-    return std::ranges::any_of(displaced_, [item = NameKey(itemPath),
-                                            copy = NameKey(copyPath)](const DisplacedCopy& left) {
-        return left.item == item && left.copy == copy;
-    });
-}
-
-void Destination::KeepDisplaced(std::wstring_view itemPath) {
-    for (DisplacedCopy& left : displaced_) {
-        if (left.item == NameKey(itemPath)) left.isKept = true;
-    }
-}
-
-void Destination::RemoveDisplaced(std::wstring_view itemPath) {
-    const std::uint64_t item = NameKey(itemPath);
-    std::erase_if(displaced_, [&](const DisplacedCopy& left) {
-        if (left.item == item) Clean(left.name);
-        return left.item == item;
-    });
-}
-
-void Destination::RemoveAllDisplaced() {
-    std::erase_if(displaced_, [&](const DisplacedCopy& left) {
-        if (!left.isKept) Clean(left.name);
-        return !left.isKept;
-    });
-}
 
 bool Destination::IsReservedForOther(std::wstring_view copyPath, std::wstring_view itemPath) const {
     const std::uint64_t item = NameKey(itemPath);

@@ -6,9 +6,9 @@
 #include <string>
 #include <string_view>
 #include <unordered_set>
-#include <vector>
 
 #include "engine/DestinationLock.h"
+#include "engine/DisplacedCopies.h"
 #include "fsutil/WorkingName.h"
 #include "platform/System.h"
 
@@ -84,29 +84,13 @@ class Destination {
     [[nodiscard]] bool IsReservedForOther(std::wstring_view copyPath,
                                           std::wstring_view itemPath) const;
 
-    /// Whether a process that is gone took the copy `copyPath` of an item out of its series and did
-    /// not remove it: the rotation that it left for was cut off.
-    [[nodiscard]] bool HasDisplaced(std::wstring_view itemPath, std::wstring_view copyPath) const;
+    /// The copies that a process that is gone took out of their series.
+    [[nodiscard]] DisplacedCopies& Displaced() noexcept { return displaced_; }
 
-    /// Removes what such a process took out of the series of an item, now that its rotation is
-    /// complete.
-    void RemoveDisplaced(std::wstring_view itemPath);
-
-    /// The same for all items but those whose rotation could not be completed.
-    void RemoveAllDisplaced();
-
-    /// Keeps what HasDisplaced found for a later run.
-    void KeepDisplaced(std::wstring_view itemPath);
+    /// Removes those of all items but those whose rotation could not be completed.
+    void RemoveAllDisplaced() { displaced_.RemoveAll(); }
 
   private:
-    /// A copy that left its series and was not removed.
-    struct DisplacedCopy {
-        std::wstring name;
-        std::uint64_t item = 0;
-        std::uint64_t copy = 0;
-        bool isKept = false;
-    };
-
     void Scan();
     void Clean(std::wstring_view entryName);
 
@@ -121,7 +105,7 @@ class Destination {
     std::wstring rememberedCopy_;  ///< empty for none
     std::wstring rememberedComment_;
     std::map<std::uint64_t, ReadyCopy> ready_;
-    std::vector<DisplacedCopy> displaced_;
+    DisplacedCopies displaced_{[this](std::wstring_view name) { Clean(name); }};
 };
 
 }  // namespace vw

@@ -59,7 +59,7 @@ void CopySeries::PutReadyInPlace(const PendingCopy& copy) {
         Remove(comment);
         throw;
     }
-    session_->RemoveDisplaced(copy.itemPath);
+    session_->Displaced().Remove(copy.itemPath);
     Notice(run_text::kFinishedLater, copy.itemPath);
     ReportIncomplete(copy);
 }

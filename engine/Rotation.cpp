@@ -16,13 +16,13 @@ Rotation CopySeries::Rotate(std::wstring_view path, std::int16_t location, Room 
         if (state_.copiesCount <= 0) Throw(error_number::kZeroCopyNumber, path);
         if (session_.Enter() != Entrance::Entered) return;
         const bool wasCutOff = WasCutOff(path, location);
-        if (wasCutOff) session_->KeepDisplaced(path);
+        if (wasCutOff) session_->Displaced().Keep(path);
         const bool completes = wasCutOff || room == Room::CompleteRotation;
         const Shift shift =
             ShiftCopies(path, location, completes ? LowestGap(path, location) : state_.copiesCount);
         rotation = shift.outcome;
         if (shift.error) throw RuntimeError(*shift.error);
-        session_->RemoveDisplaced(path);
+        session_->Displaced().Remove(path);
     });
     return rotation;
 }
@@ -32,8 +32,8 @@ Rotation CopySeries::Rotate(std::wstring_view path, std::int16_t location, Room 
 bool CopySeries::WasCutOff(std::wstring_view path, std::int16_t location) {
     constexpr int kHighestNumber = 99;
     for (int number = 2; number <= kHighestNumber; ++number) {
-        if (session_->HasDisplaced(path,
-                                   CFilePackageName(path, number, location, session_.Target()))) {
+        if (session_->Displaced().Contains(
+                path, CFilePackageName(path, number, location, session_.Target()))) {
             return true;
         }
     }
