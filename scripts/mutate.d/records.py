@@ -4,6 +4,7 @@ import threading
 from collections import Counter
 from pathlib import Path
 
+PARTIAL = ' some tests left out'
 KILLED = {'failed', 'crashed', 'hung'}
 
 
@@ -11,7 +12,7 @@ class Results:
     """The verdicts in build/mutate/results.jsonl, for runs that go on where one was broken off.
 
     A mutant that was killed stays killed for as long as its file is the same. One that survived is
-    tried again when the tests have changed.
+    tried again when the tests have changed, or when some of them were left out.
     """
 
     def __init__(self, path):
@@ -26,9 +27,10 @@ class Results:
                     continue  # the last line of a run that was killed while writing
                 self._known[entry['id']] = entry
 
-    def find(self, name, tests):
+    def find(self, name, tests, partial=False):
         entry = self._known.get(name)
-        if entry and entry['verdict'] == 'survived' and entry['tests'] != tests:
+        enough = (tests, tests + PARTIAL) if partial else (tests,)
+        if entry and entry['verdict'] == 'survived' and entry['tests'] not in enough:
             return None
         return entry
 

@@ -35,7 +35,9 @@ class Outcome:
 class Runner:
     """Runs test programs of one worker, in a folder and a Wine prefix of its own."""
 
-    def __init__(self, project, folder, cleanPrefix):
+    def __init__(self, project, folder, cleanPrefix, without=''):
+        """`without` names tests to leave out, as GoogleTest's filters do."""
+        self.without = without
         self.project, self.folder, self.cleanPrefix = Path(project), Path(folder), cleanPrefix
         self.prefix = self.folder / 'prefix'
         program = project / 'build/release/bin/Vaultwright.exe'
@@ -111,18 +113,22 @@ class Runner:
         """How the unchanged program does; kept in the folder `store` for as long as it is the same."""
         if program in self._baselines:
             return self._baselines[program]
-        kept = store / f'baseline-{program.stem}-{digest(program.read_bytes())}.json'
+        name = f'baseline-{program.stem}-{digest(program.read_bytes())}'
+        kept = store / f'{name}.json'  # of all tests, which will do for some of them
+        if not kept.exists() and self.without:
+            kept = store / f'{name}-{digest(self.without)}.json'
         if not kept.exists():
             reached = self.folder / 'reached.txt'
             reached.unlink(missing_ok=True)
-            texts, _ = self._run(program, '*', 3600, 0, {'VW_REACHED': f'Z:{reached}'
+            tests = f'*-{self.without}' if self.without else '*'
+            texts, _ = self._run(program, tests, 3600, 0, {'VW_REACHED': f'Z:{reached}'
                                  if program.suffix == '.exe' else str(reached)})
             text = texts[0]
             times = {name: int(ms) for name, ms in PASSED.findall(text)}
             kept.write_text(json.dumps({
                 'times': times, 'failed': sorted(set(FAILED.findall(text)) - set(times)),
                 **(readReached(reached, times) if reached.exists() else {})}))
-        self._baselines[program] = Baseline(**json.loads(kept.read_text()))
+        self._baselines[program] = Baseline(self.without, **json.loads(kept.read_text()))
         return self._baselines[program]
 
 
@@ -172,8 +178,12 @@ class Baseline:
     """What the tests of an unchanged program take, which do not pass in the sandbox, and which
     reach what function."""
 
-    def __init__(self, times, failed, reached=None, early=()):
-        self.times, self.failed = times, set(failed)
+    def __init__(self, without, times, failed, reached=None, early=()):
+        self._without = without
+        patterns = without.split(':')
+        self.times = {test: ms for test, ms in times.items()
+                      if not any(fnmatch.fnmatchcase(test, pattern) for pattern in patterns)}
+        self.failed = set(failed)
         self._reached, self._early = reached or {}, set(early)
 
     def isEarly(self, function):
@@ -184,7 +194,7 @@ class Baseline:
         """The tests that reach a function; all of them when it is None."""
         if function is None:
             return set(self.times)
-        return set(self._reached.get(str(function), ()))
+        return set(self._reached.get(str(function), ())) & set(self.times)
 
     def stages(self, killers, tests):
         """GoogleTest filters in the order to try them, each with its patience in seconds: what
@@ -205,5 +215,5 @@ class Baseline:
         """The shortest way to name them: a command line has its limit."""
         rest = (set(self.times) | self.failed) - set(tests)
         named = ':'.join(sorted(tests))
-        others = '-' + ':'.join(sorted(rest))
-        return named if len(named) <= len(others) else '*' + others if rest else '*'
+        others = '-' + ':'.join(filter(None, [*sorted(rest), self._without]))
+        return named if len(named) <= len(others) else '*' + others if len(others) > 1 else '*'

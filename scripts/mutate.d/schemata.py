@@ -114,7 +114,7 @@ class SchemaProgram:
         self.path = folder / (target + ('.exe' if suffix == 'obj' else ''))
         self.functions, self.broken = {}, set()
         self._numbered, self._texts = numbered, texts
-        headers = sorted(p for p in project.rglob('*.h') if 'build' not in p.parts)
+        headers = sorted(p for p in project.rglob('*.h') if not {'build', 'tests'} & set(p.parts))
         self._headers = digest(b''.join(p.read_bytes() for p in headers))
 
     def make(self, jobs):
