@@ -137,8 +137,7 @@ TEST(BackupRun, EndsTheProgramAtAMissingDestination) {
     world.tree.File(L"a.txt", "a", Day(1));
     world.ListText(L"~\\a.txt\r\nBackupTo: ~\\Nowhere\r\n~\\a.txt\r\n");
     const std::string list = ReadBytes(world.state.currentListPath);
-    world.world.boxes.Expect(L"فشلت العملية بسبب عدم توفر مجلد النسخ إلى:\r\n" +
-                             world.Path(L"Nowhere"));
+    world.boxes.Expect(L"فشلت العملية بسبب عدم توفر مجلد النسخ إلى:\r\n" + world.Path(L"Nowhere"));
     const RunResult result = world.Run();
     EXPECT_TRUE(result.ended);
     EXPECT_EQ(result.exitCode, error_number::kPathNotFound);
@@ -152,7 +151,7 @@ TEST(BackupRun, EndsTheProgramWhenTheDestinationVanishesBetweenItems) {
     world.List({L"a.txt"});
     world.ListText(L"~\\a.txt\r\n");
     world.state.BackupTo = world.Path(L"Nowhere");
-    world.world.boxes.Expect(world.Path(L"Nowhere"));
+    world.boxes.Expect(world.Path(L"Nowhere"));
     EXPECT_TRUE(world.Run().ended);
     EXPECT_FALSE(Exists(world.Path(L"Nowhere")));
 }
@@ -161,7 +160,7 @@ TEST(BackupRun, YieldsBeforeEveryLineOfTheList) {
     EngineFixture world;
     world.ListText(L"\r\n\r\n\r\n");
     world.ExpectRun({});
-    EXPECT_EQ(world.world.pump.Yields(), 3);
+    EXPECT_EQ(world.pump.Yields(), 3);
 }
 
 TEST(BackupRun, YieldsAfterEveryFileOfAFolder) {
@@ -172,7 +171,7 @@ TEST(BackupRun, YieldsAfterEveryFileOfAFolder) {
     world.List({L"Work\\"});
     // What the log holds at each yield: between two files there must be one.
     std::vector<std::size_t> shown;
-    world.world.pump.AtEachYield([&] { shown.push_back(world.host.messages.size()); });
+    world.pump.AtEachYield([&] { shown.push_back(world.host.messages.size()); });
     world.Run();
     for (std::size_t files = 1; files <= 5; ++files) {
         EXPECT_NE(std::find(shown.begin(), shown.end(), files), shown.end()) << files;
@@ -197,20 +196,20 @@ TEST(BackupRun, LargeFile_CancelledMeanwhile_IsCopiedToItsEnd) {
     EngineFixture world;
     MakeWork(world);
     world.List({L"Work\\*"});
-    SlowDisk slow(world.world.disk);
-    System system = world.world.With(slow);
+    SlowDisk slow(world.disk);
+    System system = world.TestEnvironment::With(slow);
     int yields = 0;
     slow.meanwhile = [&] {
         // A cancel seen now waits for the end of the file.
         world.state.cancel.Request();
-        yields = world.world.pump.Yields();
+        yields = world.pump.Yields();
     };
     CPackage engine(system, world.state, world.host, world.host);
     engine.BackupAll();
     EXPECT_GE(world.host.repaints, 2);
-    EXPECT_GT(world.world.pump.Yields(), yields);
+    EXPECT_GT(world.pump.Yields(), yields);
     EXPECT_EQ(world.Copies(), (Listing{{L"Work«0001»", kFolder}, {L"Work«0001»\\a.txt", "a"}}));
-    EXPECT_EQ(world.world.exitStatus.Code(), error_number::kCancelled);
+    EXPECT_EQ(world.exitStatus.Code(), error_number::kCancelled);
 }
 
 TEST(BackupRun, ExitCodeTellsTheFirstFailure) {
@@ -295,7 +294,7 @@ TEST(BackupItem, EndsTheProgramAtAMissingDestination) {
     EngineFixture world;
     const std::wstring file = world.tree.File(L"a.txt", "a", Day(1));
     world.state.BackupTo = world.Path(L"Nowhere");
-    world.world.boxes.Expect(world.Path(L"Nowhere"));
+    world.boxes.Expect(world.Path(L"Nowhere"));
     const RunResult result = world.With([&](CPackage& engine) { engine.BackupItem(file); });
     EXPECT_TRUE(result.ended);
     EXPECT_EQ(result.exitCode, error_number::kPathNotFound);
@@ -337,11 +336,11 @@ TEST(BackupPath, KeepsWhatStoodInThePlaceOfASafetyCopyThatFails) {
     EngineFixture world;
     const std::wstring file = world.tree.File(L"a.txt", "new", Day(1));
     const std::wstring safety = world.tree.File(L"Store\\a«0021».txt", "old");
-    world.world.files.FailNth(2, error_number::kPermissionDenied, OnlyCalls({FileCall::Rename}));
+    world.files.FailNth(2, error_number::kPermissionDenied, OnlyCalls({FileCall::Rename}));
     const RunResult result =
         world.With([&](CPackage& engine) { engine.BackupPath(file, 0, false, false, safety); });
     EXPECT_EQ(result.exitCode, error_number::kPermissionDenied);
-    world.world.files.Heal();
+    world.files.Heal();
     EXPECT_EQ(world.Copies(), (Listing{{L"a«0021».txt", "old"}}));
 }
 

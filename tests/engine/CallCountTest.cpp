@@ -38,10 +38,10 @@ class CountedFixture : public EngineFixture {
 
     /// The calls of a run, which has to go well.
     CallCounts Calls() {
-        world.files.Heal();
+        files.Heal();
         const RunResult result = Run();
         EXPECT_EQ(result.exitCode, 0) << Joined(result.lines);
-        return CallCounts(world.files.Operations());
+        return CallCounts(files.Operations());
     }
 };
 
@@ -73,11 +73,11 @@ CallCounts RestoredFolder(int folders, int files, bool isThere) {
     CountedFixture world;
     world.WithFolder(folders, files).Calls();
     if (!isThere) world.tree.Remove(L"Work");
-    world.world.files.Heal();
+    world.files.Heal();
     const RunResult result = world.With(
         [&](CPackage& engine) { engine.Extract(world.Store(L"Work«0001»"), world.Path(), false); });
     EXPECT_TRUE(result.errors.empty());
-    return CallCounts(world.world.files.Operations());
+    return CallCounts(world.files.Operations());
 }
 
 TEST(CallCount, OfAnEmptyList) {

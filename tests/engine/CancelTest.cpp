@@ -22,7 +22,7 @@ void MakeSources(const EngineFixture& world, int step) {
 // Cancels as the busy dialog does, right before the n-th disk operation of a kind.
 void CancelBefore(EngineFixture& world, FileCall call, int n, std::wstring_view part) {
     auto count = std::make_shared<int>(0);
-    world.world.files.OnOperation([&world, count, call, n, part](const FileOperation& operation) {
+    world.files.OnOperation([&world, count, call, n, part](const FileOperation& operation) {
         if (operation.call != call || operation.path.find(part) == std::wstring::npos) return;
         if (++*count == n) world.state.cancel.Request();
     });
@@ -45,13 +45,13 @@ TEST(Cancel, BetweenItemsGivesTheWindowBack) {
     MakeSources(world, 1);
     world.List({L"a.txt", L"e.txt"});
     // The yields at the lines of destination, count and first item go by.
-    world.world.pump.AtYield(1, [&] { world.state.cancel.Request(); });
+    world.pump.AtYield(1, [&] { world.state.cancel.Request(); });
     const RunResult result = world.Run();
     EXPECT_EQ(Joined(result.lines), Joined({L"[Ready true]"}));
     EXPECT_EQ(result.exitCode, error_number::kCancelled);
     EXPECT_EQ(world.Copies(), Listing());
     // The request is forgotten with the run.
-    world.world.pump.Restart();
+    world.pump.Restart();
     world.ExpectRun(BackedUp(L"~\\a.txt") + BackedUp(L"~\\e.txt"));
 }
 
@@ -78,7 +78,7 @@ TEST(Cancel, InAFolderStopsAtTheNextFile) {
                                        {L"Work«0002»\\Sub", kFolder},
                                        {L"Work«0002»\\Sub\\d.txt", "1"}}));
     // The next run completes the copy.
-    world.world.files.Heal();
+    world.files.Heal();
     world.ExpectRun(NoChange(L"~\\a.txt") +
                     BackedUp(L"~\\Work\\", {L"~\\Work\\c.txt", L"~\\Work\\Sub\\d.txt"}) +
                     BackedUp(L"~\\e.txt"));
@@ -117,7 +117,7 @@ TEST(Cancel, BeforeTheFirstFileOfAFolderMakesNoCopy) {
     EXPECT_EQ(Joined(result.lines), Joined({L"Backing: ~\\Work\\"}));
     EXPECT_EQ(result.exitCode, error_number::kCancelled);
     EXPECT_EQ(ReadTree(world.Store()), before);
-    world.world.files.Heal();
+    world.files.Heal();
     EXPECT_EQ(world.Run().exitCode, 0);
     EXPECT_EQ(ReadBytes(world.Store(L"Work«0001»\\Sub\\d.txt")), "2");
 }
@@ -145,7 +145,7 @@ TEST(Cancel, InAFileItemLeavesAWholeCopy) {
     EXPECT_EQ(Joined(result.lines), Joined({L"Backing: ~\\a.txt", L"* Backing: ~\\a.txt"}));
     EXPECT_EQ(result.exitCode, error_number::kCancelled);
     EXPECT_EQ(world.Copies(), (Listing{{L"a«0001».txt", "1"}}));
-    world.world.files.Heal();
+    world.files.Heal();
     world.ExpectRun(NoChange(L"~\\a.txt") + BackedUp(L"~\\e.txt"));
 }
 
@@ -216,13 +216,13 @@ TEST(Cancel, AtAnyYieldLosesNothingInSilence) {
         }
         MakeSources(world, 3);
         bool pressed = false;
-        world.world.pump.Restart();
-        world.world.pump.AtYield(k, [&] {
+        world.pump.Restart();
+        world.pump.AtYield(k, [&] {
             pressed = true;
             world.state.cancel.Request();
         });
         const RunResult result = world.Run();
-        world.world.pump.Restart();
+        world.pump.Restart();
         if (!pressed) break;
         ++yields;
         SCOPED_TRACE("cancelled at yield " + std::to_string(k) + "\n" + Joined(result.lines));

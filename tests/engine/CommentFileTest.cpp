@@ -58,7 +58,7 @@ TEST(CommentFile, HoldsTheNewestDateAndTheParentFolder) {
     world.tree.SetDate(L"Work\\old.txt", {2001, 1, 1, 0, 0, 0});
     world.List({L"a.txt", L"Work\\", L"Work\\*"});
     world.Run();
-    const std::string folder = world.world.ansi.Encode(world.Path());
+    const std::string folder = world.ansi.Encode(world.Path());
     EXPECT_EQ(world.Comment(L"a«0001».txt"), ExpectedComment(folder));
     EXPECT_EQ(world.Comment(L"Work«0001»"), ExpectedComment(folder));
 }
@@ -68,7 +68,7 @@ TEST(CommentFile, OfAnItemThatIsARuleNamesTheParentToo) {
     world.tree.File(L"Work\\a.txt", "a", kDate);
     world.List({L"Work\\*"});
     world.Run();
-    EXPECT_EQ(world.Comment(L"Work«0001»"), ExpectedComment(world.world.ansi.Encode(world.Path())));
+    EXPECT_EQ(world.Comment(L"Work«0001»"), ExpectedComment(world.ansi.Encode(world.Path())));
 }
 
 TEST(CommentFile, EncodesAnArabicFolder) {
@@ -76,7 +76,7 @@ TEST(CommentFile, EncodesAnArabicFolder) {
     const std::wstring file = world.tree.File(L"ملف\\a.txt", "a", kDate);
     world.List({L"ملف\\a.txt"});
     world.Run();
-    const std::string folder = world.world.ansi.Encode(world.Path());
+    const std::string folder = world.ansi.Encode(world.Path());
     EXPECT_EQ(world.Comment(L"a«0001».txt"), ExpectedComment(folder + "\\'E3E1DD"));
     std::wstring location;
     world.With([&](CPackage& engine) {
@@ -104,8 +104,7 @@ TEST(CommentFile, ComesBackFromAFolderBeyondTheCodePage) {
 TEST(CommentFile, OfADriveRootNamesTheBareDrive) {
     EngineFixture world;
     const std::wstring drive = world.Path().substr(0, 2);
-    EXPECT_EQ(LocationByComment(world, "Original Location:" + world.world.ansi.Encode(drive)),
-              drive);
+    EXPECT_EQ(LocationByComment(world, "Original Location:" + world.ansi.Encode(drive)), drive);
 }
 
 TEST(CommentFile, IsWrittenAndReadAsOneLine) {
@@ -116,7 +115,7 @@ TEST(CommentFile, IsWrittenAndReadAsOneLine) {
         engine.PackageComment(copy, L"نص ثانٍ");
         EXPECT_EQ(engine.PackageComment(copy), L"نص ثانٍ");
     });
-    EXPECT_EQ(world.Comment(L"a«0001».txt"), world.world.ansi.Encode(L"نص ثانٍ"));
+    EXPECT_EQ(world.Comment(L"a«0001».txt"), world.ansi.Encode(L"نص ثانٍ"));
     EXPECT_EQ(world.Comments().size(), 1U);
     EXPECT_EQ(world.Copies().size(), 1U);
 }
@@ -174,8 +173,7 @@ TEST(CommentFile, IsReplacedEvenWhenReadOnly) {
     world.tree.SetAttributes(L"Store\\a«0001».txt.vwc", FILE_ATTRIBUTE_READONLY);
     world.tree.File(L"a.txt", "2", kDate);
     world.ExpectRun(BackedUp(L"~\\a.txt"));
-    EXPECT_EQ(world.Comment(L"a«0001».txt"),
-              ExpectedComment(world.world.ansi.Encode(world.Path())));
+    EXPECT_EQ(world.Comment(L"a«0001».txt"), ExpectedComment(world.ansi.Encode(world.Path())));
 }
 
 TEST(CommentFile, StaysWholeWhenItsWritingFails) {
@@ -183,7 +181,7 @@ TEST(CommentFile, StaysWholeWhenItsWritingFails) {
     const std::wstring copy = world.tree.File(L"Store\\a«0001».txt");
     world.With([&](CPackage& engine) { engine.PackageComment(copy, L"old"); });
     for (const FileCall call : {FileCall::Write, FileCall::Replace}) {
-        world.world.files.FailNth(1, error_number::kDiskFull, OnlyCalls({call}));
+        world.files.FailNth(1, error_number::kDiskFull, OnlyCalls({call}));
         const RunResult result =
             world.With([&](CPackage& engine) { engine.PackageComment(copy, L"new"); });
         ASSERT_EQ(result.errors.size(), 1U);
@@ -293,7 +291,7 @@ TEST(OriginalLocation, IsUnknownWithoutLabelOrFolder) {
     EXPECT_EQ(LocationByComment(world, ""), L"??");
     EXPECT_EQ(LocationByComment(world, "no label"), L"??");
     EXPECT_EQ(LocationByComment(world, "Original Location:"), L"??");
-    const std::string root = world.world.ansi.Encode(world.Path());
+    const std::string root = world.ansi.Encode(world.Path());
     EXPECT_EQ(LocationByComment(world, "Original Location:" + root + "\\Nowhere"), L"??");
     world.tree.File(L"file");
     EXPECT_EQ(LocationByComment(world, "Original Location:" + root + "\\file"), L"??");
@@ -308,14 +306,14 @@ TEST(OriginalLocation, IsUnknownWithoutLabelOrFolder) {
 TEST(OriginalLocation, FollowsItsLabelInAnyCaseToTheEndOfTheLine) {
     EngineFixture world;
     const std::wstring folder = world.tree.Folder(L"a + b");
-    const std::string bytes = world.world.ansi.Encode(folder);
+    const std::string bytes = world.ansi.Encode(folder);
     EXPECT_EQ(LocationByComment(world, "xORIGINAL location:" + bytes + "\r\nmore"), folder);
 }
 
 TEST(OriginalLocation, DecodesARunThatIsNotClosed) {
     EngineFixture world;
     const std::wstring folder = world.tree.Folder(L"ملف");
-    const std::string root = world.world.ansi.Encode(world.Path());
+    const std::string root = world.ansi.Encode(world.Path());
     EXPECT_EQ(LocationByComment(world, "Original Location:" + root + "\\'E3E1DD"), folder);
     EXPECT_EQ(LocationByComment(world, "Original Location:" + root + "\\'e3e1dd'"), folder);
 }

@@ -21,14 +21,9 @@ class DateRules : public testing::Test {
     Lines RunByOwnYear() {
         world.host.log.clear();
         OtherRules disk(world.drive);
-        System system{disk,
-                      world.world.pump,
-                      world.world.boxes,
-                      world.host,
-                      world.world.exitStatus,
-                      world.world.programEnd,
-                      world.world.clock,
-                      world.world.ansi};
+        System system{disk,        world.pump,       world.boxes,
+                      world.host,  world.exitStatus, world.programEnd,
+                      world.clock, world.ansi};
         CPackage(system, world.state, world.host, world.host).BackupAll();
         return world.host.log;
     }

@@ -45,10 +45,10 @@ class DestinationLockTest : public testing::Test {
 };
 
 TEST_F(DestinationLockTest, OtherComputerIsKeptOutByTheFileAlone) {
-    auto first = std::make_optional<DestinationLock>(world.world.disk, world.Store());
+    auto first = std::make_optional<DestinationLock>(world.disk, world.Store());
     ASSERT_TRUE(first->TryTake());
     EXPECT_FALSE(first->IsForThisComputerOnly());
-    DestinationLock second(world.world.disk, world.Store(), kOtherComputer);
+    DestinationLock second(world.disk, world.Store(), kOtherComputer);
     EXPECT_FALSE(second.TryTake());
     EXPECT_FALSE(second.TryTake());
     first.reset();
@@ -58,15 +58,15 @@ TEST_F(DestinationLockTest, OtherComputerIsKeptOutByTheFileAlone) {
 
 TEST_F(DestinationLockTest, SecondNameOfTheFolderIsTheSameLock) {
     if (!world.tree.Link(L"Linked", world.Store())) GTEST_SKIP() << "no links here";
-    DestinationLock first(world.world.disk, world.Store());
+    DestinationLock first(world.disk, world.Store());
     ASSERT_TRUE(first.TryTake());
-    DestinationLock second(world.world.disk, world.Path(L"Linked"));
+    DestinationLock second(world.disk, world.Path(L"Linked"));
     EXPECT_FALSE(second.TryTake());
 }
 
 TEST_F(DestinationLockTest, File_WhileHeld_IsHiddenAndGoesWithTheLock) {
     {
-        DestinationLock lock(world.world.disk, world.Store());
+        DestinationLock lock(world.disk, world.Store());
         ASSERT_TRUE(lock.TryTake());
         EXPECT_NE(GetFileAttributesW(lockFile.c_str()) & FILE_ATTRIBUTE_HIDDEN, 0U);
         EXPECT_EQ(DeleteFileW(lockFile.c_str()), 0);
@@ -82,7 +82,7 @@ TEST_F(DestinationLockTest, LeftOverFile_IsTakenOver) {
         world.tree.File(L"Store\\" + std::wstring(kLockFileName), "left over");
         if (mark != 0) world.tree.SetAttributes(L"Store\\" + std::wstring(kLockFileName), mark);
         {
-            DestinationLock lock(world.world.disk, world.Store());
+            DestinationLock lock(world.disk, world.Store());
             EXPECT_TRUE(lock.TryTake()) << mark;
         }
         EXPECT_FALSE(Exists(lockFile)) << mark;
@@ -91,14 +91,14 @@ TEST_F(DestinationLockTest, LeftOverFile_IsTakenOver) {
 
 TEST_F(DestinationLockTest, MutexIsTakenFirstAndAlsoKeepsOut) {
     const OtherRun older(world.Store());
-    DestinationLock lock(world.world.files, world.Store());
+    DestinationLock lock(world.files, world.Store());
     EXPECT_FALSE(lock.TryTake());
-    EXPECT_TRUE(world.world.files.Operations().empty());
+    EXPECT_TRUE(world.files.Operations().empty());
 }
 
 TEST_F(DestinationLockTest, CodesOfAHeldFile_MeanHeld) {
     for (const DWORD code : {ERROR_SHARING_VIOLATION, ERROR_LOCK_VIOLATION, ERROR_DELETE_PENDING}) {
-        RefusingDisk disk(world.world.disk);
+        RefusingDisk disk(world.disk);
         disk.lockCode = code;
         DestinationLock lock(disk, world.Store());
         EXPECT_FALSE(lock.TryTake()) << code;
@@ -110,7 +110,7 @@ TEST_F(DestinationLockTest, CodesOfAHeldFile_MeanHeld) {
 
 TEST_F(DestinationLockTest, AccessDenied_WithTheFileThere_MeansHeld) {
     world.tree.File(L"Store\\" + std::wstring(kLockFileName), "");
-    RefusingDisk disk(world.world.disk);
+    RefusingDisk disk(world.disk);
     disk.lockCode = ERROR_ACCESS_DENIED;
     disk.probeCode = ERROR_ACCESS_DENIED;
     DestinationLock lock(disk, world.Store());
@@ -118,7 +118,7 @@ TEST_F(DestinationLockTest, AccessDenied_WithTheFileThere_MeansHeld) {
 }
 
 TEST_F(DestinationLockTest, AccessDenied_WhereAProbeCanBeMade_MeansHeld) {
-    RefusingDisk disk(world.world.disk);
+    RefusingDisk disk(world.disk);
     disk.lockCode = ERROR_ACCESS_DENIED;
     DestinationLock lock(disk, world.Store());
     EXPECT_FALSE(lock.TryTake());
@@ -130,7 +130,7 @@ TEST_F(DestinationLockTest, WhereNoFileCanBeMade_OnlyTheMutexIsTaken) {
          std::vector<std::pair<DWORD, DWORD>>{{ERROR_WRITE_PROTECT, ERROR_SUCCESS},
                                               {ERROR_ACCESS_DENIED, ERROR_ACCESS_DENIED},
                                               {ERROR_ACCESS_DENIED, ERROR_WRITE_PROTECT}}) {
-        RefusingDisk disk(world.world.disk);
+        RefusingDisk disk(world.disk);
         disk.lockCode = lockCode;
         disk.probeCode = probeCode;
         DestinationLock lock(disk, world.Store());
@@ -144,7 +144,7 @@ TEST_F(DestinationLockTest, OtherFailures_AreRaised) {
          std::vector<std::pair<DWORD, int>>{{ERROR_DISK_FULL, error_number::kDiskFull},
                                             {ERROR_PATH_NOT_FOUND, error_number::kPathNotFound},
                                             {ERROR_IO_DEVICE, error_number::kDeviceError}}) {
-        RefusingDisk disk(world.world.disk);
+        RefusingDisk disk(world.disk);
         disk.lockCode = code;
         DestinationLock lock(disk, world.Store());
         try {
@@ -159,10 +159,9 @@ TEST_F(DestinationLockTest, OtherFailures_AreRaised) {
 TEST_F(DestinationLockTest, Run_WaitsForTheRunOfAnotherComputer) {
     world.tree.File(L"a.txt", "a", Day(1));
     world.List({L"a.txt"});
-    auto other =
-        std::make_optional<DestinationLock>(world.world.disk, world.Store(), kOtherComputer);
+    auto other = std::make_optional<DestinationLock>(world.disk, world.Store(), kOtherComputer);
     ASSERT_TRUE(other->TryTake());
-    world.world.pump.AtYield(20, [&] {
+    world.pump.AtYield(20, [&] {
         EXPECT_FALSE(Exists(world.Store(L"a«0001».txt")));
         other.reset();
     });
@@ -175,7 +174,7 @@ TEST_F(DestinationLockTest, Run_WaitsForOneUnderAnotherNameOfTheFolder) {
     world.tree.File(L"a.txt", "a", Day(1));
     world.List({L"a.txt"});
     world.state.silentRun = true;
-    DestinationLock other(world.world.disk, world.Path(L"Linked"));
+    DestinationLock other(world.disk, world.Path(L"Linked"));
     ASSERT_TRUE(other.TryTake());
     const RunResult result = world.Run();
     EXPECT_EQ(result.exitCode, error_number::kDestinationBusy);
@@ -188,8 +187,8 @@ TEST_F(DestinationLockTest, Run_OnAWriteProtectedDiskSaysOnceThatOthersAreNotKep
     world.List({L"a.txt", L"b.txt"});
     RefusingDisk disk(world.drive);
     disk.lockCode = ERROR_WRITE_PROTECT;
-    System system = world.world.With(disk);
-    RecordingHost host(world.Path(), world.world.errors, world.world.exitStatus);
+    System system = world.TestEnvironment::With(disk);
+    RecordingHost host(world.Path(), world.errors, world.exitStatus);
     CPackage engine(system, world.state, host, host);
     engine.BackupAll();
     EXPECT_EQ(Joined(host.log),
@@ -214,7 +213,7 @@ TEST_F(DestinationLockTest, WalkOverASource_LeavesLockAndWorkingEntriesOut) {
                         LeftOverName(world, WorkingState::New, L"z", ProcessElsewhere()) + L".vwc",
                     "comment", Day(7));
     world.tree.File(L"Work\\Other store\\x«0001».txt", "x", Day(2));
-    DestinationLock other(world.world.disk, inner);
+    DestinationLock other(world.disk, inner);
     ASSERT_TRUE(other.TryTake());
     world.List({L"Work\\"});
     EXPECT_EQ(world.Run().exitCode, 0);

@@ -26,7 +26,7 @@ class DestinationRoot : public testing::Test {
     void Clean() {
         world.tree.Remove(elsewhere);
         Lines left;
-        world.world.disk.List(drive.Name() + L"\\", [&](const FolderEntry& entry) {
+        world.disk.List(drive.Name() + L"\\", [&](const FolderEntry& entry) {
             if (entry.name.starts_with(L"rooted")) left.emplace_back(entry.name);
         });
         for (const std::wstring& name : left) world.tree.Remove(drive.Name() + L"\\" + name);
@@ -66,7 +66,7 @@ TEST_F(DestinationRoot, LockFileLiesInTheRoot) {
     world.tree.File(L"rooted.txt", "1", Day(1));
     const CurrentFolder current(elsewhere);
     int asked = 0;
-    world.world.files.OnOperation([&](const FileOperation& operation) {
+    world.files.OnOperation([&](const FileOperation& operation) {
         if (operation.call != FileCall::Copy) return;
         ++asked;
         EXPECT_TRUE(Exists(drive.Name() + L"\\Vaultwright.vwlock"));

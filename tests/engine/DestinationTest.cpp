@@ -51,7 +51,7 @@ TEST(GetBackupTo, MakesAMissingListEmpty) {
 TEST(GetBackupTo, MeansTheBackupFolderOfABareDrive) {
     EngineFixture world;
     world.ListText(L"BackupTo: Q:\r\n");
-    world.world.boxes.Expect(L"\r\nQ:\\Backup");
+    world.boxes.Expect(L"\r\nQ:\\Backup");
     EXPECT_TRUE(GetBackupTo(world).ended);
     EXPECT_EQ(world.state.BackupTo, L"Q:\\Backup");
 }
@@ -67,7 +67,7 @@ TEST(GetBackupTo, TakesADriveRootAsItStands) {
 TEST(GetBackupTo, LosesACharacterWithoutTheBlank) {
     EngineFixture world;
     world.ListText(L"BackupTo:C:\\Backup\r\n");
-    world.world.boxes.Expect(L"\r\n:\\Backup");
+    world.boxes.Expect(L"\r\n:\\Backup");
     EXPECT_TRUE(GetBackupTo(world).ended);
     EXPECT_EQ(world.state.BackupTo, L":\\Backup");
 }
@@ -75,7 +75,7 @@ TEST(GetBackupTo, LosesACharacterWithoutTheBlank) {
 TEST(GetBackupTo, EndsTheProgramAtTheFirstMissingDestination) {
     EngineFixture world;
     world.ListText(L"BackupTo: ~\\Nowhere\r\nBackupTo: ~\\Store\r\n");
-    world.world.boxes.Expect(world.Path(L"Nowhere"));
+    world.boxes.Expect(world.Path(L"Nowhere"));
     const RunResult result = GetBackupTo(world);
     EXPECT_TRUE(result.ended);
     EXPECT_EQ(result.exitCode, error_number::kPathNotFound);
@@ -91,14 +91,14 @@ TEST(GetBackupTo, TellsAListThatCannotBeRead) {
 TEST(MissingDestination, IsToldInABoxReadFromTheRight) {
     EngineFixture world;
     world.state.BackupTo = world.Path(L"Nowhere");
-    world.world.boxes.Expect({});
+    world.boxes.Expect({});
     const RunResult result =
         world.With([](CPackage& engine) { engine.ErrorOnBackupFolderNotExists(); });
     EXPECT_TRUE(result.ended);
     EXPECT_EQ(result.exitCode, error_number::kPathNotFound);
     EXPECT_EQ(Joined(result.lines), Joined({L"[EndAtOnce]"}));
-    ASSERT_EQ(world.world.boxes.Shown().size(), 1U);
-    const MessageBoxRequest& box = world.world.boxes.Shown().front();
+    ASSERT_EQ(world.boxes.Shown().size(), 1U);
+    const MessageBoxRequest& box = world.boxes.Shown().front();
     EXPECT_EQ(box.text, L"فشلت العملية بسبب عدم توفر مجلد النسخ إلى:\r\n" + world.Path(L"Nowhere"));
     EXPECT_EQ(box.icon, BoxIcon::Exclamation);
     EXPECT_TRUE(box.rightToLeft);
@@ -107,7 +107,7 @@ TEST(MissingDestination, IsToldInABoxReadFromTheRight) {
 TEST(MissingDestination, IsAlsoAFileOfThatName) {
     EngineFixture world;
     world.state.BackupTo = world.tree.File(L"file");
-    world.world.boxes.Expect({});
+    world.boxes.Expect({});
     EXPECT_TRUE(world.With([](CPackage& engine) { engine.ErrorOnBackupFolderNotExists(); }).ended);
 }
 
@@ -116,7 +116,7 @@ TEST(MissingDestination, IsAlsoNone) {
     world.state.BackupTo.clear();
     world.tree.File(L"a.txt", "a", Day(1));
     world.ListText(L"~\\a.txt\r\n");
-    world.world.boxes.Expect({});
+    world.boxes.Expect({});
     EXPECT_TRUE(world.Run().ended);
 }
 

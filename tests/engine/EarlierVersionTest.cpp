@@ -110,15 +110,15 @@ TEST(EntryOfThisVersion, IsNeverMistakenByAnEarlierOne) {
             if (completeness == Completeness::MissesFiles) {
                 held = HoldOpen(world.Path(L"Work\\b.txt"));
             }
-            world.world.files.DieAtNth(n, OnlyChanges());
-            world.world.files.OnOperation([&](const FileOperation& operation) {
+            world.files.DieAtNth(n, OnlyChanges());
+            world.files.OnOperation([&](const FileOperation& operation) {
                 if (completeness == Completeness::CutShort && operation.call == FileCall::Copy) {
                     world.state.cancel.Request();
                 }
             });
             world.Run();
-            const bool died = !world.world.files.Faults().empty();
-            world.world.files.Heal();
+            const bool died = !world.files.Faults().empty();
+            world.files.Heal();
             for (std::wstring name : LeftOvers(world)) {
                 SCOPED_TRACE(ToUtf8(name));
                 if (name.ends_with(kCommentExtension)) name.resize(name.size() - 4);
@@ -157,7 +157,7 @@ TEST(CommentOfThisVersion, OfAnIncompleteCopy_HasTheLineThatAnEarlierOneWrote) {
     const std::string whole = ReadBytes(comment);
     EXPECT_EQ(incomplete, whole + "Incomplete\r\n");
     EXPECT_EQ(whole, "Backed Files Date Last Modified:01/01/2010-00:01:01+Original Location:" +
-                         world.world.ansi.Encode(world.Path()) + "\r\n");
+                         world.ansi.Encode(world.Path()) + "\r\n");
 }
 
 }  // namespace

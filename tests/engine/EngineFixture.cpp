@@ -127,9 +127,8 @@ void DriveDouble::Rename(std::wstring_view from, std::wstring_view to) {
 }
 
 EngineFixture::EngineFixture()
-    : host(tree.Path(), world.errors, world.exitStatus),
-      system{drive,       world.pump, world.boxes, host, world.exitStatus, world.programEnd,
-             world.clock, world.ansi} {
+    : host(tree.Path(), errors, exitStatus), system{drive,      pump,       boxes, host,
+                                                    exitStatus, programEnd, clock, ansi} {
     tree.Folder(L"Store");
     state.applicationFolder = tree.Folder(L"App");
     state.currentListPath = Path(L"App\\List.vwl");
@@ -150,7 +149,7 @@ void EngineFixture::List(const Lines& items, int copies) const {
 }
 
 void EngineFixture::ListText(std::wstring_view text) const {
-    tree.File(L"App\\List.vwl", world.ansi.Encode(Replaced(std::wstring(text), L"~", tree.Path())));
+    tree.File(L"App\\List.vwl", ansi.Encode(Replaced(std::wstring(text), L"~", tree.Path())));
 }
 
 RunResult EngineFixture::Run() {
@@ -160,7 +159,7 @@ RunResult EngineFixture::Run() {
 RunResult EngineFixture::With(const std::function<void(CPackage&)>& work) {
     host.log.clear();
     host.messages.clear();
-    world.exitStatus = ExitStatus();
+    exitStatus = ExitStatus();
     RunResult result;
     {
         CPackage engine(system, state, host, host);
@@ -173,8 +172,8 @@ RunResult EngineFixture::With(const std::function<void(CPackage&)>& work) {
         }
     }
     result.lines = host.log;
-    result.errors = world.errors.Take();
-    result.exitCode = world.exitStatus.Code();
+    result.errors = errors.Take();
+    result.exitCode = exitStatus.Code();
     return result;
 }
 

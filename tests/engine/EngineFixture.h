@@ -104,7 +104,7 @@ struct RunResult {
 
 /// A world with a backup engine in it: a fresh folder with sources and the destination "Store", a
 /// list, and a log of all that a run shows. The disk is the real one, with faults on request.
-class EngineFixture {
+class EngineFixture : public TestEnvironment {
   public:
     EngineFixture();
 
@@ -139,10 +139,9 @@ class EngineFixture {
     [[nodiscard]] std::string Comment(std::wstring_view copyName) const;
 
     TempTree tree;
-    TestEnvironment world;
-    DriveDouble drive{world.files};
+    DriveDouble drive{files};
     RecordingHost host;
-    System system;
+    System system;  ///< with the drive and the host
     ProgramState state;
 };
 

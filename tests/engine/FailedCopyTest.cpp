@@ -51,11 +51,11 @@ TEST(FailedCopy, OfAFileThatWasCutShortIsRemoved) {
     EngineFixture world;
     MakeHistory(world);
     const Tree before = ReadTree(world.Store());
-    world.world.files.TruncateNthCopy(1);
+    world.files.TruncateNthCopy(1);
     world.List({L"a.txt"});
     world.ExpectRun({L"Backing: ~\\a.txt", L"* Backing: ~\\a.txt", L"! 57 BackupFile ~\\a.txt"});
     EXPECT_EQ(ReadTree(world.Store()), before);
-    world.world.files.Heal();
+    world.files.Heal();
     world.ExpectRun(BackedUp(L"~\\a.txt"));
 }
 
@@ -63,7 +63,7 @@ TEST(FailedCopy, OfAFileThatIsNotThereAfterwardsIsTold) {
     EngineFixture world;
     MakeHistory(world);
     const Tree before = ReadTree(world.Store());
-    world.world.files.IgnoreNth(1, OnlyCalls({FileCall::Copy}));
+    world.files.IgnoreNth(1, OnlyCalls({FileCall::Copy}));
     world.List({L"a.txt"});
     world.ExpectRun({L"Backing: ~\\a.txt", L"* Backing: ~\\a.txt", L"! 57 BackupFile ~\\a.txt"});
     EXPECT_EQ(ReadTree(world.Store()), before);
@@ -76,7 +76,7 @@ TEST(FailedCopy, CutShortByAFullDiskIsToldAsFull) {
     world.drive.kind = DriveType::Removable;
     world.drive.freeBytes[world.Store()] = 100;
     for (const wchar_t* item : {L"a.txt", L"Work\\"}) {
-        world.world.files.TruncateNthCopy(1);
+        world.files.TruncateNthCopy(1);
         world.List({item});
         const RunResult result = world.Run();
         ASSERT_EQ(result.errors.size(), 1U);
@@ -89,7 +89,7 @@ TEST(FailedCopy, OfOneFileOfAFolderLeavesTheOthers) {
     EngineFixture world;
     MakeHistory(world);
     world.List({L"Work\\"});
-    world.world.files.TruncateNthCopy(2);
+    world.files.TruncateNthCopy(2);
     world.ExpectRun({L"Backing: ~\\Work\\", L"* Backing: ~\\Work\\b.txt",
                      L"* Backing: ~\\Work\\c.txt", L"! 57 BackupFile ~\\Work\\c.txt",
                      L"* Backing: ~\\Work\\Sub\\d.txt",
@@ -105,7 +105,7 @@ TEST(FailedCopy, OfEveryFileOfAFolderLeavesTheSeriesAlone) {
     MakeHistory(world);
     world.List({L"Work\\"});
     const Tree before = ReadTree(world.Store());
-    world.world.files.FailFrom(1, error_number::kPermissionDenied, OnlyCalls({FileCall::Copy}));
+    world.files.FailFrom(1, error_number::kPermissionDenied, OnlyCalls({FileCall::Copy}));
     const RunResult result = world.Run();
     EXPECT_EQ(result.errors.size(), 3U);
     EXPECT_EQ(result.lines.back(), L"[BusyHide true]");
@@ -120,7 +120,7 @@ TEST(FailedCopy, OnAFullDiskEndsTheItemAndLeavesNothing) {
         world.tree.File(L"next.txt", "next", Day(1));
         world.List({L"Work\\", L"next.txt"});
         const Tree before = ReadTree(world.Store());
-        world.world.files.FailNth(file, error_number::kDiskFull, OnlyCalls({FileCall::Copy}));
+        world.files.FailNth(file, error_number::kDiskFull, OnlyCalls({FileCall::Copy}));
         Lines expected{L"Backing: ~\\Work\\"};
         for (int i = 0; i < file; ++i) {
             expected.push_back(L"* Backing: " + kWorkFiles[static_cast<std::size_t>(i)]);
@@ -154,7 +154,7 @@ TEST(FailedCopy, OfAFileTooLargeForTheDriveCostsTheOthersNothing) {
         ASSERT_NE(SetEndOfFile(file.Get()), 0);
     }
     world.drive.freeBytes[world.Store()] = 0x10'0000'0000;
-    world.world.files.FailNth(2, error_number::kDiskFull, OnlyCalls({FileCall::Copy}));
+    world.files.FailNth(2, error_number::kDiskFull, OnlyCalls({FileCall::Copy}));
     world.List({L"Work\\"});
     EXPECT_EQ(world.Run().exitCode, error_number::kDiskFull);
     EXPECT_EQ(world.Copies(), (Listing{{L"Work«0001»", kFolder},
@@ -169,8 +169,7 @@ TEST(FailedCopy, OnADiskThatIsFullForASubFolderLeavesNothing) {
     world.List({L"Work\\"});
     const Tree before = ReadTree(world.Store());
     for (int folder = 1; folder <= 3; ++folder) {
-        world.world.files.FailNth(folder, error_number::kDiskFull,
-                                  OnlyCalls({FileCall::CreateFolder}));
+        world.files.FailNth(folder, error_number::kDiskFull, OnlyCalls({FileCall::CreateFolder}));
         const RunResult result = world.Run();
         ASSERT_EQ(result.errors.size(), 1U);
         EXPECT_EQ(result.exitCode, error_number::kDiskFull);
@@ -186,7 +185,7 @@ TEST(FailedCopy, StaysFullWhenASmallerFileWasCutShortToo) {
     world.tree.File(L"Work\\3.txt", "3", Day(1));
     world.drive.kind = DriveType::Removable;
     world.drive.freeBytes[world.Store()] = 1000;
-    world.world.files.OnOperation([&](const FileOperation& operation) {
+    world.files.OnOperation([&](const FileOperation& operation) {
         // Both are cut short by hand, behind the copy: the listing that checks them comes next.
         if (operation.call != FileCall::List || !operation.path.ends_with(L'\\') ||
             operation.path.find(L".vwnew-") == std::wstring::npos) {
@@ -205,7 +204,7 @@ TEST(FailedCopy, WhoseCommentCannotBeWrittenLeavesTheSeriesAlone) {
         EngineFixture world;
         MakeHistory(world);
         const Tree before = ReadTree(world.Store());
-        world.world.files.FailFrom(1, number, OnlyCalls({FileCall::Write}));
+        world.files.FailFrom(1, number, OnlyCalls({FileCall::Write}));
         const RunResult result = world.Run();
         EXPECT_EQ(result.errors.size(), 2U);
         EXPECT_EQ(result.exitCode, number);
@@ -218,11 +217,10 @@ TEST(FailedCopy, OfASubFolderThatCannotBeReadIsToldWithIt) {
     MakeHistory(world);
     world.List({L"Work\\"});
     // The first listing of the sub-folder takes its dates, the second its files.
-    world.world.files.FailNth(2, error_number::kPermissionDenied,
-                              [&](const FileOperation& operation) {
-                                  return operation.call == FileCall::List &&
-                                         operation.path.find(L"Work\\Sub") != std::wstring::npos;
-                              });
+    world.files.FailNth(2, error_number::kPermissionDenied, [&](const FileOperation& operation) {
+        return operation.call == FileCall::List &&
+               operation.path.find(L"Work\\Sub") != std::wstring::npos;
+    });
     world.ExpectRun({L"Backing: ~\\Work\\", L"* Backing: ~\\Work\\b.txt",
                      L"* Backing: ~\\Work\\c.txt", L"! 70 BackupFolder ~\\Work\\Sub\\",
                      L"Files are missing, copy 1 is incomplete: ~\\Work\\", L"\tDone."});
@@ -234,11 +232,9 @@ TEST(FailedCopy, OfAnItemThatCannotBeReadAtAllIsTold) {
     MakeHistory(world);
     world.List({L"Work\\"});
     const Tree before = ReadTree(world.Store());
-    world.world.files.FailFrom(1, error_number::kPermissionDenied,
-                               [&](const FileOperation& operation) {
-                                   return operation.call == FileCall::List &&
-                                          operation.path.starts_with(world.Path(L"Work"));
-                               });
+    world.files.FailFrom(1, error_number::kPermissionDenied, [&](const FileOperation& operation) {
+        return operation.call == FileCall::List && operation.path.starts_with(world.Path(L"Work"));
+    });
     world.ExpectRun({L"Backing: ~\\Work\\", L"! 70 BackupFolder ~\\Work\\"});
     EXPECT_EQ(ReadTree(world.Store()), before);
 }
@@ -248,7 +244,7 @@ TEST(FailedCopy, CountsWhatCouldNotBeCheckedAsFailed) {
     MakeHistory(world);
     world.List({L"Work\\"});
     const Tree before = ReadTree(world.Store());
-    world.world.files.FailFrom(1, error_number::kDeviceError, [](const FileOperation& operation) {
+    world.files.FailFrom(1, error_number::kDeviceError, [](const FileOperation& operation) {
         return operation.call == FileCall::List &&
                operation.path.find(L".vwnew-") != std::wstring::npos;
     });
@@ -256,7 +252,7 @@ TEST(FailedCopy, CountsWhatCouldNotBeCheckedAsFailed) {
     EXPECT_EQ(result.errors.size(), 2U) << Joined(result.lines);
     EXPECT_EQ(result.exitCode, error_number::kDeviceError);
     EXPECT_EQ(std::count(result.lines.begin(), result.lines.end(), L"\tDone."), 0);
-    world.world.files.Heal();
+    world.files.Heal();
     world.Run();
     EXPECT_EQ(ReadBytes(world.Store(L"Work«0001»\\b.txt")).substr(0, 1), "3");
     EXPECT_NE(ReadTree(world.Store()), before);
@@ -266,7 +262,7 @@ TEST(FailedCopy, OfAFileThatVanishedMeanwhileIsTold) {
     EngineFixture world;
     MakeHistory(world);
     world.List({L"Work\\"});
-    world.world.files.OnOperation([&](const FileOperation& operation) {
+    world.files.OnOperation([&](const FileOperation& operation) {
         if (operation.call == FileCall::Copy) world.tree.Remove(L"Work\\c.txt");
     });
     world.ExpectRun({L"Backing: ~\\Work\\", L"* Backing: ~\\Work\\b.txt",
@@ -277,7 +273,7 @@ TEST(FailedCopy, OfAFileThatVanishedMeanwhileIsTold) {
 
 // A source that grows while it is copied, as logs do.
 void GrowWhileCopied(EngineFixture& world) {
-    world.world.files.OnOperation([&](const FileOperation& operation) {
+    world.files.OnOperation([&](const FileOperation& operation) {
         if (operation.call == FileCall::Copy) {
             world.tree.File(operation.path, std::string(900, 'g'), Day(50));
         }
@@ -303,7 +299,7 @@ TEST(ChangingSource, IsToldAndItsCopyCounts) {
     EXPECT_EQ(ReadBytes(world.Store(L"a«0001».txt")).size(), 900U);
     EXPECT_EQ(ReadBytes(world.Store(L"a«0002».txt")).substr(0, 1), "2");
     // The date that decides is the one from before: the next run takes a calm copy.
-    world.world.files.Heal();
+    world.files.Heal();
     world.ExpectRun(BackedUp(L"~\\a.txt") + BackedUp(L"~\\Work\\", kWorkFiles));
     world.ExpectRun(NoChange(L"~\\a.txt") + NoChange(L"~\\Work\\"));
 }
@@ -323,7 +319,7 @@ TEST(ChangingSource, ThatIsReplacedByAShorterOneCountsToo) {
     EngineFixture world;
     MakeHistory(world);
     world.List({L"a.txt"});
-    world.world.files.OnOperation([&](const FileOperation& operation) {
+    world.files.OnOperation([&](const FileOperation& operation) {
         if (operation.call == FileCall::Copy) world.tree.File(L"a.txt", "short", Day(50));
     });
     world.ExpectRun({L"Backing: ~\\a.txt", L"* Backing: ~\\a.txt",

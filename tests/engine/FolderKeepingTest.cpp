@@ -80,8 +80,7 @@ TEST_F(FolderKeeping, MarksOfFolders_ComeBack) {
 }
 
 TEST_F(FolderKeeping, DiskThatKeepsNoMarks_CostsTheCopyNothing) {
-    world.world.files.FailFrom(1, error_number::kPermissionDenied,
-                               OnlyCalls({FileCall::CopyFolderInfo}));
+    world.files.FailFrom(1, error_number::kPermissionDenied, OnlyCalls({FileCall::CopyFolderInfo}));
     const RunResult result = world.Run();
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_EQ(world.Copies().at(L"Work«0001»\\Sub\\Deep\\a.txt"), "a");
@@ -90,9 +89,9 @@ TEST_F(FolderKeeping, DiskThatKeepsNoMarks_CostsTheCopyNothing) {
 TEST_F(FolderKeeping, ReplacedFile_HandsItsRightsOnBeforeItIsReplaced) {
     EXPECT_EQ(world.Run().exitCode, 0);
     world.tree.File(L"Work\\Sub\\Deep\\a.txt", "changed", Day(2));
-    world.world.files.Heal();
+    world.files.Heal();
     Extract();
-    const auto& all = world.world.files.Operations();
+    const auto& all = world.files.Operations();
     const std::wstring target = world.Path(L"Work\\Sub\\Deep\\a.txt");
     const auto rights = std::find_if(all.begin(), all.end(), [&](const FileOperation& operation) {
         return operation.call == FileCall::CopyAccessRights && operation.path == target;
@@ -109,9 +108,9 @@ TEST_F(FolderKeeping, ReplacedFile_HandsItsRightsOnBeforeItIsReplaced) {
 TEST_F(FolderKeeping, NewFile_TakesTheRightsOfItsFolder) {
     EXPECT_EQ(world.Run().exitCode, 0);
     world.tree.Remove(L"Work");
-    world.world.files.Heal();
+    world.files.Heal();
     Extract();
-    for (const FileOperation& operation : world.world.files.Operations()) {
+    for (const FileOperation& operation : world.files.Operations()) {
         EXPECT_NE(operation.call, FileCall::CopyAccessRights);
     }
 }

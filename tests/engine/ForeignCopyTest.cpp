@@ -12,21 +12,21 @@ namespace vw::test {
 namespace {
 
 std::string CommentOf(const EngineFixture& world, const wchar_t* date, const std::wstring& folder) {
-    return world.world.ansi.Encode(L"Backed Files Date Last Modified:" + std::wstring(date) +
-                                   L"+Original Location:" + folder) +
+    return world.ansi.Encode(L"Backed Files Date Last Modified:" + std::wstring(date) +
+                             L"+Original Location:" + folder) +
            "\r\n";
 }
 
 // Runs, and lets `act` happen right before the n-th operation of a kind on the item "b.txt".
 RunResult RunWith(EngineFixture& world, FileCall call, const std::function<void()>& act) {
     bool acted = false;
-    world.world.files.OnOperation([&](const FileOperation& operation) {
+    world.files.OnOperation([&](const FileOperation& operation) {
         if (acted || operation.call != call || operation.path != world.Path(L"B\\b.txt")) return;
         acted = true;
         act();
     });
     RunResult result = world.Run();
-    world.world.files.Heal();
+    world.files.Heal();
     EXPECT_TRUE(acted);
     return result;
 }
@@ -79,7 +79,7 @@ TEST(CopyOfAnotherProgram, InTheLastMomentKeepsNoCommentOfOurs) {
     world.tree.File(L"B\\b.txt", "B", Day(2));
     world.List({L"B\\b.txt"});
     bool acted = false;
-    world.world.files.OnOperation([&](const FileOperation& operation) {
+    world.files.OnOperation([&](const FileOperation& operation) {
         if (acted || operation.call != FileCall::Rename ||
             operation.to != world.Store(L"b«0001».txt")) {
             return;
@@ -150,11 +150,11 @@ TEST(StuckReadyCopy, LeavesItsRotationToTheNewerOne) {
         world.tree.File(L"a.txt", std::to_string(step), Day(step));
         if (step < 3) world.Run();
     }
-    world.world.files.FailFrom(1, error_number::kDeviceError, OnlyCalls({FileCall::Replace}));
+    world.files.FailFrom(1, error_number::kDeviceError, OnlyCalls({FileCall::Replace}));
     EXPECT_EQ(world.Run().exitCode, error_number::kDeviceError);
     world.tree.File(L"a.txt", "4", Day(4));
     EXPECT_EQ(world.Run().exitCode, error_number::kDeviceError);
-    world.world.files.Heal();
+    world.files.Heal();
     world.ExpectRun(kFinished + NoChange(L"~\\a.txt"));
     EXPECT_EQ(world.Copies(),
               (Listing{{L"a«0001».txt", "4"}, {L"a«0002».txt", "2"}, {L"a«0003».txt", "1"}}));
@@ -228,12 +228,12 @@ TEST(RotationOfAVanishedItem, IsCompletedAndNotRepeated) {
         }
         world.tree.File(L"b.txt", "b", Day(1));
         world.tree.Remove(L"a.txt");
-        world.world.files.DieAtNth(n, [](const FileOperation& operation) {
+        world.files.DieAtNth(n, [](const FileOperation& operation) {
             return operation.call == FileCall::Rename || operation.call == FileCall::RemoveFile;
         });
         world.Run();
-        const bool died = !world.world.files.Faults().empty();
-        world.world.files.Heal();
+        const bool died = !world.files.Faults().empty();
+        world.files.Heal();
         if (!died || Exists(world.Store(L"b«0001».txt"))) break;
         ++points;
         SCOPED_TRACE("killed at step " + std::to_string(n));

@@ -80,7 +80,7 @@ TEST(FreeSpace, OfTheTemporaryFolderStandsInForADestinationThatIsNoFixedDisk) {
     for (const DriveType kind : {DriveType::Removable, DriveType::Network, DriveType::Optical,
                                  DriveType::Memory, DriveType::Unknown}) {
         EngineFixture world;
-        const std::wstring temp = world.world.disk.TempFolder();
+        const std::wstring temp = world.disk.TempFolder();
         world.tree.File(L"a.txt", "12345", Day(1));
         world.List({L"a.txt"});
         world.drive.kind = kind;
@@ -97,7 +97,7 @@ TEST(FreeSpace, ThatTheDriveDoesNotTellIsToldAndTheItemGoesOn) {
     EngineFixture world;
     world.tree.File(L"a.txt", "a", Day(1));
     world.List({L"a.txt"});
-    world.world.files.FailNth(1, error_number::kNotReady, OnlyCalls({FileCall::FreeSpace}));
+    world.files.FailNth(1, error_number::kNotReady, OnlyCalls({FileCall::FreeSpace}));
     world.ExpectRun(Lines{L"! 71 FolderFreeSpace ~\\Store"} + BackedUp(L"~\\a.txt"));
 }
 

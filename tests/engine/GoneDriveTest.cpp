@@ -64,15 +64,15 @@ class GoneDrive : public testing::Test {
     /// The folder is nowhere from that moment on.
     void Unplug(const std::wstring& folder, const OperationFilter& moment) {
         unplugged_.clear();
-        world_.world.files.OnOperation([=, this](const FileOperation& operation) {
+        world_.files.OnOperation([=, this](const FileOperation& operation) {
             if (!unplugged_.empty() || !moment(operation)) return;
             unplugged_ = world_.Path(folder);
-            world_.world.disk.Rename(unplugged_, unplugged_ + L" gone");
+            world_.disk.Rename(unplugged_, unplugged_ + L" gone");
         });
     }
     void PlugIn() {
-        world_.world.files.Heal();
-        if (!unplugged_.empty()) world_.world.disk.Rename(unplugged_ + L" gone", unplugged_);
+        world_.files.Heal();
+        if (!unplugged_.empty()) world_.disk.Rename(unplugged_ + L" gone", unplugged_);
     }
 
     /// All that stands in the destination but what another run will remove.
@@ -147,12 +147,12 @@ TEST_F(GoneDrive, OfTheItemThatRaisesIsToldOnceAndCostsNothing) {
     for (int file = 1; file <= 4; ++file) {
         SCOPED_TRACE(file);
         StartOver();
-        world_.world.files.FailFrom(1, error_number::kDeviceError,
-                                    TouchFromCopy(file, world_.Path(L"Work")));
+        world_.files.FailFrom(1, error_number::kDeviceError,
+                              TouchFromCopy(file, world_.Path(L"Work")));
         const RunResult result = world_.Run();
         EXPECT_EQ(Joined(result.lines), Joined(GoneAt(file, L"~\\Work\\") + kDone));
         ExpectToldOnce(result, world_.Path(L"Work\\"));
-        world_.world.files.Heal();
+        world_.files.Heal();
         ExpectRecovery();
     }
 }
@@ -174,12 +174,11 @@ TEST_F(GoneDrive, OfTheDestinationThatRaisesIsToldOnceAndCostsNothing) {
     for (int file = 1; file <= 4; ++file) {
         SCOPED_TRACE(file);
         StartOver();
-        world_.world.files.FailFrom(1, error_number::kDeviceError,
-                                    TouchFromCopy(file, world_.Store()));
+        world_.files.FailFrom(1, error_number::kDeviceError, TouchFromCopy(file, world_.Store()));
         const RunResult result = world_.Run();
         EXPECT_EQ(Joined(result.lines), Joined(GoneAt(file, L"~\\Store") + kDone));
         ExpectToldOnce(result, world_.Store());
-        world_.world.files.Heal();
+        world_.files.Heal();
         ExpectRecovery();
     }
 }
@@ -222,12 +221,12 @@ TEST_F(GoneDrive, WhileACopiedFolderIsCheckedIsToldOnceAndCostsNothing) {
 
 TEST_F(GoneDrive, WhileACopiedFileIsCheckedIsToldOnceAndCostsNothing) {
     // All files are cut short, so that each is looked at.
-    world_.world.files.OnOperation([&](const FileOperation& operation) {
+    world_.files.OnOperation([&](const FileOperation& operation) {
         if (operation.call == FileCall::Stat && unplugged_.empty() &&
             operation.path.find(L".vwnew-") != std::wstring::npos &&
             operation.path.ends_with(L"b.txt")) {
             unplugged_ = world_.Store();
-            world_.world.disk.Rename(unplugged_, unplugged_ + L" gone");
+            world_.disk.Rename(unplugged_, unplugged_ + L" gone");
         }
         if (!CheckOf(L"\\")(operation) || !unplugged_.empty()) return;
         world_.tree.File(operation.path + L"b.txt", "short");
@@ -240,7 +239,7 @@ TEST_F(GoneDrive, WhileACopiedFileIsCheckedIsToldOnceAndCostsNothing) {
 
 // The system's copy call may report success for what it could not read to the end.
 TEST_F(GoneDrive, InTheLastFileThatWasCutShortUnnoticedCostsNothing) {
-    world_.world.files.TruncateNthCopy(4);
+    world_.files.TruncateNthCopy(4);
     Unplug(L"Work", CheckOf(L"\\Zlast\\"));
     const RunResult result = world_.Run();
     EXPECT_EQ(Joined(result.lines), Joined(GoneAt(4, L"~\\Work\\") + kDone));
@@ -251,7 +250,7 @@ TEST_F(GoneDrive, InTheLastFileThatWasCutShortUnnoticedCostsNothing) {
 
 TEST_F(GoneDrive, InAFileItemThatWasCutShortUnnoticedCostsNothing) {
     world_.List({L"a.txt"}, 2);
-    world_.world.files.TruncateNthCopy(1);
+    world_.files.TruncateNthCopy(1);
     Unplug(L"a.txt", [](const FileOperation& operation) {
         return operation.call == FileCall::Stat &&
                operation.path.find(L"a.vwnew-") != std::wstring::npos;
@@ -287,7 +286,7 @@ TEST_F(GoneDrive, OfOneItemCostsTheNextNothing) {
 TEST_F(GoneDrive, OfTheDestinationEndsTheRunAtTheNextItem) {
     world_.List({L"Work\\", L"a.txt"}, 2);
     Unplug(L"Store", CopyNumber(2));
-    world_.world.boxes.Expect(world_.Store());
+    world_.boxes.Expect(world_.Store());
     const RunResult result = world_.Run();
     EXPECT_TRUE(result.ended);
     EXPECT_EQ(Joined(result.lines), Joined(GoneAt(2, L"~\\Store") + Lines{L"[EndAtOnce]"}));
@@ -308,7 +307,7 @@ TEST_F(GoneDrive, ThatComesAndGoesDrivesOutNoCopy) {
 
 // Where the item stands, what cannot be read is left out, and the rest counts.
 TEST_F(GoneDrive, IsNotAFileThatCannotBeRead) {
-    world_.world.files.FailNth(2, error_number::kDeviceError, OnlyCalls({FileCall::Copy}));
+    world_.files.FailNth(2, error_number::kDeviceError, OnlyCalls({FileCall::Copy}));
     const RunResult result = world_.Run();
     ASSERT_EQ(result.errors.size(), 1U);
     EXPECT_EQ(result.errors.front().number, error_number::kDeviceError);
@@ -321,10 +320,10 @@ TEST_F(GoneDrive, IsNotAFileThatCannotBeRead) {
 // A notebook that wakes gives the program its processor before its sticks and servers.
 TEST_F(GoneDrive, Run_DestinationComesBackAfterWaking_MakesItsCopy) {
     const std::wstring store = world_.Store();
-    world_.world.disk.Rename(store, store + L" gone");
-    world_.world.clock.Wake();
-    world_.world.pump.Restart();
-    world_.world.pump.AtYield(8, [&] { world_.world.disk.Rename(store + L" gone", store); });
+    world_.disk.Rename(store, store + L" gone");
+    world_.clock.Wake();
+    world_.pump.Restart();
+    world_.pump.AtYield(8, [&] { world_.disk.Rename(store + L" gone", store); });
     const RunResult result = world_.Run();
     EXPECT_EQ(result.exitCode, 0) << Joined(result.lines);
     EXPECT_FALSE(result.ended);
@@ -333,13 +332,13 @@ TEST_F(GoneDrive, Run_DestinationComesBackAfterWaking_MakesItsCopy) {
 
 TEST_F(GoneDrive, Run_DestinationStaysAwayAfterWaking_EndsAfterTenSeconds) {
     world_.tree.Remove(L"Store");
-    world_.world.clock.Wake();
-    world_.world.pump.Restart();
-    world_.world.boxes.Expect(L"فشلت العملية بسبب عدم توفر مجلد النسخ إلى:");
+    world_.clock.Wake();
+    world_.pump.Restart();
+    world_.boxes.Expect(L"فشلت العملية بسبب عدم توفر مجلد النسخ إلى:");
     const RunResult result = world_.Run();
     EXPECT_TRUE(result.ended);
-    EXPECT_GE(world_.world.pump.Waited(), 10'000U);
-    EXPECT_LT(world_.world.pump.Waited(), 11'000U);
+    EXPECT_GE(world_.pump.Waited(), 10'000U);
+    EXPECT_LT(world_.pump.Waited(), 11'000U);
 }
 
 }  // namespace

@@ -24,13 +24,13 @@ void MakeWork(const EngineFixture& world, int step) {
 
 // Presses Cancel right before the file `part` is copied.
 RunResult CancelledRun(EngineFixture& world, const std::wstring& part) {
-    world.world.files.OnOperation([&world, part](const FileOperation& operation) {
+    world.files.OnOperation([&world, part](const FileOperation& operation) {
         if (operation.call == FileCall::Copy && operation.path.find(part) != std::wstring::npos) {
             world.state.cancel.Request();
         }
     });
     RunResult result = world.Run();
-    world.world.files.Heal();
+    world.files.Heal();
     return result;
 }
 
@@ -91,17 +91,17 @@ TEST(IncompleteCopy, WithAFolderThatCannotBeListedStaysMarked) {
     MakeWork(world, 1);
     world.List({L"Work\\"});
     const auto refuseSub = [&] {
-        world.world.files.FailFrom(1, error_number::kPermissionDenied,
-                                   [&](const FileOperation& operation) {
-                                       return operation.call == FileCall::List &&
-                                              operation.path == world.Path(L"Work\\Sub\\");
-                                   });
+        world.files.FailFrom(1, error_number::kPermissionDenied,
+                             [&](const FileOperation& operation) {
+                                 return operation.call == FileCall::List &&
+                                        operation.path == world.Path(L"Work\\Sub\\");
+                             });
     };
     refuseSub();
     world.Run();
     refuseSub();
     EXPECT_EQ(world.Run().exitCode, error_number::kPermissionDenied);
-    world.world.files.Heal();
+    world.files.Heal();
     EXPECT_TRUE(IsMarked(world));
     EXPECT_EQ(world.Run().exitCode, 0);
     EXPECT_TRUE(IsWhole(world));
@@ -193,11 +193,11 @@ TEST(IncompleteCopy, ThatWasReadyIsMarkedWhenItIsFinished) {
         world.List({L"Work\\"});
         {
             const FileHandle held = HoldOpen(world.Path(L"Work\\b.txt"));
-            world.world.files.DieAtNth(n, OnlyChanges());
+            world.files.DieAtNth(n, OnlyChanges());
             world.Run();
         }
-        const bool died = !world.world.files.Faults().empty();
-        world.world.files.Heal();
+        const bool died = !world.files.Faults().empty();
+        world.files.Heal();
         if (!died) break;
         SCOPED_TRACE("killed at change " + std::to_string(n));
         UpdateControls(world, DeadProcess());
@@ -243,10 +243,10 @@ TEST(Completion, LosesNothingAtAnyPoint) {
             MakeWork(world, 2);
             checker.Learn(world.Path(L"Work\\"));
             CancelledRun(world, L"b.txt");
-            plan.arrange(world.world.files, n);
+            plan.arrange(world.files, n);
             world.Run();
-            const bool went = !world.world.files.Faults().empty();
-            world.world.files.Heal();
+            const bool went = !world.files.Faults().empty();
+            world.files.Heal();
             if (!went) break;
             ++points;
             SCOPED_TRACE(std::string(plan.name) + " at " + std::to_string(n));
@@ -273,13 +273,13 @@ TEST(EndOfTheSession, LeavesNoPartialCopy) {
     world.Run();
     const Tree before = ReadTree(world.Store());
     MakeWork(world, 2);
-    world.world.files.OnOperation([&](const FileOperation& operation) {
+    world.files.OnOperation([&](const FileOperation& operation) {
         if (operation.call != FileCall::Copy) return;
         world.state.endRequested = true;
         world.state.cancel.Request();
     });
     EXPECT_EQ(world.Run().exitCode, error_number::kCancelled);
-    world.world.files.Heal();
+    world.files.Heal();
     EXPECT_EQ(ReadTree(world.Store()), before);
     world.state.endRequested = false;
     EXPECT_EQ(world.Run().exitCode, 0);

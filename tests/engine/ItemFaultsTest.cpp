@@ -165,7 +165,7 @@ class ItemFaults : public testing::TestWithParam<Scenario> {
 
     // A run without faults behind it makes everything as if nothing had happened.
     void ExpectRecovery(bool mayBePartial, bool mayBeCopiedTwice = false) {
-        world_.world.files.Heal();
+        world_.files.Heal();
         const RunResult result = world_.Run();
         EXPECT_EQ(result.exitCode, 0) << Joined(result.lines);
         EXPECT_EQ(LeftOvers(world_), Lines());
@@ -184,13 +184,13 @@ class ItemFaults : public testing::TestWithParam<Scenario> {
     int Sweep(const std::string& what, const Plan& plan) {
         for (int n = 1;; ++n) {
             Restore();
-            plan(world_.world.files, n);
+            plan(world_.files, n);
             const RunResult result = world_.Run();
-            const std::vector<FileOperation> faults = world_.world.files.Faults();
+            const std::vector<FileOperation> faults = world_.files.Faults();
             if (faults.empty()) return n - 1;
             SCOPED_TRACE(what + " at " + std::to_string(n) + ": " + Describe(faults.front()) +
                          "\n" + Joined(result.lines));
-            world_.world.files.Heal();
+            world_.files.Heal();
             const bool mayBePartial = !IsFile() && !result.errors.empty();
             ExpectOldCopiesKept(mayBePartial);
             if (!result.died) ExpectToldOrHarmless(result, faults.front());
@@ -260,15 +260,15 @@ TEST_P(ItemKilledTwice, LosesNothing) {
         bool secondDied = true;
         for (int m = 1; secondDied && !HasFailure(); ++m, ++points) {
             Restore();
-            world_.world.files.DieAtNth(n, OnlyChanges());
+            world_.files.DieAtNth(n, OnlyChanges());
             world_.Run();
-            firstDied = !world_.world.files.Faults().empty();
-            world_.world.files.DieAtNth(m, OnlyChanges());
+            firstDied = !world_.files.Faults().empty();
+            world_.files.DieAtNth(m, OnlyChanges());
             world_.Run();
-            secondDied = !world_.world.files.Faults().empty();
+            secondDied = !world_.files.Faults().empty();
             SCOPED_TRACE("killed at change " + std::to_string(n) + " and at change " +
                          std::to_string(m));
-            world_.world.files.Heal();
+            world_.files.Heal();
             ExpectOldCopiesKept(false);
             ExpectRecovery(false);
         }

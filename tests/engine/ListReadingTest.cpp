@@ -58,7 +58,7 @@ TEST(ListReading, KeepsCountAndDestinationWithoutKeyLines) {
 TEST(ListReading, TakesTheDestinationOfABareDriveAsItStands) {
     EngineFixture world;
     world.ListText(L"BackupTo: Q:\r\n");
-    world.world.boxes.Expect(L"\r\nQ:");
+    world.boxes.Expect(L"\r\nQ:");
     EXPECT_TRUE(world.Run().ended);
     EXPECT_EQ(world.state.BackupTo, L"Q:");
 }
@@ -105,7 +105,7 @@ TEST(ListReading, DoesNotKeepTheListOpen) {
     world.List({L"a.txt", L"b.txt"});
     // The user edits the list while the run works: the run goes on with what it read.
     bool replaced = false;
-    world.world.files.OnOperation([&](const FileOperation& operation) {
+    world.files.OnOperation([&](const FileOperation& operation) {
         if (operation.call != FileCall::Copy || replaced) return;
         replaced = true;
         world.tree.Remove(L"App\\List.vwl");
@@ -118,7 +118,7 @@ TEST(ListReading, DoesNotKeepTheListOpen) {
 TEST(ListReading, SurvivesZeroBytesAndGarbage) {
     EngineFixture world;
     MakeFiles(world);
-    const std::string path = world.world.ansi.Encode(world.Path(L"a.txt"));
+    const std::string path = world.ansi.Encode(world.Path(L"a.txt"));
     using namespace std::string_literals;
     const std::string garbage = "\0\0\r\nx\0y\r\n\xFF\xFE\x81\r\n|<>?*:\r\nNUL\r\n"s;
     world.tree.File(L"App\\List.vwl", garbage + "\r\n" + path + "\r\n");

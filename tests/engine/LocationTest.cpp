@@ -17,7 +17,7 @@ void MakeCopyFrom(const EngineFixture& world, const std::wstring& number,
                   const std::wstring& folder) {
     world.tree.File(L"Store\\a«" + number + L"01».txt", "copy");
     world.tree.File(L"Store\\a«" + number + L"01».txt.vwc",
-                    "Original Location:" + world.world.ansi.Encode(folder) + "\r\n");
+                    "Original Location:" + world.ansi.Encode(folder) + "\r\n");
 }
 
 TEST(LocationNumber, IsZeroForTheFirst) {
@@ -96,7 +96,7 @@ TEST(LocationNumber, NeedsNotTheFoldersOfOtherItems) {
     world.List({L"Server\\a.txt", L"Here\\a.txt"});
     EXPECT_EQ(world.Run().exitCode, 0);
     world.List({L"Here\\a.txt"});
-    world.world.files.FailFrom(1, error_number::kDeviceError, [&](const FileOperation& operation) {
+    world.files.FailFrom(1, error_number::kDeviceError, [&](const FileOperation& operation) {
         return operation.path == world.Path(L"Server");
     });
     world.ExpectRun(NoChange(L"~\\Here\\a.txt"));
@@ -104,16 +104,16 @@ TEST(LocationNumber, NeedsNotTheFoldersOfOtherItems) {
 
 TEST(LocationNumber, ThatDoesNotFitIsAnOverflow) {
     EngineFixture world;
-    CrowdedStore crowded(world.world.files);
-    System system = world.world.With(crowded);
+    CrowdedStore crowded(world.files);
+    System system = world.TestEnvironment::With(crowded);
     CPackage engine(system, world.state, world.host, world.host);
     EXPECT_EQ(engine.LocationID(world.Path(L"a.txt")), -1);
-    const ToldError error = world.world.errors.TakeOne();
+    const ToldError error = world.errors.TakeOne();
     EXPECT_EQ(error.number, error_number::kOverflow);
     EXPECT_EQ(error.procedure, L"LocationID");
     EXPECT_EQ(error.container, L"MVaultwright");
     EXPECT_EQ(error.path, world.Path(L"a.txt"));
-    EXPECT_EQ(world.world.pump.Yields(), 32768);
+    EXPECT_EQ(world.pump.Yields(), 32768);
 }
 
 TEST(LocationNumber, KeepsFilesOfOneNameInSeriesOfTheirOwn) {
@@ -121,7 +121,7 @@ TEST(LocationNumber, KeepsFilesOfOneNameInSeriesOfTheirOwn) {
     world.List({L"A\\r.doc", L"B\\r.doc", L"C\\r.doc"});
     for (int step = 1; step <= 2; ++step) {
         for (const wchar_t* folder : {L"A", L"B", L"C"}) {
-            const std::string content = world.world.ansi.Encode(folder) + std::to_string(step);
+            const std::string content = world.ansi.Encode(folder) + std::to_string(step);
             world.tree.File(std::wstring(folder) + L"\\r.doc", content, Day(step));
         }
         world.ExpectRun(BackedUp(L"~\\A\\r.doc") + BackedUp(L"~\\B\\r.doc") +
@@ -251,7 +251,7 @@ TEST(LocationNumber, ThatTheDriveCannotGiveSkipsTheItemAndIsTold) {
     world.List({L"a.txt", L"b.txt"});
     world.Run();
     world.tree.File(L"a.txt", "2", Day(2));
-    world.world.files.FailFrom(1, error_number::kDeviceError, [&](const FileOperation& operation) {
+    world.files.FailFrom(1, error_number::kDeviceError, [&](const FileOperation& operation) {
         return operation.call == FileCall::Read &&
                operation.path == world.Store(L"a«0001».txt.vwc");
     });
@@ -261,7 +261,7 @@ TEST(LocationNumber, ThatTheDriveCannotGiveSkipsTheItemAndIsTold) {
 
 void MakeVersions(const EngineFixture& world, const Lines& items, int step) {
     for (const std::wstring& item : items) {
-        world.tree.File(item, world.world.ansi.Encode(item.substr(0, 1)) + std::to_string(step),
+        world.tree.File(item, world.ansi.Encode(item.substr(0, 1)) + std::to_string(step),
                         Day(step));
     }
 }
@@ -297,11 +297,11 @@ TEST(LocationNumber, IsFreeWithoutTheCommentThatNamesItsItem) {
     world.tree.File(L"Store\\r«0002».doc", "A1");
     EXPECT_EQ(LocationOf(world, L"B\\r.doc"), 0);
     world.tree.File(L"Store\\r«0001».doc.vwc",
-                    "Original Location:" + world.world.ansi.Encode(world.Path(L"B")) + "\r\n");
+                    "Original Location:" + world.ansi.Encode(world.Path(L"B")) + "\r\n");
     EXPECT_EQ(LocationOf(world, L"B\\r.doc"), 0);
     world.tree.Remove(L"Store\\r«0002».doc");
     world.tree.File(L"Store\\r«0001».doc.vwc",
-                    "Original Location:" + world.world.ansi.Encode(world.Path(L"A")) + "\r\n");
+                    "Original Location:" + world.ansi.Encode(world.Path(L"A")) + "\r\n");
     EXPECT_EQ(LocationOf(world, L"B\\r.doc"), 0);
 }
 

@@ -29,7 +29,7 @@ TEST(DestinationLock, IsHeldForTheTimeOfARun) {
     world.tree.File(L"a.txt", "a", Day(1));
     world.List({L"a.txt"});
     int asked = 0;
-    world.world.files.OnOperation([&](const FileOperation& operation) {
+    world.files.OnOperation([&](const FileOperation& operation) {
         if (operation.call != FileCall::Copy && operation.call != FileCall::Rename) return;
         ++asked;
         EXPECT_FALSE(IsFree(world.Store()));
@@ -45,7 +45,7 @@ TEST(DestinationLock, IsGivenBackWhenTheDestinationChanges) {
     world.tree.Folder(L"Second");
     world.tree.File(L"a.txt", "a", Day(1));
     world.ListText(L"~\\a.txt\r\nBackupTo: ~\\Second\r\n~\\a.txt\r\n");
-    world.world.files.OnOperation([&](const FileOperation& operation) {
+    world.files.OnOperation([&](const FileOperation& operation) {
         if (operation.call != FileCall::Copy) return;
         const bool second = operation.to.find(L"Second") != std::wstring::npos;
         EXPECT_EQ(IsFree(world.Store()), second);
@@ -58,13 +58,13 @@ TEST(DestinationLock, IsGivenBackByARunThatFailsOrEndsTheProgram) {
     EngineFixture world;
     world.tree.File(L"a.txt", "a", Day(1));
     world.ListText(L"~\\a.txt\r\nBackupTo: ~\\Nowhere\r\n");
-    world.world.boxes.Expect({});
+    world.boxes.Expect({});
     EXPECT_TRUE(world.Run().ended);
     EXPECT_TRUE(IsFree(world.Store()));
 
     world.List({L"a.txt"});
     world.tree.File(L"a.txt", "b", Day(2));
-    world.world.files.DieAtNth(1, OnlyCalls({FileCall::Rename}));
+    world.files.DieAtNth(1, OnlyCalls({FileCall::Rename}));
     EXPECT_TRUE(world.Run().died);
     EXPECT_TRUE(IsFree(world.Store()));
 }
@@ -87,12 +87,12 @@ TEST(BusyDestination, IsWaitedForAndThenUsed) {
     world.tree.File(L"a.txt", "a", Day(1));
     world.List({L"a.txt"});
     OtherRun other(world.Store());
-    const int start = world.world.pump.Yields();
-    world.world.pump.AtYield(start + 20, [&] { other.End(); });
+    const int start = world.pump.Yields();
+    world.pump.AtYield(start + 20, [&] { other.End(); });
     const RunResult result = world.Run();
     EXPECT_EQ(Joined(result.lines), Joined(Lines{kWaiting} + BackedUp(L"~\\a.txt") + kDone));
     EXPECT_EQ(result.exitCode, 0);
-    EXPECT_GT(world.world.pump.Waited(), 0U);
+    EXPECT_GT(world.pump.Waited(), 0U);
 }
 
 TEST(BusyDestination, IsNotTouchedWhileItIsWaitedFor) {
@@ -102,9 +102,9 @@ TEST(BusyDestination, IsNotTouchedWhileItIsWaitedFor) {
     const std::wstring leftOver = LeftOverName(world, WorkingState::New, L"x", DeadProcess());
     world.tree.File(L"Store\\" + leftOver);
     OtherRun other(world.Store());
-    world.world.pump.AtYield(20, [&] {
+    world.pump.AtYield(20, [&] {
         EXPECT_EQ(LeftOvers(world).size(), 1U);
-        for (const FileOperation& operation : world.world.files.Operations()) {
+        for (const FileOperation& operation : world.files.Operations()) {
             EXPECT_NE(operation.call, FileCall::List) << Describe(operation);
         }
         other.End();
@@ -124,8 +124,8 @@ TEST(BusyDestination, IsGivenUpByASilentRunAfterTenMinutes) {
     // Told once, not again for the second item.
     EXPECT_EQ(Joined(result.lines), Joined(Lines{kWaiting, kGivenUp} + kDone));
     EXPECT_EQ(result.exitCode, error_number::kDestinationBusy);
-    EXPECT_GE(world.world.pump.Waited(), 10 * kMinute);
-    EXPECT_LT(world.world.pump.Waited(), 10 * kMinute + 1000);
+    EXPECT_GE(world.pump.Waited(), 10 * kMinute);
+    EXPECT_LT(world.pump.Waited(), 10 * kMinute + 1000);
     EXPECT_EQ(world.Copies(), Listing());
 }
 
@@ -160,8 +160,8 @@ TEST(BusyDestination, IsWaitedForWithoutEndByAUserWhoDoesNotCancel) {
     world.tree.File(L"a.txt", "a", Day(1));
     world.List({L"a.txt"});
     OtherRun other(world.Store());
-    world.world.pump.AtEachYield([&] {
-        if (world.world.pump.Waited() >= 60 * kMinute) other.End();
+    world.pump.AtEachYield([&] {
+        if (world.pump.Waited() >= 60 * kMinute) other.End();
     });
     world.ExpectRun(Lines{kWaiting} + BackedUp(L"~\\a.txt"));
 }
@@ -173,13 +173,13 @@ TEST(BusyDestination, IsNotWaitedForAfterACancel) {
         world.List({L"a.txt"});
         world.state.silentRun = silent;
         const OtherRun other(world.Store());
-        world.world.pump.AtEachYield([&] {
-            if (world.world.pump.Waited() >= kMinute) world.state.cancel.Request();
+        world.pump.AtEachYield([&] {
+            if (world.pump.Waited() >= kMinute) world.state.cancel.Request();
         });
         const RunResult result = world.Run();
         EXPECT_EQ(Joined(result.lines), Joined({kWaiting}));
         EXPECT_EQ(result.exitCode, error_number::kCancelled);
-        EXPECT_LT(world.world.pump.Waited(), kMinute + 1000);
+        EXPECT_LT(world.pump.Waited(), kMinute + 1000);
         EXPECT_EQ(world.Copies(), Listing());
     }
 }
@@ -262,7 +262,7 @@ TEST(BusyDestination, OfAnotherProcessIsWaitedForUntilThatDies) {
     for (int i = 0; i < 3000 && !Exists(world.Path(L"held")); ++i) Sleep(10);
     ASSERT_TRUE(Exists(world.Path(L"held")));
 
-    world.world.pump.AtYield(20, [&] {
+    world.pump.AtYield(20, [&] {
         TerminateProcess(process.Get(), 1);
         WaitForSingleObject(process.Get(), 10'000);
     });

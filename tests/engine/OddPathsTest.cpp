@@ -59,7 +59,7 @@ TEST(OddPaths, WithOddNamesComeBackUnchanged) {
                       L"\U0001F600.txt",  L"e\u0301.txt",  L"~$a&b@c`.txt", L"-n"};
     EngineFixture world;
     for (const std::wstring& name : names) {
-        world.tree.File(L"Work\\" + name, world.world.ansi.Encode(name), Day(1));
+        world.tree.File(L"Work\\" + name, world.ansi.Encode(name), Day(1));
     }
     world.List({L"Work\\"});
     EXPECT_EQ(world.Run().exitCode, 0);

@@ -32,7 +32,7 @@ class Packer {
 };
 
 std::string Own(const EngineFixture& world, std::wstring_view name) {
-    return world.world.ansi.Encode(world.Path(L"App") + std::wstring(name));
+    return world.ansi.Encode(world.Path(L"App") + std::wstring(name));
 }
 
 TEST(PackerBatch, BeginsWithThePathOfThePacker) {
@@ -110,7 +110,7 @@ TEST(PackerBatch, ThatCannotBeWrittenIsToldAndNotStarted) {
     EngineFixture world;
     Packer packer(world);
     packer.Call(L"", L"", L"", false, false);
-    world.world.files.FailNth(1, error_number::kDiskFull, OnlyCalls({FileCall::Write}));
+    world.files.FailNth(1, error_number::kDiskFull, OnlyCalls({FileCall::Write}));
     const RunResult result = packer.Call(L"", L"", L"", true, true);
     EXPECT_EQ(Joined(result.lines), Joined({L"! 61 PackageBat_ ~\\App\\ToPackage.Bat"}));
     EXPECT_TRUE(packer.opened.empty());

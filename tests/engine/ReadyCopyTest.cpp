@@ -54,7 +54,7 @@ TEST_P(ReadyCopy, IsFinishedFromEveryState) {
         world.tree.Remove(L"Store\\a«0001».txt.vwc");
         world.tree.File(L"Store\\a«0001».txt.vwc",
                         "Backed Files Date Last Modified:01/01/2010-00:04:04+Original Location:" +
-                            world.world.ansi.Encode(world.Path()) + "\r\n");
+                            world.ansi.Encode(world.Path()) + "\r\n");
     }
     world.ExpectRun(kCompleted + NoChange(L"~\\a.txt"));
     EXPECT_EQ(world.Copies(), kFinished);
@@ -74,9 +74,9 @@ TEST(ReadyCopyOfThisRun, KeepsItsPlaceFromAnotherItemOfItsName) {
         world.tree.File(L"Old\\a.txt", "old " + std::to_string(step), Day(step));
         if (step < 4) world.Run();
     }
-    world.world.files.FailNth(1, error_number::kDeviceError, OnlyCalls({FileCall::Replace}));
+    world.files.FailNth(1, error_number::kDeviceError, OnlyCalls({FileCall::Replace}));
     EXPECT_EQ(world.Run().exitCode, error_number::kDeviceError);
-    world.world.files.Heal();
+    world.files.Heal();
     const Listing old{
         {L"a«0101».txt", "old 4"}, {L"a«0102».txt", "old 3"}, {L"a«0103».txt", "old 2"}};
     Listing broken = old;
@@ -345,10 +345,10 @@ TEST(CopyThatIsGivenUp, IsNeverFinishedFromWhatIsLeftOfIt) {
         world.Run();
         ASSERT_EQ(LeftOvers(world).size(), 1U);
         edit(3);
-        world.world.files.DieAtNth(n, OnlyChanges());
+        world.files.DieAtNth(n, OnlyChanges());
         world.Run();
-        const bool died = !world.world.files.Faults().empty();
-        world.world.files.Heal();
+        const bool died = !world.files.Faults().empty();
+        world.files.Heal();
         world.drive.held.clear();
         if (!died) break;
         ++points;
@@ -370,10 +370,10 @@ TEST(RunOfAnotherComputer, IsNotDisturbedAtAnyPoint) {
     for (int n = 1;; ++n) {
         EngineFixture world;
         MakeSeries(world);
-        world.world.files.DieAtNth(n, OnlyChanges());
+        world.files.DieAtNth(n, OnlyChanges());
         world.Run();
-        const bool died = !world.world.files.Faults().empty();
-        world.world.files.Heal();
+        const bool died = !world.files.Faults().empty();
+        world.files.Heal();
         if (!died) break;
         ++points;
         SCOPED_TRACE("stands still at change " + std::to_string(n));

@@ -23,7 +23,7 @@ void MakeNewItem(EngineFixture& world) {
     world.tree.File(L"a.txt", "new", Day(99));
     world.tree.File(L"Store\\a«0001».txt.vwc",
                     "Backed Files Date Last Modified:01/01/2001-01:01:01+Original Location:" +
-                        world.world.ansi.Encode(world.Path()) + "\r\n");
+                        world.ansi.Encode(world.Path()) + "\r\n");
 }
 
 TEST(Rotation, ShiftsTheSeriesAndDropsTheOldest) {

@@ -60,30 +60,25 @@ class Scanner : public testing::Test {
 
     /// Frees what `handle` holds when the run has waited so long.
     void FreeAfter(std::uint64_t milliseconds, FileHandle& handle) {
-        world.world.pump.AtEachYield([this, milliseconds, &handle] {
-            if (world.world.pump.Waited() >= milliseconds) handle.Reset();
+        world.pump.AtEachYield([this, milliseconds, &handle] {
+            if (world.pump.Waited() >= milliseconds) handle.Reset();
         });
     }
 
     EngineFixture world;
-    ScannedDisk disk{world.drive, world.world.clock};
+    ScannedDisk disk{world.drive, world.clock};
 
     RunResult RunOnScannedDisk() {
         world.host.log.clear();
-        System scanned{disk,
-                       world.world.pump,
-                       world.world.boxes,
-                       world.host,
-                       world.world.exitStatus,
-                       world.world.programEnd,
-                       world.world.clock,
-                       world.world.ansi};
+        System scanned{disk,        world.pump,       world.boxes,
+                       world.host,  world.exitStatus, world.programEnd,
+                       world.clock, world.ansi};
         CPackage engine(scanned, world.state, world.host, world.host);
         engine.BackupAll();
         RunResult result;
         result.lines = world.host.log;
-        result.errors = world.world.errors.Take();
-        result.exitCode = world.world.exitStatus.Code();
+        result.errors = world.errors.Take();
+        result.exitCode = world.exitStatus.Code();
         return result;
     }
 };
@@ -117,7 +112,7 @@ TEST_F(Scanner, HoldsACommentForSeconds_ItIsReadAndReplaced) {
         FreeAfter(5000, reader);
         world.ExpectRun(NoChange(L"~\\a.txt"));
     }
-    world.world.pump.Restart();
+    world.pump.Restart();
     Version(2);
     FileHandle reader = HoldInPlace(world.Store(L"a«0001».txt.vwc"));
     FreeAfter(5000, reader);
@@ -136,8 +131,8 @@ TEST_F(Scanner, HoldsCopiesForGood_OnlyTheFirstIsWaitedForLong) {
         readers.push_back(HoldInPlace(world.Store(item.substr(0, 1) + L"«0001».txt")));
     }
     EXPECT_EQ(world.Run().exitCode, error_number::kPermissionDenied);
-    EXPECT_GE(world.world.pump.Waited(), 10'000U);
-    EXPECT_LT(world.world.pump.Waited(), 10'000U + 3 * 1000U);
+    EXPECT_GE(world.pump.Waited(), 10'000U);
+    EXPECT_LT(world.pump.Waited(), 10'000U + 3 * 1000U);
     // The new copies wait beside the old ones; the next run puts them in their places.
     EXPECT_EQ(world.Copies().size(), 2 * items.size());
     readers.clear();
@@ -179,11 +174,11 @@ TEST_F(Scanner, IsNotWaitedForAfterACancel) {
     EXPECT_EQ(world.Run().exitCode, 0);
     Version(2);
     const FileHandle reader = HoldInPlace(world.Store(L"a«0001».txt"));
-    world.world.pump.AtEachYield([&] {
-        if (world.world.pump.Waited() >= 2000) world.state.cancel.Request();
+    world.pump.AtEachYield([&] {
+        if (world.pump.Waited() >= 2000) world.state.cancel.Request();
     });
     EXPECT_FALSE(world.Run().errors.empty());
-    EXPECT_LT(world.world.pump.Waited(), 4000U);
+    EXPECT_LT(world.pump.Waited(), 4000U);
     // The new copy waits beside the old one.
     EXPECT_EQ(world.Copies().size(), 2U);
     EXPECT_EQ(ReadBytes(world.Store(L"a«0001».txt")), "1");

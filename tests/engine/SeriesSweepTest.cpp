@@ -82,7 +82,7 @@ TEST_P(SeriesSweep, KeepsCommentsAndSeriesWithTheirItems) {
     ASSERT_EQ(checker_.Violations(), "");
     for (int n = 1;; n += GetParam().stride) {
         Edit();
-        FaultyFileSystem& files = world_.world.files;
+        FaultyFileSystem& files = world_.files;
         GetParam().arrange(files, n);
         world_.Run();
         const bool went = !files.Faults().empty();
@@ -115,13 +115,13 @@ TEST(SeriesOfTwoOwners, KeepTheirComments) {
         checker.LearnAll({world.Path(L"A\\R.doc"), world.Path(L"A\\Work\\")});
         int operations = 0;
         bool came = false;
-        world.world.files.OnOperation([&](const FileOperation&) {
+        world.files.OnOperation([&](const FileOperation&) {
             if (came || ++operations < n || Exists(world.Store(L"R«0001».doc"))) return;
             came = true;
             world.tree.File(L"Store\\R«0001».doc", "of another computer", Day(25));
         });
         world.Run();
-        world.world.files.Heal();
+        world.files.Heal();
         if (!came) break;
         SCOPED_TRACE("another copy at operation " + std::to_string(n));
         const std::string copy = ReadBytes(world.Store(L"R«0001».doc"));

@@ -64,7 +64,7 @@ TEST(SingleCall, InAnotherDestination_AsksForThatOneOnly) {
 TEST(SingleCall, OriginalLocation_CommentCannotBeRead_IsUnknown) {
     EngineFixture world;
     world.tree.File(L"Store\\a«0001».txt.vwc", "Original Location:C:\\");
-    world.world.files.FailFrom(1, error_number::kDeviceError, OnlyCalls({FileCall::Read}));
+    world.files.FailFrom(1, error_number::kDeviceError, OnlyCalls({FileCall::Read}));
     const RunResult result = world.With([&](CPackage& engine) {
         EXPECT_EQ(engine.PackageOriginalLocation(world.Store(L"a«0001».txt")), L"??");
     });
@@ -76,7 +76,7 @@ TEST(SingleCall, LocationNumber_FolderOfTheItemIsGone_PassesItsCopy) {
     EngineFixture world;
     world.tree.File(L"Store\\a«0001».txt");
     world.tree.File(L"Store\\a«0001».txt.vwc",
-                    "Original Location:" + world.world.ansi.Encode(world.Path(L"Docs")) + "\r\n");
+                    "Original Location:" + world.ansi.Encode(world.Path(L"Docs")) + "\r\n");
     world.With([&](CPackage& engine) {
         EXPECT_EQ(engine.LocationID(world.Path(L"Docs\\a.txt")), 1);
         world.tree.Folder(L"Docs");
@@ -117,10 +117,10 @@ TEST(Yields, AfterEverySubFolder) {
     world.List({L"Work\\"});
     int made = 0;
     std::vector<int> seen;
-    world.world.files.OnOperation([&](const FileOperation& operation) {
+    world.files.OnOperation([&](const FileOperation& operation) {
         if (operation.call == FileCall::CreateFolder) ++made;
     });
-    world.world.pump.AtEachYield([&] { seen.push_back(made); });
+    world.pump.AtEachYield([&] { seen.push_back(made); });
     world.Run();
     // The first one is the copy itself.
     for (int folders = 2; folders <= 6; ++folders) EXPECT_THAT(seen, Contains(folders));
@@ -133,16 +133,15 @@ TEST(BrokenRotation, ThatCannotBeUndone_LeavesThePlaceEmptyAndTheNewCopyReady) {
     world.tree.File(L"Store\\a«0003».txt", "1", Day(1));
     world.tree.File(L"a.txt", "3", Day(3));
     world.List({L"a.txt"}, 3);
-    world.world.files.FailFrom(1, error_number::kPermissionDenied,
-                               [&](const FileOperation& operation) {
-                                   return operation.call == FileCall::Rename &&
-                                          (operation.path == world.Store(L"a«0002».txt") ||
-                                           operation.to == world.Store(L"a«0003».txt"));
-                               });
+    world.files.FailFrom(1, error_number::kPermissionDenied, [&](const FileOperation& operation) {
+        return operation.call == FileCall::Rename &&
+               (operation.path == world.Store(L"a«0002».txt") ||
+                operation.to == world.Store(L"a«0003».txt"));
+    });
     EXPECT_FALSE(world.Run().errors.empty());
     EXPECT_FALSE(Exists(world.Store(L"a«0001».txt"))) << "the series has a hole";
     EXPECT_EQ(ReadBytes(world.Store(L"a«0002».txt")), "2");
-    world.world.files.Heal();
+    world.files.Heal();
     UpdateControls(world, DeadProcess());
     world.Run();
     EXPECT_EQ(world.Copies(), (Listing{{L"a«0001».txt", "3"}, {L"a«0002».txt", "2"}}));

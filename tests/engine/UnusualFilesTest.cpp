@@ -87,16 +87,16 @@ TEST_F(SpecialItems, MoreThanAGigabyteInTheCloud_IsAskedForInAWindow) {
     IsInCloud(L"a.txt", kGiB + 1);
     world_.drive.freeBytes[world_.Store()] = 100 * kGiB;
     world_.state.silentRun = false;
-    world_.world.boxes.Expect(L"Download them now", BoxAnswer::No);
+    world_.boxes.Expect(L"Download them now", BoxAnswer::No);
     const RunResult refused = world_.Run();
     EXPECT_TRUE(Has(refused, L"Not backed up, its files were not downloaded: ~\\Work\\"));
     EXPECT_FALSE(Has(refused, L"Backing: ~\\Work\\"));
     EXPECT_EQ(refused.exitCode, error_number::kCancelled);
     EXPECT_TRUE(world_.Copies().empty());
-    ASSERT_EQ(world_.world.boxes.Shown().size(), 1U);
-    EXPECT_EQ(world_.world.boxes.Shown()[0].buttons, BoxButtons::YesNo);
+    ASSERT_EQ(world_.boxes.Shown().size(), 1U);
+    EXPECT_EQ(world_.boxes.Shown()[0].buttons, BoxButtons::YesNo);
 
-    world_.world.boxes.Expect(L"Download them now", BoxAnswer::Yes);
+    world_.boxes.Expect(L"Download them now", BoxAnswer::Yes);
     EXPECT_TRUE(Has(world_.Run(), L"Backing: ~\\Work\\"));
 }
 
@@ -109,7 +109,7 @@ TEST_F(SpecialItems, UpToAGigabyteOrInASilentRun_NobodyIsAsked) {
     IsInCloud(L"a.txt", 50 * kGiB);
     world_.tree.File(L"Work\\b.txt", "b2", Day(5));
     EXPECT_TRUE(Has(world_.Run(), L"Backing: ~\\Work\\"));
-    EXPECT_TRUE(world_.world.boxes.Shown().empty());
+    EXPECT_TRUE(world_.boxes.Shown().empty());
 }
 
 TEST_F(SpecialItems, CloudOutOfReach_FailsTheItemOnceAndKeepsItsCopies) {
