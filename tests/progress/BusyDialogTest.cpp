@@ -262,10 +262,14 @@ TEST_P(Busy, BroughtBackByItsButtonItBringsTheMainWindowBack) {
 }
 
 TEST_P(Busy, HiddenWhileMinimisedTheNextMessageBringsItsButtonBack) {
+    test::LoadedForm main{MainForm(), GetParam()};
     dialog.Report(L"x", false);
     Minimise();
     Window().Hide();
+    main.form.Show(ShowHow::Activate);
+    ASSERT_EQ(GetActiveWindow(), main.form.Handle());
     dialog.Report(L"y", false);
+    EXPECT_EQ(GetActiveWindow(), main.form.Handle()) << "the user works elsewhere";
     EXPECT_TRUE(Window().IsVisible());
     EXPECT_EQ(Window().State(), WindowState::Minimised);
 }
@@ -363,6 +367,7 @@ TEST_P(Busy, ASilentRunLoadsItAndNeverShowsIt) {
     dialog.SendView();
     EXPECT_TRUE(Window().IsLoaded());
     EXPECT_FALSE(Window().IsVisible());
+    dialog.Report(L"x", true);
     dialog.BusyHide(true);
     EXPECT_TRUE(Window().IsLoaded());
     EXPECT_EQ(world.pump.Yields(), 0);
