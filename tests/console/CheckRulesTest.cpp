@@ -2,17 +2,13 @@
 // by which earlier versions wrote their comments. Wine has no such years, so a double replaces the
 // disk.
 
-#include "console/Arguments.h"
-#include "console/Console.h"
-#include "console/Verbs.h"
-#include "platform/Win32FileSystem.h"
-#include "tests/console/VwTest.h"
+#include "tests/console/VerbTest.h"
 #include "tests/support/OtherRules.h"
 
 namespace vw::test {
 namespace {
 
-class CheckRules : public VwTest {
+class CheckRules : public VerbTest {
   protected:
     CheckRules() {
         tree.File(L"a.txt", "a", Day(1));
@@ -24,20 +20,13 @@ class CheckRules : public VwTest {
         RunsTo(0, L"backup " + List());
         // The copies of one item are checked without it.
         MakeList({L"a.txt", L"Work\\", L"Rule\\*"});
+        shown = &rules;
     }
-    /// The exit code of a check by other rules: 1 for findings.
-    [[nodiscard]] int Check() const {
-        Win32FileSystem disk;
-        OtherRules rules(disk);
-        Output output;
-        output.SetStyle(Output::Style::Quiet);
-        Console console(output, &rules);
-        return console.Run(
-            [&] { return vw::Check(console, {.list = tree.Path(L"list.vwl"), .content = false}); });
-    }
+
+    OtherRules rules{disk};
 };
 
-TEST_F(CheckRules, CommentsByThePresentYear_AreNoFindings) { EXPECT_EQ(Check(), 0); }
+TEST_F(CheckRules, CommentsByThePresentYear_AreNoFindings) { EXPECT_EQ(RunCheck(), 0); }
 
 TEST_F(CheckRules, CommentsOfAnotherDate_AreFindings) {
     for (const wchar_t* const copy :
@@ -47,16 +36,15 @@ TEST_F(CheckRules, CommentsOfAnotherDate_AreFindings) {
         std::string changed = before;
         changed.replace(changed.find("2010"), 4, "2009");
         tree.File(comment, changed);
-        EXPECT_EQ(Check(), 1) << "an older date: " << comment.c_str();
+        EXPECT_EQ(RunCheck(), 1) << "an older date: " << comment.c_str();
         tree.File(comment, before);
-        EXPECT_EQ(Check(), 0);
     }
 }
 
 // A change that no rule of dates can see is a finding under both.
 TEST_F(CheckRules, ChangeUnderAnUnchangedDate_IsAFinding) {
     tree.File(L"Work\\b.txt", "longer", Day(2));
-    EXPECT_EQ(Check(), 1);
+    EXPECT_EQ(RunCheck(), 1);
 }
 
 }  // namespace

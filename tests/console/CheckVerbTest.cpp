@@ -37,6 +37,13 @@ class VwCheck : public VwTest {
         EXPECT_EQ(found, expected);
     }
 
+    /// Each of the two files has the comment of the other one afterwards.
+    void SwapComments() const {
+        const std::string first = ReadBytes(Stored(L"a«0001».txt.vwc"));
+        tree.File(Stored(L"a«0001».txt.vwc"), ReadBytes(Stored(L"b«0001».txt.vwc")));
+        tree.File(Stored(L"b«0001».txt.vwc"), first);
+    }
+
     const std::wstring work_ = L"Work«0001»\\";
 };
 
@@ -142,17 +149,13 @@ TEST_F(VwCheck, EditBehindADateInTheFuture_IsFound) {
 }
 
 TEST_F(VwCheck, SwappedComments_AreFound) {
-    const std::string first = ReadBytes(Stored(L"a«0001».txt.vwc"));
-    tree.File(Stored(L"a«0001».txt.vwc"), ReadBytes(Stored(L"b«0001».txt.vwc")));
-    tree.File(Stored(L"b«0001».txt.vwc"), first);
+    SwapComments();
     Finds({L"comment: ~\\Vault\\a«0001».txt (its date is not that of what was copied)",
            L"comment: ~\\Vault\\b«0001».txt (its date is not that of what was copied)"});
 }
 
 TEST_F(VwCheck, SwappedCommentsOfCopiesThatTheListDoesNotName_AreFound) {
-    const std::string first = ReadBytes(Stored(L"a«0001».txt.vwc"));
-    tree.File(Stored(L"a«0001».txt.vwc"), ReadBytes(Stored(L"b«0001».txt.vwc")));
-    tree.File(Stored(L"b«0001».txt.vwc"), first);
+    SwapComments();
     MakeList({L"Work\\"});
     Finds({L"comment: ~\\Vault\\a«0001».txt (its date is not that of the copy)",
            L"comment: ~\\Vault\\b«0001».txt (its date is not that of the copy)"});

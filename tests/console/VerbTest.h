@@ -11,7 +11,7 @@
 
 namespace vw::test {
 
-/// Runs verbs in this process, on a disk that fails where the test says.
+/// Runs verbs in this process, on a disk that fails where the test says or on another one.
 class VerbTest : public VwTest {
   protected:
     /// Runs a verb and gives the exit code; keeps its lines and errors, in order, in `lines`.
@@ -20,7 +20,7 @@ class VerbTest : public VwTest {
         Output output;
         output.SetStyle(Output::Style::Quiet);
         output.SetCopy([this](std::wstring_view line) { lines.emplace_back(line); });
-        Console console(output, &files);
+        Console console(output, shown);
         return console.Run([&] { return verb(console); });
     }
     int RunCheck() {
@@ -39,6 +39,7 @@ class VerbTest : public VwTest {
 
     Win32FileSystem disk;
     FaultyFileSystem files{disk};
+    FileSystem* shown = &files;  ///< the disk that the verbs see
 };
 
 }  // namespace vw::test
