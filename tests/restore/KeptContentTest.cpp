@@ -251,6 +251,29 @@ TEST_F(Restore, OfAFolder_AnyDepth_ComesBack) {
     EXPECT_EQ(ReadTree(work), before);
 }
 
+// The copying reports success all the same.
+TEST_F(Restore, OfAMissingFolder_FileIsCutShort_IsRemovedAndReported) {
+    tree.File(L"Work\\a.txt", "stored", {2024, 1, 1, 0, 0, 0});
+    tree.File(L"Work\\Sub\\b.txt", "stored", {2024, 1, 1, 0, 0, 0});
+    const std::wstring work = tree.Path(L"Work");
+    BackUp(work + L"\\");
+    browser.ListRestoreFiles();
+    for (const bool isIgnored : {false, true}) {
+        tree.Remove(L"Work");
+        SelectItem(L"Work");
+        if (isIgnored) {
+            world.files.IgnoreNth(1, OnlyCalls({FileCall::Copy}));
+        } else {
+            world.files.TruncateNthCopy(1);
+        }
+        commands.mnuRestoreClick();
+        world.files.Heal();
+        EXPECT_EQ(world.errors.TakeOne().number, error_number::kDeviceError);
+        EXPECT_FALSE(Exists(work + L"\\a.txt"));
+        EXPECT_EQ(ReadBytes(work + L"\\Sub\\b.txt"), "stored");
+    }
+}
+
 TEST_F(Restore, SafetyNumbers_LastOneTaken_LowestFreeIsUsed) {
     CopyFile(L"Report«0099».doc");
     CopyFile(L"Report«0021».doc");
