@@ -19,34 +19,37 @@ constexpr std::wstring_view kNeverChosen = L"N/A";
 /// Whether the keyboard was switched and the digits were looked at since the choice became Arabic.
 constexpr std::wstring_view kArabicPrepared = L"ArabicPrepared";
 
+Language LanguageOf(bool arabic) { return arabic ? Language::Arabic : Language::English; }
+
 }  // namespace
 
 LanguageChoice::LanguageChoice(MRecentFiles::SettingsStore& settings, MessageBoxes& boxes,
                                ProgramState& state)
     : settings_(settings), boxes_(boxes), state_(state) {}
 
-bool LanguageChoice::Read() {
-    if constexpr (!kForcedLanguage.empty()) Write(kForcedLanguage == L"Ar");
+Language LanguageChoice::Read() {
+    if constexpr (!kForcedLanguage.empty()) Write(LanguageOf(kForcedLanguage == L"Ar"));
 
     const std::wstring stored = settings_.GetSetting(setting::kArabic, kNeverChosen);
     if (!EqualNoCase(stored, kNeverChosen)) {
-        state_.arabic = ParseBool(stored);
+        state_.language = LanguageOf(ParseBool(stored));
     } else if (state_.silentRun) {
-        state_.arabic = false;
+        state_.language = Language::English;
     } else {
-        Write(Ask());
+        Write(LanguageOf(Ask()));
     }
-    return state_.arabic;
+    return state_.language;
 }
 
-void LanguageChoice::Write(bool arabic) {
+void LanguageChoice::Write(Language language) {
+    const bool arabic = language == Language::Arabic;
     settings_.SaveSetting(setting::kArabic, SettingText(arabic));
     if (arabic) settings_.SaveSetting(kArabicPrepared, SettingText(false));
-    state_.arabic = arabic;
+    state_.language = language;
 }
 
 void LanguageChoice::PrepareArabicOnce(CCommonAPI& api) {
-    if (!state_.arabic || state_.silentRun) return;
+    if (!state_.IsArabic() || state_.silentRun) return;
     if (settings_.GetSetting(kArabicPrepared, SettingText(false)) == SettingText(true)) return;
     settings_.SaveSetting(kArabicPrepared, SettingText(true));
     api.LanguageIsArabic(true);

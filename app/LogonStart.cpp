@@ -57,8 +57,8 @@ void LogonStart::Switch(bool on) {
     // The entry is written in the ANSI code page. One with "?" in it would start nothing.
     if (on && !system_.ansi.Holds(command)) {
         system_.boxes.Show(
-            {.text = std::wstring(state_.arabic ? kNoSuchLettersArabic : kNoSuchLettersEnglish),
-             .rightToLeft = state_.arabic});
+            {.text = std::wstring(state_.IsArabic() ? kNoSuchLettersArabic : kNoSuchLettersEnglish),
+             .rightToLeft = state_.IsArabic()});
         return;
     }
     api_.ApplicationSartup(state_.executableBaseName, command, on);

@@ -73,14 +73,14 @@ void LowerNames(MainParts& parts) {
     MFileDosShell::QuoteRmove(folder);
     if (folder.empty()) return;
     const std::wstring question =
-        parts.state.arabic
+        parts.state.IsArabic()
             ? L"هل تريد تحويل الأحرف الكبيرة في أسماء كل الملفات والمجلدات داخل هذا "
               L"المجلد إلى أحرف صغيرة؟ لا يمكن التراجع عن ذلك."
             : L"Rename all files and folders in this folder to lower case? This cannot be "
               L"undone.";
     if (parts.system.boxes.Show({.text = question + L"\r\n" + folder,
                                  .buttons = BoxButtons::YesNo,
-                                 .rightToLeft = parts.state.arabic,
+                                 .rightToLeft = parts.state.IsArabic(),
                                  .secondIsDefault = true}) != BoxAnswer::Yes) {
         return;
     }
@@ -92,7 +92,7 @@ void LowerNames(MainParts& parts) {
 // A page that is missing opens nothing.
 void ShowHelp(MainParts& parts) {
     const std::wstring page = parts.state.applicationFolder +
-                              (parts.state.arabic ? L"\\Help\\" : L"\\Help\\en\\") +
+                              (parts.state.IsArabic() ? L"\\Help\\" : L"\\Help\\en\\") +
                               parts.state.executableBaseName + L".htm";
     if (parts.system.files.Stat(page)) MMyScripting::ShellPath(parts.system, page);
 }
@@ -104,7 +104,7 @@ void ShowAbout(MainParts& parts) {
 }
 
 void ChangeLanguage(MainParts& parts) {
-    parts.language.Write(!parts.state.arabic);
+    parts.language.Write(parts.state.IsArabic() ? Language::English : Language::Arabic);
     parts.list.FileSave();
     parts.application.EndAtOnce();
 }

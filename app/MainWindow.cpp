@@ -96,7 +96,7 @@ void MainWindow::ShowAutoBackup(bool isOn, bool isNew) {
     if (form_.IsLoaded()) form_.Menus().Check(control::mnuOptions, isOn, 0);
     if (!isNew) return;
     parts_.status.ShowNotice(
-        state_.arabic
+        state_.IsArabic()
             ? L"سيبدأ Windows تشغيل Vaultwright عند تسجيل الدخول. لا يُنسخ شيء عندئذٍ: يبدأ "
               L"النسخ الاحتياطي بالأمر «النسخ الآن»."
             : L"Windows now starts Vaultwright at log-on. That alone backs nothing up: a "

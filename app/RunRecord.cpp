@@ -69,7 +69,8 @@ void RunRecord::End(bool cancelled) {
     open_ = false;
 }
 
-std::wstring RunRecord::Counts(bool arabic) const {
+std::wstring RunRecord::Counts(Language language) const {
+    const bool arabic = language == Language::Arabic;
     std::wstring text;
     const auto add = [&](int count, std::wstring_view english, std::wstring_view word) {
         if (!text.empty()) text += arabic ? L"، " : L", ";
@@ -86,15 +87,16 @@ std::wstring RunRecord::Counts(bool arabic) const {
     return text;
 }
 
-std::wstring RunRecord::ReportLine(bool arabic, Date now) const {
-    return path_ + (arabic ? L"، " : L", ") + DateText(now) + L": " + Counts(arabic);
+std::wstring RunRecord::ReportLine(Language language, Date now) const {
+    return path_ + (language == Language::Arabic ? L"، " : L", ") + DateText(now) + L": " +
+           Counts(language);
 }
 
-std::wstring RunRecord::StatusText(bool arabic, Date now) const {
-    return arabic ? L"آخر نسخ احتياطي " + DateText(now) + L": " + Counts(true) +
-                        L". انقر هنا أو اضغط Ctrl+R لعرض التقرير."
-                  : L"Last backup " + DateText(now) + L": " + Counts(false) +
-                        L". Click here or press Ctrl+R for the report.";
+std::wstring RunRecord::StatusText(Language language, Date now) const {
+    const std::wstring counts = DateText(now) + L": " + Counts(language);
+    return language == Language::Arabic
+               ? L"آخر نسخ احتياطي " + counts + L". انقر هنا أو اضغط Ctrl+R لعرض التقرير."
+               : L"Last backup " + counts + L". Click here or press Ctrl+R for the report.";
 }
 
 }  // namespace vw

@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "platform/Date.h"
+#include "platform/Language.h"
 #include "platform/ProgressReporter.h"
 
 namespace vw {
@@ -31,17 +32,17 @@ class RunRecord {
     [[nodiscard]] bool HasFailures() const noexcept { return failed_ + cancelled_ > 0; }
 
     /// The last line of the run's report: list, time and counts.
-    [[nodiscard]] std::wstring ReportLine(bool arabic, Date now) const;
+    [[nodiscard]] std::wstring ReportLine(Language language, Date now) const;
 
     /// The same for the status line.
-    [[nodiscard]] std::wstring StatusText(bool arabic, Date now) const;
+    [[nodiscard]] std::wstring StatusText(Language language, Date now) const;
 
   private:
     /// How far the present item has got.
     enum class Item { None, Started, Failed, Copied, Unchanged };
 
     void CountItem(bool cancelled) noexcept;
-    [[nodiscard]] std::wstring Counts(bool arabic) const;
+    [[nodiscard]] std::wstring Counts(Language language) const;
 
     std::wstring path_;
     int items_ = 0;

@@ -9,10 +9,6 @@ namespace vw {
 
 namespace {
 
-Language LanguageOf(const ProgramState& state) {
-    return state.arabic ? Language::Arabic : Language::English;
-}
-
 EngineProvider EngineOf(Application& application) {
     return [&application]() -> CPackage& { return application.Engine(); };
 }
@@ -21,17 +17,17 @@ EngineProvider EngineOf(Application& application) {
 
 WindowSet::WindowSet(System& system, ProgramState& state, MRecentFiles::SettingsStore& settings,
                      LogonStart& logonStart, LanguageChoice& language, Application& application)
-    : frmMain(MainForm(), LanguageOf(state), main),
-      frmTrayIcon(system, state, LanguageOf(state), application, [this] { return LoadedForms(); }),
+    : frmMain(MainForm(), state.language, main),
+      frmTrayIcon(system, state, state.language, application, [this] { return LoadedForms(); }),
       frmBusyDialog(
-          system, state, LanguageOf(state),
+          system, state, state.language,
           {.program = application,
            .showIcon = [this](bool on) { on ? frmTrayIcon.Load() : frmTrayIcon.Unload(); },
            .showMainWindow =
                [this, &application] {
                    if (frmMain.IsLoaded()) application.ShowMainWindow();
                }}),
-      frmAbout(system, LanguageOf(state)),
+      frmAbout(system, state.language),
       silent(system.clock, frmTrayIcon, frmBusyDialog),
       status(frmMain),
       browser(system, frmMain, status, EngineOf(application)),

@@ -69,7 +69,7 @@ void Work::ReportWarningsOfList() {
             return system_.files.Stat(line).has_value();
         };
         for (const auto& [path, warning] : WarningsOfList(text, state_.BackupTo, exists)) {
-            Report(WarningText(warning, state_.arabic), false);
+            Report(WarningText(warning, state_.language), false);
             Report(path, false);
         }
     } catch (const RuntimeError&) {
@@ -98,7 +98,8 @@ void Work::Abort() {
     system_.exitStatus.Note(error_number::kCancelled);
     state_.cancel.Request();
     if (state_.silentRun) {
-        report_.Failure(state_.arabic ? L"أُلغيت العملية" : DescriptionOf(error_number::kCancelled));
+        report_.Failure(state_.IsArabic() ? L"أُلغيت العملية"
+                                          : DescriptionOf(error_number::kCancelled));
     }
     EndRun();
 }
@@ -108,10 +109,10 @@ void Work::EndRun() {
     if (!run_.IsOpen()) return;
     run_.End(state_.cancel.IsRequested());
     const Date now = LocalNow();
-    Report(run_.ReportLine(state_.arabic, now), false);
+    Report(run_.ReportLine(state_.language, now), false);
     report_.Flush();
     if (state_.silentRun) return;
-    windows_->status.ShowOutcome(run_.StatusText(state_.arabic, now), run_.HasFailures());
+    windows_->status.ShowOutcome(run_.StatusText(state_.language, now), run_.HasFailures());
 }
 
 // A user who was spared the boxes learns that there were more errors than the first ones.
@@ -121,13 +122,13 @@ void Work::EndErrors() {
     boxLimit_.reset();
     if (reported <= kMostBoxes || state_.silentRun) return;
     const std::wstring count = std::to_wstring(reported);
-    system_.boxes.Show({.text = state_.arabic
+    system_.boxes.Show({.text = state_.IsArabic()
                                     ? L"عدد الأخطاء في هذه العملية: " + count +
                                           L". ظهرت الأخطاء الأولى في رسائل، وهي كلها في التقرير."
                                     : L"There were " + count +
                                           L" errors. The first ones were shown, all of them are "
                                           L"in the report.",
-                        .rightToLeft = state_.arabic});
+                        .rightToLeft = state_.IsArabic()});
 }
 
 // An error of the report itself has no report to go to.
@@ -158,9 +159,9 @@ void Work::OnItem(ItemEvent event, std::wstring_view path, const ItemSize&) {
     run_.OnItem(event);
     if (!state_.silentRun) return;
     if (event == ItemEvent::Missing) {
-        report_.Failure(run_text::kMissing.With(state_.arabic, path));
+        report_.Failure(RunLine(run_text::kMissing, state_.language, path));
     } else if (event == ItemEvent::Refused) {
-        report_.Failure(run_text::kRefused.With(state_.arabic, path));
+        report_.Failure(RunLine(run_text::kRefused, state_.language, path));
     }
 }
 
@@ -168,7 +169,7 @@ void Work::OnItemStats(std::wstring_view path, std::uint64_t bytes, Date newest)
     if (!state_.silentRun) {
         windows_->list.Rows().Refresh(path, bytes, newest);
     } else if (IsInFuture(newest, runBegan_)) {
-        Report(WarningText(RowWarning::FutureDate, state_.arabic), false);
+        Report(WarningText(RowWarning::FutureDate, state_.language), false);
         Report(path, false);
     }
 }

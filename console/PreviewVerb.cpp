@@ -66,7 +66,7 @@ class Previewer {
             // An item that is refused has been shown as such.
             if (warnings[row] == RowWarning::None || warnings[row] == RowWarning::Overlaps)
                 continue;
-            const std::wstring text(WarningText(warnings[row], false));
+            const std::wstring text(WarningText(warnings[row], Language::English));
             console_.output.Line(L"warning: " + rows[row].path + L" (" + text + L")");
             console_.output.Json(
                 JsonLine("warning").Text("path", rows[row].path).Text("text", text));

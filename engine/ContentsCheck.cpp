@@ -12,15 +12,14 @@ namespace {
 // More than this is not downloaded before the user has agreed.
 constexpr std::uint64_t kQuietDownload = std::uint64_t{1} << 30;
 
-RunText CloudText(const MFileDosShell::ItemStats::Cloud& cloud, std::wstring& english,
-                  std::wstring& arabic) {
+std::wstring CloudText(const MFileDosShell::ItemStats::Cloud& cloud, Language language) {
     const std::wstring size = MFileDosShell::CSize(cloud.bytes);
-    english = cloud.files == 1
-                  ? L"1 file, " + size + L", is only in the cloud:"
-                  : std::to_wstring(cloud.files) + L" files, " + size + L", are only in the cloud:";
-    arabic = L"ملفات موجودة في السحابة فقط (العدد: " + std::to_wstring(cloud.files) + L"، الحجم: " +
-             size + L")";
-    return {english, arabic};
+    const std::wstring files = std::to_wstring(cloud.files);
+    if (language == Language::Arabic) {
+        return L"ملفات موجودة في السحابة فقط (العدد: " + files + L"، الحجم: " + size + L")";
+    }
+    return cloud.files == 1 ? L"1 file, " + size + L", is only in the cloud:"
+                            : files + L" files, " + size + L", are only in the cloud:";
 }
 
 }  // namespace
@@ -32,16 +31,14 @@ bool ContentsCheck::MayCopy(std::wstring_view path, const MFileDosShell::ItemSta
     }
     const auto& cloud = subFolders ? stats.treeCloud : stats.cloud;
     if (cloud.files == 0) return true;
-    std::wstring english;
-    std::wstring arabic;
-    const RunText text = CloudText(cloud, english, arabic);
-    Notice(text, path);
+    const std::wstring line = RunLine(CloudText(cloud, state_.language), state_.language, path);
+    progress_.Notice(line);
     if (state_.silentRun || cloud.bytes <= kQuietDownload) return true;
-    const std::wstring question = text.With(state_.arabic, path) + L"\r\n\r\n" +
-                                  (state_.arabic ? L"هل تريد تنزيلها الآن لنسخها احتياطياً؟"
-                                                 : L"Download them now to back them up?");
+    constexpr Texts kQuestion{L"Download them now to back them up?",
+                              L"هل تريد تنزيلها الآن لنسخها احتياطياً؟"};
+    const std::wstring question = line + L"\r\n\r\n" + std::wstring(kQuestion.In(state_.language));
     const BoxAnswer answer = system_.boxes.Show(
-        {.text = question, .buttons = BoxButtons::YesNo, .rightToLeft = state_.arabic});
+        {.text = question, .buttons = BoxButtons::YesNo, .rightToLeft = state_.IsArabic()});
     if (answer == BoxAnswer::Yes) return true;
     system_.exitStatus.Note(error_number::kCancelled);
     Notice(run_text::kNotDownloaded, path);

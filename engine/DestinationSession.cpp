@@ -92,7 +92,7 @@ Entrance DestinationSession::Wait() {
         if (state_.cancel.IsRequested()) return Entrance::Cancelled;
         if (state_.silentRun && system_.clock.Milliseconds() - start >= kSilentPatience) {
             system_.exitStatus.Note(error_number::kDestinationBusy);
-            progress_.Failure(run_text::kGivenUp.With(state_.arabic, Target()));
+            progress_.Failure(RunLine(run_text::kGivenUp, state_.language, Target()));
             return Entrance::Refused;
         }
     }

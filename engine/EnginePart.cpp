@@ -18,8 +18,8 @@ EnginePart::EnginePart(const EngineContext& context)
       duringCopy_(context.duringCopy),
       trap_(context.system.errors, L"Class Module", L"CPackage") {}
 
-void EnginePart::Notice(const RunText& text, std::wstring_view path) {
-    progress_.Notice(text.With(state_.arabic, path));
+void EnginePart::Notice(const Texts& text, std::wstring_view path) {
+    progress_.Notice(RunLine(text, state_.language, path));
 }
 
 void EnginePart::Remove(std::wstring_view path) noexcept {

@@ -13,8 +13,6 @@
 
 namespace vw {
 
-struct RunText;
-
 /// What all parts of the engine work with.
 struct EngineContext {
     System& system;
@@ -32,7 +30,7 @@ class EnginePart {
     ~EnginePart() = default;
 
     /// Adds a line about something unusual to the report.
-    void Notice(const RunText& text, std::wstring_view path);
+    void Notice(const Texts& text, std::wstring_view path);
 
     /// Removes what is no copy (any more). What cannot be removed now is left to a later run.
     void Remove(std::wstring_view path) noexcept;

@@ -95,9 +95,8 @@ bool ItemCopier::CopyStep(std::wstring_view procedure, std::uint64_t size, CopyR
             }
             if (ConcernsCloud(error)) {
                 result.aborted = true;
-                const RunText& text = run_text::kCloudOutOfReach;
-                throw RuntimeError(error.Number(),
-                                   std::wstring(state_.arabic ? text.arabic : text.english),
+                const Texts& text = run_text::kCloudOutOfReach;
+                throw RuntimeError(error.Number(), std::wstring(text.In(state_.language)),
                                    result.itemPath, error.Line(), error.SystemCode());
             }
             if (!result.aborted) GiveUpIfGone(result);

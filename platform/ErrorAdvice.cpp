@@ -8,16 +8,6 @@ namespace vw {
 
 namespace {
 
-/// One text in both languages.
-struct Words {
-    std::wstring_view english;
-    std::wstring_view arabic;
-
-    [[nodiscard]] std::wstring_view In(bool inArabic) const noexcept {
-        return inArabic ? arabic : english;
-    }
-};
-
 /// What the program was doing.
 enum class Work { BackUp, Restore, Delete, Save, Open, Other };
 
@@ -52,7 +42,7 @@ Work WorkOf(const Procedure& where) {
     return found == kWorks.end() ? Work::Other : found->work;
 }
 
-constexpr Words ConsequenceOf(Work work) noexcept {
+constexpr Texts ConsequenceOf(Work work) noexcept {
     switch (work) {
         case Work::BackUp:
             return {L"The older copies are unchanged", L"النسخ الأقدم لم تتغير"};
@@ -68,7 +58,7 @@ constexpr Words ConsequenceOf(Work work) noexcept {
     }
 }
 
-constexpr Words RetryOf(Work work) noexcept {
+constexpr Texts RetryOf(Work work) noexcept {
     switch (work) {
         case Work::BackUp:
             return {L"back up again", L"أعد النسخ"};
@@ -88,8 +78,8 @@ constexpr Words RetryOf(Work work) noexcept {
 /// Why, and what to do before the work is tried again.
 struct Cause {
     int number;
-    Words reason;
-    Words remedy;
+    Texts reason;
+    Texts remedy;
 };
 
 constexpr std::array kCauses{
@@ -184,7 +174,7 @@ const Cause& CauseOf(const RuntimeError& error) {
 }
 
 // The copies of an item that vanished have made room already when its copy fails.
-Words Consequence(Work work, int number) {
+Texts Consequence(Work work, int number) {
     const bool isGone =
         number == error_number::kFileNotFound || number == error_number::kPathNotFound;
     if (work == Work::BackUp && isGone) return {L"No new copy was made", L"لم تُنشأ نسخة جديدة"};
@@ -193,18 +183,19 @@ Words Consequence(Work work, int number) {
 
 }  // namespace
 
-std::wstring ErrorAdvice(const Procedure& where, const RuntimeError& error, bool arabic) {
+std::wstring ErrorAdvice(const Procedure& where, const RuntimeError& error, Language language) {
+    const bool arabic = language == Language::Arabic;
     const Work work = WorkOf(where);
     const Cause& cause = CauseOf(error);
-    std::wstring text(cause.reason.In(arabic));
-    text.append(L" ").append(Consequence(work, error.Number()).In(arabic));
-    text.append(arabic ? L"؛ " : L"; ").append(cause.remedy.In(arabic));
-    text.append(arabic ? L" ثم " : L" and ").append(RetryOf(work).In(arabic)).append(L".");
+    std::wstring text(cause.reason.In(language));
+    text.append(L" ").append(Consequence(work, error.Number()).In(language));
+    text.append(arabic ? L"؛ " : L"; ").append(cause.remedy.In(language));
+    text.append(arabic ? L" ثم " : L" and ").append(RetryOf(work).In(language)).append(L".");
     return text;
 }
 
-std::wstring ErrorBoxText(const Procedure& where, const RuntimeError& error, bool arabic) {
-    return ErrorText(where, error) + L"\r\n\r\n" + ErrorAdvice(where, error, arabic);
+std::wstring ErrorBoxText(const Procedure& where, const RuntimeError& error, Language language) {
+    return ErrorText(where, error) + L"\r\n\r\n" + ErrorAdvice(where, error, language);
 }
 
 }  // namespace vw

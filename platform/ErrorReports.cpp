@@ -11,7 +11,7 @@ void ErrorReports::Report(const Procedure& where, const RuntimeError& error) {
     exitStatus_.Note(error.Number());
     if (note_) note_(ErrorDetails(error));
     if (limits_ > 0 && ++told_ > most_ && !state_.silentRun) return;
-    boxes_.Show({.text = ErrorBoxText(where, error, state_.arabic)});
+    boxes_.Show({.text = ErrorBoxText(where, error, state_.language)});
 }
 
 void ErrorReports::BeginLimit(int most) {

@@ -4,13 +4,14 @@
 #include <string>
 
 #include "platform/CancelToken.h"
+#include "platform/Language.h"
 
 namespace vw {
 
 /// The program-wide state, in one place; the start procedure fills it and every part gets a
 /// reference to it.
 struct ProgramState {
-    bool arabic = false;        ///< language of the windows and of our own report lines
+    Language language = Language::English;
     bool silentRun = false;     ///< started with "/B", "/S", "/R" or "/D": nothing may wait
     CancelToken cancel;         ///< of the present work
     bool isWorking = false;     ///< long work is going on that ends early when it is cancelled
@@ -25,6 +26,8 @@ struct ProgramState {
     std::wstring BackupTo;  ///< destination of the list in use
     std::int16_t copiesCount = 3;
     std::wstring switchWord;
+
+    [[nodiscard]] bool IsArabic() const noexcept { return language == Language::Arabic; }
 
     [[nodiscard]] std::wstring DefaultListPath() const {
         return applicationFolder + L"\\FilesList.vwl";

@@ -62,11 +62,11 @@ void CopySelector::RequireUnchanged(const CopySelection& selection, const Listed
     ThrowWith(error_number::kFileNotFound, In(restore_text::kCopyChanged), copy.path);
 }
 
-void CopySelector::ShowMessage(const RestoreText& text) {
+void CopySelector::ShowMessage(const Texts& text) {
     system_.boxes.Show({.text = In(text), .rightToLeft = main_.InLanguage() == Language::Arabic});
 }
 
-std::wstring CopySelector::In(const RestoreText& text) const {
+std::wstring CopySelector::In(const Texts& text) const {
     return std::wstring(text.In(main_.InLanguage()));
 }
 

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "engine/EngineProvider.h"
+#include "platform/Language.h"
 #include "platform/System.h"
 #include "restore/ListedCopy.h"
 
@@ -12,7 +13,6 @@ namespace vw {
 
 class CopiesBrowser;
 class Form;
-struct RestoreText;
 
 /// What a command works on, as the lists showed it when the command was given; what is selected
 /// may change before it ends.
@@ -39,10 +39,10 @@ class CopySelector {
     void RequireUnchanged(const CopySelection& selection, const ListedCopy& copy);
 
     /// Shows a sentence, in the language of the window.
-    void ShowMessage(const RestoreText& text);
+    void ShowMessage(const Texts& text);
 
     /// A sentence in the language of the window.
-    [[nodiscard]] std::wstring In(const RestoreText& text) const;
+    [[nodiscard]] std::wstring In(const Texts& text) const;
 
   private:
     [[nodiscard]] bool IsUnchanged(const CopySelection& selection, const ListedCopy& copy);

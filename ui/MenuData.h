@@ -3,7 +3,7 @@
 #include <span>
 #include <string_view>
 
-#include "ui/Language.h"
+#include "platform/Language.h"
 
 namespace vw {
 

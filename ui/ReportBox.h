@@ -2,8 +2,8 @@
 
 #include <string_view>
 
+#include "platform/Language.h"
 #include "platform/WindowsHeader.h"
-#include "ui/Language.h"
 
 namespace vw {
 

@@ -202,14 +202,14 @@ bool BackupList::Load(std::wstring_view text) {
 std::wstring BackupList::MissingText() const {
     constexpr std::size_t kNamed = 20;
     if (missing_.empty()) return {};
-    std::wstring text(state_.arabic ? L"غير موجود الآن: " : L"Not there now: ");
+    std::wstring text(state_.IsArabic() ? L"غير موجود الآن: " : L"Not there now: ");
     for (std::size_t i = 0; i < std::min(kNamed, missing_.size()); ++i) {
-        if (i > 0) text += state_.arabic ? L"\u200F، " : L", ";
-        text += state_.arabic ? MarkPath(missing_[i]) : missing_[i];
+        if (i > 0) text += state_.IsArabic() ? L"\u200F، " : L", ";
+        text += state_.IsArabic() ? MarkPath(missing_[i]) : missing_[i];
     }
     if (missing_.size() > kNamed) text += L"\u2026";
-    return text + (state_.arabic ? L". ستتم الإزالة من القائمة عند حفظها."
-                                 : L". The next save takes it off the list.");
+    return text + (state_.IsArabic() ? L". ستتم الإزالة من القائمة عند حفظها."
+                                     : L". The next save takes it off the list.");
 }
 
 void BackupList::ReadDestination(std::wstring_view value) {
@@ -235,13 +235,14 @@ std::optional<std::wstring> BackupList::AskForList(FileDialogKind kind, std::uin
 
 bool BackupList::MayLeaveList() {
     if (FileSave()) return true;
-    const auto* question = state_.arabic ? L"تعذّر حفظ التغييرات في هذه القائمة. هل تريد الانتقال "
-                                           L"إلى قائمة أخرى وفقدان هذه التغييرات؟"
-                                         : L"The changes to this list could not be saved. Open "
-                                           L"another list and lose these changes?";
+    const auto* question = state_.IsArabic()
+                               ? L"تعذّر حفظ التغييرات في هذه القائمة. هل تريد الانتقال "
+                                 L"إلى قائمة أخرى وفقدان هذه التغييرات؟"
+                               : L"The changes to this list could not be saved. Open "
+                                 L"another list and lose these changes?";
     return system_.boxes.Show({.text = question,
                                .buttons = BoxButtons::YesNo,
-                               .rightToLeft = state_.arabic,
+                               .rightToLeft = state_.IsArabic(),
                                .secondIsDefault = true}) == BoxAnswer::Yes;
 }
 
@@ -312,10 +313,10 @@ void BackupList::SaveOnClose() {
 void BackupList::RefuseDestination(std::wstring_view destination, bool formerAnswers) {
     const std::wstring drive(destination.substr(0, 2));
     context_.status.ShowNotice(
-        state_.arabic ? L"محرك الأقراص " + MarkPath(drive) + L" غير جاهز. تبقى النسخ في " +
-                            MarkPath(state_.BackupTo) + L'.'
-                      : L"Drive " + drive + L" is not ready. The copies still go to " +
-                            state_.BackupTo + L'.');
+        state_.IsArabic() ? L"محرك الأقراص " + MarkPath(drive) + L" غير جاهز. تبقى النسخ في " +
+                                MarkPath(state_.BackupTo) + L'.'
+                          : L"Drive " + drive + L" is not ready. The copies still go to " +
+                                state_.BackupTo + L'.');
     const std::wstring former = state_.BackupTo.substr(0, 2);
     if (formerAnswers && MatchesWildcard(former, L"[A-Z]:") &&
         MFileDosShell::FolderExists(system_.files, former + L"\\")) {

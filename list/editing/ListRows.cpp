@@ -148,7 +148,7 @@ void ListRows::UpdateWarnings() {
     std::vector<std::wstring> texts;
     texts.reserve(rows.size());
     for (const RowWarning warning : WarningsOf(rows, state_.BackupTo, LocalNow())) {
-        texts.emplace_back(WarningText(warning, state_.arabic));
+        texts.emplace_back(WarningText(warning, state_.language));
     }
     list.ShowWarnings(texts);
 }

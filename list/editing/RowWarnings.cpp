@@ -124,47 +124,60 @@ std::vector<ItemWarning> WarningsOfList(std::wstring_view text, std::wstring_vie
     return found;
 }
 
-std::wstring_view WarningText(RowWarning warning, bool arabic) {
+namespace {
+
+Texts TextOf(RowWarning warning) {
     switch (warning) {
         case RowWarning::ReadAsTwo:
-            return arabic ? L"في المسار فاصلة أو علامة اقتباس، فيُقرأ في القائمة على أنه أكثر من "
-                            L"عنصر ولا يُنسخ. أعد تسميته أو أضف المجلد الذي يحويه."
-                          : L"The path holds a comma or a quotation mark: the list reads it as "
-                            L"several items and does not back it up. Rename it, or add the folder "
-                            L"that holds it.";
+            return {
+                L"The path holds a comma or a quotation mark: the list reads it as "
+                L"several items and does not back it up. Rename it, or add the folder "
+                L"that holds it.",
+                L"في المسار فاصلة أو علامة اقتباس، فيُقرأ في القائمة على أنه أكثر من "
+                L"عنصر ولا يُنسخ. أعد تسميته أو أضف المجلد الذي يحويه."};
         case RowWarning::DriveRoot:
-            return arabic ? L"لا يُنسخ محرك أقراص كامل. أضف المجلدات الموجودة عليه."
-                          : L"A whole drive is not backed up. Add the folders on it instead.";
+            return {L"A whole drive is not backed up. Add the folders on it instead.",
+                    L"لا يُنسخ محرك أقراص كامل. أضف المجلدات الموجودة عليه."};
         case RowWarning::Overlaps:
-            return arabic ? L"لن يُنسخ، لأنه يحوي مجلد النسخ أو يقع فيه أو يبدأ مساره بالأحرف "
-                            L"نفسها. اختر محرك أقراص آخر للنسخ."
-                          : L"Not backed up: it contains the folder of the copies, lies in it, or "
-                            L"its path begins with the same letters. Choose another drive for the "
-                            L"copies.";
+            return {
+                L"Not backed up: it contains the folder of the copies, lies in it, or "
+                L"its path begins with the same letters. Choose another drive for the "
+                L"copies.",
+                L"لن يُنسخ، لأنه يحوي مجلد النسخ أو يقع فيه أو يبدأ مساره بالأحرف "
+                L"نفسها. اختر محرك أقراص آخر للنسخ."};
         case RowWarning::ImpossibleName:
-            return arabic ? L"لا يقبل أي محرك أقراص اسم نسخته. اختر له اسماً أقصر أو أبسط."
-                          : L"No drive takes the name of its copy. Give it a shorter or simpler "
-                            L"name.";
+            return {
+                L"No drive takes the name of its copy. Give it a shorter or simpler "
+                L"name.",
+                L"لا يقبل أي محرك أقراص اسم نسخته. اختر له اسماً أقصر أو أبسط."};
         case RowWarning::SharedSeries:
-            return arabic ? L"في القائمة مجلد آخر بالاسم نفسه، أو مجلد وقاعدة لملفاته، فتحلّ نسخ "
-                            L"أحدهما محل نسخ الآخر. أعد تسمية أحدهما أو أزله من القائمة."
-                          : L"The list has another folder of this name, or a folder and its files: "
-                            L"they share their copies and replace those of each other. Rename one, "
-                            L"or take it off the list.";
+            return {
+                L"The list has another folder of this name, or a folder and its files: "
+                L"they share their copies and replace those of each other. Rename one, "
+                L"or take it off the list.",
+                L"في القائمة مجلد آخر بالاسم نفسه، أو مجلد وقاعدة لملفاته، فتحلّ نسخ "
+                L"أحدهما محل نسخ الآخر. أعد تسمية أحدهما أو أزله من القائمة."};
         case RowWarning::ApostropheFolder:
-            return arabic
-                       ? L"في مسار مجلده فاصلة عليا، فيُنسخ في كل مرة إلى سلسلة نسخ جديدة. أضف "
-                         L"المجلد بدلاً منه."
-                       : L"The path of its folder holds an apostrophe: it is copied at every run, "
-                         L"each time as if it were new. Add the folder instead.";
+            return {
+                L"The path of its folder holds an apostrophe: it is copied at every run, "
+                L"each time as if it were new. Add the folder instead.",
+                L"في مسار مجلده فاصلة عليا، فيُنسخ في كل مرة إلى سلسلة نسخ جديدة. أضف "
+                L"المجلد بدلاً منه."};
         case RowWarning::FutureDate:
-            return arabic ? L"تاريخ أحدث ملف فيه في المستقبل، فقد لا تُلاحظ التغييرات التالية. صحّح "
-                            L"التاريخ."
-                          : L"Its newest date lies in the future, so later changes may go "
-                            L"unnoticed. Correct the date.";
+            return {
+                L"Its newest date lies in the future, so later changes may go "
+                L"unnoticed. Correct the date.",
+                L"تاريخ أحدث ملف فيه في المستقبل، فقد لا تُلاحظ التغييرات التالية. صحّح "
+                L"التاريخ."};
         default:
             return {};
     }
+}
+
+}  // namespace
+
+std::wstring_view WarningText(RowWarning warning, Language language) {
+    return TextOf(warning).In(language);
 }
 
 }  // namespace vw

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "platform/Date.h"
+#include "platform/Language.h"
 
 namespace vw {
 
@@ -49,6 +50,6 @@ struct ItemWarning {
     const std::function<bool(const std::wstring&)>& exists);
 
 /// What a warning says to the user; empty for None.
-[[nodiscard]] std::wstring_view WarningText(RowWarning warning, bool arabic);
+[[nodiscard]] std::wstring_view WarningText(RowWarning warning, Language language);
 
 }  // namespace vw

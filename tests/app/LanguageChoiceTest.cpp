@@ -40,8 +40,8 @@ class LanguageChoices : public testing::Test {
 
 TEST_F(LanguageChoices, AreAskedForAtTheFirstStart) {
     world.boxes.Expect(kQuestion, BoxAnswer::Yes);
-    EXPECT_TRUE(choice.Read());
-    EXPECT_TRUE(state.arabic);
+    EXPECT_EQ(choice.Read(), Language::Arabic);
+    EXPECT_TRUE(state.IsArabic());
     EXPECT_EQ(Stored(), L"-1");
 
     ASSERT_EQ(world.boxes.Shown().size(), 1U);
@@ -56,56 +56,56 @@ TEST_F(LanguageChoices, AreAskedForAtTheFirstStart) {
 
 TEST_F(LanguageChoices, AnsweredWithNoAreEnglishAndNotAskedForAgain) {
     world.boxes.Expect(kQuestion, BoxAnswer::No);
-    EXPECT_FALSE(choice.Read());
-    EXPECT_FALSE(state.arabic);
+    EXPECT_EQ(choice.Read(), Language::English);
+    EXPECT_FALSE(state.IsArabic());
     EXPECT_EQ(Stored(), L"0");
-    EXPECT_FALSE(choice.Read());
+    EXPECT_EQ(choice.Read(), Language::English);
     EXPECT_EQ(world.boxes.Shown().size(), 1U);
 }
 
 TEST_F(LanguageChoices, AnsweredWithYesAreNotAskedForAgain) {
     world.boxes.Expect(kQuestion, BoxAnswer::Yes);
-    EXPECT_TRUE(choice.Read());
-    state.arabic = false;
-    EXPECT_TRUE(choice.Read());
-    EXPECT_TRUE(state.arabic);
+    EXPECT_EQ(choice.Read(), Language::Arabic);
+    state.language = Language::English;
+    EXPECT_EQ(choice.Read(), Language::Arabic);
+    EXPECT_TRUE(state.IsArabic());
     EXPECT_EQ(world.boxes.Shown().size(), 1U);
 }
 
 TEST_F(LanguageChoices, StoredAsNeverChosenAreAskedForInAnyLetterCase) {
     settings.SaveSetting(L"Arabic", L"n/a");
     world.boxes.Expect(kQuestion, BoxAnswer::No);
-    EXPECT_FALSE(choice.Read());
+    EXPECT_EQ(choice.Read(), Language::English);
     EXPECT_EQ(Stored(), L"0");
 }
 
 TEST_F(LanguageChoices, AreNotAskedForInASilentFirstStart) {
     state.silentRun = true;
-    state.arabic = true;
-    EXPECT_FALSE(choice.Read());
-    EXPECT_FALSE(state.arabic);
+    state.language = Language::Arabic;
+    EXPECT_EQ(choice.Read(), Language::English);
+    EXPECT_FALSE(state.IsArabic());
     EXPECT_FALSE(KeyExists(HKEY_CURRENT_USER, kKey));
 
     state.silentRun = false;
     world.boxes.Expect(kQuestion, BoxAnswer::Yes);
-    EXPECT_TRUE(choice.Read());
+    EXPECT_EQ(choice.Read(), Language::Arabic);
 }
 
 TEST_F(LanguageChoices, OfASilentRunAreTheStoredOnes) {
     settings.SaveSetting(L"Arabic", L"-1");
     state.silentRun = true;
-    EXPECT_TRUE(choice.Read());
+    EXPECT_EQ(choice.Read(), Language::Arabic);
 }
 
 TEST_F(LanguageChoices, AreReadFromAnyYesOrNoText) {
     for (const std::wstring_view yes : {L"-1", L"True", L"true", L"1", L"7"}) {
         settings.SaveSetting(L"Arabic", yes);
-        EXPECT_TRUE(choice.Read());
-        EXPECT_TRUE(state.arabic);
+        EXPECT_EQ(choice.Read(), Language::Arabic);
+        EXPECT_TRUE(state.IsArabic());
         for (const std::wstring_view no : {L"0", L"False"}) {
             settings.SaveSetting(L"Arabic", no);
-            EXPECT_FALSE(choice.Read());
-            EXPECT_FALSE(state.arabic);
+            EXPECT_EQ(choice.Read(), Language::English);
+            EXPECT_FALSE(state.IsArabic());
         }
     }
 }
@@ -124,17 +124,17 @@ TEST_F(LanguageChoices, StoredAsAnythingElseAreATypeMismatchForTheCaller) {
 }
 
 TEST_F(LanguageChoices, AreStoredAsMinusOneAndZero) {
-    choice.Write(true);
+    choice.Write(Language::Arabic);
     EXPECT_EQ(Stored(), L"-1");
-    EXPECT_TRUE(state.arabic);
-    choice.Write(false);
+    EXPECT_TRUE(state.IsArabic());
+    choice.Write(Language::English);
     EXPECT_EQ(Stored(), L"0");
-    EXPECT_FALSE(state.arabic);
+    EXPECT_FALSE(state.IsArabic());
 }
 
 TEST_F(LanguageChoices, OfArabicWarnAboutDigitsAtTheirFirstStartOnly) {
     digits.Set(L"1");
-    choice.Write(true);
+    choice.Write(Language::Arabic);
     world.boxes.Expect(L"إن نمط الأرقام المستعمل غير صالح:");
     StartAgain();
     StartAgain();
@@ -154,10 +154,10 @@ TEST_F(LanguageChoices, OfArabicAtTheQuestionWarnAboutDigitsOnceToo) {
 TEST_F(LanguageChoices, OfArabicWarnAgainAfterTheyWereEnglish) {
     digits.Set(L"1");
     for (int i = 0; i < 2; ++i) {
-        choice.Write(true);
+        choice.Write(Language::Arabic);
         world.boxes.Expect(L"إن نمط الأرقام المستعمل غير صالح:");
         StartAgain();
-        choice.Write(false);
+        choice.Write(Language::English);
         StartAgain();
     }
     EXPECT_EQ(world.boxes.Shown().size(), 2U);
@@ -165,14 +165,14 @@ TEST_F(LanguageChoices, OfArabicWarnAgainAfterTheyWereEnglish) {
 
 TEST_F(LanguageChoices, OfEnglishNeverWarnAboutDigits) {
     digits.Set(L"1");
-    choice.Write(false);
+    choice.Write(Language::English);
     StartAgain();
     EXPECT_TRUE(world.boxes.Shown().empty());
 }
 
 TEST_F(LanguageChoices, OfASilentRunLeaveTheWarningToTheNextStart) {
     digits.Set(L"1");
-    choice.Write(true);
+    choice.Write(Language::Arabic);
     StartAgain(true);
     EXPECT_TRUE(world.boxes.Shown().empty());
     world.boxes.Expect(L"إن نمط الأرقام المستعمل غير صالح:");
@@ -180,7 +180,7 @@ TEST_F(LanguageChoices, OfASilentRunLeaveTheWarningToTheNextStart) {
 }
 
 TEST_F(LanguageChoices, OfEnglishLeaveNoOtherSettingThanTheirs) {
-    choice.Write(false);
+    choice.Write(Language::English);
     EXPECT_EQ(ReadValue(HKEY_CURRENT_USER, kKey, L"ArabicPrepared"), std::nullopt);
 }
 

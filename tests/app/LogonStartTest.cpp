@@ -158,7 +158,7 @@ TEST_F(LogonStarts, WithAPathThatTheCodePageLacks_AreRefusedAndTold) {
     EXPECT_EQ(Entry(), std::nullopt);
     EXPECT_EQ(Setting(), L"absent");
     EXPECT_EQ(mark.marks, std::vector<bool>{false});
-    state.arabic = true;
+    state.language = Language::Arabic;
     world.boxes.Expect(L"لا يمكن كتابة كل حروف مسار البرنامج");
     logon.ApplicationSartup(true);
     EXPECT_TRUE(world.boxes.Shown().back().rightToLeft);

@@ -15,8 +15,8 @@ class RunRecordTest : public testing::Test {
         record.OnItem(ItemEvent::Started);
         record.OnItem(event);
     }
-    [[nodiscard]] std::wstring Line(bool arabic = false) const {
-        return record.ReportLine(arabic, kNow);
+    [[nodiscard]] std::wstring Line(Language language = Language::English) const {
+        return record.ReportLine(language, kNow);
     }
 
     static constexpr Date kNow = kEmptyFolderDate;
@@ -81,8 +81,9 @@ TEST_F(RunRecordTest, NextRun_BeginsAtNothing) {
 TEST_F(RunRecordTest, ArabicTexts_NameTheSameCounts) {
     Item(ItemEvent::Copied);
     record.End(false);
-    EXPECT_EQ(Line(true), L"C:\\My.vwl، " + DateText(kNow) + L": نُسخ: 1، لم يتغير: 0، فشل: 0");
-    EXPECT_EQ(record.StatusText(true, kNow),
+    EXPECT_EQ(Line(Language::Arabic),
+              L"C:\\My.vwl، " + DateText(kNow) + L": نُسخ: 1، لم يتغير: 0، فشل: 0");
+    EXPECT_EQ(record.StatusText(Language::Arabic, kNow),
               L"آخر نسخ احتياطي " + DateText(kNow) +
                   L": نُسخ: 1، لم يتغير: 0، فشل: 0. انقر هنا أو اضغط Ctrl+R لعرض التقرير.");
 }

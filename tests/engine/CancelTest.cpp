@@ -89,7 +89,7 @@ TEST(Cancel, InAFolderIsToldInTheLanguageOfTheWindows) {
     EngineFixture world;
     world.List({L"Work\\"});
     MakeSources(world, 1);
-    world.state.arabic = true;
+    world.state.language = Language::Arabic;
     CancelBefore(world, FileCall::Copy, 1, L"b.txt");
     EXPECT_EQ(world.Run().lines.back(), L"أُلغيت العملية، والنسخة رقم 1 غير كاملة\r\n~\\Work\\");
 }

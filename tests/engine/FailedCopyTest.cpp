@@ -307,7 +307,7 @@ TEST(ChangingSource, IsToldAndItsCopyCounts) {
 TEST(ChangingSource, IsToldInTheLanguageOfTheWindows) {
     EngineFixture world;
     MakeHistory(world);
-    world.state.arabic = true;
+    world.state.language = Language::Arabic;
     world.List({L"a.txt"});
     GrowWhileCopied(world);
     const RunResult result = world.Run();

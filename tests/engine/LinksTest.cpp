@@ -37,7 +37,7 @@ TEST(Links, ToFoldersAreLeftOutAndTold) {
 TEST(Links, AreToldInTheLanguageOfTheWindows) {
     EngineFixture world;
     if (!MakeLinkedWork(world)) GTEST_SKIP() << kNoLinks;
-    world.state.arabic = true;
+    world.state.language = Language::Arabic;
     world.List({L"Work\\"});
     const RunResult result = world.Run();
     EXPECT_NE(std::find(result.lines.begin(), result.lines.end(),

@@ -189,7 +189,7 @@ TEST(BusyDestination, IsToldInTheLanguageOfTheWindows) {
     world.tree.File(L"a.txt", "a", Day(1));
     world.List({L"a.txt"});
     world.state.silentRun = true;
-    world.state.arabic = true;
+    world.state.language = Language::Arabic;
     const OtherRun other(world.Store());
     EXPECT_EQ(
         Joined(world.Run().lines),

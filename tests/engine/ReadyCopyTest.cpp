@@ -122,7 +122,7 @@ TEST(ReadyCopyOfAKilledRun, IsFinishedForAnItemThatVanished) {
 TEST(ReadyCopyOfAKilledRun, IsToldInTheLanguageOfTheWindows) {
     EngineFixture world;
     MakeSeries(world);
-    world.state.arabic = true;
+    world.state.language = Language::Arabic;
     world.tree.File(L"Store\\" + LeftOverName(world, WorkingState::Ready, L"a.txt", DeadProcess(),
                                               MakeDate(Day(4))),
                     "4");

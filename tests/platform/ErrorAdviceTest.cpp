@@ -14,10 +14,10 @@ constexpr std::uint32_t kSharingViolation = 32;
 
 TEST(ErrorAdviceTest, LockedFile_BackUp_CauseConsequenceAndRemedy) {
     const RuntimeError error(70, L"Permission denied", L"C:\\a.txt", 1, kSharingViolation);
-    EXPECT_EQ(ErrorAdvice(kBackup, error, false),
+    EXPECT_EQ(ErrorAdvice(kBackup, error, Language::English),
               L"Another program has this file open. The older copies are unchanged; close the "
               L"program and back up again.");
-    EXPECT_EQ(ErrorAdvice(kBackup, error, true),
+    EXPECT_EQ(ErrorAdvice(kBackup, error, Language::Arabic),
               L"هذا الملف مفتوح في برنامج آخر. النسخ الأقدم لم تتغير؛ أغلق البرنامج ثم أعد "
               L"النسخ.");
 }
@@ -25,22 +25,23 @@ TEST(ErrorAdviceTest, LockedFile_BackUp_CauseConsequenceAndRemedy) {
 TEST(ErrorAdviceTest, RefusedFile_OtherCauseThanALockedOne) {
     constexpr std::uint32_t kAccessDenied = 5;
     const RuntimeError error(70, {}, {}, 1, kAccessDenied);
-    EXPECT_TRUE(ErrorAdvice(kBackup, error, false).starts_with(L"Windows does not allow access"));
+    EXPECT_TRUE(ErrorAdvice(kBackup, error, Language::English)
+                    .starts_with(L"Windows does not allow access"));
 }
 
 TEST(ErrorAdviceTest, SameError_OtherWork_NamesItsOwnConsequence) {
     const RuntimeError error(61, {}, {}, 1);
-    EXPECT_EQ(ErrorAdvice(kRestore, error, false),
+    EXPECT_EQ(ErrorAdvice(kRestore, error, Language::English),
               L"The drive is full. The stored copy is unchanged; make room or choose another drive "
               L"and restore again.");
-    EXPECT_EQ(ErrorAdvice(kSave, error, false),
+    EXPECT_EQ(ErrorAdvice(kSave, error, Language::English),
               L"The drive is full. The list file is unchanged; make room or choose another drive "
               L"and save the list again.");
 }
 
 // The copies of an item that vanished were shifted before its copy failed.
 TEST(ErrorAdviceTest, VanishedItem_GuaranteesNothingAboutOlderCopies) {
-    EXPECT_EQ(ErrorAdvice(kBackup, RuntimeError(53, {}, {}, 1), false),
+    EXPECT_EQ(ErrorAdvice(kBackup, RuntimeError(53, {}, {}, 1), Language::English),
               L"This file does not exist. No new copy was made; make sure that it is there and "
               L"back up again.");
 }
@@ -49,17 +50,18 @@ TEST(ErrorAdviceTest, EveryNumber_BothLanguages_OneSentenceOfEach) {
     for (const int number : {5,  6,  7,  13, 52, 53,  57,   58,   61,   62,   67,
                              68, 70, 71, 75, 76, 170, 1000, 1004, 1223, 4008, 10000}) {
         const RuntimeError error(number, {}, {}, 1);
-        const std::wstring english = ErrorAdvice(kBackup, error, false);
+        const std::wstring english = ErrorAdvice(kBackup, error, Language::English);
         EXPECT_TRUE(english.ends_with(L" and back up again.")) << number;
         EXPECT_TRUE(std::ranges::all_of(english, [](wchar_t unit) { return unit < 128; }))
             << number;
-        EXPECT_TRUE(ErrorAdvice(kBackup, error, true).ends_with(L"أعد النسخ.")) << number;
+        EXPECT_TRUE(ErrorAdvice(kBackup, error, Language::Arabic).ends_with(L"أعد النسخ."))
+            << number;
     }
 }
 
 TEST(ErrorAdviceTest, BoxText_KeepsGivenLinesAndAddsAdviceAfterAnEmptyOne) {
     const RuntimeError error(76, L"Path not found", L"E:\\Store", 12);
-    EXPECT_EQ(ErrorBoxText(kBackup, error, false),
+    EXPECT_EQ(ErrorBoxText(kBackup, error, Language::English),
               ErrorText(kBackup, error) +
                   L"\r\n\r\nThis folder or drive cannot be found. No new copy was made; make sure "
                   L"that it is there and back up again.");

@@ -173,7 +173,7 @@ TEST_F(ListCommands, ChooseDestination_DriveNotReady_KeepsTheFormerOne) {
 TEST_F(ListCommands, ChooseDestination_DriveNotReady_NamesPathsInTheirOrderInArabic) {
     const std::wstring vault = tree.Folder(L"العمل\\نسخ");
     state.BackupTo = vault;
-    state.arabic = true;
+    state.language = Language::Arabic;
     list.ChooseDestination(L"Q:\\Backup");
     EXPECT_NE(MarkPath(vault), vault);
     EXPECT_EQ(Status(), L"محرك الأقراص " + MarkPath(L"Q:") + L" غير جاهز. تبقى النسخ في " +

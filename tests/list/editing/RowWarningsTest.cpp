@@ -87,10 +87,10 @@ TEST(RowWarningsTest, EveryWarning_HasASentenceInBothLanguages) {
          {RowWarning::ReadAsTwo, RowWarning::DriveRoot, RowWarning::Overlaps,
           RowWarning::ImpossibleName, RowWarning::SharedSeries, RowWarning::ApostropheFolder,
           RowWarning::FutureDate}) {
-        EXPECT_TRUE(WarningText(warning, false).ends_with(L'.'));
-        EXPECT_TRUE(WarningText(warning, true).ends_with(L'.'));
+        EXPECT_TRUE(WarningText(warning, Language::English).ends_with(L'.'));
+        EXPECT_TRUE(WarningText(warning, Language::Arabic).ends_with(L'.'));
     }
-    EXPECT_TRUE(WarningText(RowWarning::None, true).empty());
+    EXPECT_TRUE(WarningText(RowWarning::None, Language::Arabic).empty());
 }
 
 class WarningsOfAList : public testing::Test {

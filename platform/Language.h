@@ -4,7 +4,7 @@
 
 namespace vw {
 
-/// Language of the windows.
+/// Language of the windows, of messages and of report lines.
 enum class Language { English, Arabic };
 
 /// A text in both languages. The views point to literals.
