@@ -18,7 +18,7 @@
 // The shell's declarations need those of the window system first.
 #include <shellapi.h>
 
-// The window itself: load, close, caption, and which command an event stands for.
+// The window itself: load, close, caption, and which command an event runs.
 
 namespace vw {
 

@@ -115,7 +115,7 @@ void Work::EndRun() {
     windows_->status.ShowOutcome(run_.StatusText(state_.language, now), run_.HasFailures());
 }
 
-// A user who was spared the boxes learns that there were more errors than the first ones.
+// The box shows a user that there were more errors than the first ones.
 void Work::EndErrors() {
     if (!boxLimit_) return;
     const int reported = boxLimit_->End();

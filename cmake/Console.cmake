@@ -1,4 +1,4 @@
-# The console companion: the layer console/, its program vw.exe and its tests. It stands beside app/
+# The console companion: the layer console/, its program vw.exe and its tests. It is beside app/
 # and uses every layer to the left of that one.
 set(consoleLayers ${VW_LAYERS})
 list(REMOVE_ITEM consoleLayers vw_app)

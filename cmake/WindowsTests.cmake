@@ -1,6 +1,6 @@
 # One test program per layer and one for the whole program, each one test of CTest.
 
-# What the test programs share. TextCaseHost.cpp is the native build's stand-in for Windows.
+# What the test programs share. TextCaseHost.cpp is the native build's replacement of Windows.
 file(GLOB supportSources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/support/*.cpp)
 list(FILTER supportSources EXCLUDE REGEX "/TextCaseHost\\.cpp$")
 if(supportSources)
@@ -43,7 +43,7 @@ file(MAKE_DIRECTORY ${CMAKE_BINARY_DIR}/reports)
 # named locks and temporary files of one never meet those of another.
 #
 # vw_add_tests(<name> <folder> <timeout in seconds>): the program <name>_tests of the folder's
-# files *Test.cpp. Beside them may stand other files, shared by these tests alone.
+# files *Test.cpp. Other files may be beside them, shared by these tests alone.
 function(vw_add_tests name folder timeout)
     file(GLOB tests CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/${folder}/*Test.cpp)
     file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/${folder}/*.cpp)

@@ -17,14 +17,14 @@ struct ClockTime {
 /// "19:05"; nothing for anything else.
 [[nodiscard]] std::optional<ClockTime> ReadClockTime(std::string_view text);
 
-/// "2024-05-31", with or without " 19:05" or " 19:05:59" ("T" may stand for the blank). A day alone
+/// "2024-05-31", with or without " 19:05" or " 19:05:59" ("T" may replace the blank). A day alone
 /// is its last second, a minute alone its last second too. Nothing for anything else.
 [[nodiscard]] std::optional<Date> ReadMoment(std::string_view text);
 
 /// 0 for "SUN" to 6 for "SAT", in any letter case; nothing for anything else.
 [[nodiscard]] std::optional<int> ReadWeekday(std::string_view text);
 
-/// "2024-05-31 19:05:59"; "-" for the dates that stand for nothing.
+/// "2024-05-31 19:05:59"; "-" for the dates that mean nothing.
 [[nodiscard]] std::wstring MomentText(Date date);
 
 }  // namespace vw

@@ -25,7 +25,7 @@ inline constexpr int kAnyCopyNumber = -1;
 /// The copy number in a copy's name; 0 when there is none. Never fails.
 [[nodiscard]] int CFileBackNumber(std::wstring_view copyName) noexcept;
 
-/// The location number in a copy's name, the two characters as they stand; empty when there is
+/// The location number in a copy's name, the two characters as they are; empty when there is
 /// none. Never fails.
 [[nodiscard]] std::wstring CFileSP(std::wstring_view copyName);
 

@@ -64,7 +64,7 @@ class CCommonAPI {
     /// or an empty command line). Nothing happens for an empty name or without the rights.
     void ApplicationSartup(std::wstring_view name, std::wstring_view sApplicationPath, bool on);
 
-    /// Whether the key named exactly so below HKEY_CLASSES_ROOT stands for a file type.
+    /// Whether the key named exactly so below HKEY_CLASSES_ROOT is that of a file type.
     /// Part of the given interface; not called by the program.
     [[nodiscard]] bool RegisterFileType(std::wstring_view extensionKey);
 

@@ -8,7 +8,7 @@
 namespace vw {
 namespace {
 
-// The system writes no dates before its own calendar begins. Only the date that stands for a
+// The system writes no dates before its own calendar begins. Only the date that means a
 // missing file is older.
 std::wstring PlainText(const DateParts& parts) {
     std::array<wchar_t, 64> text{};

@@ -8,11 +8,11 @@ namespace vw {
 
 namespace {
 
-// Tag bit of reparse points that stand for another place. Cloud files have a reparse point too,
+// Tag bit of reparse points that refer to another place. Cloud files have a reparse point too,
 // but they are ordinary files and folders to their user.
-constexpr DWORD kStandsForAnother = 0x20000000;
+constexpr DWORD kRefersElsewhere = 0x20000000;
 
-bool IsLinkTag(DWORD tag) { return tag == 0 || (tag & kStandsForAnother) != 0; }
+bool IsLinkTag(DWORD tag) { return tag == 0 || (tag & kRefersElsewhere) != 0; }
 
 // Files that are no data: they cannot be opened, or reading them would take what others send.
 bool HoldsNoData(DWORD tag) {

@@ -6,7 +6,7 @@
 namespace vw {
 
 /// The number that `text` begins with; 0 when it begins with none. Blanks, tabs and line feeds are
-/// skipped wherever they stand ("1 2" gives 12). Decimal digits with an optional sign only; a
+/// skipped wherever they are ("1 2" gives 12). Decimal digits with an optional sign only; a
 /// number beyond the range of an int gives that end of the range.
 [[nodiscard]] int ParseLeadingInt(std::wstring_view text) noexcept;
 

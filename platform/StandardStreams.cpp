@@ -11,7 +11,7 @@ namespace {
 constexpr std::size_t kHeldUnits = std::size_t{16} * 1024;
 constexpr std::uint64_t kConsoleMilliseconds = 1000;
 
-// Unlike ToUtf8 it replaces surrogates that stand alone: what other programs read is valid UTF-8.
+// Unlike ToUtf8 it replaces single surrogates: what other programs read is valid UTF-8.
 std::string ToValidUtf8(std::wstring_view text) {
     const int units = static_cast<int>(text.size());
     const int length =

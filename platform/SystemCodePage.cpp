@@ -10,7 +10,8 @@ namespace {
 
 constexpr unsigned kGb18030 = 54936;
 
-// The Unicode encodings hold every character, and the call refuses a stand-in character for them.
+// The Unicode encodings hold every character, and the call refuses a replacement character for
+// them.
 bool HoldsEverything(unsigned number) {
     return number == CP_UTF8 || number == CP_UTF7 || number == kGb18030;
 }

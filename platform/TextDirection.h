@@ -21,7 +21,7 @@ namespace vw {
 // marks must never be stored, logged, compared or handed to the file system.
 
 /// A path, or a name without right-to-left letters, as a text that reads from right to left has to
-/// hold it: its parts then stand from left to right. Returns it unchanged when they do so without
+/// hold it: its parts then follow from left to right. Returns it unchanged when they do so without
 /// marks.
 [[nodiscard]] std::wstring MarkPath(std::wstring_view path);
 

@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::size_t kNone = std::wstring_view::npos;
 
-/// Whether a list (what stands between "[" and "]") holds the character. Both sides of a range are
+/// Whether a list (the text between "[" and "]") holds the character. Both sides of a range are
 /// compared by their upper-case forms; a range that runs backwards holds nothing.
 bool ListHolds(std::wstring_view list, wchar_t character) noexcept {
     const wchar_t upper = UpperCase(character);
@@ -75,7 +75,7 @@ bool MatchesWildcard(std::wstring_view text, std::wstring_view pattern) {
     const std::size_t lastClose = pattern.rfind(L']');
     std::size_t atText = 0;
     std::size_t atPattern = 0;
-    // Only the last "*" seen ever needs to take more: what stands before it has matched at the
+    // Only the last "*" seen ever needs to take more: the part before it has matched at the
     // earliest possible place. So the time grows with text times pattern at the most.
     std::size_t afterStar = kNone;
     std::size_t starEnd = 0;

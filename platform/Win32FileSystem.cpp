@@ -94,7 +94,7 @@ std::optional<FileInfo> Win32FileSystem::Stat(std::wstring_view path) {
     if (GetFileAttributesExW(systemPath.c_str(), GetFileExInfoStandard, &data) == 0) {
         const DWORD code = GetLastError();
         if (MeansAbsent(code)) return std::nullopt;
-        // A file that is open without sharing still stands in its folder's listing.
+        // A file that is open without sharing is still in its folder's listing.
         const auto listed = FactsFromListing(systemPath, localTime_);
         if (!listed) RaiseCode(code, path);
         return listed;

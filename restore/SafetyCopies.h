@@ -39,8 +39,8 @@ class SafetyCopies {
     SafetyCopies(System& system, ProgramState& state, CPackage& engine)
         : system_(system), state_(state), engine_(engine) {}
 
-    /// Makes sure that a copy has what is at `path`, which must exist. Throws what the disk cannot
-    /// tell, and 6 with the sentence `allNumbersUsed` when no number is free.
+    /// Makes sure that a copy has what is at `path`, which must exist. Throws the
+    /// error of the disk, and kOverflow with the sentence `allNumbersUsed` when no number is free.
     [[nodiscard]] Outcome Keep(const std::wstring& path, Proof proof, const SafetySeries& series,
                                const std::wstring& allNumbersUsed);
 

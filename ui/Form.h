@@ -22,7 +22,7 @@ namespace vw {
 
 class MessagePump;
 
-/// Tables of keys that stand for commands.
+/// Tables of keys that run commands.
 struct AcceleratorTraits {
     using Type = HACCEL;
     static Type Empty() noexcept { return nullptr; }

@@ -125,7 +125,7 @@ enum class FormKind {
     Hidden,  ///< never shown
 };
 
-/// A key that stands for a menu entry, or for a click on the status line.
+/// A key that runs a menu entry, or replaces a click on the status line.
 struct AcceleratorData {
     char16_t key = 0;  ///< a capital letter, or a function key
     bool control = false;

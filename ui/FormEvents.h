@@ -17,7 +17,7 @@ enum class EventKind {
     Change,        ///< the value of a scroll bar, also by program
     Selection,     ///< the user chose another row of a list or entry of a drop-down box
     ColumnClick,   ///< the header of a column
-    KeyUp,         ///< a key was let go in a list
+    KeyUp,         ///< a key was released in a list
     DropFiles,     ///< files were dropped onto a list
     ItemActivate,  ///< a row was double-clicked, or Enter was pressed on it
     Timer,
@@ -69,7 +69,7 @@ class FormEvents {
     virtual void OnActivate(Form&, bool) {}
 
     /// The mouse moved over the form. An icon in the notification area reports its events this way,
-    /// with the message that it stands for as `x`.
+    /// with the message that it means as `x`.
     virtual void OnMouseMove(Form&, int /*x*/, int /*y*/) {}
 
     /// The task bar was made anew: icons in the notification area have to be added again.

@@ -241,7 +241,7 @@ void Form::OnMenuOrButton(int id) {
         }
         return;
     }
-    // A key stands for a click on the status line, which takes no keyboard.
+    // A key replaces a click on the status line, which takes no keyboard.
     for (const Part& part : parts_) {
         if (part.data->id != id || !part.data->statusLine) continue;
         Notify(*part.data, EventKind::Click);

@@ -4,7 +4,7 @@
 
 namespace vw {
 
-/// From a list view to its form: a key was let go (wParam: virtual key, lParam: the list view).
+/// From a list view to its form: a key was released (wParam: virtual key, lParam: the list view).
 inline constexpr UINT kListKeyUp = WM_APP + 1;
 
 /// From a list view to its form: files were dropped (wParam: HDROP, lParam: the list view).

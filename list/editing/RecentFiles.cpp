@@ -29,7 +29,7 @@ std::wstring RecentFiles::RecentFile(int index) const {
 void RecentFiles::RecentFile(int index, std::wstring_view path) {
     if (index != 1) ThrowWith(error_number::kRecentIndexNotOne, L"Index <> 1");
     trap_(L"RecentFile", [&] {
-        // The menu's first element stands for the default list. What counts is the list in use at
+        // The menu's first element is the default list. What counts is the list in use at
         // this moment, not the path.
         if (EqualNoCase(state_.currentListPath, state_.DefaultListPath())) return;
 

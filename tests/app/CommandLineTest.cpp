@@ -161,7 +161,7 @@ TEST(CommandLine, TreatsUnknownSwitchesLikeNone) {
         {L"-B C:\\x.vwl", L"-B", L"C:\\x.vwl", OpenList},
         {L"/", L"/", L"", OpenDefaultList},
         {L"-", L"-", L"", OpenDefaultList},
-        // A network path begins like a switch and is taken for one unless it stands in quotes.
+        // A network path begins like a switch and is taken for one unless it is in quotes.
         {L"\\\\server\\x.vwl", L"\\\\server\\x.vwl", L"", OpenDefaultList},
         {L"\\\\server\\a b.vwl", L"\\\\server\\a", L"b.vwl", OpenList},
     };

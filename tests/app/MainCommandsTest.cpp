@@ -1,4 +1,4 @@
-// Which command each button and each menu entry stands for.
+// Which command each button and each menu entry runs.
 
 #include "app/MainCommands.h"
 #include "ui/resource.h"

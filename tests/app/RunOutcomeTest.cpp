@@ -1,4 +1,4 @@
-// How a run ends for whoever looks at the window afterwards, and for a scheduler that waits.
+// How a run ends for a user who looks at the window afterwards, and for a scheduler that waits.
 
 #include <gmock/gmock.h>
 
@@ -160,7 +160,7 @@ TEST_F(RunOutcome, SilentRun_WrongCommandLine_EndsByItselfAfterAMinute) {
     EXPECT_EQ(world.errors.TakeOne().number, error_number::kListPathMissing);
     world.clock.Advance(kMinute - 1);
     EXPECT_TRUE(IsAlive());
-    // A box, too, gives whoever reads it a minute more.
+    // A box, too, gives its reader a minute more.
     application.OnSilentBox();
     world.clock.Advance(kMinute - 1);
     EXPECT_TRUE(IsAlive());

@@ -1,11 +1,11 @@
 #!/usr/bin/env bash
 # The disk fails in the middle of a backup, at many different calls: it is full (ENOSPC) or broken
-# (EIO). The run must go on to its end, tell the failure with a path and an exit code, and lose
+# (EIO). The run must go on to its end, report the failure with a path and an exit code, and lose
 # neither another item nor an old copy; the next run must make everything as if nothing had happened
 # (tests/system/CrashScenario.h says it exactly).
 #
 # The calls are those of Wine and its server on the files of a run: reads, writes, and whatever opens,
-# makes, renames or removes something (tests/checks/support/fail_call.c stands before them).
+# makes, renames or removes something (tests/checks/support/fail_call.c intercepts them).
 #
 # FAULT_POINTS=n    how many points are tried in all (default 10)
 # FAULT_SEED=n      another choice of points (default 1)

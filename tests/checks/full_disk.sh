@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
-# A real disk that is too small, run after run: every run tells that the disk is full, and with what,
-# and the copies that stand there stay as they are, however often it is tried. The small item behind
+# A real disk that is too small, run after run: every run reports that the disk is full, and with what,
+# and the copies that are there stay as they are, however often it is tried. The small item behind
 # the large one is backed up all the same. With room on the disk the next run does everything.
 #
-# And a list on a disk that has no room at all, edited in the window: each save tells that the disk is
+# And a list on a disk that has no room at all, edited in the window: each save reports that the disk is
 # full and leaves the old list, and with room the edits are saved.
 #
 # Only root can make a small disk; for others this check says so and passes.

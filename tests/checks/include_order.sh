@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # A layer may include only itself and the layers to its left, and never the tests.
-# app/main.cpp alone knows wWinMain.
+# app/main.cpp alone has wWinMain.
 set -euo pipefail
 cd "$(dirname "$(readlink -f "$0")")/../.."
 

@@ -113,7 +113,7 @@ checkSigning() {
 }
 
 # state NAME: what disk and registry hold, in NAME.files and NAME.registry. What the system's
-# installer keeps for itself is left out, and of a shortcut the bytes: they tell the time.
+# installer keeps for itself is left out, and of a shortcut the bytes: they hold the time.
 state() {
     local key
     filesOf "$drive" | grep -v -i -e '/installer/' -e '/temp/' -e desktop-ready |

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Backups of a user who may not read everything, run after run: what is refused is told with its
+# Backups of a user who may not read everything, run after run: what is refused is reported with its
 # path, everything else is backed up, and no copy is lost, also when the destination takes nothing.
 #
 # Root may read everything, so the runs are those of a user made for it, in a Wine prefix of its own.

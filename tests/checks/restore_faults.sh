@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # The disk fails in the middle of a restore, at many different calls: it is full (ENOSPC) or broken
-# (EIO). What must hold then stands in tests/windows/faults/FailedRestoreTest.cpp.
+# (EIO). What must hold then is described in tests/windows/faults/FailedRestoreTest.cpp.
 #
 # VW_HISTORIES=n    how many points are tried in all (default 5)
 # VW_FIRST_SEED=n   another choice of points (default 1)

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # The program is killed while it saves the list after an edit in its window, at many different
 # points: the file is the old list or the new one, whole, and as soon as it is the new one the old
-# list, which had an item that is gone, stands beside it. What the kill left is no obstacle to the
+# list, which had an item that is gone, is beside it. What the kill left is no obstacle to the
 # next save.
 #
 # Every call that a Windows program makes to its system goes through a write to Wine's server, and

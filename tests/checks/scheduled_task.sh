@@ -16,7 +16,7 @@ fail() {
     exit 1
 }
 
-# create FILE: as the help tells users to.
+# create FILE: as the help describes.
 create() { scripts/wine schtasks /Create /TN "$name" /XML "Z:${1//\//\\}" >/dev/null 2>&1; }
 
 trap 'scripts/wine --end' EXIT

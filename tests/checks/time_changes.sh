@@ -56,7 +56,7 @@ file Rule/summer.txt '2023-07-15 12:00'
 printf '%s\r\n' 'BackupTo: K:\vault' 'Backages: 9' 'K:\home\winter.txt' 'K:\home\summer.txt' \
     'K:\home\change.txt' 'K:\home\Docs\' 'K:\home\Rule\*' >"$folder/List.vwl"
 
-# Without these two, nothing below would tell anything.
+# Without these two, nothing below would prove anything.
 [[ $(at Europe/Berlin '1999-03-02 12:00:00' cmd /c 'echo %DATE%') == *1999* ]] ||
     fail 'the clock of a program cannot be changed here'
 [[ $(at Europe/Berlin '2024-01-15 12:00:00' cmd /c 'echo %TIME%') != \

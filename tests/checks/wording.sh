@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# What may not stand in the project's files: paths of one machine, tabs, CR line ends, blanks at the
+# What the project's files may not contain: paths of one machine, tabs, CR line ends, blanks at the
 # end of a line, and source files too long to be read at one sitting.
 set -euo pipefail
 cd "$(dirname "$(readlink -f "$0")")/../.."
@@ -9,7 +9,7 @@ readonly longest=400
 readonly tables='^(ui/resource\.h|ui/.*(Table|Texts)[A-Za-z]*\.(h|cpp))$'
 offences=0
 
-tell() {
+report() {
     echo "$1"
     offences=$((offences + 1))
 }
@@ -25,11 +25,11 @@ if [[ ${#files[@]} -eq 0 ]]; then
     exit 1
 fi
 
-# forbid WHAT PATTERN: tells every line that matches.
+# forbid WHAT PATTERN: reports every line that matches.
 forbid() {
     local place
     while IFS= read -r place; do
-        tell "$1: $place"
+        report "$1: $place"
     done < <(grep -nHP -- "$2" "${files[@]}" | cut -c1-160 || true)
 }
 
@@ -42,7 +42,7 @@ for file in "${files[@]}"; do
     [[ $file == *.@(h|cpp|sh) || $file == scripts/* ]] || continue
     [[ ! $file =~ $tables ]] || continue
     lines=$(wc -l <"$file")
-    [[ $lines -le $longest ]] || tell "$file: $lines lines, at most $longest"
+    [[ $lines -le $longest ]] || report "$file: $lines lines, at most $longest"
 done
 
 echo "${#files[@]} files, $offences offences"

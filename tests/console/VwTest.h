@@ -16,7 +16,7 @@ using Texts = std::vector<std::wstring>;
 /// The console program as the build made it (environment variable VW_CONSOLE).
 [[nodiscard]] std::wstring BuiltConsole();
 
-/// A path in double quotes, as it stands on a command line. A final "\" is doubled, since it would
+/// A path in double quotes, as it is on a command line. A final "\" is doubled, since it would
 /// take the quote with it.
 [[nodiscard]] std::wstring InQuotes(std::wstring_view path);
 
@@ -47,7 +47,7 @@ class VwTest : public testing::Test {
     /// A date in January 2010, `step` times a good minute after its first second.
     [[nodiscard]] static DateParts Day(int step) { return {2010, 1, 1, step / 60, step % 60, 1}; }
 
-    /// Text in which "~" stands for the tree's own path.
+    /// Text in which "~" means the tree's own path.
     [[nodiscard]] std::wstring Short(std::wstring text) const;
     [[nodiscard]] Texts ShortLines() const;
 

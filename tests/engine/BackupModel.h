@@ -9,7 +9,7 @@
 
 namespace vw::test {
 
-/// What a user knows of the program, in the simplest possible form: which copies there are after
+/// What a user expects of the program, in the simplest possible form: which copies there are after
 /// each run, and what the report says. It shares no code with the engine.
 class BackupModel {
   public:
@@ -41,7 +41,7 @@ class BackupModel {
         std::vector<int> errors;
     };
 
-    /// `sources` holds everything below `root` as it stands on the disk now.
+    /// `sources` holds everything below `root` as it is on the disk now.
     Expected Run(const std::wstring& root, const Tree& sources, const std::vector<Line>& list,
                  int count);
 

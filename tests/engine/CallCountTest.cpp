@@ -1,5 +1,5 @@
 // What a run asks of the disk, counted at the edge to the system. These numbers are what makes a
-// run fast: whoever adds a call has to add it here, and to know what it is good for.
+// run fast: a call that is added has to be added here, with a reason.
 
 #include <gtest/gtest.h>
 
@@ -61,7 +61,7 @@ CallCounts UnchangedFiles(int count) {
     return world.Calls();
 }
 
-/// `copies` of each stand already.
+/// `copies` of each are there already.
 CallCounts ChangedFiles(int count, int copies) {
     CountedFixture world;
     for (int version = 1; version <= copies; ++version) world.WithFiles(count, version).Calls();

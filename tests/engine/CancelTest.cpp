@@ -128,7 +128,7 @@ TEST(Cancel, InTheLastFileOfAFolderLeavesAWholeCopy) {
     MakeSources(world, 1);
     CancelBefore(world, FileCall::Copy, 1, L"d.txt");
     const RunResult result = world.Run();
-    // Nothing was left out, so nothing is told to be missing; the run ends all the same.
+    // Nothing was left out, so nothing is reported missing; the run ends all the same.
     EXPECT_EQ(Joined(result.lines),
               Joined({L"Backing: ~\\Work\\", L"* Backing: ~\\Work\\b.txt",
                       L"* Backing: ~\\Work\\c.txt", L"* Backing: ~\\Work\\Sub\\d.txt"}));
@@ -204,7 +204,7 @@ TEST(Cancel, OfASingleItemIsToldByTheExitCode) {
 }
 
 // The user presses Cancel at one yield after the other. Wherever it is: the run ends, the exit
-// code says so, older copies stay, and what is not whole is told.
+// code says so, older copies stay, and what is not whole is reported.
 TEST(Cancel, AtAnyYieldLosesNothingInSilence) {
     int yields = 0;
     for (int k = 1;; ++k) {

@@ -23,7 +23,7 @@ TEST(CopyName, NamesTheCopiesOfAnItem) {
         {L"C:\\Docs\\README", 1, 0, L"E:\\Store\\README«0001»"},  // ends in "»"
         {L"C:\\Docs\\.profile", 1, 0, L"E:\\Store\\«0001».profile"},
         {L"C:\\Docs\\Report.doc", 21, 99, L"E:\\Store\\Report«9921».doc"},
-        // -1 stands for all copies
+        // -1 means all copies
         {L"C:\\Docs\\Report.doc", kAnyCopyNumber, 0, L"E:\\Store\\Report«00??».doc"},
         {L"C:\\Docs\\Report.doc", kAnyCopyNumber, 12, L"E:\\Store\\Report«12??».doc"},
         // the last dot of the whole path, even in a folder's name
@@ -90,7 +90,7 @@ TEST(CopyName, ReadsTheFieldsOfAName) {
         {L"1»", 0, L"", L""},
         {L"»", 0, L"", L""},
         {L"4512»x", 12, L"45", L""},
-        // no "»": the whole text stands behind
+        // no "»": the whole text follows
         {L"Report«0102.doc", 0, L"", L"ReportReport«0102.doc"},
         {L"«", 0, L"", L"«"},
         // the first "«" and the last "»" count

@@ -25,7 +25,7 @@ using Lines = std::vector<std::wstring>;
 
 [[nodiscard]] Lines operator+(Lines first, const Lines& second);
 
-/// What stands in a folder: relative path to a file's bytes, or to kFolder.
+/// What is in a folder: relative path to a file's bytes, or to kFolder.
 using Listing = std::map<std::wstring, std::string>;
 inline constexpr const char* kFolder = "<folder>";
 
@@ -37,7 +37,7 @@ struct ShownMessage {
     friend bool operator==(const ShownMessage&, const ShownMessage&) = default;
 };
 
-/// Keeps what a run shows, tells and asks, in one log.
+/// Keeps what a run shows, reports and asks, in one log.
 class RecordingHost final : public ProgressReporter, public ProgramControl, public ErrorSink {
   public:
     /// `root` is written as "~" in the log; errors go on to `errors`.
@@ -118,12 +118,12 @@ class EngineFixture : public TestEnvironment {
     /// Writes the list that the next runs use: the destination, the count, the items. Items are
     /// relative to the world's folder unless they hold a ":".
     void List(const Lines& items, int copies = 3) const;
-    /// The same from the list's own text (in code page 1256); "~" stands for the world's folder.
+    /// The same from the list's own text (in code page 1256); "~" means the world's folder.
     void ListText(std::wstring_view text) const;
 
     /// BackupAll with a fresh engine, as a new process would have it. The log has a line for each
     /// report ("> " before a path line), "* " and the message for each Msg, "! number procedure
-    /// path" for each error told, and "[...]" for the other verbs. The errors are taken.
+    /// path" for each error reported, and "[...]" for the other verbs. The errors are taken.
     RunResult Run();
     /// The same for any work with an engine.
     RunResult With(const std::function<void(CPackage&)>& work);
@@ -131,7 +131,7 @@ class EngineFixture : public TestEnvironment {
     /// The list's one item backed up: the log must be `expected` and the line of BusyHide.
     void ExpectRun(const Lines& expected);
 
-    /// All that stands in the destination but comment files.
+    /// All that is in the destination but comment files.
     [[nodiscard]] Listing Copies() const;
     /// The names of all comment files in the destination.
     [[nodiscard]] std::set<std::wstring> Comments() const;

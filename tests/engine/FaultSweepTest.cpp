@@ -1,6 +1,6 @@
 // Runs in which one disk operation after the other goes wrong. Whatever it is: no copy that is not
-// whole stands under a copy name, no older copy is lost beyond the rotation that was due, every
-// failure is told, and the next run completes.
+// whole is under a copy name, no older copy is lost beyond the rotation that was due, every
+// failure is reported, and the next run completes.
 
 #include <gtest/gtest.h>
 

@@ -75,7 +75,7 @@ class GoneDrive : public testing::Test {
         if (!unplugged_.empty()) world_.disk.Rename(unplugged_ + L" gone", unplugged_);
     }
 
-    /// All that stands in the destination but what another run will remove.
+    /// All that is in the destination but what another run will remove.
     [[nodiscard]] Tree Series() const {
         Tree series = ReadTree(world_.Store());
         // The system cannot delete the lock file of a drive that is gone.
@@ -305,7 +305,7 @@ TEST_F(GoneDrive, ThatComesAndGoesDrivesOutNoCopy) {
     }
 }
 
-// Where the item stands, what cannot be read is left out, and the rest counts.
+// Where the item is, what cannot be read is left out, and the rest counts.
 TEST_F(GoneDrive, IsNotAFileThatCannotBeRead) {
     world_.files.FailNth(2, error_number::kDeviceError, OnlyCalls({FileCall::Copy}));
     const RunResult result = world_.Run();

@@ -26,7 +26,7 @@ struct Scenario {
 
 void PrintTo(const Scenario& scenario, std::ostream* out) { *out << scenario.name; }
 
-// What stands under one copy's name: a file is a tree of one node without a name.
+// What is under one copy's name: a file is a tree of one node without a name.
 using Content = Tree;
 
 class ItemFaults : public testing::TestWithParam<Scenario> {
@@ -157,7 +157,7 @@ class ItemFaults : public testing::TestWithParam<Scenario> {
             EXPECT_FALSE(error.path.empty()) << error;
         }
         EXPECT_EQ(result.exitCode != 0, !result.errors.empty());
-        // A fault that nobody was told of left nothing undone but some cleaning.
+        // A fault that was not reported left nothing undone but some cleaning.
         if (result.errors.empty() && !IsReadOfComment(fault)) {
             EXPECT_EQ(CopiesNow(), copiesAfter_);
         }
@@ -252,7 +252,7 @@ TEST_P(ItemFaults, ThatKillLoseNothing) {
 
 using ItemKilledTwice = ItemFaults;
 
-// What comes between two changes of the disk makes no difference to whoever finds it.
+// What comes between two changes of the disk makes no difference to the next run.
 TEST_P(ItemKilledTwice, LosesNothing) {
     int points = 0;
     bool firstDied = true;

@@ -53,7 +53,7 @@ TEST(LocationNumber, TakesTheFirstFreeOne) {
     world.tree.Folder(L"Other");
     MakeCopyFrom(world, L"00", world.Path(L"Other"));
     MakeCopyFrom(world, L"02", world.Path(L"Docs"));
-    // Number 1 is free, though the item's copies stand at 2.
+    // Number 1 is free, though the item's copies are at 2.
     EXPECT_EQ(LocationOf(world, L"Docs\\a.txt"), 1);
 }
 
@@ -76,7 +76,7 @@ TEST(LocationNumber, GoesBeyondNinetyNine) {
     EXPECT_EQ(ReadBytes(world.Store(L"a«10001».txt")), "a");
 }
 
-// Says that copy 1 stands at every location number, each from elsewhere.
+// Makes copy 1 at every location number, each from elsewhere.
 class CrowdedStore : public ForwardingFileSystem {
   public:
     using ForwardingFileSystem::ForwardingFileSystem;

@@ -1,5 +1,5 @@
 // Random histories of a user's files and lists, each run checked against a small model of what the
-// program guarantees: which copies stand under which names, with which contents and dates, what
+// program guarantees: which copies are under which names, with which contents and dates, what
 // their comments say, and what the report says.
 
 #include <gtest/gtest.h>

@@ -5,7 +5,7 @@
 #include "tests/engine/LeftOvers.h"
 
 // The extension of a copy's name is taken from the whole path, so the copies of a folder (or of a
-// file without an extension) below a dotted folder stand in folders of their own.
+// file without an extension) below a dotted folder are in folders of their own.
 
 namespace vw::test {
 namespace {
@@ -76,7 +76,7 @@ TEST(NestedCopy, OfADottedFolderItselfIsPlain) {
 
 TEST(NestedCopy, SharesAFolderWithWhatBelongsThere) {
     EngineFixture world;
-    // The copies of Old.Files\Work\ stand in a folder that is also named like a copy of "Work"
+    // The copies of Old.Files\Work\ are in a folder that is also named like a copy of "Work"
     // with the ending ".Files".
     world.tree.File(L"Old.Files\\Work\\a.txt", "nested", Day(1));
     world.tree.File(L"Store\\Work«0001».Files\\mine.txt", "mine");

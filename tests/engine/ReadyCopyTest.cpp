@@ -231,7 +231,7 @@ TEST(ReadyCopyOfAKilledRun, WaitsWhileItsItemIsNotInTheList) {
 TEST(ReadyCopyOfAKilledRun, KeepsTheDateThatTheItemHad) {
     EngineFixture world;
     world.tree.File(L"a.txt", "1", Day(7));
-    world.List({L"a.txt"});  // the copy's own date tells nothing
+    world.List({L"a.txt"});  // the copy's own date proves nothing
     world.tree.File(L"Store\\" + LeftOverName(world, WorkingState::Ready, L"a.txt", DeadProcess(),
                                               MakeDate(Day(7))),
                     "1", Day(50));
@@ -363,7 +363,7 @@ TEST(CopyThatIsGivenUp, IsNeverFinishedFromWhatIsLeftOfIt) {
     EXPECT_GT(points, 10);
 }
 
-// Another computer works in the same shared folder and stands still at one point after the other:
+// Another computer works in the same shared folder and halts at one point after the other:
 // our run neither needs nor touches what is there of it.
 TEST(RunOfAnotherComputer, IsNotDisturbedAtAnyPoint) {
     int points = 0;

@@ -13,7 +13,7 @@
 namespace vw::test {
 
 /// Stands in for the system's "WScript.Shell" in this thread, as the one of Windows, whose
-/// collection knows its folders by number; Wine's knows them by name only.
+/// collection has its folders by number; Wine's has them by name only.
 class FakeScriptShell {
   public:
     /// Gives the path of a number, or E_INVALIDARG by an empty one.

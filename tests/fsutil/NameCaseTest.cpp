@@ -19,7 +19,7 @@ using test::ReadTree;
 using test::TempTree;
 using test::TestEnvironment;
 
-// Names as they stand on the disk, with their letter case.
+// Names as they are on the disk, with their letter case.
 std::vector<std::wstring> Names(const TempTree& tree) {
     std::vector<std::wstring> names;
     for (const auto& [name, node] : ReadTree(tree.Path())) names.push_back(name);

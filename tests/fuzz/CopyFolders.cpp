@@ -32,7 +32,7 @@ bool IsOwnName(const std::wstring& name) {
     for (std::size_t i = open + 1; i < close; ++i) {
         if (name[i] < L'0' || name[i] > L'9') return false;
     }
-    // Behind the marks stands what began with the last point of the item's name, if it had one.
+    // Behind the marks follows what began with the last point of the item's name, if it had one.
     const std::size_t point = name.rfind(L'.');
     const bool hasExtension = point != name.npos;
     return name.find_first_of(L"\\/:*?\"<>|") == name.npos &&

@@ -23,10 +23,10 @@ void NameAndReadBack(const std::wstring& item, int location, int number) {
     const std::wstring copy = vw::CFilePackageName(item, number, location, L"E:\\Store");
     const std::wstring any = vw::CFilePackageName(item, vw::kAnyCopyNumber, location, L"E:\\Store");
     Guarantee(vw::MatchesWildcard(copy, vw::kCopyNamePattern), "a copy is known by its name");
-    // Guillemets of the item's own name cannot be told apart from those of the copy.
+    // Guillemets of the item's own name cannot be distinguished from those of the copy.
     const bool isPlain = item.find_first_of(L"\u00AB\u00BB") == std::wstring::npos;
     if (isPlain) {
-        // "#" and "[" stand for other characters in a pattern.
+        // "#" and "[" match other characters in a pattern.
         Guarantee(item.find_first_of(L"#[") != std::wstring::npos || vw::MatchesWildcard(copy, any),
                   "all copies match the name of any");
         Guarantee(vw::CFileBackNumber(copy) == number, "the copy number comes back");

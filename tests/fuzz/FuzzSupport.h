@@ -7,7 +7,7 @@
 //     scripts/build host
 //     build/host/fuzz/fuzz_<Name> -max_total_time=120
 //
-// The last line that a fuzzer prints tells the number of executions. Options worth knowing:
+// The last line that a fuzzer prints is the number of executions. Useful options:
 // -runs=N, -jobs=N, a folder to keep inputs in from run to run, and the name of a file that a crash
 // left (crash-...) to see that crash again. The test run starts each of them for some seconds.
 

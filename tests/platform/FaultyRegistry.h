@@ -19,7 +19,7 @@ class FaultyRegistry final : public RawRegistry {
     std::optional<LSTATUS> deleteValueFails;
     std::optional<LSTATUS> deleteTreeFails;
 
-    /// Called before each query with its number (from 1); a status stands for the real answer.
+    /// Called before each query with its number (from 1); a status replaces the real answer.
     std::function<std::optional<LSTATUS>(int)> onQuery;
 
     /// The paths that were opened, in order.

@@ -8,7 +8,7 @@
 namespace vw {
 namespace {
 
-// A mutex belongs to a thread, so another thread stands in for another process here; the real
+// A mutex belongs to a thread, so another thread replaces another process here; the real
 // thing is among the tests of the whole program.
 bool OtherCanTake(std::wstring_view purpose, std::wstring_view path) {
     bool taken = false;

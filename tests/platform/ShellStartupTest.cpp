@@ -37,7 +37,7 @@ TEST_F(ShellStartup, OnWithoutACommandLineDeletesTheEntry) {
 }
 
 TEST_F(ShellStartup, WithoutANameNothingIsTouched) {
-    // An entry without a name and data would stand for the key of all entries: were it asked for,
+    // An entry without a name and data would mean the key of all entries: were it asked for,
     // this machine keeps its own.
     registry.createKeyFails = ERROR_ACCESS_DENIED;
     api.ApplicationSartup(L"", L"C:\\a.exe /S", true);

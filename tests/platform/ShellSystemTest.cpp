@@ -10,7 +10,7 @@ namespace {
 
 constexpr wchar_t kMarkVariable[] = L"VAULTWRIGHT_TESTS_MARK";
 
-// This program stands in for the system information tool: started with the variable, it writes how
+// This program replaces the system information tool: started with the variable, it writes how
 // it was started into the file that the variable names, and ends before any test.
 struct StartedAsTool {
     StartedAsTool() {
@@ -45,7 +45,7 @@ class ShellSystem : public ApiTest {
     }
     void TearDown() override { SetEnvironmentVariableW(kMarkVariable, nullptr); }
 
-    /// A copy of this program that stands in for the tool.
+    /// A copy of this program that replaces the tool.
     [[nodiscard]] std::wstring Tool(std::wstring_view relative) const {
         wchar_t self[MAX_PATH];
         GetModuleFileNameW(nullptr, self, MAX_PATH);

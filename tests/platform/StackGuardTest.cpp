@@ -13,7 +13,7 @@ constexpr int kStackBufferOverrun = static_cast<int>(0xC0000409);
 template <std::size_t kCount>
 void Write() {
     std::array<char, 16> text{};
-    // Read back, so that no compiler or sanitizer knows where it points.
+    // Read back, so that no compiler or sanitizer can track where it points.
     char* volatile hidden = text.data();
     volatile char* const begin = hidden;
     for (std::size_t i = 0; i < kCount; ++i) begin[i] = 'x';

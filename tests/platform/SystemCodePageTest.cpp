@@ -14,7 +14,7 @@ namespace {
 
 TEST(SystemCodePage, NumberZeroIsTheOneOfTheSystem) { EXPECT_EQ(CodePage().Number(), GetACP()); }
 
-// VW_CODE_PAGE tells it where the tests run on another system than usual; without it the tests
+// VW_CODE_PAGE sets it where the tests run on another system than usual; without it the tests
 // would not notice that they do not.
 TEST(SystemCodePage, IsThatOfTheSystemThatTheTestsMean) {
     const char* const expected = std::getenv("VW_CODE_PAGE");

@@ -59,7 +59,7 @@ TEST(TextCase, ComparesUnitByUnitWithoutRegardToCase) {
         {L"abc", L"ABD", -1},
         {L"B", L"a", 1},
         {L"ab", L"ABC", -1},
-        {L"a_b", L"aBb", 1},  // "_" stands behind the capitals, as the system compares
+        {L"a_b", L"aBb", 1},  // "_" sorts behind the capitals, as the system compares
         {L"\u00E9", L"\u00C9", 0},
         {L"stra\u00DFe", L"strasse", 1},
     };

@@ -1,4 +1,4 @@
-// Items below a folder with a point in its name: their copies stand in folders that several items
+// Items below a folder with a point in its name: their copies are in folders that several items
 // may share, and each item has its own row, whatever happened to its newest copy.
 
 #include <gmock/gmock.h>
@@ -114,7 +114,7 @@ TEST_F(NestedRows, WithAndWithoutCommentStandBesideEachOther) {
     EXPECT_THAT(Listed(), ElementsAre(Stored(2, L"A\\Docs")));
 }
 
-// The copies of C:\j.smith\Docs\Old\Docs\ stand in a folder called Docs, which is none of them.
+// The copies of C:\j.smith\Docs\Old\Docs\ are in a folder called Docs, which is none of them.
 TEST_F(NestedRows, OfAnItemBelowAFolderOfItsOwnNameHaveTheWholePath) {
     BackUpDocs({L"Docs\\Old"}, 2);
     EXPECT_THAT(Locations(), ElementsAre(tree.Path(L"j.smith\\Docs\\Old")));

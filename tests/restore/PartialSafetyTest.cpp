@@ -75,7 +75,7 @@ TEST_F(PartialSafety, OfACancelIsRemovedAndMadeAgain) {
 TEST_F(PartialSafety, ThatCannotBeRemovedDoesNotCount) {
     world.files.FailNth(2, error_number::kPermissionDenied, OnlyCalls({FileCall::Copy}));
     world.files.OnOperation([&](const FileOperation& operation) {
-        // Somebody uses it from the moment that it stands.
+        // Somebody uses it as soon as it exists.
         if (operation.call == FileCall::Rename && operation.path.ends_with(L"Work«0021»")) {
             Throw(error_number::kPermissionDenied, operation.path);
         }

@@ -1,5 +1,5 @@
 // Somebody who restores and deletes while sticks come, go and change, runs of another engine rotate
-// the copies, and the disk fails now and then. A model knows the bytes of every file and every copy
+// the copies, and the disk fails now and then. A model has the bytes of every file and every copy
 // after each step.
 
 #include <gmock/gmock.h>
@@ -24,7 +24,7 @@ class RandomBrowser : public RestoreEnvironment {
     ~RandomBrowser() override { drive.Insert(); }
 
     /// What a user protects. Every state of it begins with its path below the test's folder, so
-    /// that its bytes tell whose they are.
+    /// that its bytes show whose they are.
     struct Item {
         std::wstring path;
         bool isFolder = false;
@@ -200,7 +200,7 @@ class RandomBrowser : public RestoreEnvironment {
         if (!item) return L"nothing";
         const std::wstring root = tree.Path() + L"\\";
         const std::wstring& place = item->originalLocation;
-        // Without copy 1 nobody knows where it was; the name is all that the user sees.
+        // Without copy 1 its folder is unknown; the name is all that the user sees.
         return (place.starts_with(root) ? place.substr(root.size()) : L"") + L"\\" + item->name;
     }
 

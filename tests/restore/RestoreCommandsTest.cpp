@@ -26,7 +26,7 @@ TEST_F(Restore, OverwritesWithoutASafetyCopyWhatACopyHas) {
 }
 
 // A run of another process has rotated since the copies were listed: under the name of the one that
-// the user chose stands another.
+// the user chose is another.
 TEST_F(Restore, OfACopyThatWasMovedMeanwhileIsToldAndOverwritesNothing) {
     SelectCopy(L"N02");
     tree.File(vault + L"\\Report«0002».doc", "another", {2024, 1, 5, 9, 0, 0});

@@ -39,7 +39,7 @@ class RestoreEnvironment : public testing::Test, private ProgressReporter, priva
         engine.BackupPath(item, isFolder ? std::int16_t{0} : engine.LocationID(item), isFolder,
                           isFolder);
     }
-    /// A browser that was told of no drive yet.
+    /// A browser without a chosen drive.
     [[nodiscard]] CopiesBrowser Unbound() {
         return {world.system, main.form, statusLine, Engine()};
     }

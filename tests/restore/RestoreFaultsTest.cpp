@@ -57,11 +57,11 @@ class RestoreFaults : public Restore {
 };
 
 // Whatever goes wrong during a restore, at any of its steps: the file that was to be overwritten
-// or the restored one stands, whole; when it was overwritten, its safety copy stands.
+// or the restored one is there, whole; when it was overwritten, its safety copy exists.
 TEST_F(RestoreFaults, SurvivesAFailureAndAKillAtEveryStep) {
     int points = 0;
     const Tree atFirst = ReadTree(vault);
-    // Where a drive that does not answer gives way to, a folder stands ready.
+    // The fallback of a drive that does not answer has a folder.
     tree.Folder(L"C:\\Backup");
     for (const Way way :
          {Way::Fail, Way::FailFrom, Way::Die, Way::Full, Way::Truncate, Way::Ignore}) {
@@ -100,7 +100,7 @@ TEST_F(RestoreFaults, SurvivesAFailureAndAKillAtEveryStep) {
 }
 
 // The same for a folder: each of its files is the old or the restored one, whole, and as soon as
-// one is the restored one the safety copy of all stands.
+// one is the restored one the safety copy of all exists.
 TEST_F(RestoreFaults, AFolderSurvivesAFailureAndAKillAtEveryStep) {
     const std::wstring work = tree.Folder(L"Work");
     const auto fill = [&](const std::string& bytes, int day) {

@@ -19,7 +19,7 @@ inline void ExpectGivenQuestion(const MessageBoxRequest& box) {
     EXPECT_FALSE(box.secondIsDefault);
 }
 
-/// Report.doc in three states, each backed up: N03 is the first, N01 the third, which stands.
+/// Report.doc in three states, each backed up: N03 is the first, N01 the third, which is there.
 class Restore : public RestoreEnvironment {
   protected:
     Restore() {

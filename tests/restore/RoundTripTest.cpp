@@ -64,7 +64,7 @@ class RoundTrip : public RestoreEnvironment {
 
     [[nodiscard]] Tree Now(const std::wstring& path) const {
         if (path.ends_with(L'\\')) return ReadTree(tree.Path(WithoutMark(path)));
-        // The file alone of all that stands in its folder.
+        // The file alone of all that is in its folder.
         const Tree all = ReadTree(tree.Path(path.substr(0, path.rfind(L'\\'))));
         const auto file = all.find(path.substr(path.rfind(L'\\') + 1));
         return file == all.end() ? Tree{} : Tree{{L"", file->second}};

@@ -39,7 +39,7 @@ class Selection : public Restore {
         browser.ListRestoreFiles();
         SelectItem(L"Report");
     }
-    /// As the list view does on a click that nobody hears.
+    /// As the list view does on a click that raises no event.
     void ClickUnheard(std::wstring_view item) {
         browser.Items().Select(browser.Items().Find(L"Name", item));
     }

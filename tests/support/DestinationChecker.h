@@ -10,7 +10,7 @@
 
 namespace vw::test {
 
-/// Looks through a whole destination for copies under a wrong name. It knows every state that the
+/// Looks through a whole destination for copies under a wrong name. It has every state that the
 /// items of a test ever had, and reads the disk alone: names, comments and contents.
 ///
 /// What it holds to be true after any failure, kill or second run:

@@ -9,7 +9,7 @@
 
 namespace vw::test {
 
-/// An error that was told.
+/// An error that was reported.
 struct ToldError {
     int number = 0;
     std::wstring description;
@@ -21,8 +21,9 @@ struct ToldError {
 
 std::ostream& operator<<(std::ostream& stream, const ToldError& error);
 
-/// Keeps the errors that are told, in order, and notes them for the exit code as the program does.
-/// Errors that the test never took fail it: nothing may be told that nobody planned.
+/// Keeps the errors that are reported, in order, and notes them for the exit code as the program
+/// does. Errors that the test never took fail it: no error may be reported that the test did not
+/// plan.
 class RecordedErrors : public ErrorSink {
   public:
     explicit RecordedErrors(ExitStatus& exitStatus) : exitStatus_(exitStatus) {}

@@ -79,7 +79,7 @@ void WriteAnsi(HKEY root, const std::wstring& path, const std::wstring& name, DW
 }
 
 void DeleteKey(HKEY root, const std::wstring& path) {
-    // An empty path would stand for the root itself.
+    // An empty path would mean the root itself.
     if (path.empty() || !KeyExists(root, path)) return;
     EXPECT_EQ(RegDeleteTreeW(root, path.c_str()), ERROR_SUCCESS);
 }

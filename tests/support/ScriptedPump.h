@@ -17,7 +17,7 @@ class ScriptedPump : public MessagePump {
     explicit ScriptedPump(TestClock& clock) : clock_(clock) {}
 
     /// Runs `callback` at the k-th yield (from 1) since the last Restart. What the callback throws
-    /// goes on to whoever yielded.
+    /// goes on to the caller that yielded.
     void AtYield(int k, std::function<void()> callback) { callbacks_[k] = std::move(callback); }
 
     /// Runs `callback` at every yield, after the one of AtYield.

@@ -9,12 +9,12 @@
 
 namespace vw::test {
 
-/// What stands at one path of a tree.
+/// What is at one path of a tree.
 struct TreeNode {
     bool isFolder = false;
     std::string bytes;
     Date date = 0;  ///< local last-write date of a file; 0 for a folder, whose date nobody keeps
-    /// Of a file, as the system tells them; false for a folder, whose attributes nobody keeps.
+    /// Of a file, as the system reports them; false for a folder, whose attributes nobody keeps.
     bool isReadOnly = false;
     bool isHidden = false;
 
@@ -23,7 +23,7 @@ struct TreeNode {
 
 std::ostream& operator<<(std::ostream& stream, const TreeNode& node);
 
-/// A tree as relative path ("Sub\a.txt") to what stands there; two trees are compared with ==.
+/// A tree as relative path ("Sub\a.txt") to what is there; two trees are compared with ==.
 using Tree = std::map<std::wstring, TreeNode>;
 
 /// Reads a whole tree; links to folders are shown as empty folders. Empty for a missing folder.
@@ -35,7 +35,7 @@ using Tree = std::map<std::wstring, TreeNode>;
 /// The last-write date of a file or folder, local; fails the test when nothing is there.
 [[nodiscard]] Date ReadDate(std::wstring_view path);
 
-/// Whether anything stands at an absolute path.
+/// Whether anything is at an absolute path.
 [[nodiscard]] bool Exists(std::wstring_view path);
 
 /// A fresh folder for one test, below the system's temporary folder, removed at the end with all
@@ -71,7 +71,7 @@ class TempTree {
     /// cannot make one: then the test has to skip.
     [[nodiscard]] bool Link(std::wstring_view relative, std::wstring_view target) const;
 
-    /// Removes what stands at a path, with all that is in it; links without what they show.
+    /// Removes what is at a path, with all that is in it; links without what they show.
     void Remove(std::wstring_view relative) const;
 
   private:

@@ -6,7 +6,7 @@
 
 namespace vw::test {
 
-/// A clock that stands still until the test moves it.
+/// A clock that stops until the test moves it.
 class TestClock final : public Clock {
   public:
     [[nodiscard]] std::uint64_t Milliseconds() const override { return now_; }

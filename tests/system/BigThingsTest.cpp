@@ -44,7 +44,7 @@ class BigThings : public SystemTest {
         told_ += text.str();
     }
 
-    /// How many entries stand in a folder and below it; ReadTree would keep them all.
+    /// How many entries are in a folder and below it; ReadTree would keep them all.
     static int CountBelow(const std::wstring& folder) {
         int count = 0;
         WIN32_FIND_DATAW entry{};

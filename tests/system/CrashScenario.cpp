@@ -98,7 +98,7 @@ std::wstring CrashScenario::Source(const Item& item) const {
     return path;
 }
 
-// What stands at the item's place and below it; "" is the place itself.
+// What is at the item's place and below it; "" is the place itself.
 Tree CrashScenario::Content(const Item& item, int state) const {
     Tree tree;
     if (!IsFolder(item)) {

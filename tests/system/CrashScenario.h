@@ -10,11 +10,11 @@
 namespace vw::test {
 
 /// Sources, a list of them and the copies of earlier runs, made to be backed up by a run that is
-/// killed. Knows, without the engine, what may stand in the vault after a kill at any moment, and
-/// what must stand there after the next run.
+/// killed. Computes, without the engine, what may be in the vault after a kill at any moment, and
+/// what must be there after the next run.
 ///
-/// Every source has a state number, told by its bytes and its date (day n of January 2024), so that
-/// each copy tells which state it holds.
+/// Every source has a state number, shown by its bytes and its date (day n of January 2024), so
+/// that each copy shows which state it holds.
 class CrashScenario {
   public:
     enum class History {
@@ -23,7 +23,7 @@ class CrashScenario {
         Incomplete,  ///< the same, but of one folder copy 1 misses files that the next run adds
     };
 
-    /// `folder`: an absolute path for the world alone; whatever stood there is replaced by Prepare.
+    /// `folder`: an absolute path for the world alone; whatever was there is replaced by Prepare.
     CrashScenario(std::wstring folder, History history);
 
     /// Makes the world anew: the sources in their newest state, the copies of the states before.
@@ -37,7 +37,7 @@ class CrashScenario {
 
     /// What is wrong in the vault after a kill, one line each: a copy that is not whole, an old
     /// copy that is gone beyond the rotation that was due, a comment beside the wrong copy, an
-    /// entry that nobody can explain. Remembers which new copies stand, for AfterNextRun.
+    /// entry that nobody can explain. Remembers which new copies exist, for AfterNextRun.
     [[nodiscard]] std::vector<std::wstring> AfterKill();
 
     /// The same after a run that met one failing call and came to its end with this exit code and

@@ -58,8 +58,8 @@ std::vector<std::wstring> CrashScenario::AfterKill() {
     return faults;
 }
 
-// Of the copies before, all must still stand in their order; the oldest may have been driven out,
-// once the new copy is whole. They have moved up by at most one number.
+// Of the copies before, all must still be there in their order; the oldest may have been driven
+// out, once the new copy is whole. They have moved up by at most one number.
 void CrashScenario::CheckCopies(const Tree& vault, Item& item,
                                 std::vector<std::wstring>& faults) const {
     const std::vector<int> before = StatesBefore();

@@ -70,7 +70,7 @@ class ProgramFile : public testing::Test {
     std::map<std::string, IMAGE_SECTION_HEADER> sections;
 };
 
-/// What users get. A build for finding faults is larger and tells where its sources lie.
+/// What users get. A build for finding faults is larger and names the place of its sources.
 class ShippedProgramFile : public ProgramFile {
   protected:
     void SetUp() override {

@@ -1,4 +1,4 @@
-// What a scheduler learns from the exit code: 0, or the first thing that went wrong.
+// What the exit code shows a scheduler: 0, or the first thing that went wrong.
 
 #include <gmock/gmock.h>
 

@@ -1,5 +1,5 @@
 // What somebody who wishes us ill may have written: settings, lists, destinations, comments. The
-// program ends by itself, in an orderly way, and touches nothing that it was not told to.
+// program ends by itself, in an orderly way, and touches nothing outside its task.
 
 #include <gmock/gmock.h>
 
@@ -83,7 +83,7 @@ class HostileInput : public SystemTest {
     const std::wstring current = program.tree.Folder(L"Current");
 
   private:
-    /// What stands there for the user: the main window, or the icon or the opening screen that a
+    /// What the user sees: the main window, or the icon or the opening screen that a
     /// start with an error leaves.
     static HWND WindowToClose(DWORD process) {
         const HWND main = FindWindowOf(process, L"frmMain");

@@ -94,8 +94,8 @@ namespace vw::test {
     return kNames[static_cast<std::size_t>(HostileNumber(random, 9))];
 }
 
-/// What stands behind the program's name: a switch or none, one of these paths or a text that no
-/// path is, with quotes and blanks as they come. Never "/D": that one is told to clean the user's
+/// What follows the program's name: a switch or none, one of these paths or a text that no
+/// path is, with quotes and blanks as they come. Never "/D": that one cleans the user's
 /// temporary folders, and would.
 [[nodiscard]] inline std::wstring HostileArguments(std::mt19937& random,
                                                    const std::vector<std::wstring>& paths) {

@@ -13,7 +13,7 @@ using testing::SizeIs;
 
 class LanguageAtStart : public SystemTest {
   protected:
-    /// The class of the icon's window, which tells the language.
+    /// The class of the icon's window, which shows the language.
     [[nodiscard]] std::wstring IconClass() {
         // Not enabled, so it does nothing and stays.
         ProgramRun run(program.With(L"/Startup"));

@@ -29,7 +29,7 @@ class ManyRuns : public SystemTest {
         }
     }
 
-    /// Copies 1, 2, 3 hold this state and those before it, whole; nothing else stands there.
+    /// Copies 1, 2, 3 hold this state and those before it, whole; nothing else is there.
     void ExpectCopies(int state) const {
         const int copies = std::min(state, kKept);
         for (int copy = 1; copy <= copies; ++copy) {

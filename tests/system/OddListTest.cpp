@@ -54,7 +54,7 @@ TEST_F(OddList, WithALongLineOfFolders) {
     EXPECT_THAT(InVault(), Contains(L"Letter«0001».txt"));
 }
 
-// Its letters stand apart by NUL bytes, so it names nothing that exists.
+// Its letters are separated by NUL bytes, so it names nothing that exists.
 TEST_F(OddList, InUtf16) {
     std::string bytes = "\xFF\xFE";
     for (const char letter8 : destination + "\r\n" + item + "\r\n") {

@@ -21,7 +21,7 @@ class OtherSwitches : public SystemTest {
                             {L"BackupTo: " + vault, L"Backages: 3", letter});
     }
 
-    /// Starts the program with a window and waits until that stands open, or until the program has
+    /// Starts the program with a window and waits until that is open, or until the program has
     /// ended. It is no silent run, so there is no icon.
     void OpensWindow(const ProgramStart& start) const {
         ProgramRun run(start);

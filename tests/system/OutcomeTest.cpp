@@ -1,4 +1,4 @@
-// What a script learns of a silent run: the last line of its report, and standard error.
+// What a script can read of a silent run: the last line of its report, and standard error.
 
 #include <gmock/gmock.h>
 

@@ -59,7 +59,7 @@ class ProgramCopy {
     SavedValue logonEntry_;
 };
 
-/// A path in double quotes, as it stands on a command line.
+/// A path in double quotes, as it is on a command line.
 [[nodiscard]] std::wstring Quoted(std::wstring_view path);
 
 /// A test of the whole program.
@@ -74,7 +74,7 @@ class SystemTest : public testing::Test {
     void RunsTo(DWORD exitCode, std::wstring_view arguments);
     void RunsTo(DWORD exitCode, const ProgramStart& start);
 
-    /// Names of all that stands directly in `vault`, sorted.
+    /// Names of all that is directly in `vault`, sorted.
     [[nodiscard]] std::vector<std::wstring> InVault() const;
 
     /// What the last RunsTo wrote and showed.

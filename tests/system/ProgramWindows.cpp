@@ -15,7 +15,7 @@ BOOL CALLBACK AddHandle(HWND window, LPARAM list) {
     return TRUE;
 }
 
-// Asks the window itself: the system alone knows only the titles of another process's windows.
+// Asks the window itself: the system has only the titles of another process's windows.
 std::wstring TextOf(HWND window) {
     std::wstring text(1U << 16, L'\0');
     DWORD_PTR length = 0;

@@ -19,7 +19,7 @@ class StartFailures : public SystemTest {
     const std::wstring letter = program.tree.File(L"Home\\Letter.txt", "Dear Sir");
 
     /// A silent run whose start procedure ends by an error keeps its icon until that is closed, and
-    /// then tells the error in the exit code.
+    /// then reports the error in the exit code.
     void FailsInMain(int error, const ProgramStart& start, std::wstring_view details) {
         ProgramRun run(start);
         const Box box = run.WaitForBox();

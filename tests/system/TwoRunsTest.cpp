@@ -62,7 +62,7 @@ TEST_F(TwoRuns, AtOnceMakeOneCopyOfEachState) {
 
 TEST_F(TwoRuns, TheSecondWaitsAndSaysSo) {
     Change(1);
-    // The test stands in for the first run.
+    // The test replaces the first run.
     std::optional<NamedLock> busy(std::in_place, L"destination", vault);
     ASSERT_TRUE(busy->TryTake());
     ProgramRun run(program.With(L"/B " + list));

@@ -14,7 +14,7 @@
 
 namespace vw::test {
 
-/// Writes down what a form tells.
+/// Records the events of a form.
 class RecordedEvents final : public FormEvents {
   public:
     std::vector<ControlEvent> events;
@@ -143,7 +143,7 @@ inline void GiveInnerSize(const Form& form, int width, int height) {
                  SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOSENDCHANGING);
 }
 
-/// Moves a form to a screen of another resolution, as the system tells it.
+/// Moves a form to a screen of another resolution, as the system reports it.
 inline void GiveDpi(const Form& form, int dpi) {
     RECT outer{};
     GetWindowRect(form.Handle(), &outer);

@@ -43,7 +43,7 @@ void OpenAndClose(const FormData& data, Language language, int times) {
     EXPECT_EQ(events.unloads, times);
 }
 
-// How many objects can still be made: what is lost is missing here. Tables of keys stand for all
+// How many objects can still be made: what is lost is missing here. Tables of keys represent all
 // that belongs to windows, since nothing is made faster; brushes for all that is drawn with.
 int FreeKeyTables() {
     std::vector<HACCEL> made;

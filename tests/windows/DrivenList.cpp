@@ -153,7 +153,7 @@ void DrivenList::PressKey(WPARAM key) const {
 }
 
 // The block that a drop brings: a header and the paths, with an empty one behind them. Windows
-// hands it to the other process; under Wine it has to stand there already, and stays there.
+// hands it to the other process; under Wine it has to be there already, and stays there.
 void DrivenList::Drop(const std::vector<std::wstring>& paths) const {
     std::wstring text;
     for (const std::wstring& path : paths) text += path + L'\0';

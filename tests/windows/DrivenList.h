@@ -28,7 +28,7 @@ class DrivenList {
     void Click(int row) const;
     /// Clicks the header of a column.
     void ClickColumn(int column) const;
-    /// Presses and lets go a key.
+    /// Presses and releases a key.
     void PressKey(WPARAM key) const;
     /// Drops files onto it.
     void Drop(const std::vector<std::wstring>& paths) const;

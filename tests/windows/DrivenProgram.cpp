@@ -83,7 +83,7 @@ void DrivenProgram::Choose(int id) {
 }
 
 // Commands are posted, and what is posted behind them comes later: a colour that the toolbar keeps
-// and never shows tells that they have been taken up. A window that is enabled then has no command
+// and never shows proves that they have been taken up. A window that is enabled then has no command
 // that runs; asked twice, since the end of a dialog enables the window for a moment.
 void DrivenProgram::WaitUntilReady() {
     const HWND bar = Control(ID_Toolbar1);

@@ -15,7 +15,7 @@ namespace vw::test {
 /// and dialogs.
 class DrivenProgram {
   public:
-    /// Starts it and waits until the main window stands open and can be used.
+    /// Starts it and waits until the main window is open and can be used.
     explicit DrivenProgram(const ProgramStart& start);
 
     [[nodiscard]] ProgramRun& Run() noexcept { return run_; }

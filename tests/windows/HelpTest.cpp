@@ -43,7 +43,7 @@ class Help : public BackupWindows {
         EXPECT_THAT(window.Run().Boxes(), IsEmpty());
     }
 
-    /// The page that the help command opens when the program and its pages stand in this folder.
+    /// The page that the help command opens when the program and its pages are in this folder.
     void OpensThePageFrom(const std::wstring& folder, const std::wstring& language) {
         const std::wstring place = program.tree.Folder(folder);
         ProgramStart start = program.With(L"");

@@ -17,7 +17,7 @@ namespace {
 
 class Hostile : public BackupWindows {
   protected:
-    /// Answers boxes until the main window stands open; null when the program has ended instead.
+    /// Answers boxes until the main window is open; null when the program has ended instead.
     /// A start that failed leaves the opening screen, to be closed.
     static HWND OpenMain(ProgramRun& run) {
         ULONGLONG quietSince = GetTickCount64();

@@ -1,5 +1,5 @@
 // The program is killed while it restores a copy: the file that was to be overwritten or the
-// restored one stands, whole, and what was overwritten stands as a safety copy. The same for each
+// restored one is there, whole, and what was overwritten is a safety copy. The same for each
 // file of a folder.
 
 #include <gtest/gtest.h>

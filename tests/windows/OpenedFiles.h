@@ -7,7 +7,7 @@
 
 namespace vw::test {
 
-/// Opens the files of one type with a program of the test's own, which writes down what stands in
+/// Opens the files of one type with a program of the test's own, which writes down what is in
 /// them: so a test sees which files the program under test has opened.
 class OpenedFiles {
   public:
@@ -19,7 +19,7 @@ class OpenedFiles {
                    TextValue(L"cmd.exe /c type \"%1\" >>\"" + note_ + L"\""));
     }
 
-    /// What stands in all files that were opened, one behind the other, once it has this size.
+    /// What is in all files that were opened, one behind the other, once it has this size.
     [[nodiscard]] std::string WaitFor(std::size_t size) const {
         std::string bytes;
         for (int i = 0; i < 400 && bytes.size() < size; ++i) {

@@ -62,7 +62,7 @@ class WorkFolder {
     }
 
     /// Whatever happened: each file is the old or the restored one, whole; when anything of the
-    /// folder changed, all that was in it stands as a safety copy; and the copy is as it was.
+    /// folder changed, all that was in it is a safety copy; and the copy is as it was.
     /// Working files of a process that was killed may be left beside them.
     void Judge(bool wasKilled) const {
         Tree now = ReadTree(Path());

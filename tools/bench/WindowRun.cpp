@@ -94,7 +94,7 @@ long long Microseconds() {
     return now.QuadPart * 1'000'000 / second.QuadPart;
 }
 
-// The bar is full when the last line stands in the report, and never before.
+// The bar is full when the last line is in the report, and never before.
 bool IsComplete(HWND busy) {
     return Ask(GetDlgItem(busy, ID_ProgressBar1), PBM_GETPOS) == kProgressMaximum;
 }

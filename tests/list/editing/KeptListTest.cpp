@@ -1,4 +1,4 @@
-// What stands in a list's file and is not in the window is not lost, and no list gets another's
+// What is in a list's file and is not in the window is not lost, and no list gets another's
 // rows.
 
 #include <gmock/gmock.h>

@@ -14,7 +14,7 @@ namespace {
 
 std::wstring typed;
 
-// Types a name into the dialog that stands, and confirms.
+// Types a name into the open dialog, and confirms.
 void CALLBACK Confirm(HWND, UINT, UINT_PTR timer, DWORD) {
     const HWND dialog = GetForegroundWindow();
     const HWND field =

@@ -61,7 +61,7 @@ int RunToItsEnd(std::wstring_view reports, const ProgramStart& start) {
 int wmain(int count, wchar_t** arguments) try {
     using vw::test::CrashScenario;
     using vw::test::Tell;
-    // What was found is told even when this tool itself comes to a sudden end.
+    // What was found is printed even when this tool itself comes to a sudden end.
     std::setvbuf(stdout, nullptr, _IONBF, 0);
     const std::wstring_view command = count >= 4 ? arguments[1] : L"";
     if (command == L"run" && count >= 5) {

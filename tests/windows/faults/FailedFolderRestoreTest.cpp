@@ -1,6 +1,6 @@
 // The disk fails in the middle of the restore of a folder, at any of its calls: every file of the
 // folder is the old or the restored one, whole; nothing of it is overwritten before all of it
-// stands as a safety copy, whole; what could not be done is told; and the next attempt does it all.
+// is a safety copy, whole; what could not be done is reported; and the next attempt does it all.
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,7 @@
 // The disk fails in the middle of a restore, at any of its calls: the file that was to be
-// overwritten or the restored one stands, whole; what was overwritten stands as a safety copy,
-// whole; and what could not be done is told. tests/checks/restore_faults.sh makes the calls fail.
+// overwritten or the restored one is there, whole; what was overwritten is a safety copy,
+// whole; and what could not be done is reported. tests/checks/restore_faults.sh makes the calls
+// fail.
 
 #include <gtest/gtest.h>
 

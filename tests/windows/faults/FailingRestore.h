@@ -23,7 +23,7 @@ class Answering {
     Answering& operator=(const Answering&) = delete;
     ~Answering() { Stop(); }
 
-    /// What the boxes said that only told something.
+    /// The texts of the boxes that asked nothing.
     [[nodiscard]] std::vector<std::wstring> Told() {
         Stop();
         return told_;
@@ -74,7 +74,7 @@ class FailingRestore : public WindowsTest {
 
     [[nodiscard]] std::wstring Home() const { return Drive() + L"\\Home"; }
 
-    /// What stands in the comment of a copy of an item in `Home`.
+    /// What is in the comment of a copy of an item in `Home`.
     [[nodiscard]] std::string Comment() const {
         return "Backed Files Date Last Modified:02/01/2024-03:04:05+Original Location:" +
                ToUtf8(Home()) + "\r\n";
@@ -119,7 +119,7 @@ class FailingRestore : public WindowsTest {
     }
 
   private:
-    /// After a failure the busy dialog stays for whoever wants to read its report. One whose
+    /// After a failure the busy dialog stays for a user who wants to read its report. One whose
     /// restore still goes on must not be taken for that: its calls go on.
     void CloseWhatStays(DrivenProgram& window) const {
         const auto busy = [&] { return FindWindowOf(window.Run().ProcessId(), L"frmBusyDialog"); };
