@@ -35,7 +35,7 @@ void Application::Start(std::wstring_view processCommandLine) {
     MVaultwright start(system_, state_, settings_, language_, logonStart_, *this);
     start.Main(processCommandLine);
     if (!windows_) return;
-    AppearInSilentRun();
+    ShowSilentWindows();
     if (state_.silentRun) lingersSince_ = system_.clock.Milliseconds();
     // What an error leaves of a silent run is the icon and its Exit entry; nobody can use an icon
     // that is not seen.
@@ -55,17 +55,17 @@ void Application::OnIdle() {
 
 bool Application::HasLoadedWindow() const { return windows_ && !windows_->LoadedForms().empty(); }
 
-void Application::AppearIfDue() {
-    if (state_.silentRun && windows_) windows_->silent.AppearIfDue();
+void Application::ShowWindowsIfDue() {
+    if (state_.silentRun && windows_) windows_->silent.ShowWindowsIfDue();
 }
 
-void Application::AppearInSilentRun() {
-    if (state_.silentRun && windows_) windows_->silent.Appear();
+void Application::ShowSilentWindows() {
+    if (state_.silentRun && windows_) windows_->silent.ShowWindows();
 }
 
 void Application::OnSilentBox() {
     if (lingersSince_) lingersSince_ = system_.clock.Milliseconds();
-    AppearInSilentRun();
+    ShowSilentWindows();
 }
 
 // An Arabic window needs the keyboard and the digits to go with it.

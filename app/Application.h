@@ -38,10 +38,10 @@ class Application final : public ProgramControl {
     [[nodiscard]] bool HasLoadedWindow() const;
 
     /// Creates the windows of a silent run once they are due.
-    void AppearIfDue();
+    void ShowWindowsIfDue();
 
     /// Creates the windows of a silent run now, if they are not there.
-    void AppearInSilentRun();
+    void ShowSilentWindows();
 
     /// Called for each box of a silent run: the run shows its icon, and stays for another minute
     /// when nothing else keeps it.

@@ -47,7 +47,7 @@ Program::Program()
     WorkIn(state_.applicationFolder);
     pump_.SetFilter(Form::TranslateKeys);
     pump_.SetGate([this] {
-        application_.AppearIfDue();
+        application_.ShowWindowsIfDue();
         return !state_.silentRun || application_.HasLoadedWindow();
     });
     errors_.SetNote(

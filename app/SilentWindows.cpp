@@ -20,8 +20,8 @@ SilentWindows::SilentWindows(const Clock& clock, TrayIcon& icon, BusyDialog& bus
 void SilentWindows::Begin() { due_ = clock_.Milliseconds() + kMomentMilliseconds; }
 
 // Without an interactive desktop the run continues without windows. `appearing_` prevents
-// recursion: reporting the failure shows a message box, which calls Appear() again.
-void SilentWindows::Appear() {
+// recursion: reporting the failure shows a message box, which calls ShowWindows() again.
+void SilentWindows::ShowWindows() {
     if (appearing_) return;
     appearing_ = true;
     if (!appeared_) {
@@ -36,8 +36,8 @@ void SilentWindows::Appear() {
     appearing_ = false;
 }
 
-void SilentWindows::AppearIfDue() {
-    if (appeared_ || clock_.Milliseconds() >= due_) Appear();
+void SilentWindows::ShowWindowsIfDue() {
+    if (appeared_ || clock_.Milliseconds() >= due_) ShowWindows();
 }
 
 }  // namespace vw

@@ -19,10 +19,10 @@ class SilentWindows {
     void Begin();
 
     /// Makes the windows that are not there; nothing when there is no desktop to make them on.
-    void Appear();
+    void ShowWindows();
 
     /// The same, once the run has lasted or the icon is there; to be called now and then.
-    void AppearIfDue();
+    void ShowWindowsIfDue();
 
   private:
     static constexpr std::uint64_t kNever = ~std::uint64_t{0};

@@ -141,12 +141,12 @@ void Work::NoteError(std::wstring_view details) {
 
 void Work::Msg(std::wstring_view title, std::wstring_view message) {
     Shown().Msg(title, message);
-    windows_->silent.AppearIfDue();
+    windows_->silent.ShowWindowsIfDue();
 }
 
 void Work::Report(std::wstring_view text, bool wait) {
     Shown().Report(text, wait);
-    windows_->silent.AppearIfDue();
+    windows_->silent.ShowWindowsIfDue();
 }
 
 void Work::Failure(std::wstring_view text) {

@@ -28,7 +28,7 @@ int Check(Console& console, const CheckArguments& arguments) {
     }
     ItemCheck items(console, engine, findings, arguments.content);
     for (const ConsoleItem& item : list.items) {
-        Console::StopIfAsked();
+        Console::StopIfRequested();
         for (const auto& view : views) {
             if (!EqualNoCase(view->Folder(), item.destination)) continue;
             console.Try([&] { items.Check(item); });

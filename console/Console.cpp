@@ -62,7 +62,7 @@ bool Console::Try(const std::function<void()>& step) {
     return ErrorTrap(*this, L"Module", L"vw")(L"vw", step);
 }
 
-void Console::StopIfAsked() {
+void Console::StopIfRequested() {
     if (Interrupts::WasRequested()) Throw(error_number::kCancelled);
 }
 

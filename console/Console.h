@@ -45,7 +45,7 @@ class Console final : private ErrorSink,
     void SetTick(std::function<void()> tick) { tick_ = std::move(tick); }
 
     /// Throws the error of a cancelled run when the user asked to stop.
-    static void StopIfAsked();
+    static void StopIfRequested();
 
     /// An argument as an absolute path.
     [[nodiscard]] std::wstring FullPath(std::wstring_view argument);

@@ -38,7 +38,7 @@ CopySize SizeOf(Console& console, const std::wstring& path) {
         ++size.files;
         size.bytes += file.size;
     };
-    visitor.yield = [] { Console::StopIfAsked(); };
+    visitor.yield = [] { Console::StopIfRequested(); };
     WalkTree(console.system.files, path, visitor);
     return size;
 }
@@ -59,7 +59,7 @@ void Show(Console& console, CPackage& engine, const ShownCopy& copy, const std::
                         L"  " + name + L"  from " + (place.empty() ? L"?" : place));
     console.output.Json(JsonLine("copy")
                             .Text("item", copy.item)
-                            .Truth("folder", size.isFolder)
+                            .Bool("folder", size.isFolder)
                             .Number("location", copy.location)
                             .Number("number", copy.number)
                             .Text("label", label)
@@ -74,7 +74,7 @@ void ShowFolder(Console& console, CPackage& engine, const std::wstring& folder,
                 const std::wstring& item) {
     const DestinationView view(console, folder);
     for (const ShownCopy& copy : CopiesIn(console, view)) {
-        Console::StopIfAsked();
+        Console::StopIfRequested();
         // A copy that vanished meanwhile does not affect the others.
         console.Try([&] {
             std::wstring place;

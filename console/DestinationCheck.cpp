@@ -41,7 +41,7 @@ void CheckComment(Console& console, const CopyEntry& copy, Findings& findings) {
     }
     const auto date = comment->date;
     const NewestDates own =
-        NewestFileDates(console.system.files, copy.path, [] { Console::StopIfAsked(); });
+        NewestFileDates(console.system.files, copy.path, [] { Console::StopIfRequested(); });
     const bool fits = date && (HasSameDate(*date, own.newest) ||
                                HasSameDate(*date, own.newestByPresentRules.value_or(own.newest)) ||
                                (facts->isFolder && !own.IsAfter(*date)));

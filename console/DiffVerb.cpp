@@ -48,7 +48,7 @@ class Differences {
             Show(L"removed", folder.below + entry.name, &entry, nullptr);
         }
         for (const auto& [first, second] : folder.both) {
-            if (!LooksEqual(first, second))
+            if (!HaveSameInfo(first, second))
                 Show(L"changed", folder.below + first.name, &first, &second);
         }
     }
@@ -120,9 +120,9 @@ int Diff(Console& console, const DiffArguments& arguments) {
         ComparisonVisitor visitor;
         visitor.folder = [&](const ComparedFolder& folder) { differences.Show(folder); };
         visitor.failed = [&](const RuntimeError& error) { console.Report(error); };
-        visitor.yield = [] { Console::StopIfAsked(); };
+        visitor.yield = [] { Console::StopIfRequested(); };
         CompareTrees(console.system.files, first, second, true, visitor);
-    } else if (!LooksEqual(firstBefore.facts, secondBefore.facts)) {
+    } else if (!HaveSameInfo(firstBefore.facts, secondBefore.facts)) {
         const ComparedEntry before{firstBefore.facts, CFileName(first)};
         const ComparedEntry after{secondBefore.facts, CFileName(second)};
         differences.Show(L"changed", before.name, &before, &after);

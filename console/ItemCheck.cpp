@@ -58,7 +58,7 @@ ItemCheck::ItemCheck(Console& console, CPackage& engine, Findings& findings, boo
       content_(content),
       bytes_(
           console.system.files, [this](const ComparedBytes& compared) { OnCompared(compared); },
-          [] { Console::StopIfAsked(); }) {}
+          [] { Console::StopIfRequested(); }) {}
 
 void ItemCheck::Finish() { bytes_.Finish(); }
 
@@ -140,7 +140,7 @@ ItemCheck::Result ItemCheck::Compare(const ConsoleItem& item, const std::wstring
         result.isPartial = true;
         if (!IsGone(*roots)) console_.Report(error);
     };
-    visitor.yield = [] { Console::StopIfAsked(); };
+    visitor.yield = [] { Console::StopIfRequested(); };
     CompareTrees(console_.system.files, item.path, copy, item.kind == ItemKind::Folder, visitor);
     return result;
 }
@@ -158,7 +158,7 @@ void ItemCheck::TakeFolder(const Roots& roots, const ComparedFolder& folder, Res
     for (const ComparedEntry& entry : folder.onlyFirst) {
         take(entry);
         const auto before = std::ranges::find_if(
-            gone, [&](const FileInfo& other) { return LooksEqual(entry, other); });
+            gone, [&](const FileInfo& other) { return HaveSameInfo(entry, other); });
         if (before != gone.end() && !entry.isFolder) {
             result.differences.push_back(
                 {L"renamed", at(entry.name), L"in the copy: " + before->name});
@@ -172,7 +172,7 @@ void ItemCheck::TakeFolder(const Roots& roots, const ComparedFolder& folder, Res
     }
     for (const auto& [first, second] : folder.both) {
         take(first);
-        if (LooksEqual(first, second)) {
+        if (HaveSameInfo(first, second)) {
             result.equal.Take(first);
             if (!content_ || first.isFolder) continue;
             bytes_.Add({at(first.name), below(roots->second, second.name),
@@ -236,7 +236,7 @@ void ItemCheck::CompareOlder(const ConsoleItem& item, const std::wstring& newer,
         };
         for (const auto& roots : {withItem, withNewer}) {
             const auto other = files.Stat(path(roots->first));
-            if (!other || !LooksEqual(*other, facts)) continue;
+            if (!other || !HaveSameInfo(*other, facts)) continue;
             bytes_.Add({path(roots->first), path(older), facts, roots});
             return;
         }
@@ -259,7 +259,7 @@ void ItemCheck::CompareOlder(const ConsoleItem& item, const std::wstring& newer,
     visitor.failed = [&](const RuntimeError& error) {
         if (!IsGone(*withNewer)) console_.Report(error);
     };
-    visitor.yield = [] { Console::StopIfAsked(); };
+    visitor.yield = [] { Console::StopIfRequested(); };
     CompareTrees(files, newer, older, true, visitor);
 }
 
@@ -271,7 +271,7 @@ void ItemCheck::OnCompared(const ComparedBytes& compared) {
         if (IsGone(*pair.roots)) return;
         const auto isStill = [&](const std::wstring& path) {
             const auto now = console_.system.files.Stat(path);
-            return now && LooksEqual(*now, pair.expected);
+            return now && HaveSameInfo(*now, pair.expected);
         };
         const bool isUnchanged = isStill(pair.first);
         if (compared.error && isUnchanged) std::rethrow_exception(compared.error);

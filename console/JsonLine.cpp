@@ -27,7 +27,7 @@ JsonLine& JsonLine::Number(std::string_view name, std::int64_t value) {
     return *this;
 }
 
-JsonLine& JsonLine::Truth(std::string_view name, bool value) {
+JsonLine& JsonLine::Bool(std::string_view name, bool value) {
     object_->members[std::string(name)] = value;
     return *this;
 }

@@ -18,7 +18,7 @@ class JsonLine {
 
     JsonLine& Text(std::string_view name, std::wstring_view value);
     JsonLine& Number(std::string_view name, std::int64_t value);
-    JsonLine& Truth(std::string_view name, bool value);
+    JsonLine& Bool(std::string_view name, bool value);
 
     /// The object in UTF-8 on one line, without a line end. What is no valid Unicode text is
     /// written as U+FFFD.

@@ -85,7 +85,7 @@ class Previewer {
                                  .Text("path", destination)
                                  .Number("needed", static_cast<std::int64_t>(needed))
                                  .Number("free", static_cast<std::int64_t>(free))
-                                 .Truth("enough", isEnough));
+                                 .Bool("enough", isEnough));
     }
 
   private:
@@ -152,7 +152,7 @@ int Preview(Console& console, const PreviewArguments& arguments) {
     CPackage engine(console.system, console.state, host, program);
     Previewer previewer(console, engine);
     for (const ConsoleItem& item : list.items) {
-        Console::StopIfAsked();
+        Console::StopIfRequested();
         console.Try([&] {
             const auto destination = console.system.files.Stat(item.destination);
             // A run ends here.

@@ -115,8 +115,8 @@ class Restorer {
                                  .Text("copy", copy)
                                  .Text("path", target)
                                  .Text("date", MomentText(date_))
-                                 .Truth("dateOfFiles", isOwnDate)
-                                 .Truth("incomplete", isIncomplete));
+                                 .Bool("dateOfFiles", isOwnDate)
+                                 .Bool("incomplete", isIncomplete));
     }
 
     Console& console_;
@@ -162,7 +162,7 @@ int Restore(Console& console, const RestoreArguments& arguments) {
     }
     const ConsoleList list = ReadConsoleList(console, arguments.source);
     for (const ConsoleItem& item : list.items) {
-        Console::StopIfAsked();
+        Console::StopIfRequested();
         console.Try([&] { restorer.Restore(CopyAsOf(console, engine, item, *arguments.asOf)); });
     }
     return 0;

@@ -117,7 +117,7 @@ bool HasSameDate(const FileInfo& first, const FileInfo& second) {
     return HasSameDate(first.lastWrite, second.lastWrite);
 }
 
-bool LooksEqual(const FileInfo& first, const FileInfo& second) {
+bool HaveSameInfo(const FileInfo& first, const FileInfo& second) {
     return first.isFolder == second.isFolder && first.size == second.size &&
            HasSameDate(first, second);
 }

@@ -50,6 +50,6 @@ void CompareTrees(FileSystem& files, std::wstring_view first, std::wstring_view 
 /// same date.
 [[nodiscard]] bool HasSameDate(const FileInfo& first, const FileInfo& second);
 [[nodiscard]] bool HasSameDate(Date first, Date second);
-[[nodiscard]] bool LooksEqual(const FileInfo& first, const FileInfo& second);
+[[nodiscard]] bool HaveSameInfo(const FileInfo& first, const FileInfo& second);
 
 }  // namespace vw

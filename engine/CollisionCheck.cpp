@@ -34,15 +34,15 @@ bool CollisionCheck::Collides(std::wstring_view path, std::int16_t location, boo
     const std::vector<ListedItem> rivals = listed.RivalsOf(session_.Target(), path);
     const std::wstring copy = WithoutSeparator(place);
     const bool isTaken = LiesInCopyOfOther(copy) || HoldsCopyOfOther(copy) ||
-                         (isFolder && MeetsCommentOfOther(copy));
+                         (isFolder && TakesCommentNameOfOther(copy));
     if (rivals.empty() && !isTaken) return false;
     const bool owns = OwnsCopyAt(path, place);
-    return LosesTo(rivals, path, location, owns, listed) || (isTaken && !owns);
+    return IsOutrankedBy(rivals, path, location, owns, listed) || (isTaken && !owns);
 }
 
 // The item whose copies are there goes on, else the first in the list.
-bool CollisionCheck::LosesTo(const std::vector<ListedItem>& rivals, std::wstring_view path,
-                             std::int16_t location, bool owns, const ListedItems& listed) {
+bool CollisionCheck::IsOutrankedBy(const std::vector<ListedItem>& rivals, std::wstring_view path,
+                                   std::int16_t location, bool owns, const ListedItems& listed) {
     const std::size_t order = listed.OrderOf(session_.Target(), path);
     return std::ranges::any_of(rivals, [&](const ListedItem& rival) {
         const std::int16_t number = rival.isFile ? numbers_.Find(rival.path) : std::int16_t{0};
@@ -91,7 +91,7 @@ bool CollisionCheck::HoldsCopyOfOther(const std::wstring& place) {
 
 // The comment of the copy would have the name of another item's copy, which has a comment too; or
 // the copy would have the name of another copy's comment.
-bool CollisionCheck::MeetsCommentOfOther(const std::wstring& place) {
+bool CollisionCheck::TakesCommentNameOfOther(const std::wstring& place) {
     if (session_.Contains(CommentStore::FileOf(CommentStore::FileOf(place)))) return true;
     return UpperCase(place).ends_with(UpperCase(kCommentExtension)) &&
            session_.Contains(place.substr(0, place.size() - kCommentExtension.size()));

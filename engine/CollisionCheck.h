@@ -25,12 +25,12 @@ class CollisionCheck final : private EnginePart {
                                 const std::wstring& place, const ListedItems& listed);
 
   private:
-    [[nodiscard]] bool LosesTo(const std::vector<ListedItem>& rivals, std::wstring_view path,
-                               std::int16_t location, bool owns, const ListedItems& listed);
+    [[nodiscard]] bool IsOutrankedBy(const std::vector<ListedItem>& rivals, std::wstring_view path,
+                                     std::int16_t location, bool owns, const ListedItems& listed);
     [[nodiscard]] bool OwnsCopyAt(std::wstring_view path, std::wstring_view copyPath);
     [[nodiscard]] bool LiesInCopyOfOther(const std::wstring& place);
     [[nodiscard]] bool HoldsCopyOfOther(const std::wstring& place);
-    [[nodiscard]] bool MeetsCommentOfOther(const std::wstring& place);
+    [[nodiscard]] bool TakesCommentNameOfOther(const std::wstring& place);
 
     DestinationSession& session_;
     CommentStore& comments_;

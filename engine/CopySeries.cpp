@@ -49,7 +49,7 @@ bool CopySeries::PlaceCopy(PendingCopy& copy, Room room) {
             Remove(comment);
             return false;
         }
-        TakePlace(copy, comment);
+        MoveIntoPlace(copy, comment);
     } catch (const RuntimeError&) {
         Remove(comment);
         throw;
@@ -115,7 +115,7 @@ void CopySeries::ReportIncomplete(const PendingCopy& copy) {
     }
 }
 
-void CopySeries::TakePlace(const PendingCopy& copy, const std::wstring& comment) {
+void CopySeries::MoveIntoPlace(const PendingCopy& copy, const std::wstring& comment) {
     const std::wstring commentFile = CommentStore::FileOf(copy.finalPath);
     RefuseForeign(copy.finalPath);
     RefuseForeign(commentFile);

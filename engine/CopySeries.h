@@ -69,7 +69,7 @@ class CopySeries final : private EnginePart {
 
     [[nodiscard]] bool MakeReady(PendingCopy& copy, const std::wstring& comment);
     void RefuseForeign(std::wstring_view path);
-    void TakePlace(const PendingCopy& copy, const std::wstring& comment);
+    void MoveIntoPlace(const PendingCopy& copy, const std::wstring& comment);
 
     void PutReadyInPlace(const PendingCopy& copy);
     [[nodiscard]] bool IsMadeAfter(std::wstring_view copyPath, Date made);

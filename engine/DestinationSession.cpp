@@ -38,7 +38,7 @@ DestinationSession::TargetOverride::~TargetOverride() { session_.override_ = bef
 
 void DestinationSession::StartRun() {
     refusedDestination_.clear();
-    toldUnlocked_.clear();
+    reportedUnlocked_.clear();
 }
 
 void DestinationSession::RequireFolder() {
@@ -96,8 +96,8 @@ Entrance DestinationSession::Wait() {
             return Entrance::Refused;
         }
     }
-    if (destination->IsLockedForThisComputerOnly() && toldUnlocked_ != Target()) {
-        toldUnlocked_ = Target();
+    if (destination->IsLockedForThisComputerOnly() && reportedUnlocked_ != Target()) {
+        reportedUnlocked_ = Target();
         Notice(run_text::kOneComputerOnly, Target());
     }
     destination_ = std::move(destination);

@@ -84,7 +84,7 @@ class DestinationSession final : private EnginePart {
     bool isVisiting_ = false;
     std::unique_ptr<Destination> destination_;
     std::wstring refusedDestination_;
-    std::wstring toldUnlocked_;  ///< the destination without a lock file reported last
+    std::wstring reportedUnlocked_;  ///< the destination without a lock file reported last
 };
 
 }  // namespace vw

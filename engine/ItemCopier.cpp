@@ -99,7 +99,7 @@ bool ItemCopier::CopyStep(std::wstring_view procedure, std::uint64_t size, CopyR
                 throw RuntimeError(error.Number(), std::wstring(text.In(state_.language)),
                                    result.itemPath, error.Line(), error.SystemCode());
             }
-            if (!result.aborted) GiveUpIfGone(result);
+            if (!result.aborted) AbortIfGone(result);
             throw;
         }
     });
@@ -107,7 +107,7 @@ bool ItemCopier::CopyStep(std::wstring_view procedure, std::uint64_t size, CopyR
 
 // Asked only when something has failed. The item or the destination is reported, not the file
 // that happened to be the next one when the server went down or the stick was pulled.
-void ItemCopier::GiveUpIfGone(CopyResult& result) {
+void ItemCopier::AbortIfGone(CopyResult& result) {
     const auto giveUp = [&](int number, const std::wstring& path) {
         result.aborted = true;
         Throw(number, path);
@@ -175,7 +175,7 @@ void ItemCopier::CheckFileCopy(const std::wstring& copy, const std::wstring& sou
         const auto copied = system_.files.Stat(copy);
         if (copied && copied->size == sourceSize) return;
         const auto now = system_.files.Stat(source);
-        if (!now) GiveUpIfGone(result);
+        if (!now) AbortIfGone(result);
         if (copied && (!now || now->size != sourceSize)) {
             Notice(run_text::kChangedMeanwhile, source);
             return;

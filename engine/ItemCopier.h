@@ -60,7 +60,7 @@ class ItemCopier final : private EnginePart {
 
     [[nodiscard]] bool CopyFiles(OpenFolder& level, const std::wstring& ownName,
                                  CopyResult& result);
-    void GiveUpIfGone(CopyResult& result);
+    void AbortIfGone(CopyResult& result);
     [[nodiscard]] bool IsTooLargeForDrive(std::uint64_t size);
     void CheckFolderCopy(const std::wstring& copyFolder, const std::wstring& folder,
                          const FolderListing& source, CopyResult& result);

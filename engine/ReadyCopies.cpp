@@ -54,7 +54,7 @@ void CopySeries::PutReadyInPlace(const PendingCopy& copy) {
                 ShiftCopies(copy.itemPath, copy.location, LowestGap(copy.itemPath, copy.location));
             if (shift.error) throw RuntimeError(*shift.error);
         }
-        TakePlace(copy, comment);
+        MoveIntoPlace(copy, comment);
     } catch (const RuntimeError&) {
         Remove(comment);
         throw;

@@ -58,7 +58,7 @@ constexpr std::size_t Utf8Bytes(wchar_t unit) noexcept {
 }
 
 /// The beginning of a name that a working name has room for.
-std::wstring_view Shortened(std::wstring_view firstName) {
+std::wstring_view Shorten(std::wstring_view firstName) {
     std::size_t units = 0;
     std::size_t bytes = 0;
     while (units < firstName.size()) {
@@ -213,7 +213,7 @@ std::uint64_t NameKey(std::wstring_view path) {
 }
 
 std::wstring FormatWorkingName(const WorkingName& name, std::wstring_view firstName) {
-    std::wstring text = FitFirstName(Shortened(firstName));
+    std::wstring text = FitFirstName(Shorten(firstName));
     for (const StateWord& word : kStateWords) {
         if (word.state == name.state && word.completeness == name.completeness) {
             text += word.text;

@@ -72,7 +72,7 @@ bool PhraseReadsFromRight(std::wstring_view phrase) noexcept {
     return std::any_of(phrase.begin(), phrase.end(), IsRightToLeft);
 }
 
-bool LooksLikePath(std::wstring_view text) noexcept {
+bool IsPathLike(std::wstring_view text) noexcept {
     return (text.size() >= 3 && text[1] == L':' && text[2] == L'\\') || text.starts_with(L"\\\\");
 }
 
@@ -96,7 +96,7 @@ std::wstring MarkName(std::wstring_view name) {
 std::wstring MarkLines(std::wstring_view text) {
     bool isName = false;
     return EachLine(text, [&isName](std::wstring_view line) {
-        const bool readsFromLeft = LooksLikePath(line) || !PhraseReadsFromRight(line) ||
+        const bool readsFromLeft = IsPathLike(line) || !PhraseReadsFromRight(line) ||
                                    (isName && !NameReadsFromRight(line));
         // The line feed of a line end makes an empty line of its own.
         if (!line.empty()) isName = line.ends_with(L':');
@@ -106,7 +106,7 @@ std::wstring MarkLines(std::wstring_view text) {
 
 std::wstring MarkTip(std::wstring_view lines) {
     return EachLine(lines, [](std::wstring_view line) {
-        return LooksLikePath(line) ? MarkPath(line) : MarkName(line);
+        return IsPathLike(line) ? MarkPath(line) : MarkName(line);
     });
 }
 

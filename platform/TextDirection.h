@@ -15,7 +15,7 @@ namespace vw {
 [[nodiscard]] bool PhraseReadsFromRight(std::wstring_view phrase) noexcept;
 
 /// Whether a text is the path of a file or folder: it begins with a drive or a server.
-[[nodiscard]] bool LooksLikePath(std::wstring_view text) noexcept;
+[[nodiscard]] bool IsPathLike(std::wstring_view text) noexcept;
 
 // Invisible marks that give a text its direction. They are for what is shown only: a text with
 // marks must never be stored, logged, compared or handed to the file system.

@@ -54,12 +54,12 @@ std::vector<std::wstring_view> PathPieces(std::wstring_view path) {
     return pieces;
 }
 
-std::wstring Shortened(std::wstring_view text, int room, const Measure& widthOf) {
+std::wstring Shorten(std::wstring_view text, int room, const Measure& widthOf) {
     if (widthOf(text) <= room) return std::wstring(text);
     // A folder's path ends in "\\", which belongs to its name.
     const std::size_t slash =
         text.size() < 2 ? std::wstring_view::npos : text.rfind(L'\\', text.size() - 2);
-    if (LooksLikePath(text) && slash != std::wstring_view::npos) {
+    if (IsPathLike(text) && slash != std::wstring_view::npos) {
         const std::wstring_view tail = text.substr(slash);
         const std::wstring_view head =
             WithoutCutFolder(FittingHead(text.substr(0, slash), tail, room, widthOf));
@@ -73,7 +73,7 @@ std::wstring Shortened(std::wstring_view text, int room, const Measure& widthOf)
 }
 
 bool IsShownAsPath(std::wstring_view text) noexcept {
-    return LooksLikePath(text) || (text.size() > 1 && text[0] == kEllipsis && text[1] == L'\\');
+    return IsPathLike(text) || (text.size() > 1 && text[0] == kEllipsis && text[1] == L'\\');
 }
 
 std::vector<std::wstring> Wrapped(std::wstring_view text, int room, const Measure& widthOf) {

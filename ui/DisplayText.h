@@ -17,7 +17,7 @@ using Measure = std::function<int(std::wstring_view text)>;
 /// A text that is at most `room` wide, with "…" for what was left out: of a path the folders before
 /// the name, of anything else the end. A text that fits stays as it is; where not even the name of
 /// a path fits, the name loses its end. Folders with right-to-left names are left out as a whole.
-[[nodiscard]] std::wstring Shortened(std::wstring_view text, int room, const Measure& widthOf);
+[[nodiscard]] std::wstring Shorten(std::wstring_view text, int room, const Measure& widthOf);
 
 /// Whether a text is a path, also one that was shortened to its name.
 [[nodiscard]] bool IsShownAsPath(std::wstring_view text) noexcept;

@@ -110,7 +110,7 @@ void Form::Arrange() {
     HDWP moves = BeginDeferWindowPos(static_cast<int>(parts_.size()));
     for (const Part& part : parts_) {
         if (part.window == nullptr) continue;
-        const Rect place = Arranged(part.data->place, part.data->flow, data_.design, client, dpi_);
+        const Rect place = BoundsFor(part.data->place, part.data->flow, data_.design, client, dpi_);
         if (part.data->kind == ControlKind::DropDown) {
             ArrangeDropDown(part.window, place);
             continue;

@@ -8,7 +8,7 @@ namespace vw {
 void Form::OnScroll(HWND bar, WPARAM request) {
     const Part* part = FindByWindow(bar);
     if (part == nullptr || part->data->kind != ControlKind::ScrollBar) return;
-    SetValue(part->data->name, ScrollBar::Wanted(bar, request));
+    SetValue(part->data->name, ScrollBar::PositionFor(bar, request));
 }
 
 // Touchpads report a notch in many small steps. A lower number of copies deletes copies, so it

@@ -38,8 +38,8 @@ Size Scaled(const Size& size, int dpi) noexcept {
     return {Scaled(size.width, dpi), Scaled(size.height, dpi)};
 }
 
-Rect Arranged(const Bounds& place, const ResizeWeights& flow, const Size& design,
-              const Size& client, int dpi) noexcept {
+Rect BoundsFor(const Bounds& place, const ResizeWeights& flow, const Size& design,
+               const Size& client, int dpi) noexcept {
     const int surplusX = Surplus(client.width, Scaled(design.width, dpi));
     const int surplusY = Surplus(client.height, Scaled(design.height, dpi));
     const Span across = Along(place.x, place.width, flow.moveX, flow.growX, surplusX, dpi);

@@ -52,7 +52,7 @@ struct ResizeWeights {
 /// design is `design` large. Edges that meet in the design meet on every screen. In a form smaller
 /// than its design, which only small screens have, what would grow shrinks, down to two thirds of
 /// the design; then the form's edge cuts off the rest.
-[[nodiscard]] Rect Arranged(const Bounds& place, const ResizeWeights& flow, const Size& design,
-                            const Size& client, int dpi) noexcept;
+[[nodiscard]] Rect BoundsFor(const Bounds& place, const ResizeWeights& flow, const Size& design,
+                             const Size& client, int dpi) noexcept;
 
 }  // namespace vw

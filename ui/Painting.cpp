@@ -151,7 +151,7 @@ void PaintText(HDC dc, const RECT& area, std::wstring_view text, const TextLook&
     if (look.oneLine) {
         y += std::max(0, (static_cast<int>(place.bottom - place.top) - height) / 2);
         PaintLine(dc, place, y,
-                  look.shorten ? Shortened(text, room, MeasureIn(dc)) : std::wstring(text), look);
+                  look.shorten ? Shorten(text, room, MeasureIn(dc)) : std::wstring(text), look);
     } else {
         for (const std::wstring& line : Wrapped(text, room, MeasureIn(dc))) {
             PaintLine(dc, place, y, line, look);

@@ -45,7 +45,7 @@ bool SetValue(HWND bar, int value, int lowest, int highest) noexcept {
     return changes;
 }
 
-int Wanted(HWND bar, WPARAM request) noexcept {
+int PositionFor(HWND bar, WPARAM request) noexcept {
     const SCROLLINFO info = Info(bar);
     int position = info.nPos;
     switch (LOWORD(request)) {

@@ -14,7 +14,7 @@ namespace vw::ScrollBar {
 bool SetValue(HWND bar, int value, int lowest, int highest) noexcept;
 
 /// The number that a WM_VSCROLL asks for; the present one when it asks for none.
-[[nodiscard]] int Wanted(HWND bar, WPARAM request) noexcept;
+[[nodiscard]] int PositionFor(HWND bar, WPARAM request) noexcept;
 
 /// Paints the label of its number anew whenever the bar gets or loses the keyboard.
 void RepaintWithFocus(HWND bar, HWND label) noexcept;

@@ -58,7 +58,7 @@ class App : public testing::Test {
     }
     /// Whether a silent run can receive messages.
     [[nodiscard]] bool HasMessages() {
-        application.AppearIfDue();
+        application.ShowWindowsIfDue();
         return application.HasLoadedWindow();
     }
     /// A command of a menu or button. The end of the program comes out.

@@ -81,7 +81,7 @@ TEST_F(SilentRun, HasItsIconOnceItHasLasted) {
 TEST_F(SilentRun, HasItsIconBesideABox) {
     WriteDefaultList({});
     world.pump.AtYield(3, [this] {
-        application.AppearInSilentRun();
+        application.ShowSilentWindows();
         icon = Windows().frmTrayIcon.Window().IsLoaded();
     });
     EXPECT_THROW(Start(L"/B"), ProgramEnded);

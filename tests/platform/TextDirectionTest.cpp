@@ -23,12 +23,12 @@ TEST(TextDirection, AnyArabicLetterDecidesTheDirectionOfASentence) {
 }
 
 TEST(TextDirection, PathsBeginWithADriveOrAServer) {
-    EXPECT_TRUE(LooksLikePath(L"C:\\a"));
-    EXPECT_TRUE(LooksLikePath(L"\\\\server\\share"));
-    EXPECT_FALSE(LooksLikePath(L"C:"));
-    EXPECT_FALSE(LooksLikePath(L"C:a"));
-    EXPECT_FALSE(LooksLikePath(L"Done"));
-    EXPECT_FALSE(LooksLikePath(L""));
+    EXPECT_TRUE(IsPathLike(L"C:\\a"));
+    EXPECT_TRUE(IsPathLike(L"\\\\server\\share"));
+    EXPECT_FALSE(IsPathLike(L"C:"));
+    EXPECT_FALSE(IsPathLike(L"C:a"));
+    EXPECT_FALSE(IsPathLike(L"Done"));
+    EXPECT_FALSE(IsPathLike(L""));
 }
 
 // The mark behind a separator keeps two Arabic folders in their order.

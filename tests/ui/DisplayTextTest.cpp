@@ -19,26 +19,25 @@ TEST(DisplayText, APathFallsIntoItsFolders) {
 }
 
 TEST(DisplayText, WhatFitsIsNotShortened) {
-    EXPECT_EQ(Shortened(L"C:\\a\\b.txt", 10, Letters), L"C:\\a\\b.txt");
-    EXPECT_EQ(Shortened(L"", 0, Letters), L"");
+    EXPECT_EQ(Shorten(L"C:\\a\\b.txt", 10, Letters), L"C:\\a\\b.txt");
+    EXPECT_EQ(Shorten(L"", 0, Letters), L"");
 }
 
 TEST(DisplayText, APathLosesItsMiddle) {
-    EXPECT_EQ(Shortened(L"C:\\Users\\Mona\\Letters\\Diary.txt", 20, Letters),
+    EXPECT_EQ(Shorten(L"C:\\Users\\Mona\\Letters\\Diary.txt", 20, Letters),
               L"C:\\Users\\…\\Diary.txt");
-    EXPECT_EQ(Shortened(L"C:\\Users\\Mona\\Letters\\", 15, Letters), L"C:\\Us…\\Letters\\");
+    EXPECT_EQ(Shorten(L"C:\\Users\\Mona\\Letters\\", 15, Letters), L"C:\\Us…\\Letters\\");
 }
 
 TEST(DisplayText, APathLosesFoldersWithArabicNamesAsAWhole) {
-    EXPECT_EQ(Shortened(L"C:\\العمل\\الحسابات\\Plan.xlsx", 25, Letters),
-              L"C:\\العمل\\…\\Plan.xlsx");
-    EXPECT_EQ(Shortened(L"C:\\الحسابات\\Plan.xlsx", 18, Letters), L"C:\\…\\Plan.xlsx");
-    EXPECT_EQ(Shortened(L"C:\\Docs\\Accounts\\الحسابات.xlsx", 23, Letters),
+    EXPECT_EQ(Shorten(L"C:\\العمل\\الحسابات\\Plan.xlsx", 25, Letters), L"C:\\العمل\\…\\Plan.xlsx");
+    EXPECT_EQ(Shorten(L"C:\\الحسابات\\Plan.xlsx", 18, Letters), L"C:\\…\\Plan.xlsx");
+    EXPECT_EQ(Shorten(L"C:\\Docs\\Accounts\\الحسابات.xlsx", 23, Letters),
               L"C:\\Docs\\…\\الحسابات.xlsx");
 }
 
 TEST(DisplayText, APathWithoutRoomIsItsName) {
-    EXPECT_EQ(Shortened(L"C:\\Docs\\Diary.txt", 11, Letters), L"…\\Diary.txt");
+    EXPECT_EQ(Shorten(L"C:\\Docs\\Diary.txt", 11, Letters), L"…\\Diary.txt");
     EXPECT_TRUE(IsShownAsPath(L"…\\Diary.txt"));
     EXPECT_TRUE(IsShownAsPath(L"C:\\Docs"));
     EXPECT_FALSE(IsShownAsPath(L"Diary…"));
@@ -46,15 +45,15 @@ TEST(DisplayText, APathWithoutRoomIsItsName) {
 }
 
 TEST(DisplayText, ANameThatDoesNotFitLosesItsEnd) {
-    EXPECT_EQ(Shortened(L"C:\\a\\Diary of the long way.txt", 8, Letters), L"…\\Diary…");
-    EXPECT_EQ(Shortened(L"Backing up everything", 8, Letters), L"Backing…");
-    EXPECT_EQ(Shortened(L"Backing", 0, Letters), L"…");
+    EXPECT_EQ(Shorten(L"C:\\a\\Diary of the long way.txt", 8, Letters), L"…\\Diary…");
+    EXPECT_EQ(Shorten(L"Backing up everything", 8, Letters), L"Backing…");
+    EXPECT_EQ(Shorten(L"Backing", 0, Letters), L"…");
 }
 
 TEST(DisplayText, ShorteningKeepsSurrogatesTogether) {
     const std::wstring text = {0xD83D, 0xDE00, 0xD83D, 0xDE00, 0xD83D, 0xDE00};
     const std::wstring expected = {0xD83D, 0xDE00, 0x2026};
-    EXPECT_EQ(Shortened(text, 4, Letters), expected);
+    EXPECT_EQ(Shorten(text, 4, Letters), expected);
 }
 
 TEST(DisplayText, WordsWrapAtBlanks) {

@@ -80,7 +80,7 @@ TEST(Layout, ControlsMoveAndGrowByTheirShares) {
          {10, 20, 243, 114}},
     };
     for (const Row& row : rows) {
-        EXPECT_EQ(Arranged(row.place, row.flow, kDesign, row.client, row.dpi), row.expected)
+        EXPECT_EQ(BoundsFor(row.place, row.flow, kDesign, row.client, row.dpi), row.expected)
             << row.what;
     }
 }
@@ -91,15 +91,15 @@ TEST(Layout, NeighboursMeetOnEveryScreenAndAtEverySize) {
     for (const int dpi : {96, 120, 144, 168, 192}) {
         for (int surplus = 0; surplus < 7; ++surplus) {
             const Size client{Scaled(kDesign.width, dpi) + surplus, Scaled(kDesign.height, dpi)};
-            const Rect left = Arranged(first, {.growX = 50}, kDesign, client, dpi);
-            const Rect right = Arranged(second, {.moveX = 50, .growX = 50}, kDesign, client, dpi);
+            const Rect left = BoundsFor(first, {.growX = 50}, kDesign, client, dpi);
+            const Rect right = BoundsFor(second, {.moveX = 50, .growX = 50}, kDesign, client, dpi);
             EXPECT_EQ(left.right, right.left) << dpi << " dpi, " << surplus << " more";
         }
     }
 }
 
 TEST(Layout, AHugeFormDoesNotOverflow) {
-    const Rect rect = Arranged({10, 10, 10, 10}, {.moveX = 100}, kDesign, {2000000000, 200}, 96);
+    const Rect rect = BoundsFor({10, 10, 10, 10}, {.moveX = 100}, kDesign, {2000000000, 200}, 96);
     EXPECT_EQ(rect.left, 2000000000 - 400 + 10);
 }
 
