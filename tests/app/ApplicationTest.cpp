@@ -99,7 +99,7 @@ TEST_F(App, StartedAgainInAnotherLanguageItRebuildsTheMainWindow) {
     EXPECT_EQ(Main().Text(L"lblBackages"), L"8") << "the list was saved before";
 }
 
-TEST_F(App, AHandlerThatFailsTellsOnceAndTheWindowComesBack) {
+TEST_F(App, FailingHandler_IsReportedOnce_WindowComesBack) {
     WriteDefaultList({letter});
     Start();
     world.files.FailNth(1, error_number::kDeviceError, OnlyCalls({FileCall::Stat}));
@@ -220,7 +220,7 @@ TEST_F(App, SingleItemModeBacksUpAFolder) {
     EXPECT_TRUE(world.disk.Stat(state.BackupTo + L"\\Work«0001»\\a.txt"));
 }
 
-TEST_F(App, AMissingListIsToldAndTheOpeningScreenStays) {
+TEST_F(App, MissingList_IsReported_OpeningScreenStays) {
     Start(L"C:\\no such list.vwl");
     const ToldError error = world.errors.TakeOne();
     EXPECT_EQ(error.number, error_number::kListPathMissing);

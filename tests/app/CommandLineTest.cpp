@@ -54,7 +54,7 @@ TEST(CommandLine, IsSilentByItsFirstTwoCharacters) {
     }
 }
 
-TEST(CommandLine, KnowsStartupOnlyWhenNothingFollows) {
+TEST(CommandLine, Startup_WithMoreBehind_IsNoSwitch) {
     struct Row {
         std::wstring_view arguments;
         bool isStartup;
@@ -116,7 +116,7 @@ TEST(CommandLine, BacksUpListsItemsOrTheDefaultList) {
     for (const Row& row : rows) Check(row);
 }
 
-TEST(CommandLine, KnowsTheOtherSwitchesWithAnyArgument) {
+TEST(CommandLine, OtherSwitches_AnyArgument_AreRecognised) {
     using enum StartAction;
     const Row rows[] = {
         {L"/R", L"/R", L"", Restore},

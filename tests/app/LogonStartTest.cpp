@@ -149,7 +149,7 @@ TEST_F(LogonStarts, OfAProgramBesideAHardDriveAreRefused) {
 }
 
 // The entry is written in the ANSI code page: with "?" in it, it would start nothing.
-TEST_F(LogonStarts, WithAPathThatTheCodePageLacks_AreRefusedAndTold) {
+TEST_F(LogonStarts, PathOutsideTheCodePage_IsRefusedAndReported) {
     world.ansi.Use(1252);
     state.applicationFolder = L"C:\\برنامج";
     state.currentListPath = L"C:\\برنامج\\FilesList.vwl";
@@ -204,7 +204,7 @@ TEST_F(LogonStarts, SwitchOn_WithoutTheRights_LeavesTheMarkClear) {
     EXPECT_FALSE(withoutRights.ApplicationSartup());
 }
 
-TEST_F(LogonStarts, TellAnErrorAsTheirOwn) {
+TEST_F(LogonStarts, Error_IsReportedUnderItsName) {
     world.files.FailFrom(1, error_number::kNotReady);
     System failing = world.With(world.files);
     LogonStart onFailingDrive(failing, api, settings, state, onChange);

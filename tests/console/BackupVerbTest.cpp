@@ -47,7 +47,7 @@ TEST_F(VwBackup, UnchangedItems_AreLeftAlone) {
     EXPECT_EQ(ReadTree(vault), before);
 }
 
-TEST_F(VwBackup, MissingItems_KeepTheirCopiesUnlessToldOtherwise) {
+TEST_F(VwBackup, MissingItems_WithoutOption_KeepTheirCopies) {
     MakeList({L"a.txt", L"Work\\"});
     RunsTo(0, L"backup " + List());
     const Tree before = ReadTree(vault);

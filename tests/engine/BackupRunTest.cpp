@@ -212,7 +212,7 @@ TEST(BackupRun, LargeFile_CancelledMeanwhile_IsCopiedToItsEnd) {
     EXPECT_EQ(world.exitStatus.Code(), error_number::kCancelled);
 }
 
-TEST(BackupRun, ExitCodeTellsTheFirstFailure) {
+TEST(BackupRun, ExitCode_SeveralFailures_IsTheFirst) {
     EngineFixture world;
     world.tree.File(L"locked.txt", "x", Day(1));
     const FileHandle held = HoldOpen(world.Path(L"locked.txt"));
@@ -260,7 +260,7 @@ TEST(BackupRun, NamesTheProcedureOfAFailedFile) {
     EXPECT_EQ(result.errors[0].path, world.Path(L"a.txt"));
 }
 
-TEST(BackupRun, TellsAListThatCannotBeRead) {
+TEST(BackupRun, UnreadableList_IsReported) {
     EngineFixture world;
     world.List({});
     const FileHandle held = HoldOpen(world.state.currentListPath);
@@ -332,7 +332,7 @@ TEST(BackupPath, MakesASafetyCopyWithoutRotationOrChangeTest) {
     }
 }
 
-TEST(BackupPath, KeepsWhatStoodInThePlaceOfASafetyCopyThatFails) {
+TEST(BackupPath, FailedSafetyCopy_KeepsWhatWasInItsPlace) {
     EngineFixture world;
     const std::wstring file = world.tree.File(L"a.txt", "new", Day(1));
     const std::wstring safety = world.tree.File(L"Store\\a«0021».txt", "old");

@@ -85,7 +85,7 @@ TEST(Cancel, InAFolderStopsAtTheNextFile) {
     EXPECT_EQ(ReadTree(world.Store(L"Work«0001»")), ReadTree(world.Path(L"Work")));
 }
 
-TEST(Cancel, InAFolderIsToldInTheLanguageOfTheWindows) {
+TEST(Cancel, InAFolder_IsReportedInTheWindowsLanguage) {
     EngineFixture world;
     world.List({L"Work\\"});
     MakeSources(world, 1);
@@ -194,7 +194,7 @@ TEST(Cancel, WhileTheCopiesMakeRoomIsNotDone) {
     EXPECT_EQ(world.Copies(), (Listing{{L"a«0001».txt", "2"}}));
 }
 
-TEST(Cancel, OfASingleItemIsToldByTheExitCode) {
+TEST(Cancel, SingleItem_SetsTheExitCode) {
     EngineFixture world;
     MakeSources(world, 1);
     CancelBefore(world, FileCall::Copy, 1, L"a.txt");

@@ -150,7 +150,7 @@ TEST(ChangeTest, TakesAnItemNamedLikeACopyForOne) {
     EXPECT_NE(world.Comment(L"b«0001»«0001».txt").find("2003"), std::string::npos);
 }
 
-TEST(VanishedItem, WithoutCopiesIsToldAndUnchanged) {
+TEST(VanishedItem, WithoutCopies_IsReportedAndUnchanged) {
     EngineFixture world;
     world.List({L"a.txt", L"Work\\", L"Rule\\*"});
     const RunResult result = world.Run();
@@ -161,7 +161,7 @@ TEST(VanishedItem, WithoutCopiesIsToldAndUnchanged) {
     EXPECT_EQ(world.Copies(), Listing());
 }
 
-TEST(VanishedItem, ExitCodeTellsAFolderFromAFile) {
+TEST(VanishedItem, ExitCode_DiffersForFolderAndFile) {
     EngineFixture world;
     for (const wchar_t* item : {L"Work\\", L"Rule\\*"}) {
         world.List({item});

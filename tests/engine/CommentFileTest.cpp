@@ -190,7 +190,7 @@ TEST(CommentFile, StaysWholeWhenItsWritingFails) {
     }
 }
 
-TEST(CommentFile, ThatCannotBeReadIsTold) {
+TEST(CommentFile, Unreadable_IsReported) {
     EngineFixture world;
     const std::wstring copy = world.Store(L"a«0001».txt");
     const FileHandle held = HoldOpen(world.tree.File(L"Store\\a«0001».txt.vwc", "text"));
@@ -230,7 +230,7 @@ TEST(StoredDate, ThatIsDamagedIsWhatItsDigitsGive) {
     EXPECT_EQ(dateOf("\x01\xff\x00garbage"s), MakeDate({0, 0, 0, 0, 0, 0}));
 }
 
-TEST(StoredDate, ThatIsImpossibleIsToldWithItsFile) {
+TEST(StoredDate, Impossible_IsReportedWithItsFile) {
     EngineFixture world;
     world.tree.File(L"Store\\a«0001».txt.vwc", std::string(kDateLabel) + "31/12/9999-24:00:00");
     const RunResult result = world.With([&](CPackage& engine) {

@@ -56,7 +56,7 @@ TEST(GetBackupTo, MeansTheBackupFolderOfABareDrive) {
     EXPECT_EQ(world.state.BackupTo, L"Q:\\Backup");
 }
 
-TEST(GetBackupTo, TakesADriveRootAsItStands) {
+TEST(GetBackupTo, DriveRoot_IsTakenUnchanged) {
     EngineFixture world;
     const std::wstring root = world.Path().substr(0, 3);
     world.ListText(L"BackupTo: " + root + L"\r\n");
@@ -81,14 +81,14 @@ TEST(GetBackupTo, EndsTheProgramAtTheFirstMissingDestination) {
     EXPECT_EQ(result.exitCode, error_number::kPathNotFound);
 }
 
-TEST(GetBackupTo, TellsAListThatCannotBeRead) {
+TEST(GetBackupTo, UnreadableList_IsReported) {
     EngineFixture world;
     world.List({});
     const FileHandle held = HoldOpen(world.state.currentListPath);
     EXPECT_EQ(Joined(GetBackupTo(world).lines), Joined({L"! 70 GetBackupTo ~\\App\\List.vwl"}));
 }
 
-TEST(MissingDestination, IsToldInABoxReadFromTheRight) {
+TEST(MissingDestination, IsReportedInARightToLeftBox) {
     EngineFixture world;
     world.state.BackupTo = world.Path(L"Nowhere");
     world.boxes.Expect({});

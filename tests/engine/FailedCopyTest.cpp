@@ -59,7 +59,7 @@ TEST(FailedCopy, OfAFileThatWasCutShortIsRemoved) {
     world.ExpectRun(BackedUp(L"~\\a.txt"));
 }
 
-TEST(FailedCopy, OfAFileThatIsNotThereAfterwardsIsTold) {
+TEST(FailedCopy, FileMissingAfterwards_IsReported) {
     EngineFixture world;
     MakeHistory(world);
     const Tree before = ReadTree(world.Store());
@@ -69,7 +69,7 @@ TEST(FailedCopy, OfAFileThatIsNotThereAfterwardsIsTold) {
     EXPECT_EQ(ReadTree(world.Store()), before);
 }
 
-TEST(FailedCopy, CutShortByAFullDiskIsToldAsFull) {
+TEST(FailedCopy, CutShortByAFullDisk_IsReportedAsFull) {
     EngineFixture world;
     MakeHistory(world);
     const Tree before = ReadTree(world.Store());
@@ -212,7 +212,7 @@ TEST(FailedCopy, WhoseCommentCannotBeWrittenLeavesTheSeriesAlone) {
     }
 }
 
-TEST(FailedCopy, OfASubFolderThatCannotBeReadIsToldWithIt) {
+TEST(FailedCopy, UnreadableSubFolder_IsReportedWithItsPath) {
     EngineFixture world;
     MakeHistory(world);
     world.List({L"Work\\"});
@@ -227,7 +227,7 @@ TEST(FailedCopy, OfASubFolderThatCannotBeReadIsToldWithIt) {
     EXPECT_FALSE(Exists(world.Store(L"Work«0001»\\Sub")));
 }
 
-TEST(FailedCopy, OfAnItemThatCannotBeReadAtAllIsTold) {
+TEST(FailedCopy, UnreadableItem_IsReported) {
     EngineFixture world;
     MakeHistory(world);
     world.List({L"Work\\"});
@@ -258,7 +258,7 @@ TEST(FailedCopy, CountsWhatCouldNotBeCheckedAsFailed) {
     EXPECT_NE(ReadTree(world.Store()), before);
 }
 
-TEST(FailedCopy, OfAFileThatVanishedMeanwhileIsTold) {
+TEST(FailedCopy, FileVanishedMeanwhile_IsReported) {
     EngineFixture world;
     MakeHistory(world);
     world.List({L"Work\\"});
@@ -280,7 +280,7 @@ void GrowWhileCopied(EngineFixture& world) {
     });
 }
 
-TEST(ChangingSource, IsToldAndItsCopyCounts) {
+TEST(ChangingSource, IsReported_CopyCounts) {
     EngineFixture world;
     MakeHistory(world);
     GrowWhileCopied(world);
@@ -304,7 +304,7 @@ TEST(ChangingSource, IsToldAndItsCopyCounts) {
     world.ExpectRun(NoChange(L"~\\a.txt") + NoChange(L"~\\Work\\"));
 }
 
-TEST(ChangingSource, IsToldInTheLanguageOfTheWindows) {
+TEST(ChangingSource, IsReportedInTheWindowsLanguage) {
     EngineFixture world;
     MakeHistory(world);
     world.state.language = Language::Arabic;

@@ -76,7 +76,7 @@ TEST(FreeSpace, OfAMissingItemIsOneByteLess) {
     world.ExpectRun(Missing(L"~\\a.txt") + Lines{L"! 1004 BackupPath ~\\Store"});
 }
 
-TEST(FreeSpace, OfTheTemporaryFolderStandsInForADestinationThatIsNoFixedDisk) {
+TEST(FreeSpace, NoFixedDisk_TemporaryFolderIsMeasured) {
     for (const DriveType kind : {DriveType::Removable, DriveType::Network, DriveType::Optical,
                                  DriveType::Memory, DriveType::Unknown}) {
         EngineFixture world;
@@ -93,7 +93,7 @@ TEST(FreeSpace, OfTheTemporaryFolderStandsInForADestinationThatIsNoFixedDisk) {
     }
 }
 
-TEST(FreeSpace, ThatTheDriveDoesNotTellIsToldAndTheItemGoesOn) {
+TEST(FreeSpace, Unknown_IsReported_ItemIsBackedUp) {
     EngineFixture world;
     world.tree.File(L"a.txt", "a", Day(1));
     world.List({L"a.txt"});

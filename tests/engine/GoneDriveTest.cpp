@@ -129,7 +129,7 @@ class GoneDrive : public testing::Test {
     std::wstring unplugged_;
 };
 
-TEST_F(GoneDrive, OfTheItemIsToldOnceAndCostsNothing) {
+TEST_F(GoneDrive, OfTheItem_IsReportedOnce_LosesNothing) {
     for (int file = 1; file <= 4; ++file) {
         SCOPED_TRACE(file);
         StartOver();
@@ -143,7 +143,7 @@ TEST_F(GoneDrive, OfTheItemIsToldOnceAndCostsNothing) {
     }
 }
 
-TEST_F(GoneDrive, OfTheItemThatRaisesIsToldOnceAndCostsNothing) {
+TEST_F(GoneDrive, OfTheItemThatThrows_IsReportedOnce_LosesNothing) {
     for (int file = 1; file <= 4; ++file) {
         SCOPED_TRACE(file);
         StartOver();
@@ -157,7 +157,7 @@ TEST_F(GoneDrive, OfTheItemThatRaisesIsToldOnceAndCostsNothing) {
     }
 }
 
-TEST_F(GoneDrive, OfTheDestinationIsToldOnceAndCostsNothing) {
+TEST_F(GoneDrive, OfTheDestination_IsReportedOnce_LosesNothing) {
     for (int file = 1; file <= 4; ++file) {
         SCOPED_TRACE(file);
         StartOver();
@@ -170,7 +170,7 @@ TEST_F(GoneDrive, OfTheDestinationIsToldOnceAndCostsNothing) {
     }
 }
 
-TEST_F(GoneDrive, OfTheDestinationThatRaisesIsToldOnceAndCostsNothing) {
+TEST_F(GoneDrive, OfTheDestinationThatThrows_IsReportedOnce) {
     for (int file = 1; file <= 4; ++file) {
         SCOPED_TRACE(file);
         StartOver();
@@ -183,7 +183,7 @@ TEST_F(GoneDrive, OfTheDestinationThatRaisesIsToldOnceAndCostsNothing) {
     }
 }
 
-TEST_F(GoneDrive, BetweenTwoFoldersOfTheItemIsToldOnceAndCostsNothing) {
+TEST_F(GoneDrive, BetweenFoldersOfTheItem_IsReportedOnce) {
     // The first listing of the sub-folder takes its dates, the second its files.
     Unplug(L"Work", [count = 0](const FileOperation& operation) mutable {
         return operation.call == FileCall::List &&
@@ -199,7 +199,7 @@ TEST_F(GoneDrive, BetweenTwoFoldersOfTheItemIsToldOnceAndCostsNothing) {
     ExpectRecovery();
 }
 
-TEST_F(GoneDrive, BetweenTwoFoldersOfTheCopyIsToldOnceAndCostsNothing) {
+TEST_F(GoneDrive, BetweenFoldersOfTheCopy_IsReportedOnce) {
     Unplug(L"Store", [](const FileOperation& operation) {
         return operation.call == FileCall::CreateFolder && operation.path.ends_with(L"\\Sub\\");
     });
@@ -208,7 +208,7 @@ TEST_F(GoneDrive, BetweenTwoFoldersOfTheCopyIsToldOnceAndCostsNothing) {
     ExpectRecovery();
 }
 
-TEST_F(GoneDrive, WhileACopiedFolderIsCheckedIsToldOnceAndCostsNothing) {
+TEST_F(GoneDrive, DuringTheCheckOfAFolder_IsReportedOnce) {
     // The sub-folder is the third that is checked, with a good copy of the first two files behind.
     for (const wchar_t* folder : {L"\\", L"\\Sub\\", L"\\Zlast\\"}) {
         StartOver();
@@ -219,7 +219,7 @@ TEST_F(GoneDrive, WhileACopiedFolderIsCheckedIsToldOnceAndCostsNothing) {
     }
 }
 
-TEST_F(GoneDrive, WhileACopiedFileIsCheckedIsToldOnceAndCostsNothing) {
+TEST_F(GoneDrive, DuringTheCheckOfAFile_IsReportedOnce) {
     // All files are cut short, so that each is looked at.
     world_.files.OnOperation([&](const FileOperation& operation) {
         if (operation.call == FileCall::Stat && unplugged_.empty() &&

@@ -211,7 +211,7 @@ class ItemFaults : public testing::TestWithParam<Scenario> {
     std::map<int, Content> copiesAfter_;
 };
 
-TEST_P(ItemFaults, OnceLoseNothingAndAreTold) {
+TEST_P(ItemFaults, Once_AreReported_LoseNothing) {
     int points = 0;
     for (const int number :
          {error_number::kDeviceError, error_number::kDiskFull, error_number::kPermissionDenied}) {
@@ -222,7 +222,7 @@ TEST_P(ItemFaults, OnceLoseNothingAndAreTold) {
     EXPECT_GT(points, 40);
 }
 
-TEST_P(ItemFaults, FromThereOnLoseNothingAndAreTold) {
+TEST_P(ItemFaults, FromThereOn_AreReported_LoseNothing) {
     int points = 0;
     for (const int number :
          {error_number::kDeviceError, error_number::kDiskFull, error_number::kPermissionDenied}) {

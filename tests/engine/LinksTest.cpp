@@ -17,7 +17,7 @@ bool MakeLinkedWork(const EngineFixture& world) {
     return world.tree.Link(L"Work\\Sub\\link", L"Elsewhere");
 }
 
-TEST(Links, ToFoldersAreLeftOutAndTold) {
+TEST(Links, ToFolders_AreSkippedAndReported) {
     EngineFixture world;
     if (!MakeLinkedWork(world)) GTEST_SKIP() << kNoLinks;
     world.List({L"Work\\"});
@@ -34,7 +34,7 @@ TEST(Links, ToFoldersAreLeftOutAndTold) {
                                        {L"Work«0001»\\Sub\\b.txt", "b"}}));
 }
 
-TEST(Links, AreToldInTheLanguageOfTheWindows) {
+TEST(Links, AreReportedInTheWindowsLanguage) {
     EngineFixture world;
     if (!MakeLinkedWork(world)) GTEST_SKIP() << kNoLinks;
     world.state.language = Language::Arabic;

@@ -33,7 +33,7 @@ TEST(ListReading, TakesFieldsByCommaLineAndQuote) {
     world.ExpectRun(BackedUp(L"~\\a.txt") + BackedUp(L"~\\c,d.txt") + BackedUp(L"~\\b.txt"));
 }
 
-TEST(ListReading, KnowsTheKeysInAnyLetterCaseAnywhere) {
+TEST(ListReading, Keys_AnyLetterCaseAnywhere_AreRecognised) {
     EngineFixture world;
     MakeFiles(world);
     const std::wstring second = world.tree.Folder(L"Second");
@@ -55,7 +55,7 @@ TEST(ListReading, KeepsCountAndDestinationWithoutKeyLines) {
     EXPECT_EQ(world.state.BackupTo, world.Store());
 }
 
-TEST(ListReading, TakesTheDestinationOfABareDriveAsItStands) {
+TEST(ListReading, BareDriveAsDestination_IsTakenUnchanged) {
     EngineFixture world;
     world.ListText(L"BackupTo: Q:\r\n");
     world.boxes.Expect(L"\r\nQ:");

@@ -57,7 +57,7 @@ TEST(LocationNumber, TakesTheFirstFreeOne) {
     EXPECT_EQ(LocationOf(world, L"Docs\\a.txt"), 1);
 }
 
-TEST(LocationNumber, IsFreeWhereAFolderStands) {
+TEST(LocationNumber, FolderInThePlaceOfAFile_IsFree) {
     EngineFixture world;
     world.tree.Folder(L"Store\\a«0001».txt");
     EXPECT_EQ(LocationOf(world, L"a.txt"), 0);
@@ -244,7 +244,7 @@ TEST(LocationNumber, WithAFolderForItsCommentIsPassedBy) {
 }
 
 // The network or the device is away: every comment would fail alike.
-TEST(LocationNumber, ThatTheDriveCannotGiveSkipsTheItemAndIsTold) {
+TEST(LocationNumber, DriveFails_IsReported_ItemIsSkipped) {
     EngineFixture world;
     world.tree.File(L"a.txt", "1", Day(1));
     world.tree.File(L"b.txt", "1", Day(1));

@@ -184,7 +184,7 @@ TEST(BusyDestination, IsNotWaitedForAfterACancel) {
     }
 }
 
-TEST(BusyDestination, IsToldInTheLanguageOfTheWindows) {
+TEST(BusyDestination, IsReportedInTheWindowsLanguage) {
     EngineFixture world;
     world.tree.File(L"a.txt", "a", Day(1));
     world.List({L"a.txt"});

@@ -39,7 +39,7 @@ TEST(OddPaths, WithLongNamesAreBackedUp) {
     EXPECT_EQ(world.Copies(), (Listing{{std::wstring(235, L'n') + L"«0001».txt", "long"}}));
 }
 
-TEST(OddPaths, WithNamesTooLongForACopyAreToldAndLeaveNothing) {
+TEST(OddPaths, NameTooLongForACopy_IsReported_LeavesNothing) {
     for (const std::size_t length : {242U, 246U, 251U}) {
         EngineFixture world;
         const std::wstring name = std::wstring(length, L'n');

@@ -106,7 +106,7 @@ TEST(PackerBatch, IsWrittenInTheCodePage) {
     EXPECT_NE(packer.Batch().find("\"\xE3\xE1\xDD.pkg\""), std::string::npos);
 }
 
-TEST(PackerBatch, ThatCannotBeWrittenIsToldAndNotStarted) {
+TEST(PackerBatch, Unwritable_IsReportedAndNotStarted) {
     EngineFixture world;
     Packer packer(world);
     packer.Call(L"", L"", L"", false, false);

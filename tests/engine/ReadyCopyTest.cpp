@@ -119,7 +119,7 @@ TEST(ReadyCopyOfAKilledRun, IsFinishedForAnItemThatVanished) {
     EXPECT_EQ(world.Copies(), (Listing{{L"a«0002».txt", "4"}, {L"a«0003».txt", "3"}}));
 }
 
-TEST(ReadyCopyOfAKilledRun, IsToldInTheLanguageOfTheWindows) {
+TEST(ReadyCopyOfAKilledRun, IsReportedInTheWindowsLanguage) {
     EngineFixture world;
     MakeSeries(world);
     world.state.language = Language::Arabic;
@@ -156,7 +156,7 @@ TEST(ReadyCopyOfAKilledRun, ReplacesCopyOneWhenTheCountIsZero) {
               (Listing{{L"a«0001».txt", "4"}, {L"a«0002».txt", "2"}, {L"a«0003».txt", "1"}}));
 }
 
-TEST(ReadyCopyOfAKilledRun, StaysUntilAHeldCopyLetsGo) {
+TEST(ReadyCopyOfAKilledRun, HeldCopy_StaysUntilItIsReleased) {
     EngineFixture world;
     MakeSeries(world);
     world.tree.File(L"Store\\" + LeftOverName(world, WorkingState::Ready, L"a.txt", DeadProcess(),

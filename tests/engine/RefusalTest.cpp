@@ -121,7 +121,7 @@ TEST(Refusal, DoesNotConcernWhatIsMissing) {
     world.ExpectRun(Missing(L"~\\Store\\none.txt") + NoChange(L"~\\Store\\none.txt"));
 }
 
-TEST(Refusal, LetsTheRunGoOn) {
+TEST(Refusal, OneItem_RunContinues) {
     EngineFixture world;
     world.tree.File(L"a.txt", "a", Day(1));
     world.List({L"Store\\", L"a.txt"});

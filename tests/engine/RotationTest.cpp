@@ -296,7 +296,7 @@ TEST(RenamePackages, WithoutCopiesDoesNothing) {
     EXPECT_EQ(world.Copies(), Listing());
 }
 
-TEST(RenamePackages, TellsThatACountOfZeroIsRefused) {
+TEST(RenamePackages, CountOfZero_IsReported) {
     EngineFixture world;
     MakeCopies(world, {1});
     world.state.copiesCount = 0;

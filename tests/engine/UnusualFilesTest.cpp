@@ -42,7 +42,7 @@ class SpecialItems : public testing::Test {
     EngineFixture world_;
 };
 
-TEST_F(SpecialItems, FileWithoutData_IsLeftOutToldAndNoFailure) {
+TEST_F(SpecialItems, FileWithoutData_IsSkippedAndReported_NoFailure) {
     IsLink(L"b.txt");
     const RunResult result = world_.Run();
     EXPECT_EQ(result.exitCode, 0);
@@ -56,7 +56,7 @@ TEST_F(SpecialItems, FileWithoutData_IsLeftOutToldAndNoFailure) {
     world_.ExpectRun(NoChange(L"~\\Work\\"));
 }
 
-TEST_F(SpecialItems, ItemThatIsAFileWithoutData_IsLeftOutToldAndKeepsItsCopies) {
+TEST_F(SpecialItems, ItemWithoutData_IsSkipped_KeepsItsCopies) {
     world_.tree.File(L"alias.exe", "x", Day(1));
     world_.List({L"alias.exe"});
     EXPECT_EQ(world_.Run().exitCode, 0);
@@ -124,7 +124,7 @@ TEST_F(SpecialItems, CloudOutOfReach_FailsTheItemOnceAndKeepsItsCopies) {
     EXPECT_EQ(world_.Copies(), before);
 }
 
-TEST_F(SpecialItems, EncryptedFiles_AreToldOncePerItem) {
+TEST_F(SpecialItems, EncryptedFiles_AreReportedOncePerItem) {
     world_.drive.marks[L"a.txt"] =
         world_.drive.marks[L"c.txt"] = [](FileInfo& facts) { facts.isEncrypted = true; };
     const RunResult result = world_.Run();

@@ -75,7 +75,7 @@ TEST(DeletePath, DeletesReadOnlyHiddenAndSystemItems) {
     EXPECT_TRUE(ReadTree(tree.Path()).empty());
 }
 
-TEST(DeletePath, TellsTheFileThatIsInUseAndLeavesIt) {
+TEST(DeletePath, FileInUse_IsReportedAndStays) {
     const TempTree tree;
     const std::wstring file = tree.File(L"Top\\Sub\\locked.txt");
     TestEnvironment world;
@@ -117,7 +117,7 @@ TEST(DeletePath, DoesNotTakeTheSystemsWordForIt) {
     EXPECT_EQ(told.path, folder);
 }
 
-TEST(DeletePath, AFileThatOnlySeemsDeletedIsToldWhenItsFolderStays) {
+TEST(DeletePath, FileOnlySeemsDeleted_FolderIsReported) {
     const TempTree tree;
     tree.File(L"Top\\a.txt");
     TestEnvironment world;
@@ -128,7 +128,7 @@ TEST(DeletePath, AFileThatOnlySeemsDeletedIsToldWhenItsFolderStays) {
     EXPECT_EQ(told.path, tree.Path(L"Top"));
 }
 
-TEST(DeletePath, TellsAFolderThatCannotBeRead) {
+TEST(DeletePath, UnreadableFolder_IsReported) {
     const TempTree tree;
     tree.File(L"Top\\Sub\\a.txt");
     TestEnvironment world;

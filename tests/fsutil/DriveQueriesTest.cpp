@@ -42,7 +42,7 @@ TEST(FolderOnFixedDrive, TrueForFixedDisksOnly) {
     }
 }
 
-TEST(FolderOnFixedDrive, KnowsRealDrives) {
+TEST(FolderOnFixedDrive, RealDrives_AreRecognised) {
     const TempTree tree;
     TestEnvironment world;
     EXPECT_TRUE(FolderOnFixedDrive(world.system, tree.Path()));
@@ -52,7 +52,7 @@ TEST(FolderOnFixedDrive, KnowsRealDrives) {
     EXPECT_FALSE(FolderOnFixedDrive(world.system, L"Q:\\Store"));
 }
 
-TEST(FolderOnFixedDrive, TellsWhenTheDiskCannotAnswer) {
+TEST(FolderOnFixedDrive, FailingDisk_IsReported) {
     TestEnvironment world;
     world.files.FailNth(1, error_number::kNotReady);
     EXPECT_FALSE(FolderOnFixedDrive(world.system, L"C:\\"));
@@ -109,7 +109,7 @@ TEST_F(TempPathTest, StartingEmptyReplacesAFileOfThatName) {
     world_.files.CreateFolder(Folder() + L"\\is a folder");
 }
 
-TEST_F(TempPathTest, TellsAFileInTheWayAndAFolderThatCannotBeMade) {
+TEST_F(TempPathTest, FileInTheWay_FolderNotMade_AreReported) {
     tree_.File(Folder(), "a file");
     EXPECT_EQ(TempPath(world_.system, name_, false), Folder());
     ToldError told = world_.errors.TakeOne();
@@ -171,7 +171,7 @@ TEST(FolderFreeSpace, NamesNoLetterForAServer) {
     }
 }
 
-TEST(FolderFreeSpace, KnowsRealDrives) {
+TEST(FolderFreeSpace, RealDrives_AreMeasured) {
     const TempTree tree;
     TestEnvironment world;
     ULARGE_INTEGER total{};
@@ -182,7 +182,7 @@ TEST(FolderFreeSpace, KnowsRealDrives) {
     EXPECT_THROW(FolderFreeSpace(world.system, tree.Path(), 1e18), RuntimeError);
 }
 
-TEST(FolderFreeSpace, TellsWhenTheDiskCannotAnswerAndDoesNotCallThatFull) {
+TEST(FolderFreeSpace, FailingDisk_IsReported_NotAsFull) {
     TestEnvironment world;
     world.files.FailNth(1, error_number::kNotReady);
     EXPECT_EQ(FolderFreeSpace(world.system, L"C:\\", 1000), 0);

@@ -115,7 +115,7 @@ TEST(TestEnvironment, TheEndOfTheProgramPassesEveryErrorTrap) {
     }
 }
 
-TEST(TestEnvironment, NotesToldErrorsForTheExitCode) {
+TEST(TestEnvironment, ReportedErrors_SetTheExitCode) {
     TestEnvironment world;
     ErrorTrap(world.errors, L"Module", L"Test")(L"First", [] { Throw(70, L"C:\\locked"); });
     ErrorTrap(world.errors, L"Module", L"Test")(L"Second", [] { Throw(61); });

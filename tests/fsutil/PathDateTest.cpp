@@ -167,7 +167,7 @@ TEST(PathDate, OfAFolderThatCannotBeReadIsWhatCouldBeRead) {
     EXPECT_EQ(PathDate(world.system, stored, tree.Path()), kEmptyFolderDate);
 }
 
-TEST(PathDate, TellsWhenTheDiskCannotAnswer) {
+TEST(PathDate, FailingDisk_IsReported) {
     const TempTree tree;
     TestEnvironment world;
     StoredDates stored;
@@ -208,7 +208,7 @@ TEST(PathDate, WalksPathsBeyond260Characters) {
     EXPECT_EQ(PathDate(world.system, stored, tree.Path()), MakeDate(kNew));
 }
 
-TEST(PathDate, LetsTheWindowEndTheWalk) {
+TEST(PathDate, WindowEndsTheWalk_ExceptionLeaves) {
     const TempTree tree;
     for (int i = 0; i < 10; ++i) tree.File(std::to_wstring(i));
     TestEnvironment world;

@@ -58,7 +58,7 @@ TEST(PathExist, FindsPathsBeyond260Characters) {
     EXPECT_FALSE(PathExist(world.system, tree.Path(relative + L"g.txt")));
 }
 
-TEST(PathExist, TellsWhenTheDiskCannotAnswer) {
+TEST(PathExist, FailingDisk_IsReported) {
     const TempTree tree;
     TestEnvironment world;
     world.files.FailNth(1, error_number::kPermissionDenied);

@@ -139,7 +139,7 @@ TEST(PathSize, OfAFolderThatCannotBeReadIsWhatCouldBeRead) {
     }
 }
 
-TEST(PathSize, TellsWhenTheDiskCannotAnswer) {
+TEST(PathSize, FailingDisk_IsReported) {
     const TempTree tree;
     TestEnvironment world;
     world.files.FailNth(1, error_number::kNotReady);
@@ -205,7 +205,7 @@ TEST(CPathSize, OfNothingIsEmpty) {
     EXPECT_EQ(CPathSize(world.system, L""), L"");
 }
 
-TEST(CPathSize, TellsWhenTheDiskCannotAnswer) {
+TEST(CPathSize, FailingDisk_IsReported) {
     const TempTree tree;
     TestEnvironment world;
     world.files.FailNth(1, error_number::kPermissionDenied);

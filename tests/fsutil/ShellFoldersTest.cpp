@@ -53,7 +53,7 @@ std::wstring Folder(int code, bool isWinNT = true, int* codeAfter = nullptr) {
     return path;
 }
 
-TEST(GetSpecialFolders, KnowsTheFoldersOfTheSystemByCodesFrom50) {
+TEST(GetSpecialFolders, CodesFrom50_AreFoldersOfTheSystem) {
     wchar_t buffer[MAX_PATH + 1] = {};
     GetWindowsDirectoryW(buffer, MAX_PATH);
     EXPECT_EQ(Folder(50), buffer);
@@ -132,7 +132,7 @@ TEST(WshShellInt, TheObjectIsMadeByTheFirstLookUp) {
     EXPECT_TRUE(shell.IsCreated());
 }
 
-TEST(WshShellInt, TellsASystemWithoutTheObject) {
+TEST(WshShellInt, SystemWithoutTheObject_IsReported) {
     test::FakeScriptShell fake([](int) { return L""; });
     fake.RefuseToCreate();
     TestEnvironment world;

@@ -74,7 +74,7 @@ TEST(Sort, SortsFiftyThousandPathsQuicklyAndKeepsTheWindowAlive) {
     EXPECT_GE(world.pump.Yields(), 50'000);
 }
 
-TEST(Sort, ShowsWholeTextsToWhoeverLooksMeanwhile) {
+TEST(Sort, ReaderDuringTheSort_SeesWholeTexts) {
     Texts texts;
     for (int i = 500; i > 0; --i) texts.push_back(L"text " + std::to_wstring(i));
     const Texts before = texts;

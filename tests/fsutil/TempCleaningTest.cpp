@@ -45,7 +45,7 @@ class Cleaning : public testing::Test {
     RecordingHost host;
 };
 
-TEST_F(Cleaning, EmptiesTheFolderAndTellsEachFile) {
+TEST_F(Cleaning, Folder_IsEmptied_EachFileIsReported) {
     tree.File(L"Temp\\a.tmp");
     tree.File(L"Temp\\Sub\\Deep\\b.tmp");
     tree.SetAttributes(L"Temp\\a.tmp", FILE_ATTRIBUTE_READONLY);
@@ -75,7 +75,7 @@ TEST_F(Cleaning, KeepsVbFilesOfTheFolderItself) {
     EXPECT_THAT(Left(), IsEmpty());
 }
 
-TEST_F(Cleaning, AFileInUseIsToldAndTheOthersGo) {
+TEST_F(Cleaning, FileInUse_IsReported_OthersAreRemoved) {
     tree.File(L"Temp\\a.tmp");
     const std::wstring used = tree.File(L"Temp\\b.tmp");
     tree.File(L"Temp\\c.tmp");
@@ -123,7 +123,7 @@ TEST_F(Cleaning, StopsAtACancel) {
     EXPECT_EQ(Left().size(), 4U);
 }
 
-TEST_F(Cleaning, AMissingFolderIsToldAsAnError) {
+TEST_F(Cleaning, MissingFolder_IsReportedAsAnError) {
     Clean();
     const ToldError error = world.errors.TakeOne();
     EXPECT_EQ(error.number, error_number::kPathNotFound);

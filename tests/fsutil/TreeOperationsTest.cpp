@@ -142,7 +142,7 @@ TEST(CreateFolders, RaisesForAMissingDrive) {
     EXPECT_EQ(ErrorOf([&] { CreateFolders(world.files, L"Q:\\a\\b"); }), 76);
 }
 
-TEST(CreateFolders, IsContentWithAFolderThatSomebodyElseMadeMeanwhile) {
+TEST(CreateFolders, FolderMadeMeanwhile_IsAccepted) {
     const TempTree tree;
     TestEnvironment world;
     world.files.OnOperation([&](const test::FileOperation& operation) {

@@ -35,7 +35,7 @@ std::wstring SampleText(std::wstring_view firstName) {
     return std::wstring(firstName).append(kSampleTail);
 }
 
-TEST(WorkingName, TellsItemCopyDateAndProcess) {
+TEST(WorkingName, Parsed_HasItemCopyDateAndProcess) {
     EXPECT_EQ(FormatWorkingName(Sample(), L"Report"), SampleText(L"Report"));
     EXPECT_EQ(ParseWorkingName(SampleText(L"Report")), Sample());
 }

@@ -24,12 +24,12 @@ TEST(Date, CountsSecondsFrom1601) {
     EXPECT_EQ(MakeDate({2005, 3, 5, 14, 7, 9}) - MakeDate({1970, 1, 1}), 1110031629);
 }
 
-TEST(Date, KnowsTheDatesThatStandForMissingAndEmpty) {
+TEST(Date, DatesOfMissingAndEmpty_AreGiven) {
     EXPECT_EQ(MakeDate({1000, 1, 1}), kMissingDate);
     EXPECT_EQ(MakeDate({1900, 1, 1}), kEmptyFolderDate);
 }
 
-TEST(Date, KnowsTheEndsOfTheCalendar) {
+TEST(Date, EndsOfTheCalendar_AreDates) {
     EXPECT_EQ(MakeDate({100, 1, 1}), kFirstDate);
     EXPECT_EQ(MakeDate({9999, 12, 31, 23, 59, 59}), kLastDate);
     EXPECT_EQ(PartsOf(kFirstDate), (DateParts{100, 1, 1, 0, 0, 0}));
@@ -99,7 +99,7 @@ TEST(Date, RefusesWhatIsNoDate) {
     }
 }
 
-TEST(Date, KnowsEveryDayOfTheCalendar) {
+TEST(Date, EveryDayOfTheCalendar_RoundTrips) {
     constexpr int kLengths[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
     Date date = kFirstDate;
     for (int year = 100; year <= 9999; ++year) {

@@ -14,7 +14,7 @@ std::wstring debugText;
 
 void WINAPI CatchDebugText(LPCWSTR text) { debugText = text; }
 
-TEST(DebugOutput, TellsTheErrorInTheFormOfTheProgram) {
+TEST(DebugOutput, Error_HasTheFormOfTheProgram) {
     const ImportHook hook("OutputDebugStringW", &CatchDebugText);
     DebugOutput().Report({L"RegValue", L"Class Module", L"CCommonAPI"},
                          RuntimeError(7, L"Out of memory", L"", 12));

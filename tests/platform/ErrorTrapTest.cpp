@@ -40,7 +40,7 @@ TEST(ErrorTrapTest, WithoutMeaningAndPathTheTextIsTheTwoLines) {
               L"Error 1000 in line 3\r\nin procedure BackupAll of Class Module CPackage");
 }
 
-TEST(ErrorTrapTest, AnErrorEndsTheBodyAndIsToldOnce) {
+TEST(ErrorTrapTest, Error_EndsTheBody_IsReportedOnce) {
     CollectingSink sink;
     bool reachedEnd = false;
     EXPECT_FALSE(ErrorTrap(sink, kProcedure.kind, kProcedure.container)(kProcedure.name, [&] {

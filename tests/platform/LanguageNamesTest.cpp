@@ -109,7 +109,7 @@ TEST_F(LanguageNames, OfTheKeyboardIsThatOfTheWholeLayoutNumber) {
     EXPECT_EQ(askedLanguages, (std::vector<DWORD>{0x10401, 0xA0000409}));
 }
 
-TEST_F(LanguageNames, OfAKeyboardThatTheSystemDoesNotTellAreNotArabic) {
+TEST_F(LanguageNames, UnknownKeyboard_IsNotArabic) {
     const ImportHook layouts("GetKeyboardLayoutNameW", &LayoutName);
     layoutName = nullptr;
     EXPECT_FALSE(api.LanguageIsArabic());

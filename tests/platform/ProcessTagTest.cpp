@@ -61,7 +61,7 @@ TEST(ProcessTagTest, AProcessThatEndedIsGone) {
     EXPECT_TRUE(IsGone(tag));
 }
 
-TEST(ProcessTagTest, ComputersOfOneName_AreToldApart) {
+TEST(ProcessTagTest, ComputersOfOneName_Differ) {
     EXPECT_NE(ComputerTag(L"desk", L"4c4c4544-0001"), ComputerTag(L"desk", L"4c4c4544-0002"));
     EXPECT_NE(ThisProcess().computer, ComputerTag(HostName(), {}));
 }

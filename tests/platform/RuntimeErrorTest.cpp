@@ -41,7 +41,7 @@ TEST(RuntimeError, DescribesEveryNumber) {
     }
 }
 
-TEST(RuntimeError, TellsNumberDescriptionPathAndLine) {
+TEST(RuntimeError, Thrown_HasNumberDescriptionPathAndLine) {
     std::uint_least32_t line = 0;
     try {
         line = SourceLocation::current().line() + 1;

@@ -51,7 +51,7 @@ TEST_F(ShellStartup, IsOffForAMissingOrEmptyEntry) {
     EXPECT_FALSE(api.ApplicationSartup(kEntry));
 }
 
-TEST_F(ShellStartup, WithoutTheRightsNothingIsSaidAndTheEntryTellsTheTruth) {
+TEST_F(ShellStartup, WithoutTheRights_NoMessage_EntryUnchanged) {
     registry.createKeyFails = ERROR_ACCESS_DENIED;
     api.ApplicationSartup(kEntry, L"C:\\a.exe /S", true);
     registry.createKeyFails.reset();

@@ -184,7 +184,7 @@ TEST_F(ShellSystem, IsWinNTOnlyOnPlatform2) {
     EXPECT_EQ(askedVersionSize, 156U);
 }
 
-TEST_F(ShellSystem, IsNotWinNTWhenTheSystemDoesNotTell) {
+TEST_F(ShellSystem, UnknownSystem_IsNotWinNT) {
     const ImportHook hook("GetVersionExA", &NoVersion);
     EXPECT_FALSE(api.IsWinNT());
 }

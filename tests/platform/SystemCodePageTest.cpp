@@ -40,7 +40,7 @@ TEST(SystemCodePage, NeverTakesALookAlike) {
     EXPECT_EQ(CodePage(1252).Encode(L"\u0100\u2212\uFF21"), "???");
 }
 
-TEST(SystemCodePage, KnowsPagesOfMoreThanOneByte) {
+TEST(SystemCodePage, PagesOfMoreThanOneByte_AreConverted) {
     EXPECT_EQ(CodePage(932).Encode(L"\u65E5a"),
               "\x93\xFA"
               "a");

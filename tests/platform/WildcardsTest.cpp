@@ -34,7 +34,7 @@ TEST(MatchesWildcard, MatchesPlainTextWithoutRegardToCase) {
     for (const Row& row : rows) Check(row);
 }
 
-TEST(MatchesWildcard, KnowsAnyCharacterAnyRunAndDigits) {
+TEST(MatchesWildcard, AnyCharacterAnyRunAndDigits_Match) {
     const Row rows[] = {
         {L"a", L"?", true},
         {L"", L"?", false},
@@ -65,7 +65,7 @@ TEST(MatchesWildcard, KnowsAnyCharacterAnyRunAndDigits) {
     for (const Row& row : rows) Check(row);
 }
 
-TEST(MatchesWildcard, KnowsListsRangesAndTheirNegation) {
+TEST(MatchesWildcard, ListsRangesAndTheirNegation_Match) {
     const Row rows[] = {
         {L"b", L"[abc]", true},
         {L"B", L"[abc]", true},

@@ -183,7 +183,7 @@ TEST_F(Win32FileSystemTest, PathsFarBeyondTheOldLimitWork) {
     EXPECT_EQ(files_.Read(folder + L"\\b.txt"), "deep");
 }
 
-TEST_F(Win32FileSystemTest, DrivesTellTheirKindAndFreeSpace) {
+TEST_F(Win32FileSystemTest, Drives_HaveKindAndFreeSpace) {
     EXPECT_EQ(files_.DriveTypeOf(L"C:\\windows"), DriveType::Fixed);
     EXPECT_EQ(files_.DriveTypeOf(L"\\\\server\\share\\x"), DriveType::Network);
     EXPECT_GT(files_.FreeSpace(L"C:\\"), 0U);

@@ -69,7 +69,7 @@ TEST(WindowEventPumpTest, BehindAClosedGateMessagesWait) {
     EXPECT_EQ(window.Count(), 1);
 }
 
-TEST(WindowEventPumpTest, TheWishToQuitIsToldOnceAndTheOtherMessagesGoOn) {
+TEST(WindowEventPumpTest, QuitMessage_IsReportedOnce_OthersContinue) {
     const CountingWindow window;
     WindowMessagePump pump;
     int told = 0;

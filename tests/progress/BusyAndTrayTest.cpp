@@ -104,7 +104,7 @@ TEST_P(BusyAndTray, ClosedAtAnyMomentOfItsWaitsItStaysClosed) {
     }
 }
 
-TEST_P(BusyAndTray, AFailureInTheMiddleOfTheDialogsClosingIsToldAndItCloses) {
+TEST_P(BusyAndTray, FailureDuringClosing_IsReported_DialogCloses) {
     dialog.Report(L"x", false);
     host.failing = L"ready";
     dialog.Window().Unload();
@@ -113,14 +113,14 @@ TEST_P(BusyAndTray, AFailureInTheMiddleOfTheDialogsClosingIsToldAndItCloses) {
     EXPECT_TRUE(state.cancel.IsRequested());
 }
 
-TEST_P(BusyAndTray, AFailureWhileMinimisingIsTold) {
+TEST_P(BusyAndTray, FailureWhileMinimising_IsReported) {
     dialog.Report(L"x", false);
     host.failing = L"icon";
     ShowWindow(dialog.Window().Handle(), SW_MINIMIZE);
     ExpectTold(L"Form_Resize", L"Form", L"frmBusyDialog");
 }
 
-TEST_P(BusyAndTray, AFailureOfAWaitIsToldOnceAndTheDialogStillEnds) {
+TEST_P(BusyAndTray, FailureOfAWait_IsReportedOnce_DialogEnds) {
     dialog.Report(L"x", false);
     world.pump.AtYield(3, [] { Throw(70); });
     dialog.BusyHide(true);

@@ -84,7 +84,7 @@ TEST_F(Browser, AFolderCopyIsAFolderWithItsSize) {
     EXPECT_EQ(browser.Copies().SubItem(0, L"BackupName"), vault + L"\\Letters«0001»");
 }
 
-TEST_F(Browser, LabelsTellSafetyCopies) {
+TEST_F(Browser, Labels_OfSafetyCopies_BeginWithU) {
     CopyFile(L"a«0002».txt");
     CopyFile(L"a«0021».txt");
     CopyFile(L"a«00ab».txt");
@@ -206,7 +206,7 @@ TEST_F(Browser, CopiesOfItemsBelowSuchAFolderAreFoundToo) {
     EXPECT_EQ(browser.Items().Selected(), 0);
 }
 
-TEST_F(Browser, AFailedListingIsToldAndTheNextOneWorks) {
+TEST_F(Browser, FailedListing_IsReported_NextOneWorks) {
     CopyFile(L"a«0001».txt");
     world.files.FailNth(1, error_number::kPermissionDenied, OnlyCalls({FileCall::List}));
     browser.ListRestoreFiles();

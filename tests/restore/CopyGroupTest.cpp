@@ -36,7 +36,7 @@ TEST(CopyGroup, OfAnItemIsOneHoweverTheCopiesAreMixed) {
     EXPECT_EQ(series[2].location, 1);
 }
 
-TEST(CopyGroup, KnowsTheCommentsOfItsCopies) {
+TEST(CopyGroup, CommentsOfItsCopies_AreNoted) {
     const auto series = Group({L"a\u00AB0001\u00BB.txt", L"a\u00AB0002\u00BB.txt"},
                               {L"A\u00AB0001\u00BB.TXT.VWC", L"b\u00AB0001\u00BB.txt.vwc"});
     ASSERT_EQ(series.size(), 1U);

@@ -113,7 +113,7 @@ TEST_F(Restore, DeletingAllCopiesAsksOnceFromTheLastUp) {
     EXPECT_NE(taken[2].find(L"«0001»"), std::wstring::npos);
 }
 
-TEST_F(Restore, ACopyThatCannotBeDeletedIsToldAndTheOthersGo) {
+TEST_F(Restore, CopyNotDeleted_IsReported_OthersAreDeleted) {
     const FileHandle held(CreateFileW((vault + L"\\Report«0002».doc").c_str(), GENERIC_READ,
                                       FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr));
     world.boxes.Expect(L"Report", BoxAnswer::Yes);
@@ -122,7 +122,7 @@ TEST_F(Restore, ACopyThatCannotBeDeletedIsToldAndTheOthersGo) {
     EXPECT_THAT(Labels(), ElementsAre(L"N02"));
 }
 
-TEST_F(Restore, DeletingACopyThatIsGoneIsToldAndTheListIsRight) {
+TEST_F(Restore, DeletingAGoneCopy_IsReported_ListIsRight) {
     tree.Remove(vault + L"\\Report«0002».doc");
     SelectCopy(L"N02");
     world.boxes.Expect(L"[N02]", BoxAnswer::Yes);
@@ -141,7 +141,7 @@ TEST_F(Restore, ACopyThatStaysKeepsItsComment) {
     EXPECT_THAT(Labels(), ElementsAre(L"N01", L"N02", L"N03"));
 }
 
-TEST_F(Restore, OpeningACopyThatIsGoneIsTold) {
+TEST_F(Restore, OpeningAGoneCopy_IsReported) {
     tree.Remove(vault + L"\\Report«0002».doc");
     SelectCopy(L"N02");
     commands.mnuOpenCopyClick();

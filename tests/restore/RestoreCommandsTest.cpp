@@ -27,7 +27,7 @@ TEST_F(Restore, OverwritesWithoutASafetyCopyWhatACopyHas) {
 
 // A run of another process has rotated since the copies were listed: under the name of the one that
 // the user chose is another.
-TEST_F(Restore, OfACopyThatWasMovedMeanwhileIsToldAndOverwritesNothing) {
+TEST_F(Restore, CopyMovedMeanwhile_IsReported_NothingOverwritten) {
     SelectCopy(L"N02");
     tree.File(vault + L"\\Report«0002».doc", "another", {2024, 1, 5, 9, 0, 0});
     commands.mnuRestoreClick();
@@ -35,7 +35,7 @@ TEST_F(Restore, OfACopyThatWasMovedMeanwhileIsToldAndOverwritesNothing) {
     EXPECT_EQ(ReadBytes(document), "state 3");
 }
 
-TEST_F(Restore, OfACopyThatMovesWhileTheQuestionStandsOverwritesNothing) {
+TEST_F(Restore, CopyMovesDuringQuestion_NothingOverwritten) {
     SelectCopy(L"N02");
     world.boxes.Expect(kQuestion, BoxAnswer::Yes);
     bool moved = false;
@@ -78,7 +78,7 @@ TEST_F(Restore, NoLeavesTheFileAndTheBusyDialog) {
     EXPECT_THAT(calls, ElementsAre(L"Restoring: " + document));
 }
 
-TEST_F(Restore, AsksNothingWhereNothingStands) {
+TEST_F(Restore, NothingAtTheTarget_AsksNothing) {
     tree.Remove(L"Docs\\Report.doc");
     commands.mnuRestoreClick();
     EXPECT_EQ(ReadBytes(document), "state 3");
@@ -100,7 +100,7 @@ TEST_F(Restore, ToAChosenPlaceTakesTheFolderAndTheItemsOwnName) {
     EXPECT_EQ(dialogs.shown[0].initialFolder, tree.Path(L"Docs"));
 }
 
-TEST_F(Restore, KeepsWhatStandsUnderTheRealNameThoughAnotherWasTyped) {
+TEST_F(Restore, OtherNameTyped_ItemAtTheRealNameIsKept) {
     tree.File(L"Elsewhere\\Report.doc", "somebody's", {2024, 3, 1, 0, 0, 0});
     dialogs.Expect(tree.Path(L"Elsewhere\\Typed.doc"));
     commands.mnuRestoreToClick();
@@ -199,7 +199,7 @@ TEST_F(Restore, ALockedTargetIsNotOverwritten) {
     EXPECT_EQ(ReadTree(tree.Path(L"Docs")).size(), 1U);
 }
 
-TEST_F(Restore, ACopyThatIsGoneIsTold) {
+TEST_F(Restore, GoneCopy_IsReported) {
     tree.Remove(vault + L"\\Report«0002».doc");
     SelectCopy(L"N02");
     commands.mnuRestoreClick();
@@ -210,7 +210,7 @@ TEST_F(Restore, ACopyThatIsGoneIsTold) {
     EXPECT_THAT(Labels(), ElementsAre(L"N01", L"N03"));
 }
 
-TEST_F(Restore, WithoutTheWholeDestinationItIsToldAndTheListsAreEmpty) {
+TEST_F(Restore, GoneDestination_IsReported_ListsAreEmpty) {
     tree.Remove(vault);
     SelectCopy(L"N02");
     commands.mnuRestoreClick();

@@ -74,7 +74,7 @@ TEST_F(Selection, OfAnotherItemStopsEveryCommandAndListsItsCopies) {
 }
 
 // What was asked is what is done.
-TEST_F(Selection, ThatMovesWhileTheQuestionStandsChangesNothingOfTheAnswer) {
+TEST_F(Selection, MovesDuringQuestion_AnswerCountsForTheFirst) {
     SelectCopy(L"N02");
     const std::wstring one = Give(&RestoreCommands::mnuDelCopyClick, [this] {
         SelectCopy(L"N03");

@@ -109,7 +109,7 @@ TEST_F(BackupSwitch, DoesNotTakeAFolderAsAnItem) {
     EXPECT_THAT(ReadTree(program.DefaultDestination()), IsEmpty());
 }
 
-TEST_F(BackupSwitch, TellsThatAnItemIsMissingAndEnds) {
+TEST_F(BackupSwitch, MissingItem_IsReported_RunEnds) {
     const std::wstring missing = program.tree.Path(L"Home\\Nobody.txt");
     RunsTo(53, L"/B " + missing);
     EXPECT_THAT(lines, ElementsAre(L"تأكد من توفر المجلد التالي", missing,

@@ -97,7 +97,7 @@ TEST_F(ProgramFile, ExecutesNoData) {
     }
 }
 
-TEST_F(ProgramFile, StandsAtAnyAddressIn64Bits) {
+TEST_F(ProgramFile, LoadAddress_IsRandomIn64Bits) {
     const WORD bits = headers.OptionalHeader.DllCharacteristics;
     EXPECT_TRUE(bits & IMAGE_DLLCHARACTERISTICS_DYNAMIC_BASE);
     EXPECT_TRUE(bits & 0x20) << "high entropy";
@@ -125,7 +125,7 @@ TEST_F(ShippedProgramFile, CarriesNoSymbolsAndNoPathOfABuild) {
 }
 
 // The linker's date would make each build another file.
-TEST_F(ProgramFile, DoesNotTellWhenItWasBuilt) { EXPECT_EQ(headers.FileHeader.TimeDateStamp, 0U); }
+TEST_F(ProgramFile, BuildTime_IsNotStored) { EXPECT_EQ(headers.FileHeader.TimeDateStamp, 0U); }
 
 // Everything that it needs is part of Windows: there is nothing to install beside it.
 TEST_F(ShippedProgramFile, NeedsNoRuntimeBesideIt) {
@@ -183,7 +183,7 @@ class ProgramResources : public testing::Test {
         LoadLibraryExW(BuiltProgram().c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE);
 };
 
-TEST_F(ProgramResources, TellItsVersionInFull) {
+TEST_F(ProgramResources, Version_IsComplete) {
     const std::wstring path = BuiltProgram();
     DWORD ignored = 0;
     std::vector<char> record(GetFileVersionInfoSizeW(path.c_str(), &ignored));

@@ -116,7 +116,7 @@ TEST_F(ExitCode, Is1000ForACopiesCountOfZero) {
     EXPECT_EQ(ReadBytes(vault + L"\\Letter«0001».txt"), "Dear Sir");
 }
 
-TEST_F(ExitCode, TellsWhatHappenedFirst) {
+TEST_F(ExitCode, SeveralFailures_IsTheFirst) {
     const FileHandle lock = Lock(program.tree.File(L"Home\\Locked.txt"));
     const std::wstring locked = program.tree.Path(L"Home\\Locked.txt");
     const std::wstring unplugged = L"BackupTo: " + program.tree.Path(L"Unplugged");

@@ -129,7 +129,7 @@ TEST_F(OtherSwitches, DLeavesATemporaryFolderThatHoldsMoreThanWaste) {
     EXPECT_TRUE(Exists(letter));
 }
 
-TEST_F(OtherSwitches, DTellsAFolderThatIsMissingAndCleansTheOthers) {
+TEST_F(OtherSwitches, D_MissingFolder_IsReported_OthersAreCleaned) {
     if (!UnderWine()) GTEST_SKIP() << "this would clean the machine's own temporary folders";
     program.tree.Remove(L"C:\\windows\\prefetch");
     const std::wstring report = program.tree.File(L"C:\\windows\\report.tmp");
@@ -167,7 +167,7 @@ TEST_F(OtherSwitches, RWithAnItemOrACopyChangesNothing) {
     }
 }
 
-TEST_F(OtherSwitches, RTellsThatTheDestinationIsMissing) {
+TEST_F(OtherSwitches, R_MissingDestination_IsReported) {
     WriteDefaultList();
     program.tree.Remove(L"Vault");
     RunsTo(76, L"/Restore " + letter);
@@ -175,7 +175,7 @@ TEST_F(OtherSwitches, RTellsThatTheDestinationIsMissing) {
     EXPECT_EQ(boxes[0].text, L"فشلت العملية بسبب عدم توفر مجلد النسخ إلى:\r\n" + vault);
 }
 
-TEST_F(OtherSwitches, AuthorIsToldInABox) {
+TEST_F(OtherSwitches, Author_IsShownInABox) {
     ProgramRun run(program.With(L"/Author"));
     const Box box = run.WaitForBox();
     EXPECT_EQ(box.title, L"Vaultwright");

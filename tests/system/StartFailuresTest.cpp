@@ -56,21 +56,21 @@ class StartFailures : public SystemTest {
     }
 };
 
-TEST_F(StartFailures, AMissingListIsToldAndTheIconStays) {
+TEST_F(StartFailures, MissingList_IsReported_IconStays) {
     const std::wstring missing = program.tree.Path(L"Missing.vwl");
     FailsInMain(4008, L"/B " + missing, L"Path not found\r\n" + missing);
     EXPECT_FALSE(Exists(missing));
     EXPECT_FALSE(Exists(program.DefaultList()));
 }
 
-TEST_F(StartFailures, AMissingListOfAnySilentSwitchIsTold) {
+TEST_F(StartFailures, MissingList_AnySilentSwitch_IsReported) {
     const std::wstring missing = program.tree.Path(L"No folder\\Missing.VWL");
     FailsInMain(4008, L"/backup " + Quoted(missing), L"Path not found\r\n" + missing);
     FailsInMain(4008, L"/S " + missing, L"Path not found\r\n" + missing);
     FailsInMain(4008, L"/Startup x.vwl", L"Path not found\r\nx.vwl");
 }
 
-TEST_F(StartFailures, AMissingItemToOpenIsTold) {
+TEST_F(StartFailures, MissingItemToOpen_IsReported) {
     FailsInMain(4008, L"/Startup now", L"Path not found\r\nnow");
     EXPECT_FALSE(Exists(program.SingleItemList()));
 }
@@ -90,7 +90,7 @@ TEST_F(StartFailures, APatternNamesNoList) {
     FailsInMain(4008, L"/B " + pattern, L"Path not found\r\n" + pattern);
 }
 
-TEST_F(StartFailures, AMissingPathIsToldWithAWindowToo) {
+TEST_F(StartFailures, MissingPath_WithAWindow_IsReported) {
     for (const std::wstring_view name : {L"Missing.vwl", L"Missing.txt"}) {
         const std::wstring missing = program.tree.Path(name);
         ProgramRun run(program.With(Quoted(missing)));
@@ -101,7 +101,7 @@ TEST_F(StartFailures, AMissingPathIsToldWithAWindowToo) {
     }
 }
 
-TEST_F(StartFailures, ACopiesCountThatIsNoNumberIsTold) {
+TEST_F(StartFailures, CopiesCountThatIsNoNumber_IsReported) {
     program.SetSetting(L"Backages", L"x");
     const std::wstring list = program.List(L"Letters.vwl", {L"BackupTo: " + vault, letter});
     FailsInMain(13, L"/B " + list, L"Type mismatch");

@@ -160,7 +160,7 @@ TEST(FormEventsOf, TheIconSpeaksByMouseMoves) {
     EXPECT_EQ(tray.events.mouse[0].first, WM_RBUTTONDOWN);
 }
 
-TEST(FormEventsOf, ANewTaskBarIsTold) {
+TEST(FormEventsOf, NewTaskBar_RaisesAnEvent) {
     LoadedForm tray(TrayForm(), Language::English);
     SendMessageW(tray.Handle(), RegisterWindowMessageW(L"TaskbarCreated"), 0, 0);
     EXPECT_EQ(tray.events.taskbars, 1);

@@ -136,7 +136,7 @@ TEST(FormState, AMinimisedDialogGrowsWithoutComingUp) {
     EXPECT_EQ(OuterSize(busy.form).cy, closed.cy + Scaled(192, busy.form.Dpi()));
 }
 
-TEST(FormState, SizesAreTold) {
+TEST(FormState, Sizes_RaiseEvents) {
     LoadedForm main(MainForm(), Language::English);
     main.events.sizes.clear();
     main.form.Maximise();

@@ -102,7 +102,7 @@ void Read(HMENU menu, int level, std::vector<Shown>& entries) {
 
 class MenuText : public testing::TestWithParam<Language> {};
 
-TEST_P(MenuText, EveryEntryOfTheMainWindowStandsInItsPlace) {
+TEST_P(MenuText, EveryEntryOfTheMainWindow_IsInItsPlace) {
     const LoadedForm main(MainForm(), GetParam());
     std::vector<Shown> shown;
     Read(GetMenu(main.Handle()), 0, shown);

@@ -90,7 +90,7 @@ TEST_F(Backup, KeepsItsReportWhenTheBoxIsTicked) {
     window.Close();
 }
 
-TEST_F(Backup, KeepsInItsReportWhatABoxTold) {
+TEST_F(Backup, TextOfABox_IsInTheReport) {
     const std::wstring locked = program.tree.File(L"Home\\Work\\locked.txt");
     program.tree.File(L"Home\\Work\\other.txt");
     WriteDefaultList({Home(L"Work") + L"\\"});

@@ -76,7 +76,7 @@ TEST_F(Commands, DriveRootDropped_IsRefused) {
     window.Close();
 }
 
-TEST_F(Commands, DriveRootOnTheCommandLine_IsToldAndTheProgramEnds) {
+TEST_F(Commands, DriveRootOnTheCommandLine_IsReported_ProgramEnds) {
     for (const auto* root : {L"C:\\", L"C:"}) {
         ProgramRun run(program.With(root));
         const Box box = run.WaitForBox();

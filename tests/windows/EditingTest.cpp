@@ -268,7 +268,7 @@ TEST_F(Editing, AnotherListDoesNotTouchTheLogonStart) {
     window.Close();
 }
 
-TEST_F(Editing, ALockedListIsToldAndSavedAtTheNextChance) {
+TEST_F(Editing, LockedList_IsReported_SavedAtTheNextChance) {
     WriteDefaultList({letter, photo});
     const std::string before = ReadBytes(program.DefaultList());
     DrivenProgram window(program.With(L""));

@@ -145,7 +145,7 @@ TEST_F(Restoring, DeletingAllCopiesAsksOnceAndRemovesTheItem) {
     window.Close();
 }
 
-TEST_F(Restoring, ACopyThatSomebodyElseDeletedIsToldAndNothingIsOverwritten) {
+TEST_F(Restoring, CopyDeletedMeanwhile_IsReported_NothingOverwritten) {
     DrivenProgram window(program.With(L""));
     MakeCopies(window);
     program.tree.Remove(Vault() + L"\\Letter«0003».txt");

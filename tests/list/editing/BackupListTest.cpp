@@ -271,7 +271,7 @@ TEST_F(BackupLists, ADestinationWithoutADriveLeavesTheBoxAlone) {
     EXPECT_EQ(state.BackupTo, L"\\\\server\\share");
 }
 
-TEST_F(BackupLists, AListOfAMissingFolderIsTold) {
+TEST_F(BackupLists, ListOfAMissingFolder_IsReported) {
     state.currentListPath = Path(L"Missing\\List.vwl");
     list.GetList();
     const ToldError error = world.errors.TakeOne();

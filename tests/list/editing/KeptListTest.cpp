@@ -98,7 +98,7 @@ TEST_F(KeptList, ThatAreProtectedAreNotReplaced) {
     SetFileAttributesW(state.currentListPath.c_str(), FILE_ATTRIBUTE_NORMAL);
 }
 
-TEST_F(KeptList, KeepAnItemThatTheDiskCannotTellAbout) {
+TEST_F(KeptList, ItemOfAFailingDisk_IsKept) {
     const std::wstring a = tree.File(L"a.txt");
     ListFile(world.ansi.Encode(a));
     world.files.FailNth(2, error_number::kPermissionDenied, OnlyCalls({FileCall::Stat}));

@@ -191,7 +191,7 @@ TEST_F(RecentFiles, FirstInTheMenuIsTheDefaultList) {
     EXPECT_EQ(host.calls, (Paths{L"OpenDefaultList", L"SetCaption " + state.currentListPath}));
 }
 
-TEST_F(RecentFiles, TellAnErrorOfTheirOpeningAndDoNotGiveTheWindowBack) {
+TEST_F(RecentFiles, FailedOpening_IsReported_WindowStaysBusy) {
     host.openingFails = true;
     recent.mnuRecentFileClick(1);
     const ToldError error = errors.TakeOne();
@@ -202,7 +202,7 @@ TEST_F(RecentFiles, TellAnErrorOfTheirOpeningAndDoNotGiveTheWindowBack) {
     EXPECT_EQ(host.calls, Paths{L"Ready(false)"});
 }
 
-TEST_F(RecentFiles, ThatCannotBeStoredAreToldByTheSettings) {
+TEST_F(RecentFiles, FailedStore_IsReportedByTheSettings) {
     MRecentFiles::SettingsStore refused(errors, std::wstring(300, L'x'));
     MRecentFiles::RecentFiles refusedRecent(errors, refused, state, host.Actions());
     refusedRecent.RecentFile(1, L"D:\\a.vwl");

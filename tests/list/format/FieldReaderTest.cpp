@@ -46,7 +46,7 @@ TEST(FieldReader, EndsFieldsAtCommasAndLineEnds) {
     for (const Row& row : rows) Check(row);
 }
 
-TEST(FieldReader, GivesEmptyFieldsWhereNothingStands) {
+TEST(FieldReader, NothingBetweenCommas_IsAnEmptyField) {
     const Row rows[] = {
         {L"a,,b", {L"a", L"", L"b"}},
         {L",a", {L"", L"a"}},

@@ -5,7 +5,7 @@
 namespace vw {
 namespace {
 
-TEST(ListLine, TellsKeyLinesFromItems) {
+TEST(ListLine, KeyLines_DifferFromItems) {
     using enum ListLineKind;
     struct Row {
         std::wstring_view field;
@@ -47,7 +47,7 @@ TEST(ListLine, TellsKeyLinesFromItems) {
     }
 }
 
-TEST(ListLine, TellsTheKindOfAnItemByItsLastCharacter) {
+TEST(ListLine, LastCharacter_DecidesTheKindOfItem) {
     struct Row {
         std::wstring_view path;
         ItemKind kind;
