@@ -1,44 +1,53 @@
 #include "restore/CopiesBrowser.h"
 
-#include "engine/CPackage.h"
 #include "engine/CopyName.h"
-#include "fsutil/FileQueries.h"
 #include "fsutil/Folders.h"
 #include "fsutil/PathText.h"
 #include "fsutil/Waking.h"
 #include "list/editing/SubItem.h"
 #include "platform/ErrorTrap.h"
 #include "platform/FileSystem.h"
+#include "platform/RuntimeError.h"
+#include "platform/Scoped.h"
 #include "platform/TextCase.h"
-#include "platform/UserLocale.h"
 #include "platform/Wildcards.h"
+#include "restore/RestoreTexts.h"
 #include "ui/ControlNames.h"
 #include "ui/Form.h"
 #include "ui/StatusLine.h"
-
-// What the restore view shows as a whole; its two lists are filled in CopiesListing.cpp.
 
 namespace vw {
 namespace {
 
 using namespace MFileDosShell;
 constexpr std::wstring_view kFallbackDrive = L"C:";
-constexpr std::wstring_view kNewestLabel = L"N01";
+
+void ShowExchange(StatusLine& status, const Form& main) {
+    status.ShowNotice(restore_text::kListedAnew.In(main.InLanguage()));
+}
+
+// Whether the folder that the lists show is still that of the chosen drive.
+bool IsStillChosen(System& system, Form& main, const ShownFolder& shown) {
+    const std::wstring chosen = main.Text(control::cmbDestination).append(kBackupFolder);
+    const CancelToken never;
+    return EqualNoCase(chosen, shown.Path()) &&
+           IsThereAfterWaking(system, never, [&] { return shown.IsStillThere(system.files); });
+}
 
 }  // namespace
 
 CopiesBrowser::CopiesBrowser(System& system, Form& main, StatusLine& status, EngineProvider engine)
-    : system_(system), main_(main), status_(status), engine_(std::move(engine)) {}
+    : system_(system),
+      main_(main),
+      status_(status),
+      items_(system, main),
+      copies_(system, main, std::move(engine)) {}
 
 // The user sees his copies without choosing a drive first.
 void CopiesBrowser::ListLoaded(std::wstring_view destination) {
     RestoreFrom(destination);
     ListRestoreFiles();
 }
-
-ListView& CopiesBrowser::Items() { return main_.List(control::lsvRestore1); }
-
-ListView& CopiesBrowser::Copies() { return main_.List(control::lsvRestore2); }
 
 std::wstring CopiesBrowser::RestoreFrom() {
     std::wstring path = main_.Text(control::cmbDestination).append(kBackupFolder);
@@ -63,9 +72,63 @@ void CopiesBrowser::RestoreFrom(std::wstring_view path) {
     if (MatchesWildcard(drive, L"[A-Z]:")) main_.Choose(control::cmbDestination, drive);
 }
 
+void CopiesBrowser::ListRestoreFiles() {
+    if (!sourceChosen_ || listing_) return;
+    const ScopedFlag guard(listing_);
+    trap_(L"ListRestoreFiles", [this] {
+        const RedrawPause pause(Items());
+        items_.Clear();
+        listed_.reset();
+        copies_.Clear();
+        shown_.Clear();
+        const std::wstring folder = RestoreFrom();
+        // A drive without a copy folder has no copies; that needs no message.
+        if (system_.files.Stat(folder)) {
+            // Identify the folder before listing it: a drive that is exchanged later has another
+            // one.
+            shown_.Take(system_.files, folder);
+            items_.Fill(folder);
+        }
+        items_.Sort();
+        if (Items().Count() > 0) {
+            Items().Select(0);
+            Items().EnsureVisible(0);
+            ShowCopies(0);
+        }
+    });
+}
+
+void CopiesBrowser::ListCopyes(int row) {
+    if (ShowCopies(row)) return;
+    ListAnew();
+    ShowExchange(status_, main_);
+    isNoticeShown_ = true;
+}
+
+bool CopiesBrowser::ShowCopies(int row) {
+    bool isExchanged = false;
+    trap_(L"ListCopyes", [&] {
+        const RedrawPause pause(Copies());
+        // Whatever goes wrong now, no copies of another item are left below.
+        copies_.Clear();
+        listed_ = Items().Tag(row);
+        isExchanged = !IsStillChosen(system_, main_, shown_);
+        if (isExchanged) {
+            ShowExchange(status_, main_);
+            isNoticeShown_ = true;
+            return;
+        }
+        if (std::exchange(isNoticeShown_, false)) status_.ShowNotice({});
+        // A copy: the list may be filled anew while messages are processed.
+        const ItemRow item = items_.At(row);
+        copies_.Fill(shown_.Path(), item);
+    });
+    return !isExchanged;
+}
+
 void CopiesBrowser::RestoredPath(std::wstring_view path) {
     trap_(L"RestoredPath", [&] {
-        const int row = RowOf(path);
+        const int row = items_.RowOf(path);
         if (row < 0) return;
         Items().Select(row);
         lsvRestore1ItemClick(row);
@@ -73,31 +136,8 @@ void CopiesBrowser::RestoredPath(std::wstring_view path) {
 }
 
 bool CopiesBrowser::Shows(std::wstring_view path) {
-    const int row = RowOf(path);
+    const int row = items_.RowOf(path);
     return row >= 0 && row == Items().Selected() && listed_ == Items().Tag(row);
-}
-
-// A row shows the name of a folder without what is behind its point; the row that remembers the
-// whole name goes before one that only shows it.
-int CopiesBrowser::RowOf(std::wstring_view path) {
-    if (path.ends_with(L'*')) path.remove_suffix(1);
-    const std::wstring name = CFileName(path);
-    const std::wstring folder = CFileLocation(path);
-    ListView& items = Items();
-    const int count = items.Count();
-    int shown = -1;
-    for (int row = 0; row < count; ++row) {
-        const ShownItem& item = ItemAt(row).shown;
-        if (!EqualNoCase(item.originalLocation, folder)) continue;
-        const bool hasExtension = !IsFolderType(item.type);
-        if (!hasExtension && EqualNoCase(item.name, name)) return row;
-        if (EqualNoCase(item.text + (hasExtension ? item.type : L""), name)) {
-            // The first one counts unless another row has the whole name.
-            if (hasExtension) return row;
-            if (shown < 0) shown = row;
-        }
-    }
-    return shown;
 }
 
 void CopiesBrowser::lsvRestore1ItemClick(int row) {
@@ -116,13 +156,8 @@ bool CopiesBrowser::FollowSelection() {
     return false;
 }
 
-bool CopiesBrowser::IsFolderStillThere() {
-    const std::wstring chosen = main_.Text(control::cmbDestination).append(kBackupFolder);
-    const auto isThere = [this] { return shown_.IsStillThere(system_.files); };
-    const CancelToken never;
-    if (EqualNoCase(chosen, shown_.Path()) && IsThereAfterWaking(system_, never, isThere)) {
-        return true;
-    }
+bool CopiesBrowser::IsStillShown(const std::wstring& folder) {
+    if (IsStillChosen(system_, main_, shown_)) return shown_.Path() == folder;
     ListAnew();
     return false;
 }
@@ -131,19 +166,14 @@ bool CopiesBrowser::IsFolderStillThere() {
 void CopiesBrowser::ListAnew() {
     // A listing that is under way reads the folder anew by itself.
     if (listing_) return;
-    const auto before = CurrentItem();
+    const auto before = Selection();
     ListRestoreFiles();
     if (!before) return;
-    ListView& items = Items();
-    for (int row = 0; row < items.Count(); ++row) {
-        const ShownItem& item = ItemAt(row).shown;
-        if (EqualNoCase(item.text, before->text) && EqualNoCase(item.type, before->type) &&
-            EqualNoCase(item.originalLocation, before->originalLocation)) {
-            items.Select(row);
-            lsvRestore1ItemClick(row);
-            return;
-        }
-    }
+    const int row = items_.RowLike(before->item);
+    if (row < 0) return;
+    Items().Select(row);
+    Items().EnsureVisible(row);
+    ShowCopies(row);
 }
 
 int CopiesBrowser::ListedRow() {
@@ -154,25 +184,13 @@ int CopiesBrowser::ListedRow() {
     return -1;
 }
 
-std::optional<ShownItem> CopiesBrowser::CurrentItem() {
+std::optional<CopySelection> CopiesBrowser::Selection() {
     const int row = ListedRow();
-    if (row < 0 || *listed_ >= items_.size()) return std::nullopt;
-    return items_[*listed_].shown;
-}
-
-std::optional<ListedCopy> CopiesBrowser::SelectedCopy() {
-    const int row = Copies().Selected();
-    if (row < 0) return std::nullopt;
-    return copies_.at(Copies().Tag(row));
-}
-
-std::vector<ListedCopy> CopiesBrowser::ListedCopies() {
-    std::vector<ListedCopy> listed;
-    listed.reserve(copies_.size());
-    for (int row = 0; row < Copies().Count(); ++row) {
-        listed.push_back(copies_.at(Copies().Tag(row)));
-    }
-    return listed;
+    if (row < 0 || !items_.Has(row)) return std::nullopt;
+    return CopySelection{.folder = shown_.Path(),
+                         .item = items_.At(row).shown,
+                         .copy = copies_.Selected().value_or(ListedCopy{}),
+                         .copies = copies_.All()};
 }
 
 // After a restore a new safety copy may be there, and the user looks at the same copy as before.
@@ -189,31 +207,12 @@ void CopiesBrowser::SelectLast() {
     });
 }
 
-// A single copy that is not the newest is not selected by itself.
-void CopiesBrowser::SelectFirstCopy() {
-    ListView& copies = Copies();
-    int row = copies.Find(kNameColumn, kNewestLabel);
-    if (row < 0 && copies.Count() > 1) row = 0;
-    copies.Select(row);
-}
-
 void CopiesBrowser::lsvRestore1ColumnClick(int column) {
-    trap_(L"lsvRestore1ColumnClick", [&] { TurnSort(Items(), itemsSort_, column); });
+    trap_(L"lsvRestore1ColumnClick", [&] { items_.SortBy(column); });
 }
 
 void CopiesBrowser::lsvRestore2ColumnClick(int column) {
-    trap_(L"lsvRestore2ColumnClick", [&] { TurnSort(Copies(), copiesSort_, column); });
-}
-
-// The order turns round at every click, whichever column it was.
-void CopiesBrowser::TurnSort(ListView& list, SortState& state, int column) {
-    state.descending = !state.descending;
-    state.key = list.KeyOf(column);
-    Sort(list, state);
-}
-
-void CopiesBrowser::Sort(ListView& list, const SortState& state) {
-    list.Sort(state.key, !state.descending, CompareForUser);
+    trap_(L"lsvRestore2ColumnClick", [&] { copies_.SortBy(column); });
 }
 
 }  // namespace vw

@@ -20,19 +20,14 @@ CopySelector::CopySelector(System& system, Form& main, CopiesBrowser& browser,
 
 std::optional<CopySelection> CopySelector::Read(bool needsCopy) {
     if (!browser_.FollowSelection()) return std::nullopt;
-    const auto item = browser_.CurrentItem();
-    const auto copy = browser_.SelectedCopy();
-    if (!item || (needsCopy && !copy)) {
+    auto selection = browser_.Selection();
+    if (!selection || (needsCopy && selection->copy.path.empty())) {
         system_.boxes.Show({.text = main_.Text(control::lblNoRestore), .rightToLeft = true});
         return std::nullopt;
     }
-    CopySelection selection{.folder = browser_.ShownPath(),
-                            .item = *item,
-                            .copy = copy.value_or(ListedCopy{}),
-                            .copies = browser_.ListedCopies()};
-    if (!browser_.IsFolderStillThere()) {
+    if (!browser_.IsStillShown(selection->folder)) {
         ThrowWith(error_number::kFileNotFound, In(restore_text::kFolderChanged),
-                  needsCopy ? selection.copy.path : selection.folder);
+                  needsCopy ? selection->copy.path : selection->folder);
     }
     return selection;
 }
@@ -54,7 +49,7 @@ bool CopySelector::IsUnchanged(const CopySelection& selection, const ListedCopy&
 }
 
 void CopySelector::RequireUnchanged(const CopySelection& selection, const ListedCopy& copy) {
-    if (!browser_.IsFolderStillThere() || browser_.ShownPath() != selection.folder) {
+    if (!browser_.IsStillShown(selection.folder)) {
         ThrowWith(error_number::kFileNotFound, In(restore_text::kFolderChanged), copy.path);
     }
     if (IsUnchanged(selection, copy)) return;

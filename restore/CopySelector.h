@@ -2,7 +2,6 @@
 
 #include <optional>
 #include <string>
-#include <vector>
 
 #include "engine/EngineProvider.h"
 #include "platform/Language.h"
@@ -13,15 +12,6 @@ namespace vw {
 
 class CopiesBrowser;
 class Form;
-
-/// What a command works on, as the lists showed it when the command was given; what is selected
-/// may change before it ends.
-struct CopySelection {
-    std::wstring folder;  ///< of the copies
-    ShownItem item;
-    ListedCopy copy;  ///< the selected one
-    std::vector<ListedCopy> copies;
-};
 
 /// Reads what is selected in the restore view, and compares it with the disk before a command
 /// changes something.

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/Date.h"
 
@@ -24,6 +25,9 @@ struct ShownItem {
 /// The original location of an item whose folder is unknown or gone.
 inline constexpr std::wstring_view kUnknownLocation = L"??";
 
+/// Whether the type that a row shows is that of a folder.
+[[nodiscard]] inline bool IsFolderType(std::wstring_view type) { return type == L"Folder"; }
+
 /// A row of the lower list: a copy as the disk described it when it was listed.
 struct ListedCopy {
     std::wstring label;
@@ -33,6 +37,15 @@ struct ListedCopy {
     Date date = 0;
     std::wstring place;  ///< folder that its own comment named; empty without one
     bool isIncomplete = false;
+};
+
+/// What a command works on, as the lists showed it when the command was given; what is selected
+/// may change before it ends.
+struct CopySelection {
+    std::wstring folder;  ///< of the copies
+    ShownItem item;
+    ListedCopy copy;  ///< the selected one; without a path when none is selected
+    std::vector<ListedCopy> copies;
 };
 
 }  // namespace vw

@@ -155,8 +155,9 @@ class RandomBrowser : public RestoreEnvironment {
             std::wstring name = shownItem_;
             std::ranges::replace(name, L'\\', L'-');
             const std::wstring place = tree.Folder(L"Users\\Elsewhere\\" + name + L" place");
-            const auto item = browser.CurrentItem();
-            dialogs.Expect(place + L"\\" + (item && Chance(50) ? item->name : L"Typed.doc"));
+            const auto listed = browser.Selection();
+            dialogs.Expect(place + L"\\" +
+                           (listed && Chance(50) ? listed->item.name : L"Typed.doc"));
         } else {
             dialogs.Expect(std::nullopt);
         }
@@ -196,12 +197,13 @@ class RandomBrowser : public RestoreEnvironment {
     }
     /// The item that the upper list shows as the one that commands act on, as the user reads it.
     [[nodiscard]] std::wstring ShownItem() {
-        const auto item = browser.CurrentItem();
-        if (!item) return L"nothing";
+        const auto listed = browser.Selection();
+        if (!listed) return L"nothing";
         const std::wstring root = tree.Path() + L"\\";
-        const std::wstring& place = item->originalLocation;
+        const std::wstring& place = listed->item.originalLocation;
         // Without copy 1 its folder is unknown; the name is all that the user sees.
-        return (place.starts_with(root) ? place.substr(root.size()) : L"") + L"\\" + item->name;
+        return (place.starts_with(root) ? place.substr(root.size()) : L"") + L"\\" +
+               listed->item.name;
     }
 
     void ExpectOwnContents() {
