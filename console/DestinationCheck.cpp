@@ -50,14 +50,8 @@ void CheckComment(Console& console, const CopyEntry& copy, Findings& findings) {
 
 void CheckSeries(Console& console, const CopyGroup& series,
                  const std::set<std::wstring>& checkedCopies, Findings& findings) {
-    std::vector<NestedItem> nested;
-    if (series.MayHoldOthers()) {
-        std::vector<std::wstring> folders;
-        for (const CopyEntry& copy : series.copies) {
-            if (copy.isFolder) folders.push_back(copy.path);
-        }
-        nested = FindNestedItems(console.system.files, console.system.pump, folders);
-    }
+    const std::vector<NestedItem> nested =
+        FindNestedItems(console.system.files, console.system.pump, series);
     for (const CopyEntry& copy : series.copies) {
         const int number = CFileBackNumber(MFileDosShell::CFileName(copy.path));
         if (number >= kFirstSafetyNumber) findings.Note(L"safety", copy.path, L"");

@@ -65,14 +65,7 @@ std::vector<ShownCopy> CopiesIn(Console& console, const DestinationView& view) {
     FileSystem& files = console.system.files;
     std::vector<ShownCopy> shown;
     for (const CopyGroup& series : view.Series()) {
-        std::vector<NestedItem> nested;
-        if (series.MayHoldOthers()) {
-            std::vector<std::wstring> folders;
-            for (const CopyEntry& copy : series.copies) {
-                if (copy.isFolder) folders.push_back(copy.path);
-            }
-            nested = FindNestedItems(files, console.system.pump, folders);
-        }
+        const std::vector<NestedItem> nested = FindNestedItems(files, console.system.pump, series);
         std::wstring commentOf;
         for (const CopyEntry& copy : series.copies) {
             if (copy.hasComment && commentOf.empty()) commentOf = copy.path;

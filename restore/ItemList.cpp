@@ -70,16 +70,9 @@ std::vector<CopyGroup> ItemList::FindCopies(const std::wstring& folder) {
 
 // The copies of a series are those of one item, or folders around those of other items, or both.
 void ItemList::AddItems(const CopyGroup& series) {
-    std::vector<NestedItem> nested;
-    if (series.MayHoldOthers()) {
-        std::vector<std::wstring> folders;
-        for (const CopyEntry& copy : series.copies) {
-            if (copy.isFolder) folders.push_back(copy.path);
-        }
-        nested = FindNestedItems(system_.files, system_.pump, folders);
-    }
+    std::vector<NestedItem> nested = FindNestedItems(system_.files, system_.pump, series);
     for (const NestedItem& item : nested) {
-        if (!item.stands) continue;
+        if (!item.hasCopy) continue;
         AddItem({.shown = {.name = CFileName(item.below),
                            .location = series.location,
                            .commentOf =

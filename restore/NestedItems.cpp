@@ -10,6 +10,7 @@
 #include "platform/FileSystem.h"
 #include "platform/MessagePump.h"
 #include "platform/TextCase.h"
+#include "restore/CopyGroup.h"
 
 namespace vw {
 namespace {
@@ -133,10 +134,10 @@ bool Overlap(std::wstring_view first, std::wstring_view second) {
            (second.size() == first.size() || second[first.size()] == L'\\');
 }
 
-void LookForCopy(FileSystem& files, const std::vector<std::wstring>& folders, NestedItem& item) {
+void FindCopy(FileSystem& files, const std::vector<std::wstring>& folders, NestedItem& item) {
     for (const std::wstring& folder : folders) {
         if (const auto facts = files.Stat(JoinPath(folder, item.below))) {
-            item.stands = true;
+            item.hasCopy = true;
             item.isFolder = facts->isFolder;
             return;
         }
@@ -146,8 +147,13 @@ void LookForCopy(FileSystem& files, const std::vector<std::wstring>& folders, Ne
 }  // namespace
 
 std::vector<NestedItem> FindNestedItems(FileSystem& files, MessagePump& pump,
-                                        const std::vector<std::wstring>& folders) {
+                                        const CopyGroup& group) {
     std::vector<NestedItem> items;
+    if (!group.MayHoldOthers()) return items;
+    std::vector<std::wstring> folders;
+    for (const CopyEntry& copy : group.copies) {
+        if (copy.isFolder) folders.push_back(copy.path);
+    }
     std::vector<std::wstring> bare;
     for (const std::wstring& folder : folders) {
         Findings found = Search(files, pump, folder, items).Find();
@@ -163,7 +169,7 @@ std::vector<NestedItem> FindNestedItems(FileSystem& files, MessagePump& pump,
             items, [&](const NestedItem& item) { return Overlap(item.below, below); });
         if (isNew) items.push_back({.below = std::move(below), .commentIn = {}});
     }
-    for (NestedItem& item : items) LookForCopy(files, folders, item);
+    for (NestedItem& item : items) FindCopy(files, folders, item);
     return items;
 }
 
