@@ -1,4 +1,5 @@
 #include "engine/CommentStore.h"
+#include "engine/CopyName.h"
 #include "engine/NameEncoding.h"
 #include "engine/PendingCopy.h"
 #include "fsutil/NewestDate.h"
@@ -12,8 +13,6 @@
 namespace vw {
 
 namespace {
-
-constexpr std::wstring_view kUnknownLocation = L"??";
 
 // The date of a comment's field. An impossible one is reported with the file that holds it.
 Date StoredDate(std::wstring_view field, std::wstring_view commentFile) {

@@ -14,6 +14,9 @@ inline constexpr std::wstring_view kCopyNamePattern = L"*\u00AB????\u00BB*";
 /// The folder of a drive that the window keeps copies in.
 inline constexpr std::wstring_view kBackupFolder = L"\\Backup";
 
+/// The original location of an item whose folder is unknown or gone.
+inline constexpr std::wstring_view kUnknownLocation = L"??";
+
 /// Copy number that means all of them: the name becomes a pattern with "??".
 inline constexpr int kAnyCopyNumber = -1;
 

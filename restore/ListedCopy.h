@@ -22,9 +22,6 @@ struct ShownItem {
     std::wstring place{};      ///< folder that this comment named; may be empty
 };
 
-/// The original location of an item whose folder is unknown or gone.
-inline constexpr std::wstring_view kUnknownLocation = L"??";
-
 /// Whether the type that a row shows is that of a folder.
 [[nodiscard]] inline bool IsFolderType(std::wstring_view type) { return type == L"Folder"; }
 

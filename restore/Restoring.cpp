@@ -1,5 +1,6 @@
 #include "engine/CPackage.h"
 #include "engine/CopyLabel.h"
+#include "engine/CopyName.h"
 #include "engine/TargetState.h"
 #include "fsutil/PathText.h"
 #include "list/editing/FileDialogs.h"
