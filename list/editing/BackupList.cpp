@@ -144,7 +144,7 @@ bool BackupList::GetList() {
         rows_.UpdateWarnings();
         // Copies on a drive that does not answer are not there, as far as anybody can see.
         if (!state_.silentRun) {
-            const bool isThere = rows_.MayAnswer(state_.BackupTo);
+            const bool isThere = rows_.Network().MayAnswer(state_.BackupTo);
             context_.copies.ListLoaded(isThere ? std::wstring_view(state_.BackupTo) : L"C:");
             context_.copies.RestoredPath(rows_.SelectedPath());
         }
@@ -157,7 +157,7 @@ bool BackupList::GetList() {
 
 bool BackupList::Load(std::wstring_view text) {
     const ScopedFlag loading(loading_);
-    if (!state_.silentRun) rows_.Probe(PathsOf(text));
+    if (!state_.silentRun) rows_.Network().Ask(PathsOf(text));
     const RedrawPause pause(rows_.List());
     // A server that is away answers for none of the rows.
     const BoxLimit oneBox(system_.errors, 1);

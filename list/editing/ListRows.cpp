@@ -34,15 +34,13 @@ ListView& ListRows::List() { return main_.List(control::lsvBackupList); }
 int ListRows::Count() { return List().Count(); }
 
 ListRows::Outcome ListRows::AddToList(std::wstring_view path) {
-    return trap_.Or(Outcome::Vanished, L"AddToList", [&] { return AddItem(path); });
-}
-
-ListRows::Outcome ListRows::AddItem(std::wstring_view path) {
-    List().ClearSortMark();
-    if (keys_.contains(UpperCase(path))) return Outcome::AlreadyThere;
-    if (!IsRule(path)) return AddFileOrFolder(path);
-    AddRule(path);
-    return Outcome::Added;
+    return trap_.Or(Outcome::Vanished, L"AddToList", [&] {
+        List().ClearSortMark();
+        if (keys_.contains(UpperCase(path))) return Outcome::AlreadyThere;
+        if (!IsRule(path)) return AddFileOrFolder(path);
+        AddRule(path);
+        return Outcome::Added;
+    });
 }
 
 void ListRows::AddRule(std::wstring_view path) {
@@ -85,7 +83,7 @@ void ListRows::ShowStats(int row, std::uint64_t bytes, Date newest) {
 
 // A silent run shows no rows, so it does not walk folders for them.
 std::optional<SizeAndDate> ListRows::Facts(std::wstring_view path) {
-    if (!MayAnswer(path)) {
+    if (!probe_.MayAnswer(path)) {
         trap_(L"AddToList", [&] { probe_.Require(path); });
         return SizeAndDate{.isKnown = false};
     }
@@ -99,7 +97,7 @@ std::optional<SizeAndDate> ListRows::Facts(std::wstring_view path) {
 // Empty while the disk cannot answer, and in a silent run, whose rows nobody sees: a destination
 // that is away may take long to say so.
 std::wstring ListRows::LocationText(std::wstring_view path, bool isKnown) {
-    if (state_.silentRun || !isKnown || !MayAnswer(state_.BackupTo)) return {};
+    if (state_.silentRun || !isKnown || !probe_.MayAnswer(state_.BackupTo)) return {};
     const int location = context_.engine().LocationID(path);
     return location < 0 ? std::wstring() : TwoDigits(location);
 }

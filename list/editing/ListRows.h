@@ -26,12 +26,9 @@ class ListRows {
 
     enum class Outcome { Added, AlreadyThere, Vanished };
 
-    /// Finds out which network drives and shares of these paths answer. AddToList adds items of the
-    /// others without asking the disk about them: their cells stay empty.
-    void Probe(const std::vector<std::wstring>& paths) { probe_.Ask(paths); }
-
-    /// Whether the drive or share of a path that was probed answers.
-    [[nodiscard]] bool MayAnswer(std::wstring_view path) const { return probe_.MayAnswer(path); }
+    /// The network drives and shares that were probed. AddToList adds items of those that do not
+    /// answer without querying the disk about them: their cells stay empty.
+    [[nodiscard]] NetworkProbe& Network() noexcept { return probe_; }
 
     /// Adds an item with its facts from the disk. Adds and reports nothing for an item
     /// that is there already, and for a file or folder that does not exist.
@@ -78,7 +75,6 @@ class ListRows {
     int AddRow(std::wstring_view text, RowIcon icon, ItemRow item);
     [[nodiscard]] ItemRow& RowAt(int row);
     void ShowStats(int row, std::uint64_t bytes, Date newest);
-    Outcome AddItem(std::wstring_view path);
     void AddRule(std::wstring_view path);
     Outcome AddFileOrFolder(std::wstring_view path);
     [[nodiscard]] std::optional<MFileDosShell::SizeAndDate> Facts(std::wstring_view path);
