@@ -3,10 +3,9 @@
 #include <gmock/gmock.h>
 
 #include <string>
-#include <vector>
 
-#include "platform/ProgramControl.h"
 #include "platform/ProgramState.h"
+#include "tests/progress/RecordingProgram.h"
 #include "tests/support/TestEnvironment.h"
 #include "tests/ui/FormFixture.h"
 #include "ui/resource.h"
@@ -14,34 +13,8 @@
 namespace vw {
 namespace {
 
-using Calls = std::vector<std::string>;
-
-/// The program around the dialog, as it is asked.
-class RecordingProgram final : public ProgramControl {
-  public:
-    explicit RecordingProgram(const ProgramState& state) : state_(state) {}
-
-    void Ready(bool flag) override {
-        EXPECT_TRUE(flag);
-        EXPECT_TRUE(state_.cancel.IsRequested()) << "the flag comes first";
-        EXPECT_FALSE(dialog->KeepsReport()) << "unticked before";
-        calls.emplace_back("ready");
-    }
-    void frmUnload() override { calls.emplace_back("end"); }
-    [[noreturn]] void EndAtOnce() override { throw test::ProgramEnded{0}; }
-    [[nodiscard]] BusyDialog::Surroundings Surroundings() {
-        return {
-            .program = *this,
-            .showIcon = [this](bool on) { calls.emplace_back(on ? "load icon" : "unload icon"); },
-            .showMainWindow = [this] { calls.emplace_back("show main"); }};
-    }
-
-    Calls calls;
-    BusyDialog* dialog = nullptr;
-
-  private:
-    const ProgramState& state_;
-};
+using test::Calls;
+using test::RecordingProgram;
 
 class Busy : public testing::TestWithParam<Language> {
   protected:
