@@ -131,6 +131,7 @@ TEST_F(LinksTest, AreNotEnteredByTheRenamingToLowerCase) {
     TreeNamesLower(world_.system, tree_.Path(L"Item"));
     EXPECT_EQ(ReadTree(tree_.Path(L"item")).count(L"upper.txt"), 1U);
     EXPECT_EQ(world_.files.Faults().size(), 1U);
+    EXPECT_EQ(world_.pump.Yields(), 3) << "two files and the link";
 }
 
 TEST(LinksToFiles, CountAsTheFileThatTheyShow) {

@@ -114,18 +114,27 @@ TEST_F(ShellPathTest, IgnoresEveryFailure) {
     EXPECT_EQ(world_.exitStatus.Code(), 0);
 }
 
+// Asked one by one: Wine gives the same count for every process.
+int OpenHandles() {
+    int open = 0;
+    for (std::uintptr_t handle = 4; handle < 4096; handle += 4) {
+        DWORD flags = 0;
+        open += GetHandleInformation(reinterpret_cast<HANDLE>(handle), &flags) != 0 ? 1 : 0;
+    }
+    return open;
+}
+
 TEST_F(ShellPathTest, LeavesNoHandleOpen) {
     const std::wstring document = tree_.File(L"a document.vwopened", "opened");
     const auto open = [&] {
         DeleteFileW(Opened().c_str());
         ShellPath(world_.system, document);
         EXPECT_EQ(WaitForOpened(), "opened");
-        DWORD handles = 0;
-        EXPECT_TRUE(GetProcessHandleCount(GetCurrentProcess(), &handles));
-        return handles;
+        return OpenHandles();
     };
     open();
-    EXPECT_EQ(open(), open());
+    const auto before = open();
+    EXPECT_EQ(open(), before);
 }
 
 }  // namespace
