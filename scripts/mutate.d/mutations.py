@@ -30,7 +30,7 @@ CONTROL = re.compile(r'^(?:\}?\s*else\b\s*)?(?:(?:if constexpr|if|for|while|swit
 LABEL = re.compile(r'^(?:case\b[^:]*(?:::[^:]*)*|default|public|private|protected)\s*:(?!:)\s*')
 NOT_REMOVED = re.compile(
     r'^(?:return\b[^;]+|using|namespace|struct|class|enum|union|template|static_assert|typedef|'
-    r'friend|static|constexpr|extern|throw|do\b|case|default)')
+    r'friend|static|constexpr|extern|throw|do\b|case|default|[\w.]+\.reserve\()')
 DECLARED = re.compile(r'^(?:const )?[\w:<>, *&]+[ *&](\w+)(?:\(|\{| =|$)')
 
 
