@@ -95,6 +95,7 @@ TEST_F(Restore, ToAChosenPlaceTakesTheFolderAndTheItemsOwnName) {
     ASSERT_EQ(dialogs.shown.size(), 1U);
     EXPECT_TRUE(dialogs.saving[0]);
     EXPECT_EQ(dialogs.shown[0].flags, 524294U);
+    EXPECT_NE(dialogs.shown[0].filter, L"");
     EXPECT_EQ(dialogs.shown[0].fileName, L"Report.doc");
     EXPECT_EQ(dialogs.shown[0].defaultExtension, L"");
     EXPECT_EQ(dialogs.shown[0].initialFolder, tree.Path(L"Docs"));
