@@ -141,7 +141,9 @@ class EngineFixture : public TestEnvironment {
     TempTree tree;
     DriveDouble drive{files};
     RecordingHost host;
-    System system;  ///< with the drive and the host
+    /// The environment's, with the drive and the host: what the engine works with.
+    // cppcheck-suppress duplInheritedMember
+    System system;
     ProgramState state;
 };
 

@@ -12,9 +12,6 @@
 namespace vw::MFileDosShell {
 namespace {
 
-using test::FileCall;
-using test::OnlyCalls;
-
 constexpr DateParts kOld{2001, 2, 3, 4, 5, 6};
 constexpr DateParts kMiddle{2015, 6, 30, 12, 0, 0};
 constexpr DateParts kNew{2024, 12, 31, 23, 59, 59};

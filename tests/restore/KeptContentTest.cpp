@@ -9,7 +9,6 @@
 namespace vw::test {
 namespace {
 
-using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::Not;
 
