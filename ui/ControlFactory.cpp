@@ -40,8 +40,9 @@ Making HowToMake(const ControlData& data) noexcept {
                 0};
         case ControlKind::ListView:
             return {WC_LISTVIEWW,
-                    LVS_REPORT | LVS_SHOWSELALWAYS | LVS_SINGLESEL | LVS_SHAREIMAGELISTS |
-                        LVS_AUTOARRANGE | WS_TABSTOP,
+                    // The rows are kept in ListView: the control asks for those that it shows.
+                    LVS_REPORT | LVS_OWNERDATA | LVS_SHOWSELALWAYS | LVS_SINGLESEL |
+                        LVS_SHAREIMAGELISTS | LVS_AUTOARRANGE | WS_TABSTOP,
                     WS_EX_CLIENTEDGE};
         case ControlKind::ScrollBar:
             return {WC_SCROLLBARW, SBS_VERT | WS_TABSTOP, 0};

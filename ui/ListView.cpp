@@ -30,6 +30,8 @@ ListView::ListView(HWND control, const ControlData& data, Language language)
     // Some systems show the buffer of a mirrored list as in a looking-glass.
     const LPARAM buffer = language == Language::Arabic ? 0 : LVS_EX_DOUBLEBUFFER;
     SendMessageW(control_, LVM_SETEXTENDEDLISTVIEWSTYLE, 0, LVS_EX_FULLROWSELECT | buffer);
+    // The control asks for the warning sign as well.
+    SendMessageW(control_, LVM_SETCALLBACKMASK, LVIS_OVERLAYMASK, 0);
     SetWindowSubclass(control_, Subclass, kSubclassId, reinterpret_cast<DWORD_PTR>(this));
 }
 
@@ -48,42 +50,40 @@ int ListView::Add(std::wstring_view text, RowIcon icon) {
     added->icon = icon;
     added->cells.resize(data_.columns.size());
     added->cells.front().text = text;
-
-    LVITEMW item{};
-    item.mask = LVIF_TEXT | LVIF_IMAGE | LVIF_PARAM;
-    item.iItem = Count();
-    item.pszText = LPSTR_TEXTCALLBACKW;
-    item.iImage = I_IMAGECALLBACK;
-    item.lParam = reinterpret_cast<LPARAM>(added.get());
     rows_.push_back(std::move(added));
-    const auto row = static_cast<int>(
-        SendMessageW(control_, LVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&item)));
-    if (row < 0) {
-        rows_.pop_back();
-        Throw(error_number::kOutOfMemory);
-    }
-    return row;
+    if (!isPaused_) ShowCount();
+    return Count() - 1;
 }
 
-// The control may ask for a row as long as it holds it, and others may ask the control: rows are
-// freed when the control has let them go.
+// A message for each row would take longer than all else that the row needs.
+void ListView::ShowCount() {
+    if (shownCount_ == Count()) return;
+    // The first row takes the place of the text about the empty list, and the other way round.
+    if (shownCount_ == 0 || rows_.empty()) InvalidateRect(control_, nullptr, TRUE);
+    shownCount_ = Count();
+    SendMessageW(control_, LVM_SETITEMCOUNT, static_cast<WPARAM>(shownCount_),
+                 LVSICF_NOINVALIDATEALL | LVSICF_NOSCROLL);
+}
+
+// The control may ask for a row as long as it has its number, and others may ask the control: the
+// number goes first. The message moves the marks of selection and focus up with their rows; whether
+// it counts the row down depends on the system.
 void ListView::Remove(int row) {
+    if (RowAt(row) == nullptr) return;
+    ShowCount();
     SendMessageW(control_, LVM_DELETEITEM, static_cast<WPARAM>(row), 0);
-    removed_.clear();
+    rows_.erase(rows_.begin() + row);
+    ShowCount();
+    InvalidateRect(control_, nullptr, TRUE);
+    SpeakWarnings();
 }
 
 void ListView::Clear() {
     // What screen readers say belongs to positions, which the next rows have too.
     ShowWarnings({});
     SendMessageW(control_, LVM_DELETEALLITEMS, 0, 0);
-    removed_.clear();
-}
-
-void ListView::Forget(int row) {
-    if (RowAt(row) == nullptr) return;
-    removed_.push_back(std::move(rows_[static_cast<std::size_t>(row)]));
-    rows_.erase(rows_.begin() + row);
-    SpeakWarnings();
+    rows_.clear();
+    ShowCount();
 }
 
 int ListView::ColumnOf(std::wstring_view key) const {
@@ -110,11 +110,7 @@ void ListView::SetSubItem(int row, std::wstring_view key, std::wstring_view text
     Row* found = RowAt(row);
     if (found == nullptr) Throw(error_number::kInvalidCall, key);
     found->cells[static_cast<std::size_t>(column)] = {std::wstring(text), value};
-    LVITEMW item{};
-    item.iSubItem = column;
-    item.pszText = LPSTR_TEXTCALLBACKW;
-    SendMessageW(control_, LVM_SETITEMTEXTW, static_cast<WPARAM>(row),
-                 reinterpret_cast<LPARAM>(&item));
+    RepaintRow(row);
 }
 
 RowIcon ListView::IconOf(int row) const noexcept {
@@ -144,29 +140,36 @@ int ListView::Selected() const noexcept {
 }
 
 void ListView::Select(int row) {
+    ShowCount();
+    SetState(-1, 0);
+    if (row < 0) return;
+    SetState(row, LVIS_SELECTED | LVIS_FOCUSED);
+    // Shift and the arrow keys go on from here.
+    SendMessageW(control_, LVM_SETSELECTIONMARK, 0, row);
+}
+
+// Of one row, or of all when `row` is -1.
+void ListView::SetState(int row, UINT state) {
     const bool outer = selecting_;
     selecting_ = true;
     LVITEMW item{};
     item.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
-    SendMessageW(control_, LVM_SETITEMSTATE, static_cast<WPARAM>(-1),
+    item.state = state;
+    SendMessageW(control_, LVM_SETITEMSTATE, static_cast<WPARAM>(row),
                  reinterpret_cast<LPARAM>(&item));
-    if (row >= 0) {
-        item.state = item.stateMask;
-        SendMessageW(control_, LVM_SETITEMSTATE, static_cast<WPARAM>(row),
-                     reinterpret_cast<LPARAM>(&item));
-        // Shift and the arrow keys go on from here.
-        SendMessageW(control_, LVM_SETSELECTIONMARK, 0, row);
-    }
     selecting_ = outer;
 }
 
 void ListView::EnsureVisible(int row) {
+    ShowCount();
     SendMessageW(control_, LVM_ENSUREVISIBLE, static_cast<WPARAM>(row), FALSE);
 }
 
 void ListView::SetRedraw(bool on) {
+    isPaused_ = !on;
     SendMessageW(control_, WM_SETREDRAW, on ? TRUE : FALSE, 0);
     if (!on) return;
+    ShowCount();
     FitColumns();
     InvalidateRect(control_, nullptr, TRUE);
 }
@@ -174,23 +177,28 @@ void ListView::SetRedraw(bool on) {
 void ListView::Sort(std::wstring_view key, bool ascending, const Compare& compare) {
     const int column = ColumnOf(key);
     const auto position = static_cast<std::size_t>(column);
-    std::vector<Row*> order;
-    order.reserve(rows_.size());
-    for (const auto& row : rows_) order.push_back(row.get());
-    std::ranges::stable_sort(order, [&](const Row* first, const Row* second) {
+    const auto marked = [this](UINT mark) {
+        return RowAt(static_cast<int>(
+            SendMessageW(control_, LVM_GETNEXTITEM, static_cast<WPARAM>(-1), mark)));
+    };
+    const Row* const selected = marked(LVNI_SELECTED);
+    const Row* const focused = marked(LVNI_FOCUSED);
+    std::ranges::stable_sort(rows_, [&](const auto& first, const auto& second) {
         const Cell& left = (ascending ? first : second)->cells[position];
         const Cell& right = (ascending ? second : first)->cells[position];
         if (left.value && right.value) return *left.value < *right.value;
         return compare(left.text, right.text) < 0;
     });
-    int rank = 0;
-    for (Row* row : order) row->rank = rank++;
-    const PFNLVCOMPARE byRank = [](LPARAM first, LPARAM second, LPARAM) {
-        return reinterpret_cast<const Row*>(first)->rank -
-               reinterpret_cast<const Row*>(second)->rank;
-    };
-    SendMessageW(control_, LVM_SORTITEMS, 0, reinterpret_cast<LPARAM>(byRank));
-    std::ranges::sort(rows_, {}, [](const auto& row) { return row->rank; });
+    // The control keeps its marks by position.
+    if (selected != nullptr || focused != nullptr) {
+        SetState(-1, 0);
+        for (int row = 0; row < Count(); ++row) {
+            const UINT state = (RowAt(row) == selected ? LVIS_SELECTED : 0U) |
+                               (RowAt(row) == focused ? LVIS_FOCUSED : 0U);
+            if (state != 0) SetState(row, state);
+        }
+    }
+    InvalidateRect(control_, nullptr, TRUE);
     SpeakWarnings();
     MarkSortColumn(column, ascending);
 }

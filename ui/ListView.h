@@ -44,10 +44,10 @@ enum class ViewStyle { LargeIcons, SmallIcons, List, Details };
 /// How icons are put in order, in the order of the View menu.
 enum class ViewArrange { None, Left, Top };
 
-/// A list view with its rows. Rows count from 0, columns have keys. The texts are kept beside the
-/// control, so that what is read back is exactly what was put in. In the Details view the rows are
-/// drawn here: paths read from left to right in every language and lose their middle, not their
-/// end.
+/// A list view with its rows. Rows count from 0, columns have keys. The rows are kept here and the
+/// control asks for those that it shows, so that a row costs nothing before it is seen and what is
+/// read back is exactly what was put in. In the Details view the rows are drawn here: paths read
+/// from left to right in every language and lose their middle, not their end.
 class ListView {
   public:
     using Value = std::int64_t;
@@ -143,15 +143,16 @@ class ListView {
     };
     struct Row {
         RowIcon icon = RowIcon::File;
-        int rank = 0;
         std::size_t tag = 0;
         std::wstring warning;
         std::vector<Cell> cells;
     };
 
     [[nodiscard]] Row* RowAt(int row) const noexcept;
-    void Forget(int row);
+    void ShowCount();
+    void SetState(int row, UINT state);
     void Answer(NMLVDISPINFOW& info);
+    [[nodiscard]] int FindForKeys(const NMLVFINDITEMW& wanted) const;
     std::optional<LRESULT> OnCustomDraw(const NMLVCUSTOMDRAW& draw);
     void PaintRow(HDC dc, int row) const;
     void PaintIcon(HDC dc, const RECT& area, const Row& row) const;
@@ -168,7 +169,6 @@ class ListView {
     void KeepUserWidth(int column, int pixels);
 
     // Warnings and tips (ListViewTips.cpp).
-    void MarkWarning(int row);
     void SpeakWarnings();
     [[nodiscard]] std::pair<int, int> CellAt(POINT place) const;
     [[nodiscard]] bool IsShortened(int row, int column) const;
@@ -180,9 +180,10 @@ class ListView {
     HWND control_;
     const ControlData& data_;
     Language language_;
-    std::vector<std::unique_ptr<Row>> rows_;     ///< in the order of the control
-    std::vector<std::unique_ptr<Row>> removed_;  ///< the control has not let them go yet
-    std::wstring asked_;                         ///< the text that the control asked for last
+    std::vector<std::unique_ptr<Row>> rows_;  ///< in the order of the control
+    int shownCount_ = 0;                      ///< the number of rows that the control was given
+    bool isPaused_ = false;                   ///< redrawing is off
+    std::wstring asked_;                      ///< the text that the control asked for last
     const RowPictures* pictures_ = nullptr;
     int dpi_ = kDesignDpi;
     bool selecting_ = false;

@@ -2,6 +2,7 @@
 #include <array>
 #include <utility>
 
+#include "platform/TextCase.h"
 #include "ui/DisplayText.h"
 #include "ui/Gdi.h"
 #include "ui/ListView.h"
@@ -114,13 +115,33 @@ void ListView::ClearSortMark() {
 }
 
 void ListView::Answer(NMLVDISPINFOW& info) {
-    const auto* row = reinterpret_cast<const Row*>(info.item.lParam);
+    const Row* const row = RowAt(info.item.iItem);
     const auto column = static_cast<std::size_t>(info.item.iSubItem);
     if (row == nullptr || column >= row->cells.size()) return;
     if ((info.item.mask & LVIF_IMAGE) != 0) info.item.iImage = static_cast<int>(row->icon);
+    // The control draws the sign itself in the views with icons.
+    if ((info.item.mask & LVIF_STATE) != 0 && !row->warning.empty()) {
+        info.item.state |= INDEXTOOVERLAYMASK(kWarningOverlay);
+    }
     if ((info.item.mask & LVIF_TEXT) == 0) return;
     asked_ = row->cells[column].text;
     info.item.pszText = asked_.data();
+}
+
+// The row whose name begins with the letters that the user has typed, from a row on; -1 when there
+// is none.
+int ListView::FindForKeys(const NMLVFINDITEMW& wanted) const {
+    constexpr UINT kByText = LVFI_STRING | LVFI_PARTIAL;
+    if ((wanted.lvfi.flags & kByText) == 0 || wanted.lvfi.psz == nullptr) return -1;
+    const std::wstring letters = UpperCase(wanted.lvfi.psz);
+    const bool isWhole = (wanted.lvfi.flags & LVFI_PARTIAL) == 0;
+    for (int i = 0; i < Count(); ++i) {
+        const int row = std::max(0, wanted.iStart) + i;
+        if (row >= Count() && (wanted.lvfi.flags & LVFI_WRAP) == 0) return -1;
+        const std::wstring name = UpperCase(RowAt(row % Count())->cells.front().text);
+        if (isWhole ? name == letters : name.starts_with(letters)) return row % Count();
+    }
+    return -1;
 }
 
 std::optional<LRESULT> ListView::OnCustomDraw(const NMLVCUSTOMDRAW& draw) {
@@ -250,17 +271,18 @@ std::optional<LRESULT> ListView::OnNotify(NMHDR& header) {
         case LVN_GETDISPINFOW:
             Answer(reinterpret_cast<NMLVDISPINFOW&>(header));
             return 0;
-        case LVN_DELETEALLITEMS:
-            // One message for all of them is enough.
-            removed_ = std::exchange(rows_, {});
-            return TRUE;
-        case LVN_ITEMCHANGED:
-            RepaintRow(reinterpret_cast<const NMLISTVIEW&>(header).iItem);
-            return std::nullopt;
-        case LVN_DELETEITEM:
-            Forget(reinterpret_cast<const NMLISTVIEW&>(header).iItem);
-            if (rows_.empty()) InvalidateRect(control_, nullptr, TRUE);
+        case LVN_ODFINDITEMW:
+            return FindForKeys(reinterpret_cast<const NMLVFINDITEMW&>(header));
+        case LVN_ODSTATECHANGED:
+            InvalidateRect(control_, nullptr, FALSE);
             return 0;
+        case LVN_ITEMCHANGED: {
+            // Row -1 means all rows.
+            const int row = reinterpret_cast<const NMLISTVIEW&>(header).iItem;
+            if (row < 0) InvalidateRect(control_, nullptr, FALSE);
+            RepaintRow(row);
+            return std::nullopt;
+        }
         case NM_CUSTOMDRAW:
             return OnCustomDraw(reinterpret_cast<const NMLVCUSTOMDRAW&>(header));
         default:
@@ -272,10 +294,6 @@ LRESULT CALLBACK ListView::Subclass(HWND window, UINT message, WPARAM wParam, LP
                                     UINT_PTR id, DWORD_PTR data) {
     auto* self = reinterpret_cast<ListView*>(data);
     switch (message) {
-        case LVM_INSERTITEMW:
-            // The first row takes the place of the text about the empty list.
-            if (self->rows_.size() == 1) InvalidateRect(window, nullptr, TRUE);
-            break;
         case WM_ERASEBKGND: {
             const auto dc = reinterpret_cast<HDC>(wParam);
             const SavedDc saved(dc);

@@ -19,7 +19,7 @@ void ListView::ShowWarnings(const std::vector<std::wstring>& warnings) {
         const std::wstring& text = row < warnings.size() ? warnings[row] : std::wstring();
         if (rows_[row]->warning == text) continue;
         rows_[row]->warning = text;
-        MarkWarning(static_cast<int>(row));
+        RepaintRow(static_cast<int>(row));
         changed = true;
     }
     if (changed) SpeakWarnings();
@@ -28,18 +28,6 @@ void ListView::ShowWarnings(const std::vector<std::wstring>& warnings) {
 std::wstring ListView::WarningOf(int row) const {
     const Row* found = RowAt(row);
     return found == nullptr ? std::wstring() : found->warning;
-}
-
-// The control draws the sign itself in the views with icons.
-void ListView::MarkWarning(int row) {
-    LVITEMW item{};
-    item.stateMask = LVIS_OVERLAYMASK;
-    item.state = rows_[static_cast<std::size_t>(row)]->warning.empty()
-                     ? 0
-                     : INDEXTOOVERLAYMASK(kWarningOverlay);
-    SendMessageW(control_, LVM_SETITEMSTATE, static_cast<WPARAM>(row),
-                 reinterpret_cast<LPARAM>(&item));
-    RepaintRow(row);
 }
 
 // Descriptions belong to positions, and rows change theirs.
@@ -95,7 +83,7 @@ void ListView::FollowMouse(POINT place) {
 
 // The control repaints less of a row than is drawn here when its state changes.
 void ListView::RepaintRow(int row) const {
-    if (RowAt(row) == nullptr) return;
+    if (isPaused_ || row < 0 || row >= shownCount_) return;
     RECT area = RowArea(row, LVIR_BOUNDS);
     RECT all{};
     GetClientRect(control_, &all);

@@ -35,6 +35,10 @@ class ListViewOf : public testing::TestWithParam<Language> {
         return names;
     }
 
+    int CountOfControl() {
+        return static_cast<int>(SendMessageW(list.Handle(), LVM_GETITEMCOUNT, 0, 0));
+    }
+
     // What another program, such as a screen reader, is told.
     std::wstring Told(int row, int column) {
         wchar_t text[512] = L"";
@@ -74,10 +78,13 @@ TEST_P(ListViewOf, RowsComeAndGo) {
     list.Remove(0);
     EXPECT_EQ(Names(), (std::vector<std::wstring>{L"b", L"c"}));
     EXPECT_EQ(list.SubItem(1, L"Path"), L"C:\\c");
-    SendMessageW(list.Handle(), LVM_DELETEITEM, 1, 0);
-    EXPECT_EQ(Names(), (std::vector<std::wstring>{L"b"}));
+    EXPECT_EQ(CountOfControl(), 2);
+    list.Remove(5);
+    list.Remove(-1);
+    EXPECT_EQ(list.Count(), 2);
     list.Clear();
     EXPECT_EQ(list.Count(), 0);
+    EXPECT_EQ(CountOfControl(), 0);
     EXPECT_EQ(list.SubItem(0, L"Path"), L"");
     EXPECT_EQ(list.SubItem(-1, L"Path"), L"");
     EXPECT_EQ(Add(L"d", L"C:\\d"), 0);
@@ -248,15 +255,115 @@ TEST_P(ListViewOf, RowsAreHighEnoughToRead) {
     EXPECT_GE(row.bottom - row.top, Scaled(20, main.form.Dpi()));
 }
 
-// A thousand copies are shown at once; each row is three messages, none of them a walk.
-TEST_P(ListViewOf, ManyRowsAreTakenWhileRedrawingIsOff) {
+/// Counts the messages to a window.
+class MessageCounter {
+  public:
+    explicit MessageCounter(HWND window) : window_(window) {
+        SetWindowSubclass(window, Subclass, 77, reinterpret_cast<DWORD_PTR>(this));
+    }
+    ~MessageCounter() { RemoveWindowSubclass(window_, Subclass, 77); }
+    MessageCounter(const MessageCounter&) = delete;
+    MessageCounter& operator=(const MessageCounter&) = delete;
+
+    int count = 0;
+
+  private:
+    static LRESULT CALLBACK Subclass(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
+                                     UINT_PTR, DWORD_PTR data) {
+        ++reinterpret_cast<MessageCounter*>(data)->count;
+        return DefSubclassProc(window, message, wParam, lParam);
+    }
+    HWND window_;
+};
+
+// Ten thousand copies are shown at once, and each message takes longer than all else of a row.
+TEST_P(ListViewOf, RowsAddedWhileRedrawingIsOff_NeedNoMessages) {
     list.SetRedraw(false);
-    for (int i = 0; i < 5000; ++i) {
-        Add(std::to_wstring(i).c_str(), (L"C:\\" + std::to_wstring(i)).c_str());
+    {
+        const MessageCounter messages(list.Handle());
+        for (int i = 0; i < 5000; ++i) {
+            Add(std::to_wstring(i).c_str(), (L"C:\\" + std::to_wstring(i)).c_str());
+        }
+        EXPECT_EQ(messages.count, 0);
     }
     list.SetRedraw(true);
     EXPECT_EQ(list.Count(), 5000);
+    EXPECT_EQ(CountOfControl(), 5000);
     EXPECT_EQ(list.SubItem(4999, L"Path"), L"C:\\4999");
+    EXPECT_EQ(Told(4999, list.ColumnOf(L"Path")), L"C:\\4999");
+}
+
+TEST_P(ListViewOf, RowAddedWhileRedrawingIsOff_CanBeSelected) {
+    list.SetRedraw(false);
+    Add(L"a", L"C:\\a");
+    Add(L"b", L"C:\\b");
+    list.Select(1);
+    EXPECT_EQ(list.Selected(), 1);
+    list.EnsureVisible(1);
+    list.SetRedraw(true);
+    EXPECT_EQ(list.Selected(), 1);
+}
+
+TEST_P(ListViewOf, RemoveAboveTheSelection_SelectionStaysWithItsRow) {
+    Add(L"a", L"C:\\a");
+    Add(L"b", L"C:\\b");
+    Add(L"c", L"C:\\c");
+    list.Select(2);
+    list.Remove(0);
+    EXPECT_EQ(list.Selected(), 1);
+    list.Remove(1);
+    EXPECT_EQ(list.Selected(), -1) << "the selected row is gone";
+    EXPECT_TRUE(main.events.events.empty());
+}
+
+TEST_P(ListViewOf, Sort_RowHasOnlyTheFocus_KeepsItAndSelectsNothing) {
+    Add(L"b", L"1");
+    Add(L"a", L"0");
+    LVITEMW item{};
+    item.stateMask = item.state = LVIS_FOCUSED;
+    SendMessageW(list.Handle(), LVM_SETITEMSTATE, 0, reinterpret_cast<LPARAM>(&item));
+    main.events.events.clear();
+    list.Sort(kNameColumn, true, CompareTexts);
+    EXPECT_EQ(SendMessageW(list.Handle(), LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_FOCUSED),
+              1);
+    EXPECT_EQ(list.Selected(), -1);
+    EXPECT_TRUE(main.events.events.empty());
+}
+
+TEST_P(ListViewOf, TypedLetters_SelectTheNextRowThatBeginsWithThem) {
+    Add(L"Alpha", L"1");
+    Add(L"beta", L"2");
+    Add(L"Berta", L"3");
+    list.Select(0);
+    SendMessageW(list.Handle(), WM_CHAR, L'B', 1);
+    EXPECT_EQ(list.Selected(), 1);
+    SendMessageW(list.Handle(), WM_CHAR, L'e', 1);
+    SendMessageW(list.Handle(), WM_CHAR, L'r', 1);
+    EXPECT_EQ(list.Selected(), 2);
+}
+
+TEST_P(ListViewOf, SearchForLetters_WrapsAroundOnlyWhereAsked) {
+    Add(L"Alpha", L"1");
+    Add(L"beta", L"2");
+    const auto find = [&](const wchar_t* letters, int start, UINT flags) {
+        NMLVFINDITEMW wanted{};
+        wanted.hdr = {list.Handle(), 0, static_cast<UINT>(LVN_ODFINDITEMW)};
+        wanted.iStart = start;
+        wanted.lvfi.flags = flags;
+        wanted.lvfi.psz = letters;
+        return static_cast<int>(
+            SendMessageW(main.Handle(), WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&wanted)));
+    };
+    constexpr UINT kPart = LVFI_STRING | LVFI_PARTIAL;
+    EXPECT_EQ(find(L"al", 0, kPart), 0);
+    EXPECT_EQ(find(L"al", 1, kPart), -1);
+    EXPECT_EQ(find(L"al", 1, kPart | LVFI_WRAP), 0);
+    EXPECT_EQ(find(L"al", 2, kPart | LVFI_WRAP), 0);
+    EXPECT_EQ(find(L"BETA", -1, LVFI_STRING), 1);
+    EXPECT_EQ(find(L"bet", 0, LVFI_STRING), -1) << "not the whole name";
+    EXPECT_EQ(find(L"x", 0, kPart | LVFI_WRAP), -1);
+    EXPECT_EQ(find(nullptr, 0, kPart), -1);
+    EXPECT_EQ(find(L"al", 0, LVFI_PARAM), -1);
 }
 
 INSTANTIATE_TEST_SUITE_P(, ListViewOf, testing::ValuesIn(test::kLanguages),
