@@ -10,6 +10,7 @@
 #include "platform/SystemError.h"
 #include "ui/ReportBox.h"
 #include "ui/ScrollBar.h"
+#include "ui/Subclass.h"
 
 namespace vw {
 
@@ -78,11 +79,8 @@ class NoInheritance {
     LONG style_;
 };
 
-constexpr UINT_PTR kFrameSubclass = 1;
-
 // Messages of the control in a frame go to the form.
-LRESULT CALLBACK PassOn(HWND frame, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
-                        DWORD_PTR) {
+LRESULT PassOn(HWND frame, UINT message, WPARAM wParam, LPARAM lParam, void*) {
     switch (message) {
         case WM_COMMAND:
         case WM_CTLCOLORSTATIC:
@@ -90,13 +88,10 @@ LRESULT CALLBACK PassOn(HWND frame, UINT message, WPARAM wParam, LPARAM lParam, 
         case WM_CLOSE:
         case WM_NEXTDLGCTL:
             return SendMessageW(GetParent(frame), message, wParam, lParam);
-        case WM_NCDESTROY:
-            RemoveWindowSubclass(frame, PassOn, kFrameSubclass);
-            break;
         default:
             break;
     }
-    return DefSubclassProc(frame, message, wParam, lParam);
+    return CallControl(frame, message, wParam, lParam);
 }
 
 // A program with more rights than the desktop gets no drops without asking for them.
@@ -139,7 +134,7 @@ HWND MakeFrame(HWND form, const ControlData& data) {
     const HWND frame = CreateWindowExW(WS_EX_CONTROLPARENT, WC_STATICW, L"", style, 0, 0, 0, 0,
                                        form, nullptr, GetModuleHandleW(nullptr), nullptr);
     if (frame == nullptr) RaiseLast({});
-    SetWindowSubclass(frame, PassOn, kFrameSubclass, 0);
+    Subclass(frame, PassOn, nullptr);
     return frame;
 }
 

@@ -1,14 +1,11 @@
 #include "ui/DropDown.h"
 
 #include "ui/PrivateMessages.h"
-// The common controls' declarations need those of the window system first.
-#include <commctrl.h>
+#include "ui/Subclass.h"
 
 namespace vw {
 
 namespace {
-
-constexpr UINT_PTR kSubclassId = 1;
 
 // Every key that selects an entry of a closed box.
 bool ChoosesByItself(WPARAM key) noexcept {
@@ -40,12 +37,10 @@ void MarkEntry(HWND box, wchar_t letter) noexcept {
 
 }  // namespace
 
-DropDown::DropDown(HWND box) : box_(box) {
-    SetWindowSubclass(box_, Subclass, kSubclassId, reinterpret_cast<DWORD_PTR>(this));
-}
+DropDown::DropDown(HWND box) : box_(box) { Subclass(box_, OnControlMessage, this); }
 
 DropDown::~DropDown() {
-    if (box_ != nullptr) RemoveWindowSubclass(box_, Subclass, kSubclassId);
+    if (box_ != nullptr) Unsubclass(box_);
 }
 
 // The order of the notifications at the end of an open list differs: the change of the selection
@@ -81,8 +76,8 @@ bool DropDown::OnClosed() {
     return confirmed_;
 }
 
-LRESULT CALLBACK DropDown::Subclass(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
-                                    UINT_PTR id, DWORD_PTR data) {
+LRESULT DropDown::OnControlMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
+                                   void* data) {
     const auto isClosed = [&] { return SendMessageW(window, CB_GETDROPPEDSTATE, 0, 0) == 0; };
     switch (message) {
         case WM_MOUSEWHEEL:
@@ -99,13 +94,12 @@ LRESULT CALLBACK DropDown::Subclass(HWND window, UINT message, WPARAM wParam, LP
             MarkEntry(window, static_cast<wchar_t>(wParam));
             return 0;
         case WM_NCDESTROY:
-            RemoveWindowSubclass(window, Subclass, id);
-            reinterpret_cast<DropDown*>(data)->box_ = nullptr;
+            static_cast<DropDown*>(data)->box_ = nullptr;
             break;
         default:
             break;
     }
-    return DefSubclassProc(window, message, wParam, lParam);
+    return CallControl(window, message, wParam, lParam);
 }
 
 }  // namespace vw

@@ -24,8 +24,8 @@ class DropDown {
     [[nodiscard]] bool OnClosed();
 
   private:
-    static LRESULT CALLBACK Subclass(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
-                                     UINT_PTR id, DWORD_PTR data);
+    static LRESULT OnControlMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
+                                    void* data);
 
     HWND box_;
     LRESULT former_ = CB_ERR;  ///< selected before the list was opened

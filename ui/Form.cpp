@@ -95,7 +95,7 @@ void Form::MakeParts() {
         if (data.kind == ControlKind::ListView) {
             part.list = std::make_unique<ListView>(part.window, data, language_);
             part.list->Attach(names_.get(), tips_->Handle());
-            tips_->Add(part.window);
+            tips_->Add(part.window, ToolTips::Mouse::Relayed);
         } else if (data.kind == ControlKind::ToolBar) {
             part.toolBar = std::make_unique<ToolBar>(part.window, data, language_);
         } else if (data.kind == ControlKind::DropDown) {

@@ -3,14 +3,9 @@
 #include <algorithm>
 
 #include "platform/RuntimeError.h"
+#include "ui/Subclass.h"
 
 namespace vw {
-
-namespace {
-
-constexpr UINT_PTR kSubclassId = 1;
-
-}  // namespace
 
 ListView::ListView(HWND control, const ControlData& data, Language language)
     : control_(control), data_(data), language_(language) {
@@ -32,11 +27,11 @@ ListView::ListView(HWND control, const ControlData& data, Language language)
     SendMessageW(control_, LVM_SETEXTENDEDLISTVIEWSTYLE, 0, LVS_EX_FULLROWSELECT | buffer);
     // The control asks for the warning sign as well.
     SendMessageW(control_, LVM_SETCALLBACKMASK, LVIS_OVERLAYMASK, 0);
-    SetWindowSubclass(control_, Subclass, kSubclassId, reinterpret_cast<DWORD_PTR>(this));
+    Subclass(control_, OnControlMessage, this);
 }
 
 ListView::~ListView() {
-    if (control_ != nullptr) RemoveWindowSubclass(control_, Subclass, kSubclassId);
+    if (control_ != nullptr) Unsubclass(control_);
 }
 
 int ListView::Count() const noexcept { return static_cast<int>(rows_.size()); }

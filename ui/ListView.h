@@ -31,11 +31,17 @@ inline constexpr int kWarningOverlay = 1;
 struct RowPictures {
     explicit RowPictures(int dpi);
 
+    /// Those of the view with large icons, made when they are asked for first.
+    [[nodiscard]] HIMAGELIST Large();
+
     ImageList small;
-    ImageList large;
     std::array<IconHandle, 3> icons;  ///< the small ones, for rows that are drawn here
     IconHandle mark;                  ///< small, for rows with a warning
     int pixels;                       ///< of a small icon
+
+  private:
+    ImageList large_;
+    int dpi_;
 };
 
 /// How a list view shows its rows, in the order of the View menu.
@@ -130,7 +136,7 @@ class ListView {
 
     /// The pictures, font and widths for another resolution of the screen. Pictures and font stay
     /// the caller's, and have to live until they are replaced.
-    void SetPictures(const RowPictures& pictures, HFONT font, int dpi);
+    void SetPictures(RowPictures& pictures, HFONT font, int dpi);
 
     /// Handles a notification of the control; the answer, or nothing where it is none of the list's
     /// own affairs.
@@ -154,6 +160,7 @@ class ListView {
     void Answer(NMLVDISPINFOW& info);
     [[nodiscard]] int FindForKeys(const NMLVFINDITEMW& wanted) const;
     std::optional<LRESULT> OnCustomDraw(const NMLVCUSTOMDRAW& draw);
+    void TakeLargePictures(ViewStyle style);
     void PaintRow(HDC dc, int row) const;
     void PaintIcon(HDC dc, const RECT& area, const Row& row) const;
     void RepaintRow(int row) const;
@@ -173,9 +180,10 @@ class ListView {
     [[nodiscard]] std::pair<int, int> CellAt(POINT place) const;
     [[nodiscard]] bool IsShortened(int row, int column) const;
     void FollowMouse(POINT place);
+    void RelayToTips(UINT message, WPARAM wParam, LPARAM lParam) const;
 
-    static LRESULT CALLBACK Subclass(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
-                                     UINT_PTR id, DWORD_PTR data);
+    static LRESULT OnControlMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
+                                    void* data);
 
     HWND control_;
     const ControlData& data_;
@@ -184,7 +192,7 @@ class ListView {
     int shownCount_ = 0;                      ///< the number of rows that the control was given
     bool isPaused_ = false;                   ///< redrawing is off
     std::wstring asked_;                      ///< the text that the control asked for last
-    const RowPictures* pictures_ = nullptr;
+    RowPictures* pictures_ = nullptr;
     int dpi_ = kDesignDpi;
     bool selecting_ = false;
     bool isSortMarked_ = false;

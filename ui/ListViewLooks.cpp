@@ -8,6 +8,7 @@
 #include "ui/ListView.h"
 #include "ui/Painting.h"
 #include "ui/PrivateMessages.h"
+#include "ui/Subclass.h"
 #include "ui/resource.h"
 // The extended window macros need the declarations of the window system first.
 #include <windowsx.h>
@@ -27,6 +28,13 @@ constexpr int kCellMargin = 6;
 constexpr int kTextAfterIcon = 4;
 constexpr int kEmptyTextMargin = 24;
 
+ImageList RowImages(int pixels, int height) {
+    ImageList images = MakeImageList(kRowIcons, pixels, height);
+    ImageList_SetOverlayImage(images.Get(), static_cast<int>(kRowIcons.size()) - 1,
+                              kWarningOverlay);
+    return images;
+}
+
 }  // namespace
 
 ViewStyle ListView::Style() const noexcept {
@@ -44,6 +52,7 @@ ViewStyle ListView::Style() const noexcept {
 
 void ListView::SetStyle(ViewStyle style) {
     constexpr std::array kTypes{LVS_ICON, LVS_SMALLICON, LVS_LIST, LVS_REPORT};
+    TakeLargePictures(style);
     const LONG rest = GetWindowLongW(control_, GWL_STYLE) & ~LVS_TYPEMASK;
     SetWindowLongW(control_, GWL_STYLE, rest | kTypes[static_cast<std::size_t>(style)]);
     InvalidateRect(control_, nullptr, TRUE);
@@ -57,25 +66,34 @@ void ListView::SetArrange(ViewArrange arrange) {
     if (arrange != ViewArrange::None) SendMessageW(control_, LVM_ARRANGE, LVA_DEFAULT, 0);
 }
 
-RowPictures::RowPictures(int dpi) : pixels(Scaled(kSmallIcon, dpi)) {
-    const int largePixels = Scaled(kLargeIcon, dpi);
-    small = MakeImageList(kRowIcons, pixels, Scaled(kRowHeight, dpi));
-    large = MakeImageList(kRowIcons, largePixels, largePixels);
-    for (const HIMAGELIST images : {small.Get(), large.Get()}) {
-        ImageList_SetOverlayImage(images, static_cast<int>(kRowIcons.size()) - 1, kWarningOverlay);
-    }
+RowPictures::RowPictures(int dpi)
+    : small(RowImages(Scaled(kSmallIcon, dpi), Scaled(kRowHeight, dpi))),
+      pixels(Scaled(kSmallIcon, dpi)),
+      dpi_(dpi) {
     for (std::size_t i = 0; i < icons.size(); ++i) icons[i] = LoadPicture(kRowIcons[i], pixels);
     mark = LoadPicture(IDI_WarningMark, pixels);
 }
 
-void ListView::SetPictures(const RowPictures& pictures, HFONT font, int dpi) {
+HIMAGELIST RowPictures::Large() {
+    const int largePixels = Scaled(kLargeIcon, dpi_);
+    if (!large_) large_ = RowImages(largePixels, largePixels);
+    return large_.Get();
+}
+
+// Those of another resolution are gone when they are replaced.
+void ListView::TakeLargePictures(ViewStyle style) {
+    const bool needsThem = pictures_ != nullptr && style == ViewStyle::LargeIcons;
+    SendMessageW(control_, LVM_SETIMAGELIST, LVSIL_NORMAL,
+                 reinterpret_cast<LPARAM>(needsThem ? pictures_->Large() : nullptr));
+}
+
+void ListView::SetPictures(RowPictures& pictures, HFONT font, int dpi) {
     dpi_ = dpi;
     pictures_ = &pictures;
     SendMessageW(control_, WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
     SendMessageW(control_, LVM_SETIMAGELIST, LVSIL_SMALL,
                  reinterpret_cast<LPARAM>(pictures.small.Get()));
-    SendMessageW(control_, LVM_SETIMAGELIST, LVSIL_NORMAL,
-                 reinterpret_cast<LPARAM>(pictures.large.Get()));
+    TakeLargePictures(Style());
     FitColumns();
 }
 
@@ -290,19 +308,20 @@ std::optional<LRESULT> ListView::OnNotify(NMHDR& header) {
     }
 }
 
-LRESULT CALLBACK ListView::Subclass(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
-                                    UINT_PTR id, DWORD_PTR data) {
-    auto* self = reinterpret_cast<ListView*>(data);
+LRESULT ListView::OnControlMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
+                                   void* data) {
+    auto* self = static_cast<ListView*>(data);
+    self->RelayToTips(message, wParam, lParam);
     switch (message) {
         case WM_ERASEBKGND: {
             const auto dc = reinterpret_cast<HDC>(wParam);
             const SavedDc saved(dc);
             self->KeepRows(dc);
-            return DefSubclassProc(window, message, wParam, lParam);
+            return CallControl(window, message, wParam, lParam);
         }
         case WM_SIZE: {
             if (self->rows_.empty()) InvalidateRect(window, nullptr, TRUE);
-            const LRESULT result = DefSubclassProc(window, message, wParam, lParam);
+            const LRESULT result = CallControl(window, message, wParam, lParam);
             // The scroll bar that a wider column brings changes the size in the middle of a drag.
             if (self->pictures_ != nullptr && wParam != SIZE_MINIMIZED && !self->isColumnDragged_) {
                 self->FitColumns();
@@ -312,7 +331,7 @@ LRESULT CALLBACK ListView::Subclass(HWND window, UINT message, WPARAM wParam, LP
         case WM_NOTIFY: {
             const auto& header = *reinterpret_cast<const NMHEADERW*>(lParam);
             if (header.hdr.code == HDN_BEGINTRACKW) self->isColumnDragged_ = true;
-            const LRESULT result = DefSubclassProc(window, message, wParam, lParam);
+            const LRESULT result = CallControl(window, message, wParam, lParam);
             if (header.hdr.code == HDN_ENDTRACKW) {
                 self->isColumnDragged_ = false;
                 if (header.pitem != nullptr && (header.pitem->mask & HDI_WIDTH) != 0) {
@@ -331,7 +350,7 @@ LRESULT CALLBACK ListView::Subclass(HWND window, UINT message, WPARAM wParam, LP
         case WM_GETDLGCODE: {
             // Enter opens a row here; everywhere else it presses the default button.
             const auto* key = reinterpret_cast<const MSG*>(lParam);
-            const LRESULT codes = DefSubclassProc(window, message, wParam, lParam);
+            const LRESULT codes = CallControl(window, message, wParam, lParam);
             const bool enter = key != nullptr && key->wParam == VK_RETURN;
             return enter ? codes | DLGC_WANTMESSAGE : codes;
         }
@@ -341,7 +360,7 @@ LRESULT CALLBACK ListView::Subclass(HWND window, UINT message, WPARAM wParam, LP
             break;
         case WM_KEYUP: {
             // A key that was pressed in a box, and let go when the box was gone, is not meant here.
-            const LRESULT result = DefSubclassProc(window, message, wParam, lParam);
+            const LRESULT result = CallControl(window, message, wParam, lParam);
             if (std::exchange(self->keyDown_, 0) == wParam) {
                 SendMessageW(GetParent(window), kListKeyUp, wParam,
                              reinterpret_cast<LPARAM>(window));
@@ -359,13 +378,12 @@ LRESULT CALLBACK ListView::Subclass(HWND window, UINT message, WPARAM wParam, LP
             SendMessageW(GetParent(window), kListDrop, wParam, reinterpret_cast<LPARAM>(window));
             return 0;
         case WM_NCDESTROY:
-            RemoveWindowSubclass(window, Subclass, id);
             self->control_ = nullptr;
             break;
         default:
             break;
     }
-    return DefSubclassProc(window, message, wParam, lParam);
+    return CallControl(window, message, wParam, lParam);
 }
 
 }  // namespace vw

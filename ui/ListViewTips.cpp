@@ -74,6 +74,17 @@ std::wstring ListView::TipAt(POINT place) const {
     return tip.empty() ? found->warning : tip + L"\r\n" + found->warning;
 }
 
+// Tool tips that watch a window look their data up by name with each of its messages.
+void ListView::RelayToTips(UINT message, WPARAM wParam, LPARAM lParam) const {
+    if (tips_ == nullptr || message < WM_MOUSEFIRST || message > WM_MOUSELAST) return;
+    MSG relayed{};
+    relayed.hwnd = control_;
+    relayed.message = message;
+    relayed.wParam = wParam;
+    relayed.lParam = lParam;
+    SendMessageW(tips_, TTM_RELAYEVENT, 0, reinterpret_cast<LPARAM>(&relayed));
+}
+
 void ListView::FollowMouse(POINT place) {
     const auto cell = CellAt(place);
     if (cell == mouseAt_) return;

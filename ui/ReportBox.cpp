@@ -5,16 +5,13 @@
 #include <string>
 
 #include "platform/TextDirection.h"
-
-// The common controls' declarations need those of the window system first.
-#include <commctrl.h>
+#include "ui/Subclass.h"
 
 namespace vw {
 
 namespace {
 
 constexpr WPARAM kUnlimited = 0x7FFFFFFE;
-constexpr UINT_PTR kSubclass = 1;
 
 std::wstring SelectedText(HWND box) {
     DWORD from = 0;
@@ -39,13 +36,11 @@ void PutOnClipboard(HWND owner, const std::wstring& text) {
     CloseClipboard();
 }
 
-LRESULT CALLBACK OnReport(HWND box, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
-                          DWORD_PTR) {
-    if (message == WM_NCDESTROY) RemoveWindowSubclass(box, OnReport, id);
+LRESULT OnReport(HWND box, UINT message, WPARAM wParam, LPARAM lParam, void*) {
     // A text of many lines takes Tab, Enter and Esc for its own. Nobody writes into a report, so
     // they mean what they mean everywhere else in the form.
     if (message == WM_GETDLGCODE) return DLGC_WANTARROWS;
-    if (message != WM_COPY) return DefSubclassProc(box, message, wParam, lParam);
+    if (message != WM_COPY) return CallControl(box, message, wParam, lParam);
     const std::wstring selected = SelectedText(box);
     if (!selected.empty()) PutOnClipboard(box, WithoutMarks(selected));
     return 0;
@@ -55,7 +50,7 @@ LRESULT CALLBACK OnReport(HWND box, UINT message, WPARAM wParam, LPARAM lParam, 
 
 void ReportBox::Prepare(HWND box) {
     SendMessageW(box, EM_SETLIMITTEXT, kUnlimited, 0);
-    SetWindowSubclass(box, OnReport, kSubclass, 0);
+    Subclass(box, OnReport, nullptr);
 }
 
 void ReportBox::Append(HWND box, std::wstring_view lines, Language language) {

@@ -2,8 +2,7 @@
 
 #include <algorithm>
 
-// The common controls' declarations need those of the window system first.
-#include <commctrl.h>
+#include "ui/Subclass.h"
 
 namespace vw::ScrollBar {
 
@@ -17,15 +16,10 @@ SCROLLINFO Info(HWND bar) noexcept {
     return info;
 }
 
-constexpr UINT_PTR kFocusSubclass = 1;
-
-LRESULT CALLBACK PassFocusOn(HWND bar, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
-                             DWORD_PTR label) {
-    const LRESULT result = DefSubclassProc(bar, message, wParam, lParam);
+LRESULT PassFocusOn(HWND bar, UINT message, WPARAM wParam, LPARAM lParam, void* label) {
+    const LRESULT result = CallControl(bar, message, wParam, lParam);
     if (message == WM_SETFOCUS || message == WM_KILLFOCUS) {
-        InvalidateRect(reinterpret_cast<HWND>(label), nullptr, FALSE);
-    } else if (message == WM_NCDESTROY) {
-        RemoveWindowSubclass(bar, PassFocusOn, id);
+        InvalidateRect(static_cast<HWND>(label), nullptr, FALSE);
     }
     return result;
 }
@@ -73,8 +67,6 @@ int PositionFor(HWND bar, WPARAM request) noexcept {
     return -std::clamp(position, info.nMin, info.nMax);
 }
 
-void RepaintWithFocus(HWND bar, HWND label) noexcept {
-    SetWindowSubclass(bar, PassFocusOn, kFocusSubclass, reinterpret_cast<DWORD_PTR>(label));
-}
+void RepaintWithFocus(HWND bar, HWND label) noexcept { Subclass(bar, PassFocusOn, label); }
 
 }  // namespace vw::ScrollBar

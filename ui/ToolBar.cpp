@@ -97,14 +97,7 @@ void ToolBar::SetPictures(int dpi, HFONT font, HFONT boldFont) {
     boldFont_ = boldFont;
     const int pixels = Scaled(kIconSize, dpi);
     icons_.clear();
-    for (const ToolButtonData& button : data_.buttons) {
-        const bool turned = language_ == Language::Arabic && button.arabicIcon != 0;
-        Pictures pictures;
-        pictures.normal = LoadPicture(turned ? button.arabicIcon : button.icon, pixels);
-        pictures.faded = FadedPicture(pictures.normal.Get(), pixels);
-        if (button.accentIcon != 0) pictures.accented = LoadPicture(button.accentIcon, pixels);
-        icons_.push_back(std::move(pictures));
-    }
+    icons_.resize(data_.buttons.size());
     ImageList room(ImageList_Create(pixels, pixels, ILC_COLOR32, 1, 1));
     SendMessageW(control_, TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(room.Get()));
     room_ = std::move(room);
@@ -193,7 +186,25 @@ std::optional<LRESULT> ToolBar::OnNotify(NMHDR& header) {
     }
 }
 
-std::optional<LRESULT> ToolBar::OnCustomDraw(const NMTBCUSTOMDRAW& draw) const {
+// Making a picture takes longer than painting it, and most buttons show one of the three.
+HICON ToolBar::PictureOf(std::size_t position, Look look) {
+    const ToolButtonData& button = data_.buttons[position];
+    Pictures& pictures = icons_[position];
+    const int pixels = Scaled(kIconSize, dpi_);
+    if (look == Look::Accented) {
+        if (!pictures.accented) pictures.accented = LoadPicture(button.accentIcon, pixels);
+        return pictures.accented.Get();
+    }
+    const bool turned = language_ == Language::Arabic && button.arabicIcon != 0;
+    if (!pictures.normal) {
+        pictures.normal = LoadPicture(turned ? button.arabicIcon : button.icon, pixels);
+    }
+    if (look == Look::Normal) return pictures.normal.Get();
+    if (!pictures.faded) pictures.faded = FadedPicture(pictures.normal.Get(), pixels);
+    return pictures.faded.Get();
+}
+
+std::optional<LRESULT> ToolBar::OnCustomDraw(const NMTBCUSTOMDRAW& draw) {
     if (draw.nmcd.dwDrawStage == CDDS_PREPAINT) return CDRF_NOTIFYITEMDRAW;
     if (draw.nmcd.dwDrawStage != CDDS_ITEMPREPAINT) return std::nullopt;
     const ToolButtonData* button = Find(static_cast<int>(draw.nmcd.dwItemSpec));
@@ -203,11 +214,10 @@ std::optional<LRESULT> ToolBar::OnCustomDraw(const NMTBCUSTOMDRAW& draw) const {
     return CDRF_SKIPDEFAULT;
 }
 
-void ToolBar::PaintButton(const NMTBCUSTOMDRAW& draw, std::size_t position) const {
+void ToolBar::PaintButton(const NMTBCUSTOMDRAW& draw, std::size_t position) {
     const ToolButtonData& button = data_.buttons[position];
-    const Pictures& pictures = icons_[position];
     const bool disabled = Has(draw, CDIS_DISABLED);
-    const bool accented = pictures.accented && !disabled && !HighContrast();
+    const bool accented = button.accentIcon != 0 && !disabled && !HighContrast();
     const HDC dc = draw.nmcd.hdc;
     const RECT area = draw.nmcd.rc;
     const SavedDc saved(dc);
@@ -221,11 +231,10 @@ void ToolBar::PaintButton(const NMTBCUSTOMDRAW& draw, std::size_t position) cons
     const int pixels = Scaled(kIconSize, dpi_);
     const int left = static_cast<int>(area.left) + Scaled(kPadding, dpi_);
     const int top = static_cast<int>(area.top + area.bottom - pixels) / 2;
-    const IconHandle& icon = disabled   ? pictures.faded
-                             : accented ? pictures.accented
-                                        : pictures.normal;
+    const HICON icon =
+        PictureOf(position, disabled ? Look::Faded : (accented ? Look::Accented : Look::Normal));
     // The pictures for windows from right to left are drawn that way already.
-    if (icon) PaintIcon(dc, left, top, pixels, icon.Get());
+    if (icon != nullptr) PaintIcon(dc, left, top, pixels, icon);
 
     if (Has(draw, CDIS_HOT) && GetFocus() == control_) {
         RECT mark = area;

@@ -45,15 +45,17 @@ class ToolBar {
     [[nodiscard]] WPARAM IdOf(std::wstring_view key) const;
     void AddButtons();
     void SetWidths();
-    std::optional<LRESULT> OnCustomDraw(const NMTBCUSTOMDRAW& draw) const;
-    void PaintButton(const NMTBCUSTOMDRAW& draw, std::size_t position) const;
+    std::optional<LRESULT> OnCustomDraw(const NMTBCUSTOMDRAW& draw);
+    void PaintButton(const NMTBCUSTOMDRAW& draw, std::size_t position);
 
-    /// The pictures of one button.
+    /// The pictures of one button, each made when it is painted for the first time.
     struct Pictures {
         IconHandle normal;
         IconHandle faded;
         IconHandle accented;
     };
+    enum class Look { Normal, Faded, Accented };
+    [[nodiscard]] HICON PictureOf(std::size_t position, Look look);
 
     HWND control_;
     ToolBarKeys keys_;

@@ -1,13 +1,12 @@
 #include "ui/ToolBarKeys.h"
 
+#include "ui/Subclass.h"
 // The common controls' declarations need those of the window system first.
 #include <commctrl.h>
 
 namespace vw {
 
 namespace {
-
-constexpr UINT_PTR kSubclassId = 2;
 
 int CountOf(HWND bar) noexcept { return static_cast<int>(SendMessageW(bar, TB_BUTTONCOUNT, 0, 0)); }
 
@@ -30,12 +29,10 @@ bool IsMirrored(HWND window) noexcept {
 
 }  // namespace
 
-ToolBarKeys::ToolBarKeys(HWND bar) : bar_(bar) {
-    SetWindowSubclass(bar_, Subclass, kSubclassId, reinterpret_cast<DWORD_PTR>(this));
-}
+ToolBarKeys::ToolBarKeys(HWND bar) : bar_(bar) { Subclass(bar_, OnControlMessage, this); }
 
 ToolBarKeys::~ToolBarKeys() {
-    if (bar_ != nullptr) RemoveWindowSubclass(bar_, Subclass, kSubclassId);
+    if (bar_ != nullptr) Unsubclass(bar_);
 }
 
 // The first button from a position on that may be pressed, in the direction of the step.
@@ -81,9 +78,9 @@ bool ToolBarKeys::OnKey(WPARAM key) {
     }
 }
 
-LRESULT CALLBACK ToolBarKeys::Subclass(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
-                                       UINT_PTR id, DWORD_PTR data) {
-    auto* self = reinterpret_cast<ToolBarKeys*>(data);
+LRESULT ToolBarKeys::OnControlMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
+                                      void* data) {
+    auto* self = static_cast<ToolBarKeys*>(data);
     switch (message) {
         case WM_GETDLGCODE: {
             const auto* key = reinterpret_cast<const MSG*>(lParam);
@@ -94,7 +91,7 @@ LRESULT CALLBACK ToolBarKeys::Subclass(HWND window, UINT message, WPARAM wParam,
             if (self->OnKey(wParam)) return 0;
             break;
         case WM_SETFOCUS: {
-            const LRESULT result = DefSubclassProc(window, message, wParam, lParam);
+            const LRESULT result = CallControl(window, message, wParam, lParam);
             self->Mark(self->marked_ < 0 ? 0 : self->marked_, 1);
             return result;
         }
@@ -102,13 +99,12 @@ LRESULT CALLBACK ToolBarKeys::Subclass(HWND window, UINT message, WPARAM wParam,
             SendMessageW(window, TB_SETHOTITEM, static_cast<WPARAM>(-1), 0);
             break;
         case WM_NCDESTROY:
-            RemoveWindowSubclass(window, Subclass, id);
             self->bar_ = nullptr;
             break;
         default:
             break;
     }
-    return DefSubclassProc(window, message, wParam, lParam);
+    return CallControl(window, message, wParam, lParam);
 }
 
 }  // namespace vw

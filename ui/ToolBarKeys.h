@@ -20,8 +20,8 @@ class ToolBarKeys {
     void Mark(int from, int step);
     void Press();
 
-    static LRESULT CALLBACK Subclass(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
-                                     UINT_PTR id, DWORD_PTR data);
+    static LRESULT OnControlMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
+                                    void* data);
 
     HWND bar_;
     int marked_ = -1;  ///< the button that was marked last

@@ -13,10 +13,10 @@ ToolTips::ToolTips(HWND owner)
     if (tips_ == nullptr) RaiseLast({});
 }
 
-void ToolTips::Add(HWND control) {
+void ToolTips::Add(HWND control, Mouse mouse) {
     TTTOOLINFOW tool{};
     tool.cbSize = sizeof tool;
-    tool.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
+    tool.uFlags = TTF_IDISHWND | (mouse == Mouse::Watched ? TTF_SUBCLASS : 0U);
     tool.hwnd = owner_;
     tool.uId = reinterpret_cast<UINT_PTR>(control);
     tool.lpszText = LPSTR_TEXTCALLBACKW;

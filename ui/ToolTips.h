@@ -16,7 +16,10 @@ class ToolTips {
     /// Makes them for a window, which destroys them with itself.
     explicit ToolTips(HWND owner);
 
-    void Add(HWND control);
+    /// How the tips get the mouse messages of a control: they watch it, or it relays them with
+    /// TTM_RELAYEVENT.
+    enum class Mouse { Watched, Relayed };
+    void Add(HWND control, Mouse mouse = Mouse::Watched);
 
     /// Shows a text to the left or right of an area of the screen until Hide is called.
     void ShowBeside(const RECT& area, bool atLeft, std::wstring_view text);
