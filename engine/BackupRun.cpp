@@ -13,6 +13,15 @@
 
 namespace vw {
 
+namespace {
+
+// A rule for all files of a folder names the folder.
+std::wstring_view PathOf(std::wstring_view item) {
+    return item.ends_with(L"\\*") ? item.substr(0, item.size() - 2) : item;
+}
+
+}  // namespace
+
 BackupRun::BackupRun(const EngineContext& context, DestinationSession& session,
                      LocationNumbers& numbers, ItemBackup& item)
     : EnginePart(context), session_(session), numbers_(numbers), item_(item) {}
@@ -93,13 +102,30 @@ void BackupRun::BackUpUnderLock(std::wstring_view path, ItemKind kind) {
     Entrance entrance = Entrance::Refused;
     trap_(L"BackupPath", [&] { entrance = session_.Enter(); });
     if (entrance != Entrance::Entered) return;
-    const std::int16_t location = LocationOf(path);
-    if (location >= 0 && !state_.cancel.IsRequested()) BackUpPath(path, location, kind, {});
+    const auto facts = TryStat(PathOf(path));
+    const std::int16_t location = LocationOf(path, facts.has_value());
+    if (location < 0 || state_.cancel.IsRequested()) return;
+    trap_(L"BackupPath", [&] {
+        state_.cancel.Begin();
+        system_.pump.ProcessMessagesIfDue();
+        if (session_.Enter() != Entrance::Entered) return;
+        item_.BackUp(PathOf(path), location, kind, {}, facts);
+    });
 }
 
-std::int16_t BackupRun::LocationOf(std::wstring_view path) {
+// The facts of an item serve both its number and its backup. The backup asks again for an item that
+// is not there, or that cannot be asked.
+std::optional<FileInfo> BackupRun::TryStat(std::wstring_view path) {
+    try {
+        return system_.files.Stat(path);
+    } catch (const RuntimeError&) {
+        return std::nullopt;
+    }
+}
+
+std::int16_t BackupRun::LocationOf(std::wstring_view path, bool isThere) {
     const ErrorTrap trap(system_.errors, L"Module", L"MVaultwright");
-    return trap.Or(std::int16_t{-1}, L"LocationID", [&] { return numbers_.Find(path); });
+    return trap.Or(std::int16_t{-1}, L"LocationID", [&] { return numbers_.Find(path, isThere); });
 }
 
 void BackupRun::BackUpPath(std::wstring_view givenPath, std::int16_t location, ItemKind kind,
@@ -107,8 +133,6 @@ void BackupRun::BackUpPath(std::wstring_view givenPath, std::int16_t location, I
     trap_(L"BackupPath", [&] {
         state_.cancel.Begin();
         system_.pump.ProcessMessagesIfDue();
-        const std::wstring_view path =
-            givenPath.ends_with(L"\\*") ? givenPath.substr(0, givenPath.size() - 2) : givenPath;
         session_.RequireFolder();
         // On its own it is a run of its own; what another one was refused may be free by now.
         if (!session_.IsVisiting()) {
@@ -117,7 +141,7 @@ void BackupRun::BackUpPath(std::wstring_view givenPath, std::int16_t location, I
         }
         const DestinationSession::Visit visit(session_);
         if (session_.Enter() != Entrance::Entered) return;
-        item_.BackUp(path, location, kind, givenCopy);
+        item_.BackUp(PathOf(givenPath), location, kind, givenCopy, {});
     });
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -9,6 +10,7 @@
 #include "engine/ItemBackup.h"
 #include "engine/LocationNumbers.h"
 #include "list/format/ListLine.h"
+#include "platform/FileSystem.h"
 
 namespace vw {
 
@@ -28,8 +30,9 @@ class BackupRun final : private EnginePart {
     void BackUpPath(std::wstring_view givenPath, std::int16_t location, ItemKind kind,
                     std::wstring_view givenCopy);
 
-    /// The location number of an item; -1 after an error, which has been reported.
-    [[nodiscard]] std::int16_t LocationOf(std::wstring_view path);
+    /// The location number of an item; -1 after an error, which has been reported. For `isThere`
+    /// see LocationNumbers::Find.
+    [[nodiscard]] std::int16_t LocationOf(std::wstring_view path, bool isThere = false);
 
     /// The text of the current list. A missing list is made empty.
     [[nodiscard]] std::wstring ReadCurrentList();
@@ -38,6 +41,7 @@ class BackupRun final : private EnginePart {
     void StartRun();
     void ReadItems(std::wstring_view text);
     void BackUpUnderLock(std::wstring_view path, ItemKind kind);
+    [[nodiscard]] std::optional<FileInfo> TryStat(std::wstring_view path);
 
     DestinationSession& session_;
     LocationNumbers& numbers_;

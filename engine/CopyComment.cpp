@@ -1,5 +1,7 @@
 #include "engine/CopyComment.h"
 
+#include <string>
+
 #include "engine/CPackage.h"
 #include "engine/CommentLine.h"
 #include "engine/NameEncoding.h"
@@ -9,12 +11,27 @@
 
 namespace vw {
 
+namespace {
+
+// Nearly every copy that is asked about has a comment: only when the reading fails the disk is
+// asked whether there is one.
+std::optional<std::string> ReadIfThere(FileSystem& files, const std::wstring& file) {
+    try {
+        return files.Read(file);
+    } catch (const RuntimeError&) {
+        const auto facts = files.Stat(file);
+        if (facts && !facts->isFolder) throw;
+        return std::nullopt;
+    }
+}
+
+}  // namespace
+
 std::optional<CopyComment> ReadCopyComment(System& system, std::wstring_view copyPath,
                                            DamagedDate damaged) {
-    const std::wstring file = CPackage::PackageCommentFile(copyPath);
-    const auto facts = system.files.Stat(file);
-    if (!facts || facts->isFolder) return std::nullopt;
-    const std::wstring text = system.ansi.Decode(system.files.Read(file));
+    const auto bytes = ReadIfThere(system.files, CPackage::PackageCommentFile(copyPath));
+    if (!bytes) return std::nullopt;
+    const std::wstring text = system.ansi.Decode(*bytes);
     const std::wstring line = FirstLine(text);
     CopyComment comment;
     comment.isIncomplete = CompletenessOf(text) != Completeness::Whole;

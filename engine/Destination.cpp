@@ -82,6 +82,11 @@ bool Destination::MayContain(std::wstring_view copyPath) const {
     return entries_.contains(NameKey(name));
 }
 
+bool Destination::IsTopEntry(std::wstring_view copyPath) const {
+    return copyPath.size() > folder_.size() + 1 &&
+           copyPath.find(L'\\', folder_.size() + 1) == std::wstring_view::npos;
+}
+
 void Destination::OnAdded(std::wstring_view path) {
     std::wstring_view name = path.substr(folder_.size() + 1);
     entries_.insert(NameKey(name.substr(0, name.find(L'\\'))));

@@ -47,6 +47,9 @@ class Destination {
     /// False when certainly nothing is at `copyPath`; true when the disk has to be asked.
     [[nodiscard]] bool MayContain(std::wstring_view copyPath) const;
 
+    /// Whether a path names an entry of the folder itself, not something deeper.
+    [[nodiscard]] bool IsTopEntry(std::wstring_view copyPath) const;
+
     /// Notes that something is at `path` now.
     void OnAdded(std::wstring_view path);
 

@@ -61,6 +61,11 @@ bool DestinationSession::Contains(std::wstring_view copyPath) {
     return system_.files.Stat(copyPath).has_value();
 }
 
+bool DestinationSession::IsListed(std::wstring_view copyPath) {
+    return destination_ && destination_->IsTopEntry(copyPath) ? destination_->MayContain(copyPath)
+                                                              : Contains(copyPath);
+}
+
 void DestinationSession::MoveEntry(std::wstring_view from, std::wstring_view to,
                                    std::uint64_t patience) {
     patience_.Perform([&] { system_.files.Rename(from, to); }, {}, patience);

@@ -73,6 +73,11 @@ class DestinationSession final : private EnginePart {
     /// Whether the destination contains something at `copyPath`.
     [[nodiscard]] bool Contains(std::wstring_view copyPath);
 
+    /// The same as far as this run knows, from its listing and its own changes. Serves the question
+    /// whether an item changed, which the next run asks again; what is renamed or removed is
+    /// preceded by Contains.
+    [[nodiscard]] bool IsListed(std::wstring_view copyPath);
+
     /// Renames an entry of the destination. Waits while others have it open.
     void MoveEntry(std::wstring_view from, std::wstring_view to,
                    std::uint64_t patience = Patience::kUsual);

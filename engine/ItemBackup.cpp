@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <utility>
 
 #include "engine/CopyName.h"
 #include "engine/ItemBackup.h"
@@ -6,6 +7,7 @@
 #include "engine/RunTexts.h"
 #include "fsutil/FileQueries.h"
 #include "fsutil/PathText.h"
+#include "platform/Clock.h"
 #include "platform/ExitStatus.h"
 #include "platform/MessagePump.h"
 #include "platform/RuntimeError.h"
@@ -18,6 +20,9 @@ namespace {
 
 // Room that a drive keeps besides the item itself.
 constexpr double kSpareBytes = 50.0 * 1024 * 1024;
+
+// How long an answer about free space serves the next items.
+constexpr std::uint64_t kFreshMilliseconds = 100;
 
 }  // namespace
 
@@ -34,9 +39,9 @@ ItemBackup::ItemBackup(const EngineContext& context, CopyDates& dates, Destinati
       contents_(context) {}
 
 void ItemBackup::BackUp(std::wstring_view path, std::int16_t location, ItemKind kind,
-                        std::wstring_view givenCopy) {
+                        std::wstring_view givenCopy, const std::optional<FileInfo>& known) {
     const bool isFolder = kind != ItemKind::File;
-    const auto facts = system_.files.Stat(path);
+    const auto facts = known ? known : system_.files.Stat(path);
     if (facts && IsRefused(path)) {
         Refuse(path);
         return;
@@ -82,9 +87,9 @@ void ItemBackup::BackUp(std::wstring_view path, std::int16_t location, ItemKind 
             if (!facts || waitingDate == copy.newestDate) return;
             room = Room::CompleteRotation;
         }
-        const bool stands = session_.Contains(copy.finalPath);
-        const std::wstring comment = stands ? comments_.TextOf(copy.finalPath) : std::wstring();
-        const Date copyDate = stands ? comments_.DateOf(copy.finalPath, comment) : kMissingDate;
+        const bool hasCopy = session_.IsListed(copy.finalPath);
+        const std::wstring comment = hasCopy ? comments_.TextOf(copy.finalPath) : std::wstring();
+        const Date copyDate = hasCopy ? comments_.DateOf(copy.finalPath, comment) : kMissingDate;
         CheckFreeSpace(stats.bytes);
         const bool isOwn =
             EqualNoCase(comments_.NamedLocation(comment), MFileDosShell::CFileLocation(path));
@@ -125,6 +130,7 @@ void ItemBackup::ReportNoChange(std::wstring_view path) {
 }
 
 void ItemBackup::MakeCopy(PendingCopy& copy, ItemKind kind, Room room) {
+    freeSpace_.reset();
     const bool isFolder = kind != ItemKind::File;
     copy.currentPath = session_->WorkingPath(WorkingState::New, copy.itemPath, copy.finalPath);
     if (session_->MayContain(copy.currentPath)) Remove(copy.currentPath);
@@ -179,13 +185,20 @@ void ItemBackup::Refuse(std::wstring_view path) {
 }
 
 // For a folder only the files directly in it count; a destination that is no fixed disk is not
-// asked, the drive of the temporary folder is asked instead.
+// asked, the drive of the temporary folder is asked instead. Thousands of unchanged files have one
+// answer, as long as this run writes nothing and no other program can have written much.
 void ItemBackup::CheckFreeSpace(std::int64_t itemBytes) {
-    MFileDosShell::FolderFreeSpace(system_,
-                                   session_->IsOnFixedDrive()
-                                       ? session_.Folder()
-                                       : MFileDosShell::TempPath(system_, {}, false),
-                                   kSpareBytes + static_cast<double>(itemBytes));
+    std::wstring folder = session_->IsOnFixedDrive() ? session_.Folder()
+                                                     : MFileDosShell::TempPath(system_, {}, false);
+    const double needed = kSpareBytes + static_cast<double>(itemBytes);
+    const std::uint64_t now = system_.clock.Milliseconds();
+    if (freeSpace_ && freeSpace_->folder == folder && freeSpace_->bytes >= needed &&
+        now - freeSpace_->asked < kFreshMilliseconds) {
+        return;
+    }
+    freeSpace_.reset();
+    const double bytes = MFileDosShell::FolderFreeSpace(system_, folder, needed);
+    if (bytes >= needed) freeSpace_ = {std::move(folder), bytes, now};
 }
 
 }  // namespace vw

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
+#include <string>
 #include <string_view>
 
 #include "engine/CollisionCheck.h"
@@ -26,9 +28,10 @@ class ItemBackup final : private EnginePart {
                CommentStore& comments, LocationNumbers& numbers, CopySeries& series);
 
     /// Backs up an item. `givenCopy` is the path of its copy when the caller gives one: nothing is
-    /// rotated then, and the change test is left out. Throws what concerns the item as a whole.
+    /// rotated then, and the change test is left out. `known` are the facts of the item that were
+    /// just asked for; without them the disk is asked. Throws what concerns the item as a whole.
     void BackUp(std::wstring_view path, std::int16_t location, ItemKind kind,
-                std::wstring_view givenCopy);
+                std::wstring_view givenCopy, const std::optional<FileInfo>& known);
 
     /// The items of the run, whose copies may have colliding names.
     [[nodiscard]] ListedItems& Listed() noexcept { return listed_; }
@@ -56,6 +59,13 @@ class ItemBackup final : private EnginePart {
     ContentsCheck contents_;
     ListedItems listed_;
     bool keepMissing_ = false;
+    /// The last answer about free space; see CheckFreeSpace.
+    struct FreeSpace {
+        std::wstring folder;
+        double bytes = 0;
+        std::uint64_t asked = 0;
+    };
+    std::optional<FreeSpace> freeSpace_;
 };
 
 }  // namespace vw

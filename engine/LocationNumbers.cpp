@@ -24,8 +24,7 @@ LocationNumbers::LocationNumbers(const EngineContext& context, DestinationSessio
                                  CommentStore& comments)
     : EnginePart(context), session_(session), comments_(comments) {}
 
-std::int16_t LocationNumbers::Find(std::wstring_view path) {
-    const std::wstring folder = MFileDosShell::CFileLocation(path);
+std::int16_t LocationNumbers::Find(std::wstring_view path, bool isThere) {
     const bool isFile = ItemKindOf(path) == ItemKind::File;
     for (int number = 0; number <= std::numeric_limits<std::int16_t>::max(); ++number) {
         system_.pump.ProcessMessagesIfDue();
@@ -34,21 +33,35 @@ std::int16_t LocationNumbers::Find(std::wstring_view path) {
         if (isFile && session_.IsEntered() && session_->IsReservedForOther(copy, path)) continue;
         if (isFile && IsCommentNameTaken(copy)) continue;
         std::optional<FileInfo> facts;
-        if (!session_.IsEntered() || session_->MayContain(copy)) facts = Stat(copy);
+        bool isOfOther = false;
+        if (!session_.IsEntered() || session_->MayContain(copy)) {
+            // A comment that names the folder of an item that is there decides, whatever is beside
+            // the comment: most items need no more than this.
+            if (isFile && isThere) {
+                if (OwnsCopy(path, isThere, copy)) return static_cast<std::int16_t>(number);
+                isOfOther = true;
+            }
+            facts = Stat(copy);
+        }
         if (!facts || facts->isFolder) {
             if (isFile && IsNumberOfOther(path, number, copy)) continue;
             return static_cast<std::int16_t>(number);
         }
-        std::wstring comment = comments_.TryRead(copy);
-        // The folder of another item may lie on a drive that cannot be asked.
-        if (EqualNoCase(comments_.NamedLocation(comment), folder) &&
-            EqualNoCase(comments_.OriginalLocation(comment), folder)) {
-            // The run asks for its date next.
-            if (session_.IsEntered()) session_->Remember(copy, std::move(comment));
-            return static_cast<std::int16_t>(number);
-        }
+        if (!isOfOther && OwnsCopy(path, isThere, copy)) return static_cast<std::int16_t>(number);
     }
     Throw(error_number::kOverflow, path);
+}
+
+// Whether the comment of the copy names the item's folder, and that folder exists.
+bool LocationNumbers::OwnsCopy(std::wstring_view path, bool isThere, std::wstring_view copy) {
+    const std::wstring folder = MFileDosShell::CFileLocation(path);
+    std::wstring comment = comments_.TryRead(copy);
+    // The folder of another item may lie on a drive that cannot be asked.
+    if (!EqualNoCase(comments_.NamedLocation(comment), folder)) return false;
+    if (!isThere && !EqualNoCase(comments_.OriginalLocation(comment), folder)) return false;
+    // The run asks for its date next.
+    if (session_.IsEntered()) session_->Remember(copy, std::move(comment));
+    return true;
 }
 
 // Copy 1 of a number is missing: its comment, which no rotation takes along, still names the item

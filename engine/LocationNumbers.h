@@ -16,10 +16,12 @@ class LocationNumbers final : private EnginePart {
                     CommentStore& comments);
 
     /// The location number of an item: the smallest whose copy 1 is free or comes from the item's
-    /// own folder. Always 0 for a folder. Throws kOverflow when none is free.
-    [[nodiscard]] std::int16_t Find(std::wstring_view path);
+    /// own folder. Always 0 for a folder. `isThere`: the item was found on the disk, so its folder
+    /// is not asked about. Throws kOverflow when none is free.
+    [[nodiscard]] std::int16_t Find(std::wstring_view path, bool isThere = false);
 
   private:
+    [[nodiscard]] bool OwnsCopy(std::wstring_view path, bool isThere, std::wstring_view copy);
     [[nodiscard]] bool IsNumberOfOther(std::wstring_view path, int number, std::wstring_view copy);
     [[nodiscard]] bool IsCommentNameTaken(std::wstring_view copyPath);
 

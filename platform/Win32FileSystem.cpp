@@ -1,6 +1,7 @@
 #include "platform/Win32FileSystem.h"
 
 #include <algorithm>
+#include <array>
 #include <exception>
 
 #include "platform/AccessRights.h"
@@ -163,17 +164,16 @@ std::string Win32FileSystem::Read(std::wstring_view path) {
     const FileHandle file(CreateFileW(SystemPath(path).c_str(), GENERIC_READ, kSharedWithAll,
                                       nullptr, OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, nullptr));
     if (!file) RaiseForText(GetLastError(), path);
+    // Most files that are read are comments of a hundred bytes.
     std::string bytes;
+    std::array<char, 8 * 1024> chunk;
     for (;;) {
-        constexpr DWORD kChunk = 64 * 1024;
-        const std::size_t before = bytes.size();
-        bytes.resize(before + kChunk);
         DWORD count = 0;
-        if (ReadFile(file.Get(), bytes.data() + before, kChunk, &count, nullptr) == 0) {
+        if (ReadFile(file.Get(), chunk.data(), DWORD{chunk.size()}, &count, nullptr) == 0) {
             RaiseLast(path);
         }
-        bytes.resize(before + count);
         if (count == 0) return bytes;
+        bytes.append(chunk.data(), count);
     }
 }
 

@@ -1,7 +1,6 @@
 #include "restore/ItemList.h"
 
 #include <algorithm>
-#include <unordered_map>
 #include <utility>
 
 #include "engine/CopyComment.h"
@@ -29,6 +28,7 @@ ListView& ItemList::View() { return main_.List(control::lsvRestore1); }
 void ItemList::Clear() {
     View().Clear();
     items_.clear();
+    foldersThere_.clear();
 }
 
 void ItemList::Fill(const std::wstring& folder) {
@@ -121,10 +121,19 @@ std::wstring ItemList::ReadPlace(ShownItem& item) {
         const auto comment = ReadCopyComment(system_, item.commentOf);
         if (!comment || comment->place.empty()) return;
         item.place = comment->place;
-        const auto facts = system_.files.Stat(item.place);
-        if (facts && facts->isFolder) shown = item.place;
+        if (IsFolderThere(item.place)) shown = item.place;
     });
     return shown;
+}
+
+// Most copies of a listing come from few folders.
+bool ItemList::IsFolderThere(const std::wstring& folder) {
+    const auto [known, isNew] = foldersThere_.try_emplace(UpperCase(folder), false);
+    if (isNew) {
+        const auto facts = system_.files.Stat(folder);
+        known->second = facts && facts->isFolder;
+    }
+    return known->second;
 }
 
 // A row shows the name of a folder without what is behind its point; the row that remembers the

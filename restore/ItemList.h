@@ -2,6 +2,7 @@
 
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "platform/ErrorTrap.h"
@@ -57,11 +58,15 @@ class ItemList {
     void AddItems(const CopyGroup& series);
     void AddItem(ItemRow item, bool isFolder);
     [[nodiscard]] std::wstring ReadPlace(ShownItem& item);
+    [[nodiscard]] bool IsFolderThere(const std::wstring& folder);
 
     System& system_;
     ErrorTrap trap_{system_.errors, L"Form", L"frmMain"};
     Form& main_;
     std::vector<ItemRow> items_;  ///< by the tags of the rows
+    /// Whether the folders that comments name exist, by their upper-case paths, as this listing
+    /// found them.
+    std::unordered_map<std::wstring, bool> foldersThere_;
     SortOrder order_;
 };
 

@@ -36,6 +36,34 @@ TEST(ChangeTest, DoesNotSeeNewContentUnderTheOldDate) {
     EXPECT_EQ(world.Copies(), (Listing{{L"a«0001».txt", "one"}}));
 }
 
+TEST(ChangeTest, CopyDeletedDuringTheRun_IsMadeAnewByTheNextRun) {
+    EngineFixture world;
+    world.tree.File(L"a.txt", "a", Day(1));
+    world.tree.File(L"b.txt", "b", Day(1));
+    world.List({L"a.txt", L"b.txt"});
+    world.Run();
+    world.drive.marks[L"a.txt"] = [&](FileInfo&) {
+        DeleteFileW(world.Store(L"b«0001».txt").c_str());
+    };
+    world.ExpectRun(NoChange(L"~\\a.txt") + NoChange(L"~\\b.txt"));
+    world.drive.marks.clear();
+    EXPECT_EQ(world.Copies(), (Listing{{L"a«0001».txt", "a"}}));
+    world.ExpectRun(NoChange(L"~\\a.txt") + BackedUp(L"~\\b.txt"));
+    EXPECT_EQ(world.Copies(), (Listing{{L"a«0001».txt", "a"}, {L"b«0001».txt", "b"}}));
+}
+
+TEST(ChangeTest, ItemChangedAfterItWasAsked_IsCopiedByTheNextRun) {
+    EngineFixture world;
+    world.tree.File(L"a.txt", "one", Day(1));
+    world.List({L"a.txt"});
+    world.Run();
+    world.drive.marks[L"a.txt"] = [&](FileInfo&) { world.tree.File(L"a.txt", "two", Day(2)); };
+    world.ExpectRun(NoChange(L"~\\a.txt"));
+    world.drive.marks.clear();
+    world.ExpectRun(BackedUp(L"~\\a.txt"));
+    EXPECT_EQ(ReadBytes(world.Store(L"a«0001».txt")), "two");
+}
+
 TEST(ChangeTest, TakesDatesThatDifferWithinASecondForEqual) {
     EngineFixture world;
     const std::wstring file = world.tree.File(L"a.txt", "a", Day(1));

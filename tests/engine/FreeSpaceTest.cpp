@@ -52,6 +52,59 @@ TEST(FreeSpace, IsAskedForUnchangedItemsToo) {
     world.ExpectRun({L"! 1004 BackupPath ~\\Store"});
 }
 
+/// Three unchanged items on a fixed drive that has room.
+class FreeSpaceOfUnchangedItems : public testing::Test {
+  protected:
+    FreeSpaceOfUnchangedItems() {
+        for (const auto* name : {L"a.txt", L"b.txt", L"c.txt"}) world.tree.File(name, "12345");
+        world.List({L"a.txt", L"b.txt", L"c.txt"});
+        world.Run();
+        world.drive.kind = DriveType::Fixed;
+        world.drive.freeBytes[world.Store()] = kSpare + 5;
+        world.drive.asked.clear();
+    }
+    [[nodiscard]] std::size_t Questions() const { return world.drive.asked.size(); }
+
+    EngineFixture world;
+};
+
+TEST_F(FreeSpaceOfUnchangedItems, OneAnswerServesItemsThatFollowAtOnce) {
+    world.ExpectRun(NoChange(L"~\\a.txt") + NoChange(L"~\\b.txt") + NoChange(L"~\\c.txt"));
+    EXPECT_EQ(Questions(), 1U);
+}
+
+TEST_F(FreeSpaceOfUnchangedItems, AskedAgainAfterATenthOfASecond) {
+    world.pump.AtEachYield([&] { world.clock.Advance(100); });
+    world.Run();
+    EXPECT_EQ(Questions(), 3U);
+    world.drive.asked.clear();
+    world.pump.AtEachYield({});
+    world.Run();
+    EXPECT_EQ(Questions(), 1U) << "a run asks for itself";
+}
+
+TEST_F(FreeSpaceOfUnchangedItems, LargerItem_IsAskedAgainAndRefused) {
+    world.tree.File(L"b.txt", "123456");
+    const RunResult result = world.Run();
+    EXPECT_EQ(Joined(result.lines),
+              Joined(NoChange(L"~\\a.txt") + Lines{L"! 1004 BackupPath ~\\Store"} +
+                     NoChange(L"~\\c.txt") + kDone));
+    EXPECT_EQ(Questions(), 3U);
+}
+
+TEST_F(FreeSpaceOfUnchangedItems, ShortDrive_RefusesEachOfThem) {
+    world.drive.freeBytes[world.Store()] = kSpare + 4;
+    const Lines refused{L"! 1004 BackupPath ~\\Store"};
+    world.ExpectRun(refused + refused + refused);
+    EXPECT_EQ(Questions(), 3U);
+}
+
+TEST_F(FreeSpaceOfUnchangedItems, CopyInBetween_IsAskedAgain) {
+    world.tree.File(L"b.txt", "new", Day(9));
+    world.ExpectRun(NoChange(L"~\\a.txt") + BackedUp(L"~\\b.txt") + NoChange(L"~\\c.txt"));
+    EXPECT_EQ(Questions(), 2U) << "for a and b together, and for c after the copy of b";
+}
+
 TEST(FreeSpace, CountsOnlyTheFilesDirectlyInAFolder) {
     EngineFixture world;
     world.tree.File(L"Work\\a.txt", "12", Day(1));
