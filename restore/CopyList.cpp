@@ -77,8 +77,9 @@ bool CopyList::AddCopies(const std::wstring& folder, const ItemRow& item) {
     const ShownItem& shown = item.shown;
     const bool isFolder = IsFolderType(shown.type);
     const std::wstring name = shown.text + (isFolder ? L"" : shown.type);
-    // Outside the details view a row has its name alone.
-    const CopiesOfItem wanted(name, shown.type.empty() ? 0 : shown.location);
+    // Outside the details view a row has its name alone. A file without an extension has an empty
+    // type in every view.
+    const CopiesOfItem wanted(name, shown.originalLocation.empty() ? 0 : shown.location);
     const bool byOrigin = isFolder || !item.nested.empty();
     const int listing = listing_;
 

@@ -69,6 +69,18 @@ TEST_F(CopiesListing, FoldersWithAPoint_OfTwoLocationsStayApart) {
     }
 }
 
+TEST_F(CopiesListing, FilesWithoutExtension_OfTwoLocationsStayApart) {
+    CopyFile(L"README«0001»");
+    CopyFile(L"README«0101»");
+    browser.ListRestoreFiles();
+    ASSERT_EQ(browser.Items().Count(), 2);
+    for (int row = 0; row < 2; ++row) {
+        browser.ListCopyes(row);
+        const std::wstring name = row == 0 ? L"\\README«0001»" : L"\\README«0101»";
+        EXPECT_THAT(Column(browser.Copies(), L"BackupName"), ElementsAre(vault + name));
+    }
+}
+
 TEST_F(CopiesListing, ClickOnAnItem_MakesItsRowVisible) {
     for (int i = 100; i < 180; ++i) CopyFile(L"f" + std::to_wstring(i) + L"«0001».txt");
     browser.ListRestoreFiles();
