@@ -2,6 +2,11 @@
 
 #include <aclapi.h>
 
+#include <cstddef>
+#include <cstring>
+#include <string>
+#include <vector>
+
 #include "platform/SystemPath.h"
 #include "platform/WindowsHeader.h"
 
@@ -9,19 +14,49 @@ namespace vw {
 
 namespace {
 
-// Memory that the system allocated for its answer.
-class LocalMemory {
+/// The access list of a file, as far as it may be read.
+class AccessList {
   public:
-    LocalMemory() = default;
-    LocalMemory(const LocalMemory&) = delete;
-    LocalMemory& operator=(const LocalMemory&) = delete;
-    ~LocalMemory() { LocalFree(memory_); }
+    explicit AccessList(std::wstring_view path) {
+        const std::wstring file = SystemPath(path);
+        DWORD needed = 0;
+        bytes_.resize(512);
+        while (GetFileSecurityW(file.c_str(), DACL_SECURITY_INFORMATION, Descriptor(),
+                                static_cast<DWORD>(bytes_.size()), &needed) == 0) {
+            if (GetLastError() != ERROR_INSUFFICIENT_BUFFER || needed <= bytes_.size()) return;
+            bytes_.resize(needed);
+        }
+        SECURITY_DESCRIPTOR_CONTROL control = 0;
+        DWORD revision = 0;
+        BOOL isPresent = FALSE;
+        BOOL isDefaulted = FALSE;
+        PACL list = nullptr;
+        if (GetSecurityDescriptorControl(Descriptor(), &control, &revision) == 0 ||
+            GetSecurityDescriptorDacl(Descriptor(), &isPresent, &list, &isDefaulted) == 0) {
+            return;
+        }
+        isProtected_ = (control & SE_DACL_PROTECTED) != 0;
+        list_ = isPresent != 0 ? list : nullptr;
+    }
+    AccessList(const AccessList&) = delete;
+    AccessList& operator=(const AccessList&) = delete;
 
-    [[nodiscard]] PSECURITY_DESCRIPTOR* Address() noexcept { return &memory_; }
-    [[nodiscard]] PSECURITY_DESCRIPTOR Get() const noexcept { return memory_; }
+    /// Null when it could not be read.
+    [[nodiscard]] PACL Get() const noexcept { return list_; }
+    [[nodiscard]] bool IsProtected() const noexcept { return isProtected_; }
+
+    [[nodiscard]] bool IsSameAs(const AccessList& other) const noexcept {
+        return list_ != nullptr && other.list_ != nullptr && isProtected_ == other.isProtected_ &&
+               list_->AclSize == other.list_->AclSize &&
+               std::memcmp(list_, other.list_, list_->AclSize) == 0;
+    }
 
   private:
-    PSECURITY_DESCRIPTOR memory_ = nullptr;
+    [[nodiscard]] PSECURITY_DESCRIPTOR Descriptor() noexcept { return bytes_.data(); }
+
+    std::vector<std::byte> bytes_;
+    PACL list_ = nullptr;
+    bool isProtected_ = false;
 };
 
 bool HasExplicitEntry(PACL list) {
@@ -36,24 +71,17 @@ bool HasExplicitEntry(PACL list) {
 }  // namespace
 
 void PassAccessRightsOn(std::wstring_view from, std::wstring_view to) {
-    LocalMemory descriptor;
-    PACL list = nullptr;
-    if (GetNamedSecurityInfoW(SystemPath(from).data(), SE_FILE_OBJECT, DACL_SECURITY_INFORMATION,
-                              nullptr, nullptr, &list, nullptr,
-                              descriptor.Address()) != ERROR_SUCCESS ||
-        list == nullptr) {
-        return;
-    }
-    SECURITY_DESCRIPTOR_CONTROL control = 0;
-    DWORD revision = 0;
-    if (GetSecurityDescriptorControl(descriptor.Get(), &control, &revision) == 0) return;
-    const bool isProtected = (control & SE_DACL_PROTECTED) != 0;
+    const AccessList list(from);
+    if (list.Get() == nullptr) return;
     // Inherited rights come from the folder, which is the same for both files.
-    if (!isProtected && !HasExplicitEntry(list)) return;
-    const DWORD inheritance =
-        isProtected ? PROTECTED_DACL_SECURITY_INFORMATION : UNPROTECTED_DACL_SECURITY_INFORMATION;
+    if (!list.IsProtected() && !HasExplicitEntry(list.Get())) return;
+    // Setting takes far longer than asking: the system computes what is inherited once more.
+    if (list.IsSameAs(AccessList(to))) return;
+    const DWORD inheritance = list.IsProtected() ? PROTECTED_DACL_SECURITY_INFORMATION
+                                                 : UNPROTECTED_DACL_SECURITY_INFORMATION;
     SetNamedSecurityInfoW(SystemPath(to).data(), SE_FILE_OBJECT,
-                          DACL_SECURITY_INFORMATION | inheritance, nullptr, nullptr, list, nullptr);
+                          DACL_SECURITY_INFORMATION | inheritance, nullptr, nullptr, list.Get(),
+                          nullptr);
 }
 
 }  // namespace vw

@@ -1,9 +1,10 @@
 # shellcheck shell=bash disable=SC2034,SC2154  # scripts/bench reads and sets the variables
 # From the start to the painted main window, with a list of twenty items, against the system's editor
-# of texts, which has next to nothing to show. Both are ended as soon as their window stands.
+# of texts, which has next to nothing to show, and a bare window with the same controls. All are
+# ended as soon as their window is there.
 title='start to the painted window, 20 items'
-sides=(vaultwright notepad none)
-comparisons=('vaultwright notepad -' 'vaultwright none -')
+sides=(vaultwright bare notepad none)
+comparisons=('vaultwright notepad -' 'vaultwright bare -' 'bare notepad -' 'vaultwright none -')
 untilShown=$(dirname "$program")/../tools/UntilShown.exe
 readonly notepad='C:\windows\notepad.exe'
 
@@ -18,7 +19,7 @@ make() {
             printf '%s\r\n' "$(windowsPath "$data/files/$number.txt")"
         done
     } >"$data/list.vwl"
-    # Else the question about the language stands before the window.
+    # Otherwise the question about the language comes before the window.
     "$loader" reg add "HKCU\\Software\\Tallowmere.Net\\$(basename "$program" .exe)" \
         /v Arabic /d 0 /f >/dev/null
 }
@@ -29,6 +30,7 @@ commandOf() {
         vaultwright)
             argv=("${tool[@]}" frmMainEn "$(windowsPath "$program")" "$(windowsPath "$data/list.vwl")")
             ;;
+        bare) argv=("${tool[@]}" BareWindow "$(windowsPath "$(dirname "$untilShown")/BareWindow.exe")") ;;
         notepad) argv=("${tool[@]}" Notepad "$notepad" "$(windowsPath "$data/files/1.txt")") ;;
         # What starting a process costs that shows nothing.
         none) argv=("$loader" "$cmd" /c exit) ;;
