@@ -26,4 +26,6 @@ foreach(source IN LISTS benchSources)
     get_filename_component(tool ${source} NAME_WE)
     vw_add_tool(${tool} ${source})
 endforeach()
+# The system waits for the first window of a program only when it is no console program.
+set_target_properties(BareWindow PROPERTIES WIN32_EXECUTABLE ON)
 target_link_libraries(EngineCall PRIVATE vw_console)
