@@ -55,6 +55,7 @@ void Console::Report(const RuntimeError& error) {
     if (isCancel && std::exchange(isCancelReported_, true)) return;
     ++errors_;
     exitStatus.Note(error.Number());
+    if (!reported_.emplace(error.Path(), error.Number()).second) return;
     output.Error(error.Path(), EnglishReason(error), error.Number());
 }
 

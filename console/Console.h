@@ -1,8 +1,10 @@
 #pragma once
 
 #include <functional>
+#include <set>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "console/Output.h"
 #include "platform/ErrorTrap.h"
@@ -32,13 +34,14 @@ class Console final : private ErrorSink,
     /// number, else what the verb gives.
     int Run(const std::function<int()>& verb);
 
-    /// Writes an error and notes its number for the exit code. A cancelled run is reported once.
+    /// Writes an error and notes its number for the exit code. A cancelled run is reported once,
+    /// and so is each error of a path, however many steps meet it.
     void Report(const RuntimeError& error);
 
     /// Runs `step`; an error is written and costs the rest nothing. False when there was one.
     bool Try(const std::function<void()>& step);
 
-    /// How many errors were written.
+    /// How many errors there were.
     [[nodiscard]] int Errors() const noexcept { return errors_; }
 
     /// Called now and then while something goes on.
@@ -65,6 +68,7 @@ class Console final : private ErrorSink,
     CodePage ansi_;
     int errors_ = 0;
     bool isCancelReported_ = false;
+    std::set<std::pair<std::wstring, int>> reported_;  ///< paths and numbers of errors
     std::function<void()> tick_;
 
   public:
