@@ -70,7 +70,7 @@ void BackupRun::BackUpList() {
                     break;
             }
         }
-        if (session_.IsEntered()) session_->RemoveAllDisplaced();
+        if (session_.IsEntered()) session_->Displaced().RemoveAll();
         progress_.BusyHide(true);
     });
 }
@@ -92,7 +92,7 @@ void BackupRun::BackUpFile(std::wstring_view path) {
     StartRun();
     item_.Listed().Clear();
     BackUpUnderLock(path, ItemKind::File);
-    if (session_.IsEntered()) session_->RemoveAllDisplaced();
+    if (session_.IsEntered()) session_->Displaced().RemoveAll();
     if (state_.cancel.IsRequested()) system_.exitStatus.Note(error_number::kCancelled);
 }
 

@@ -52,7 +52,7 @@ void CommentStore::Store(std::wstring_view copyPath, std::wstring_view text) {
 // The comment's line, and the marks below it.
 std::wstring CommentStore::Read(std::wstring_view copyPath) {
     if (session_.IsEntered()) {
-        if (auto remembered = session_->Remembered(copyPath)) return *std::move(remembered);
+        if (auto cached = session_->TakeCachedComment(copyPath)) return *std::move(cached);
     }
     const std::wstring file = FileOf(copyPath);
     const auto facts = system_.files.Stat(file);

@@ -90,7 +90,7 @@ bool Destination::IsTopEntry(std::wstring_view copyPath) const {
 void Destination::OnAdded(std::wstring_view path) {
     std::wstring_view name = path.substr(folder_.size() + 1);
     entries_.insert(NameKey(name.substr(0, name.find(L'\\'))));
-    rememberedCopy_.clear();
+    cachedCopy_.clear();
 }
 
 // Removing a nested entry does not remove its top-level folder.
@@ -99,15 +99,15 @@ void Destination::OnRemoved(std::wstring_view path) {
     if (name.find(L'\\') == std::wstring_view::npos) entries_.erase(NameKey(name));
 }
 
-void Destination::Remember(std::wstring_view copyPath, std::wstring comment) {
-    rememberedCopy_ = copyPath;
-    rememberedComment_ = std::move(comment);
+void Destination::CacheComment(std::wstring_view copyPath, std::wstring comment) {
+    cachedCopy_ = copyPath;
+    cachedComment_ = std::move(comment);
 }
 
-std::optional<std::wstring> Destination::Remembered(std::wstring_view copyPath) {
-    if (rememberedCopy_.empty() || rememberedCopy_ != copyPath) return std::nullopt;
-    rememberedCopy_.clear();
-    return std::move(rememberedComment_);
+std::optional<std::wstring> Destination::TakeCachedComment(std::wstring_view copyPath) {
+    if (cachedCopy_.empty() || cachedCopy_ != copyPath) return std::nullopt;
+    cachedCopy_.clear();
+    return std::move(cachedComment_);
 }
 
 bool Destination::IsOnFixedDrive() {

@@ -57,10 +57,10 @@ class Destination {
     void OnRemoved(std::wstring_view path);
 
     /// Caches the comment of a copy for the call that follows, which would read it again.
-    void Remember(std::wstring_view copyPath, std::wstring comment);
+    void CacheComment(std::wstring_view copyPath, std::wstring comment);
 
     /// The comment that was kept for this copy, once, unless something was added since.
-    [[nodiscard]] std::optional<std::wstring> Remembered(std::wstring_view copyPath);
+    [[nodiscard]] std::optional<std::wstring> TakeCachedComment(std::wstring_view copyPath);
 
     /// Whether the folder lies on a fixed disk; looked up once.
     [[nodiscard]] bool IsOnFixedDrive();
@@ -90,9 +90,6 @@ class Destination {
     /// The copies that a process that is gone took out of their series.
     [[nodiscard]] DisplacedCopies& Displaced() noexcept { return displaced_; }
 
-    /// Removes those of all items but those whose rotation could not be completed.
-    void RemoveAllDisplaced() { displaced_.RemoveAll(); }
-
   private:
     void Scan();
     void Clean(std::wstring_view entryName);
@@ -105,8 +102,8 @@ class Destination {
     ProcessTag self_;
     std::unordered_set<std::uint64_t> entries_;
     std::optional<bool> onFixedDrive_;
-    std::wstring rememberedCopy_;  ///< empty for none
-    std::wstring rememberedComment_;
+    std::wstring cachedCopy_;  ///< empty for none
+    std::wstring cachedComment_;
     std::map<std::uint64_t, ReadyCopy> ready_;
     DisplacedCopies displaced_{[this](std::wstring_view name) { Clean(name); }};
 };

@@ -77,7 +77,7 @@ void DestinationSession::MoveEntry(std::wstring_view from, std::wstring_view to,
 // destination that could not be entered is reported once, not again for each of its items.
 Entrance DestinationSession::Enter() {
     if (destination_ && destination_->Folder() == Target()) return Entrance::Entered;
-    if (destination_ && !state_.cancel.IsRequested()) destination_->RemoveAllDisplaced();
+    if (destination_ && !state_.cancel.IsRequested()) destination_->Displaced().RemoveAll();
     destination_.reset();
     if (!refusedDestination_.empty() && refusedDestination_ == Target()) {
         return Entrance::Refused;

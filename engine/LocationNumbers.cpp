@@ -60,7 +60,7 @@ bool LocationNumbers::OwnsCopy(std::wstring_view path, bool isThere, std::wstrin
     if (!EqualNoCase(comments_.NamedLocation(comment), folder)) return false;
     if (!isThere && !EqualNoCase(comments_.OriginalLocation(comment), folder)) return false;
     // The run asks for its date next.
-    if (session_.IsEntered()) session_->Remember(copy, std::move(comment));
+    if (session_.IsEntered()) session_->CacheComment(copy, std::move(comment));
     return true;
 }
 
