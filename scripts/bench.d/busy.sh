@@ -15,7 +15,7 @@ make() {
     side=unchanged-silent
     reset "$side"
     once "$side"
-    # Else the question about the language stands before the window.
+    # Otherwise the question about the language comes before the window.
     "$loader" reg add "HKCU\\Software\\Tallowmere.Net\\$(basename "$program" .exe)" \
         /v Arabic /d 0 /f >/dev/null
 }

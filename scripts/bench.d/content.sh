@@ -36,9 +36,7 @@ check() {
 finish() {
     local last
     last=$(find "$copy" -type f | sort | tail -n 1)
-    cp -p "$last" "$data/last"
-    printf X | dd of="$last" bs=1 seek=$(($(stat -c %s "$last") - 1)) conv=notrunc status=none
-    touch -r "$data/last" "$last"
+    flipLastByte "$last"
     argv=("$loader" "$consoleProgram" check --content "$(windowsPath "$data/list.vwl")")
     ! "${argv[@]}" >"$out" || fail 'a changed byte was not noticed'
     says '^content: '

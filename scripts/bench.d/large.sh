@@ -1,5 +1,5 @@
 # shellcheck shell=bash disable=SC2034,SC2154  # scripts/bench reads and sets the variables
-# One large file, against copying it with what the system brings; dd tells what the disk takes.
+# One large file, against copying it with what the system brings; dd shows what the disk takes.
 mebibytes=$((folders * 1024 / 500))
 title="first backup of one file of $mebibytes MiB"
 sides=(vaultwright cmd-copy xcopy dd)

@@ -1,6 +1,6 @@
 # shellcheck shell=bash disable=SC2034,SC2154  # scripts/bench reads and sets the variables
 # A list of many file items: loaded into the window (which "/S" opens and closes unseen), and backed
-# up with nothing changed; against listing the folder of those files. A list of a fifth as many tells
+# up with nothing changed; against listing the folder of those files. A list of a fifth as many shows
 # whether the time grows with the number of items or with its square.
 items=$((folders * 20))
 title="a list of $items file items, loaded; unchanged run of it"
