@@ -4,7 +4,7 @@
 copies=$((folders * 20))
 title="a destination of $copies copies listed; $((copies * 5)); $((copies / 10))"
 sides=(browse browse-five browse-tenth dir)
-comparisons=('browse dir -' 'browse-five browse 6.0' 'browse browse-tenth -')
+comparisons=('browse dir 1.5' 'browse-five browse 6.0' 'browse browse-tenth -')
 
 comment=$'Backed Files Date Last Modified:01/02/2024-03:04:05+Original Location:C:\\\\windows\r'
 

@@ -5,7 +5,7 @@
 items=$((folders * 20))
 title="a list of $items file items, loaded; unchanged run of it"
 sides=(load load-fifth run run-fifth dir)
-comparisons=('load dir -' 'run dir -' 'load load-fifth 6.0' 'run run-fifth 6.0')
+comparisons=('load dir 3.0' 'run dir 2.5' 'load load-fifth 6.0' 'run run-fifth 6.0')
 
 # listItems FOLDER NAME: a list of all files of $data/NAME, as the default list of a program's copy.
 listItems() {

@@ -4,7 +4,7 @@
 # ended as soon as their window is there.
 title='start to the painted window, 20 items'
 sides=(vaultwright bare notepad none)
-comparisons=('vaultwright notepad -' 'vaultwright bare -' 'bare notepad -' 'vaultwright none -')
+comparisons=('vaultwright notepad 1.6' 'vaultwright bare -' 'bare notepad -' 'vaultwright none -')
 untilShown=$(dirname "$program")/../tools/UntilShown.exe
 readonly notepad='C:\windows\notepad.exe'
 
