@@ -1,4 +1,5 @@
 #include "engine/CommentStore.h"
+#include "engine/CopyComment.h"
 #include "engine/CopyName.h"
 #include "engine/NameEncoding.h"
 #include "engine/PendingCopy.h"
@@ -60,17 +61,10 @@ std::wstring CommentStore::Read(std::wstring_view copyPath) {
     return system_.ansi.Decode(ReadCommentFile(file));
 }
 
-// Copy 1 of a file has a comment nearly always, so it is read at once; only when that fails the
-// disk is asked whether there is one.
 std::wstring CommentStore::ReadFirst(std::wstring_view copyPath) {
     const std::wstring file = FileOf(copyPath);
-    try {
-        return system_.ansi.Decode(ReadCommentFile(file));
-    } catch (const RuntimeError&) {
-        const auto facts = system_.files.Stat(file);
-        if (facts && !facts->isFolder) throw;
-        return {};
-    }
+    const auto bytes = ReadIfThere(system_.files, file, [&] { return ReadCommentFile(file); });
+    return bytes ? system_.ansi.Decode(*bytes) : std::wstring();
 }
 
 // A scanner may have the comment open. Lists that show many comments wait for none.

@@ -11,13 +11,10 @@
 
 namespace vw {
 
-namespace {
-
-// Nearly every copy that is asked about has a comment: only when the reading fails the disk is
-// asked whether there is one.
-std::optional<std::string> ReadIfThere(FileSystem& files, const std::wstring& file) {
+std::optional<std::string> ReadIfThere(FileSystem& files, const std::wstring& file,
+                                       const std::function<std::string()>& read) {
     try {
-        return files.Read(file);
+        return read();
     } catch (const RuntimeError&) {
         const auto facts = files.Stat(file);
         if (facts && !facts->isFolder) throw;
@@ -25,11 +22,10 @@ std::optional<std::string> ReadIfThere(FileSystem& files, const std::wstring& fi
     }
 }
 
-}  // namespace
-
 std::optional<CopyComment> ReadCopyComment(System& system, std::wstring_view copyPath,
                                            DamagedDate damaged) {
-    const auto bytes = ReadIfThere(system.files, CPackage::PackageCommentFile(copyPath));
+    const std::wstring file = CPackage::PackageCommentFile(copyPath);
+    const auto bytes = ReadIfThere(system.files, file, [&] { return system.files.Read(file); });
     if (!bytes) return std::nullopt;
     const std::wstring text = system.ansi.Decode(*bytes);
     const std::wstring line = FirstLine(text);
