@@ -49,7 +49,7 @@ TEST(DeletePath, DeletesAFolderWithAllItsContents) {
     EXPECT_GE(world.pump.Yields(), 5) << "the window has to live meanwhile";
 }
 
-TEST(DeletePath, DoesNothingForWhatIsNotThere) {
+TEST(DeletePath, MissingPath_ChangesNothing) {
     const TempTree tree;
     tree.File(L"stays.txt");
     TestEnvironment world;
@@ -75,7 +75,7 @@ TEST(DeletePath, DeletesReadOnlyHiddenAndSystemItems) {
     EXPECT_TRUE(ReadTree(tree.Path()).empty());
 }
 
-TEST(DeletePath, FileInUse_IsReportedAndStays) {
+TEST(DeletePath, FileInUse_IsReportedAndKept) {
     const TempTree tree;
     const std::wstring file = tree.File(L"Top\\Sub\\locked.txt");
     TestEnvironment world;
@@ -99,7 +99,7 @@ TEST(DeletePath, StopsAtTheFirstFailure) {
     EXPECT_EQ(ReadTree(tree.Path(L"Top")).size(), 3U);
 }
 
-TEST(DeletePath, DoesNotTakeTheSystemsWordForIt) {
+TEST(DeletePath, DeletionHasNoEffect_IsReported) {
     const TempTree tree;
     const std::wstring file = tree.File(L"a.txt");
     const std::wstring folder = tree.Folder(L"Top");
@@ -138,7 +138,7 @@ TEST(DeletePath, UnreadableFolder_IsReported) {
     EXPECT_TRUE(Exists(tree.Path(L"Top\\Sub\\a.txt")));
 }
 
-TEST(DeletePath, NeverEmptiesAWholeDrive) {
+TEST(DeletePath, RefusesTheRootOfADrive) {
     for (const wchar_t* root : {L"C:\\", L"C:/", L"C:\\\\", L"C:\\windows\\..", L"\\\\?\\C:\\"}) {
         TestEnvironment world;
         // Should the guard fail, nothing may really be deleted.

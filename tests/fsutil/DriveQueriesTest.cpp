@@ -29,7 +29,7 @@ class OtherDrive : public test::ForwardingFileSystem {
     std::uint64_t free = 0;
 };
 
-TEST(FolderOnFixedDrive, TrueForFixedDisksOnly) {
+TEST(FolderOnFixedDrive, ReturnsTrueForFixedDisksOnly) {
     TestEnvironment world;
     OtherDrive drive(world.disk);
     System system = world.With(drive);
@@ -75,7 +75,7 @@ class TempPathTest : public testing::Test {
     std::wstring name_;
 };
 
-TEST_F(TempPathTest, WithoutANameIsTheTemporaryFolderAndDeletesNothing) {
+TEST_F(TempPathTest, NoName_ReturnsTempFolder_DeletesNothing) {
     wchar_t buffer[MAX_PATH + 1] = {};
     GetTempPathW(MAX_PATH + 1, buffer);
     std::wstring expected = buffer;
@@ -88,13 +88,13 @@ TEST_F(TempPathTest, WithoutANameIsTheTemporaryFolderAndDeletesNothing) {
     EXPECT_TRUE(Exists(canary));
 }
 
-TEST_F(TempPathTest, WithANameMakesTheFolder) {
+TEST_F(TempPathTest, CreatesTheNamedFolder) {
     EXPECT_FALSE(Exists(Folder()));
     EXPECT_EQ(TempPath(world_.system, name_, false), Folder());
     EXPECT_TRUE(Exists(Folder()));
 }
 
-TEST_F(TempPathTest, LeavesWhatIsInTheFolderUnlessItHasToStartEmpty) {
+TEST_F(TempPathTest, KeepsTheContentsUnlessAskedToStartEmpty) {
     tree_.File(Folder() + L"\\Sub\\old.txt");
     EXPECT_EQ(TempPath(world_.system, name_, false), Folder());
     EXPECT_TRUE(Exists(Folder() + L"\\Sub\\old.txt"));
@@ -103,13 +103,13 @@ TEST_F(TempPathTest, LeavesWhatIsInTheFolderUnlessItHasToStartEmpty) {
     EXPECT_TRUE(test::ReadTree(Folder()).empty());
 }
 
-TEST_F(TempPathTest, StartingEmptyReplacesAFileOfThatName) {
+TEST_F(TempPathTest, StartEmpty_FileOfThatName_IsReplaced) {
     tree_.File(Folder(), "a file");
     EXPECT_EQ(TempPath(world_.system, name_, true), Folder());
     world_.files.CreateFolder(Folder() + L"\\is a folder");
 }
 
-TEST_F(TempPathTest, FileInTheWay_FolderNotMade_AreReported) {
+TEST_F(TempPathTest, FileInTheWay_IsReported) {
     tree_.File(Folder(), "a file");
     EXPECT_EQ(TempPath(world_.system, name_, false), Folder());
     ToldError told = world_.errors.TakeOne();
@@ -123,7 +123,7 @@ TEST_F(TempPathTest, FileInTheWay_FolderNotMade_AreReported) {
     EXPECT_EQ(world_.errors.TakeOne().number, error_number::kPermissionDenied);
 }
 
-TEST_F(TempPathTest, NeverEmptiesTheTemporaryFolderItself) {
+TEST_F(TempPathTest, RefusesToEmptyTheTemporaryFolderItself) {
     for (const wchar_t* name : {L".", L"..", L"x\\..", L"..\\..", L"\\"}) {
         TestEnvironment world;
         world.files.DieAtNth(1, OnlyChanges());
@@ -133,7 +133,7 @@ TEST_F(TempPathTest, NeverEmptiesTheTemporaryFolderItself) {
     }
 }
 
-TEST(FolderFreeSpace, EqualCountsAsEnough) {
+TEST(FolderFreeSpace, AcceptsExactlyTheSpaceNeeded) {
     TestEnvironment world;
     OtherDrive drive(world.disk);
     System system = world.With(drive);
@@ -143,7 +143,7 @@ TEST(FolderFreeSpace, EqualCountsAsEnough) {
     EXPECT_EQ(FolderFreeSpace(system, L"X:\\Store", -1), 123456);
 }
 
-TEST(FolderFreeSpace, RaisesToItsCallerWhenOneByteIsMissing) {
+TEST(FolderFreeSpace, ThrowsWhenOneByteIsMissing) {
     TestEnvironment world;
     OtherDrive drive(world.disk);
     System system = world.With(drive);
@@ -159,7 +159,7 @@ TEST(FolderFreeSpace, RaisesToItsCallerWhenOneByteIsMissing) {
     EXPECT_TRUE(world.errors.All().empty()) << "telling it is up to the caller";
 }
 
-TEST(FolderFreeSpace, NamesNoLetterForAServer) {
+TEST(FolderFreeSpace, ServerPath_MessageNamesNoDrive) {
     TestEnvironment world;
     OtherDrive drive(world.disk);
     System system = world.With(drive);

@@ -19,7 +19,7 @@ int ErrorOf(const std::function<void()>& call) {
     return 0;
 }
 
-TEST(FaultyFileSystem, ForwardsWithoutAPlan) {
+TEST(FaultyFileSystem, ForwardsEveryCallWithoutAPlan) {
     const TempTree tree;
     const std::wstring file = tree.File(L"a.txt", "abc");
     TestEnvironment world;
@@ -46,7 +46,7 @@ TEST(FaultyFileSystem, FailsTheNthMatchingOperationOnly) {
     EXPECT_NE(Describe(world.files.Faults()[0]).find("CreateFolder"), std::string::npos);
 }
 
-TEST(FaultyFileSystem, AFullDiskStaysFull) {
+TEST(FaultyFileSystem, FullDisk_StaysFull) {
     const TempTree tree;
     const std::wstring source = tree.File(L"source", "bytes");
     TestEnvironment world;
@@ -58,7 +58,7 @@ TEST(FaultyFileSystem, AFullDiskStaysFull) {
     EXPECT_EQ(world.files.Faults()[0].to, tree.Path(L"copy"));
 }
 
-TEST(FaultyFileSystem, DeathLeavesHalfACopyAndRefusesEverythingAfterwards) {
+TEST(FaultyFileSystem, Death_LeavesHalfACopyAndRefusesLaterCalls) {
     const TempTree tree;
     const std::wstring source = tree.File(L"source", "123456");
     TestEnvironment world;
@@ -71,7 +71,7 @@ TEST(FaultyFileSystem, DeathLeavesHalfACopyAndRefusesEverythingAfterwards) {
     EXPECT_EQ(world.files.Read(source), "123456");
 }
 
-TEST(FaultyFileSystem, DeathPassesEveryErrorTrap) {
+TEST(FaultyFileSystem, Death_IsCaughtByNoErrorTrap) {
     TestEnvironment world;
     world.files.DieAtNth(1);
     EXPECT_THROW(ErrorTrap(world.errors, L"Module", L"Test")(
@@ -79,7 +79,7 @@ TEST(FaultyFileSystem, DeathPassesEveryErrorTrap) {
                  Died);
 }
 
-TEST(FaultyFileSystem, CanReportSuccessForWhatItDidNotDo) {
+TEST(FaultyFileSystem, ReportsSuccessForIgnoredAndTruncatedCalls) {
     const TempTree tree;
     const std::wstring source = tree.File(L"source", "123456");
     TestEnvironment world;
@@ -91,7 +91,7 @@ TEST(FaultyFileSystem, CanReportSuccessForWhatItDidNotDo) {
     EXPECT_EQ(ReadBytes(tree.Path(L"copy")), "123");
 }
 
-TEST(ScriptedPump, ActsAtTheKthYield) {
+TEST(ScriptedPump, RunsTheActionAtTheGivenYield) {
     TestEnvironment world;
     int atThird = 0;
     world.pump.AtYield(3, [&] { ++atThird; });
@@ -105,7 +105,7 @@ TEST(ScriptedPump, ActsAtTheKthYield) {
     EXPECT_EQ(world.clock.Milliseconds(), before + 250);
 }
 
-TEST(TestEnvironment, TheEndOfTheProgramPassesEveryErrorTrap) {
+TEST(TestEnvironment, ProgramEnd_IsCaughtByNoErrorTrap) {
     TestEnvironment world;
     try {
         ErrorTrap(world.errors, L"Module", L"Test")(L"Test", [&] { world.programEnd.End(76); });
@@ -127,7 +127,7 @@ TEST(TestEnvironment, ReportedErrors_SetTheExitCode) {
     EXPECT_EQ(world.exitStatus.Code(), 70);
 }
 
-TEST(TestEnvironment, TheCodePageCanBeChanged) {
+TEST(TestEnvironment, UsesTheChosenCodePage) {
     TestEnvironment world;
     EXPECT_TRUE(world.ansi.Holds(L"ملف"));
     world.ansi.Use(1252);
@@ -148,7 +148,7 @@ TEST(TempTree, ReadsBackWhatItWrote) {
     EXPECT_EQ(read.at(L"Sub\\ملف.txt"), expected);
 }
 
-TEST(TempTree, GoesAwayWithAllThatIsInIt) {
+TEST(TempTree, Destructor_RemovesTheTree) {
     std::wstring root;
     {
         const TempTree tree;

@@ -79,20 +79,20 @@ class LinksTest : public testing::Test {
     Tree canary_;
 };
 
-TEST_F(LinksTest, AreNotEnteredByTheWalksForSizeAndDate) {
+TEST_F(LinksTest, SizeAndDate_LinkInTree_IsNotEntered) {
     EXPECT_EQ(PathSize(world_.system, tree_.Path(L"Item"), true), 3);
     EXPECT_EQ(PathDate(world_.system, copies_, tree_.Path(L"Item")), MakeDate(kOld));
     EXPECT_EQ(CPathSize(world_.system, tree_.Path(L"Item")), L"3Byte");
 }
 
-TEST_F(LinksTest, AreFollowedWhenTheyAreTheItemItself) {
+TEST_F(LinksTest, SizeAndDate_LinkAsItem_IsFollowed) {
     EXPECT_EQ(PathSize(world_.system, tree_.Path(L"Item\\Link"), true), 6);
     EXPECT_EQ(PathDate(world_.system, copies_, tree_.Path(L"Item\\Link")), MakeDate(kNew));
     EXPECT_EQ(PathDate(world_.system, copies_, tree_.Path(L"Item\\Link\\")), MakeDate(kNew));
     EXPECT_TRUE(PathExist(world_.system, tree_.Path(L"Item\\Link")));
 }
 
-TEST_F(LinksTest, AreDeletedWithoutWhatTheyShow) {
+TEST_F(LinksTest, Delete_LinkInTree_KeepsItsTarget) {
     RemovingLinks disk(world_.disk);
     System system = world_.With(disk);
     DeletePath(system, tree_.Path(L"Item"));
@@ -100,7 +100,7 @@ TEST_F(LinksTest, AreDeletedWithoutWhatTheyShow) {
     EXPECT_FALSE(Exists(tree_.Path(L"Item")));
 }
 
-TEST_F(LinksTest, AreDeletedAloneWhenTheyAreTheItemItself) {
+TEST_F(LinksTest, Delete_LinkAsItem_RemovesTheLinkAlone) {
     RemovingLinks disk(world_.disk);
     System system = world_.With(disk);
     DeletePath(system, tree_.Path(L"Item\\Link\\"));
@@ -109,7 +109,7 @@ TEST_F(LinksTest, AreDeletedAloneWhenTheyAreTheItemItself) {
     EXPECT_TRUE(Exists(tree_.Path(L"Item\\own.txt")));
 }
 
-TEST_F(LinksTest, KeepWhatTheyShowAlsoWhereTheSystemCannotRemoveThem) {
+TEST_F(LinksTest, Delete_LinkCannotBeRemoved_KeepsItsTarget) {
     DeletePath(world_.system, tree_.Path(L"Item"));
     for (const auto& operation : world_.files.Operations()) {
         EXPECT_EQ(operation.path.find(L"Link\\"), std::wstring::npos) << Describe(operation);
@@ -120,7 +120,7 @@ TEST_F(LinksTest, KeepWhatTheyShowAlsoWhereTheSystemCannotRemoveThem) {
     }
 }
 
-TEST_F(LinksTest, AreNotEnteredByTheRenamingToLowerCase) {
+TEST_F(LinksTest, TreeNamesLower_LinkInTree_IsNotEntered) {
     // The name of the link stays, for the same reason as above: Wine would rename the canary. The
     // other link goes: it would show nothing once its folder has another name.
     test::RemoveLink(tree_.Path(L"Item\\Loop"));
@@ -134,7 +134,7 @@ TEST_F(LinksTest, AreNotEnteredByTheRenamingToLowerCase) {
     EXPECT_EQ(world_.pump.Yields(), 3) << "two files and the link";
 }
 
-TEST(LinksToFiles, CountAsTheFileThatTheyShow) {
+TEST(LinksToFiles, SizeAndDate_AreThoseOfTheTarget) {
     const TempTree tree;
     tree.File(L"Canary\\six", "canary", kNew);
     tree.File(L"Item\\own.txt", "own", kOld);

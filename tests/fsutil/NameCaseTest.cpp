@@ -28,7 +28,7 @@ std::vector<std::wstring> Names(const TempTree& tree) {
 
 using NameList = std::vector<std::wstring>;
 
-TEST(LowerCase, TakesEveryAlphabetAndNoLanguage) {
+TEST(LowerCase, ConvertsAllAlphabetsWithoutLanguageRules) {
     EXPECT_EQ(LowerCase(L"ABC«É»ÇΣ"), L"abc«é»çσ");
     EXPECT_EQ(LowerCase(L"TITLE I"), L"title i");
     EXPECT_EQ(LowerCase(L"ملف 1"), L"ملف 1");
@@ -46,7 +46,7 @@ TEST(FolderNameLower, RenamesTheFolderAlone) {
     EXPECT_EQ(Names(tree), (NameList{L"outer", L"outer\\inner", L"outer\\inner\\File.TXT"}));
 }
 
-TEST(FolderNameLower, MovesByWayOfTheNameWithAnAtSign) {
+TEST(FolderNameLower, RenamesByWayOfTheNameWithAnAtSign) {
     const TempTree tree;
     tree.Folder(L"Docs");
     TestEnvironment world;
@@ -58,7 +58,7 @@ TEST(FolderNameLower, MovesByWayOfTheNameWithAnAtSign) {
     EXPECT_EQ(world.files.Operations()[1].to, tree.Path(L"docs"));
 }
 
-TEST(FolderNameLower, LeavesALowerCaseNameAndADriveAlone) {
+TEST(FolderNameLower, KeepsALowerCaseNameAndADrive) {
     const TempTree tree;
     tree.Folder(L"lower");
     TestEnvironment world;
@@ -69,7 +69,7 @@ TEST(FolderNameLower, LeavesALowerCaseNameAndADriveAlone) {
     EXPECT_EQ(world.files.Count(), 0);
 }
 
-TEST(FolderNameLower, PassesOverAFailureAndLeavesTheOldName) {
+TEST(FolderNameLower, RenameFails_KeepsTheOldName) {
     for (int n = 1; n <= 2; ++n) {
         const TempTree tree;
         tree.File(L"Docs\\File");
@@ -82,7 +82,7 @@ TEST(FolderNameLower, PassesOverAFailureAndLeavesTheOldName) {
     FolderNameLower(world.system, L"C:\\No Such Folder\\Here");
 }
 
-TEST(FileNameLower, RenamesTheFileAndTurnsThePath) {
+TEST(FileNameLower, RenamesTheFileAndUpdatesThePath) {
     const TempTree tree;
     std::wstring path = tree.File(L"Docs\\ملف File.TXT", "bytes");
     const std::wstring before = path;
@@ -93,7 +93,7 @@ TEST(FileNameLower, RenamesTheFileAndTurnsThePath) {
     EXPECT_EQ(world.files.Read(path), "bytes");
 }
 
-TEST(FileNameLower, MovesByWayOfTheLowerCaseNameWithAnAtSign) {
+TEST(FileNameLower, RenamesByWayOfTheLowerCaseNameWithAnAtSign) {
     const TempTree tree;
     std::wstring path = tree.File(L"File.TXT");
     TestEnvironment world;
@@ -104,7 +104,7 @@ TEST(FileNameLower, MovesByWayOfTheLowerCaseNameWithAnAtSign) {
     EXPECT_EQ(world.files.Operations()[1].to, tree.Path(L"file.txt"));
 }
 
-TEST(FileNameLower, UndoesItsRenamesWhenOneFails) {
+TEST(FileNameLower, RenameFails_EarlierRenamesAreUndone) {
     for (int n = 1; n <= 2; ++n) {
         const TempTree tree;
         std::wstring path = tree.File(L"File.TXT", "bytes");
@@ -117,7 +117,7 @@ TEST(FileNameLower, UndoesItsRenamesWhenOneFails) {
     }
 }
 
-TEST(FileNameLower, PassesOverATakenNameAndAFileInUse) {
+TEST(FileNameLower, NameTakenOrFileInUse_KeepsTheFile) {
     const TempTree tree;
     std::wstring taken = tree.File(L"One.txt", "1");
     tree.File(L"one.txt@", "other");
@@ -133,7 +133,7 @@ TEST(FileNameLower, PassesOverATakenNameAndAFileInUse) {
     EXPECT_EQ(Names(tree), (NameList{L"One.txt", L"Two.txt", L"one.txt@"}));
 }
 
-TEST(TreeNamesLower, TurnsEveryNameOfTheTree) {
+TEST(TreeNamesLower, RenamesEveryEntryOfTheTree) {
     const TempTree tree;
     tree.File(L"Top\\A.TXT", "a");
     tree.File(L"Top\\b.txt", "b");
@@ -148,7 +148,7 @@ TEST(TreeNamesLower, TurnsEveryNameOfTheTree) {
     EXPECT_GE(world.pump.Yields(), 7);
 }
 
-TEST(TreeNamesLower, PassesOverFailuresAndTurnsTheRest) {
+TEST(TreeNamesLower, RenameFails_OtherEntriesAreRenamed) {
     const TempTree tree;
     tree.File(L"Top\\One", "1");
     tree.File(L"Top\\Sub\\Two", "2");
@@ -162,7 +162,7 @@ TEST(TreeNamesLower, PassesOverFailuresAndTurnsTheRest) {
               (NameList{L"top", L"top\\Sub", L"top\\Sub\\two", L"top\\one", L"top\\three"}));
 }
 
-TEST(TreeNamesLower, OfADriveLetterAloneStaysInItsCurrentFolder) {
+TEST(TreeNamesLower, DriveLetterAlone_MeansItsCurrentFolder) {
     const TempTree tree;
     tree.File(L"vwtest top\\File");
     const test::CurrentFolder current(tree.Path(L"vwtest top"));
@@ -175,14 +175,14 @@ TEST(TreeNamesLower, OfADriveLetterAloneStaysInItsCurrentFolder) {
     EXPECT_EQ(Names(tree), (NameList{L"vwtest top", L"vwtest top\\file"}));
 }
 
-TEST(TreeNamesLower, DoesNothingForWhatIsNotThere) {
+TEST(TreeNamesLower, MissingPath_ChangesNothing) {
     TestEnvironment world;
     world.files.DieAtNth(1, OnlyCalls({FileCall::Copy, FileCall::Write, FileCall::RemoveFile}));
     TreeNamesLower(world.system, L"C:\\No Such Folder Here");
     TreeNamesLower(world.system, L"");
 }
 
-TEST(TreeNamesLower, LeavesLowerCaseNamesUntouched) {
+TEST(TreeNamesLower, KeepsLowerCaseNames) {
     const TempTree tree;
     tree.File(L"top\\sub\\file.txt");
     TestEnvironment world;

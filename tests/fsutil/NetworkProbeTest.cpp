@@ -35,7 +35,7 @@ TEST_F(NetworkProbeTest, Ask_ServerIsGone_ReturnsAndProcessesMessagesMeanwhile) 
     }
 }
 
-TEST_F(NetworkProbeTest, ServerComesBack_MayAnswer) {
+TEST_F(NetworkProbeTest, ServerIsBack_MayAnswer) {
     probe.Ask({L"Q:\\"});
     EXPECT_FALSE(probe.MayAnswer(L"Q:\\"));
     server.Answer();

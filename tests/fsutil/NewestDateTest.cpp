@@ -16,7 +16,7 @@ using test::TestEnvironment;
 constexpr DateParts kOld{2001, 2, 3, 4, 5, 6};
 constexpr DateParts kNew{2024, 12, 31, 23, 59, 59};
 
-TEST(NewestFileDate, IsTheFilesOwnOrTheNewestOfTheTree) {
+TEST(NewestFileDate, ReturnsTheDateOfTheFileOrNewestInTheTree) {
     const TempTree tree;
     tree.File(L"Docs«0101»\\a", "x", kOld);
     tree.File(L"Docs«0101»\\Sub\\ب", "x", kNew);
@@ -29,7 +29,7 @@ TEST(NewestFileDate, IsTheFilesOwnOrTheNewestOfTheTree) {
     EXPECT_EQ(yields, 3);
 }
 
-TEST(NewestFileDate, IsTheMissingDateForNothingAndForATreeWithoutFiles) {
+TEST(NewestFileDate, NoFile_ReturnsTheMissingDate) {
     const TempTree tree;
     tree.Folder(L"Sub\\Deeper");
     TestEnvironment world;
@@ -37,7 +37,7 @@ TEST(NewestFileDate, IsTheMissingDateForNothingAndForATreeWithoutFiles) {
     EXPECT_EQ(NewestFileDate(world.files, tree.Path(), [] {}), kMissingDate);
 }
 
-TEST(NewestFileDate, LeavesOutASubFolderThatCannotBeRead) {
+TEST(NewestFileDate, UnreadableSubFolder_IsLeftOut) {
     const TempTree tree;
     tree.File(L"Closed\\a", "x", kNew);
     tree.File(L"Open\\b", "x", kOld);

@@ -21,7 +21,7 @@ constexpr DateParts kOld{2001, 2, 3, 4, 5, 6};
 constexpr DateParts kMiddle{2015, 6, 30, 12, 0, 0};
 constexpr DateParts kNew{2024, 12, 31, 23, 59, 59};
 
-TEST(PathDate, OfNothingIsTheFirstDayOfTheYear1000) {
+TEST(PathDate, MissingPath_ReturnsFirstDayOf1000) {
     const TempTree tree;
     tree.File(L"a");
     TestEnvironment world;
@@ -35,7 +35,7 @@ TEST(PathDate, OfNothingIsTheFirstDayOfTheYear1000) {
     EXPECT_TRUE(stored.asked.empty());
 }
 
-TEST(PathDate, OfAFileIsItsOwn) {
+TEST(PathDate, File_ReturnsItsOwnDate) {
     const TempTree tree;
     const std::wstring file = tree.File(L"ملف.txt", "x", kMiddle);
     TestEnvironment world;
@@ -43,7 +43,7 @@ TEST(PathDate, OfAFileIsItsOwn) {
     EXPECT_EQ(PathDate(world.system, stored, file), MakeDate(kMiddle));
 }
 
-TEST(PathDate, OfAFolderIsTheNewestFileOfItsTree) {
+TEST(PathDate, Folder_ReturnsDateOfTheNewestFileInItsTree) {
     const TempTree tree;
     tree.File(L"a", "x", kMiddle);
     tree.File(L"Sub\\Deeper\\b", "x", kOld);
@@ -57,7 +57,7 @@ TEST(PathDate, OfAFolderIsTheNewestFileOfItsTree) {
     EXPECT_EQ(PathDate(world.system, stored, tree.Path(L"Sub")), MakeDate(kNew));
 }
 
-TEST(PathDate, TakesNoNoticeOfTheDatesOfFolders) {
+TEST(PathDate, IgnoresTheDatesOfFolders) {
     const TempTree tree;
     tree.File(L"Sub\\a", "x", kOld);
     tree.SetDate(L"Sub", kNew);
@@ -66,7 +66,7 @@ TEST(PathDate, TakesNoNoticeOfTheDatesOfFolders) {
     EXPECT_EQ(PathDate(world.system, stored, tree.Path()), MakeDate(kOld));
 }
 
-TEST(PathDate, OfAFolderWithoutFilesIsTheFirstDayOf1900) {
+TEST(PathDate, FolderWithoutFiles_ReturnsFirstDayOf1900) {
     const TempTree tree;
     tree.Folder(L"Sub\\Deeper");
     TestEnvironment world;
@@ -76,7 +76,7 @@ TEST(PathDate, OfAFolderWithoutFilesIsTheFirstDayOf1900) {
     EXPECT_EQ(PartsOf(date), (DateParts{1900, 1, 1, 0, 0, 0}));
 }
 
-TEST(PathDate, OfACopyIsTheDateStoredWithIt) {
+TEST(PathDate, Copy_ReturnsItsStoredDate) {
     const TempTree tree;
     const std::wstring file = tree.File(L"f«0101».txt", "x", kNew);
     const std::wstring folder = tree.Folder(L"Docs«0203»");
@@ -89,7 +89,7 @@ TEST(PathDate, OfACopyIsTheDateStoredWithIt) {
     EXPECT_EQ(PathDate(world.system, stored, folder), MakeDate(kMiddle));
 }
 
-TEST(PathDate, OfAFolderWhoseOnlyContentIsACopyFolderIsThatCopysStoredDate) {
+TEST(PathDate, FolderWithACopyFolderOnly_ReturnsItsStoredDate) {
     const TempTree tree;
     const std::wstring copy = tree.Folder(L"Docs«0101»");
     tree.File(L"Docs«0101»\\newer", "x", kNew);
@@ -101,7 +101,7 @@ TEST(PathDate, OfAFolderWhoseOnlyContentIsACopyFolderIsThatCopysStoredDate) {
     EXPECT_EQ(stored.asked[0], copy);
 }
 
-TEST(PathDate, ReadsAFileNamedLikeACopyInsideAFolderAsAFile) {
+TEST(PathDate, FileNamedAsACopyInAFolder_IsReadAsAFile) {
     const TempTree tree;
     tree.File(L"f«0101».txt", "x", kMiddle);
     TestEnvironment world;
@@ -110,7 +110,7 @@ TEST(PathDate, ReadsAFileNamedLikeACopyInsideAFolderAsAFile) {
     EXPECT_TRUE(stored.asked.empty());
 }
 
-TEST(PathDate, TheMarksCountAnywhereInThePath) {
+TEST(PathDate, RecognisesCopyMarksAnywhereInThePath) {
     const TempTree tree;
     const std::wstring below = tree.File(L"a«b»c\\plain.txt", "x", kNew);
     const std::wstring split = tree.Folder(L"left«\\right»");
@@ -135,7 +135,7 @@ TEST(PathDate, ProcessesMessagesAfterEachFileAndSubFolder) {
     EXPECT_GE(world.pump.Yields(), 10);
 }
 
-TEST(PathDate, AsksTheDiskOnceForEachFolder) {
+TEST(PathDate, ListsEachFolderOnce) {
     const TempTree tree;
     for (int i = 0; i < 20; ++i) tree.File(L"Sub\\" + std::to_wstring(i));
     TestEnvironment world;
@@ -144,7 +144,7 @@ TEST(PathDate, AsksTheDiskOnceForEachFolder) {
     EXPECT_EQ(world.files.Operations().size(), 3U) << "one look at the top, one list per folder";
 }
 
-TEST(PathDate, LeavesOutASubFolderThatCannotBeRead) {
+TEST(PathDate, UnreadableSubFolder_IsLeftOut) {
     const TempTree tree;
     tree.File(L"a", "x", kOld);
     tree.File(L"Closed\\b", "x", kNew);
@@ -158,7 +158,7 @@ TEST(PathDate, LeavesOutASubFolderThatCannotBeRead) {
     EXPECT_EQ(world.files.Faults().size(), 1U);
 }
 
-TEST(PathDate, OfAFolderThatCannotBeReadIsWhatCouldBeRead) {
+TEST(PathDate, UnreadableFolder_ReturnsFirstDayOf1900) {
     const TempTree tree;
     tree.File(L"a", "x", kNew);
     TestEnvironment world;
@@ -179,7 +179,7 @@ TEST(PathDate, FailingDisk_IsReported) {
     EXPECT_EQ(told.container, L"MFileDosShell");
 }
 
-TEST(PathDate, KeepsWhatItFoundWhenTheStoredDateCannotBeRead) {
+TEST(PathDate, StoredDateUnreadable_ReturnsTheNewestFound) {
     const TempTree tree;
     tree.File(L"a", "x", kMiddle);
     tree.Folder(L"Docs«0101»");
@@ -208,7 +208,7 @@ TEST(PathDate, WalksPathsBeyond260Characters) {
     EXPECT_EQ(PathDate(world.system, stored, tree.Path()), MakeDate(kNew));
 }
 
-TEST(PathDate, WindowEndsTheWalk_ExceptionLeaves) {
+TEST(PathDate, WindowEndsTheWalk_PropagatesTheException) {
     const TempTree tree;
     for (int i = 0; i < 10; ++i) tree.File(std::to_wstring(i));
     TestEnvironment world;
@@ -218,7 +218,7 @@ TEST(PathDate, WindowEndsTheWalk_ExceptionLeaves) {
     EXPECT_EQ(world.pump.Yields(), 5);
 }
 
-TEST(NewestDateOf, UnreadableFolder_Raises) {
+TEST(NewestDateOf, UnreadableFolder_Throws) {
     const TempTree tree;
     tree.File(L"Work\\a.txt", "a", kOld);
     tree.File(L"Work\\Sub\\b.txt", "b", kNew);

@@ -10,7 +10,7 @@ namespace {
 using test::TempTree;
 using test::TestEnvironment;
 
-TEST(PathExist, TrueForFilesAndFoldersHoweverTheyAreTyped) {
+TEST(PathExist, ReturnsTrueForFilesAndFoldersInAnySpelling) {
     const TempTree tree;
     tree.File(L"Sub\\ملف «1».txt");
     TestEnvironment world;
@@ -25,7 +25,7 @@ TEST(PathExist, TrueForFilesAndFoldersHoweverTheyAreTyped) {
     EXPECT_TRUE(PathExist(world.system, L"C:"));
 }
 
-TEST(PathExist, FalseForWhatIsNotThere) {
+TEST(PathExist, ReturnsFalseForMissingPaths) {
     const TempTree tree;
     tree.File(L"a.txt");
     TestEnvironment world;
@@ -37,7 +37,7 @@ TEST(PathExist, FalseForWhatIsNotThere) {
     EXPECT_FALSE(PathExist(world.system, L""));
 }
 
-TEST(PathExist, AWildcardNamesNothing) {
+TEST(PathExist, ReturnsFalseForWildcards) {
     const TempTree tree;
     tree.File(L"a.txt");
     TestEnvironment world;

@@ -46,7 +46,7 @@ std::wstring WithLocalSign(std::wstring text) {
     return text;
 }
 
-TEST(PathSize, OfAFileIsItsLength) {
+TEST(PathSize, File_ReturnsItsLength) {
     const TempTree tree;
     tree.File(L"ملف.txt", "12345");
     tree.File(L"empty", "");
@@ -56,7 +56,7 @@ TEST(PathSize, OfAFileIsItsLength) {
     EXPECT_EQ(PathSize(world.system, tree.Path(L"empty")), 0);
 }
 
-TEST(PathSize, OfAFolderCountsItsOwnFilesOrTheWholeTree) {
+TEST(PathSize, Folder_CountsItsOwnFilesOrTheWholeTree) {
     const TempTree tree;
     tree.File(L"a", "1");
     tree.File(L"b", "22");
@@ -71,7 +71,7 @@ TEST(PathSize, OfAFolderCountsItsOwnFilesOrTheWholeTree) {
     EXPECT_EQ(PathSize(world.system, tree.Path(L"Sub"), false), 3);
 }
 
-TEST(PathSize, OfNothingIsMinusOne) {
+TEST(PathSize, MissingPath_ReturnsMinusOne) {
     const TempTree tree;
     tree.File(L"a");
     TestEnvironment world;
@@ -81,14 +81,14 @@ TEST(PathSize, OfNothingIsMinusOne) {
     EXPECT_EQ(PathSize(world.system, L""), -1);
 }
 
-TEST(PathSize, OfAnEmptyFolderIsZero) {
+TEST(PathSize, EmptyFolder_ReturnsZero) {
     const TempTree tree;
     TestEnvironment world;
     EXPECT_EQ(PathSize(world.system, tree.Path()), 0);
     EXPECT_EQ(PathSize(world.system, tree.Path(), true), 0);
 }
 
-TEST(PathSize, GoesBeyondTwoGibibytes) {
+TEST(PathSize, ReturnsSizesBeyondTwoGibibytes) {
     TestEnvironment world;
     HugeFiles disk(world.disk);
     System system = world.With(disk);
@@ -108,7 +108,7 @@ TEST(PathSize, ProcessesMessagesAfterEachFile) {
     EXPECT_GE(world.pump.Yields(), 10);
 }
 
-TEST(PathSize, AsksTheDiskOnceForEachFolder) {
+TEST(PathSize, ListsEachFolderOnce) {
     const TempTree tree;
     for (int i = 0; i < 10; ++i) tree.File(L"Sub\\" + std::to_wstring(i));
     TestEnvironment world;
@@ -116,7 +116,7 @@ TEST(PathSize, AsksTheDiskOnceForEachFolder) {
     EXPECT_EQ(world.files.Operations().size(), 3U) << "one look at the top, one list per folder";
 }
 
-TEST(PathSize, LeavesOutASubFolderThatCannotBeRead) {
+TEST(PathSize, UnreadableSubFolder_IsLeftOut) {
     const TempTree tree;
     tree.File(L"a", "1");
     tree.File(L"Closed\\b", "22");
@@ -129,7 +129,7 @@ TEST(PathSize, LeavesOutASubFolderThatCannotBeRead) {
     EXPECT_EQ(world.files.Faults().size(), 1U);
 }
 
-TEST(PathSize, OfAFolderThatCannotBeReadIsWhatCouldBeRead) {
+TEST(PathSize, UnreadableFolder_ReturnsZero) {
     const TempTree tree;
     tree.File(L"a", "1");
     for (const bool wholeTree : {false, true}) {
@@ -158,7 +158,7 @@ TEST(PathSize, WalksTreesOfThousandsOfLevels) {
     EXPECT_EQ(disk.listings, 5000);
 }
 
-TEST(PathSize, OfADriveLetterAloneIsThatOfItsCurrentFolder) {
+TEST(PathSize, DriveLetterAlone_MeansItsCurrentFolder) {
     const TempTree tree;
     tree.File(L"a", "1");
     tree.File(L"Sub\\b", "22");
@@ -167,7 +167,7 @@ TEST(PathSize, OfADriveLetterAloneIsThatOfItsCurrentFolder) {
     EXPECT_EQ(PathSize(world.system, tree.Path().substr(0, 2), true), 3);
 }
 
-TEST(CPathSize, WritesTheSizeAsPeopleReadIt) {
+TEST(CPathSize, FormatsTheSizeWithItsUnit) {
     struct Row {
         std::size_t bytes;
         const wchar_t* text;
@@ -188,7 +188,7 @@ TEST(CPathSize, WritesTheSizeAsPeopleReadIt) {
     }
 }
 
-TEST(CPathSize, OfAFolderIsItsWholeTree) {
+TEST(CPathSize, Folder_CountsItsWholeTree) {
     const TempTree tree;
     tree.File(L"a", std::string(1000, 'x'));
     tree.File(L"Sub\\b", std::string(536, 'x'));
@@ -197,7 +197,7 @@ TEST(CPathSize, OfAFolderIsItsWholeTree) {
     EXPECT_EQ(CPathSize(world.system, tree.Folder(L"empty")), L"0Byte");
 }
 
-TEST(CPathSize, OfNothingIsEmpty) {
+TEST(CPathSize, MissingPath_ReturnsEmptyText) {
     const TempTree tree;
     TestEnvironment world;
     EXPECT_EQ(CPathSize(world.system, tree.Path(L"missing")), L"");
@@ -213,7 +213,7 @@ TEST(CPathSize, FailingDisk_IsReported) {
     EXPECT_EQ(world.errors.TakeOne().procedure, L"CPathSize");
 }
 
-TEST(PathSize, OfAFolderLeavesOutTheEntriesOfADestination) {
+TEST(PathSize, LeavesOutTheProgramsOwnEntries) {
     const TempTree tree;
     tree.File(L"a", "1");
     tree.File(std::wstring(kLockFileName), "22");
@@ -222,7 +222,7 @@ TEST(PathSize, OfAFolderLeavesOutTheEntriesOfADestination) {
     EXPECT_EQ(PathSize(world.system, tree.Path(), true), 1);
 }
 
-TEST(CSize, WritesTheDecimalSignOfTheUser) {
+TEST(CSize, UsesTheDecimalSignOfTheUser) {
     wchar_t usual[8] = {};
     GetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SDECIMAL, usual, 8);
     ASSERT_TRUE(SetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SDECIMAL, L";"));

@@ -10,7 +10,7 @@ struct Row {
     std::wstring_view result;
 };
 
-TEST(PathText, CFileNameIsTheLastComponent) {
+TEST(PathText, CFileName_ReturnsTheLastComponent) {
     const Row rows[] = {
         {L"C:\\A\\B\\", L"B"},
         {L"C:\\A\\B", L"B"},
@@ -32,7 +32,7 @@ TEST(PathText, CFileNameIsTheLastComponent) {
     }
 }
 
-TEST(PathText, CFileLocationIsTheParentFolder) {
+TEST(PathText, CFileLocation_ReturnsTheParentFolder) {
     const Row rows[] = {
         {L"C:\\A\\f.txt", L"C:\\A"},
         {L"C:\\A\\B\\", L"C:\\A"},
@@ -53,7 +53,7 @@ TEST(PathText, CFileLocationIsTheParentFolder) {
     }
 }
 
-TEST(PathText, CFileExtReachesBackToTheLastDotOfTheWholePath) {
+TEST(PathText, CFileExt_BeginsAtTheLastDotOfTheWholePath) {
     const Row rows[] = {
         {L"C:\\A\\f.txt", L".txt"},
         {L"C:\\A\\f.tar.gz", L".gz"},
@@ -70,7 +70,7 @@ TEST(PathText, CFileExtReachesBackToTheLastDotOfTheWholePath) {
     }
 }
 
-TEST(PathText, CFileFirstNameIsTheNameWithoutItsExtension) {
+TEST(PathText, CFileFirstName_ReturnsTheNameWithoutExtension) {
     const Row rows[] = {
         {L"C:\\A\\f.tar.gz", L"f.tar"},
         {L"C:\\A\\B\\", L"B"},
@@ -87,7 +87,7 @@ TEST(PathText, CFileFirstNameIsTheNameWithoutItsExtension) {
     }
 }
 
-TEST(PathText, QuoteRmoveTakesOffBothQuotes) {
+TEST(PathText, QuoteRmove_RemovesBothQuotes) {
     const Row rows[] = {
         {L"\"C:\\a b\"", L"C:\\a b"},
         {L"\"\"", L"\"\""},  // exactly two quotes stay
@@ -108,7 +108,7 @@ TEST(PathText, QuoteRmoveTakesOffBothQuotes) {
     }
 }
 
-TEST(PathText, QuoteLooksAtTheFirstCharacterOnly) {
+TEST(PathText, Quote_ChecksTheFirstCharacterOnly) {
     const Row rows[] = {
         {L"C:\\a b", L"\"C:\\a b\""},
         {L"\"C:\\a b\"", L"\"C:\\a b\""},
@@ -125,19 +125,19 @@ TEST(PathText, QuoteLooksAtTheFirstCharacterOnly) {
     }
 }
 
-TEST(PathText, AFolderHasOneFinalSeparator) {
+TEST(PathText, WithSeparator_EndsWithOneSeparator) {
     EXPECT_EQ(WithSeparator(L"C:\\A"), L"C:\\A\\");
     EXPECT_EQ(WithSeparator(L"C:\\A\\"), L"C:\\A\\");
     EXPECT_EQ(WithSeparator(L"C:\\"), L"C:\\");
 }
 
-TEST(PathText, JoinPathPutsOneSeparatorBetween) {
+TEST(PathText, JoinPath_PutsOneSeparatorBetween) {
     EXPECT_EQ(JoinPath(L"C:\\A", L"f"), L"C:\\A\\f");
     EXPECT_EQ(JoinPath(L"C:\\", L"f"), L"C:\\f");
     EXPECT_EQ(JoinPath(L"C:/A/", L"f"), L"C:/A/f");
 }
 
-TEST(PathText, DestinationFolderOfADriveIsItsRoot) {
+TEST(PathText, DestinationFolder_OfADrive_IsItsRoot) {
     const Row rows[] = {{L"C:", L"C:\\"},       {L"C:\\", L"C:\\"}, {L"C:\\A", L"C:\\A"},
                         {L"CD", L"CD"},         {L"abc:", L"abc:"}, {L":", L":"},
                         {L"C:\\A:", L"C:\\A:"}, {L"abc", L"abc"},   {L"", L""}};

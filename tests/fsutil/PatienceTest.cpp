@@ -73,14 +73,14 @@ class PatienceTest : public testing::Test {
     int attempts = 0;
 };
 
-TEST_F(PatienceTest, Success_AsksNothingOfAnybody) {
+TEST_F(PatienceTest, Success_DoesNotWait) {
     EXPECT_EQ(Perform(ERROR_SHARING_VIOLATION, 0), 0);
     EXPECT_EQ(attempts, 1);
     EXPECT_EQ(world.pump.Yields(), 0);
     EXPECT_TRUE(world.files.Operations().empty());
 }
 
-TEST_F(PatienceTest, HeldForSeconds_IsWaitedForWithGrowingPauses) {
+TEST_F(PatienceTest, HeldForSeconds_RetriesWithGrowingPauses) {
     for (const DWORD code : {ERROR_SHARING_VIOLATION, ERROR_ACCESS_DENIED}) {
         EXPECT_EQ(Perform(code, 9000), 0) << code;
         EXPECT_LT(attempts, 20) << code;
@@ -88,7 +88,7 @@ TEST_F(PatienceTest, HeldForSeconds_IsWaitedForWithGrowingPauses) {
     }
 }
 
-TEST_F(PatienceTest, HeldForGood_IsGivenUpAfterTenSeconds) {
+TEST_F(PatienceTest, HeldForGood_StopsAfterTenSeconds) {
     EXPECT_EQ(Perform(ERROR_SHARING_VIOLATION, 60'000), error_number::kPermissionDenied);
     EXPECT_EQ(took, Patience::kUsual);
 }
@@ -100,7 +100,7 @@ TEST_F(PatienceTest, LongStep_WaitsThirtySeconds) {
     EXPECT_EQ(took, Patience::kLong);
 }
 
-TEST_F(PatienceTest, AfterAWaitInVain_TheRunWaitsHalfASecond) {
+TEST_F(PatienceTest, AfterATimeout_WaitsHalfASecond) {
     Perform(ERROR_SHARING_VIOLATION, 60'000);
     EXPECT_NE(Perform(ERROR_SHARING_VIOLATION, 60'000, {}, Patience::kLong), 0);
     EXPECT_EQ(took, 500U);
@@ -122,7 +122,7 @@ TEST_F(PatienceTest, CancelledBefore_WaitsHalfASecond) {
     EXPECT_EQ(took, 500U);
 }
 
-TEST_F(PatienceTest, MessagesComeMeanwhile_KeepsItsPauses) {
+TEST_F(PatienceTest, MessagesArriveMeanwhile_KeepsItsPauses) {
     world.pump.MessageEvery(10);
     EXPECT_NE(Perform(ERROR_SHARING_VIOLATION, 60'000), 0);
     EXPECT_EQ(took, Patience::kUsual);
@@ -146,12 +146,12 @@ TEST_F(PatienceTest, CancelInALongPause_EndsItAtOnce) {
     EXPECT_EQ(start + took, cancelled);
 }
 
-TEST_F(PatienceTest, DeniedAndTheMarkIsUnknown_IsWaitedFor) {
+TEST_F(PatienceTest, DeniedWithUnknownAttributes_IsRetried) {
     world.files.FailFrom(1, error_number::kNotReady, OnlyCalls({FileCall::Stat}));
     EXPECT_EQ(Perform(ERROR_ACCESS_DENIED, 1000, tree.Path(L"a")), 0);
 }
 
-TEST_F(PatienceTest, AccessDeniedByAReadOnlyMark_IsNotWaitedFor) {
+TEST_F(PatienceTest, DeniedByAReadOnlyMark_IsNotRetried) {
     const std::wstring file = tree.File(L"a.txt");
     EXPECT_EQ(Perform(ERROR_ACCESS_DENIED, 1000, file), 0);
     tree.SetAttributes(L"a.txt", FILE_ATTRIBUTE_READONLY);
@@ -160,7 +160,7 @@ TEST_F(PatienceTest, AccessDeniedByAReadOnlyMark_IsNotWaitedFor) {
     EXPECT_EQ(Perform(ERROR_SHARING_VIOLATION, 1000, file), 0) << "that is no matter of marks";
 }
 
-TEST_F(PatienceTest, OtherFailures_AreNotWaitedFor) {
+TEST_F(PatienceTest, OtherFailures_AreNotRetried) {
     for (const DWORD code : {ERROR_FILE_NOT_FOUND, ERROR_DISK_FULL, ERROR_ALREADY_EXISTS,
                              ERROR_DIR_NOT_EMPTY, ERROR_WRITE_PROTECT}) {
         EXPECT_NE(Perform(code, 1000), 0) << code;
@@ -168,7 +168,7 @@ TEST_F(PatienceTest, OtherFailures_AreNotWaitedFor) {
     }
 }
 
-TEST_F(PatienceTest, NotEmpty_CountsForAFolderThatWeEmptiedOnly) {
+TEST_F(PatienceTest, NotEmpty_AfterEmptyingTheFolderOnly_IsRetried) {
     StubbornFolders disk(world.disk);
     EXPECT_EQ(RemoveFolder(disk, false), error_number::kAccessError);
     EXPECT_EQ(took, 0U);
@@ -179,7 +179,7 @@ TEST_F(PatienceTest, NotEmpty_CountsForAFolderThatWeEmptiedOnly) {
     EXPECT_EQ(took, Patience::kUsual);
 }
 
-TEST_F(PatienceTest, FolderIsDenied_CountsWithoutAReadOnlyMarkOnly) {
+TEST_F(PatienceTest, FolderIsDenied_WithoutAReadOnlyMarkOnly_IsRetried) {
     StubbornFolders disk(world.disk);
     disk.code = ERROR_ACCESS_DENIED;
     disk.isReadOnly = true;
@@ -198,7 +198,7 @@ TEST_F(PatienceTest, FolderIsDenied_CountsWithoutAReadOnlyMarkOnly) {
 }
 
 // As a virus scanner looks into a file that was just written.
-TEST_F(PatienceTest, Briefly_WaitsForAReaderThatLeavesInAMoment) {
+TEST_F(PatienceTest, Briefly_FileHeldForAMoment_IsRetried) {
     const std::wstring next = tree.File(L"next.txt", "next");
     const std::wstring list = tree.File(L"list.txt", "list");
     FileHandle reader(CreateFileW(list.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,

@@ -63,7 +63,7 @@ TEST(GetSpecialFolders, CodesFrom50_AreFoldersOfTheSystem) {
     EXPECT_EQ(Folder(52) + L"\\", buffer);
 }
 
-TEST(GetSpecialFolders, TurnsTheCodesFrom50) {
+TEST(GetSpecialFolders, SubtractsFiftyFromTheCodesFrom50) {
     for (const bool isWinNT : {true, false}) {
         for (int code = 50; code <= 52; ++code) {
             int after = code;
@@ -73,7 +73,7 @@ TEST(GetSpecialFolders, TurnsTheCodesFrom50) {
     }
 }
 
-TEST(GetSpecialFolders, LooksUpEveryOtherCodeInTheCollection) {
+TEST(GetSpecialFolders, ReadsEveryOtherCodeFromTheCollection) {
     for (int number = 0; number < 18; ++number) {
         int after = -1;
         const std::wstring path = Folder(number, true, &after);
@@ -97,13 +97,13 @@ TEST(GetSpecialFolders, ReplacesFourCodesOnAnOldSystem) {
     }
 }
 
-TEST(GetSpecialFolders, IsEmptyForAnUnknownCode) {
+TEST(GetSpecialFolders, UnknownCode_ReturnsEmptyText) {
     for (const int code : {18, 49, 53, 1000, -1, INT_MIN, INT_MAX}) {
         EXPECT_EQ(Folder(code), L"") << code;
     }
 }
 
-TEST(KnownFolderOfNumber, HasAllNumbersOfTheCollectionAndNoOthers) {
+TEST(KnownFolderOfNumber, ReturnsFoldersForNumbersOfTheCollectionOnly) {
     for (int number = 0; number < 18; ++number) {
         EXPECT_TRUE(EqualNoCase(KnownFolderOfNumber(number), Expected(number))) << number;
     }
@@ -111,7 +111,7 @@ TEST(KnownFolderOfNumber, HasAllNumbersOfTheCollectionAndNoOthers) {
     EXPECT_EQ(KnownFolderOfNumber(18), L"");
 }
 
-TEST(WshShellInt, MakesTheSharedObjectOnce) {
+TEST(WshShellInt, CreatesTheSharedObjectOnce) {
     TestEnvironment world;
     ScriptShell shell;
     EXPECT_FALSE(shell.IsCreated());
@@ -121,7 +121,7 @@ TEST(WshShellInt, MakesTheSharedObjectOnce) {
     EXPECT_TRUE(shell.IsCreated());
 }
 
-TEST(WshShellInt, TheObjectIsMadeByTheFirstLookUp) {
+TEST(WshShellInt, FirstLookUp_CreatesTheObject) {
     TestEnvironment world;
     ScriptShell shell;
     int code = 51;
@@ -145,7 +145,7 @@ TEST(WshShellInt, SystemWithoutTheObject_IsReported) {
     EXPECT_EQ(told.container, L"MMyScripting");
 }
 
-TEST(SharedShellObject, IsMadeOnceAndAskedByNumber) {
+TEST(SharedShellObject, CreatesTheObjectOnceAndReadsByNumber) {
     const test::FakeScriptShell fake([](int number) { return L"X:\\" + std::to_wstring(number); });
     TestEnvironment world;
     ScriptShell shell;
@@ -160,7 +160,7 @@ TEST(SharedShellObject, IsMadeOnceAndAskedByNumber) {
     EXPECT_EQ(fake.Created(), 1);
 }
 
-TEST(SharedShellObject, WhereItRefusesANumberOrIsMissingTheSystemIsAsked) {
+TEST(SharedShellObject, NumberRefusedOrObjectMissing_SystemIsAsked) {
     test::FakeScriptShell fake([](int) { return L""; });
     EXPECT_TRUE(EqualNoCase(Folder(16), Expected(16)));
     EXPECT_EQ(fake.Created(), 1);

@@ -66,7 +66,7 @@ class ShellPathTest : public testing::Test {
     TestEnvironment world_;
 };
 
-TEST(FileProtocolCommand, IsTheHandlerFollowedDirectlyByTheText) {
+TEST(FileProtocolCommand, AppendsTheTextToTheHandler) {
     EXPECT_EQ(FileProtocolCommand(L"C:\\Help\\Vaultwright.htm"),
               L"rundll32.exe url.dll,FileProtocolHandler C:\\Help\\Vaultwright.htm");
     EXPECT_EQ(FileProtocolCommand(L"C:\\a b\\«0101».txt"),
@@ -85,13 +85,13 @@ TEST_F(ShellPathTest, OpensACopyWithItsProgram) {
     EXPECT_EQ(WaitForOpened(), "a copy");
 }
 
-TEST_F(ShellPathTest, OpensADocumentWhoseNameTheCodePageCannotHold) {
+TEST_F(ShellPathTest, OpensADocumentWithANameOutsideTheCodePage) {
     world_.ansi.Use(1252);
     ShellPath(world_.system, tree_.File(L"ملف عربي.vwopened", "not by the handler"));
     EXPECT_EQ(WaitForOpened(), "not by the handler");
 }
 
-TEST(FileProtocolCommand, IsNotForLongPathsNorForLettersThatTheCodePageLacks) {
+TEST(FileProtocolCommand, LongPathOrLetterOutsideCodePage_DoesNotFit) {
     const CodePage western(1252);
     EXPECT_TRUE(FitsFileProtocol(western, std::wstring(259, L'a')));
     EXPECT_FALSE(FitsFileProtocol(western, std::wstring(260, L'a')));
@@ -99,7 +99,7 @@ TEST(FileProtocolCommand, IsNotForLongPathsNorForLettersThatTheCodePageLacks) {
     EXPECT_FALSE(FitsFileProtocol(western, L"C:\\ملف.txt"));
 }
 
-TEST_F(ShellPathTest, RunsTheSystemsHandlerAndNoneThatLiesInTheCurrentFolder) {
+TEST_F(ShellPathTest, HandlerInCurrentFolder_IsNotStarted) {
     tree_.File(L"planted\\rundll32.exe", "no program at all");
     const test::CurrentFolder current(tree_.Path(L"planted"));
     ShellPath(world_.system, tree_.File(L"document.vwopened", "safely"));

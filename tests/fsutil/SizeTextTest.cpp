@@ -38,7 +38,7 @@ TEST(SizeText, ChoosesTheUnitAndRoundsToOneDecimal) {
     }
 }
 
-TEST(SizeText, PassesThroughSinglePrecision) {
+TEST(SizeText, RoundsInSinglePrecision) {
     // A little less than 100.05 MB, which only the neighbour in single precision rounds up.
     EXPECT_EQ(SizeText(104910028, L'.'), L"100.1MByte");
     EXPECT_EQ(SizeText(104910027, L'.'), L"100.0MByte");

@@ -21,7 +21,7 @@ Texts Sorted(Texts texts) {
     return texts;
 }
 
-TEST(Sort, IsAscendingWithoutRegardToCase) {
+TEST(Sort, SortsAscendingWithoutRegardToCase) {
     EXPECT_EQ(Sorted({L"b", L"C", L"a"}), (Texts{L"a", L"b", L"C"}));
     EXPECT_EQ(Sorted({L"Zebra", L"apple", L"Mango"}), (Texts{L"apple", L"Mango", L"Zebra"}));
     EXPECT_EQ(Sorted({L"é", L"É2", L"É1"}), (Texts{L"é", L"É1", L"É2"}));
@@ -29,7 +29,7 @@ TEST(Sort, IsAscendingWithoutRegardToCase) {
     EXPECT_EQ(Sorted({L"ab", L"a", L""}), (Texts{L"", L"a", L"ab"}));
 }
 
-TEST(Sort, LeavesNothingAndASingleTextAlone) {
+TEST(Sort, KeepsAnEmptyListAndASingleText) {
     EXPECT_EQ(Sorted({}), Texts{});
     EXPECT_EQ(Sorted({L"One"}), Texts{L"One"});
 }
@@ -41,7 +41,7 @@ TEST(Sort, KeepsEveryText) {
     EXPECT_EQ(mixed, (Texts{L"X", L"x", L"x"}));
 }
 
-TEST(Sort, AgreesWithTheComparisonOfNames) {
+TEST(Sort, SortsInTheOrderOfCompareNoCase) {
     std::mt19937 random(20240101);
     Texts texts;
     for (int i = 0; i < 2000; ++i) {
@@ -58,7 +58,7 @@ TEST(Sort, AgreesWithTheComparisonOfNames) {
     EXPECT_TRUE(std::is_permutation(sorted.begin(), sorted.end(), texts.begin(), texts.end()));
 }
 
-TEST(Sort, SortsFiftyThousandPathsQuicklyAndKeepsTheWindowAlive) {
+TEST(Sort, FiftyThousandPaths_SortsQuicklyAndYields) {
     std::mt19937 random(7);
     Texts texts;
     for (int i = 0; i < 50'000; ++i) {

@@ -55,7 +55,7 @@ TEST_F(Cleaning, Folder_IsEmptied_EachFileIsReported) {
     EXPECT_THAT(host.messages, ElementsAre(L"Deleting|a.tmp"));
 }
 
-TEST_F(Cleaning, WithoutTheWordNothingIsDeleted) {
+TEST_F(Cleaning, WordIsNotYes_DeletesNothing) {
     tree.File(L"Temp\\a.tmp");
     for (const auto* word : {L"", L"no", L"ye", L"yes "}) Clean(word);
     EXPECT_EQ(Left().size(), 1U);
@@ -103,7 +103,7 @@ TEST_F(Cleaning, FileInUse_IsReported_OthersAreRemoved) {
     EXPECT_THAT(host.messages, Contains(L"   |" + reason));
 }
 
-TEST_F(Cleaning, LosesALinkAndKeepsWhatItShows) {
+TEST_F(Cleaning, DoesNotEnterLinks) {
     const std::wstring canary = tree.File(L"Safe\\canary.txt", "alive");
     tree.Folder(L"Temp\\Sub");
     if (!tree.Link(L"Temp\\Link", tree.Path(L"Safe"))) GTEST_SKIP();
@@ -115,7 +115,7 @@ TEST_F(Cleaning, LosesALinkAndKeepsWhatItShows) {
     }
 }
 
-TEST_F(Cleaning, StopsAtACancel) {
+TEST_F(Cleaning, StopsWhenCancelled) {
     for (const auto* name : {L"Temp\\a", L"Temp\\b", L"Temp\\c", L"Temp\\Sub\\d"}) tree.File(name);
     host.onMsg = [this] { state.cancel.Request(); };
     Clean();
@@ -130,7 +130,7 @@ TEST_F(Cleaning, MissingFolder_IsReportedAsAnError) {
     EXPECT_EQ(error.procedure, L"DelInFolder");
 }
 
-TEST_F(Cleaning, AForbiddenFolderIsShownAndPassedOver) {
+TEST_F(Cleaning, FolderIsDenied_IsReportedAndSkipped) {
     tree.File(L"Temp\\a.tmp");
     world.files.FailNth(1, error_number::kPermissionDenied, OnlyCalls({FileCall::List}));
     Clean();

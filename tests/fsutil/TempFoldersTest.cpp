@@ -143,7 +143,7 @@ TEST_F(TempFolders, Clean_TmpFileOfWindowsReadOnly_IsDeleted) {
     EXPECT_FALSE(IsThere(L"Windows\\left.tmp"));
 }
 
-TEST_F(TempFolders, Clean_TmpFileOfWindowsInUse_IsPassedOver) {
+TEST_F(TempFolders, Clean_TmpFileOfWindowsInUse_IsSkipped) {
     for (const auto* name : {L"Windows\\a.tmp", L"Windows\\b.tmp", L"Windows\\c.tmp"}) {
         tree.File(name);
     }
@@ -290,7 +290,7 @@ TEST_F(DelInFolder, LinkThatStays_IsNotEntered) {
     EXPECT_EQ(ReadBytes(canary), "alive");
 }
 
-TEST_F(DelInFolder, SubFolderVanishesWhileItIsDeleted_IsPassedOver) {
+TEST_F(DelInFolder, SubFolderVanishesDuringDeletion_IsSkipped) {
     const std::wstring sub = tree.Folder(L"Temporary\\Sub");
     world.files.FailNth(1, error_number::kPermissionDenied, OnlyCalls({FileCall::RemoveFolder}));
     world.files.OnOperation([&](const FileOperation& operation) {

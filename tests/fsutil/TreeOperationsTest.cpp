@@ -32,7 +32,7 @@ int ErrorOf(const std::function<void()>& call) {
     return 0;
 }
 
-TEST(IsRoot, TakesDrivesAndSharesInEveryForm) {
+TEST(IsRoot, RecognisesDrivesAndSharesInEveryForm) {
     TestEnvironment env;
     for (const wchar_t* root :
          {L"C:\\", L"\\\\?\\C:\\", L"\\\\server\\share", L"\\\\server\\share\\", L"\\\\server",
@@ -63,7 +63,7 @@ TEST(DeleteTree, DeletesTreesOfThousandsOfLevels) {
     EXPECT_FALSE(disk.Stat(L"X:\\d"));
 }
 
-TEST(DeleteTree, AsksTheDiskOnceForEachFolder) {
+TEST(DeleteTree, ListsEachFolderOnce) {
     const TempTree tree;
     for (int i = 0; i < 5; ++i) tree.File(L"Top\\Sub\\" + std::to_wstring(i));
     tree.File(L"Top\\a");
@@ -89,7 +89,7 @@ TEST(DeleteTree, DeletesAFolderOfManyFiles) {
     EXPECT_EQ(yields, 1501);
 }
 
-TEST(CreateFolders, MakesEveryMissingParent) {
+TEST(CreateFolders, CreatesEveryMissingParent) {
     const TempTree tree;
     TestEnvironment world;
     CreateFolders(world.files, tree.Path(L"a\\ب\\c.d\\«0001»\\"));
@@ -117,7 +117,7 @@ TEST(RemoveEmptyFolders, ParentWithAFile_Stays) {
     EXPECT_TRUE(Exists(tree.Path(L"Top\\a\\file")));
 }
 
-TEST(CreateFolders, LeavesWhatIsThere) {
+TEST(CreateFolders, KeepsAnExistingFolder) {
     const TempTree tree;
     tree.File(L"a\\b\\f.txt");
     TestEnvironment world;
@@ -128,7 +128,7 @@ TEST(CreateFolders, LeavesWhatIsThere) {
     EXPECT_TRUE(Exists(tree.Path(L"a\\b\\f.txt")));
 }
 
-TEST(CreateFolders, RaisesWhenAFileIsInTheWay) {
+TEST(CreateFolders, FileInTheWay_Throws) {
     const TempTree tree;
     const std::wstring file = tree.File(L"a\\file");
     TestEnvironment world;
@@ -136,7 +136,7 @@ TEST(CreateFolders, RaisesWhenAFileIsInTheWay) {
     EXPECT_EQ(ErrorOf([&] { CreateFolders(world.files, file + L"\\b\\c"); }), 58);
 }
 
-TEST(CreateFolders, RaisesForAMissingDrive) {
+TEST(CreateFolders, MissingDrive_Throws) {
     TestEnvironment world;
     EXPECT_EQ(ErrorOf([&] { CreateFolders(world.files, L"Q:\\"); }), 76);
     EXPECT_EQ(ErrorOf([&] { CreateFolders(world.files, L"Q:\\a\\b"); }), 76);
@@ -152,7 +152,7 @@ TEST(CreateFolders, FolderMadeMeanwhile_IsAccepted) {
     EXPECT_TRUE(Exists(tree.Path(L"a\\b")));
 }
 
-TEST(CreateFolders, PassesOnTheFirstFailureWithItsPath) {
+TEST(CreateFolders, FirstFailure_IsThrownWithItsPath) {
     const TempTree tree;
     TestEnvironment world;
     world.files.FailNth(2, error_number::kDiskFull, OnlyCalls({FileCall::CreateFolder}));
@@ -166,7 +166,7 @@ TEST(CreateFolders, PassesOnTheFirstFailureWithItsPath) {
     EXPECT_FALSE(Exists(tree.Path(L"a\\b")));
 }
 
-TEST(CreateFolders, MakesPathsBeyond260Characters) {
+TEST(CreateFolders, CreatesPathsBeyond260Characters) {
     const TempTree tree;
     std::wstring relative = L"Top";
     for (int i = 0; i < 40; ++i) relative += L"\\a rather long folder";
@@ -175,7 +175,7 @@ TEST(CreateFolders, MakesPathsBeyond260Characters) {
     EXPECT_TRUE(Exists(tree.Path(relative)));
 }
 
-TEST(CreateFolders, RaisesForAMissingShareWithItsName) {
+TEST(CreateFolders, MissingShare_ThrowsWithItsName) {
     TestEnvironment env;
     EmptyServer disk(env.disk);
     try {
@@ -187,7 +187,7 @@ TEST(CreateFolders, RaisesForAMissingShareWithItsName) {
     }
 }
 
-TEST(CreateFolders, RaisesForAFileThatSomebodyElseMadeMeanwhile) {
+TEST(CreateFolders, FileCreatedMeanwhile_Throws) {
     const TempTree tree;
     TestEnvironment env;
     env.files.OnOperation([&](const test::FileOperation& operation) {
@@ -197,7 +197,7 @@ TEST(CreateFolders, RaisesForAFileThatSomebodyElseMadeMeanwhile) {
               error_number::kAlreadyExists);
 }
 
-TEST(CreateFolders, RaisesForWhatVanishedAgain) {
+TEST(CreateFolders, FolderVanishedAgain_Throws) {
     const TempTree tree;
     TestEnvironment env;
     env.files.FailNth(1, error_number::kAlreadyExists, OnlyCalls({FileCall::CreateFolder}));
@@ -205,7 +205,7 @@ TEST(CreateFolders, RaisesForWhatVanishedAgain) {
               error_number::kAlreadyExists);
 }
 
-TEST(DeleteTree, OfOneFile_YieldsOnceAndNeedsNoYield) {
+TEST(DeleteTree, SingleFile_YieldsOnceAndNeedsNoYield) {
     const TempTree tree;
     TestEnvironment env;
     int yields = 0;
@@ -263,19 +263,19 @@ class PatientDeleteTree : public testing::Test {
     int yields = 0;
 };
 
-TEST_F(PatientDeleteTree, FolderWithFiles_IsWaitedFor) {
+TEST_F(PatientDeleteTree, FolderWithFiles_IsRetried) {
     tree.File(L"Top\\a");
     EXPECT_EQ(Delete(L"Top"), 0);
     EXPECT_FALSE(Exists(tree.Path(L"Top")));
 }
 
-TEST_F(PatientDeleteTree, FolderThatWasEmpty_IsNotWaitedFor) {
+TEST_F(PatientDeleteTree, FolderThatWasEmpty_IsNotRetried) {
     tree.Folder(L"Top");
     EXPECT_EQ(Delete(L"Top"), error_number::kAccessError);
     EXPECT_EQ(env.clock.Milliseconds(), TestEnvironment().clock.Milliseconds());
 }
 
-TEST_F(PatientDeleteTree, FolderWithFolders_IsWaitedFor) {
+TEST_F(PatientDeleteTree, FolderWithFolders_IsRetried) {
     tree.File(L"Top\\Sub\\a");
     EXPECT_EQ(Delete(L"Top"), 0);
     EXPECT_FALSE(Exists(tree.Path(L"Top")));
@@ -287,7 +287,7 @@ TEST_F(PatientDeleteTree, File_IsDeleted) {
     EXPECT_FALSE(Exists(tree.Path(L"a")));
 }
 
-TEST_F(PatientDeleteTree, FolderWithALink_IsWaitedFor) {
+TEST_F(PatientDeleteTree, FolderWithALink_IsRetried) {
     tree.Folder(L"Shown");
     tree.Folder(L"Top");
     if (!tree.Link(L"Top\\Link", L"Shown")) GTEST_SKIP() << "this system makes no links";
@@ -297,7 +297,7 @@ TEST_F(PatientDeleteTree, FolderWithALink_IsWaitedFor) {
     EXPECT_EQ(yields, 2);
 }
 
-TEST_F(PatientDeleteTree, LinkThatIsNotEmpty_IsNotWaitedFor) {
+TEST_F(PatientDeleteTree, LinkThatIsNotEmpty_IsNotRetried) {
     tree.Folder(L"Shown");
     tree.Folder(L"Top");
     if (!tree.Link(L"Top\\Link", L"Shown")) GTEST_SKIP() << "this system makes no links";

@@ -42,7 +42,7 @@ TEST(WorkingName, Parsed_HasItemCopyDateAndProcess) {
 
 // The parser of the versions before takes fields of fixed lengths from the right end, and three
 // state words.
-TEST(WorkingName, OfAReadyCopyStatesItsTimeAndWhetherItIsWhole) {
+TEST(WorkingName, Format_ReadyCopy_HasItsTimeAndCompleteness) {
     WorkingName name = Sample();
     name.made = MakeDate({2005, 3, 5, 15, 0, 1});
     for (const auto& [completeness, word] : {std::pair{Completeness::Whole, L".vwready-"},
@@ -57,7 +57,7 @@ TEST(WorkingName, OfAReadyCopyStatesItsTimeAndWhetherItIsWhole) {
     }
 }
 
-TEST(WorkingName, OfAnotherStateHasNoSuchTime) {
+TEST(WorkingName, Parse_OtherStateWithATime_IsRefused) {
     for (const wchar_t* word : {L".vwnew-", L".vwold-"}) {
         EXPECT_FALSE(ParseWorkingName(
             L"a" + std::wstring(word) +
@@ -70,7 +70,7 @@ TEST(WorkingName, OfAnotherStateHasNoSuchTime) {
         L"01d5000000000001"));
 }
 
-TEST(WorkingName, ComesBackAsItWasMade) {
+TEST(WorkingName, FormatThenParse_ReturnsTheSameName) {
     constexpr std::uint64_t kAll = 0xFFFFFFFFFFFFFFFF;
     WorkingName most;
     most.item = most.copy = kAll;
@@ -92,7 +92,7 @@ TEST(WorkingName, ComesBackAsItWasMade) {
     }
 }
 
-TEST(WorkingName, HoldsDatesThatACommentCannotHoldAtTheEnds) {
+TEST(WorkingName, ClampsDatesToThoseOfAComment) {
     WorkingName name;
     name.date = kLastDate + 1;
     EXPECT_EQ(ParseWorkingName(FormatWorkingName(name, L"a"))->date, kLastDate);
@@ -100,7 +100,7 @@ TEST(WorkingName, HoldsDatesThatACommentCannotHoldAtTheEnds) {
     EXPECT_EQ(ParseWorkingName(FormatWorkingName(name, L"a"))->date, kFirstDate);
 }
 
-TEST(WorkingName, MakesTheBeginningFitForAFileName) {
+TEST(WorkingName, Format_MakesTheFirstNameValid) {
     const std::wstring most(32, L'x');
     const std::wstring high(1, static_cast<wchar_t>(0xD83D));
     const std::wstring low(1, static_cast<wchar_t>(0xDE00));
@@ -139,7 +139,7 @@ TEST(WorkingName, MakesTheBeginningFitForAFileName) {
 }
 
 // Shares that encrypt names take 143 bytes; longer names failed there with "name too long".
-TEST(WorkingName, FitsWithItsCommentIntoTheNamesOfEncryptedShares) {
+TEST(WorkingName, FitsWithItsCommentInto143Bytes) {
     WorkingName name = Sample();
     name.made = name.date;
     for (const wchar_t letter : {L'x', L'\u0645', L'\u4E2D'}) {
@@ -148,12 +148,12 @@ TEST(WorkingName, FitsWithItsCommentIntoTheNamesOfEncryptedShares) {
     }
 }
 
-TEST(WorkingName, OfAnEarlierVersion_IsStillRead) {
+TEST(WorkingName, Parse_NameOfAnEarlierVersion_IsRead) {
     EXPECT_EQ(ParseWorkingName(SampleText(std::wstring(60, L'x'))), Sample());
     EXPECT_EQ(ParseWorkingName(SampleText(std::wstring(61, L'x'))), std::nullopt);
 }
 
-TEST(WorkingName, IsNeverTakenForACopy) {
+TEST(WorkingName, ContainsNoMarksOfACopy) {
     for (const wchar_t* firstName : {L"Report«0001»", L"«0001»", L"«????»"}) {
         const std::wstring name = FormatWorkingName(Sample(), firstName);
         EXPECT_FALSE(MatchesWildcard(name, L"*«*")) << testing::PrintToString(name);
@@ -161,7 +161,7 @@ TEST(WorkingName, IsNeverTakenForACopy) {
     }
 }
 
-TEST(WorkingName, RefusesEveryOtherName) {
+TEST(WorkingName, Parse_OtherName_IsRefused) {
     const std::wstring good = SampleText(L"Report");
     std::vector<std::wstring> names{
         L"",
@@ -214,7 +214,7 @@ TEST(WorkingName, RefusesEveryOtherName) {
     }
 }
 
-TEST(WorkingName, RefusesANameInWhichAnyCharacterIsMissing) {
+TEST(WorkingName, Parse_AnyCharacterMissing_IsRefused) {
     const std::wstring good = SampleText(L"Report");
     for (std::size_t i = std::wstring_view(L"Report").size(); i < good.size(); ++i) {
         std::wstring name = good;
@@ -223,7 +223,7 @@ TEST(WorkingName, RefusesANameInWhichAnyCharacterIsMissing) {
     }
 }
 
-TEST(NameKey, IsTheSameForAllLetterCasesAndWithOrWithoutAFinalSeparator) {
+TEST(NameKey, IgnoresLetterCaseAndOneFinalSeparator) {
     EXPECT_EQ(NameKey(L"C:\\Docs\\r\u00E9sum\u00E9"), NameKey(L"c:\\DOCS\\R\u00C9SUM\u00C9"));
     EXPECT_EQ(NameKey(L"C:\\Docs\\"), NameKey(L"C:\\Docs"));
     EXPECT_NE(NameKey(L"C:\\Docs\\\\"), NameKey(L"C:\\Docs"));
@@ -232,7 +232,7 @@ TEST(NameKey, IsTheSameForAllLetterCasesAndWithOrWithoutAFinalSeparator) {
     EXPECT_NE(NameKey(L"\u0100"), NameKey(std::wstring{L'\x01', L'\0'}));
 }
 
-TEST(NameKey, NeverChanges) {
+TEST(NameKey, KnownNames_HaveTheKeysOfEarlierRuns) {
     // Entries of earlier runs are found by it: these are the sums over the bytes of the text.
     EXPECT_EQ(NameKey(L""), 0xCBF29CE484222325U);
     EXPECT_EQ(NameKey(L"\\"), 0xCBF29CE484222325U);
@@ -240,7 +240,7 @@ TEST(NameKey, NeverChanges) {
     EXPECT_EQ(NameKey(L"E:\\Store\\Report\u00AB0001\u00BB.doc"), 0x854091DA495FD57CU);
 }
 
-TEST(IsOwnEntry, TakesWorkingEntriesTheirCommentsAndLocks) {
+TEST(IsOwnEntry, AcceptsWorkingEntriesTheirCommentsAndLocks) {
     const std::wstring working = FormatWorkingName(Sample(), L"Letter");
     for (const std::wstring& name : {working, working + L".vwc", std::wstring(kLockFileName),
                                      std::wstring(kLockFileName) + L"-1234-5"}) {
@@ -248,7 +248,7 @@ TEST(IsOwnEntry, TakesWorkingEntriesTheirCommentsAndLocks) {
     }
 }
 
-TEST(IsOwnEntry, LeavesEveryNameOfAUser) {
+TEST(IsOwnEntry, RefusesNamesOfUsers) {
     const std::wstring working = FormatWorkingName(Sample(), L"Letter");
     for (const std::wstring& name :
          {std::wstring(L"Letter.txt"), std::wstring(L"Letter«0001».txt"),
