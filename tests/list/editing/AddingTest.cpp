@@ -57,7 +57,7 @@ TEST_F(Adding, DroppedDriveRoots_AreRefusedWithOneBox) {
     EXPECT_EQ(Saved(), Expected({a}));
 }
 
-TEST_F(Adding, FolderTypedByItsPath_IsTaken) {
+TEST_F(Adding, FolderTypedByItsPath_IsAdded) {
     const std::wstring deep = tree.Folder(L"Sub\\Deep");
     dialogs.Expect(deep);
     editing.mnuAddFolderClick();
@@ -75,7 +75,7 @@ TEST_F(Adding, DriveTypedByItsPath_IsRefused) {
     EXPECT_THAT(Paths(), IsEmpty());
 }
 
-TEST_F(Adding, TitlesOfFolderDialogs_DoNotStay) {
+TEST_F(Adding, FolderDialog_NextDialogHasItsOwnTitle) {
     using enum FileDialogKind;
     for (const FileDialogKind kind : {AddFiles, AddFolder, AddRule, ChooseDestination}) {
         dialogs.Expect(std::nullopt);

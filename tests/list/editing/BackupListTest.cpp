@@ -48,7 +48,7 @@ TEST_F(BackupLists, LoadsDestinationCountAndItems) {
     EXPECT_THAT(calls, Contains(L"ListLoaded"));
 }
 
-TEST_F(BackupLists, WalksAFolderOnce) {
+TEST_F(BackupLists, ListsEachFolderOnce) {
     tree.File(L"Sub\\b.txt");
     tree.File(L"Sub\\Deep\\c.txt");
     ListFile(world.ansi.Encode(Path(L"Sub\\")));
@@ -57,7 +57,7 @@ TEST_F(BackupLists, WalksAFolderOnce) {
     EXPECT_EQ(world.files.Count(), 2) << "each folder is listed once, for its size and its date";
 }
 
-TEST_F(BackupLists, OfASilentRunWalkNoFolder) {
+TEST_F(BackupLists, SilentRun_ListsNoFolder) {
     const std::wstring folder = tree.Folder(L"Sub") + L"\\";
     tree.File(L"Sub\\b.txt");
     ListFile(world.ansi.Encode(folder + L"\r\n" + Path(L"gone.txt")));
@@ -68,19 +68,19 @@ TEST_F(BackupLists, OfASilentRunWalkNoFolder) {
     EXPECT_THAT(Paths(), ElementsAre(folder));
 }
 
-TEST_F(BackupLists, ABareDriveMeansItsBackupFolder) {
+TEST_F(BackupLists, DestinationIsADriveAlone_MeansItsBackupFolder) {
     ListFile("BackupTo: E:\r\n");
     list.GetList();
     EXPECT_EQ(state.BackupTo, L"E:\\Backup");
 }
 
-TEST_F(BackupLists, AKeyLineWithoutItsBlankLosesOneCharacterMore) {
+TEST_F(BackupLists, KeyLineWithoutItsBlank_LosesOneCharacterMore) {
     ListFile("BackupTo:C:\\Backup\r\n");
     list.GetList();
     EXPECT_EQ(state.BackupTo, L":\\Backup");
 }
 
-TEST_F(BackupLists, KeyLinesMayStandAnywhereAndTheLastOneWins) {
+TEST_F(BackupLists, KeyLinesAnywhere_TheLastOneIsUsed) {
     const std::wstring a = tree.File(L"a.txt");
     ListFile("BACKAGES: 2\r\n" + world.ansi.Encode(a) +
              "\r\nbackupto: D:\\One\r\nBackages: 9\r\nBackupTo: D:\\Two\r\n");
@@ -90,7 +90,7 @@ TEST_F(BackupLists, KeyLinesMayStandAnywhereAndTheLastOneWins) {
     EXPECT_THAT(Paths(), ElementsAre(a));
 }
 
-TEST_F(BackupLists, WithoutKeyLinesKeepsWhatTheListBeforeHad) {
+TEST_F(BackupLists, NoKeyLines_KeepsTheFormerDestinationAndCount) {
     state.BackupTo = L"D:\\Before";
     state.copiesCount = 5;
     ListFile("");
@@ -99,27 +99,27 @@ TEST_F(BackupLists, WithoutKeyLinesKeepsWhatTheListBeforeHad) {
     EXPECT_EQ(state.copiesCount, 5);
 }
 
-TEST_F(BackupLists, ACountThatIsNoNumberIsPassedOver) {
+TEST_F(BackupLists, CountIsNoNumberOrTooLarge_IsIgnored) {
     state.copiesCount = 4;
     ListFile("Backages: many\r\nBackages: 99999\r\n");
     list.GetList();
     EXPECT_EQ(state.copiesCount, 4);
 }
 
-TEST_F(BackupLists, AMissingOneIsMadeEmpty) {
+TEST_F(BackupLists, MissingList_IsCreatedEmpty) {
     list.GetList();
     EXPECT_EQ(Saved(), "");
     EXPECT_EQ(View().Count(), 0);
 }
 
-TEST_F(BackupLists, TwoLinesOfOnePathAreOneItem) {
+TEST_F(BackupLists, TwoLinesOfOnePath_AreOneItem) {
     const std::wstring a = tree.File(L"a.txt");
     ListFile(world.ansi.Encode(a + L"\r\n" + tree.Path(L"A.TXT") + L"\r\n"));
     list.GetList();
     EXPECT_THAT(Paths(), ElementsAre(a));
 }
 
-TEST_F(BackupLists, AnItemThatVanishedGoesWithTheNextSaveAndTheOldListIsKept) {
+TEST_F(BackupLists, VanishedItem_NextSaveRemovesIt_KeepsTheOldList) {
     const std::wstring a = tree.File(L"a.txt");
     const std::string before = world.ansi.Encode(a + L"\r\nC:\\gone for ever.txt\r\n");
     ListFile(before);
@@ -135,7 +135,7 @@ TEST_F(BackupLists, AnItemThatVanishedGoesWithTheNextSaveAndTheOldListIsKept) {
     EXPECT_EQ(ReadBytes(state.currentListPath + L".old"), before);
 }
 
-TEST_F(BackupLists, ThatCannotBeReadIsKeptByTheNextSave) {
+TEST_F(BackupLists, UnreadableList_NextSaveKeepsItAsOld) {
     const std::wstring a = tree.File(L"a.txt");
     ListFile(world.ansi.Encode(a));
     list.GetList();
@@ -152,7 +152,7 @@ TEST_F(BackupLists, ThatCannotBeReadIsKeptByTheNextSave) {
 }
 
 // The session may end while a long list is loaded, with a change that was not saved before.
-TEST_F(BackupLists, AreNotSavedWhileTheyAreHalfLoaded) {
+TEST_F(BackupLists, Save_WhileTheListLoads_ChangesNothing) {
     std::wstring text;
     for (int i = 0; i < 6; ++i) {
         text += tree.File(L"f" + std::to_wstring(i) + L".txt") + L"\r\n";
@@ -173,7 +173,7 @@ TEST_F(BackupLists, AreNotSavedWhileTheyAreHalfLoaded) {
     EXPECT_FALSE(Exists(state.currentListPath + L".old"));
 }
 
-TEST_F(BackupLists, OfManyItemsLoadWithTheWindowAlive) {
+TEST_F(BackupLists, ManyItems_YieldsAfterEachLine) {
     constexpr int kItems = 2000;
     std::string text;
     for (int i = 0; i < kItems; ++i) text += "C:\\Folder " + std::to_string(i) + "\\*\r\n";
@@ -187,7 +187,7 @@ TEST_F(BackupLists, OfManyItemsLoadWithTheWindowAlive) {
     EXPECT_EQ(Saved(), Expected(Paths()));
 }
 
-TEST_F(BackupLists, AnItemWithACommaIsLostByTheNextLoadAndSave) {
+TEST_F(BackupLists, ItemWithAComma_IsMissingAfterTheNextLoad) {
     const std::wstring comma = tree.File(L"one, two.txt");
     ListFile("");
     list.GetList();
@@ -199,14 +199,14 @@ TEST_F(BackupLists, AnItemWithACommaIsLostByTheNextLoadAndSave) {
     EXPECT_THAT(Paths(), IsEmpty());
 }
 
-TEST_F(BackupLists, APatternIsARuleToTheEngineOnly) {
+TEST_F(BackupLists, PatternLine_IsNoItemOfTheWindow) {
     tree.File(L"a.txt");
     ListFile(world.ansi.Encode(Path(L"a*")));
     list.GetList();
     EXPECT_THAT(Paths(), IsEmpty());
 }
 
-TEST_F(BackupLists, SavingWhatDidNotChangeLeavesTheFileAlone) {
+TEST_F(BackupLists, Save_UnchangedList_DoesNotWriteTheFile) {
     ListFile("BackupTo: D:\\Vault\r\n");
     tree.SetDate(L"List.vwl", {2020, 1, 1, 0, 0, 0});
     list.GetList();
@@ -216,7 +216,7 @@ TEST_F(BackupLists, SavingWhatDidNotChangeLeavesTheFileAlone) {
     EXPECT_EQ(Saved(), "BackupTo: D:\\Vault\r\n");
 }
 
-TEST_F(BackupLists, IsWrittenInTheCodePageThatHoldsIt) {
+TEST_F(BackupLists, SavesInTheCodePageIfItHasEveryLetter) {
     const std::wstring arabic = tree.File(L"رسالة.txt");
     ListFile("");
     list.GetList();
@@ -236,7 +236,7 @@ TEST_F(BackupLists, IsWrittenInTheCodePageThatHoldsIt) {
 }
 
 // "Use Unicode UTF-8 for worldwide language support" is switched on, and off again.
-TEST_F(BackupLists, LosesNothingWhenTheCodePageIsSwitched) {
+TEST_F(BackupLists, KeepsItsItemsWhenTheCodePageChanges) {
     const std::wstring arabic = tree.File(L"رسالة.txt");
     world.ansi.Use(1256);
     ListFile(world.ansi.Encode(arabic + L"\r\n"));
@@ -250,7 +250,7 @@ TEST_F(BackupLists, LosesNothingWhenTheCodePageIsSwitched) {
     }
 }
 
-TEST_F(BackupLists, IsSavedInTheOrderShown) {
+TEST_F(BackupLists, SavesInTheOrderShown) {
     const std::wstring b = tree.File(L"b.txt");
     const std::wstring a = tree.File(L"a.txt");
     ListFile(world.ansi.Encode(b + L"\r\n" + a + L"\r\n"));
@@ -262,7 +262,7 @@ TEST_F(BackupLists, IsSavedInTheOrderShown) {
     EXPECT_EQ(Saved(), Expected({a, b}));
 }
 
-TEST_F(BackupLists, ADestinationWithoutADriveLeavesTheBoxAlone) {
+TEST_F(BackupLists, DestinationWithoutADrive_KeepsTheChosenDrive) {
     main.form.SetChoices(L"cmbDestination", {L"A:", L"C:"});
     main.form.Choose(L"cmbDestination", L"C:");
     ListFile("BackupTo: \\\\server\\share\r\n");

@@ -26,7 +26,7 @@ std::ostream& operator<<(std::ostream& stream, const Row& row) {
 
 class FileDialogs : public testing::TestWithParam<Row> {};
 
-TEST_P(FileDialogs, AreSetUpByTheirKind) {
+TEST_P(FileDialogs, SetUpFileDialog_EachKind_HasItsSettings) {
     const Row& row = GetParam();
     FileDialogSetup dialog;
     dialog.initialFolder = L"C:\\Old";
@@ -56,7 +56,7 @@ INSTANTIATE_TEST_SUITE_P(AllKinds, FileDialogs, testing::Values(
         L"نسخ إلى: (افتح المجلد المطلوب النسخ إليه ثم اختر حفظ)"}));
 // clang-format on
 
-TEST(FileDialogKinds, HaveTheseNumbers) {
+TEST(FileDialogKinds, Kinds_HaveTheirNumbers) {
     EXPECT_EQ(static_cast<int>(FileDialogKind::AddFiles), 0);
     EXPECT_EQ(static_cast<int>(FileDialogKind::OpenList), 1);
     EXPECT_EQ(static_cast<int>(FileDialogKind::SaveList), 2);
@@ -65,7 +65,7 @@ TEST(FileDialogKinds, HaveTheseNumbers) {
     EXPECT_EQ(static_cast<int>(FileDialogKind::ChooseDestination), 5);
 }
 
-TEST(FileDialogKinds, OutsideThemAreError1000) {
+TEST(FileDialogKinds, UnknownKind_ThrowsError1000) {
     for (const int kind : {-1, 6}) {
         FileDialogSetup dialog;
         try {
@@ -78,7 +78,7 @@ TEST(FileDialogKinds, OutsideThemAreError1000) {
     }
 }
 
-TEST(FileDialogKinds, OfListsBeginInTheDefaultFolderWhenThereIsNoCurrentOne) {
+TEST(FileDialogKinds, ListDialog_NoCurrentFolder_BeginsInTheDefaultFolder) {
     for (const FileDialogKind kind : {FileDialogKind::OpenList, FileDialogKind::SaveList}) {
         FileDialogSetup dialog;
         SetUpFileDialog(dialog, kind, L"", L"C:\\Default");
@@ -86,7 +86,7 @@ TEST(FileDialogKinds, OfListsBeginInTheDefaultFolderWhenThereIsNoCurrentOne) {
     }
 }
 
-TEST(FileDialogKinds, OfItemsBeginNowhereWhenThereIsNoCurrentFolder) {
+TEST(FileDialogKinds, ItemDialog_NoCurrentFolder_HasNoInitialFolder) {
     for (const FileDialogKind kind : {FileDialogKind::AddFiles, FileDialogKind::AddFolder,
                                       FileDialogKind::AddRule, FileDialogKind::ChooseDestination}) {
         FileDialogSetup dialog;

@@ -33,7 +33,7 @@ TEST_F(Filter, BeginsInTheCurrentFolder) {
     SetCurrentDirectoryW(before);
 }
 
-TEST_F(Filter, RaisesError1000ForAnotherKind) {
+TEST_F(Filter, UnknownKind_ThrowsError1000) {
     FileDialogSetup dialog;
     try {
         MRecentFiles::Filter(dialog, static_cast<FileDialogKind>(6), L"");

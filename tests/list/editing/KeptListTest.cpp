@@ -29,23 +29,23 @@ class UnopenedList : public ListFixture {
     }
 };
 
-TEST_F(UnopenedList, LeavesTheOneThatIsOpen) {
+TEST_F(UnopenedList, Open_FolderIsMissing_KeepsTheOpenList) {
     ExpectTheOpenOneAfter([this] { list.FileOpen(Path(L"Unplugged\\Other.vwl")); });
 }
 
-TEST_F(UnopenedList, LeavesTheOneThatIsOpenWhenItIsTheDefaultList) {
+TEST_F(UnopenedList, OpenDefault_FolderIsMissing_KeepsTheOpenList) {
     state.applicationFolder = Path(L"Unplugged");
     ExpectTheOpenOneAfter([this] { list.OpenDefaultList(); });
 }
 
-TEST_F(UnopenedList, LeavesTheOneThatIsOpenWhenItIsNew) {
+TEST_F(UnopenedList, New_FolderIsMissing_KeepsTheOpenList) {
     dialogs.Expect(Path(L"Unplugged\\New.vwl"));
     ExpectTheOpenOneAfter([this] { list.FileNew(false); });
 }
 
 class KeptList : public ListFixture {};
 
-TEST_F(KeptList, OfSeveralDestinationsKeepTheFileThatTheWindowCannotShow) {
+TEST_F(KeptList, Save_SeveralDestinations_KeepsTheOldFile) {
     const std::wstring a = tree.File(L"a.txt");
     const std::string text =
         world.ansi.Encode(L"BackupTo: D:\\A\r\n" + a + L"\r\nBackupTo: E:\\B\r\n" + a + L"\r\n");
@@ -57,7 +57,7 @@ TEST_F(KeptList, OfSeveralDestinationsKeepTheFileThatTheWindowCannotShow) {
     EXPECT_EQ(ReadBytes(state.currentListPath + L".old"), text);
 }
 
-TEST_F(KeptList, OfOneDestinationLeaveNoOldFileBehind) {
+TEST_F(KeptList, Save_OneDestination_KeepsNoOldFile) {
     ListFile(world.ansi.Encode(L"BackupTo: D:\\A\r\nBackages: 4\r\n" + tree.File(L"a.txt")));
     list.GetList();
     state.listModified = true;
@@ -65,7 +65,7 @@ TEST_F(KeptList, OfOneDestinationLeaveNoOldFileBehind) {
     EXPECT_FALSE(world.disk.Stat(state.currentListPath + L".old"));
 }
 
-TEST_F(KeptList, SavedByAnotherWindowMeanwhileKeepWhatItWrote) {
+TEST_F(KeptList, Save_AnotherWindowSavedMeanwhile_KeepsItsFile) {
     const std::wstring a = tree.File(L"a.txt");
     ListFile(world.ansi.Encode(a));
     list.GetList();
@@ -81,7 +81,7 @@ TEST_F(KeptList, SavedByAnotherWindowMeanwhileKeepWhatItWrote) {
     EXPECT_FALSE(world.disk.Stat(old)) << "what this window wrote itself";
 }
 
-TEST_F(KeptList, ThatAreProtectedAreNotReplaced) {
+TEST_F(KeptList, Save_ReadOnlyList_IsRefusedUnlessUnchanged) {
     const std::string text = world.ansi.Encode(tree.File(L"a.txt"));
     ListFile(text);
     SetFileAttributesW(state.currentListPath.c_str(), FILE_ATTRIBUTE_READONLY);

@@ -16,7 +16,7 @@ using testing::IsEmpty;
 
 class ListCommands : public ListFixture {};
 
-TEST_F(ListCommands, NewTakesTheChosenNameAndIsEmpty) {
+TEST_F(ListCommands, New_HasTheChosenNameAndIsEmpty) {
     const std::wstring a = tree.File(L"a.txt");
     ListFile(world.ansi.Encode(a));
     list.GetList();
@@ -36,7 +36,7 @@ TEST_F(ListCommands, NewTakesTheChosenNameAndIsEmpty) {
     EXPECT_THAT(calls, Contains(L"SetCaption"));
 }
 
-TEST_F(ListCommands, SaveAsWritesTheItemsUnderTheOtherName) {
+TEST_F(ListCommands, SaveAs_WritesTheItemsUnderTheOtherName) {
     const std::wstring a = tree.File(L"a.txt");
     ListFile(world.ansi.Encode(a));
     list.GetList();
@@ -48,7 +48,7 @@ TEST_F(ListCommands, SaveAsWritesTheItemsUnderTheOtherName) {
     EXPECT_FALSE(state.listModified);
 }
 
-TEST_F(ListCommands, SaveAsThatFailsLeavesTheOtherList) {
+TEST_F(ListCommands, SaveAs_DiskIsFull_KeepsTheOtherList) {
     ListFile("");
     list.GetList();
     const std::wstring other = tree.File(L"Other.vwl", "an old list");
@@ -60,7 +60,7 @@ TEST_F(ListCommands, SaveAsThatFailsLeavesTheOtherList) {
     EXPECT_TRUE(state.listModified);
 }
 
-TEST_F(ListCommands, CancelledSaveAsSavesUnderTheOldName) {
+TEST_F(ListCommands, SaveAs_Cancelled_SavesUnderTheOldName) {
     ListFile("");
     list.GetList();
     state.listModified = true;
@@ -69,7 +69,7 @@ TEST_F(ListCommands, CancelledSaveAsSavesUnderTheOldName) {
     EXPECT_EQ(Saved(), Expected({}));
 }
 
-TEST_F(ListCommands, OpenAsksAndShowsTheCopiesOfItsFirstItem) {
+TEST_F(ListCommands, Open_ShowsTheCopiesOfTheFirstItem) {
     const std::wstring a = tree.File(L"a.txt");
     const std::wstring other = tree.File(L"Other.vwl", world.ansi.Encode(a));
     dialogs.Expect(other);
@@ -83,12 +83,12 @@ TEST_F(ListCommands, OpenAsksAndShowsTheCopiesOfItsFirstItem) {
     EXPECT_THAT(calls, Contains(L"SetCaption"));
 }
 
-TEST_F(ListCommands, OpenAnEmptyListAsksForTheCopiesOfNothing) {
+TEST_F(ListCommands, Open_EmptyList_ShowsNoCopies) {
     list.FileOpen(tree.File(L"Other.vwl", ""));
     EXPECT_THAT(calls, Contains(L"RestoredPath "));
 }
 
-TEST_F(ListCommands, CancelledDialogsChangeNothing) {
+TEST_F(ListCommands, CancelledDialogs_ChangeNothing) {
     ListFile("BackupTo: D:\\Vault\r\n");
     list.GetList();
     state.listModified = false;
@@ -115,7 +115,7 @@ TEST_F(ListCommands, NewAndOpenByDialog_SaveTheListThatTheyLeave) {
     EXPECT_EQ(ReadBytes(Path(L"New.vwl")), Expected({}));
 }
 
-TEST_F(ListCommands, ClosingWithoutSavingSavesNothing) {
+TEST_F(ListCommands, CloseWithoutSaving_SavesNothing) {
     ListFile("BackupTo: D:\\Vault\r\n");
     list.GetList();
     state.listModified = true;
@@ -125,7 +125,7 @@ TEST_F(ListCommands, ClosingWithoutSavingSavesNothing) {
     EXPECT_THAT(calls, Contains(L"frmUnload"));
 }
 
-TEST_F(ListCommands, ClosingSavesButNotInASilentRun) {
+TEST_F(ListCommands, Close_SavesExceptInASilentRun) {
     ListFile("");
     list.GetList();
     state.listModified = true;
@@ -137,7 +137,7 @@ TEST_F(ListCommands, ClosingSavesButNotInASilentRun) {
     EXPECT_EQ(Saved(), Expected({}));
 }
 
-TEST_F(ListCommands, AChosenDestinationIsStoredAndSavedAtOnce) {
+TEST_F(ListCommands, ChooseDestination_IsStoredAndSavedAtOnce) {
     ListFile("");
     list.GetList();
     calls.clear();
@@ -256,7 +256,7 @@ TEST_F(ListCommands, SaveAs_OverAnotherList_KeepsNoOldFile) {
     EXPECT_FALSE(world.disk.Stat(other + L".old")) << "the user has agreed to replace it";
 }
 
-TEST_F(ListCommands, Open_ListCannotBeRead_IsStillARecentList) {
+TEST_F(ListCommands, Open_UnreadableList_IsARecentList) {
     ListFile("");
     list.GetList();
     const std::wstring other = Path(L"Unplugged\\Other.vwl");

@@ -30,7 +30,7 @@ class Editing : public ListFixture {
     }
 };
 
-TEST_F(Editing, AddingTheSameFileInOtherLettersLeavesOneRow) {
+TEST_F(Editing, AddFile_SameFileInOtherLetterCase_HasOneRow) {
     const std::wstring a = tree.File(L"a.txt");
     dialogs.Expect(a);
     dialogs.Expect(Path(L"A.TXT"));
@@ -42,13 +42,13 @@ TEST_F(Editing, AddingTheSameFileInOtherLettersLeavesOneRow) {
     EXPECT_FALSE(dialogs.saving[0]);
 }
 
-TEST_F(Editing, AFileThatDoesNotExistIsNotAdded) {
+TEST_F(Editing, AddFile_MissingFile_AddsNothing) {
     dialogs.Expect(Path(L"missing.txt"));
     editing.mnuAddFileClick();
     EXPECT_THAT(Paths(), IsEmpty());
 }
 
-TEST_F(Editing, AMultipleSelectionIsAddedLastFirst) {
+TEST_F(Editing, AddFile_SeveralSelected_AreAddedLastFirst) {
     for (const auto* name : {L"a.txt", L"b.txt", L"c.txt"}) tree.File(name);
     dialogs.Expect(tree.Path() + std::wstring(L"\0a.txt\0b.txt\0c.txt", 18));
     editing.mnuAddFileClick();
@@ -59,7 +59,7 @@ TEST_F(Editing, AMultipleSelectionIsAddedLastFirst) {
     EXPECT_EQ(View().Selected(), 2) << "what was added last";
 }
 
-TEST_F(Editing, ACancelStopsTheAdding) {
+TEST_F(Editing, AddFile_Cancelled_StopsAfterTheFile) {
     for (const auto* name : {L"a.txt", L"b.txt", L"c.txt"}) tree.File(name);
     state.cancel.Request();  // of an earlier run
     onMsg = [this] { state.cancel.Request(); };
@@ -69,13 +69,13 @@ TEST_F(Editing, ACancelStopsTheAdding) {
     EXPECT_EQ(Saved(), Expected({Path(L"c.txt")}));
 }
 
-TEST_F(Editing, ASelectionInAMissingFolderAddsNothing) {
+TEST_F(Editing, AddFile_MissingFolder_AddsNothing) {
     dialogs.Expect(Path(L"Missing") + std::wstring(L"\0a.txt\0b.txt", 12));
     editing.mnuAddFileClick();
     EXPECT_THAT(Paths(), IsEmpty());
 }
 
-TEST_F(Editing, APatternAddsEveryFileOfItsFolder) {
+TEST_F(Editing, AddFile_Pattern_AddsEveryFileOfItsFolder) {
     tree.File(L"Sub\\a.txt");
     tree.File(L"Sub\\b.txt");
     tree.File(L"Sub\\Deep\\c.txt");
@@ -85,7 +85,7 @@ TEST_F(Editing, APatternAddsEveryFileOfItsFolder) {
     EXPECT_THAT(calls, Contains(L"Adding " + Path(L"Sub\\a.txt")));
 }
 
-TEST_F(Editing, AFolderGivenAsFilesAddsEveryFileBelowIt) {
+TEST_F(Editing, AddFile_Folder_AddsEveryFileBelowIt) {
     tree.File(L"Sub\\a.txt");
     tree.File(L"Sub\\Deep\\Deeper\\c.txt");
     tree.Folder(L"Sub\\Empty");
@@ -94,7 +94,7 @@ TEST_F(Editing, AFolderGivenAsFilesAddsEveryFileBelowIt) {
     EXPECT_THAT(Paths(), ElementsAre(Path(L"Sub\\a.txt"), Path(L"Sub\\Deep\\Deeper\\c.txt")));
 }
 
-TEST_F(Editing, AFolderBecomesAFolderItem) {
+TEST_F(Editing, AddFolder_AddsAFolderItem) {
     tree.File(L"Sub\\a.txt");
     dialogs.Expect(Path(L"Sub") + kFolderName);
     editing.mnuAddFolderClick();
@@ -105,7 +105,7 @@ TEST_F(Editing, AFolderBecomesAFolderItem) {
     EXPECT_EQ(dialogs.shown[0].fileName, L"ChooseFolder....Don't modify this line");
 }
 
-TEST_F(Editing, AllFilesOfAFolderBecomeARule) {
+TEST_F(Editing, AddRule_AddsARuleForTheFilesOfAFolder) {
     tree.Folder(L"Sub");
     dialogs.Expect(Path(L"Sub") + kFolderName);
     editing.AddRule();
@@ -113,7 +113,7 @@ TEST_F(Editing, AllFilesOfAFolderBecomeARule) {
     EXPECT_EQ(View().SubItem(0, L"Name"), L"files in Sub");
 }
 
-TEST_F(Editing, ABareDriveIsRefusedWithAWord) {
+TEST_F(Editing, AddFolderOrRule_DriveAlone_IsRefused) {
     for (const auto& command : {&ListEditing::mnuAddFolderClick, &ListEditing::AddRule}) {
         dialogs.Expect(L"C:" + kFolderName);
         world.boxes.Expect(L"Add sub path; not a drive");
@@ -124,7 +124,7 @@ TEST_F(Editing, ABareDriveIsRefusedWithAWord) {
     EXPECT_FALSE(editing.PathIsDrive(L"D:\\x", true));
 }
 
-TEST_F(Editing, ACancelledDialogAddsNothingButHasSwitchedTheLogonStart) {
+TEST_F(Editing, CancelledDialogs_AddNothing_SwitchTheLogonStartOn) {
     for (int i = 0; i < 3; ++i) dialogs.Expect(std::nullopt);
     editing.mnuAddFileClick();
     editing.AddRule();
@@ -134,7 +134,7 @@ TEST_F(Editing, ACancelledDialogAddsNothingButHasSwitchedTheLogonStart) {
     EXPECT_THAT(calls, ElementsAre(L"startup on", L"startup on", L"startup on"));
 }
 
-TEST_F(Editing, DroppedFilesAndFoldersAreAddedWithoutTheLogonStart) {
+TEST_F(Editing, Drop_AddsFilesAndFolders_KeepsTheLogonStart) {
     const std::wstring a = tree.File(L"a.txt");
     tree.File(L"Sub\\b.txt");
     tree.Folder(L"Other");
@@ -144,7 +144,7 @@ TEST_F(Editing, DroppedFilesAndFoldersAreAddedWithoutTheLogonStart) {
     EXPECT_THAT(calls, IsEmpty());
 }
 
-TEST_F(Editing, WhatIsHalfAddedAtTheEndOfTheSessionIsSaved) {
+TEST_F(Editing, SessionEndsDuringADrop_SavesTheItemsAddedSoFar) {
     const std::vector<std::wstring> files{tree.File(L"a.txt"), tree.File(L"b.txt")};
     world.pump.Restart();
     std::string atTheEnd;
@@ -157,7 +157,7 @@ TEST_F(Editing, WhatIsHalfAddedAtTheEndOfTheSessionIsSaved) {
     EXPECT_EQ(atTheEnd, Expected({files[0]}));
 }
 
-TEST_F(Editing, DeletingTheLastItemSwitchesTheLogonStartOff) {
+TEST_F(Editing, DelItem_LastItem_SwitchesTheLogonStartOff) {
     const std::wstring a = tree.File(L"a.txt");
     const std::wstring b = tree.File(L"b.txt");
     editing.lsvBackupList_OLEDragDrop({a, b});
@@ -174,7 +174,7 @@ TEST_F(Editing, DeletingTheLastItemSwitchesTheLogonStartOff) {
     EXPECT_THAT(Paths(), ElementsAre(a));
 }
 
-TEST_F(Editing, DeletingSelectsTheNextItemOrTheNewLastOne) {
+TEST_F(Editing, DelItem_SelectsTheNextItemOrTheNewLastOne) {
     std::vector<std::wstring> files;
     for (const auto* name : {L"a.txt", L"b.txt", L"c.txt"}) files.push_back(tree.File(name));
     editing.lsvBackupList_OLEDragDrop(files);
@@ -185,28 +185,28 @@ TEST_F(Editing, DeletingSelectsTheNextItemOrTheNewLastOne) {
     EXPECT_EQ(View().Selected(), 0);
 }
 
-TEST_F(Editing, DeletingFromAnEmptyListSaysSo) {
+TEST_F(Editing, DelItem_EmptyList_ShowsAMessage) {
     world.boxes.Expect(L"لا يوجد تحديد في قائمة النسخ");
     editing.DelItem();
     editing.mnuDelAllClick();
     EXPECT_THAT(calls, ElementsAre(L"startup off"));
 }
 
-TEST_F(Editing, WithoutASelectionNothingIsDeleted) {
+TEST_F(Editing, DelItem_NoSelection_DeletesNothing) {
     editing.lsvBackupList_OLEDragDrop({tree.File(L"a.txt")});
     View().Select(-1);
     editing.DelItem();
     EXPECT_EQ(View().Count(), 1);
 }
 
-TEST_F(Editing, ClickingAnItemShowsItsCopies) {
+TEST_F(Editing, Click_ShowsTheCopiesOfTheItem) {
     const std::wstring a = tree.File(L"a.txt");
     editing.lsvBackupList_OLEDragDrop({a});
     editing.lsvBackupListClick();
     EXPECT_EQ(calls.back(), L"RestoredPath " + a);
 }
 
-TEST_F(Editing, TheOrderTurnsAtEveryClickWhicheverColumn) {
+TEST_F(Editing, ColumnClick_EachClick_ReversesTheOrder) {
     const std::wstring b = tree.File(L"b.txt", "1234567890");
     const std::wstring a = tree.File(L"a.txt", "12");
     const std::wstring c = tree.File(L"c.txt", std::string(5000, 'x'));
@@ -219,7 +219,7 @@ TEST_F(Editing, TheOrderTurnsAtEveryClickWhicheverColumn) {
     EXPECT_THAT(Paths(), ElementsAre(c, b, a));
 }
 
-TEST_F(Editing, SubItemsAreFoundByKeyAndRow) {
+TEST_F(Editing, SubItem_ReturnsTheTextOfKeyAndRow) {
     const std::wstring a = tree.File(L"a.txt");
     EXPECT_EQ(SubItem(View(), L"Path"), L"");
     editing.lsvBackupList_OLEDragDrop({a, tree.File(L"b.txt")});
@@ -231,7 +231,7 @@ TEST_F(Editing, SubItemsAreFoundByKeyAndRow) {
     EXPECT_EQ(SubItem(View(), L"Path"), L"");
 }
 
-TEST_F(Editing, TwoFilesOfOneNameHaveTheirOwnLocationNumbers) {
+TEST_F(Editing, TwoFilesOfOneName_HaveTheirOwnLocationNumbers) {
     tree.Folder(L"Vault");
     state.BackupTo = Path(L"Vault");
     const std::wstring first = tree.File(L"One\\a.txt");
@@ -320,7 +320,7 @@ class RandomEdits : public Editing {
     }
 };
 
-TEST_F(RandomEdits, HistoriesLeaveTheFileThatTheModelSays) {
+TEST_F(RandomEdits, RandomHistories_SavedFileEqualsTheModel) {
     for (int i = 0; i < 8; ++i) {
         choices_.push_back(tree.File(L"Files\\f" + std::to_wstring(i) + L".txt"));
         choices_.push_back(tree.Folder(L"Folder " + std::to_wstring(i)));

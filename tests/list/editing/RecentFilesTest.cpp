@@ -79,18 +79,18 @@ class RecentFiles : public testing::Test {
 
 using Paths = std::vector<std::wstring>;
 
-TEST_F(RecentFiles, AreEmptyWhileNoneIsStored) {
+TEST_F(RecentFiles, NoneStored_AreEmpty) {
     for (int i = 1; i <= 4; ++i) EXPECT_EQ(recent.RecentFile(i), L"");
 }
 
-TEST_F(RecentFiles, AreReadUnderTheirNumbers) {
+TEST_F(RecentFiles, ReadsEachUnderItsNumber) {
     Store({L"a", L"b", L"c", L"d"});
     EXPECT_EQ(recent.RecentFile(1), L"a");
     EXPECT_EQ(recent.RecentFile(4), L"d");
     EXPECT_EQ(recent.RecentFile(5), L"");
 }
 
-TEST_F(RecentFiles, OpenedTwiceAreKeptOnceOnTop) {
+TEST_F(RecentFiles, OpenedTwice_IsKeptOnceAtTheTop) {
     recent.RecentFile(1, L"C:\\a.vwl");
     recent.RecentFile(1, L"C:\\b.vwl");
     recent.RecentFile(1, L"C:\\A.VWL");
@@ -100,19 +100,19 @@ TEST_F(RecentFiles, OpenedTwiceAreKeptOnceOnTop) {
     EXPECT_EQ(recent.RecentFile(3), L"");
 }
 
-TEST_F(RecentFiles, OfFourWithTheThirdReopenedAreThirdFirstSecondFourth) {
+TEST_F(RecentFiles, ThirdOfFourReopened_MovesToTheTop) {
     Store({L"1", L"2", L"3", L"4"});
     recent.RecentFile(1, L"3");
     EXPECT_EQ(Stored(), (Paths{L"3", L"1", L"2", L"4"}));
 }
 
-TEST_F(RecentFiles, PushTheFourthOutForANewOne) {
+TEST_F(RecentFiles, NewOne_RemovesTheFourth) {
     Store({L"1", L"2", L"3", L"4"});
     recent.RecentFile(1, L"new");
     EXPECT_EQ(Stored(), (Paths{L"new", L"1", L"2", L"3"}));
 }
 
-TEST_F(RecentFiles, ShowTheFourthOnceAShownOneIsReopened) {
+TEST_F(RecentFiles, FourthReopened_IsShownFirst) {
     Store({L"1.vwl", L"2.vwl", L"3.vwl", L"4.vwl"});
     recent.UpdateRecentFiles();
     EXPECT_EQ(host.menu[2].caption, L"3");
@@ -122,7 +122,7 @@ TEST_F(RecentFiles, ShowTheFourthOnceAShownOneIsReopened) {
     EXPECT_EQ(recent.RecentFile(4), L"3.vwl");
 }
 
-TEST_F(RecentFiles, ChangeNothingWhileTheDefaultListIsInUse) {
+TEST_F(RecentFiles, DefaultListInUse_StoresNothing) {
     Store({L"1", L"2"});
     state.currentListPath = L"c:\\VAULT\\fileslist.VWL";
     recent.RecentFile(1, L"D:\\Lists\\other.vwl");
@@ -131,12 +131,12 @@ TEST_F(RecentFiles, ChangeNothingWhileTheDefaultListIsInUse) {
 }
 
 // What counts is the list in use, not the path.
-TEST_F(RecentFiles, TakeTheDefaultListItselfWhileAnotherListIsInUse) {
+TEST_F(RecentFiles, OtherListInUse_StoresTheDefaultListToo) {
     recent.RecentFile(1, L"C:\\Vault\\FilesList.vwl");
     EXPECT_EQ(recent.RecentFile(1), L"C:\\Vault\\FilesList.vwl");
 }
 
-TEST_F(RecentFiles, RaiseError4000ToTheCallerForAnotherIndex) {
+TEST_F(RecentFiles, OtherIndexThan1_ThrowsError4000) {
     for (const int index : {0, 2, 4, -1}) {
         try {
             recent.RecentFile(index, L"C:\\a.vwl");
@@ -150,14 +150,14 @@ TEST_F(RecentFiles, RaiseError4000ToTheCallerForAnotherIndex) {
     EXPECT_TRUE(errors.All().empty());
 }
 
-TEST_F(RecentFiles, HaveTheirPositionWithoutRegardToCase) {
+TEST_F(RecentFiles, IsRecentFile_IgnoresLetterCase) {
     Store({L"C:\\a.vwl", L"C:\\b.vwl", L"C:\\c.vwl", L"C:\\d.vwl"});
     EXPECT_EQ(recent.IsRecentFile(L"C:\\a.vwl"), 1);
     EXPECT_EQ(recent.IsRecentFile(L"c:\\D.VWL"), 4);
     EXPECT_EQ(recent.IsRecentFile(L"C:\\e.vwl"), 0);
 }
 
-TEST_F(RecentFiles, AreShownByTheirNamesWithoutFolderAndExtension) {
+TEST_F(RecentFiles, ShowsNamesWithoutFolderAndExtension) {
     Store({L"D:\\Lists\\My work.v1.vwl", L"D:\\Lists.old\\noPoint", L"D:\\A&B.vwl", L"D:\\4.vwl"});
     recent.UpdateRecentFiles();
     const RecentFileMenu expected{{{L"My work.v1", true}, {L"noPoint", true}, {L"A&B", true}}};
@@ -165,28 +165,28 @@ TEST_F(RecentFiles, AreShownByTheirNamesWithoutFolderAndExtension) {
     EXPECT_EQ(host.calls, Paths{L"ShowRecentFiles"});
 }
 
-TEST_F(RecentFiles, AreHiddenWhereTheirNameIsEmpty) {
+TEST_F(RecentFiles, HidesEntriesWithAnEmptyName) {
     Store({L"D:\\a.vwl", L"", L"D:\\.vwl", L"D:\\d.vwl"});
     recent.UpdateRecentFiles();
     const RecentFileMenu expected{{{L"a", true}, {L"", false}, {L"", false}}};
     EXPECT_EQ(host.menu, expected);
 }
 
-TEST_F(RecentFiles, RefreshTheMenuWhenOneIsAdded) {
+TEST_F(RecentFiles, RefreshesTheMenuWhenOneIsAdded) {
     recent.RecentFile(1, L"D:\\a.vwl");
     EXPECT_EQ(host.calls, Paths{L"ShowRecentFiles"});
     EXPECT_EQ(host.menu[0], (RecentFileEntry{L"a", true}));
     EXPECT_FALSE(host.menu[1].visible);
 }
 
-TEST_F(RecentFiles, ChosenInTheMenuAreOpenedInsideTheCommandBracket) {
+TEST_F(RecentFiles, MenuClick_DisablesTheWindowWhileTheListOpens) {
     Store({L"D:\\a.vwl", L"D:\\b.vwl"});
     recent.mnuRecentFileClick(2);
     EXPECT_EQ(host.calls, (Paths{L"Ready(false)", L"FileOpen D:\\b.vwl", L"Ready(true)"}));
     EXPECT_EQ(state.currentListPath, L"D:\\Lists\\work.vwl");
 }
 
-TEST_F(RecentFiles, FirstInTheMenuIsTheDefaultList) {
+TEST_F(RecentFiles, FirstMenuEntry_OpensTheDefaultList) {
     recent.mnuRecentFileClick(0);
     EXPECT_EQ(host.calls, (Paths{L"OpenDefaultList", L"SetCaption " + state.currentListPath}));
 }

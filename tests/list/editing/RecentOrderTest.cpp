@@ -22,7 +22,7 @@ std::ostream& operator<<(std::ostream& stream, const Opening& opening) {
 
 class RecentOrder : public testing::TestWithParam<Opening> {};
 
-TEST_P(RecentOrder, PutsTheOpenedOneOnTop) {
+TEST_P(RecentOrder, PutsTheOpenedOneAtTheTop) {
     EXPECT_EQ(RecentPosition(GetParam().before, GetParam().path), GetParam().position);
     EXPECT_EQ(WithRecentPath(GetParam().before, GetParam().path), GetParam().after);
 }

@@ -27,7 +27,7 @@ TEST(RowWarningsTest, OrdinaryItems_NoWarning) {
                 Each(RowWarning::None));
 }
 
-TEST(RowWarningsTest, CommaOrLeadingQuote_ReadAsTwo) {
+TEST(RowWarningsTest, CommaOrLeadingQuote_WarnsOfTwoItems) {
     EXPECT_EQ(WarningFor(L"C:\\Docs\\one, two.txt"), RowWarning::ReadAsTwo);
     EXPECT_EQ(WarningFor(L"C:\\Docs, old\\"), RowWarning::ReadAsTwo);
     EXPECT_EQ(WarningFor(L"\"C:\\Docs\\a.txt"), RowWarning::ReadAsTwo);

@@ -31,7 +31,7 @@ class UserFileDialogs : public ListFixture {
     FileDialogSetup setup;
 };
 
-TEST_F(UserFileDialogs, BeginWhereTheLastOneEnded) {
+TEST_F(UserFileDialogs, BeginsInTheFolderOfTheLastFile) {
     const std::wstring start = CurrentFolder();
     const std::wstring folder = tree.Folder(L"On a stick");
     typed = tree.File(L"On a stick\\Mine.vwl");

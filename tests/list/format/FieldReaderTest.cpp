@@ -63,7 +63,7 @@ TEST(FieldReader, NothingBetweenCommas_IsAnEmptyField) {
     for (const Row& row : rows) Check(row);
 }
 
-TEST(FieldReader, SkipsBlanksBeforeAFieldAndKeepsThoseBehindIt) {
+TEST(FieldReader, SkipsBlanksBeforeAFieldOnly) {
     const Row rows[] = {
         {L"  a", {L"a"}},           {L"\ta", {L"a"}},
         {L"a  ", {L"a  "}},         {L"a b ,  c\t\r\n d", {L"a b ", L"c\t", L"d"}},
@@ -72,7 +72,7 @@ TEST(FieldReader, SkipsBlanksBeforeAFieldAndKeepsThoseBehindIt) {
     for (const Row& row : rows) Check(row);
 }
 
-TEST(FieldReader, TakesQuotesOffAndKeepsWhatTheyEnclose) {
+TEST(FieldReader, RemovesQuotesAndKeepsWhatTheyEnclose) {
     const Row rows[] = {
         {L"\"a\"", {L"a"}},
         {L"\"C:\\a,b.txt\"\r\nc", {L"C:\\a,b.txt", L"c"}},
@@ -106,7 +106,7 @@ TEST(FieldReader, EndsAtCtrlZ) {
     for (const Row& row : rows) Check(row);
 }
 
-TEST(FieldReader, TakesNulForAnOrdinaryCharacter) {
+TEST(FieldReader, ReadsNulAsAnOrdinaryCharacter) {
     using namespace std::string_literals;
     Check({L"a\0b,\0\r\nc"s, {L"a\0b"s, L"\0"s, L"c"}});
 }
@@ -122,7 +122,7 @@ TEST(FieldReader, ReadsALineOfAMegabyte) {
     EXPECT_EQ(FieldsOf(std::wstring(1 << 20, L'"')).size(), 1U);
 }
 
-TEST(FieldReader, GivesEmptyFieldsBehindTheEnd) {
+TEST(FieldReader, ReturnsEmptyFieldsAfterTheEnd) {
     FieldReader reader(L"a");
     EXPECT_FALSE(reader.AtEnd());
     EXPECT_EQ(reader.Next(), L"a");

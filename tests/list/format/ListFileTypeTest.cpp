@@ -43,7 +43,7 @@ TEST(ListFileType, RegistersListsWithTheirIconAndTheirBackup) {
               TextValue(L"C:\\Vault\\Vaultwright.exe /B %1"));
 }
 
-TEST(ListFileType, HasTheseNames) {
+TEST(ListFileType, Names_AreThoseOfTheRegistry) {
     EXPECT_EQ(list_file_type::kExtension, L".VWL");
     EXPECT_EQ(list_file_type::kTypeName, L"VaultwrightFilesList");
     EXPECT_EQ(list_file_type::kIconFile, L"\\vwl.ICO");

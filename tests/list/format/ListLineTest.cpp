@@ -67,7 +67,7 @@ TEST(ListLine, LastCharacter_DecidesTheKindOfItem) {
     }
 }
 
-TEST(ListLine, CompletesADestinationThatIsABareDrive) {
+TEST(ListLine, CompletesADestinationThatIsADriveAlone) {
     struct Row {
         std::wstring_view value;
         std::wstring_view destination;
@@ -86,7 +86,7 @@ TEST(ListLine, CompletesADestinationThatIsABareDrive) {
     }
 }
 
-TEST(ListLine, GivesTheEngineABareDriveAsItIs) {
+TEST(ListLine, ReadListLine_DriveAlone_IsNotCompleted) {
     EXPECT_EQ(ReadListLine(L"BackupTo: E:").value, L"E:");
     EXPECT_EQ(CompleteDestination(ReadListLine(L"BackupTo: E:").value), L"E:\\Backup");
 }

@@ -27,14 +27,14 @@ TEST(ListText, WritesDestinationCountAndItems) {
     EXPECT_EQ(EncodeList(L"D:", -32768, Items{}, western), "BackupTo: D:\r\nBackages: -32768\r\n");
 }
 
-TEST(ListText, KeepsTheCodePageWhileItHoldsEveryLine) {
+TEST(ListText, UsesTheCodePageIfItHasEveryLetter) {
     EXPECT_EQ(EncodeList(L"C:\\\u00C9t\u00E9", 3, Items{L"C:\\\u20AC"}, western),
               "BackupTo: C:\\\xC9t\xE9\r\nBackages: 3\r\nC:\\\x80\r\n");
     EXPECT_EQ(EncodeList(L"C:\\x", 3, Items{L"C:\\\u0645\u0644\u0641"}, arabic),
               "BackupTo: C:\\x\r\nBackages: 3\r\nC:\\\xE3\xE1\xDD\r\n");
 }
 
-TEST(ListText, TurnsToUtf8WhenALineWouldNotSurvive) {
+TEST(ListText, UsesUtf8IfALetterWouldBeLost) {
     EXPECT_EQ(EncodeList(L"C:\\\u00E9", 3, Items{L"C:\\\u0645"}, western),
               "\xEF\xBB\xBF"
               "BackupTo: C:\\\xC3\xA9\r\nBackages: 3\r\nC:\\\xD9\x85\r\n");
@@ -43,7 +43,7 @@ TEST(ListText, TurnsToUtf8WhenALineWouldNotSurvive) {
               "BackupTo: C:\\\xD9\x85\r\nBackages: 3\r\n");
 }
 
-TEST(ListText, ReadsUtf8OnlyBehindItsMark) {
+TEST(ListText, ReadsUtf8OnlyAfterItsMark) {
     EXPECT_EQ(DecodeList("\xEF\xBB\xBF"
                          "C:\\\xD9\x85",
                          western),
@@ -88,7 +88,7 @@ ReadBack Read(std::string_view bytes, const AnsiCodec& ansi) {
     return result;
 }
 
-TEST(ListText, ComesBackAsItWasWritten) {
+TEST(ListText, EncodeThenRead_ReturnsTheSameList) {
     const auto high = static_cast<wchar_t>(0xD83D);
     const auto low = static_cast<wchar_t>(0xDE00);
     const Items items{
@@ -110,13 +110,13 @@ TEST(ListText, ComesBackAsItWasWritten) {
     }
 }
 
-TEST(ListText, LosesAnItemWithACommaToTwoFields) {
+TEST(ListText, ItemWithAComma_IsReadAsTwoItems) {
     const ReadBack back =
         Read(EncodeList(L"E:\\Store", 3, Items{L"C:\\a,b.txt", L"C:\\c"}, western), western);
     EXPECT_EQ(back.items, (Items{L"C:\\a", L"b.txt", L"C:\\c"}));
 }
 
-TEST(ListText, TakesTheLastOfRepeatedKeyLines) {
+TEST(ListText, RepeatedKeyLines_TheLastOneIsUsed) {
     const ReadBack back = Read(
         "C:\\a\r\nBackupTo: C:\\x\r\nBackages: 1\r\nC:\\b\r\n"
         "backupto: C:\\y\r\nbackages: 2\r\n",

@@ -24,36 +24,36 @@ class Settings : public testing::Test {
     MRecentFiles::SettingsStore settings{errors, kBaseName};
 };
 
-TEST_F(Settings, AreWhatWasStored) {
+TEST_F(Settings, ReturnsTheStoredText) {
     settings.SaveSetting(L"BackupTo", L"D:\\Vault");
     EXPECT_EQ(settings.GetSetting(L"BackupTo", L"C:\\Backup"), L"D:\\Vault");
     settings.SaveSetting(L"BackupTo", L"E:\\Vault");
     EXPECT_EQ(settings.GetSetting(L"BackupTo", L"C:\\Backup"), L"E:\\Vault");
 }
 
-TEST_F(Settings, AreTheDefaultWhileTheyAreAbsent) {
+TEST_F(Settings, AbsentSetting_ReturnsTheDefault) {
     EXPECT_EQ(settings.GetSetting(L"Backages", L"3"), L"3");
     settings.SaveSetting(L"Another", L"x");
     EXPECT_EQ(settings.GetSetting(L"Backages", L"3"), L"3");
 }
 
-TEST_F(Settings, AreNotMadeByReading) {
+TEST_F(Settings, Read_CreatesNoKey) {
     (void)settings.GetSetting(L"Backages", L"3");
     EXPECT_FALSE(KeyExists(HKEY_CURRENT_USER, kKey));
 }
 
-TEST_F(Settings, MayBeEmpty) {
+TEST_F(Settings, StoresAnEmptyText) {
     settings.SaveSetting(L"RecentFile1", L"");
     EXPECT_EQ(settings.GetSetting(L"RecentFile1", L"default"), L"");
 }
 
-TEST_F(Settings, StandAsTextBelowTheCompanyAndTheProgram) {
+TEST_F(Settings, StoresTextsUnderCompanyAndProgram) {
     settings.SaveSetting(L"Arabic", L"-1");
     EXPECT_EQ(ReadValue(HKEY_CURRENT_USER, L"Software\\Tallowmere.Net\\" + kBaseName, L"Arabic"),
               TextValue(L"-1"));
 }
 
-TEST_F(Settings, OfAnotherProgramNameAreApart) {
+TEST_F(Settings, OtherProgramName_HasItsOwnSettings) {
     const ScratchKey otherKey(HKEY_CURRENT_USER, kKey + L"2");
     MRecentFiles::SettingsStore other(errors, kBaseName + L"2");
     settings.SaveSetting(L"Arabic", L"-1");
@@ -63,30 +63,30 @@ TEST_F(Settings, OfAnotherProgramNameAreApart) {
 }
 
 // Unlike the machine's registry values: paths in settings name real folders.
-TEST_F(Settings, KeepEveryLetterOnEveryCodePage) {
+TEST_F(Settings, KeepsEveryLetterOnEveryCodePage) {
     const std::wstring path = L"D:\\نسخ احتياطية\\\u0100\u65E5.vwl";
     settings.SaveSetting(L"RecentFile1", path);
     EXPECT_EQ(settings.GetSetting(L"RecentFile1", L""), path);
     EXPECT_EQ(ReadValue(HKEY_CURRENT_USER, kKey, L"RecentFile1"), TextValue(path));
 }
 
-TEST_F(Settings, MayBeLong) {
+TEST_F(Settings, StoresLongTexts) {
     const std::wstring path(30000, L'x');
     settings.SaveSetting(L"RecentFile1", path);
     EXPECT_EQ(settings.GetSetting(L"RecentFile1", L""), path);
 }
 
-TEST_F(Settings, StoredByHandWithoutAnEndMarkAreRead) {
+TEST_F(Settings, TextWithoutATerminator_IsRead) {
     WriteValue(HKEY_CURRENT_USER, kKey, L"Backages", {REG_SZ, std::string("5\0", 2)});
     EXPECT_EQ(settings.GetSetting(L"Backages", L"3"), L"5");
 }
 
-TEST_F(Settings, ThatAreNoTextAreTheDefault) {
+TEST_F(Settings, OtherTypeThanText_ReturnsTheDefault) {
     WriteValue(HKEY_CURRENT_USER, kKey, L"Backages", {REG_DWORD, std::string("\5\0\0\0", 4)});
     EXPECT_EQ(settings.GetSetting(L"Backages", L"3"), L"3");
 }
 
-TEST_F(Settings, ThatTheRegistryRefusesAreError5) {
+TEST_F(Settings, KeyRefused_IsReportedAsError5) {
     // No key of the registry may have so long a name.
     MRecentFiles::SettingsStore refused(errors, std::wstring(300, L'x'));
     refused.SaveSetting(L"Arabic", L"-1");
@@ -115,7 +115,7 @@ LSTATUS WINAPI GrownValue(HKEY, LPCWSTR, LPCWSTR, DWORD, LPDWORD, PVOID data, LP
     return ERROR_SUCCESS;
 }
 
-TEST_F(Settings, ThatGrowWhileTheyAreRead_AreReadWhole) {
+TEST_F(Settings, GrowsDuringTheRead_IsReadWhole) {
     const ImportHook hook("RegGetValueW", &GrownValue);
     EXPECT_EQ(settings.GetSetting(L"BackupTo", L"C:\\Backup"), L"longer");
 }
@@ -127,7 +127,7 @@ LSTATUS WINAPI RefusedValue(HKEY, LPCWSTR, DWORD reserved, DWORD, const BYTE*, D
     return ERROR_NO_SYSTEM_RESOURCES;
 }
 
-TEST_F(Settings, ThatTheRegistryCannotStoreAreError5) {
+TEST_F(Settings, ValueRefused_IsReportedAsError5) {
     reservedOfValue = 1;
     const ImportHook hook("RegSetValueExW", &RefusedValue);
     settings.SaveSetting(L"Arabic", L"-1");
@@ -145,7 +145,7 @@ LSTATUS WINAPI RefusedKey(HKEY, LPCWSTR, DWORD, LPWSTR, DWORD options, REGSAM,
     return ERROR_ACCESS_DENIED;
 }
 
-TEST_F(Settings, OutliveTheNextStartOfTheSystem) {
+TEST_F(Settings, CreatesANonVolatileKey) {
     optionsOfKey = REG_OPTION_VOLATILE;
     const ImportHook hook("RegCreateKeyExW", &RefusedKey);
     settings.SaveSetting(L"Arabic", L"-1");
@@ -153,7 +153,7 @@ TEST_F(Settings, OutliveTheNextStartOfTheSystem) {
     EXPECT_EQ(optionsOfKey, REG_OPTION_NON_VOLATILE);
 }
 
-TEST(SettingNames, AreThese) {
+TEST(SettingNames, Names_HaveTheirTexts) {
     EXPECT_EQ(setting::kArabic, L"Arabic");
     EXPECT_EQ(setting::kBackupTo, L"BackupTo");
     EXPECT_EQ(setting::kBackages, L"Backages");
@@ -161,7 +161,7 @@ TEST(SettingNames, AreThese) {
     EXPECT_EQ(setting::kRecentFile, L"RecentFile");
 }
 
-TEST(SettingNames, GoWithYesAndNoAsTheseTexts) {
+TEST(SettingNames, SettingText_YesAndNo_AreMinusOneAndZero) {
     EXPECT_EQ(SettingText(true), L"-1");
     EXPECT_EQ(SettingText(false), L"0");
 }
