@@ -37,7 +37,7 @@ bool SetRights(const std::wstring& path, const wchar_t* rights) {
     return set != 0;
 }
 
-TEST(AccessRights, OfAFileItself_ArePassedOn) {
+TEST(AccessRights, Copy_FromAFile_GivesItsRights) {
     const test::TempTree tree;
     const std::wstring from = tree.File(L"from.txt");
     const std::wstring to = tree.File(L"to.txt");
@@ -51,7 +51,7 @@ TEST(AccessRights, OfAFileItself_ArePassedOn) {
     EXPECT_EQ(RightsOf(to), wanted);
 }
 
-TEST(AccessRights, OfAMissingFile_ChangeNothing) {
+TEST(AccessRights, Copy_FromAMissingFile_ChangesNothing) {
     const test::TempTree tree;
     const std::wstring to = tree.File(L"to.txt");
     const std::wstring before = RightsOf(to);

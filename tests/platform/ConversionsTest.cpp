@@ -32,7 +32,7 @@ std::ostream& operator<<(std::ostream& stream, const Number& number) {
 
 class ConversionsOfNumbers : public testing::TestWithParam<Number> {};
 
-TEST_P(ConversionsOfNumbers, AreRoundedToTheNearestWholeHalvesToTheEvenSide) {
+TEST_P(ConversionsOfNumbers, ParseInt16_RoundsHalvesToTheEvenNumber) {
     EXPECT_EQ(ParseInt16(GetParam().text), GetParam().value) << ToUtf8(GetParam().text);
 }
 
@@ -46,21 +46,21 @@ INSTANTIATE_TEST_SUITE_P(Conversions, ConversionsOfNumbers,
 
 class ConversionsOfOtherTexts : public testing::TestWithParam<std::wstring_view> {};
 
-TEST_P(ConversionsOfOtherTexts, ToANumberAreATypeMismatch) {
+TEST_P(ConversionsOfOtherTexts, ParseInt16_NoNumber_ThrowsTypeMismatch) {
     EXPECT_EQ(NumberOfErrorIn([] { (void)ParseInt16(GetParam()); }), error_number::kTypeMismatch);
 }
 
 INSTANTIATE_TEST_SUITE_P(Conversions, ConversionsOfOtherTexts,
                          testing::Values(L"", L"-", L"x", L"3x", L"--3", L"three", L"3 4"));
 
-TEST(Conversions, OfANumberBeyond16BitsOverflow) {
+TEST(Conversions, ParseInt16_Beyond16Bits_ThrowsOverflow) {
     for (const std::wstring_view text : {L"40000", L"32768", L"-32769", L"99999999999"}) {
         EXPECT_EQ(NumberOfErrorIn([&] { (void)ParseInt16(text); }), error_number::kOverflow)
             << ToUtf8(text);
     }
 }
 
-TEST(Conversions, TakeTrueFalseAndAnyNumberForYesOrNo) {
+TEST(Conversions, ParseBool_ReadsTrueFalseAndAnyNumber) {
     for (const std::wstring_view yes : {L"-1", L"1", L"2", L"True", L"true", L"TRUE", L"0.1"}) {
         EXPECT_TRUE(ParseBool(yes)) << ToUtf8(yes);
     }
@@ -69,7 +69,7 @@ TEST(Conversions, TakeTrueFalseAndAnyNumberForYesOrNo) {
     }
 }
 
-TEST(Conversions, OfATextThatIsNoYesOrNoAreATypeMismatch) {
+TEST(Conversions, ParseBool_OtherText_ThrowsTypeMismatch) {
     for (const std::wstring_view text : {L"", L"Arabic", L"N/A", L"yes", L"-1x"}) {
         EXPECT_EQ(NumberOfErrorIn([&] { (void)ParseBool(text); }), error_number::kTypeMismatch)
             << ToUtf8(text);

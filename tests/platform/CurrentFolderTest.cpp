@@ -8,7 +8,7 @@
 namespace vw::test {
 namespace {
 
-TEST(CurrentFolder, IsTheOldOneBehindADialogThatLeftIt) {
+TEST(CurrentFolder, CurrentFolderKeeper_RestoresTheCurrentFolder) {
     const TempTree tree;
     const std::wstring before = CurrentFolder();
     {

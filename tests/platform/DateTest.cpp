@@ -36,7 +36,7 @@ TEST(Date, EndsOfTheCalendar_AreDates) {
     EXPECT_EQ(PartsOf(kLastDate), (DateParts{9999, 12, 31, 23, 59, 59}));
 }
 
-TEST(Date, RollsOverWhatIsBeyondItsRange) {
+TEST(Date, NormalisesPartsBeyondTheirRange) {
     struct Row {
         DateParts parts;
         DateParts same;
@@ -63,7 +63,7 @@ TEST(Date, RollsOverWhatIsBeyondItsRange) {
     }
 }
 
-TEST(Date, TakesShortYearsForThoseNearUs) {
+TEST(Date, ShortYears_MeanThoseFrom1930To2029) {
     struct Row {
         int year;
         int meant;
@@ -74,7 +74,7 @@ TEST(Date, TakesShortYearsForThoseNearUs) {
     }
 }
 
-TEST(Date, RefusesWhatIsNoDate) {
+TEST(Date, RefusesPartsBeyondTheCalendar) {
     constexpr int kMax = std::numeric_limits<int>::max();
     constexpr int kMin = std::numeric_limits<int>::min();
     const DateParts rows[] = {
@@ -117,7 +117,7 @@ TEST(Date, EveryDayOfTheCalendar_RoundTrips) {
     EXPECT_EQ(date, kLastDate + 1);
 }
 
-TEST(Date, GivesPartsOfAnyNumber) {
+TEST(Date, PartsOf_AcceptsAnyNumber) {
     EXPECT_EQ(PartsOf(std::numeric_limits<Date>::max()).second, 7);
     EXPECT_EQ(PartsOf(std::numeric_limits<Date>::min()).second, 52);
 }

@@ -5,19 +5,19 @@
 namespace vw {
 namespace {
 
-TEST(DateText, HasTheTimeBehindTheDate) {
+TEST(DateText, WritesTheTimeAfterTheDate) {
     const Date noon = MakeDate({2024, 5, 6, 12, 0, 0});
     const Date midnight = MakeDate({2024, 5, 6, 0, 0, 0});
     EXPECT_TRUE(DateText(noon).starts_with(DateText(midnight) + L" "));
 }
 
-TEST(DateText, OfMidnightIsTheDateAlone) {
+TEST(DateText, Midnight_IsTheDateAlone) {
     const std::wstring text = DateText(MakeDate({2024, 5, 6, 0, 0, 0}));
     EXPECT_NE(text.find(L"2024"), std::wstring::npos);
     EXPECT_EQ(text.find(L':'), std::wstring::npos);
 }
 
-TEST(DateText, BeforeTheCalendarOfTheSystemIsWrittenAllTheSame) {
+TEST(DateText, DateBeforeTheSystemCalendar_IsWrittenInIsoForm) {
     EXPECT_EQ(DateText(MakeDate({1000, 1, 1, 0, 0, 0})), L"1000-01-01 00:00:00");
 }
 

@@ -12,7 +12,7 @@ constexpr Procedure kRestore{L"Extract", L"Class Module", L"CPackage"};
 constexpr Procedure kSave{L"FileSave", L"Form", L"frmMain"};
 constexpr std::uint32_t kSharingViolation = 32;
 
-TEST(ErrorAdviceTest, LockedFile_BackUp_CauseConsequenceAndRemedy) {
+TEST(ErrorAdviceTest, LockedFile_NamesCauseConsequenceAndRemedy) {
     const RuntimeError error(70, L"Permission denied", L"C:\\a.txt", 1, kSharingViolation);
     EXPECT_EQ(ErrorAdvice(kBackup, error, Language::English),
               L"Another program has this file open. The older copies are unchanged; close the "
@@ -22,7 +22,7 @@ TEST(ErrorAdviceTest, LockedFile_BackUp_CauseConsequenceAndRemedy) {
               L"النسخ.");
 }
 
-TEST(ErrorAdviceTest, RefusedFile_OtherCauseThanALockedOne) {
+TEST(ErrorAdviceTest, RefusedFile_NamesAnotherCauseThanALockedOne) {
     constexpr std::uint32_t kAccessDenied = 5;
     const RuntimeError error(70, {}, {}, 1, kAccessDenied);
     EXPECT_TRUE(ErrorAdvice(kBackup, error, Language::English)

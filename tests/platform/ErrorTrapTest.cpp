@@ -28,14 +28,14 @@ class CollectingSink final : public ErrorSink {
     int count = 0;
 };
 
-TEST(ErrorTrapTest, TheTextNamesNumberLineProcedureMeaningAndPath) {
+TEST(ErrorTrapTest, ErrorText_NamesNumberLineProcedureMeaningAndPath) {
     const RuntimeError error(76, L"Path not found", L"E:\\Store", 12);
     EXPECT_EQ(ErrorText(kProcedure, error),
               L"Error 76 in line 12\r\nin procedure BackupAll of Class Module CPackage\r\n\r\n"
               L"Path not found\r\nE:\\Store");
 }
 
-TEST(ErrorTrapTest, WithoutMeaningAndPathTheTextIsTheTwoLines) {
+TEST(ErrorTrapTest, ErrorText_NoMeaningOrPath_HasTwoLines) {
     EXPECT_EQ(ErrorText(kProcedure, RuntimeError(1000, {}, {}, 3)),
               L"Error 1000 in line 3\r\nin procedure BackupAll of Class Module CPackage");
 }
@@ -54,14 +54,14 @@ TEST(ErrorTrapTest, Error_EndsTheBody_IsReportedOnce) {
     EXPECT_EQ(sink.number, 53);
 }
 
-TEST(ErrorTrapTest, TheLineIsTheOneThatRaised) {
+TEST(ErrorTrapTest, ReportsTheLineOfTheThrow) {
     CollectingSink sink;
     const int line = __LINE__ + 1;
     ErrorTrap(sink, kProcedure.kind, kProcedure.container)(kProcedure.name, [] { Throw(70); });
     EXPECT_TRUE(sink.text.starts_with(L"Error 70 in line " + std::to_wstring(line))) << line;
 }
 
-TEST(ErrorTrapTest, MemoryShortageIsSevenAndAnyOtherErrorFive) {
+TEST(ErrorTrapTest, ReportsMemoryShortageAs7AndOtherExceptionsAs5) {
     CollectingSink sink;
     ErrorTrap(sink, kProcedure.kind, kProcedure.container)(kProcedure.name,
                                                            [] { throw std::bad_alloc(); });
@@ -71,7 +71,7 @@ TEST(ErrorTrapTest, MemoryShortageIsSevenAndAnyOtherErrorFive) {
     EXPECT_EQ(sink.number, 5);
 }
 
-TEST(ErrorTrapTest, WhatIsNoErrorGoesThrough) {
+TEST(ErrorTrapTest, ExceptionThatIsNoError_IsNotCaught) {
     struct End {};
     CollectingSink sink;
     EXPECT_THROW(ErrorTrap(sink, kProcedure.kind, kProcedure.container)(kProcedure.name,
@@ -80,7 +80,7 @@ TEST(ErrorTrapTest, WhatIsNoErrorGoesThrough) {
     EXPECT_EQ(sink.count, 0);
 }
 
-TEST(ErrorReportsTest, TheFirstErrorIsTheExitCode) {
+TEST(ErrorReportsTest, SetsTheExitCodeToTheFirstError) {
     test::FakeMessageBoxes boxes;
     ExitStatus exitStatus;
     const ProgramState state;

@@ -62,7 +62,7 @@ TEST_F(FolderInfoTest, MarksThatAreKept_AreJoined) {
     EXPECT_EQ(MarksOf(L"To"), DWORD{FILE_ATTRIBUTE_HIDDEN});
 }
 
-TEST_F(FolderInfoTest, OfAMissingFolder_IsRaised) {
+TEST_F(FolderInfoTest, MissingFolder_Throws) {
     EXPECT_THROW(files.CopyFolderInfo(tree.Path(L"None"), to, FileSystem::Marks::Replace),
                  RuntimeError);
     EXPECT_THROW(files.CopyFolderInfo(from, tree.Path(L"None"), FileSystem::Marks::Replace),

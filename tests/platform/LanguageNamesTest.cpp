@@ -63,7 +63,7 @@ class LanguageNames : public ApiTest {
     }
 };
 
-TEST_F(LanguageNames, AreTheSystemsWithoutTheCountry) {
+TEST_F(LanguageNames, RemovesTheCountryFromTheSystemsName) {
     const std::wstring english = api.CLanguageName(0x0409);
     EXPECT_FALSE(english.empty());
     EXPECT_EQ(english.find(L'('), std::wstring::npos);
@@ -72,7 +72,7 @@ TEST_F(LanguageNames, AreTheSystemsWithoutTheCountry) {
     EXPECT_NE(english, api.CLanguageName(0x0401));
 }
 
-TEST_F(LanguageNames, AreCutBeforeTheFirstBracketAndTrimmed) {
+TEST_F(LanguageNames, EndsBeforeTheFirstBracketAndTrimsBlanks) {
     const ImportHook names("VerLanguageNameW", &LanguageName);
     languageName = L"  Old Norse (Iceland) (runes) ";
     EXPECT_EQ(api.CLanguageName(7), L"Old Norse");
@@ -84,21 +84,21 @@ TEST_F(LanguageNames, AreCutBeforeTheFirstBracketAndTrimmed) {
     EXPECT_EQ(api.CLanguageName(7), L"");
 }
 
-TEST_F(LanguageNames, AreEmptyWhenTheSystemGivesNone) {
+TEST_F(LanguageNames, SystemHasNoName_ReturnsEmptyText) {
     const ImportHook names("VerLanguageNameW", &LanguageName);
     languageName = nullptr;
     EXPECT_EQ(api.CLanguageName(7), L"");
     EXPECT_FALSE(api.LanguageIsArabic());
 }
 
-TEST_F(LanguageNames, OfTheSystemIsThatOfItsDefaultLanguage) {
+TEST_F(LanguageNames, WinLocalLanguage_IsTheDefaultLanguage) {
     EXPECT_EQ(api.WinLocalLanguage(), api.CLanguageName(GetSystemDefaultLangID()));
     const ImportHook names("VerLanguageNameW", &LanguageName);
     (void)api.WinLocalLanguage();
     EXPECT_EQ(askedLanguages, std::vector<DWORD>{GetSystemDefaultLangID()});
 }
 
-TEST_F(LanguageNames, OfTheKeyboardIsThatOfTheWholeLayoutNumber) {
+TEST_F(LanguageNames, GetActiveLanguage_UsesTheWholeLayoutNumber) {
     const ImportHook layouts("GetKeyboardLayoutNameW", &LayoutName);
     const ImportHook names("VerLanguageNameW", &LanguageName);
     layoutName = L"00010401";
@@ -115,7 +115,7 @@ TEST_F(LanguageNames, UnknownKeyboard_IsNotArabic) {
     EXPECT_FALSE(api.LanguageIsArabic());
 }
 
-TEST_F(LanguageNames, CountAsArabicByTwoTextsOnly) {
+TEST_F(LanguageNames, LanguageIsArabic_TwoNamesOnly_ReturnsTrue) {
     EXPECT_TRUE(IsArabicWhenNamed(L"العربية"));
     EXPECT_TRUE(IsArabicWhenNamed(L"العربية (المملكة العربية السعودية)"));
     EXPECT_TRUE(IsArabicWhenNamed(L"LanguageIsArabic"));
@@ -125,7 +125,7 @@ TEST_F(LanguageNames, CountAsArabicByTwoTextsOnly) {
     EXPECT_FALSE(IsArabicWhenNamed(L""));
 }
 
-TEST_F(LanguageNames, SwitchToArabicStopsAfterFiveWithoutAnArabicLayout) {
+TEST_F(LanguageNames, SwitchToArabic_NoArabicLayout_StopsAfterFive) {
     arabicAfter = 100;
     AskFor(true);
     // The layout before, for this thread alone.
@@ -133,24 +133,24 @@ TEST_F(LanguageNames, SwitchToArabicStopsAfterFiveWithoutAnArabicLayout) {
     EXPECT_EQ(switches, five);
 }
 
-TEST_F(LanguageNames, SwitchStopsAtTheFirstWantedLayout) {
+TEST_F(LanguageNames, SwitchToArabic_StopsAtTheFirstArabicLayout) {
     arabicAfter = 3;
     AskFor(true);
     EXPECT_EQ(switches.size(), 3U);
 }
 
-TEST_F(LanguageNames, SwitchFindsTheWantedLayoutAtTheFifthToo) {
+TEST_F(LanguageNames, SwitchToArabic_FifthLayoutIsArabic_IsFound) {
     arabicAfter = 5;
     AskFor(true);
     EXPECT_EQ(switches.size(), 5U);
 }
 
-TEST_F(LanguageNames, SwitchAwayFromArabicGoesBackToo) {
+TEST_F(LanguageNames, SwitchFromArabic_TriesFiveLayouts) {
     AskFor(false);
     EXPECT_EQ(switches.size(), 5U);
 }
 
-TEST_F(LanguageNames, TheActiveLanguageIsNotSwitchedButTheDigitsAreChecked) {
+TEST_F(LanguageNames, LanguageIsActive_ChecksTheDigits_DoesNotSwitch) {
     digits.Set(L"1");
     boxes.Expect(L"");
     AskFor(true);
@@ -160,13 +160,13 @@ TEST_F(LanguageNames, TheActiveLanguageIsNotSwitchedButTheDigitsAreChecked) {
     EXPECT_TRUE(switches.empty());
 }
 
-TEST_F(LanguageNames, SwitchOnTheRealKeyboardWarnsAboutDigitsOnly) {
+TEST_F(LanguageNames, SwitchToArabic_RealKeyboard_WarnsAboutDigitsOnly) {
     digits.Set(L"1");
     boxes.Expect(L"");
     api.LanguageIsArabic(true);
 }
 
-TEST_F(LanguageNames, TheDigitWarningIsThreeLinesFromRightToLeft) {
+TEST_F(LanguageNames, DigitWarning_HasThreeLinesFromRightToLeft) {
     digits.Set(L"1");
     boxes.Expect(L"");
     AskFor(true);
@@ -182,7 +182,7 @@ TEST_F(LanguageNames, TheDigitWarningIsThreeLinesFromRightToLeft) {
     EXPECT_TRUE(box.rightToLeft);
 }
 
-TEST_F(LanguageNames, OtherDigitsAreNotWarnedAbout) {
+TEST_F(LanguageNames, OtherDigits_ShowNoWarning) {
     for (const std::wstring_view shape : {L"0", L"2", L"11", L"x", L""}) {
         digits.Set(shape);
         AskFor(true);

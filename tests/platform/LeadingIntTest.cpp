@@ -7,7 +7,7 @@
 namespace vw {
 namespace {
 
-TEST(ParseLeadingInt, ReadsTheNumberThatATextBeginsWith) {
+TEST(ParseLeadingInt, ReadsTheNumberAtTheBeginningOfAText) {
     constexpr int kMax = std::numeric_limits<int>::max();
     constexpr int kMin = std::numeric_limits<int>::min();
     struct Row {
@@ -49,7 +49,7 @@ TEST(ParseLeadingInt, ReadsTheNumberThatATextBeginsWith) {
     }
 }
 
-TEST(TwoDigits, WritesAtLeastTwo) {
+TEST(TwoDigits, WritesAtLeastTwoDigits) {
     struct Row {
         int number;
         const wchar_t* text;

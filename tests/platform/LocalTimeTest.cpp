@@ -26,14 +26,14 @@ FILETIME Utc(WORD year, WORD month, WORD day, WORD hour, WORD minute, WORD secon
     return time;
 }
 
-TEST(LocalTimeTest, TheOffsetIsTheOneOfTheFilesOwnDay) {
+TEST(LocalTimeTest, UsesTheOffsetOfTheDayOfTheFile) {
     const TIME_ZONE_INFORMATION zone = CentralEurope();
     const LocalTime localTime(&zone);
     EXPECT_EQ(localTime.DateOf(Utc(2024, 7, 1, 12, 0, 0)), MakeDate({2024, 7, 1, 14, 0, 0}));
     EXPECT_EQ(localTime.DateOf(Utc(2024, 11, 20, 12, 0, 0)), MakeDate({2024, 11, 20, 13, 0, 0}));
 }
 
-TEST(LocalTimeTest, TheHourOfTheChangeIsCutWhereItChanges) {
+TEST(LocalTimeTest, ChangeOfTheOffset_TakesEffectAtItsSecond) {
     const TIME_ZONE_INFORMATION zone = CentralEurope();
     const LocalTime localTime(&zone);
     EXPECT_EQ(localTime.DateOf(Utc(2024, 3, 31, 0, 59, 59)), MakeDate({2024, 3, 31, 1, 59, 59}));
@@ -42,7 +42,7 @@ TEST(LocalTimeTest, TheHourOfTheChangeIsCutWhereItChanges) {
     EXPECT_EQ(localTime.DateOf(Utc(2024, 10, 27, 1, 0, 0)), MakeDate({2024, 10, 27, 2, 0, 0}));
 }
 
-TEST(LocalTimeTest, TheAnswerDoesNotDependOnWhatWasAskedBefore) {
+TEST(LocalTimeTest, EarlierConversions_DoNotChangeTheResult) {
     const TIME_ZONE_INFORMATION zone = CentralEurope();
     const LocalTime asked(&zone);
     for (WORD hour = 0; hour < 24; ++hour) {
@@ -54,14 +54,14 @@ TEST(LocalTimeTest, TheAnswerDoesNotDependOnWhatWasAskedBefore) {
     }
 }
 
-TEST(LocalTimeTest, FractionsOfASecondAreCutOff) {
+TEST(LocalTimeTest, CutsOffFractionsOfASecond) {
     const TIME_ZONE_INFORMATION zone = CentralEurope();
     const LocalTime localTime(&zone);
     EXPECT_EQ(localTime.DateOf(Utc(2024, 1, 1, 10, 20, 30, 999)),
               MakeDate({2024, 1, 1, 11, 20, 30}));
 }
 
-TEST(LocalTimeTest, ATimeStampBeyondTheCalendarIsItsLastSecond) {
+TEST(LocalTimeTest, TimeBeyondTheCalendar_ReturnsItsLastSecond) {
     const LocalTime localTime;
     const FILETIME beyond{0xFFFFFFFF, 0xFFFFFFFF};
     EXPECT_EQ(localTime.DateOf(beyond), kLastDate);
@@ -97,7 +97,7 @@ TEST(LocalTimeTest, RulesOfTheDatesOwnYear_AreUsedWhereTheyAreKnown) {
     EXPECT_EQ(localTime.DateByPresentRules(after), MakeDate({2024, 7, 1, 14, 0, 0}));
 }
 
-TEST(LocalTimeTest, RulesOfThePresentYear_StandInForUnknownOnes) {
+TEST(LocalTimeTest, UnknownRules_ThoseOfThePresentYearAreUsed) {
     const TIME_ZONE_INFORMATION zone = CentralEurope();
     for (const YearwiseLocalTime yearwise :
          {YearwiseLocalTime{nullptr}, YearwiseLocalTime{Refuse}}) {

@@ -19,33 +19,33 @@ bool OtherCanTake(std::wstring_view purpose, std::wstring_view path) {
     return taken;
 }
 
-TEST(NamedLockTest, OnlyOneHoldsTheLockOfAPath) {
+TEST(NamedLockTest, TryTake_PathIsLocked_ReturnsFalse) {
     NamedLock lock(L"test", L"C:\\Store");
     ASSERT_TRUE(lock.TryTake());
     EXPECT_FALSE(OtherCanTake(L"test", L"C:\\Store"));
 }
 
-TEST(NamedLockTest, CaseAndSpellingOfThePathDoNotMatter) {
+TEST(NamedLockTest, TryTake_OtherSpellingOfThePath_ReturnsFalse) {
     NamedLock lock(L"test", L"C:\\Store");
     ASSERT_TRUE(lock.TryTake());
     EXPECT_FALSE(OtherCanTake(L"test", L"c:/STORE\\"));
 }
 
-TEST(NamedLockTest, OtherPathsAndPurposesAreFree) {
+TEST(NamedLockTest, TryTake_OtherPathOrPurpose_ReturnsTrue) {
     NamedLock lock(L"test", L"C:\\Store");
     ASSERT_TRUE(lock.TryTake());
     EXPECT_TRUE(OtherCanTake(L"test", L"C:\\Store2"));
     EXPECT_TRUE(OtherCanTake(L"test2", L"C:\\Store"));
 }
 
-TEST(NamedLockTest, TheLockIsFreeAgainAfterItsHolder) {
+TEST(NamedLockTest, Destructor_ReleasesTheLock) {
     auto lock = std::make_unique<NamedLock>(L"test", L"C:\\Store");
     ASSERT_TRUE(lock->TryTake());
     lock.reset();
     EXPECT_TRUE(OtherCanTake(L"test", L"C:\\Store"));
 }
 
-TEST(NamedLockTest, WhoWaitsTakesTheLockAfterItsHolder) {
+TEST(NamedLockTest, TakeWithin_LockIsReleasedMeanwhile_ReturnsTrue) {
     auto lock = std::make_unique<NamedLock>(L"test", L"C:\\Store");
     ASSERT_TRUE(lock->TryTake());
     bool taken = false;
@@ -60,7 +60,7 @@ TEST(NamedLockTest, WhoWaitsTakesTheLockAfterItsHolder) {
     EXPECT_TRUE(taken);
 }
 
-TEST(NamedLockTest, AThreadThatEndsWithTheLockLeavesItToOthers) {
+TEST(NamedLockTest, OwningThreadEnds_OthersCanTakeTheLock) {
     std::unique_ptr<NamedLock> left;
     std::thread([&] {
         left = std::make_unique<NamedLock>(L"test", L"C:\\Left");

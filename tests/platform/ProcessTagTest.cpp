@@ -16,27 +16,27 @@ std::wstring HostName() {
     return name;
 }
 
-TEST(ProcessTagTest, ThisProcessIsNotGone) {
+TEST(ProcessTagTest, ThisProcess_IsNotGone) {
     const ProcessTag self = ThisProcess();
     EXPECT_EQ(self, ThisProcess());
     EXPECT_NE(self.processStart, 0U);
     EXPECT_FALSE(IsGone(self));
 }
 
-TEST(ProcessTagTest, AnotherProcessUnderAnOldIdMeansGone) {
+TEST(ProcessTagTest, OtherProcessWithTheSameId_IsGone) {
     ProcessTag tag = ThisProcess();
     tag.processStart -= 1;
     EXPECT_TRUE(IsGone(tag));
 }
 
-TEST(ProcessTagTest, AProcessOfAnotherComputerCountsAsRunning) {
+TEST(ProcessTagTest, ProcessOfAnotherComputer_IsNotGone) {
     ProcessTag tag = ThisProcess();
     tag.computer += 1;
     tag.processStart -= 1;
     EXPECT_FALSE(IsGone(tag));
 }
 
-TEST(ProcessTagTest, AProcessThatEndedIsGone) {
+TEST(ProcessTagTest, EndedProcess_IsGone) {
     STARTUPINFOW startup{};
     startup.cb = sizeof startup;
     PROCESS_INFORMATION info{};

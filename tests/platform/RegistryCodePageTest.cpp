@@ -17,14 +17,14 @@ class RegistryCodePage : public ApiTest {
     }
 };
 
-TEST_F(RegistryCodePage, ArabicDataSurviveWhereTheCodePageHasThem) {
+TEST_F(RegistryCodePage, ArabicData_AreKeptIfTheCodePageHasThem) {
     Write(key.Path(), L"Name", kArabicText);
     const std::wstring expected = arabic ? std::wstring(kArabicText) : L"D:\\???? ????????";
     EXPECT_EQ(ReadValue(kRoot, key.Path(), L"Name"), TextValue(expected));
     EXPECT_EQ(api.RegValue(kRoot, key.Path(), L"Name", REG_SZ), expected);
 }
 
-TEST_F(RegistryCodePage, ArabicNamesSurviveWhereTheCodePageHasThem) {
+TEST_F(RegistryCodePage, ArabicNames_AreKeptIfTheCodePageHasThem) {
     Write(key.Path(), L"الاسم", L"text");
     const std::wstring expected = arabic ? L"الاسم" : L"?????";
     EXPECT_EQ(ReadValue(kRoot, key.Path(), expected), TextValue(L"text"));
@@ -33,7 +33,7 @@ TEST_F(RegistryCodePage, ArabicNamesSurviveWhereTheCodePageHasThem) {
     EXPECT_EQ(ReadValue(kRoot, key.Path(), expected), std::nullopt);
 }
 
-TEST_F(RegistryCodePage, ArabicKeysSurviveWhereTheCodePageHasThem) {
+TEST_F(RegistryCodePage, ArabicKeys_AreKeptIfTheCodePageHasThem) {
     Write(key.Path(L"مفتاح"), L"Name", L"text");
     const std::wstring expected = key.Path(arabic ? L"مفتاح" : L"?????");
     EXPECT_TRUE(KeyExists(kRoot, expected));
@@ -41,20 +41,20 @@ TEST_F(RegistryCodePage, ArabicKeysSurviveWhereTheCodePageHasThem) {
     EXPECT_FALSE(KeyExists(kRoot, expected));
 }
 
-TEST_F(RegistryCodePage, WhatOthersStoredInArabicIsReadWhereTheCodePageHasIt) {
+TEST_F(RegistryCodePage, ForeignArabicData_AreReadIfTheCodePageHasThem) {
     WriteValue(kRoot, key.Path(), L"Name", TextValue(kArabicText));
     EXPECT_EQ(api.RegValue(kRoot, key.Path(), L"Name", REG_SZ),
               arabic ? std::wstring(kArabicText) : L"D:\\???? ????????");
 }
 
-TEST_F(RegistryCodePage, LettersOfBothCodePagesAlwaysSurvive) {
+TEST_F(RegistryCodePage, KeepsTheLettersOfBothCodePages) {
     const std::wstring text = L"\u00AB0101\u00BB \u00E9\u00E7\u20AC";
     Write(key.Path(), L"Name", text);
     EXPECT_EQ(ReadValue(kRoot, key.Path(), L"Name"), TextValue(text));
     EXPECT_EQ(api.RegValue(kRoot, key.Path(), L"Name", REG_SZ), text);
 }
 
-TEST_F(RegistryCodePage, AMissingLetterIsAQuestionMarkAndNeverALookAlike) {
+TEST_F(RegistryCodePage, WritesAQuestionMarkForAMissingLetter) {
     Write(key.Path(), L"Name", L"\u0100\uFF21");
     EXPECT_EQ(ReadValue(kRoot, key.Path(), L"Name"), TextValue(L"??"));
 }

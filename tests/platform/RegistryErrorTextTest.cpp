@@ -17,7 +17,7 @@ std::ostream& operator<<(std::ostream& stream, const Sentence& sentence) {
 
 class RegistryErrorTexts : public ApiTest, public testing::WithParamInterface<Sentence> {};
 
-TEST_P(RegistryErrorTexts, AreTheseToTheLetter) {
+TEST_P(RegistryErrorTexts, EachCode_HasItsExactText) {
     EXPECT_EQ(api.RegGeErrorText(GetParam().code), GetParam().text);
 }
 
@@ -42,7 +42,7 @@ INSTANTIATE_TEST_SUITE_P(Registry, RegistryErrorTexts, testing::Values(
 
 class RegistryErrorText : public ApiTest {};
 
-TEST_F(RegistryErrorText, IsEmptyForEveryOtherCode) {
+TEST_F(RegistryErrorText, OtherCodes_HaveNoText) {
     for (const LSTATUS code : {0, 1022, 1008, 1368, 1370, 5, -1}) {
         EXPECT_EQ(api.RegGeErrorText(code), L"") << code;
     }

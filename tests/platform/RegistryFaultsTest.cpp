@@ -19,18 +19,18 @@ class RegistryFaults : public ApiTest {
     }
 };
 
-TEST_F(RegistryFaults, AReadGivesNothing) {
+TEST_F(RegistryFaults, RegValue_ReadThrows_ReturnsEmptyText) {
     EXPECT_EQ(faulty.RegValue(HKEY_CURRENT_USER, L"A\\B", L"Name", REG_SZ), L"");
     ExpectFaultIn(L"RegValue");
 }
 
-TEST_F(RegistryFaults, AWriteChangesNothing) {
+TEST_F(RegistryFaults, RegValue_WriteThrows_ChangesNothing) {
     faulty.RegValue(HKEY_CURRENT_USER, L"A\\B", L"Name", REG_SZ, L"text");
     ExpectFaultIn(L"RegValue");
     EXPECT_EQ(registry.changes, 0);
 }
 
-TEST_F(RegistryFaults, AStatusIsZero) {
+TEST_F(RegistryFaults, StatusCallThrows_ReturnsZero) {
     EXPECT_EQ(faulty.RegKeyCreate(L"A\\B"), 0);
     ExpectFaultIn(L"RegKeyCreate");
     EXPECT_EQ(faulty.RegDeleteValue(HKEY_CURRENT_USER, L"A\\B", L"Name"), 0);
@@ -39,12 +39,12 @@ TEST_F(RegistryFaults, AStatusIsZero) {
     ExpectFaultIn(L"RegDeleteKeyVB");
 }
 
-TEST_F(RegistryFaults, ALogonStartEntryIsOff) {
+TEST_F(RegistryFaults, LogonStartEntry_ReadThrows_IsOff) {
     EXPECT_FALSE(faulty.ApplicationSartup(L"Name"));
     ExpectFaultIn(L"RegValue");
 }
 
-TEST_F(RegistryFaults, AFileTypeIsNotThere) {
+TEST_F(RegistryFaults, FileType_ReadThrows_IsNotRegistered) {
     EXPECT_FALSE(faulty.RegisterFileType(L".x"));
     ExpectFaultIn(L"RegValue");
 }

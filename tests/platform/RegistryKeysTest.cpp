@@ -10,24 +10,24 @@ class RegistryKeys : public ApiTest {
     LSTATUS Delete(std::wstring_view path) { return api.RegDeleteKeyVB(HKEY_CURRENT_USER, path); }
 };
 
-TEST_F(RegistryKeys, CreateMakesAKeyOfTheMachine) {
+TEST_F(RegistryKeys, Create_MakesAKeyOfTheMachine) {
     const ScratchKey machine(HKEY_LOCAL_MACHINE, L"SOFTWARE\\VaultwrightTests");
     EXPECT_EQ(api.RegKeyCreate(machine.Path(L"A\\B")), ERROR_SUCCESS);
     EXPECT_TRUE(KeyExists(HKEY_LOCAL_MACHINE, machine.Path(L"A\\B")));
     EXPECT_EQ(api.RegKeyCreate(machine.Path(L"A\\B")), ERROR_SUCCESS);
 }
 
-TEST_F(RegistryKeys, CreateWithoutAPathIsABadKey) {
+TEST_F(RegistryKeys, Create_EmptyPath_ReturnsBadKey) {
     EXPECT_EQ(api.RegKeyCreate(L""), 1010);
     EXPECT_TRUE(registry.opened.empty());
 }
 
-TEST_F(RegistryKeys, CreateGivesTheStatusOfARefusal) {
+TEST_F(RegistryKeys, Create_Refused_ReturnsItsStatus) {
     registry.createKeyFails = ERROR_ACCESS_DENIED;
     EXPECT_EQ(api.RegKeyCreate(L"SOFTWARE\\VaultwrightTests"), ERROR_ACCESS_DENIED);
 }
 
-TEST_F(RegistryKeys, DeleteTakesTheKeyWithAllBelowIt) {
+TEST_F(RegistryKeys, Delete_RemovesTheKeyAndItsSubkeys) {
     WriteValue(HKEY_CURRENT_USER, key.Path(L"A\\B\\C"), L"Name", TextValue(L"text"));
     WriteValue(HKEY_CURRENT_USER, key.Path(L"A2"), L"Name", TextValue(L"text"));
     EXPECT_EQ(Delete(key.Path(L"A")), ERROR_SUCCESS);
@@ -35,12 +35,12 @@ TEST_F(RegistryKeys, DeleteTakesTheKeyWithAllBelowIt) {
     EXPECT_TRUE(KeyExists(HKEY_CURRENT_USER, key.Path(L"A2")));
 }
 
-TEST_F(RegistryKeys, DeleteOfAMissingKeyGivesTheStatusAndMakesItsParent) {
+TEST_F(RegistryKeys, Delete_MissingKey_CreatesItsParent) {
     EXPECT_EQ(Delete(key.Path(L"Missing")), ERROR_FILE_NOT_FOUND);
     EXPECT_TRUE(KeyExists(HKEY_CURRENT_USER, key.Path()));
 }
 
-TEST_F(RegistryKeys, DeleteOfAPathWithoutABackslashDoesNothing) {
+TEST_F(RegistryKeys, Delete_PathWithoutBackslash_ChangesNothing) {
     const ScratchKey top(HKEY_CURRENT_USER, L"VaultwrightTests-Top");
     WriteValue(HKEY_CURRENT_USER, top.Path(), L"Name", TextValue(L"text"));
     EXPECT_EQ(Delete(top.Path()), 0);
@@ -49,7 +49,7 @@ TEST_F(RegistryKeys, DeleteOfAPathWithoutABackslashDoesNothing) {
     EXPECT_TRUE(registry.opened.empty());
 }
 
-TEST_F(RegistryKeys, DeleteOfABackslashAndANameTakesThatTopLevelKey) {
+TEST_F(RegistryKeys, Delete_BackslashAndName_RemovesTheTopLevelKey) {
     for (const HKEY root : {HKEY_CURRENT_USER, HKEY_CLASSES_ROOT}) {
         const ScratchKey top(root, L"VaultwrightTests-Top");
         WriteValue(root, top.Path(L"Below"), L"Name", TextValue(L"text"));
@@ -58,20 +58,20 @@ TEST_F(RegistryKeys, DeleteOfABackslashAndANameTakesThatTopLevelKey) {
     }
 }
 
-TEST_F(RegistryKeys, DeleteBelowARefusedParentGivesZero) {
+TEST_F(RegistryKeys, Delete_ParentRefused_ReturnsZero) {
     WriteValue(HKEY_CURRENT_USER, key.Path(L"A"), L"Name", TextValue(L"text"));
     registry.createKeyFails = ERROR_ACCESS_DENIED;
     EXPECT_EQ(Delete(key.Path(L"A")), 0);
     EXPECT_EQ(registry.changes, 0);
 }
 
-TEST_F(RegistryKeys, DeleteGivesTheStatusOfARefusal) {
+TEST_F(RegistryKeys, Delete_Refused_ReturnsItsStatus) {
     registry.deleteTreeFails = ERROR_ACCESS_DENIED;
     EXPECT_EQ(Delete(key.Path(L"A")), ERROR_ACCESS_DENIED);
 }
 
 // The system takes the empty name for the key that it is given: a whole root would be emptied.
-TEST_F(RegistryKeys, DeleteNeverTakesAParentForItsNamelessChild) {
+TEST_F(RegistryKeys, Delete_EmptyName_KeepsTheParent) {
     WriteValue(HKEY_CURRENT_USER, key.Path(L"A"), L"Name", TextValue(L"text"));
     EXPECT_EQ(Delete(key.Path(L"")), 1010);
     EXPECT_EQ(Delete(L"\\"), 1010);
@@ -79,7 +79,7 @@ TEST_F(RegistryKeys, DeleteNeverTakesAParentForItsNamelessChild) {
     EXPECT_TRUE(KeyExists(HKEY_CURRENT_USER, key.Path(L"A")));
 }
 
-TEST_F(RegistryKeys, APathThatBeginsWithABackslashGoesAsItIsFirst) {
+TEST_F(RegistryKeys, LeadingBackslash_IsTriedAsItIsFirst) {
     api.RegValue(HKEY_CURRENT_USER, L"\\" + key.Path(), L"Name", REG_SZ, L"text");
     ASSERT_FALSE(registry.opened.empty());
     EXPECT_EQ(registry.opened.front(), "\\Software\\VaultwrightTests\\Keys");
@@ -87,7 +87,7 @@ TEST_F(RegistryKeys, APathThatBeginsWithABackslashGoesAsItIsFirst) {
     EXPECT_EQ(api.RegValue(HKEY_CURRENT_USER, L"\\" + key.Path(), L"Name", REG_SZ), L"text");
 }
 
-TEST_F(RegistryKeys, OnlyTheSystemsRefusalOfTheBackslashIsTriedAgain) {
+TEST_F(RegistryKeys, OtherErrorThanBadPathName_IsNotTriedAgain) {
     registry.createKeyFails = ERROR_ACCESS_DENIED;
     (void)api.RegValue(HKEY_CURRENT_USER, L"\\" + key.Path(), L"Name", REG_SZ);
     EXPECT_EQ(registry.opened.size(), 1U);
@@ -97,7 +97,7 @@ TEST_F(RegistryKeys, OnlyTheSystemsRefusalOfTheBackslashIsTriedAgain) {
     EXPECT_EQ(registry.opened.size(), 2U);
 }
 
-TEST_F(RegistryKeys, OnlyOneBackslashIsTakenAway) {
+TEST_F(RegistryKeys, RemovesOneLeadingBackslashOnly) {
     (void)api.RegValue(HKEY_CURRENT_USER, L"\\\\" + key.Path(), L"Name", REG_SZ);
     EXPECT_EQ(registry.opened, (std::vector<std::string>{"\\\\Software\\VaultwrightTests\\Keys",
                                                          "\\Software\\VaultwrightTests\\Keys"}));

@@ -56,7 +56,7 @@ TEST(RuntimeError, Thrown_HasNumberDescriptionPathAndLine) {
     FAIL() << "nothing was raised";
 }
 
-TEST(RuntimeError, CanHaveADescriptionOfItsOwnAndNoPath) {
+TEST(RuntimeError, ThrowWith_HasTheGivenDescriptionAndNoPath) {
     try {
         ThrowWith(error_number::kNotEnoughSpace, L"no room\r\nC");
     } catch (const RuntimeError& error) {
@@ -69,7 +69,7 @@ TEST(RuntimeError, CanHaveADescriptionOfItsOwnAndNoPath) {
     FAIL() << "nothing was raised";
 }
 
-TEST(RuntimeError, GivesANumberForEverySystemCode) {
+TEST(RuntimeError, ErrorNumberOf_EachSystemCode_HasItsNumber) {
     struct Row {
         std::uint32_t systemCode;
         int number;

@@ -101,7 +101,7 @@ TEST_F(ServiceFaults, FileTypes_ShowOnlyInTheDebugger) {
     EXPECT_EQ(registry.changes, 0);
 }
 
-TEST_F(ServiceFaults, SystemInformation_ThatDoesNotStartShowsOnlyInTheDebugger) {
+TEST_F(ServiceFaults, SystemInformationDoesNotStart_ShowsOnlyInTheDebugger) {
     const TempTree tree;
     tool.Set(tree.Path(L"missing.exe"));
     api.ShellSysInfo();

@@ -23,7 +23,7 @@ class ShellFileTypes : public ApiTest {
     }
 };
 
-TEST_F(ShellFileTypes, RegistrationWritesExtensionIconVerbAndCommand) {
+TEST_F(ShellFileTypes, Register_WritesExtensionIconVerbAndCommand) {
     Register();
     EXPECT_EQ(Default(extension.Path()), TextValue(L"VaultwrightTestsType"));
     EXPECT_EQ(Default(type.Path(L"DefaultIcon")), TextValue(L"C:\\My Vault\\a.ico"));
@@ -34,7 +34,7 @@ TEST_F(ShellFileTypes, RegistrationWritesExtensionIconVerbAndCommand) {
     EXPECT_EQ(typeName, type.Path());
 }
 
-TEST_F(ShellFileTypes, AnExtensionWithAndWithoutItsPointGivesTheSameKey) {
+TEST_F(ShellFileTypes, ExtensionWithOrWithoutItsPoint_IsTheSameKey) {
     Register(L"vwtest");
     EXPECT_EQ(Default(extension.Path()), TextValue(type.Path()));
     Remove(L".vwtest");
@@ -45,12 +45,12 @@ TEST_F(ShellFileTypes, AnExtensionWithAndWithoutItsPointGivesTheSameKey) {
     EXPECT_FALSE(KeyExists(kRoot, extension.Path()));
 }
 
-TEST_F(ShellFileTypes, AProgramInCapitalsIsAProgram) {
+TEST_F(ShellFileTypes, Register_ProgramInCapitals_IsAccepted) {
     api.RegisterFileType(L".vwtest", typeName, L"C:\\VAULT\\A.EXE", L"C:\\a.ico", true);
     EXPECT_EQ(Default(type.Path(L"shell\\Open\\Command")), TextValue(L"\"C:\\VAULT\\A.EXE\" %1"));
 }
 
-TEST_F(ShellFileTypes, AnythingButAProgramIsRefusedWithABoxAndWritesNothing) {
+TEST_F(ShellFileTypes, Register_NoProgram_IsRefusedInABox) {
     boxes.Expect(L"Please let sApplicationPath = full path and file name");
     api.RegisterFileType(L".vwtest", typeName, L"C:\\a.bat", L"C:\\a.ico", true);
     ASSERT_EQ(boxes.Shown().size(), 1U);
@@ -64,21 +64,21 @@ TEST_F(ShellFileTypes, AnythingButAProgramIsRefusedWithABoxAndWritesNothing) {
     EXPECT_EQ(registry.changes, 0);
 }
 
-TEST_F(ShellFileTypes, RemovalTakesTheExtensionAndTheTypeWithAllBelow) {
+TEST_F(ShellFileTypes, Remove_DeletesTheExtensionAndTheType) {
     Register();
     Remove();
     EXPECT_FALSE(KeyExists(kRoot, extension.Path()));
     EXPECT_FALSE(KeyExists(kRoot, type.Path()));
 }
 
-TEST_F(ShellFileTypes, RegistrationWithoutAProgramRemoves) {
+TEST_F(ShellFileTypes, Register_EmptyProgram_RemovesTheType) {
     Register();
     api.RegisterFileType(L".vwtest", typeName, L"", L"C:\\a.ico", true);
     EXPECT_FALSE(KeyExists(kRoot, extension.Path()));
     EXPECT_FALSE(KeyExists(kRoot, type.Path()));
 }
 
-TEST_F(ShellFileTypes, RemovalTakesTheTypeThatIsRegisteredNotTheOneGiven) {
+TEST_F(ShellFileTypes, Remove_OtherTypeGiven_DeletesTheRegisteredOne) {
     Register();
     WriteValue(kRoot, extension.Path(), L"", TextValue(otherType.Path()));
     WriteValue(kRoot, otherType.Path(L"shell"), L"", TextValue(L"Open"));
@@ -90,7 +90,7 @@ TEST_F(ShellFileTypes, RemovalTakesTheTypeThatIsRegisteredNotTheOneGiven) {
 }
 
 // Without a type there is only a backslash left of its key: the root of all types.
-TEST_F(ShellFileTypes, RemovalOfATypeThatIsNotRegisteredLeavesAllOthers) {
+TEST_F(ShellFileTypes, Remove_TypeIsNotRegistered_KeepsAllOthers) {
     Register(L".vwtest");
     std::wstring unknown = L"Unknown";
     api.RegisterFileType(L".vwtest2", unknown, L"", L"", false);
@@ -101,7 +101,7 @@ TEST_F(ShellFileTypes, RemovalOfATypeThatIsNotRegisteredLeavesAllOthers) {
     EXPECT_TRUE(KeyExists(kRoot, type.Path()));
 }
 
-TEST_F(ShellFileTypes, ReadTakesTheKeyExactlyAsItIsNamed) {
+TEST_F(ShellFileTypes, Read_UsesTheKeyExactlyAsGiven) {
     Register();
     EXPECT_TRUE(api.RegisterFileType(L".vwtest"));
     EXPECT_TRUE(api.RegisterFileType(L"\\.vwtest"));
@@ -109,7 +109,7 @@ TEST_F(ShellFileTypes, ReadTakesTheKeyExactlyAsItIsNamed) {
     EXPECT_FALSE(api.RegisterFileType(L"vwtest"));
 }
 
-TEST_F(ShellFileTypes, ReadIsFalseForAKeyWithoutADefaultValue) {
+TEST_F(ShellFileTypes, Read_NoDefaultValue_ReturnsFalse) {
     EXPECT_FALSE(api.RegisterFileType(L".vwtest"));
     Register();
     EXPECT_TRUE(api.RegisterFileType(L".vwtest"));
@@ -118,7 +118,7 @@ TEST_F(ShellFileTypes, ReadIsFalseForAKeyWithoutADefaultValue) {
     EXPECT_FALSE(api.RegisterFileType(L""));
 }
 
-TEST_F(ShellFileTypes, ACommandIsAddedWithoutTouchingTheDefaultVerb) {
+TEST_F(ShellFileTypes, Command_IsAdded_KeepsTheDefaultVerb) {
     Register();
     api.RegisterFileTypeCommand(type.Path(), L"Backup", L"C:\\My Vault\\a.exe /B %1", false);
     EXPECT_EQ(Default(type.Path(L"shell\\Backup\\command")),
@@ -126,13 +126,13 @@ TEST_F(ShellFileTypes, ACommandIsAddedWithoutTouchingTheDefaultVerb) {
     EXPECT_EQ(Default(type.Path(L"shell")), TextValue(L"Open"));
 }
 
-TEST_F(ShellFileTypes, ACommandBecomesTheDefaultOnRequest) {
+TEST_F(ShellFileTypes, Command_AsDefault_IsTheDefaultVerb) {
     Register();
     api.RegisterFileTypeCommand(type.Path(), L"Backup", L"C:\\a.exe /B %1", true);
     EXPECT_EQ(Default(type.Path(L"shell")), TextValue(L"Backup"));
 }
 
-TEST_F(ShellFileTypes, ACommandWithoutACommandLineRemovesTheVerb) {
+TEST_F(ShellFileTypes, Command_NoCommandLine_RemovesTheCommand) {
     Register();
     api.RegisterFileTypeCommand(type.Path(), L"Backup", L"C:\\a.exe /B %1", false);
     WriteValue(kRoot, type.Path(L"shell\\Backup\\command\\Below"), L"", TextValue(L"x"));
@@ -143,7 +143,7 @@ TEST_F(ShellFileTypes, ACommandWithoutACommandLineRemovesTheVerb) {
     EXPECT_EQ(registry.deletedTrees, std::vector<std::string>{"command"});
 }
 
-TEST_F(ShellFileTypes, ACommandWithoutACommandLineCanStillBecomeTheDefault) {
+TEST_F(ShellFileTypes, Command_NoCommandLineAsDefault_IsTheDefaultVerb) {
     Register();
     api.RegisterFileTypeCommand(type.Path(), L"Backup", L"", true);
     EXPECT_FALSE(KeyExists(kRoot, type.Path(L"shell\\Backup\\command")));
@@ -151,7 +151,7 @@ TEST_F(ShellFileTypes, ACommandWithoutACommandLineCanStillBecomeTheDefault) {
 }
 
 // The key of an extension is a point and the extension, so this one is a point alone.
-TEST_F(ShellFileTypes, AnEmptyExtensionHasThePointAloneAsItsKey) {
+TEST_F(ShellFileTypes, EmptyExtension_HasThePointAloneAsItsKey) {
     const ScratchKey point(kRoot, L".");
     Register(L"");
     EXPECT_EQ(registry.opened.front(), "\\.");
@@ -163,7 +163,7 @@ TEST_F(ShellFileTypes, AnEmptyExtensionHasThePointAloneAsItsKey) {
     EXPECT_FALSE(KeyExists(kRoot, type.Path()));
 }
 
-TEST_F(ShellFileTypes, WithoutTheRightsNothingIsSaid) {
+TEST_F(ShellFileTypes, AccessDenied_ChangesAndReportsNothing) {
     registry.createKeyFails = ERROR_ACCESS_DENIED;
     Register();
     api.RegisterFileTypeCommand(type.Path(), L"Backup", L"C:\\a.exe /B %1", true);

@@ -16,27 +16,27 @@ class ShellStartup : public ApiTest {
     }
 };
 
-TEST_F(ShellStartup, OnStoresTheCommandLineAsItIs) {
+TEST_F(ShellStartup, On_StoresTheCommandLineAsItIs) {
     const std::wstring command = L"C:\\Program Files\\My Vault\\Vaultwright.exe /S";
     api.ApplicationSartup(kEntry, command, true);
     EXPECT_EQ(Stored(), TextValue(command));
     EXPECT_TRUE(api.ApplicationSartup(kEntry));
 }
 
-TEST_F(ShellStartup, OffDeletesTheEntryAndLeavesNoEmptyText) {
+TEST_F(ShellStartup, Off_DeletesTheEntry) {
     api.ApplicationSartup(kEntry, L"C:\\a.exe /S", true);
     api.ApplicationSartup(kEntry, L"C:\\a.exe /S", false);
     EXPECT_EQ(Stored(), std::nullopt);
     EXPECT_FALSE(api.ApplicationSartup(kEntry));
 }
 
-TEST_F(ShellStartup, OnWithoutACommandLineDeletesTheEntry) {
+TEST_F(ShellStartup, On_NoCommandLine_DeletesTheEntry) {
     api.ApplicationSartup(kEntry, L"C:\\a.exe /S", true);
     api.ApplicationSartup(kEntry, L"", true);
     EXPECT_EQ(Stored(), std::nullopt);
 }
 
-TEST_F(ShellStartup, WithoutANameNothingIsTouched) {
+TEST_F(ShellStartup, EmptyName_OpensNoKey) {
     // An entry without a name and data would mean the key of all entries: were it asked for,
     // this machine keeps its own.
     registry.createKeyFails = ERROR_ACCESS_DENIED;
@@ -45,7 +45,7 @@ TEST_F(ShellStartup, WithoutANameNothingIsTouched) {
     EXPECT_TRUE(registry.opened.empty());
 }
 
-TEST_F(ShellStartup, IsOffForAMissingOrEmptyEntry) {
+TEST_F(ShellStartup, MissingOrEmptyEntry_IsOff) {
     EXPECT_FALSE(api.ApplicationSartup(kEntry));
     entry.Set(L"");
     EXPECT_FALSE(api.ApplicationSartup(kEntry));

@@ -73,21 +73,21 @@ class ShellSystem : public ApiTest {
     }
 };
 
-TEST_F(ShellSystem, SysInfoStartsTheToolOfTheFirstEntryInANormalWindow) {
+TEST_F(ShellSystem, SysInfo_FirstEntry_StartsItInANormalWindow) {
     const std::wstring tool = Tool(L"System Info\\tool.exe");
     program.Set(tool);
     api.ShellSysInfo();
     EXPECT_EQ(Mark(tool), L"normal\"" + tool + L"\"");
 }
 
-TEST_F(ShellSystem, SysInfoTakesAnEntryWithArgumentsAsACommandLine) {
+TEST_F(ShellSystem, SysInfo_EntryWithArguments_IsACommandLine) {
     const std::wstring tool = Tool(L"tool.exe");
     program.Set(L"\"" + tool + L"\" /x");
     api.ShellSysInfo();
     EXPECT_EQ(Mark(tool), L"normal\"" + tool + L"\" /x");
 }
 
-TEST_F(ShellSystem, SysInfoPrefersTheFirstEntry) {
+TEST_F(ShellSystem, SysInfo_BothEntries_StartsTheFirst) {
     const std::wstring tool = Tool(L"tool.exe");
     (void)Tool(L"Second\\MSINFO32.EXE");
     program.Set(tool);
@@ -96,14 +96,14 @@ TEST_F(ShellSystem, SysInfoPrefersTheFirstEntry) {
     EXPECT_EQ(Mark(tool), L"normal\"" + tool + L"\"");
 }
 
-TEST_F(ShellSystem, SysInfoStartsTheToolInTheFolderOfTheSecondEntry) {
+TEST_F(ShellSystem, SysInfo_SecondEntry_StartsTheToolInItsFolder) {
     const std::wstring tool = Tool(L"System Info\\MSINFO32.EXE");
     folder.Set(tree.Path(L"System Info"));
     api.ShellSysInfo();
     EXPECT_EQ(Mark(tool), L"normal\"" + tool + L"\"");
 }
 
-TEST_F(ShellSystem, SysInfoWithoutAnyEntryIsUnavailable) {
+TEST_F(ShellSystem, SysInfo_NoEntry_IsUnavailable) {
     boxes.Expect(L"System Information Is Unavailable At This Time");
     api.ShellSysInfo();
     ASSERT_EQ(boxes.Shown().size(), 1U);
@@ -115,13 +115,13 @@ TEST_F(ShellSystem, SysInfoWithoutAnyEntryIsUnavailable) {
     EXPECT_FALSE(box.rightToLeft);
 }
 
-TEST_F(ShellSystem, SysInfoWithoutTheToolInTheFolderIsUnavailable) {
+TEST_F(ShellSystem, SysInfo_FolderWithoutTheTool_IsUnavailable) {
     folder.Set(tree.Folder(L"Empty"));
     boxes.Expect(L"System Information Is Unavailable At This Time");
     api.ShellSysInfo();
 }
 
-TEST_F(ShellSystem, SysInfoThatDoesNotStartEndsSilently) {
+TEST_F(ShellSystem, SysInfo_DoesNotStart_ShowsNoBox) {
     program.Set(tree.Path(L"missing.exe"));
     folder.Set(tree.Path(L"System Info"));
     api.ShellSysInfo();
@@ -131,7 +131,7 @@ TEST_F(ShellSystem, SysInfoThatDoesNotStartEndsSilently) {
     EXPECT_EQ(fault.container, L"CCommonAPI");
 }
 
-TEST_F(ShellSystem, WinDirectoryIsTheFolderOfWindows) {
+TEST_F(ShellSystem, WinDirectory_IsTheFolderOfWindows) {
     const std::wstring directory = api.WinDirectory();
     EXPECT_TRUE(Exists(directory + L"\\system32\\kernel32.dll"));
     EXPECT_FALSE(directory.ends_with(L'\\'));
@@ -146,7 +146,7 @@ UINT WINAPI ShortDirectory(LPWSTR buffer, UINT size) {
     return 2;
 }
 
-TEST_F(ShellSystem, WinDirectoryIsAsLongAsTheSystemSays) {
+TEST_F(ShellSystem, WinDirectory_HasTheLengthThatTheSystemReturns) {
     {
         const ImportHook hook("GetWindowsDirectoryW", &ShortDirectory);
         EXPECT_EQ(api.WinDirectory(), L"W:");
@@ -155,7 +155,7 @@ TEST_F(ShellSystem, WinDirectoryIsAsLongAsTheSystemSays) {
     EXPECT_EQ(api.WinDirectory(), L"");
 }
 
-TEST_F(ShellSystem, WinVersionIsEmpty) { EXPECT_EQ(api.WinVersion(), L""); }
+TEST_F(ShellSystem, WinVersion_IsEmpty) { EXPECT_EQ(api.WinVersion(), L""); }
 
 BOOL WINAPI NoVersion(OSVERSIONINFOA*) { return FALSE; }
 
@@ -172,9 +172,9 @@ BOOL WINAPI VersionOfPlatform2(OSVERSIONINFOA* version) {
     return TRUE;
 }
 
-TEST_F(ShellSystem, IsWinNTHere) { EXPECT_TRUE(api.IsWinNT()); }
+TEST_F(ShellSystem, IsWinNT_OnThisSystem_ReturnsTrue) { EXPECT_TRUE(api.IsWinNT()); }
 
-TEST_F(ShellSystem, IsWinNTOnlyOnPlatform2) {
+TEST_F(ShellSystem, IsWinNT_OnPlatform2Only_ReturnsTrue) {
     {
         const ImportHook hook("GetVersionExA", &VersionOfPlatform1);
         EXPECT_FALSE(api.IsWinNT());

@@ -7,7 +7,7 @@ namespace {
 
 class ShellWindows : public ApiTest {};
 
-TEST_F(ShellWindows, FindTakesClassTitleOrBoth) {
+TEST_F(ShellWindows, Find_ByClassTitleOrBoth_ReturnsTheWindow) {
     const TestWindow window(L"VaultwrightTestsFind", L"Vaultwright tests: نافذة");
     const HWND handle = window.Handle();
     ASSERT_NE(handle, nullptr);
@@ -16,7 +16,7 @@ TEST_F(ShellWindows, FindTakesClassTitleOrBoth) {
     EXPECT_EQ(api.FindWindow(window.ClassName(), L"Vaultwright tests: نافذة"), handle);
 }
 
-TEST_F(ShellWindows, FindGivesNullWhenThereIsNone) {
+TEST_F(ShellWindows, Find_NoSuchWindow_ReturnsNull) {
     const TestWindow window(L"VaultwrightTestsFind", L"Vaultwright tests");
     EXPECT_EQ(api.FindWindow(L"VaultwrightTestsMissing", L""), nullptr);
     EXPECT_EQ(api.FindWindow(L"", L"Vaultwright tests: no such title"), nullptr);
@@ -36,7 +36,7 @@ HWND WINAPI RecordFind(HWND parent, HWND after, LPCWSTR className, LPCWSTR title
     return nullptr;
 }
 
-TEST_F(ShellWindows, FindLeavesOutWhatIsEmptyAndSearchesFromTheTop) {
+TEST_F(ShellWindows, Find_EmptyTexts_SearchesAllTopLevelWindows) {
     const ImportHook hook("FindWindowExW", &RecordFind);
     findArguments = {HWND_TOPMOST, HWND_TOPMOST, true, true};
     (void)api.FindWindow(L"", L"");
@@ -46,7 +46,7 @@ TEST_F(ShellWindows, FindLeavesOutWhatIsEmptyAndSearchesFromTheTop) {
     EXPECT_FALSE(findArguments.hasTitle);
 }
 
-TEST_F(ShellWindows, DestroyTakesTheWindowAway) {
+TEST_F(ShellWindows, Destroy_RemovesTheWindow) {
     const TestWindow window(L"VaultwrightTestsDestroy");
     ASSERT_TRUE(IsWindow(window.Handle()));
     api.DestroyWindowVB(window.Handle());
@@ -55,7 +55,7 @@ TEST_F(ShellWindows, DestroyTakesTheWindowAway) {
     api.DestroyWindowVB(nullptr);
 }
 
-TEST_F(ShellWindows, TopMostPinsTheWindowWhereItIs) {
+TEST_F(ShellWindows, TopMost_KeepsThePositionOfTheWindow) {
     const TestWindow window(L"VaultwrightTestsTopMost");
     RECT before{};
     GetWindowRect(window.Handle(), &before);
@@ -67,7 +67,7 @@ TEST_F(ShellWindows, TopMostPinsTheWindowWhereItIs) {
     EXPECT_TRUE(EqualRect(&before, &after));
 }
 
-TEST_F(ShellWindows, ActiveWindowMakesItTheActiveOne) {
+TEST_F(ShellWindows, ActiveWindow_ActivatesTheWindow) {
     const TestWindow first(L"VaultwrightTestsActive1");
     const TestWindow second(L"VaultwrightTestsActive2");
     api.ActiveWindow(first.Handle());

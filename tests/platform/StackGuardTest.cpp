@@ -19,7 +19,7 @@ void Write() {
     for (std::size_t i = 0; i < kCount; ++i) begin[i] = 'x';
 }
 
-TEST(StackGuardDeathTest, AnOverrunArrayEndsTheProcessAtOnce) {
+TEST(StackGuardDeathTest, ArrayOverrun_EndsTheProcess) {
     // A real call, with a frame of its own.
     void (*volatile within)() = Write<16>;
     void (*volatile beyond)() = Write<64>;

@@ -12,17 +12,19 @@
 namespace vw {
 namespace {
 
-TEST(SystemCodePage, NumberZeroIsTheOneOfTheSystem) { EXPECT_EQ(CodePage().Number(), GetACP()); }
+TEST(SystemCodePage, NumberZero_IsTheCodePageOfTheSystem) {
+    EXPECT_EQ(CodePage().Number(), GetACP());
+}
 
 // VW_CODE_PAGE sets it where the tests run on another system than usual; without it the tests
 // would not notice that they do not.
-TEST(SystemCodePage, IsThatOfTheSystemThatTheTestsMean) {
+TEST(SystemCodePage, NumberZero_IsTheOneThatTheTestsExpect) {
     const char* const expected = std::getenv("VW_CODE_PAGE");
     if (expected == nullptr && !test::UnderWine()) GTEST_SKIP() << "any system is meant";
     EXPECT_EQ(std::to_string(CodePage().Number()), expected == nullptr ? "1252" : expected);
 }
 
-TEST(SystemCodePage, KeepsTheLettersThatItHas) {
+TEST(SystemCodePage, KeepsItsOwnLetters) {
     EXPECT_EQ(CodePage(1252).Encode(L"a\u00AB\u00BB\u20AC"), "a\xAB\xBB\x80");
     EXPECT_EQ(CodePage(1252).Decode("a\xAB\xBB\x80"), L"a\u00AB\u00BB\u20AC");
     EXPECT_EQ(CodePage(1256).Encode(L"نسخ"), "\xE4\xD3\xCE");
@@ -31,11 +33,11 @@ TEST(SystemCodePage, KeepsTheLettersThatItHas) {
     EXPECT_FALSE(CodePage(1252).Holds(L"C:\\نسخ\\a"));
 }
 
-TEST(SystemCodePage, GivesAQuestionMarkForEachLetterThatItLacks) {
+TEST(SystemCodePage, WritesAQuestionMarkForEachMissingLetter) {
     EXPECT_EQ(CodePage(1252).Encode(L"xنسخy"), "x???y");
 }
 
-TEST(SystemCodePage, NeverTakesALookAlike) {
+TEST(SystemCodePage, DoesNotReplaceLettersBySimilarOnes) {
     // U+0100 is an A with a bar, U+2212 a minus, U+FF21 a wide A: best fit would make A, - and A.
     EXPECT_EQ(CodePage(1252).Encode(L"\u0100\u2212\uFF21"), "???");
 }
@@ -51,7 +53,7 @@ TEST(SystemCodePage, PagesOfMoreThanOneByte_AreConverted) {
     EXPECT_EQ(CodePage(CP_UTF8).Decode("\xD9\x86\xC4\x80"), L"\u0646\u0100");
 }
 
-TEST(SystemCodePage, OfTheSystemLanguage_IsThatOfAnUnswitchedSystem) {
+TEST(SystemCodePage, OfTheSystemLanguage_IsTheOneBeforeUtf8) {
     if (GetACP() == CP_UTF8) GTEST_SKIP() << "this system is switched";
     EXPECT_EQ(CodePage::OfSystemLanguage(), GetACP());
 }
@@ -69,7 +71,7 @@ TEST(SystemCodePage, Utf8_ReadsOtherBytesInTheCodePageOfBefore) {
     EXPECT_EQ(ansi.Decode("\xE4"), L"\u00E4");
 }
 
-TEST(SystemCodePage, KeepsNulAndGivesEmptyForEmpty) {
+TEST(SystemCodePage, KeepsNulAndReturnsEmptyForEmpty) {
     EXPECT_EQ(CodePage(1252).Encode(std::wstring_view(L"a\0b", 3)), std::string("a\0b", 3));
     EXPECT_EQ(CodePage(1252).Decode(std::string_view("a\0b", 3)), std::wstring(L"a\0b", 3));
     EXPECT_EQ(CodePage(1252).Encode(L""), "");

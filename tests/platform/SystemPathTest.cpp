@@ -16,7 +16,7 @@ struct PathRow {
     std::wstring_view system;
 };
 
-TEST(SystemPathTest, TypedPathsAreMadeAbsoluteAndFreeOfTheLengthLimit) {
+TEST(SystemPathTest, TypedPath_BecomesAbsoluteWithoutLengthLimit) {
     const std::vector<PathRow> rows = {
         {L"C:\\", L"C:\\", L"\\\\?\\C:\\"},
         {L"C:\\a.txt", L"C:\\a.txt", L"\\\\?\\C:\\a.txt"},
@@ -53,7 +53,7 @@ TEST(SystemPathTest, RelativePaths_FolderNamed_AreCompletedWithIt) {
     CompleteRelativePathsIn({});
 }
 
-TEST(SystemPathTest, RelativePathsAreTakenFromTheCurrentFolder) {
+TEST(SystemPathTest, RelativePath_IsCompletedWithTheCurrentFolder) {
     std::wstring current(GetCurrentDirectoryW(0, nullptr), L'\0');
     GetCurrentDirectoryW(static_cast<DWORD>(current.size()), current.data());
     current.pop_back();
@@ -62,12 +62,12 @@ TEST(SystemPathTest, RelativePathsAreTakenFromTheCurrentFolder) {
     EXPECT_EQ(AbsolutePath(current.substr(0, 2) + L"z"), current + L"z");
 }
 
-TEST(SystemPathTest, ABareDriveIsItsCurrentFolder) {
+TEST(SystemPathTest, DriveLetterAlone_MeansItsCurrentFolder) {
     const std::wstring drive = AbsolutePath(L"C:");
     EXPECT_TRUE(drive.starts_with(L"C:\\")) << drive.size();
 }
 
-TEST(SystemPathTest, PathsThatNameNoFileAreRefusedAsBadNames) {
+TEST(SystemPathTest, PathThatNamesNoFile_ThrowsBadName) {
     for (const std::wstring_view path :
          {std::wstring_view(), std::wstring_view(L"C:\\a\0b", 6), std::wstring_view(L"NUL"),
           std::wstring_view(L"\\\\.\\C:")}) {
@@ -80,7 +80,7 @@ TEST(SystemPathTest, PathsThatNameNoFileAreRefusedAsBadNames) {
     }
 }
 
-TEST(SystemPathTest, PathsTooLongForTheSystemAreRefusedAsBadNames) {
+TEST(SystemPathTest, PathTooLongForTheSystem_ThrowsBadName) {
     const std::wstring longest = L"C:\\" + std::wstring(32'000, L'x');
     EXPECT_EQ(SystemPath(longest), L"\\\\?\\" + longest);
     for (const std::size_t length : {32'770U, 65'536U, 1U << 20}) {
@@ -95,7 +95,7 @@ TEST(SystemPathTest, PathsTooLongForTheSystemAreRefusedAsBadNames) {
     }
 }
 
-TEST(SystemPathTest, ContainingIsByWholeComponentsAndIgnoresCase) {
+TEST(SystemPathTest, PathContains_ComparesWholeComponentsIgnoringCase) {
     EXPECT_TRUE(PathContains(L"E:\\Store", L"e:\\STORE"));
     EXPECT_TRUE(PathContains(L"E:\\Store\\", L"E:\\store\\a.txt"));
     EXPECT_TRUE(PathContains(L"E:\\", L"E:\\Store"));

@@ -5,7 +5,7 @@
 namespace vw {
 namespace {
 
-TEST(TextCase, GivesCapitalsOfOneUnitEach) {
+TEST(TextCase, ReturnsCapitalsOfOneUnitEach) {
     struct Row {
         wchar_t character;
         wchar_t upper;
@@ -33,7 +33,7 @@ TEST(TextCase, GivesCapitalsOfOneUnitEach) {
     }
 }
 
-TEST(TextCase, LeavesCapitalsAlone) {
+TEST(TextCase, KeepsCapitals) {
     for (unsigned unit = 0; unit <= 0xFFFF; ++unit) {
         const wchar_t upper = UpperCase(static_cast<wchar_t>(unit));
         ASSERT_EQ(UpperCase(upper), upper) << unit;
@@ -46,7 +46,7 @@ TEST(TextCase, MakesKeysOfNames) {
     EXPECT_EQ(UpperCase(std::wstring_view()), L"");
 }
 
-TEST(TextCase, ComparesUnitByUnitWithoutRegardToCase) {
+TEST(TextCase, ComparesUnitByUnitIgnoringCase) {
     struct Row {
         std::wstring_view left;
         std::wstring_view right;
@@ -74,7 +74,7 @@ TEST(TextCase, ComparesUnitByUnitWithoutRegardToCase) {
     }
 }
 
-TEST(TextCase, FindsTheFirstPlaceWithoutRegardToCase) {
+TEST(TextCase, FindsTheFirstPositionIgnoringCase) {
     constexpr std::size_t none = std::wstring_view::npos;
     struct Row {
         std::wstring_view text;

@@ -5,7 +5,7 @@
 namespace vw {
 namespace {
 
-TEST(TextDirection, TheFirstLetterOfANameDecidesItsDirection) {
+TEST(TextDirection, NameReadsFromRight_DependsOnItsFirstLetter) {
     EXPECT_FALSE(NameReadsFromRight(L"Report (1)"));
     EXPECT_TRUE(NameReadsFromRight(L"رسالة (1)"));
     EXPECT_FALSE(NameReadsFromRight(L"Invoice رقم"));
@@ -15,14 +15,14 @@ TEST(TextDirection, TheFirstLetterOfANameDecidesItsDirection) {
     EXPECT_TRUE(NameReadsFromRight(L"שלום"));
 }
 
-TEST(TextDirection, AnyArabicLetterDecidesTheDirectionOfASentence) {
+TEST(TextDirection, PhraseReadsFromRight_AnyArabicLetter_ReturnsTrue) {
     EXPECT_TRUE(PhraseReadsFromRight(L"Vaultwright يقوم بالعمل نيابة عنك!"));
     EXPECT_FALSE(PhraseReadsFromRight(L"Vaultwright"));
     EXPECT_FALSE(PhraseReadsFromRight(L""));
     EXPECT_FALSE(PhraseReadsFromRight(L"١٢٣")) << "digits have no direction of their own";
 }
 
-TEST(TextDirection, PathsBeginWithADriveOrAServer) {
+TEST(TextDirection, IsPathLike_DriveOrServer_ReturnsTrue) {
     EXPECT_TRUE(IsPathLike(L"C:\\a"));
     EXPECT_TRUE(IsPathLike(L"\\\\server\\share"));
     EXPECT_FALSE(IsPathLike(L"C:"));
@@ -35,7 +35,7 @@ TEST(TextDirection, PathsBeginWithADriveOrAServer) {
 constexpr const wchar_t* kMarkedFolders =
     L"\u202AC:\\\u200Eالعمل\\\u200Eعقود\\\u200EContract.pdf\u202C";
 
-TEST(MarkPath, ArabicFolders_StandInTheirOrder) {
+TEST(MarkPath, ArabicFolders_AreShownInTheirOrder) {
     EXPECT_EQ(MarkPath(L"C:\\العمل\\عقود\\Contract.pdf"), kMarkedFolders);
 }
 
@@ -46,14 +46,14 @@ TEST(MarkPath, OrderIsRightWithoutMarks_ReturnsThePath) {
     }
 }
 
-TEST(MarkPath, NeutralCharacterAtAnEnd_Marks) {
+TEST(MarkPath, NeutralCharacterAtAnEnd_AddsMarks) {
     for (const std::wstring path : {L"C:\\Docs\\", L"C:", L"\\\\server\\share", L"Budget (2024)",
                                     L"R:\\Backup\\Work«0001»", L"2024 Budget.xlsx"}) {
         EXPECT_EQ(MarkPath(path), L"\u202A" + path + L"\u202C");
     }
 }
 
-TEST(MarkPath, ArabicDigits_Marks) {
+TEST(MarkPath, ArabicDigits_AddsMarks) {
     EXPECT_EQ(MarkPath(L"C:\\٢٠٢٤"), L"\u202AC:\\\u200E٢٠٢٤\u202C");
 }
 

@@ -26,7 +26,7 @@ class SpecialFiles : public testing::Test {
     const TempTree tree_;
 };
 
-TEST_F(SpecialFiles, WithoutBytesOfTheirOwn_AreLinks) {
+TEST_F(SpecialFiles, FilesWithoutOwnBytes_AreLinks) {
     // App alias, socket, pipe, character and block device.
     for (const DWORD tag : {0x8000001B, 0x80000023, 0x80000024, 0x80000025, 0x80000026}) {
         const FileInfo facts = FactsWith(FILE_ATTRIBUTE_REPARSE_POINT, tag);
@@ -35,7 +35,7 @@ TEST_F(SpecialFiles, WithoutBytesOfTheirOwn_AreLinks) {
     }
 }
 
-TEST_F(SpecialFiles, ThatAreStoredInAnotherWay_AreFiles) {
+TEST_F(SpecialFiles, FilesStoredInAnotherWay_AreFiles) {
     // Compressed by the system, deduplicated, in a cloud folder.
     for (const DWORD tag : {0x80000017, 0x80000013, 0x9000001A, 0x9000601A}) {
         const FileInfo facts = FactsWith(FILE_ATTRIBUTE_REPARSE_POINT, tag);
@@ -45,7 +45,7 @@ TEST_F(SpecialFiles, ThatAreStoredInAnotherWay_AreFiles) {
     EXPECT_FALSE(FactsWith(FILE_ATTRIBUTE_ARCHIVE, 0x8000001B).isLink) << "no tag without its mark";
 }
 
-TEST_F(SpecialFiles, LinksToFiles_AreTheFileOrLeadNowhere) {
+TEST_F(SpecialFiles, LinksToFiles_ReadAsTheirTargetIfItExists) {
     const std::wstring file = tree_.File(L"a.txt", "1234");
     const FileInfo shown = FactsWith(FILE_ATTRIBUTE_REPARSE_POINT, kSymbolicLink, file);
     EXPECT_FALSE(shown.isLink);
@@ -56,7 +56,7 @@ TEST_F(SpecialFiles, LinksToFiles_AreTheFileOrLeadNowhere) {
     }
 }
 
-TEST_F(SpecialFiles, InTheCloudAlone_AreMarked) {
+TEST_F(SpecialFiles, FilesInTheCloudAlone_AreMarked) {
     // Recall on data access, recall on open, offline.
     for (const DWORD attribute : {0x00400000, 0x00040000, 0x00001000}) {
         EXPECT_TRUE(FactsWith(FILE_ATTRIBUTE_REPARSE_POINT | attribute, 0x9000001A).isOnlyInCloud);
@@ -67,13 +67,13 @@ TEST_F(SpecialFiles, InTheCloudAlone_AreMarked) {
     EXPECT_FALSE(FactsWith(FILE_ATTRIBUTE_REPARSE_POINT | 0x00100000, 0x9000001A).isOnlyInCloud);
 }
 
-TEST_F(SpecialFiles, ThatAreEncrypted_AreMarked) {
+TEST_F(SpecialFiles, EncryptedFiles_AreMarked) {
     EXPECT_TRUE(FactsWith(FILE_ATTRIBUTE_ENCRYPTED).isEncrypted);
     EXPECT_FALSE(FactsWith(FILE_ATTRIBUTE_ENCRYPTED | FILE_ATTRIBUTE_DIRECTORY).isEncrypted);
     EXPECT_FALSE(FactsWith(FILE_ATTRIBUTE_ARCHIVE).isEncrypted);
 }
 
-TEST(CloudFailures, ConcernTheCloudAndNoSingleFile) {
+TEST(CloudFailures, ConcernsCloud_CodesOfTheCloudOnly_ReturnsTrue) {
     const auto concerns = [](std::uint32_t code) {
         return ConcernsCloud(RuntimeError(75, L"", L"C:\\a", 1, code));
     };

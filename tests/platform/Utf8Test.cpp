@@ -7,7 +7,7 @@ namespace {
 
 using namespace std::string_literals;
 
-TEST(Utf8, TurnsTextIntoBytesAndBack) {
+TEST(Utf8, EncodesAndDecodesText) {
     struct Row {
         std::wstring text;
         std::string bytes;
@@ -36,13 +36,13 @@ TEST(Utf8, TurnsTextIntoBytesAndBack) {
     }
 }
 
-TEST(Utf8, LooksNoFurtherThanItsText) {
+TEST(Utf8, DoesNotReadBeyondTheText) {
     const wchar_t pair[] = {static_cast<wchar_t>(0xD83D), static_cast<wchar_t>(0xDE00)};
     EXPECT_EQ(ToUtf8(std::wstring_view(pair, 1)), "\xED\xA0\xBD");
     EXPECT_EQ(FromUtf8(std::string_view("\xC3\xA9", 1)), L"\uFFFD");
 }
 
-TEST(Utf8, PutsAReplacementForEachDamagedPart) {
+TEST(Utf8, WritesAReplacementForEachDamagedPart) {
     struct Row {
         std::string bytes;
         std::wstring text;
@@ -71,7 +71,7 @@ TEST(Utf8, PutsAReplacementForEachDamagedPart) {
     }
 }
 
-TEST(Utf8, BringsBackEveryUnit) {
+TEST(Utf8, EncodesAndDecodesEveryUnit) {
     for (unsigned unit = 0; unit <= 0xFFFF; ++unit) {
         const std::wstring text{L'<', static_cast<wchar_t>(unit), L'>'};
         ASSERT_EQ(FromUtf8(ToUtf8(text)), text) << unit;

@@ -96,7 +96,7 @@ TEST(MatchesWildcard, ListsRangesAndTheirNegation_Match) {
     for (const Row& row : rows) Check(row);
 }
 
-TEST(MatchesWildcard, TakesAHyphenAtEitherEndOfAListAsItself) {
+TEST(MatchesWildcard, HyphenAtEitherEndOfAList_IsItself) {
     const Row rows[] = {
         {L"-", L"[-a]", true},   {L"a", L"[-a]", true},   {L"b", L"[-a]", false},
         {L"-", L"[a-]", true},   {L"a", L"[a-]", true},   {L"b", L"[a-]", false},
@@ -106,7 +106,7 @@ TEST(MatchesWildcard, TakesAHyphenAtEitherEndOfAListAsItself) {
     for (const Row& row : rows) Check(row);
 }
 
-TEST(MatchesWildcard, TakesAnEmptyListForNothing) {
+TEST(MatchesWildcard, EmptyList_MatchesNoCharacter) {
     const Row rows[] = {
         {L"", L"[]", true},        {L"a", L"[]", false},  {L"ab", L"a[]b", true},
         {L"a[]b", L"a[]b", false}, {L"ab", L"*[]", true}, {L"ab", L"[][]a[]*", true},
@@ -115,7 +115,7 @@ TEST(MatchesWildcard, TakesAnEmptyListForNothing) {
     for (const Row& row : rows) Check(row);
 }
 
-TEST(MatchesWildcard, TakesABracketWithoutItsEndAsItself) {
+TEST(MatchesWildcard, BracketWithoutItsEnd_IsItself) {
     const Row rows[] = {
         {L"[", L"[", true},
         {L"a", L"[", false},
@@ -131,7 +131,7 @@ TEST(MatchesWildcard, TakesABracketWithoutItsEndAsItself) {
     for (const Row& row : rows) Check(row);
 }
 
-TEST(MatchesWildcard, ServesPathsAsPatterns) {
+TEST(MatchesWildcard, MatchesPathsAsPatterns) {
     const Row rows[] = {
         {L"C:\\Store\\Docs\\", L"C:\\Store*", true},
         {L"c:\\STORE", L"C:\\Store*", true},
@@ -165,7 +165,7 @@ TEST(MatchesWildcard, RecognisesCopyNames) {
     for (const Row& row : rows) Check(row);
 }
 
-TEST(MatchesWildcard, EndsSoonWhateverThePattern) {
+TEST(MatchesWildcard, EndsSoonForEveryPattern) {
     const auto begin = std::chrono::steady_clock::now();
 
     const std::wstring text(10000, L'a');

@@ -30,7 +30,7 @@ class Win32FileSystemTest : public testing::Test {
     Win32FileSystem files_;
 };
 
-TEST_F(Win32FileSystemTest, LooksAtFilesFoldersAndNothing) {
+TEST_F(Win32FileSystemTest, Stat_FilesFoldersAndMissingPaths_AreRecognised) {
     const std::wstring file = tree_.File(L"a.txt", "12345", {2020, 2, 3, 4, 5, 6});
     const auto facts = files_.Stat(file);
     ASSERT_TRUE(facts);
@@ -53,7 +53,7 @@ TEST_F(Win32FileSystemTest, LooksAtFilesFoldersAndNothing) {
     EXPECT_FALSE(files_.Stat(std::wstring_view(L"C:\\a\0b", 6)));
 }
 
-TEST_F(Win32FileSystemTest, ListsEachEntryOnceWithItsFacts) {
+TEST_F(Win32FileSystemTest, ListsEachEntryOnceWithItsInfo) {
     tree_.File(L"a.txt", "123");
     tree_.File(L"\u0645\u0631\u062D\u0628\u0627.txt", "1");
     tree_.Folder(L"sub\\deeper");
@@ -69,14 +69,14 @@ TEST_F(Win32FileSystemTest, ListsEachEntryOnceWithItsFacts) {
               (std::set<std::wstring>{L"a.txt", L"\u0645\u0631\u062D\u0628\u0627.txt", L"sub"}));
 }
 
-TEST_F(Win32FileSystemTest, AnEmptyFolderListsNothingAndAMissingOneIsPathNotFound) {
+TEST_F(Win32FileSystemTest, List_EmptyOrMissingFolder_ListsNothingOrThrows) {
     files_.List(tree_.Folder(L"empty"), [](const FolderEntry&) { ADD_FAILURE(); });
     EXPECT_EQ(NumberOf([&] { files_.List(tree_.Path(L"none"), [](const FolderEntry&) {}); }), 76);
     const std::wstring file = tree_.File(L"file");
     EXPECT_EQ(NumberOf([&] { files_.List(file, [](const FolderEntry&) {}); }), 76);
 }
 
-TEST_F(Win32FileSystemTest, ACopyKeepsBytesDateAndAttributes) {
+TEST_F(Win32FileSystemTest, Copy_KeepsBytesDateAndAttributes) {
     const std::wstring from =
         tree_.File(L"a", std::string(200000, 'x'), {1999, 12, 31, 23, 59, 58});
     tree_.SetAttributes(L"a", FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN);
@@ -86,7 +86,7 @@ TEST_F(Win32FileSystemTest, ACopyKeepsBytesDateAndAttributes) {
     EXPECT_TRUE(files_.Stat(tree_.Path(L"b"))->isHidden);
 }
 
-TEST_F(Win32FileSystemTest, ACopyNeverReplacesAndFailuresHaveTheirNumbers) {
+TEST_F(Win32FileSystemTest, Copy_ToAnExistingFile_ReplacesNothing) {
     const std::wstring a = tree_.File(L"a", "new");
     const std::wstring b = tree_.File(L"b", "old");
     EXPECT_EQ(NumberOf([&] { files_.Copy(a, b, {}); }), 58);
@@ -97,7 +97,7 @@ TEST_F(Win32FileSystemTest, ACopyNeverReplacesAndFailuresHaveTheirNumbers) {
     EXPECT_FALSE(test::Exists(tree_.Path(L"c")));
 }
 
-TEST_F(Win32FileSystemTest, AFileHeldByAnotherIsPermissionDenied) {
+TEST_F(Win32FileSystemTest, FileInUse_ThrowsPermissionDenied) {
     const std::wstring file = tree_.File(L"held");
     const FileHandle held(
         CreateFileW(file.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
@@ -110,14 +110,14 @@ TEST_F(Win32FileSystemTest, AFileHeldByAnotherIsPermissionDenied) {
     EXPECT_TRUE(files_.Stat(file));
 }
 
-TEST_F(Win32FileSystemTest, FoldersAreMadeOneLevelAtATime) {
+TEST_F(Win32FileSystemTest, CreateFolder_MissingParent_Throws) {
     files_.CreateFolder(tree_.Path(L"new"));
     EXPECT_TRUE(files_.Stat(tree_.Path(L"new"))->isFolder);
     EXPECT_EQ(NumberOf([&] { files_.CreateFolder(tree_.Path(L"new")); }), 58);
     EXPECT_EQ(NumberOf([&] { files_.CreateFolder(tree_.Path(L"x\\y")); }), 76);
 }
 
-TEST_F(Win32FileSystemTest, ReadOnlyFilesAndFoldersAreDeletedToo) {
+TEST_F(Win32FileSystemTest, Remove_ReadOnlyFileOrFolder_Deletes) {
     const std::wstring file = tree_.File(L"a");
     tree_.SetAttributes(L"a", FILE_ATTRIBUTE_READONLY);
     files_.RemoveFile(file);
@@ -128,13 +128,13 @@ TEST_F(Win32FileSystemTest, ReadOnlyFilesAndFoldersAreDeletedToo) {
     EXPECT_FALSE(test::Exists(folder));
 }
 
-TEST_F(Win32FileSystemTest, AFolderThatIsNotEmptyStays) {
+TEST_F(Win32FileSystemTest, RemoveFolder_NotEmpty_Throws) {
     tree_.File(L"sub\\a");
     EXPECT_EQ(NumberOf([&] { files_.RemoveFolder(tree_.Path(L"sub")); }), 75);
     EXPECT_TRUE(test::Exists(tree_.Path(L"sub\\a")));
 }
 
-TEST_F(Win32FileSystemTest, MovingNeverReplacesAndReplacingDoes) {
+TEST_F(Win32FileSystemTest, Rename_ExistingTarget_ThrowsButReplaceOverwrites) {
     const std::wstring a = tree_.File(L"a", "A");
     const std::wstring b = tree_.File(L"b", "B");
     EXPECT_EQ(NumberOf([&] { files_.Rename(a, b); }), 58);
@@ -147,7 +147,7 @@ TEST_F(Win32FileSystemTest, MovingNeverReplacesAndReplacingDoes) {
     EXPECT_EQ(test::ReadBytes(a), "A");
 }
 
-TEST_F(Win32FileSystemTest, FoldersMoveWholeAndNeverOntoOthers) {
+TEST_F(Win32FileSystemTest, Rename_Folder_MovesItsTreeNeverOntoAnother) {
     tree_.File(L"from\\x\\y", "1");
     tree_.Folder(L"to");
     EXPECT_NE(NumberOf([&] { files_.Rename(tree_.Path(L"from"), tree_.Path(L"to")); }), 0);
@@ -155,7 +155,7 @@ TEST_F(Win32FileSystemTest, FoldersMoveWholeAndNeverOntoOthers) {
     EXPECT_EQ(test::ReadBytes(tree_.Path(L"to2\\x\\y")), "1");
 }
 
-TEST_F(Win32FileSystemTest, TextIsReadAndWrittenWhole) {
+TEST_F(Win32FileSystemTest, ReadAndWrite_TransferWholeFiles) {
     const std::wstring path = tree_.Path(L"list.vwl");
     const std::string bytes = std::string(100000, 'a') + std::string("\0b", 2);
     files_.Write(path, bytes, FileSystem::Flush::Yes);
@@ -168,7 +168,7 @@ TEST_F(Win32FileSystemTest, TextIsReadAndWrittenWhole) {
     EXPECT_EQ(NumberOf([&] { static_cast<void>(files_.Read(tree_.Folder(L"sub"))); }), 75);
 }
 
-TEST_F(Win32FileSystemTest, PathsFarBeyondTheOldLimitWork) {
+TEST_F(Win32FileSystemTest, AcceptsPathsOf700Characters) {
     std::wstring folder = tree_.Path();
     for (int i = 0; i < 12; ++i) {
         folder += L"\\" + std::wstring(60, L'd');
@@ -191,7 +191,7 @@ TEST_F(Win32FileSystemTest, Drives_HaveKindAndFreeSpace) {
     EXPECT_NE(NumberOf([&] { static_cast<void>(files_.FreeSpace(L"Q:\\")); }), 0);
 }
 
-TEST_F(Win32FileSystemTest, TheTemporaryFolderHasNoFinalSeparator) {
+TEST_F(Win32FileSystemTest, TempFolder_HasNoFinalSeparator) {
     const std::wstring folder = files_.TempFolder();
     EXPECT_TRUE(files_.Stat(folder)->isFolder);
     EXPECT_FALSE(folder.ends_with(L'\\'));
@@ -210,7 +210,7 @@ TEST_F(Win32FileSystemTest, Identify_FolderMadeAnew_IsAnother) {
     EXPECT_TRUE(first.IsSameAs(files_.Identify(tree_.Path(L"Away"))));
 }
 
-TEST_F(Win32FileSystemTest, Identify_NoFolder_Raises) {
+TEST_F(Win32FileSystemTest, Identify_NoFolder_Throws) {
     EXPECT_EQ(NumberOf([&] { static_cast<void>(files_.Identify(tree_.File(L"a.txt"))); }),
               error_number::kFileNotFound);
     EXPECT_NE(NumberOf([&] { static_cast<void>(files_.Identify(tree_.Path(L"gone"))); }), 0);

@@ -52,7 +52,7 @@ class Boxes : public testing::Test {
     Win32MessageBoxes boxes{state, [this](std::wstring_view text) { echoed.emplace_back(text); }};
 };
 
-TEST_F(Boxes, HaveTheTitleOfTheProgramUnlessTheySayOtherwise) {
+TEST_F(Boxes, NoTitleGiven_HasTheTitleOfTheProgram) {
     boxes.Show({.text = L"Done"});
     boxes.Show({.text = L"?", .title = L"Another"});
     ASSERT_EQ(asked.size(), 2U);
@@ -63,7 +63,7 @@ TEST_F(Boxes, HaveTheTitleOfTheProgramUnlessTheySayOtherwise) {
 }
 
 // The numbers that people's tools know.
-TEST_F(Boxes, OfArabicQuestionsReadFromRightToLeft) {
+TEST_F(Boxes, RightToLeft_HasTheStyleForIt) {
     EXPECT_EQ(StyleOf({.text = L"?", .buttons = BoxButtons::YesNo, .rightToLeft = true}), 1572868U);
     EXPECT_EQ(StyleOf({.text = L"!", .rightToLeft = true}), 0x80000U | 0x100000U);
 }
@@ -82,7 +82,7 @@ TEST_F(Boxes, RightToLeft_PathsAreMarkedOnDisplayOnly) {
     EXPECT_EQ(echoed.front(), question + L"C:\\عقود\\") << "what is logged has no marks";
 }
 
-TEST_F(Boxes, HaveTheButtonsAndTheIconThatAreWanted) {
+TEST_F(Boxes, ButtonsAndIcon_HaveTheirStyles) {
     EXPECT_EQ(StyleOf({.text = L"!"}), UINT{MB_OK});
     EXPECT_EQ(StyleOf({.text = L"?", .buttons = BoxButtons::YesNo}), UINT{MB_YESNO});
     EXPECT_EQ(StyleOf({.text = L"?", .buttons = BoxButtons::YesNo, .secondIsDefault = true}),
@@ -90,7 +90,7 @@ TEST_F(Boxes, HaveTheButtonsAndTheIconThatAreWanted) {
     EXPECT_EQ(StyleOf({.text = L"!", .icon = BoxIcon::Exclamation}), UINT{MB_ICONEXCLAMATION});
 }
 
-TEST_F(Boxes, OnlyAYesIsAYes) {
+TEST_F(Boxes, AnyButtonButYes_IsNo) {
     for (const auto& [button, meaning] :
          {std::pair(IDYES, BoxAnswer::Yes), std::pair(IDNO, BoxAnswer::No),
           std::pair(IDCANCEL, BoxAnswer::No), std::pair(0, BoxAnswer::No)}) {
@@ -105,7 +105,7 @@ TEST_F(Boxes, OnlyAYesIsAYes) {
 
 // A command that is under way has disabled the window; a box in the middle of it does not give it
 // back.
-TEST_F(Boxes, LeaveTheirOwnerAsItWas) {
+TEST_F(Boxes, OwnerIsDisabled_StaysDisabledAfterTheBox) {
     const TestWindow window(L"vwBoxOwner");
     ShowWindow(window.Handle(), SW_SHOW);
     SetActiveWindow(window.Handle());
@@ -148,14 +148,14 @@ TEST_F(Boxes, SecondWindow_CannotBeUsedUnderABox) {
     watched = nullptr;
 }
 
-TEST_F(Boxes, OfAMegabyteShowTheirBeginning) {
+TEST_F(Boxes, LongText_IsShortened) {
     boxes.Show({.text = std::wstring(1U << 20U, L'x')});
     ASSERT_EQ(asked.size(), 1U);
     EXPECT_LT(asked[0].text.size(), 3000U);
     EXPECT_TRUE(asked[0].text.ends_with(L"x\u2026"));
 }
 
-TEST_F(Boxes, OfASilentRunAreThreeAtMostAndAllAreWrittenDown) {
+TEST_F(Boxes, SilentRun_ShowsThreeBoxesAtMostAndEchoesAll) {
     state.silentRun = true;
     answer = IDNO;
     for (int i = 0; i < 5; ++i) {

@@ -37,7 +37,7 @@ class CountingWindow {
     int count_ = 0;
 };
 
-TEST(WindowEventPumpTest, EveryMessageThatWaitsIsProcessed) {
+TEST(WindowEventPumpTest, ProcessMessages_ProcessesEveryMessage) {
     const CountingWindow window;
     WindowMessagePump pump;
     for (int i = 0; i < 5; ++i) window.Post();
@@ -45,7 +45,7 @@ TEST(WindowEventPumpTest, EveryMessageThatWaitsIsProcessed) {
     EXPECT_EQ(window.Count(), 5);
 }
 
-TEST(WindowEventPumpTest, BetweenStepsMessagesWaitUntilItIsTime) {
+TEST(WindowEventPumpTest, ProcessMessagesIfDue_ProcessesAfterTheInterval) {
     const CountingWindow window;
     WindowMessagePump pump;
     pump.ProcessMessages();
@@ -56,7 +56,7 @@ TEST(WindowEventPumpTest, BetweenStepsMessagesWaitUntilItIsTime) {
     EXPECT_GE(GetTickCount64() - start, 15U) << "processed at once, as if messages cost nothing";
 }
 
-TEST(WindowEventPumpTest, BehindAClosedGateMessagesWait) {
+TEST(WindowEventPumpTest, ProcessMessages_GateIsClosed_ProcessesNothing) {
     const CountingWindow window;
     WindowMessagePump pump;
     bool open = false;
@@ -82,7 +82,7 @@ TEST(WindowEventPumpTest, QuitMessage_IsReportedOnce_OthersContinue) {
     EXPECT_EQ(window.Count(), 1);
 }
 
-TEST(WindowEventPumpTest, WaitingEndsWithTheFirstMessage) {
+TEST(WindowEventPumpTest, WaitForMessages_MessageArrives_Returns) {
     const CountingWindow window;
     WindowMessagePump pump;
     window.Post();
