@@ -28,7 +28,7 @@ class About : public testing::Test {
                   world.programEnd, world.clock, world.ansi};
 };
 
-TEST_F(About, ShowsTheFirstTwoPartsOfTheVersionAndTheLast) {
+TEST_F(About, ShowsVersionPartsOneTwoAndLast) {
     EXPECT_EQ(OwnVersion(), (ProgramVersion{1, 2, 0, 133}));
     AboutBox about(system, Language::English);
     about.ShowOpeningScreen();
@@ -37,7 +37,7 @@ TEST_F(About, ShowsTheFirstTwoPartsOfTheVersionAndTheLast) {
     EXPECT_FALSE(about.Window().IsShown(L"cmdClose"));
 }
 
-TEST_F(About, TheOpeningScreenIsClosedByItsCloseBoxOnly) {
+TEST_F(About, OpeningScreen_Click_IsClosedByItsCloseBoxOnly) {
     SetActiveWindow(nullptr);
     AboutBox about(system, Language::Arabic);
     about.ShowOpeningScreen();
@@ -52,7 +52,7 @@ TEST_F(About, TheOpeningScreenIsClosedByItsCloseBoxOnly) {
     about.Unload();
 }
 
-TEST_F(About, OpenedFromAnotherWindowAClickClosesIt) {
+TEST_F(About, OpenedFromAnotherWindow_Click_Closes) {
     LoadedForm main(MainForm(), Language::English);
     main.form.Show();
     for (const auto* label : {L"", L"Label1", L"lblTitle", L"lblRevision"}) {
@@ -72,7 +72,7 @@ TEST_F(About, OpenedFromAnotherWindowAClickClosesIt) {
     }
 }
 
-TEST_F(About, AsAboutShowsItsButtonAndReturnsWhenItIsPressed) {
+TEST_F(About, AsAbout_ButtonIsPressed_Returns) {
     LoadedForm main(MainForm(), Language::English);
     main.form.Show();
     AboutBox about(system, Language::English);
@@ -91,7 +91,7 @@ TEST_F(About, AsAboutShowsItsButtonAndReturnsWhenItIsPressed) {
     EXPECT_EQ(GetWindow(main.Handle(), GW_OWNER), nullptr);
 }
 
-TEST_F(About, TheEndOfTheProgramEndsTheBoxToo) {
+TEST_F(About, AsAbout_SessionEnds_Returns) {
     LoadedForm main(MainForm(), Language::English);
     main.form.Show();
     AboutBox about(system, Language::English);

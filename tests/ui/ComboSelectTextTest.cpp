@@ -37,7 +37,7 @@ TEST_F(ComboSelectTextTest, SelectsTheEntryOfThatText) {
     EXPECT_EQ(Selected(), 2);
 }
 
-TEST_F(ComboSelectTextTest, LetterCaseCounts) {
+TEST_F(ComboSelectTextTest, DistinguishesLetterCase) {
     Add(L"store");
     Add(L"Store");
     Add(L"STORE");
@@ -46,7 +46,7 @@ TEST_F(ComboSelectTextTest, LetterCaseCounts) {
     EXPECT_THROW(ComboSelectText(combo_, L"sTORE", true), RuntimeError);
 }
 
-TEST_F(ComboSelectTextTest, TakesTheFirstOfEqualEntriesAndWholeTextsOnly) {
+TEST_F(ComboSelectTextTest, SelectsTheFirstEqualEntryByItsWholeText) {
     Add(L"Storehouse");
     Add(L"Store");
     Add(L"Store");
@@ -54,7 +54,7 @@ TEST_F(ComboSelectTextTest, TakesTheFirstOfEqualEntriesAndWholeTextsOnly) {
     EXPECT_EQ(Selected(), 1);
 }
 
-TEST_F(ComboSelectTextTest, WithoutAMatchTheSelectionStays) {
+TEST_F(ComboSelectTextTest, NoMatch_KeepsTheSelection) {
     Add(L"a");
     Add(L"b");
     SendMessageW(combo_, CB_SETCURSEL, 1, 0);
@@ -62,7 +62,7 @@ TEST_F(ComboSelectTextTest, WithoutAMatchTheSelectionStays) {
     EXPECT_EQ(Selected(), 1);
 }
 
-TEST_F(ComboSelectTextTest, RaisesWhenAMatchIsWantedAndTheEditTextDiffers) {
+TEST_F(ComboSelectTextTest, MatchIsRequired_OtherEditText_Throws) {
     Add(L"a");
     SetWindowTextW(combo_, L"something else");
     try {
@@ -73,14 +73,14 @@ TEST_F(ComboSelectTextTest, RaisesWhenAMatchIsWantedAndTheEditTextDiffers) {
     }
 }
 
-TEST_F(ComboSelectTextTest, AnEditTextThatAgreesIsAsGood) {
+TEST_F(ComboSelectTextTest, MatchIsRequired_EqualEditText_IsAccepted) {
     Add(L"a");
     SetWindowTextW(combo_, L"c");
     EXPECT_NO_THROW(ComboSelectText(combo_, L"c", true));
     EXPECT_THROW(ComboSelectText(combo_, L"C", true), RuntimeError);
 }
 
-TEST_F(ComboSelectTextTest, WorksOnAnEmptyBoxAndOnADropList) {
+TEST_F(ComboSelectTextTest, EmptyBoxAndDropList_SelectAndThrowAlike) {
     EXPECT_NO_THROW(ComboSelectText(combo_, L"", true));
     EXPECT_THROW(ComboSelectText(combo_, L"x", true), RuntimeError);
     Make(CBS_DROPDOWNLIST);

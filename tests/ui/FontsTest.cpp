@@ -14,7 +14,7 @@ namespace {
 constexpr int kUsual = 96;
 constexpr int kEnlarged = 120;
 
-TEST(FaceOfAForm, IsTheGivenOneWhereItExistsAndIsScalable) {
+TEST(FaceOfAForm, Serves_ScalableFaceThatExists_ReturnsTrue) {
     const FaceInfo outline{.exists = true, .isRaster = false, .hasArabic = false};
     for (const int dpi : {kUsual, kEnlarged, 192}) {
         EXPECT_TRUE(Serves(outline, fonts::kButton.english, dpi));
@@ -23,7 +23,7 @@ TEST(FaceOfAForm, IsTheGivenOneWhereItExistsAndIsScalable) {
     EXPECT_FALSE(Serves(FaceInfo(), fonts::kButton.english, kUsual));
 }
 
-TEST(FaceOfAForm, IsNoRasterFaceThatWouldBeEnlargedOrLacksArabic) {
+TEST(FaceOfAForm, Serves_RasterFaceEnlargedOrWithoutArabic_ReturnsFalse) {
     FaceInfo raster{.exists = true, .isRaster = true, .hasArabic = false};
     EXPECT_TRUE(Serves(raster, fonts::kButton.english, kUsual));
     EXPECT_FALSE(Serves(raster, fonts::kButton.english, kEnlarged));
@@ -34,7 +34,7 @@ TEST(FaceOfAForm, IsNoRasterFaceThatWouldBeEnlargedOrLacksArabic) {
 }
 
 // Wine brings a raster face of this name with it.
-TEST(FaceOfAForm, OfARasterFaceOnAnEnlargedScreen_IsScalable) {
+TEST(FaceOfAForm, RasterFaceOnAnEnlargedScreen_IsReplacedByAScalableOne) {
     const FontData courier{L"Courier", 9};
     const FaceInfo face = InfoOf(courier.face);
     if (!face.exists || !face.isRaster) GTEST_SKIP() << "this system has no raster face Courier";
@@ -104,9 +104,9 @@ class FacesOfForms : public testing::TestWithParam<Language> {
     const ImportHook hook{"EnumFontFamiliesExW", &HaveEveryFace};
 };
 
-TEST_P(FacesOfForms, MainWindow) { Compare(MainForm(), kMainFaces); }
-TEST_P(FacesOfForms, BusyDialog) { Compare(BusyForm(), kBusyFaces); }
-TEST_P(FacesOfForms, AboutBox) { Compare(AboutForm(), kAboutFaces); }
+TEST_P(FacesOfForms, MainWindow_HasItsFaces) { Compare(MainForm(), kMainFaces); }
+TEST_P(FacesOfForms, BusyDialog_HasItsFaces) { Compare(BusyForm(), kBusyFaces); }
+TEST_P(FacesOfForms, AboutBox_HasItsFaces) { Compare(AboutForm(), kAboutFaces); }
 
 INSTANTIATE_TEST_SUITE_P(, FacesOfForms, testing::ValuesIn(kLanguages), [](const auto& variant) {
     return variant.param == Language::Arabic ? "Arabic" : "English";

@@ -17,7 +17,7 @@ void Command(HWND form, int id, int code = 0, HWND control = nullptr) {
     SendMessageW(form, WM_COMMAND, MAKEWPARAM(id, code), reinterpret_cast<LPARAM>(control));
 }
 
-TEST(FormEventsOf, MenuEntriesClickWithTheirNameAndIndex) {
+TEST(FormEventsOf, MenuEntry_RaisesClickWithNameAndIndex) {
     LoadedForm main(MainForm(), Language::English);
     Command(main.Handle(), ID_mnuFileNew);
     EXPECT_EQ(main.events.Last().control, L"mnuFileNew");
@@ -29,7 +29,7 @@ TEST(FormEventsOf, MenuEntriesClickWithTheirNameAndIndex) {
     EXPECT_EQ(main.events.events.size(), 2U);
 }
 
-TEST(FormEventsOf, WhatCannotBeChosenDoesNotClick) {
+TEST(FormEventsOf, DisabledOrHiddenEntry_RaisesNoClick) {
     LoadedForm main(MainForm(), Language::Arabic);
     main.form.Menus().Enable(L"mnuAddFile", false);
     Command(main.Handle(), ID_mnuAddFile);
@@ -39,7 +39,7 @@ TEST(FormEventsOf, WhatCannotBeChosenDoesNotClick) {
     EXPECT_TRUE(main.events.events.empty());
 }
 
-TEST(FormEventsOf, ToolbarButtonsClickWithTheirKeys) {
+TEST(FormEventsOf, ToolbarButton_RaisesClickWithItsKey) {
     LoadedForm main(MainForm(), Language::English);
     Command(main.Handle(), ID_Toolbar1_ActionRestoreTo);
     EXPECT_EQ(main.events.Last().control, L"Toolbar1");
@@ -48,7 +48,7 @@ TEST(FormEventsOf, ToolbarButtonsClickWithTheirKeys) {
     EXPECT_EQ(main.events.Last().key, L"Del");
 }
 
-TEST(FormEventsOf, ButtonsLabelsAndTheFormItselfClick) {
+TEST(FormEventsOf, ButtonLabelAndForm_RaiseClick) {
     LoadedForm about(AboutForm(), Language::English);
     about.form.ShowControl(L"cmdClose", true);
     SendMessageW(about.Control(L"cmdClose"), BM_CLICK, 0, 0);
@@ -61,7 +61,7 @@ TEST(FormEventsOf, ButtonsLabelsAndTheFormItselfClick) {
     EXPECT_EQ(about.events.events.size(), 3U);
 }
 
-TEST(FormEventsOf, ACheckBoxClicksForTheUserButNotForTheProgram) {
+TEST(FormEventsOf, CheckBox_RaisesClickForTheUserOnly) {
     LoadedForm busy(BusyForm(), Language::English);
     busy.form.Check(L"chkDontHide", true);
     EXPECT_TRUE(busy.form.IsChecked(L"chkDontHide"));
@@ -71,7 +71,7 @@ TEST(FormEventsOf, ACheckBoxClicksForTheUserButNotForTheProgram) {
     EXPECT_EQ(busy.events.Last().control, L"chkDontHide");
 }
 
-TEST(FormEventsOf, ADropDownIsSilentWhenTheProgramChooses) {
+TEST(FormEventsOf, DropDown_ProgramChooses_RaisesNoEvent) {
     LoadedForm main(MainForm(), Language::English);
     main.form.SetChoices(L"cmbDestination", {L"A:", L"C:", L"D:"});
     main.form.Choose(L"cmbDestination", L"d:");
@@ -93,7 +93,7 @@ class Scroll : public testing::Test {
     LoadedForm main{MainForm(), Language::English};
 };
 
-TEST_F(Scroll, EveryOtherValueIsAChangeAlsoByProgram) {
+TEST_F(Scroll, SetValue_NewValue_RaisesChange) {
     EXPECT_EQ(main.form.Value(L"vsBackages"), 0);
     main.form.SetValue(L"vsBackages", 3);
     ASSERT_EQ(main.events.events.size(), 1U);
@@ -104,7 +104,7 @@ TEST_F(Scroll, EveryOtherValueIsAChangeAlsoByProgram) {
     EXPECT_EQ(main.events.events.size(), 1U);
 }
 
-TEST_F(Scroll, TheUpperArrowMeansMore) {
+TEST_F(Scroll, UpperArrow_IncreasesTheValue) {
     main.form.SetValue(L"vsBackages", 3);
     Press(SB_LINEUP);
     EXPECT_EQ(main.form.Value(L"vsBackages"), 4);
@@ -115,7 +115,7 @@ TEST_F(Scroll, TheUpperArrowMeansMore) {
     EXPECT_EQ(main.events.events.size(), 3U);
 }
 
-TEST_F(Scroll, TheUserStaysBetweenOneAndTwenty) {
+TEST_F(Scroll, UserChanges_StayBetweenOneAndTwenty) {
     main.form.SetValue(L"vsBackages", 1);
     Press(SB_LINEDOWN);
     EXPECT_EQ(main.form.Value(L"vsBackages"), 1);
@@ -129,7 +129,7 @@ TEST_F(Scroll, TheUserStaysBetweenOneAndTwenty) {
     EXPECT_EQ(main.form.Value(L"vsBackages"), 20);
 }
 
-TEST_F(Scroll, AValueOutsideIsKeptExactly) {
+TEST_F(Scroll, SetValue_OutsideTheRange_IsKept) {
     for (const int value : {300, 0, -4, 32767}) {
         main.form.SetValue(L"vsBackages", value);
         EXPECT_EQ(main.form.Value(L"vsBackages"), value);
@@ -139,7 +139,7 @@ TEST_F(Scroll, AValueOutsideIsKeptExactly) {
     EXPECT_EQ(main.form.Value(L"vsBackages"), 20) << "the range is the user's again";
 }
 
-TEST(FormEventsOf, TimersTickWhileTheyAreOn) {
+TEST(FormEventsOf, Timer_RaisesEventsOnlyWhileEnabled) {
     LoadedForm tray(TrayForm(), Language::English);
     SendMessageW(tray.Handle(), WM_TIMER, ID_Timer1, 0);
     EXPECT_TRUE(tray.events.events.empty());
@@ -153,7 +153,7 @@ TEST(FormEventsOf, TimersTickWhileTheyAreOn) {
     EXPECT_EQ(tray.events.events.size(), 1U);
 }
 
-TEST(FormEventsOf, TheIconSpeaksByMouseMoves) {
+TEST(FormEventsOf, NotificationIcon_RaisesMouseEvents) {
     LoadedForm tray(TrayForm(), Language::Arabic);
     SendMessageW(tray.Handle(), WM_MOUSEMOVE, 1, WM_RBUTTONDOWN);
     ASSERT_EQ(tray.events.mouse.size(), 1U);
@@ -166,7 +166,7 @@ TEST(FormEventsOf, NewTaskBar_RaisesAnEvent) {
     EXPECT_EQ(tray.events.taskbars, 1);
 }
 
-TEST(FormEventsOf, DroppedFilesComeWithTheirPaths) {
+TEST(FormEventsOf, DroppedFiles_RaiseAnEventWithTheirPaths) {
     LoadedForm main(MainForm(), Language::English);
     const std::wstring paths =
         std::wstring(L"C:\\Docs\\a.txt") + L'\0' + L"C:\\العمل" + L'\0' + L'\0';
@@ -189,7 +189,7 @@ TEST(FormEventsOf, DroppedFilesComeWithTheirPaths) {
     EXPECT_FALSE(accepts(L"lsvRestore1"));
 }
 
-TEST(FormEventsOf, WhatAHandlerThrowsStopsAtTheWindow) {
+TEST(FormEventsOf, HandlerThrows_ExceptionIsCaughtAtTheWindow) {
     LoadedForm main(MainForm(), Language::English);
     main.events.onControl = [](Form&, const ControlEvent&) { throw std::runtime_error("x"); };
     Command(main.Handle(), ID_mnuFileNew);
@@ -197,7 +197,7 @@ TEST(FormEventsOf, WhatAHandlerThrowsStopsAtTheWindow) {
     EXPECT_THROW(std::rethrow_exception(main.events.escaped), std::runtime_error);
 }
 
-TEST(FormEventsOf, AHandlerMayUnloadItsForm) {
+TEST(FormEventsOf, HandlerUnloadsItsForm_FormIsUnloaded) {
     LoadedForm busy(BusyForm(), Language::English);
     busy.events.onControl = [](Form& form, const ControlEvent&) { form.Unload(); };
     SendMessageW(busy.Control(L"cmdCancel"), BM_CLICK, 0, 0);

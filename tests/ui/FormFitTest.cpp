@@ -136,13 +136,13 @@ class FormFit : public testing::TestWithParam<Language> {
     }
 };
 
-TEST_P(FormFit, MainWindow) {
+TEST_P(FormFit, MainWindow_TextsFit) {
     LoadedForm main(MainForm(), GetParam());
     main.form.SetText(L"lblBackages", L"20");
     ExpectGood(main);
 }
 
-TEST_P(FormFit, TheToolbarHasRoomForAllItsButtons) {
+TEST_P(FormFit, Toolbar_HasRoomForAllItsButtons) {
     LoadedForm main(MainForm(), GetParam());
     for (const Screen& screen : kScreens) {
         Put(main, screen);
@@ -158,7 +158,7 @@ TEST_P(FormFit, TheToolbarHasRoomForAllItsButtons) {
     }
 }
 
-TEST_P(FormFit, TheWindowHasRoomOnASmallScreenAndOnAnEnlargedOne) {
+TEST_P(FormFit, Design_FitsOnSmallAndEnlargedScreens) {
     const Size design = MainForm().design;
     EXPECT_LE(design.width, 1024 - 16);
     EXPECT_LE(design.height, 720 - 90);
@@ -168,7 +168,7 @@ TEST_P(FormFit, TheWindowHasRoomOnASmallScreenAndOnAnEnlargedOne) {
 }
 
 // Also on a small screen whose owner needs large letters.
-TEST_P(FormFit, TheWindowCanAlwaysBeMadeAsSmallAsTheScreen) {
+TEST_P(FormFit, MinimumSize_IsAtMostTheScreen) {
     LoadedForm main(MainForm(), GetParam());
     GiveDpi(main.form, 384);
     MONITORINFO monitor{};
@@ -180,7 +180,7 @@ TEST_P(FormFit, TheWindowCanAlwaysBeMadeAsSmallAsTheScreen) {
     EXPECT_EQ(limits.ptMinTrackSize.y, monitor.rcWork.bottom - monitor.rcWork.top);
 }
 
-TEST_P(FormFit, ALowerScreenCostsTheListsTheirHeightAndNothingElse) {
+TEST_P(FormFit, LowerScreen_ListsShrinkAndStayInside) {
     LoadedForm main(MainForm(), GetParam());
     const Size design = MainForm().design;
     GiveInnerSize(main.form, design.width, design.height - 120);
@@ -193,7 +193,7 @@ TEST_P(FormFit, ALowerScreenCostsTheListsTheirHeightAndNothingElse) {
     }
 }
 
-TEST_P(FormFit, TheListOfDrivesHasRoomForItsLetters) {
+TEST_P(FormFit, DriveBox_HasRoomForItsLetters) {
     LoadedForm main(MainForm(), GetParam());
     main.form.SetChoices(L"cmbDestination", {L"C:"});
     for (const int dpi : {96, 192}) {
@@ -208,7 +208,7 @@ TEST_P(FormFit, TheListOfDrivesHasRoomForItsLetters) {
     }
 }
 
-TEST_P(FormFit, BusyDialogWithAndWithoutItsReport) {
+TEST_P(FormFit, BusyDialog_WithAndWithoutItsReport_TextsFit) {
     LoadedForm busy(BusyForm(), GetParam());
     busy.form.SetText(L"lblTitle", L"Backing up");
     ExpectGood(busy);
@@ -216,7 +216,7 @@ TEST_P(FormFit, BusyDialogWithAndWithoutItsReport) {
     ExpectGood(busy);
 }
 
-TEST_P(FormFit, AboutBoxWithAndWithoutItsButton) {
+TEST_P(FormFit, AboutBox_WithAndWithoutItsButton_TextsFit) {
     LoadedForm about(AboutForm(), GetParam());
     about.form.SetText(L"lblVer", L"1.2");
     about.form.SetText(L"lblRevision", L"133");
@@ -225,7 +225,7 @@ TEST_P(FormFit, AboutBoxWithAndWithoutItsButton) {
     ExpectGood(about);
 }
 
-TEST_P(FormFit, TheListsTakeHalfOfTheWidthEach) {
+TEST_P(FormFit, Lists_HaveHalfOfTheWidthEach) {
     LoadedForm main(MainForm(), GetParam());
     for (const Screen& screen : kScreens) {
         Put(main, screen);
@@ -245,7 +245,7 @@ TEST_P(FormFit, TheListsTakeHalfOfTheWidthEach) {
 // represents it here.
 class TallFaceFit : public FormFit {};
 
-TEST_P(TallFaceFit, EveryFormHasRoomForItsLines) {
+TEST_P(TallFaceFit, EveryForm_HasRoomForItsLines) {
     leastTallLine_ = 1.6;
     LoadedForm about(AboutForm(), GetParam());
     about.form.ShowControl(L"cmdClose", true);
@@ -263,7 +263,7 @@ INSTANTIATE_TEST_SUITE_P(, FormFit, testing::ValuesIn(test::kLanguages), [](cons
     return variant.param == Language::Arabic ? "Arabic" : "English";
 });
 
-TEST(FormMirror, EveryArabicControlLiesWhereAMirrorWouldShowTheEnglishOne) {
+TEST(FormMirror, ArabicControls_AreMirrorImagesOfTheEnglishOnes) {
     for (const FormData* data : test::AllForms()) {
         if (data->kind == FormKind::Hidden) continue;
         LoadedForm english(*data, Language::English);
@@ -289,7 +289,7 @@ TEST(FormMirror, EveryArabicControlLiesWhereAMirrorWouldShowTheEnglishOne) {
     }
 }
 
-TEST(FormMirror, OnlyTheReportReadsFromLeftToRightInAnArabicForm) {
+TEST(FormMirror, ArabicForm_IsMirroredExceptForTheReport) {
     for (const FormData* data : test::AllForms()) {
         LoadedForm arabic(*data, Language::Arabic);
         EXPECT_NE(GetWindowLongW(arabic.Handle(), GWL_EXSTYLE) & WS_EX_LAYOUTRTL, 0);

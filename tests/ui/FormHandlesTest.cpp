@@ -70,7 +70,7 @@ int FreeBrushes() {
 
 class FormHandles : public testing::TestWithParam<std::tuple<const FormData*, Language>> {};
 
-TEST_P(FormHandles, AHundredOpeningsLoseNothing) {
+TEST_P(FormHandles, OpenedAHundredTimes_LeaksNothing) {
     const auto& [form, language] = GetParam();
     // What is made once and kept: classes, themes, fonts of the system.
     OpenAndClose(*form, language, 3);

@@ -39,7 +39,7 @@ class FormKeys : public testing::Test {
 };
 
 // The focus stays in a control of a window that is disabled while a command runs.
-TEST_F(FormKeys, AreNotTakenByADisabledWindow) {
+TEST_F(FormKeys, DisabledForm_ListIgnoresArrowKeys) {
     LoadedForm main(MainForm(), Language::English);
     ListView& list = main.form.List(L"lsvBackupList");
     for (const wchar_t* const name : {L"a", L"b", L"c"}) list.Add(name, RowIcon::File);
@@ -52,7 +52,7 @@ TEST_F(FormKeys, AreNotTakenByADisabledWindow) {
     EXPECT_EQ(list.Selected(), 1);
 }
 
-TEST_F(FormKeys, AcceleratorsStandForMenuEntries) {
+TEST_F(FormKeys, Accelerators_RaiseClickOfTheirMenuEntry) {
     LoadedForm main(MainForm(), Language::English);
     const struct {
         WPARAM key;
@@ -79,7 +79,7 @@ TEST_F(FormKeys, AcceleratorsStandForMenuEntries) {
     for (const ControlEvent& event : main.events.events) EXPECT_NE(event.kind, EventKind::Click);
 }
 
-TEST_F(FormKeys, NothingReachesADisabledForm) {
+TEST_F(FormKeys, DisabledForm_AcceleratorRaisesNoEvent) {
     LoadedForm main(MainForm(), Language::English);
     main.form.Show(ShowHow::KeepFocus);
     main.form.EnableForm(false);
@@ -87,7 +87,7 @@ TEST_F(FormKeys, NothingReachesADisabledForm) {
     EXPECT_TRUE(main.events.events.empty());
 }
 
-TEST_F(FormKeys, ADisabledEntryHasNoKey) {
+TEST_F(FormKeys, DisabledEntry_AcceleratorRaisesNoClick) {
     LoadedForm main(MainForm(), Language::English);
     main.form.Show(ShowHow::KeepFocus);
     main.form.Menus().Enable(L"mnuBackup", false);
@@ -95,7 +95,7 @@ TEST_F(FormKeys, ADisabledEntryHasNoKey) {
     for (const ControlEvent& event : main.events.events) EXPECT_EQ(event.kind, EventKind::KeyUp);
 }
 
-TEST_F(FormKeys, DeleteIsTheListsOwn) {
+TEST_F(FormKeys, Delete_RaisesKeyUpOfTheList) {
     LoadedForm main(MainForm(), Language::English);
     main.form.Show(ShowHow::KeepFocus);
     Press(main.Control(L"lsvRestore2"), VK_DELETE);
@@ -105,7 +105,7 @@ TEST_F(FormKeys, DeleteIsTheListsOwn) {
     EXPECT_EQ(main.events.Last().value, VK_DELETE);
 }
 
-TEST_F(FormKeys, EnterOpensTheRowOfAList) {
+TEST_F(FormKeys, Enter_ActivatesTheRowOfAList) {
     LoadedForm main(MainForm(), Language::English);
     main.form.Show(ShowHow::KeepFocus);
     ListView& list = main.form.List(L"lsvBackupList");
@@ -119,7 +119,7 @@ TEST_F(FormKeys, EnterOpensTheRowOfAList) {
     EXPECT_TRUE(opened);
 }
 
-TEST_F(FormKeys, TabGoesRoundTheControlsInTheirOrder) {
+TEST_F(FormKeys, Tab_VisitsTheControlsInTheirOrder) {
     LoadedForm main(MainForm(), Language::English);
     main.form.Show();
     std::vector<int> visited;
@@ -132,7 +132,7 @@ TEST_F(FormKeys, TabGoesRoundTheControlsInTheirOrder) {
                                          ID_lsvBackupList, ID_lsvRestore1, ID_lsvRestore2}));
 }
 
-TEST_F(FormKeys, TheListHasTheKeyboardWhenTheWindowOpens) {
+TEST_F(FormKeys, WindowOpens_ListHasTheFocus) {
     LoadedForm main(MainForm(), Language::Arabic);
     main.form.Show();
     pump.ProcessMessages();
@@ -140,7 +140,7 @@ TEST_F(FormKeys, TheListHasTheKeyboardWhenTheWindowOpens) {
     EXPECT_EQ(GetFocus(), main.Control(L"lsvBackupList"));
 }
 
-TEST_F(FormKeys, EscPressesCloseOrClosesTheOpeningScreen) {
+TEST_F(FormKeys, Esc_PressesCloseOrClosesTheOpeningScreen) {
     LoadedForm about(AboutForm(), Language::English);
     about.form.Show(ShowHow::KeepFocus);
     Press(about.Handle(), VK_ESCAPE);
@@ -154,7 +154,7 @@ TEST_F(FormKeys, EscPressesCloseOrClosesTheOpeningScreen) {
     EXPECT_TRUE(busy.form.IsLoaded()) << "what the button does is not the form's to know";
 }
 
-TEST_F(FormKeys, AFilterTakesMessagesBeforeTheirWindows) {
+TEST_F(FormKeys, Filter_HandlesMessagesBeforeTheirWindows) {
     LoadedForm main(MainForm(), Language::English);
     int seen = 0;
     pump.SetFilter([&](const MSG& message) {

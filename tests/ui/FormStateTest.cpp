@@ -18,7 +18,7 @@ SIZE OuterSize(const Form& form) {
     return {rect.right - rect.left, rect.bottom - rect.top};
 }
 
-TEST(FormState, IsLoadedHiddenAndComesAndGoes) {
+TEST(FormState, LoadsHiddenThenShowsHidesAndUnloads) {
     RecordedEvents events;
     Form form(BusyForm(), Language::English, events);
     EXPECT_FALSE(form.IsLoaded());
@@ -39,7 +39,7 @@ TEST(FormState, IsLoadedHiddenAndComesAndGoes) {
     EXPECT_EQ(events.loads, 2);
 }
 
-TEST(FormState, NothingHappensToAFormThatIsNotLoaded) {
+TEST(FormState, NotLoaded_CallsHaveNoEffect) {
     RecordedEvents events;
     Form form(BusyForm(), Language::English, events);
     form.SetText(L"lblMsg", L"x");
@@ -58,7 +58,7 @@ TEST(FormState, NothingHappensToAFormThatIsNotLoaded) {
     EXPECT_TRUE(events.unloadReasons.empty());
 }
 
-TEST(FormState, AMisspeltNameIsAnError) {
+TEST(FormState, UnknownName_ThrowsError5) {
     LoadedForm main(MainForm(), Language::English);
     const auto numberOf = [](const auto& action) {
         try {
@@ -80,7 +80,7 @@ TEST(FormState, AMisspeltNameIsAnError) {
     EXPECT_EQ(numberOf([&] { static_cast<void>(unloaded.List(L"lsvBackupList")); }), 5);
 }
 
-TEST(FormState, ClosingAsksFirst) {
+TEST(FormState, Close_IsRefusedByTheHandler_FormStaysLoaded) {
     LoadedForm main(MainForm(), Language::English);
     main.events.letsGo = false;
     SendMessageW(main.Handle(), WM_CLOSE, 0, 0);
@@ -94,7 +94,7 @@ TEST(FormState, ClosingAsksFirst) {
         (std::vector<UnloadReason>{UnloadReason::User, UnloadReason::Program, UnloadReason::User}));
 }
 
-TEST(FormState, TheEndOfTheSessionCannotBeStopped) {
+TEST(FormState, SessionEnds_UnloadsEvenIfRefused) {
     LoadedForm main(MainForm(), Language::Arabic);
     main.events.letsGo = false;
     EXPECT_NE(SendMessageW(main.Handle(), WM_QUERYENDSESSION, 0, 0), 0);
@@ -105,7 +105,7 @@ TEST(FormState, TheEndOfTheSessionCannotBeStopped) {
     EXPECT_EQ(main.events.unloadReasons, (std::vector<UnloadReason>{UnloadReason::SessionEnd}));
 }
 
-TEST(FormState, ADialogGrowsWithItsReportAndShrinksBack) {
+TEST(FormState, Report_ShownAndHidden_ChangesTheHeight) {
     for (const Language language : test::kLanguages) {
         LoadedForm busy(BusyForm(), language);
         const SIZE closed = OuterSize(busy.form);
@@ -123,7 +123,7 @@ TEST(FormState, ADialogGrowsWithItsReportAndShrinksBack) {
     }
 }
 
-TEST(FormState, AMinimisedDialogGrowsWithoutComingUp) {
+TEST(FormState, Report_ShownWhileMinimised_StaysMinimised) {
     LoadedForm busy(BusyForm(), Language::English);
     busy.form.Show(ShowHow::KeepFocus);
     const SIZE closed = OuterSize(busy.form);
@@ -149,7 +149,7 @@ TEST(FormState, Sizes_RaiseEvents) {
     EXPECT_EQ(main.events.sizes.back(), WindowState::Minimised);
 }
 
-TEST(FormState, AFormIsNeverSmallerThanItsDesign) {
+TEST(FormState, Resize_IsNeverSmallerThanTheDesign) {
     LoadedForm main(MainForm(), Language::English);
     SetWindowPos(main.Handle(), nullptr, 0, 0, 50, 50, SWP_NOZORDER | SWP_NOACTIVATE);
     RECT client{};
@@ -158,7 +158,7 @@ TEST(FormState, AFormIsNeverSmallerThanItsDesign) {
     EXPECT_GE(client.bottom, Scaled(MainForm().design.height, main.form.Dpi()));
 }
 
-TEST(FormState, ABoxBeforeItsOwnerReturnsWhenItIsClosed) {
+TEST(FormState, ShowModal_Closed_ReturnsAndEnablesItsOwner) {
     LoadedForm main(MainForm(), Language::English);
     main.form.Show(ShowHow::KeepFocus);
     RecordedEvents events;
@@ -180,7 +180,7 @@ TEST(FormState, ABoxBeforeItsOwnerReturnsWhenItIsClosed) {
     EXPECT_EQ(events.Last().control, L"cmdClose") << "Esc presses the button";
 }
 
-TEST(FormState, TheProgressBarAndTheReportTakeWhatIsWritten) {
+TEST(FormState, ProgressAndReport_HoldWhatIsWritten) {
     LoadedForm busy(BusyForm(), Language::Arabic);
     busy.form.SetProgress(L"ProgressBar1", 70);
     EXPECT_EQ(busy.form.Progress(L"ProgressBar1"), 70);
@@ -198,7 +198,7 @@ TEST(FormState, TheProgressBarAndTheReportTakeWhatIsWritten) {
     EXPECT_EQ(busy.form.Text(L"txtReport").size(), report.size() + 3);
 }
 
-TEST(FormState, ALongPathIsKeptWholeInItsLabel) {
+TEST(FormState, LongPath_LabelHasAllOfItAndATip) {
     LoadedForm busy(BusyForm(), Language::Arabic);
     std::wstring path = L"C:";
     for (int i = 0; i < 30; ++i) path += L"\\مجلد & folder";
@@ -269,7 +269,7 @@ TEST(FormState, ArabicToolTip_ReadsFromRightToLeft) {
     EXPECT_EQ(std::wstring(text), MarkSentence(L"قائمة جديدة (Ctrl+N)"));
 }
 
-TEST(FormState, TheIconChangesWithItsPictures) {
+TEST(FormState, SetIcon_ChangesTheIconOfTheWindow) {
     LoadedForm tray(TrayForm(), Language::English);
     const HICON first = tray.form.Icon();
     EXPECT_NE(first, nullptr);
@@ -279,7 +279,7 @@ TEST(FormState, TheIconChangesWithItsPictures) {
               tray.form.Icon());
 }
 
-TEST(FormState, TheHourglassShowsOverADisabledForm) {
+TEST(FormState, Hourglass_IsShownOverADisabledForm) {
     LoadedForm main(MainForm(), Language::English);
     main.form.EnableForm(false);
     main.form.SetMousePointer(MousePointer::Hourglass);

@@ -113,12 +113,12 @@ class FormText : public testing::TestWithParam<Language> {
     }
 };
 
-TEST_P(FormText, MainWindow) { Compare(MainForm(), kMain); }
-TEST_P(FormText, BusyDialog) { Compare(BusyForm(), kBusy); }
-TEST_P(FormText, TrayWindow) { Compare(TrayForm(), kTray); }
-TEST_P(FormText, AboutBox) { Compare(AboutForm(), kAbout); }
+TEST_P(FormText, MainWindow_HasItsTexts) { Compare(MainForm(), kMain); }
+TEST_P(FormText, BusyDialog_HasItsTexts) { Compare(BusyForm(), kBusy); }
+TEST_P(FormText, TrayWindow_HasItsTexts) { Compare(TrayForm(), kTray); }
+TEST_P(FormText, AboutBox_HasItsTexts) { Compare(AboutForm(), kAbout); }
 
-TEST_P(FormText, ClassNamesAndCaptions) {
+TEST_P(FormText, ClassNamesAndCaptions_AreThoseOfTheLanguage) {
     if (GetParam() == Language::English) {
         ExpectCaption(MainForm(), L"frmMainEn", L"Vaultwright");
         ExpectCaption(BusyForm(), L"frmBusyDialogEn", L"Vault wright \x2013 please wait:");
@@ -132,14 +132,14 @@ TEST_P(FormText, ClassNamesAndCaptions) {
     }
 }
 
-TEST_P(FormText, LabelsForBoxesAreNeverShown) {
+TEST_P(FormText, LabelsForBoxes_AreHidden) {
     const LoadedForm main(MainForm(), GetParam());
     for (const auto* name : {L"lblNoFileToBack", L"lblNoRestore", L"lblFilter"}) {
         EXPECT_FALSE(main.form.IsShown(name)) << Narrow(name);
     }
 }
 
-TEST_P(FormText, TheReportAndTheCloseButtonWaitUntilTheyAreWanted) {
+TEST_P(FormText, ReportAndCloseButton_AreHiddenAtFirst) {
     const LoadedForm busy(BusyForm(), GetParam());
     EXPECT_FALSE(busy.form.IsShown(L"txtReport"));
     const LoadedForm about(AboutForm(), GetParam());
@@ -147,7 +147,7 @@ TEST_P(FormText, TheReportAndTheCloseButtonWaitUntilTheyAreWanted) {
     EXPECT_FALSE(about.form.IsShown(L"lblWS")) << "no address is decided";
 }
 
-TEST_P(FormText, ToolbarButtonsStandInTheirOrderAndGroups) {
+TEST_P(FormText, ToolbarButtons_AreInTheirOrderAndGroups) {
     const struct {
         const wchar_t* key;
         int id;
@@ -192,7 +192,7 @@ TEST_P(FormText, ToolbarButtonsStandInTheirOrderAndGroups) {
     EXPECT_EQ(static_cast<WPARAM>(SendMessageW(bar, TB_BUTTONCOUNT, 0, 0)), position);
 }
 
-TEST_P(FormText, ColumnsAreKnownByTheirKeys) {
+TEST_P(FormText, Columns_HaveTheirKeys) {
     LoadedForm main(MainForm(), GetParam());
     const auto keys = [&](const wchar_t* name) {
         std::vector<std::wstring> found;
@@ -207,7 +207,7 @@ TEST_P(FormText, ColumnsAreKnownByTheirKeys) {
     EXPECT_EQ(keys(L"lsvRestore2"), (Keys{L"Name", L"Size", L"Date", L"BackupName"}));
 }
 
-TEST_P(FormText, ColumnsHaveTheirHeaders) {
+TEST_P(FormText, Columns_HaveTheirHeaders) {
     const LoadedForm main(MainForm(), GetParam());
     using Headers = std::vector<std::wstring>;
     const auto headers = [&](const wchar_t* name) {
@@ -239,7 +239,7 @@ TEST_P(FormText, ColumnsHaveTheirHeaders) {
     EXPECT_EQ(headers(L"lsvRestore2"), (Headers{L"Copy", L"Size", L"Date", L"BackupName"}));
 }
 
-TEST_P(FormText, AListWithoutRowsSaysWhatToDoInTheLanguageOfItsWindow) {
+TEST_P(FormText, EmptyLists_HaveAHintInBothLanguages) {
     for (const ControlData& data : MainForm().controls) {
         if (data.kind != ControlKind::ListView) continue;
         EXPECT_FALSE(data.emptyText.english.empty()) << Narrow(data.name);
@@ -252,7 +252,7 @@ INSTANTIATE_TEST_SUITE_P(, FormText, testing::ValuesIn(test::kLanguages), [](con
     return variant.param == Language::Arabic ? "Arabic" : "English";
 });
 
-TEST(FormVariants, HaveTheSameControlsInTheSameOrder) {
+TEST(FormVariants, BothLanguages_HaveTheSameControls) {
     for (const FormData* data : test::AllForms()) {
         const LoadedForm english(*data, Language::English);
         const LoadedForm arabic(*data, Language::Arabic);
@@ -268,7 +268,7 @@ TEST(FormVariants, HaveTheSameControlsInTheSameOrder) {
     }
 }
 
-TEST(FormVariants, TimersAndPicturesOfTheIconAreThere) {
+TEST(FormVariants, TimersAndPictures_Exist) {
     const auto find = [](const FormData& data, std::wstring_view name, int index) {
         for (const ControlData& control : data.controls) {
             if (control.name == name && control.index == index) return &control;

@@ -101,7 +101,7 @@ class KeysOfToolbar : public KeysOf {
     const WPARAM previous = GetParam() == Language::Arabic ? VK_RIGHT : VK_LEFT;
 };
 
-TEST_P(KeysOfToolbar, ArrowKeysReachEveryButton) {
+TEST_P(KeysOfToolbar, ArrowKeys_ReachEveryButton) {
     std::vector<std::wstring> reached{Pressed(VK_SPACE)};
     std::vector<std::wstring> wanted;
     for (const ControlData& control : MainForm().controls) {
@@ -121,7 +121,7 @@ TEST_P(KeysOfToolbar, ArrowKeysReachEveryButton) {
     EXPECT_EQ(Pressed(VK_RETURN), wanted[wanted.size() - 2]);
 }
 
-TEST_P(KeysOfToolbar, ButtonThatIsDisabled_IsPassedOver) {
+TEST_P(KeysOfToolbar, DisabledButton_IsSkipped) {
     const std::wstring first = Pressed(VK_RETURN);
     main.form.Tools(L"Toolbar1").Enable(first, false);
     Press(bar, VK_HOME);

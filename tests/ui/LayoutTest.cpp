@@ -12,7 +12,7 @@ namespace {
 
 constexpr Size kDesign{400, 200};
 
-TEST(Layout, LengthsAreScaledAndRounded) {
+TEST(Layout, Scaled_RoundsLengths) {
     EXPECT_EQ(Scaled(12, 96), 12);
     EXPECT_EQ(Scaled(12, 144), 18);
     EXPECT_EQ(Scaled(13, 144), 20);
@@ -31,7 +31,7 @@ struct Row {
     Rect expected;
 };
 
-TEST(Layout, ControlsMoveAndGrowByTheirShares) {
+TEST(Layout, BoundsFor_MovesAndGrowsByTheShares) {
     const Row rows[]{
         {"as designed", {10, 20, 30, 40}, {}, kDesign, 96, {10, 20, 40, 60}},
         {"stays", {10, 20, 30, 40}, {}, {500, 300}, 96, {10, 20, 40, 60}},
@@ -85,7 +85,7 @@ TEST(Layout, ControlsMoveAndGrowByTheirShares) {
     }
 }
 
-TEST(Layout, NeighboursMeetOnEveryScreenAndAtEverySize) {
+TEST(Layout, BoundsFor_NeighboursMeetAtEverySize) {
     const Bounds first{7, 0, 190, 10};
     const Bounds second{197, 0, 190, 10};
     for (const int dpi : {96, 120, 144, 168, 192}) {
@@ -98,7 +98,7 @@ TEST(Layout, NeighboursMeetOnEveryScreenAndAtEverySize) {
     }
 }
 
-TEST(Layout, AHugeFormDoesNotOverflow) {
+TEST(Layout, BoundsFor_HugeForm_DoesNotOverflow) {
     const Rect rect = BoundsFor({10, 10, 10, 10}, {.moveX = 100}, kDesign, {2000000000, 200}, 96);
     EXPECT_EQ(rect.left, 2000000000 - 400 + 10);
 }

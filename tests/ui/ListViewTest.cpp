@@ -52,7 +52,7 @@ class ListViewOf : public testing::TestWithParam<Language> {
     }
 };
 
-TEST_P(ListViewOf, WhatIsPutInIsReadBackExactly) {
+TEST_P(ListViewOf, SubItems_AreReadBackExactly) {
     const std::wstring path = L"C:\\العمل\\(new) رسالة إلى العائلة.docx";
     const int row = list.Add(L"رسالة (1)", RowIcon::Folder);
     EXPECT_EQ(row, 0);
@@ -70,7 +70,7 @@ TEST_P(ListViewOf, WhatIsPutInIsReadBackExactly) {
     EXPECT_EQ(Told(0, list.ColumnOf(L"Path")), path) << "painting changes nothing";
 }
 
-TEST_P(ListViewOf, RowsComeAndGo) {
+TEST_P(ListViewOf, Rows_AreAddedRemovedAndCleared) {
     Add(L"a", L"C:\\a");
     Add(L"b", L"C:\\b");
     Add(L"c", L"C:\\c");
@@ -98,7 +98,7 @@ TEST_P(ListViewOf, FindsRowsByTheirTexts) {
     EXPECT_EQ(list.Find(L"Path", L"c:\\B"), -1);
 }
 
-TEST_P(ListViewOf, OnlyTheUsersSelectionIsToldOf) {
+TEST_P(ListViewOf, Selection_ByTheUserOnly_RaisesAnEvent) {
     Add(L"a", L"C:\\a");
     Add(L"b", L"C:\\b");
     EXPECT_EQ(list.Selected(), -1);
@@ -116,7 +116,7 @@ TEST_P(ListViewOf, OnlyTheUsersSelectionIsToldOf) {
     EXPECT_EQ(main.events.Last().value, 1);
 }
 
-TEST_P(ListViewOf, ClearingAListTellsOfNoSelection) {
+TEST_P(ListViewOf, Clear_RaisesNoSelectionEvent) {
     Add(L"a", L"C:\\a");
     list.Select(0);
     list.Clear();
@@ -138,7 +138,7 @@ TEST_P(ListViewOf, SortsByTextAndKeepsEqualRowsInOrder) {
     EXPECT_EQ(list.SubItem(0, L"Path"), L"1");
 }
 
-TEST_P(ListViewOf, SortsByValueWhereThereIsOne) {
+TEST_P(ListViewOf, SortsByTheValueIfThereIsOne) {
     const struct {
         const wchar_t* name;
         const wchar_t* text;
@@ -155,7 +155,7 @@ TEST_P(ListViewOf, SortsByValueWhereThereIsOne) {
     EXPECT_EQ(Names(), (std::vector<std::wstring>{L"big", L"middle", L"small"}));
 }
 
-TEST_P(ListViewOf, TheHeaderShowsTheDirection) {
+TEST_P(ListViewOf, Header_ShowsTheDirectionOfTheSort) {
     const auto formatOf = [&](int column) {
         HDITEMW item{};
         item.mask = HDI_FORMAT;
@@ -175,7 +175,7 @@ TEST_P(ListViewOf, TheHeaderShowsTheDirection) {
     EXPECT_EQ(formatOf(list.ColumnOf(L"Size")), 0);
 }
 
-TEST_P(ListViewOf, ColumnHeadersClickWithTheirKeys) {
+TEST_P(ListViewOf, ColumnHeader_RaisesClickWithItsKey) {
     NMLISTVIEW click{};
     click.hdr = {list.Handle(), 0, static_cast<UINT>(LVN_COLUMNCLICK)};
     click.iItem = -1;
@@ -186,7 +186,7 @@ TEST_P(ListViewOf, ColumnHeadersClickWithTheirKeys) {
     EXPECT_EQ(main.events.Last().value, 4);
 }
 
-TEST_P(ListViewOf, KeysAreToldWhenTheyAreLetGo) {
+TEST_P(ListViewOf, KeyRelease_RaisesKeyUp) {
     SendMessageW(list.Handle(), WM_KEYDOWN, VK_DELETE, 0);
     SendMessageW(list.Handle(), WM_KEYUP, VK_DELETE, 0);
     EXPECT_EQ(main.events.Last().control, L"lsvBackupList");
@@ -194,7 +194,7 @@ TEST_P(ListViewOf, KeysAreToldWhenTheyAreLetGo) {
     EXPECT_EQ(main.events.Last().value, VK_DELETE);
 }
 
-TEST_P(ListViewOf, ColumnsGetAsWideAsWhatTheyHold) {
+TEST_P(ListViewOf, Columns_AreAsWideAsTheirTexts) {
     const auto widthOf = [&](const wchar_t* key) {
         return SendMessageW(list.Handle(), LVM_GETCOLUMNWIDTH,
                             static_cast<WPARAM>(list.ColumnOf(key)), 0);
@@ -217,7 +217,7 @@ TEST_P(ListViewOf, ColumnsGetAsWideAsWhatTheyHold) {
     EXPECT_LT(widthOf(L"Path"), before);
 }
 
-TEST_P(ListViewOf, NumbersStandAtTheRightInBothWindows) {
+TEST_P(ListViewOf, Numbers_AreAlignedToTheRightInBothLanguages) {
     LVCOLUMNW column{};
     column.mask = LVCF_FMT;
     SendMessageW(list.Handle(), LVM_GETCOLUMNW, static_cast<WPARAM>(list.ColumnOf(L"Size")),
@@ -227,7 +227,7 @@ TEST_P(ListViewOf, NumbersStandAtTheRightInBothWindows) {
               GetParam() == Language::Arabic ? LVCFMT_LEFT : LVCFMT_RIGHT);
 }
 
-TEST_P(ListViewOf, ViewsAndArrangementsAreTheOnesOfTheMenu) {
+TEST_P(ListViewOf, ViewsAndArrangements_SetTheStyleOfTheControl) {
     const auto style = [&] { return GetWindowLongW(list.Handle(), GWL_STYLE); };
     EXPECT_EQ(list.Style(), ViewStyle::Details);
     list.SetStyle(ViewStyle::LargeIcons);
@@ -247,7 +247,7 @@ TEST_P(ListViewOf, ViewsAndArrangementsAreTheOnesOfTheMenu) {
     EXPECT_EQ(list.Style(), ViewStyle::Details);
 }
 
-TEST_P(ListViewOf, RowsAreHighEnoughToRead) {
+TEST_P(ListViewOf, Rows_AreHighEnoughToRead) {
     Add(L"a", L"C:\\a");
     RECT row{};
     row.left = LVIR_BOUNDS;

@@ -117,7 +117,7 @@ TEST_P(MenuText, EveryEntryOfTheMainWindow_IsInItsPlace) {
     }
 }
 
-TEST_P(MenuText, EntriesAreKnownByNameAndIndex) {
+TEST_P(MenuText, Entries_AreFoundByNameAndIndex) {
     LoadedForm main(MainForm(), GetParam());
     for (const Entry& entry : kMainMenu) {
         std::wstring name = entry.name;
@@ -131,7 +131,7 @@ TEST_P(MenuText, EntriesAreKnownByNameAndIndex) {
     }
 }
 
-TEST_P(MenuText, RecentListsFollowTheFixedOneWhenTheyAreShown) {
+TEST_P(MenuText, RecentLists_FollowTheDefaultListInTheirOrder) {
     LoadedForm main(MainForm(), GetParam());
     Menu& menus = main.form.Menus();
     menus.SetText(L"mnuRecentFile", L"Third", 3);
@@ -152,7 +152,7 @@ TEST_P(MenuText, RecentListsFollowTheFixedOneWhenTheyAreShown) {
     EXPECT_EQ(GetMenuItemCount(GetSubMenu(GetMenu(main.Handle()), 0)), 8);
 }
 
-TEST_P(MenuText, TheTrayMenuIsEnglishInBothWindows) {
+TEST_P(MenuText, TrayMenu_IsEnglishInBothLanguages) {
     LoadedForm tray(TrayForm(), GetParam());
     Menu& menus = tray.form.Menus();
     EXPECT_EQ(GetMenu(tray.Handle()), nullptr);

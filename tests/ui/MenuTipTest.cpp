@@ -50,7 +50,7 @@ TEST_P(MenuTip, ActivateAutoBackup_SaysWhatItDoesAndDoesNot) {
                                                                   : L"لا يُنسخ شيء عندئذٍ"));
 }
 
-TEST_P(MenuTip, OtherEntryOrMenuClosed_GoesAway) {
+TEST_P(MenuTip, OtherEntryOrMenuClosed_IsHidden) {
     Highlight(ID_mnuOptions_0);
     Highlight(ID_mnuToolRepair);
     EXPECT_EQ(Tip(), nullptr);

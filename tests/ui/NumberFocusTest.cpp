@@ -28,7 +28,7 @@ TEST_P(NumberFocus, KeyboardIsThere_FrameIsMarked) {
     EXPECT_EQ(FrameOf(main), GetSysColor(COLOR_HIGHLIGHT));
 }
 
-TEST_P(NumberFocus, KeyboardComesAndGoes_NumberIsPaintedAnew) {
+TEST_P(NumberFocus, FocusChanges_NumberIsRepainted) {
     LoadedForm main(MainForm(), GetParam());
     main.form.Show();
     SetForegroundWindow(main.Handle());

@@ -160,7 +160,7 @@ TEST_P(RealKeys, ControlR_IsAClickOnTheStatusLine) {
     EXPECT_EQ(Clicked(), L"sbrStatus -1");
 }
 
-TEST_P(RealKeys, BusyDialog_IsGoneRoundAndClosed) {
+TEST_P(RealKeys, BusyDialog_TabVisitsControls_EscPressesCancel) {
     LoadedForm busy(BusyForm(), GetParam());
     busy.form.Show();
     busy.form.ShowControl(L"txtReport", true);

@@ -23,7 +23,7 @@ class SettingsBroadcast : public testing::TestWithParam<Language> {
     ListView& list = main.form.List(L"lsvBackupList");
 };
 
-TEST_P(SettingsBroadcast, OfNoConcern_KeepWidthsAndFonts) {
+TEST_P(SettingsBroadcast, OtherSetting_KeepsWidthsAndFonts) {
     DragColumn(list, 1, 333);
     const HFONT font = FontOfList();
     Broadcast(0, L"Environment");
@@ -33,7 +33,7 @@ TEST_P(SettingsBroadcast, OfNoConcern_KeepWidthsAndFonts) {
     EXPECT_EQ(FontOfList(), font);
 }
 
-TEST_P(SettingsBroadcast, OfFontsAndThemes_MakeTheFontsAnew) {
+TEST_P(SettingsBroadcast, FontsOrThemes_RecreatesTheFonts) {
     HFONT font = FontOfList();
     const auto isNew = [&] {
         const HFONT before = std::exchange(font, FontOfList());
