@@ -75,7 +75,7 @@ class BusyAndTray : public testing::TestWithParam<Language> {
 
 INSTANTIATE_TEST_SUITE_P(Languages, BusyAndTray, testing::ValuesIn(test::kLanguages));
 
-TEST_P(BusyAndTray, MinimisedTheDialogGoesIntoTheIconAndClosedThereItGivesTheMainWindowBack) {
+TEST_P(BusyAndTray, Minimised_MovesIntoTheIcon_CloseShowsTheMainWindow) {
     main.form.Show(ShowHow::KeepFocus);
     dialog.Report(L"x", false);
     ShowWindow(dialog.Window().Handle(), SW_MINIMIZE);
@@ -88,7 +88,7 @@ TEST_P(BusyAndTray, MinimisedTheDialogGoesIntoTheIconAndClosedThereItGivesTheMai
     EXPECT_EQ(host.ready, 1);
 }
 
-TEST_P(BusyAndTray, ClosedAtAnyMomentOfItsWaitsItStaysClosed) {
+TEST_P(BusyAndTray, ClosedDuringAnyWait_StaysClosed) {
     state.isWorking = true;
     for (const int moment : {1, 2, 20, 39, 40, 41, 60}) {
         state.cancel.Begin();
@@ -128,7 +128,7 @@ TEST_P(BusyAndTray, FailureOfAWait_IsReportedOnce_DialogEnds) {
     EXPECT_FALSE(dialog.Window().IsLoaded());
 }
 
-TEST_P(BusyAndTray, FailuresOfTheIconNameTheirProcedure) {
+TEST_P(BusyAndTray, FailuresOfTheIcon_NameTheirProcedure) {
     host.failing = L"forms";
     icon.Load();
     ExpectTold(L"Form_Load", L"Form", L"frmTrayIcon");

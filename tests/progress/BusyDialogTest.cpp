@@ -38,7 +38,7 @@ class Busy : public testing::TestWithParam<Language> {
 
 INSTANTIATE_TEST_SUITE_P(Languages, Busy, testing::ValuesIn(test::kLanguages));
 
-TEST_P(Busy, EachMessageIsALineOfTheReport) {
+TEST_P(Busy, Msg_AddsALineToTheReport) {
     dialog.Msg(L"Backing:", L"C:\\a.txt", L"", false, false, false);
     dialog.Msg(L"Title", L"message", L"more", false, false, true);
     EXPECT_EQ(Report(), L"Backing:: C:\\a.txt - \r\nTitle: message - more\r\n");
@@ -47,7 +47,7 @@ TEST_P(Busy, EachMessageIsALineOfTheReport) {
     EXPECT_EQ(Window().Text(L"lblSubMsg"), L"more");
 }
 
-TEST_P(Busy, TheFirstMessageShowsAtOnceAndTheReportOnlyWhenItIsWanted) {
+TEST_P(Busy, Msg_First_IsShownAtOnceWithoutTheReport) {
     dialog.Msg(L"Backing:", L"C:\\a.txt", L"", false, false, false);
     EXPECT_TRUE(Window().IsVisible());
     EXPECT_EQ(Window().Text(L"lblMsg"), L"C:\\a.txt");
@@ -58,20 +58,20 @@ TEST_P(Busy, TheFirstMessageShowsAtOnceAndTheReportOnlyWhenItIsWanted) {
     EXPECT_FALSE(Window().IsShown(L"txtReport"));
 }
 
-TEST_P(Busy, TheFirstMessageShowsAtOnceBehindALineOfTheReportToo) {
+TEST_P(Busy, Msg_FirstAfterAReportLine_IsShownAtOnce) {
     dialog.Report(L"a line", false);
     dialog.Msg(L"Backing:", L"C:\\a.txt", L"", false, false, false);
     EXPECT_EQ(Window().Text(L"lblTitle"), L"Backing:");
 }
 
-TEST_P(Busy, AtTheEndOfTheSessionItKeepsNoPartialCopy) {
+TEST_P(Busy, SessionEnds_RequestsCancelAndEnd) {
     dialog.Msg(L"Backing:", L"C:\\a.txt", L"", false, false, false);
     SendMessageW(Window().Handle(), WM_ENDSESSION, TRUE, 0);
     EXPECT_TRUE(state.cancel.IsRequested());
     EXPECT_TRUE(state.endRequested);
 }
 
-TEST_P(Busy, MinimisedWhileItWaitsAtTheEndItKeepsAReportThatIsWanted) {
+TEST_P(Busy, BusyHide_HiddenDuringItsWait_KeepsTheReport) {
     dialog.Report(L"x", false);
     Window().Check(L"chkDontHide", true);
     world.pump.AtYield(3, [&] { Window().Hide(); });
@@ -79,7 +79,7 @@ TEST_P(Busy, MinimisedWhileItWaitsAtTheEndItKeepsAReportThatIsWanted) {
     EXPECT_TRUE(Window().IsLoaded());
 }
 
-TEST_P(Busy, ALineOfTheReportWaitsButNotInARun) {
+TEST_P(Busy, Report_WithAPause_WaitsOutsideARunOnly) {
     dialog.Report(L"x", true);
     EXPECT_GE(world.pump.Waited(), 2000U);
     world.pump.Restart();
@@ -89,7 +89,7 @@ TEST_P(Busy, ALineOfTheReportWaitsButNotInARun) {
     EXPECT_EQ(world.pump.Waited(), before) << "300 unchanged items are no ten minutes";
 }
 
-TEST_P(Busy, TextsThatFollowQuicklyWaitForTheirTimeAndNoneIsLost) {
+TEST_P(Busy, Msg_ManyInAShortTime_ShowsTheLastOneLater) {
     for (int i = 0; i < 100; ++i) {
         dialog.Msg(L"Backing:", std::to_wstring(i), L"", false, false, false);
     }
@@ -101,21 +101,21 @@ TEST_P(Busy, TextsThatFollowQuicklyWaitForTheirTimeAndNoneIsLost) {
     EXPECT_TRUE(Report().ends_with(L"Backing:: 99 - \r\nnext\r\n"));
 }
 
-TEST_P(Busy, TheTimerShowsWhatWaits) {
+TEST_P(Busy, Timer_ShowsThePendingMessage) {
     dialog.Msg(L"Backing:", L"first", L"", false, false, false);
     dialog.Msg(L"Backing:", L"last", L"", false, false, false);
     Tick();
     EXPECT_EQ(Window().Text(L"lblMsg"), L"last");
 }
 
-TEST_P(Busy, OneLongFileIsNamedWhileItIsCopied) {
+TEST_P(Busy, Repaint_ShowsThePendingMessage) {
     dialog.Msg(L"Backing:", L"small", L"", false, false, false);
     dialog.Msg(L"Backing:", L"large", L"", false, false, false);
     dialog.Repaint();
     EXPECT_EQ(Window().Text(L"lblMsg"), L"large");
 }
 
-TEST_P(Busy, TheBarRunsRound) {
+TEST_P(Busy, Timer_MovesTheBarInACycle) {
     dialog.Report(L"x", false);
     EXPECT_TRUE(Window().IsTimerEnabled(L"tmrBusy"));
     for (const int value : {10, 20, 30, 40, 50, 60, 70, 80, 90, 0, 10}) {
@@ -124,7 +124,7 @@ TEST_P(Busy, TheBarRunsRound) {
     }
 }
 
-TEST_P(Busy, AMessageOfExactlyEndClosesTheDialogAtTheNextTick) {
+TEST_P(Busy, Msg_TextIsEnd_ClosesTheDialogAtTheNextTick) {
     dialog.Msg(L"Title", L"end", L"", false, false, false);
     Tick();
     EXPECT_TRUE(Window().IsLoaded());
@@ -133,7 +133,7 @@ TEST_P(Busy, AMessageOfExactlyEndClosesTheDialogAtTheNextTick) {
     EXPECT_FALSE(Window().IsLoaded());
 }
 
-TEST_P(Busy, AMessageCanWaitAndClose) {
+TEST_P(Busy, Msg_WithPauseOrClose_WaitsOrCloses) {
     dialog.Msg(L"Title", L"message", L"", true, false, false);
     EXPECT_GE(world.pump.Waited(), 2000U);
     EXPECT_TRUE(Window().IsLoaded());
@@ -141,7 +141,7 @@ TEST_P(Busy, AMessageCanWaitAndClose) {
     EXPECT_FALSE(Window().IsLoaded());
 }
 
-TEST_P(Busy, ATickedBoxKeepsTheDialogFromWaitingAndClosing) {
+TEST_P(Busy, KeepOpenTicked_NeitherWaitsNorCloses) {
     dialog.Report(L"x", false);
     Window().Check(L"chkDontHide", true);
     dialog.Msg(L"Title", L"message", L"", true, true, false);
@@ -155,7 +155,7 @@ TEST_P(Busy, ATickedBoxKeepsTheDialogFromWaitingAndClosing) {
     EXPECT_EQ(host.calls, Calls{});
 }
 
-TEST_P(Busy, ALongReportOpensAtItsEnd) {
+TEST_P(Busy, BusyHide_LongReport_ShowsItsEnd) {
     for (int i = 0; i < 300; ++i) dialog.Report(L"line " + std::to_wstring(i), false);
     Window().Check(L"chkDontHide", true);
     dialog.BusyHide(true);
@@ -168,7 +168,7 @@ TEST_P(Busy, ALongReportOpensAtItsEnd) {
     EXPECT_GT(inside.bottom, 50);
 }
 
-TEST_P(Busy, TheEndOfTheWorkFillsTheBarAndClosesTheDialog) {
+TEST_P(Busy, BusyHide_FillsTheBarAndCloses) {
     dialog.Msg(L"Backing:", L"x", L"", false, false, false);
     std::wstring report;
     int bar = 0;
@@ -187,21 +187,21 @@ TEST_P(Busy, TheEndOfTheWorkFillsTheBarAndClosesTheDialog) {
     EXPECT_TRUE(state.cancel.IsRequested()) << "every closing asks for it";
 }
 
-TEST_P(Busy, TheEndWithoutAPauseDoesNotWait) {
+TEST_P(Busy, BusyHide_WithoutPause_ClosesAtOnce) {
     dialog.Report(L"x", false);
     dialog.BusyHide(false);
     EXPECT_EQ(world.pump.Waited(), 0U);
     EXPECT_FALSE(Window().IsLoaded());
 }
 
-TEST_P(Busy, TheEndOfWorkThatNobodySawDoesNothing) {
+TEST_P(Busy, BusyHide_NeverShown_YieldsAndCancelsNothing) {
     dialog.BusyHide(true);
     EXPECT_FALSE(Window().IsLoaded());
     EXPECT_EQ(world.pump.Yields(), 0);
     EXPECT_FALSE(state.cancel.IsRequested());
 }
 
-TEST_P(Busy, ClosingCancelsInThisOrder) {
+TEST_P(Busy, CancelButton_RequestsCancelAndEnablesTheMainWindow) {
     dialog.Report(L"x", false);
     Window().Check(L"chkDontHide", true);
     Press();
@@ -210,13 +210,13 @@ TEST_P(Busy, ClosingCancelsInThisOrder) {
     EXPECT_EQ(host.calls, (Calls{"ready"}));
 }
 
-TEST_P(Busy, TheCloseBoxCancelsToo) {
+TEST_P(Busy, CloseBox_EnablesTheMainWindow) {
     dialog.Report(L"x", false);
     SendMessageW(Window().Handle(), WM_CLOSE, 0, 0);
     EXPECT_EQ(host.calls, (Calls{"ready"}));
 }
 
-TEST_P(Busy, MinimisedItGivesWayToTheIconAndItsClosingRestoresTheMainWindow) {
+TEST_P(Busy, Minimised_LoadsTheIcon_CloseRestoresTheMainWindow) {
     dialog.Report(L"x", false);
     Minimise();
     EXPECT_EQ(host.calls, Calls{"load icon"});
@@ -225,7 +225,7 @@ TEST_P(Busy, MinimisedItGivesWayToTheIconAndItsClosingRestoresTheMainWindow) {
     EXPECT_EQ(host.calls, (Calls{"unload icon", "ready", "show main"}));
 }
 
-TEST_P(Busy, BroughtBackByItsButtonItBringsTheMainWindowBack) {
+TEST_P(Busy, RestoredByItsButton_ShowsTheMainWindow) {
     dialog.Report(L"x", false);
     Minimise();
     ShowWindow(Window().Handle(), SW_RESTORE);
@@ -234,7 +234,7 @@ TEST_P(Busy, BroughtBackByItsButtonItBringsTheMainWindowBack) {
     EXPECT_EQ(Window().State(), WindowState::Normal);
 }
 
-TEST_P(Busy, HiddenWhileMinimisedTheNextMessageBringsItsButtonBack) {
+TEST_P(Busy, HiddenWhileMinimised_NextMessageShowsItsButton) {
     test::LoadedForm main{MainForm(), GetParam()};
     dialog.Report(L"x", false);
     Minimise();
@@ -247,7 +247,7 @@ TEST_P(Busy, HiddenWhileMinimisedTheNextMessageBringsItsButtonBack) {
     EXPECT_EQ(Window().State(), WindowState::Minimised);
 }
 
-TEST_P(Busy, BusyHide_HiddenBehindTheIcon_BringsTheMainWindowBack) {
+TEST_P(Busy, BusyHide_HiddenByTheIcon_ShowsTheMainWindow) {
     dialog.Report(L"x", false);
     Minimise();
     Window().Hide();
@@ -278,7 +278,7 @@ TEST_P(Busy, BusyHide_NeverShown_DoesNothing) {
     state.silentRun = false;
 }
 
-TEST_P(Busy, TheTickHoldsForOneRunOnly) {
+TEST_P(Busy, KeepOpenTicked_AppliesToOneRunOnly) {
     dialog.Report(L"x", false);
     Window().Check(L"chkDontHide", true);
     Window().Unload();
@@ -287,7 +287,7 @@ TEST_P(Busy, TheTickHoldsForOneRunOnly) {
     EXPECT_EQ(dialog.ReportText(), L"y\r\n") << "a new report";
 }
 
-TEST_P(Busy, ClosedInARunItDoesNotFlashUpAgain) {
+TEST_P(Busy, ClosedDuringARun_StaysClosedUntilTheNextRun) {
     state.isWorking = true;
     dialog.Report(L"x", false);
     Press();
@@ -301,7 +301,7 @@ TEST_P(Busy, ClosedInARunItDoesNotFlashUpAgain) {
     EXPECT_EQ(dialog.ReportText(), L"Backing:: z - \r\n") << "a report of its own";
 }
 
-TEST_P(Busy, WorkAfterARunShowsItDespiteTheCancelThatTheRunLeft) {
+TEST_P(Busy, WorkAfterARun_ShowsItDespiteTheOldCancel) {
     state.isWorking = true;
     dialog.Report(L"x", false);
     dialog.BusyHide(false);
@@ -314,7 +314,7 @@ TEST_P(Busy, WorkAfterARunShowsItDespiteTheCancelThatTheRunLeft) {
     EXPECT_GE(world.pump.Yields(), 40) << "an old cancel does not shorten the wait";
 }
 
-TEST_P(Busy, AWaitEndsWithACancelOrTheDialog) {
+TEST_P(Busy, Wait_CancelOrUnload_Ends) {
     dialog.Report(L"x", false);
     world.pump.AtYield(3, [&] { state.cancel.Request(); });
     dialog.Wait(2);
@@ -327,7 +327,7 @@ TEST_P(Busy, AWaitEndsWithACancelOrTheDialog) {
     EXPECT_EQ(world.pump.Yields(), 2);
 }
 
-TEST_P(Busy, ClosedWhileItWaitsAtTheEndNothingElseHappens) {
+TEST_P(Busy, BusyHide_ClosedDuringItsWait_UnloadsOnce) {
     dialog.Report(L"x", false);
     world.pump.AtYield(5, [&] { Press(); });
     dialog.BusyHide(true);
@@ -335,7 +335,7 @@ TEST_P(Busy, ClosedWhileItWaitsAtTheEndNothingElseHappens) {
     EXPECT_EQ(host.calls, (Calls{"ready"})) << "once";
 }
 
-TEST_P(Busy, ASilentRunLoadsItAndNeverShowsIt) {
+TEST_P(Busy, SilentRun_LoadsAndNeverShowsIt) {
     state.silentRun = true;
     dialog.SendView();
     EXPECT_TRUE(Window().IsLoaded());
@@ -346,7 +346,7 @@ TEST_P(Busy, ASilentRunLoadsItAndNeverShowsIt) {
     EXPECT_EQ(world.pump.Yields(), 0);
 }
 
-TEST_P(Busy, AReportOfAHundredThousandLinesIsKeptWhole) {
+TEST_P(Busy, Report_HundredThousandLines_IsKeptWhole) {
     std::size_t units = 0;
     for (int i = 0; i < 100000; ++i) {
         const std::wstring line = L"Backing: " + std::to_wstring(i);
@@ -359,7 +359,7 @@ TEST_P(Busy, AReportOfAHundredThousandLinesIsKeptWhole) {
     EXPECT_EQ(Report(), dialog.ReportText());
 }
 
-TEST_P(Busy, OpeningItAHundredTimesLeavesNothingBehind) {
+TEST_P(Busy, OpenedAHundredTimes_LeaksNothing) {
     const auto handles = [](DWORD kind) { return GetGuiResources(GetCurrentProcess(), kind); };
     const auto openAndClose = [this] {
         dialog.Msg(L"Backing:", L"x", L"", false, false, true);

@@ -127,7 +127,7 @@ TEST_F(TaskbarProgress, Busy_ShowsAnEndlessBarAndEndsIt) {
               (std::vector<ButtonState>{{window, TBPF_INDETERMINATE}, {window, TBPF_NOPROGRESS}}));
 }
 
-TEST_F(TaskbarProgress, TaskbarRefuses_IsLeft) {
+TEST_F(TaskbarProgress, TaskbarRefuses_SetsNoState) {
     taskbar.initialises = false;
     ShowBusyInTaskbar(nullptr, true);
     EXPECT_TRUE(taskbar.states.empty());

@@ -41,7 +41,7 @@ class Tray : public testing::TestWithParam<Language> {
 
 INSTANTIATE_TEST_SUITE_P(Languages, Tray, testing::ValuesIn(test::kLanguages));
 
-TEST_P(Tray, LoadedItHidesEveryWindow) {
+TEST_P(Tray, Load_HidesEveryWindow) {
     main.form.Show(ShowHow::KeepFocus);
     icon.Load();
     EXPECT_FALSE(main.form.IsVisible());
@@ -50,7 +50,7 @@ TEST_P(Tray, LoadedItHidesEveryWindow) {
     EXPECT_TRUE(icon.Icon().LastStatus());
 }
 
-TEST_P(Tray, LoadedTwiceItOnlyHidesAgain) {
+TEST_P(Tray, LoadTwice_HidesAgain_KeepsItsWindow) {
     icon.Load();
     const HWND before = icon.Window().Handle();
     main.form.Show(ShowHow::KeepFocus);
@@ -59,7 +59,7 @@ TEST_P(Tray, LoadedTwiceItOnlyHidesAgain) {
     EXPECT_EQ(icon.Window().Handle(), before);
 }
 
-TEST_P(Tray, TheRecordHasTheFirstFormOfItsLayout) {
+TEST_P(Tray, Record_HasTheFirstVersionOfItsLayout) {
     icon.Load();
     const NOTIFYICONDATAW record = icon.Icon().InitIconStruct();
     EXPECT_EQ(record.cbSize, NOTIFYICONDATAW_V1_SIZE);
@@ -74,7 +74,7 @@ TEST_P(Tray, TheRecordHasTheFirstFormOfItsLayout) {
                                    : L"الرجاء الانتظار بينما تتم عملية النسخ الاحنياطي");
 }
 
-TEST_P(Tray, ALongTipIsCutToSixtyThreeCharacters) {
+TEST_P(Tray, SetTip_LongText_IsCutTo63Characters) {
     icon.Load();
     icon.Icon().SetTip(std::wstring(100, L'x'));
     const NOTIFYICONDATAW record = icon.Icon().InitIconStruct();
@@ -82,7 +82,7 @@ TEST_P(Tray, ALongTipIsCutToSixtyThreeCharacters) {
     EXPECT_EQ(record.szTip[63], L'\0');
 }
 
-TEST_P(Tray, TheFramesFollowEachOther) {
+TEST_P(Tray, Timer_ShowsTheFramesInTurn) {
     icon.Load();
     EXPECT_EQ(icon.Frame(), 1);
     for (const int next : {2, 3, 4, 1, 2}) {
@@ -93,7 +93,7 @@ TEST_P(Tray, TheFramesFollowEachOther) {
     }
 }
 
-TEST_P(Tray, TheStaticIconDoesNotMove) {
+TEST_P(Tray, StaticIcon_IsNotAnimated) {
     icon.Load();
     icon.cbStatic_Click();
     const int frame = icon.Frame();
@@ -102,7 +102,7 @@ TEST_P(Tray, TheStaticIconDoesNotMove) {
     EXPECT_STREQ(icon.Icon().InitIconStruct().szTip, L"Vaultwright");
 }
 
-TEST_P(Tray, AClickTakesTheIconAwayAndMatchesNoWindow) {
+TEST_P(Tray, Click_RemovesTheIcon_ShowsNoWindow) {
     main.form.Show(ShowHow::KeepFocus);
     icon.Load();
     Notify(514);
@@ -112,7 +112,7 @@ TEST_P(Tray, AClickTakesTheIconAwayAndMatchesNoWindow) {
     EXPECT_EQ(host.ends, 0);
 }
 
-TEST_P(Tray, InASilentRunAClickDoesNothing) {
+TEST_P(Tray, Click_SilentRun_HasNoEffect) {
     state.silentRun = true;
     icon.Load();
     Notify(514);
@@ -120,13 +120,13 @@ TEST_P(Tray, InASilentRunAClickDoesNothing) {
     EXPECT_EQ(host.ends, 0);
 }
 
-TEST_P(Tray, OtherCodesAreIgnored) {
+TEST_P(Tray, IgnoresOtherCodes) {
     icon.Load();
     for (const UINT code : {512U, 513U, 515U, 517U, 518U, 0U}) Notify(code);
     EXPECT_TRUE(icon.Window().IsLoaded());
 }
 
-TEST_P(Tray, TheMenuHasNoCancelInASilentRun) {
+TEST_P(Tray, Menu_SilentRun_HasNoCancel) {
     icon.Load();
     EXPECT_TRUE(icon.Window().Menus().IsShown(L"mnuProp1Cancel"));
     icon.Unload();
@@ -137,26 +137,26 @@ TEST_P(Tray, TheMenuHasNoCancelInASilentRun) {
     EXPECT_TRUE(icon.Window().Menus().IsShown(L"mnuProp1Exit"));
 }
 
-TEST_P(Tray, CancelAsksTheWorkToStop) {
+TEST_P(Tray, Cancel_RequestsACancel) {
     icon.Load();
     Choose(ID_mnuProp1Cancel);
     EXPECT_TRUE(state.cancel.IsRequested());
     EXPECT_TRUE(icon.Window().IsLoaded());
 }
 
-TEST_P(Tray, ExitEndsTheProgram) {
+TEST_P(Tray, Exit_EndsTheProgram) {
     icon.Load();
     Choose(ID_mnuProp1Exit);
     EXPECT_EQ(host.ends, 1);
 }
 
-TEST_P(Tray, MaximizeInTheMenuIsTheClick) {
+TEST_P(Tray, Maximize_RemovesTheIcon) {
     icon.Load();
     Choose(ID_mnuProp1Maximize);
     EXPECT_FALSE(icon.Window().IsLoaded());
 }
 
-TEST_P(Tray, UnloadedInASilentRunItEndsTheProgram) {
+TEST_P(Tray, Unload_SilentRun_EndsTheProgram) {
     state.silentRun = true;
     icon.Load();
     icon.cbEnd_Click();
@@ -164,7 +164,7 @@ TEST_P(Tray, UnloadedInASilentRunItEndsTheProgram) {
     EXPECT_FALSE(icon.Window().IsLoaded());
 }
 
-TEST_P(Tray, UnloadedInAnInteractiveRunItOnlyGoes) {
+TEST_P(Tray, Unload_InteractiveRun_KeepsTheProgramRunning) {
     icon.Load();
     icon.mnuPropAction_Click();
     EXPECT_EQ(host.ends, 0);
@@ -172,7 +172,7 @@ TEST_P(Tray, UnloadedInAnInteractiveRunItOnlyGoes) {
     EXPECT_TRUE(icon.Icon().LastStatus());
 }
 
-TEST_P(Tray, ANewTaskBarGetsTheIconAgain) {
+TEST_P(Tray, NewTaskBar_AddsTheIconAgain) {
     icon.Load();
     NOTIFYICONDATAW record = icon.Icon().InitIconStruct();
     Shell_NotifyIconW(NIM_DELETE, &record);
@@ -184,7 +184,7 @@ TEST_P(Tray, ANewTaskBarGetsTheIconAgain) {
     EXPECT_TRUE(icon.Icon().LastStatus());
 }
 
-TEST_P(Tray, OpeningItAHundredTimesLeavesNothingBehind) {
+TEST_P(Tray, OpenedAHundredTimes_LeaksNothing) {
     const auto handles = [](DWORD kind) { return GetGuiResources(GetCurrentProcess(), kind); };
     const auto openAndClose = [this] {
         icon.Load();

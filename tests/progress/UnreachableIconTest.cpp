@@ -87,7 +87,7 @@ TEST_F(UnreachableIcon, Timer_AnswerWasLate_CountsAsAdded) {
     EXPECT_TRUE(icon.IsReachable());
 }
 
-TEST_F(UnreachableIcon, Unload_NeverConfirmed_IsDeletedAllTheSame) {
+TEST_F(UnreachableIcon, Unload_NeverConfirmed_IsDeleted) {
     icon.Load();
     answers.requests.clear();
     icon.Unload();
