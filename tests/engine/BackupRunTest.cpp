@@ -56,7 +56,7 @@ TEST(BackupRun, LeavesUnchangedItemsAlone) {
     EXPECT_EQ(ReadTree(world.Store()), before);
 }
 
-TEST(BackupRun, CopiesKeepTheDatesOfTheirFiles) {
+TEST(BackupRun, Copies_HaveTheDatesOfTheirFiles) {
     EngineFixture world;
     MakeWork(world);
     world.List({L"Work\\"});
@@ -65,7 +65,7 @@ TEST(BackupRun, CopiesKeepTheDatesOfTheirFiles) {
     EXPECT_EQ(ReadDate(world.Store(L"Work«0001»\\Sub\\c.txt")), MakeDate(Day(3)));
 }
 
-TEST(BackupRun, BringsANewCopyAndKeepsTheOldOne) {
+TEST(BackupRun, CopiesAChangedFileAndKeepsTheOldCopy) {
     EngineFixture world;
     world.tree.File(L"a.txt", "one", Day(1));
     world.List({L"a.txt"});
@@ -101,7 +101,7 @@ TEST(BackupRun, ShowsEachFileWithoutWaitingClosingOrReport) {
               (std::vector<ShownMessage>{{L"Backing:", world.Path(L"a.txt")}}));
 }
 
-TEST(BackupRun, SendsItemsAboveTheDestinationLineWhereTheLastRunWent) {
+TEST(BackupRun, ItemAboveTheDestinationLine_GoesToTheFormerDestination) {
     EngineFixture world;
     world.tree.File(L"above.txt", "above", Day(1));
     world.tree.File(L"below.txt", "below", Day(1));
@@ -117,7 +117,7 @@ TEST(BackupRun, SendsItemsAboveTheDestinationLineWhereTheLastRunWent) {
     EXPECT_EQ(ReadBytes(other + L"\\above«0001».txt"), "above");
 }
 
-TEST(BackupRun, TakesTheCountForTheItemsBelowItOnly) {
+TEST(BackupRun, AppliesTheCountToItemsBelowItOnly) {
     EngineFixture world;
     world.state.copiesCount = 1;
     world.ListText(L"~\\one.txt\r\nBackages: 2\r\n~\\two.txt\r\n");
@@ -145,7 +145,7 @@ TEST(BackupRun, EndsTheProgramAtAMissingDestination) {
     EXPECT_EQ(ReadBytes(world.state.currentListPath), list);
 }
 
-TEST(BackupRun, EndsTheProgramWhenTheDestinationVanishesBetweenItems) {
+TEST(BackupRun, DestinationVanishesBetweenItems_EndsTheProgram) {
     EngineFixture world;
     world.tree.File(L"a.txt", "a", Day(1));
     world.List({L"a.txt"});
@@ -224,7 +224,7 @@ TEST(BackupRun, ExitCode_SeveralFailures_IsTheFirst) {
     EXPECT_EQ(world.Run().exitCode, error_number::kPermissionDenied);
 }
 
-TEST(BackupRun, GoesOnAfterAFileThatCannotBeCopied) {
+TEST(BackupRun, FileInUse_OtherFilesAreCopied) {
     EngineFixture world;
     MakeWork(world);
     world.List({L"Work\\"});
@@ -247,7 +247,7 @@ TEST(BackupRun, GoesOnAfterAFileThatCannotBeCopied) {
     world.ExpectRun(NoChange(L"~\\Work\\"));
 }
 
-TEST(BackupRun, NamesTheProcedureOfAFailedFile) {
+TEST(BackupRun, FileInUse_ErrorNamesItsProcedure) {
     EngineFixture world;
     world.tree.File(L"a.txt", "a", Day(1));
     world.List({L"a.txt"});
@@ -269,7 +269,7 @@ TEST(BackupRun, UnreadableList_IsReported) {
     EXPECT_EQ(result.exitCode, error_number::kPermissionDenied);
 }
 
-TEST(BackupItem, GoesToTheDestinationInUseWithoutAList) {
+TEST(BackupItem, CopiesToTheCurrentDestinationWithoutAList) {
     EngineFixture world;
     const std::wstring file = world.tree.File(L"a.txt", "a", Day(1));
     const RunResult result = world.With([&](CPackage& engine) { engine.BackupItem(file); });
@@ -279,7 +279,7 @@ TEST(BackupItem, GoesToTheDestinationInUseWithoutAList) {
     EXPECT_FALSE(Exists(world.state.currentListPath));
 }
 
-TEST(BackupItem, TakesAFolderForAFileAndFails) {
+TEST(BackupItem, FolderWithoutSeparator_FailsAsAFile) {
     EngineFixture world;
     MakeWork(world);
     const std::wstring folder = world.Path(L"Work");
@@ -300,7 +300,7 @@ TEST(BackupItem, EndsTheProgramAtAMissingDestination) {
     EXPECT_EQ(result.exitCode, error_number::kPathNotFound);
 }
 
-TEST(BackupPath, CutsTheStarOfARule) {
+TEST(BackupPath, Rule_CopiesTheFilesOfItsFolder) {
     EngineFixture world;
     MakeWork(world);
     const RunResult result = world.With(
@@ -309,14 +309,14 @@ TEST(BackupPath, CutsTheStarOfARule) {
               Joined(BackedUp(L"~\\Work", {L"~\\Work\\a.txt", L"~\\Work\\b.txt"})));
 }
 
-TEST(BackupPath, TakesTheLocationThatItIsGiven) {
+TEST(BackupPath, UsesTheGivenLocationNumber) {
     EngineFixture world;
     const std::wstring file = world.tree.File(L"a.txt", "a", Day(1));
     world.With([&](CPackage& engine) { engine.BackupPath(file, 7, false, false); });
     EXPECT_EQ(world.Copies(), (Listing{{L"a«0701».txt", "a"}}));
 }
 
-TEST(BackupPath, MakesASafetyCopyWithoutRotationOrChangeTest) {
+TEST(BackupPath, SafetyCopy_IsMadeWithoutRotationOrChangeTest) {
     EngineFixture world;
     const std::wstring file = world.tree.File(L"a.txt", "a", Day(1));
     world.List({L"a.txt"});

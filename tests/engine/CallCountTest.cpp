@@ -80,11 +80,11 @@ CallCounts RestoredFolder(int folders, int files, bool isThere) {
     return CallCounts(world.files.Operations());
 }
 
-TEST(CallCount, OfAnEmptyList) {
+TEST(CallCount, EmptyList_CallsAreCounted) {
     EXPECT_EQ(CountedFixture().WithFiles(0).Calls().Text(), "Stat 2, Read 1");
 }
 
-TEST(CallCount, OfAFirstBackupOfAFolder) {
+TEST(CallCount, FirstBackupOfAFolder_CallsAreCounted) {
     const CallCounts smallest = FirstBackupOfFolder(1, 1);
     EXPECT_EQ(smallest.Text(),
               "Stat 8, List 6, Copy 1, CreateFolder 2, Rename 2, Replace 1, Read 1, Write 1, "
@@ -95,25 +95,25 @@ TEST(CallCount, OfAFirstBackupOfAFolder) {
         << "for one more folder";
 }
 
-TEST(CallCount, OfAnUnchangedFolder) {
+TEST(CallCount, UnchangedFolder_CallsAreCounted) {
     const CallCounts smallest = UnchangedFolder(1, 1);
     EXPECT_EQ(smallest.Text(), "Stat 6, List 3, Read 2, Hold 1, FreeSpace 1, DriveTypeOf 1");
     EXPECT_EQ((UnchangedFolder(1, 11) - smallest).Text(), "") << "for ten more files";
     EXPECT_EQ((UnchangedFolder(2, 1) - smallest).Text(), "List 1") << "for one more folder";
 }
 
-TEST(CallCount, OfFirstBackupsOfFiles) {
+TEST(CallCount, FirstBackupOfFiles_CallsAreCounted) {
     EXPECT_EQ((ChangedFiles(2, 0) - ChangedFiles(1, 0)).Text(),
               "Stat 7, Copy 1, Rename 2, Replace 1, Write 1, FreeSpace 1")
         << "for one more file";
 }
 
-TEST(CallCount, OfUnchangedFiles) {
+TEST(CallCount, UnchangedFiles_CallsAreCounted) {
     EXPECT_EQ((UnchangedFiles(2) - UnchangedFiles(1)).Text(), "Stat 2, Read 1")
         << "for one more file";
 }
 
-TEST(CallCount, OfChangedFiles) {
+TEST(CallCount, ChangedFiles_CallsAreCounted) {
     EXPECT_EQ((ChangedFiles(2, 1) - ChangedFiles(1, 1)).Text(),
               "Stat 8, Copy 1, Rename 3, Replace 1, Read 1, Write 1, FreeSpace 1")
         << "for one more file";
@@ -123,7 +123,7 @@ TEST(CallCount, OfChangedFiles) {
         << "for a copy that leaves";
 }
 
-TEST(CallCount, OfARestoreToANewPlace) {
+TEST(CallCount, RestoreToANewPlace_CallsAreCounted) {
     const CallCounts smallest = RestoredFolder(1, 1, false);
     EXPECT_EQ(smallest.Text(),
               "Stat 5, List 3, Copy 1, CreateFolder 2, Rename 1, CopyFolderInfo 2");
@@ -133,7 +133,7 @@ TEST(CallCount, OfARestoreToANewPlace) {
         << "for one more folder";
 }
 
-TEST(CallCount, OfARestoreOverItself) {
+TEST(CallCount, RestoreOverItself_CallsAreCounted) {
     const CallCounts smallest = RestoredFolder(1, 1, true);
     EXPECT_EQ(smallest.Text(),
               "Stat 6, List 6, Copy 1, Replace 1, CopyFolderInfo 2, CopyAccessRights 1");

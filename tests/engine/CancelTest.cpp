@@ -32,7 +32,7 @@ bool Holds(const Lines& lines, const std::wstring& line) {
     return std::find(lines.begin(), lines.end(), line) != lines.end();
 }
 
-TEST(Cancel, IsAskedForByAbort) {
+TEST(Cancel, Abort_RequestsACancel) {
     EngineFixture world;
     world.With([&](CPackage& engine) {
         engine.Abort();
@@ -40,7 +40,7 @@ TEST(Cancel, IsAskedForByAbort) {
     });
 }
 
-TEST(Cancel, BetweenItemsGivesTheWindowBack) {
+TEST(Cancel, BetweenItems_EnablesTheMainWindow) {
     EngineFixture world;
     MakeSources(world, 1);
     world.List({L"a.txt", L"e.txt"});
@@ -55,7 +55,7 @@ TEST(Cancel, BetweenItemsGivesTheWindowBack) {
     world.ExpectRun(BackedUp(L"~\\a.txt") + BackedUp(L"~\\e.txt"));
 }
 
-TEST(Cancel, InAFolderStopsAtTheNextFile) {
+TEST(Cancel, InAFolder_StopsAtTheNextFile) {
     EngineFixture world;
     world.List({L"a.txt", L"Work\\", L"e.txt"});
     MakeSources(world, 1);
@@ -94,7 +94,7 @@ TEST(Cancel, InAFolder_IsReportedInTheWindowsLanguage) {
     EXPECT_EQ(world.Run().lines.back(), L"أُلغيت العملية، والنسخة رقم 1 غير كاملة\r\n~\\Work\\");
 }
 
-TEST(Cancel, BeforeTheSubFoldersLeavesThemOut) {
+TEST(Cancel, BeforeTheSubFolders_DoesNotCopyThem) {
     EngineFixture world;
     world.List({L"Work\\"});
     MakeSources(world, 1);
@@ -105,7 +105,7 @@ TEST(Cancel, BeforeTheSubFoldersLeavesThemOut) {
     EXPECT_TRUE(Exists(world.Store(L"Work«0001»\\c.txt")));
 }
 
-TEST(Cancel, BeforeTheFirstFileOfAFolderMakesNoCopy) {
+TEST(Cancel, BeforeTheFirstFileOfAFolder_MakesNoCopy) {
     EngineFixture world;
     world.List({L"Work\\"});
     MakeSources(world, 1);
@@ -122,7 +122,7 @@ TEST(Cancel, BeforeTheFirstFileOfAFolderMakesNoCopy) {
     EXPECT_EQ(ReadBytes(world.Store(L"Work«0001»\\Sub\\d.txt")), "2");
 }
 
-TEST(Cancel, InTheLastFileOfAFolderLeavesAWholeCopy) {
+TEST(Cancel, InTheLastFileOfAFolder_CopyIsWhole) {
     EngineFixture world;
     world.List({L"Work\\"});
     MakeSources(world, 1);
@@ -136,7 +136,7 @@ TEST(Cancel, InTheLastFileOfAFolderLeavesAWholeCopy) {
     EXPECT_EQ(ReadTree(world.Store(L"Work«0001»")), ReadTree(world.Path(L"Work")));
 }
 
-TEST(Cancel, InAFileItemLeavesAWholeCopy) {
+TEST(Cancel, InAFileItem_CopyIsWhole) {
     EngineFixture world;
     world.List({L"a.txt", L"e.txt"});
     MakeSources(world, 1);
@@ -149,7 +149,7 @@ TEST(Cancel, InAFileItemLeavesAWholeCopy) {
     world.ExpectRun(NoChange(L"~\\a.txt") + BackedUp(L"~\\e.txt"));
 }
 
-TEST(Cancel, InTheLastItemEndsWithoutHidingTheDialog) {
+TEST(Cancel, InTheLastItem_DoesNotHideTheDialog) {
     EngineFixture world;
     world.List({L"a.txt"});
     MakeSources(world, 1);
@@ -157,7 +157,7 @@ TEST(Cancel, InTheLastItemEndsWithoutHidingTheDialog) {
     EXPECT_EQ(Joined(world.Run().lines), Joined({L"Backing: ~\\a.txt", L"* Backing: ~\\a.txt"}));
 }
 
-TEST(Cancel, WhileTheLocationIsFoundIsNotLost) {
+TEST(Cancel, DuringTheLookUpOfTheLocation_StopsTheRun) {
     EngineFixture world;
     world.List({L"a.txt", L"e.txt"});
     MakeSources(world, 1);
@@ -171,7 +171,7 @@ TEST(Cancel, WhileTheLocationIsFoundIsNotLost) {
     EXPECT_EQ(ReadBytes(world.Store(L"a«0001».txt")), "1");
 }
 
-TEST(Cancel, OfAnUnchangedItemEndsTheRun) {
+TEST(Cancel, InAnUnchangedItem_EndsTheRun) {
     EngineFixture world;
     world.List({L"a.txt", L"e.txt"});
     MakeSources(world, 1);
@@ -183,7 +183,7 @@ TEST(Cancel, OfAnUnchangedItemEndsTheRun) {
     EXPECT_EQ(result.exitCode, error_number::kCancelled);
 }
 
-TEST(Cancel, WhileTheCopiesMakeRoomIsNotDone) {
+TEST(Cancel, DuringTheRotation_CompletesTheCopy) {
     EngineFixture world;
     world.List({L"a.txt"}, 1);
     MakeSources(world, 1);
@@ -205,7 +205,7 @@ TEST(Cancel, SingleItem_SetsTheExitCode) {
 
 // The user presses Cancel at one yield after the other. Wherever it is: the run ends, the exit
 // code says so, older copies stay, and what is not whole is reported.
-TEST(Cancel, AtAnyYieldLosesNothingInSilence) {
+TEST(Cancel, AtAnyYield_IsReportedAndLosesNothing) {
     int yields = 0;
     for (int k = 1;; ++k) {
         EngineFixture world;

@@ -6,7 +6,7 @@
 namespace vw::test {
 namespace {
 
-TEST(ChangeTest, SeesANewDateWithTheSameContent) {
+TEST(ChangeTest, NewDateSameContent_IsCopied) {
     EngineFixture world;
     world.tree.File(L"a.txt", "same", Day(1));
     world.List({L"a.txt"});
@@ -16,7 +16,7 @@ TEST(ChangeTest, SeesANewDateWithTheSameContent) {
     EXPECT_EQ(world.Copies(), (Listing{{L"a«0001».txt", "same"}, {L"a«0002».txt", "same"}}));
 }
 
-TEST(ChangeTest, SeesADateBeforeTheStoredOne) {
+TEST(ChangeTest, EarlierDate_IsCopied) {
     EngineFixture world;
     world.tree.File(L"a.txt", "later", Day(9));
     world.List({L"a.txt"});
@@ -26,7 +26,7 @@ TEST(ChangeTest, SeesADateBeforeTheStoredOne) {
     EXPECT_EQ(ReadBytes(world.Store(L"a«0001».txt")), "clock set back");
 }
 
-TEST(ChangeTest, DoesNotSeeNewContentUnderTheOldDate) {
+TEST(ChangeTest, NewContentSameDate_IsUnchanged) {
     EngineFixture world;
     world.tree.File(L"a.txt", "one", Day(1));
     world.List({L"a.txt"});
@@ -64,7 +64,7 @@ TEST(ChangeTest, ItemChangedAfterItWasAsked_IsCopiedByTheNextRun) {
     EXPECT_EQ(ReadBytes(world.Store(L"a«0001».txt")), "two");
 }
 
-TEST(ChangeTest, TakesDatesThatDifferWithinASecondForEqual) {
+TEST(ChangeTest, DatesWithinOneSecond_AreEqual) {
     EngineFixture world;
     const std::wstring file = world.tree.File(L"a.txt", "a", Day(1));
     world.List({L"a.txt"});
@@ -76,7 +76,7 @@ TEST(ChangeTest, TakesDatesThatDifferWithinASecondForEqual) {
     world.ExpectRun(NoChange(L"~\\a.txt"));
 }
 
-TEST(ChangeTest, GoesByTheCommentNotByTheDateOfTheCopy) {
+TEST(ChangeTest, ComparesTheCommentNotTheDateOfTheCopy) {
     EngineFixture world;
     world.tree.File(L"a.txt", "a", Day(1));
     world.List({L"a.txt"});
@@ -85,7 +85,7 @@ TEST(ChangeTest, GoesByTheCommentNotByTheDateOfTheCopy) {
     world.ExpectRun(NoChange(L"~\\a.txt"));
 }
 
-TEST(ChangeTest, SeesAChangeDeepInAFolder) {
+TEST(ChangeTest, ChangeDeepInAFolder_IsCopied) {
     EngineFixture world;
     world.tree.File(L"Work\\a.txt", "a", Day(1));
     world.tree.File(L"Work\\Sub\\Deeper\\b.txt", "b", Day(1));
@@ -95,7 +95,7 @@ TEST(ChangeTest, SeesAChangeDeepInAFolder) {
     world.ExpectRun(BackedUp(L"~\\Work\\", {L"~\\Work\\a.txt", L"~\\Work\\Sub\\Deeper\\b.txt"}));
 }
 
-TEST(ChangeTest, DoesNotSeeWhatLeavesTheNewestFileAlone) {
+TEST(ChangeTest, ChangeBesideTheNewestFile_IsUnchanged) {
     EngineFixture world;
     world.tree.File(L"Work\\new.txt", "new", Day(9));
     world.tree.File(L"Work\\old.txt", "old", Day(1));
@@ -129,7 +129,7 @@ TEST(ChangeTest, CopiesAFolderWithoutFilesOnce) {
     world.ExpectRun(NoChange(L"~\\Work\\"));
 }
 
-TEST(ChangeTest, FallsBackOnTheCopysOwnDatesWithoutAComment) {
+TEST(ChangeTest, NoComment_ComparesTheDatesOfTheCopy) {
     EngineFixture world;
     world.tree.File(L"Work\\a.txt", "a", Day(1));
     world.List({L"Work\\"});
@@ -140,7 +140,7 @@ TEST(ChangeTest, FallsBackOnTheCopysOwnDatesWithoutAComment) {
     world.ExpectRun(BackedUp(L"~\\Work\\", {L"~\\Work\\a.txt"}));
 }
 
-TEST(ChangeTest, TakesADamagedDateAsItIs) {
+TEST(ChangeTest, DamagedDate_IsCopied) {
     EngineFixture world;
     world.tree.File(L"Work\\a.txt", "a", Day(1));
     world.List({L"Work\\"});
@@ -151,7 +151,7 @@ TEST(ChangeTest, TakesADamagedDateAsItIs) {
     EXPECT_EQ(world.Copies().size(), 4U);
 }
 
-TEST(ChangeTest, CopiesAgainAfterACommentWhoseDateIsImpossible) {
+TEST(ChangeTest, ImpossibleDate_IsCopied) {
     EngineFixture world;
     world.tree.File(L"Work\\a.txt", "a", Day(1));
     world.List({L"Work\\"});
@@ -163,7 +163,7 @@ TEST(ChangeTest, CopiesAgainAfterACommentWhoseDateIsImpossible) {
     world.ExpectRun(NoChange(L"~\\Work\\"));
 }
 
-TEST(ChangeTest, TakesAnItemNamedLikeACopyForOne) {
+TEST(ChangeTest, ItemNamedAsACopy_ReadsTheCommentBesideIt) {
     EngineFixture world;
     world.tree.File(L"x«y»\\Work\\a.txt", "a", Day(1));
     world.tree.File(L"x«y»\\b«0001».txt", "b", Day(2));
@@ -197,7 +197,7 @@ TEST(VanishedItem, ExitCode_DiffersForFolderAndFile) {
     }
 }
 
-TEST(VanishedItem, RotatesItsCopiesAndFailsForAFile) {
+TEST(VanishedItem, File_CopiesRotate_Fails) {
     EngineFixture world;
     world.List({L"a.txt"}, 2);
     for (int step = 1; step <= 2; ++step) {
@@ -220,7 +220,7 @@ TEST(VanishedItem, RotatesItsCopiesAndFailsForAFile) {
     EXPECT_EQ(world.Copies(), (Listing{{L"a«0002».txt", "2"}}));
 }
 
-TEST(VanishedItem, RotatesItsCopiesAndFailsForAFolderAndARule) {
+TEST(VanishedItem, FolderAndRule_CopiesRotate_Fail) {
     for (const wchar_t* item : {L"Work\\", L"Work\\*"}) {
         EngineFixture world;
         world.List({item});
@@ -237,7 +237,7 @@ TEST(VanishedItem, RotatesItsCopiesAndFailsForAFolderAndARule) {
     }
 }
 
-TEST(VanishedItem, KeepsItsCopiesWhenTheCountIsZero) {
+TEST(VanishedItem, CountIsZero_KeepsItsCopies) {
     EngineFixture world;
     world.tree.File(L"a.txt", "a", Day(1));
     world.List({L"a.txt"});
@@ -250,7 +250,7 @@ TEST(VanishedItem, KeepsItsCopiesWhenTheCountIsZero) {
     EXPECT_EQ(world.Copies(), (Listing{{L"a«0001».txt", "a"}}));
 }
 
-TEST(VanishedItem, IsBackedUpAgainWhenItComesBack) {
+TEST(VanishedItem, ExistsAgain_IsBackedUp) {
     EngineFixture world;
     world.tree.File(L"a.txt", "one", Day(1));
     world.List({L"a.txt"});
@@ -262,7 +262,7 @@ TEST(VanishedItem, IsBackedUpAgainWhenItComesBack) {
     EXPECT_EQ(world.Copies(), (Listing{{L"a«0001».txt", "two"}, {L"a«0003».txt", "one"}}));
 }
 
-TEST(VanishedItem, IsNotMovedWhenACopyIsHeld) {
+TEST(VanishedItem, CopyInUse_CopiesDoNotRotate) {
     EngineFixture world;
     world.tree.File(L"a.txt", "a", Day(1));
     world.List({L"a.txt"});

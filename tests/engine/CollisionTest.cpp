@@ -25,7 +25,7 @@ class Collision : public testing::Test {
     DestinationChecker checker_{world_.Store()};
 };
 
-TEST_F(Collision, OfNestedCopiesRefusesTheSecondInTheList) {
+TEST_F(Collision, NestedItemSecond_IsRefused) {
     MakeSources(1);
     world_.List({kOuter, kInner});
     RunResult result = world_.Run();
@@ -39,7 +39,7 @@ TEST_F(Collision, OfNestedCopiesRefusesTheSecondInTheList) {
     EXPECT_EQ(ReadTree(world_.Store(L"Data«0001».old")), ReadTree(world_.Path(L"Data.old")));
 }
 
-TEST_F(Collision, OfNestedCopiesRefusesTheOuterItemThatComesSecond) {
+TEST_F(Collision, OuterItemSecond_IsRefused) {
     MakeSources(1);
     world_.List({kInner, kOuter});
     for (int step = 1; step <= 3; ++step) {
@@ -52,7 +52,7 @@ TEST_F(Collision, OfNestedCopiesRefusesTheOuterItemThatComesSecond) {
     }
 }
 
-TEST_F(Collision, IsWonByTheItemWhoseCopiesAreThere) {
+TEST_F(Collision, OneItemHasCopies_OtherIsRefused) {
     MakeSources(1);
     world_.List({kInner});
     world_.Run();
@@ -64,7 +64,7 @@ TEST_F(Collision, IsWonByTheItemWhoseCopiesAreThere) {
     EXPECT_EQ(checker_.Violations(), "");
 }
 
-TEST_F(Collision, WithCopiesOfAnItemThatIsNotInTheListIsRefused) {
+TEST_F(Collision, CopiesOfAnUnlistedItem_ItemIsRefused) {
     MakeSources(1);
     world_.List({kOuter});
     world_.Run();
@@ -81,7 +81,7 @@ TEST_F(Collision, WithCopiesOfAnItemThatIsNotInTheListIsRefused) {
 }
 
 // The item is away: its rotation would move a part of the other item's copy.
-TEST_F(Collision, OfAVanishedItemRotatesNothing) {
+TEST_F(Collision, VanishedItem_RotatesNothing) {
     MakeSources(1);
     world_.List({kOuter, kInner});
     world_.Run();
@@ -91,7 +91,7 @@ TEST_F(Collision, OfAVanishedItemRotatesNothing) {
     EXPECT_EQ(ReadTree(world_.Store()), before);
 }
 
-TEST(CollisionOfAFile, WithAFolderOfTheOthersIsRefused) {
+TEST(CollisionOfAFile, FolderOfTheOtherItem_ItemIsRefused) {
     for (const bool fileFirst : {true, false}) {
         EngineFixture world;
         DestinationChecker checker(world.Store());
@@ -114,7 +114,7 @@ TEST(CollisionOfAFile, WithAFolderOfTheOthersIsRefused) {
 }
 
 // The copies of "Notes.vwc" are named like the comments of "Notes".
-TEST(NameOfAComment, ThatIsACopyMovesAFileOn) {
+TEST(NameOfAComment, IsACopyOfAFile_UsesTheNextNumber) {
     for (const bool first : {true, false}) {
         EngineFixture world;
         DestinationChecker checker(world.Store());
@@ -134,7 +134,7 @@ TEST(NameOfAComment, ThatIsACopyMovesAFileOn) {
     }
 }
 
-TEST(NameOfAComment, ThatIsACopyRefusesAFolder) {
+TEST(NameOfAComment, IsACopyOfAFile_FolderIsRefused) {
     EngineFixture world;
     world.tree.File(L"A\\Notes.vwc", "vwc", Day(1));
     world.tree.File(L"B\\Notes\\a.txt", "a", Day(2));
@@ -147,7 +147,7 @@ TEST(NameOfAComment, ThatIsACopyRefusesAFolder) {
     }
 }
 
-TEST(NameOfACopy, ThatIsACommentMovesAFolderOn) {
+TEST(NameOfACopy, IsAComment_FolderUsesTheNextNumber) {
     EngineFixture world;
     world.tree.File(L"B\\Notes\\a.txt", "a", Day(2));
     world.tree.File(L"C\\Notes.vwc\\b.txt", "b", Day(3));
@@ -160,7 +160,7 @@ TEST(NameOfACopy, ThatIsACommentMovesAFolderOn) {
 }
 
 // The comment is missing, and a later backup of the other folder would write it.
-TEST(NameOfACopy, ThatMayBecomeACommentRefusesAFolder) {
+TEST(NameOfACopy, MayBecomeAComment_FolderIsRefused) {
     EngineFixture world;
     world.tree.File(L"Store\\Notes«0001»\\a.txt", "a", Day(2));
     world.tree.File(L"C\\Notes.vwc\\b.txt", "b", Day(3));

@@ -39,7 +39,7 @@ std::wstring LocationByComment(EngineFixture& world, std::string_view bytes) {
     return location;
 }
 
-TEST(CommentFile, IsNamedAfterTheCopy) {
+TEST(CommentFile, Name_FollowsThatOfTheCopy) {
     EXPECT_EQ(CPackage::PackageCommentFile(L"E:\\Store\\Report«0001».doc"),
               L"E:\\Store\\Report«0001».doc.vwc");
     EXPECT_EQ(CPackage::PackageCommentFile(L"E:\\Store\\Work«0001»\\"),
@@ -63,7 +63,7 @@ TEST(CommentFile, HoldsTheNewestDateAndTheParentFolder) {
     EXPECT_EQ(world.Comment(L"Work«0001»"), ExpectedComment(folder));
 }
 
-TEST(CommentFile, OfAnItemThatIsARuleNamesTheParentToo) {
+TEST(CommentFile, Rule_NamesTheParentFolder) {
     EngineFixture world;
     world.tree.File(L"Work\\a.txt", "a", kDate);
     world.List({L"Work\\*"});
@@ -85,7 +85,7 @@ TEST(CommentFile, EncodesAnArabicFolder) {
     EXPECT_EQ(location, world.Path(L"ملف"));
 }
 
-TEST(CommentFile, ComesBackFromAFolderBeyondTheCodePage) {
+TEST(CommentFile, FolderOutsideTheCodePage_IsReadBack) {
     for (const wchar_t* folder : {L"日本語", L"a日b", L"שלום und ملف", L"\U0001F600"}) {
         EngineFixture world;
         world.tree.File(std::wstring(folder) + L"\\a.txt", "a", kDate);
@@ -101,13 +101,13 @@ TEST(CommentFile, ComesBackFromAFolderBeyondTheCodePage) {
     }
 }
 
-TEST(CommentFile, OfADriveRootNamesTheBareDrive) {
+TEST(CommentFile, DriveRoot_NamesTheDriveAlone) {
     EngineFixture world;
     const std::wstring drive = world.Path().substr(0, 2);
     EXPECT_EQ(LocationByComment(world, "Original Location:" + world.ansi.Encode(drive)), drive);
 }
 
-TEST(CommentFile, IsWrittenAndReadAsOneLine) {
+TEST(CommentFile, WritesAndReadsOneLine) {
     EngineFixture world;
     const std::wstring copy = world.tree.File(L"Store\\a«0001».txt");
     world.With([&](CPackage& engine) {
@@ -120,7 +120,7 @@ TEST(CommentFile, IsWrittenAndReadAsOneLine) {
     EXPECT_EQ(world.Copies().size(), 1U);
 }
 
-TEST(CommentFile, IsReadUpToTheFirstLineEnd) {
+TEST(CommentFile, ReadsUpToTheFirstLineEnd) {
     EngineFixture world;
     const std::wstring copy = world.Store(L"a«0001».txt");
     struct Row {
@@ -134,7 +134,7 @@ TEST(CommentFile, IsReadUpToTheFirstLineEnd) {
     }
 }
 
-TEST(CommentFile, MarksAFolderCopyThatMissesFiles) {
+TEST(CommentFile, FolderCopyMissesFiles_IsMarkedIncomplete) {
     EngineFixture world;
     world.tree.File(L"Work\\a.txt", "a", Day(1));
     world.tree.File(L"Work\\b.txt", "b", Day(1));
@@ -154,7 +154,7 @@ TEST(CommentFile, MarksAFolderCopyThatMissesFiles) {
     });
 }
 
-TEST(CommentFile, ThatIsMissingReadsAsEmpty) {
+TEST(CommentFile, Missing_ReadsAsEmpty) {
     EngineFixture world;
     const std::wstring copy = world.Store(L"a«0001».txt");
     world.With([&](CPackage& engine) { EXPECT_EQ(engine.PackageComment(copy), L""); });
@@ -165,7 +165,7 @@ TEST(CommentFile, ThatIsMissingReadsAsEmpty) {
     EXPECT_TRUE(result.errors.empty());
 }
 
-TEST(CommentFile, IsReplacedEvenWhenReadOnly) {
+TEST(CommentFile, ReadOnly_IsReplaced) {
     EngineFixture world;
     world.tree.File(L"a.txt", "1", Day(1));
     world.List({L"a.txt"});
@@ -176,7 +176,7 @@ TEST(CommentFile, IsReplacedEvenWhenReadOnly) {
     EXPECT_EQ(world.Comment(L"a«0001».txt"), ExpectedComment(world.ansi.Encode(world.Path())));
 }
 
-TEST(CommentFile, StaysWholeWhenItsWritingFails) {
+TEST(CommentFile, WriteFails_KeepsTheOldComment) {
     EngineFixture world;
     const std::wstring copy = world.tree.File(L"Store\\a«0001».txt");
     world.With([&](CPackage& engine) { engine.PackageComment(copy, L"old"); });
@@ -199,7 +199,7 @@ TEST(CommentFile, Unreadable_IsReported) {
     EXPECT_EQ(Joined(result.lines), Joined({L"! 70 PackageComment ~\\Store\\a«0001».txt.vwc"}));
 }
 
-TEST(StoredDate, IsReadByPositionWhateverTheSeparators) {
+TEST(StoredDate, AnySeparators_ReadsByPosition) {
     EngineFixture world;
     for (const char* field :
          {"05/03/2005-14:07:09", "05.03.2005-14.07.09", "05x03x2005x14x07x09",
@@ -208,13 +208,13 @@ TEST(StoredDate, IsReadByPositionWhateverTheSeparators) {
     }
 }
 
-TEST(StoredDate, FollowsItsLabelInAnyCaseAndPlace) {
+TEST(StoredDate, LabelInAnyLetterCase_IsFound) {
     EngineFixture world;
     EXPECT_EQ(DateByComment(world, "xBACKED FILES date last modified:05/03/2005-14:07:09"),
               MakeDate(kDate));
 }
 
-TEST(StoredDate, ThatIsDamagedIsWhatItsDigitsGive) {
+TEST(StoredDate, Damaged_ReadsItsDigits) {
     EngineFixture world;
     const auto dateOf = [&](const std::string& field) {
         return DateByComment(world, std::string(kDateLabel) + field);
@@ -242,7 +242,7 @@ TEST(StoredDate, Impossible_IsReportedWithItsFile) {
     EXPECT_EQ(result.errors[0].path, world.Store(L"a«0001».txt.vwc"));
 }
 
-TEST(StoredDate, FallsBackOnTheCopyWithoutALabel) {
+TEST(StoredDate, NoLabel_ReturnsTheDateOfTheCopy) {
     EngineFixture world;
     world.tree.File(L"Store\\a«0001».txt", "a", kDate);
     EXPECT_EQ(DateByComment(world, "no label"), MakeDate(kDate));
@@ -252,7 +252,7 @@ TEST(StoredDate, FallsBackOnTheCopyWithoutALabel) {
     });
 }
 
-TEST(StoredDate, FallsBackOnTheNewestFileOfAFolderCopy) {
+TEST(StoredDate, NoComment_ReturnsTheNewestFileOfAFolderCopy) {
     EngineFixture world;
     world.tree.File(L"Store\\Work«0001»\\a.txt", "a", Day(1));
     world.tree.File(L"Store\\Work«0001»\\Sub\\Deep\\b.txt", "b", kDate);
@@ -263,7 +263,7 @@ TEST(StoredDate, FallsBackOnTheNewestFileOfAFolderCopy) {
     });
 }
 
-TEST(StoredDate, OfAFolderCopyWithoutFilesOrOfNothingIsTheYear1000) {
+TEST(StoredDate, NoFiles_ReturnsTheYear1000) {
     EngineFixture world;
     world.tree.Folder(L"Store\\Work«0001»\\Sub");
     world.With([&](CPackage& engine) {
@@ -272,7 +272,7 @@ TEST(StoredDate, OfAFolderCopyWithoutFilesOrOfNothingIsTheYear1000) {
     });
 }
 
-TEST(StoredDate, OfAnOlderCopyIsItsOwnAfterARotation) {
+TEST(StoredDate, OlderCopyAfterARotation_ReturnsItsOwnDate) {
     EngineFixture world;
     world.List({L"a.txt"});
     for (int step = 1; step <= 2; ++step) {
@@ -286,7 +286,7 @@ TEST(StoredDate, OfAnOlderCopyIsItsOwnAfterARotation) {
     });
 }
 
-TEST(OriginalLocation, IsUnknownWithoutLabelOrFolder) {
+TEST(OriginalLocation, NoLabelOrNoSuchFolder_IsUnknown) {
     EngineFixture world;
     EXPECT_EQ(LocationByComment(world, ""), L"??");
     EXPECT_EQ(LocationByComment(world, "no label"), L"??");
@@ -303,14 +303,14 @@ TEST(OriginalLocation, IsUnknownWithoutLabelOrFolder) {
     EXPECT_EQ(location, L"??");
 }
 
-TEST(OriginalLocation, FollowsItsLabelInAnyCaseToTheEndOfTheLine) {
+TEST(OriginalLocation, LabelInAnyLetterCase_ReadsToTheEndOfTheLine) {
     EngineFixture world;
     const std::wstring folder = world.tree.Folder(L"a + b");
     const std::string bytes = world.ansi.Encode(folder);
     EXPECT_EQ(LocationByComment(world, "xORIGINAL location:" + bytes + "\r\nmore"), folder);
 }
 
-TEST(OriginalLocation, DecodesARunThatIsNotClosed) {
+TEST(OriginalLocation, DecodesAnUnterminatedRun) {
     EngineFixture world;
     const std::wstring folder = world.tree.Folder(L"ملف");
     const std::string root = world.ansi.Encode(world.Path());
@@ -318,7 +318,7 @@ TEST(OriginalLocation, DecodesARunThatIsNotClosed) {
     EXPECT_EQ(LocationByComment(world, "Original Location:" + root + "\\'e3e1dd'"), folder);
 }
 
-TEST(OriginalLocation, OfAFolderWithAnApostropheIsNotFound) {
+TEST(OriginalLocation, FolderWithAnApostrophe_IsUnknown) {
     EngineFixture world;
     world.tree.File(L"O'Brien\\a.txt", "a", kDate);
     world.List({L"O'Brien\\a.txt"});

@@ -11,7 +11,7 @@ namespace {
 
 const Date kSample = MakeDate({2005, 3, 5, 14, 7, 9});
 
-TEST(CommentLine, HoldsDateAndFolder) {
+TEST(CommentLine, ContainsDateAndFolder) {
     EXPECT_EQ(CommentLine(kSample, {}, L"C:\\Docs"),
               L"Backed Files Date Last Modified:05/03/2005-14:07:09+Original Location:C:\\Docs");
     EXPECT_EQ(CommentLine(kSample, {L'.', L'h'}, L""),
@@ -19,7 +19,7 @@ TEST(CommentLine, HoldsDateAndFolder) {
     EXPECT_EQ(kCommentExtension, L".vwc");
 }
 
-TEST(CommentText, HoldsTheLineAndItsMarks) {
+TEST(CommentText, ContainsTheLineAndItsMarks) {
     EXPECT_EQ(CommentText(L"line", Completeness::Whole), L"line\r\n");
     EXPECT_EQ(CommentText(L"line", Completeness::MissesFiles), L"line\r\nIncomplete\r\n");
     EXPECT_EQ(CommentText(L"line", Completeness::CutShort), L"line\r\nIncomplete\r\nCancelled\r\n");
@@ -30,14 +30,14 @@ TEST(CommentText, HoldsTheLineAndItsMarks) {
     }
 }
 
-TEST(CommentText, WithoutTheMarkIsOfAWholeCopy) {
+TEST(CommentText, NoMark_MeansAWholeCopy) {
     for (const wchar_t* text : {L"", L"line", L"line\r\n", L"Incomplete", L"Incomplete\r\n",
                                 L"line\r\nincomplete pages\r\n", L"line\r\n\r\nIncomplete\r\n"}) {
         EXPECT_EQ(CompletenessOf(text), Completeness::Whole) << text;
     }
 }
 
-TEST(CommentText, OfALaterVersionMissesFiles) {
+TEST(CommentText, UnknownMark_MeansThatFilesAreMissing) {
     EXPECT_EQ(CompletenessOf(L"line\r\nIncomplete\r\nUnknown\r\n"), Completeness::MissesFiles);
     EXPECT_EQ(CompletenessOf(L"line\nIncomplete"), Completeness::MissesFiles);
 }
@@ -104,7 +104,7 @@ TEST(CommentLine, ReadsTheDateByPositionAlone) {
     }
 }
 
-TEST(CommentLine, RaisesErrorFiveForWhatIsNoDate) {
+TEST(CommentLine, NoDate_ThrowsError5) {
     for (const std::wstring_view field : {L"05/03/-999-14:07:09", L"99/99/9999-99:99:99"}) {
         try {
             (void)ReadCommentDate(field);
@@ -127,7 +127,7 @@ TEST(CommentLine, FindsItsFieldsInAnyLetterCase) {
               L"a Original Location:b");
 }
 
-TEST(CommentLine, MissesFieldsWithoutTheirLabels) {
+TEST(CommentLine, NoLabels_ReturnsNoFields) {
     for (const std::wstring_view line :
          {L"", L"Backed Files Date Last Modified", L"Original Location", L"Original  Location:"}) {
         EXPECT_EQ(CommentDateField(line), std::nullopt) << testing::PrintToString(line);
@@ -135,7 +135,7 @@ TEST(CommentLine, MissesFieldsWithoutTheirLabels) {
     }
 }
 
-TEST(CommentLine, BringsBackAnArabicFolder) {
+TEST(CommentLine, ArabicFolder_IsReadBack) {
     const std::wstring folder = L"C:\\\u0645\u0644\u0641";
     for (const test::UpperHalf& page : {test::kArabic, test::kWestern}) {
         const test::FakeCodePage ansi(page);
@@ -147,7 +147,7 @@ TEST(CommentLine, BringsBackAnArabicFolder) {
     }
 }
 
-TEST(CommentLine, TakesTheFirstLineOfAFile) {
+TEST(CommentLine, ReadsTheFirstLineOfAFile) {
     struct Row {
         std::wstring_view text;
         std::wstring_view line;

@@ -9,7 +9,7 @@
 namespace vw {
 namespace {
 
-TEST(CopyName, NamesTheCopiesOfAnItem) {
+TEST(CopyName, ReturnsTheNamesOfTheCopiesOfAnItem) {
     struct Row {
         std::wstring_view item;
         int copyNumber;
@@ -45,7 +45,7 @@ TEST(CopyName, NamesTheCopiesOfAnItem) {
     }
 }
 
-TEST(CopyName, PutsASeparatorBehindEveryDestination) {
+TEST(CopyName, AddsASeparatorAfterTheDestination) {
     EXPECT_EQ(CFilePackageName(L"C:\\a.txt", 1, 0, L"D:\\"), L"D:\\\\a«0001».txt");
     EXPECT_EQ(CFilePackageName(L"C:\\a.txt", 1, 0, L"D:"), L"D:\\a«0001».txt");
 }
@@ -120,13 +120,13 @@ TEST(CopyName, ReadsBackWhatWasWrittenBelowAHundred) {
     }
 }
 
-TEST(CopyName, HidesNumbersOfThreeDigitsFromTheCopiesBrowser) {
+TEST(CopyName, ThreeDigitNumber_IsHiddenFromTheBrowser) {
     const std::wstring name = CFilePackageName(L"C:\\Docs\\Report.doc", 1, 100, L"E:\\Store");
     EXPECT_FALSE(MatchesWildcard(name, kCopyNamePattern));
     EXPECT_TRUE(MatchesWildcard(name, L"*«*»*"));
 }
 
-TEST(CopyName, MatchesAllCopiesByTheNameForAnyNumber) {
+TEST(CopyName, AnyNumber_MatchesAllCopies) {
     const std::wstring any =
         CFilePackageName(L"C:\\Docs\\Report.doc", kAnyCopyNumber, 4, L"E:\\Store");
     for (int number = 1; number < 100; ++number) {

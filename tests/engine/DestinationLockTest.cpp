@@ -44,7 +44,7 @@ class DestinationLockTest : public testing::Test {
     const std::wstring lockFile = world.Store(kLockFileName);
 };
 
-TEST_F(DestinationLockTest, OtherComputerIsKeptOutByTheFileAlone) {
+TEST_F(DestinationLockTest, File_LocksOutOtherComputers) {
     auto first = std::make_optional<DestinationLock>(world.disk, world.Store());
     ASSERT_TRUE(first->TryTake());
     EXPECT_FALSE(first->IsForThisComputerOnly());
@@ -56,7 +56,7 @@ TEST_F(DestinationLockTest, OtherComputerIsKeptOutByTheFileAlone) {
     EXPECT_FALSE(second.IsForThisComputerOnly());
 }
 
-TEST_F(DestinationLockTest, SecondNameOfTheFolderIsTheSameLock) {
+TEST_F(DestinationLockTest, SecondNameOfTheFolder_IsTheSameLock) {
     if (!world.tree.Link(L"Linked", world.Store())) GTEST_SKIP() << "no links here";
     DestinationLock first(world.disk, world.Store());
     ASSERT_TRUE(first.TryTake());
@@ -64,7 +64,7 @@ TEST_F(DestinationLockTest, SecondNameOfTheFolderIsTheSameLock) {
     EXPECT_FALSE(second.TryTake());
 }
 
-TEST_F(DestinationLockTest, File_WhileHeld_IsHiddenAndGoesWithTheLock) {
+TEST_F(DestinationLockTest, File_WhileHeld_IsHiddenAndRemovedWithTheLock) {
     {
         DestinationLock lock(world.disk, world.Store());
         ASSERT_TRUE(lock.TryTake());
@@ -89,7 +89,7 @@ TEST_F(DestinationLockTest, LeftOverFile_IsTakenOver) {
     }
 }
 
-TEST_F(DestinationLockTest, MutexIsTakenFirstAndAlsoKeepsOut) {
+TEST_F(DestinationLockTest, Mutex_IsTakenFirstAndLocksOutOthers) {
     const OtherRun older(world.Store());
     DestinationLock lock(world.files, world.Store());
     EXPECT_FALSE(lock.TryTake());
@@ -181,7 +181,7 @@ TEST_F(DestinationLockTest, Run_WaitsForOneUnderAnotherNameOfTheFolder) {
     EXPECT_FALSE(Exists(world.Store(L"a«0001».txt")));
 }
 
-TEST_F(DestinationLockTest, Run_OnAWriteProtectedDiskSaysOnceThatOthersAreNotKeptOut) {
+TEST_F(DestinationLockTest, Run_WriteProtectedDisk_ReportsTheMissingLockOnce) {
     world.tree.File(L"a.txt", "a", Day(1));
     world.tree.File(L"b.txt", "b", Day(1));
     world.List({L"a.txt", L"b.txt"});

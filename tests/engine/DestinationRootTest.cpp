@@ -62,7 +62,7 @@ TEST_F(DestinationRoot, LockIsTheRoots_WithAnotherCurrentFolder) {
     EXPECT_EQ(world.Run().exitCode, error_number::kDestinationBusy);
 }
 
-TEST_F(DestinationRoot, LockFileLiesInTheRoot) {
+TEST_F(DestinationRoot, LockFile_IsInTheRoot) {
     world.tree.File(L"rooted.txt", "1", Day(1));
     const CurrentFolder current(elsewhere);
     int asked = 0;
@@ -75,7 +75,7 @@ TEST_F(DestinationRoot, LockFileLiesInTheRoot) {
     EXPECT_EQ(asked, 1);
 }
 
-TEST_F(DestinationRoot, FreeSpaceAndKindAreAskedOfTheRoot) {
+TEST_F(DestinationRoot, FreeSpaceAndKind_AreReadFromTheRoot) {
     world.tree.File(L"rooted.txt", "1", Day(1));
     const CurrentFolder current(elsewhere);
     world.drive.kind = DriveType::Fixed;

@@ -11,7 +11,7 @@ RunResult GetBackupTo(EngineFixture& world) {
     return world.With([](CPackage& engine) { engine.GetBackupTo(); });
 }
 
-TEST(GetBackupTo, TakesTheDestinationFromTheList) {
+TEST(GetBackupTo, ReadsTheDestinationFromTheList) {
     EngineFixture world;
     const std::wstring other = world.tree.Folder(L"Other");
     world.ListText(L"Backages: 7\r\nbackupto: ~\\Other\r\nC:\\x.txt\r\n");
@@ -22,7 +22,7 @@ TEST(GetBackupTo, TakesTheDestinationFromTheList) {
     EXPECT_EQ(result.exitCode, 0);
 }
 
-TEST(GetBackupTo, TakesTheLastDestinationOfSeveral) {
+TEST(GetBackupTo, ReadsTheLastOfSeveralDestinations) {
     EngineFixture world;
     const std::wstring last = world.tree.Folder(L"Last");
     world.ListText(L"BackupTo: ~\\Store\r\nBackupTo: ~\\Last\r\n");
@@ -48,7 +48,7 @@ TEST(GetBackupTo, MakesAMissingListEmpty) {
     EXPECT_EQ(world.state.BackupTo, world.Store());
 }
 
-TEST(GetBackupTo, MeansTheBackupFolderOfABareDrive) {
+TEST(GetBackupTo, DriveAlone_MeansItsBackupFolder) {
     EngineFixture world;
     world.ListText(L"BackupTo: Q:\r\n");
     world.boxes.Expect(L"\r\nQ:\\Backup");
@@ -64,7 +64,7 @@ TEST(GetBackupTo, DriveRoot_IsTakenUnchanged) {
     EXPECT_EQ(world.state.BackupTo, root);
 }
 
-TEST(GetBackupTo, LosesACharacterWithoutTheBlank) {
+TEST(GetBackupTo, NoBlankAfterTheKey_LosesACharacter) {
     EngineFixture world;
     world.ListText(L"BackupTo:C:\\Backup\r\n");
     world.boxes.Expect(L"\r\n:\\Backup");
@@ -72,7 +72,7 @@ TEST(GetBackupTo, LosesACharacterWithoutTheBlank) {
     EXPECT_EQ(world.state.BackupTo, L":\\Backup");
 }
 
-TEST(GetBackupTo, EndsTheProgramAtTheFirstMissingDestination) {
+TEST(GetBackupTo, FirstDestinationIsMissing_EndsTheProgram) {
     EngineFixture world;
     world.ListText(L"BackupTo: ~\\Nowhere\r\nBackupTo: ~\\Store\r\n");
     world.boxes.Expect(world.Path(L"Nowhere"));
@@ -88,7 +88,7 @@ TEST(GetBackupTo, UnreadableList_IsReported) {
     EXPECT_EQ(Joined(GetBackupTo(world).lines), Joined({L"! 70 GetBackupTo ~\\App\\List.vwl"}));
 }
 
-TEST(MissingDestination, IsReportedInARightToLeftBox) {
+TEST(MissingDestination, Error_IsShownInARightToLeftBox) {
     EngineFixture world;
     world.state.BackupTo = world.Path(L"Nowhere");
     world.boxes.Expect({});
@@ -104,14 +104,14 @@ TEST(MissingDestination, IsReportedInARightToLeftBox) {
     EXPECT_TRUE(box.rightToLeft);
 }
 
-TEST(MissingDestination, IsAlsoAFileOfThatName) {
+TEST(MissingDestination, FileOfThatName_EndsTheProgram) {
     EngineFixture world;
     world.state.BackupTo = world.tree.File(L"file");
     world.boxes.Expect({});
     EXPECT_TRUE(world.With([](CPackage& engine) { engine.ErrorOnBackupFolderNotExists(); }).ended);
 }
 
-TEST(MissingDestination, IsAlsoNone) {
+TEST(MissingDestination, NoDestination_EndsTheProgram) {
     EngineFixture world;
     world.state.BackupTo.clear();
     world.tree.File(L"a.txt", "a", Day(1));
@@ -120,7 +120,7 @@ TEST(MissingDestination, IsAlsoNone) {
     EXPECT_TRUE(world.Run().ended);
 }
 
-TEST(PresentDestination, IsPassedInSilence) {
+TEST(PresentDestination, FolderExists_ReportsNothing) {
     EngineFixture world;
     const RunResult result =
         world.With([](CPackage& engine) { engine.ErrorOnBackupFolderNotExists(); });
@@ -129,7 +129,7 @@ TEST(PresentDestination, IsPassedInSilence) {
     EXPECT_EQ(result.lines, Lines());
 }
 
-TEST(Destination, MayBeTypedWithAFinalSeparator) {
+TEST(Destination, FinalSeparator_HasNoEffect) {
     EngineFixture world;
     world.tree.File(L"a.txt", "1", Day(1));
     world.ListText(L"BackupTo: ~\\Store\\\r\n~\\a.txt\r\n");
@@ -140,7 +140,7 @@ TEST(Destination, MayBeTypedWithAFinalSeparator) {
     EXPECT_EQ(world.Copies(), (Listing{{L"a«0001».txt", "2"}, {L"a«0002».txt", "1"}}));
 }
 
-TEST(Destination, KeepsWhatIsNotOurs) {
+TEST(Destination, KeepsForeignFiles) {
     EngineFixture world;
     world.tree.File(L"Store\\letter.txt", "letter");
     world.tree.File(L"Store\\a.vwnew-1", "no working name");

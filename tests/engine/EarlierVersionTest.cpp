@@ -27,7 +27,7 @@ std::wstring EarlierName(const EngineFixture& world, WorkingState state, std::ws
     return earlier::FormatWorkingName(name, MFileDosShell::CFileFirstName(path));
 }
 
-TEST(EntryOfAnEarlierVersion, IsReadAsItWasWritten) {
+TEST(EntryOfAnEarlierVersion, Name_IsReadAndWrittenAsBefore) {
     for (const WorkingState state : kStates) {
         for (const wchar_t* const firstName : {L"Report", L"", L"a«0001»b", L"x.vwready-1. "}) {
             const WorkingName name{state,
@@ -92,7 +92,7 @@ TEST(EntryOfAnEarlierVersion, OfALivingProcessOrAnotherComputer_IsLeftAlone) {
 
 // A run of this version is killed at each of its changes. What it leaves is, for the earlier one,
 // worthless, an old copy that has left its series, or a name that it does not parse.
-TEST(EntryOfThisVersion, IsNeverMistakenByAnEarlierOne) {
+TEST(EntryOfThisVersion, KilledAtAnyChange_EarlierVersionFinishesNothing) {
     std::set<std::wstring> words;
     for (const Completeness completeness :
          {Completeness::Whole, Completeness::MissesFiles, Completeness::CutShort}) {

@@ -28,7 +28,7 @@ void MakeHistory(EngineFixture& world, int copies = 3) {
 
 const Lines kWorkFiles{L"~\\Work\\b.txt", L"~\\Work\\c.txt", L"~\\Work\\Sub\\d.txt"};
 
-TEST(FailedCopy, OfASourceThatStaysLockedNeverCostsACopy) {
+TEST(FailedCopy, FileStaysLocked_KeepsAllCopies) {
     EngineFixture world;
     MakeHistory(world, 2);
     world.List({L"a.txt"}, 2);
@@ -47,7 +47,7 @@ TEST(FailedCopy, OfASourceThatStaysLockedNeverCostsACopy) {
     world.ExpectRun(BackedUp(L"~\\a.txt"));
 }
 
-TEST(FailedCopy, OfAFileThatWasCutShortIsRemoved) {
+TEST(FailedCopy, FileIsTruncated_CopyIsRemoved) {
     EngineFixture world;
     MakeHistory(world);
     const Tree before = ReadTree(world.Store());
@@ -85,7 +85,7 @@ TEST(FailedCopy, CutShortByAFullDisk_IsReportedAsFull) {
     }
 }
 
-TEST(FailedCopy, OfOneFileOfAFolderLeavesTheOthers) {
+TEST(FailedCopy, OneFileOfAFolder_OthersAreCopied) {
     EngineFixture world;
     MakeHistory(world);
     world.List({L"Work\\"});
@@ -100,7 +100,7 @@ TEST(FailedCopy, OfOneFileOfAFolderLeavesTheOthers) {
     EXPECT_TRUE(Exists(world.Store(L"Work«0003»\\c.txt")));
 }
 
-TEST(FailedCopy, OfEveryFileOfAFolderLeavesTheSeriesAlone) {
+TEST(FailedCopy, EveryFileOfAFolder_KeepsTheSeries) {
     EngineFixture world;
     MakeHistory(world);
     world.List({L"Work\\"});
@@ -113,7 +113,7 @@ TEST(FailedCopy, OfEveryFileOfAFolderLeavesTheSeriesAlone) {
     EXPECT_EQ(ReadTree(world.Store()), before);
 }
 
-TEST(FailedCopy, OnAFullDiskEndsTheItemAndLeavesNothing) {
+TEST(FailedCopy, FullDisk_EndsTheItemAndLeavesNothing) {
     for (int file = 1; file <= 3; ++file) {
         EngineFixture world;
         MakeHistory(world);
@@ -138,7 +138,7 @@ TEST(FailedCopy, OnAFullDiskEndsTheItemAndLeavesNothing) {
 }
 
 // Drives of the older formats call themselves full for a file of 4 GiB.
-TEST(FailedCopy, OfAFileTooLargeForTheDriveCostsTheOthersNothing) {
+TEST(FailedCopy, FileTooLargeForTheDrive_OthersAreCopied) {
     EngineFixture world;
     world.tree.File(L"Work\\a.txt", "a", Day(1));
     const std::wstring film = world.tree.File(L"Work\\b film.avi", "", Day(1));
@@ -162,7 +162,7 @@ TEST(FailedCopy, OfAFileTooLargeForTheDriveCostsTheOthersNothing) {
                                        {L"Work«0001»\\c.txt", "c"}}));
 }
 
-TEST(FailedCopy, OnADiskThatIsFullForASubFolderLeavesNothing) {
+TEST(FailedCopy, FullDiskAtASubFolder_LeavesNothing) {
     EngineFixture world;
     MakeHistory(world);
     world.tree.Folder(L"Work\\Zlast");
@@ -177,7 +177,7 @@ TEST(FailedCopy, OnADiskThatIsFullForASubFolderLeavesNothing) {
     }
 }
 
-TEST(FailedCopy, StaysFullWhenASmallerFileWasCutShortToo) {
+TEST(FailedCopy, FullDiskAndATruncatedFile_LeavesNothing) {
     EngineFixture world;
     world.List({L"Work\\"});
     world.tree.File(L"Work\\1 large.txt", std::string(5000, 'l'), Day(1));
@@ -199,7 +199,7 @@ TEST(FailedCopy, StaysFullWhenASmallerFileWasCutShortToo) {
     EXPECT_EQ(world.Copies(), Listing()) << Joined(result.lines);
 }
 
-TEST(FailedCopy, WhoseCommentCannotBeWrittenLeavesTheSeriesAlone) {
+TEST(FailedCopy, CommentCannotBeWritten_KeepsTheSeries) {
     for (const int number : {error_number::kDiskFull, error_number::kAccessError}) {
         EngineFixture world;
         MakeHistory(world);
@@ -239,7 +239,7 @@ TEST(FailedCopy, UnreadableItem_IsReported) {
     EXPECT_EQ(ReadTree(world.Store()), before);
 }
 
-TEST(FailedCopy, CountsWhatCouldNotBeCheckedAsFailed) {
+TEST(FailedCopy, UncheckedFiles_CountAsFailed) {
     EngineFixture world;
     MakeHistory(world);
     world.List({L"Work\\"});
@@ -304,7 +304,7 @@ TEST(ChangingSource, IsReported_CopyCounts) {
     world.ExpectRun(NoChange(L"~\\a.txt") + NoChange(L"~\\Work\\"));
 }
 
-TEST(ChangingSource, IsReportedInTheWindowsLanguage) {
+TEST(ChangingSource, Report_IsInTheLanguageOfTheWindow) {
     EngineFixture world;
     MakeHistory(world);
     world.state.language = Language::Arabic;
@@ -315,7 +315,7 @@ TEST(ChangingSource, IsReportedInTheWindowsLanguage) {
     EXPECT_EQ(result.lines[2], L"تغيّر الملف التالي أثناء نسخه\r\n~\\a.txt");
 }
 
-TEST(ChangingSource, ThatIsReplacedByAShorterOneCountsToo) {
+TEST(ChangingSource, ReplacedByAShorterFile_CopyCounts) {
     EngineFixture world;
     MakeHistory(world);
     world.List({L"a.txt"});

@@ -246,9 +246,9 @@ void Sweep(bool fullSeries) {
     EXPECT_GT(points, 200);
 }
 
-TEST(FaultSweepTest, AFirstRunLosesNothing) { Sweep(false); }
+TEST(FaultSweepTest, FirstRun_LosesNothing) { Sweep(false); }
 
-TEST(FaultSweepTest, ARunOnAFullSeriesLosesNothing) { Sweep(true); }
+TEST(FaultSweepTest, RunOnAFullSeries_LosesNothing) { Sweep(true); }
 
 }  // namespace
 }  // namespace vw

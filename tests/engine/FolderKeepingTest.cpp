@@ -44,7 +44,7 @@ TEST_F(FolderKeeping, Copy_HasTheDatesOfTheFolders) {
     }
 }
 
-TEST_F(FolderKeeping, Restore_BringsTheDatesBack) {
+TEST_F(FolderKeeping, Restore_RestoresTheDates) {
     EXPECT_EQ(world.Run().exitCode, 0);
     for (const bool isThere : {true, false}) {
         if (isThere) {
@@ -60,7 +60,7 @@ TEST_F(FolderKeeping, Restore_BringsTheDatesBack) {
     }
 }
 
-TEST_F(FolderKeeping, MarksOfFolders_ComeBack) {
+TEST_F(FolderKeeping, MarksOfFolders_AreRestored) {
     constexpr DWORD kMarks =
         FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_READONLY;
     const auto marksOf = [&](const std::wstring& path) {
@@ -79,14 +79,14 @@ TEST_F(FolderKeeping, MarksOfFolders_ComeBack) {
     EXPECT_EQ(marksOf(world.Path(L"Work")), 0U);
 }
 
-TEST_F(FolderKeeping, DiskThatKeepsNoMarks_CostsTheCopyNothing) {
+TEST_F(FolderKeeping, DiskKeepsNoMarks_CopyIsMade) {
     world.files.FailFrom(1, error_number::kPermissionDenied, OnlyCalls({FileCall::CopyFolderInfo}));
     const RunResult result = world.Run();
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_EQ(world.Copies().at(L"Work«0001»\\Sub\\Deep\\a.txt"), "a");
 }
 
-TEST_F(FolderKeeping, ReplacedFile_HandsItsRightsOnBeforeItIsReplaced) {
+TEST_F(FolderKeeping, ReplacedFile_RightsAreCopiedBeforeTheReplace) {
     EXPECT_EQ(world.Run().exitCode, 0);
     world.tree.File(L"Work\\Sub\\Deep\\a.txt", "changed", Day(2));
     world.files.Heal();

@@ -33,7 +33,7 @@ RunResult RunWith(EngineFixture& world, FileCall call, const std::function<void(
 
 constexpr const wchar_t* kTheirDate = L"01/01/2009-00:00:00";
 
-TEST(CopyOfAnotherProgram, InTheFreePlaceIsLeftAlone) {
+TEST(CopyOfAnotherProgram, AppearsDuringTheCopy_IsKept) {
     EngineFixture world;
     DestinationChecker checker(world.Store());
     world.tree.File(L"A\\b.txt", "A", Day(1));
@@ -61,7 +61,7 @@ TEST(CopyOfAnotherProgram, InTheFreePlaceIsLeftAlone) {
     world.ExpectRun(NoChange(L"~\\B\\b.txt"));
 }
 
-TEST(CommentOfAnotherProgram, InTheFreePlaceIsLeftAlone) {
+TEST(CommentOfAnotherProgram, AppearsDuringTheCopy_IsKept) {
     EngineFixture world;
     world.tree.File(L"B\\b.txt", "B", Day(2));
     world.List({L"B\\b.txt"});
@@ -74,7 +74,7 @@ TEST(CommentOfAnotherProgram, InTheFreePlaceIsLeftAlone) {
 }
 
 // It comes between the look at the place and the rename into it.
-TEST(CopyOfAnotherProgram, InTheLastMomentKeepsNoCommentOfOurs) {
+TEST(CopyOfAnotherProgram, AppearsBeforeTheRename_GetsNoComment) {
     EngineFixture world;
     world.tree.File(L"B\\b.txt", "B", Day(2));
     world.List({L"B\\b.txt"});
@@ -93,7 +93,7 @@ TEST(CopyOfAnotherProgram, InTheLastMomentKeepsNoCommentOfOurs) {
     EXPECT_FALSE(Exists(world.Store(L"b«0001».txt.vwc")));
 }
 
-TEST(CopyOfAnotherProgram, ThatWasThereBeforeTheRunIsRotated) {
+TEST(CopyOfAnotherProgram, ExistsBeforeTheRun_IsRotated) {
     EngineFixture world;
     world.tree.File(L"Work\\a.txt", "new", Day(2));
     world.tree.File(L"Store\\Work«0001»\\x.txt", "theirs", Day(1));
@@ -115,7 +115,7 @@ std::wstring ReadyName(const EngineFixture& world, const ProcessTag& owner, Date
     return FormatWorkingName(name, L"a");
 }
 
-TEST(StuckReadyCopy, KeepsNoChangedItemFromBeingBackedUp) {
+TEST(StuckReadyCopy, ItemChanges_NewerCopyReplacesIt) {
     EngineFixture world;
     world.List({L"a.txt"}, 3);
     for (int step = 1; step <= 3; ++step) {
@@ -143,7 +143,7 @@ TEST(StuckReadyCopy, KeepsNoChangedItemFromBeingBackedUp) {
 }
 
 // Rotated for the stuck copy, the series must not be rotated once more for the newer one.
-TEST(StuckReadyCopy, LeavesItsRotationToTheNewerOne) {
+TEST(StuckReadyCopy, ItemChanges_NewerCopyUsesItsRotation) {
     EngineFixture world;
     world.List({L"a.txt"}, 3);
     for (int step = 1; step <= 3; ++step) {
@@ -161,7 +161,7 @@ TEST(StuckReadyCopy, LeavesItsRotationToTheNewerOne) {
 }
 
 // An older state of the item was backed up last: the dates of the contents state no order.
-TEST(ReadyCopyOfAnOlderDate, IsFinishedWhenItWasMadeLater) {
+TEST(ReadyCopyOfAnOlderDate, MadeLaterThanCopyOne_IsFinished) {
     EngineFixture world;
     world.List({L"a.txt"}, 3);
     world.tree.File(L"a.txt", "day 9", Day(9));
@@ -174,7 +174,7 @@ TEST(ReadyCopyOfAnOlderDate, IsFinishedWhenItWasMadeLater) {
     EXPECT_EQ(world.Copies(), (Listing{{L"a«0002».txt", "day 3"}, {L"a«0003».txt", "day 9"}}));
 }
 
-TEST(ReadyCopy, IsDroppedOnlyWhenCopyOneWasMadeLater) {
+TEST(ReadyCopy, CopyOneWasMadeLater_IsRemoved) {
     struct Row {
         Date seconds;  ///< from the time of copy 1 to that of the ready copy
         bool dropped;
@@ -200,7 +200,7 @@ TEST(ReadyCopy, IsDroppedOnlyWhenCopyOneWasMadeLater) {
 }
 
 // Names that the versions before wrote hold no time: the order is not known.
-TEST(ReadyCopyOfAnEarlierVersion, IsFinishedWhateverCopyOneIs) {
+TEST(ReadyCopyOfAnEarlierVersion, NewerCopyOne_IsFinished) {
     EngineFixture world;
     world.List({L"a.txt"}, 3);
     world.tree.File(L"a.txt", "copy 1", Day(5));
@@ -217,7 +217,7 @@ TEST(ReadyCopyOfAnEarlierVersion, IsFinishedWhateverCopyOneIs) {
 // A rotation that was cut off.
 
 // Killed at each change of the rotation of a vanished item; the next runs complete it.
-TEST(RotationOfAVanishedItem, IsCompletedAndNotRepeated) {
+TEST(RotationOfAVanishedItem, KilledAtAnyChange_IsCompletedOnce) {
     int points = 0;
     for (int n = 1;; ++n) {
         EngineFixture world;
@@ -251,7 +251,7 @@ TEST(RotationOfAVanishedItem, IsCompletedAndNotRepeated) {
     EXPECT_GE(points, 4);
 }
 
-TEST(RotationThatWasCutOff, IsCompletedFromEntriesOfAnEarlierVersion) {
+TEST(RotationThatWasCutOff, EntriesOfAnEarlierVersion_IsCompleted) {
     EngineFixture world;
     world.List({L"a.txt"}, 3);
     for (int step = 1; step <= 3; ++step) {
@@ -270,7 +270,7 @@ TEST(RotationThatWasCutOff, IsCompletedFromEntriesOfAnEarlierVersion) {
     EXPECT_EQ(world.Copies(), (Listing{{L"a«0002».txt", "3"}, {L"a«0003».txt", "2"}}));
 }
 
-TEST(GapInASeries, WithoutSuchAnEntryStaysLiteral) {
+TEST(GapInASeries, NoEntryOfARun_IsRotatedAsUsual) {
     EngineFixture world;
     world.List({L"a.txt"}, 3);
     world.tree.File(L"a.txt", "3", Day(3));

@@ -8,7 +8,7 @@ namespace {
 
 constexpr std::uint64_t kSpare = 52'428'800;
 
-TEST(FreeSpace, OfExactlyTheItemAndTheSpareIsEnough) {
+TEST(FreeSpace, AcceptsExactlyTheItemAndTheSpare) {
     EngineFixture world;
     world.tree.File(L"a.txt", "12345", Day(1));
     world.List({L"a.txt"});
@@ -17,7 +17,7 @@ TEST(FreeSpace, OfExactlyTheItemAndTheSpareIsEnough) {
     world.ExpectRun(BackedUp(L"~\\a.txt"));
 }
 
-TEST(FreeSpace, ShortageEndsTheItemBeforeAnyCopyIsRotated) {
+TEST(FreeSpace, Shortage_EndsTheItemBeforeTheRotation) {
     EngineFixture world;
     world.List({L"a.txt", L"b.txt"});
     for (int step = 1; step <= 3; ++step) {
@@ -42,7 +42,7 @@ TEST(FreeSpace, ShortageEndsTheItemBeforeAnyCopyIsRotated) {
     EXPECT_EQ(ReadTree(world.Store()), before);
 }
 
-TEST(FreeSpace, IsAskedForUnchangedItemsToo) {
+TEST(FreeSpace, UnchangedItem_IsMeasuredToo) {
     EngineFixture world;
     world.tree.File(L"a.txt", "a", Day(1));
     world.List({L"a.txt"});
@@ -68,12 +68,12 @@ class FreeSpaceOfUnchangedItems : public testing::Test {
     EngineFixture world;
 };
 
-TEST_F(FreeSpaceOfUnchangedItems, OneAnswerServesItemsThatFollowAtOnce) {
+TEST_F(FreeSpaceOfUnchangedItems, NextItemsAtOnce_IsMeasuredOnce) {
     world.ExpectRun(NoChange(L"~\\a.txt") + NoChange(L"~\\b.txt") + NoChange(L"~\\c.txt"));
     EXPECT_EQ(Questions(), 1U);
 }
 
-TEST_F(FreeSpaceOfUnchangedItems, AskedAgainAfterATenthOfASecond) {
+TEST_F(FreeSpaceOfUnchangedItems, AfterATenthOfASecond_IsMeasuredAgain) {
     world.pump.AtEachYield([&] { world.clock.Advance(100); });
     world.Run();
     EXPECT_EQ(Questions(), 3U);
@@ -83,7 +83,7 @@ TEST_F(FreeSpaceOfUnchangedItems, AskedAgainAfterATenthOfASecond) {
     EXPECT_EQ(Questions(), 1U) << "a run asks for itself";
 }
 
-TEST_F(FreeSpaceOfUnchangedItems, LargerItem_IsAskedAgainAndRefused) {
+TEST_F(FreeSpaceOfUnchangedItems, LargerItem_IsMeasuredAgainAndRefused) {
     world.tree.File(L"b.txt", "123456");
     const RunResult result = world.Run();
     EXPECT_EQ(Joined(result.lines),
@@ -99,7 +99,7 @@ TEST_F(FreeSpaceOfUnchangedItems, ShortDrive_RefusesEachOfThem) {
     EXPECT_EQ(Questions(), 3U);
 }
 
-TEST_F(FreeSpaceOfUnchangedItems, CopyInBetween_IsAskedAgain) {
+TEST_F(FreeSpaceOfUnchangedItems, CopyInBetween_IsMeasuredAgain) {
     world.tree.File(L"b.txt", "new", Day(9));
     world.ExpectRun(NoChange(L"~\\a.txt") + BackedUp(L"~\\b.txt") + NoChange(L"~\\c.txt"));
     EXPECT_EQ(Questions(), 2U) << "for a and b together, and for c after the copy of b";
@@ -119,7 +119,7 @@ TEST(FreeSpace, CountsOnlyTheFilesDirectlyInAFolder) {
         BackedUp(L"~\\Work\\", {L"~\\Work\\a.txt", L"~\\Work\\b.txt", L"~\\Work\\Sub\\c.txt"}));
 }
 
-TEST(FreeSpace, OfAMissingItemIsOneByteLess) {
+TEST(FreeSpace, MissingItem_NeedsOneByteLess) {
     EngineFixture world;
     world.List({L"a.txt"});
     world.drive.kind = DriveType::Fixed;

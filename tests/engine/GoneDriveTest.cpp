@@ -238,7 +238,7 @@ TEST_F(GoneDrive, DuringTheCheckOfAFile_IsReportedOnce) {
 }
 
 // The system's copy call may report success for what it could not read to the end.
-TEST_F(GoneDrive, InTheLastFileThatWasCutShortUnnoticedCostsNothing) {
+TEST_F(GoneDrive, LastFileTruncatedUnnoticed_LosesNothing) {
     world_.files.TruncateNthCopy(4);
     Unplug(L"Work", CheckOf(L"\\Zlast\\"));
     const RunResult result = world_.Run();
@@ -248,7 +248,7 @@ TEST_F(GoneDrive, InTheLastFileThatWasCutShortUnnoticedCostsNothing) {
     ExpectRecovery();
 }
 
-TEST_F(GoneDrive, InAFileItemThatWasCutShortUnnoticedCostsNothing) {
+TEST_F(GoneDrive, FileItemTruncatedUnnoticed_LosesNothing) {
     world_.List({L"a.txt"}, 2);
     world_.files.TruncateNthCopy(1);
     Unplug(L"a.txt", [](const FileOperation& operation) {
@@ -264,7 +264,7 @@ TEST_F(GoneDrive, InAFileItemThatWasCutShortUnnoticedCostsNothing) {
     world_.ExpectRun(BackedUp(L"~\\a.txt"));
 }
 
-TEST_F(GoneDrive, OfTheDestinationIsNamedForAFileItemToo) {
+TEST_F(GoneDrive, OfTheDestination_FileItem_IsNamed) {
     world_.List({L"a.txt"}, 2);
     Unplug(L"Store", CopyNumber(1));
     const RunResult result = world_.Run();
@@ -276,14 +276,14 @@ TEST_F(GoneDrive, OfTheDestinationIsNamedForAFileItemToo) {
     world_.ExpectRun(BackedUp(L"~\\a.txt"));
 }
 
-TEST_F(GoneDrive, OfOneItemCostsTheNextNothing) {
+TEST_F(GoneDrive, OfOneItem_NextIsBackedUp) {
     world_.List({L"Work\\", L"a.txt"}, 2);
     Unplug(L"Work", CopyNumber(2));
     EXPECT_EQ(Joined(world_.Run().lines),
               Joined(GoneAt(2, L"~\\Work\\") + BackedUp(L"~\\a.txt") + kDone));
 }
 
-TEST_F(GoneDrive, OfTheDestinationEndsTheRunAtTheNextItem) {
+TEST_F(GoneDrive, OfTheDestination_EndsTheRunAtTheNextItem) {
     world_.List({L"Work\\", L"a.txt"}, 2);
     Unplug(L"Store", CopyNumber(2));
     world_.boxes.Expect(world_.Store());
@@ -295,7 +295,7 @@ TEST_F(GoneDrive, OfTheDestinationEndsTheRunAtTheNextItem) {
     EXPECT_EQ(Series(), before_);
 }
 
-TEST_F(GoneDrive, ThatComesAndGoesDrivesOutNoCopy) {
+TEST_F(GoneDrive, OfTheItemInEveryRun_KeepsAllCopies) {
     for (int run = 1; run <= 4; ++run) {
         Edit(2 + run);
         Unplug(L"Work", CopyNumber(run));
@@ -306,7 +306,7 @@ TEST_F(GoneDrive, ThatComesAndGoesDrivesOutNoCopy) {
 }
 
 // Where the item is, what cannot be read is left out, and the rest counts.
-TEST_F(GoneDrive, IsNotAFileThatCannotBeRead) {
+TEST_F(GoneDrive, UnreadableFile_OthersAreCopied) {
     world_.files.FailNth(2, error_number::kDeviceError, OnlyCalls({FileCall::Copy}));
     const RunResult result = world_.Run();
     ASSERT_EQ(result.errors.size(), 1U);
@@ -318,7 +318,7 @@ TEST_F(GoneDrive, IsNotAFileThatCannotBeRead) {
 }
 
 // A notebook that wakes gives the program its processor before its sticks and servers.
-TEST_F(GoneDrive, Run_DestinationComesBackAfterWaking_MakesItsCopy) {
+TEST_F(GoneDrive, Run_DestinationIsBackAfterWaking_MakesItsCopy) {
     const std::wstring store = world_.Store();
     world_.disk.Rename(store, store + L" gone");
     world_.clock.Wake();

@@ -47,7 +47,7 @@ bool IsWhole(EngineFixture& world) {
            ReadTree(world.Store(L"Work«0001»")) == ReadTree(world.Path(L"Work"));
 }
 
-TEST(IncompleteCopy, OfACancelIsCompletedByTheNextRun) {
+TEST(IncompleteCopy, Cancelled_NextRunCompletesIt) {
     EngineFixture world;
     MakeWork(world, 1);
     world.List({L"Work\\"});
@@ -63,7 +63,7 @@ TEST(IncompleteCopy, OfACancelIsCompletedByTheNextRun) {
     EXPECT_FALSE(Exists(world.Store(L"Work«0002»")));
 }
 
-TEST(IncompleteCopy, WithAnUnreadableFileIsCompletedOnceItCanBeRead) {
+TEST(IncompleteCopy, UnreadableFile_IsCompletedOnceItCanBeRead) {
     EngineFixture world;
     MakeWork(world, 1);
     world.List({L"Work\\"});
@@ -86,7 +86,7 @@ TEST(IncompleteCopy, WithAnUnreadableFileIsCompletedOnceItCanBeRead) {
     EXPECT_TRUE(IsWhole(world));
 }
 
-TEST(IncompleteCopy, WithAFolderThatCannotBeListedStaysMarked) {
+TEST(IncompleteCopy, UnreadableFolder_StaysMarked) {
     EngineFixture world;
     MakeWork(world, 1);
     world.List({L"Work\\"});
@@ -108,7 +108,7 @@ TEST(IncompleteCopy, WithAFolderThatCannotBeListedStaysMarked) {
 }
 
 // Both the copy of a cancel and its completion are cancelled; what there is by then stays.
-TEST(IncompleteCopy, WhoseCompletionIsCancelledKeepsWhatItHas) {
+TEST(IncompleteCopy, CompletionIsCancelled_KeepsItsFiles) {
     EngineFixture world;
     MakeWork(world, 1);
     world.List({L"Work\\"});
@@ -122,7 +122,7 @@ TEST(IncompleteCopy, WhoseCompletionIsCancelledKeepsWhatItHas) {
     EXPECT_TRUE(IsWhole(world));
 }
 
-TEST(IncompleteCopy, ThatHoldsAnotherStateOfAFileIsMadeAnew) {
+TEST(IncompleteCopy, OtherStateOfAFile_IsReplaced) {
     EngineFixture world;
     world.List({L"Work\\"});
     MakeWork(world, 3);
@@ -139,7 +139,7 @@ TEST(IncompleteCopy, ThatHoldsAnotherStateOfAFileIsMadeAnew) {
 }
 
 // However often Cancel is pressed: the whole copies stay.
-TEST(CopyThatWasCutShort, DrivesOutNoWholeOne) {
+TEST(CopyThatWasCutShort, CancelledAgainAndAgain_WholeCopiesStay) {
     EngineFixture world;
     world.List({L"Work\\"}, 2);
     MakeWork(world, 1);
@@ -159,7 +159,7 @@ TEST(CopyThatWasCutShort, DrivesOutNoWholeOne) {
     EXPECT_EQ(ReadBytes(world.Store(L"Work«0002»\\Sub\\c.txt")), "1!");
 }
 
-TEST(CopyThatWasCutShort, OfAFolderElsewhereIsMovedUp) {
+TEST(CopyThatWasCutShort, FolderOfAnotherLocation_IsRotated) {
     EngineFixture world;
     MakeWork(world, 1);
     world.tree.File(L"Other\\Work\\o.txt", "o", Day(9));
@@ -170,7 +170,7 @@ TEST(CopyThatWasCutShort, OfAFolderElsewhereIsMovedUp) {
     EXPECT_TRUE(Exists(world.Store(L"Work«0002»\\a.txt")));
 }
 
-TEST(CopyThatMissesFiles, IsMovedUpWhenTheItemChanged) {
+TEST(CopyThatMissesFiles, ItemChanged_IsRotated) {
     EngineFixture world;
     MakeWork(world, 1);
     world.List({L"Work\\"});
@@ -184,7 +184,7 @@ TEST(CopyThatMissesFiles, IsMovedUpWhenTheItemChanged) {
     EXPECT_EQ(ReadBytes(world.Store(L"Work«0002»\\a.txt")), "1!");
 }
 
-TEST(IncompleteCopy, ThatWasReadyIsMarkedWhenItIsFinished) {
+TEST(IncompleteCopy, KilledAtAnyChange_IsMarkedWhenFinished) {
     for (int n = 1;; ++n) {
         EngineFixture world;
         DestinationChecker checker(world.Store());
@@ -210,7 +210,7 @@ TEST(IncompleteCopy, ThatWasReadyIsMarkedWhenItIsFinished) {
 }
 
 // Every operation of a completion fails, from there on or once, or is the last one.
-TEST(Completion, LosesNothingAtAnyPoint) {
+TEST(Completion, FaultAtAnyPoint_LosesNothing) {
     int points = 0;
     struct Plan {
         const char* name;
@@ -266,7 +266,7 @@ TEST(Completion, LosesNothingAtAnyPoint) {
 }
 
 // The session ends, or the program is closed, in the middle of a folder: that is no cancel.
-TEST(EndOfTheSession, LeavesNoPartialCopy) {
+TEST(EndOfTheSession, DuringACopy_LeavesNoPartialCopy) {
     EngineFixture world;
     world.List({L"Work\\"});
     MakeWork(world, 1);

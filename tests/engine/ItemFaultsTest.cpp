@@ -222,7 +222,7 @@ TEST_P(ItemFaults, Once_AreReported_LoseNothing) {
     EXPECT_GT(points, 40);
 }
 
-TEST_P(ItemFaults, FromThereOn_AreReported_LoseNothing) {
+TEST_P(ItemFaults, Persistent_AreReported_LoseNothing) {
     int points = 0;
     for (const int number :
          {error_number::kDeviceError, error_number::kDiskFull, error_number::kPermissionDenied}) {
@@ -234,7 +234,7 @@ TEST_P(ItemFaults, FromThereOn_AreReported_LoseNothing) {
     EXPECT_GT(points, 40);
 }
 
-TEST_P(ItemFaults, ThatTheDiskKeepsToItselfLoseNothing) {
+TEST_P(ItemFaults, UnreportedByTheDisk_LoseNothing) {
     int points =
         Sweep("cut short", [](FaultyFileSystem& files, int n) { files.TruncateNthCopy(n); });
     points += Sweep("not copied", [](FaultyFileSystem& files, int n) {
@@ -244,7 +244,7 @@ TEST_P(ItemFaults, ThatTheDiskKeepsToItselfLoseNothing) {
     EXPECT_GE(points, 2);
 }
 
-TEST_P(ItemFaults, ThatKillLoseNothing) {
+TEST_P(ItemFaults, KilledAtAnyCall_LosesNothing) {
     const int points = Sweep("killed", [](FaultyFileSystem& files, int n) { files.DieAtNth(n); });
     Count(points);
     EXPECT_GT(points, 15);
@@ -253,7 +253,7 @@ TEST_P(ItemFaults, ThatKillLoseNothing) {
 using ItemKilledTwice = ItemFaults;
 
 // What comes between two changes of the disk makes no difference to the next run.
-TEST_P(ItemKilledTwice, LosesNothing) {
+TEST_P(ItemKilledTwice, AtAnyTwoChanges_LosesNothing) {
     int points = 0;
     bool firstDied = true;
     for (int n = 1; firstDied && !HasFailure(); ++n) {

@@ -34,7 +34,7 @@ TEST(Links, ToFolders_AreSkippedAndReported) {
                                        {L"Work«0001»\\Sub\\b.txt", "b"}}));
 }
 
-TEST(Links, AreReportedInTheWindowsLanguage) {
+TEST(Links, SkippedLink_IsReportedInTheLanguageOfTheWindow) {
     EngineFixture world;
     if (!MakeLinkedWork(world)) GTEST_SKIP() << kNoLinks;
     world.state.language = Language::Arabic;
@@ -45,7 +45,7 @@ TEST(Links, AreReportedInTheWindowsLanguage) {
               result.lines.end());
 }
 
-TEST(Links, DoNotMakeAnItemNew) {
+TEST(Links, TargetChanges_ItemIsUnchanged) {
     EngineFixture world;
     if (!MakeLinkedWork(world)) GTEST_SKIP() << kNoLinks;
     world.List({L"Work\\"});
@@ -54,7 +54,7 @@ TEST(Links, DoNotMakeAnItemNew) {
     world.ExpectRun(NoChange(L"~\\Work\\"));
 }
 
-TEST(Links, ThatLoopEnd) {
+TEST(Links, LinkToItsOwnParent_IsSkipped) {
     EngineFixture world;
     world.tree.File(L"Work\\a.txt", "a", Day(1));
     if (!world.tree.Link(L"Work\\loop", L"Work")) GTEST_SKIP() << kNoLinks;
@@ -63,7 +63,7 @@ TEST(Links, ThatLoopEnd) {
                      L"* Backing: ~\\Work\\a.txt", L"\tDone."});
 }
 
-TEST(Links, ToFilesAreCopiedAsTheFilesTheyShow) {
+TEST(Links, ToFiles_AreCopiedAsTheirTargets) {
     EngineFixture world;
     world.tree.File(L"Elsewhere\\real.txt", "real content", Day(1));
     world.tree.Folder(L"Work");
@@ -80,7 +80,7 @@ TEST(Links, ToFilesAreCopiedAsTheFilesTheyShow) {
                     BackedUp(L"~\\Work\\link.txt"));
 }
 
-TEST(Links, ThatAreTheItemItselfAreFollowed) {
+TEST(Links, AsItem_AreFollowed) {
     EngineFixture world;
     world.tree.File(L"Elsewhere\\a.txt", "a", Day(1));
     if (!world.tree.Link(L"Work", L"Elsewhere")) GTEST_SKIP() << kNoLinks;
@@ -89,7 +89,7 @@ TEST(Links, ThatAreTheItemItselfAreFollowed) {
     EXPECT_EQ(world.Copies(), (Listing{{L"Work«0001»", kFolder}, {L"Work«0001»\\a.txt", "a"}}));
 }
 
-TEST(Links, InACopyAreRemovedWithoutWhatTheyShow) {
+TEST(Links, InACopy_AreRemovedWithoutTheirTargets) {
     EngineFixture world;
     world.tree.File(L"Elsewhere\\secret.txt", "secret", Day(1));
     world.List({L"Work\\"}, 1);
@@ -102,7 +102,7 @@ TEST(Links, InACopyAreRemovedWithoutWhatTheyShow) {
     EXPECT_EQ(ReadBytes(world.Store(L"Work«0001»\\a.txt")), "2");
 }
 
-TEST(Links, ToTheDestinationAreWritten) {
+TEST(Links, ToTheDestination_AreFollowed) {
     EngineFixture world;
     world.tree.Folder(L"Real store");
     if (!world.tree.Link(L"Vault", L"Real store")) GTEST_SKIP() << kNoLinks;

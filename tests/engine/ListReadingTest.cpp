@@ -26,7 +26,7 @@ TEST(ListReading, MakesAMissingListEmpty) {
     EXPECT_EQ(ReadBytes(world.state.currentListPath), "");
 }
 
-TEST(ListReading, TakesFieldsByCommaLineAndQuote) {
+TEST(ListReading, SplitsFieldsByCommaLineAndQuote) {
     EngineFixture world;
     MakeFiles(world);
     world.ListText(L",,\r\n\t~\\a.txt\n\n \"~\\c,d.txt\" dropped,~\\b.txt\r\n\x1A~\\none.txt\r\n");
@@ -63,7 +63,7 @@ TEST(ListReading, BareDriveAsDestination_IsTakenUnchanged) {
     EXPECT_EQ(world.state.BackupTo, L"Q:");
 }
 
-TEST(ListReading, TakesALineThatEndsInAStarForARule) {
+TEST(ListReading, LineEndsInAStar_IsARule) {
     EngineFixture world;
     world.tree.File(L"Work\\a.txt", "x", Day(1));
     world.tree.File(L"Work\\Sub\\b.txt", "x", Day(1));
@@ -90,7 +90,7 @@ TEST(ListReading, ReadsTheCodePage) {
     world.ExpectRun(BackedUp(L"~\\ملف.txt"));
 }
 
-TEST(ListReading, ReadsUtf8BehindItsMark) {
+TEST(ListReading, ReadsUtf8AfterItsMark) {
     EngineFixture world;
     world.tree.File(L"日本 ملف.txt", "x", Day(1));
     world.tree.File(L"App\\List.vwl",

@@ -20,14 +20,14 @@ void MakeCopyFrom(const EngineFixture& world, const std::wstring& number,
                     "Original Location:" + world.ansi.Encode(folder) + "\r\n");
 }
 
-TEST(LocationNumber, IsZeroForTheFirst) {
+TEST(LocationNumber, FirstItem_IsZero) {
     EngineFixture world;
     EXPECT_EQ(LocationOf(world, L"a.txt"), 0);
     EXPECT_EQ(LocationOf(world, L"Work\\"), 0);
     EXPECT_EQ(LocationOf(world, L"Work\\*"), 0);
 }
 
-TEST(LocationNumber, KeepsTheItemsOwnInAnyLetterCase) {
+TEST(LocationNumber, KeepsTheNumberOfTheItemInAnyLetterCase) {
     EngineFixture world;
     world.tree.Folder(L"Docs");
     world.tree.Folder(L"Other");
@@ -39,7 +39,7 @@ TEST(LocationNumber, KeepsTheItemsOwnInAnyLetterCase) {
     EXPECT_EQ(LocationOf(world, L"Third\\a.txt"), 2);
 }
 
-TEST(LocationNumber, PassesCopiesOfUnknownOrigin) {
+TEST(LocationNumber, SkipsCopiesOfUnknownOrigin) {
     EngineFixture world;
     world.tree.Folder(L"Docs");
     world.tree.File(L"Store\\a«0001».txt", "no comment");
@@ -47,7 +47,7 @@ TEST(LocationNumber, PassesCopiesOfUnknownOrigin) {
     EXPECT_EQ(LocationOf(world, L"Docs\\a.txt"), 2);
 }
 
-TEST(LocationNumber, TakesTheFirstFreeOne) {
+TEST(LocationNumber, UsesTheFirstFreeNumber) {
     EngineFixture world;
     world.tree.Folder(L"Docs");
     world.tree.Folder(L"Other");
@@ -63,7 +63,7 @@ TEST(LocationNumber, FolderInThePlaceOfAFile_IsFree) {
     EXPECT_EQ(LocationOf(world, L"a.txt"), 0);
 }
 
-TEST(LocationNumber, GoesBeyondNinetyNine) {
+TEST(LocationNumber, AcceptsNumbersAbove99) {
     EngineFixture world;
     for (int number = 0; number < 100; ++number) {
         const std::wstring digits = (number < 10 ? L"0" : L"") + std::to_wstring(number);
@@ -88,7 +88,7 @@ class CrowdedStore : public ForwardingFileSystem {
 };
 
 // The first one's folder lies on a server that is down.
-TEST(LocationNumber, NeedsNotTheFoldersOfOtherItems) {
+TEST(LocationNumber, FolderOfAnotherItemFails_HasNoEffect) {
     EngineFixture world;
     for (const wchar_t* const file : {L"Server\\a.txt", L"Here\\a.txt"}) {
         world.tree.File(file, "x", Day(1));
@@ -102,7 +102,7 @@ TEST(LocationNumber, NeedsNotTheFoldersOfOtherItems) {
     world.ExpectRun(NoChange(L"~\\Here\\a.txt"));
 }
 
-TEST(LocationNumber, ThatDoesNotFitIsAnOverflow) {
+TEST(LocationNumber, MoreNumbersThanFit_ReportsOverflow) {
     EngineFixture world;
     CrowdedStore crowded(world.files);
     System system = world.TestEnvironment::With(crowded);
@@ -116,7 +116,7 @@ TEST(LocationNumber, ThatDoesNotFitIsAnOverflow) {
     EXPECT_EQ(world.pump.Yields(), 32768);
 }
 
-TEST(LocationNumber, KeepsFilesOfOneNameInSeriesOfTheirOwn) {
+TEST(LocationNumber, FilesOfOneName_HaveTheirOwnSeries) {
     EngineFixture world;
     world.List({L"A\\r.doc", L"B\\r.doc", L"C\\r.doc"});
     for (int step = 1; step <= 2; ++step) {
@@ -138,7 +138,7 @@ TEST(LocationNumber, KeepsFilesOfOneNameInSeriesOfTheirOwn) {
     world.ExpectRun(NoChange(L"~\\C\\r.doc") + NoChange(L"~\\A\\r.doc") + NoChange(L"~\\B\\r.doc"));
 }
 
-TEST(LocationNumber, KeepsFoldersWithNamesBeyondTheCodePageApart) {
+TEST(LocationNumber, FoldersOutsideTheCodePage_HaveTheirOwnNumbers) {
     EngineFixture world;
     const Lines items{world.Path(L"ملف\\r.doc"), world.Path(L"日本\\r.doc"),
                       world.Path(L"中国\\r.doc")};
@@ -161,7 +161,7 @@ TEST(LocationNumber, KeepsFoldersWithNamesBeyondTheCodePageApart) {
     }
 }
 
-TEST(LocationNumber, IsNewAtEachRunBelowAFolderWithAnApostrophe) {
+TEST(LocationNumber, FileBelowAnApostrophe_HasANewOneInEachRun) {
     EngineFixture world;
     world.tree.File(L"O'Brien\\r.doc", "same", Day(1));
     world.List({L"O'Brien\\r.doc"});
@@ -171,7 +171,7 @@ TEST(LocationNumber, IsNewAtEachRunBelowAFolderWithAnApostrophe) {
         (Listing{{L"r«0001».doc", "same"}, {L"r«0101».doc", "same"}, {L"r«0201».doc", "same"}}));
 }
 
-TEST(LocationNumber, OfAFolderIsNotTouchedByAnApostrophe) {
+TEST(LocationNumber, FolderBelowAnApostrophe_KeepsItsNumber) {
     EngineFixture world;
     world.tree.File(L"O'Brien\\r.doc", "1", Day(1));
     world.tree.File(L"O'Brien\\O'Neil\\s.doc", "1", Day(1));
@@ -180,7 +180,7 @@ TEST(LocationNumber, OfAFolderIsNotTouchedByAnApostrophe) {
     world.ExpectRun(NoChange(L"~\\O'Brien\\O'Neil\\") + NoChange(L"~\\O'Brien\\"));
 }
 
-TEST(LocationNumber, IsSharedByFoldersOfOneName) {
+TEST(LocationNumber, FoldersOfOneName_ShareIt) {
     EngineFixture world;
     world.tree.File(L"A\\Work\\a.txt", "a", Day(1));
     world.tree.File(L"B\\Work\\b.txt", "b", Day(2));
@@ -193,14 +193,14 @@ TEST(LocationNumber, IsSharedByFoldersOfOneName) {
                                        {L"Work«0002»\\a.txt", "a"}}));
 }
 
-TEST(LocationNumber, IsSharedByAFolderAndARuleOnIt) {
+TEST(LocationNumber, FolderAndItsRule_ShareIt) {
     EngineFixture world;
     world.tree.File(L"Work\\a.txt", "a", Day(1));
     world.List({L"Work\\", L"Work\\*"});
     world.ExpectRun(BackedUp(L"~\\Work\\", {L"~\\Work\\a.txt"}) + NoChange(L"~\\Work"));
 }
 
-TEST(LocationNumber, OfAFileInADriveRootIsKept) {
+TEST(LocationNumber, FileInADriveRoot_KeepsItsNumber) {
     EngineFixture world;
     const std::wstring drive = world.Path().substr(0, 2);
     MakeCopyFrom(world, L"00", world.Path());
@@ -211,7 +211,7 @@ TEST(LocationNumber, OfAFileInADriveRootIsKept) {
 }
 
 // The owner of the number is unknown, so every file of that name uses the next one.
-TEST(LocationNumber, WithAnUnreadableCommentIsPassedBy) {
+TEST(LocationNumber, UnreadableComment_IsSkipped) {
     EngineFixture world;
     const Lines items{L"A\\r.doc", L"B\\r.doc", L"C\\r.doc"};
     world.List(items);
@@ -234,7 +234,7 @@ TEST(LocationNumber, WithAnUnreadableCommentIsPassedBy) {
                                        {L"r«0301».doc", "2"}}));
 }
 
-TEST(LocationNumber, WithAFolderForItsCommentIsPassedBy) {
+TEST(LocationNumber, FolderInPlaceOfTheComment_IsSkipped) {
     EngineFixture world;
     world.tree.Folder(L"Docs");
     world.tree.File(L"Store\\a«0001».txt");
@@ -267,7 +267,7 @@ void MakeVersions(const EngineFixture& world, const Lines& items, int step) {
 }
 
 // A's copies moved up while A was away; B must not move into their series and drive them out.
-TEST(LocationNumber, StaysWithTheItemWhoseOlderCopiesItNumbers) {
+TEST(LocationNumber, OlderCopiesOfAnItem_KeepTheirNumber) {
     EngineFixture world;
     const Lines items{L"A\\r.doc", L"B\\r.doc"};
     world.List(items, 3);
@@ -291,7 +291,7 @@ TEST(LocationNumber, StaysWithTheItemWhoseOlderCopiesItNumbers) {
 }
 
 // Deleting copy 1 takes its comment along, which frees the number.
-TEST(LocationNumber, IsFreeWithoutTheCommentThatNamesItsItem) {
+TEST(LocationNumber, NoCommentOfTheItem_IsFree) {
     EngineFixture world;
     world.tree.Folder(L"B");
     world.tree.File(L"Store\\r«0002».doc", "A1");

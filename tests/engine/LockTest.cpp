@@ -24,7 +24,7 @@ bool IsFree(const std::wstring& folder) {
 const std::wstring kWaiting = L"Waiting for another backup in: ~\\Store";
 const std::wstring kGivenUp = L"Skipped, another backup is using: ~\\Store";
 
-TEST(DestinationLock, IsHeldForTheTimeOfARun) {
+TEST(DestinationLock, Run_HoldsTheLockUntilItsEnd) {
     EngineFixture world;
     world.tree.File(L"a.txt", "a", Day(1));
     world.List({L"a.txt"});
@@ -40,7 +40,7 @@ TEST(DestinationLock, IsHeldForTheTimeOfARun) {
     EXPECT_TRUE(IsFree(world.Store()));
 }
 
-TEST(DestinationLock, IsGivenBackWhenTheDestinationChanges) {
+TEST(DestinationLock, DestinationChanges_FormerLockIsReleased) {
     EngineFixture world;
     world.tree.Folder(L"Second");
     world.tree.File(L"a.txt", "a", Day(1));
@@ -54,7 +54,7 @@ TEST(DestinationLock, IsGivenBackWhenTheDestinationChanges) {
     EXPECT_EQ(world.Run().exitCode, 0);
 }
 
-TEST(DestinationLock, IsGivenBackByARunThatFailsOrEndsTheProgram) {
+TEST(DestinationLock, RunFailsOrEndsTheProgram_LockIsReleased) {
     EngineFixture world;
     world.tree.File(L"a.txt", "a", Day(1));
     world.ListText(L"~\\a.txt\r\nBackupTo: ~\\Nowhere\r\n");
@@ -69,7 +69,7 @@ TEST(DestinationLock, IsGivenBackByARunThatFailsOrEndsTheProgram) {
     EXPECT_TRUE(IsFree(world.Store()));
 }
 
-TEST(DestinationLock, IsTheSameForEverySpellingOfTheFolder) {
+TEST(DestinationLock, OtherSpellingOfTheFolder_IsTheSameLock) {
     EngineFixture world;
     const std::wstring folder = world.tree.Folder(L"مخزن Store");
     const OtherRun other(folder);
@@ -82,7 +82,7 @@ TEST(DestinationLock, IsTheSameForEverySpellingOfTheFolder) {
     EXPECT_TRUE(IsFree(world.Path(L"مخزن Store2")));
 }
 
-TEST(BusyDestination, IsWaitedForAndThenUsed) {
+TEST(BusyDestination, OtherRunEnds_RunContinues) {
     EngineFixture world;
     world.tree.File(L"a.txt", "a", Day(1));
     world.List({L"a.txt"});
@@ -95,7 +95,7 @@ TEST(BusyDestination, IsWaitedForAndThenUsed) {
     EXPECT_GT(world.pump.Waited(), 0U);
 }
 
-TEST(BusyDestination, IsNotTouchedWhileItIsWaitedFor) {
+TEST(BusyDestination, DuringTheWait_IsNotListed) {
     EngineFixture world;
     world.tree.File(L"a.txt", "a", Day(1));
     world.List({L"a.txt"});
@@ -113,7 +113,7 @@ TEST(BusyDestination, IsNotTouchedWhileItIsWaitedFor) {
     EXPECT_TRUE(LeftOvers(world).empty());
 }
 
-TEST(BusyDestination, IsGivenUpByASilentRunAfterTenMinutes) {
+TEST(BusyDestination, SilentRun_StopsAfterTenMinutes) {
     EngineFixture world;
     world.tree.File(L"a.txt", "a", Day(1));
     world.tree.File(L"b.txt", "b", Day(1));
@@ -129,7 +129,7 @@ TEST(BusyDestination, IsGivenUpByASilentRunAfterTenMinutes) {
     EXPECT_EQ(world.Copies(), Listing());
 }
 
-TEST(BusyDestination, DoesNotKeepTheOthersOfAListFromTheirBackup) {
+TEST(BusyDestination, SilentRun_OtherDestinationsAreBackedUp) {
     EngineFixture world;
     const std::wstring second = world.tree.Folder(L"Second");
     world.tree.File(L"a.txt", "a", Day(1));
@@ -140,7 +140,7 @@ TEST(BusyDestination, DoesNotKeepTheOthersOfAListFromTheirBackup) {
     EXPECT_EQ(ReadBytes(second + L"\\a«0001».txt"), "a");
 }
 
-TEST(BusyDestination, IsTriedAgainByTheNextRun) {
+TEST(BusyDestination, NextRun_TriesAgain) {
     EngineFixture world;
     world.tree.File(L"a.txt", "a", Day(1));
     world.List({L"a.txt"});
@@ -155,7 +155,7 @@ TEST(BusyDestination, IsTriedAgainByTheNextRun) {
     EXPECT_EQ(Joined(world.host.log), Joined(BackedUp(L"~\\a.txt") + kDone));
 }
 
-TEST(BusyDestination, IsWaitedForWithoutEndByAUserWhoDoesNotCancel) {
+TEST(BusyDestination, InteractiveRun_WaitsWithoutLimit) {
     EngineFixture world;
     world.tree.File(L"a.txt", "a", Day(1));
     world.List({L"a.txt"});
@@ -166,7 +166,7 @@ TEST(BusyDestination, IsWaitedForWithoutEndByAUserWhoDoesNotCancel) {
     world.ExpectRun(Lines{kWaiting} + BackedUp(L"~\\a.txt"));
 }
 
-TEST(BusyDestination, IsNotWaitedForAfterACancel) {
+TEST(BusyDestination, Cancel_EndsTheWait) {
     for (const bool silent : {false, true}) {
         EngineFixture world;
         world.tree.File(L"a.txt", "a", Day(1));
@@ -184,7 +184,7 @@ TEST(BusyDestination, IsNotWaitedForAfterACancel) {
     }
 }
 
-TEST(BusyDestination, IsReportedInTheWindowsLanguage) {
+TEST(BusyDestination, Wait_IsReportedInTheLanguageOfTheWindow) {
     EngineFixture world;
     world.tree.File(L"a.txt", "a", Day(1));
     world.List({L"a.txt"});
@@ -198,7 +198,7 @@ TEST(BusyDestination, IsReportedInTheWindowsLanguage) {
                kDone));
 }
 
-TEST(BusyDestination, IsWaitedForByASingleItemToo) {
+TEST(BusyDestination, SingleItem_WaitsToo) {
     EngineFixture world;
     const std::wstring file = world.tree.File(L"a.txt", "a", Day(1));
     world.state.silentRun = true;
@@ -208,7 +208,7 @@ TEST(BusyDestination, IsWaitedForByASingleItemToo) {
     EXPECT_EQ(result.exitCode, error_number::kDestinationBusy);
 }
 
-TEST(BusyDestination, KeepsCopiesFromBeingRenamed) {
+TEST(BusyDestination, RenamePackages_MovesNothing) {
     EngineFixture world;
     world.tree.File(L"Store\\a«0001».txt", "a");
     world.state.silentRun = true;
@@ -219,7 +219,7 @@ TEST(BusyDestination, KeepsCopiesFromBeingRenamed) {
     EXPECT_EQ(world.Copies(), (Listing{{L"a«0001».txt", "a"}}));
 }
 
-TEST(BusyDestination, OfADeadThreadIsTakenOver) {
+TEST(BusyDestination, OwningThreadDied_LockIsTaken) {
     EngineFixture world;
     world.tree.File(L"a.txt", "a", Day(1));
     world.List({L"a.txt"});
@@ -241,7 +241,7 @@ TEST(LockHolder, DISABLED_HoldsADestination) {
     Sleep(60'000);
 }
 
-TEST(BusyDestination, OfAnotherProcessIsWaitedForUntilThatDies) {
+TEST(BusyDestination, OwningProcessDies_LockIsTaken) {
     EngineFixture world;
     world.tree.File(L"a.txt", "a", Day(1));
     world.List({L"a.txt"});

@@ -268,7 +268,7 @@ class History {
     int content_ = 0;
 };
 
-TEST(ModelTest, RandomHistoriesEndAsTheModelSays) {
+TEST(ModelTest, RandomHistories_CopiesEqualTheModel) {
     const auto histories = test::Histories::Usually(kHistories);
     unsigned steps = 0;
     for (unsigned seed = histories.first; seed != histories.End() && !HasFailure(); ++seed) {

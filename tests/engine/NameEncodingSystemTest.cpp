@@ -11,7 +11,7 @@ namespace {
 
 class NameEncodingSystem : public testing::TestWithParam<unsigned> {};
 
-TEST_P(NameEncodingSystem, BringsBackEveryCharacterAloneAndInRuns) {
+TEST_P(NameEncodingSystem, DecodesEveryCharacterAloneAndInRuns) {
     const CodePage ansi(GetParam());
     std::wstring run;
     for (unsigned unit = 0x20; unit <= 0xFFFF; ++unit) {

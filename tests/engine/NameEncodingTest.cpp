@@ -23,7 +23,7 @@ void Check(const AnsiCodec& ansi, const Row& row) {
     EXPECT_EQ(EnglishNameOrigin(row.encoded, ansi), row.name);
 }
 
-TEST(NameEncoding, PutsBytesOfTheCodePageBetweenApostrophes) {
+TEST(NameEncoding, WritesCodePageBytesBetweenApostrophes) {
     const Row rows[] = {
         {L"", L""},
         {L"C:\\Docs", L"C:\\Docs"},
@@ -38,7 +38,7 @@ TEST(NameEncoding, PutsBytesOfTheCodePageBetweenApostrophes) {
     Check(western, {L"C:\\\u00C9t\u00E9\\\u20AC", L"C:\\'C9't'E9'\\'80"});
 }
 
-TEST(NameEncoding, WritesUnitsForWhatTheCodePageDoesNotHave) {
+TEST(NameEncoding, WritesUnitsForLettersOutsideTheCodePage) {
     const Row rows[] = {
         {L"C:\\\u0643", L"C:\\'u0u6u4u3"},
         {L"\u00E9\u0643\u00E9", L"'E9u0u6u4u3E9"},
@@ -65,7 +65,7 @@ class FittingCodePage final : public AnsiCodec {
     }
 };
 
-TEST(NameEncoding, TakesNoLookAlikeForACharacter) {
+TEST(NameEncoding, DoesNotReplaceLettersBySimilarOnes) {
     const FittingCodePage ansi;
     Check(ansi, {L"\u0101", L"'u0u1u0u1"});
     Check(ansi, {L"\u2025\u2026", L"'u2u0u2u585"});
@@ -108,17 +108,17 @@ TEST(NameEncoding, ReadsDamagedTextWithoutFailing) {
     }
 }
 
-TEST(NameEncoding, LeavesACommentDateAlone) {
+TEST(NameEncoding, KeepsACommentDate) {
     EXPECT_EQ(EnglishNameOrigin(L"05/03/2005-14:07:09+Original Location:C:\\'E9", western),
               L"05/03/2005-14:07:09+Original Location:C:\\\u00E9");
 }
 
-TEST(NameEncoding, DoesNotBringBackAnApostrophe) {
+TEST(NameEncoding, Apostrophe_IsNotReadBack) {
     EXPECT_EQ(EnglishNameFrom(L"C:\\O'Brien", western), L"C:\\O'Brien");
     EXPECT_NE(EnglishNameOrigin(L"C:\\O'Brien", western), L"C:\\O'Brien");
 }
 
-TEST(NameEncoding, StaysInSevenBits) {
+TEST(NameEncoding, WritesSevenBitCharactersOnly) {
     for (unsigned unit = 1; unit <= 0xFFFF; ++unit) {
         const std::wstring encoded =
             EnglishNameFrom(std::wstring{static_cast<wchar_t>(unit)}, arabic);
@@ -128,7 +128,7 @@ TEST(NameEncoding, StaysInSevenBits) {
     }
 }
 
-TEST(NameEncoding, BringsBackEveryCharacterAloneAndInRuns) {
+TEST(NameEncoding, DecodesEveryCharacterAloneAndInRuns) {
     for (const AnsiCodec* const ansi :
          {static_cast<const AnsiCodec*>(&western), static_cast<const AnsiCodec*>(&arabic),
           static_cast<const AnsiCodec*>(&eastern)}) {

@@ -10,7 +10,7 @@
 namespace vw::test {
 namespace {
 
-TEST(NestedCopy, OfAFolderBelowADottedFolderGoesThroughRotations) {
+TEST(NestedCopy, FolderBelowADottedFolder_IsRotated) {
     EngineFixture world;
     world.List({L"Old.Files\\Work\\"}, 3);
     for (int step = 1; step <= 5; ++step) {
@@ -30,7 +30,7 @@ TEST(NestedCopy, OfAFolderBelowADottedFolderGoesThroughRotations) {
     EXPECT_EQ(world.Comments(), std::set<std::wstring>{L"Work«0001».Files\\Work.vwc"});
 }
 
-TEST(NestedCopy, OfAFileWithoutExtensionKeepsItsLocation) {
+TEST(NestedCopy, FileWithoutExtension_KeepsItsLocation) {
     EngineFixture world;
     world.List({L"j.smith\\README", L"j.jones\\README"}, 2);
     for (int step = 1; step <= 3; ++step) {
@@ -48,7 +48,7 @@ TEST(NestedCopy, OfAFileWithoutExtensionKeepsItsLocation) {
                                        {L"README«0002».jones\\README", "j2"}}));
 }
 
-TEST(NestedCopy, OfEveryDepthIsMadeWithItsFolders) {
+TEST(NestedCopy, AnyDepth_IsMadeWithItsFolders) {
     EngineFixture world;
     world.tree.File(L"a.b\\c\\d\\e\\f.txt", "f", Day(1));
     world.List({L"a.b\\c\\d\\e\\"}, 1);
@@ -60,7 +60,7 @@ TEST(NestedCopy, OfEveryDepthIsMadeWithItsFolders) {
     EXPECT_EQ(world.Copies().size(), 5U);
 }
 
-TEST(NestedCopy, OfADottedFolderItselfIsPlain) {
+TEST(NestedCopy, DottedFolderItself_IsNotNested) {
     EngineFixture world;
     world.List({L"Old.Files\\", L"Old.Files\\*"});
     for (int step = 1; step <= 2; ++step) {
@@ -74,7 +74,7 @@ TEST(NestedCopy, OfADottedFolderItselfIsPlain) {
                                        {L"Old«0002».Files\\a.txt", "1"}}));
 }
 
-TEST(NestedCopy, SharesAFolderWithWhatBelongsThere) {
+TEST(NestedCopy, SharesItsFolderWithForeignFiles) {
     EngineFixture world;
     // The copies of Old.Files\Work\ are in a folder that is also named like a copy of "Work"
     // with the ending ".Files".
@@ -93,7 +93,7 @@ TEST(NestedCopy, SharesAFolderWithWhatBelongsThere) {
                                        {L"Work«0002».Files\\Work\\a.txt", "nested"}}));
 }
 
-TEST(NestedCopy, LeavesNoEmptyFoldersWhenItLeavesTheSeries) {
+TEST(NestedCopy, Removed_LeavesNoEmptyFolders) {
     EngineFixture world;
     world.tree.File(L"Old.Files\\Work\\a.txt", "1", Day(1));
     world.tree.File(L"Store\\Work«0003».Files\\Work\\a.txt", "3");
@@ -108,7 +108,7 @@ TEST(NestedCopy, LeavesNoEmptyFoldersWhenItLeavesTheSeries) {
                                        {L"Work«0005».Files\\Work\\a.txt", "5"}}));
 }
 
-TEST(NestedCopy, OfAVanishedItemIsRotatedToo) {
+TEST(NestedCopy, VanishedItem_IsRotated) {
     EngineFixture world;
     world.tree.File(L"Old.Files\\Work\\a.txt", "1", Day(1));
     world.List({L"Old.Files\\Work\\"}, 2);
@@ -121,7 +121,7 @@ TEST(NestedCopy, OfAVanishedItemIsRotatedToo) {
     EXPECT_FALSE(Exists(world.Store(L"Work«0001».Files\\Work")));
 }
 
-TEST(NestedCopy, ThatIsHeldUndoesTheRotation) {
+TEST(NestedCopy, CopyInUse_RotationIsUndone) {
     EngineFixture world;
     world.List({L"j.smith\\README"}, 3);
     for (int step = 1; step <= 2; ++step) {
@@ -141,7 +141,7 @@ TEST(NestedCopy, ThatIsHeldUndoesTheRotation) {
     EXPECT_EQ(ReadBytes(world.Store(L"README«0003».smith\\README")), "1");
 }
 
-TEST(NestedCopy, IsRefusedWhereAFileTakesItsFolder) {
+TEST(NestedCopy, FileInPlaceOfItsFolder_IsReported) {
     EngineFixture world;
     world.tree.File(L"Old.Files\\Work\\a.txt", "1", Day(1));
     world.tree.File(L"Store\\Work«0001».Files", "a file");

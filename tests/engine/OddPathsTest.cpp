@@ -9,7 +9,7 @@
 namespace vw::test {
 namespace {
 
-TEST(OddPaths, BeyondTwoHundredAndSixtyCharactersAreBackedUp) {
+TEST(OddPaths, Beyond260Characters_AreBackedUp) {
     EngineFixture world;
     std::wstring deep = L"Work";
     for (int level = 0; level < 12; ++level) deep += L"\\" + std::wstring(60, L'd');
@@ -29,7 +29,7 @@ TEST(OddPaths, BeyondTwoHundredAndSixtyCharactersAreBackedUp) {
 }
 
 // The name of the copy's comment is fourteen characters longer than the item's.
-TEST(OddPaths, WithLongNamesAreBackedUp) {
+TEST(OddPaths, LongNames_AreBackedUp) {
     EngineFixture world;
     const std::wstring name = std::wstring(235, L'n') + L".txt";
     world.tree.File(name, "long", Day(1));
@@ -52,7 +52,7 @@ TEST(OddPaths, NameTooLongForACopy_IsReported_LeavesNothing) {
     }
 }
 
-TEST(OddPaths, WithOddNamesComeBackUnchanged) {
+TEST(OddPaths, OddNames_AreCopiedUnchanged) {
     const Lines names{L"two  words .txt", L"100%.doc",     L"#[x]!{y}.txt", L"a,b;c=d.txt",
                       L"O'Brien.txt",     L"ملف عربي.txt", L"日本語.txt",   L"«».txt",
                       L"x«0101»y.txt",    L".hidden",      L"a.b.c",        L"no extension",
@@ -80,7 +80,7 @@ TEST(OddPaths, WithOddNamesComeBackUnchanged) {
     }
 }
 
-TEST(OddPaths, WithReadOnlyFilesKeepRotating) {
+TEST(OddPaths, ReadOnlyFiles_AreRotated) {
     EngineFixture world;
     world.List({L"a.txt", L"Work\\"}, 2);
     for (int step = 1; step <= 4; ++step) {
@@ -101,7 +101,7 @@ TEST(OddPaths, WithReadOnlyFilesKeepRotating) {
     EXPECT_NE(attributes & FILE_ATTRIBUTE_READONLY, 0U);
 }
 
-TEST(OddPaths, WithHiddenAndSystemFilesAreBackedUp) {
+TEST(OddPaths, HiddenAndSystemFiles_AreBackedUp) {
     EngineFixture world;
     world.tree.File(L"Work\\hidden.txt", "h", Day(1));
     world.tree.File(L"Work\\Hidden folder\\s.txt", "s", Day(2));
@@ -115,7 +115,7 @@ TEST(OddPaths, WithHiddenAndSystemFilesAreBackedUp) {
     world.ExpectRun(NoChange(L"~\\Work\\"));
 }
 
-TEST(OddPaths, TypedOddlyAreTheSameItem) {
+TEST(OddPaths, OtherSpelling_IsTheSameItem) {
     EngineFixture world;
     world.tree.File(L"Work\\Sub\\a.txt", "a", Day(1));
     world.List({L"Work\\Sub\\"});
@@ -127,7 +127,7 @@ TEST(OddPaths, TypedOddlyAreTheSameItem) {
     }
 }
 
-TEST(OddPaths, OfAFolderTypedAsAFileFail) {
+TEST(OddPaths, FolderTypedAsAFile_Fails) {
     EngineFixture world;
     world.tree.File(L"Work\\a.txt", "a", Day(1));
     world.List({L"Work"});
@@ -135,7 +135,7 @@ TEST(OddPaths, OfAFolderTypedAsAFileFail) {
     EXPECT_EQ(world.Copies(), Listing());
 }
 
-TEST(OddPaths, OfAFileTypedAsAFolderFail) {
+TEST(OddPaths, FileTypedAsAFolder_Fails) {
     EngineFixture world;
     world.tree.File(L"a.txt", "a", Day(1));
     world.List({L"a.txt\\", L"a.txt\\*"});
@@ -144,7 +144,7 @@ TEST(OddPaths, OfAFileTypedAsAFolderFail) {
     EXPECT_EQ(world.Copies(), Listing());
 }
 
-TEST(OddPaths, OfLargeFilesAreCopiedWhole) {
+TEST(OddPaths, LargeAndEmptyFiles_AreCopiedWhole) {
     EngineFixture world;
     std::string bytes(3 * 1024 * 1024 + 17, '\0');
     for (std::size_t i = 0; i < bytes.size(); ++i) bytes[i] = static_cast<char>(i * 2654435761U);

@@ -61,7 +61,7 @@ TEST(PackerBatch, RemovesTheMarkOfAnEarlierCancel) {
     EXPECT_FALSE(Exists(world.Path(L"App\\Cancel.txt")));
 }
 
-TEST(PackerBatch, LeavesTheMarkOfACancelToItsSteps) {
+TEST(PackerBatch, KeepsTheCancelMarkOfItsSteps) {
     EngineFixture world;
     Packer packer(world);
     packer.Call(L"", L"", L"", false, false);
@@ -98,7 +98,7 @@ TEST(PackerBatch, EndsWithTheLabelAndIsStarted) {
     EXPECT_EQ(packer.opened, (Lines{world.Path(L"App\\ToPackage.Bat")}));
 }
 
-TEST(PackerBatch, IsWrittenInTheCodePage) {
+TEST(PackerBatch, WritesInTheCodePage) {
     EngineFixture world;
     Packer packer(world);
     packer.Call(L"", L"", L"", false, false);

@@ -32,7 +32,7 @@ const Listing kFinished{{L"a«0001».txt", "4"}, {L"a«0002».txt", "3"}, {L"a«
 // A killed run had the new copy ready and got so many steps further.
 class ReadyCopy : public testing::TestWithParam<int> {};
 
-TEST_P(ReadyCopy, IsFinishedFromEveryState) {
+TEST_P(ReadyCopy, AnyStateOfTheRotation_IsFinished) {
     EngineFixture world;
     MakeSeries(world);
     const ProcessTag dead = DeadProcess();
@@ -66,7 +66,7 @@ INSTANTIATE_TEST_SUITE_P(AfterSteps, ReadyCopy, testing::Range(0, 6));
 
 // The comment of the first letter cannot be replaced, after its old copies made room. Its place is
 // empty then, but the other letter must not take it and drive out the copies of the first.
-TEST(ReadyCopyOfThisRun, KeepsItsPlaceFromAnotherItemOfItsName) {
+TEST(ReadyCopyOfThisRun, AnotherItemOfItsName_KeepsItsPlace) {
     EngineFixture world;
     world.List({L"a.txt", L"Old\\a.txt"}, 3);
     for (int step = 1; step <= 4; ++step) {
@@ -94,7 +94,7 @@ TEST(ReadyCopyOfThisRun, KeepsItsPlaceFromAnotherItemOfItsName) {
     EXPECT_EQ(world.Copies(), whole);
 }
 
-TEST(ReadyCopyOfAKilledRun, IsFollowedByANewOneWhenTheItemChangedSince) {
+TEST(ReadyCopyOfAKilledRun, ItemChangedSince_IsFinishedAndANewOneMade) {
     EngineFixture world;
     MakeSeries(world);
     world.tree.File(L"Store\\" + LeftOverName(world, WorkingState::Ready, L"a.txt", DeadProcess(),
@@ -106,7 +106,7 @@ TEST(ReadyCopyOfAKilledRun, IsFollowedByANewOneWhenTheItemChangedSince) {
               (Listing{{L"a«0001».txt", "5"}, {L"a«0002».txt", "4"}, {L"a«0003».txt", "3"}}));
 }
 
-TEST(ReadyCopyOfAKilledRun, IsFinishedForAnItemThatVanished) {
+TEST(ReadyCopyOfAKilledRun, VanishedItem_IsFinished) {
     EngineFixture world;
     MakeSeries(world);
     world.tree.File(L"Store\\" + LeftOverName(world, WorkingState::Ready, L"a.txt", DeadProcess(),
@@ -119,7 +119,7 @@ TEST(ReadyCopyOfAKilledRun, IsFinishedForAnItemThatVanished) {
     EXPECT_EQ(world.Copies(), (Listing{{L"a«0002».txt", "4"}, {L"a«0003».txt", "3"}}));
 }
 
-TEST(ReadyCopyOfAKilledRun, IsReportedInTheWindowsLanguage) {
+TEST(ReadyCopyOfAKilledRun, Report_IsInTheLanguageOfTheWindow) {
     EngineFixture world;
     MakeSeries(world);
     world.state.language = Language::Arabic;
@@ -129,7 +129,7 @@ TEST(ReadyCopyOfAKilledRun, IsReportedInTheWindowsLanguage) {
     EXPECT_EQ(world.Run().lines.front(), L"اكتملت نسخة من عملية نسخ سابقة انقطعت\r\n~\\a.txt");
 }
 
-TEST(ReadyCopyOfAKilledRun, ShiftsOnlyTheCopiesBelowTheLowestGap) {
+TEST(ReadyCopyOfAKilledRun, GapInTheSeries_MovesTheCopiesBelowItOnly) {
     EngineFixture world;
     MakeSeries(world);
     world.List({L"a.txt"}, 5);
@@ -144,7 +144,7 @@ TEST(ReadyCopyOfAKilledRun, ShiftsOnlyTheCopiesBelowTheLowestGap) {
                                        {L"a«0004».txt", "1"}}));
 }
 
-TEST(ReadyCopyOfAKilledRun, ReplacesCopyOneWhenTheCountIsZero) {
+TEST(ReadyCopyOfAKilledRun, CountIsZero_ReplacesCopyOne) {
     EngineFixture world;
     MakeSeries(world);
     world.List({L"a.txt"}, 0);
@@ -178,7 +178,7 @@ TEST(ReadyCopyOfAKilledRun, HeldCopy_StaysUntilItIsReleased) {
     EXPECT_EQ(world.Copies(), kFinished);
 }
 
-TEST(ReadyCopyOfAKilledRun, OfAFolderBelowADottedFolderIsFinished) {
+TEST(ReadyCopyOfAKilledRun, FolderBelowADottedFolder_IsFinished) {
     EngineFixture world;
     const std::wstring item = L"Old.Files\\Work\\";
     world.List({item}, 2);
@@ -199,7 +199,7 @@ TEST(ReadyCopyOfAKilledRun, OfAFolderBelowADottedFolderIsFinished) {
                                        {L"Work«0002».Files\\Work\\a.txt", "2"}}));
 }
 
-TEST(ReadyCopyOfAKilledRun, OfARuleIsFinishedForTheRule) {
+TEST(ReadyCopyOfAKilledRun, Rule_IsFinished) {
     EngineFixture world;
     world.tree.File(L"Work\\a.txt", "a", Day(1));
     world.List({L"Work\\*"});
@@ -210,7 +210,7 @@ TEST(ReadyCopyOfAKilledRun, OfARuleIsFinishedForTheRule) {
     EXPECT_EQ(world.Copies(), (Listing{{L"Work«0001»", kFolder}, {L"Work«0001»\\a.txt", "a"}}));
 }
 
-TEST(ReadyCopyOfAKilledRun, WaitsWhileItsItemIsNotInTheList) {
+TEST(ReadyCopyOfAKilledRun, ItemIsNotInTheList_IsKept) {
     EngineFixture world;
     world.tree.File(L"A\\a.txt", "A", Day(1));
     world.tree.File(L"B\\a.txt", "B", Day(1));
@@ -262,7 +262,7 @@ class LeftOver : public testing::TestWithParam<Owner> {
     LivingProcess living_;
 };
 
-TEST_P(LeftOver, IsRemovedOnlyWhenItsProcessIsGone) {
+TEST_P(LeftOver, ProcessIsGone_IsRemoved) {
     EngineFixture world;
     world.tree.File(L"other.txt", "x", Day(1));
     world.List({L"other.txt"});
@@ -279,7 +279,7 @@ TEST_P(LeftOver, IsRemovedOnlyWhenItsProcessIsGone) {
     EXPECT_EQ(LeftOvers(world).size(), GetParam().gone ? 0U : count);
 }
 
-TEST_P(LeftOver, ThatIsReadyIsFinishedOnlyWhenItsProcessIsGone) {
+TEST_P(LeftOver, ReadyAndProcessIsGone_IsFinished) {
     EngineFixture world;
     MakeSeries(world);
     const std::wstring ready =
@@ -297,7 +297,7 @@ INSTANTIATE_TEST_SUITE_P(OfAProcess, LeftOver,
                                          Owner{"Own", true}),
                          [](const auto& info) { return std::string(info.param.name); });
 
-TEST(LeftOverOfADeadProcess, ThatIsHeldWaitsForALaterRun) {
+TEST(LeftOverOfADeadProcess, InUse_IsRemovedByALaterRun) {
     EngineFixture world;
     world.tree.File(L"other.txt", "x", Day(1));
     world.List({L"other.txt"});
@@ -312,7 +312,7 @@ TEST(LeftOverOfADeadProcess, ThatIsHeldWaitsForALaterRun) {
     EXPECT_FALSE(Exists(world.Store(name)));
 }
 
-TEST(LeftOverOfADeadProcess, WithReadOnlyFilesIsRemoved) {
+TEST(LeftOverOfADeadProcess, ReadOnlyFiles_AreRemoved) {
     EngineFixture world;
     world.List({});
     world.tree.File(L"other.txt", "x", Day(1));
@@ -327,7 +327,7 @@ TEST(LeftOverOfADeadProcess, WithReadOnlyFilesIsRemoved) {
 
 // A held copy keeps a new one out. While a newer one takes its turn the process dies at one point
 // after the other: half of a copy must not be taken for one that is ready.
-TEST(CopyThatIsGivenUp, IsNeverFinishedFromWhatIsLeftOfIt) {
+TEST(CopyThatIsGivenUp, KilledAtAnyChange_IsNeverFinishedFromItsRest) {
     int points = 0;
     for (int n = 1;; ++n) {
         EngineFixture world;
@@ -365,7 +365,7 @@ TEST(CopyThatIsGivenUp, IsNeverFinishedFromWhatIsLeftOfIt) {
 
 // Another computer works in the same shared folder and halts at one point after the other:
 // our run neither needs nor touches what is there of it.
-TEST(RunOfAnotherComputer, IsNotDisturbedAtAnyPoint) {
+TEST(RunOfAnotherComputer, StoppedAtAnyChange_ItsEntriesAreKept) {
     int points = 0;
     for (int n = 1;; ++n) {
         EngineFixture world;

@@ -17,14 +17,14 @@ void ExpectRefused(EngineFixture& world, const std::wstring& item, const std::ws
     EXPECT_EQ(ReadTree(world.Path()), before);
 }
 
-TEST(Refusal, OfTheDestinationItself) {
+TEST(Refusal, DestinationItself_IsRefused) {
     EngineFixture world;
     ExpectRefused(world, L"~\\Store\\", L"~\\Store\\");
     ExpectRefused(world, L"~\\Store\\*", L"~\\Store");
     ExpectRefused(world, L"~\\Store", L"~\\Store");
 }
 
-TEST(Refusal, OfWhatLiesInTheDestination) {
+TEST(Refusal, ItemInTheDestination_IsRefused) {
     EngineFixture world;
     world.tree.File(L"Store\\a.txt");
     world.tree.File(L"Store\\Sub\\b.txt");
@@ -33,7 +33,7 @@ TEST(Refusal, OfWhatLiesInTheDestination) {
     ExpectRefused(world, L"~\\STORE\\sub\\B.TXT", L"~\\STORE\\sub\\B.TXT");
 }
 
-TEST(Refusal, OfWhatContainsTheDestination) {
+TEST(Refusal, FolderAboveTheDestination_IsRefused) {
     EngineFixture world;
     ExpectRefused(world, L"~\\", L"~\\");
     ExpectRefused(world, L"~\\*", L"~");
@@ -42,7 +42,7 @@ TEST(Refusal, OfWhatContainsTheDestination) {
 }
 
 // Neither path shows that they meet; without an end the copy would be copied into itself.
-TEST(Refusal, OfWhatLeadsToTheDestinationByALink) {
+TEST(Refusal, LinkAboveTheDestination_IsRefused) {
     EngineFixture world;
     world.tree.File(L"Disk\\a.txt", "a", Day(1));
     world.state.BackupTo = world.tree.Folder(L"Disk\\Sub\\Vault");
@@ -55,7 +55,7 @@ TEST(Refusal, OfWhatLeadsToTheDestinationByALink) {
     EXPECT_EQ(ReadTree(world.state.BackupTo), Tree());
 }
 
-TEST(Refusal, OfWhatMerelyBeginsLikeTheDestination) {
+TEST(Refusal, PathBeginsWithTheDestination_IsRefused) {
     EngineFixture world;
     world.tree.File(L"Store2\\a.txt");
     world.tree.File(L"Storehouse.txt");
@@ -64,7 +64,7 @@ TEST(Refusal, OfWhatMerelyBeginsLikeTheDestination) {
     ExpectRefused(world, L"~\\Storehouse.txt", L"~\\Storehouse.txt");
 }
 
-TEST(Refusal, OfWhatTheDestinationBeginsLike) {
+TEST(Refusal, DestinationBeginsWithThePath_IsRefused) {
     EngineFixture world;
     world.tree.File(L"St");
     ExpectRefused(world, L"~\\St", L"~\\St");
@@ -76,7 +76,7 @@ TEST(Refusal, OfWhatTheDestinationBeginsLike) {
     ExpectRefused(world, L"~\\Sto\\*", L"~\\Sto");
 }
 
-TEST(Refusal, TakesCharactersOfTheDestinationForAPattern) {
+TEST(Refusal, DestinationWithWildcards_IsAPattern) {
     EngineFixture world;
     world.state.BackupTo = world.tree.Folder(L"St[aou]re #");
     world.tree.File(L"Stare 7\\a.txt");
@@ -88,7 +88,7 @@ TEST(Refusal, TakesCharactersOfTheDestinationForAPattern) {
     world.ExpectRun(BackedUp(L"~\\Stire 7\\a.txt"));
 }
 
-TEST(Refusal, TakesCharactersOfTheItemForAPattern) {
+TEST(Refusal, ItemWithWildcards_IsAPattern) {
     EngineFixture world;
     world.tree.File(L"S[st]ore");
     ExpectRefused(world, L"~\\S[st]ore", L"~\\S[st]ore");
@@ -97,7 +97,7 @@ TEST(Refusal, TakesCharactersOfTheItemForAPattern) {
     ExpectRefused(world, L"~\\[S]t", L"~\\[S]t");
 }
 
-TEST(Refusal, IsNotMissedForAPatternCharacterInTheDestination) {
+TEST(Refusal, DestinationWithWildcards_ItselfIsRefused) {
     EngineFixture world;
     world.state.BackupTo = world.tree.Folder(L"Data [1]\\Store #2");
     world.tree.File(L"Data [1]\\Store #2\\a.txt");
@@ -107,7 +107,7 @@ TEST(Refusal, IsNotMissedForAPatternCharacterInTheDestination) {
     ExpectRefused(world, L"~\\Data [1]\\STORE #2\\", L"~\\Data [1]\\STORE #2\\");
 }
 
-TEST(Refusal, IsNotMissedForADetourInThePath) {
+TEST(Refusal, PathWithADetour_IsRefused) {
     EngineFixture world;
     world.tree.File(L"Store\\a.txt");
     world.tree.Folder(L"Other");
@@ -115,7 +115,7 @@ TEST(Refusal, IsNotMissedForADetourInThePath) {
     ExpectRefused(world, L"~\\\\Store\\a.txt", L"~\\\\Store\\a.txt");
 }
 
-TEST(Refusal, DoesNotConcernWhatIsMissing) {
+TEST(Refusal, MissingItem_IsNotRefused) {
     EngineFixture world;
     world.List({L"Store\\none.txt"});
     world.ExpectRun(Missing(L"~\\Store\\none.txt") + NoChange(L"~\\Store\\none.txt"));
@@ -128,7 +128,7 @@ TEST(Refusal, OneItem_RunContinues) {
     world.ExpectRun(Refused(L"~\\Store\\") + BackedUp(L"~\\a.txt"));
 }
 
-TEST(ImpossibleCopyName, OfADriveIsRefusedWithoutMakingAnything) {
+TEST(ImpossibleCopyName, DriveAsItem_IsRefused) {
     // The destination lies on another drive than the item.
     EngineFixture world;
     const std::wstring drive = world.Path().substr(0, 1) == L"Z" ? L"C:" : L"Z:";
@@ -141,7 +141,7 @@ TEST(ImpossibleCopyName, OfADriveIsRefusedWithoutMakingAnything) {
     }
 }
 
-TEST(MissingItem, WithAMaskIsReportedLikeAnyOther) {
+TEST(MissingItem, Mask_IsReportedAsMissing) {
     EngineFixture world;
     world.tree.File(L"Work\\a.txt", "a", Day(1));
     for (const wchar_t* mask : {L"*.txt", L"a*", L"a?.txt*", L"a?.txt", L"<a>", L"a|b.txt"}) {
@@ -152,7 +152,7 @@ TEST(MissingItem, WithAMaskIsReportedLikeAnyOther) {
     EXPECT_EQ(ReadTree(world.Store()), Tree());
 }
 
-TEST(MissingItem, OfAStreamIsReportedLikeAnyOther) {
+TEST(MissingItem, Stream_IsReportedAsMissing) {
     EngineFixture world;
     world.tree.File(L"a.txt", "a", Day(1));
     world.ListText(L"BackupTo: ~\\Store\r\n~\\a.txt:stream\r\n");
@@ -161,7 +161,7 @@ TEST(MissingItem, OfAStreamIsReportedLikeAnyOther) {
 }
 
 // The copy's name begins with a folder that is longer than any disk takes.
-TEST(ImpossibleCopyName, WithATooLongFolderIsRefused) {
+TEST(ImpossibleCopyName, FolderNameIsTooLong_IsRefused) {
     EngineFixture world;
     const std::wstring item =
         L"a." + std::wstring(120, L'X') + L"\\" + std::wstring(130, L'n') + L"\\";

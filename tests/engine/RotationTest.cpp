@@ -26,7 +26,7 @@ void MakeNewItem(EngineFixture& world) {
                         world.ansi.Encode(world.Path()) + "\r\n");
 }
 
-TEST(Rotation, ShiftsTheSeriesAndDropsTheOldest) {
+TEST(Rotation, MovesTheSeriesAndRemovesTheOldest) {
     EngineFixture world;
     world.List({L"a.txt"}, 3);
     for (int step = 1; step <= 5; ++step) {
@@ -37,7 +37,7 @@ TEST(Rotation, ShiftsTheSeriesAndDropsTheOldest) {
               (Listing{{L"a«0001».txt", "5"}, {L"a«0002».txt", "4"}, {L"a«0003».txt", "3"}}));
 }
 
-TEST(Rotation, WithOneCopyReplacesIt) {
+TEST(Rotation, CountIsOne_ReplacesTheCopy) {
     EngineFixture world;
     world.List({L"a.txt", L"Work\\"}, 1);
     for (int step = 1; step <= 3; ++step) {
@@ -50,7 +50,7 @@ TEST(Rotation, WithOneCopyReplacesIt) {
               (Listing{{L"a«0001».txt", "3"}, {L"Work«0001»", kFolder}, {L"Work«0001»\\3", "w"}}));
 }
 
-TEST(Rotation, WithoutACountIsRefusedAndCopyOneReplaced) {
+TEST(Rotation, CountIsZero_IsReportedAndCopyOneReplaced) {
     for (const int count : {0, -1, -32768}) {
         EngineFixture world;
         MakeCopies(world, {1, 2, 3});
@@ -65,7 +65,7 @@ TEST(Rotation, WithoutACountIsRefusedAndCopyOneReplaced) {
     }
 }
 
-TEST(Rotation, WithoutACountKeepsCopyOneWhenTheNewOneFails) {
+TEST(Rotation, CountIsZero_NewCopyFails_KeepsCopyOne) {
     EngineFixture world;
     MakeCopies(world, {1, 2});
     MakeNewItem(world);
@@ -98,7 +98,7 @@ TEST(Rotation, MovesEveryCopyAcrossAGap) {
                                        {L"a«0006».txt", "5"}}));
 }
 
-TEST(Rotation, WithoutCopyOneStillMovesTheOthers) {
+TEST(Rotation, NoCopyOne_MovesTheOthers) {
     EngineFixture world;
     MakeCopies(world, {2, 3});
     MakeNewItem(world);
@@ -107,7 +107,7 @@ TEST(Rotation, WithoutCopyOneStillMovesTheOthers) {
     EXPECT_EQ(world.Copies(), (Listing{{L"a«0001».txt", "new"}, {L"a«0003».txt", "2"}}));
 }
 
-TEST(Rotation, LeavesCopiesAboveALoweredCountAlone) {
+TEST(Rotation, LoweredCount_KeepsTheCopiesAboveIt) {
     EngineFixture world;
     MakeCopies(world, {1, 2, 3, 4, 5});
     MakeNewItem(world);
@@ -120,7 +120,7 @@ TEST(Rotation, LeavesCopiesAboveALoweredCountAlone) {
                                        {L"a«0005».txt", "5"}}));
 }
 
-TEST(Rotation, FillsUpToARaisedCount) {
+TEST(Rotation, RaisedCount_KeepsMoreCopies) {
     EngineFixture world;
     MakeCopies(world, {1, 2});
     MakeNewItem(world);
@@ -130,7 +130,7 @@ TEST(Rotation, FillsUpToARaisedCount) {
               (Listing{{L"a«0001».txt", "new"}, {L"a«0002».txt", "1"}, {L"a«0003».txt", "2"}}));
 }
 
-TEST(Rotation, GoesBeyondNinetyNineCopies) {
+TEST(Rotation, AcceptsMoreThan99Copies) {
     EngineFixture world;
     MakeCopies(world, {1, 99, 100});
     MakeNewItem(world);
@@ -142,7 +142,7 @@ TEST(Rotation, GoesBeyondNinetyNineCopies) {
                                        {L"a«00101».txt", "100"}}));
 }
 
-TEST(Rotation, LeavesCommentsWhereTheyAre) {
+TEST(Rotation, DoesNotMoveComments) {
     EngineFixture world;
     world.List({L"a.txt"});
     for (int step = 1; step <= 3; ++step) {
@@ -158,7 +158,7 @@ TEST(Rotation, LeavesCommentsWhereTheyAre) {
     EXPECT_FALSE(Exists(world.Store(L"a«0003».txt.vwc")));
 }
 
-TEST(Rotation, KeepsOtherItemsAndLocationsApart) {
+TEST(Rotation, DoesNotMoveOtherItemsAndLocations) {
     EngineFixture world;
     MakeCopies(world, {1, 2, 3});
     MakeNewItem(world);
@@ -177,7 +177,7 @@ TEST(Rotation, KeepsOtherItemsAndLocationsApart) {
                                        {L"a«0021».txt", "safety copy"}}));
 }
 
-TEST(Rotation, SharesTheSeriesOfAFileAndAFolderOfOneName) {
+TEST(Rotation, FileAndFolderOfOneName_ShareASeries) {
     EngineFixture world;
     world.tree.File(L"Work\\a.txt", "folder", Day(1));
     world.List({L"Work\\"});
@@ -200,7 +200,7 @@ TEST(Rotation, SharesTheSeriesOfAFileAndAFolderOfOneName) {
                                        {L"Work«0003»\\a.txt", "folder"}}));
 }
 
-TEST(Rotation, DropsAFolderCopyWithReadOnlyFilesInIt) {
+TEST(Rotation, RemovesAFolderCopyWithReadOnlyFiles) {
     EngineFixture world;
     world.List({L"Work\\"}, 1);
     world.tree.File(L"Work\\Sub\\a.txt", "1", Day(1));
@@ -214,7 +214,7 @@ TEST(Rotation, DropsAFolderCopyWithReadOnlyFilesInIt) {
 // A copy somewhere in the series is held by another program: nothing of the item changes.
 class HeldCopy : public testing::TestWithParam<int> {};
 
-TEST_P(HeldCopy, UndoesTheRotationAndGivesTheItemUp) {
+TEST_P(HeldCopy, AnyCopyInUse_RotationIsUndoneAndItemFails) {
     EngineFixture world;
     MakeCopies(world, {1, 2, 3, 4});
     MakeNewItem(world);
@@ -244,7 +244,7 @@ TEST_P(HeldCopy, UndoesTheRotationAndGivesTheItemUp) {
 
 INSTANTIATE_TEST_SUITE_P(OfTheSeries, HeldCopy, testing::Values(1, 2, 3));
 
-TEST(Rotation, ThatFailsDoesNotKeepTheRunFromTheNextItem) {
+TEST(Rotation, CopyInUse_NextItemIsBackedUp) {
     EngineFixture world;
     MakeCopies(world, {1});
     MakeNewItem(world);
@@ -256,7 +256,7 @@ TEST(Rotation, ThatFailsDoesNotKeepTheRunFromTheNextItem) {
                     BackedUp(L"~\\b.txt"));
 }
 
-TEST(Rotation, TakesNoNoticeOfAHeldCopyBeyondTheCount) {
+TEST(Rotation, CopyAboveTheCountInUse_HasNoEffect) {
     EngineFixture world;
     MakeCopies(world, {1, 2, 3, 4});
     MakeNewItem(world);
@@ -265,7 +265,7 @@ TEST(Rotation, TakesNoNoticeOfAHeldCopyBeyondTheCount) {
     world.ExpectRun(BackedUp(L"~\\a.txt"));
 }
 
-TEST(Rotation, ThatFailsWithoutACopyOneStillMakesIt) {
+TEST(Rotation, NoCopyOneAndCopyInUse_MakesCopyOne) {
     EngineFixture world;
     MakeCopies(world, {2, 3});
     MakeNewItem(world);
@@ -277,7 +277,7 @@ TEST(Rotation, ThatFailsWithoutACopyOneStillMakesIt) {
               (Listing{{L"a«0001».txt", "new"}, {L"a«0002».txt", "2"}, {L"a«0003».txt", "3"}}));
 }
 
-TEST(RenamePackages, ShiftsTheCopiesByItself) {
+TEST(RenamePackages, MovesTheCopiesWithoutABackup) {
     EngineFixture world;
     MakeCopies(world, {1, 2, 3});
     world.state.copiesCount = 3;
@@ -288,7 +288,7 @@ TEST(RenamePackages, ShiftsTheCopiesByItself) {
     EXPECT_EQ(world.Copies(), (Listing{{L"a«0002».txt", "1"}, {L"a«0003».txt", "2"}}));
 }
 
-TEST(RenamePackages, WithoutCopiesDoesNothing) {
+TEST(RenamePackages, NoCopies_ChangesNothing) {
     EngineFixture world;
     bool moved = false;
     world.With([&](CPackage& engine) { moved = engine.RenamePackages(world.Path(L"a.txt"), 0); });
@@ -308,7 +308,7 @@ TEST(RenamePackages, CountOfZero_IsReported) {
     EXPECT_EQ(world.Copies(), (Listing{{L"a«0001».txt", "1"}}));
 }
 
-TEST(RenamePackages, TakesTheCopiesOfTheGivenLocation) {
+TEST(RenamePackages, MovesTheCopiesOfTheGivenLocationOnly) {
     EngineFixture world;
     MakeCopies(world, {1});
     world.tree.File(L"Store\\a«0701».txt", "seven");
@@ -317,7 +317,7 @@ TEST(RenamePackages, TakesTheCopiesOfTheGivenLocation) {
     EXPECT_EQ(world.Copies(), (Listing{{L"a«0001».txt", "1"}, {L"a«0702».txt", "seven"}}));
 }
 
-TEST(RenamePackages, WithTheLargestCountEnds) {
+TEST(RenamePackages, LargestCount_MovesTheCopies) {
     EngineFixture world;
     MakeCopies(world, {1, 2});
     world.state.copiesCount = std::numeric_limits<std::int16_t>::max();

@@ -169,7 +169,7 @@ TEST_F(Scanner, HoldsTheFileThatARestoreReplaces_ItIsRestored) {
     EXPECT_EQ(ReadBytes(world.Path(L"a.txt")), "1");
 }
 
-TEST_F(Scanner, IsNotWaitedForAfterACancel) {
+TEST_F(Scanner, Cancel_EndsTheWait) {
     Version(1);
     EXPECT_EQ(world.Run().exitCode, 0);
     Version(2);

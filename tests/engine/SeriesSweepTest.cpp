@@ -103,7 +103,7 @@ TEST_P(SeriesSweep, KeepsCommentsAndSeriesWithTheirItems) {
 }
 
 // Another program puts a copy and its comment into a place while the run works.
-TEST(SeriesOfTwoOwners, KeepTheirComments) {
+TEST(SeriesOfTwoOwners, AnotherProgramAddsACopy_CommentsStayWithTheirCopies) {
     for (int n = 1;; ++n) {
         EngineFixture world;
         DestinationChecker checker(world.Store());

@@ -111,7 +111,7 @@ TEST(FreeSpaceOfAFolder, NamedLikeACopy_CountsItsFiles) {
     EXPECT_EQ(world.Copies(), Listing{});
 }
 
-TEST(Yields, AfterEverySubFolder) {
+TEST(Yields, SubFolder_YieldsAfterEach) {
     EngineFixture world;
     for (int i = 0; i < 5; ++i) world.tree.Folder(L"Work\\" + std::to_wstring(i));
     world.List({L"Work\\"});

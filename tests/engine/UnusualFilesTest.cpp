@@ -100,7 +100,7 @@ TEST_F(SpecialItems, MoreThanAGigabyteInTheCloud_IsAskedForInAWindow) {
     EXPECT_TRUE(Has(world_.Run(), L"Backing: ~\\Work\\"));
 }
 
-TEST_F(SpecialItems, UpToAGigabyteOrInASilentRun_NobodyIsAsked) {
+TEST_F(SpecialItems, UpToAGigabyteOrInASilentRun_AsksNothing) {
     IsInCloud(L"a.txt", kGiB);
     world_.drive.freeBytes[world_.Store()] = 100 * kGiB;
     world_.state.silentRun = false;
