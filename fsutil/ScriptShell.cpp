@@ -14,7 +14,7 @@ namespace {
 
 // A value that crosses to an object; freed at the end.
 struct Variant : VARIANT {
-    Variant() noexcept { VariantInit(this); }
+    Variant() noexcept : VARIANT{} {}
     explicit Variant(int number) noexcept : Variant() {
         vt = VT_I4;
         lVal = number;

@@ -41,11 +41,10 @@ void StartLinkHandler(std::wstring_view pathOrAddress) {
     startup.cb = sizeof(startup);
     startup.dwFlags = STARTF_USESHOWWINDOW;
     startup.wShowWindow = SW_SHOWNORMAL;
+    // Both handles stay null when it cannot be started.
     PROCESS_INFORMATION process{};
-    if (CreateProcessW(program.c_str(), command.data(), nullptr, nullptr, FALSE, 0, nullptr,
-                       nullptr, &startup, &process) == 0) {
-        return;
-    }
+    CreateProcessW(program.c_str(), command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
+                   &startup, &process);
     const KernelHandle processHandle(process.hProcess);
     const KernelHandle threadHandle(process.hThread);
 }
