@@ -76,8 +76,6 @@ bool CollisionCheck::HoldsCopyOfOther(const std::wstring& place) {
     const bool isTop = EqualNoCase(MFileDosShell::CFileLocation(place), session_.Target());
     if (!session_->MayContain(place)) return false;
     if (isTop ? session_->MayContain(comment) : session_.Contains(comment)) return false;
-    const auto facts = Stat(place);
-    if (!facts || !facts->isFolder) return false;
     std::wstring name = place.substr(session_.Target().size() + 1);
     name = CommentStore::FileOf(name.substr(0, name.find(L'\u00AB')));
     bool found = false;
