@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <set>
 
 #include "platform/RuntimeError.h"
 #include "platform/Utf8.h"
@@ -342,6 +343,30 @@ TEST(BackupPath, FailedSafetyCopy_KeepsWhatWasInItsPlace) {
     EXPECT_EQ(result.exitCode, error_number::kPermissionDenied);
     world.files.Heal();
     EXPECT_EQ(world.Copies(), (Listing{{L"a«0021».txt", "old"}}));
+}
+
+TEST(BackupRun, FoldersWithoutFiles_YieldsAfterEach) {
+    for (const bool readable : {true, false}) {
+        EngineFixture world;
+        constexpr int kFolders = 5;
+        world.tree.File(L"Work\\a.txt", "a", Day(1));
+        for (int i = 0; i < kFolders; ++i) world.tree.Folder(L"Work\\" + std::to_wstring(i));
+        world.List({L"Work\\"});
+        bool copying = false;
+        const OperationFilter isSubFolder = [&](const FileOperation& operation) {
+            if (operation.call == FileCall::Copy) copying = true;
+            return copying && operation.call == FileCall::List &&
+                   operation.path.starts_with(world.Path(L"Work\\"));
+        };
+        if (!readable) world.files.FailFrom(1, error_number::kPermissionDenied, isSubFolder);
+        std::set<int> yields;
+        world.files.OnOperation([&](const FileOperation& operation) {
+            if (isSubFolder(operation)) yields.insert(world.pump.Yields());
+        });
+        world.Run();
+        // Between two folders there is a yield.
+        EXPECT_EQ(yields.size(), static_cast<std::size_t>(kFolders)) << readable;
+    }
 }
 
 }  // namespace

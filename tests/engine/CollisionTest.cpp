@@ -169,5 +169,38 @@ TEST(NameOfACopy, MayBecomeAComment_FolderIsRefused) {
     EXPECT_FALSE(Exists(world.Store(L"Notes«0001».vwc")));
 }
 
+TEST(CopyWithoutAComment, HoldsNestedCopyDeeper_IsRefused) {
+    EngineFixture world;
+    world.tree.File(L"Work.old\\Sub\\Deep\\Data\\z.txt", "z", Day(1));
+    world.List({L"Work.old\\Sub\\Deep\\Data\\"});
+    world.Run();
+    const Tree before = ReadTree(world.Store());
+    world.tree.File(L"Data.old\\y.txt", "y", Day(2));
+    world.List({L"Data.old\\"});
+    world.ExpectRun(Refused(L"~\\Data.old\\"));
+    EXPECT_EQ(ReadTree(world.Store()), before);
+}
+
+TEST(CopyWithoutAComment, IsSearched_WindowsKeepWorking) {
+    EngineFixture world;
+    constexpr int kFiles = 20;
+    for (int i = 0; i < kFiles; ++i) {
+        world.tree.File(L"Store\\Data«0001».old\\" + std::to_wstring(i), "x", Day(1));
+    }
+    world.tree.File(L"Data.old\\y.txt", "y", Day(2));
+    world.List({L"Data.old\\"});
+    // The yields between the listing of the folder and the next operation.
+    int before = -1;
+    int during = -1;
+    world.files.OnOperation([&](const FileOperation& operation) {
+        if (before >= 0 && during < 0) during = world.pump.Yields() - before;
+        if (operation.call == FileCall::List && operation.path == world.Store(L"Data«0001».old")) {
+            before = world.pump.Yields();
+        }
+    });
+    world.Run();
+    EXPECT_GE(during, kFiles);
+}
+
 }  // namespace
 }  // namespace vw::test

@@ -211,5 +211,12 @@ TEST(CopyFolderOf, NestedCopy_IsTheFolderOfTheMarks) {
     EXPECT_EQ(CopyFolderOf(L"a\u00AB0001\u00BB.txt"), L"");
 }
 
+TEST(FindCopyMark, NameWithoutACompleteMark_HasNone) {
+    const std::wstring_view name = L"a\u00AB0001\u00BB";
+    EXPECT_TRUE(FindCopyMark(name));
+    EXPECT_FALSE(FindCopyMark(name.substr(0, name.size() - 1)));
+    EXPECT_FALSE(FindCopyMark(L"\u00ABvieux\u00BB"));
+}
+
 }  // namespace
 }  // namespace vw

@@ -327,5 +327,49 @@ TEST(ChangingSource, ReplacedByAShorterFile_CopyCounts) {
     EXPECT_EQ(ReadBytes(world.Store(L"a«0001».txt")), "short");
 }
 
+// What a failed copy left is held, so that it cannot be removed yet when its item comes once more.
+TEST(FailedCopy, RemainderIsHeld_NextCopyOfTheRunRemovesIt) {
+    EngineFixture world;
+    world.tree.File(L"a.txt", "12345678", Day(1));
+    world.List({L"a.txt", L"a.txt"});
+    FileHandle held;
+    int copies = 0;
+    int checked = 0;
+    world.files.OnOperation([&](const FileOperation& operation) {
+        if (operation.call == FileCall::Copy) ++copies;
+        const Lines& events = world.host.events;
+        if (std::count(events.begin(), events.end(), L"started ~\\a.txt") == 2) held.Reset();
+        if (copies == 1 && checked == 0 && operation.call == FileCall::Stat &&
+            operation.path.find(L".vwnew-") != std::wstring::npos) {
+            ++checked;
+            world.tree.File(operation.path.substr(world.Path().size() + 1), "1234");
+            held = HoldInPlace(operation.path);
+        }
+    });
+    const RunResult result = world.Run();
+    EXPECT_EQ(result.errors.size(), 1U) << Joined(result.lines);
+    EXPECT_EQ(copies, 2);
+    EXPECT_EQ(world.Copies(), (Listing{{L"a«0001».txt", "12345678"}}));
+}
+
+// The disk cuts a file short and cannot list the folder: that is one failure, and no copy.
+TEST(FailedCopy, OnlyFileIsCutShortUnlisted_MakesNoCopy) {
+    EngineFixture world;
+    world.tree.File(L"Work\\a.txt", "12345678", Day(1));
+    world.List({L"Work\\"});
+    const OperationFilter isListing = [](const FileOperation& operation) {
+        return operation.call == FileCall::List &&
+               operation.path.find(L".vwnew-") != std::wstring::npos &&
+               operation.path.ends_with(L'\\');
+    };
+    world.files.FailNth(1, error_number::kDeviceError, isListing);
+    world.files.OnOperation([&](const FileOperation& operation) {
+        if (isListing(operation)) world.tree.File(operation.path + L"a.txt", "1234");
+    });
+    const RunResult result = world.Run();
+    EXPECT_EQ(result.errors.size(), 1U) << Joined(result.lines);
+    EXPECT_EQ(world.Copies(), Listing());
+}
+
 }  // namespace
 }  // namespace vw::test

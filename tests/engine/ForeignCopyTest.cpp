@@ -281,5 +281,47 @@ TEST(GapInASeries, NoEntryOfARun_IsRotatedAsUsual) {
     EXPECT_EQ(world.Copies(), (Listing{{L"a«0002».txt", "3"}}));
 }
 
+// Copy 3 has left, and copy 2 has become copy 3. Returns the entry that left.
+std::wstring CutOffRotation(EngineFixture& world) {
+    world.List({L"a.txt"}, 3);
+    world.tree.File(L"a.txt", "3", Day(3));
+    world.Run();
+    world.tree.File(L"Store\\a«0003».txt", "2");
+    const WorkingName left{WorkingState::Old, NameKey(world.Path(L"a.txt")),
+                           NameKey(world.Store(L"a«0003».txt")), 0, DeadProcess()};
+    std::wstring entry = FormatWorkingName(left, L"a");
+    world.tree.File(L"Store\\" + entry, "1");
+    return entry;
+}
+
+// While a copy is held the entry that left stays: without it the next run would rotate once more.
+TEST(RotationThatWasCutOff, CopyIsHeld_IsCompletedByALaterRun) {
+    EngineFixture world;
+    const std::wstring entry = CutOffRotation(world);
+    world.tree.Remove(L"a.txt");
+    world.drive.held = {world.Store(L"a«0001».txt")};
+    EXPECT_NE(world.Run().exitCode, 0);
+    EXPECT_EQ(LeftOvers(world), Lines{entry});
+    world.drive.held.clear();
+    world.Run();
+    EXPECT_EQ(world.Copies(), (Listing{{L"a«0002».txt", "3"}, {L"a«0003».txt", "2"}}));
+}
+
+// The entry that left is removed when the rotation is complete, not only at the end of the run.
+TEST(RotationThatWasCutOff, CancelOnceItIsComplete_LeavesNoEntry) {
+    EngineFixture world;
+    CutOffRotation(world);
+    world.tree.File(L"a.txt", "4", Day(4));
+    world.tree.File(L"Store\\" + LeftOverName(world, WorkingState::Ready, L"a.txt", DeadProcess(),
+                                              MakeDate(Day(4))),
+                    "4");
+    world.files.OnOperation([&](const FileOperation& operation) {
+        if (operation.to == world.Store(L"a«0001».txt")) world.state.cancel.Request();
+    });
+    EXPECT_EQ(world.Run().exitCode, error_number::kCancelled);
+    EXPECT_EQ(world.Copies(),
+              (Listing{{L"a«0001».txt", "4"}, {L"a«0002».txt", "3"}, {L"a«0003».txt", "2"}}));
+}
+
 }  // namespace
 }  // namespace vw::test

@@ -286,5 +286,54 @@ TEST(EndOfTheSession, DuringACopy_LeavesNoPartialCopy) {
     EXPECT_TRUE(IsWhole(world));
 }
 
+TEST(IncompleteCopy, FileOfSameSizeOrSameDateDiffers_IsMadeAnew) {
+    struct Row {
+        const char* content;
+        int day;
+    };
+    for (const Row row : {Row{"9!", 2}, Row{"longer", 4}}) {
+        EngineFixture world;
+        world.List({L"Work\\"});
+        MakeWork(world, 4);
+        CancelledRun(world, L"b.txt");
+        ASSERT_TRUE(IsMarked(world));
+        world.tree.File(L"Store\\Work«0001»\\a.txt", row.content, Day(row.day));
+        EXPECT_EQ(world.Run().exitCode, 0);
+        EXPECT_TRUE(IsWhole(world)) << row.content;
+    }
+}
+
+TEST(IncompleteCopy, WholeOneIsReady_TakesItsPlace) {
+    EngineFixture world;
+    world.List({L"Work\\"});
+    MakeWork(world, 1);
+    CancelledRun(world, L"b.txt");
+    ASSERT_TRUE(IsMarked(world));
+    const std::wstring ready =
+        LeftOverName(world, WorkingState::Ready, L"Work\\", DeadProcess(), MakeDate(Day(2)));
+    world.tree.File(L"Store\\" + ready + L"\\a.txt", "whole", Day(2));
+    world.tree.Remove(L"Work");
+    world.tree.File(L"Work\\a.txt", "whole", Day(2));
+    world.ExpectRun(Lines{L"Completed an interrupted copy: ~\\Work\\"} + NoChange(kItem));
+    EXPECT_EQ(world.Copies(), (Listing{{L"Work«0001»", kFolder}, {L"Work«0001»\\a.txt", "whole"}}));
+}
+
+TEST(IncompleteCopy, IsReadyAndFinished_IsReported) {
+    EngineFixture world;
+    world.List({L"Work\\"});
+    world.tree.File(L"Work\\a.txt", "a", Day(1));
+    world.tree.File(L"Work\\b.txt", "b", Day(1));
+    const std::wstring path = world.Path(L"Work\\");
+    const WorkingName ready{
+        WorkingState::Ready,      NameKey(path), NameKey(world.Store(L"Work«0001»")),
+        MakeDate(Day(1)),         DeadProcess(), MakeDate(Day(1)),
+        Completeness::MissesFiles};
+    world.tree.File(L"Store\\" + FormatWorkingName(ready, L"Work") + L"\\a.txt", "a", Day(1));
+    world.ExpectRun(Lines{L"Completed an interrupted copy: ~\\Work\\",
+                          L"Files are missing, copy 1 is incomplete: ~\\Work\\"} +
+                    BackedUp(kItem, {L"~\\Work\\b.txt"}));
+    EXPECT_TRUE(IsWhole(world));
+}
+
 }  // namespace
 }  // namespace vw::test

@@ -2,6 +2,7 @@
 
 #include "platform/RuntimeError.h"
 #include "tests/engine/EngineFixture.h"
+#include "tests/engine/LeftOvers.h"
 #include "tests/support/WineBridge.h"
 
 namespace vw::test {
@@ -173,6 +174,21 @@ TEST(ImpossibleCopyName, FolderNameIsTooLong_IsRefused) {
         EXPECT_EQ(result.errors[0].number, error_number::kBadName);
         EXPECT_EQ(ReadTree(world.Store()), Tree());
     }
+}
+
+// Another drive letter may lead to the destination: the copy in the making comes up in its source.
+TEST(Refusal, CopyMeetsItselfInItsSource_IsReported) {
+    EngineFixture world;
+    world.tree.File(L"Work\\a.txt", "a", Day(1));
+    world.tree.Folder(L"Work\\Sub\\" +
+                      LeftOverName(world, WorkingState::New, L"Work\\", ThisProcess()));
+    world.List({L"Work\\"});
+    const RunResult result = world.Run();
+    EXPECT_EQ(result.exitCode, error_number::kAccessError);
+    EXPECT_EQ(Joined(result.lines),
+              Joined(Lines{L"Backing: ~\\Work\\", L"* Backing: ~\\Work\\a.txt"} +
+                     Refused(L"~\\Work\\") + kDone));
+    EXPECT_EQ(world.Copies(), Listing());
 }
 
 }  // namespace
