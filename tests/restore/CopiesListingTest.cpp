@@ -95,5 +95,16 @@ TEST_F(CopiesListing, ClickOnAnItem_MakesItsRowVisible) {
     EXPECT_GT(top + page, last);
 }
 
+TEST_F(CopiesListing, ClickOnTheFirstItem_MakesItsRowVisible) {
+    for (int i = 100; i < 180; ++i) CopyFile(L"f" + std::to_wstring(i) + L"«0001».txt");
+    browser.ListRestoreFiles();
+    browser.Items().Select(0);
+    browser.Items().EnsureVisible(browser.Items().Count() - 1);
+    const HWND items = browser.Items().Handle();
+    ASSERT_GT(SendMessageW(items, LVM_GETTOPINDEX, 0, 0), 0);
+    browser.lsvRestore1ItemClick(0);
+    EXPECT_EQ(SendMessageW(items, LVM_GETTOPINDEX, 0, 0), 0);
+}
+
 }  // namespace
 }  // namespace vw::test

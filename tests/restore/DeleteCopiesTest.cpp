@@ -170,5 +170,35 @@ TEST_F(Restore, DeletingCopiesBelowAFolderWithAPointLeavesNoFolders) {
     EXPECT_EQ(ReadTree(vault).size(), 4U) << "Report's three copies and its comment";
 }
 
+// The comment moves with the copies of its item: another place means another item.
+TEST_F(Restore, DeleteCopy_CommentNamesOtherPlace_DeletesNothing) {
+    const std::string comment = ReadBytes(vault + L"\\Report«0001».doc.vwc");
+    const std::string place = world.ansi.Encode(tree.Path(L"Docs"));
+    const std::size_t at = comment.find(place);
+    ASSERT_NE(at, std::string::npos);
+    SelectCopy(L"N02");
+    world.boxes.Expect(L"[N02]", BoxAnswer::Yes);
+    world.boxes.OnBox([&] {
+        tree.File(vault + L"\\Report«0001».doc.vwc",
+                  std::string(comment).replace(at, place.size(), place + "2"));
+    });
+    commands.mnuDelCopyClick();
+    EXPECT_EQ(world.errors.TakeOne().number, error_number::kFileNotFound);
+    EXPECT_EQ(ReadBytes(vault + L"\\Report«0002».doc"), "state 2");
+}
+
+TEST_F(Restore, DeleteOnlyCopy_ItChanged_KeepsTheSelection) {
+    const std::wstring zeta = tree.File(L"Docs\\Zeta.txt", "zeta");
+    BackUp(zeta);
+    browser.ListRestoreFiles();
+    SelectItem(L"Zeta");
+    SelectCopy(L"N01");
+    world.boxes.Expect(L"[N01]", BoxAnswer::Yes);
+    world.boxes.OnBox([this] { tree.File(vault + L"\\Zeta«0001».txt", "longer than it was"); });
+    commands.mnuDelCopyClick();
+    EXPECT_EQ(world.errors.TakeOne().number, error_number::kFileNotFound);
+    EXPECT_EQ(browser.Items().SubItem(browser.Items().Selected(), L"Name"), L"Zeta");
+}
+
 }  // namespace
 }  // namespace vw::test
