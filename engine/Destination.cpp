@@ -42,6 +42,7 @@ bool Destination::TryEnter() {
 void Destination::Scan() {
     std::vector<std::wstring> leftOvers;
     system_.files.List(place_, [&](const FolderEntry& entry) {
+        system_.pump.ProcessMessagesIfDue();
         if (entry.name.starts_with(kLockFileName)) return;
         entries_.insert(NameKey(entry.name));
         const auto name = ParseWorkingName(WithoutCommentExtension(entry.name));
@@ -59,7 +60,6 @@ void Destination::Scan() {
         } else {
             leftOvers.emplace_back(entry.name);
         }
-        system_.pump.ProcessMessagesIfDue();
     });
     for (const std::wstring& name : leftOvers) Clean(name);
 }

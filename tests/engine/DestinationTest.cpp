@@ -156,5 +156,23 @@ TEST(Destination, KeepsForeignFiles) {
                                        {L"a«0001».txt", "1"}}));
 }
 
+TEST(Destination, ManyEntries_YieldsAfterEachWhileItIsListed) {
+    EngineFixture world;
+    constexpr int kEntries = 20;
+    for (int i = 0; i < kEntries; ++i) world.tree.File(L"Store\\" + std::to_wstring(i), "x");
+    world.tree.File(L"a.txt", "a", Day(1));
+    world.List({L"a.txt"});
+    int before = -1;
+    int during = -1;
+    world.files.OnOperation([&](const FileOperation& operation) {
+        if (before >= 0 && during < 0) during = world.pump.Yields() - before;
+        if (operation.call == FileCall::List && operation.path == world.Store()) {
+            before = world.pump.Yields();
+        }
+    });
+    world.Run();
+    EXPECT_GE(during, kEntries);
+}
+
 }  // namespace
 }  // namespace vw::test
