@@ -256,5 +256,19 @@ TEST(Cancel, AtAnyYield_IsReportedAndLosesNothing) {
     EXPECT_GT(yields, 20);
 }
 
+TEST(Cancel, SafetyCopyOfAFolder_MakesNoCopy) {
+    EngineFixture world;
+    const std::wstring item = world.tree.Folder(L"Work") + L"\\";
+    world.tree.File(L"Work\\a.txt", "a", Day(1));
+    world.tree.File(L"Work\\b.txt", "b", Day(1));
+    const std::wstring safety = world.Store(L"Work«0021»");
+    world.files.OnOperation([&](const FileOperation& operation) {
+        if (operation.call == FileCall::Copy) world.state.cancel.Request();
+    });
+    world.With([&](CPackage& engine) { engine.BackupPath(item, 0, true, true, safety); });
+    EXPECT_EQ(world.Copies(), Listing());
+    EXPECT_EQ(world.Comments(), std::set<std::wstring>());
+}
+
 }  // namespace
 }  // namespace vw::test

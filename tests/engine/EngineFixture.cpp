@@ -66,6 +66,11 @@ void RecordingHost::OnItem(ItemEvent event, std::wstring_view path, const ItemSi
     events.push_back(Short(line));
 }
 
+void RecordingHost::OnItemStats(std::wstring_view path, std::uint64_t bytes, Date newest) {
+    totals.push_back(Short(path) + L" " + std::to_wstring(bytes) + L" bytes " +
+                     std::to_wstring(newest));
+}
+
 void RecordingHost::OnFileCopied(std::uint64_t bytes) {
     events.push_back(L"file " + std::to_wstring(bytes));
 }

@@ -50,6 +50,7 @@ class RecordingHost final : public ProgressReporter, public ProgramControl, publ
     void frmUnload() override { log.emplace_back(L"[frmUnload]"); }
     void DuringCopy() override { ++repaints; }
     void OnItem(ItemEvent event, std::wstring_view path, const ItemSize& size) override;
+    void OnItemStats(std::wstring_view path, std::uint64_t bytes, Date newest) override;
     void OnFileCopied(std::uint64_t bytes) override;
     [[noreturn]] void EndAtOnce() override;
     void Report(const Procedure& where, const RuntimeError& error) override;
@@ -61,6 +62,7 @@ class RecordingHost final : public ProgressReporter, public ProgramControl, publ
     std::vector<ShownMessage> messages;
     int repaints = 0;
     Lines events;  ///< what OnItem and OnFileCopied were called with
+    Lines totals;  ///< what OnItemStats was called with
 
   private:
     std::wstring root_;

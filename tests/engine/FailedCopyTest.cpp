@@ -371,5 +371,16 @@ TEST(FailedCopy, OnlyFileIsCutShortUnlisted_MakesNoCopy) {
     EXPECT_EQ(world.Copies(), Listing());
 }
 
+// The disk reports that the comment is written, and has nothing.
+TEST(FailedCopy, CommentIsMissingAfterwards_LeavesTheSeriesAlone) {
+    EngineFixture world;
+    MakeHistory(world);
+    world.List({L"a.txt"});
+    const Tree before = ReadTree(world.Store());
+    world.files.IgnoreNth(1, OnlyCalls({FileCall::Write}));
+    EXPECT_EQ(world.Run().exitCode, error_number::kDeviceError);
+    EXPECT_EQ(ReadTree(world.Store()), before);
+}
+
 }  // namespace
 }  // namespace vw::test

@@ -335,5 +335,24 @@ TEST(IncompleteCopy, IsReadyAndFinished_IsReported) {
     EXPECT_TRUE(IsWhole(world));
 }
 
+TEST(IncompleteCopy, WholeOneIsReadyAndHeldUp_IsGivenUp) {
+    EngineFixture world;
+    world.List({L"Work\\"});
+    MakeWork(world, 1);
+    world.Run();
+    world.drive.held = {world.Store(L"Work«0001»")};
+    MakeWork(world, 2);
+    world.Run();
+    const Lines ready = LeftOvers(world);
+    ASSERT_EQ(ready.size(), 1U);
+    MakeWork(world, 3);
+    {
+        const FileHandle locked = HoldOpen(world.Path(L"Work\\b.txt"));
+        world.Run();
+    }
+    EXPECT_EQ(LeftOvers(world), ready);
+    EXPECT_EQ(ReadBytes(world.Store(ready[0] + L"\\b.txt")), "2!");
+}
+
 }  // namespace
 }  // namespace vw::test

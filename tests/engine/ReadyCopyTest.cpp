@@ -387,5 +387,22 @@ TEST(RunOfAnotherComputer, StoppedAtAnyChange_ItsEntriesAreKept) {
     EXPECT_GE(points, 7);
 }
 
+TEST(LeftOverOfADeadProcess, FormerDestinationOrSingleItem_IsRemoved) {
+    for (const bool isSingle : {false, true}) {
+        EngineFixture world;
+        world.tree.Folder(L"Second");
+        const std::wstring item = world.tree.File(L"a.txt", "a", Day(1));
+        world.ListText(L"~\\a.txt\r\nBackupTo: ~\\Second\r\n~\\a.txt\r\n");
+        world.tree.File(
+            L"Store\\" + LeftOverName(world, WorkingState::Old, L"b.txt", DeadProcess()), "b");
+        if (isSingle) {
+            world.With([&](CPackage& engine) { engine.BackupItem(item); });
+        } else {
+            world.Run();
+        }
+        EXPECT_EQ(LeftOvers(world), Lines()) << isSingle;
+    }
+}
+
 }  // namespace
 }  // namespace vw::test

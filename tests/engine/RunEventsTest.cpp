@@ -74,5 +74,17 @@ TEST_F(RunEvents, MissingItem_KeepsItsCopiesWhenAsked) {
     EXPECT_EQ(run.lines, Missing(L"~\\a.txt") + Missing(L"~\\Work\\") + kDone);
 }
 
+TEST_F(RunEvents, FileFolderAndRule_ReportSizeAndDateOfAllTheyHold) {
+    world_.tree.File(L"Work\\a.txt", "12345", Day(1));
+    world_.tree.File(L"Work\\Sub\\b.txt", "123", Day(2));
+    world_.List({L"Work\\a.txt", L"Work\\", L"Work\\*", L"gone.txt"});
+    world_.Run();
+    const std::wstring first = std::to_wstring(MakeDate(Day(1)));
+    const std::wstring second = std::to_wstring(MakeDate(Day(2)));
+    EXPECT_EQ(world_.host.totals,
+              (Lines{L"~\\Work\\a.txt 5 bytes " + first, L"~\\Work\\ 8 bytes " + second,
+                     L"~\\Work 8 bytes " + second}));
+}
+
 }  // namespace
 }  // namespace vw::test
