@@ -314,5 +314,49 @@ TEST_F(Restore, CancelDuringSafetyCopy_OverwritesNothingAndSaysSo) {
     EXPECT_THAT(report, Not(testing::Contains(testing::HasSubstr(L"copy 1"))));
 }
 
+// Some disks report a success without an effect.
+TEST_F(Restore, DiskIgnoresTheLastStep_IsReported_NothingIsLeft) {
+    for (const bool isThere : {true, false}) {
+        if (isThere) {
+            world.boxes.Expect(kQuestion, BoxAnswer::Yes);
+        } else {
+            tree.Remove(L"Docs\\Report.doc");
+        }
+        const Tree before = ReadTree(tree.Path(L"Docs"));
+        SelectCopy(L"N02");
+        world.files.IgnoreNth(
+            1, [&](const FileOperation& operation) { return operation.to == document; });
+        commands.mnuRestoreClick();
+        const ToldError error = world.errors.TakeOne();
+        EXPECT_EQ(error.number, error_number::kDeviceError);
+        EXPECT_EQ(error.path, document);
+        EXPECT_EQ(ReadTree(tree.Path(L"Docs")), before);
+    }
+}
+
+TEST_F(Restore, DiskIgnoresAStepInAFolder_IsReported_RestIsThere) {
+    const std::wstring work = tree.Folder(L"Work");
+    for (const wchar_t* name : {L"a.txt", L"b.txt", L"c.txt"}) {
+        tree.File(L"Work\\" + std::wstring(name), "kept", {2024, 1, 1, 0, 0, 0});
+    }
+    BackUp(work + L"\\");
+    browser.ListRestoreFiles();
+    tree.Remove(L"Work\\a.txt");
+    tree.Remove(L"Work\\b.txt");
+    SelectItem(L"Work");
+    SelectCopy(L"N01");
+    world.boxes.Expect(L"", BoxAnswer::Yes);
+    const std::wstring ignored = work + L"\\a.txt";
+    world.files.IgnoreNth(1,
+                          [&](const FileOperation& operation) { return operation.to == ignored; });
+    commands.mnuRestoreClick();
+    const ToldError error = world.errors.TakeOne();
+    EXPECT_EQ(error.number, error_number::kDeviceError);
+    EXPECT_EQ(error.path, ignored);
+    std::vector<std::wstring> left;
+    for (const auto& [path, node] : ReadTree(work)) left.push_back(path);
+    EXPECT_THAT(left, testing::ElementsAre(L"b.txt", L"c.txt"));
+}
+
 }  // namespace
 }  // namespace vw::test
