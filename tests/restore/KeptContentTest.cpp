@@ -358,5 +358,15 @@ TEST_F(Restore, DiskIgnoresAStepInAFolder_IsReported_RestIsThere) {
     EXPECT_THAT(left, testing::ElementsAre(L"b.txt", L"c.txt"));
 }
 
+TEST_F(Restore, DiskCutsTheFileShort_IsReported_OldFileStays) {
+    const Tree before = ReadTree(tree.Path(L"Docs"));
+    SelectCopy(L"N02");
+    world.boxes.Expect(kQuestion, BoxAnswer::Yes);
+    world.files.TruncateNthCopy(1);
+    commands.mnuRestoreClick();
+    EXPECT_EQ(world.errors.TakeOne().number, error_number::kDeviceError);
+    EXPECT_EQ(ReadTree(tree.Path(L"Docs")), before);
+}
+
 }  // namespace
 }  // namespace vw::test
