@@ -3,6 +3,9 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
+#include <vector>
+
 #include "platform/RuntimeError.h"
 #include "tests/restore/RestoreFixture.h"
 
@@ -366,6 +369,30 @@ TEST_F(Restore, DiskCutsTheFileShort_IsReported_OldFileStays) {
     commands.mnuRestoreClick();
     EXPECT_EQ(world.errors.TakeOne().number, error_number::kDeviceError);
     EXPECT_EQ(ReadTree(tree.Path(L"Docs")), before);
+}
+
+TEST_F(Restore, FilesOfAFolder_YieldsBetweenThem) {
+    constexpr int kFiles = 5;
+    const std::wstring work = tree.Folder(L"Work");
+    for (int i = 0; i < kFiles; ++i) tree.File(L"Work\\" + std::to_wstring(i), "x");
+    BackUp(work + L"\\");
+    browser.ListRestoreFiles();
+    for (const bool isThere : {true, false}) {
+        tree.Remove(L"Work");
+        if (isThere) {
+            tree.Folder(L"Work");
+            world.boxes.Expect(L"", BoxAnswer::Yes);
+        }
+        SelectItem(L"Work");
+        SelectCopy(L"N01");
+        std::vector<int> yields;
+        world.files.OnOperation([&](const FileOperation& operation) {
+            if (operation.call == FileCall::Copy) yields.push_back(world.pump.Yields());
+        });
+        commands.mnuRestoreClick();
+        ASSERT_EQ(yields.size(), static_cast<std::size_t>(kFiles)) << isThere;
+        EXPECT_EQ(std::ranges::adjacent_find(yields), yields.end()) << isThere;
+    }
 }
 
 }  // namespace

@@ -50,5 +50,20 @@ TEST_F(RestoreNames, FolderWithAFileNamedAsTheTemporaryOne_ComesBackWhole) {
     }
 }
 
+TEST_F(RestoreNames, FileNamedAsTheTemporaryOneIsMissing_ComesBack) {
+    const std::wstring folder = tree.Path(L"Odd");
+    const std::wstring odd = tree.File(L"Odd\\~vwr0.tmp", "odd");
+    tree.File(L"Odd\\a.txt", "a");
+    BackUp(folder + L"\\");
+    browser.ListRestoreFiles();
+    tree.Remove(L"Odd\\~vwr0.tmp");
+    SelectItem(L"Odd");
+    SelectCopy(L"N01");
+    world.boxes.Expect(kQuestion, BoxAnswer::Yes);
+    commands.mnuRestoreClick();
+    EXPECT_EQ(ReadBytes(odd), "odd");
+    EXPECT_EQ(ReadTree(folder).size(), 2U);
+}
+
 }  // namespace
 }  // namespace vw::test
