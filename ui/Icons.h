@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstdint>
 #include <span>
+#include <vector>
 
 #include "platform/Handle.h"
 // The common controls' declarations need those of the window system first.
@@ -28,9 +30,10 @@ using ImageList = UniqueHandle<ImageListTraits>;
 /// size, or the one next to it stretched. Empty when there is no such icon.
 [[nodiscard]] IconHandle LoadPicture(int id, int pixels) noexcept;
 
-/// A copy of an icon in grey and half transparent, for what cannot be chosen now. Empty if GDI
-/// resources are exhausted.
-[[nodiscard]] IconHandle FadedPicture(HICON icon, int pixels);
+/// The pixels of such an icon: rows from the top, four bytes a pixel, which are blue, green, red
+/// and opacity from the lowest. Read from the resources, where that is much quicker than to make an
+/// icon. Empty when there is no such icon.
+[[nodiscard]] std::vector<std::uint32_t> PixelsOfIcon(int id, int pixels);
 
 /// An image list of these icons in this order, each half-way down a picture that is `height` pixels
 /// high. An icon that cannot be had leaves a gap, so that the others keep their positions.

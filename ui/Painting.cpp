@@ -116,21 +116,15 @@ Measure MeasureIn(HDC dc) {
 Buffered::Buffered(HDC dc, const RECT& area)
     : canvas_(dc),
       area_(area),
-      buffer_(CreateCompatibleDC(dc)),
-      picture_(CreateCompatibleBitmap(dc, std::max(1L, area.right - area.left),
-                                      std::max(1L, area.bottom - area.top))),
-      pictureBefore_(SelectObject(buffer_, picture_)) {
-    SetLayout(buffer_, 0);
-    SetViewportOrgEx(buffer_, -area.left, -area.top, nullptr);
-    SelectObject(buffer_, GetCurrentObject(dc, OBJ_FONT));
+      picture_(static_cast<int>(area.right - area.left), static_cast<int>(area.bottom - area.top)),
+      buffer_(picture_.Get()) {
+    SetViewportOrgEx(Canvas(), -area.left, -area.top, nullptr);
+    SelectObject(Canvas(), GetCurrentObject(dc, OBJ_FONT));
 }
 
 Buffered::~Buffered() {
     BitBlt(canvas_, area_.left, area_.top, area_.right - area_.left, area_.bottom - area_.top,
-           buffer_, area_.left, area_.top, SRCCOPY);
-    SelectObject(buffer_, pictureBefore_);
-    DeleteObject(picture_);
-    DeleteDC(buffer_);
+           Canvas(), area_.left, area_.top, SRCCOPY);
 }
 
 int LineStep(int lineHeight) noexcept { return lineHeight * 6 / 5; }

@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "platform/WindowsHeader.h"
+#include "ui/Bitmap.h"
 #include "ui/DisplayText.h"
 
 namespace vw {
@@ -85,14 +86,13 @@ class Buffered {
     Buffered(const Buffered&) = delete;
     Buffered& operator=(const Buffered&) = delete;
 
-    [[nodiscard]] HDC Canvas() const noexcept { return buffer_; }
+    [[nodiscard]] HDC Canvas() const noexcept { return buffer_.Get(); }
 
   private:
     HDC canvas_;
     RECT area_;
-    HDC buffer_;
-    HBITMAP picture_;
-    HGDIOBJ pictureBefore_;
+    Bitmap picture_;
+    BitmapDc buffer_;
 };
 
 }  // namespace vw

@@ -50,10 +50,10 @@ void PaintBackground(HDC dc, const RECT& area, COLORREF fill, COLORREF edge, int
     RoundRect(dc, area.left, area.top, area.right, area.bottom, rounding, rounding);
 }
 
-void PaintIcon(HDC dc, int left, int top, int pixels, HICON icon) {
+void PaintIcon(HDC dc, int left, int top, int pixels, const Picture& icon) {
     const Unmirrored upright(dc);
     const RECT place = upright.Turned({left, top, left + pixels, top + pixels});
-    DrawIconEx(dc, place.left, place.top, icon, pixels, pixels, 0, nullptr, DI_NORMAL);
+    icon.Draw(dc, static_cast<int>(place.left), static_cast<int>(place.top));
 }
 
 }  // namespace
@@ -187,21 +187,21 @@ std::optional<LRESULT> ToolBar::OnNotify(NMHDR& header) {
 }
 
 // Making a picture takes longer than painting it, and most buttons show one of the three.
-HICON ToolBar::PictureOf(std::size_t position, Look look) {
+const Picture& ToolBar::PictureOf(std::size_t position, Look look) {
     const ToolButtonData& button = data_.buttons[position];
     Pictures& pictures = icons_[position];
     const int pixels = Scaled(kIconSize, dpi_);
     if (look == Look::Accented) {
-        if (!pictures.accented) pictures.accented = LoadPicture(button.accentIcon, pixels);
-        return pictures.accented.Get();
+        if (pictures.accented.IsEmpty()) pictures.accented = Picture(button.accentIcon, pixels);
+        return pictures.accented;
     }
     const bool turned = language_ == Language::Arabic && button.arabicIcon != 0;
-    if (!pictures.normal) {
-        pictures.normal = LoadPicture(turned ? button.arabicIcon : button.icon, pixels);
+    if (pictures.normal.IsEmpty()) {
+        pictures.normal = Picture(turned ? button.arabicIcon : button.icon, pixels);
     }
-    if (look == Look::Normal) return pictures.normal.Get();
-    if (!pictures.faded) pictures.faded = FadedPicture(pictures.normal.Get(), pixels);
-    return pictures.faded.Get();
+    if (look == Look::Normal) return pictures.normal;
+    if (pictures.faded.IsEmpty()) pictures.faded = pictures.normal.Faded();
+    return pictures.faded;
 }
 
 std::optional<LRESULT> ToolBar::OnCustomDraw(const NMTBCUSTOMDRAW& draw) {
@@ -231,10 +231,9 @@ void ToolBar::PaintButton(const NMTBCUSTOMDRAW& draw, std::size_t position) {
     const int pixels = Scaled(kIconSize, dpi_);
     const int left = static_cast<int>(area.left) + Scaled(kPadding, dpi_);
     const int top = static_cast<int>(area.top + area.bottom - pixels) / 2;
-    const HICON icon =
-        PictureOf(position, disabled ? Look::Faded : (accented ? Look::Accented : Look::Normal));
+    const Look look = disabled ? Look::Faded : (accented ? Look::Accented : Look::Normal);
     // The pictures for windows from right to left are drawn that way already.
-    if (icon != nullptr) PaintIcon(dc, left, top, pixels, icon);
+    PaintIcon(dc, left, top, pixels, PictureOf(position, look));
 
     if (Has(draw, CDIS_HOT) && GetFocus() == control_) {
         RECT mark = area;

@@ -11,6 +11,7 @@
 
 #include "ui/FormData.h"
 #include "ui/Icons.h"
+#include "ui/Picture.h"
 #include "ui/ToolBarKeys.h"
 
 namespace vw {
@@ -50,12 +51,12 @@ class ToolBar {
 
     /// The pictures of one button, each made when it is painted for the first time.
     struct Pictures {
-        IconHandle normal;
-        IconHandle faded;
-        IconHandle accented;
+        Picture normal;
+        Picture faded;
+        Picture accented;
     };
     enum class Look { Normal, Faded, Accented };
-    [[nodiscard]] HICON PictureOf(std::size_t position, Look look);
+    [[nodiscard]] const Picture& PictureOf(std::size_t position, Look look);
 
     HWND control_;
     ToolBarKeys keys_;
