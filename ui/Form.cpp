@@ -69,16 +69,19 @@ void Form::Load(HWND owner) {
     for (const UINT message : {taskbarCreated_, taskbarButtonCreated_}) {
         ChangeWindowMessageFilterEx(Handle(), message, MSGFLT_ALLOW, nullptr);
     }
-    MakeParts();
-    UseDpi(static_cast<int>(GetDpiForWindow(Handle())));
-    SetDefaultButton(data_.defaultButton);
-    PlaceInitially();
+    dpi_ = static_cast<int>(GetDpiForWindow(Handle()));
     TakeIcon(data_.icon);
+    PlaceInitially();
+    MakeParts();
+    ApplyFonts();
+    SetDefaultButton(data_.defaultButton);
     events_.OnLoad(*this);
+    // Only now is it certain whether the form will be maximised when it is shown. Its controls get
+    // their final places while they are hidden, which costs no painting.
+    if (IsLoaded()) Arrange(maximiseLater_ ? MaximisedSize() : ClientSize());
 }
 
 void Form::MakeParts() {
-    tips_ = std::make_unique<ToolTips>(Handle());
     names_ = std::make_unique<AccessibleNames>();
     if (!data_.menu.empty()) {
         menu_ = std::make_unique<Menu>(data_.menu, language_, data_.menuBar);
@@ -94,14 +97,14 @@ void Form::MakeParts() {
         if (HasWindow(data.kind)) part.window = MakeControl(parent, data, language_);
         if (data.kind == ControlKind::ListView) {
             part.list = std::make_unique<ListView>(part.window, data, language_);
-            part.list->Attach(names_.get(), tips_->Handle());
-            tips_->Add(part.window, ToolTips::Mouse::Relayed);
+            part.list->Attach(names_.get(), Tips().Handle());
+            Tips().Add(part.window, ToolTips::Mouse::Relayed);
         } else if (data.kind == ControlKind::ToolBar) {
             part.toolBar = std::make_unique<ToolBar>(part.window, data, language_);
         } else if (data.kind == ControlKind::DropDown) {
             part.dropDown = std::make_unique<DropDown>(part.window);
         }
-        if (data.path || !data.tip.english.empty()) tips_->Add(part.window);
+        if (data.path || !data.tip.english.empty()) Tips().Add(part.window);
         names_->Set(part.window, data.spokenName.In(language_));
         parts_.push_back(std::move(part));
     }
@@ -109,6 +112,14 @@ void Form::MakeParts() {
         if (part.data->wheelLabel.empty()) continue;
         ScrollBar::RepaintWithFocus(part.window, Find(part.data->wheelLabel)->window);
     }
+}
+
+ToolTips& Form::Tips() {
+    if (!tips_) {
+        tips_ = std::make_unique<ToolTips>(Handle());
+        tips_->UseDpi(dpi_);
+    }
+    return *tips_;
 }
 
 void Form::ForgetParts() noexcept {
@@ -126,6 +137,7 @@ void Form::ForgetParts() noexcept {
     wheelRest_ = 0;
     pointer_ = MousePointer::Default;
     maximiseLater_ = false;
+    arrangedFor_ = {};
 }
 
 bool Form::Unload(UnloadReason reason) {
@@ -177,6 +189,8 @@ void Form::Show(ShowHow how) {
     }
     if (maximiseLater_ && how == ShowHow::Activate) command = SW_SHOWMAXIMIZED;
     maximiseLater_ = false;
+    // The controls may have been arranged for a maximised form that is now shown in another way.
+    if (command != SW_SHOWMAXIMIZED && arrangedFor_ != ClientSize()) Arrange(ClientSize());
     ShowWindow(Handle(), command);
 }
 

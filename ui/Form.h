@@ -186,8 +186,12 @@ class Form final : public Window {
     // Looks (FormLayout.cpp)
     void PlaceInitially();
     void UseDpi(int dpi);
+    void ApplyFonts();
     void ApplyFont(Part& part, Fonts& fonts);
-    void Arrange();
+    void Arrange(const Size& client);
+    void OnSize();
+    [[nodiscard]] Size ClientSize() const noexcept;
+    [[nodiscard]] Size MaximisedSize() const noexcept;
     void ArrangeDropDown(HWND dropDown, const Rect& place) const;
     [[nodiscard]] Size DesignNow() const noexcept;
     [[nodiscard]] Size OuterSize(const Size& inner) const noexcept;
@@ -219,6 +223,7 @@ class Form final : public Window {
     void GiveFocus();
 
     // Tool tips (FormTips.cpp)
+    [[nodiscard]] ToolTips& Tips();
     void OnTipAsked(NMTTDISPINFOW& info);
     void OnMenuSelect(WPARAM selected, HMENU menu);
 
@@ -243,6 +248,7 @@ class Form final : public Window {
     MousePointer pointer_ = MousePointer::Default;
     int wheelRest_ = 0;  ///< of the wheel over a scroll bar, less than a notch
     bool maximiseLater_ = false;
+    Size arrangedFor_{};  ///< the client area that the controls have their places for
     bool unloading_ = false;
     bool ending_ = false;
     UINT taskbarCreated_ = 0;

@@ -132,7 +132,7 @@ void Form::ShowControl(std::wstring_view name, bool on) {
     if (height != 0 && on) GrowBy(height);
     if (part->frame != nullptr) ShowWindow(part->frame, on ? SW_SHOWNA : SW_HIDE);
     ShowWindow(part->window, on ? SW_SHOWNA : SW_HIDE);
-    if (height != 0) on ? Arrange() : GrowBy(-height);
+    if (height != 0) on ? Arrange(ClientSize()) : GrowBy(-height);
 }
 
 void Form::SetDefaultButton(std::wstring_view name) {

@@ -10,7 +10,6 @@ namespace vw {
 
 namespace {
 
-constexpr int kTipWidth = 420;
 constexpr int kDropDownRows = 12;
 constexpr int kDropDownRow = 20;
 
@@ -62,15 +61,18 @@ Size Form::DesignNow() const noexcept {
 
 void Form::UseDpi(int dpi) {
     dpi_ = dpi;
-    auto fonts = std::make_unique<Fonts>(dpi);
-    auto pictures = std::make_unique<RowPictures>(dpi);
+    ApplyFonts();
+    if (tips_) tips_->UseDpi(dpi);
+    TakeIcon(iconId_);
+    Arrange(ClientSize());
+}
+
+void Form::ApplyFonts() {
+    auto fonts = std::make_unique<Fonts>(dpi_);
     // Assign the new resources to the controls before destroying the old ones.
-    std::swap(rowPictures_, pictures);
+    const std::unique_ptr<RowPictures> formerPictures = std::move(rowPictures_);
     for (Part& part : parts_) ApplyFont(part, *fonts);
     fonts_ = std::move(fonts);
-    if (tips_) tips_->SetWidth(Scaled(kTipWidth, dpi));
-    if (iconId_ != 0) TakeIcon(iconId_);
-    Arrange();
 }
 
 void Form::ApplyFont(Part& part, Fonts& fonts) {
@@ -80,6 +82,7 @@ void Form::ApplyFont(Part& part, Fonts& fonts) {
     const HFONT font = fonts.Get(face);
     switch (part.data->kind) {
         case ControlKind::ListView:
+            if (!rowPictures_) rowPictures_ = std::make_unique<RowPictures>(dpi_);
             part.list->SetPictures(*rowPictures_, font, dpi_);
             break;
         case ControlKind::ToolBar:
@@ -101,10 +104,22 @@ void Form::ApplyFont(Part& part, Fonts& fonts) {
     }
 }
 
-void Form::Arrange() {
+Size Form::ClientSize() const noexcept {
     RECT area{};
     GetClientRect(Handle(), &area);
-    const Size client{static_cast<int>(area.right), static_cast<int>(area.bottom)};
+    return {static_cast<int>(area.right), static_cast<int>(area.bottom)};
+}
+
+// The frame of a maximised window lies outside the work area.
+Size Form::MaximisedSize() const noexcept {
+    const RECT work = WorkAreaOf(Handle());
+    const Size frame = OuterSize({});
+    return {static_cast<int>(work.right - work.left),
+            static_cast<int>(work.bottom - work.top) - (frame.height - frame.width)};
+}
+
+void Form::Arrange(const Size& client) {
+    arrangedFor_ = client;
     // In a mirrored form what a control showed before is not at the place where it is taken from.
     const UINT keep = language_ == Language::Arabic ? SWP_NOCOPYBITS : 0;
     HDWP moves = BeginDeferWindowPos(static_cast<int>(parts_.size()));
@@ -135,6 +150,13 @@ void Form::Arrange() {
         // Texts wrap and are shortened by the width.
         if (IsLabel(part.data->kind)) InvalidateRect(part.window, nullptr, TRUE);
     }
+}
+
+// A form gets its size more than once when it is shown. In a mirrored form other widths move the
+// controls, even when they were arranged for this width before.
+void Form::OnSize() {
+    const Size client = ClientSize();
+    if (language_ == Language::Arabic || client != arrangedFor_) Arrange(client);
 }
 
 // The height of a drop-down box is that of its field and its open list; the field follows its text.

@@ -67,7 +67,7 @@ std::optional<LRESULT> Form::OnWindowMessage(UINT message, WPARAM wParam, LPARAM
             return 0;
         case WM_SIZE:
             if (parts_.empty()) return 0;
-            if (wParam != SIZE_MINIMIZED) Arrange();
+            if (wParam != SIZE_MINIMIZED) OnSize();
             events_.OnResize(*this, State());
             return 0;
         case WM_GETMINMAXINFO: {

@@ -1,8 +1,15 @@
 #include "ui/ToolTips.h"
 
 #include "platform/SystemError.h"
+#include "ui/Layout.h"
 
 namespace vw {
+
+namespace {
+
+constexpr int kWidth = 420;
+
+}  // namespace
 
 ToolTips::ToolTips(HWND owner)
     : owner_(owner),
@@ -54,6 +61,6 @@ void ToolTips::Hide() noexcept {
     tracked_.clear();
 }
 
-void ToolTips::SetWidth(int pixels) { SendMessageW(tips_, TTM_SETMAXTIPWIDTH, 0, pixels); }
+void ToolTips::UseDpi(int dpi) { SendMessageW(tips_, TTM_SETMAXTIPWIDTH, 0, Scaled(kWidth, dpi)); }
 
 }  // namespace vw

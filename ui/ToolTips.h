@@ -25,8 +25,8 @@ class ToolTips {
     void ShowBeside(const RECT& area, bool atLeft, std::wstring_view text);
     void Hide() noexcept;
 
-    /// Wraps texts wider than this.
-    void SetWidth(int pixels);
+    /// Wraps long texts at the width that suits this resolution of the screen.
+    void UseDpi(int dpi);
 
     [[nodiscard]] HWND Handle() const noexcept { return tips_; }
 

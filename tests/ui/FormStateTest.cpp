@@ -149,6 +149,61 @@ TEST(FormState, Sizes_RaiseEvents) {
     EXPECT_EQ(main.events.sizes.back(), WindowState::Minimised);
 }
 
+/// The areas of all child windows of a form in the coordinates of its client area.
+std::vector<Rect> ControlAreas(HWND form) {
+    std::vector<Rect> areas;
+    for (HWND child = GetWindow(form, GW_CHILD); child != nullptr;
+         child = GetWindow(child, GW_HWNDNEXT)) {
+        RECT area{};
+        GetWindowRect(child, &area);
+        MapWindowPoints(nullptr, form, reinterpret_cast<POINT*>(&area), 2);
+        areas.push_back({static_cast<int>(area.left), static_cast<int>(area.top),
+                         static_cast<int>(area.right), static_cast<int>(area.bottom)});
+    }
+    return areas;
+}
+
+/// A form that is to be maximised when it is first shown.
+class MaximisedForm : public testing::TestWithParam<Language> {
+  protected:
+    class Events final : public FormEvents {
+        void OnLoad(Form& form) override { form.Maximise(); }
+        void OnControl(Form&, const ControlEvent&) override {}
+        void OnEscaped(Form&, const std::exception_ptr&) noexcept override {}
+    };
+
+    MaximisedForm() : form_(MainForm(), GetParam(), events_) { form_.Load(); }
+
+    Events events_;
+    Form form_;
+};
+
+INSTANTIATE_TEST_SUITE_P(InBothLanguages, MaximisedForm, testing::ValuesIn(test::kLanguages));
+
+TEST_P(MaximisedForm, FirstShown_ControlsHaveTheirPlacesAlready) {
+    const std::vector<Rect> hidden = ControlAreas(form_.Handle());
+    form_.Show();
+    ASSERT_EQ(form_.State(), WindowState::Maximised);
+    if (GetParam() == Language::English) {
+        EXPECT_EQ(ControlAreas(form_.Handle()), hidden);
+    }
+    // The places do not depend on the way to them.
+    const std::vector<Rect> shown = ControlAreas(form_.Handle());
+    form_.Show(ShowHow::Normal);
+    EXPECT_NE(ControlAreas(form_.Handle()), shown);
+    form_.Show(ShowHow::Maximised);
+    EXPECT_EQ(ControlAreas(form_.Handle()), shown);
+}
+
+TEST_P(MaximisedForm, FirstShownInNormalSize_ControlsFitIt) {
+    form_.Show(ShowHow::Normal);
+    ASSERT_EQ(form_.State(), WindowState::Normal);
+    const std::vector<Rect> first = ControlAreas(form_.Handle());
+    form_.Show(ShowHow::Maximised);
+    form_.Show(ShowHow::Normal);
+    EXPECT_EQ(ControlAreas(form_.Handle()), first);
+}
+
 TEST(FormState, Resize_IsNeverSmallerThanTheDesign) {
     LoadedForm main(MainForm(), Language::English);
     SetWindowPos(main.Handle(), nullptr, 0, 0, 50, 50, SWP_NOZORDER | SWP_NOACTIVATE);
