@@ -91,13 +91,14 @@ void Application::ShowOpeningScreen() {
     isOpening_ = true;
 }
 
-// The opening screen stays until the main window is visible: a process that hides its last window
-// loses the foreground and may not reclaim it.
+// The opening screen stays until the main window is visible and painted. A process that hides its
+// last window loses the foreground and may not reclaim it, and an empty window looks broken.
 void Application::ShowMainWindow() {
     if (isUnloading_) return;
     windows_->frmMain.Load();
     if (state_.silentRun) return;
     windows_->frmMain.Show();
+    windows_->frmMain.Repaint();
     if (isOpening_) windows_->frmAbout.Unload();
     isOpening_ = false;
 }

@@ -41,6 +41,15 @@ TEST_F(App, ShowsTheOpeningScreenUntilTheMainWindowIsThere) {
     EXPECT_GT(looks, 0);
 }
 
+TEST_F(App, Start_MainWindowIsPaintedWhenTheOpeningScreenGoes) {
+    WriteDefaultList({letter});
+    Start();
+    ASSERT_TRUE(Main().IsVisible());
+    ASSERT_EQ(FindWindowW(L"frmAboutEn", nullptr), nullptr);
+    EXPECT_FALSE(GetUpdateRect(Main().Handle(), nullptr, FALSE));
+    EXPECT_FALSE(GetUpdateRect(Main().Control(L"lsvBackupList"), nullptr, FALSE));
+}
+
 TEST_F(App, OffersAAndCAlwaysAndOtherDrivesWithRoom) {
     WriteDefaultList({});
     Start();
