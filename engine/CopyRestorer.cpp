@@ -1,6 +1,6 @@
 #include <algorithm>
-#include <functional>
 #include <map>
+#include <optional>
 #include <unordered_map>
 #include <utility>
 
@@ -78,9 +78,8 @@ struct CopyRestorer::FilePlace {
     std::wstring copy;
     std::wstring target;
     std::uint64_t size = 0;
-    std::function<bool(const FileInfo&)> mayReplace;
-    std::optional<FileInfo> known{};  ///< what was at the target when it was last asked
-    int number = 0;                   ///< of the first working name to try
+    std::wstring below{};  ///< its place in the folder that is restored; empty for a file copy
+    int number = 0;        ///< of the first working name to try
     std::wstring aside{};
     FileInfo written{};  ///< what was written there
 };
@@ -110,14 +109,10 @@ void CopyRestorer::Restore(std::wstring_view copyPath, const std::wstring& targe
         RestoreFolder(restore);
         return;
     }
-    FilePlace place{std::wstring(copyPath), target, facts->size,
-                    [&](const FileInfo& there) { return before.Holds({}, there); }};
-    place.known = system_.files.Stat(target);
-    RestoreFile(place);
-    // Some disks report a success without an effect.
-    if (!system_.files.Stat(place.aside)) return;
-    Remove(place.aside);
-    Throw(error_number::kDeviceError, target);
+    FilePlace place{std::wstring(copyPath), target, facts->size};
+    std::string usualRights;
+    RestoreFile(place, before, usualRights);
+    CheckThatItMoved(place);
 }
 
 // A file that cannot be restored does not affect the others: it is reported; the first failure is
@@ -266,66 +261,56 @@ void CopyRestorer::FillFolder(NewFolder& whole, const std::wstring& below,
     }
 }
 
-// Restores the files of one folder into one that is there. A listing shows what may be replaced at
-// all, so that nothing is copied in vain; the disk is asked again before a file is replaced.
+// Restores the files of one folder into one that is there.
 void CopyRestorer::RestoreInto(FolderRestore& restore, const std::wstring& folder,
                                const FolderListing& source) {
-    if (source.files.empty()) return;
-    const std::wstring targetFolder = Below(restore.target, folder);
-    std::map<std::wstring, FileInfo> there;
-    system_.files.List(targetFolder, [&](const FolderEntry& entry) {
-        there.emplace(UpperCase(entry.name), static_cast<const FileInfo&>(entry));
-    });
     // A name that a file to restore has too would be its own working name.
     const auto isTaken = [&](const std::wstring& name) {
-        return there.contains(UpperCase(name)) ||
-               std::any_of(source.files.begin(), source.files.end(),
+        return std::any_of(source.files.begin(), source.files.end(),
                            [&](const ListedFile& file) { return EqualNoCase(file.name, name); });
     };
     int number = 0;
     while (isTaken(RestoreName(number))) ++number;
+    std::string usualRights;
     // By working names: the last file that had it. A name that could be taken again was free.
-    std::map<std::wstring, FilePlace> placed;
+    std::map<int, FilePlace> placed;
     for (const ListedFile& file : source.files) {
         Attempt(
             [&] {
-                const std::wstring path = Below(folder, file.name);
-                FilePlace place{
-                    JoinPath(restore.copy, path), JoinPath(restore.target, path), file.size,
-                    [&](const FileInfo& now) { return restore.before.Holds(path, now); }};
-                const auto known = there.find(UpperCase(file.name));
-                if (known != there.end()) place.known = known->second;
-                place.number = number;
-                RestoreFile(place);
-                place.mayReplace = nullptr;
-                placed.insert_or_assign(UpperCase(MFileDosShell::CFileName(place.aside)), place);
+                const std::wstring below = Below(folder, file.name);
+                FilePlace place{JoinPath(restore.copy, below), JoinPath(restore.target, below),
+                                file.size, below, number};
+                RestoreFile(place, restore.before, usualRights);
+                number = place.number;
+                placed.insert_or_assign(number, std::move(place));
             },
             [&](const RuntimeError& error) { restore.Fail(error); });
         system_.pump.ProcessMessagesIfDue();
     }
-    if (placed.empty()) return;
-    // Some disks report a success without an effect. What another restore writes
-    // under such a name is not ours.
-    std::vector<const FilePlace*> left;
-    system_.files.List(targetFolder, [&](const FolderEntry& entry) {
-        const auto ours = placed.find(UpperCase(entry.name));
-        if (ours == placed.end()) return;
-        const FileInfo& written = ours->second.written;
-        if (!entry.isFolder && entry.size == written.size && entry.lastWrite == written.lastWrite) {
-            left.push_back(&ours->second);
-        }
-    });
-    for (const FilePlace* place : left) {
-        Remove(place->aside);
-        Attempt([&] { Throw(error_number::kDeviceError, place->target); },
+    for (const auto& [last, place] : placed) {
+        Attempt([&] { CheckThatItMoved(place); },
                 [&](const RuntimeError& error) { restore.Fail(error); });
     }
 }
 
-// Whether a file that is at the target may be replaced; throws for whatever else is there.
-bool CopyRestorer::IsReplaceable(const FilePlace& place, const std::optional<FileInfo>& there) {
+// Some disks report that a file was renamed and leave it where it was. What another restore writes
+// under the working name is not ours.
+void CopyRestorer::CheckThatItMoved(const FilePlace& place) {
+    const auto left = system_.files.Stat(place.aside);
+    if (!left || left->isFolder || left->size != place.written.size ||
+        left->lastWrite != place.written.lastWrite) {
+        return;
+    }
+    Remove(place.aside);
+    Throw(error_number::kDeviceError, place.target);
+}
+
+// Whether the file of before is at the target; throws when something else is, or when the file must
+// not be replaced.
+bool CopyRestorer::IsReplaceable(const FilePlace& place, const TargetState& before) {
+    const auto there = system_.files.Stat(place.target);
     if (!there) return false;
-    if (there->isFolder || !place.mayReplace(*there)) {
+    if (there->isFolder || !before.Holds(place.below, *there)) {
         Throw(error_number::kAlreadyExists, place.target);
     }
     if (there->isReadOnly) Throw(error_number::kPermissionDenied, place.target);
@@ -349,16 +334,17 @@ void CopyRestorer::CopyAside(FilePlace& place) {
     }
 }
 
-void CopyRestorer::RestoreFile(FilePlace& place) {
-    const bool mayStand = IsReplaceable(place, place.known);
+// Where no file was before, the rename fails when there is one now.
+void CopyRestorer::RestoreFile(FilePlace& place, const TargetState& before,
+                               std::string& usualRights) {
     CopyAside(place);
     try {
         // The copy call may report success for a file that it cut short.
         const auto written = system_.files.Stat(place.aside);
         if (!written || written->size != place.size) Throw(error_number::kDeviceError, place.copy);
         place.written = *written;
-        if (mayStand && IsReplaceable(place, system_.files.Stat(place.target))) {
-            system_.files.CopyAccessRights(place.target, place.aside);
+        if (before.Contains(place.below) && IsReplaceable(place, before)) {
+            system_.files.CopyAccessRights(place.target, place.aside, usualRights);
             patience_.Perform([&] { system_.files.Replace(place.aside, place.target); },
                               place.target);
         } else {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -35,9 +34,10 @@ class CopyRestorer final : private EnginePart {
     void FillFolder(NewFolder& whole, const std::wstring& below, const FolderListing& source);
     void RestoreInto(FolderRestore& restore, const std::wstring& folder,
                      const FolderListing& source);
-    static bool IsReplaceable(const FilePlace& place, const std::optional<FileInfo>& there);
+    void CheckThatItMoved(const FilePlace& place);
+    bool IsReplaceable(const FilePlace& place, const TargetState& before);
     void CopyAside(FilePlace& place);
-    void RestoreFile(FilePlace& place);
+    void RestoreFile(FilePlace& place, const TargetState& before, std::string& usualRights);
 };
 
 }  // namespace vw

@@ -34,6 +34,10 @@ TargetState::TargetState(FileSystem& files, MessagePump& pump, std::wstring_view
     }
 }
 
+bool TargetState::Contains(std::wstring_view below) const {
+    return files_.contains(UpperCase(below));
+}
+
 bool TargetState::Holds(std::wstring_view below, const FileInfo& file) const {
     const auto known = files_.find(UpperCase(below));
     return known != files_.end() && known->second.size == file.size &&

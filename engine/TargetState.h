@@ -26,6 +26,9 @@ class TargetState {
     /// Whether anything was there.
     [[nodiscard]] bool Exists() const noexcept { return exists_; }
 
+    /// Whether a file was at a place below the target (empty: at the target itself).
+    [[nodiscard]] bool Contains(std::wstring_view below) const;
+
     /// Whether a file at a place below the target (empty: at the target itself) is the
     /// one that was there.
     [[nodiscard]] bool Holds(std::wstring_view below, const FileInfo& file) const;

@@ -3,7 +3,6 @@
 #include <aclapi.h>
 
 #include <cstddef>
-#include <cstring>
 #include <string>
 #include <vector>
 
@@ -45,10 +44,11 @@ class AccessList {
     [[nodiscard]] PACL Get() const noexcept { return list_; }
     [[nodiscard]] bool IsProtected() const noexcept { return isProtected_; }
 
-    [[nodiscard]] bool IsSameAs(const AccessList& other) const noexcept {
-        return list_ != nullptr && other.list_ != nullptr && isProtected_ == other.isProtected_ &&
-               list_->AclSize == other.list_->AclSize &&
-               std::memcmp(list_, other.list_, list_->AclSize) == 0;
+    /// Two lists are the same when these are; empty when it could not be read.
+    [[nodiscard]] std::string Bytes() const {
+        if (list_ == nullptr) return {};
+        return (isProtected_ ? 'P' : 'U') +
+               std::string(reinterpret_cast<const char*>(list_), list_->AclSize);
     }
 
   private:
@@ -70,13 +70,14 @@ bool HasExplicitEntry(PACL list) {
 
 }  // namespace
 
-void PassAccessRightsOn(std::wstring_view from, std::wstring_view to) {
+void PassAccessRightsOn(std::wstring_view from, std::wstring_view to, std::string& usual) {
     const AccessList list(from);
     if (list.Get() == nullptr) return;
     // Inherited rights come from the folder, which is the same for both files.
     if (!list.IsProtected() && !HasExplicitEntry(list.Get())) return;
     // Setting takes far longer than asking: the system computes what is inherited once more.
-    if (list.IsSameAs(AccessList(to))) return;
+    if (usual.empty()) usual = AccessList(to).Bytes();
+    if (list.Bytes() == usual) return;
     const DWORD inheritance = list.IsProtected() ? PROTECTED_DACL_SECURITY_INFORMATION
                                                  : UNPROTECTED_DACL_SECURITY_INFORMATION;
     SetNamedSecurityInfoW(SystemPath(to).data(), SE_FILE_OBJECT,

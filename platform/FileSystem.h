@@ -118,8 +118,11 @@ class FileSystem {
     virtual void CopyFolderInfo(std::wstring_view from, std::wstring_view to, Marks marks) = 0;
 
     /// Passes the access rights that were given to the file `from` itself, not to its folder, on to
-    /// the file `to` in the same folder. Does what the account may; never throws.
-    virtual void CopyAccessRights(std::wstring_view from, std::wstring_view to) = 0;
+    /// the new file `to` in the same folder. `usual` holds the rights that new files get there, so
+    /// that they are read once for a folder: empty at first, then what an earlier call put there.
+    /// Does what the account may; never throws.
+    virtual void CopyAccessRights(std::wstring_view from, std::wstring_view to,
+                                  std::string& usual) = 0;
 
     /// Makes or opens a hidden file that nobody else can open until the result is destroyed, which
     /// deletes it. One that is left over may be opened by every account. Throws

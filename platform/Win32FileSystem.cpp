@@ -207,8 +207,9 @@ void Win32FileSystem::CopyFolderInfo(std::wstring_view from, std::wstring_view t
     CopyInfoOfFolder(from, to, marks == Marks::Keep);
 }
 
-void Win32FileSystem::CopyAccessRights(std::wstring_view from, std::wstring_view to) {
-    PassAccessRightsOn(from, to);
+void Win32FileSystem::CopyAccessRights(std::wstring_view from, std::wstring_view to,
+                                       std::string& usual) {
+    PassAccessRightsOn(from, to, usual);
 }
 
 std::unique_ptr<HeldFile> Win32FileSystem::Hold(std::wstring_view path) { return HoldFile(path); }

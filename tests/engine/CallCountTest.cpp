@@ -136,12 +136,12 @@ TEST(CallCount, RestoreToANewPlace_CallsAreCounted) {
 TEST(CallCount, RestoreOverItself_CallsAreCounted) {
     const CallCounts smallest = RestoredFolder(1, 1, true);
     EXPECT_EQ(smallest.Text(),
-              "Stat 6, List 6, Copy 1, Replace 1, CopyFolderInfo 2, CopyAccessRights 1");
+              "Stat 7, List 4, Copy 1, Replace 1, CopyFolderInfo 2, CopyAccessRights 1");
     EXPECT_EQ((RestoredFolder(1, 2, true) - smallest).Text(),
               "Stat 2, Copy 1, Replace 1, CopyAccessRights 1")
         << "for one more file";
     EXPECT_EQ((RestoredFolder(2, 1, true) - smallest).Text(),
-              "Stat 3, List 4, Copy 1, Replace 1, CopyFolderInfo 1, CopyAccessRights 1")
+              "Stat 4, List 2, Copy 1, Replace 1, CopyFolderInfo 1, CopyAccessRights 1")
         << "for one more folder";
 }
 

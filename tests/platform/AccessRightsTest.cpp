@@ -47,15 +47,33 @@ TEST(AccessRights, Copy_FromAFile_GivesItsRights) {
         ASSERT_TRUE(SetRights(to, L"D:P(A;;FR;;;WD)(A;;FA;;;BA)"));
     }
     ASSERT_NE(RightsOf(to), wanted);
-    Win32FileSystem().CopyAccessRights(from, to);
+    std::string usual;
+    Win32FileSystem().CopyAccessRights(from, to, usual);
     EXPECT_EQ(RightsOf(to), wanted);
+}
+
+TEST(AccessRights, Copy_ToSeveralNewFiles_GivesEachTheRightsOfItsFile) {
+    const test::TempTree tree;
+    const std::wstring open = tree.File(L"open.txt");
+    const std::wstring closed = tree.File(L"closed.txt");
+    ASSERT_TRUE(SetRights(open, L"D:P(A;;FA;;;BA)(A;;FA;;;SY)(A;;FA;;;WD)"));
+    ASSERT_TRUE(SetRights(closed, L"D:P(A;;FR;;;WD)(A;;FA;;;BA)"));
+    ASSERT_NE(RightsOf(open), RightsOf(closed));
+    std::string usual;
+    int number = 0;
+    for (const std::wstring& from : {open, closed, open, closed}) {
+        const std::wstring to = tree.File(L"new" + std::to_wstring(++number) + L".txt");
+        Win32FileSystem().CopyAccessRights(from, to, usual);
+        EXPECT_EQ(RightsOf(to), RightsOf(from)) << number;
+    }
 }
 
 TEST(AccessRights, Copy_FromAMissingFile_ChangesNothing) {
     const test::TempTree tree;
     const std::wstring to = tree.File(L"to.txt");
     const std::wstring before = RightsOf(to);
-    Win32FileSystem().CopyAccessRights(tree.Path(L"none"), to);
+    std::string usual;
+    Win32FileSystem().CopyAccessRights(tree.Path(L"none"), to, usual);
     EXPECT_EQ(RightsOf(to), before);
 }
 

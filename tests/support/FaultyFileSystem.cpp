@@ -230,7 +230,8 @@ void FaultyFileSystem::CopyFolderInfo(std::wstring_view from, std::wstring_view 
     Inner().CopyFolderInfo(from, to, marks);
 }
 
-void FaultyFileSystem::CopyAccessRights(std::wstring_view from, std::wstring_view to) {
+void FaultyFileSystem::CopyAccessRights(std::wstring_view from, std::wstring_view to,
+                                        std::string& usual) {
     const FileOperation operation{FileCall::CopyAccessRights, std::wstring(from), std::wstring(to)};
     // It never throws, whatever goes wrong with it.
     try {
@@ -238,7 +239,7 @@ void FaultyFileSystem::CopyAccessRights(std::wstring_view from, std::wstring_vie
     } catch (const RuntimeError&) {
         return;
     }
-    Inner().CopyAccessRights(from, to);
+    Inner().CopyAccessRights(from, to, usual);
 }
 
 std::unique_ptr<HeldFile> FaultyFileSystem::Hold(std::wstring_view path) {

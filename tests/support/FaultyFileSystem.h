@@ -113,7 +113,8 @@ class FaultyFileSystem : public ForwardingFileSystem {
     std::string Read(std::wstring_view path) override;
     void Write(std::wstring_view path, std::string_view bytes, Flush flush) override;
     void CopyFolderInfo(std::wstring_view from, std::wstring_view to, Marks marks) override;
-    void CopyAccessRights(std::wstring_view from, std::wstring_view to) override;
+    void CopyAccessRights(std::wstring_view from, std::wstring_view to,
+                          std::string& usual) override;
     std::unique_ptr<HeldFile> Hold(std::wstring_view path) override;
     FolderIdentity Identify(std::wstring_view folder) override;
     std::wstring RealPath(std::wstring_view path) override;

@@ -31,8 +31,9 @@ class ForwardingFileSystem : public FileSystem {
     void CopyFolderInfo(std::wstring_view from, std::wstring_view to, Marks marks) override {
         inner_.CopyFolderInfo(from, to, marks);
     }
-    void CopyAccessRights(std::wstring_view from, std::wstring_view to) override {
-        inner_.CopyAccessRights(from, to);
+    void CopyAccessRights(std::wstring_view from, std::wstring_view to,
+                          std::string& usual) override {
+        inner_.CopyAccessRights(from, to, usual);
     }
     std::unique_ptr<HeldFile> Hold(std::wstring_view path) override { return inner_.Hold(path); }
     FolderIdentity Identify(std::wstring_view folder) override { return inner_.Identify(folder); }
