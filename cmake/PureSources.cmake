@@ -26,6 +26,7 @@ set(PURE_SOURCES
     restore/CopyGroup.cpp
     ui/DisplayText.cpp
     ui/Layout.cpp
+    ui/ListViewRows.cpp
 )
 
 set(PURE_TESTS
@@ -52,4 +53,5 @@ set(PURE_TESTS
     tests/restore/CopyGroupTest.cpp
     tests/ui/DisplayTextTest.cpp
     tests/ui/LayoutTest.cpp
+    tests/ui/ListViewRowsTest.cpp
 )

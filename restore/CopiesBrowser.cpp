@@ -90,7 +90,7 @@ void CopiesBrowser::ListRestoreFiles() {
             items_.Fill(folder);
         }
         items_.Sort();
-        if (Items().Count() > 0) {
+        if (Items().Rows().Count() > 0) {
             Items().Select(0);
             Items().EnsureVisible(0);
             ShowCopies(0);
@@ -111,7 +111,7 @@ bool CopiesBrowser::ShowCopies(int row) {
         const RedrawPause pause(Copies());
         // Whatever goes wrong now, no copies of another item are left below.
         copies_.Clear();
-        listed_ = Items().Tag(row);
+        listed_ = Items().Rows().At(row).tag;
         isExchanged = !IsStillChosen(system_, main_, shown_);
         if (isExchanged) {
             ShowExchange(status_, main_);
@@ -137,7 +137,7 @@ void CopiesBrowser::RestoredPath(std::wstring_view path) {
 
 bool CopiesBrowser::Shows(std::wstring_view path) {
     const int row = items_.RowOf(path);
-    return row >= 0 && row == Items().Selected() && listed_ == Items().Tag(row);
+    return row >= 0 && row == Items().Selected() && listed_ == Items().Rows().At(row).tag;
 }
 
 void CopiesBrowser::lsvRestore1ItemClick(int row) {
@@ -151,7 +151,7 @@ void CopiesBrowser::lsvRestore1ItemClick(int row) {
 // Selection changes made while a command runs throw no event, so the copies list may be stale.
 bool CopiesBrowser::FollowSelection() {
     const int row = Items().Selected();
-    if (row < 0 || listed_ == Items().Tag(row)) return true;
+    if (row < 0 || listed_ == Items().Rows().At(row).tag) return true;
     ListCopyes(row);
     return false;
 }
@@ -178,8 +178,8 @@ void CopiesBrowser::ListAnew() {
 
 int CopiesBrowser::ListedRow() {
     if (!listed_) return -1;
-    for (int row = 0; row < Items().Count(); ++row) {
-        if (Items().Tag(row) == *listed_) return row;
+    for (int row = 0; row < Items().Rows().Count(); ++row) {
+        if (Items().Rows().At(row).tag == *listed_) return row;
     }
     return -1;
 }
@@ -200,7 +200,7 @@ void CopiesBrowser::SelectLast() {
         if (row < 0) return;
         const std::wstring label = SubItem(Copies(), kNameColumn);
         ListCopyes(row);
-        const int again = label.empty() ? -1 : Copies().Find(kNameColumn, label);
+        const int again = label.empty() ? -1 : Copies().Rows().Find(kNameColumn, label);
         if (again < 0) return;
         Copies().Select(again);
         Copies().EnsureVisible(again);

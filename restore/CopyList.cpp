@@ -158,15 +158,18 @@ bool CopyList::ReadComment(ListedCopy& copy) {
 // A later copy of the same label takes the row of the earlier one.
 void CopyList::AddCopy(ListedCopy copy) {
     ListView& copies = View();
-    int row = copies.Find(kNameColumn, copy.label);
-    if (row < 0) row = copies.Add(copy.label, copy.isFolder ? RowIcon::Folder : RowIcon::File);
-    copies.SetTag(row, copies_.size());
+    int row = copies.Rows().Find(kNameColumn, copy.label);
+    if (row < 0) {
+        const RowIcon icon = copy.isFolder ? RowIcon::Folder : RowIcon::File;
+        row = copies.Add(copy.label, icon, copies_.size());
+        copies_.emplace_back();
+    }
     copies.SetSubItem(row, L"Size",
                       copy.size < 0 ? L"" : CSize(static_cast<std::uint64_t>(copy.size)),
                       copy.size);
     copies.SetSubItem(row, L"Date", DateText(copy.date), copy.date);
     copies.SetSubItem(row, L"BackupName", copy.path);
-    copies_.push_back(std::move(copy));
+    copies_.at(copies.Rows().At(row).tag) = std::move(copy);
 }
 
 // The texts of a row stay as they are; the sign, its tool tip and its description say it.
@@ -182,14 +185,14 @@ void CopyList::MarkIncomplete() {
 std::optional<ListedCopy> CopyList::Selected() {
     const int row = View().Selected();
     if (row < 0) return std::nullopt;
-    return copies_.at(View().Tag(row));
+    return copies_.at(View().Rows().At(row).tag);
 }
 
 std::vector<ListedCopy> CopyList::All() {
     std::vector<ListedCopy> listed;
     listed.reserve(copies_.size());
-    for (int row = 0; row < View().Count(); ++row) {
-        listed.push_back(copies_.at(View().Tag(row)));
+    for (int row = 0; row < View().Rows().Count(); ++row) {
+        listed.push_back(copies_.at(View().Rows().At(row).tag));
     }
     return listed;
 }
@@ -197,8 +200,8 @@ std::vector<ListedCopy> CopyList::All() {
 // A single copy that is not the newest is not selected by itself.
 void CopyList::SelectFirst() {
     ListView& copies = View();
-    int row = copies.Find(kNameColumn, kNewestLabel);
-    if (row < 0 && copies.Count() > 1) row = 0;
+    int row = copies.Rows().Find(kNameColumn, kNewestLabel);
+    if (row < 0 && copies.Rows().Count() > 1) row = 0;
     copies.Select(row);
 }
 

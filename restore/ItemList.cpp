@@ -98,11 +98,11 @@ void ItemList::AddItem(ItemRow item, bool isFolder) {
     ListView& items = View();
     ShownItem& shown = item.shown;
     shown.text = CFileFirstName(shown.name);
-    const int row = items.Add(shown.text, isFolder ? RowIcon::Folder : RowIcon::File);
-    if (items.SubItem(row, kNameColumn) != shown.text) {
+    const int row =
+        items.Add(shown.text, isFolder ? RowIcon::Folder : RowIcon::File, items_.size());
+    if (items.Rows().SubItem(row, kNameColumn) != shown.text) {
         Throw(kRowReadsBackDifferently, shown.name);
     }
-    items.SetTag(row, items_.size());
     if (items.Style() == ViewStyle::Details) {
         shown.type = isFolder ? L"Folder" : CFileExt(shown.name);
         shown.originalLocation = ReadPlace(shown);
@@ -143,7 +143,7 @@ int ItemList::RowOf(std::wstring_view path) {
     const std::wstring name = CFileName(path);
     const std::wstring folder = CFileLocation(path);
     ListView& items = View();
-    const int count = items.Count();
+    const int count = items.Rows().Count();
     int shown = -1;
     for (int row = 0; row < count; ++row) {
         const ShownItem& item = At(row).shown;
@@ -161,12 +161,12 @@ int ItemList::RowOf(std::wstring_view path) {
 
 const ItemRow& ItemList::At(int row) {
     static const ItemRow kNone;
-    const std::size_t tag = View().Tag(row);
+    const std::size_t tag = View().Rows().At(row).tag;
     return tag < items_.size() ? items_[tag] : kNone;
 }
 
 int ItemList::RowLike(const ShownItem& item) {
-    for (int row = 0; row < View().Count(); ++row) {
+    for (int row = 0; row < View().Rows().Count(); ++row) {
         const ShownItem& shown = At(row).shown;
         if (EqualNoCase(shown.text, item.text) && EqualNoCase(shown.type, item.type) &&
             EqualNoCase(shown.originalLocation, item.originalLocation)) {

@@ -41,7 +41,7 @@ class ItemList {
     [[nodiscard]] const ItemRow& At(int row);
 
     /// Whether a row shows an item.
-    [[nodiscard]] bool Has(int row) { return View().Tag(row) < items_.size(); }
+    [[nodiscard]] bool Has(int row) { return View().Rows().At(row).tag < items_.size(); }
 
     /// The row of a protected item; -1 for none.
     [[nodiscard]] int RowOf(std::wstring_view path);

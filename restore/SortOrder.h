@@ -15,7 +15,7 @@ class SortOrder {
     /// Sorts by a column (from 0). The direction changes at every call, whichever column it is.
     void Turn(ListView& list, int column) {
         isDescending_ = !isDescending_;
-        key_ = list.KeyOf(column);
+        key_ = list.Rows().KeyOf(column);
         Apply(list);
     }
 

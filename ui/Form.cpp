@@ -97,7 +97,7 @@ void Form::MakeParts() {
         if (HasWindow(data.kind)) part.window = MakeControl(parent, data, language_);
         if (data.kind == ControlKind::ListView) {
             part.list = std::make_unique<ListView>(part.window, data, language_);
-            part.list->Attach(names_.get(), Tips().Handle());
+            part.list->Tips().Attach(names_.get(), Tips().Handle());
             Tips().Add(part.window, ToolTips::Mouse::Relayed);
         } else if (data.kind == ControlKind::ToolBar) {
             part.toolBar = std::make_unique<ToolBar>(part.window, data, language_);

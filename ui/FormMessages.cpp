@@ -53,7 +53,7 @@ std::optional<LRESULT> Form::OnWindowMessage(UINT message, WPARAM wParam, LPARAM
     switch (message) {
         case WM_DESTROY:
             for (const Part& part : parts_) {
-                if (part.list) part.list->Attach(nullptr, nullptr);
+                if (part.list) part.list->Tips().Attach(nullptr, nullptr);
             }
             names_.reset();
             return std::nullopt;
@@ -311,14 +311,12 @@ LRESULT Form::OnListNotify(Part& part, NMHDR& header) {
             const UINT gained = change.uNewState & ~change.uOldState;
             const bool selected =
                 (change.uChanged & LVIF_STATE) != 0 && (gained & LVIS_SELECTED) != 0;
-            if (selected && !part.list->IsSelecting()) {
-                Notify(data, EventKind::Selection, change.iItem);
-            }
+            if (selected) Notify(data, EventKind::Selection, change.iItem);
             break;
         }
         case LVN_COLUMNCLICK: {
             const int column = reinterpret_cast<const NMLISTVIEW&>(header).iSubItem;
-            Notify(data, EventKind::ColumnClick, column, part.list->KeyOf(column));
+            Notify(data, EventKind::ColumnClick, column, part.list->Rows().KeyOf(column));
             break;
         }
         default:

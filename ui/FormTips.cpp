@@ -21,7 +21,7 @@ void Form::OnTipAsked(NMTTDISPINFOW& info) {
         const DWORD position = GetMessagePos();
         POINT mouse{GET_X_LPARAM(position), GET_Y_LPARAM(position)};
         MapWindowPoints(nullptr, control, &mouse, 1);
-        tipText_ = part->list->TipAt(mouse);
+        tipText_ = part->list->Tips().TipAt(mouse);
         if (arabic || PhraseReadsFromRight(tipText_)) tipText_ = MarkTip(tipText_);
         info.lpszText = tipText_.data();
         return;

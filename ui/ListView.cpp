@@ -1,201 +1,246 @@
 #include "ui/ListView.h"
 
 #include <algorithm>
+#include <array>
+#include <utility>
 
-#include "platform/RuntimeError.h"
+#include "ui/Gdi.h"
+#include "ui/PrivateMessages.h"
 #include "ui/Subclass.h"
 
 namespace vw {
 
+namespace {
+
+constexpr std::array kTypes{LVS_ICON, LVS_SMALLICON, LVS_LIST, LVS_REPORT};  // by ViewStyle
+
+// The row whose name begins with the letters that the user has typed, from a row on; -1 when there
+// is none.
+int FindForKeys(const ListViewRows& rows, const NMLVFINDITEMW& wanted) {
+    const UINT flags = wanted.lvfi.flags;
+    if ((flags & (LVFI_STRING | LVFI_PARTIAL)) == 0 || wanted.lvfi.psz == nullptr) return -1;
+    return rows.FindName(wanted.lvfi.psz, wanted.iStart, (flags & LVFI_PARTIAL) == 0,
+                         (flags & LVFI_WRAP) != 0);
+}
+
+}  // namespace
+
 ListView::ListView(HWND control, const ControlData& data, Language language)
-    : control_(control), data_(data), language_(language) {
-    int position = 0;
-    for (const ColumnData& column : data.columns) {
-        std::wstring header(column.header.In(language));
-        LVCOLUMNW info{};
-        info.mask = LVCF_TEXT | LVCF_FMT | LVCF_WIDTH | LVCF_SUBITEM;
-        info.fmt = EndsAtFarSide(column.kind, language) ? LVCFMT_RIGHT : LVCFMT_LEFT;
-        info.cx = column.width;
-        info.iSubItem = position;
-        info.pszText = header.data();
-        SendMessageW(control_, LVM_INSERTCOLUMNW, static_cast<WPARAM>(position),
-                     reinterpret_cast<LPARAM>(&info));
-        ++position;
-    }
+    : control_(control),
+      rows_(data.columns),
+      columns_(control_, rows_, data, language),
+      painter_(control_, rows_, data, language),
+      tips_(control_, rows_) {
     // Some systems show the buffer of a mirrored list as in a looking-glass.
     const LPARAM buffer = language == Language::Arabic ? 0 : LVS_EX_DOUBLEBUFFER;
-    SendMessageW(control_, LVM_SETEXTENDEDLISTVIEWSTYLE, 0, LVS_EX_FULLROWSELECT | buffer);
+    control_.Send(LVM_SETEXTENDEDLISTVIEWSTYLE, 0, LVS_EX_FULLROWSELECT | buffer);
     // The control asks for the warning sign as well.
-    SendMessageW(control_, LVM_SETCALLBACKMASK, LVIS_OVERLAYMASK, 0);
-    Subclass(control_, OnControlMessage, this);
+    control_.Send(LVM_SETCALLBACKMASK, LVIS_OVERLAYMASK);
+    Subclass(control, OnControlMessage, this);
 }
 
 ListView::~ListView() {
-    if (control_ != nullptr) Unsubclass(control_);
+    if (Handle() != nullptr) Unsubclass(Handle());
 }
 
-int ListView::Count() const noexcept { return static_cast<int>(rows_.size()); }
-
-ListView::Row* ListView::RowAt(int row) const noexcept {
-    return row < 0 || row >= Count() ? nullptr : rows_[static_cast<std::size_t>(row)].get();
-}
-
-int ListView::Add(std::wstring_view text, RowIcon icon) {
-    auto added = std::make_unique<Row>();
-    added->icon = icon;
-    added->cells.resize(data_.columns.size());
-    added->cells.front().text = text;
-    rows_.push_back(std::move(added));
-    if (!isPaused_) ShowCount();
-    return Count() - 1;
-}
-
-// A message for each row would take longer than all else that the row needs.
-void ListView::ShowCount() {
-    if (shownCount_ == Count()) return;
-    // The first row takes the place of the text about the empty list, and the other way round.
-    if (shownCount_ == 0 || rows_.empty()) InvalidateRect(control_, nullptr, TRUE);
-    shownCount_ = Count();
-    SendMessageW(control_, LVM_SETITEMCOUNT, static_cast<WPARAM>(shownCount_),
-                 LVSICF_NOINVALIDATEALL | LVSICF_NOSCROLL);
+int ListView::Add(std::wstring_view text, RowIcon icon, std::size_t tag) {
+    rows_.Add(text, icon, tag);
+    if (!control_.IsPaused()) control_.ShowCount(rows_.Count());
+    return rows_.Count() - 1;
 }
 
 // The control may ask for a row as long as it has its number, and others may ask the control: the
 // number goes first. The message moves the marks of selection and focus up with their rows; whether
 // it counts the row down depends on the system.
 void ListView::Remove(int row) {
-    if (RowAt(row) == nullptr) return;
-    ShowCount();
-    SendMessageW(control_, LVM_DELETEITEM, static_cast<WPARAM>(row), 0);
-    rows_.erase(rows_.begin() + row);
-    ShowCount();
-    InvalidateRect(control_, nullptr, TRUE);
-    SpeakWarnings();
+    if (row < 0 || row >= rows_.Count()) return;
+    control_.ShowCount(rows_.Count());
+    control_.Send(LVM_DELETEITEM, row);
+    rows_.Remove(row);
+    control_.ShowCount(rows_.Count());
+    control_.Repaint();
+    tips_.DescribeRows();
 }
 
 void ListView::Clear() {
     // What screen readers say belongs to positions, which the next rows have too.
     ShowWarnings({});
-    SendMessageW(control_, LVM_DELETEALLITEMS, 0, 0);
-    rows_.clear();
-    ShowCount();
-}
-
-int ListView::ColumnOf(std::wstring_view key) const {
-    const auto column = std::find_if(data_.columns.begin(), data_.columns.end(),
-                                     [&](const ColumnData& data) { return data.key == key; });
-    if (column == data_.columns.end()) Throw(error_number::kInvalidCall, key);
-    return static_cast<int>(column - data_.columns.begin());
-}
-
-std::wstring_view ListView::KeyOf(int column) const noexcept {
-    const auto position = static_cast<std::size_t>(column);
-    return position < data_.columns.size() ? data_.columns[position].key : std::wstring_view();
-}
-
-std::wstring ListView::SubItem(int row, std::wstring_view key) const {
-    const auto column = static_cast<std::size_t>(ColumnOf(key));
-    const Row* found = RowAt(row);
-    return found == nullptr ? std::wstring() : found->cells[column].text;
+    control_.Send(LVM_DELETEALLITEMS);
+    rows_.Clear();
+    control_.ShowCount(0);
 }
 
 void ListView::SetSubItem(int row, std::wstring_view key, std::wstring_view text,
-                          std::optional<Value> value) {
-    const int column = ColumnOf(key);
-    Row* found = RowAt(row);
-    if (found == nullptr) Throw(error_number::kInvalidCall, key);
-    found->cells[static_cast<std::size_t>(column)] = {std::wstring(text), value};
-    RepaintRow(row);
+                          std::optional<ListViewRows::Value> value) {
+    rows_.SetSubItem(row, key, {std::wstring(text), value});
+    control_.RepaintRow(row);
 }
 
-RowIcon ListView::IconOf(int row) const noexcept {
-    const Row* found = RowAt(row);
-    return found == nullptr ? RowIcon::File : found->icon;
+void ListView::ShowWarnings(const std::vector<std::wstring>& warnings) {
+    bool changed = false;
+    for (int row = 0; row < rows_.Count(); ++row) {
+        const auto position = static_cast<std::size_t>(row);
+        const std::wstring& text = position < warnings.size() ? warnings[position] : std::wstring();
+        if (rows_.At(row).warning == text) continue;
+        rows_.SetWarning(row, text);
+        control_.RepaintRow(row);
+        changed = true;
+    }
+    if (changed) tips_.DescribeRows();
 }
 
-std::size_t ListView::Tag(int row) const noexcept {
-    const Row* found = RowAt(row);
-    return found == nullptr ? 0 : found->tag;
-}
-
-void ListView::SetTag(int row, std::size_t tag) noexcept {
-    if (Row* found = RowAt(row)) found->tag = tag;
-}
-
-int ListView::Find(std::wstring_view key, std::wstring_view text) const {
-    const auto column = static_cast<std::size_t>(ColumnOf(key));
-    const auto found = std::ranges::find_if(
-        rows_, [&](const auto& row) { return row->cells[column].text == text; });
-    return found == rows_.end() ? -1 : static_cast<int>(found - rows_.begin());
+void ListView::Sort(std::wstring_view key, bool ascending, const ListViewRows::Compare& compare) {
+    const int selected = Selected();
+    const int focused = control_.Send(LVM_GETNEXTITEM, -1, LVNI_FOCUSED);
+    const std::vector<int> order = rows_.Sort(key, ascending, compare);
+    // The control keeps its marks by position.
+    const auto placeOf = [&](int row) {
+        const auto place = std::ranges::find(order, row);
+        return place == order.end() ? -1 : static_cast<int>(place - order.begin());
+    };
+    if (selected >= 0 || focused >= 0) control_.SetMarks(placeOf(selected), placeOf(focused));
+    control_.Repaint();
+    tips_.DescribeRows();
+    columns_.MarkSorted(rows_.ColumnOf(key), ascending);
 }
 
 int ListView::Selected() const noexcept {
-    return static_cast<int>(
-        SendMessageW(control_, LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED));
+    return control_.Send(LVM_GETNEXTITEM, -1, LVNI_SELECTED);
 }
 
 void ListView::Select(int row) {
-    ShowCount();
-    SetState(-1, 0);
-    if (row < 0) return;
-    SetState(row, LVIS_SELECTED | LVIS_FOCUSED);
+    control_.ShowCount(rows_.Count());
+    control_.SetMarks(row, row);
     // Shift and the arrow keys go on from here.
-    SendMessageW(control_, LVM_SETSELECTIONMARK, 0, row);
-}
-
-// Of one row, or of all when `row` is -1.
-void ListView::SetState(int row, UINT state) {
-    const bool outer = selecting_;
-    selecting_ = true;
-    LVITEMW item{};
-    item.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
-    item.state = state;
-    SendMessageW(control_, LVM_SETITEMSTATE, static_cast<WPARAM>(row),
-                 reinterpret_cast<LPARAM>(&item));
-    selecting_ = outer;
+    if (row >= 0) control_.Send(LVM_SETSELECTIONMARK, 0, row);
 }
 
 void ListView::EnsureVisible(int row) {
-    ShowCount();
-    SendMessageW(control_, LVM_ENSUREVISIBLE, static_cast<WPARAM>(row), FALSE);
+    control_.ShowCount(rows_.Count());
+    control_.Send(LVM_ENSUREVISIBLE, row);
 }
 
 void ListView::SetRedraw(bool on) {
-    isPaused_ = !on;
-    SendMessageW(control_, WM_SETREDRAW, on ? TRUE : FALSE, 0);
+    control_.SetRedraw(on);
     if (!on) return;
-    ShowCount();
-    FitColumns();
-    InvalidateRect(control_, nullptr, TRUE);
+    control_.ShowCount(rows_.Count());
+    columns_.Fit();
+    control_.Repaint();
 }
 
-void ListView::Sort(std::wstring_view key, bool ascending, const Compare& compare) {
-    const int column = ColumnOf(key);
-    const auto position = static_cast<std::size_t>(column);
-    const auto marked = [this](UINT mark) {
-        return RowAt(static_cast<int>(
-            SendMessageW(control_, LVM_GETNEXTITEM, static_cast<WPARAM>(-1), mark)));
-    };
-    const Row* const selected = marked(LVNI_SELECTED);
-    const Row* const focused = marked(LVNI_FOCUSED);
-    std::ranges::stable_sort(rows_, [&](const auto& first, const auto& second) {
-        const Cell& left = (ascending ? first : second)->cells[position];
-        const Cell& right = (ascending ? second : first)->cells[position];
-        if (left.value && right.value) return *left.value < *right.value;
-        return compare(left.text, right.text) < 0;
-    });
-    // The control keeps its marks by position.
-    if (selected != nullptr || focused != nullptr) {
-        SetState(-1, 0);
-        for (int row = 0; row < Count(); ++row) {
-            const UINT state = (RowAt(row) == selected ? LVIS_SELECTED : 0U) |
-                               (RowAt(row) == focused ? LVIS_FOCUSED : 0U);
-            if (state != 0) SetState(row, state);
+ViewStyle ListView::Style() const noexcept {
+    const LONG type = GetWindowLongW(Handle(), GWL_STYLE) & LVS_TYPEMASK;
+    return static_cast<ViewStyle>(std::ranges::find(kTypes, type) - kTypes.begin());
+}
+
+void ListView::SetStyle(ViewStyle style) {
+    painter_.TakeLargePictures(style == ViewStyle::LargeIcons);
+    const LONG rest = GetWindowLongW(Handle(), GWL_STYLE) & ~LVS_TYPEMASK;
+    SetWindowLongW(Handle(), GWL_STYLE, rest | kTypes[static_cast<std::size_t>(style)]);
+    control_.Repaint();
+}
+
+void ListView::SetArrange(ViewArrange arrange) {
+    LONG style = GetWindowLongW(Handle(), GWL_STYLE) & ~(LVS_ALIGNMASK | LVS_AUTOARRANGE);
+    if (arrange == ViewArrange::Left) style |= LVS_ALIGNLEFT | LVS_AUTOARRANGE;
+    if (arrange == ViewArrange::Top) style |= LVS_ALIGNTOP | LVS_AUTOARRANGE;
+    SetWindowLongW(Handle(), GWL_STYLE, style);
+    if (arrange != ViewArrange::None) control_.Send(LVM_ARRANGE, LVA_DEFAULT);
+}
+
+void ListView::SetPictures(RowPictures& pictures, HFONT font, int dpi) {
+    control_.SetDpi(dpi);
+    control_.Send(WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
+    control_.Send(LVM_SETIMAGELIST, LVSIL_SMALL, pictures.small.Get());
+    painter_.SetPictures(pictures);
+    painter_.TakeLargePictures(Style() == ViewStyle::LargeIcons);
+    columns_.Fit();
+}
+
+std::optional<LRESULT> ListView::OnNotify(NMHDR& header) {
+    switch (header.code) {
+        case LVN_GETDISPINFOW:
+            painter_.Answer(reinterpret_cast<NMLVDISPINFOW&>(header));
+            return 0;
+        case LVN_ODFINDITEMW:
+            return FindForKeys(rows_, reinterpret_cast<const NMLVFINDITEMW&>(header));
+        case LVN_ODSTATECHANGED:
+            InvalidateRect(Handle(), nullptr, FALSE);
+            return 0;
+        case LVN_ITEMCHANGED: {
+            // Row -1 means all rows.
+            const int row = reinterpret_cast<const NMLISTVIEW&>(header).iItem;
+            if (row < 0) InvalidateRect(Handle(), nullptr, FALSE);
+            control_.RepaintRow(row);
+            if (control_.IsSettingMarks()) return 0;
+            return std::nullopt;
         }
+        case NM_CUSTOMDRAW:
+            return painter_.OnCustomDraw(reinterpret_cast<const NMLVCUSTOMDRAW&>(header));
+        default:
+            return std::nullopt;
     }
-    InvalidateRect(control_, nullptr, TRUE);
-    SpeakWarnings();
-    MarkSortColumn(column, ascending);
+}
+
+LRESULT ListView::OnControlMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
+                                   void* data) {
+    auto* self = static_cast<ListView*>(data);
+    self->tips_.OnControlMessage(message, wParam, lParam);
+    switch (message) {
+        case WM_ERASEBKGND: {
+            const auto dc = reinterpret_cast<HDC>(wParam);
+            const SavedDc saved(dc);
+            self->painter_.KeepRows(dc);
+            return CallControl(window, message, wParam, lParam);
+        }
+        case WM_SIZE: {
+            if (self->rows_.Count() == 0) self->control_.Repaint();
+            const LRESULT result = CallControl(window, message, wParam, lParam);
+            if (wParam != SIZE_MINIMIZED) self->columns_.FitToSize();
+            return result;
+        }
+        case WM_NOTIFY: {
+            const LRESULT result = CallControl(window, message, wParam, lParam);
+            self->columns_.OnHeaderNotify(*reinterpret_cast<const NMHEADERW*>(lParam));
+            return result;
+        }
+        case WM_GETDLGCODE: {
+            // Enter opens a row here; everywhere else it presses the default button.
+            const auto* key = reinterpret_cast<const MSG*>(lParam);
+            const LRESULT codes = CallControl(window, message, wParam, lParam);
+            const bool enter = key != nullptr && key->wParam == VK_RETURN;
+            return enter ? codes | DLGC_WANTMESSAGE : codes;
+        }
+        case WM_KEYDOWN:
+            if (self->columns_.OnKeyDown(wParam)) return 0;
+            self->keyDown_ = wParam;
+            break;
+        case WM_KEYUP: {
+            // A key that was pressed in a box, and let go when the box was gone, is not meant here.
+            const LRESULT result = CallControl(window, message, wParam, lParam);
+            if (std::exchange(self->keyDown_, 0) == wParam) {
+                SendMessageW(GetParent(window), kListKeyUp, wParam,
+                             reinterpret_cast<LPARAM>(window));
+            }
+            return result;
+        }
+        case WM_SETFOCUS:
+            self->control_.RepaintRow(self->Selected());
+            break;
+        case WM_KILLFOCUS:
+            self->control_.RepaintRow(self->Selected());
+            self->keyDown_ = 0;
+            break;
+        case WM_DROPFILES:
+            SendMessageW(GetParent(window), kListDrop, wParam, reinterpret_cast<LPARAM>(window));
+            return 0;
+        case WM_NCDESTROY:
+            self->control_.Forget();
+            break;
+        default:
+            break;
+    }
+    return CallControl(window, message, wParam, lParam);
 }
 
 }  // namespace vw

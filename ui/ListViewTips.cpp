@@ -1,106 +1,62 @@
-#include "ui/AccessibleNames.h"
-#include "ui/DisplayText.h"
-#include "ui/Gdi.h"
-#include "ui/ListView.h"
-#include "ui/Painting.h"
+#include "ui/ListViewTips.h"
 
-// What a list view says beyond its cells: warnings, and texts that have no room.
+#include "ui/AccessibleNames.h"
+#include "ui/Gdi.h"
+#include "ui/Painting.h"
+// The extended window macros need the declarations of the window system first.
+#include <windowsx.h>
 
 namespace vw {
 
-void ListView::Attach(AccessibleNames* names, HWND tips) noexcept {
+void ListViewTips::Attach(AccessibleNames* names, HWND tips) noexcept {
     names_ = names;
     tips_ = tips;
 }
 
-void ListView::ShowWarnings(const std::vector<std::wstring>& warnings) {
-    bool changed = false;
-    for (std::size_t row = 0; row < rows_.size(); ++row) {
-        const std::wstring& text = row < warnings.size() ? warnings[row] : std::wstring();
-        if (rows_[row]->warning == text) continue;
-        rows_[row]->warning = text;
-        RepaintRow(static_cast<int>(row));
-        changed = true;
-    }
-    if (changed) SpeakWarnings();
-}
-
-std::wstring ListView::WarningOf(int row) const {
-    const Row* found = RowAt(row);
-    return found == nullptr ? std::wstring() : found->warning;
-}
-
 // Descriptions belong to positions, and rows change theirs.
-void ListView::SpeakWarnings() {
+void ListViewTips::DescribeRows() {
     if (names_ == nullptr) return;
-    bool any = false;
-    for (const auto& row : rows_) any = any || !row->warning.empty();
-    if (!any && !speaks_) return;
-    speaks_ = any;
-    int position = 0;
-    for (const auto& row : rows_) names_->Describe(control_, position++, row->warning);
-    names_->Describe(control_, position, {});
-}
-
-std::pair<int, int> ListView::CellAt(POINT place) const {
-    LVHITTESTINFO hit{};
-    hit.pt = place;
-    if (SendMessageW(control_, LVM_SUBITEMHITTEST, 0, reinterpret_cast<LPARAM>(&hit)) < 0) {
-        return {-1, -1};
+    bool hasWarnings = false;
+    for (int row = 0; row < rows_.Count(); ++row) hasWarnings |= !rows_.At(row).warning.empty();
+    if (!std::exchange(hasDescriptions_, hasWarnings) && !hasWarnings) return;
+    for (int row = 0; row <= rows_.Count(); ++row) {
+        names_->Describe(control_.Handle(), row, rows_.At(row).warning);
     }
-    return {hit.iItem, hit.iSubItem};
 }
 
-bool ListView::IsShortened(int row, int column) const {
-    const std::wstring& text =
-        rows_[static_cast<std::size_t>(row)]->cells[static_cast<std::size_t>(column)].text;
-    const RECT cell = CellArea(row, column);
-    const WindowDc dc(control_);
+bool ListViewTips::IsShortened(int row, int column) const {
+    const std::wstring& text = rows_.At(row).cells[static_cast<std::size_t>(column)].text;
+    const RECT cell = control_.CellArea(row, column);
+    const WindowDc dc(control_.Handle());
     const SavedDc saved(dc.Get());
-    SelectFontOf(control_, dc.Get());
+    SelectFontOf(control_.Handle(), dc.Get());
     return MeasureIn(dc.Get())(text) > cell.right - cell.left;
 }
 
-std::wstring ListView::TipAt(POINT place) const {
-    const auto [row, column] = CellAt(place);
-    const Row* found = RowAt(row);
-    if (found == nullptr || column < 0 || column >= static_cast<int>(found->cells.size()))
-        return {};
+std::wstring ListViewTips::TipAt(POINT place) const {
+    const auto [row, column] = control_.CellAt(place);
+    const auto& found = rows_.At(row);
+    if (column < 0 || column >= static_cast<int>(found.cells.size())) return {};
     std::wstring tip;
-    if (Style() != ViewStyle::Details || IsShortened(row, column)) {
-        tip = found->cells[static_cast<std::size_t>(column)].text;
+    if (!control_.IsDetails() || IsShortened(row, column)) {
+        tip = found.cells[static_cast<std::size_t>(column)].text;
     }
-    if (found->warning.empty()) return tip;
-    return tip.empty() ? found->warning : tip + L"\r\n" + found->warning;
+    if (found.warning.empty()) return tip;
+    return tip.empty() ? found.warning : tip + L"\r\n" + found.warning;
 }
 
 // Tool tips that watch a window look their data up by name with each of its messages.
-void ListView::RelayToTips(UINT message, WPARAM wParam, LPARAM lParam) const {
-    if (tips_ == nullptr || message < WM_MOUSEFIRST || message > WM_MOUSELAST) return;
+void ListViewTips::OnControlMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message < WM_MOUSEFIRST || message > WM_MOUSELAST || tips_ == nullptr) return;
     MSG relayed{};
-    relayed.hwnd = control_;
+    relayed.hwnd = control_.Handle();
     relayed.message = message;
     relayed.wParam = wParam;
     relayed.lParam = lParam;
     SendMessageW(tips_, TTM_RELAYEVENT, 0, reinterpret_cast<LPARAM>(&relayed));
-}
-
-void ListView::FollowMouse(POINT place) {
-    const auto cell = CellAt(place);
-    if (cell == mouseAt_) return;
-    mouseAt_ = cell;
-    if (tips_ != nullptr) SendMessageW(tips_, TTM_POP, 0, 0);
-}
-
-// The control repaints less of a row than is drawn here when its state changes.
-void ListView::RepaintRow(int row) const {
-    if (isPaused_ || row < 0 || row >= shownCount_) return;
-    RECT area = RowArea(row, LVIR_BOUNDS);
-    RECT all{};
-    GetClientRect(control_, &all);
-    area.left = all.left;
-    area.right = all.right;
-    InvalidateRect(control_, &area, FALSE);
+    if (message != WM_MOUSEMOVE) return;
+    const auto cell = control_.CellAt({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)});
+    if (std::exchange(mouseAt_, cell) != cell) SendMessageW(tips_, TTM_POP, 0, 0);
 }
 
 }  // namespace vw

@@ -77,8 +77,8 @@ void ListEditing::Save() {
 
 bool ListEditing::IsShownText(std::wstring_view text) {
     ListView& list = rows_.List();
-    for (int row = 0; row < list.Count(); ++row) {
-        if (EqualNoCase(list.SubItem(row, kNameColumn), text)) return true;
+    for (int row = 0; row < list.Rows().Count(); ++row) {
+        if (EqualNoCase(list.Rows().SubItem(row, kNameColumn), text)) return true;
     }
     return false;
 }
@@ -93,7 +93,7 @@ void ListEditing::AddItem(FileDialogKind kind) {
     if (path.empty() || IsShownText(path) || path.ends_with(L":\\\\")) return;
     ItemAdder adder(system_, state_, rows_, context_.progress);
     adder.Add(path);
-    rows_.List().FitColumns();
+    rows_.List().Columns().Fit();
     adder.SelectNewest();
     Save();
 }
@@ -174,7 +174,7 @@ void ListEditing::lsvBackupListClick() { context_.copies.RestoredPath(rows_.Sele
 void ListEditing::lsvBackupListColumnClick(int column) {
     descending_ = !descending_;
     ListView& list = rows_.List();
-    list.Sort(list.KeyOf(column), !descending_, CompareForUser);
+    list.Sort(list.Rows().KeyOf(column), !descending_, CompareForUser);
 }
 
 }  // namespace vw

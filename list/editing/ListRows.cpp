@@ -31,11 +31,11 @@ ListRows::ListRows(System& system, const ProgramState& state, Form& main,
 
 ListView& ListRows::List() { return main_.List(control::lsvBackupList); }
 
-int ListRows::Count() { return List().Count(); }
+int ListRows::Count() { return List().Rows().Count(); }
 
 ListRows::Outcome ListRows::AddToList(std::wstring_view path) {
     return trap_.Or(Outcome::Vanished, L"AddToList", [&] {
-        List().ClearSortMark();
+        List().Columns().ClearSortMark();
         if (keys_.contains(UpperCase(path))) return Outcome::AlreadyThere;
         if (!IsRule(path)) return AddFileOrFolder(path);
         AddRule(path);
@@ -55,15 +55,14 @@ void ListRows::AddRule(std::wstring_view path) {
 
 int ListRows::AddRow(std::wstring_view text, RowIcon icon, ItemRow item) {
     ListView& list = List();
-    const int row = list.Add(text, icon);
-    list.SetTag(row, items_.size());
+    const int row = list.Add(text, icon, items_.size());
     list.SetSubItem(row, L"Path", item.path);
     keys_.insert(UpperCase(item.path));
     items_.push_back(std::move(item));
     return row;
 }
 
-ListRows::ItemRow& ListRows::RowAt(int row) { return items_.at(List().Tag(row)); }
+ListRows::ItemRow& ListRows::RowAt(int row) { return items_.at(List().Rows().At(row).tag); }
 
 const std::wstring& ListRows::PathOf(int row) { return RowAt(row).path; }
 
@@ -77,7 +76,7 @@ void ListRows::ShowStats(int row, std::uint64_t bytes, Date newest) {
     if (item.bytes == bytes && item.newest == newest) return;
     item.bytes = bytes;
     item.newest = newest;
-    List().SetSubItem(row, L"Size", CSize(bytes), static_cast<ListView::Value>(bytes));
+    List().SetSubItem(row, L"Size", CSize(bytes), static_cast<ListViewRows::Value>(bytes));
     List().SetSubItem(row, L"Date", DateText(newest), newest);
 }
 
@@ -138,7 +137,7 @@ void ListRows::UpdateWarnings() {
     if (state_.silentRun) return;
     ListView& list = List();
     std::vector<RowFacts> rows;
-    const int count = list.Count();
+    const int count = list.Rows().Count();
     rows.reserve(static_cast<std::size_t>(count));
     for (int row = 0; row < count; ++row) {
         rows.push_back({PathOf(row), RowAt(row).newest});
@@ -154,8 +153,8 @@ void ListRows::UpdateWarnings() {
 std::vector<std::wstring> ListRows::Warnings() {
     ListView& list = List();
     std::vector<std::wstring> lines;
-    for (int row = 0; row < list.Count(); ++row) {
-        const std::wstring warning = list.WarningOf(row);
+    for (int row = 0; row < list.Rows().Count(); ++row) {
+        const std::wstring warning = list.Rows().At(row).warning;
         if (warning.empty()) continue;
         lines.push_back(warning);
         lines.push_back(PathOf(row));

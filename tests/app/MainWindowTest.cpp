@@ -80,7 +80,7 @@ TEST_F(MainWindowLoad, FirstChoiceOfADrive_ListsItsCopies) {
                  reinterpret_cast<LPARAM>(box));
     Rethrow();
     EXPECT_EQ(state.BackupTo, drive.Backup());
-    EXPECT_EQ(Main().List(L"lsvRestore1").Count(), 1);
+    EXPECT_EQ(Main().List(L"lsvRestore1").Rows().Count(), 1);
 }
 
 TEST_F(App, Start_CopiesOfTheFirstItemAreShown) {
@@ -90,8 +90,8 @@ TEST_F(App, Start_CopiesOfTheFirstItemAreShown) {
     Choose(ID_mnuBackup);
     Start();
     ListView& items = Main().List(L"lsvRestore1");
-    ASSERT_EQ(items.Count(), 2);
-    EXPECT_EQ(items.SubItem(items.Selected(), L"Name"), L"Zebra");
+    ASSERT_EQ(items.Rows().Count(), 2);
+    EXPECT_EQ(items.Rows().SubItem(items.Selected(), L"Name"), L"Zebra");
 }
 
 std::vector<std::wstring> startedCommands;

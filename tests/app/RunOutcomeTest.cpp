@@ -108,13 +108,13 @@ TEST_F(RunOutcome, BackupNow_ItemChangedSinceLoading_RowShowsItAsItIs) {
     WriteDefaultList({letter, plan, tree.Path(L"Home\\Docs\\")});
     Start();
     ListView& list = Main().List(L"lsvBackupList");
-    const std::wstring before = list.SubItem(1, L"Date");
+    const std::wstring before = list.Rows().SubItem(1, L"Date");
     tree.File(L"Home\\Docs\\Plan.txt", "123456", {2024, 1, 2, 12, 0, 0});
     Choose(ID_mnuBackup);
-    EXPECT_EQ(list.SubItem(1, L"Size"), MFileDosShell::CSize(6));
-    EXPECT_EQ(list.SubItem(2, L"Size"), MFileDosShell::CSize(6));
-    EXPECT_NE(list.SubItem(1, L"Date"), before);
-    EXPECT_EQ(list.SubItem(2, L"Date"), list.SubItem(1, L"Date"));
+    EXPECT_EQ(list.Rows().SubItem(1, L"Size"), MFileDosShell::CSize(6));
+    EXPECT_EQ(list.Rows().SubItem(2, L"Size"), MFileDosShell::CSize(6));
+    EXPECT_NE(list.Rows().SubItem(1, L"Date"), before);
+    EXPECT_EQ(list.Rows().SubItem(2, L"Date"), list.Rows().SubItem(1, L"Date"));
     EXPECT_THROW(Close(), ProgramEnded);
 }
 
@@ -125,7 +125,7 @@ TEST_F(RunOutcome, BackupNow_SelectedItemHasCopies_TheyAreShownUnderItsName) {
     Main().List(L"lsvBackupList").Select(1);
     Choose(ID_mnuBackup);
     ListView& stored = Main().List(L"lsvRestore1");
-    EXPECT_EQ(stored.SubItem(stored.Selected(), kNameColumn), L"Letter");
+    EXPECT_EQ(stored.Rows().SubItem(stored.Selected(), kNameColumn), L"Letter");
     EXPECT_EQ(Main().Text(L"lblCopiesHeading"), L"Copies of Letter.txt, " + tree.Path(L"Home"));
     EXPECT_THROW(Close(), ProgramEnded);
 }
@@ -144,14 +144,14 @@ TEST_F(RunOutcome, ItemsThatGoWrong_CarryWarningsAndTheReportRepeatsThem) {
     tree.File(inside);
     Start();
     ListView& list = Main().List(L"lsvBackupList");
-    EXPECT_EQ(list.WarningOf(0), L"");
-    EXPECT_THAT(list.WarningOf(1), HasSubstr(L"Not backed up: "));
+    EXPECT_EQ(list.Rows().At(0).warning, L"");
+    EXPECT_THAT(list.Rows().At(1).warning, HasSubstr(L"Not backed up: "));
     Windows().editing.lsvBackupList_OLEDragDrop({comma});
-    EXPECT_THAT(list.WarningOf(2), HasSubstr(L"comma"));
+    EXPECT_THAT(list.Rows().At(2).warning, HasSubstr(L"comma"));
     Choose(ID_mnuBackup);
     ClickStatus();
     EXPECT_THAT(Windows().frmBusyDialog.Window().Text(L"txtReport"),
-                HasSubstr(list.WarningOf(2) + L"\r\n" + comma));
+                HasSubstr(list.Rows().At(2).warning + L"\r\n" + comma));
     EXPECT_THROW(Close(), ProgramEnded);
 }
 

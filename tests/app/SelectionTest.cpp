@@ -20,12 +20,12 @@ class RestoreView : public App {
         change.stateMask = LVIS_SELECTED;
         change.state = LVIS_SELECTED;
         SendMessageW(Main().Control(L"lsvRestore1"), LVM_SETITEMSTATE,
-                     static_cast<WPARAM>(Stored().Find(L"Name", item)),
+                     static_cast<WPARAM>(Stored().Rows().Find(L"Name", item)),
                      reinterpret_cast<LPARAM>(&change));
     }
     ListView& Stored() { return Main().List(L"lsvRestore1"); }
     [[nodiscard]] std::wstring CopyShown() {
-        return Main().List(L"lsvRestore2").SubItem(0, L"BackupName");
+        return Main().List(L"lsvRestore2").Rows().SubItem(0, L"BackupName");
     }
 
     const std::wstring note = tree.File(L"Home\\Note.txt", "note");
@@ -42,7 +42,7 @@ TEST_F(RestoreView, AClickDuringACommandIsFollowedAtItsEnd) {
     });
     Click(L"Letter");
     EXPECT_TRUE(clicked) << "while the copies of the letter were listed";
-    EXPECT_EQ(Stored().SubItem(Stored().Selected(), L"Name"), L"Note");
+    EXPECT_EQ(Stored().Rows().SubItem(Stored().Selected(), L"Name"), L"Note");
     EXPECT_EQ(CopyShown(), drive.Backup() + L"\\Note«0001».txt");
 }
 

@@ -30,7 +30,7 @@ TEST_F(SilentRun, OpensAListAndShowsNoWindow) {
     int listed = 0;
     world.pump.AtEachYield([&] {
         if (world.pump.Yields() > 1 && Main().IsLoaded()) {
-            listed += Main().List(L"lsvRestore1").Count();
+            listed += Main().List(L"lsvRestore1").Rows().Count();
         }
     });
     EXPECT_THROW(Start(L"/S"), ProgramEnded);

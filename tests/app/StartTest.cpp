@@ -27,13 +27,13 @@ class StartTest : public App {
     }
     [[nodiscard]] std::wstring SelectedItem() {
         ListView& items = Main().List(L"lsvRestore1");
-        return items.Selected() < 0 ? L"" : items.SubItem(items.Selected(), L"Name");
+        return items.Selected() < 0 ? L"" : items.Rows().SubItem(items.Selected(), L"Name");
     }
     [[nodiscard]] std::vector<std::wstring> CopiesShown() {
         ListView& copies = Main().List(L"lsvRestore2");
         std::vector<std::wstring> paths;
-        for (int row = 0; row < copies.Count(); ++row) {
-            paths.push_back(copies.SubItem(row, L"BackupName"));
+        for (int row = 0; row < copies.Rows().Count(); ++row) {
+            paths.push_back(copies.Rows().SubItem(row, L"BackupName"));
         }
         return paths;
     }
@@ -167,9 +167,9 @@ TEST_F(StartTest, ServerThatIsGone_IsAskedNothingByTheWindow) {
     EXPECT_EQ(world.errors.TakeOne().number, error_number::kAccessError) << "one box for all rows";
     ListRows& rows = started.Windows().list.Rows();
     EXPECT_THAT(rows.Paths(), ElementsAre(L"Q:\\Docs\\a.txt", letter, L"Q:\\Docs\\More\\"));
-    EXPECT_EQ(rows.List().SubItem(0, L"Size"), L"");
-    EXPECT_NE(rows.List().SubItem(1, L"Size"), L"");
-    EXPECT_EQ(rows.List().SubItem(1, L"SP"), L"") << "only the destination knows it";
+    EXPECT_EQ(rows.List().Rows().SubItem(0, L"Size"), L"");
+    EXPECT_NE(rows.List().Rows().SubItem(1, L"Size"), L"");
+    EXPECT_EQ(rows.List().Rows().SubItem(1, L"SP"), L"") << "only the destination knows it";
     EXPECT_EQ(started.Windows().frmMain.Text(L"cmbDestination"), L"Q:");
     // The drive can be chosen no more, and the choice does not stop the window either.
     started.Windows().list.ChooseDestination(L"Q:\\Backup");

@@ -17,10 +17,10 @@ TEST_F(Browser, ListsNothingBeforeADriveIsChosen) {
     CopyFile(L"a«0001».txt");
     CopiesBrowser fresh = Unbound();
     fresh.ListRestoreFiles();
-    EXPECT_EQ(browser.Items().Count(), 0);
+    EXPECT_EQ(browser.Items().Rows().Count(), 0);
     fresh.SourceChosen();
     fresh.ListRestoreFiles();
-    EXPECT_EQ(browser.Items().Count(), 1);
+    EXPECT_EQ(browser.Items().Rows().Count(), 1);
 }
 
 TEST_F(Browser, TakesTheDriveOfAPathAndMakesItsFolder) {
@@ -40,13 +40,13 @@ TEST_F(Browser, AnAbsentDriveGivesWayToC) {
 TEST_F(Browser, AFolderOfCommentsListsNothing) {
     CopyFile(L"a«0001».txt");
     browser.ListRestoreFiles();
-    EXPECT_EQ(browser.Copies().Count(), 1);
+    EXPECT_EQ(browser.Copies().Rows().Count(), 1);
     tree.Remove(vault + L"\\a«0001».txt");
     CopyFile(L"a«0001».txt.vwc");
     CopyFile(L"b«0001».vwc");
     browser.ListRestoreFiles();
     EXPECT_THAT(Items(), IsEmpty());
-    EXPECT_EQ(browser.Copies().Count(), 0);
+    EXPECT_EQ(browser.Copies().Rows().Count(), 0);
 }
 
 TEST_F(Browser, GroupsTheCopiesOfAnItemAndKeepsLocationsApart) {
@@ -77,11 +77,11 @@ TEST_F(Browser, AFolderCopyIsAFolderWithItsSize) {
     BackUp(letters + L"\\");
     browser.ListRestoreFiles();
     EXPECT_THAT(Items(), ElementsAre(L"Letters"));
-    EXPECT_EQ(browser.Items().IconOf(0), RowIcon::Folder);
-    EXPECT_EQ(browser.Items().SubItem(0, L"Type"), L"Folder");
-    EXPECT_EQ(browser.Items().SubItem(0, L"Orginal Location"), tree.Path(L"Home"));
-    EXPECT_EQ(browser.Copies().SubItem(0, L"Size"), L"1024Byte");
-    EXPECT_EQ(browser.Copies().SubItem(0, L"BackupName"), vault + L"\\Letters«0001»");
+    EXPECT_EQ(browser.Items().Rows().At(0).icon, RowIcon::Folder);
+    EXPECT_EQ(browser.Items().Rows().SubItem(0, L"Type"), L"Folder");
+    EXPECT_EQ(browser.Items().Rows().SubItem(0, L"Orginal Location"), tree.Path(L"Home"));
+    EXPECT_EQ(browser.Copies().Rows().SubItem(0, L"Size"), L"1024Byte");
+    EXPECT_EQ(browser.Copies().Rows().SubItem(0, L"BackupName"), vault + L"\\Letters«0001»");
 }
 
 TEST_F(Browser, Labels_OfSafetyCopies_BeginWithU) {
@@ -100,8 +100,8 @@ TEST_F(Browser, ForeignNamesNeverStopIt) {
     tree.Folder(vault + L"\\twin«0001»");
     CopyFile(L"twin«0002»");
     browser.ListRestoreFiles();
-    EXPECT_GE(browser.Items().Count(), 5);
-    for (int row = 0; row < browser.Items().Count(); ++row) {
+    EXPECT_GE(browser.Items().Rows().Count(), 5);
+    for (int row = 0; row < browser.Items().Rows().Count(); ++row) {
         browser.Items().Select(row);
         browser.lsvRestore1ItemClick(row);
     }
@@ -123,7 +123,7 @@ TEST_F(Browser, OtherViewsLeaveTheColumnsEmptyAndLookUpLocationZero) {
     browser.ListRestoreFiles();
     EXPECT_THAT(Column(browser.Items(), L"SP"), ElementsAre(L"", L""));
     browser.ListCopyes(1);
-    EXPECT_EQ(browser.Copies().SubItem(0, L"BackupName"), vault + L"\\Docs«0001»");
+    EXPECT_EQ(browser.Copies().Rows().SubItem(0, L"BackupName"), vault + L"\\Docs«0001»");
 }
 
 TEST_F(Browser, WithoutTheNewestCopyTheFirstOfSeveralIsSelected) {
@@ -141,9 +141,9 @@ TEST_F(Browser, SortsByValuesAndTurnsAtEveryClick) {
     CopyFile(L"a«0002».txt", std::string(5000, 'x'));
     CopyFile(L"a«0003».txt", "x");
     browser.ListRestoreFiles();
-    browser.lsvRestore2ColumnClick(browser.Copies().ColumnOf(L"Size"));
+    browser.lsvRestore2ColumnClick(browser.Copies().Rows().ColumnOf(L"Size"));
     EXPECT_THAT(Labels(), ElementsAre(L"N02", L"N01", L"N03"));
-    browser.lsvRestore2ColumnClick(browser.Copies().ColumnOf(L"Size"));
+    browser.lsvRestore2ColumnClick(browser.Copies().Rows().ColumnOf(L"Size"));
     EXPECT_THAT(Labels(), ElementsAre(L"N03", L"N01", L"N02"));
     // The order stays for the next listing.
     browser.ListCopyes(0);
@@ -158,13 +158,14 @@ TEST_F(Browser, FindsTheRowOfAProtectedItem) {
     for (const std::wstring& item : {first, second, work + L"\\"}) BackUp(item);
     browser.ListRestoreFiles();
     browser.RestoredPath(second);
-    EXPECT_EQ(browser.Items().SubItem(browser.Items().Selected(), L"SP"), L"1");
+    EXPECT_EQ(browser.Items().Rows().SubItem(browser.Items().Selected(), L"SP"), L"1");
     browser.RestoredPath(L"REPORT.doc");
-    EXPECT_EQ(browser.Items().SubItem(browser.Items().Selected(), L"SP"), L"1") << "no match";
+    EXPECT_EQ(browser.Items().Rows().SubItem(browser.Items().Selected(), L"SP"), L"1")
+        << "no match";
     browser.RestoredPath(work + L"\\*");
-    EXPECT_EQ(browser.Items().SubItem(browser.Items().Selected(), L"Name"), L"Work");
+    EXPECT_EQ(browser.Items().Rows().SubItem(browser.Items().Selected(), L"Name"), L"Work");
     browser.RestoredPath(work + L"\\");
-    EXPECT_EQ(browser.Copies().SubItem(0, L"BackupName"), vault + L"\\Work«0001»");
+    EXPECT_EQ(browser.Copies().Rows().SubItem(0, L"BackupName"), vault + L"\\Work«0001»");
     browser.RestoredPath(L"");
 }
 
@@ -198,10 +199,12 @@ TEST_F(Browser, CopiesOfItemsBelowSuchAFolderAreFoundToo) {
     EXPECT_THAT(Column(browser.Items(), L"Orginal Location"),
                 ElementsAre(tree.Path(L"j.smith\\My"), tree.Path(L"k.jones")));
     EXPECT_THAT(Labels(), ElementsAre(L"N01", L"N02"));
-    EXPECT_EQ(browser.Copies().SubItem(1, L"BackupName"), vault + L"\\Docs«0002».smith\\My\\Docs");
+    EXPECT_EQ(browser.Copies().Rows().SubItem(1, L"BackupName"),
+              vault + L"\\Docs«0002».smith\\My\\Docs");
     SelectItem(L"Note");
     EXPECT_THAT(Labels(), ElementsAre(L"N01", L"N02"));
-    EXPECT_EQ(browser.Copies().SubItem(0, L"BackupName"), vault + L"\\Note«0001».jones\\Note");
+    EXPECT_EQ(browser.Copies().Rows().SubItem(0, L"BackupName"),
+              vault + L"\\Note«0001».jones\\Note");
     browser.RestoredPath(docs + L"\\");
     EXPECT_EQ(browser.Items().Selected(), 0);
 }
@@ -222,7 +225,7 @@ TEST_F(Browser, ASecondListingDuringTheFirstDoesNothing) {
         world.pump.Restart();
         world.pump.AtYield(yield, [&] { browser.ListRestoreFiles(); });
         browser.ListRestoreFiles();
-        EXPECT_EQ(browser.Items().Count(), 20) << yield;
+        EXPECT_EQ(browser.Items().Rows().Count(), 20) << yield;
     }
 }
 
@@ -283,7 +286,7 @@ TEST_F(Browser, SelectLastKeepsTheCopyThatWasSelected) {
     CopyFile(L"a«0021».txt");
     browser.SelectLast();
     EXPECT_THAT(Labels(), ElementsAre(L"N01", L"N02", L"N03", L"U01"));
-    EXPECT_EQ(browser.Copies().SubItem(browser.Copies().Selected(), L"Name"), L"N03");
+    EXPECT_EQ(browser.Copies().Rows().SubItem(browser.Copies().Selected(), L"Name"), L"N03");
 }
 
 TEST_F(Browser, ManyCopiesTakeOneListingAndTwoQuestionsPerComment) {
@@ -295,7 +298,7 @@ TEST_F(Browser, ManyCopiesTakeOneListingAndTwoQuestionsPerComment) {
     }
     world.files.FailNth(1000000, 0);
     browser.ListRestoreFiles();
-    EXPECT_EQ(browser.Items().Count(), 2000);
+    EXPECT_EQ(browser.Items().Rows().Count(), 2000);
     // Of each comment: whether it is a file, its text, and whether the folder still exists. Nobody
     // asks for one that the listing did not show.
     EXPECT_LT(world.files.Count(), 3 * 1000 + 30);

@@ -39,7 +39,7 @@ TEST_F(CopiesListing, DateColumn_SortsByTimeNotByText) {
     tree.File(vault + L"\\a«0002».txt", "x", {2023, 12, 30, 9, 0, 0});
     tree.File(vault + L"\\a«0003».txt", "x", {2024, 2, 11, 21, 0, 0});
     browser.ListRestoreFiles();
-    const int column = browser.Copies().ColumnOf(L"Date");
+    const int column = browser.Copies().Rows().ColumnOf(L"Date");
     browser.lsvRestore2ColumnClick(column);
     EXPECT_THAT(Labels(), ElementsAre(L"N01", L"N03", L"N02")) << "the first click sorts downwards";
     browser.lsvRestore2ColumnClick(column);
@@ -51,16 +51,16 @@ TEST_F(CopiesListing, Copies_HaveTheIconOfTheirKind) {
     CopyFile(L"Note«0001».txt");
     browser.ListRestoreFiles();
     SelectItem(L"Home");
-    EXPECT_EQ(browser.Copies().IconOf(0), RowIcon::Folder);
+    EXPECT_EQ(browser.Copies().Rows().At(0).icon, RowIcon::Folder);
     SelectItem(L"Note");
-    EXPECT_EQ(browser.Copies().IconOf(0), RowIcon::File);
+    EXPECT_EQ(browser.Copies().Rows().At(0).icon, RowIcon::File);
 }
 
 TEST_F(CopiesListing, FoldersWithAPoint_OfTwoLocationsStayApart) {
     tree.File(vault + L"\\Projects«0001».v2\\a.txt");
     tree.File(vault + L"\\Projects«0101».v2\\a.txt");
     browser.ListRestoreFiles();
-    ASSERT_EQ(browser.Items().Count(), 2);
+    ASSERT_EQ(browser.Items().Rows().Count(), 2);
     for (int row = 0; row < 2; ++row) {
         browser.Items().Select(row);
         browser.ListCopyes(row);
@@ -73,7 +73,7 @@ TEST_F(CopiesListing, FilesWithoutExtension_OfTwoLocationsStayApart) {
     CopyFile(L"README«0001»");
     CopyFile(L"README«0101»");
     browser.ListRestoreFiles();
-    ASSERT_EQ(browser.Items().Count(), 2);
+    ASSERT_EQ(browser.Items().Rows().Count(), 2);
     for (int row = 0; row < 2; ++row) {
         browser.ListCopyes(row);
         const std::wstring name = row == 0 ? L"\\README«0001»" : L"\\README«0101»";
@@ -84,7 +84,7 @@ TEST_F(CopiesListing, FilesWithoutExtension_OfTwoLocationsStayApart) {
 TEST_F(CopiesListing, ClickOnAnItem_MakesItsRowVisible) {
     for (int i = 100; i < 180; ++i) CopyFile(L"f" + std::to_wstring(i) + L"«0001».txt");
     browser.ListRestoreFiles();
-    const int last = browser.Items().Count() - 1;
+    const int last = browser.Items().Rows().Count() - 1;
     browser.Items().Select(last);
     browser.Items().EnsureVisible(0);
     browser.lsvRestore1ItemClick(last);
@@ -99,7 +99,7 @@ TEST_F(CopiesListing, ClickOnTheFirstItem_MakesItsRowVisible) {
     for (int i = 100; i < 180; ++i) CopyFile(L"f" + std::to_wstring(i) + L"«0001».txt");
     browser.ListRestoreFiles();
     browser.Items().Select(0);
-    browser.Items().EnsureVisible(browser.Items().Count() - 1);
+    browser.Items().EnsureVisible(browser.Items().Rows().Count() - 1);
     const HWND items = browser.Items().Handle();
     ASSERT_GT(SendMessageW(items, LVM_GETTOPINDEX, 0, 0), 0);
     browser.lsvRestore1ItemClick(0);

@@ -197,7 +197,7 @@ TEST_F(Restore, DeleteOnlyCopy_ItChanged_KeepsTheSelection) {
     world.boxes.OnBox([this] { tree.File(vault + L"\\Zeta«0001».txt", "longer than it was"); });
     commands.mnuDelCopyClick();
     EXPECT_EQ(world.errors.TakeOne().number, error_number::kFileNotFound);
-    EXPECT_EQ(browser.Items().SubItem(browser.Items().Selected(), L"Name"), L"Zeta");
+    EXPECT_EQ(browser.Items().Rows().SubItem(browser.Items().Selected(), L"Name"), L"Zeta");
 }
 
 }  // namespace

@@ -54,7 +54,7 @@ class ExchangedDrive : public RestoreEnvironment {
         for (const ToldError& error : world.errors.Take()) told.push_back(error.description);
     }
     void Click(std::wstring_view item) {
-        const int row = browser.Items().Find(L"Name", item);
+        const int row = browser.Items().Rows().Find(L"Name", item);
         ASSERT_GE(row, 0);
         browser.Items().Select(row);
         browser.lsvRestore1ItemClick(row);
@@ -81,7 +81,7 @@ TEST_F(ExchangedDrive, Restore_DriveGone_TouchesNoOtherItem) {
     // The lists show the other folder now, and both of them do.
     EXPECT_EQ(main.form.Text(L"cmbDestination"), L"C:");
     EXPECT_THAT(ListedCopies(), Each(HasSubstr(L"C:\\Backup")));
-    EXPECT_EQ(browser.Items().SubItem(0, L"Orginal Location"), tree.Path(L"Other"));
+    EXPECT_EQ(browser.Items().Rows().SubItem(0, L"Orginal Location"), tree.Path(L"Other"));
 }
 
 TEST_F(ExchangedDrive, Restore_DriveComesBackAfterWaking_Restores) {
@@ -124,7 +124,7 @@ TEST_F(ExchangedDrive, Click_DriveGone_ListsBothFromC) {
     drive.PullOut();
     Click(L"Letter");
     EXPECT_THAT(ListedCopies(), Each(HasSubstr(L"C:\\Backup")));
-    EXPECT_EQ(browser.Items().SubItem(0, L"Orginal Location"), tree.Path(L"Other"));
+    EXPECT_EQ(browser.Items().Rows().SubItem(0, L"Orginal Location"), tree.Path(L"Other"));
     EXPECT_THAT(world.boxes.Shown(), IsEmpty());
     EXPECT_THAT(Status(), HasSubstr(L"exchanged"));
 }
@@ -191,7 +191,7 @@ class TwoSticks : public RestoreEnvironment {
         for (const std::wstring& folder : folders) BackUp(tree.Path(folder + L"\\Report.doc"));
     }
     void SelectPlace(const std::wstring& place) {
-        const int row = browser.Items().Find(L"Orginal Location", place);
+        const int row = browser.Items().Rows().Find(L"Orginal Location", place);
         ASSERT_GE(row, 0);
         browser.Items().Select(row);
         browser.lsvRestore1ItemClick(row);
@@ -208,7 +208,7 @@ TEST_F(TwoSticks, Restore_AfterExchange_StopsAndListsTheOtherStick) {
     EXPECT_EQ(ReadTree(vault), second);
     // The row of the same name and place is the selected one.
     const int row = browser.Items().Selected();
-    EXPECT_EQ(browser.Items().SubItem(row, L"Orginal Location"), tree.Path(L"B"));
+    EXPECT_EQ(browser.Items().Rows().SubItem(row, L"Orginal Location"), tree.Path(L"B"));
     EXPECT_THAT(Column(browser.Copies(), L"BackupName"),
                 ElementsAre(vault + L"\\Report«0001».doc"));
     world.boxes.Expect(kQuestion, BoxAnswer::Yes);
@@ -220,8 +220,8 @@ TEST_F(TwoSticks, Click_AfterExchange_SelectsTheRowOfTheSamePlace) {
     drive.Insert(L"second");
     SelectPlace(tree.Path(L"B"));
     const int row = browser.Items().Selected();
-    EXPECT_EQ(browser.Items().SubItem(row, L"Orginal Location"), tree.Path(L"B"));
-    EXPECT_EQ(browser.Items().SubItem(row, L"SP"), L"0");
+    EXPECT_EQ(browser.Items().Rows().SubItem(row, L"Orginal Location"), tree.Path(L"B"));
+    EXPECT_EQ(browser.Items().Rows().SubItem(row, L"SP"), L"0");
     EXPECT_THAT(Column(browser.Copies(), L"BackupName"),
                 ElementsAre(vault + L"\\Report«0001».doc"));
     EXPECT_THAT(Status(), HasSubstr(L"exchanged"));

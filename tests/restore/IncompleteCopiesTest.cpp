@@ -25,9 +25,9 @@ class IncompleteCopies : public Restore {
     }
     [[nodiscard]] std::vector<std::wstring> Warnings() {
         std::vector<std::wstring> warnings;
-        warnings.reserve(static_cast<std::size_t>(browser.Copies().Count()));
-        for (int row = 0; row < browser.Copies().Count(); ++row) {
-            warnings.push_back(browser.Copies().WarningOf(row));
+        warnings.reserve(static_cast<std::size_t>(browser.Copies().Rows().Count()));
+        for (int row = 0; row < browser.Copies().Rows().Count(); ++row) {
+            warnings.push_back(browser.Copies().Rows().At(row).warning);
         }
         return warnings;
     }

@@ -27,7 +27,7 @@ TEST_F(MarkedNames, File_BackedUpTwice_ComesBackAndIsDeleted) {
         browser.ListRestoreFiles();
         browser.RestoredPath(item);
         ASSERT_THAT(Labels(), ElementsAre(L"N01", L"N02"));
-        EXPECT_EQ(browser.Items().Count(), 1);
+        EXPECT_EQ(browser.Items().Rows().Count(), 1);
         SelectCopy(L"N02");
         world.boxes.Expect(kQuestion + item, BoxAnswer::Yes);
         commands.mnuRestoreClick();
@@ -70,7 +70,7 @@ TEST_F(MarkedNames, TwoItems_OnePlainOneMarked_KeepApart) {
     BackUp(plain);
     BackUp(marked);
     browser.ListRestoreFiles();
-    EXPECT_EQ(browser.Items().Count(), 2);
+    EXPECT_EQ(browser.Items().Rows().Count(), 2);
     for (const std::wstring& item : {plain, marked}) {
         tree.Remove(item);
         browser.RestoredPath(item);

@@ -109,7 +109,7 @@ TEST_F(NestedRows, WithAndWithoutCommentStandBesideEachOther) {
     commands.mnuDelCopyClick();
     browser.ListRestoreFiles();
     EXPECT_THAT(Locations(), UnorderedElementsAre(L"??", tree.Path(L"j.smith\\Deep\\er")));
-    browser.Items().Select(browser.Items().Find(L"Orginal Location", L"??"));
+    browser.Items().Select(browser.Items().Rows().Find(L"Orginal Location", L"??"));
     browser.ListCopyes(browser.Items().Selected());
     EXPECT_THAT(Listed(), ElementsAre(Stored(2, L"A\\Docs")));
 }
@@ -129,7 +129,7 @@ TEST_F(NestedRows, OfAFileWithoutExtensionStandBesideThoseOfAFolder) {
     EXPECT_THAT(Column(browser.Items(), L"Type"), UnorderedElementsAre(L"Folder", L""));
     browser.RestoredPath(tree.Path(L"j.smith\\File\\Docs"));
     EXPECT_THAT(Listed(), ElementsAre(Stored(1, L"File\\Docs")));
-    EXPECT_EQ(browser.Copies().SubItem(0, L"Size"), L"6Byte");
+    EXPECT_EQ(browser.Copies().Rows().SubItem(0, L"Size"), L"6Byte");
 }
 
 // The folder Docs.smith itself is an item, whose newest copy was deleted: what is in its copies is
@@ -155,7 +155,7 @@ TEST_F(NestedRows, AndACopyOfTheFolderItselfNeverTakeEachOtherAlong) {
     tree.File(vault + L"\\Docs«0002».smith\\read me.txt", "the folder's");
     BackUpDocs({L"A"}, 1);
     EXPECT_THAT(Locations(), UnorderedElementsAre(L"??", tree.Path(L"j.smith\\A")));
-    browser.Items().Select(browser.Items().Find(L"Orginal Location", L"??"));
+    browser.Items().Select(browser.Items().Rows().Find(L"Orginal Location", L"??"));
     browser.ListCopyes(browser.Items().Selected());
     EXPECT_THAT(Listed(), ElementsAre(vault + L"\\Docs«0002».smith"));
     world.boxes.Expect(L"Docs", BoxAnswer::Yes);
@@ -176,7 +176,7 @@ TEST_F(NestedRows, OfAFolderThatHoldsMoreLeaveTheRest) {
         browser.ListRestoreFiles();
         EXPECT_THAT(Locations(),
                     ElementsAre(tree.Path(L"j.smith") + (place.empty() ? L"" : L"\\A")));
-        EXPECT_EQ(browser.Copies().Count(), last);
+        EXPECT_EQ(browser.Copies().Rows().Count(), last);
         world.boxes.Expect(L"Docs", BoxAnswer::Yes);
         commands.mnuDelCopiesClick();
         EXPECT_EQ(ReadBytes(mixed + L"\\mine.txt"), "mine");

@@ -109,14 +109,14 @@ class RandomBrowser : public RestoreEnvironment {
         browser.ListRestoreFiles();
     }
     void Click() {
-        if (browser.Items().Count() == 0) return;
-        const int row = Chance(10) ? -1 : Number(0, browser.Items().Count() - 1);
+        if (browser.Items().Rows().Count() == 0) return;
+        const int row = Chance(10) ? -1 : Number(0, browser.Items().Rows().Count() - 1);
         browser.Items().Select(row);
         if (row >= 0 && Chance(90)) browser.lsvRestore1ItemClick(row);
     }
     void ClickCopy() {
-        if (browser.Copies().Count() > 0) {
-            browser.Copies().Select(Number(0, browser.Copies().Count() - 1));
+        if (browser.Copies().Rows().Count() > 0) {
+            browser.Copies().Select(Number(0, browser.Copies().Rows().Count() - 1));
         }
     }
 

@@ -22,7 +22,7 @@ TEST_F(Restore, OverwritesWithoutASafetyCopyWhatACopyHas) {
     EXPECT_FALSE(HasSafety());
     EXPECT_THAT(calls, ElementsAre(L"Restoring: " + document, L"BusyHide true"));
     ExpectGivenQuestion(world.boxes.Shown().at(0));
-    EXPECT_EQ(browser.Copies().SubItem(browser.Copies().Selected(), L"Name"), L"N02");
+    EXPECT_EQ(browser.Copies().Rows().SubItem(browser.Copies().Selected(), L"Name"), L"N02");
 }
 
 // A run of another process has rotated since the copies were listed: under the name of the one that

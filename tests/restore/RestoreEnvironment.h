@@ -61,20 +61,21 @@ class RestoreEnvironment : public testing::Test, private ProgressReporter, priva
     }
     [[nodiscard]] std::vector<std::wstring> Column(ListView& list, std::wstring_view key) {
         std::vector<std::wstring> texts;
-        texts.reserve(static_cast<std::size_t>(list.Count()));
-        for (int row = 0; row < list.Count(); ++row) texts.push_back(list.SubItem(row, key));
+        texts.reserve(static_cast<std::size_t>(list.Rows().Count()));
+        for (int row = 0; row < list.Rows().Count(); ++row)
+            texts.push_back(list.Rows().SubItem(row, key));
         return texts;
     }
     [[nodiscard]] std::vector<std::wstring> Items() { return Column(browser.Items(), L"Name"); }
     [[nodiscard]] std::vector<std::wstring> Labels() { return Column(browser.Copies(), L"Name"); }
     void SelectItem(std::wstring_view name) {
-        const int row = browser.Items().Find(L"Name", name);
+        const int row = browser.Items().Rows().Find(L"Name", name);
         ASSERT_GE(row, 0);
         browser.Items().Select(row);
         browser.ListCopyes(row);
     }
     void SelectCopy(std::wstring_view label) {
-        const int row = browser.Copies().Find(L"Name", label);
+        const int row = browser.Copies().Rows().Find(L"Name", label);
         ASSERT_GE(row, 0);
         browser.Copies().Select(row);
     }

@@ -83,7 +83,7 @@ class RoundTrip : public RestoreEnvironment {
     void RestoreAll(Item& item) {
         browser.ListRestoreFiles();
         browser.RestoredPath(tree.Path(item.path));
-        ASSERT_EQ(browser.Copies().Count(), static_cast<int>(item.states.size()));
+        ASSERT_EQ(browser.Copies().Rows().Count(), static_cast<int>(item.states.size()));
         for (std::size_t i = 0; i < item.states.size(); ++i) {
             for (const bool elsewhere : {false, true}) {
                 SelectCopy(CopyLabel(static_cast<int>(i) + 1));

@@ -41,7 +41,7 @@ class Selection : public Restore {
     }
     /// As the list view does on a click that raises no event.
     void ClickUnheard(std::wstring_view item) {
-        browser.Items().Select(browser.Items().Find(L"Name", item));
+        browser.Items().Select(browser.Items().Rows().Find(L"Name", item));
     }
     [[nodiscard]] std::vector<std::wstring> Listed() {
         return Column(browser.Copies(), L"BackupName");
@@ -101,7 +101,7 @@ TEST_F(Selection, ThatMovesDuringARestoreGetsNoSafetyCopyOfAnotherItem) {
     browser.RestoredPath(document);
     tree.File(L"Docs\\Report.doc", "unsaved", {2024, 2, 1, 9, 0, 0});
     Give(&RestoreCommands::mnuRestoreClick,
-         [this] { browser.Items().Select(browser.Items().Find(L"SP", L"1")); });
+         [this] { browser.Items().Select(browser.Items().Rows().Find(L"SP", L"1")); });
     EXPECT_EQ(ReadBytes(document), "state 3");
     EXPECT_EQ(Safety(), "unsaved") << "beside the copies of its own item";
 }
@@ -115,7 +115,7 @@ TEST_F(Selection, IsFollowedOnceAndNotWithoutNeed) {
     // A click beside the rows selects nothing, and the copies stay.
     browser.Items().Select(-1);
     EXPECT_TRUE(browser.FollowSelection());
-    EXPECT_EQ(browser.Copies().Count(), 1);
+    EXPECT_EQ(browser.Copies().Rows().Count(), 1);
 }
 
 }  // namespace

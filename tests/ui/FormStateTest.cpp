@@ -73,8 +73,10 @@ TEST(FormState, UnknownName_ThrowsError5) {
     EXPECT_EQ(numberOf([&] { main.form.Menus().Check(L"mnuNothing", true); }), 5);
     EXPECT_EQ(numberOf([&] { main.form.Menus().Check(L"mnuOptions", true); }), 5) << "no index";
     EXPECT_EQ(numberOf([&] { main.form.Tools(L"Toolbar1").Enable(L"Nothing", true); }), 5);
-    EXPECT_EQ(
-        numberOf([&] { static_cast<void>(main.form.List(L"lsvRestore2").ColumnOf(L"Path")); }), 5);
+    EXPECT_EQ(numberOf([&] {
+                  static_cast<void>(main.form.List(L"lsvRestore2").Rows().ColumnOf(L"Path"));
+              }),
+              5);
     RecordedEvents events;
     Form unloaded(MainForm(), Language::English, events);
     EXPECT_EQ(numberOf([&] { static_cast<void>(unloaded.List(L"lsvBackupList")); }), 5);

@@ -197,7 +197,8 @@ TEST_P(FormText, Columns_HaveTheirKeys) {
     const auto keys = [&](const wchar_t* name) {
         std::vector<std::wstring> found;
         ListView& list = main.form.List(name);
-        for (int i = 0; !list.KeyOf(i).empty(); ++i) found.emplace_back(list.KeyOf(i));
+        for (int i = 0; !list.Rows().KeyOf(i).empty(); ++i)
+            found.emplace_back(list.Rows().KeyOf(i));
         return found;
     };
     using Keys = std::vector<std::wstring>;

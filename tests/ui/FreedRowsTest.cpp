@@ -64,14 +64,14 @@ TEST_P(FreedRows, Clear_ControlStillHoldsARow_TextIsWhole) {
     list.Clear();
     EXPECT_THAT(listener.heard, SizeIs(1));
     EXPECT_THAT(listener.heard, Each(kLong));
-    EXPECT_EQ(list.Count(), 0);
+    EXPECT_EQ(list.Rows().Count(), 0);
 }
 
 TEST_P(FreedRows, Remove_ControlStillHoldsTheRow_TextIsWhole) {
     list.Remove(1);
     EXPECT_THAT(listener.heard, SizeIs(1));
     EXPECT_THAT(listener.heard, Each(kLong));
-    EXPECT_EQ(list.Count(), 2);
+    EXPECT_EQ(list.Rows().Count(), 2);
 }
 
 INSTANTIATE_TEST_SUITE_P(InBothLanguages, FreedRows, testing::ValuesIn(kLanguages));

@@ -29,12 +29,12 @@ class ListLooks : public testing::TestWithParam<Language> {
     }
     [[nodiscard]] int Width(std::wstring_view key) const {
         return static_cast<int>(SendMessageW(list.Handle(), LVM_GETCOLUMNWIDTH,
-                                             static_cast<WPARAM>(list.ColumnOf(key)), 0));
+                                             static_cast<WPARAM>(list.Rows().ColumnOf(key)), 0));
     }
     [[nodiscard]] POINT MiddleOf(int row, std::wstring_view key) const {
         RECT area{};
         area.left = LVIR_LABEL;
-        area.top = list.ColumnOf(key);
+        area.top = list.Rows().ColumnOf(key);
         SendMessageW(list.Handle(), LVM_GETSUBITEMRECT, static_cast<WPARAM>(row),
                      reinterpret_cast<LPARAM>(&area));
         return {(area.left + area.right) / 2, (area.top + area.bottom) / 2};
@@ -48,7 +48,7 @@ class ListLooks : public testing::TestWithParam<Language> {
 
 TEST_P(ListLooks, MaximisedWindow_ColumnsOfAnItem_FitWithoutScrolling) {
     Add(longPath);
-    list.FitColumns();
+    list.Columns().Fit();
     RECT area{};
     GetClientRect(list.Handle(), &area);
     int used = 0;
@@ -62,7 +62,7 @@ TEST_P(ListLooks, LittleRoom_NumberIsLeftToTheScrollBar_PathStaysReadable) {
     test::GiveInnerSize(main.form, 1090, 700);
     const int row = Add(longPath);
     list.SetSubItem(row, L"Size", L"46.9KByte", 46900);
-    list.FitColumns();
+    list.Columns().Fit();
     RECT area{};
     GetClientRect(list.Handle(), &area);
     int used = 0;
@@ -73,7 +73,7 @@ TEST_P(ListLooks, LittleRoom_NumberIsLeftToTheScrollBar_PathStaysReadable) {
 
 TEST_P(ListLooks, WindowGrows_ColumnsUseTheRoom) {
     Add(longPath);
-    list.FitColumns();
+    list.Columns().Fit();
     const int before = Width(L"Path");
     test::GiveInnerSize(main.form, 1800, 900);
     EXPECT_GT(Width(L"Path"), before);
@@ -81,9 +81,9 @@ TEST_P(ListLooks, WindowGrows_ColumnsUseTheRoom) {
 
 TEST_P(ListLooks, WidthOfTheUser_IsKept) {
     Add(longPath);
-    list.FitColumns();
-    test::DragColumn(list, list.ColumnOf(L"Type"), 233);
-    list.FitColumns();
+    list.Columns().Fit();
+    test::DragColumn(list, list.Rows().ColumnOf(L"Type"), 233);
+    list.Columns().Fit();
     EXPECT_EQ(Width(L"Type"), 233);
     test::GiveInnerSize(main.form, 1400, 900);
     EXPECT_EQ(Width(L"Type"), 233);
@@ -91,20 +91,20 @@ TEST_P(ListLooks, WidthOfTheUser_IsKept) {
 
 TEST_P(ListLooks, ShortenedCell_TipIsTheWholeText) {
     const int row = Add(longPath);
-    list.FitColumns();
-    EXPECT_EQ(list.TipAt(MiddleOf(row, L"Path")), longPath);
-    EXPECT_EQ(list.TipAt(MiddleOf(row, L"Type")), L"") << "all of it is seen";
-    EXPECT_EQ(list.TipAt({5, 800}), L"") << "there is no row";
+    list.Columns().Fit();
+    EXPECT_EQ(list.Tips().TipAt(MiddleOf(row, L"Path")), longPath);
+    EXPECT_EQ(list.Tips().TipAt(MiddleOf(row, L"Type")), L"") << "all of it is seen";
+    EXPECT_EQ(list.Tips().TipAt({5, 800}), L"") << "there is no row";
 }
 
 TEST_P(ListLooks, RowWithWarning_TipSaysIt_TextsStayExact) {
     Add(L"C:\\a.docx");
     Add(L"C:\\b, c.docx");
     list.ShowWarnings({L"", L"Two items."});
-    list.FitColumns();
-    EXPECT_EQ(list.TipAt(MiddleOf(0, L"Type")), L"");
-    EXPECT_EQ(list.TipAt(MiddleOf(1, L"Type")), L"Two items.");
-    EXPECT_EQ(list.SubItem(1, kNameColumn), L"b, c.docx");
+    list.Columns().Fit();
+    EXPECT_EQ(list.Tips().TipAt(MiddleOf(0, L"Type")), L"");
+    EXPECT_EQ(list.Tips().TipAt(MiddleOf(1, L"Type")), L"Two items.");
+    EXPECT_EQ(list.Rows().SubItem(1, kNameColumn), L"b, c.docx");
     const auto overlay = [&](int row) {
         return SendMessageW(list.Handle(), LVM_GETITEMSTATE, static_cast<WPARAM>(row),
                             LVIS_OVERLAYMASK);
@@ -113,7 +113,7 @@ TEST_P(ListLooks, RowWithWarning_TipSaysIt_TextsStayExact) {
     EXPECT_EQ(overlay(1), INDEXTOOVERLAYMASK(kWarningOverlay));
     list.ShowWarnings({});
     EXPECT_EQ(overlay(1), 0);
-    EXPECT_EQ(list.WarningOf(1), L"");
+    EXPECT_EQ(list.Rows().At(1).warning, L"");
 }
 
 TEST_P(ListLooks, SortedOrRemovedRows_WarningsStayWithTheirRows) {
@@ -123,12 +123,12 @@ TEST_P(ListLooks, SortedOrRemovedRows_WarningsStayWithTheirRows) {
     list.ShowWarnings({L"about b", L"", L"about c"});
     list.Sort(kNameColumn, true,
               [](std::wstring_view left, std::wstring_view right) { return left.compare(right); });
-    EXPECT_EQ(list.WarningOf(0), L"");
-    EXPECT_EQ(list.WarningOf(1), L"about b");
+    EXPECT_EQ(list.Rows().At(0).warning, L"");
+    EXPECT_EQ(list.Rows().At(1).warning, L"about b");
     list.Remove(1);
-    EXPECT_EQ(list.WarningOf(1), L"about c");
+    EXPECT_EQ(list.Rows().At(1).warning, L"about c");
     list.Clear();
-    EXPECT_EQ(list.WarningOf(0), L"");
+    EXPECT_EQ(list.Rows().At(0).warning, L"");
 }
 
 // The control invalidates less than is drawn here.
@@ -156,15 +156,15 @@ TEST_P(ListLooks, SelectionMoves_WholeRowIsPaintedAnew) {
 // The control would move what it has painted to the new places, with paths of the old width.
 TEST_P(ListLooks, WidthsChange_WholeListIsPaintedAnew) {
     Add(longPath);
-    list.FitColumns();
+    list.Columns().Fit();
     main.form.Show(ShowHow::KeepFocus);
     main.form.Repaint();
     ValidateRect(list.Handle(), nullptr);
-    list.FitColumns();
+    list.Columns().Fit();
     EXPECT_FALSE(GetUpdateRect(list.Handle(), nullptr, FALSE)) << "nothing has changed";
     list.SetSubItem(0, L"Type", L".a-longer-extension");
     ValidateRect(list.Handle(), nullptr);
-    list.FitColumns();
+    list.Columns().Fit();
     RECT client{};
     GetClientRect(list.Handle(), &client);
     RECT update{};

@@ -137,7 +137,7 @@ TEST_P(RealKeys, ControlAndNumber_IsAClickOnThatColumn) {
     if (GetForegroundWindow() != main.Handle()) GTEST_SKIP() << "another program is in front";
     for (const auto* name : {L"lsvBackupList", L"lsvRestore1", L"lsvRestore2"}) {
         SetFocus(main.Control(name));
-        const int count = static_cast<int>(main.form.List(name).KeyOf(6).empty() ? 4 : 7);
+        const int count = static_cast<int>(main.form.List(name).Rows().KeyOf(6).empty() ? 4 : 7);
         for (int column = 0; column < count; ++column) {
             main.events.events.clear();
             TypeWithControl(static_cast<WORD>(L'1' + column));

@@ -33,7 +33,7 @@ TEST_F(Adding, ItemThatIsThere_SelectsItsRow) {
     dialogs.Expect(sub + kFolderName);
     editing.mnuAddFolderClick();
     EXPECT_EQ(View().Selected(), 2);
-    EXPECT_EQ(View().Count(), 3);
+    EXPECT_EQ(View().Rows().Count(), 3);
 }
 
 TEST_F(Adding, OneOfSeveralIsNew_SelectsTheNewRow) {

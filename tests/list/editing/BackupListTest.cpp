@@ -29,21 +29,21 @@ TEST_F(BackupLists, LoadsDestinationCountAndItems) {
     EXPECT_EQ(main.form.Text(L"lblBackages"), L"7");
     EXPECT_EQ(main.form.Value(L"vsBackages"), 7);
     EXPECT_EQ(main.form.Text(L"cmbDestination"), L"D:");
-    ASSERT_EQ(View().Count(), 3);
-    EXPECT_EQ(View().SubItem(0, L"Name"), L"a");
-    EXPECT_EQ(View().SubItem(0, L"Type"), L".txt");
-    EXPECT_EQ(View().SubItem(0, L"Size"), L"4Byte");
-    EXPECT_EQ(View().SubItem(0, L"SP"), L"00");
-    EXPECT_EQ(View().SubItem(0, L"Location"), tree.Path());
-    EXPECT_EQ(View().SubItem(1, L"Type"), L"Folder");
-    EXPECT_EQ(View().SubItem(1, L"Size"), L"2.0KByte");
-    EXPECT_EQ(View().SubItem(2, L"Name"), L"files in Sub");
-    EXPECT_EQ(View().SubItem(2, L"Type"), L"Rule");
-    EXPECT_EQ(View().SubItem(2, L"Size"), L"");
-    EXPECT_EQ(View().SubItem(2, L"Date"), L"");
-    EXPECT_EQ(View().IconOf(0), RowIcon::File);
-    EXPECT_EQ(View().IconOf(1), RowIcon::Folder);
-    EXPECT_EQ(View().IconOf(2), RowIcon::Rule);
+    ASSERT_EQ(View().Rows().Count(), 3);
+    EXPECT_EQ(View().Rows().SubItem(0, L"Name"), L"a");
+    EXPECT_EQ(View().Rows().SubItem(0, L"Type"), L".txt");
+    EXPECT_EQ(View().Rows().SubItem(0, L"Size"), L"4Byte");
+    EXPECT_EQ(View().Rows().SubItem(0, L"SP"), L"00");
+    EXPECT_EQ(View().Rows().SubItem(0, L"Location"), tree.Path());
+    EXPECT_EQ(View().Rows().SubItem(1, L"Type"), L"Folder");
+    EXPECT_EQ(View().Rows().SubItem(1, L"Size"), L"2.0KByte");
+    EXPECT_EQ(View().Rows().SubItem(2, L"Name"), L"files in Sub");
+    EXPECT_EQ(View().Rows().SubItem(2, L"Type"), L"Rule");
+    EXPECT_EQ(View().Rows().SubItem(2, L"Size"), L"");
+    EXPECT_EQ(View().Rows().SubItem(2, L"Date"), L"");
+    EXPECT_EQ(View().Rows().At(0).icon, RowIcon::File);
+    EXPECT_EQ(View().Rows().At(1).icon, RowIcon::Folder);
+    EXPECT_EQ(View().Rows().At(2).icon, RowIcon::Rule);
     EXPECT_EQ(View().Selected(), 0);
     EXPECT_THAT(calls, Contains(L"ListLoaded"));
 }
@@ -109,7 +109,7 @@ TEST_F(BackupLists, CountIsNoNumberOrTooLarge_IsIgnored) {
 TEST_F(BackupLists, MissingList_IsCreatedEmpty) {
     list.GetList();
     EXPECT_EQ(Saved(), "");
-    EXPECT_EQ(View().Count(), 0);
+    EXPECT_EQ(View().Rows().Count(), 0);
 }
 
 TEST_F(BackupLists, TwoLinesOfOnePath_AreOneItem) {
@@ -166,7 +166,7 @@ TEST_F(BackupLists, Save_WhileTheListLoads_ChangesNothing) {
         list.GetList();
         EXPECT_EQ(Saved(), before) << moment;
         EXPECT_TRUE(state.listModified);
-        EXPECT_EQ(View().Count(), 6);
+        EXPECT_EQ(View().Rows().Count(), 6);
     }
     list.FileSave();
     EXPECT_EQ(Saved(), Expected(Paths()));
@@ -180,7 +180,7 @@ TEST_F(BackupLists, ManyItems_YieldsAfterEachLine) {
     ListFile(text + text);
     world.pump.Restart();
     list.GetList();
-    EXPECT_EQ(View().Count(), kItems);
+    EXPECT_EQ(View().Rows().Count(), kItems);
     EXPECT_GE(world.pump.Yields(), 2 * kItems) << "once for each line";
     state.listModified = true;
     list.FileSave();

@@ -105,8 +105,8 @@ TEST_F(KeptList, ItemOfAFailingDisk_IsKept) {
     list.GetList();
     EXPECT_EQ(world.errors.TakeOne().number, error_number::kPermissionDenied);
     EXPECT_THAT(Paths(), ElementsAre(a));
-    EXPECT_EQ(View().SubItem(0, L"Size"), L"");
-    EXPECT_EQ(View().SubItem(0, L"Date"), L"");
+    EXPECT_EQ(View().Rows().SubItem(0, L"Size"), L"");
+    EXPECT_EQ(View().Rows().SubItem(0, L"Date"), L"");
 }
 
 }  // namespace

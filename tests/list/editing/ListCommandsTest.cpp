@@ -25,7 +25,7 @@ TEST_F(ListCommands, New_HasTheChosenNameAndIsEmpty) {
     list.FileNew(false);
     EXPECT_EQ(state.currentListPath, chosen);
     EXPECT_EQ(Saved(), "");
-    EXPECT_EQ(View().Count(), 0);
+    EXPECT_EQ(View().Rows().Count(), 0);
     EXPECT_TRUE(state.listModified);
     EXPECT_EQ(recent.RecentFile(1), chosen);
     ASSERT_EQ(dialogs.shown.size(), 1U);

@@ -110,7 +110,7 @@ TEST_F(Editing, AddRule_AddsARuleForTheFilesOfAFolder) {
     dialogs.Expect(Path(L"Sub") + kFolderName);
     editing.AddRule();
     EXPECT_THAT(Paths(), ElementsAre(Path(L"Sub\\*")));
-    EXPECT_EQ(View().SubItem(0, L"Name"), L"files in Sub");
+    EXPECT_EQ(View().Rows().SubItem(0, L"Name"), L"files in Sub");
 }
 
 TEST_F(Editing, AddFolderOrRule_DriveAlone_IsRefused) {
@@ -149,7 +149,7 @@ TEST_F(Editing, SessionEndsDuringADrop_SavesTheItemsAddedSoFar) {
     world.pump.Restart();
     std::string atTheEnd;
     world.pump.AtEachYield([&] {
-        if (View().Count() != 1) return;
+        if (View().Rows().Count() != 1) return;
         list.FileSave();
         atTheEnd = Saved();
     });
@@ -196,7 +196,7 @@ TEST_F(Editing, DelItem_NoSelection_DeletesNothing) {
     editing.lsvBackupList_OLEDragDrop({tree.File(L"a.txt")});
     View().Select(-1);
     editing.DelItem();
-    EXPECT_EQ(View().Count(), 1);
+    EXPECT_EQ(View().Rows().Count(), 1);
 }
 
 TEST_F(Editing, Click_ShowsTheCopiesOfTheItem) {
@@ -213,9 +213,9 @@ TEST_F(Editing, ColumnClick_EachClick_ReversesTheOrder) {
     editing.lsvBackupList_OLEDragDrop({b, a, c});
     editing.lsvBackupListColumnClick(0);
     EXPECT_THAT(Paths(), ElementsAre(c, b, a)) << "the first click sorts downwards";
-    editing.lsvBackupListColumnClick(View().ColumnOf(L"Size"));
+    editing.lsvBackupListColumnClick(View().Rows().ColumnOf(L"Size"));
     EXPECT_THAT(Paths(), ElementsAre(a, b, c)) << "by bytes, not by their text";
-    editing.lsvBackupListColumnClick(View().ColumnOf(L"Size"));
+    editing.lsvBackupListColumnClick(View().Rows().ColumnOf(L"Size"));
     EXPECT_THAT(Paths(), ElementsAre(c, b, a));
 }
 
@@ -238,8 +238,8 @@ TEST_F(Editing, TwoFilesOfOneName_HaveTheirOwnLocationNumbers) {
     const std::wstring second = tree.File(L"Two\\a.txt");
     engine.BackupPath(first, 0, false, false);
     editing.lsvBackupList_OLEDragDrop({first, second});
-    EXPECT_EQ(View().SubItem(0, L"SP"), L"00");
-    EXPECT_EQ(View().SubItem(1, L"SP"), L"01");
+    EXPECT_EQ(View().Rows().SubItem(0, L"SP"), L"00");
+    EXPECT_EQ(View().Rows().SubItem(1, L"SP"), L"01");
 }
 
 // Whatever a user does to a list, in whatever order: its file says what a simple model says.

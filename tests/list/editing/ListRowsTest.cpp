@@ -31,7 +31,7 @@ class ListRowsTest : public ListFixture {
         item.mask = HDI_FORMAT;
         const auto header =
             reinterpret_cast<HWND>(SendMessageW(View().Handle(), LVM_GETHEADER, 0, 0));
-        SendMessageW(header, HDM_GETITEMW, static_cast<WPARAM>(View().ColumnOf(column)),
+        SendMessageW(header, HDM_GETITEMW, static_cast<WPARAM>(View().Rows().ColumnOf(column)),
                      reinterpret_cast<LPARAM>(&item));
         return (item.fmt & (HDF_SORTUP | HDF_SORTDOWN)) != 0;
     }
@@ -39,21 +39,21 @@ class ListRowsTest : public ListFixture {
 
 TEST_F(ListRowsTest, Add_FolderWithoutSeparator_ShowsTypeFolder) {
     list.Rows().AddToList(tree.Folder(L"Sub"));
-    EXPECT_EQ(View().SubItem(0, L"Type"), L"Folder");
+    EXPECT_EQ(View().Rows().SubItem(0, L"Type"), L"Folder");
 }
 
 TEST_F(ListRowsTest, Add_FileWithSeparator_ShowsNoTypeAndNoSize) {
     const std::wstring file = tree.File(L"a.txt", "1234");
     list.Rows().AddToList(file + L"\\");
-    if (View().Count() == 0) GTEST_SKIP() << "this system finds no file by such a path";
-    EXPECT_EQ(View().SubItem(0, L"Type"), L"");
-    EXPECT_EQ(View().SubItem(0, L"Size"), L"");
+    if (View().Rows().Count() == 0) GTEST_SKIP() << "this system finds no file by such a path";
+    EXPECT_EQ(View().Rows().SubItem(0, L"Type"), L"");
+    EXPECT_EQ(View().Rows().SubItem(0, L"Size"), L"");
 }
 
 TEST_F(ListRowsTest, Add_Rule_ShowsItsFolderAsLocation) {
     list.Rows().AddToList(tree.Folder(L"Sub") + L"\\*");
-    EXPECT_EQ(View().SubItem(0, L"Location"), Path(L"Sub"));
-    EXPECT_EQ(View().SubItem(0, L"SP"), L"00");
+    EXPECT_EQ(View().Rows().SubItem(0, L"Location"), Path(L"Sub"));
+    EXPECT_EQ(View().Rows().SubItem(0, L"SP"), L"00");
 }
 
 TEST_F(ListRowsTest, Add_AfterSorting_RemovesTheSortMark) {
@@ -68,13 +68,13 @@ TEST_F(ListRowsTest, AddFolder_TextIsAlreadyShown_AddsNothing) {
     View().Add(tree.Folder(L"Sub") + L"\\", RowIcon::Folder);
     dialogs.Expect(Path(L"Sub") + kFolderName);
     editing.mnuAddFolderClick();
-    EXPECT_EQ(View().Count(), 1);
+    EXPECT_EQ(View().Rows().Count(), 1);
 }
 
 TEST_F(ListRowsTest, AddFolder_RootOfADrive_AddsNothing) {
     dialogs.Expect(L"C:\\" + kFolderName);
     editing.mnuAddFolderClick();
-    EXPECT_EQ(View().Count(), 0);
+    EXPECT_EQ(View().Rows().Count(), 0);
 }
 
 TEST_F(ListRowsTest, AddPattern_EarlierRunWasCancelled_AddsAllFiles) {
@@ -101,7 +101,7 @@ TEST_F(ListRowsTest, AddFilesOfFolder_CancelledInASubFolder_StopsThere) {
     tree.File(L"Sub\\Deep\\c.txt");
     tree.File(L"Sub\\Last\\d.txt");
     onMsg = [this] {
-        if (View().Count() == 1) state.cancel.Request();
+        if (View().Rows().Count() == 1) state.cancel.Request();
     };
     dialogs.Expect(Path(L"Sub"));
     editing.mnuAddFileClick();

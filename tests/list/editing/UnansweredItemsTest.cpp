@@ -19,7 +19,7 @@ class UnansweredItems : public ListFixture {
         list.GetList();
     }
     [[nodiscard]] std::wstring Cell(int row, std::wstring_view key) {
-        return View().SubItem(row, key);
+        return View().Rows().SubItem(row, key);
     }
 };
 
