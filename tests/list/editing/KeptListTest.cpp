@@ -109,5 +109,58 @@ TEST_F(KeptList, ItemOfAFailingDisk_IsKept) {
     EXPECT_EQ(View().Rows().SubItem(0, L"Date"), L"");
 }
 
+/// A list with another item than its file, about to be saved.
+class RefusedSave : public ListFixture {
+  protected:
+    RefusedSave() {
+        ListFile(before_);
+        list.GetList();
+        list.Rows().AddToList(item_);
+        state.listModified = true;
+    }
+    void RefuseReplacing(int error, bool writingToo = false) {
+        world.files.FailFrom(1, error, [=, this](const FileOperation& operation) {
+            return operation.call == FileCall::Replace ||
+                   (writingToo && operation.call == FileCall::Write &&
+                    operation.path == state.currentListPath);
+        });
+    }
+    void ExpectNothingBeside() {
+        EXPECT_FALSE(Exists(state.currentListPath + L".new"));
+        EXPECT_FALSE(Exists(state.temporaryListPath));
+    }
+
+    const std::string before_ = "BackupTo: D:\\Vault\r\n";
+    const std::wstring item_ = tree.File(L"a.txt");
+};
+
+TEST_F(RefusedSave, ListCannotBeReplaced_IsWrittenInPlace) {
+    for (const int error : {error_number::kPermissionDenied, error_number::kAccessError}) {
+        state.listModified = true;
+        RefuseReplacing(error);
+        EXPECT_TRUE(list.FileSave());
+        world.files.Heal();
+        EXPECT_EQ(Saved(), Expected({item_}));
+        ExpectNothingBeside();
+    }
+}
+
+TEST_F(RefusedSave, ListCannotBeWrittenEither_StaysAndIsReported) {
+    RefuseReplacing(error_number::kPermissionDenied, true);
+    EXPECT_FALSE(list.FileSave());
+    EXPECT_EQ(world.errors.TakeOne().number, error_number::kPermissionDenied);
+    world.files.Heal();
+    EXPECT_EQ(Saved(), before_);
+    EXPECT_FALSE(Exists(state.currentListPath + L".new"));
+}
+
+TEST_F(RefusedSave, DiskIsFull_ListStaysAndIsReported) {
+    RefuseReplacing(error_number::kDiskFull);
+    EXPECT_FALSE(list.FileSave());
+    EXPECT_EQ(world.errors.TakeOne().number, error_number::kDiskFull);
+    world.files.Heal();
+    EXPECT_EQ(Saved(), before_);
+}
+
 }  // namespace
 }  // namespace vw::test

@@ -273,5 +273,23 @@ TEST_F(ListCommands, GetList_WithoutDestination_ShowsTheDriveOfThePresentOne) {
     EXPECT_EQ(main.form.Text(L"cmbDestination"), L"D:");
 }
 
+TEST_F(ListCommands, UnsavedChanges_QuestionHasNoAsItsDefault) {
+    ListFile("");
+    list.GetList();
+    for (const Language language : {Language::English, Language::Arabic}) {
+        state.language = language;
+        state.listModified = true;
+        world.files.FillDiskFrom(1);
+        world.boxes.Expect(L"", BoxAnswer::No);
+        list.OpenDefaultList();
+        world.files.Heal();
+        static_cast<void>(world.errors.Take());
+        const MessageBoxRequest& box = world.boxes.Shown().back();
+        EXPECT_EQ(box.buttons, BoxButtons::YesNo);
+        EXPECT_TRUE(box.secondIsDefault);
+        EXPECT_EQ(box.rightToLeft, language == Language::Arabic);
+    }
+}
+
 }  // namespace
 }  // namespace vw::test

@@ -123,5 +123,10 @@ TEST_F(WarningsOfAList, LineWithComma_OnlyWhenItIsAPath_IsReadAsTwo) {
     EXPECT_THAT(Of(L""), ElementsAre());
 }
 
+TEST(IsInFuture, UpToFiveMinutes_IsTolerated) {
+    EXPECT_FALSE(IsInFuture(kNow + 300, kNow));
+    EXPECT_TRUE(IsInFuture(kNow + 301, kNow));
+}
+
 }  // namespace
 }  // namespace vw

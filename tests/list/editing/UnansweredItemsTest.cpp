@@ -73,5 +73,15 @@ TEST_F(UnansweredItems, Save_AfterMissingItemsWereNamed_WithdrawsTheNotice) {
     EXPECT_EQ(Status(), L"");
 }
 
+TEST_F(UnansweredItems, Load_MoreThanTwentyAreMissing_NamesTwenty) {
+    std::vector<std::wstring> gone;
+    for (int i = 1; i <= 20; ++i) gone.push_back(Path(L"gone" + std::to_wstring(i) + L".txt"));
+    Load(gone);
+    EXPECT_TRUE(Status().ends_with(L"gone20.txt. The next save takes it off the list."));
+    gone.push_back(Path(L"gone21.txt"));
+    Load(gone);
+    EXPECT_TRUE(Status().ends_with(L"gone20.txt\u2026. The next save takes it off the list."));
+}
+
 }  // namespace
 }  // namespace vw::test
