@@ -1,4 +1,6 @@
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
+
+#include <functional>
 
 #include "tests/restore/RestoreFixture.h"
 
@@ -63,6 +65,35 @@ TEST_F(RestoreNames, FileNamedAsTheTemporaryOneIsMissing_ComesBack) {
     commands.mnuRestoreClick();
     EXPECT_EQ(ReadBytes(odd), "odd");
     EXPECT_EQ(ReadTree(folder).size(), 2U);
+}
+
+// It takes the working name as soon as the restored file has left it.
+TEST_F(RestoreNames, AnotherRestoreWritesThere_IsLeftAlone) {
+    const std::wstring aside = tree.Path(L"Docs\\~vwr0.tmp");
+    const std::function<void()> writings[] = {
+        [this] {
+            tree.File(L"Docs\\~vwr0.tmp", "longer than state 2", {2024, 1, 2, 9, 0, 0});
+        },
+        [this] {
+            tree.File(L"Docs\\~vwr0.tmp", "state 9", {2024, 1, 9, 9, 0, 0});
+        },
+        [this] { tree.Folder(L"Docs\\~vwr0.tmp"); }};
+    for (const auto& write : writings) {
+        bool hasMoved = false;
+        world.files.OnOperation([&](const FileOperation& operation) {
+            if (operation.path != aside) return;
+            if (hasMoved && operation.call == FileCall::Stat) write();
+            hasMoved = operation.call == FileCall::Rename || operation.call == FileCall::Replace;
+        });
+        SelectCopy(L"N02");
+        world.boxes.Expect(kQuestion, BoxAnswer::Yes);
+        commands.mnuRestoreClick();
+        world.files.Heal();
+        EXPECT_THAT(world.errors.Take(), testing::IsEmpty());
+        EXPECT_EQ(ReadBytes(document), "state 2");
+        EXPECT_TRUE(Exists(aside));
+        tree.Remove(L"Docs\\~vwr0.tmp");
+    }
 }
 
 }  // namespace
