@@ -24,7 +24,7 @@ class BrowserCallCount : public RestoreEnvironment {
     }
 };
 
-TEST_F(BrowserCallCount, OfListingEveryItem) {
+TEST_F(BrowserCallCount, ListAllItems_CallsAreCounted) {
     MakeCopies(2);
     EXPECT_EQ(CallsOfListing().Text(), "Stat 11, List 2, Identify 2");
     MakeCopies(100);
@@ -32,7 +32,7 @@ TEST_F(BrowserCallCount, OfListingEveryItem) {
         << "as many for a hundred items";
 }
 
-TEST_F(BrowserCallCount, OfListingTheCopiesOfAnItem) {
+TEST_F(BrowserCallCount, ListCopiesOfAnItem_CallsAreCounted) {
     MakeCopies(2);
     const CallCounts withThree = CallsOfListing();
     CopyFile(L"Letter0«0004».txt");
@@ -42,7 +42,7 @@ TEST_F(BrowserCallCount, OfListingTheCopiesOfAnItem) {
     EXPECT_EQ((CallsOfListing() - withFour).Text(), "Stat -3, Read 2") << "for a comment";
 }
 
-TEST_F(BrowserCallCount, OfListingItemsWithComments) {
+TEST_F(BrowserCallCount, ListItemsWithComments_CallsAreCounted) {
     const auto list = [&](int items) {
         for (int item = 0; item < items; ++item) {
             const std::wstring copy = L"Memo" + std::to_wstring(item) + L"«0001».txt";
@@ -57,7 +57,7 @@ TEST_F(BrowserCallCount, OfListingItemsWithComments) {
 
 // Below a folder with a point in its name: one listing of each folder on the way to a copy, none of
 // the copies themselves.
-TEST_F(BrowserCallCount, OfListingItemsWhoseCopiesShareFolders) {
+TEST_F(BrowserCallCount, ListItemsInSharedFolders_CallsAreCounted) {
     CopyFile(L"A«0001».txt");
     const CallCounts before = CallsOfListing();
     for (const auto* folder : {L"Docs«0001».smith", L"Docs«0002».smith"}) {

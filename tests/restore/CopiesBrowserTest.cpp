@@ -23,21 +23,21 @@ TEST_F(Browser, ListsNothingBeforeADriveIsChosen) {
     EXPECT_EQ(browser.Items().Rows().Count(), 1);
 }
 
-TEST_F(Browser, TakesTheDriveOfAPathAndMakesItsFolder) {
+TEST_F(Browser, RestoreFrom_UsesTheDriveAndCreatesItsFolder) {
     tree.Remove(vault);
     EXPECT_EQ(main.form.Text(L"cmbDestination"), drive.Name());
     EXPECT_EQ(browser.RestoreFrom(), vault);
     EXPECT_TRUE(Exists(vault)) << "looking makes it";
 }
 
-TEST_F(Browser, AnAbsentDriveGivesWayToC) {
+TEST_F(Browser, RestoreFrom_AbsentDrive_UsesC) {
     browser.RestoreFrom(L"Q:\\anything");
     EXPECT_EQ(main.form.Text(L"cmbDestination"), L"Q:");
     EXPECT_EQ(browser.RestoreFrom(), L"C:\\Backup");
     EXPECT_EQ(main.form.Text(L"cmbDestination"), L"C:");
 }
 
-TEST_F(Browser, AFolderOfCommentsListsNothing) {
+TEST_F(Browser, CommentsOnly_ListsNothing) {
     CopyFile(L"a«0001».txt");
     browser.ListRestoreFiles();
     EXPECT_EQ(browser.Copies().Rows().Count(), 1);
@@ -49,7 +49,7 @@ TEST_F(Browser, AFolderOfCommentsListsNothing) {
     EXPECT_EQ(browser.Copies().Rows().Count(), 0);
 }
 
-TEST_F(Browser, GroupsTheCopiesOfAnItemAndKeepsLocationsApart) {
+TEST_F(Browser, GroupsCopiesByItemAndLocation) {
     for (const auto* name : {L"Report«0001».doc", L"Report«0002».doc", L"Report«0101».doc"}) {
         CopyFile(name);
     }
@@ -61,7 +61,7 @@ TEST_F(Browser, GroupsTheCopiesOfAnItemAndKeepsLocationsApart) {
     EXPECT_THAT(Labels(), ElementsAre(L"N01", L"N02"));
 }
 
-TEST_F(Browser, InterleavedItemsHaveOneRowEach) {
+TEST_F(Browser, InterleavedItems_HaveOneRowEach) {
     for (const auto* name :
          {L"Report«0001».doc", L"Report«0001».txt", L"Report«0002».doc", L"Report«0002».txt"}) {
         CopyFile(name);
@@ -70,7 +70,7 @@ TEST_F(Browser, InterleavedItemsHaveOneRowEach) {
     EXPECT_THAT(Column(browser.Items(), L"Type"), testing::UnorderedElementsAre(L".doc", L".txt"));
 }
 
-TEST_F(Browser, AFolderCopyIsAFolderWithItsSize) {
+TEST_F(Browser, FolderCopy_IsShownAsAFolderWithItsSize) {
     const std::wstring letters = tree.Folder(L"Home\\Letters");
     tree.File(L"Home\\Letters\\a.txt", std::string(1000, 'a'));
     tree.File(L"Home\\Letters\\Deep\\b.txt", std::string(24, 'b'));
@@ -84,7 +84,7 @@ TEST_F(Browser, AFolderCopyIsAFolderWithItsSize) {
     EXPECT_EQ(browser.Copies().Rows().SubItem(0, L"BackupName"), vault + L"\\Letters«0001»");
 }
 
-TEST_F(Browser, Labels_OfSafetyCopies_BeginWithU) {
+TEST_F(Browser, Labels_SafetyCopies_BeginWithU) {
     CopyFile(L"a«0002».txt");
     CopyFile(L"a«0021».txt");
     CopyFile(L"a«00ab».txt");
@@ -92,7 +92,7 @@ TEST_F(Browser, Labels_OfSafetyCopies_BeginWithU) {
     EXPECT_THAT(Labels(), ElementsAre(L"N00", L"N02", L"U01"));
 }
 
-TEST_F(Browser, ForeignNamesNeverStopIt) {
+TEST_F(Browser, ForeignNames_ListingContinues) {
     for (const auto* name : {L"x«abcd».txt", L"«0001»", L"«0001».txt", L"a«0001»b«0002».txt",
                              L"a«»«0001».txt", L"five«00010».txt", L"# [x]«0001».txt"}) {
         CopyFile(name);
@@ -116,7 +116,7 @@ TEST_F(Browser, ShowsLocationsAsPlainNumbers) {
     EXPECT_THAT(Column(browser.Items(), L"SP"), ElementsAre(L"5", L"12"));
 }
 
-TEST_F(Browser, OtherViewsLeaveTheColumnsEmptyAndLookUpLocationZero) {
+TEST_F(Browser, OtherView_ColumnsAreEmpty_LocationIsZero) {
     CopyFile(L"Docs«0101»");
     CopyFile(L"Docs«0001»");
     browser.Items().SetStyle(ViewStyle::LargeIcons);
@@ -126,7 +126,7 @@ TEST_F(Browser, OtherViewsLeaveTheColumnsEmptyAndLookUpLocationZero) {
     EXPECT_EQ(browser.Copies().Rows().SubItem(0, L"BackupName"), vault + L"\\Docs«0001»");
 }
 
-TEST_F(Browser, WithoutTheNewestCopyTheFirstOfSeveralIsSelected) {
+TEST_F(Browser, NoNewestCopy_SelectsTheFirstOfSeveral) {
     CopyFile(L"a«0002».txt");
     CopyFile(L"a«0003».txt");
     browser.ListRestoreFiles();
@@ -136,7 +136,7 @@ TEST_F(Browser, WithoutTheNewestCopyTheFirstOfSeveralIsSelected) {
     EXPECT_EQ(browser.Copies().Selected(), -1) << "one copy that is not the newest";
 }
 
-TEST_F(Browser, SortsByValuesAndTurnsAtEveryClick) {
+TEST_F(Browser, ColumnClick_SortsByValueAndReverses) {
     CopyFile(L"a«0001».txt", std::string(900, 'x'));
     CopyFile(L"a«0002».txt", std::string(5000, 'x'));
     CopyFile(L"a«0003».txt", "x");
@@ -169,7 +169,7 @@ TEST_F(Browser, FindsTheRowOfAProtectedItem) {
     browser.RestoredPath(L"");
 }
 
-TEST_F(Browser, CopiesOfAFolderWithAPointInItsNameAreFound) {
+TEST_F(Browser, FolderWithAPoint_CopiesAreListed) {
     const std::wstring folder = tree.Folder(L"Projects.v2");
     tree.File(L"Projects.v2\\a.txt", "1", {2024, 1, 1, 0, 0, 0});
     BackUp(folder + L"\\");
@@ -183,7 +183,7 @@ TEST_F(Browser, CopiesOfAFolderWithAPointInItsNameAreFound) {
     EXPECT_EQ(browser.Items().Selected(), 0);
 }
 
-TEST_F(Browser, CopiesOfItemsBelowSuchAFolderAreFoundToo) {
+TEST_F(Browser, ItemsBelowAFolderWithAPoint_CopiesAreListed) {
     const std::wstring docs = tree.Folder(L"j.smith\\My\\Docs");
     tree.File(L"j.smith\\My\\Docs\\a.txt", "1", {2024, 1, 1, 0, 0, 0});
     const std::wstring note = tree.File(L"k.jones\\Note", "n", {2024, 1, 1, 0, 0, 0});
@@ -219,7 +219,7 @@ TEST_F(Browser, FailedListing_IsReported_NextOneWorks) {
     EXPECT_THAT(Items(), ElementsAre(L"a"));
 }
 
-TEST_F(Browser, ASecondListingDuringTheFirstDoesNothing) {
+TEST_F(Browser, SecondListingDuringTheFirst_HasNoEffect) {
     for (int i = 0; i < 20; ++i) CopyFile(L"a" + std::to_wstring(i) + L"«0001».txt");
     for (const int yield : {1, 5, 25, 45}) {
         world.pump.Restart();
@@ -230,7 +230,7 @@ TEST_F(Browser, ASecondListingDuringTheFirstDoesNothing) {
 }
 
 // A user who clicks on the next item does not wait for the copies of the one before.
-TEST_F(Browser, ALaterItemsCopiesAreNeverMixedWithAnEarlierOnes) {
+TEST_F(Browser, OtherItemChosenDuringAListing_CopiesAreNotMixed) {
     for (int number = 1; number <= 5; ++number) {
         const std::wstring digits = L"«000" + std::to_wstring(number) + L"»";
         tree.File(vault + L"\\Big" + digits + L"\\x.txt", "big");
@@ -263,7 +263,7 @@ TEST_F(Browser, ALaterItemsCopiesAreNeverMixedWithAnEarlierOnes) {
     EXPECT_THAT(Labels(), IsEmpty());
 }
 
-TEST_F(Browser, AFolderWithAPointKeepsItsCopiesBesideOneWithout) {
+TEST_F(Browser, FoldersWithAndWithoutAPoint_HaveTheirOwnCopies) {
     const std::wstring plain = tree.Folder(L"Work\\Projects");
     const std::wstring dotted = tree.Folder(L"Work\\Projects.v2");
     tree.File(L"Work\\Projects\\a.txt");
@@ -279,7 +279,7 @@ TEST_F(Browser, AFolderWithAPointKeepsItsCopiesBesideOneWithout) {
     }
 }
 
-TEST_F(Browser, SelectLastKeepsTheCopyThatWasSelected) {
+TEST_F(Browser, SelectLast_KeepsTheSelectedCopy) {
     for (const auto* name : {L"a«0001».txt", L"a«0002».txt", L"a«0003».txt"}) CopyFile(name);
     browser.ListRestoreFiles();
     SelectCopy(L"N03");
@@ -289,7 +289,7 @@ TEST_F(Browser, SelectLastKeepsTheCopyThatWasSelected) {
     EXPECT_EQ(browser.Copies().Rows().SubItem(browser.Copies().Selected(), L"Name"), L"N03");
 }
 
-TEST_F(Browser, ManyCopiesTakeOneListingAndTwoQuestionsPerComment) {
+TEST_F(Browser, ManyCopies_AtMostThreeCallsPerComment) {
     for (int i = 0; i < 1000; ++i) {
         CopyFile(L"f" + std::to_wstring(i) + L"«0001».txt", "");
         CopyFile(L"g" + std::to_wstring(i) + L"«0001».txt", "");

@@ -56,7 +56,7 @@ TEST_F(CopiesListing, Copies_HaveTheIconOfTheirKind) {
     EXPECT_EQ(browser.Copies().Rows().At(0).icon, RowIcon::File);
 }
 
-TEST_F(CopiesListing, FoldersWithAPoint_OfTwoLocationsStayApart) {
+TEST_F(CopiesListing, FoldersWithAPoint_TwoLocations_AreSeparate) {
     tree.File(vault + L"\\Projects«0001».v2\\a.txt");
     tree.File(vault + L"\\Projects«0101».v2\\a.txt");
     browser.ListRestoreFiles();
@@ -69,7 +69,7 @@ TEST_F(CopiesListing, FoldersWithAPoint_OfTwoLocationsStayApart) {
     }
 }
 
-TEST_F(CopiesListing, FilesWithoutExtension_OfTwoLocationsStayApart) {
+TEST_F(CopiesListing, FilesWithoutExtension_TwoLocations_AreSeparate) {
     CopyFile(L"README«0001»");
     CopyFile(L"README«0101»");
     browser.ListRestoreFiles();

@@ -24,7 +24,7 @@ std::vector<CopyGroup> Group(const std::vector<std::wstring>& copies,
     return GroupCopies(entries, paths);
 }
 
-TEST(CopyGroup, OfAnItemIsOneHoweverTheCopiesAreMixed) {
+TEST(CopyGroup, MixedCopies_HaveOneGroupPerItem) {
     const auto series = Group({L"Report\u00AB0001\u00BB.doc", L"Report\u00AB0001\u00BB.txt",
                                L"REPORT\u00AB0002\u00BB.doc", L"Report\u00AB0101\u00BB.doc"});
     ASSERT_EQ(series.size(), 3U);
@@ -45,7 +45,7 @@ TEST(CopyGroup, CommentsOfItsCopies_AreNoted) {
     EXPECT_FALSE(series[0].copies[1].hasComment);
 }
 
-TEST(CopyGroup, OfFoldersMayHoldOthersUnlessACommentSaysWhatItIs) {
+TEST(CopyGroup, MayHoldOthers_FolderWithoutComment_ReturnsTrue) {
     const std::vector<std::wstring> dotted{L"Docs\u00AB0002\u00BB.smith"};
     EXPECT_TRUE(Group(dotted, {}, true)[0].MayHoldOthers());
     EXPECT_FALSE(Group(dotted, {}, false)[0].MayHoldOthers()) << "files";

@@ -11,7 +11,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-TEST_F(Restore, WithoutASelectionEveryCommandSaysSo) {
+TEST_F(Restore, NoSelection_EveryCommandShowsAMessage) {
     const auto label = main.form.Text(L"lblNoRestore");
     browser.Copies().Select(-1);
     for (const auto& command :
@@ -32,7 +32,7 @@ TEST_F(Restore, WithoutASelectionEveryCommandSaysSo) {
     }
 }
 
-TEST_F(Restore, BothDeletions_AskWithTheGivenButtons) {
+TEST_F(Restore, BothDeletions_AskWithTheirButtons) {
     world.boxes.AnswerAll(BoxAnswer::No);
     commands.mnuDelCopyClick();
     commands.mnuDelCopiesClick();
@@ -75,7 +75,7 @@ TEST_F(Restore, DeleteAllCopies_AnotherTookAName_StopsThere) {
     EXPECT_TRUE(Exists(vault + L"\\Report«0001».doc"));
 }
 
-TEST_F(Restore, DeletingOneOfSeveralCopiesListsTheCopiesAnew) {
+TEST_F(Restore, DeleteCopy_OneOfSeveral_ListsTheRest) {
     SelectCopy(L"N02");
     world.boxes.Expect(L"هل تريد بالتأكيد حذف النسخة رقم [N02]من الملف:\r\nReport", BoxAnswer::Yes);
     commands.mnuDelCopyClick();
@@ -88,7 +88,7 @@ TEST_F(Restore, DeletingOneOfSeveralCopiesListsTheCopiesAnew) {
     EXPECT_THAT(Labels(), ElementsAre(L"N01", L"N03"));
 }
 
-TEST_F(Restore, DeletingTheOnlyCopyRemovesTheItemAndItsComment) {
+TEST_F(Restore, DeleteCopy_TheOnlyOne_RemovesItemAndComment) {
     tree.Remove(vault + L"\\Report«0002».doc");
     tree.Remove(vault + L"\\Report«0003».doc");
     browser.ListRestoreFiles();
@@ -98,7 +98,7 @@ TEST_F(Restore, DeletingTheOnlyCopyRemovesTheItemAndItsComment) {
     EXPECT_THAT(ReadTree(vault), IsEmpty());
 }
 
-TEST_F(Restore, DeletingAllCopiesAsksOnceFromTheLastUp) {
+TEST_F(Restore, DeleteAllCopies_AsksOnceAndBeginsWithTheLast) {
     std::vector<std::wstring> taken;
     world.files.OnOperation([&](const FileOperation& operation) {
         if (operation.call == FileCall::Rename) taken.push_back(operation.path);
@@ -113,7 +113,7 @@ TEST_F(Restore, DeletingAllCopiesAsksOnceFromTheLastUp) {
     EXPECT_NE(taken[2].find(L"«0001»"), std::wstring::npos);
 }
 
-TEST_F(Restore, CopyNotDeleted_IsReported_OthersAreDeleted) {
+TEST_F(Restore, DeleteAllCopies_OneFails_IsReportedOthersAreDeleted) {
     const FileHandle held(CreateFileW((vault + L"\\Report«0002».doc").c_str(), GENERIC_READ,
                                       FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr));
     world.boxes.Expect(L"Report", BoxAnswer::Yes);
@@ -131,7 +131,7 @@ TEST_F(Restore, DeletingAGoneCopy_IsReported_ListIsRight) {
     EXPECT_THAT(Labels(), ElementsAre(L"N01", L"N03"));
 }
 
-TEST_F(Restore, ACopyThatStaysKeepsItsComment) {
+TEST_F(Restore, DeleteCopy_Fails_KeepsItsComment) {
     const FileHandle held(CreateFileW((vault + L"\\Report«0001».doc").c_str(), GENERIC_READ,
                                       FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr));
     world.boxes.Expect(L"[N01]", BoxAnswer::Yes);
@@ -151,7 +151,7 @@ TEST_F(Restore, OpeningAGoneCopy_IsReported) {
     EXPECT_THAT(Labels(), ElementsAre(L"N01", L"N03")) << "the list shows what is left";
 }
 
-TEST_F(Restore, DeletingCopiesBelowAFolderWithAPointLeavesNoFolders) {
+TEST_F(Restore, DeleteCopies_BelowAFolderWithAPoint_LeavesNoFolders) {
     const std::wstring docs = tree.Folder(L"j.smith\\My\\Docs");
     for (int day = 1; day <= 3; ++day) {
         tree.File(L"j.smith\\My\\Docs\\a.txt", "a", {2024, 1, day, 0, 0, 0});

@@ -84,7 +84,7 @@ TEST_F(ExchangedDrive, Restore_DriveGone_TouchesNoOtherItem) {
     EXPECT_EQ(browser.Items().Rows().SubItem(0, L"Orginal Location"), tree.Path(L"Other"));
 }
 
-TEST_F(ExchangedDrive, Restore_DriveComesBackAfterWaking_Restores) {
+TEST_F(ExchangedDrive, Restore_DriveIsBackAfterWaking_Restores) {
     SelectCopy(L"N02");
     drive.PullOut();
     world.clock.Wake();
@@ -257,7 +257,7 @@ TEST_F(TwoSticks, Restore_NumberOfAnotherPlace_OverwritesNothing) {
     EXPECT_EQ(ReadBytes(tree.Path(L"B\\Report.doc")), "B's new text");
 }
 
-TEST_F(RestoreEnvironment, RestoreFrom_FileNamedBackup_GivesWayToC) {
+TEST_F(RestoreEnvironment, RestoreFrom_FileNamedBackup_UsesC) {
     tree.Remove(vault);
     world.disk.Write(vault, "no folder", FileSystem::Flush::No);
     EXPECT_EQ(browser.RestoreFrom(), L"C:\\Backup");

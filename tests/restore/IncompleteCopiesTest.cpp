@@ -74,7 +74,7 @@ TEST_F(IncompleteCopies, Listing_SortedOtherwise_MarksTheSameCopy) {
     EXPECT_THAT(Warnings(), ElementsAre(L"", L"", testing::HasSubstr(kSaid)));
 }
 
-TEST_F(IncompleteCopies, Listing_OfAnotherItem_LosesTheMark) {
+TEST_F(IncompleteCopies, Listing_AnotherItem_RemovesTheMark) {
     tree.File(vault + L"\\Zebra«0001».doc");
     Mark();
     SelectItem(L"Zebra");
@@ -83,7 +83,7 @@ TEST_F(IncompleteCopies, Listing_OfAnotherItem_LosesTheMark) {
     EXPECT_THAT(Warnings(), ElementsAre(testing::HasSubstr(kSaid), L"", L""));
 }
 
-TEST_F(IncompleteCopies, Restore_SaysSoBeforeItsQuestion) {
+TEST_F(IncompleteCopies, Restore_SaysThatItIsIncompleteFirst) {
     Mark();
     tree.Remove(L"Docs\\Report.doc");
     SelectCopy(L"N01");
@@ -98,7 +98,7 @@ TEST_F(IncompleteCopies, Restore_SaysSoBeforeItsQuestion) {
     EXPECT_EQ(ReadBytes(document), "unsaved");
 }
 
-TEST_F(IncompleteCopies, RestoreTo_SaysSo) {
+TEST_F(IncompleteCopies, RestoreTo_SaysThatItIsIncomplete) {
     Mark();
     tree.Folder(L"Elsewhere");
     SelectCopy(L"N01");
@@ -108,7 +108,7 @@ TEST_F(IncompleteCopies, RestoreTo_SaysSo) {
     EXPECT_EQ(ReadBytes(tree.Path(L"Elsewhere\\Report.doc")), "state 3");
 }
 
-TEST_F(IncompleteCopies, Open_SaysSo) {
+TEST_F(IncompleteCopies, Open_SaysThatItIsIncomplete) {
     Mark();
     SelectCopy(L"N01");
     // So that no program of this machine opens it.
@@ -119,7 +119,7 @@ TEST_F(IncompleteCopies, Open_SaysSo) {
     EXPECT_THAT(world.boxes.Shown()[0].text, testing::HasSubstr(kSaid));
 }
 
-TEST_F(IncompleteCopies, WholeCopyBesideOne_IsUsedWithoutAWord) {
+TEST_F(IncompleteCopies, WholeCopyBesideOne_IsUsedWithoutAMessage) {
     Mark();
     tree.Remove(L"Docs\\Report.doc");
     SelectCopy(L"N02");

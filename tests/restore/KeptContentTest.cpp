@@ -239,7 +239,7 @@ TEST_F(Restore, IntoAStoredCopyByALink_IsRefused) {
     EXPECT_EQ(ReadTree(vault), before);
 }
 
-TEST_F(Restore, OfAFolder_AnyDepth_ComesBack) {
+TEST_F(Restore, Folder_AnyDepth_IsRestored) {
     std::wstring deep = L"Work";
     for (int level = 0; level < 60; ++level) deep += L"\\d";
     tree.File(deep + L"\\a.txt", "deep", {2024, 1, 1, 0, 0, 0});
@@ -254,7 +254,7 @@ TEST_F(Restore, OfAFolder_AnyDepth_ComesBack) {
 }
 
 // The copying reports success all the same.
-TEST_F(Restore, OfAMissingFolder_FileIsCutShort_IsRemovedAndReported) {
+TEST_F(Restore, MissingFolder_FileIsTruncated_IsRemovedAndReported) {
     tree.File(L"Work\\a.txt", "stored", {2024, 1, 1, 0, 0, 0});
     tree.File(L"Work\\Sub\\b.txt", "stored", {2024, 1, 1, 0, 0, 0});
     const std::wstring work = tree.Path(L"Work");
@@ -303,7 +303,7 @@ TEST_F(Restore, SafetyNumbers_AllUsed_StopsWithASentence) {
     EXPECT_EQ(ReadBytes(document), "unsaved");
 }
 
-TEST_F(Restore, CancelDuringSafetyCopy_OverwritesNothingAndSaysSo) {
+TEST_F(Restore, CancelDuringSafetyCopy_OverwritesNothingAndReportsIt) {
     tree.File(L"Docs\\Report.doc", "unsaved", {2024, 1, 9, 9, 0, 0});
     SelectCopy(L"N03");
     world.boxes.Expect(kQuestion, BoxAnswer::Yes);

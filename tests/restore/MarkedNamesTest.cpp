@@ -13,7 +13,7 @@ using testing::IsEmpty;
 
 class MarkedNames : public RestoreEnvironment {};
 
-TEST_F(MarkedNames, File_BackedUpTwice_ComesBackAndIsDeleted) {
+TEST_F(MarkedNames, File_BackedUpTwice_IsRestoredAndDeleted) {
     for (const std::wstring name : {L"Rapport «final».doc", L"«Brief»", L"x«.txt", L"y».txt",
                                     L"Plan «2024».doc", L"Note 1.«vieux»"}) {
         SCOPED_TRACE(std::string(name.begin(), name.end()));
@@ -45,7 +45,7 @@ TEST_F(MarkedNames, File_BackedUpTwice_ComesBackAndIsDeleted) {
     }
 }
 
-TEST_F(MarkedNames, Folder_BackedUp_ComesBackUnderItsName) {
+TEST_F(MarkedNames, Folder_BackedUp_IsRestoredUnderItsName) {
     for (const std::wstring name : {L"Dossier «vieux»", L"«»", L"Archive «2023»"}) {
         SCOPED_TRACE(std::string(name.begin(), name.end()));
         const std::wstring folder = tree.Path(L"Docs\\" + name);

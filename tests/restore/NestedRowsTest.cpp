@@ -40,7 +40,7 @@ class NestedRows : public RestoreEnvironment {
     }
 };
 
-TEST_F(NestedRows, AreOneForEachItemOfAFolderThatTheyShare) {
+TEST_F(NestedRows, ItemsInASharedFolder_HaveOneRowEach) {
     BackUpDocs({L"A", L"B"}, 2);
     EXPECT_THAT(Items(), ElementsAre(L"Docs", L"Docs"));
     EXPECT_THAT(Column(browser.Items(), L"Type"), ElementsAre(L"Folder", L"Folder"));
@@ -52,7 +52,7 @@ TEST_F(NestedRows, AreOneForEachItemOfAFolderThatTheyShare) {
     EXPECT_THAT(Listed(), ElementsAre(Stored(1, L"B\\Docs"), Stored(2, L"B\\Docs")));
 }
 
-TEST_F(NestedRows, OfWhichOneIsDeletedLeaveTheOthersCopies) {
+TEST_F(NestedRows, CopiesOfOneDeleted_KeepsThoseOfTheOther) {
     BackUpDocs({L"A", L"B"}, 2);
     browser.RestoredPath(tree.Path(Docs(L"A")) + L"\\");
     SelectCopy(L"N01");
@@ -69,7 +69,7 @@ TEST_F(NestedRows, OfWhichOneIsDeletedLeaveTheOthersCopies) {
 }
 
 // The nightly run found nothing where the item was: its copies moved up, the comment stayed.
-TEST_F(NestedRows, OfAnItemThatWasAwayOnceHaveTheCopiesThatAreLeft) {
+TEST_F(NestedRows, NoCopyOne_ListsTheOtherCopies) {
     BackUpDocs({L"A"}, 1);
     tree.Remove(L"j.smith\\A\\Docs");
     BackUp(tree.Path(Docs(L"A")) + L"\\");
@@ -84,7 +84,7 @@ TEST_F(NestedRows, OfAnItemThatWasAwayOnceHaveTheCopiesThatAreLeft) {
     EXPECT_EQ(ReadBytes(tree.Path(Docs(L"A") + L"\\a.txt")), "state 1");
 }
 
-TEST_F(NestedRows, WithoutTheNewestCopyAreRestoredUnderTheItemsName) {
+TEST_F(NestedRows, NewestCopyDeleted_IsRestoredUnderTheItemsName) {
     BackUpDocs({L"A"}, 2);
     const Tree stored = ReadTree(Stored(2, L"A\\Docs"));
     world.boxes.Expect(L"[N01]", BoxAnswer::Yes);
@@ -101,7 +101,7 @@ TEST_F(NestedRows, WithoutTheNewestCopyAreRestoredUnderTheItemsName) {
 }
 
 // One is off the list and its newest copy is deleted, the other goes on.
-TEST_F(NestedRows, WithAndWithoutCommentStandBesideEachOther) {
+TEST_F(NestedRows, OneWithoutComment_HasARowOfItsOwn) {
     BackUpDocs({L"A", L"Deep\\er"}, 2);
     browser.RestoredPath(tree.Path(Docs(L"A")) + L"\\");
     SelectCopy(L"N01");
@@ -115,14 +115,14 @@ TEST_F(NestedRows, WithAndWithoutCommentStandBesideEachOther) {
 }
 
 // The copies of C:\j.smith\Docs\Old\Docs\ are in a folder called Docs, which is none of them.
-TEST_F(NestedRows, OfAnItemBelowAFolderOfItsOwnNameHaveTheWholePath) {
+TEST_F(NestedRows, ItemBelowAFolderOfItsName_ListsTheWholePath) {
     BackUpDocs({L"Docs\\Old"}, 2);
     EXPECT_THAT(Locations(), ElementsAre(tree.Path(L"j.smith\\Docs\\Old")));
     EXPECT_THAT(Listed(),
                 ElementsAre(Stored(1, L"Docs\\Old\\Docs"), Stored(2, L"Docs\\Old\\Docs")));
 }
 
-TEST_F(NestedRows, OfAFileWithoutExtensionStandBesideThoseOfAFolder) {
+TEST_F(NestedRows, FileAndFolderOfOneName_HaveOneRowEach) {
     BackUpDocs({L"A"}, 1);
     BackUp(tree.File(L"j.smith\\File\\Docs", "a file", {2024, 1, 1, 9, 0, 0}));
     browser.ListRestoreFiles();
@@ -134,7 +134,7 @@ TEST_F(NestedRows, OfAFileWithoutExtensionStandBesideThoseOfAFolder) {
 
 // The folder Docs.smith itself is an item, whose newest copy was deleted: what is in its copies is
 // the user's, also where it is called Docs.
-TEST_F(NestedRows, AreNoneForAFolderThatIsACopyItself) {
+TEST_F(NestedRows, FolderThatIsACopyItself_HasNoNestedRows) {
     for (int state = 1; state <= 2; ++state) {
         tree.File(L"Docs.smith\\read me.txt", "x", {2024, 1, state, 9, 0, 0});
         tree.File(L"Docs.smith\\Docs\\a.txt", "x", {2024, 1, state, 9, 0, 0});
@@ -151,7 +151,7 @@ TEST_F(NestedRows, AreNoneForAFolderThatIsACopyItself) {
 }
 
 // Such a copy and those of an item below another folder of that ending share a series of names.
-TEST_F(NestedRows, AndACopyOfTheFolderItselfNeverTakeEachOtherAlong) {
+TEST_F(NestedRows, CopyOfTheFolderItself_IsDeletedAlone) {
     tree.File(vault + L"\\Docs«0002».smith\\read me.txt", "the folder's");
     BackUpDocs({L"A"}, 1);
     EXPECT_THAT(Locations(), UnorderedElementsAre(L"??", tree.Path(L"j.smith\\A")));
@@ -165,7 +165,7 @@ TEST_F(NestedRows, AndACopyOfTheFolderItselfNeverTakeEachOtherAlong) {
 }
 
 // Where both are in one folder, the item's copies are listed alone: deleting them leaves the rest.
-TEST_F(NestedRows, OfAFolderThatHoldsMoreLeaveTheRest) {
+TEST_F(NestedRows, ForeignFilesInTheFolder_AreKept) {
     for (const std::wstring& place : {std::wstring(), std::wstring(L"A")}) {
         tree.Remove(vault);
         tree.Folder(vault);
@@ -184,7 +184,7 @@ TEST_F(NestedRows, OfAFolderThatHoldsMoreLeaveTheRest) {
     }
 }
 
-TEST_F(NestedRows, ThatCannotBeLookedForCostTheOthersNothing) {
+TEST_F(NestedRows, UnreadableFolder_OtherItemsAreListed) {
     CopyFile(L"Zebra«0001».txt");
     BackUpDocs({L"A"}, 1);
     world.files.FailNth(1, error_number::kPermissionDenied, [](const FileOperation& operation) {
@@ -195,7 +195,7 @@ TEST_F(NestedRows, ThatCannotBeLookedForCostTheOthersNothing) {
     EXPECT_THAT(Items(), ElementsAre(L"Zebra"));
 }
 
-TEST_F(NestedRows, AreNoneForACommentWhoseCopiesAreGone) {
+TEST_F(NestedRows, CommentWithoutCopies_HasNoRow) {
     BackUpDocs({L"A", L"B"}, 1);
     tree.Remove(Stored(1, L"A\\Docs"));
     browser.ListRestoreFiles();

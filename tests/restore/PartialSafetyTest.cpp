@@ -49,7 +49,7 @@ class PartialSafety : public RestoreEnvironment {
     Tree now;
 };
 
-TEST_F(PartialSafety, WithALockedFileIsRemovedAndMadeAgain) {
+TEST_F(PartialSafety, FileInUse_IsRemovedAndMadeAgain) {
     world.files.FailNth(2, error_number::kPermissionDenied, OnlyCalls({FileCall::Copy}));
     RestoreWork();
     EXPECT_FALSE(world.errors.Take().empty());
@@ -60,7 +60,7 @@ TEST_F(PartialSafety, WithALockedFileIsRemovedAndMadeAgain) {
     ExpectWholeSafetyAndRestored();
 }
 
-TEST_F(PartialSafety, OfACancelIsRemovedAndMadeAgain) {
+TEST_F(PartialSafety, Cancelled_IsRemovedAndMadeAgain) {
     world.files.OnOperation([&](const FileOperation& operation) {
         if (operation.call == FileCall::Copy) state.cancel.Request();
     });
@@ -72,7 +72,7 @@ TEST_F(PartialSafety, OfACancelIsRemovedAndMadeAgain) {
     ExpectWholeSafetyAndRestored();
 }
 
-TEST_F(PartialSafety, ThatCannotBeRemovedDoesNotCount) {
+TEST_F(PartialSafety, CannotBeRemoved_AnotherOneIsMade) {
     world.files.FailNth(2, error_number::kPermissionDenied, OnlyCalls({FileCall::Copy}));
     world.files.OnOperation([&](const FileOperation& operation) {
         // Somebody uses it as soon as it exists.

@@ -285,7 +285,7 @@ class RandomBrowser : public RestoreEnvironment {
     int deleted_ = 0;
 };
 
-TEST_F(RandomBrowser, NoFileEverHoldsOrLosesWhatItMustNot) {
+TEST_F(RandomBrowser, RandomSteps_EveryFileHasItsOwnContent) {
     if (!copiesOnC_.MayBeUsed()) GTEST_SKIP() << "somebody keeps copies on C:";
     const auto histories = Histories::Usually(5);
     int steps = 0;

@@ -68,7 +68,7 @@ TEST_F(RefusedTarget, DiskIsFull_NamesTheTarget) {
     EXPECT_EQ(error.path, document);
 }
 
-TEST_F(RefusedTarget, PlaceIsTakenInTheLastMoment_NamesTheTarget) {
+TEST_F(RefusedTarget, PlaceIsTakenBeforeTheRename_NamesTheTarget) {
     tree.Remove(L"Docs\\Report.doc");
     world.files.FailNth(1, error_number::kAlreadyExists, OnlyCalls({FileCall::Rename}));
     SelectCopy(L"N02");

@@ -13,7 +13,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-TEST_F(Restore, OverwritesWithoutASafetyCopyWhatACopyHas) {
+TEST_F(Restore, StateIsStored_OverwritesWithoutASafetyCopy) {
     SelectCopy(L"N02");
     world.boxes.Expect(kQuestion + document, BoxAnswer::Yes);
     commands.mnuRestoreClick();
@@ -48,7 +48,7 @@ TEST_F(Restore, CopyMovesDuringQuestion_NothingOverwritten) {
     EXPECT_EQ(ReadBytes(document), "state 3");
 }
 
-TEST_F(Restore, FirstKeepsAStateThatNoCopyHas) {
+TEST_F(Restore, StateIsNotStored_MakesASafetyCopy) {
     tree.File(L"Docs\\Report.doc", "unsaved", {2024, 1, 9, 9, 0, 0});
     SelectCopy(L"N03");
     world.boxes.Expect(kQuestion, BoxAnswer::Yes);
@@ -59,7 +59,7 @@ TEST_F(Restore, FirstKeepsAStateThatNoCopyHas) {
     EXPECT_EQ(state.BackupTo, vault) << "the list's destination is as before";
 }
 
-TEST_F(Restore, NumbersSafetyCopiesBehindTheHighest) {
+TEST_F(Restore, SafetyCopy_HasTheNumberAfterTheHighest) {
     CopyFile(L"Report«0021».doc");
     CopyFile(L"Report«0023».doc");
     browser.ListRestoreFiles();
@@ -70,7 +70,7 @@ TEST_F(Restore, NumbersSafetyCopiesBehindTheHighest) {
     EXPECT_EQ(Safety(24), "unsaved");
 }
 
-TEST_F(Restore, NoLeavesTheFileAndTheBusyDialog) {
+TEST_F(Restore, AnswerIsNo_OverwritesNothing) {
     SelectCopy(L"N02");
     world.boxes.Expect(kQuestion, BoxAnswer::No);
     commands.mnuRestoreClick();
@@ -84,7 +84,7 @@ TEST_F(Restore, NothingAtTheTarget_AsksNothing) {
     EXPECT_EQ(ReadBytes(document), "state 3");
 }
 
-TEST_F(Restore, ToAChosenPlaceTakesTheFolderAndTheItemsOwnName) {
+TEST_F(Restore, RestoreTo_UsesTheChosenFolderAndTheItemsName) {
     tree.File(L"Elsewhere\\Typed.doc", "typed", {2024, 3, 1, 0, 0, 0});
     dialogs.Expect(tree.Path(L"Elsewhere\\Typed.doc"));
     world.boxes.Expect(kQuestion + tree.Path(L"Elsewhere\\Typed.doc"), BoxAnswer::Yes);
@@ -109,14 +109,14 @@ TEST_F(Restore, OtherNameTyped_ItemAtTheRealNameIsKept) {
     EXPECT_EQ(Safety(), "somebody's");
 }
 
-TEST_F(Restore, ACancelledDialogEndsItInSilence) {
+TEST_F(Restore, RestoreTo_DialogCancelled_ChangesNothing) {
     dialogs.Expect(std::nullopt);
     commands.mnuRestoreToClick();
     EXPECT_THAT(calls, IsEmpty());
     EXPECT_EQ(ReadBytes(document), "state 3");
 }
 
-TEST_F(Restore, AnUnknownPlaceIsAskedForInDocuments) {
+TEST_F(Restore, UnknownLocation_DialogBeginsInDocuments) {
     for (const auto* comment : {"", "+Original Location:C:\\gone for ever\r\n"}) {
         tree.File(vault + L"\\Report«0001».doc.vwc", comment);
         browser.ListRestoreFiles();
@@ -127,7 +127,7 @@ TEST_F(Restore, AnUnknownPlaceIsAskedForInDocuments) {
 }
 
 // A list view that is no table has no such column.
-TEST_F(Restore, LocationColumnIsEmpty_AsksInDocuments) {
+TEST_F(Restore, LocationColumnIsEmpty_DialogBeginsInDocuments) {
     BackUp(tree.Folder(L"Work") + L"\\");
     browser.Items().SetStyle(ViewStyle::LargeIcons);
     browser.ListRestoreFiles();
@@ -163,7 +163,7 @@ TEST_F(Restore, TypedNameInOtherLetterCase_IsKeptOnce) {
     EXPECT_EQ(ReadTree(vault).size(), before + 2) << "one safety copy and its comment";
 }
 
-TEST_F(Restore, FileOfARoot_ComesBackToTheRoot) {
+TEST_F(Restore, FileOfARoot_IsRestoredToTheRoot) {
     const std::wstring note = drive.Name() + L"\\Note.txt";
     world.disk.Write(note, "note", FileSystem::Flush::No);
     BackUp(note);
@@ -176,7 +176,7 @@ TEST_F(Restore, FileOfARoot_ComesBackToTheRoot) {
     world.disk.RemoveFile(note);
 }
 
-TEST_F(Restore, AReadOnlyTargetIsNotOverwritten) {
+TEST_F(Restore, ReadOnlyTarget_IsNotOverwritten) {
     tree.SetAttributes(L"Docs\\Report.doc", FILE_ATTRIBUTE_READONLY);
     SelectCopy(L"N02");
     world.boxes.Expect(kQuestion, BoxAnswer::Yes);
@@ -190,7 +190,7 @@ TEST_F(Restore, AReadOnlyTargetIsNotOverwritten) {
     EXPECT_EQ(ReadBytes(document), "state 3");
 }
 
-TEST_F(Restore, ALockedTargetIsNotOverwritten) {
+TEST_F(Restore, TargetInUse_IsNotOverwritten) {
     const FileHandle held(CreateFileW(document.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
                                       OPEN_EXISTING, 0, nullptr));
     SelectCopy(L"N02");
@@ -221,7 +221,7 @@ TEST_F(Restore, GoneDestination_IsReported_ListsAreEmpty) {
     EXPECT_THAT(Labels(), IsEmpty());
 }
 
-TEST_F(Restore, ACancelDuringTheSafetyCopyOverwritesNothing) {
+TEST_F(Restore, CancelDuringTheSafetyCopy_OverwritesNothing) {
     tree.File(L"Docs\\Report.doc", "unsaved", {2024, 1, 9, 9, 0, 0});
     SelectCopy(L"N03");
     world.boxes.Expect(kQuestion, BoxAnswer::Yes);
@@ -233,7 +233,7 @@ TEST_F(Restore, ACancelDuringTheSafetyCopyOverwritesNothing) {
     EXPECT_FALSE(world.boxes.Shown().back().rightToLeft) << "an English sentence";
 }
 
-TEST_F(Restore, AMarkThatAnEarlierRunLeftDoesNotStopIt) {
+TEST_F(Restore, EarlierRunWasCancelled_Restores) {
     state.cancel.Request();
     tree.File(L"Docs\\Report.doc", "unsaved", {2024, 1, 9, 9, 0, 0});
     SelectCopy(L"N03");
@@ -243,7 +243,7 @@ TEST_F(Restore, AMarkThatAnEarlierRunLeftDoesNotStopIt) {
     EXPECT_EQ(Safety(), "unsaved");
 }
 
-TEST_F(Restore, AFolderIsMergedAndItsOldStateKept) {
+TEST_F(Restore, Folder_IsMergedAndItsOldStateKept) {
     const std::wstring work = tree.Folder(L"Work");
     tree.File(L"Work\\a.txt", "old a", {2024, 1, 1, 0, 0, 0});
     tree.File(L"Work\\Sub\\b.txt", "old b", {2024, 1, 2, 0, 0, 0});
@@ -263,7 +263,7 @@ TEST_F(Restore, AFolderIsMergedAndItsOldStateKept) {
     EXPECT_EQ(ReadTree(vault + L"\\Work«0021»"), before);
 }
 
-TEST_F(Restore, OneLockedFileOfAFolderCostsNoOther) {
+TEST_F(Restore, OneFileOfAFolderInUse_OthersAreRestored) {
     const std::wstring work = tree.Folder(L"Work");
     for (const auto* name : {L"Work\\a.txt", L"Work\\b.txt", L"Work\\Sub\\c.txt"}) {
         tree.File(name, "old", {2024, 1, 1, 0, 0, 0});
@@ -285,7 +285,7 @@ TEST_F(Restore, OneLockedFileOfAFolderCostsNoOther) {
     EXPECT_THAT(report, testing::Contains(testing::HasSubstr(L"a.txt")));
 }
 
-TEST_F(Restore, AnItemBelowAFolderWithAPointComesBackExactly) {
+TEST_F(Restore, ItemBelowAFolderWithAPoint_IsRestored) {
     const std::wstring docs = tree.Folder(L"j.smith\\Docs");
     tree.File(L"j.smith\\Docs\\a.txt", "a", {2024, 1, 1, 0, 0, 0});
     BackUp(docs + L"\\");
@@ -296,7 +296,7 @@ TEST_F(Restore, AnItemBelowAFolderWithAPointComesBackExactly) {
     EXPECT_EQ(ReadBytes(tree.Path(L"j.smith\\Docs\\a.txt")), "a");
 }
 
-TEST_F(Restore, ItsAttributesComeBackToo) {
+TEST_F(Restore, RestoresTheAttributes) {
     tree.File(L"Docs\\Report.doc", "state 4", {2024, 1, 4, 9, 0, 0});
     tree.SetAttributes(L"Docs\\Report.doc", FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_READONLY);
     BackUp(document);
@@ -311,7 +311,7 @@ TEST_F(Restore, ItsAttributesComeBackToo) {
 
 // A drive that answers once more is used again: the failure of one safety copy is no reason to
 // refuse the next one.
-TEST_F(Restore, AfterAFailedSafetyCopyTheNextTryWorks) {
+TEST_F(Restore, SafetyCopyFailed_NextAttemptRestores) {
     tree.File(L"Docs\\Report.doc", "unsaved", {2024, 1, 9, 9, 0, 0});
     SelectCopy(L"N03");
     world.boxes.Expect(kQuestion, BoxAnswer::Yes);
@@ -342,7 +342,7 @@ class CoarseDates final : public ForwardingFileSystem {
     std::wstring drive_;
 };
 
-TEST_F(Restore, ASafetyCopyOnADriveOfEvenSecondsCounts) {
+TEST_F(Restore, SafetyCopyOnADriveOfEvenSeconds_IsAccepted) {
     tree.File(L"Docs\\Report.doc", "unsaved", {2024, 1, 9, 9, 0, 1});
     SelectCopy(L"N03");
     CoarseDates coarse(world.disk, vault);
@@ -355,7 +355,7 @@ TEST_F(Restore, ASafetyCopyOnADriveOfEvenSecondsCounts) {
 
 // Under the typed name the safety copy is that of another item, whose numbers the list does not
 // show.
-TEST_F(Restore, ASafetyCopyNeverTakesThePlaceOfAnother) {
+TEST_F(Restore, SafetyCopyOfThatNumberExists_NextNumberIsUsed) {
     for (int round = 0; round < 2; ++round) {
         tree.File(L"Elsewhere\\Typed.doc", "typed " + std::to_string(round),
                   {2024, 3, 1 + round, 0, 0, 0});

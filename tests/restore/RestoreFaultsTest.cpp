@@ -58,7 +58,7 @@ class RestoreFaults : public Restore {
 
 // Whatever goes wrong during a restore, at any of its steps: the file that was to be overwritten
 // or the restored one is there, whole; when it was overwritten, its safety copy exists.
-TEST_F(RestoreFaults, SurvivesAFailureAndAKillAtEveryStep) {
+TEST_F(RestoreFaults, FaultAtAnyStep_LosesNothing) {
     int points = 0;
     const Tree atFirst = ReadTree(vault);
     // The fallback of a drive that does not answer has a folder.
@@ -101,7 +101,7 @@ TEST_F(RestoreFaults, SurvivesAFailureAndAKillAtEveryStep) {
 
 // The same for a folder: each of its files is the old or the restored one, whole, and as soon as
 // one is the restored one the safety copy of all exists.
-TEST_F(RestoreFaults, AFolderSurvivesAFailureAndAKillAtEveryStep) {
+TEST_F(RestoreFaults, Folder_FaultAtAnyStep_LosesNothing) {
     const std::wstring work = tree.Folder(L"Work");
     const auto fill = [&](const std::string& bytes, int day) {
         tree.Remove(L"Work");
@@ -156,7 +156,7 @@ TEST_F(RestoreFaults, AFolderSurvivesAFailureAndAKillAtEveryStep) {
 
 // A folder that is not there, the item itself or one below it, comes with whole files under their
 // names; only a kill or a drive that is gone leaves something beside it.
-TEST_F(RestoreFaults, AMissingFolderSurvivesAFailureAndAKillAtEveryStep) {
+TEST_F(RestoreFaults, MissingFolder_FaultAtAnyStep_LeavesWholeFiles) {
     const std::wstring home = tree.Folder(L"Home");
     const auto fill = [&](const std::string& bytes, int day) {
         tree.Remove(L"Home\\Work");

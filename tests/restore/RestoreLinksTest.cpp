@@ -36,7 +36,7 @@ class RestoreLinks : public RestoreEnvironment {
     Tree atFirst;
 };
 
-TEST_F(RestoreLinks, BelowTheItemAreNotWrittenThrough) {
+TEST_F(RestoreLinks, LinkBelowTheItem_IsNotFollowed) {
     if (!tree.Link(L"Work\\Sub", L"Elsewhere")) GTEST_SKIP() << kNoLinks;
     tree.Remove(L"Work\\Zlast");
     RestoreWork();
@@ -53,7 +53,7 @@ TEST_F(RestoreLinks, BelowTheItemAreNotWrittenThrough) {
     EXPECT_EQ(ReadBytes(work + L"\\Zlast\\d.txt"), "stored");
 }
 
-TEST_F(RestoreLinks, BelowTheItemAreNotWrittenThroughWithASafetyCopyEither) {
+TEST_F(RestoreLinks, LinkBelowTheItem_SafetyCopyNeeded_IsNotFollowed) {
     if (!tree.Link(L"Work\\Sub", L"Elsewhere")) GTEST_SKIP() << kNoLinks;
     tree.File(L"Work\\a.txt", "unsaved", {2024, 1, 8, 9, 0, 0});
     RestoreWork();
@@ -64,7 +64,7 @@ TEST_F(RestoreLinks, BelowTheItemAreNotWrittenThroughWithASafetyCopyEither) {
 }
 
 // What the user chose is what the link shows, and its safety copy has all of that.
-TEST_F(RestoreLinks, ThatAreTheItemItselfAreFollowed) {
+TEST_F(RestoreLinks, LinkAsItem_IsFollowed) {
     tree.Remove(L"Work");
     if (!tree.Link(L"Work", L"Elsewhere")) GTEST_SKIP() << kNoLinks;
     tree.File(L"Elsewhere\\a.txt", "unsaved", {2024, 1, 8, 9, 0, 0});

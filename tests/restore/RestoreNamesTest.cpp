@@ -31,7 +31,7 @@ TEST_F(RestoreNames, FolderThatAKilledRestoreLeft_IsLeftAlone) {
     EXPECT_EQ(ReadTree(tree.Path(L"Docs")).size(), 3U);
 }
 
-TEST_F(RestoreNames, FolderWithAFileNamedAsTheTemporaryOne_ComesBackWhole) {
+TEST_F(RestoreNames, FolderWithAFileOfTheTemporaryName_IsRestoredWhole) {
     for (const bool isGone : {false, true}) {
         const std::wstring folder = tree.Path(L"Odd");
         tree.File(L"Odd\\~vwr0.tmp", "odd");

@@ -119,7 +119,7 @@ class RoundTrip : public RestoreEnvironment {
     int hidden_ = 0;
 };
 
-TEST_F(RoundTrip, HistoriesComeBackAsTheyWere) {
+TEST_F(RoundTrip, RandomHistories_RestoreEveryState) {
     const auto histories = Histories::Usually(6);
     for (unsigned seed = histories.first; seed != histories.End() && !HasFailure(); ++seed) {
         SCOPED_TRACE("seed " + std::to_string(seed));

@@ -57,7 +57,7 @@ class Selection : public Restore {
     }
 };
 
-TEST_F(Selection, OfAnotherItemStopsEveryCommandAndListsItsCopies) {
+TEST_F(Selection, OtherItemIsSelected_CommandStopsAndListsItsCopies) {
     for (const auto& command :
          {&RestoreCommands::mnuDelCopiesClick, &RestoreCommands::mnuDelCopyClick,
           &RestoreCommands::mnuRestoreClick, &RestoreCommands::mnuRestoreToClick,
@@ -95,7 +95,7 @@ TEST_F(Selection, MovesDuringQuestion_AnswerCountsForTheFirst) {
     EXPECT_TRUE(Exists(vault + L"\\Letter«0001».txt"));
 }
 
-TEST_F(Selection, ThatMovesDuringARestoreGetsNoSafetyCopyOfAnotherItem) {
+TEST_F(Selection, MovesDuringARestore_SafetyCopyIsOfItsOwnItem) {
     BackUp(tree.File(L"Other\\Report.doc", "other", {2024, 1, 1, 9, 0, 0}));
     browser.ListRestoreFiles();
     browser.RestoredPath(document);
@@ -106,7 +106,7 @@ TEST_F(Selection, ThatMovesDuringARestoreGetsNoSafetyCopyOfAnotherItem) {
     EXPECT_EQ(Safety(), "unsaved") << "beside the copies of its own item";
 }
 
-TEST_F(Selection, IsFollowedOnceAndNotWithoutNeed) {
+TEST_F(Selection, FollowSelection_Changed_ListsTheCopiesOnce) {
     EXPECT_TRUE(browser.FollowSelection());
     ClickUnheard(L"Letter");
     EXPECT_FALSE(browser.FollowSelection());

@@ -27,7 +27,7 @@ class Waiting : public Restore {
     int yieldsOfWaiting = 0;
 };
 
-TEST_F(Waiting, OfADeletionEndsWithIt) {
+TEST_F(Waiting, DeleteCopy_HidesTheDialogAtItsEnd) {
     SelectCopy(L"N02");
     world.boxes.Expect(L"[N02]", BoxAnswer::Yes);
     commands.mnuDelCopyClick();
@@ -36,7 +36,7 @@ TEST_F(Waiting, OfADeletionEndsWithIt) {
     EXPECT_THAT(calls, ElementsAre(L"BusyHide false"));
 }
 
-TEST_F(Waiting, OfADeletionOfAllCopiesEndsWithIt) {
+TEST_F(Waiting, DeleteAllCopies_HidesTheDialogAtItsEnd) {
     world.boxes.Expect(L"Report", BoxAnswer::Yes);
     commands.mnuDelCopiesClick();
     EXPECT_THAT(report, ElementsAre(HasSubstr(L"Waiting")));
@@ -45,7 +45,7 @@ TEST_F(Waiting, OfADeletionOfAllCopiesEndsWithIt) {
 }
 
 // Who closes the dialog that waits means all of them.
-TEST_F(Waiting, ThatIsCancelledLeavesEveryCopy) {
+TEST_F(Waiting, Cancelled_KeepsEveryCopy) {
     world.pump.AtEachYield([this] {
         if (!report.empty()) state.cancel.Request();
     });
