@@ -11,7 +11,7 @@ namespace {
 using testing::Contains;
 using testing::ElementsAre;
 
-TEST_F(App, StartsWithTheDefaultListAndTakesTheOpeningScreenAway) {
+TEST_F(App, Start_OpensTheDefaultListAndClosesTheOpeningScreen) {
     WriteDefaultList({letter}, 4);
     Start();
     EXPECT_TRUE(Main().IsVisible());
@@ -27,7 +27,7 @@ TEST_F(App, StartsWithTheDefaultListAndTakesTheOpeningScreenAway) {
     EXPECT_TRUE(IsAlive());
 }
 
-TEST_F(App, ShowsTheOpeningScreenUntilTheMainWindowIsThere) {
+TEST_F(App, Start_ShowsTheOpeningScreenUntilTheMainWindow) {
     WriteDefaultList({letter});
     int looks = 0;
     world.pump.AtEachYield([&] {
@@ -50,7 +50,7 @@ TEST_F(App, Start_MainWindowIsPaintedWhenTheOpeningScreenGoes) {
     EXPECT_FALSE(GetUpdateRect(Main().Control(L"lsvBackupList"), nullptr, FALSE));
 }
 
-TEST_F(App, OffersAAndCAlwaysAndOtherDrivesWithRoom) {
+TEST_F(App, OffersDrivesAAndCAndOthersWithRoom) {
     WriteDefaultList({});
     Start();
     const auto drives = Main().Choices(L"cmbDestination");
@@ -61,26 +61,26 @@ TEST_F(App, OffersAAndCAlwaysAndOtherDrivesWithRoom) {
     EXPECT_THAT(drives, testing::Not(Contains(L"B:")));
 }
 
-TEST_F(App, AnotherListHasItsNameInTheCaptionAndNoLogonStart) {
+TEST_F(App, OtherList_CaptionHasItsName_NoLogonStart) {
     const std::wstring other = tree.File(L"Work & play.vwl", "");
     Start(L"\"" + other + L"\"");
     EXPECT_EQ(Main().Caption(), L"Vaultwright- مهمة نسخ يدوي [Work & play.vwl]");
     EXPECT_FALSE(Main().Menus().IsEnabled(L"mnuOptions", 0));
 }
 
-TEST_F(App, AListWithTheCountThatIsShownIsNotModifiedByOpeningIt) {
+TEST_F(App, Open_SameCount_ListIsNotModified) {
     WriteDefaultList({letter}, 3);
     Start();
     EXPECT_FALSE(state.listModified) << "the first change of the count belongs to the start";
 }
 
-TEST_F(App, AListWithAnotherCountIsModifiedByOpeningIt) {
+TEST_F(App, Open_OtherCount_ListIsModified) {
     WriteDefaultList({letter}, 9);
     Start();
     EXPECT_TRUE(state.listModified);
 }
 
-TEST_F(App, ClosingSavesAndEnds) {
+TEST_F(App, Close_SavesTheListAndEnds) {
     WriteDefaultList({letter});
     Start();
     Main().SetValue(L"vsBackages", 6);
@@ -89,14 +89,14 @@ TEST_F(App, ClosingSavesAndEnds) {
     EXPECT_NE(ReadBytes(state.DefaultListPath()).find("Backages: 6\r\n"), std::string::npos);
 }
 
-TEST_F(App, SwitchesTheLanguageAndEnds) {
+TEST_F(App, SwitchLanguage_StoresItAndEnds) {
     WriteDefaultList({letter});
     Start();
     EXPECT_THROW(Choose(ID_mnuToolEnAr), ProgramEnded);
     EXPECT_EQ(settings.GetSetting(setting::kArabic, L""), L"-1");
 }
 
-TEST_F(App, StartedAgainInAnotherLanguageItRebuildsTheMainWindow) {
+TEST_F(App, StartAgain_OtherLanguage_RebuildsTheMainWindow) {
     WriteDefaultList({letter});
     Start();
     Main().SetValue(L"vsBackages", 8);
@@ -108,7 +108,7 @@ TEST_F(App, StartedAgainInAnotherLanguageItRebuildsTheMainWindow) {
     EXPECT_EQ(Main().Text(L"lblBackages"), L"8") << "the list was saved before";
 }
 
-TEST_F(App, FailingHandler_IsReportedOnce_WindowComesBack) {
+TEST_F(App, FailingHandler_IsReportedOnce_WindowIsEnabled) {
     WriteDefaultList({letter});
     Start();
     world.files.FailNth(1, error_number::kDeviceError, OnlyCalls({FileCall::Stat}));
@@ -126,7 +126,7 @@ TEST_F(App, FailingHandler_IsReportedOnce_WindowComesBack) {
     EXPECT_TRUE(Main().Menus().IsChecked(L"mnuViewMethod", 0));
 }
 
-TEST_F(App, WindowsThatAreAllHiddenComeBack) {
+TEST_F(App, AllWindowsHidden_MainWindowIsShownAfterASecond) {
     WriteDefaultList({letter});
     Start();
     Main().Hide();
@@ -139,7 +139,7 @@ TEST_F(App, WindowsThatAreAllHiddenComeBack) {
     EXPECT_TRUE(Main().IsVisible());
 }
 
-TEST_F(App, AKeptReportKeepsTheMainWindowWaiting) {
+TEST_F(App, ReportIsOpen_MainWindowStaysDisabled) {
     WriteDefaultList({letter});
     Start();
     world.pump.AtEachYield([this] {
@@ -167,7 +167,7 @@ TEST_F(App, AKeptReportKeepsTheMainWindowWaiting) {
     EXPECT_TRUE(Main().IsFormEnabled());
 }
 
-TEST_F(App, TheMainWindowWaitsForTheListsBehindARun) {
+TEST_F(App, Run_ListsAreUpdated_MainWindowStaysDisabled) {
     WriteDefaultList({letter});
     Start();
     bool wasBusy = false;
@@ -186,7 +186,7 @@ TEST_F(App, TheMainWindowWaitsForTheListsBehindARun) {
     EXPECT_TRUE(Main().IsFormEnabled());
 }
 
-TEST_F(App, KeepsTheComputerAwakeForTheTimeOfARun) {
+TEST_F(App, Run_KeepsTheComputerAwake) {
     // The call gives what was asked for before.
     const auto asked = [] { return SetThreadExecutionState(ES_CONTINUOUS) & ES_SYSTEM_REQUIRED; };
     SetThreadExecutionState(ES_CONTINUOUS | ES_SYSTEM_REQUIRED);
@@ -201,7 +201,7 @@ TEST_F(App, KeepsTheComputerAwakeForTheTimeOfARun) {
     EXPECT_EQ(asked(), 0U);
 }
 
-TEST_F(App, SingleItemModeTakesTheCommandsAway) {
+TEST_F(App, SingleItemMode_DisablesTheEditingCommands) {
     Start(L"\"" + letter + L"\"");
     EXPECT_THAT(Paths(), ElementsAre(letter));
     for (const auto* name :
@@ -219,7 +219,7 @@ TEST_F(App, SingleItemModeTakesTheCommandsAway) {
 }
 
 // As the shell passes it, without a final "\".
-TEST_F(App, SingleItemModeBacksUpAFolder) {
+TEST_F(App, SingleItemMode_BacksUpAFolder) {
     const std::wstring folder = tree.Folder(L"Work");
     tree.File(L"Work\\a.txt");
     Start(L"\"" + folder + L"\"");
@@ -275,7 +275,7 @@ class InARun : public App, public testing::WithParamInterface<int> {
 
 INSTANTIATE_TEST_SUITE_P(Moments, InARun, testing::Values(1, 2, 3, 5, 8, 11, 14, 30));
 
-TEST_P(InARun, ASecondBackupDoesNothing) {
+TEST_P(InARun, SecondBackup_HasNoEffect) {
     EXPECT_FALSE(BackUpAnd([this] {
         SendMessageW(Main().Handle(), WM_COMMAND, ID_mnuBackup, 0);
         SendMessageW(Main().Handle(), WM_COMMAND, ID_mnuDelAll, 0);
@@ -285,7 +285,7 @@ TEST_P(InARun, ASecondBackupDoesNothing) {
     EXPECT_TRUE(Main().IsFormEnabled());
 }
 
-TEST_P(InARun, ACancelEndsIt) {
+TEST_P(InARun, Cancel_EndsIt) {
     EXPECT_FALSE(BackUpAnd([this] { Windows().frmBusyDialog.Window().Unload(); }));
     ExpectWhole();
     EXPECT_FALSE(Windows().frmBusyDialog.Window().IsLoaded());
@@ -296,7 +296,7 @@ TEST_P(InARun, ACancelEndsIt) {
     EXPECT_TRUE(Exists(drive.Backup() + L"\\Letter«0001».txt"));
 }
 
-TEST_P(InARun, ADriveThatIsChosenMeanwhileIsNotTaken) {
+TEST_P(InARun, DriveIsChosen_DestinationIsUnchanged) {
     EXPECT_FALSE(BackUpAnd([this] {
         const HWND box = Main().Control(L"cmbDestination");
         SendMessageW(Main().Handle(), WM_COMMAND, MAKEWPARAM(ID_cmbDestination, CBN_SELCHANGE),
@@ -306,12 +306,12 @@ TEST_P(InARun, ADriveThatIsChosenMeanwhileIsNotTaken) {
     EXPECT_EQ(state.BackupTo, drive.Backup());
 }
 
-TEST_P(InARun, ClosingTheMainWindowEndsTheProgram) {
+TEST_P(InARun, CloseMainWindow_EndsTheProgram) {
     EXPECT_TRUE(BackUpAnd([this] { Close(); }));
     EXPECT_EQ(world.exitStatus.Code(), error_number::kCancelled);
 }
 
-TEST_P(InARun, ExitOfTheIconEndsTheProgram) {
+TEST_P(InARun, ExitOfTheIcon_EndsTheProgram) {
     EXPECT_TRUE(BackUpAnd([this] {
         Windows().frmTrayIcon.Load();
         SendMessageW(Windows().frmTrayIcon.Window().Handle(), WM_COMMAND, ID_mnuProp1Exit, 0);

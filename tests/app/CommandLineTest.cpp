@@ -5,7 +5,7 @@
 namespace vw {
 namespace {
 
-TEST(CommandLine, BeginsBehindTheProgramsName) {
+TEST(CommandLine, BeginsAfterTheNameOfTheProgram) {
     struct Row {
         std::wstring_view commandLine;
         std::wstring_view arguments;
@@ -32,7 +32,7 @@ TEST(CommandLine, BeginsBehindTheProgramsName) {
     }
 }
 
-TEST(CommandLine, IsSilentByItsFirstTwoCharacters) {
+TEST(CommandLine, StartsSilently_DependsOnTheFirstTwoCharacters) {
     struct Row {
         std::wstring_view arguments;
         bool isSilent;
@@ -54,7 +54,7 @@ TEST(CommandLine, IsSilentByItsFirstTwoCharacters) {
     }
 }
 
-TEST(CommandLine, Startup_WithMoreBehind_IsNoSwitch) {
+TEST(CommandLine, Startup_WithAnArgument_IsNoSwitch) {
     struct Row {
         std::wstring_view arguments;
         bool isStartup;
@@ -93,7 +93,7 @@ void Check(const Row& row) {
     EXPECT_EQ(ActionFor(commandLine), row.action) << testing::PrintToString(row.arguments);
 }
 
-TEST(CommandLine, BacksUpListsItemsOrTheDefaultList) {
+TEST(CommandLine, BackupSwitch_ListItemOrNothing_IsParsed) {
     using enum StartAction;
     const Row rows[] = {
         {L"/B C:\\x.vwl", L"/B", L"C:\\x.vwl", BackupList},
@@ -146,7 +146,7 @@ TEST(CommandLine, OpensListsAndItemsWithoutASwitch) {
     for (const Row& row : rows) Check(row);
 }
 
-TEST(CommandLine, TreatsUnknownSwitchesLikeNone) {
+TEST(CommandLine, UnknownSwitch_IsIgnored) {
     using enum StartAction;
     const Row rows[] = {
         {L"/S", L"/S", L"", OpenDefaultList},
@@ -168,7 +168,7 @@ TEST(CommandLine, TreatsUnknownSwitchesLikeNone) {
     for (const Row& row : rows) Check(row);
 }
 
-TEST(CommandLine, TakesDeleTempForAnItem) {
+TEST(CommandLine, DeleTemp_IsAnItemCalledTemp) {
     // A switch ends at the first blank, so this is no way to clean the temporary folders.
     Check({L"/Dele Temp", L"/Dele", L"Temp", StartAction::OpenItem});
     Check({L"/Dele", L"/Dele", L"", StartAction::OpenDefaultList});

@@ -70,11 +70,11 @@ class Drives : public testing::Test {
     const std::wstring another = Another();
 };
 
-TEST_F(Drives, AAndCAreOfferedWhateverTheyAre) {
+TEST_F(Drives, OffersAAndCOfAnyKind) {
     EXPECT_THAT(DriveChoices(files), ElementsAre(L"A:", L"C:"));
 }
 
-TEST_F(Drives, OthersNeedMoreThanAGibibyteOfRoom) {
+TEST_F(Drives, OtherDrive_MoreThanAGibibyteFree_IsOffered) {
     if (another.empty()) GTEST_SKIP() << "this machine has no other drive";
     files.room[another + L"\\"] = kGibibyte;
     EXPECT_THAT(DriveChoices(files), Not(Contains(another)));

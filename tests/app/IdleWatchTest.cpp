@@ -54,7 +54,7 @@ class IdleWatchTest : public testing::Test {
     IdleWatch watch{world.clock, state, main.form, dialog, icon};
 };
 
-TEST_F(IdleWatchTest, IconWasRefused_HiddenWindowComesBack) {
+TEST_F(IdleWatchTest, IconWasRefused_HiddenWindowIsShown) {
     ASSERT_TRUE(icon.Window().IsLoaded());
     LookForASecond();
     EXPECT_TRUE(main.form.IsVisible());

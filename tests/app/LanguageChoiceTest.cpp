@@ -38,7 +38,7 @@ class LanguageChoices : public testing::Test {
     }
 };
 
-TEST_F(LanguageChoices, AreAskedForAtTheFirstStart) {
+TEST_F(LanguageChoices, FirstStart_AsksForTheLanguage) {
     world.boxes.Expect(kQuestion, BoxAnswer::Yes);
     EXPECT_EQ(choice.Read(), Language::Arabic);
     EXPECT_TRUE(state.IsArabic());
@@ -54,7 +54,7 @@ TEST_F(LanguageChoices, AreAskedForAtTheFirstStart) {
     EXPECT_FALSE(box.rightToLeft);
 }
 
-TEST_F(LanguageChoices, AnsweredWithNoAreEnglishAndNotAskedForAgain) {
+TEST_F(LanguageChoices, AnswerIsNo_IsEnglishAndNotAskedAgain) {
     world.boxes.Expect(kQuestion, BoxAnswer::No);
     EXPECT_EQ(choice.Read(), Language::English);
     EXPECT_FALSE(state.IsArabic());
@@ -63,7 +63,7 @@ TEST_F(LanguageChoices, AnsweredWithNoAreEnglishAndNotAskedForAgain) {
     EXPECT_EQ(world.boxes.Shown().size(), 1U);
 }
 
-TEST_F(LanguageChoices, AnsweredWithYesAreNotAskedForAgain) {
+TEST_F(LanguageChoices, AnswerIsYes_IsArabicAndNotAskedAgain) {
     world.boxes.Expect(kQuestion, BoxAnswer::Yes);
     EXPECT_EQ(choice.Read(), Language::Arabic);
     state.language = Language::English;
@@ -72,14 +72,14 @@ TEST_F(LanguageChoices, AnsweredWithYesAreNotAskedForAgain) {
     EXPECT_EQ(world.boxes.Shown().size(), 1U);
 }
 
-TEST_F(LanguageChoices, StoredAsNeverChosenAreAskedForInAnyLetterCase) {
+TEST_F(LanguageChoices, StoredAsNeverChosen_AnyLetterCase_IsAsked) {
     settings.SaveSetting(L"Arabic", L"n/a");
     world.boxes.Expect(kQuestion, BoxAnswer::No);
     EXPECT_EQ(choice.Read(), Language::English);
     EXPECT_EQ(Stored(), L"0");
 }
 
-TEST_F(LanguageChoices, AreNotAskedForInASilentFirstStart) {
+TEST_F(LanguageChoices, SilentFirstStart_AsksAndStoresNothing) {
     state.silentRun = true;
     state.language = Language::Arabic;
     EXPECT_EQ(choice.Read(), Language::English);
@@ -91,13 +91,13 @@ TEST_F(LanguageChoices, AreNotAskedForInASilentFirstStart) {
     EXPECT_EQ(choice.Read(), Language::Arabic);
 }
 
-TEST_F(LanguageChoices, OfASilentRunAreTheStoredOnes) {
+TEST_F(LanguageChoices, SilentRun_UsesTheStoredLanguage) {
     settings.SaveSetting(L"Arabic", L"-1");
     state.silentRun = true;
     EXPECT_EQ(choice.Read(), Language::Arabic);
 }
 
-TEST_F(LanguageChoices, AreReadFromAnyYesOrNoText) {
+TEST_F(LanguageChoices, StoredYesOrNo_AnyForm_IsRead) {
     for (const std::wstring_view yes : {L"-1", L"True", L"true", L"1", L"7"}) {
         settings.SaveSetting(L"Arabic", yes);
         EXPECT_EQ(choice.Read(), Language::Arabic);
@@ -110,7 +110,7 @@ TEST_F(LanguageChoices, AreReadFromAnyYesOrNoText) {
     }
 }
 
-TEST_F(LanguageChoices, StoredAsAnythingElseAreATypeMismatchForTheCaller) {
+TEST_F(LanguageChoices, StoredOtherText_ThrowsTypeMismatch) {
     for (const std::wstring_view text : {L"Arabic", L"", L"yes"}) {
         settings.SaveSetting(L"Arabic", text);
         try {
@@ -123,7 +123,7 @@ TEST_F(LanguageChoices, StoredAsAnythingElseAreATypeMismatchForTheCaller) {
     }
 }
 
-TEST_F(LanguageChoices, AreStoredAsMinusOneAndZero) {
+TEST_F(LanguageChoices, Write_StoresMinusOneOrZero) {
     choice.Write(Language::Arabic);
     EXPECT_EQ(Stored(), L"-1");
     EXPECT_TRUE(state.IsArabic());
@@ -132,7 +132,7 @@ TEST_F(LanguageChoices, AreStoredAsMinusOneAndZero) {
     EXPECT_FALSE(state.IsArabic());
 }
 
-TEST_F(LanguageChoices, OfArabicWarnAboutDigitsAtTheirFirstStartOnly) {
+TEST_F(LanguageChoices, Arabic_WarnsAboutDigitsAtTheFirstStartOnly) {
     digits.Set(L"1");
     choice.Write(Language::Arabic);
     world.boxes.Expect(L"إن نمط الأرقام المستعمل غير صالح:");
@@ -142,7 +142,7 @@ TEST_F(LanguageChoices, OfArabicWarnAboutDigitsAtTheirFirstStartOnly) {
     EXPECT_EQ(world.boxes.Shown().size(), 1U);
 }
 
-TEST_F(LanguageChoices, OfArabicAtTheQuestionWarnAboutDigitsOnceToo) {
+TEST_F(LanguageChoices, ArabicByTheQuestion_WarnsAboutDigitsOnce) {
     digits.Set(L"1");
     world.boxes.Expect(kQuestion, BoxAnswer::Yes);
     world.boxes.Expect(L"إن نمط الأرقام المستعمل غير صالح:");
@@ -151,7 +151,7 @@ TEST_F(LanguageChoices, OfArabicAtTheQuestionWarnAboutDigitsOnceToo) {
     EXPECT_EQ(world.boxes.Shown().size(), 2U);
 }
 
-TEST_F(LanguageChoices, OfArabicWarnAgainAfterTheyWereEnglish) {
+TEST_F(LanguageChoices, ArabicAfterEnglish_WarnsAboutDigitsAgain) {
     digits.Set(L"1");
     for (int i = 0; i < 2; ++i) {
         choice.Write(Language::Arabic);
@@ -163,14 +163,14 @@ TEST_F(LanguageChoices, OfArabicWarnAgainAfterTheyWereEnglish) {
     EXPECT_EQ(world.boxes.Shown().size(), 2U);
 }
 
-TEST_F(LanguageChoices, OfEnglishNeverWarnAboutDigits) {
+TEST_F(LanguageChoices, English_NeverWarnsAboutDigits) {
     digits.Set(L"1");
     choice.Write(Language::English);
     StartAgain();
     EXPECT_TRUE(world.boxes.Shown().empty());
 }
 
-TEST_F(LanguageChoices, OfASilentRunLeaveTheWarningToTheNextStart) {
+TEST_F(LanguageChoices, SilentRun_LeavesTheWarningToTheNextStart) {
     digits.Set(L"1");
     choice.Write(Language::Arabic);
     StartAgain(true);
@@ -179,7 +179,7 @@ TEST_F(LanguageChoices, OfASilentRunLeaveTheWarningToTheNextStart) {
     StartAgain();
 }
 
-TEST_F(LanguageChoices, OfEnglishLeaveNoOtherSettingThanTheirs) {
+TEST_F(LanguageChoices, English_StoresNoOtherSetting) {
     choice.Write(Language::English);
     EXPECT_EQ(ReadValue(HKEY_CURRENT_USER, kKey, L"ArabicPrepared"), std::nullopt);
 }

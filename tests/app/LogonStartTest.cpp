@@ -81,16 +81,16 @@ class LogonStarts : public testing::Test {
     }
 };
 
-TEST_F(LogonStarts, AreOffWithoutAnEntry) { EXPECT_FALSE(logon.ApplicationSartup()); }
+TEST_F(LogonStarts, NoEntry_IsOff) { EXPECT_FALSE(logon.ApplicationSartup()); }
 
-TEST_F(LogonStarts, AreOnWithTheEntryOfTheProgramsName) {
+TEST_F(LogonStarts, EntryOfTheProgramsName_IsOn) {
     entry.Set(L"anything");
     EXPECT_TRUE(logon.ApplicationSartup());
     state.executableBaseName = kBaseName + L"2";
     EXPECT_FALSE(logon.ApplicationSartup());
 }
 
-TEST_F(LogonStarts, SwitchedOnWriteTheCommandWithoutQuotationMarks) {
+TEST_F(LogonStarts, SwitchOn_WritesTheCommandWithoutQuotationMarks) {
     logon.ApplicationSartup(true);
     EXPECT_EQ(Entry(), TextValue(L"C:\\My Vault\\" + kBaseName + L".exe /S"));
     EXPECT_EQ(Setting(), L"-1");
@@ -100,7 +100,7 @@ TEST_F(LogonStarts, SwitchedOnWriteTheCommandWithoutQuotationMarks) {
     EXPECT_EQ(drives.asked, std::vector<std::wstring>{L"C:\\"});
 }
 
-TEST_F(LogonStarts, SwitchedOffRemoveTheEntry) {
+TEST_F(LogonStarts, SwitchOff_RemovesTheEntry) {
     logon.ApplicationSartup(true);
     logon.ApplicationSartup(false);
     EXPECT_EQ(Entry(), std::nullopt);
@@ -110,7 +110,7 @@ TEST_F(LogonStarts, SwitchedOffRemoveTheEntry) {
     EXPECT_FALSE(logon.ApplicationSartup());
 }
 
-TEST_F(LogonStarts, AreLeftAsTheyAreForAnotherList) {
+TEST_F(LogonStarts, OtherList_ChangesNothing) {
     state.currentListPath = L"D:\\Lists\\work.vwl";
     logon.ApplicationSartup(true);
     EXPECT_EQ(Entry(), std::nullopt);
@@ -119,7 +119,7 @@ TEST_F(LogonStarts, AreLeftAsTheyAreForAnotherList) {
     EXPECT_TRUE(drives.asked.empty());
 }
 
-TEST_F(LogonStarts, AlreadyAsWantedAreLeftAlone) {
+TEST_F(LogonStarts, AlreadyAsWanted_WritesNothing) {
     entry.Set(L"by hand");
     logon.ApplicationSartup(true);
     EXPECT_EQ(Entry(), TextValue(L"by hand"));
@@ -130,7 +130,7 @@ TEST_F(LogonStarts, AlreadyAsWantedAreLeftAlone) {
     EXPECT_EQ(mark.explained, 0);
 }
 
-TEST_F(LogonStarts, OfAProgramBesideAHardDriveAreRefused) {
+TEST_F(LogonStarts, SwitchOn_ProgramNotOnAHardDrive_IsRefused) {
     for (const DriveType kind : {DriveType::Unknown, DriveType::Removable, DriveType::Network,
                                  DriveType::Optical, DriveType::Memory}) {
         drives.kind = kind;
@@ -167,7 +167,7 @@ TEST_F(LogonStarts, PathOutsideTheCodePage_IsRefusedAndReported) {
     EXPECT_TRUE(Entry().has_value());
 }
 
-TEST_F(LogonStarts, CannotBeSwitchedOffBesideAHardDriveEither) {
+TEST_F(LogonStarts, SwitchOff_ProgramNotOnAHardDrive_IsRefused) {
     entry.Set(L"by hand");
     drives.kind = DriveType::Removable;
     world.boxes.Expect(L"Run this Application from your hard drive");
@@ -175,7 +175,7 @@ TEST_F(LogonStarts, CannotBeSwitchedOffBesideAHardDriveEither) {
     EXPECT_EQ(Entry(), TextValue(L"by hand"));
 }
 
-TEST_F(LogonStarts, OfAProgramOnAnotherMachineAreRefused) {
+TEST_F(LogonStarts, SwitchOn_ProgramOnAServer_IsRefused) {
     System real = world.With(world.files);
     LogonStart onRealDrives(real, api, settings, state, onChange);
     state.applicationFolder = L"\\\\server\\share\\Vault";
@@ -185,7 +185,7 @@ TEST_F(LogonStarts, OfAProgramOnAnotherMachineAreRefused) {
     EXPECT_EQ(Entry(), std::nullopt);
 }
 
-TEST_F(LogonStarts, OfAProgramOnTheRealHardDriveAreTaken) {
+TEST_F(LogonStarts, SwitchOn_ProgramOnTheRealHardDrive_IsAccepted) {
     System real = world.With(world.files);
     LogonStart onRealDrives(real, api, settings, state, onChange);
     onRealDrives.ApplicationSartup(true);

@@ -38,7 +38,7 @@ std::vector<ToolButtonData> Buttons() {
     return buttons;
 }
 
-TEST(MainCommands, KeysCompareWithoutRegardToCase) {
+TEST(MainCommands, FindByKey_IgnoresLetterCase) {
     for (const ToolButtonData& button : Buttons()) {
         EXPECT_EQ(MainCommand::FindByKey(InCapitals(std::wstring(button.key))),
                   MainCommand::FindByKey(button.key))
@@ -46,7 +46,7 @@ TEST(MainCommands, KeysCompareWithoutRegardToCase) {
     }
 }
 
-TEST(MainCommands, AnUnknownKeyDoesNothing) {
+TEST(MainCommands, FindByKey_UnknownKey_ReturnsNull) {
     for (const auto* key : {L"", L"EditAdd", L"Delete", L"FileNewer"}) {
         EXPECT_EQ(MainCommand::FindByKey(key), nullptr) << Narrow(key);
     }
@@ -57,7 +57,7 @@ TEST(MainCommands, AnUnknownKeyDoesNothing) {
 // Nothing that a user can choose is without a command, and no two entries share one. The button
 // that opens the selection looks at the list that the user worked in last; it has no entry of its
 // own.
-TEST(MainCommands, EveryEntryAndEveryButtonOfTheWindowHasOne) {
+TEST(MainCommands, EveryEntryAndButton_HasACommand) {
     std::set<const MainCommand*> commands;
     for (const MenuItemData& entry : MainForm().menu) {
         if (entry.level == 0 || entry.separator) continue;

@@ -162,7 +162,7 @@ TEST_F(App, Exit_DuringARun_BusyDialogGoesBeforeTheListIsSaved) {
     EXPECT_THAT(busy, Each(false));
 }
 
-TEST_F(App, SwitchLanguage_TakesTheIconAway) {
+TEST_F(App, SwitchLanguage_RemovesTheIcon) {
     WriteDefaultList({letter});
     Start();
     Windows().frmTrayIcon.Load();

@@ -38,7 +38,7 @@ void WINAPI ThrowEnd(UINT exitCode) { throw Ended{exitCode}; }
 DWORD WINAPI RunOutOfMemory(DWORD, LPWSTR, DWORD) { throw std::bad_alloc(); }
 
 // The first start in Arabic asks for the language of the keyboard, whose name cannot be read here.
-TEST(ProgramFaults, OfTheLanguageServiceAreShownOnlyInTheDebugger) {
+TEST(ProgramFaults, LanguageService_ShowOnlyInTheDebugger) {
     debugTexts.clear();
     boxTexts.clear();
     const TempTree tree;

@@ -88,7 +88,7 @@ TEST_F(RestoreEnd, DialogClosedAtAnyListingBeforeTheCopy_CancelsAndStaysClosed) 
     EXPECT_GT(listing, 3) << "what is restored over is listed to know it and to copy it";
 }
 
-TEST_F(RestoreEnd, DialogMinimised_BringsTheMainWindowBack) {
+TEST_F(RestoreEnd, DialogMinimised_ShowsTheMainWindow) {
     RestoreAndMeanwhile([this] {
         ShowWindow(Busy().Handle(), SW_MINIMIZE);
         EXPECT_TRUE(Windows().frmTrayIcon.Window().IsLoaded());
@@ -98,7 +98,7 @@ TEST_F(RestoreEnd, DialogMinimised_BringsTheMainWindowBack) {
     EXPECT_EQ(ReadBytes(work + L"\\a.txt"), "stored a");
 }
 
-TEST_F(RestoreEnd, DialogMinimisedThenCancelledByTheIcon_BringsTheMainWindowBack) {
+TEST_F(RestoreEnd, DialogMinimisedAndCancelledByTheIcon_ShowsTheMainWindow) {
     RestoreAndMeanwhile(
         [this] {
             ShowWindow(Busy().Handle(), SW_MINIMIZE);
@@ -109,7 +109,7 @@ TEST_F(RestoreEnd, DialogMinimisedThenCancelledByTheIcon_BringsTheMainWindowBack
     EXPECT_EQ(ReadBytes(work + L"\\a.txt"), "unsaved a");
 }
 
-TEST_F(RestoreEnd, BackupMinimisedAndCancelledByTheIcon_BringsTheMainWindowBack) {
+TEST_F(RestoreEnd, BackupMinimisedAndCancelledByTheIcon_ShowsTheMainWindow) {
     bool isDone = false;
     world.files.OnOperation([&](const FileOperation& operation) {
         if (isDone || operation.call != FileCall::Copy) return;
@@ -122,7 +122,7 @@ TEST_F(RestoreEnd, BackupMinimisedAndCancelledByTheIcon_BringsTheMainWindowBack)
     ExpectMainWindowIsBack();
 }
 
-TEST_F(RestoreEnd, AfterANo_ADeletionLeavesTheDialogOpen) {
+TEST_F(RestoreEnd, AfterANo_DeletionKeepsTheDialogOpen) {
     world.boxes.Expect(work, BoxAnswer::No);
     Choose(ID_mnuRestore);
     EXPECT_TRUE(Busy().IsVisible());

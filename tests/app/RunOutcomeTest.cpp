@@ -42,7 +42,7 @@ TEST_F(RunOutcome, BackupNow_StatusLineCountsItems) {
     EXPECT_THROW(Close(), ProgramEnded);
 }
 
-TEST_F(RunOutcome, BackupNow_ItemThatFails_StatusLineSaysSo) {
+TEST_F(RunOutcome, BackupNow_ItemThatFails_StatusLineReportsIt) {
     const FileHandle lock = Locked(L"Home\\Locked.txt");
     WriteDefaultList({letter, tree.Path(L"Home\\Locked.txt")});
     Start();
@@ -78,7 +78,7 @@ TEST_F(RunOutcome, StatusLine_Clicked_ShowsTheReportAgain) {
     EXPECT_THROW(Close(), ProgramEnded);
 }
 
-TEST_F(RunOutcome, ManyErrors_ThreeBoxesAndOneAtTheEnd) {
+TEST_F(RunOutcome, ManyErrors_ShowThreeBoxesAndOneAtTheEnd) {
     std::vector<FileHandle> locks;
     for (int i = 0; i < 25; ++i) {
         locks.push_back(Locked(L"Home\\Full\\Locked " + std::to_wstring(i) + L".txt"));
@@ -155,7 +155,7 @@ TEST_F(RunOutcome, ItemsThatGoWrong_CarryWarningsAndTheReportRepeatsThem) {
     EXPECT_THROW(Close(), ProgramEnded);
 }
 
-TEST_F(RunOutcome, SilentRun_WrongCommandLine_EndsByItselfAfterAMinute) {
+TEST_F(RunOutcome, SilentRun_WrongCommandLine_EndsAfterAMinute) {
     Start(L"/B " + tree.Path(L"No such list.vwl"));
     EXPECT_EQ(world.errors.TakeOne().number, error_number::kListPathMissing);
     world.clock.Advance(kMinute - 1);
@@ -173,7 +173,7 @@ TEST_F(RunOutcome, SilentRun_WrongCommandLine_EndsByItselfAfterAMinute) {
     }
 }
 
-TEST_F(RunOutcome, StartupSwitch_WhileItIsOff_EndsByItselfWithZero) {
+TEST_F(RunOutcome, StartupSwitch_WhileItIsOff_EndsWithZero) {
     Start(L"/Startup");
     EXPECT_TRUE(IsAlive());
     world.clock.Advance(kMinute);
@@ -185,7 +185,7 @@ TEST_F(RunOutcome, StartupSwitch_WhileItIsOff_EndsByItselfWithZero) {
     }
 }
 
-TEST_F(RunOutcome, InteractiveRun_NeverEndsByItself) {
+TEST_F(RunOutcome, InteractiveRun_DoesNotEndByATimeout) {
     WriteDefaultList({letter});
     Start();
     world.clock.Advance(10 * kMinute);

@@ -44,7 +44,7 @@ TEST_F(RunRecordTest, MissingItem_ReportedUnchanged_CountsAsFailed) {
     EXPECT_EQ(Line(), begin + L"0 copied, 0 unchanged, 1 failed");
 }
 
-TEST_F(RunRecordTest, ErrorInAnItem_CopyMadeAllTheSame_CountsAsFailed) {
+TEST_F(RunRecordTest, ErrorInAnItem_CopyIsMade_CountsAsFailed) {
     record.OnItem(ItemEvent::Started);
     record.NoteFailure();
     record.OnItem(ItemEvent::Copied);
@@ -59,7 +59,7 @@ TEST_F(RunRecordTest, ErrorOutsideItems_CountsNowhere) {
     EXPECT_FALSE(record.HasFailures());
 }
 
-TEST_F(RunRecordTest, Cancel_PresentItemAndThoseBehind_CountAsCancelled) {
+TEST_F(RunRecordTest, Cancel_CurrentItemAndLaterOnes_CountAsCancelled) {
     Item(ItemEvent::Copied);
     Item(ItemEvent::Copied);
     record.End(true);

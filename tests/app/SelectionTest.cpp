@@ -31,7 +31,7 @@ class RestoreView : public App {
     const std::wstring note = tree.File(L"Home\\Note.txt", "note");
 };
 
-TEST_F(RestoreView, AClickDuringACommandIsFollowedAtItsEnd) {
+TEST_F(RestoreView, ClickDuringACommand_IsFollowedAtItsEnd) {
     Click(L"Note");
     world.pump.Restart();
     bool clicked = false;

@@ -49,14 +49,14 @@ TEST_F(SilentRun, ListsTheCopiesOfAnItemAndShowsNoWindow) {
     EXPECT_FALSE(visible) << "nobody is to see a window of a silent run";
 }
 
-TEST_F(SilentRun, OfAMomentMakesNoWindow) {
+TEST_F(SilentRun, ShorterThanASecond_MakesNoWindow) {
     WriteDefaultList({tree.Path(L"Home\\")});
     BackUp(999);
     EXPECT_TRUE(Exists(drive.Backup() + L"\\Home«0001»\\Letter.txt"));
     EXPECT_FALSE(icon || dialog);
 }
 
-TEST_F(SilentRun, HasItsIconAndTheUnseenDialogWhenItTakesLonger) {
+TEST_F(SilentRun, OneSecondOrLonger_HasItsIconAndAHiddenDialog) {
     WriteDefaultList({tree.Path(L"Home\\")});
     BackUp(1000);
     EXPECT_TRUE(icon);
@@ -64,7 +64,7 @@ TEST_F(SilentRun, HasItsIconAndTheUnseenDialogWhenItTakesLonger) {
     EXPECT_FALSE(shown);
 }
 
-TEST_F(SilentRun, HasItsIconOnceItHasLasted) {
+TEST_F(SilentRun, AfterASecond_HasItsIcon) {
     WriteDefaultList({});
     world.pump.AtYield(3, [this] {
         EXPECT_FALSE(HasMessages());
@@ -78,7 +78,7 @@ TEST_F(SilentRun, HasItsIconOnceItHasLasted) {
     EXPECT_TRUE(icon);
 }
 
-TEST_F(SilentRun, HasItsIconBesideABox) {
+TEST_F(SilentRun, BoxIsShown_HasItsIcon) {
     WriteDefaultList({});
     world.pump.AtYield(3, [this] {
         application.ShowSilentWindows();

@@ -103,7 +103,7 @@ TEST_F(StartTest, RestoreSwitchWithCopy_ShowsTheDriveOfTheCopy) {
     EXPECT_THAT(view.copies, ElementsAre(copy));
 }
 
-TEST_F(StartTest, DuringARun_TheMainWindowShowsTheHourglass) {
+TEST_F(StartTest, DuringARun_MainWindowShowsTheHourglass) {
     WriteDefaultList({letter});
     Start();
     const auto cursor = [this] {
@@ -152,7 +152,7 @@ TEST_F(ViewMenuTest, Arrangement_AppliesToAllLists) {
 }
 
 // A start with the list, the destination and the setting of a server that is gone.
-TEST_F(StartTest, ServerThatIsGone_IsAskedNothingByTheWindow) {
+TEST_F(StartTest, ServerIsGone_WindowAsksItNothing) {
     const std::wstring letter = tree.File(L"Home\\Letter.txt", "Dear Sir");
     tree.File(state.DefaultListPath(),
               world.ansi.Encode(L"BackupTo: Q:\\Backup\r\nQ:\\Docs\\a.txt\r\n" + letter +

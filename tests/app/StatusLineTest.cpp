@@ -14,7 +14,7 @@ class StatusLineText : public testing::Test {
     StatusLine status{main.form};
 };
 
-TEST_F(StatusLineText, Notice_Withdrawn_OutcomeComesBack) {
+TEST_F(StatusLineText, Notice_Withdrawn_OutcomeIsShownAgain) {
     status.ShowOutcome(L"outcome", true);
     EXPECT_EQ(Shown(), L"outcome");
     status.ShowNotice(L"notice");
