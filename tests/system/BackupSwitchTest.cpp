@@ -36,13 +36,13 @@ TEST_F(BackupSwitch, BacksUpAList) {
     EXPECT_FALSE(Exists(program.SingleItemList()));
 }
 
-TEST_F(BackupSwitch, TakesSwitchAndExtensionInAnyLetterCase) {
+TEST_F(BackupSwitch, AcceptsSwitchAndExtensionInAnyLetterCase) {
     const std::wstring upper = program.List(L"UPPER.VWL", {L"BACKUPTO: " + vault, letter});
     RunsTo(0, L"/b " + upper);
     ExpectLetterBackedUp();
 }
 
-TEST_F(BackupSwitch, HasALongForm) {
+TEST_F(BackupSwitch, LongForm_BacksUpAList) {
     RunsTo(0, L"/bACKUP " + list);
     ExpectLetterBackedUp();
 }
@@ -61,7 +61,7 @@ TEST_F(BackupSwitch, CopiesOnlyWhatChanged) {
     EXPECT_EQ(ReadBytes(vault + L"\\Letter«0002».txt"), "Dear Sir");
 }
 
-TEST_F(BackupSwitch, WithoutAnArgumentBacksUpTheDefaultList) {
+TEST_F(BackupSwitch, NoArgument_BacksUpTheDefaultList) {
     program.tree.File(L"Program\\FilesList.vwl", ReadBytes(list));
     RunsTo(0, L"/B");
     ExpectLetterBackedUp();
@@ -82,7 +82,7 @@ TEST_F(BackupSwitch, BacksUpOneFileToTheDefaultDestination) {
     EXPECT_FALSE(Exists(program.DefaultList()));
 }
 
-TEST_F(BackupSwitch, KeepsAsManyCopiesOfOneFileAsTheSettingSays) {
+TEST_F(BackupSwitch, OneFile_KeepsTheNumberOfCopiesOfTheSetting) {
     program.SetSetting(L"Backages", L"2");
     for (int day = 1; day <= 4; ++day) {
         program.tree.SetDate(L"Home\\Letter.txt", {2024, 5, day, 0, 0, 0});
@@ -92,7 +92,7 @@ TEST_F(BackupSwitch, KeepsAsManyCopiesOfOneFileAsTheSettingSays) {
     EXPECT_TRUE(Exists(program.DefaultDestination() + L"\\Letter«0002».txt"));
 }
 
-TEST_F(BackupSwitch, KeepsThreeCopiesOfOneFileWithoutASetting) {
+TEST_F(BackupSwitch, OneFile_NoSetting_KeepsThreeCopies) {
     for (int day = 1; day <= 5; ++day) {
         program.tree.SetDate(L"Home\\Letter.txt", {2024, 5, day, 0, 0, 0});
         RunsTo(0, L"/B " + letter);
@@ -102,7 +102,7 @@ TEST_F(BackupSwitch, KeepsThreeCopiesOfOneFileWithoutASetting) {
 }
 
 // A folder that is named without a list is taken for a file.
-TEST_F(BackupSwitch, DoesNotTakeAFolderAsAnItem) {
+TEST_F(BackupSwitch, FolderAsItem_FailsAsAFile) {
     RunsTo(53, L"/B " + program.tree.Path(L"Home"));
     ASSERT_THAT(boxes, SizeIs(1));
     EXPECT_THAT(boxes[0].text, testing::HasSubstr(L"in procedure BackupFile of Class Module"));
@@ -139,21 +139,21 @@ TEST_F(BackupSwitch, FindsAnItemInTheCurrentFolder) {
     EXPECT_TRUE(Exists(program.DefaultDestination() + L"\\Letter«0001».txt"));
 }
 
-TEST_F(BackupSwitch, TakesListPathsWithBlanksAndCommas) {
+TEST_F(BackupSwitch, AcceptsListPathsWithBlanksAndCommas) {
     const std::wstring odd = program.List(L"My lists, old\\Letters, and more.vwl",
                                           {L"BackupTo: " + vault, Quoted(letter)});
     RunsTo(0, L"/B " + Quoted(odd));
     ExpectLetterBackedUp();
 }
 
-TEST_F(BackupSwitch, TakesListPathsWithBlanksWithoutQuotationMarks) {
+TEST_F(BackupSwitch, ListPathWithBlanks_NeedsNoQuotationMarks) {
     const std::wstring odd =
         program.List(L"My lists\\Letters and more.vwl", {L"BackupTo: " + vault, letter});
     RunsTo(0, L"/B   " + odd + L" ");
     ExpectLetterBackedUp();
 }
 
-TEST_F(BackupSwitch, TakesItemsWithCommasInQuotationMarks) {
+TEST_F(BackupSwitch, ItemWithAComma_InQuotationMarks_IsBackedUp) {
     const std::wstring odd = program.tree.File(L"Home\\Letter, copy.txt", "Dear Sir, dear Madam");
     const std::wstring oddList =
         program.List(L"Odd.vwl", {L"BackupTo: " + vault, Quoted(odd), letter});
@@ -162,7 +162,7 @@ TEST_F(BackupSwitch, TakesItemsWithCommasInQuotationMarks) {
     EXPECT_THAT(InVault(), Contains(L"Letter«0001».txt"));
 }
 
-TEST_F(BackupSwitch, TakesArabicPaths) {
+TEST_F(BackupSwitch, AcceptsArabicPaths) {
     const std::wstring arabic = program.tree.File(L"بيتي\\رسالة إلى العائلة.txt", "salam");
     const std::wstring arabicList =
         program.List(L"قوائم\\رسائلي.vwl", {L"BackupTo: " + vault, arabic});

@@ -66,7 +66,7 @@ class BigThings : public SystemTest {
     std::string told_;
 };
 
-TEST_F(BigThings, AFolderOfVeryManyFiles) {
+TEST_F(BigThings, FolderOfManyFiles_IsBackedUp) {
     const int folders = Big(200, 10);
     const int files = Big(500, 50);
     for (int i = 0; i < folders; ++i) {
@@ -83,7 +83,7 @@ TEST_F(BigThings, AFolderOfVeryManyFiles) {
     Tell(folders * files, " files in one item: ", first, " s, and ", second, " s when unchanged");
 }
 
-TEST_F(BigThings, APathOfAThousandCharacters) {
+TEST_F(BigThings, PathOfAThousandCharacters_IsBackedUp) {
     std::wstring path = L"Home\\Deep";
     while (path.size() < 1000) path += L"\\" + std::wstring(90, L'd');
     program.tree.File(path + L"\\a.txt", "deep down");
@@ -93,7 +93,7 @@ TEST_F(BigThings, APathOfAThousandCharacters) {
     Tell("a path of ", program.tree.Path(path).size() + 6, " characters");
 }
 
-TEST_F(BigThings, AFileOfManyGigabytes) {
+TEST_F(BigThings, FileOfManyGigabytes_IsBackedUp) {
     const LONGLONG size = kIsBig ? 5'368'709'125 : 67'108'869;
     const std::wstring source = program.tree.File(L"Home\\Disk.img", "begin");
     {
@@ -122,7 +122,7 @@ TEST_F(BigThings, AFileOfManyGigabytes) {
     Tell("a file of ", size, " bytes: ", seconds, " s");
 }
 
-TEST_F(BigThings, AListOfVeryManyLines) {
+TEST_F(BigThings, ListOfManyLines_IsReadToItsEnd) {
     const int lines = Big(50'000, 1'000);
     std::vector<std::wstring> items;
     for (int i = 1; i < lines; ++i) {
@@ -135,7 +135,7 @@ TEST_F(BigThings, AListOfVeryManyLines) {
     Tell("a list of ", lines, " lines: ", seconds, " s");
 }
 
-TEST_F(BigThings, ADestinationOfVeryManyCopies) {
+TEST_F(BigThings, DestinationOfManyCopies_NextCopyIsMade) {
     const int copies = Big(20'000, 400);
     for (int i = 0; i < copies; ++i) {
         program.tree.File(L"Vault\\Old" + std::to_wstring(i) + L"«0001».txt", "old");

@@ -66,7 +66,7 @@ class OwnConsole {
 
 class Console : public SystemTest {};
 
-TEST_F(Console, ShowsTheReportAndMayBeClosedMeanwhile) {
+TEST_F(Console, ShowsTheReport_MayBeClosedMeanwhile) {
     const std::wstring letter = program.tree.File(L"Home\\Letter.txt", "Dear Sir");
     const std::wstring list = program.List(L"List.vwl", {L"BackupTo: " + vault, letter});
     const OwnConsole console;

@@ -80,15 +80,15 @@ class ShippedProgramFile : public ProgramFile {
     }
 };
 
-TEST_F(ProgramFile, IsA64BitProgramWithWindows) {
+TEST_F(ProgramFile, Header_IsThatOfA64BitWindowsProgram) {
     EXPECT_EQ(headers.FileHeader.Machine, IMAGE_FILE_MACHINE_AMD64);
     EXPECT_EQ(headers.OptionalHeader.Magic, IMAGE_NT_OPTIONAL_HDR64_MAGIC);
     EXPECT_EQ(headers.OptionalHeader.Subsystem, IMAGE_SUBSYSTEM_WINDOWS_GUI);
 }
 
-TEST_F(ShippedProgramFile, IsSmall) { EXPECT_LT(bytes.size(), kMostBytes); }
+TEST_F(ShippedProgramFile, Size_IsSmall) { EXPECT_LT(bytes.size(), kMostBytes); }
 
-TEST_F(ProgramFile, ExecutesNoData) {
+TEST_F(ProgramFile, Data_AreNotExecutable) {
     EXPECT_TRUE(headers.OptionalHeader.DllCharacteristics & IMAGE_DLLCHARACTERISTICS_NX_COMPAT);
     for (const auto& [name, section] : sections) {
         EXPECT_FALSE((section.Characteristics & IMAGE_SCN_MEM_WRITE) != 0 &&
@@ -108,9 +108,11 @@ TEST_F(ProgramFile, LoadAddress_IsRandomIn64Bits) {
 }
 
 // The compiler's guard ends the program with these words; they are linked in when functions use it.
-TEST_F(ProgramFile, GuardsItsStack) { EXPECT_THAT(bytes, HasSubstr("stack smashing detected")); }
+TEST_F(ProgramFile, ContainsTheStackGuard) {
+    EXPECT_THAT(bytes, HasSubstr("stack smashing detected"));
+}
 
-TEST_F(ShippedProgramFile, CarriesNoSymbolsAndNoPathOfABuild) {
+TEST_F(ShippedProgramFile, ContainsNoSymbolsAndNoBuildPath) {
     EXPECT_EQ(headers.FileHeader.PointerToSymbolTable, 0U);
     EXPECT_EQ(Directory(IMAGE_DIRECTORY_ENTRY_DEBUG).Size, 0U);
     for (const auto& [name, section] : sections) {
@@ -128,7 +130,7 @@ TEST_F(ShippedProgramFile, CarriesNoSymbolsAndNoPathOfABuild) {
 TEST_F(ProgramFile, BuildTime_IsNotStored) { EXPECT_EQ(headers.FileHeader.TimeDateStamp, 0U); }
 
 // Everything that it needs is part of Windows: there is nothing to install beside it.
-TEST_F(ShippedProgramFile, NeedsNoRuntimeBesideIt) {
+TEST_F(ShippedProgramFile, Imports_NeedNoRuntimeBesideIt) {
     for (const char* library : {"libstdc++", "libgcc_s", "libwinpthread", "libssp"}) {
         EXPECT_EQ(bytes.find(std::string(library) + "-"), std::string::npos) << library;
     }
@@ -217,7 +219,7 @@ TEST_F(ProgramResources, Version_IsComplete) {
     EXPECT_EQ(fixed->dwFileFlags & VS_FF_DEBUG, 0UL);
 }
 
-TEST_F(ProgramResources, AskForNoRightsAndForModernWindows) {
+TEST_F(ProgramResources, Manifest_RequestsNoRightsAndCurrentControls) {
     const std::string manifest = Resource(MAKEINTRESOURCEW(1), MAKEINTRESOURCEW(24));
     for (const char* part :
          {R"(level="asInvoker")", "Microsoft.Windows.Common-Controls", "PerMonitorV2",
@@ -226,7 +228,7 @@ TEST_F(ProgramResources, AskForNoRightsAndForModernWindows) {
     }
 }
 
-TEST_F(ProgramResources, HaveIconsForScreensOfAllDensities) {
+TEST_F(ProgramResources, Icons_HaveSizesForAllDensities) {
     std::vector<int> icons;
     // The system says what its parameters are. NOLINTNEXTLINE(readability-non-const-parameter)
     const auto collect = [](HMODULE, LPCWSTR, LPWSTR name, LONG_PTR into) -> BOOL {

@@ -35,7 +35,7 @@ class ExitCode : public SystemTest {
     }
 };
 
-TEST_F(ExitCode, Is53ForAMissingFile) {
+TEST_F(ExitCode, MissingFile_Is53) {
     RunsTo(53, L"/B " + ListOf({missingFile, letter}));
     EXPECT_THAT(lines, Contains(L"تأكد من توفر المجلد التالي"));
     EXPECT_THAT(lines, Contains(L"\tDone."));
@@ -43,7 +43,7 @@ TEST_F(ExitCode, Is53ForAMissingFile) {
     EXPECT_EQ(errors, L"Not found: " + missingFile + L"\r\n");
 }
 
-TEST_F(ExitCode, Is76ForAMissingFolderOrRule) {
+TEST_F(ExitCode, MissingFolderOrRule_Is76) {
     RunsTo(76, L"/B " + ListOf({missingFolder, letter}));
     EXPECT_THAT(lines, Contains(L"\tDone."));
     EXPECT_THAT(boxes, IsEmpty());
@@ -52,7 +52,7 @@ TEST_F(ExitCode, Is76ForAMissingFolderOrRule) {
 }
 
 // Its copies are shifted all the same, and then the copy fails.
-TEST_F(ExitCode, Is53ForAFileThatVanishedWithCopies) {
+TEST_F(ExitCode, VanishedFileWithCopies_Is53) {
     const std::wstring list = ListOf({letter});
     RunsTo(0, L"/B " + list);
     program.tree.Remove(L"Home\\Letter.txt");
@@ -63,7 +63,7 @@ TEST_F(ExitCode, Is53ForAFileThatVanishedWithCopies) {
     EXPECT_FALSE(Exists(vault + L"\\Letter«0001».txt"));
 }
 
-TEST_F(ExitCode, Is75ForARefusedItem) {
+TEST_F(ExitCode, RefusedItem_Is75) {
     const std::wstring inside = program.tree.File(L"Vault\\Inside.txt");
     const Tree before = ReadTree(vault);
     RunsTo(75, L"/B " + ListOf({inside}));
@@ -75,7 +75,7 @@ TEST_F(ExitCode, Is75ForARefusedItem) {
     EXPECT_EQ(ReadTree(vault), before);
 }
 
-TEST_F(ExitCode, Is70ForALockedFile) {
+TEST_F(ExitCode, FileInUse_Is70) {
     const FileHandle lock = Lock(letter);
     const std::wstring other = program.tree.File(L"Home\\Other.txt", "other");
     RunsTo(70, L"/B " + ListOf({letter, other}));
@@ -87,7 +87,7 @@ TEST_F(ExitCode, Is70ForALockedFile) {
     EXPECT_THAT(InVault(), ElementsAre(L"Other«0001».txt", L"Other«0001».txt.vwc"));
 }
 
-TEST_F(ExitCode, ALockedFileOfAFolderDoesNotKeepTheOthersBack) {
+TEST_F(ExitCode, FileOfAFolderInUse_OthersAreCopied) {
     program.tree.File(L"Home\\Docs\\a.txt", "a");
     const FileHandle lock = Lock(program.tree.File(L"Home\\Docs\\b.txt", "b"));
     program.tree.File(L"Home\\Docs\\c.txt", "c");
@@ -96,7 +96,7 @@ TEST_F(ExitCode, ALockedFileOfAFolderDoesNotKeepTheOthersBack) {
     EXPECT_FALSE(Exists(vault + L"\\Docs«0001»\\b.txt"));
 }
 
-TEST_F(ExitCode, ALockedFileCostsNoneOfItsCopies) {
+TEST_F(ExitCode, FileInUse_KeepsAllItsCopies) {
     const std::wstring list = ListOf({L"Backages: 2", letter});
     for (int day = 1; day <= 2; ++day) {
         program.tree.File(L"Home\\Letter.txt", std::to_string(day), {2024, 5, day, 0, 0, 0});
@@ -109,7 +109,7 @@ TEST_F(ExitCode, ALockedFileCostsNoneOfItsCopies) {
     EXPECT_EQ(ReadTree(vault), before);
 }
 
-TEST_F(ExitCode, Is1000ForACopiesCountOfZero) {
+TEST_F(ExitCode, CountIsZero_Is1000) {
     RunsTo(1000, L"/B " + ListOf({L"Backages: 0", letter}));
     ASSERT_THAT(boxes, SizeIs(1));
     EXPECT_THAT(boxes[0].text, HasSubstr(L"in procedure RenamePackages of Class Module CPackage"));
@@ -126,7 +126,7 @@ TEST_F(ExitCode, SeveralFailures_IsTheFirst) {
     RunsTo(53, L"/B " + ListOf({missingFile, unplugged, letter}));
 }
 
-TEST_F(ExitCode, Is1223WhenTheIconIsClosedWhileTheRunWaits) {
+TEST_F(ExitCode, IconIsClosedDuringTheWait_Is1223) {
     NamedLock busy(L"destination", vault);
     ASSERT_TRUE(busy.TryTake());
     ProgramRun run(program.With(L"/B " + ListOf({letter})));
@@ -138,7 +138,7 @@ TEST_F(ExitCode, Is1223WhenTheIconIsClosedWhileTheRunWaits) {
     EXPECT_THAT(InVault(), IsEmpty());
 }
 
-TEST_F(ExitCode, Is1223WhenTheIconIsClosedWhileFilesAreCopied) {
+TEST_F(ExitCode, IconIsClosedDuringTheCopy_Is1223) {
     // As many as take longer than a run without an icon lasts.
     for (int i = 0; i < 5000; ++i) {
         program.tree.File(

@@ -100,7 +100,7 @@ class HostileInput : public SystemTest {
     bool links_ = false;
 };
 
-TEST_F(HostileInput, SettingsListsAndDestinationsEndInAnOrderlyWay) {
+TEST_F(HostileInput, SettingsListsAndDestinations_DoNotCrash) {
     preciousBefore();
     const auto histories = Histories::Usually(6);
     for (unsigned seed = histories.first; seed != histories.End() && !HasFailure(); ++seed) {
@@ -125,7 +125,7 @@ TEST_F(HostileInput, SettingsListsAndDestinationsEndInAnOrderlyWay) {
     std::cout << Starts() << " hostile starts\n";
 }
 
-TEST_F(HostileInput, ArgumentsEndInAnOrderlyWayOrOpenAWindow) {
+TEST_F(HostileInput, Arguments_DoNotCrash) {
     preciousBefore();
     const Tree home = ReadTree(program.tree.Path(L"Home"));
     const std::wstring list = program.List(L"Mine.vwl", {L"BackupTo: " + vault, letter, docs});
@@ -146,7 +146,7 @@ TEST_F(HostileInput, ArgumentsEndInAnOrderlyWayOrOpenAWindow) {
     std::cout << Starts() << " hostile command lines, " << Windows() << " windows\n";
 }
 
-TEST_F(HostileInput, ACommentThatNamesAnotherFolderLeavesThatFolderAlone) {
+TEST_F(HostileInput, CommentNamesAnotherFolder_FolderIsUnchanged) {
     preciousBefore();
     const std::wstring copy = program.tree.File(L"Vault\\Letter«0001».txt", "theirs");
     program.tree.File(L"Vault\\Letter«0001».txt.vwc",

@@ -73,14 +73,14 @@ class KilledRun : public SystemTest {
     DWORD longest_ = 40;
 };
 
-TEST_F(KilledRun, OfAFirstBackupLosesNothing) { KillsRuns(CrashScenario::History::None, 10); }
+TEST_F(KilledRun, FirstBackup_LosesNothing) { KillsRuns(CrashScenario::History::None, 10); }
 
-TEST_F(KilledRun, OfALaterBackupLosesNothing) { KillsRuns(CrashScenario::History::Full, 10); }
+TEST_F(KilledRun, LaterBackup_LosesNothing) { KillsRuns(CrashScenario::History::Full, 10); }
 
-TEST_F(KilledRun, OfACompletionLosesNothing) { KillsRuns(CrashScenario::History::Incomplete, 10); }
+TEST_F(KilledRun, Completion_LosesNothing) { KillsRuns(CrashScenario::History::Incomplete, 10); }
 
 // The names of all these items meet in the destination, so that one of them is refused.
-TEST_F(KilledRun, OverNamesThatMeet_KeepsEveryCommentWithItsCopy) {
+TEST_F(KilledRun, CollidingNames_KeepEveryCommentWithItsCopy) {
     const std::vector<std::wstring> files{
         L"A\\R.doc",           L"B\\R.doc",          L"Data.old\\y.txt", L"Data.old\\Data\\x.txt",
         L"X.old\\Data\\z.txt", L"j.smith\\D\\d.txt", L"j.smith\\README"};
@@ -116,7 +116,7 @@ TEST_F(KilledRun, OverNamesThatMeet_KeepsEveryCommentWithItsCopy) {
     Count();
 }
 
-TEST_F(KilledRun, TheWorldItselfIsBackedUpAsItExpects) {
+TEST_F(KilledRun, CrashScenario_WithoutAKill_MeetsItsOwnExpectations) {
     for (const CrashScenario::History history :
          {CrashScenario::History::None, CrashScenario::History::Full,
           CrashScenario::History::Incomplete}) {

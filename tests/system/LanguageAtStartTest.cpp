@@ -30,7 +30,7 @@ class LanguageAtStart : public SystemTest {
     }
 };
 
-TEST_F(LanguageAtStart, ASilentFirstStartAsksNothingAndStoresNothing) {
+TEST_F(LanguageAtStart, SilentFirstStart_AsksAndStoresNothing) {
     program.SetSetting(L"Arabic", std::nullopt);
     EXPECT_EQ(IconClass(), L"frmTrayIconEn");
     RunsTo(0, L"/B");
@@ -38,7 +38,7 @@ TEST_F(LanguageAtStart, ASilentFirstStartAsksNothingAndStoresNothing) {
     EXPECT_EQ(program.Setting(L"Arabic"), std::nullopt);
 }
 
-TEST_F(LanguageAtStart, AFirstStartWithAWindowAsksOnce) {
+TEST_F(LanguageAtStart, FirstStartWithAWindow_AsksOnce) {
     program.SetSetting(L"Arabic", std::nullopt);
     {
         ProgramRun run(program.With(L"/Author"));
@@ -61,7 +61,7 @@ TEST_F(LanguageAtStart, AFirstStartWithAWindowAsksOnce) {
     EXPECT_THAT(boxes, SizeIs(1));
 }
 
-TEST_F(LanguageAtStart, YesMakesTheWindowsArabic) {
+TEST_F(LanguageAtStart, AnswerIsYes_WindowsAreArabic) {
     program.SetSetting(L"Arabic", L"n/A");
     {
         ProgramRun run(program.With(L"/Author"));
@@ -72,7 +72,7 @@ TEST_F(LanguageAtStart, YesMakesTheWindowsArabic) {
 }
 
 // Arabic text needs digits in the shape of their context; the first start in Arabic says so once.
-TEST_F(LanguageAtStart, ArabicWarnsOnceAboutTheShapeOfDigits) {
+TEST_F(LanguageAtStart, Arabic_WarnsAboutDigitsOnce) {
     const SavedValue digits(HKEY_CURRENT_USER, L"Control Panel\\International", L"NumShape");
     digits.Set(L"1");
     program.SetSetting(L"Arabic", L"-1");
@@ -93,7 +93,7 @@ TEST_F(LanguageAtStart, ArabicWarnsOnceAboutTheShapeOfDigits) {
     EXPECT_THAT(again.Boxes(), IsEmpty());
 }
 
-TEST_F(LanguageAtStart, IsTheStoredYesOrNo) {
+TEST_F(LanguageAtStart, StoredYesOrNo_IsUsed) {
     for (const std::wstring_view yes : {L"-1", L"True", L"1"}) {
         program.SetSetting(L"Arabic", yes);
         EXPECT_EQ(IconClass(), L"frmTrayIconAr");

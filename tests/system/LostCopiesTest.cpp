@@ -147,7 +147,7 @@ TEST_F(LostCopies, CommentHasTheNameOfACopy_FileMovesOn) {
     }
 }
 
-TEST_F(LostCopies, CopyCannotBePlaced_ChangedItemIsBackedUpAllTheSame) {
+TEST_F(LostCopies, CopyCannotBePlaced_ChangedItemIsBackedUp) {
     Write(L"Home\\a.txt", "1", 1);
     BackUp({L"Home\\a.txt"});
     // What a killed run left ready cannot take the place: copy 1 is held for good.
@@ -217,7 +217,7 @@ TEST_F(LostCopies, RotationOfAVanishedItemIsCutOff_ItIsCompletedOnce) {
     EXPECT_EQ(Copy(L"a«0003».txt"), "2");
 }
 
-TEST_F(LostCopies, ScannerHoldsACopyForSeconds_RunWaitsForIt) {
+TEST_F(LostCopies, ScannerHoldsACopyForSeconds_RunRetries) {
     Write(L"Home\\a.txt", "1", 1);
     BackUp({L"Home\\a.txt"});
     Write(L"Home\\a.txt", "2", 2);

@@ -53,7 +53,7 @@ class ManyRuns : public SystemTest {
         {L"BackupTo: " + vault, L"Backages: " + std::to_wstring(kKept), docs + L"\\", letter});
 };
 
-TEST_F(ManyRuns, FourAtOnceMakeOneCopyOfEachStateAlsoWhenOneIsKilled) {
+TEST_F(ManyRuns, FourAtOnce_OneKilled_MakeOneCopyOfEachState) {
     const auto histories = Histories::Usually(4);
     std::mt19937 random(histories.first);
     int killed = 0;

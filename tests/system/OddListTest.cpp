@@ -30,7 +30,7 @@ class OddList : public SystemTest {
 };
 
 // How a list is taken apart is tested below: one list here has something of everything.
-TEST_F(OddList, WithEverySortOfFieldAtOnce) {
+TEST_F(OddList, FieldsOfEveryKind_AreRead) {
     using namespace std::string_literals;
     const std::string other = ToUtf8(program.tree.File(L"Home\\رسالة, one.txt"));
     const std::string longLine(1U << 20, 'x');
@@ -40,13 +40,13 @@ TEST_F(OddList, WithEverySortOfFieldAtOnce) {
     EXPECT_EQ(lines.at(3), std::wstring(longLine.begin(), longLine.end()));
 }
 
-TEST_F(OddList, OfNothing) {
+TEST_F(OddList, EmptyFields_BackUpNothing) {
     RunsListTo(0, ",,,\r\n\"\" \t ");
     EXPECT_THAT(lines, IsEmpty());
     EXPECT_THAT(boxes, IsEmpty());
 }
 
-TEST_F(OddList, WithALongLineOfFolders) {
+TEST_F(OddList, LongLineOfFolders_IsReportedAsMissing) {
     std::string deep = item + "\\";
     // More characters than any path may have.
     for (int i = 0; i < 5000; ++i) deep += "folder\\";
@@ -55,7 +55,7 @@ TEST_F(OddList, WithALongLineOfFolders) {
 }
 
 // Its letters are separated by NUL bytes, so it names nothing that exists.
-TEST_F(OddList, InUtf16) {
+TEST_F(OddList, Utf16_NamesNothingThatExists) {
     std::string bytes = "\xFF\xFE";
     for (const char letter8 : destination + "\r\n" + item + "\r\n") {
         bytes += letter8;
@@ -65,7 +65,7 @@ TEST_F(OddList, InUtf16) {
     EXPECT_THAT(InVault(), IsEmpty());
 }
 
-TEST_F(OddList, WithLinesThatNoFileSystemTakes) {
+TEST_F(OddList, InvalidPaths_AreReportedAsMissing) {
     RunsListTo(53, destination +
                        "\r\n<>|?\r\n:::\r\nC:\\a:b:c\r\n\\\\\r\n\\\\server\r\n\\\\?\\\r\n" + item +
                        "\r\n");
@@ -73,7 +73,7 @@ TEST_F(OddList, WithLinesThatNoFileSystemTakes) {
 }
 
 // Bytes without letters, so that no word of it can name a file of this machine.
-TEST_F(OddList, OfGarbage) {
+TEST_F(OddList, Garbage_ValidLinesAreBackedUp) {
     std::mt19937 random(20240506);
     for (int round = 0; round < 2; ++round) {
         std::string bytes;

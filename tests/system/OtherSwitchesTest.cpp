@@ -36,7 +36,7 @@ class OtherSwitches : public SystemTest {
 
 class StartupSwitch : public OtherSwitches {};
 
-TEST_F(StartupSwitch, BacksUpTheDefaultListWhenLogonStartIsOn) {
+TEST_F(StartupSwitch, LogonStartIsOn_BacksUpTheDefaultList) {
     WriteDefaultList();
     program.EnableLogonStart();
     for (const wchar_t* const arguments : {L"/Startup", L"/STARTUP", L"  /startup  "}) {
@@ -49,7 +49,7 @@ TEST_F(StartupSwitch, BacksUpTheDefaultListWhenLogonStartIsOn) {
     }
 }
 
-TEST_F(StartupSwitch, DoesNothingAndKeepsItsIconWhenLogonStartIsOff) {
+TEST_F(StartupSwitch, LogonStartIsOff_ShowsItsIconAlone) {
     WriteDefaultList();
     ProgramRun run(program.With(L"/Startup"));
     EXPECT_NE(run.WaitForWindow(L"frmTrayIconEn"), nullptr);
@@ -61,7 +61,7 @@ TEST_F(StartupSwitch, DoesNothingAndKeepsItsIconWhenLogonStartIsOff) {
 }
 
 // Silent because of its first letters, and then an item to open.
-TEST_F(StartupSwitch, IsAnItemToOpenWhenAWordFollows) {
+TEST_F(StartupSwitch, ArgumentFollows_IsAnItemToOpen) {
     WriteDefaultList();
     program.EnableLogonStart();
     program.tree.File(L"Program\\OneFileList.vwl", "an old item\r\n");
@@ -71,14 +71,14 @@ TEST_F(StartupSwitch, IsAnItemToOpenWhenAWordFollows) {
     EXPECT_EQ(ReadBytes(program.SingleItemList()).find("an old item"), std::string::npos);
 }
 
-TEST_F(OtherSwitches, SMakesAMissingDefaultListEmptyAndEnds) {
+TEST_F(OtherSwitches, S_MissingDefaultList_IsCreatedEmpty) {
     RunsTo(0, L"/S");
     EXPECT_TRUE(Exists(program.DefaultList()));
     EXPECT_THAT(lines, IsEmpty());
     EXPECT_THAT(boxes, IsEmpty());
 }
 
-TEST_F(OtherSwitches, SBacksUpNothingAndLeavesTheDefaultListAsItIs) {
+TEST_F(OtherSwitches, S_DefaultListExists_BacksUpNothing) {
     const std::wstring list = WriteDefaultList();
     const std::string before = ReadBytes(list);
     program.EnableLogonStart();
@@ -88,7 +88,7 @@ TEST_F(OtherSwitches, SBacksUpNothingAndLeavesTheDefaultListAsItIs) {
     EXPECT_THAT(lines, IsEmpty());
 }
 
-TEST_F(OtherSwitches, SWithAListBacksUpNothing) {
+TEST_F(OtherSwitches, S_WithAList_BacksUpNothing) {
     const std::wstring list = program.List(L"Other.vwl", {L"BackupTo: " + vault, letter});
     const std::string before = ReadBytes(list);
     RunsTo(0, L"/S " + list);
@@ -99,7 +99,7 @@ TEST_F(OtherSwitches, SWithAListBacksUpNothing) {
 
 // With a folder for temporary files of its own, since it is emptied; so are folders of Windows,
 // which is why a real one is spared.
-TEST_F(OtherSwitches, DCleansTheTemporaryFoldersAndEnds) {
+TEST_F(OtherSwitches, D_CleansTheTemporaryFoldersAndEnds) {
     if (!UnderWine()) GTEST_SKIP() << "this would clean the machine's own temporary folders";
     for (const auto* folder : {L"Temp", L"prefetch"}) {
         program.tree.Folder(L"C:\\windows\\" + std::wstring(folder));
@@ -118,7 +118,7 @@ TEST_F(OtherSwitches, DCleansTheTemporaryFoldersAndEnds) {
 }
 
 // The program was started from inside the temporary folder, or the environment names a wrong one.
-TEST_F(OtherSwitches, DLeavesATemporaryFolderThatHoldsMoreThanWaste) {
+TEST_F(OtherSwitches, D_TemporaryFolderHoldsTheUsersOwn_IsRefused) {
     if (!UnderWine()) GTEST_SKIP() << "this would clean the machine's own temporary folders";
     program.tree.Folder(L"C:\\windows\\prefetch");
     ProgramStart start = program.With(L"/D");
@@ -129,7 +129,7 @@ TEST_F(OtherSwitches, DLeavesATemporaryFolderThatHoldsMoreThanWaste) {
     EXPECT_TRUE(Exists(letter));
 }
 
-TEST_F(OtherSwitches, D_MissingFolder_IsReported_OthersAreCleaned) {
+TEST_F(OtherSwitches, D_MissingFolder_IsReportedAndOthersAreCleaned) {
     if (!UnderWine()) GTEST_SKIP() << "this would clean the machine's own temporary folders";
     program.tree.Remove(L"C:\\windows\\prefetch");
     const std::wstring report = program.tree.File(L"C:\\windows\\report.tmp");
@@ -145,7 +145,7 @@ TEST_F(OtherSwitches, D_MissingFolder_IsReported_OthersAreCleaned) {
     program.tree.Remove(kept);
 }
 
-TEST_F(OtherSwitches, RMakesAMissingDefaultListEmptyAndEnds) {
+TEST_F(OtherSwitches, R_MissingDefaultList_IsCreatedEmpty) {
     for (const wchar_t* const arguments : {L"/R", L"/Restore", L"/r"}) {
         RunsTo(0, arguments);
         EXPECT_EQ(ReadBytes(program.DefaultList()), "") << arguments;
@@ -154,7 +154,7 @@ TEST_F(OtherSwitches, RMakesAMissingDefaultListEmptyAndEnds) {
     }
 }
 
-TEST_F(OtherSwitches, RWithAnItemOrACopyChangesNothing) {
+TEST_F(OtherSwitches, R_WithAnItemOrACopy_ChangesNothing) {
     const std::wstring list = WriteDefaultList();
     const std::wstring copy = program.tree.File(L"Vault\\Letter«0001».txt", "Dear Sir");
     const Tree before = ReadTree(program.tree.Path());
@@ -187,14 +187,14 @@ TEST_F(OtherSwitches, Author_IsShownInABox) {
     EXPECT_FALSE(Exists(program.DefaultList()));
 }
 
-TEST_F(OtherSwitches, AuthorTakesAnyLetterCaseAndAnyArgument) {
+TEST_F(OtherSwitches, Author_AnyLetterCaseAndArgument_IsShown) {
     RunsTo(0, L"/aUTHOR of this.vwl");
     ASSERT_THAT(boxes, SizeIs(1));
     EXPECT_EQ(boxes[0].text, L"Author name is 'Nadir Qasemi'");
 }
 
 // A temporary-file cleaning that nobody can ask for: the switch is cut at the blank.
-TEST_F(OtherSwitches, DeleTempIsAnItemCalledTemp) {
+TEST_F(OtherSwitches, DeleTemp_IsAnItemCalledTemp) {
     ProgramStart start = program.With(L"/Dele Temp");
     start.currentFolder = program.tree.Folder(L"Current");
     start.temporaryFolder = program.tree.Folder(L"Temporary");
@@ -212,7 +212,7 @@ TEST_F(OtherSwitches, DeleTempIsAnItemCalledTemp) {
     EXPECT_TRUE(Exists(kept));
 }
 
-TEST_F(OtherSwitches, UnknownSwitchesOpenTheDefaultListInAWindow) {
+TEST_F(OtherSwitches, UnknownSwitch_OpensTheDefaultListInAWindow) {
     for (const wchar_t* const arguments :
          {L"-B", L"\\B", L"/X", L"-Backup", L"-S", L"/", L"-", L"\\\\server\\share\\a.vwl", L""}) {
         OpensWindow(arguments);
@@ -222,14 +222,14 @@ TEST_F(OtherSwitches, UnknownSwitchesOpenTheDefaultListInAWindow) {
     }
 }
 
-TEST_F(OtherSwitches, AWindowDoesNotBackUpItsList) {
+TEST_F(OtherSwitches, Window_DoesNotBackUpItsList) {
     const std::wstring list = WriteDefaultList();
     const std::string before = ReadBytes(list);
     OpensWindow(L"-B");
     EXPECT_EQ(ReadBytes(list), before);
 }
 
-TEST_F(OtherSwitches, AListAloneIsOpenedInAWindow) {
+TEST_F(OtherSwitches, ListAlone_IsOpenedInAWindow) {
     const std::wstring list = program.List(L"My lists\\Other.vwl", {L"BackupTo: " + vault, letter});
     const std::string before = ReadBytes(list);
     for (const std::wstring& arguments : {Quoted(list), list, L"/X " + list, L"-B " + list}) {
@@ -240,7 +240,7 @@ TEST_F(OtherSwitches, AListAloneIsOpenedInAWindow) {
     }
 }
 
-TEST_F(OtherSwitches, ADocumentAloneIsOpenedAsTheSingleItem) {
+TEST_F(OtherSwitches, DocumentAlone_IsTheSingleItem) {
     for (const std::wstring& arguments :
          {letter, Quoted(letter), L"/X " + letter, Quoted(program.tree.Path(L"Home"))}) {
         program.tree.File(L"Program\\OneFileList.vwl", "an old item\r\n");
@@ -250,7 +250,7 @@ TEST_F(OtherSwitches, ADocumentAloneIsOpenedAsTheSingleItem) {
     }
 }
 
-TEST_F(OtherSwitches, ADocumentOfTheCurrentFolderIsOpenedAsTheSingleItem) {
+TEST_F(OtherSwitches, DocumentOfTheCurrentFolder_IsTheSingleItem) {
     ProgramStart start = program.With(L"Letter.txt");
     start.currentFolder = program.tree.Path(L"Home");
     OpensWindow(start);

@@ -30,7 +30,7 @@ class Outcome : public SystemTest {
     }
 };
 
-TEST_F(Outcome, ReportEndsWithListTimeAndCounts) {
+TEST_F(Outcome, Report_EndsWithListTimeAndCounts) {
     const std::wstring list = ListOf({letter, gone});
     RunsTo(53, L"/B " + list);
     EXPECT_THAT(outcome, StartsWith(list + L", "));

@@ -25,7 +25,7 @@ class Output : public SystemTest {
     }
 };
 
-TEST_F(Output, IsUtf8WithoutAMark) {
+TEST_F(Output, WritesUtf8WithoutAMark) {
     ProgramRun run(program.With(L"/B " + list));
     EXPECT_EQ(run.WaitForEnd(), 0U);
     EXPECT_EQ(run.OutputBytes().substr(0, 9), "Backing: ");
@@ -33,7 +33,7 @@ TEST_F(Output, IsUtf8WithoutAMark) {
               std::string::npos);
 }
 
-TEST_F(Output, IsCompleteHoweverLongItIs) {
+TEST_F(Output, LongOutput_IsComplete) {
     constexpr int kItems = 600;  // far more text than a pipe holds
     std::string text;
     for (int i = 0; i < kItems; ++i) text += "No such folder\\" + std::to_string(i) + ".txt\r\n";
@@ -44,7 +44,7 @@ TEST_F(Output, IsCompleteHoweverLongItIs) {
     EXPECT_EQ(lines.back(), L"No such folder\\599.txt");
 }
 
-TEST_F(Output, ErrorsStandBetweenTheReportLinesAndOnStandardErrorAlone) {
+TEST_F(Output, Errors_AreInReportOrderAndOnStandardErrorAlone) {
     const FileHandle lock(
         CreateFileW(letter.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
     ProgramRun run(program.With(L"/B " + list));
@@ -56,7 +56,7 @@ TEST_F(Output, ErrorsStandBetweenTheReportLinesAndOnStandardErrorAlone) {
     EXPECT_TRUE(run.Output().ends_with(L": 0 copied, 0 unchanged, 1 failed\r\n"));
 }
 
-TEST_F(Output, IsNotNeeded) {
+TEST_F(Output, NoOutput_RunSucceeds) {
     ProgramStart start = program.With(L"/B " + list);
     start.streams = ProgramStart::Streams::None;
     start.currentFolder = program.tree.Folder(L"Current");
@@ -70,14 +70,14 @@ TEST_F(Output, IsNotNeeded) {
     EXPECT_THAT(ReadTree(program.Folder()), SizeIs(1));
 }
 
-TEST_F(Output, ANonReadingReaderStopsNoBackup) {
+TEST_F(Output, BrokenPipe_RunSucceeds) {
     ProgramStart start = program.With(L"/B " + list);
     start.streams = ProgramStart::Streams::BrokenPipe;
     RunsTo(0, start);
     ExpectLetterBackedUp();
 }
 
-TEST_F(Output, NothingButTheCopiesAndTheDefaultDestinationIsMade) {
+TEST_F(Output, Run_CreatesTheCopiesAndDefaultDestinationOnly) {
     const Tree before = ReadTree(program.tree.Path());
     RunsTo(0, L"/B " + list);
     Tree after = ReadTree(program.tree.Path());
@@ -88,7 +88,7 @@ TEST_F(Output, NothingButTheCopiesAndTheDefaultDestinationIsMade) {
     EXPECT_EQ(after, before);
 }
 
-TEST_F(Output, AnArabicInterfaceReportsInArabic) {
+TEST_F(Output, ArabicInterface_ReportsInArabic) {
     program.SetSetting(L"Arabic", L"-1");
     const std::wstring linked = program.tree.Path(L"Home\\Docs\\Linked");
     program.tree.File(L"Home\\Docs\\a.txt", "a");

@@ -75,7 +75,7 @@ TEST_F(StartFailures, MissingItemToOpen_IsReported) {
     EXPECT_FALSE(Exists(program.SingleItemList()));
 }
 
-TEST_F(StartFailures, AHiddenListAndAFolderCountAsMissing) {
+TEST_F(StartFailures, HiddenListOrFolder_CountsAsMissing) {
     const std::wstring hidden = program.List(L"Hidden.vwl", {L"BackupTo: " + vault, letter});
     program.tree.SetAttributes(L"Hidden.vwl", FILE_ATTRIBUTE_HIDDEN);
     FailsInMain(4008, L"/B " + hidden, L"Path not found\r\n" + hidden);
@@ -84,7 +84,7 @@ TEST_F(StartFailures, AHiddenListAndAFolderCountAsMissing) {
     FailsInMain(4008, L"/B " + folder, L"Path not found\r\n" + folder);
 }
 
-TEST_F(StartFailures, APatternNamesNoList) {
+TEST_F(StartFailures, Pattern_NamesNoList) {
     program.List(L"One.vwl", {L"BackupTo: " + vault, letter});
     const std::wstring pattern = program.tree.Path(L"*.vwl");
     FailsInMain(4008, L"/B " + pattern, L"Path not found\r\n" + pattern);
@@ -109,7 +109,7 @@ TEST_F(StartFailures, CopiesCountThatIsNoNumber_IsReported) {
     FailsInMain(6, L"/B " + list, L"Overflow");
 }
 
-TEST_F(StartFailures, ALanguageThatIsNoYesOrNoEndsTheProcess) {
+TEST_F(StartFailures, LanguageIsNoYesOrNo_EndsTheProcess) {
     program.SetSetting(L"Arabic", L"maybe");
     const std::wstring list = program.List(L"Letters.vwl", {L"BackupTo: " + vault, letter});
     for (const std::wstring& arguments : {L"/B " + list, std::wstring(L"/Author")}) {
@@ -124,7 +124,7 @@ TEST_F(StartFailures, ALanguageThatIsNoYesOrNoEndsTheProcess) {
     EXPECT_EQ(program.Setting(L"Arabic"), L"maybe");
 }
 
-TEST_F(StartFailures, AMissingDestinationEndsTheRunAtOnce) {
+TEST_F(StartFailures, MissingDestination_EndsTheRunAtOnce) {
     const std::wstring missing = program.tree.Path(L"Unplugged");
     const std::wstring list = program.List(
         L"Letters.vwl", {L"BackupTo: " + missing, letter, L"BackupTo: " + vault, letter});
@@ -139,14 +139,14 @@ TEST_F(StartFailures, AMissingDestinationEndsTheRunAtOnce) {
     EXPECT_EQ(ReadBytes(list), before);
 }
 
-TEST_F(StartFailures, AFileIsNoDestination) {
+TEST_F(StartFailures, FileAsDestination_CountsAsMissing) {
     RunsTo(76, L"/B " + program.List(L"Letters.vwl", {L"BackupTo: " + letter, letter}));
     EXPECT_THAT(boxes, SizeIs(1));
     EXPECT_EQ(ReadBytes(letter), "Dear Sir");
 }
 
 // The missing folder itself is made, not its parents.
-TEST_F(StartFailures, TheDefaultDestinationIsMadeOneLevelDeep) {
+TEST_F(StartFailures, DefaultDestination_IsMadeOneLevelDeep) {
     const std::wstring shallow = program.tree.Path(L"New vault");
     program.SetSetting(L"BackupTo", shallow);
     RunsTo(0, L"/S");
@@ -163,13 +163,13 @@ TEST_F(StartFailures, TheDefaultDestinationIsMadeOneLevelDeep) {
     EXPECT_THAT(boxes, SizeIs(1));
 }
 
-TEST_F(StartFailures, TheDefaultDestinationIsMadeInAnyRun) {
+TEST_F(StartFailures, DefaultDestination_IsMadeInAnyRun) {
     ProgramRun run(program.With(L"/Author"));
     run.WaitForBox();
     EXPECT_TRUE(Exists(program.DefaultDestination()));
 }
 
-TEST_F(StartFailures, WithoutASettingTheDefaultDestinationIsBackupOnTheSystemDrive) {
+TEST_F(StartFailures, DefaultDestination_NoSetting_IsBackupOnTheSystemDrive) {
     const bool wasThere = Exists(L"C:\\Backup");
     program.SetSetting(L"BackupTo", std::nullopt);
     RunsTo(0, L"/S");
@@ -179,7 +179,7 @@ TEST_F(StartFailures, WithoutASettingTheDefaultDestinationIsBackupOnTheSystemDri
 }
 
 // The boxes of all these runs close at the same time, since each takes its five seconds.
-TEST_F(StartFailures, BoxesOfASilentRunCloseThemselvesAndOthersWait) {
+TEST_F(StartFailures, BoxesOfSilentRuns_CloseThemselves_OthersStay) {
     std::vector<std::wstring> items{L"BackupTo: " + vault};
     std::vector<FileHandle> locks;
     for (const wchar_t* const name : {L"Home\\1", L"Home\\2", L"Home\\3", L"Home\\4", L"Home\\5"}) {

@@ -39,7 +39,7 @@ class TwoRuns : public SystemTest {
     }
 };
 
-TEST_F(TwoRuns, AtOnceMakeOneCopyOfEachState) {
+TEST_F(TwoRuns, AtOnce_MakeOneCopyOfEachState) {
     for (int number = 1; number <= 5; ++number) {
         Change(number);
         ProgramRun first(program.With(L"/B " + list));
@@ -60,7 +60,7 @@ TEST_F(TwoRuns, AtOnceMakeOneCopyOfEachState) {
     }
 }
 
-TEST_F(TwoRuns, TheSecondWaitsAndSaysSo) {
+TEST_F(TwoRuns, SecondRun_WaitsAndReportsIt) {
     Change(1);
     // The test replaces the first run.
     std::optional<NamedLock> busy(std::in_place, L"destination", vault);
@@ -76,7 +76,7 @@ TEST_F(TwoRuns, TheSecondWaitsAndSaysSo) {
     EXPECT_THAT(InVault(), SizeIs(4));
 }
 
-TEST_F(TwoRuns, OnOtherDestinationsDoNotWait) {
+TEST_F(TwoRuns, OnOtherDestinations_DoNotWait) {
     Change(1);
     NamedLock busy(L"destination", program.tree.Folder(L"Other vault"));
     ASSERT_TRUE(busy.TryTake());
@@ -84,7 +84,7 @@ TEST_F(TwoRuns, OnOtherDestinationsDoNotWait) {
     EXPECT_THAT(InVault(), SizeIs(4));
 }
 
-TEST_F(TwoRuns, TheLockOfAKilledRunIsTakenOver) {
+TEST_F(TwoRuns, FirstRunIsKilled_SecondTakesItsLock) {
     Change(1);
     {
         ProgramRun killed(other.With(L"/B " + list));
