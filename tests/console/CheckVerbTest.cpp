@@ -137,7 +137,7 @@ TEST_F(VwCheck, DeletedFile_IsFound) {
     Finds({L"not-in-item: ~\\Work\\b.txt (5 bytes, 2010-01-01 00:01:01)"});
 }
 
-TEST_F(VwCheck, EditBehindADateInTheFuture_IsFound) {
+TEST_F(VwCheck, EditUnderADateInTheFuture_IsFound) {
     tree.File(L"Work\\future.txt", "1", {2099, 1, 1, 0, 0, 0});
     RunsTo(0, L"backup " + List());
     Finds({});
@@ -180,7 +180,7 @@ TEST_F(VwCheck, CommentsWithoutCopiesAndTheReverse_AreFound) {
            L"comment-alone: ~\\Vault\\z«0001».txt.vwc (there is no such copy)"});
 }
 
-TEST_F(VwCheck, LockFileOfARun_IsPassedOver) {
+TEST_F(VwCheck, LockFileOfARun_IsIgnored) {
     tree.File(Stored(L"Vaultwright.vwlock"));
     Finds({});
 }
@@ -254,7 +254,7 @@ TEST_F(VwCheck, Json_NamesKindPathAndDetail) {
     EXPECT_EQ(lines[1], L"{\"event\":\"end\",\"items\":3,\"findings\":1}");
 }
 
-TEST_F(VwCheck, ChangesNothing) {
+TEST_F(VwCheck, Check_ChangesNothing) {
     tree.File(L"Work\\new.txt", "1", Day(50));
     tree.File(Stored(L"notes.txt"));
     const Tree before = ReadTree(tree.Path());

@@ -19,7 +19,7 @@ class VwCopies : public VwTest {
     }
 };
 
-TEST_F(VwCopies, OfAList_ShowsItemNumberDateSizeAndPlace) {
+TEST_F(VwCopies, List_ShowsItemNumberDateSizeAndPlace) {
     RunsTo(0, L"copies " + List());
     EXPECT_EQ(ShortLines(),
               (Texts{L"N01  2010-01-01 00:02:01  1 file, 1 byte  Inner\\  from ~\\Old.dir",
@@ -30,7 +30,7 @@ TEST_F(VwCopies, OfAList_ShowsItemNumberDateSizeAndPlace) {
                      L"N02  2010-01-01 00:01:01  1 file, 1 byte  a.txt  from ~"}));
 }
 
-TEST_F(VwCopies, OfAFolderAndAnItem_ShowsThoseAlone) {
+TEST_F(VwCopies, FolderAndItem_ShowsThoseAlone) {
     RunsTo(0, L"copies " + InQuotes(vault) + L" A.TXT");
     EXPECT_EQ(lines.size(), 2U);
     RunsTo(0, L"copies " + InQuotes(vault) + L" " + InQuotes(tree.Path(L"a.txt")));
@@ -59,7 +59,7 @@ TEST_F(VwCopies, DefaultDestinationThatIsAway_EndsWith76AndIsNotMade) {
     EXPECT_FALSE(Exists(L"C:\\Backup"));
 }
 
-TEST_F(VwCopies, Diff_OfEqualCopyAndOriginal_EndsWithZero) {
+TEST_F(VwCopies, Diff_EqualCopyAndOriginal_EndsWithZero) {
     RunsTo(0, L"diff " + InQuotes(Stored(L"Work«0001»")));
     EXPECT_TRUE(lines.empty());
     RunsTo(0, L"diff " + InQuotes(Stored(L"a«0001».txt")));
@@ -79,7 +79,7 @@ TEST_F(VwCopies, Diff_NamesFilesAddedRemovedAndChanged) {
                      L"added: Sub\\deep.txt (1 byte, 2010-01-01 00:05:01)"}));
 }
 
-TEST_F(VwCopies, Diff_OfTwoCopiesAndOfACopyAndAPath) {
+TEST_F(VwCopies, Diff_TwoCopiesOrCopyAndPath_NamesTheDifferences) {
     RunsTo(1,
            L"diff " + InQuotes(Stored(L"a«0002».txt")) + L" " + InQuotes(Stored(L"a«0001».txt")));
     EXPECT_EQ(ShortLines(), Texts{L"changed: a«0002».txt (1 byte, 2010-01-01 00:01:01 -> 2 bytes, "
@@ -93,7 +93,7 @@ TEST_F(VwCopies, Diff_OfTwoCopiesAndOfACopyAndAPath) {
         << ToUtf8(lines[0]);
 }
 
-TEST_F(VwCopies, Diff_OfWhatIsNoCopyOrIsNotThere_EndsWithAnError) {
+TEST_F(VwCopies, Diff_NoCopyOrMissingPath_EndsWithAnError) {
     RunsTo(53, L"diff gone«0001».txt");
     EXPECT_EQ(Short(errors), L"error: ~\\gone«0001».txt: File not found\r\n");
     RunsTo(52, L"diff a.txt");

@@ -19,7 +19,7 @@ class VwRestore : public VwTest {
     }
 };
 
-TEST_F(VwRestore, FileCopy_ComesBackUnderItsName) {
+TEST_F(VwRestore, FileCopy_IsRestoredUnderItsName) {
     RunsTo(0, L"restore " + InQuotes(Stored(L"a«0001».txt")) + L" --to Back\\Deep");
     EXPECT_EQ(ReadBytes(tree.Path(L"Back\\Deep\\a.txt")), "a3");
     EXPECT_EQ(ReadDate(tree.Path(L"Back\\Deep\\a.txt")), MakeDate(Day(3)));
@@ -82,7 +82,7 @@ TEST_F(VwRestore, FolderThatBelongsToAStoredCopy_IsRefused) {
     EXPECT_EQ(ReadTree(vault), before);
 }
 
-TEST_F(VwRestore, ListAsOfADate_TakesTheNewestCopiesUpToIt) {
+TEST_F(VwRestore, ListAsOfADate_RestoresTheNewestCopiesUpToIt) {
     RunsTo(0, L"restore " + List() + L" --to Back --as-of \"2010-01-01 00:02\"");
     EXPECT_EQ(ReadBytes(tree.Path(L"Back\\a.txt")), "a2");
     EXPECT_EQ(ReadBytes(tree.Path(L"Back\\Work\\Sub\\b.txt")), "b2");
@@ -98,7 +98,7 @@ TEST_F(VwRestore, ListAsOfADateBeforeAllCopies_EndsWith53) {
     EXPECT_FALSE(Exists(tree.Path(L"Back")));
 }
 
-TEST_F(VwRestore, ListAsOfADate_TakesNoCopyOfAnotherFolder) {
+TEST_F(VwRestore, ListAsOfADate_IgnoresCopiesOfAnotherFolder) {
     tree.File(L"Other\\a.txt", "other", Day(4));
     MakeList({L"a.txt", L"Other\\a.txt"});
     RunsTo(0, L"backup " + List());

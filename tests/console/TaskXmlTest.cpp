@@ -67,7 +67,7 @@ TEST(TaskXml, LogonTask_StartsForItsUserAlone) {
     EXPECT_FALSE(Has(xml, L"CalendarTrigger"));
 }
 
-TEST(TaskXml, CommandAndArguments_ComeBackFromTheText) {
+TEST(TaskXml, CommandAndArguments_AreReadBack) {
     const std::wstring xml = XmlOf({});
     EXPECT_EQ(ElementText(xml, L"Command"), kCommand.program);
     EXPECT_EQ(ElementText(xml, L"Arguments"), kCommand.arguments);

@@ -229,7 +229,7 @@ TEST_F(VwTerminal, Progress_NamesItemFilesBytesRateAndFile) {
     SetStdHandle(STD_OUTPUT_HANDLE, before);
 }
 
-TEST_F(VwTerminal, Backup_OfQuietKindShowsNothing) {
+TEST_F(VwTerminal, Backup_Quiet_ShowsNothing) {
     Start(L"backup --quiet " + List());
     EXPECT_EQ(End(), 0U);
     EXPECT_EQ(Screen().find_first_not_of(L' '), std::wstring::npos);
@@ -246,7 +246,7 @@ TEST_F(VwTerminal, Interrupt_WhileWaitingForAnotherRun_Cancels) {
     EXPECT_FALSE(Exists(Stored(L"Work«0001»")));
 }
 
-TEST_F(VwTerminal, Interrupt_InAFolder_LeavesAnIncompleteCopyThatTheNextRunCompletes) {
+TEST_F(VwTerminal, Interrupt_InAFolder_NextRunCompletesTheCopy) {
     StartAndHaltWhileCopying();
     InterruptOnce();
     LetGoOn();
@@ -283,7 +283,7 @@ TEST_F(VwTerminal, Interrupt_InACheck_IsOneErrorHoweverManyItemsFollow) {
     EXPECT_EQ(screen.find(L"error: ", first + 1), std::wstring::npos) << ToUtf8(screen);
 }
 
-TEST_F(VwTerminal, SecondInterrupt_EndsTheRunAtOnceAndTheNextOneCompletes) {
+TEST_F(VwTerminal, SecondInterrupt_EndsTheRun_NextOneCompletes) {
     StartAndHaltWhileCopying();
     InterruptOnce();
     Interrupt();
