@@ -15,7 +15,7 @@ constexpr int kTrayMessage = 512;
 
 class Backup : public BackupWindows {};
 
-TEST_F(Backup, OfAnEmptyListSaysSoAndDoesNotTouchTheFile) {
+TEST_F(Backup, EmptyList_ShowsAMessage_KeepsTheFile) {
     const std::wstring list = WriteDefaultList({});
     const std::string before = ReadBytes(list);
     DrivenProgram window(program.With(L""));
@@ -26,7 +26,7 @@ TEST_F(Backup, OfAnEmptyListSaysSoAndDoesNotTouchTheFile) {
     EXPECT_EQ(ReadBytes(list), before);
 }
 
-TEST_F(Backup, ShowsItsCopiesAfterwards) {
+TEST_F(Backup, ShowsTheCopiesAfterTheRun) {
     program.tree.File(L"Home\\Deep\\Inner.doc");
     WriteDefaultList({letter, Home(L"Deep") + L"\\"});
     DrivenProgram window(program.With(L""));
@@ -47,7 +47,7 @@ TEST_F(Backup, ShowsItsCopiesAfterwards) {
     window.Close();
 }
 
-TEST_F(Backup, IsCancelledByTheBusyDialog) {
+TEST_F(Backup, CancelInTheBusyDialog_EndsTheRun) {
     MakeManyFiles();
     WriteDefaultList({Home(L"Many") + L"\\", letter});
     DrivenProgram window(program.With(L""));
@@ -70,7 +70,7 @@ TEST_F(Backup, IsCancelledByTheBusyDialog) {
     window.Close();
 }
 
-TEST_F(Backup, KeepsItsReportWhenTheBoxIsTicked) {
+TEST_F(Backup, KeepOpenTicked_ReportStaysOpen) {
     MakeManyFiles();
     WriteDefaultList({Home(L"Many") + L"\\", letter});
     DrivenProgram window(program.With(L""));
@@ -109,7 +109,7 @@ TEST_F(Backup, TextOfABox_IsInTheReport) {
     window.Close();
 }
 
-TEST_F(Backup, GoesOnBehindItsIconWhenTheDialogIsMinimised) {
+TEST_F(Backup, DialogMinimised_RunContinuesBehindItsIcon) {
     MakeManyFiles();
     WriteDefaultList({Home(L"Many") + L"\\", letter});
     DrivenProgram window(program.With(L""));
@@ -125,7 +125,7 @@ TEST_F(Backup, GoesOnBehindItsIconWhenTheDialogIsMinimised) {
     window.Close();
 }
 
-TEST_F(Backup, IsCancelledByTheMenuOfTheIcon) {
+TEST_F(Backup, CancelInTheMenuOfTheIcon_EndsTheRun) {
     MakeManyFiles();
     WriteDefaultList({Home(L"Many") + L"\\", letter});
     DrivenProgram window(program.With(L""));
@@ -139,7 +139,7 @@ TEST_F(Backup, IsCancelledByTheMenuOfTheIcon) {
     window.Close();
 }
 
-TEST_F(Backup, ExitOfTheIconEndsTheProgramAtOnce) {
+TEST_F(Backup, ExitOfTheIcon_EndsTheProgramAtOnce) {
     MakeManyFiles();
     const std::wstring list = WriteDefaultList({Home(L"Many") + L"\\", letter});
     DrivenProgram window(program.With(L""));
@@ -151,7 +151,7 @@ TEST_F(Backup, ExitOfTheIconEndsTheProgramAtOnce) {
     EXPECT_THAT(InVault(), testing::Not(Contains(L"Many«0001»"))) << "half a copy";
 }
 
-TEST_F(Backup, AClickOnTheIconOfIdleWindowsBringsThemBack) {
+TEST_F(Backup, ClickOnTheIcon_IdleWindows_AreShownAgain) {
     MakeManyFiles();
     WriteDefaultList({Home(L"Many") + L"\\"});
     DrivenProgram window(program.With(L""));
@@ -171,7 +171,7 @@ TEST_F(Backup, AClickOnTheIconOfIdleWindowsBringsThemBack) {
     window.Close();
 }
 
-TEST_F(Backup, TheEndOfTheSessionSavesTheListAndAsksNothing) {
+TEST_F(Backup, SessionEnds_SavesTheListAndAsksNothing) {
     MakeManyFiles();
     WriteDefaultList({Home(L"Many") + L"\\"});
     DrivenProgram window(program.With(L""));
@@ -187,7 +187,7 @@ TEST_F(Backup, TheEndOfTheSessionSavesTheListAndAsksNothing) {
 }
 
 // The system asks the windows one after the other, and a run goes on meanwhile.
-TEST_F(Backup, TheEndOfTheSession_ReachesTheProgressWindowFirst_LeavesNoPartialCopy) {
+TEST_F(Backup, SessionEnds_ProgressWindowFirst_LeavesNoPartialCopy) {
     MakeManyFiles();
     WriteDefaultList({Home(L"Many") + L"\\"});
     {
@@ -208,7 +208,7 @@ TEST_F(Backup, TheEndOfTheSession_ReachesTheProgressWindowFirst_LeavesNoPartialC
     EXPECT_EQ(next.Close(), 0U);
 }
 
-TEST_F(Backup, AProcessThatIsAskedToQuitSavesTheListAndEnds) {
+TEST_F(Backup, QuitMessage_SavesTheListAndEnds) {
     MakeManyFiles();
     WriteDefaultList({Home(L"Many") + L"\\"});
     DrivenProgram window(program.With(L""));
@@ -221,7 +221,7 @@ TEST_F(Backup, AProcessThatIsAskedToQuitSavesTheListAndEnds) {
     EXPECT_THAT(InVault(), testing::Not(Contains(L"Many«0001»")));
 }
 
-TEST_F(Backup, ClosingTheMainWindowInARunSavesTheListAndEnds) {
+TEST_F(Backup, MainWindowClosedInARun_SavesTheListAndEnds) {
     MakeManyFiles();
     WriteDefaultList({Home(L"Many") + L"\\"});
     DrivenProgram window(program.With(L""));

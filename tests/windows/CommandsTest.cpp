@@ -43,7 +43,7 @@ TEST_F(Commands, ClickOnTheSelectedRow_ShowsItsCopies) {
     window.Close();
 }
 
-TEST_F(Commands, OneItemFromTheCommandLine_AnotherList_GivesTheCommandsBack) {
+TEST_F(Commands, OneItemFromTheCommandLine_OtherList_EnablesTheCommands) {
     WriteDefaultList({photo, deep});
     DrivenProgram window(program.With(Quoted(letter)));
     const DrivenList items = window.List(ID_lsvBackupList);
@@ -87,7 +87,7 @@ TEST_F(Commands, DriveRootOnTheCommandLine_IsReported_ProgramEnds) {
     }
 }
 
-TEST_F(Commands, TitleOfAFolderDialog_DoesNotStay) {
+TEST_F(Commands, FolderDialog_NextDialogHasItsOwnTitle) {
     WriteDefaultList({letter});
     DrivenProgram window(program.With(L""));
     window.Begin(ID_mnuFileOpen);

@@ -14,7 +14,7 @@ using testing::IsEmpty;
 
 class Editing : public EditingWindows {};
 
-TEST_F(Editing, TheDefaultListIsShownWithItsColumns) {
+TEST_F(Editing, DefaultList_IsShownWithItsColumns) {
     WriteDefaultList({letter, Home(L"Deep") + L"\\", Home(L"*")});
     DrivenProgram window(program.With(L""));
     EXPECT_EQ(window.Caption(), L"Vaultwright ");
@@ -33,7 +33,7 @@ TEST_F(Editing, TheDefaultListIsShownWithItsColumns) {
     EXPECT_EQ(window.Close(), 0U);
 }
 
-TEST_F(Editing, AFileTypedIntoTheDialogIsAdded) {
+TEST_F(Editing, FileTypedIntoTheDialog_IsAdded) {
     WriteDefaultList({});
     DrivenProgram window(program.With(L""));
     window.Begin(ID_mnuAddFile);
@@ -49,7 +49,7 @@ TEST_F(Editing, AFileTypedIntoTheDialogIsAdded) {
     EXPECT_EQ(ReadBytes(program.DefaultList()), FileOf({letter}));
 }
 
-TEST_F(Editing, SeveralFilesAreAddedLastFirst) {
+TEST_F(Editing, SeveralFiles_AreAddedLastFirst) {
     WriteDefaultList({});
     program.tree.File(L"Home\\a.txt");
     program.tree.File(L"Home\\b.txt");
@@ -68,7 +68,7 @@ TEST_F(Editing, SeveralFilesAreAddedLastFirst) {
               FileOf({Home(L"c.txt"), Home(L"b.txt"), Home(L"a.txt")}));
 }
 
-TEST_F(Editing, AFolderIsChosenWithTheSaveDialog) {
+TEST_F(Editing, FolderChosenWithTheSaveDialog_IsAdded) {
     WriteDefaultList({});
     DrivenProgram window(program.With(L""));
     window.Begin(ID_mnuAddFolder);
@@ -83,7 +83,7 @@ TEST_F(Editing, AFolderIsChosenWithTheSaveDialog) {
     EXPECT_EQ(ReadBytes(program.DefaultList()), FileOf({Home(L"Deep") + L"\\", Home(L"*")}));
 }
 
-TEST_F(Editing, ACancelledDialogAddsNothing) {
+TEST_F(Editing, CancelledDialog_AddsNothing) {
     WriteDefaultList({letter});
     const std::string before = ReadBytes(program.DefaultList());
     DrivenProgram window(program.With(L""));
@@ -98,7 +98,7 @@ TEST_F(Editing, ACancelledDialogAddsNothing) {
     EXPECT_EQ(ReadBytes(program.DefaultList()), before);
 }
 
-TEST_F(Editing, DroppedFoldersAreFolderItems) {
+TEST_F(Editing, DroppedFolders_AreFolderItems) {
     WriteDefaultList({});
     DrivenProgram window(program.With(L""));
     window.List(ID_lsvBackupList).Drop({letter, Home(L"Deep")});
@@ -108,7 +108,7 @@ TEST_F(Editing, DroppedFoldersAreFolderItems) {
     window.Close();
 }
 
-TEST_F(Editing, TheDeleteKeyTakesTheSelectedItemOff) {
+TEST_F(Editing, DeleteKey_RemovesTheSelectedItem) {
     WriteDefaultList({letter, photo, deep});
     DrivenProgram window(program.With(L""));
     const DrivenList list = window.List(ID_lsvBackupList);
@@ -124,7 +124,7 @@ TEST_F(Editing, TheDeleteKeyTakesTheSelectedItemOff) {
     window.Close();
 }
 
-TEST_F(Editing, DeleteOnAnEmptyListSaysSo) {
+TEST_F(Editing, DeleteOnAnEmptyList_ShowsAMessage) {
     WriteDefaultList({});
     DrivenProgram window(program.With(L""));
     window.Begin(ID_mnuDel);
@@ -134,7 +134,7 @@ TEST_F(Editing, DeleteOnAnEmptyListSaysSo) {
     window.Close();
 }
 
-TEST_F(Editing, TheListCanBeCleared) {
+TEST_F(Editing, ClearAll_EmptiesTheList) {
     WriteDefaultList({letter, photo});
     DrivenProgram window(program.With(L""));
     window.Choose(ID_Toolbar1_EditDelAll);
@@ -143,7 +143,7 @@ TEST_F(Editing, TheListCanBeCleared) {
     window.Close();
 }
 
-TEST_F(Editing, TheCopiesCountIsSavedWhenTheWindowCloses) {
+TEST_F(Editing, CopiesCount_IsSavedWhenTheWindowCloses) {
     WriteDefaultList({letter});
     DrivenProgram window(program.With(L""));
     window.ClickMoreCopies(2);
@@ -152,7 +152,7 @@ TEST_F(Editing, TheCopiesCountIsSavedWhenTheWindowCloses) {
     EXPECT_EQ(ReadBytes(program.DefaultList()), FileOf({letter}, 5));
 }
 
-TEST_F(Editing, ClosingByTheMenuSavesNothing) {
+TEST_F(Editing, CloseInTheMenu_SavesNothing) {
     WriteDefaultList({letter});
     DrivenProgram window(program.With(L""));
     window.ClickMoreCopies(2);
@@ -161,7 +161,7 @@ TEST_F(Editing, ClosingByTheMenuSavesNothing) {
     EXPECT_EQ(ReadBytes(program.DefaultList()), FileOf({letter}, 3));
 }
 
-TEST_F(Editing, AChosenDriveIsTheDestinationAtOnce) {
+TEST_F(Editing, ChosenDrive_IsTheDestinationAtOnce) {
     program.List(L"Program\\FilesList.vwl", {L"BackupTo: C:\\Backup", L"Backages: 3", letter});
     DrivenProgram window(program.With(L""));
     EXPECT_EQ(window.TextOf(ID_cmbDestination), L"C:");
@@ -172,7 +172,7 @@ TEST_F(Editing, AChosenDriveIsTheDestinationAtOnce) {
     window.Close();
 }
 
-TEST_F(Editing, AListWithAnotherCopiesCountIsModifiedByOpeningIt) {
+TEST_F(Editing, Open_OtherCopiesCount_ListIsModified) {
     // The first change of the count belongs to the start of the window.
     WriteDefaultList({letter}, 3);
     const std::wstring other = program.List(
@@ -188,7 +188,7 @@ TEST_F(Editing, AListWithAnotherCopiesCountIsModifiedByOpeningIt) {
     EXPECT_THAT(ReadBytes(other + L".old"), HasSubstr("gone.txt"));
 }
 
-TEST_F(Editing, ANewListTakesNamesWithoutTheirExtension) {
+TEST_F(Editing, NewList_NameWithoutExtension_IsCompleted) {
     WriteDefaultList({letter});
     DrivenProgram window(program.With(L""));
     window.Begin(ID_mnuFileNew);
@@ -202,7 +202,7 @@ TEST_F(Editing, ANewListTakesNamesWithoutTheirExtension) {
     EXPECT_EQ(ReadBytes(program.DefaultList()), FileOf({letter}));
 }
 
-TEST_F(Editing, SaveAsKeepsTheItems) {
+TEST_F(Editing, SaveAs_KeepsTheItems) {
     WriteDefaultList({letter, photo});
     DrivenProgram window(program.With(L""));
     window.Begin(ID_mnuFileSaveAs);
@@ -213,7 +213,7 @@ TEST_F(Editing, SaveAsKeepsTheItems) {
     window.Close();
 }
 
-TEST_F(Editing, RecentListsComeBackFromTheMenu) {
+TEST_F(Editing, RecentLists_AreOpenedFromTheMenu) {
     WriteDefaultList({letter});
     const std::wstring first = program.List(L"First & last.vwl", {L"BackupTo: " + Vault(), photo});
     {
@@ -236,7 +236,7 @@ TEST_F(Editing, RecentListsComeBackFromTheMenu) {
     again.Close();
 }
 
-TEST_F(Editing, AddingAFolderToTheDefaultListStartsTheProgramAtLogon) {
+TEST_F(Editing, FolderAddedToTheDefaultList_SwitchesTheLogonStartOn) {
     WriteDefaultList({});
     DrivenProgram window(program.With(L""));
     window.Begin(ID_mnuAddFolder);
@@ -257,7 +257,7 @@ TEST_F(Editing, AddingAFolderToTheDefaultListStartsTheProgramAtLogon) {
     window.Close();
 }
 
-TEST_F(Editing, AnotherListDoesNotTouchTheLogonStart) {
+TEST_F(Editing, FolderAddedToAnotherList_KeepsTheLogonStart) {
     const std::wstring other = program.List(L"Other.vwl", {L"BackupTo: " + Vault()});
     DrivenProgram window(program.With(Quoted(other)));
     window.Begin(ID_mnuAddFolder);
@@ -288,7 +288,7 @@ TEST_F(Editing, LockedList_IsReported_SavedAtTheNextChance) {
     EXPECT_EQ(ReadBytes(program.DefaultList()), FileOf({photo}));
 }
 
-TEST_F(Editing, ClickingAColumnSortsAndTheFileFollows) {
+TEST_F(Editing, ColumnClick_SortsTheRows) {
     program.tree.File(L"Home\\big.txt", std::string(9000, 'x'));
     program.tree.File(L"Home\\Small.txt", "x");
     WriteDefaultList({letter, Home(L"big.txt"), Home(L"Small.txt")});
@@ -308,7 +308,7 @@ TEST_F(Editing, ClickingAColumnSortsAndTheFileFollows) {
     window.Close();
 }
 
-TEST_F(Editing, OneItemFromTheCommandLineIsAllThatTheWindowHas) {
+TEST_F(Editing, OneItemFromTheCommandLine_CannotBeEdited) {
     DrivenProgram window(program.With(Quoted(letter)));
     EXPECT_THAT(window.List(ID_lsvBackupList).Column(kPath), ElementsAre(letter));
     for (const int command : {ID_mnuAddFile, ID_mnuDel, ID_mnuAddFolder, ID_Toolbar1_FileNew,

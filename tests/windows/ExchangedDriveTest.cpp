@@ -62,7 +62,7 @@ class ExchangedDriveWindow : public BackupWindows {
     Tree onStick;
 };
 
-TEST_F(ExchangedDriveWindow, Commands_StickPulledOut_StopAndListAnew) {
+TEST_F(ExchangedDriveWindow, Commands_StickPulledOut_StopAndListAgain) {
     for (const int command : {ID_mnuRestore, ID_mnuDelCopies, ID_mnuDelCopy, ID_mnuOpenCopy}) {
         SCOPED_TRACE(command);
         Stick().Insert();
@@ -105,7 +105,7 @@ TEST_F(ExchangedDriveWindow, RestoreTwice_StickPulledOut_WritesNothingIntoTheIte
     window.Close();
 }
 
-TEST_F(ExchangedDriveWindow, Click_StickPulledOut_ListsBothAnewWithoutABox) {
+TEST_F(ExchangedDriveWindow, Click_StickPulledOut_ListsBothAgainWithoutABox) {
     program.tree.File(Vault() + L"\\Second«0001».txt", "second", {2024, 1, 1, 12, 0, 0});
     DrivenProgram window(program.With(L""));
     MakeCopies(window);
@@ -121,7 +121,7 @@ TEST_F(ExchangedDriveWindow, Click_StickPulledOut_ListsBothAnewWithoutABox) {
 }
 
 // Both sticks have copies of the same names and dates, so only the folder itself is another one.
-TEST_F(ExchangedDriveWindow, Click_StickExchangedForItsTwin_ListsBothAnewWithoutABox) {
+TEST_F(ExchangedDriveWindow, Click_StickExchangedForItsTwin_ListsBothAgainWithoutABox) {
     for (const wchar_t* const stick : {L"", L"twin"}) {
         Stick().Insert(stick);
         program.tree.File(Vault() + L"\\Letter«0001».txt", "twin", {2024, 1, 1, 12, 0, 0});

@@ -86,7 +86,7 @@ TEST_F(Help, OpensTheArabicPageBesideTheProgram) {
     window.Close();
 }
 
-TEST_F(Help, APageThatIsMissingIsNotReplacedByTheOtherLanguage) {
+TEST_F(Help, MissingPage_IsNotReplacedByTheOtherLanguage) {
     Put(L"");
     DrivenProgram window(program.With(L""));
     ChooseHelp(window);

@@ -44,7 +44,7 @@ class Hostile : public BackupWindows {
     }
 };
 
-TEST_F(Hostile, SettingsAndRecentEntriesOpenAndCloseInAnOrderlyWay) {
+TEST_F(Hostile, SettingsAndRecentEntries_DoNotCrash) {
     const auto histories = Histories::Usually(3);
     const std::wstring canary = program.tree.Folder(L"Precious");
     program.tree.File(L"Precious\\a.txt", "precious");
@@ -78,7 +78,7 @@ TEST_F(Hostile, SettingsAndRecentEntriesOpenAndCloseInAnOrderlyWay) {
     std::cout << histories.count << " hostile starts of the windows\n";
 }
 
-TEST_F(Hostile, ACommentThatNamesAnotherFolderIsAskedAboutWithThatFolder) {
+TEST_F(Hostile, CommentNamesAnotherFolder_QuestionNamesIt) {
     const std::wstring precious = program.tree.File(L"Precious\\Letter.txt", "precious");
     program.tree.File(Vault() + L"\\Letter«0001».txt", "theirs", {2024, 1, 2, 3, 4, 5});
     program.tree.File(Vault() + L"\\Letter«0001».txt.vwc",
@@ -94,7 +94,7 @@ TEST_F(Hostile, ACommentThatNamesAnotherFolderIsAskedAboutWithThatFolder) {
 }
 
 // Beside the program, in the current folder, beside the list and beside the item.
-TEST_F(Hostile, ProgramsWithTheNamesOfTheSystemsOwnAreNeverStarted) {
+TEST_F(Hostile, ProgramsNamedAsSystemTools_AreNotStarted) {
     const std::wstring built = BuiltProgram();
     const std::wstring canary = built.substr(0, built.rfind(L'\\')) + L"\\..\\tests\\canary.exe";
     const std::array<std::wstring, 4> folders{program.Folder(), program.tree.Folder(L"Current"),

@@ -14,7 +14,7 @@ using testing::IsEmpty;
 
 class Interface : public BackupWindows {};
 
-TEST_F(Interface, TheArabicWindowHasArabicHeadersAndAsksInArabic) {
+TEST_F(Interface, ArabicWindow_HeadersAndQuestionsAreArabic) {
     program.SetSetting(L"Arabic", L"-1");
     program.SetSetting(L"ArabicPrepared", L"-1");
     WriteDefaultList({letter});
@@ -30,7 +30,7 @@ TEST_F(Interface, TheArabicWindowHasArabicHeadersAndAsksInArabic) {
     window.Close();
 }
 
-TEST_F(Interface, SwitchingTheLanguageEndsTheProgramAndStoresTheChoice) {
+TEST_F(Interface, SwitchLanguage_StoresTheChoiceAndEndsTheProgram) {
     WriteDefaultList({letter});
     DrivenProgram window(program.With(L""));
     window.ClickMoreCopies(1);
@@ -40,7 +40,7 @@ TEST_F(Interface, SwitchingTheLanguageEndsTheProgramAndStoresTheChoice) {
     EXPECT_THAT(LinesOf(program.DefaultList()), Contains(L"Backages: 4"));
 }
 
-TEST_F(Interface, TheAboutBoxOpensAndCloses) {
+TEST_F(Interface, AboutBox_OpensAndCloses) {
     WriteDefaultList({letter});
     DrivenProgram window(program.With(L""));
     window.Begin(ID_mnuHelpAbout);
@@ -54,7 +54,7 @@ TEST_F(Interface, TheAboutBoxOpensAndCloses) {
     window.Close();
 }
 
-TEST_F(Interface, AMissingHelpPageOpensNothing) {
+TEST_F(Interface, MissingHelpPage_OpensNothing) {
     WriteDefaultList({letter});
     DrivenProgram window(program.With(L""));
     window.Choose(ID_mnuHelpHelp);
@@ -62,7 +62,7 @@ TEST_F(Interface, AMissingHelpPageOpensNothing) {
     window.Close();
 }
 
-TEST_F(Interface, EveryViewShowsTheSameItems) {
+TEST_F(Interface, EveryView_ShowsTheSameItems) {
     WriteDefaultList({letter});
     DrivenProgram window(program.With(L""));
     for (const int command :
@@ -74,7 +74,7 @@ TEST_F(Interface, EveryViewShowsTheSameItems) {
     window.Close();
 }
 
-TEST_F(Interface, ALowerCaseNameForEveryFileOfAFolderAfterAQuestion) {
+TEST_F(Interface, LowerCaseNames_AreMadeAfterAYesOnly) {
     WriteDefaultList({letter});
     program.tree.File(L"Home\\Loud\\NAME.TXT");
     DrivenProgram window(program.With(L""));
@@ -93,7 +93,7 @@ TEST_F(Interface, ALowerCaseNameForEveryFileOfAFolderAfterAQuestion) {
 
 // With a folder for temporary files of its own; the folders of Windows are cleaned too, which is
 // why a real machine is spared.
-TEST_F(Interface, TemporaryFilesAreDeletedFromTheMenu) {
+TEST_F(Interface, TemporaryFiles_AreDeletedFromTheMenu) {
     if (!UnderWine()) GTEST_SKIP() << "this would clean the machine's own temporary folders";
     for (const auto* folder : {L"Temp", L"prefetch"}) {
         program.tree.Folder(L"C:\\windows\\" + std::wstring(folder));

@@ -357,7 +357,7 @@ TEST_P(KeyboardAlone, BusyDialog_EscapeCancels) {
     window.Close();
 }
 
-TEST_P(KeyboardAlone, BoxOfDrives_OpensChoosesAndTakesBack) {
+TEST_P(KeyboardAlone, BoxOfDrives_OpensChoosesAndCancels) {
     WriteDefaultList({note});
     KeyedProgram window(StartOfProgram(), GetParam());
     window.GoTo(ID_cmbDestination);

@@ -37,7 +37,7 @@ class KilledRestore : public WindowsTest {
     }
 };
 
-TEST_F(KilledRestore, SoakLosesNeitherTheFileNorItsSafetyCopy) {
+TEST_F(KilledRestore, SoakFile_LosesNeitherItNorItsSafetyCopy) {
     const std::string stored(1500000, 's');
     const std::string unsaved(1700000, 'u');
     const std::wstring letter = program.tree.Path(L"Home\\Letter.txt");
@@ -75,7 +75,7 @@ TEST_F(KilledRestore, SoakLosesNeitherTheFileNorItsSafetyCopy) {
     RecordProperty("kills", static_cast<int>(histories.count));
 }
 
-TEST_F(KilledRestore, SoakOfAFolderLosesNoFileAndIsDoneByTheNextRestore) {
+TEST_F(KilledRestore, SoakFolder_LosesNoFile_NextRestoreCompletes) {
     const auto histories = Histories::Usually(4);
     int restored = 0;
     int half = 0;

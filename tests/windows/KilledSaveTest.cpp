@@ -16,7 +16,7 @@ namespace {
 class KilledSave : public WindowsTest {};
 
 // Prints how many of the kills left the old list.
-TEST_F(KilledSave, SoakLeavesTheOldListOrTheNewOne) {
+TEST_F(KilledSave, SoakSave_LeavesTheOldListOrTheNewOne) {
     std::vector<std::wstring> items;
     items.reserve(40);
     for (int i = 0; i < 40; ++i) {

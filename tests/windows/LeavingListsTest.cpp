@@ -53,7 +53,7 @@ TEST_F(LeavingLists, ConfirmedDialogs_UnsavedCount_SaveTheFormerList) {
     window.Close();
 }
 
-TEST_F(LeavingLists, ANumberOfCopiesIsSavedBeforeAnotherListIsOpened) {
+TEST_F(LeavingLists, CopiesCountChanged_IsSavedBeforeAnotherListOpens) {
     WriteDefaultList({photo});
     const std::wstring first = program.List(L"First.vwl", {L"BackupTo: " + Vault(), letter});
     DrivenProgram window(program.With(Quoted(first)));
@@ -64,7 +64,7 @@ TEST_F(LeavingLists, ANumberOfCopiesIsSavedBeforeAnotherListIsOpened) {
     window.Close();
 }
 
-TEST_F(LeavingLists, AListThatCannotBeSavedIsLeftForAnotherOnlyWithAYes) {
+TEST_F(LeavingLists, ListCannotBeSaved_OtherListOpensAfterAYesOnly) {
     WriteDefaultList({photo});
     const std::wstring first = program.List(L"First.vwl", {L"BackupTo: " + Vault(), letter});
     DrivenProgram window(program.With(Quoted(first)));

@@ -19,7 +19,7 @@ class Opening : public BackupWindows {
     const std::wstring plan = program.tree.File(L"Home\\Plan.opens", "the plan|");
 };
 
-TEST_F(Opening, TheSelectedItemOpens) {
+TEST_F(Opening, OpensTheSelectedItem) {
     WriteDefaultList({note, plan});
     DrivenProgram window(program.With(L""));
     window.List(ID_lsvBackupList).Select(1);
@@ -31,7 +31,7 @@ TEST_F(Opening, TheSelectedItemOpens) {
     window.Close();
 }
 
-TEST_F(Opening, AnEmptyListSaysSo) {
+TEST_F(Opening, EmptyList_ShowsAMessage) {
     WriteDefaultList({});
     DrivenProgram window(program.With(L""));
     for (const int command : {ID_mnuOpen, ID_Toolbar1_ActionOpen}) {
@@ -42,7 +42,7 @@ TEST_F(Opening, AnEmptyListSaysSo) {
     window.Close();
 }
 
-TEST_F(Opening, TheButtonBelongsToTheListThatWasWorkedInLast) {
+TEST_F(Opening, Button_OpensTheSelectionOfTheLastUsedList) {
     WriteDefaultList({note});
     DrivenProgram window(program.With(L""));
     MakeOldCopy(window);
@@ -55,7 +55,7 @@ TEST_F(Opening, TheButtonBelongsToTheListThatWasWorkedInLast) {
     window.Close();
 }
 
-TEST_F(Opening, EnterInAListOpensItsSelection) {
+TEST_F(Opening, EnterInAList_OpensItsSelection) {
     WriteDefaultList({note});
     DrivenProgram window(program.With(L""));
     MakeOldCopy(window);

@@ -27,7 +27,7 @@ class Restoring : public BackupWindows {
         L"هل تريد بالتأكيد حذف الملف التالي واستبداله بالنسخة الاحتياطية:\r\n" + letter;
 };
 
-TEST_F(Restoring, BringsAnOldCopyBack) {
+TEST_F(Restoring, RestoresAnOldCopy) {
     DrivenProgram window(program.With(L""));
     MakeCopies(window);
     window.List(ID_lsvRestore2).Select(2);
@@ -45,7 +45,7 @@ TEST_F(Restoring, BringsAnOldCopyBack) {
     window.Close();
 }
 
-TEST_F(Restoring, KeepsAStateThatNoCopyHas) {
+TEST_F(Restoring, StateIsNotStored_MakesASafetyCopy) {
     DrivenProgram window(program.With(L""));
     MakeCopies(window);
     program.tree.File(L"Home\\Letter.txt", "unsaved", {2024, 1, 4, 12, 0, 0});
@@ -61,7 +61,7 @@ TEST_F(Restoring, KeepsAStateThatNoCopyHas) {
     window.Close();
 }
 
-TEST_F(Restoring, ANoLeavesEverythingAsItIs) {
+TEST_F(Restoring, AnswerIsNo_ChangesNothing) {
     DrivenProgram window(program.With(L""));
     MakeCopies(window);
     window.List(ID_lsvRestore2).Select(1);
@@ -74,7 +74,7 @@ TEST_F(Restoring, ANoLeavesEverythingAsItIs) {
     window.Close();
 }
 
-TEST_F(Restoring, GoesToAChosenFolderUnderItsOwnName) {
+TEST_F(Restoring, RestoreTo_UsesTheChosenFolderAndItsOwnName) {
     DrivenProgram window(program.With(L""));
     MakeCopies(window);
     program.tree.Folder(L"Elsewhere");
@@ -89,7 +89,7 @@ TEST_F(Restoring, GoesToAChosenFolderUnderItsOwnName) {
     window.Close();
 }
 
-TEST_F(Restoring, ACancelledDialogRestoresNothing) {
+TEST_F(Restoring, CancelledDialog_RestoresNothing) {
     DrivenProgram window(program.With(L""));
     MakeCopies(window);
     window.Begin(ID_mnuRestoreTo);
@@ -99,7 +99,7 @@ TEST_F(Restoring, ACancelledDialogRestoresNothing) {
     window.Close();
 }
 
-TEST_F(Restoring, WithoutACopyEachCommandSaysSoAndDoesNothingElse) {
+TEST_F(Restoring, NoCopy_EachCommandShowsAMessage) {
     DrivenProgram window(program.With(L""));
     for (const int command :
          {ID_mnuRestore, ID_mnuRestoreTo, ID_mnuOpenCopy, ID_mnuDelCopy, ID_mnuDelCopies}) {
@@ -112,7 +112,7 @@ TEST_F(Restoring, WithoutACopyEachCommandSaysSoAndDoesNothingElse) {
     window.Close();
 }
 
-TEST_F(Restoring, DeletingOneCopyRebuildsTheCopies) {
+TEST_F(Restoring, DeleteOneCopy_ListsTheRest) {
     DrivenProgram window(program.With(L""));
     MakeCopies(window);
     window.List(ID_lsvRestore2).Select(1);
@@ -126,7 +126,7 @@ TEST_F(Restoring, DeletingOneCopyRebuildsTheCopies) {
     window.Close();
 }
 
-TEST_F(Restoring, DeletingAllCopiesAsksOnceAndRemovesTheItem) {
+TEST_F(Restoring, DeleteAllCopies_AsksOnceAndRemovesTheItem) {
     DrivenProgram window(program.With(L""));
     MakeCopies(window);
     // The Delete key of the upper list asks for all copies; a no keeps them.

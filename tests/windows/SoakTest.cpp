@@ -202,7 +202,7 @@ class Soak : public BackupWindows {
     int day_ = 0;
 };
 
-TEST_F(Soak, LeavesNoMoreHandlesObjectsOrMemoryBehind) {
+TEST_F(Soak, LeaksNoHandlesObjectsOrMemory) {
     const auto histories = Histories::Usually(1);
     random.seed(histories.first);
     const bool isShort = histories.count == 1;

@@ -16,7 +16,7 @@ class StartFolder : public EditingWindows {
     ProgramStart start = program.With(L"");
 };
 
-TEST_F(StartFolder, ListOpenFromIt_CanBeTakenAway) {
+TEST_F(StartFolder, ListOpenedFromIt_FolderCanBeRemoved) {
     program.List(L"Stick\\Mine.vwl", {L"BackupTo: " + Vault(), letter});
     start.arguments = L"Mine.vwl";
     DrivenProgram window(start);
@@ -34,7 +34,7 @@ TEST_F(StartFolder, ListOpenFromIt_CanBeTakenAway) {
     window.Close();
 }
 
-TEST_F(StartFolder, RelativeItem_IsTakenFromIt) {
+TEST_F(StartFolder, RelativeItem_IsCompletedWithIt) {
     program.tree.File(L"Stick\\Plan.doc", "plan");
     start.arguments = L"Plan.doc";
     DrivenProgram window(start);
@@ -43,7 +43,7 @@ TEST_F(StartFolder, RelativeItem_IsTakenFromIt) {
     window.Close();
 }
 
-TEST_F(StartFolder, RelativeLinesOfAList_AreTakenFromIt) {
+TEST_F(StartFolder, RelativeLinesOfAList_AreCompletedWithIt) {
     program.tree.File(L"Stick\\Plan.doc", "plan");
     program.tree.Folder(Vault());
     program.List(L"Stick\\Mine.vwl", {L"BackupTo: " + Vault(), L"Plan.doc"});

@@ -84,7 +84,7 @@ class TwoWindows : public BackupWindows {
     std::vector<std::wstring> names_;
 };
 
-TEST_F(TwoWindows, SavingOneListAtOnceLeaveAWholeOne) {
+TEST_F(TwoWindows, SaveOneListAtOnce_LeaveAWholeList) {
     const auto histories = Histories::Usually(15);
     random.seed(histories.first);
     DrivenProgram first(program.With(L""));

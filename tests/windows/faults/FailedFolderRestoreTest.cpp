@@ -33,7 +33,7 @@ class FailedFolderRestore : public FailingRestore {
     WorkFolder work{program.tree, Home(), Vault(), 30000};
 };
 
-TEST_F(FailedFolderRestore, LosesNoFileAndIsDoneByTheNextAttempt) {
+TEST_F(FailedFolderRestore, AtAnyCall_LosesNoFile_NextAttemptCompletes) {
     const auto points = Histories::Usually(2);
     Prepare();
     const Outcome whole = Restore(0, 0);

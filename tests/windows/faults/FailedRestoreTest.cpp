@@ -42,7 +42,7 @@ class FailedRestore : public FailingRestore {
     const std::wstring safety = Vault() + L"\\Letter«0021».txt";
 };
 
-TEST_F(FailedRestore, LosesNeitherTheFileNorItsSafetyCopy) {
+TEST_F(FailedRestore, AtAnyCall_LosesNeitherTheFileNorItsSafetyCopy) {
     const auto points = Histories::Usually(5);
     Prepare();
     const Outcome whole = Restore(0, 0);
