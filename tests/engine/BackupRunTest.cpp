@@ -46,7 +46,7 @@ TEST(BackupRun, CopiesEveryKindOfItemOnTheFirstRun) {
                                                         L"Rule«0001».vwc"}));
 }
 
-TEST(BackupRun, LeavesUnchangedItemsAlone) {
+TEST(BackupRun, DoesNotCopyUnchangedItems) {
     EngineFixture world;
     world.tree.File(L"Report.doc", "report", Day(1));
     MakeWork(world);

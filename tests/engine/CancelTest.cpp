@@ -85,7 +85,7 @@ TEST(Cancel, InAFolder_StopsAtTheNextFile) {
     EXPECT_EQ(ReadTree(world.Store(L"Work«0001»")), ReadTree(world.Path(L"Work")));
 }
 
-TEST(Cancel, InAFolder_IsReportedInTheWindowsLanguage) {
+TEST(Cancel, InAFolder_IsReportedInTheLanguageOfTheWindow) {
     EngineFixture world;
     world.List({L"Work\\"});
     MakeSources(world, 1);

@@ -36,7 +36,7 @@ TEST(ChangeTest, NewContentSameDate_IsUnchanged) {
     EXPECT_EQ(world.Copies(), (Listing{{L"a«0001».txt", "one"}}));
 }
 
-TEST(ChangeTest, CopyDeletedDuringTheRun_IsMadeAnewByTheNextRun) {
+TEST(ChangeTest, CopyDeletedDuringTheRun_IsMadeAgainByTheNextRun) {
     EngineFixture world;
     world.tree.File(L"a.txt", "a", Day(1));
     world.tree.File(L"b.txt", "b", Day(1));

@@ -194,7 +194,7 @@ TEST(IsCopyName, CommentsAndUnmarkedNames_AreNoCopies) {
     }
 }
 
-TEST(CopiesOfItem, WildcardsInTheName_CountAsTheyStand) {
+TEST(CopiesOfItem, WildcardsInTheName_AreLiteral) {
     const CopiesOfItem copies(L"Report #1 [new].doc", 1);
     EXPECT_TRUE(copies.Contains(L"Report #1 [new]\u00AB0101\u00BB.doc"));
     EXPECT_TRUE(copies.Contains(L"REPORT #1 [NEW]\u00AB0121\u00BB.DOC"));

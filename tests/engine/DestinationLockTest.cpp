@@ -76,7 +76,7 @@ TEST_F(DestinationLockTest, File_WhileHeld_IsHiddenAndRemovedWithTheLock) {
     EXPECT_FALSE(Exists(lockFile));
 }
 
-TEST_F(DestinationLockTest, LeftOverFile_IsTakenOver) {
+TEST_F(DestinationLockTest, LeftOverFile_IsReused) {
     const unsigned long hiddenAndReadOnly = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_READONLY;
     for (const unsigned long mark : {0UL, hiddenAndReadOnly}) {
         world.tree.File(L"Store\\" + std::wstring(kLockFileName), "left over");
@@ -125,7 +125,7 @@ TEST_F(DestinationLockTest, AccessDenied_WhereAProbeCanBeMade_MeansHeld) {
     EXPECT_EQ(ReadTree(world.Store()).size(), 0U) << "the probe is gone";
 }
 
-TEST_F(DestinationLockTest, WhereNoFileCanBeMade_OnlyTheMutexIsTaken) {
+TEST_F(DestinationLockTest, NoFileCanBeMade_OnlyTheMutexIsTaken) {
     for (const auto& [lockCode, probeCode] :
          std::vector<std::pair<DWORD, DWORD>>{{ERROR_WRITE_PROTECT, ERROR_SUCCESS},
                                               {ERROR_ACCESS_DENIED, ERROR_ACCESS_DENIED},
@@ -199,7 +199,7 @@ TEST_F(DestinationLockTest, Run_WriteProtectedDisk_ReportsTheMissingLockOnce) {
     EXPECT_EQ(std::count(host.log.begin(), host.log.end(), host.log.front()), 2);
 }
 
-TEST_F(DestinationLockTest, WalkOverASource_LeavesLockAndWorkingEntriesOut) {
+TEST_F(DestinationLockTest, WalkOverASource_SkipsLockAndWorkingEntries) {
     world.tree.File(L"Work\\a.txt", "a", Day(1));
     const std::wstring inner = world.tree.Folder(L"Work\\Other store");
     world.tree.File(L"Work\\Other store\\" +

@@ -56,7 +56,7 @@ TEST(GetBackupTo, DriveAlone_MeansItsBackupFolder) {
     EXPECT_EQ(world.state.BackupTo, L"Q:\\Backup");
 }
 
-TEST(GetBackupTo, DriveRoot_IsTakenUnchanged) {
+TEST(GetBackupTo, DriveRoot_IsUsedUnchanged) {
     EngineFixture world;
     const std::wstring root = world.Path().substr(0, 3);
     world.ListText(L"BackupTo: " + root + L"\r\n");

@@ -42,7 +42,7 @@ TEST(EntryOfAnEarlierVersion, Name_IsReadAndWrittenAsBefore) {
     }
 }
 
-TEST(EntryOfAnEarlierVersion, OfADeadProcess_IsFinishedOrRemoved) {
+TEST(EntryOfAnEarlierVersion, DeadProcess_IsFinishedOrRemoved) {
     EngineFixture world;
     world.List({L"a.txt", L"Work\\"}, 3);
     for (int step = 1; step <= 2; ++step) {
@@ -72,7 +72,7 @@ TEST(EntryOfAnEarlierVersion, OfADeadProcess_IsFinishedOrRemoved) {
     EXPECT_EQ(LeftOvers(world), Lines());
 }
 
-TEST(EntryOfAnEarlierVersion, OfALivingProcessOrAnotherComputer_IsLeftAlone) {
+TEST(EntryOfAnEarlierVersion, LivingProcessOrAnotherComputer_IsKept) {
     EngineFixture world;
     world.List({L"a.txt"}, 3);
     world.tree.File(L"a.txt", "1", Day(1));
@@ -141,7 +141,7 @@ TEST(EntryOfThisVersion, KilledAtAnyChange_EarlierVersionFinishesNothing) {
 }
 
 // Both versions read the first line.
-TEST(CommentOfThisVersion, OfAnIncompleteCopy_HasTheLineThatAnEarlierOneWrote) {
+TEST(CommentOfThisVersion, IncompleteCopy_HasTheLineOfAnEarlierVersion) {
     EngineFixture world;
     world.List({L"Work\\"}, 3);
     for (const wchar_t* const file : {L"Work\\a.txt", L"Work\\b.txt"}) {

@@ -280,7 +280,7 @@ void GrowWhileCopied(EngineFixture& world) {
     });
 }
 
-TEST(ChangingSource, IsReported_CopyCounts) {
+TEST(ChangingSource, FileGrows_IsReported_CopyCounts) {
     EngineFixture world;
     MakeHistory(world);
     GrowWhileCopied(world);

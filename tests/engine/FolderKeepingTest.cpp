@@ -105,7 +105,7 @@ TEST_F(FolderKeeping, ReplacedFile_RightsAreCopiedBeforeTheReplace) {
     EXPECT_EQ(rights->to, replace->path);
 }
 
-TEST_F(FolderKeeping, NewFile_TakesTheRightsOfItsFolder) {
+TEST_F(FolderKeeping, NewFile_HasTheRightsOfItsFolder) {
     EXPECT_EQ(world.Run().exitCode, 0);
     world.tree.Remove(L"Work");
     world.files.Heal();

@@ -129,7 +129,7 @@ class GoneDrive : public testing::Test {
     std::wstring unplugged_;
 };
 
-TEST_F(GoneDrive, OfTheItem_IsReportedOnce_LosesNothing) {
+TEST_F(GoneDrive, HoldsTheItem_IsReportedOnce_LosesNothing) {
     for (int file = 1; file <= 4; ++file) {
         SCOPED_TRACE(file);
         StartOver();
@@ -143,7 +143,7 @@ TEST_F(GoneDrive, OfTheItem_IsReportedOnce_LosesNothing) {
     }
 }
 
-TEST_F(GoneDrive, OfTheItemThatThrows_IsReportedOnce_LosesNothing) {
+TEST_F(GoneDrive, HoldsTheItemAndThrows_IsReportedOnce_LosesNothing) {
     for (int file = 1; file <= 4; ++file) {
         SCOPED_TRACE(file);
         StartOver();
@@ -157,7 +157,7 @@ TEST_F(GoneDrive, OfTheItemThatThrows_IsReportedOnce_LosesNothing) {
     }
 }
 
-TEST_F(GoneDrive, OfTheDestination_IsReportedOnce_LosesNothing) {
+TEST_F(GoneDrive, HoldsTheDestination_IsReportedOnce_LosesNothing) {
     for (int file = 1; file <= 4; ++file) {
         SCOPED_TRACE(file);
         StartOver();
@@ -170,7 +170,7 @@ TEST_F(GoneDrive, OfTheDestination_IsReportedOnce_LosesNothing) {
     }
 }
 
-TEST_F(GoneDrive, OfTheDestinationThatThrows_IsReportedOnce) {
+TEST_F(GoneDrive, HoldsTheDestinationAndThrows_IsReportedOnce) {
     for (int file = 1; file <= 4; ++file) {
         SCOPED_TRACE(file);
         StartOver();
@@ -264,7 +264,7 @@ TEST_F(GoneDrive, FileItemTruncatedUnnoticed_LosesNothing) {
     world_.ExpectRun(BackedUp(L"~\\a.txt"));
 }
 
-TEST_F(GoneDrive, OfTheDestination_FileItem_IsNamed) {
+TEST_F(GoneDrive, HoldsTheDestination_FileItem_IsNamed) {
     world_.List({L"a.txt"}, 2);
     Unplug(L"Store", CopyNumber(1));
     const RunResult result = world_.Run();
@@ -276,14 +276,14 @@ TEST_F(GoneDrive, OfTheDestination_FileItem_IsNamed) {
     world_.ExpectRun(BackedUp(L"~\\a.txt"));
 }
 
-TEST_F(GoneDrive, OfOneItem_NextIsBackedUp) {
+TEST_F(GoneDrive, HoldsOneItem_NextIsBackedUp) {
     world_.List({L"Work\\", L"a.txt"}, 2);
     Unplug(L"Work", CopyNumber(2));
     EXPECT_EQ(Joined(world_.Run().lines),
               Joined(GoneAt(2, L"~\\Work\\") + BackedUp(L"~\\a.txt") + kDone));
 }
 
-TEST_F(GoneDrive, OfTheDestination_EndsTheRunAtTheNextItem) {
+TEST_F(GoneDrive, HoldsTheDestination_EndsTheRunAtTheNextItem) {
     world_.List({L"Work\\", L"a.txt"}, 2);
     Unplug(L"Store", CopyNumber(2));
     world_.boxes.Expect(world_.Store());
@@ -295,7 +295,7 @@ TEST_F(GoneDrive, OfTheDestination_EndsTheRunAtTheNextItem) {
     EXPECT_EQ(Series(), before_);
 }
 
-TEST_F(GoneDrive, OfTheItemInEveryRun_KeepsAllCopies) {
+TEST_F(GoneDrive, HoldsTheItem_GoneInEveryRun_KeepsAllCopies) {
     for (int run = 1; run <= 4; ++run) {
         Edit(2 + run);
         Unplug(L"Work", CopyNumber(run));

@@ -55,7 +55,7 @@ TEST(ListReading, KeepsCountAndDestinationWithoutKeyLines) {
     EXPECT_EQ(world.state.BackupTo, world.Store());
 }
 
-TEST(ListReading, BareDriveAsDestination_IsTakenUnchanged) {
+TEST(ListReading, DriveAloneAsDestination_IsUsedUnchanged) {
     EngineFixture world;
     world.ListText(L"BackupTo: Q:\r\n");
     world.boxes.Expect(L"\r\nQ:");

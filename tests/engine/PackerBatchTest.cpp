@@ -43,7 +43,7 @@ TEST(PackerBatch, BeginsWithThePathOfThePacker) {
     EXPECT_TRUE(packer.opened.empty());
 }
 
-TEST(PackerBatch, BeginsAnewEachTime) {
+TEST(PackerBatch, BeginsEachBatchEmpty) {
     EngineFixture world;
     Packer packer(world);
     packer.Call(L"a", L"b", L"", false, false);

@@ -72,7 +72,7 @@ TEST(SingleCall, OriginalLocation_CommentCannotBeRead_IsUnknown) {
     EXPECT_EQ(result.errors[0].procedure, L"PackageOriginalLocation");
 }
 
-TEST(SingleCall, LocationNumber_FolderOfTheItemIsGone_PassesItsCopy) {
+TEST(SingleCall, LocationNumber_FolderOfTheItemIsGone_SkipsItsCopy) {
     EngineFixture world;
     world.tree.File(L"Store\\a«0001».txt");
     world.tree.File(L"Store\\a«0001».txt.vwc",
@@ -84,7 +84,7 @@ TEST(SingleCall, LocationNumber_FolderOfTheItemIsGone_PassesItsCopy) {
     });
 }
 
-TEST(SingleCall, LocationNumber_FolderInPlaceOfTheComment_IsPassed) {
+TEST(SingleCall, LocationNumber_FolderInPlaceOfTheComment_IsSkipped) {
     EngineFixture world;
     world.tree.Folder(L"Store\\a«0001».txt.vwc");
     world.With([&](CPackage& engine) { EXPECT_EQ(engine.LocationID(world.Path(L"a.txt")), 1); });
@@ -127,7 +127,7 @@ TEST(Yields, SubFolder_YieldsAfterEach) {
 }
 
 // Copy 2 can neither move up nor can copy 3, which left for it, come back.
-TEST(BrokenRotation, ThatCannotBeUndone_LeavesThePlaceEmptyAndTheNewCopyReady) {
+TEST(BrokenRotation, CannotBeUndone_PlaceIsEmptyAndNewCopyReady) {
     EngineFixture world;
     world.tree.File(L"Store\\a«0002».txt", "2", Day(2));
     world.tree.File(L"Store\\a«0003».txt", "1", Day(1));
@@ -148,7 +148,7 @@ TEST(BrokenRotation, ThatCannotBeUndone_LeavesThePlaceEmptyAndTheNewCopyReady) {
     EXPECT_THAT(LeftOvers(world), testing::IsEmpty());
 }
 
-TEST(TwoReadyCopies, OfOneItem_TheNewerIsFinished) {
+TEST(TwoReadyCopies, SameItem_TheNewerIsFinished) {
     for (const int first : {4, 5}) {
         EngineFixture world;
         world.tree.File(L"a.txt", "5", Day(5));

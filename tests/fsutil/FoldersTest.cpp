@@ -41,7 +41,7 @@ TEST_F(FoldersTest, Make_ThereAlready_IsLeft) {
     EXPECT_TRUE(MakeFolderIfMissing(env.files, tree.Path(L"Docs")));
 }
 
-TEST_F(FoldersTest, Make_AFileIsInTheWay_IsFalse) {
+TEST_F(FoldersTest, Make_FileInTheWay_ReturnsFalse) {
     tree.File(L"Docs");
     EXPECT_FALSE(MakeFolderIfMissing(env.files, tree.Path(L"Docs")));
 }

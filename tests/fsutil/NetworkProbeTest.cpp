@@ -50,7 +50,7 @@ TEST_F(NetworkProbeTest, PathsOfOneShare_AreOneQuestion) {
     EXPECT_FALSE(probe.MayAnswer(L"\\\\nas\\Share\\new"));
 }
 
-TEST_F(NetworkProbeTest, WithoutAQuestion_EverythingMayAnswer) {
+TEST_F(NetworkProbeTest, NothingAsked_EverythingMayAnswer) {
     EXPECT_TRUE(probe.MayAnswer(L"Q:\\a"));
     probe.Ask({L"", L"relative.txt", L"C:\\a", L"\\\\"});
     EXPECT_TRUE(probe.MayAnswer(L"relative.txt"));

@@ -48,7 +48,7 @@ TEST(NewestFileDate, UnreadableSubFolder_IsLeftOut) {
     EXPECT_EQ(NewestFileDate(world.files, tree.Path(), [] {}), MakeDate(kOld));
 }
 
-TEST(NewestDates, FilesHaveTwoDates_TakesTheNewestByEitherRule) {
+TEST(NewestDates, FilesHaveTwoDates_ReturnsTheNewestByEitherRule) {
     NewestDates dates;
     EXPECT_FALSE(dates.IsAfter(kMissingDate));
     dates.Take({.lastWrite = 100, .lastWriteByPresentRules = 200});

@@ -301,7 +301,7 @@ TEST_F(DelInFolder, SubFolderVanishesDuringDeletion_IsSkipped) {
     EXPECT_FALSE(Exists(sub));
 }
 
-TEST_F(DelInFolder, SubFolderStaysInParts_TheOthersAreDeleted) {
+TEST_F(DelInFolder, SubFolderStaysInParts_OthersAreDeleted) {
     for (const auto* name : {L"A\\x", L"B\\x", L"C\\x", L"B\\D\\x", L"B\\E\\x"}) {
         tree.File(L"Temporary\\" + std::wstring(name));
     }

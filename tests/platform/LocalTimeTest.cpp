@@ -86,7 +86,7 @@ BOOL WINAPI Refuse(const DYNAMIC_TIME_ZONE_INFORMATION*, const SYSTEMTIME*, SYST
     return FALSE;
 }
 
-TEST(LocalTimeTest, RulesOfTheDatesOwnYear_AreUsedWhereTheyAreKnown) {
+TEST(LocalTimeTest, KnownRulesOfTheYear_AreUsed) {
     const TIME_ZONE_INFORMATION zone = CentralEurope();
     const LocalTime localTime(&zone, ByOwnYear);
     const FILETIME before = Utc(2019, 12, 1, 12, 0, 0);

@@ -53,7 +53,7 @@ TEST(SystemCodePage, PagesOfMoreThanOneByte_AreConverted) {
     EXPECT_EQ(CodePage(CP_UTF8).Decode("\xD9\x86\xC4\x80"), L"\u0646\u0100");
 }
 
-TEST(SystemCodePage, OfTheSystemLanguage_IsTheOneBeforeUtf8) {
+TEST(SystemCodePage, SystemLanguage_HasTheCodePageBeforeUtf8) {
     if (GetACP() == CP_UTF8) GTEST_SKIP() << "this system is switched";
     EXPECT_EQ(CodePage::OfSystemLanguage(), GetACP());
 }

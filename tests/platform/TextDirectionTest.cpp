@@ -64,7 +64,7 @@ TEST(MarkName, FirstLetter_DecidesTheOrder) {
     EXPECT_EQ(MarkName(L"عقد"), L"عقد");
 }
 
-TEST(MarkLines, NameBehindAColon_ThatReadsFromLeft_IsMarked) {
+TEST(MarkLines, NameAfterAColon_ReadsFromLeft_IsMarked) {
     EXPECT_EQ(MarkLines(L"من الملف:\r\nReport عقد.docx"),
               L"من الملف:\r\n\u202AReport عقد.docx\u202C");
     EXPECT_EQ(MarkLines(L"من الملف:\r\nعقد Report.docx"), L"من الملف:\r\nعقد Report.docx");

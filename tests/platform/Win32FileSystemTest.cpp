@@ -197,7 +197,7 @@ TEST_F(Win32FileSystemTest, TempFolder_HasNoFinalSeparator) {
     EXPECT_FALSE(folder.ends_with(L'\\'));
 }
 
-TEST_F(Win32FileSystemTest, Identify_FolderMadeAnew_IsAnother) {
+TEST_F(Win32FileSystemTest, Identify_FolderMadeAgain_IsAnother) {
     const std::wstring folder = tree_.Folder(L"Vault");
     const FolderIdentity first = files_.Identify(folder);
     EXPECT_TRUE(first.IsSameAs(files_.Identify(folder + L"\\")));

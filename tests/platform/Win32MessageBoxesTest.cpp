@@ -166,7 +166,7 @@ TEST_F(Boxes, SilentRun_ShowsThreeBoxesAtMostAndEchoesAll) {
     EXPECT_EQ(echoed, (std::vector<std::wstring>{L"0", L"1", L"2", L"3", L"4"}));
 }
 
-TEST_F(Boxes, SessionEnds_ShowsNothingAndTakesTheSafeAnswer) {
+TEST_F(Boxes, SessionEnds_ShowsNothingAndReturnsTheSafeAnswer) {
     state.sessionEnds = true;
     answer = IDYES;
     EXPECT_EQ(boxes.Show({.text = L"?", .buttons = BoxButtons::YesNo}), BoxAnswer::No);

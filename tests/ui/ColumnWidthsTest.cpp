@@ -15,7 +15,7 @@ constexpr ColumnNeed kPath{.ideal = 400, .least = 80, .shrinks = Shrinks::First}
 constexpr ColumnNeed kDate{.ideal = 130};
 constexpr ColumnNeed kLocation{.ideal = 240, .least = 80, .shrinks = Shrinks::First};
 
-TEST(FittedWidthsTest, EnoughRoom_EachGetsWhatItLikes) {
+TEST(FittedWidthsTest, EnoughRoom_EachHasItsPreferredWidth) {
     EXPECT_THAT(FittedWidths({kName, kPath, kDate, kLocation}, 1000),
                 ElementsAre(200, 400, 130, 240));
 }
@@ -28,7 +28,7 @@ TEST(FittedWidthsTest, LittleRoom_PathsShrinkInProportion) {
     EXPECT_EQ(widths[1], 240) << "it can spare twice as much";
 }
 
-TEST(FittedWidthsTest, EveryRoomDownToTheLeast_IsFilledExactly) {
+TEST(FittedWidthsTest, EveryWidthDownToTheLeast_IsFilledExactly) {
     for (int room = 410; room <= 970; ++room) {
         const std::vector<int> widths = FittedWidths({kName, kPath, kDate, kLocation}, room);
         EXPECT_EQ(std::accumulate(widths.begin(), widths.end(), 0), room);

@@ -75,7 +75,7 @@ TEST_P(DropDownBox, Enter_OpenList_ChoosesOnce) {
     EXPECT_EQ(Choices(), 1);
 }
 
-TEST_P(DropDownBox, Escape_OpenList_TakesTheMarkBack) {
+TEST_P(DropDownBox, Escape_OpenList_RestoresTheSelection) {
     Press(VK_DOWN);
     Press(VK_DOWN);
     Press(VK_DOWN);
@@ -85,7 +85,7 @@ TEST_P(DropDownBox, Escape_OpenList_TakesTheMarkBack) {
     EXPECT_EQ(Choices(), 0);
 }
 
-TEST_P(DropDownBox, FocusLeavesOpenList_TakesTheMarkBack) {
+TEST_P(DropDownBox, FocusLeavesOpenList_RestoresTheSelection) {
     Press(VK_DOWN);
     Press(VK_DOWN);
     SetFocus(main.Control(L"lsvBackupList"));
@@ -95,7 +95,7 @@ TEST_P(DropDownBox, FocusLeavesOpenList_TakesTheMarkBack) {
     EXPECT_EQ(Choices(), 0);
 }
 
-TEST_P(DropDownBox, CommandBegins_OpenList_TakesTheMarkBack) {
+TEST_P(DropDownBox, CommandBegins_OpenList_RestoresTheSelection) {
     Press(VK_DOWN);
     Press(VK_DOWN);
     main.form.EnableForm(false);

@@ -132,7 +132,7 @@ TEST_P(ListLooks, SortedOrRemovedRows_WarningsStayWithTheirRows) {
 }
 
 // The control invalidates less than is drawn here.
-TEST_P(ListLooks, SelectionMoves_WholeRowIsPaintedAnew) {
+TEST_P(ListLooks, SelectionMoves_WholeRowIsRepainted) {
     const int row = Add(longPath);
     list.Select(row);
     main.form.Show(ShowHow::KeepFocus);
@@ -154,7 +154,7 @@ TEST_P(ListLooks, SelectionMoves_WholeRowIsPaintedAnew) {
 }
 
 // The control would move what it has painted to the new places, with paths of the old width.
-TEST_P(ListLooks, WidthsChange_WholeListIsPaintedAnew) {
+TEST_P(ListLooks, WidthsChange_WholeListIsRepainted) {
     Add(longPath);
     list.Columns().Fit();
     main.form.Show(ShowHow::KeepFocus);
@@ -196,7 +196,7 @@ TEST(RowColours, HintOfAnEmptyList_IsReadable) {
     EXPECT_LT(ContrastOf(HintColour(), window),
               ContrastOf(ColoursOfRow(false, false).text, window));
 }
-TEST(RowColours, Contrast_OfBlackAndWhite_Is21) {
+TEST(RowColours, Contrast_BlackAndWhite_Is21) {
     EXPECT_NEAR(ContrastOf(RGB(0, 0, 0), RGB(255, 255, 255)), 21.0, 0.01);
     EXPECT_NEAR(ContrastOf(RGB(9, 9, 9), RGB(9, 9, 9)), 1.0, 0.01);
 }

@@ -113,7 +113,7 @@ TEST_P(RealKeys, Escape_LeavesTheMenus) {
     EXPECT_EQ(Clicked(), L"mnuBackup -1");
 }
 
-TEST_P(RealKeys, Tab_GoesRoundAndLeavesEveryControl) {
+TEST_P(RealKeys, Tab_VisitsEveryControlInACycle) {
     if (GetForegroundWindow() != main.Handle()) GTEST_SKIP() << "another program is in front";
     const std::array order{L"lsvBackupList",  L"lsvRestore1", L"lsvRestore2",  L"Toolbar1",
                            L"cmbDestination", L"vsBackages",  L"lsvBackupList"};

@@ -39,7 +39,7 @@ class SubclassTest : public testing::Test {
     Seen seen;
 };
 
-TEST_F(SubclassTest, ProcedureComesBeforeThatOfTheControl) {
+TEST_F(SubclassTest, Procedure_IsCalledBeforeThatOfTheControl) {
     EXPECT_EQ(Ask(), 0);
     Subclass(window, Answer, &seen);
     EXPECT_EQ(Ask(), 40);

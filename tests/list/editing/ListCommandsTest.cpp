@@ -170,7 +170,7 @@ TEST_F(ListCommands, ChooseDestination_DriveNotReady_KeepsTheFormerOne) {
     EXPECT_EQ(Status(), L"Drive Q: is not ready. The copies still go to " + vault + L".");
 }
 
-TEST_F(ListCommands, ChooseDestination_DriveNotReady_NamesPathsInTheirOrderInArabic) {
+TEST_F(ListCommands, ChooseDestination_DriveNotReady_NamesPathsInOrderInArabic) {
     const std::wstring vault = tree.Folder(L"العمل\\نسخ");
     state.BackupTo = vault;
     state.language = Language::Arabic;
@@ -218,7 +218,7 @@ TEST_F(ListCommands, CopyTo_AsksForTheFolder) {
     EXPECT_EQ(Saved(), Expected({}));
 }
 
-TEST_F(ListCommands, OpenedWithUnsavedChanges_TheFormerListIsSaved) {
+TEST_F(ListCommands, OpenedWithUnsavedChanges_FormerListIsSaved) {
     ListFile("");
     list.GetList();
     state.copiesCount = 8;
@@ -229,7 +229,7 @@ TEST_F(ListCommands, OpenedWithUnsavedChanges_TheFormerListIsSaved) {
     EXPECT_FALSE(state.listModified);
 }
 
-TEST_F(ListCommands, OpenedAfterAFailedSave_TheOtherListStartsUnmodified) {
+TEST_F(ListCommands, OpenedAfterAFailedSave_OtherListIsUnmodified) {
     ListFile("");
     list.GetList();
     state.listModified = true;

@@ -11,7 +11,7 @@ std::int16_t Taken(std::wstring_view value) {
     return count;
 }
 
-TEST(CopiesCount, Number_IsTakenAsTheSystemReadsNumbers) {
+TEST(CopiesCount, Number_IsReadAsTheSystemReadsNumbers) {
     struct Row {
         const wchar_t* value;
         int count;
