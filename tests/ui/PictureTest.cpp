@@ -48,7 +48,7 @@ class PictureOf : public testing::TestWithParam<int> {};
 // 20 pixels are in the resources; 21 are stretched by the system.
 INSTANTIATE_TEST_SUITE_P(Sizes, PictureOf, testing::Values(kSide, kSide + 1));
 
-TEST_P(PictureOf, AnIcon_LooksLikeTheIcon) {
+TEST_P(PictureOf, Icon_HasThePixelsOfTheIcon) {
     const int side = GetParam();
     const auto picture = Drawn(side, [&](HDC dc) { Picture(IDI_Folder, side).Draw(dc, 0, 0); });
     const auto icon = Drawn(side, [&](HDC dc) {
