@@ -56,7 +56,7 @@ TEST_F(ListViewRowsTest, At_RowDoesNotExist_ReturnsARowWithoutCells) {
     EXPECT_TRUE(rows.At(-1).cells.empty());
 }
 
-TEST_F(ListViewRowsTest, ColumnOf_And_KeyOf_AreInverse) {
+TEST_F(ListViewRowsTest, ColumnOfAndKeyOf_AreInverse) {
     EXPECT_EQ(rows.ColumnOf(L"Size"), 2);
     EXPECT_EQ(rows.KeyOf(2), L"Size");
     EXPECT_EQ(rows.KeyOf(3), L"");
