@@ -1,0 +1,23 @@
+#include "restore/StoredCopyPath.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/support/TempTree.h"
+#include "tests/support/TestEnvironment.h"
+
+namespace vw::test {
+namespace {
+
+TEST(IsInStoredCopy, CopyFolderIsALink_CountsByItsRealPath) {
+    TempTree tree;
+    TestEnvironment world;
+    const std::wstring copy = tree.Folder(L"Real store\\Work«0001»");
+    if (!tree.Link(L"Vault", L"Real store")) GTEST_SKIP() << "no links here";
+    const std::wstring vault = tree.Path(L"Vault");
+    EXPECT_TRUE(IsInStoredCopy(world.disk, copy, L"Work", vault));
+    EXPECT_TRUE(IsInStoredCopy(world.disk, vault + L"\\Work«0001»", L"Work", vault));
+    EXPECT_FALSE(IsInStoredCopy(world.disk, tree.Path(L"Real store"), L"Work", vault));
+}
+
+}  // namespace
+}  // namespace vw::test
