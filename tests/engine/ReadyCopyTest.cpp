@@ -297,34 +297,6 @@ INSTANTIATE_TEST_SUITE_P(OfAProcess, LeftOver,
                                          Owner{"Own", true}),
                          [](const auto& info) { return std::string(info.param.name); });
 
-TEST(LeftOverOfADeadProcess, InUse_IsRemovedByALaterRun) {
-    EngineFixture world;
-    world.tree.File(L"other.txt", "x", Day(1));
-    world.List({L"other.txt"});
-    const std::wstring name = LeftOverName(world, WorkingState::New, L"a.txt", DeadProcess());
-    world.tree.File(L"Store\\" + name, "half");
-    {
-        const FileHandle held = HoldInPlace(world.Store(name));
-        world.ExpectRun(BackedUp(L"~\\other.txt"));
-        EXPECT_TRUE(Exists(world.Store(name)));
-    }
-    world.ExpectRun(NoChange(L"~\\other.txt"));
-    EXPECT_FALSE(Exists(world.Store(name)));
-}
-
-TEST(LeftOverOfADeadProcess, ReadOnlyFiles_AreRemoved) {
-    EngineFixture world;
-    world.List({});
-    world.tree.File(L"other.txt", "x", Day(1));
-    world.List({L"other.txt"});
-    const std::wstring name =
-        L"Store\\" + LeftOverName(world, WorkingState::Old, L"Work\\", DeadProcess());
-    world.tree.File(name + L"\\a.txt", "x");
-    world.tree.SetAttributes(name + L"\\a.txt", FILE_ATTRIBUTE_READONLY);
-    world.Run();
-    EXPECT_TRUE(LeftOvers(world).empty());
-}
-
 // A held copy keeps a new one out. While a newer one takes its turn the process dies at one point
 // after the other: half of a copy must not be taken for one that is ready.
 TEST(CopyThatIsGivenUp, KilledAtAnyChange_IsNeverFinishedFromItsRest) {
@@ -385,23 +357,6 @@ TEST(RunOfAnotherComputer, StoppedAtAnyChange_ItsEntriesAreKept) {
         EXPECT_FALSE(Exists(world.Store(L"a«0004».txt")));
     }
     EXPECT_GE(points, 7);
-}
-
-TEST(LeftOverOfADeadProcess, FormerDestinationOrSingleItem_IsRemoved) {
-    for (const bool isSingle : {false, true}) {
-        EngineFixture world;
-        world.tree.Folder(L"Second");
-        const std::wstring item = world.tree.File(L"a.txt", "a", Day(1));
-        world.ListText(L"~\\a.txt\r\nBackupTo: ~\\Second\r\n~\\a.txt\r\n");
-        world.tree.File(
-            L"Store\\" + LeftOverName(world, WorkingState::Old, L"b.txt", DeadProcess()), "b");
-        if (isSingle) {
-            world.With([&](CPackage& engine) { engine.BackupItem(item); });
-        } else {
-            world.Run();
-        }
-        EXPECT_EQ(LeftOvers(world), Lines()) << isSingle;
-    }
 }
 
 }  // namespace
