@@ -31,8 +31,8 @@ RowPictures::RowPictures(int dpi)
     : small(RowImages(Scaled(kSmallIcon, dpi), Scaled(kRowHeight, dpi))),
       pixels(Scaled(kSmallIcon, dpi)),
       dpi_(dpi) {
-    for (std::size_t i = 0; i < icons.size(); ++i) icons[i] = LoadPicture(kRowIcons[i], pixels);
-    mark = LoadPicture(IDI_WarningMark, pixels);
+    for (std::size_t i = 0; i < icons.size(); ++i) icons[i] = Picture(kRowIcons[i], pixels);
+    mark = Picture(IDI_WarningMark, pixels);
 }
 
 HIMAGELIST RowPictures::Large() {
@@ -61,9 +61,10 @@ void ListViewPainter::Answer(NMLVDISPINFOW& info) {
     info.item.pszText = asked_.data();
 }
 
-std::optional<LRESULT> ListViewPainter::OnCustomDraw(const NMLVCUSTOMDRAW& draw) const {
+std::optional<LRESULT> ListViewPainter::OnCustomDraw(const NMLVCUSTOMDRAW& draw) {
     switch (draw.nmcd.dwDrawStage) {
         case CDDS_PREPAINT:
+            isFocused_ = GetFocus() == control_.Handle();
             return CDRF_NOTIFYPOSTPAINT | CDRF_NOTIFYITEMDRAW;
         case CDDS_ITEMPREPAINT:
             if (!control_.IsDetails()) return CDRF_DODEFAULT;
@@ -84,8 +85,7 @@ void ListViewPainter::PaintRow(HDC dc, int row) const {
     const auto state =
         static_cast<UINT>(control_.Send(LVM_GETITEMSTATE, row, LVIS_SELECTED | LVIS_FOCUSED));
     const bool selected = (state & LVIS_SELECTED) != 0;
-    const bool focused = GetFocus() == window;
-    const RowColours colours = ColoursOfRow(selected, focused);
+    const RowColours colours = ColoursOfRow(selected, isFocused_);
 
     const SavedDc saved(dc);
     SelectFontOf(window, dc);
@@ -111,7 +111,7 @@ void ListViewPainter::PaintRow(HDC dc, int row) const {
                  .oneLine = true,
                  .shorten = true});
         }
-        if ((state & LVIS_FOCUSED) != 0 && focused) DrawFocusRect(buffer.Canvas(), &whole);
+        if ((state & LVIS_FOCUSED) != 0 && isFocused_) DrawFocusRect(buffer.Canvas(), &whole);
     }
 }
 
@@ -133,10 +133,8 @@ void ListViewPainter::PaintIcon(HDC dc, const RECT& area, const ListViewRows::Ro
     const int left = language_ == Language::Arabic ? static_cast<int>(area.right) - pixels
                                                    : static_cast<int>(area.left);
     const int top = static_cast<int>(area.top + area.bottom - pixels) / 2;
-    DrawIconEx(dc, left, top, pictures_->icons[static_cast<std::size_t>(row.icon)].Get(), pixels,
-               pixels, 0, nullptr, DI_NORMAL);
-    if (row.warning.empty()) return;
-    DrawIconEx(dc, left, top, pictures_->mark.Get(), pixels, pixels, 0, nullptr, DI_NORMAL);
+    pictures_->icons[static_cast<std::size_t>(row.icon)].Draw(dc, left, top);
+    if (!row.warning.empty()) pictures_->mark.Draw(dc, left, top);
 }
 
 void ListViewPainter::PaintEmptyText(HDC dc) const {

@@ -8,6 +8,7 @@
 #include "ui/Icons.h"
 #include "ui/ListViewControl.h"
 #include "ui/ListViewRows.h"
+#include "ui/Picture.h"
 
 namespace vw {
 
@@ -22,9 +23,9 @@ struct RowPictures {
     [[nodiscard]] HIMAGELIST Large();
 
     ImageList small;
-    std::array<IconHandle, 3> icons;  ///< the small ones, for rows that are drawn here
-    IconHandle mark;                  ///< small, for rows with a warning
-    int pixels;                       ///< of a small icon
+    std::array<Picture, 3> icons;  ///< the small ones, for rows that are drawn here
+    Picture mark;                  ///< small, for rows with a warning
+    int pixels;                    ///< of a small icon
 
   private:
     ImageList large_;
@@ -46,7 +47,7 @@ class ListViewPainter {
 
     /// Fills in what the control asks about a row.
     void Answer(NMLVDISPINFOW& info);
-    [[nodiscard]] std::optional<LRESULT> OnCustomDraw(const NMLVCUSTOMDRAW& draw) const;
+    [[nodiscard]] std::optional<LRESULT> OnCustomDraw(const NMLVCUSTOMDRAW& draw);
 
     /// Excludes the rows from what is erased, where they would flicker.
     void KeepRows(HDC dc) const;
@@ -61,7 +62,8 @@ class ListViewPainter {
     const ControlData& data_;
     Language language_;
     RowPictures* pictures_ = nullptr;
-    std::wstring asked_;  ///< the text that the control asked for last
+    std::wstring asked_;      ///< the text that the control asked for last
+    bool isFocused_ = false;  ///< the list has the keyboard, as the painting began
 };
 
 }  // namespace vw
