@@ -64,7 +64,7 @@ class Work final : public ProgressReporter {
     EngineProvider engine_;
     WindowSet* windows_ = nullptr;
     RunRecord run_;
-    Date runBegan_ = 0;
+    Date runBegan_ = kNoDate;
     std::optional<BoxLimit> boxLimit_;  ///< of the work that goes on
     bool isRunning_ = false;
     bool isNoting_ = false;

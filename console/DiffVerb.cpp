@@ -21,7 +21,7 @@ using MFileDosShell::CFileName;
 /// What must stay the same while a copy is compared. A rotation gives its name to another copy.
 struct Identity {
     FileInfo facts;
-    Date date = 0;
+    Date date = kNoDate;
 
     friend bool operator==(const Identity& one, const Identity& other) {
         return one.date == other.date && one.facts.size == other.facts.size &&

@@ -123,7 +123,7 @@ class Restorer {
     CPackage& engine_;
     std::wstring folder_;
     bool overwrite_;
-    Date date_ = 0;
+    Date date_ = kNoDate;
 };
 
 // The newest of the rotating copies of an item up to a date. Which series is the item's is said by
@@ -131,7 +131,7 @@ class Restorer {
 std::wstring CopyAsOf(Console& console, CPackage& engine, const ConsoleItem& item, Date asOf) {
     const DestinationView view(console, item.destination);
     std::wstring found;
-    Date newest = 0;
+    Date newest = kNoDate;
     for (const ShownCopy& copy : CopiesIn(console, view)) {
         if (!EqualNoCase(copy.item, CFileName(item.path)) || copy.number > kLastRotating) continue;
         const auto comment =

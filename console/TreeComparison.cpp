@@ -1,7 +1,6 @@
 #include "console/TreeComparison.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <unordered_map>
 #include <utility>
 
@@ -13,7 +12,7 @@ namespace vw {
 namespace {
 
 // Drives as small devices have them keep dates to two seconds only.
-constexpr Date kCoarsestDate = 2;
+constexpr std::chrono::seconds kCoarsestDate{2};
 
 struct Pending {
     std::wstring below;
@@ -111,7 +110,7 @@ void CompareTrees(FileSystem& files, std::wstring_view first, std::wstring_view 
     }
 }
 
-bool HasSameDate(Date first, Date second) { return std::abs(first - second) <= kCoarsestDate; }
+bool HasSameDate(Date first, Date second) { return abs(first - second) <= kCoarsestDate; }
 
 bool HasSameDate(const FileInfo& first, const FileInfo& second) {
     return HasSameDate(first.lastWrite, second.lastWrite);

@@ -1,4 +1,3 @@
-#include <cstdlib>
 #include <set>
 #include <string>
 #include <unordered_map>
@@ -35,11 +34,11 @@ struct CopyCompletion::Plan {
 namespace {
 
 // Disks of the older formats keep times in steps of two seconds.
-constexpr Date kTimeStep = 2;
+constexpr std::chrono::seconds kTimeStep{2};
 
 bool HasContentOf(const FileInfo& copy, const ListedFile& source) {
     return !copy.isFolder && copy.size == source.size &&
-           std::abs(copy.lastWrite - source.lastWrite) <= kTimeStep;
+           abs(copy.lastWrite - source.lastWrite) <= kTimeStep;
 }
 
 }  // namespace

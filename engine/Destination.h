@@ -19,9 +19,9 @@ class Patience;
 /// A whole copy that is not in its place: its run was killed, or the place is refused.
 struct ReadyCopy {
     std::wstring path;
-    Date date = 0;           ///< newest date of the item, for the comment
+    Date date = kNoDate;     ///< newest date of the item, for the comment
     std::uint64_t copy = 0;  ///< NameKey of the copy-1 path that it was made for
-    Date made = 0;           ///< when it was complete on the disk; 0 when that is not known
+    Date made = kNoDate;     ///< when it was complete on the disk
     Completeness completeness = Completeness::Whole;
 };
 
@@ -67,7 +67,7 @@ class Destination {
 
     /// Path of a working entry of this process for an item and a copy of it.
     [[nodiscard]] std::wstring WorkingPath(WorkingState state, std::wstring_view itemPath,
-                                           std::wstring_view copyPath, Date date = 0) const;
+                                           std::wstring_view copyPath, Date date = kNoDate) const;
 
     /// Path of the ready copy of an item: `date` and `completeness` are for its comment, `made` is
     /// the time of that comment.

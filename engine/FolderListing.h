@@ -14,7 +14,7 @@ namespace vw {
 struct ListedFile {
     std::wstring name;
     std::uint64_t size = 0;
-    Date lastWrite = 0;
+    Date lastWrite = kNoDate;
     bool copied = false;
 };
 

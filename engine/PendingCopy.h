@@ -14,7 +14,7 @@ struct PendingCopy {
     std::int16_t location = 0;
     std::wstring finalPath;  ///< where the copy belongs
     bool inSeries = true;    ///< copy 1 of its series: the others are shifted up for it
-    Date newestDate = 0;
+    Date newestDate = kNoDate;
     std::uint64_t fileSize = 0;  ///< of a file item
     Completeness completeness = Completeness::Whole;
     bool replacesCutShort = false;  ///< copy 1 of this item was cut short by a cancel

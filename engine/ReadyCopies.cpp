@@ -13,7 +13,7 @@ namespace vw {
 namespace {
 
 // Disks of the older formats keep times in steps of two seconds.
-constexpr Date kTimeStep = 2;
+constexpr std::chrono::seconds kTimeStep{2};
 
 }  // namespace
 
@@ -67,7 +67,7 @@ void CopySeries::PutReadyInPlace(const PendingCopy& copy) {
 // The dates of the contents state no order: an older state of an item may be backed up later. False
 // when the order is not known.
 bool CopySeries::IsMadeAfter(std::wstring_view copyPath, Date made) {
-    if (made == 0) return false;
+    if (made == kNoDate) return false;
     const auto comment = Stat(CommentStore::FileOf(copyPath));
     return comment && !comment->isFolder && comment->lastWrite > made + kTimeStep;
 }

@@ -36,7 +36,7 @@ class TargetState {
   private:
     struct Known {
         std::uint64_t size = 0;
-        Date lastWrite = 0;
+        Date lastWrite = kNoDate;
     };
 
     bool exists_ = false;

@@ -46,7 +46,7 @@ double FolderFreeSpace(System& system, std::wstring_view folder, double bytesNee
 struct SizeAndDate {
     bool isFolder = false;
     std::uint64_t size = 0;  ///< bytes; of a folder its whole tree
-    Date date = 0;           ///< that of PathDate
+    Date date = kNoDate;     ///< that of PathDate
     /// False when the disk could not be asked: the item may or may not exist.
     bool isKnown = true;
 };

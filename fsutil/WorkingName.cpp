@@ -91,7 +91,7 @@ void AppendDigits(std::wstring& text, std::int64_t number, std::size_t width) {
 
 std::wstring DateDigits(Date date) {
     std::wstring digits;
-    if (date == 0) {
+    if (date == kNoDate) {
         digits.assign(kDateDigits, L'0');
         return digits;
     }
@@ -138,8 +138,8 @@ class RightReader {
         const std::wstring_view digits = TakeField(kDateDigits);
         const bool isNumber = std::all_of(digits.begin(), digits.end(), IsDigit);
         isGood_ = isGood_ && isNumber;
-        if (!isGood_ || digits == DateDigits(0)) {
-            return 0;
+        if (!isGood_ || digits == DateDigits(kNoDate)) {
+            return kNoDate;
         }
         const auto number = [digits](std::size_t from, std::size_t count) {
             int value = 0;
@@ -154,7 +154,7 @@ class RightReader {
         // error there.
         isGood_ = parts.year >= 100 && parts.month >= 1 && parts.month <= 12 && parts.day >= 1 &&
                   parts.day <= 31 && parts.hour <= 23 && parts.minute <= 59 && parts.second <= 59;
-        const Date date = isGood_ ? MakeDate(parts) : 0;
+        const Date date = isGood_ ? MakeDate(parts) : kNoDate;
         isGood_ = isGood_ && DateDigits(date) == digits;
         return date;
     }
@@ -175,7 +175,7 @@ std::optional<WorkingName> ParseForm(std::wstring_view name, bool hasMade) {
     parsed.date = reader.TakeDate();
     parsed.copy = reader.TakeHex(16);
     parsed.item = reader.TakeHex(16);
-    if (!reader.IsGood() || hasMade != (parsed.made != 0)) {
+    if (!reader.IsGood() || hasMade != (parsed.made != kNoDate)) {
         return std::nullopt;
     }
     for (const StateWord& word : kStateWords) {
@@ -227,7 +227,7 @@ std::wstring FormatWorkingName(const WorkingName& name, std::wstring_view firstN
     appendHex(name.copy, 16);
     text += L'-';
     text += DateDigits(name.date);
-    if (name.made != 0) {
+    if (name.made != kNoDate) {
         text += L'-';
         text += DateDigits(name.made);
     }

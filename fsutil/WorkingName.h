@@ -36,11 +36,11 @@ struct WorkingName {
     WorkingState state = WorkingState::New;
     std::uint64_t item = 0;  ///< NameKey of the item's path
     std::uint64_t copy = 0;  ///< NameKey of the copy-1 path that the entry is meant for
-    Date date = 0;           ///< newest date of the item, for the comment (Ready only)
+    Date date = kNoDate;     ///< newest date of the item, for the comment (Ready only)
     ProcessTag owner;        ///< only the left-overs of processes that are gone may be touched
-    /// When the copy was complete on the disk, in the disk's own time (Ready only); 0 in names that
-    /// earlier versions wrote. Earlier versions leave names with this field alone.
-    Date made = 0;
+    /// When the copy was complete on the disk, in the disk's own time (Ready only); kNoDate in
+    /// names that earlier versions wrote. Earlier versions leave names with this field alone.
+    Date made = kNoDate;
     Completeness completeness = Completeness::Whole;  ///< of a Ready copy that has `made`
 
     friend bool operator==(const WorkingName&, const WorkingName&) = default;

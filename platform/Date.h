@@ -1,13 +1,12 @@
 #pragma once
 
-#include <cstdint>
+#include <chrono>
 
 namespace vw {
 
-/// A point in local time in whole seconds, counted from 1 January 1601 00:00:00 (Gregorian, also
-/// before its introduction). Whole seconds are what a comment file keeps, so dates compare equal
-/// exactly when their texts do.
-using Date = std::int64_t;
+/// A point in local time in whole seconds, in the Gregorian calendar, also before its introduction.
+/// Whole seconds are what a comment file keeps, so dates compare equal exactly when their texts do.
+using Date = std::chrono::local_seconds;
 
 /// Date and time of day in the calendar's own terms.
 struct DateParts {
@@ -29,14 +28,22 @@ struct DateParts {
 /// Year to second of a date.
 [[nodiscard]] DateParts PartsOf(Date date) noexcept;
 
+/// 1 January of a year, 00:00:00.
+[[nodiscard]] constexpr Date YearBegin(int year) noexcept {
+    return std::chrono::local_days{std::chrono::year{year} / std::chrono::January / 1};
+}
+
 /// 1 January 100 and the last second of the year 9999: the dates that comments can hold.
-inline constexpr Date kFirstDate = -47366985600;
-inline constexpr Date kLastDate = 265046774399;
+inline constexpr Date kFirstDate = YearBegin(100);
+inline constexpr Date kLastDate = YearBegin(10000) - std::chrono::seconds{1};
 
-/// 1 January 1000: the path or copy does not exist.
-inline constexpr Date kMissingDate = -18965750400;
+/// The path or copy does not exist.
+inline constexpr Date kMissingDate = YearBegin(1000);
 
-/// 1 January 1900: the folder holds no file, the start value of the search for the newest date.
-inline constexpr Date kEmptyFolderDate = 9435484800;
+/// The folder holds no file, the start value of the search for the newest date.
+inline constexpr Date kEmptyFolderDate = YearBegin(1900);
+
+/// No date is known; the first one that a file can have.
+inline constexpr Date kNoDate = YearBegin(1601);
 
 }  // namespace vw

@@ -24,10 +24,10 @@ struct FileInfo {
     bool isOnlyInCloud = false;  ///< a file whose bytes are downloaded when it is read
     bool isEncrypted = false;    ///< a file that only the account that encrypted it can read
     std::uint64_t size = 0;      ///< bytes; 0 for a folder
-    Date lastWrite = 0;          ///< local time, by the rules of that day's own year
+    Date lastWrite = kNoDate;    ///< local time, by the rules of that day's own year
     /// The same by the rules of the present year, by which older comments were written. Nearly
     /// always equal.
-    Date lastWriteByPresentRules = 0;
+    Date lastWriteByPresentRules = kNoDate;
 };
 
 /// One entry of a folder. The name lives only as long as the call that shows it.

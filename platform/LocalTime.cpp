@@ -7,32 +7,38 @@ namespace vw {
 
 namespace {
 
-constexpr std::int64_t kTicksPerSecond = 10'000'000;
-constexpr std::int64_t kQuarterOfAnHour = 900;
+using std::chrono::seconds;
+using std::chrono::sys_seconds;
 
-std::int64_t SecondsOf(const FILETIME& time) {
+constexpr std::uint64_t kTicksPerSecond = 10'000'000;
+constexpr sys_seconds kFileTimesBegin{kNoDate.time_since_epoch()};
+
+sys_seconds TimeOf(const FILETIME& time) {
     const auto ticks = (static_cast<std::uint64_t>(time.dwHighDateTime) << 32) | time.dwLowDateTime;
-    return static_cast<std::int64_t>(ticks / kTicksPerSecond);
+    return kFileTimesBegin + seconds{ticks / kTicksPerSecond};
 }
 
-FILETIME FileTimeOf(std::int64_t seconds) {
-    const auto ticks = static_cast<std::uint64_t>(seconds) * kTicksPerSecond;
+FILETIME FileTimeOf(sys_seconds time) {
+    const auto seconds = static_cast<std::uint64_t>((time - kFileTimesBegin).count());
+    const std::uint64_t ticks = seconds * kTicksPerSecond;
     return {static_cast<DWORD>(ticks), static_cast<DWORD>(ticks >> 32)};
 }
 
 // What a conversion of the system adds to a time; nothing when it cannot convert it.
 template <class Convert>
-std::optional<std::int64_t> OffsetBy(const SYSTEMTIME& utc, std::int64_t seconds, Convert convert) {
+std::optional<seconds> OffsetBy(const SYSTEMTIME& utc, sys_seconds time, Convert convert) {
     SYSTEMTIME localParts{};
     FILETIME local{};
     if (convert(&utc, &localParts) == 0 || SystemTimeToFileTime(&localParts, &local) == 0) {
         return std::nullopt;
     }
-    return SecondsOf(local) - seconds;
+    return TimeOf(local) - time;
 }
 
 // A damaged time stamp can lie beyond what a comment can hold.
-Date Limited(std::int64_t seconds) { return std::min(seconds, kLastDate); }
+Date Local(sys_seconds utc, seconds offset) {
+    return std::min(Date{utc.time_since_epoch() + offset}, kLastDate);
+}
 
 }  // namespace
 
@@ -49,31 +55,30 @@ LocalTime::LocalTime(const TIME_ZONE_INFORMATION* zone, YearwiseLocalTime yearwi
 }
 
 Date LocalTime::DateOf(const FILETIME& fileTime) const {
-    const std::int64_t seconds = SecondsOf(fileTime);
-    return Limited(seconds + OffsetsAt(seconds).ownYear);
+    const sys_seconds utc = TimeOf(fileTime);
+    return Local(utc, OffsetsAt(utc).ownYear);
 }
 
 Date LocalTime::DateByPresentRules(const FILETIME& fileTime) const {
-    const std::int64_t seconds = SecondsOf(fileTime);
-    return Limited(seconds + OffsetsAt(seconds).presentYear);
+    const sys_seconds utc = TimeOf(fileTime);
+    return Local(utc, OffsetsAt(utc).presentYear);
 }
 
-const LocalTime::Answer& LocalTime::OffsetsAt(std::int64_t utcSeconds) const {
-    const std::int64_t quarter = utcSeconds / kQuarterOfAnHour;
+const LocalTime::Answer& LocalTime::OffsetsAt(sys_seconds time) const {
+    const auto quarter = std::chrono::floor<Quarters>(time);
     if (quarter == answer_.quarter) return answer_;
-    const std::int64_t start = quarter * kQuarterOfAnHour;
-    const FILETIME utc = FileTimeOf(start);
+    const FILETIME utc = FileTimeOf(quarter);
     SYSTEMTIME parts{};
     answer_ = {.quarter = quarter};
     // A time stamp beyond the calendar stays as it is.
     if (FileTimeToSystemTime(&utc, &parts) == 0) return answer_;
     answer_.presentYear =
-        OffsetBy(parts, start, [this](const SYSTEMTIME* from, SYSTEMTIME* to) {
+        OffsetBy(parts, quarter, [this](const SYSTEMTIME* from, SYSTEMTIME* to) {
             return SystemTimeToTzSpecificLocalTime(hasZone_ ? &zone_ : nullptr, from, to);
-        }).value_or(0);
+        }).value_or(seconds{0});
     answer_.ownYear = answer_.presentYear;
     if (yearwise_ != nullptr) {
-        answer_.ownYear = OffsetBy(parts, start, [this](const SYSTEMTIME* from, SYSTEMTIME* to) {
+        answer_.ownYear = OffsetBy(parts, quarter, [this](const SYSTEMTIME* from, SYSTEMTIME* to) {
                               return yearwise_(nullptr, from, to);
                           }).value_or(answer_.presentYear);
     }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <cstdint>
+#include <chrono>
 
 #include "platform/Date.h"
 #include "platform/WindowsHeader.h"
@@ -40,13 +40,14 @@ class LocalTime {
   private:
     // Asking the system takes far longer than the rest of looking at a file. Offsets change only
     // at full quarters of an hour, so neighbours in a folder share one answer.
+    using Quarters = std::chrono::duration<std::int64_t, std::ratio<900>>;
     struct Answer {
-        std::int64_t quarter = INT64_MIN;
-        std::int64_t ownYear = 0;
-        std::int64_t presentYear = 0;
+        std::chrono::sys_time<Quarters> quarter = std::chrono::sys_time<Quarters>::min();
+        std::chrono::seconds ownYear{0};
+        std::chrono::seconds presentYear{0};
     };
 
-    [[nodiscard]] const Answer& OffsetsAt(std::int64_t utcSeconds) const;
+    [[nodiscard]] const Answer& OffsetsAt(std::chrono::sys_seconds time) const;
 
     bool hasZone_ = false;
     TIME_ZONE_INFORMATION zone_{};

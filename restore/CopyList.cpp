@@ -150,7 +150,7 @@ bool CopyList::ReadComment(ListedCopy& copy) {
         copy.place = comment->place;
         copy.isIncomplete = comment->isIncomplete;
         hasDate = comment->date.has_value();
-        copy.date = comment->date.value_or(0);
+        copy.date = comment->date.value_or(kNoDate);
     });
     return hasDate;
 }
@@ -167,7 +167,7 @@ void CopyList::AddCopy(ListedCopy copy) {
     copies.SetSubItem(row, L"Size",
                       copy.size < 0 ? L"" : CSize(static_cast<std::uint64_t>(copy.size)),
                       copy.size);
-    copies.SetSubItem(row, L"Date", DateText(copy.date), copy.date);
+    copies.SetSubItem(row, L"Date", DateText(copy.date), copy.date.time_since_epoch().count());
     copies.SetSubItem(row, L"BackupName", copy.path);
     copies_.at(copies.Rows().At(row).tag) = std::move(copy);
 }

@@ -31,7 +31,7 @@ struct ListedCopy {
     std::wstring path;
     bool isFolder = false;
     std::int64_t size = 0;  ///< bytes; -1 when it is gone
-    Date date = 0;
+    Date date = kNoDate;
     std::wstring place;  ///< folder that its own comment named; empty without one
     bool isIncomplete = false;
 };

@@ -1,6 +1,5 @@
 #include "restore/SameContent.h"
 
-#include <cstdlib>
 #include <map>
 #include <string>
 #include <vector>
@@ -12,11 +11,10 @@ namespace vw {
 namespace {
 
 // Drives of small devices keep dates to two seconds only.
-constexpr Date kCoarsestDate = 2;
+constexpr std::chrono::seconds kCoarsestDate{2};
 
 bool SameFile(const FileInfo& first, const FileInfo& second) {
-    return first.size == second.size &&
-           std::abs(first.lastWrite - second.lastWrite) <= kCoarsestDate;
+    return first.size == second.size && abs(first.lastWrite - second.lastWrite) <= kCoarsestDate;
 }
 
 using Entries = std::map<std::wstring, FileInfo>;

@@ -77,7 +77,7 @@ void ListRows::ShowStats(int row, std::uint64_t bytes, Date newest) {
     item.bytes = bytes;
     item.newest = newest;
     List().SetSubItem(row, L"Size", CSize(bytes), static_cast<ListViewRows::Value>(bytes));
-    List().SetSubItem(row, L"Date", DateText(newest), newest);
+    List().SetSubItem(row, L"Date", DateText(newest), newest.time_since_epoch().count());
 }
 
 // A silent run shows no rows, so it does not walk folders for them.

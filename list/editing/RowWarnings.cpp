@@ -18,7 +18,7 @@ namespace vw {
 namespace {
 
 // Clocks of servers differ a little.
-constexpr Date kToleratedSeconds = Date{5} * 60;
+constexpr std::chrono::minutes kTolerated{5};
 
 // The "\*" of a rule is no part of the folder whose files it means.
 std::wstring_view ItemPath(std::wstring_view line) {
@@ -93,7 +93,7 @@ std::vector<RowWarning> WarningsOf(const std::vector<RowFacts>& rows, std::wstri
     return warnings;
 }
 
-bool IsInFuture(Date newest, Date now) noexcept { return newest > now + kToleratedSeconds; }
+bool IsInFuture(Date newest, Date now) noexcept { return newest > now + kTolerated; }
 
 std::vector<ItemWarning> WarningsOfList(std::wstring_view text, std::wstring_view destination,
                                         const std::function<bool(const std::wstring&)>& exists) {
@@ -101,7 +101,7 @@ std::vector<ItemWarning> WarningsOfList(std::wstring_view text, std::wstring_vie
     std::vector<RowFacts> rows;  // of one destination
     std::wstring place(destination);
     const auto endDestination = [&] {
-        const std::vector<RowWarning> warnings = WarningsOf(rows, place, 0);
+        const std::vector<RowWarning> warnings = WarningsOf(rows, place, kNoDate);
         for (std::size_t row = 0; row < rows.size(); ++row) {
             if (warnings[row] != RowWarning::None) found.push_back({rows[row].path, warnings[row]});
         }

@@ -30,7 +30,7 @@ class BackupModel {
     };
 
     struct Comment {
-        Date date = 0;
+        Date date = kNoDate;
         std::wstring location;
     };
 

@@ -25,7 +25,7 @@ std::string ExpectedComment(std::string_view encodedFolder) {
 // What the engine answers for a copy "a«0001».txt" with a comment of these bytes.
 Date DateByComment(EngineFixture& world, std::string_view bytes) {
     world.tree.File(L"Store\\a«0001».txt.vwc", bytes);
-    Date date = 0;
+    Date date = kNoDate;
     world.With([&](CPackage& engine) { date = engine.PackageDate(world.Store(L"a«0001».txt")); });
     return date;
 }

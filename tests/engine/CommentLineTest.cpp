@@ -9,6 +9,8 @@
 namespace vw {
 namespace {
 
+using namespace std::chrono_literals;
+
 const Date kSample = MakeDate({2005, 3, 5, 14, 7, 9});
 
 TEST(CommentLine, ContainsDateAndFolder) {
@@ -54,9 +56,9 @@ TEST(CommentLine, WritesDatesInFullWidth) {
         {kFirstDate, L"01/01/0100-00:00:00"},
         {kLastDate, L"31/12/9999-23:59:59"},
         // What another length would shift is held at the ends.
-        {kFirstDate - 1, L"01/01/0100-00:00:00"},
-        {kLastDate + 1, L"31/12/9999-23:59:59"},
-        {0x7FFFFFFFFFFFFFFF, L"31/12/9999-23:59:59"},
+        {kFirstDate - 1s, L"01/01/0100-00:00:00"},
+        {kLastDate + 1s, L"31/12/9999-23:59:59"},
+        {Date::max(), L"31/12/9999-23:59:59"},
     };
     for (const Row& row : rows) {
         EXPECT_EQ(CommentDateText(row.date, {}), row.text);
@@ -66,7 +68,7 @@ TEST(CommentLine, WritesDatesInFullWidth) {
 TEST(CommentLine, ReadsBackEveryDateThatItWrites) {
     const DateSeparators separators[] = {{}, {L'.', L'.'}, {L'-', L'h'}, {L'/', L'/'}};
     for (const DateSeparators& pair : separators) {
-        for (Date date = kFirstDate; date <= kLastDate; date += 86400 * 97 + 3661) {
+        for (Date date = kFirstDate; date <= kLastDate; date += 97 * 24h + 3661s) {
             ASSERT_EQ(ReadCommentDate(CommentDateText(date, pair)), date);
         }
     }

@@ -20,7 +20,7 @@ constexpr WorkingState kStates[]{WorkingState::New, WorkingState::Ready, Working
 
 /// The name of an entry that the earlier version left for an item of the world.
 std::wstring EarlierName(const EngineFixture& world, WorkingState state, std::wstring_view item,
-                         const ProcessTag& owner, Date date = 0) {
+                         const ProcessTag& owner, Date date = kNoDate) {
     const std::wstring path = world.Path(item);
     const WorkingName name{state, NameKey(path),
                            NameKey(CFilePackageName(path, 1, 0, world.Store())), date, owner};

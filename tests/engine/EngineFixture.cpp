@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/DateText.h"
 #include "platform/RuntimeError.h"
 #include "platform/SystemError.h"
 #include "platform/Utf8.h"
@@ -67,8 +68,7 @@ void RecordingHost::OnItem(ItemEvent event, std::wstring_view path, const ItemSi
 }
 
 void RecordingHost::OnItemStats(std::wstring_view path, std::uint64_t bytes, Date newest) {
-    totals.push_back(Short(path) + L" " + std::to_wstring(bytes) + L" bytes " +
-                     std::to_wstring(newest));
+    totals.push_back(Short(path) + L" " + std::to_wstring(bytes) + L" bytes " + DateText(newest));
 }
 
 void RecordingHost::OnFileCopied(std::uint64_t bytes) {
@@ -234,8 +234,8 @@ Lines Refused(const std::wstring& item) {
 }
 
 DateParts Day(int step) {
-    constexpr int kGoodMinute = 61;
-    return PartsOf(MakeDate({2010, 1, 1, 0, 0, 0}) + Date{step} * kGoodMinute);
+    constexpr std::chrono::seconds kGoodMinute{61};
+    return PartsOf(MakeDate({2010, 1, 1, 0, 0, 0}) + step * kGoodMinute);
 }
 
 FileHandle HoldOpen(const std::wstring& path) { return Open(path, 0); }

@@ -11,6 +11,8 @@
 namespace vw::test {
 namespace {
 
+using namespace std::chrono_literals;
+
 std::string CommentOf(const EngineFixture& world, const wchar_t* date, const std::wstring& folder) {
     return world.ansi.Encode(L"Backed Files Date Last Modified:" + std::wstring(date) +
                              L"+Original Location:" + folder) +
@@ -167,7 +169,7 @@ TEST(ReadyCopyOfAnOlderDate, MadeLaterThanCopyOne_IsFinished) {
     world.tree.File(L"a.txt", "day 9", Day(9));
     world.Run();
     const Date made = ReadDate(world.Store(L"a«0001».txt.vwc"));
-    world.tree.File(L"Store\\" + ReadyName(world, DeadProcess(), MakeDate(Day(3)), made + 60),
+    world.tree.File(L"Store\\" + ReadyName(world, DeadProcess(), MakeDate(Day(3)), made + 60s),
                     "day 3");
     world.tree.Remove(L"a.txt");
     world.Run();
@@ -176,25 +178,25 @@ TEST(ReadyCopyOfAnOlderDate, MadeLaterThanCopyOne_IsFinished) {
 
 TEST(ReadyCopy, CopyOneWasMadeLater_IsRemoved) {
     struct Row {
-        Date seconds;  ///< from the time of copy 1 to that of the ready copy
+        std::chrono::seconds ahead;  ///< from the time of copy 1 to that of the ready copy
         bool dropped;
     };
     for (const Row row :
-         {Row{-3600, true}, Row{-3, true}, Row{-2, false}, Row{0, false}, Row{3600, false}}) {
+         {Row{-1h, true}, Row{-3s, true}, Row{-2s, false}, Row{0s, false}, Row{1h, false}}) {
         EngineFixture world;
         world.List({L"a.txt"}, 3);
         world.tree.File(L"a.txt", "copy 1", Day(5));
         world.Run();
         const Date made = ReadDate(world.Store(L"a«0001».txt.vwc"));
         world.tree.File(
-            L"Store\\" + ReadyName(world, DeadProcess(), MakeDate(Day(7)), made + row.seconds),
+            L"Store\\" + ReadyName(world, DeadProcess(), MakeDate(Day(7)), made + row.ahead),
             "ready");
         const Lines lines = world.Run().lines;
         EXPECT_EQ(lines.front(),
                   row.dropped
                       ? L"Copy of an interrupted run removed, there is a later one: ~\\a.txt"
                       : L"Completed an interrupted copy: ~\\a.txt")
-            << row.seconds;
+            << row.ahead.count();
         EXPECT_EQ(LeftOvers(world), Lines());
     }
 }
@@ -262,7 +264,7 @@ TEST(RotationThatWasCutOff, EntriesOfAnEarlierVersion_IsCompleted) {
     // Copy 3 has left and copy 2 has become copy 3.
     const std::wstring path = world.Path(L"a.txt");
     const WorkingName left{WorkingState::Old, NameKey(path), NameKey(world.Store(L"a«0003».txt")),
-                           0, DeadProcess()};
+                           kNoDate, DeadProcess()};
     world.tree.File(L"Store\\" + FormatWorkingName(left, L"a"), "1");
     world.tree.Remove(L"Store\\a«0002».txt");
     world.tree.File(L"Store\\a«0003».txt", "2");
@@ -288,7 +290,7 @@ std::wstring CutOffRotation(EngineFixture& world) {
     world.Run();
     world.tree.File(L"Store\\a«0003».txt", "2");
     const WorkingName left{WorkingState::Old, NameKey(world.Path(L"a.txt")),
-                           NameKey(world.Store(L"a«0003».txt")), 0, DeadProcess()};
+                           NameKey(world.Store(L"a«0003».txt")), kNoDate, DeadProcess()};
     std::wstring entry = FormatWorkingName(left, L"a");
     world.tree.File(L"Store\\" + entry, "1");
     return entry;

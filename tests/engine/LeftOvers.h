@@ -33,7 +33,7 @@ class LivingProcess {
 /// first location.
 [[nodiscard]] std::wstring LeftOverName(const EngineFixture& world, WorkingState state,
                                         std::wstring_view item, const ProcessTag& owner,
-                                        Date date = 0);
+                                        Date date = kNoDate);
 
 /// Gives all working entries of this process in the destination to another one.
 void UpdateControls(const EngineFixture& world, const ProcessTag& owner);

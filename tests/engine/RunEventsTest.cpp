@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/DateText.h"
 #include "platform/ExitStatus.h"
 #include "platform/RuntimeError.h"
 #include "tests/engine/EngineFixture.h"
@@ -79,8 +80,8 @@ TEST_F(RunEvents, FileFolderAndRule_ReportSizeAndDateOfAllTheyHold) {
     world_.tree.File(L"Work\\Sub\\b.txt", "123", Day(2));
     world_.List({L"Work\\a.txt", L"Work\\", L"Work\\*", L"gone.txt"});
     world_.Run();
-    const std::wstring first = std::to_wstring(MakeDate(Day(1)));
-    const std::wstring second = std::to_wstring(MakeDate(Day(2)));
+    const std::wstring first = DateText(MakeDate(Day(1)));
+    const std::wstring second = DateText(MakeDate(Day(2)));
     EXPECT_EQ(world_.host.totals,
               (Lines{L"~\\Work\\a.txt 5 bytes " + first, L"~\\Work\\ 8 bytes " + second,
                      L"~\\Work 8 bytes " + second}));

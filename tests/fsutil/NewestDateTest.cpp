@@ -51,19 +51,19 @@ TEST(NewestFileDate, UnreadableSubFolder_IsLeftOut) {
 TEST(NewestDates, FilesHaveTwoDates_ReturnsTheNewestByEitherRule) {
     NewestDates dates;
     EXPECT_FALSE(dates.IsAfter(kMissingDate));
-    dates.Take({.lastWrite = 100, .lastWriteByPresentRules = 200});
-    dates.Take({.lastWrite = 150, .lastWriteByPresentRules = 180});
-    EXPECT_TRUE(dates.HasDate(150));
-    EXPECT_TRUE(dates.HasDate(200));
-    EXPECT_FALSE(dates.HasDate(180));
-    EXPECT_TRUE(dates.IsAfter(149));
-    EXPECT_FALSE(dates.IsAfter(150));
+    dates.Take({.lastWrite = YearBegin(2000), .lastWriteByPresentRules = YearBegin(2010)});
+    dates.Take({.lastWrite = YearBegin(2005), .lastWriteByPresentRules = YearBegin(2008)});
+    EXPECT_TRUE(dates.HasDate(YearBegin(2005)));
+    EXPECT_TRUE(dates.HasDate(YearBegin(2010)));
+    EXPECT_FALSE(dates.HasDate(YearBegin(2008)));
+    EXPECT_TRUE(dates.IsAfter(YearBegin(2005) - std::chrono::seconds{1}));
+    EXPECT_FALSE(dates.IsAfter(YearBegin(2005)));
 }
 
 TEST(NewestDates, NewerByOneRuleAlone_IsNotAfter) {
     NewestDates dates;
-    dates.Take({.lastWrite = 200, .lastWriteByPresentRules = 100});
-    EXPECT_FALSE(dates.IsAfter(150));
+    dates.Take({.lastWrite = YearBegin(2010), .lastWriteByPresentRules = YearBegin(2000)});
+    EXPECT_FALSE(dates.IsAfter(YearBegin(2005)));
 }
 
 }  // namespace

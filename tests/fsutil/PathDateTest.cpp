@@ -195,7 +195,7 @@ TEST(PathDate, WalksTreesOfThousandsOfLevels) {
     StoredDates stored;
     test::EndlessFolders disk(world.disk, 6000, MakeDate(kOld));
     System system = world.With(disk);
-    EXPECT_EQ(PathDate(system, stored, L"X:\\d"), MakeDate(kOld) + 6000);
+    EXPECT_EQ(PathDate(system, stored, L"X:\\d"), MakeDate(kOld) + std::chrono::seconds{6000});
 }
 
 TEST(PathDate, WalksPathsBeyond260Characters) {

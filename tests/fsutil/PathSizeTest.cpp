@@ -152,7 +152,7 @@ TEST(PathSize, FailingDisk_IsReported) {
 
 TEST(PathSize, WalksTreesOfThousandsOfLevels) {
     TestEnvironment world;
-    test::EndlessFolders disk(world.disk, 5000, 0);
+    test::EndlessFolders disk(world.disk, 5000, kNoDate);
     System system = world.With(disk);
     EXPECT_EQ(PathSize(system, L"X:\\d", true), 5000);
     EXPECT_EQ(disk.listings, 5000);

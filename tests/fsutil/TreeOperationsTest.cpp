@@ -55,7 +55,7 @@ class EmptyServer final : public test::ForwardingFileSystem {
 
 TEST(DeleteTree, DeletesTreesOfThousandsOfLevels) {
     TestEnvironment world;
-    test::EndlessFolders disk(world.disk, 5000, 0);
+    test::EndlessFolders disk(world.disk, 5000, kNoDate);
     DeleteTree(disk, L"X:\\d", {});
     EXPECT_EQ(disk.deepestListed, 5000);
     EXPECT_EQ(disk.erasedFiles, 5000);

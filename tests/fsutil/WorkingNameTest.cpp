@@ -10,12 +10,14 @@
 namespace vw {
 
 void PrintTo(const WorkingName& name, std::ostream* out) {
-    *out << static_cast<int>(name.state) << ' ' << name.item << ' ' << name.copy << ' ' << name.date
-         << ' ' << name.owner.computer << ' ' << name.owner.processId << ' '
-         << name.owner.processStart;
+    *out << static_cast<int>(name.state) << ' ' << name.item << ' ' << name.copy << ' '
+         << name.date.time_since_epoch().count() << ' ' << name.owner.computer << ' '
+         << name.owner.processId << ' ' << name.owner.processStart;
 }
 
 namespace {
+
+using namespace std::chrono_literals;
 
 WorkingName Sample() {
     WorkingName name;
@@ -79,8 +81,8 @@ TEST(WorkingName, FormatThenParse_ReturnsTheSameName) {
     for (WorkingName name : {WorkingName(), Sample(), most}) {
         for (const WorkingState state :
              {WorkingState::New, WorkingState::Ready, WorkingState::Old}) {
-            for (const Date date : {Date{0}, kFirstDate, kMissingDate, kEmptyFolderDate, Date{1},
-                                    Date{-1}, name.date, kLastDate}) {
+            for (const Date date : {kNoDate, kFirstDate, kMissingDate, kEmptyFolderDate,
+                                    kNoDate + 1s, kNoDate - 1s, Date{}, name.date, kLastDate}) {
                 name.state = state;
                 name.date = date;
                 for (const wchar_t* firstName :
@@ -94,9 +96,9 @@ TEST(WorkingName, FormatThenParse_ReturnsTheSameName) {
 
 TEST(WorkingName, ClampsDatesToThoseOfAComment) {
     WorkingName name;
-    name.date = kLastDate + 1;
+    name.date = kLastDate + 1s;
     EXPECT_EQ(ParseWorkingName(FormatWorkingName(name, L"a"))->date, kLastDate);
-    name.date = kFirstDate - 1;
+    name.date = kFirstDate - 1s;
     EXPECT_EQ(ParseWorkingName(FormatWorkingName(name, L"a"))->date, kFirstDate);
 }
 

@@ -28,9 +28,9 @@ void ReadAnyComment(const std::wstring& text, const vw::AnsiCodec& ansi) {
 }
 
 void WriteAndReadBack(vw::fuzz::Input& input, const vw::AnsiCodec& ansi) {
-    const auto seconds = static_cast<vw::Date>(
-        input.Number(5) % static_cast<std::uint64_t>(vw::kLastDate - vw::kFirstDate + 1));
-    const vw::Date date = vw::kFirstDate + seconds;
+    const std::chrono::seconds number{input.Number(5)};
+    const vw::Date date =
+        vw::kFirstDate + number % (vw::kLastDate - vw::kFirstDate + std::chrono::seconds{1});
     const vw::DateSeparators separators{
         vw::OneCharacterSeparator(input.Text(), L'/'),
         vw::OneCharacterSeparator(input.Text(), L':'),
@@ -64,7 +64,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
                 ansi);
             break;
         case 1:  // a comment whose date field is damaged
-            ReadAnyComment(vw::CommentLine(0, {}, {}).substr(0, 32) + input.RestAsText(), ansi);
+            ReadAnyComment(vw::CommentLine(vw::kNoDate, {}, {}).substr(0, 32) + input.RestAsText(),
+                           ansi);
             break;
         default:
             WriteAndReadBack(input, ansi);

@@ -43,9 +43,8 @@ void WorkingNames(vw::fuzz::Input& input, const std::wstring& text) {
     name.state = static_cast<vw::WorkingState>(input.Byte() % 3);
     name.item = input.Number(8);
     name.copy = input.Number(8);
-    name.date = static_cast<vw::Date>(input.Number(5)) - 50000000000;
-    name.date = name.date > vw::kLastDate ? 0 : name.date;
-    name.date = name.date < vw::kFirstDate ? 0 : name.date;
+    name.date = vw::kFirstDate + std::chrono::seconds{input.Number(5)};
+    name.date = name.date > vw::kLastDate ? vw::kNoDate : name.date;
     name.owner = {static_cast<std::uint32_t>(input.Number(4)),
                   static_cast<std::uint32_t>(input.Number(4)), input.Number(8)};
     const std::wstring entry = vw::FormatWorkingName(name, text);

@@ -15,18 +15,21 @@ void PrintTo(const DateParts& parts, std::ostream* out) {
 
 namespace {
 
-TEST(Date, CountsSecondsFrom1601) {
-    EXPECT_EQ(MakeDate({1601, 1, 1, 0, 0, 0}), 0);
-    EXPECT_EQ(MakeDate({1601, 1, 1, 0, 0, 1}), 1);
-    EXPECT_EQ(MakeDate({1601, 1, 2, 0, 0, 0}), 86400);
-    EXPECT_EQ(MakeDate({1600, 12, 31, 23, 59, 59}), -1);
-    EXPECT_EQ(MakeDate({1970, 1, 1, 0, 0, 0}), 11644473600);
-    EXPECT_EQ(MakeDate({2005, 3, 5, 14, 7, 9}) - MakeDate({1970, 1, 1}), 1110031629);
+using namespace std::chrono_literals;
+
+TEST(Date, CountsSeconds) {
+    EXPECT_EQ(MakeDate({1970, 1, 1, 0, 0, 0}), Date(0s));
+    EXPECT_EQ(MakeDate({1970, 1, 1, 0, 0, 1}), Date(1s));
+    EXPECT_EQ(MakeDate({1970, 1, 2, 0, 0, 0}), Date(86400s));
+    EXPECT_EQ(MakeDate({1969, 12, 31, 23, 59, 59}), Date(-1s));
+    EXPECT_EQ(MakeDate({1601, 1, 1}), Date(-11644473600s));
+    EXPECT_EQ(MakeDate({2005, 3, 5, 14, 7, 9}), Date(1110031629s));
 }
 
-TEST(Date, DatesOfMissingAndEmpty_AreGiven) {
+TEST(Date, DatesWithAMeaning_AreGiven) {
     EXPECT_EQ(MakeDate({1000, 1, 1}), kMissingDate);
     EXPECT_EQ(MakeDate({1900, 1, 1}), kEmptyFolderDate);
+    EXPECT_EQ(MakeDate({1601, 1, 1}), kNoDate);
 }
 
 TEST(Date, EndsOfTheCalendar_AreDates) {
@@ -91,8 +94,8 @@ TEST(Date, RefusesPartsBeyondTheCalendar) {
     };
     for (const DateParts& parts : rows) {
         try {
-            const Date date = MakeDate(parts);
-            ADD_FAILURE() << testing::PrintToString(parts) << " gave " << date;
+            (void)MakeDate(parts);
+            ADD_FAILURE() << testing::PrintToString(parts) << " gave a date";
         } catch (const RuntimeError& error) {
             EXPECT_EQ(error.Number(), error_number::kInvalidCall);
         }
@@ -109,17 +112,12 @@ TEST(Date, EveryDayOfTheCalendar_RoundTrips) {
             for (int day = 1; day <= length; ++day) {
                 ASSERT_EQ(MakeDate({year, month, day}), date);
                 ASSERT_EQ(PartsOf(date), (DateParts{year, month, day}));
-                ASSERT_EQ(PartsOf(date + 86399), (DateParts{year, month, day, 23, 59, 59}));
-                date += 86400;
+                ASSERT_EQ(PartsOf(date + 86399s), (DateParts{year, month, day, 23, 59, 59}));
+                date += 24h;
             }
         }
     }
-    EXPECT_EQ(date, kLastDate + 1);
-}
-
-TEST(Date, PartsOf_AcceptsAnyNumber) {
-    EXPECT_EQ(PartsOf(std::numeric_limits<Date>::max()).second, 7);
-    EXPECT_EQ(PartsOf(std::numeric_limits<Date>::min()).second, 52);
+    EXPECT_EQ(date, kLastDate + 1s);
 }
 
 }  // namespace

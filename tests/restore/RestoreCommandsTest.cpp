@@ -334,7 +334,9 @@ class CoarseDates final : public ForwardingFileSystem {
 
     std::optional<FileInfo> Stat(std::wstring_view path) override {
         auto facts = Inner().Stat(path);
-        if (facts && path.starts_with(drive_)) facts->lastWrite += facts->lastWrite % 2;
+        if (facts && path.starts_with(drive_)) {
+            facts->lastWrite += facts->lastWrite.time_since_epoch() % std::chrono::seconds{2};
+        }
         return facts;
     }
 

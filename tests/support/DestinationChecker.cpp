@@ -207,7 +207,7 @@ bool DestinationChecker::CheckCopy(const Copy& copy, std::map<std::wstring, std:
         if (hasComment && !EqualNoCase(item->folder, comment.folder)) continue;
         const bool matches = std::ranges::any_of(item->states, [&](const State& state) {
             const bool isOfDate =
-                !hasComment || state.newest == 0 || DigitsOf(state.newest) == comment.date;
+                !hasComment || state.newest == kNoDate || DigitsOf(state.newest) == comment.date;
             return isOfDate && Agrees(content, state.content, mayLack);
         });
         if (matches) holders.insert(UpperCase(item->path));

@@ -41,7 +41,7 @@ class DestinationChecker {
   private:
     struct State {
         Tree content;
-        Date newest = 0;
+        Date newest = kNoDate;
     };
     struct Item {
         std::wstring path;    ///< without the "\*" of a rule

@@ -52,7 +52,7 @@ void AppendDigits(std::wstring& text, std::int64_t number, std::size_t width) {
 
 std::wstring DateDigits(Date date) {
     std::wstring digits;
-    if (date == 0) {
+    if (date == kNoDate) {
         digits.assign(kDateDigits, L'0');
         return digits;
     }
@@ -108,8 +108,8 @@ class RightReader {
             return digit >= L'0' && digit <= L'9';
         });
         isGood_ = isGood_ && isNumber;
-        if (!isGood_ || digits == DateDigits(0)) {
-            return 0;
+        if (!isGood_ || digits == DateDigits(kNoDate)) {
+            return kNoDate;
         }
         const auto number = [digits](std::size_t from, std::size_t count) {
             int value = 0;
@@ -124,7 +124,7 @@ class RightReader {
         // error there.
         isGood_ = parts.year >= 100 && parts.month >= 1 && parts.month <= 12 && parts.day >= 1 &&
                   parts.day <= 31 && parts.hour <= 23 && parts.minute <= 59 && parts.second <= 59;
-        const Date date = isGood_ ? MakeDate(parts) : 0;
+        const Date date = isGood_ ? MakeDate(parts) : kNoDate;
         isGood_ = isGood_ && DateDigits(date) == digits;
         return date;
     }

@@ -26,7 +26,7 @@ class EndlessFolders : public ForwardingFileSystem {
         FolderEntry file;
         file.name = L"f";
         file.size = 1;
-        file.lastWrite = date_ + level;
+        file.lastWrite = date_ + std::chrono::seconds{level};
         visitor(file);
         if (level == depth_) return;
         FolderEntry sub;

@@ -27,7 +27,7 @@ class OtherRules final : public ForwardingFileSystem {
     }
 
   private:
-    static constexpr Date kHour = 3600;
+    static constexpr std::chrono::hours kHour{1};
 };
 
 }  // namespace vw::test

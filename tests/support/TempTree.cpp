@@ -104,7 +104,8 @@ FILETIME FileTimeOf(const DateParts& date) {
 
 std::ostream& operator<<(std::ostream& stream, const TreeNode& node) {
     if (node.isFolder) return stream << "a folder";
-    stream << "a file of " << node.bytes.size() << " bytes, date " << node.date;
+    stream << "a file of " << node.bytes.size() << " bytes, date "
+           << node.date.time_since_epoch().count();
     if (node.isReadOnly) stream << ", read-only";
     if (node.isHidden) stream << ", hidden";
     if (node.bytes.size() <= 100) stream << ": " << testing::PrintToString(node.bytes);
@@ -140,7 +141,7 @@ Date ReadDate(std::wstring_view path) {
     WIN32_FILE_ATTRIBUTE_DATA data{};
     if (GetFileAttributesExW(Long(path).c_str(), GetFileExInfoStandard, &data) == 0) {
         ADD_FAILURE() << "nothing to date at " << ToUtf8(path);
-        return 0;
+        return kNoDate;
     }
     return LocalTime().DateOf(data.ftLastWriteTime);
 }

@@ -13,7 +13,7 @@ namespace vw::test {
 struct TreeNode {
     bool isFolder = false;
     std::string bytes;
-    Date date = 0;  ///< local last-write date of a file; 0 for a folder, whose date nobody keeps
+    Date date = kNoDate;  ///< of a file, local; kNoDate for a folder, whose date nobody keeps
     /// Of a file, as the system reports them; false for a folder, whose attributes nobody keeps.
     bool isReadOnly = false;
     bool isHidden = false;

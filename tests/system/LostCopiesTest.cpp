@@ -47,7 +47,8 @@ class LostCopies : public SystemTest {
     }
     /// The name of what a process that is gone left for an item.
     [[nodiscard]] std::wstring LeftOver(WorkingState state, std::wstring_view item,
-                                        std::wstring_view copy, Date date, Date made = 0) const {
+                                        std::wstring_view copy, Date date,
+                                        Date made = kNoDate) const {
         const WorkingName name{
             state, NameKey(program.tree.Path(item)), NameKey(vault + L"\\" + std::wstring(copy)),
             date,  {ThisProcess().computer, 4, 1},   made};
@@ -153,7 +154,7 @@ TEST_F(LostCopies, CopyCannotBePlaced_ChangedItemIsBackedUp) {
     // What a killed run left ready cannot take the place: copy 1 is held for good.
     Write(L"Home\\a.txt", "2", 2);
     checker.Learn(program.tree.Path(L"Home\\a.txt"));
-    const Date made = ReadDate(vault + L"\\a«0001».txt.vwc") + 60;
+    const Date made = ReadDate(vault + L"\\a«0001».txt.vwc") + std::chrono::seconds{60};
     program.tree.File(LeftOver(WorkingState::Ready, L"Home\\a.txt", L"a«0001».txt",
                                MakeDate({2024, 1, 2, 12, 0, 0}), made),
                       "2", {2024, 1, 2, 12, 0, 0});
@@ -192,7 +193,7 @@ TEST_F(LostCopies, ReadyCopyOfAnOlderDate_IsFinished) {
     // An older version of the file came back, was copied, and the run was killed.
     Write(L"Home\\a.txt", "day 3", 3);
     checker.Learn(program.tree.Path(L"Home\\a.txt"));
-    const Date later = ReadDate(vault + L"\\a«0001».txt.vwc") + 60;
+    const Date later = ReadDate(vault + L"\\a«0001».txt.vwc") + std::chrono::seconds{60};
     program.tree.File(LeftOver(WorkingState::Ready, L"Home\\a.txt", L"a«0001».txt",
                                MakeDate({2024, 1, 3, 12, 0, 0}), later),
                       "day 3", {2024, 1, 3, 12, 0, 0});
@@ -209,7 +210,7 @@ TEST_F(LostCopies, RotationOfAVanishedItemIsCutOff_ItIsCompletedOnce) {
     }
     program.tree.Remove(L"Home\\a.txt");
     // Killed after copy 3 had left and copy 2 had become copy 3.
-    program.tree.File(LeftOver(WorkingState::Old, L"Home\\a.txt", L"a«0003».txt", 0), "1");
+    program.tree.File(LeftOver(WorkingState::Old, L"Home\\a.txt", L"a«0003».txt", kNoDate), "1");
     program.tree.Remove(L"Vault\\a«0002».txt");
     Write(L"Vault\\a«0003».txt", "2", 2);
     BackUp({L"Home\\a.txt"}, 53);

@@ -89,7 +89,7 @@ TEST_F(KilledRestore, SoakFolder_LosesNoFile_NextRestoreCompletes) {
         work.Prepare();
         DestinationChecker checker(Vault());
         checker.Learn(work.Path() + L"\\");
-        checker.LearnState(work.Path() + L"\\", ReadTree(work.Copy(1)), 0);
+        checker.LearnState(work.Path() + L"\\", ReadTree(work.Copy(1)), kNoDate);
         // Half of them in the middle of the folder.
         if (seed % 2 != 0) {
             KillIn(60000, random);

@@ -7,11 +7,13 @@
 namespace vw {
 namespace {
 
+using namespace std::chrono_literals;
+
 using testing::Each;
 using testing::ElementsAre;
 
 constexpr std::wstring_view kVault = L"E:\\Backup";
-constexpr Date kNow = 1'000'000;
+constexpr Date kNow = YearBegin(2024);
 
 std::vector<RowWarning> WarningsFor(const std::vector<std::wstring>& paths) {
     std::vector<RowFacts> rows;
@@ -76,9 +78,8 @@ TEST(RowWarningsTest, NewestDateInTheFuture_IsMarked) {
     const auto warning = [](std::optional<Date> newest) {
         return WarningsOf({{L"C:\\Docs\\Plan.doc", newest}}, kVault, kNow).front();
     };
-    constexpr Date kDay = 24 * 60 * 60;
-    EXPECT_EQ(warning(kNow + kDay), RowWarning::FutureDate);
-    EXPECT_EQ(warning(kNow + 1), RowWarning::None) << "clocks differ a little";
+    EXPECT_EQ(warning(kNow + 24h), RowWarning::FutureDate);
+    EXPECT_EQ(warning(kNow + 1s), RowWarning::None) << "clocks differ a little";
     EXPECT_EQ(warning(std::nullopt), RowWarning::None);
 }
 
@@ -124,8 +125,8 @@ TEST_F(WarningsOfAList, LineWithComma_OnlyWhenItIsAPath_IsReadAsTwo) {
 }
 
 TEST(IsInFuture, UpToFiveMinutes_IsTolerated) {
-    EXPECT_FALSE(IsInFuture(kNow + 300, kNow));
-    EXPECT_TRUE(IsInFuture(kNow + 301, kNow));
+    EXPECT_FALSE(IsInFuture(kNow + 5min, kNow));
+    EXPECT_TRUE(IsInFuture(kNow + 5min + 1s, kNow));
 }
 
 }  // namespace
