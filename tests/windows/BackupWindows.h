@@ -24,8 +24,8 @@ class BackupWindows : public WindowsTest {
         window.WaitUntilReady();
     }
     /// Enough files for a run that is still going on when the test looks.
-    void MakeManyFiles() {
-        for (int i = 0; i < 400; ++i) {
+    void MakeManyFiles(int count = 400) {
+        for (int i = 0; i < count; ++i) {
             program.tree.File(L"Home\\Many\\f" + std::to_wstring(i) + L".txt",
                               std::string(20000, 'x'));
         }

@@ -15,6 +15,9 @@
 namespace vw::test {
 namespace {
 
+// Files of a backup that is not over before it is cancelled.
+constexpr int kLongBackup = 1200;
+
 // What may differ between two moments without anything being lost: a file that the system keeps
 // open a while, a cursor or a font made at its first use, memory that is free but kept.
 constexpr int kHandlesApart = 5;
@@ -34,7 +37,7 @@ class Soak : public BackupWindows {
         program.SetSetting(L"ArabicPrepared", L"-1");
         program.tree.File(L"Home\\Docs\\a.txt", "a");
         program.tree.File(L"Home\\Docs\\Deep\\b.txt", "b");
-        MakeManyFiles();
+        MakeManyFiles(kLongBackup);
         WriteDefaultList({letter, Home(L"Docs") + L"\\", Home(L"Docs") + L"\\*"});
     }
 
