@@ -287,8 +287,8 @@ void CopyRestorer::RestoreInto(FolderRestore& restore, const std::wstring& folde
             [&](const RuntimeError& error) { restore.Fail(error); });
         system_.pump.ProcessMessagesIfDue();
     }
-    for (const auto& [last, place] : placed) {
-        Attempt([&] { CheckThatItMoved(place); },
+    for (const auto& last : placed) {
+        Attempt([&] { CheckThatItMoved(last.second); },
                 [&](const RuntimeError& error) { restore.Fail(error); });
     }
 }
