@@ -19,17 +19,20 @@ make() {
     cp -a "$data/tree" "$data/xcopy-over/tree"
 }
 
+# Every round restores to a place that was never there: where files were deleted shortly before, the
+# disk takes longer to make others.
 reset() {
+    target=$data/$1
     if [[ $1 == *new ]]; then
-        rm -rf "${data:?}/$1"
-        mkdir "$data/$1"
+        target+=-$round
+        mkdir "$target"
     fi
     sync
 }
 
 commandOf() {
     local place
-    place=$(windowsPath "$data/$1")
+    place=$(windowsPath "$target")
     case $1 in
         bare-over)
             argv=("$loader" "$root/build/release/tools/BareRestore.exe" "$(windowsPath "$copy")"
@@ -41,6 +44,6 @@ commandOf() {
 }
 
 check() {
-    sameCount "$copy" "$data/$1/tree"
-    [[ $round -gt 0 ]] || sameTree "$copy" "$data/$1/tree"
+    sameCount "$copy" "$target/tree"
+    [[ $round -gt 0 ]] || sameTree "$copy" "$target/tree"
 }
