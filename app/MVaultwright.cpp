@@ -144,7 +144,7 @@ void MVaultwright::LoadSingleItem(std::wstring_view path) {
     WindowSet& windows = application_.Windows();
     ListRows& rows = windows.list.Rows();
     rows.AddToList(path);
-    rows.List().Columns().FitWhenSeen();
+    rows.List().Columns().Fit();
     rows.List().Select(0);
     state_.listModified = true;
     windows.list.FileSave();

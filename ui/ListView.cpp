@@ -124,7 +124,7 @@ void ListView::SetRedraw(bool on) {
     control_.SetRedraw(on);
     if (!on) return;
     control_.ShowCount(rows_.Count());
-    columns_.FitWhenSeen();
+    columns_.Fit();
     control_.Repaint();
 }
 
@@ -154,7 +154,7 @@ void ListView::SetPictures(RowPictures& pictures, HFONT font, int dpi) {
     control_.Send(LVM_SETIMAGELIST, LVSIL_SMALL, pictures.small.Get());
     painter_.SetPictures(pictures);
     painter_.TakeLargePictures(Style() == ViewStyle::LargeIcons);
-    columns_.FitWhenSeen();
+    columns_.Fit();
 }
 
 std::optional<LRESULT> ListView::OnNotify(NMHDR& header) {
@@ -187,9 +187,6 @@ LRESULT ListView::OnControlMessage(HWND window, UINT message, WPARAM wParam, LPA
     auto* self = static_cast<ListView*>(data);
     self->tips_.OnControlMessage(message, wParam, lParam);
     switch (message) {
-        case WM_PAINT:
-            self->columns_.FitBeforePainting();
-            break;
         case WM_ERASEBKGND: {
             const auto dc = reinterpret_cast<HDC>(wParam);
             const SavedDc saved(dc);

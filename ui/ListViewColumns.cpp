@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <functional>
 
-#include "platform/Scoped.h"
 #include "ui/ColumnWidths.h"
 #include "ui/Gdi.h"
 #include "ui/Painting.h"
@@ -45,7 +44,6 @@ ListViewColumns::ListViewColumns(const ListViewControl& control, const ListViewR
 
 // Widths that the user chose stay; the others share what is left.
 void ListViewColumns::Fit() {
-    mustFit_ = false;
     std::vector<ColumnNeed> needs;
     for (std::size_t column = 0; column < data_.columns.size(); ++column) {
         ColumnNeed need{.ideal = WidthOf(column), .mayHide = data_.columns[column].mayHide};
@@ -61,44 +59,22 @@ void ListViewColumns::Fit() {
         }
         needs.push_back(need);
     }
-    const ScopedFlag fitting(isFitting_);
-    const int room = Room();
-    if (!SetWidths(FittedWidths(needs, room))) return;
-    // Scroll bars may come or go with the widths.
-    if (Room() != room) SetWidths(FittedWidths(needs, Room()));
-    // The control moves what it has painted to the new places, but paths are shortened anew.
-    control_.Repaint();
-}
-
-// Whether one of them was another one before.
-bool ListViewColumns::SetWidths(const std::vector<int>& widths) const {
     bool changed = false;
     int column = 0;
-    for (const int width : widths) {
+    for (const int width : FittedWidths(needs, Room())) {
         if (control_.Send(LVM_GETCOLUMNWIDTH, column) != width) {
             control_.Send(LVM_SETCOLUMNWIDTH, column, MAKELPARAM(width, 0));
             changed = true;
         }
         ++column;
     }
-    return changed;
+    // The control moves what it has painted to the new places, but paths are shortened anew.
+    if (changed) control_.Repaint();
 }
 
-void ListViewColumns::FitWhenSeen() {
-    if (IsWindowVisible(control_.Handle()) != 0 && !mustFit_) {
-        Fit();
-    } else {
-        mustFit_ = true;
-    }
-}
-
-void ListViewColumns::FitBeforePainting() {
-    if (mustFit_ && !control_.IsPaused()) Fit();
-}
-
-// The scroll bar that a wider column brings changes the size in the middle of a drag or a fit.
+// The scroll bar that a wider column brings changes the size in the middle of a drag.
 void ListViewColumns::FitToSize() {
-    if (!isDragged_ && !isFitting_ && !control_.IsPaused()) FitWhenSeen();
+    if (!isDragged_) Fit();
 }
 
 // What the columns have, beside the scroll bar that the rows need.

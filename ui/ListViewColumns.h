@@ -19,11 +19,7 @@ class ListViewColumns {
     /// of paths give way, then that of the names. Widths that the user chose stay.
     void Fit();
 
-    /// Fits them. In a list that is not seen yet, FitBeforePainting does so.
-    void FitWhenSeen();
-    /// Call before the list is painted.
-    void FitBeforePainting();
-    /// Call when the list has another size. SetRedraw fits them later while redrawing is off.
+    /// Call when the list has another size.
     void FitToSize();
 
     /// Shows the direction in the header of a column.
@@ -41,7 +37,6 @@ class ListViewColumns {
   private:
     [[nodiscard]] int WidthOf(std::size_t column) const;
     [[nodiscard]] int Room() const;
-    bool SetWidths(const std::vector<int>& widths) const;
 
     const ListViewControl& control_;
     const ListViewRows& rows_;
@@ -49,9 +44,7 @@ class ListViewColumns {
     Language language_;
     std::vector<int> userWidths_;  ///< at 96 DPI; 0: not chosen by the user
     bool isDragged_ = false;
-    bool isFitting_ = false;
     bool isSortMarked_ = false;
-    bool mustFit_ = false;  ///< before the list is painted next
 };
 
 }  // namespace vw

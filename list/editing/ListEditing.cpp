@@ -93,7 +93,7 @@ void ListEditing::AddItem(FileDialogKind kind) {
     if (path.empty() || IsShownText(path) || path.ends_with(L":\\\\")) return;
     ItemAdder adder(system_, state_, rows_, context_.progress);
     adder.Add(path);
-    rows_.List().Columns().FitWhenSeen();
+    rows_.List().Columns().Fit();
     adder.SelectNewest();
     Save();
 }

@@ -73,7 +73,6 @@ TEST_P(ListLooks, LittleRoom_NumberIsLeftToTheScrollBar_PathStaysReadable) {
 
 TEST_P(ListLooks, WindowGrows_ColumnsUseTheRoom) {
     Add(longPath);
-    main.form.Show(ShowHow::KeepFocus);
     list.Columns().Fit();
     const int before = Width(L"Path");
     test::GiveInnerSize(main.form, 1800, 900);

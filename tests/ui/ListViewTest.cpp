@@ -201,29 +201,6 @@ TEST_P(ColumnWidths, RedrawingComesOn_AreAsWideAsTheirTexts) {
     EXPECT_LT(WidthOfPath(), before);
 }
 
-// Measuring every text is for nothing as long as rows and size may change unseen.
-TEST_P(ColumnWidths, HiddenList_IsFittedWhenItIsPaintedFirst) {
-    const int before = WidthOfPath();
-    AddWhileRedrawingIsOff(kLong);
-    test::GiveInnerSize(main.form, 1700, 700);
-    EXPECT_EQ(WidthOfPath(), before);
-    main.form.Show(ShowHow::KeepFocus);
-    main.form.Repaint();
-    EXPECT_GE(WidthOfPath(), needed);
-}
-
-TEST_P(ColumnWidths, RedrawingIsOff_SizeChanges_NothingIsFittedBefore) {
-    main.form.Show(ShowHow::KeepFocus);
-    main.form.Repaint();
-    const int before = WidthOfPath();
-    list.SetRedraw(false);
-    Add(L"a", kLong);
-    test::GiveInnerSize(main.form, 1700, 700);
-    EXPECT_EQ(WidthOfPath(), before);
-    list.SetRedraw(true);
-    EXPECT_GE(WidthOfPath(), needed);
-}
-
 TEST_P(ListViewOf, Numbers_AreAlignedToTheRightInBothLanguages) {
     LVCOLUMNW column{};
     column.mask = LVCF_FMT;
