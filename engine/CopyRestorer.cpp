@@ -272,7 +272,8 @@ void CopyRestorer::RestoreInto(FolderRestore& restore, const std::wstring& folde
     int number = 0;
     while (isTaken(RestoreName(number))) ++number;
     std::string usualRights;
-    // By working names: the last file that had it. A name that could be taken again was free.
+    // By the numbers of the working names: the last file that had it. A name that could be taken
+    // again was free.
     std::map<int, FilePlace> placed;
     for (const ListedFile& file : source.files) {
         Attempt(

@@ -47,8 +47,7 @@ void Form::OnTipAsked(NMTTDISPINFOW& info) {
 
 // The keyboard highlights entries too, so their tips do not depend on the mouse.
 void Form::OnMenuSelect(WPARAM selected, HMENU menu) {
-    if (!tips_) return;
-    tips_->Hide();
+    if (tips_) tips_->Hide();
     const UINT flags = HIWORD(selected);
     const int id = LOWORD(selected);
     if (!menu_ || menu == nullptr || (flags & MF_POPUP) != 0) return;
@@ -57,7 +56,7 @@ void Form::OnMenuSelect(WPARAM selected, HMENU menu) {
     const std::wstring_view tip = item->tip.In(language_);
     if (tip.empty()) return;
     const bool arabic = language_ == Language::Arabic;
-    tips_->ShowBeside(menu_->PlaceOf(*item), arabic,
+    Tips().ShowBeside(menu_->PlaceOf(*item), arabic,
                       arabic ? MarkSentence(tip) : std::wstring(tip));
 }
 

@@ -1,7 +1,8 @@
 #include "ui/Picture.h"
 
 #include <algorithm>
-#include <span>
+#include <cstddef>
+#include <vector>
 
 #include "ui/Icons.h"
 
