@@ -42,8 +42,8 @@ void CheckComment(Console& console, const CopyEntry& copy, Findings& findings) {
     const auto date = comment->date;
     const NewestDates own =
         NewestFileDates(console.system.files, copy.path, [] { Console::StopIfRequested(); });
-    const bool fits = date && (HasSameDate(*date, own.newest) ||
-                               HasSameDate(*date, own.newestByPresentRules.value_or(own.newest)) ||
+    const bool fits = date && (IsSameDate(*date, own.newest) ||
+                               IsSameDate(*date, own.newestByPresentRules.value_or(own.newest)) ||
                                (facts->isFolder && !own.IsAfter(*date)));
     if (!fits) findings.Add(L"comment", copy.path, L"its date is not that of the copy");
 }

@@ -11,9 +11,6 @@
 namespace vw {
 namespace {
 
-// Drives as small devices have them keep dates to two seconds only.
-constexpr std::chrono::seconds kCoarsestDate{2};
-
 struct Pending {
     std::wstring below;
     bool inFirst = true;
@@ -108,17 +105,6 @@ void CompareTrees(FileSystem& files, std::wstring_view first, std::wstring_view 
         }
         visitor.folder(folder);
     }
-}
-
-bool HasSameDate(Date first, Date second) { return abs(first - second) <= kCoarsestDate; }
-
-bool HasSameDate(const FileInfo& first, const FileInfo& second) {
-    return HasSameDate(first.lastWrite, second.lastWrite);
-}
-
-bool HaveSameInfo(const FileInfo& first, const FileInfo& second) {
-    return first.isFolder == second.isFolder && first.size == second.size &&
-           HasSameDate(first, second);
 }
 
 }  // namespace vw

@@ -46,10 +46,4 @@ struct ComparisonVisitor {
 void CompareTrees(FileSystem& files, std::wstring_view first, std::wstring_view second,
                   bool subFolders, const ComparisonVisitor& visitor);
 
-/// Whether two files have the same length and, as exactly as any drive keeps it (two seconds), the
-/// same date.
-[[nodiscard]] bool HasSameDate(const FileInfo& first, const FileInfo& second);
-[[nodiscard]] bool HasSameDate(Date first, Date second);
-[[nodiscard]] bool HaveSameInfo(const FileInfo& first, const FileInfo& second);
-
 }  // namespace vw

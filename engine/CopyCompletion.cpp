@@ -33,12 +33,9 @@ struct CopyCompletion::Plan {
 
 namespace {
 
-// Disks of the older formats keep times in steps of two seconds.
-constexpr std::chrono::seconds kTimeStep{2};
-
 bool HasContentOf(const FileInfo& copy, const ListedFile& source) {
     return !copy.isFolder && copy.size == source.size &&
-           abs(copy.lastWrite - source.lastWrite) <= kTimeStep;
+           IsSameDate(copy.lastWrite, source.lastWrite);
 }
 
 }  // namespace

@@ -12,9 +12,6 @@ namespace vw {
 
 namespace {
 
-// Disks of the older formats keep times in steps of two seconds.
-constexpr std::chrono::seconds kTimeStep{2};
-
 }  // namespace
 
 // A copy that cannot be placed is reported and kept; the item is still backed up.
@@ -69,7 +66,7 @@ void CopySeries::PutReadyInPlace(const PendingCopy& copy) {
 bool CopySeries::IsMadeAfter(std::wstring_view copyPath, Date made) {
     if (made == kNoDate) return false;
     const auto comment = Stat(CommentStore::FileOf(copyPath));
-    return comment && !comment->isFolder && comment->lastWrite > made + kTimeStep;
+    return comment && !comment->isFolder && comment->lastWrite > made + kCoarsestDateStep;
 }
 
 bool CopySeries::IsCutShortCopyOf(std::wstring_view path, std::wstring_view comment) {

@@ -37,6 +37,14 @@ struct DateParts {
 inline constexpr Date kFirstDate = YearBegin(100);
 inline constexpr Date kLastDate = YearBegin(10000) - std::chrono::seconds{1};
 
+/// Drives of the older formats, as small devices have them, keep dates in steps as coarse as this.
+inline constexpr std::chrono::seconds kCoarsestDateStep{2};
+
+/// Whether two dates are the same as exactly as any drive keeps them.
+[[nodiscard]] constexpr bool IsSameDate(Date first, Date second) noexcept {
+    return abs(first - second) <= kCoarsestDateStep;
+}
+
 /// The path or copy does not exist.
 inline constexpr Date kMissingDate = YearBegin(1000);
 

@@ -30,6 +30,12 @@ struct FileInfo {
     Date lastWriteByPresentRules = kNoDate;
 };
 
+/// Whether both are files of the same length and date, or both are folders of the same date.
+[[nodiscard]] inline bool HaveSameInfo(const FileInfo& first, const FileInfo& second) noexcept {
+    return first.isFolder == second.isFolder && first.size == second.size &&
+           IsSameDate(first.lastWrite, second.lastWrite);
+}
+
 /// One entry of a folder. The name lives only as long as the call that shows it.
 struct FolderEntry : FileInfo {
     std::wstring_view name;

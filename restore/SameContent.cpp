@@ -10,13 +10,6 @@
 namespace vw {
 namespace {
 
-// Drives of small devices keep dates to two seconds only.
-constexpr std::chrono::seconds kCoarsestDate{2};
-
-bool SameFile(const FileInfo& first, const FileInfo& second) {
-    return first.size == second.size && abs(first.lastWrite - second.lastWrite) <= kCoarsestDate;
-}
-
 using Entries = std::map<std::wstring, FileInfo>;
 
 Entries EntriesOf(FileSystem& files, const std::wstring& folder) {
@@ -43,7 +36,7 @@ bool HasTree(FileSystem& files, std::wstring_view original, std::wstring_view co
             if (match == found.end() || match->second.isFolder != facts.isFolder) return false;
             if (facts.isFolder) {
                 below.push_back(std::wstring(folder).append(L"\\").append(name));
-            } else if (!SameFile(facts, match->second)) {
+            } else if (!HaveSameInfo(facts, match->second)) {
                 return false;
             }
         }
@@ -57,7 +50,7 @@ bool SameContent(FileSystem& files, std::wstring_view original, std::wstring_vie
     const auto first = files.Stat(original);
     const auto second = files.Stat(copy);
     if (!first || !second || first->isFolder != second->isFolder) return false;
-    return first->isFolder ? HasTree(files, original, copy, true) : SameFile(*first, *second);
+    return first->isFolder ? HasTree(files, original, copy, true) : HaveSameInfo(*first, *second);
 }
 
 bool HasContentOf(FileSystem& files, std::wstring_view original, std::wstring_view copy,
@@ -66,7 +59,7 @@ bool HasContentOf(FileSystem& files, std::wstring_view original, std::wstring_vi
     const auto second = files.Stat(copy);
     if (!first || !second || first->isFolder != second->isFolder) return false;
     if (first->isFolder) return HasTree(files, original, copy, false);
-    return SameFile(*first, *second) && files.HaveSameBytes(original, copy, progress);
+    return HaveSameInfo(*first, *second) && files.HaveSameBytes(original, copy, progress);
 }
 
 }  // namespace vw
