@@ -2,7 +2,8 @@
 
 #include <array>
 #include <charconv>
-#include <cstdio>
+
+#include "platform/DateText.h"
 
 namespace vw {
 namespace {
@@ -75,12 +76,7 @@ std::optional<int> ReadWeekday(std::string_view text) {
 }
 
 std::wstring MomentText(Date date) {
-    if (date == kMissingDate || date == kEmptyFolderDate) return L"-";
-    const DateParts parts = PartsOf(date);
-    std::array<wchar_t, 32> text{};
-    std::swprintf(text.data(), text.size(), L"%04d-%02d-%02d %02d:%02d:%02d", parts.year,
-                  parts.month, parts.day, parts.hour, parts.minute, parts.second);
-    return text.data();
+    return date == kMissingDate || date == kEmptyFolderDate ? L"-" : PlainDateText(date);
 }
 
 }  // namespace vw

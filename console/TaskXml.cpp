@@ -2,6 +2,9 @@
 
 #include <array>
 #include <cstdio>
+#include <iterator>
+
+#include "platform/DateText.h"
 
 namespace vw {
 namespace {
@@ -53,9 +56,7 @@ std::wstring Trigger(const ScheduleArguments& when, const TaskCommand& command, 
         return L"    <LogonTrigger>\r\n      <Enabled>true</Enabled>\r\n      <UserId>" +
                Escaped(command.user) + L"</UserId>\r\n    </LogonTrigger>\r\n";
     }
-    const DateParts day = PartsOf(today);
-    std::array<wchar_t, 16> date{};
-    std::swprintf(date.data(), date.size(), L"%04d-%02d-%02d", day.year, day.month, day.day);
+    const std::wstring day = PlainDateText(today).substr(0, std::size(L"2024-05-31") - 1);
     std::wstring rhythm =
         L"      <ScheduleByDay>\r\n        <DaysInterval>1</DaysInterval>\r\n"
         L"      </ScheduleByDay>\r\n";
@@ -65,7 +66,7 @@ std::wstring Trigger(const ScheduleArguments& when, const TaskCommand& command, 
                  L" />\r\n        </DaysOfWeek>\r\n        <WeeksInterval>1</WeeksInterval>\r\n"
                  L"      </ScheduleByWeek>\r\n";
     }
-    return L"    <CalendarTrigger>\r\n      <StartBoundary>" + std::wstring(date.data()) + L"T" +
+    return L"    <CalendarTrigger>\r\n      <StartBoundary>" + day + L"T" +
            TimeText(when.hour, when.minute) +
            L":00</StartBoundary>\r\n      <Enabled>true</Enabled>\r\n" + rhythm +
            L"    </CalendarTrigger>\r\n";

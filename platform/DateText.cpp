@@ -6,20 +6,17 @@
 #include "platform/WindowsHeader.h"
 
 namespace vw {
-namespace {
 
-// The system writes no dates before its own calendar begins. Only the date that means a
-// missing file is older.
-std::wstring PlainText(const DateParts& parts) {
+std::wstring PlainDateText(Date date) {
+    const DateParts parts = PartsOf(date);
     std::array<wchar_t, 64> text{};
     const int length =
         std::swprintf(text.data(), text.size(), L"%04d-%02d-%02d %02d:%02d:%02d", parts.year,
                       parts.month, parts.day, parts.hour, parts.minute, parts.second);
     return {text.data(), static_cast<std::size_t>(length)};
 }
-
-}  // namespace
-
+// The system writes no dates before its own calendar begins. Only the date that means a missing file
+// is older.
 std::wstring DateText(Date date) {
     const DateParts parts = PartsOf(date);
     SYSTEMTIME time{};
@@ -35,7 +32,7 @@ std::wstring DateText(Date date) {
                         static_cast<int>(day.size()), nullptr) == 0 ||
         GetTimeFormatEx(LOCALE_NAME_USER_DEFAULT, 0, &time, nullptr, clock.data(),
                         static_cast<int>(clock.size())) == 0) {
-        return PlainText(parts);
+        return PlainDateText(date);
     }
     const bool isMidnight = parts.hour == 0 && parts.minute == 0 && parts.second == 0;
     return isMidnight ? std::wstring(day.data()) : std::wstring(day.data()) + L" " + clock.data();

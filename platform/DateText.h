@@ -10,4 +10,7 @@ namespace vw {
 /// date alone.
 [[nodiscard]] std::wstring DateText(Date date);
 
+/// "2024-05-31 19:05:59", the same for every user.
+[[nodiscard]] std::wstring PlainDateText(Date date);
+
 }  // namespace vw
