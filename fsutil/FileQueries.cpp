@@ -129,11 +129,10 @@ namespace {
 // is true for the files directly in the top folder.
 using FileTaker = std::function<void(const FileInfo& file, bool direct)>;
 
-// `dates` holds what was found so far when an error ends the search.
+// `dates`, which begins empty, holds what was found so far when an error ends the search.
 void FindNewestDate(System& system, CopyDates& copyDates, std::wstring_view path,
                     const std::optional<FileInfo>& facts, NewestDates& dates,
                     const FileTaker& take = {}, bool raisesUnreadable = false) {
-    dates.newest = kMissingDate;
     if (!facts) return;
     if (NamesCopy(path)) {
         dates.newest = copyDates.PackageDate(path);

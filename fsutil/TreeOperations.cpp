@@ -190,7 +190,6 @@ void CreateFolders(FileSystem& files, std::wstring_view path) {
     while (current.size() > rootLength) {
         const std::optional<FileInfo> facts = files.Stat(current);
         if (facts && facts->isFolder) break;
-        if (facts) Throw(error_number::kAlreadyExists, current);
         missing.push_back(current.size());
         current = current.substr(0, current.rfind(L'\\'));
     }

@@ -211,6 +211,7 @@ TEST(WorkingName, Parse_OtherName_IsRefused) {
     names.push_back(changed(L"20050305140709", L"99991231235960"));
     names.push_back(changed(L"20050305140709", L"16010101000000"));  // is written as zeros
     names.push_back(changed(L"20050305140709", L"2005-305140709"));
+    names.push_back(changed(L"20050305140709", L"zzzz0305140709"));  // no year of the calendar
     for (const std::wstring& name : names) {
         EXPECT_EQ(ParseWorkingName(name), std::nullopt) << testing::PrintToString(name);
     }
