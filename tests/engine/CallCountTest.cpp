@@ -68,16 +68,28 @@ CallCounts ChangedFiles(int count, int copies) {
     return world.WithFiles(count, copies + 1).Calls();
 }
 
-/// The calls that restore a folder item, to a place where nothing is or over itself.
-CallCounts RestoredFolder(int folders, int files, bool isThere) {
-    CountedFixture world;
-    world.WithFolder(folders, files).Calls();
-    if (!isThere) world.tree.Remove(L"Work");
+CallCounts Restored(CountedFixture& world) {
     world.files.Heal();
     const RunResult result = world.With(
         [&](CPackage& engine) { engine.Extract(world.Store(L"Work«0001»"), world.Path(), false); });
     EXPECT_TRUE(result.errors.empty());
     return CallCounts(world.files.Operations());
+}
+
+/// The calls that restore a folder item, to a place where nothing is or over itself.
+CallCounts RestoredFolder(int folders, int files, bool isThere) {
+    CountedFixture world;
+    world.WithFolder(folders, files).Calls();
+    if (!isThere) world.tree.Remove(L"Work");
+    return Restored(world);
+}
+
+/// The same over itself, beside a file that has the name under which a restore writes.
+CallCounts RestoredBesideALeftOver(int files) {
+    CountedFixture world;
+    world.WithFolder(1, files).Calls();
+    world.tree.File(L"Work\\~vwr0.tmp", "left");
+    return Restored(world);
 }
 
 TEST(CallCount, EmptyList_CallsAreCounted) {
@@ -131,6 +143,11 @@ TEST(CallCount, RestoreToANewPlace_CallsAreCounted) {
     EXPECT_EQ((RestoredFolder(2, 1, false) - smallest).Text(),
               "List 2, Copy 1, CreateFolder 1, CopyFolderInfo 1")
         << "for one more folder";
+}
+
+TEST(CallCount, RestoreBesideALeftOver_ItsNameIsTriedOnce) {
+    EXPECT_EQ((RestoredBesideALeftOver(5) - RestoredBesideALeftOver(1)).Text(),
+              (RestoredFolder(1, 5, true) - RestoredFolder(1, 1, true)).Text());
 }
 
 TEST(CallCount, RestoreOverItself_CallsAreCounted) {

@@ -96,5 +96,31 @@ TEST_F(RestoreNames, AnotherRestoreWritesThere_IsLeftAlone) {
     }
 }
 
+// Nothing but its kind distinguishes the folder from the restored file.
+TEST_F(RestoreNames, EmptyFolderOfAnotherRestore_EmptyFileIsRestored_IsLeftAlone) {
+    const DateParts date{2024, 1, 2, 9, 0, 0};
+    const std::wstring empty = tree.File(L"Docs\\Empty.doc", "", date);
+    BackUp(empty);
+    tree.File(L"Docs\\Empty.doc", "now");
+    browser.ListRestoreFiles();
+    SelectItem(L"Empty");
+    SelectCopy(L"N01");
+    const std::wstring aside = tree.Path(L"Docs\\~vwr0.tmp");
+    bool hasMoved = false;
+    world.files.OnOperation([&](const FileOperation& operation) {
+        if (operation.path != aside) return;
+        if (hasMoved && operation.call == FileCall::Stat) {
+            tree.Folder(L"Docs\\~vwr0.tmp");
+            tree.SetDate(L"Docs\\~vwr0.tmp", date);
+        }
+        hasMoved = operation.call == FileCall::Replace;
+    });
+    world.boxes.Expect(kQuestion, BoxAnswer::Yes);
+    commands.mnuRestoreClick();
+    EXPECT_THAT(world.errors.Take(), testing::IsEmpty());
+    EXPECT_EQ(ReadBytes(empty), "");
+    EXPECT_TRUE(Exists(aside));
+}
+
 }  // namespace
 }  // namespace vw::test
