@@ -288,7 +288,7 @@ TEST_F(Editing, LockedList_IsReported_SavedAtTheNextChance) {
     EXPECT_EQ(ReadBytes(program.DefaultList()), FileOf({photo}));
 }
 
-TEST_F(Editing, ColumnClick_SortsTheRows) {
+TEST_F(Editing, ColumnClick_SortsRows_NextSaveKeepsTheOrder) {
     program.tree.File(L"Home\\big.txt", std::string(9000, 'x'));
     program.tree.File(L"Home\\Small.txt", "x");
     WriteDefaultList({letter, Home(L"big.txt"), Home(L"Small.txt")});
@@ -305,6 +305,11 @@ TEST_F(Editing, ColumnClick_SortsTheRows) {
         },
         "not sorted again");
     EXPECT_THAT(list.Column(kName), ElementsAre(L"big", L"Letter", L"Small"));
+    EXPECT_EQ(ReadBytes(program.DefaultList()),
+              FileOf({letter, Home(L"big.txt"), Home(L"Small.txt")}));
+    list.Select(2);
+    window.Choose(ID_mnuDel);
+    EXPECT_EQ(ReadBytes(program.DefaultList()), FileOf({Home(L"big.txt"), letter}));
     window.Close();
 }
 
