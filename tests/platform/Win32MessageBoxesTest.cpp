@@ -32,7 +32,7 @@ int WINAPI RecordBox(HWND owner, LPCWSTR text, LPCWSTR title, UINT style) {
     return answer;
 }
 
-class Boxes : public testing::Test {
+class MessageBoxes : public testing::Test {
   protected:
     void SetUp() override {
         asked.clear();
@@ -52,7 +52,7 @@ class Boxes : public testing::Test {
     Win32MessageBoxes boxes{state, [this](std::wstring_view text) { echoed.emplace_back(text); }};
 };
 
-TEST_F(Boxes, NoTitleGiven_HasTheTitleOfTheProgram) {
+TEST_F(MessageBoxes, NoTitleGiven_HasTheTitleOfTheProgram) {
     boxes.Show({.text = L"Done"});
     boxes.Show({.text = L"?", .title = L"Another"});
     ASSERT_EQ(asked.size(), 2U);
@@ -63,12 +63,12 @@ TEST_F(Boxes, NoTitleGiven_HasTheTitleOfTheProgram) {
 }
 
 // The numbers that people's tools know.
-TEST_F(Boxes, RightToLeft_HasTheStyleForIt) {
+TEST_F(MessageBoxes, RightToLeft_HasTheStyleForIt) {
     EXPECT_EQ(StyleOf({.text = L"?", .buttons = BoxButtons::YesNo, .rightToLeft = true}), 1572868U);
     EXPECT_EQ(StyleOf({.text = L"!", .rightToLeft = true}), 0x80000U | 0x100000U);
 }
 
-TEST_F(Boxes, RightToLeft_PathsAreMarkedOnDisplayOnly) {
+TEST_F(MessageBoxes, RightToLeft_PathsAreMarkedOnDisplayOnly) {
     state.silentRun = true;
     const std::wstring question = L"حذف الملف:\r\n";
     boxes.Show({.text = question + L"C:\\عقود\\", .rightToLeft = true});
@@ -82,7 +82,7 @@ TEST_F(Boxes, RightToLeft_PathsAreMarkedOnDisplayOnly) {
     EXPECT_EQ(echoed.front(), question + L"C:\\عقود\\") << "what is logged has no marks";
 }
 
-TEST_F(Boxes, ButtonsAndIcon_HaveTheirStyles) {
+TEST_F(MessageBoxes, ButtonsAndIcon_HaveTheirStyles) {
     EXPECT_EQ(StyleOf({.text = L"!"}), UINT{MB_OK});
     EXPECT_EQ(StyleOf({.text = L"?", .buttons = BoxButtons::YesNo}), UINT{MB_YESNO});
     EXPECT_EQ(StyleOf({.text = L"?", .buttons = BoxButtons::YesNo, .secondIsDefault = true}),
@@ -90,7 +90,7 @@ TEST_F(Boxes, ButtonsAndIcon_HaveTheirStyles) {
     EXPECT_EQ(StyleOf({.text = L"!", .icon = BoxIcon::Exclamation}), UINT{MB_ICONEXCLAMATION});
 }
 
-TEST_F(Boxes, AnyButtonButYes_IsNo) {
+TEST_F(MessageBoxes, AnyButtonButYes_IsNo) {
     for (const auto& [button, meaning] :
          {std::pair(IDYES, BoxAnswer::Yes), std::pair(IDNO, BoxAnswer::No),
           std::pair(IDCANCEL, BoxAnswer::No), std::pair(0, BoxAnswer::No)}) {
@@ -105,7 +105,7 @@ TEST_F(Boxes, AnyButtonButYes_IsNo) {
 
 // A command that is under way has disabled the window; a box in the middle of it does not give it
 // back.
-TEST_F(Boxes, OwnerIsDisabled_StaysDisabledAfterTheBox) {
+TEST_F(MessageBoxes, OwnerIsDisabled_StaysDisabledAfterTheBox) {
     const TestWindow window(L"vwBoxOwner");
     ShowWindow(window.Handle(), SW_SHOW);
     SetActiveWindow(window.Handle());
@@ -123,7 +123,7 @@ TEST_F(Boxes, OwnerIsDisabled_StaysDisabledAfterTheBox) {
     EXPECT_EQ(asked.back().owner, nullptr) << "nobody sees what belongs to a hidden window";
 }
 
-TEST_F(Boxes, AnotherProgramInFront_BoxBelongsToTheTopWindow) {
+TEST_F(MessageBoxes, AnotherProgramInFront_BoxBelongsToTheTopWindow) {
     const TestWindow window(L"vwBoxOwner");
     SetActiveWindow(nullptr);
     ASSERT_EQ(GetActiveWindow(), nullptr);
@@ -131,7 +131,7 @@ TEST_F(Boxes, AnotherProgramInFront_BoxBelongsToTheTopWindow) {
     EXPECT_EQ(asked.back().owner, window.Handle());
 }
 
-TEST_F(Boxes, SecondWindow_CannotBeUsedUnderABox) {
+TEST_F(MessageBoxes, SecondWindow_CannotBeUsedUnderABox) {
     const TestWindow main(L"vwBoxMain");
     const TestWindow busy(L"vwBoxBusy");
     for (const HWND active : {main.Handle(), busy.Handle()}) {
@@ -148,14 +148,14 @@ TEST_F(Boxes, SecondWindow_CannotBeUsedUnderABox) {
     watched = nullptr;
 }
 
-TEST_F(Boxes, LongText_IsShortened) {
+TEST_F(MessageBoxes, LongText_IsShortened) {
     boxes.Show({.text = std::wstring(1U << 20U, L'x')});
     ASSERT_EQ(asked.size(), 1U);
     EXPECT_LT(asked[0].text.size(), 3000U);
     EXPECT_TRUE(asked[0].text.ends_with(L"x\u2026"));
 }
 
-TEST_F(Boxes, SilentRun_ShowsThreeBoxesAtMostAndEchoesAll) {
+TEST_F(MessageBoxes, SilentRun_ShowsThreeBoxesAtMostAndEchoesAll) {
     state.silentRun = true;
     answer = IDNO;
     for (int i = 0; i < 5; ++i) {
@@ -166,7 +166,7 @@ TEST_F(Boxes, SilentRun_ShowsThreeBoxesAtMostAndEchoesAll) {
     EXPECT_EQ(echoed, (std::vector<std::wstring>{L"0", L"1", L"2", L"3", L"4"}));
 }
 
-TEST_F(Boxes, SessionEnds_ShowsNothingAndReturnsTheSafeAnswer) {
+TEST_F(MessageBoxes, SessionEnds_ShowsNothingAndReturnsTheSafeAnswer) {
     state.sessionEnds = true;
     answer = IDYES;
     EXPECT_EQ(boxes.Show({.text = L"?", .buttons = BoxButtons::YesNo}), BoxAnswer::No);

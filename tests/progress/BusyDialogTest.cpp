@@ -16,9 +16,9 @@ namespace {
 using test::Calls;
 using test::RecordingProgram;
 
-class Busy : public testing::TestWithParam<Language> {
+class BusyDialogTest : public testing::TestWithParam<Language> {
   protected:
-    Busy() { host.dialog = &dialog; }
+    BusyDialogTest() { host.dialog = &dialog; }
 
     Form& Window() { return dialog.Window(); }
     [[nodiscard]] std::wstring Report() { return Window().Text(L"txtReport"); }
@@ -36,9 +36,9 @@ class Busy : public testing::TestWithParam<Language> {
     BusyDialog dialog{world.system, state, GetParam(), host.Surroundings()};
 };
 
-INSTANTIATE_TEST_SUITE_P(Languages, Busy, testing::ValuesIn(test::kLanguages));
+INSTANTIATE_TEST_SUITE_P(Languages, BusyDialogTest, testing::ValuesIn(test::kLanguages));
 
-TEST_P(Busy, Msg_AddsALineToTheReport) {
+TEST_P(BusyDialogTest, Msg_AddsALineToTheReport) {
     dialog.Msg(L"Backing:", L"C:\\a.txt", L"", false, false, false);
     dialog.Msg(L"Title", L"message", L"more", false, false, true);
     EXPECT_EQ(Report(), L"Backing:: C:\\a.txt - \r\nTitle: message - more\r\n");
@@ -47,7 +47,7 @@ TEST_P(Busy, Msg_AddsALineToTheReport) {
     EXPECT_EQ(Window().Text(L"lblSubMsg"), L"more");
 }
 
-TEST_P(Busy, Msg_First_IsShownAtOnceWithoutTheReport) {
+TEST_P(BusyDialogTest, Msg_First_IsShownAtOnceWithoutTheReport) {
     dialog.Msg(L"Backing:", L"C:\\a.txt", L"", false, false, false);
     EXPECT_TRUE(Window().IsVisible());
     EXPECT_EQ(Window().Text(L"lblMsg"), L"C:\\a.txt");
@@ -58,20 +58,20 @@ TEST_P(Busy, Msg_First_IsShownAtOnceWithoutTheReport) {
     EXPECT_FALSE(Window().IsShown(L"txtReport"));
 }
 
-TEST_P(Busy, Msg_FirstAfterAReportLine_IsShownAtOnce) {
+TEST_P(BusyDialogTest, Msg_FirstAfterAReportLine_IsShownAtOnce) {
     dialog.Report(L"a line", false);
     dialog.Msg(L"Backing:", L"C:\\a.txt", L"", false, false, false);
     EXPECT_EQ(Window().Text(L"lblTitle"), L"Backing:");
 }
 
-TEST_P(Busy, SessionEnds_RequestsCancelAndEnd) {
+TEST_P(BusyDialogTest, SessionEnds_RequestsCancelAndEnd) {
     dialog.Msg(L"Backing:", L"C:\\a.txt", L"", false, false, false);
     SendMessageW(Window().Handle(), WM_ENDSESSION, TRUE, 0);
     EXPECT_TRUE(state.cancel.IsRequested());
     EXPECT_TRUE(state.endRequested);
 }
 
-TEST_P(Busy, BusyHide_HiddenDuringItsWait_KeepsTheReport) {
+TEST_P(BusyDialogTest, BusyHide_HiddenDuringItsWait_KeepsTheReport) {
     dialog.Report(L"x", false);
     Window().Check(L"chkDontHide", true);
     world.pump.AtYield(3, [&] { Window().Hide(); });
@@ -79,7 +79,7 @@ TEST_P(Busy, BusyHide_HiddenDuringItsWait_KeepsTheReport) {
     EXPECT_TRUE(Window().IsLoaded());
 }
 
-TEST_P(Busy, Report_WithAPause_WaitsOutsideARunOnly) {
+TEST_P(BusyDialogTest, Report_WithAPause_WaitsOutsideARunOnly) {
     dialog.Report(L"x", true);
     EXPECT_GE(world.pump.Waited(), 2000U);
     world.pump.Restart();
@@ -89,7 +89,7 @@ TEST_P(Busy, Report_WithAPause_WaitsOutsideARunOnly) {
     EXPECT_EQ(world.pump.Waited(), before) << "300 unchanged items are no ten minutes";
 }
 
-TEST_P(Busy, Msg_ManyInAShortTime_ShowsTheLastOneLater) {
+TEST_P(BusyDialogTest, Msg_ManyInAShortTime_ShowsTheLastOneLater) {
     for (int i = 0; i < 100; ++i) {
         dialog.Msg(L"Backing:", std::to_wstring(i), L"", false, false, false);
     }
@@ -101,21 +101,21 @@ TEST_P(Busy, Msg_ManyInAShortTime_ShowsTheLastOneLater) {
     EXPECT_TRUE(Report().ends_with(L"Backing:: 99 - \r\nnext\r\n"));
 }
 
-TEST_P(Busy, Timer_ShowsThePendingMessage) {
+TEST_P(BusyDialogTest, Timer_ShowsThePendingMessage) {
     dialog.Msg(L"Backing:", L"first", L"", false, false, false);
     dialog.Msg(L"Backing:", L"last", L"", false, false, false);
     Tick();
     EXPECT_EQ(Window().Text(L"lblMsg"), L"last");
 }
 
-TEST_P(Busy, Repaint_ShowsThePendingMessage) {
+TEST_P(BusyDialogTest, Repaint_ShowsThePendingMessage) {
     dialog.Msg(L"Backing:", L"small", L"", false, false, false);
     dialog.Msg(L"Backing:", L"large", L"", false, false, false);
     dialog.Repaint();
     EXPECT_EQ(Window().Text(L"lblMsg"), L"large");
 }
 
-TEST_P(Busy, Timer_MovesTheBarInACycle) {
+TEST_P(BusyDialogTest, Timer_MovesTheBarInACycle) {
     dialog.Report(L"x", false);
     EXPECT_TRUE(Window().IsTimerEnabled(L"tmrBusy"));
     for (const int value : {10, 20, 30, 40, 50, 60, 70, 80, 90, 0, 10}) {
@@ -124,7 +124,7 @@ TEST_P(Busy, Timer_MovesTheBarInACycle) {
     }
 }
 
-TEST_P(Busy, Msg_TextIsEnd_ClosesTheDialogAtTheNextTick) {
+TEST_P(BusyDialogTest, Msg_TextIsEnd_ClosesTheDialogAtTheNextTick) {
     dialog.Msg(L"Title", L"end", L"", false, false, false);
     Tick();
     EXPECT_TRUE(Window().IsLoaded());
@@ -133,7 +133,7 @@ TEST_P(Busy, Msg_TextIsEnd_ClosesTheDialogAtTheNextTick) {
     EXPECT_FALSE(Window().IsLoaded());
 }
 
-TEST_P(Busy, Msg_WithPauseOrClose_WaitsOrCloses) {
+TEST_P(BusyDialogTest, Msg_WithPauseOrClose_WaitsOrCloses) {
     dialog.Msg(L"Title", L"message", L"", true, false, false);
     EXPECT_GE(world.pump.Waited(), 2000U);
     EXPECT_TRUE(Window().IsLoaded());
@@ -141,7 +141,7 @@ TEST_P(Busy, Msg_WithPauseOrClose_WaitsOrCloses) {
     EXPECT_FALSE(Window().IsLoaded());
 }
 
-TEST_P(Busy, KeepOpenTicked_NeitherWaitsNorCloses) {
+TEST_P(BusyDialogTest, KeepOpenTicked_NeitherWaitsNorCloses) {
     dialog.Report(L"x", false);
     Window().Check(L"chkDontHide", true);
     dialog.Msg(L"Title", L"message", L"", true, true, false);
@@ -155,7 +155,7 @@ TEST_P(Busy, KeepOpenTicked_NeitherWaitsNorCloses) {
     EXPECT_EQ(host.calls, Calls{});
 }
 
-TEST_P(Busy, BusyHide_LongReport_ShowsItsEnd) {
+TEST_P(BusyDialogTest, BusyHide_LongReport_ShowsItsEnd) {
     for (int i = 0; i < 300; ++i) dialog.Report(L"line " + std::to_wstring(i), false);
     Window().Check(L"chkDontHide", true);
     dialog.BusyHide(true);
@@ -168,7 +168,7 @@ TEST_P(Busy, BusyHide_LongReport_ShowsItsEnd) {
     EXPECT_GT(inside.bottom, 50);
 }
 
-TEST_P(Busy, BusyHide_FillsTheBarAndCloses) {
+TEST_P(BusyDialogTest, BusyHide_FillsTheBarAndCloses) {
     dialog.Msg(L"Backing:", L"x", L"", false, false, false);
     std::wstring report;
     int bar = 0;
@@ -187,21 +187,21 @@ TEST_P(Busy, BusyHide_FillsTheBarAndCloses) {
     EXPECT_TRUE(state.cancel.IsRequested()) << "every closing asks for it";
 }
 
-TEST_P(Busy, BusyHide_WithoutPause_ClosesAtOnce) {
+TEST_P(BusyDialogTest, BusyHide_WithoutPause_ClosesAtOnce) {
     dialog.Report(L"x", false);
     dialog.BusyHide(false);
     EXPECT_EQ(world.pump.Waited(), 0U);
     EXPECT_FALSE(Window().IsLoaded());
 }
 
-TEST_P(Busy, BusyHide_NeverShown_YieldsAndCancelsNothing) {
+TEST_P(BusyDialogTest, BusyHide_NeverShown_YieldsAndCancelsNothing) {
     dialog.BusyHide(true);
     EXPECT_FALSE(Window().IsLoaded());
     EXPECT_EQ(world.pump.Yields(), 0);
     EXPECT_FALSE(state.cancel.IsRequested());
 }
 
-TEST_P(Busy, CancelButton_RequestsCancelAndEnablesTheMainWindow) {
+TEST_P(BusyDialogTest, CancelButton_RequestsCancelAndEnablesTheMainWindow) {
     dialog.Report(L"x", false);
     Window().Check(L"chkDontHide", true);
     Press();
@@ -210,13 +210,13 @@ TEST_P(Busy, CancelButton_RequestsCancelAndEnablesTheMainWindow) {
     EXPECT_EQ(host.calls, (Calls{"ready"}));
 }
 
-TEST_P(Busy, CloseBox_EnablesTheMainWindow) {
+TEST_P(BusyDialogTest, CloseBox_EnablesTheMainWindow) {
     dialog.Report(L"x", false);
     SendMessageW(Window().Handle(), WM_CLOSE, 0, 0);
     EXPECT_EQ(host.calls, (Calls{"ready"}));
 }
 
-TEST_P(Busy, Minimised_LoadsTheIcon_CloseRestoresTheMainWindow) {
+TEST_P(BusyDialogTest, Minimised_LoadsTheIcon_CloseRestoresTheMainWindow) {
     dialog.Report(L"x", false);
     Minimise();
     EXPECT_EQ(host.calls, Calls{"load icon"});
@@ -225,7 +225,7 @@ TEST_P(Busy, Minimised_LoadsTheIcon_CloseRestoresTheMainWindow) {
     EXPECT_EQ(host.calls, (Calls{"unload icon", "ready", "show main"}));
 }
 
-TEST_P(Busy, RestoredByItsButton_ShowsTheMainWindow) {
+TEST_P(BusyDialogTest, RestoredByItsButton_ShowsTheMainWindow) {
     dialog.Report(L"x", false);
     Minimise();
     ShowWindow(Window().Handle(), SW_RESTORE);
@@ -234,7 +234,7 @@ TEST_P(Busy, RestoredByItsButton_ShowsTheMainWindow) {
     EXPECT_EQ(Window().State(), WindowState::Normal);
 }
 
-TEST_P(Busy, HiddenWhileMinimised_NextMessageShowsItsButton) {
+TEST_P(BusyDialogTest, HiddenWhileMinimised_NextMessageShowsItsButton) {
     test::LoadedForm main{MainForm(), GetParam()};
     dialog.Report(L"x", false);
     Minimise();
@@ -247,7 +247,7 @@ TEST_P(Busy, HiddenWhileMinimised_NextMessageShowsItsButton) {
     EXPECT_EQ(Window().State(), WindowState::Minimised);
 }
 
-TEST_P(Busy, BusyHide_HiddenByTheIcon_ShowsTheMainWindow) {
+TEST_P(BusyDialogTest, BusyHide_HiddenByTheIcon_ShowsTheMainWindow) {
     dialog.Report(L"x", false);
     Minimise();
     Window().Hide();
@@ -257,7 +257,7 @@ TEST_P(Busy, BusyHide_HiddenByTheIcon_ShowsTheMainWindow) {
     EXPECT_THAT(host.calls, testing::IsSupersetOf({"unload icon", "ready", "show main"}));
 }
 
-TEST_P(Busy, BusyHide_MinimisedAndReportKept_ShowsItAndTheMainWindow) {
+TEST_P(BusyDialogTest, BusyHide_MinimisedAndReportKept_ShowsItAndTheMainWindow) {
     dialog.Report(L"x", false);
     Window().Check(L"chkDontHide", true);
     Minimise();
@@ -269,7 +269,7 @@ TEST_P(Busy, BusyHide_MinimisedAndReportKept_ShowsItAndTheMainWindow) {
     EXPECT_THAT(host.calls, testing::IsSupersetOf({"unload icon", "show main"}));
 }
 
-TEST_P(Busy, BusyHide_NeverShown_DoesNothing) {
+TEST_P(BusyDialogTest, BusyHide_NeverShown_DoesNothing) {
     state.silentRun = true;
     dialog.SendView();
     dialog.BusyHide(false);
@@ -278,7 +278,7 @@ TEST_P(Busy, BusyHide_NeverShown_DoesNothing) {
     state.silentRun = false;
 }
 
-TEST_P(Busy, KeepOpenTicked_AppliesToOneRunOnly) {
+TEST_P(BusyDialogTest, KeepOpenTicked_AppliesToOneRunOnly) {
     dialog.Report(L"x", false);
     Window().Check(L"chkDontHide", true);
     Window().Unload();
@@ -287,7 +287,7 @@ TEST_P(Busy, KeepOpenTicked_AppliesToOneRunOnly) {
     EXPECT_EQ(dialog.ReportText(), L"y\r\n") << "a new report";
 }
 
-TEST_P(Busy, ClosedDuringARun_StaysClosedUntilTheNextRun) {
+TEST_P(BusyDialogTest, ClosedDuringARun_StaysClosedUntilTheNextRun) {
     state.isWorking = true;
     dialog.Report(L"x", false);
     Press();
@@ -301,7 +301,7 @@ TEST_P(Busy, ClosedDuringARun_StaysClosedUntilTheNextRun) {
     EXPECT_EQ(dialog.ReportText(), L"Backing:: z - \r\n") << "a report of its own";
 }
 
-TEST_P(Busy, WorkAfterARun_ShowsItDespiteTheOldCancel) {
+TEST_P(BusyDialogTest, WorkAfterARun_ShowsItDespiteTheOldCancel) {
     state.isWorking = true;
     dialog.Report(L"x", false);
     dialog.BusyHide(false);
@@ -314,7 +314,7 @@ TEST_P(Busy, WorkAfterARun_ShowsItDespiteTheOldCancel) {
     EXPECT_GE(world.pump.Yields(), 40) << "an old cancel does not shorten the wait";
 }
 
-TEST_P(Busy, Wait_CancelOrUnload_Ends) {
+TEST_P(BusyDialogTest, Wait_CancelOrUnload_Ends) {
     dialog.Report(L"x", false);
     world.pump.AtYield(3, [&] { state.cancel.Request(); });
     dialog.Wait(2);
@@ -327,7 +327,7 @@ TEST_P(Busy, Wait_CancelOrUnload_Ends) {
     EXPECT_EQ(world.pump.Yields(), 2);
 }
 
-TEST_P(Busy, BusyHide_ClosedDuringItsWait_UnloadsOnce) {
+TEST_P(BusyDialogTest, BusyHide_ClosedDuringItsWait_UnloadsOnce) {
     dialog.Report(L"x", false);
     world.pump.AtYield(5, [&] { Press(); });
     dialog.BusyHide(true);
@@ -335,7 +335,7 @@ TEST_P(Busy, BusyHide_ClosedDuringItsWait_UnloadsOnce) {
     EXPECT_EQ(host.calls, (Calls{"ready"})) << "once";
 }
 
-TEST_P(Busy, SilentRun_LoadsAndNeverShowsIt) {
+TEST_P(BusyDialogTest, SilentRun_LoadsAndNeverShowsIt) {
     state.silentRun = true;
     dialog.SendView();
     EXPECT_TRUE(Window().IsLoaded());
@@ -346,7 +346,7 @@ TEST_P(Busy, SilentRun_LoadsAndNeverShowsIt) {
     EXPECT_EQ(world.pump.Yields(), 0);
 }
 
-TEST_P(Busy, Report_HundredThousandLines_IsKeptWhole) {
+TEST_P(BusyDialogTest, Report_HundredThousandLines_IsKeptWhole) {
     std::size_t units = 0;
     for (int i = 0; i < 100000; ++i) {
         const std::wstring line = L"Backing: " + std::to_wstring(i);
@@ -359,7 +359,7 @@ TEST_P(Busy, Report_HundredThousandLines_IsKeptWhole) {
     EXPECT_EQ(Report(), dialog.ReportText());
 }
 
-TEST_P(Busy, OpenedAHundredTimes_LeaksNothing) {
+TEST_P(BusyDialogTest, OpenedAHundredTimes_LeaksNothing) {
     const auto handles = [](DWORD kind) { return GetGuiResources(GetCurrentProcess(), kind); };
     const auto openAndClose = [this] {
         dialog.Msg(L"Backing:", L"x", L"", false, false, true);
