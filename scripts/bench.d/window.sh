@@ -1,7 +1,7 @@
 # shellcheck shell=bash disable=SC2034,SC2154  # scripts/bench reads and sets the variables
 # From the start to the painted main window, with a list of twenty items, against the system's editor
-# of texts, which has next to nothing to show, and a bare window with the same controls. All are
-# ended as soon as their window is there.
+# of texts, which has next to nothing to show, and a bare window with the same controls behind a bare
+# opening screen. All are ended as soon as their window is there.
 title='start to the painted window, 20 items'
 sides=(vaultwright bare notepad none)
 comparisons=('vaultwright notepad 1.6' 'vaultwright bare -' 'bare notepad -' 'vaultwright none -')
@@ -23,6 +23,8 @@ make() {
     "$loader" reg add "HKCU\\Software\\Tallowmere.Net\\$(basename "$program" .exe)" \
         /v Arabic /d 0 /f >/dev/null
 }
+
+attempts() { echo 3; }
 
 commandOf() {
     local -a tool=("$loader" "$(windowsPath "$untilShown")")
