@@ -97,14 +97,12 @@ void Form::MakeParts() {
         if (HasWindow(data.kind)) part.window = MakeControl(parent, data, language_);
         if (data.kind == ControlKind::ListView) {
             part.list = std::make_unique<ListView>(part.window, data, language_);
-            part.list->Tips().Attach(names_.get(), Tips().Handle());
-            Tips().Add(part.window, ToolTips::Mouse::Relayed);
+            part.list->Tips().Attach(names_.get());
         } else if (data.kind == ControlKind::ToolBar) {
             part.toolBar = std::make_unique<ToolBar>(part.window, data, language_);
         } else if (data.kind == ControlKind::DropDown) {
             part.dropDown = std::make_unique<DropDown>(part.window);
         }
-        if (data.path || !data.tip.english.empty()) Tips().Add(part.window);
         names_->Set(part.window, data.spokenName.In(language_));
         parts_.push_back(std::move(part));
     }
@@ -112,14 +110,6 @@ void Form::MakeParts() {
         if (part.data->wheelLabel.empty()) continue;
         ScrollBar::RepaintWithFocus(part.window, Find(part.data->wheelLabel)->window);
     }
-}
-
-ToolTips& Form::Tips() {
-    if (!tips_) {
-        tips_ = std::make_unique<ToolTips>(Handle());
-        tips_->UseDpi(dpi_);
-    }
-    return *tips_;
 }
 
 void Form::ForgetParts() noexcept {

@@ -195,7 +195,7 @@ class Form final : public Window {
     void ArrangeDropDown(HWND dropDown, const Rect& place) const;
     [[nodiscard]] Size DesignNow() const noexcept;
     [[nodiscard]] Size OuterSize(const Size& inner) const noexcept;
-    [[nodiscard]] Size WithinScreen(const Size& outer) const noexcept;
+    [[nodiscard]] Size LeastSize() const noexcept;
     void GrowBy(int height);
     void TakeIcon(int id);
 
@@ -223,7 +223,8 @@ class Form final : public Window {
     void GiveFocus();
 
     // Tool tips (FormTips.cpp)
-    [[nodiscard]] ToolTips& Tips();
+    [[nodiscard]] ToolTips& Tips();  ///< those of all controls, made when they are first needed
+    void OnMouseCame();
     void OnTipAsked(NMTTDISPINFOW& info);
     void OnMenuSelect(WPARAM selected, HMENU menu);
 

@@ -20,6 +20,12 @@ RECT WorkAreaOf(HWND window) noexcept {
     return monitor.rcWork;
 }
 
+// What is off the screen cannot be reached.
+Size Within(const RECT& work, const Size& outer) noexcept {
+    return {std::min(outer.width, static_cast<int>(work.right - work.left)),
+            std::min(outer.height, static_cast<int>(work.bottom - work.top))};
+}
+
 }  // namespace
 
 Size Form::OuterSize(const Size& inner) const noexcept {
@@ -34,18 +40,15 @@ Size Form::OuterSize(const Size& inner) const noexcept {
 // In the middle of the screen, and never larger than it.
 void Form::PlaceInitially() {
     if (data_.kind == FormKind::Hidden) return;
-    const Size outer = WithinScreen(OuterSize(Scaled(data_.initial, dpi_)));
     const RECT work = WorkAreaOf(Handle());
+    const Size outer = Within(work, OuterSize(Scaled(data_.initial, dpi_)));
     SetWindowPos(Handle(), nullptr, (work.left + work.right - outer.width) / 2,
                  (work.top + work.bottom - outer.height) / 2, outer.width, outer.height,
                  SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
-// What is off the screen cannot be reached.
-Size Form::WithinScreen(const Size& outer) const noexcept {
-    const RECT work = WorkAreaOf(Handle());
-    return {std::min(outer.width, static_cast<int>(work.right - work.left)),
-            std::min(outer.height, static_cast<int>(work.bottom - work.top))};
+Size Form::LeastSize() const noexcept {
+    return Within(WorkAreaOf(Handle()), OuterSize(Scaled(DesignNow(), dpi_)));
 }
 
 // The design as it is now: a form is taller while it shows what opens it.

@@ -53,7 +53,7 @@ std::optional<LRESULT> Form::OnWindowMessage(UINT message, WPARAM wParam, LPARAM
     switch (message) {
         case WM_DESTROY:
             for (const Part& part : parts_) {
-                if (part.list) part.list->Tips().Attach(nullptr, nullptr);
+                if (part.list) part.list->Tips().Detach();
             }
             names_.reset();
             return std::nullopt;
@@ -71,7 +71,7 @@ std::optional<LRESULT> Form::OnWindowMessage(UINT message, WPARAM wParam, LPARAM
             events_.OnResize(*this, State());
             return 0;
         case WM_GETMINMAXINFO: {
-            const Size least = WithinScreen(OuterSize(Scaled(DesignNow(), dpi_)));
+            const Size least = LeastSize();
             auto* info = reinterpret_cast<MINMAXINFO*>(lParam);
             info->ptMinTrackSize = {least.width, least.height};
             return 0;
@@ -110,6 +110,7 @@ std::optional<LRESULT> Form::OnWindowMessage(UINT message, WPARAM wParam, LPARAM
             OnMenuSelect(wParam, reinterpret_cast<HMENU>(lParam));
             return 0;
         case WM_SETCURSOR: {
+            OnMouseCame();
             const auto hit = static_cast<SHORT>(LOWORD(lParam));
             if (pointer_ != MousePointer::Hourglass || (hit != HTCLIENT && hit != HTERROR)) {
                 return std::nullopt;

@@ -1,8 +1,8 @@
+#include <algorithm>
 #include <string>
 
 #include "platform/TextDirection.h"
 #include "ui/Form.h"
-#include "ui/Gdi.h"
 #include "ui/Painting.h"
 // The extended window macros need the declarations of the window system first.
 #include <windowsx.h>
@@ -10,6 +10,14 @@
 // The tool tips of a form: of its controls, its lists and its menu.
 
 namespace vw {
+
+namespace {
+
+bool HasTip(const ControlData& data) noexcept {
+    return data.kind == ControlKind::ListView || data.path || !data.tip.english.empty();
+}
+
+}  // namespace
 
 // The tip of a label with a path is the whole path, unless all of it shows.
 void Form::OnTipAsked(NMTTDISPINFOW& info) {
@@ -29,10 +37,7 @@ void Form::OnTipAsked(NMTTDISPINFOW& info) {
     tipText_ =
         part->data->path ? Text(part->data->name) : std::wstring(part->data->tip.In(language_));
     if (part->data->path) {
-        const WindowDc dc(control);
-        const SavedDc saved(dc.Get());
-        SelectFontOf(control, dc.Get());
-        const int width = MeasureIn(dc.Get())(tipText_);
+        const int width = MeasureIn(control)(tipText_);
         RECT area{};
         GetClientRect(control, &area);
         if (width <= area.right) tipText_.clear();
@@ -43,6 +48,23 @@ void Form::OnTipAsked(NMTTDISPINFOW& info) {
         tipText_ = part->data->path ? MarkTip(tipText_) : MarkSentence(tipText_);
     }
     info.lpszText = tipText_.data();
+}
+
+ToolTips& Form::Tips() {
+    if (tips_) return *tips_;
+    tips_ = std::make_unique<ToolTips>(Handle());
+    tips_->UseDpi(dpi_);
+    for (const Part& part : parts_) {
+        if (!HasTip(*part.data)) continue;
+        tips_->Add(part.window, part.list ? ToolTips::Mouse::Relayed : ToolTips::Mouse::Watched);
+        if (part.list) part.list->Tips().RelayTo(tips_->Handle());
+    }
+    return *tips_;
+}
+
+// Only a mouse asks for the tip of a control, long after the form was painted.
+void Form::OnMouseCame() {
+    if (std::ranges::any_of(data_.controls, HasTip)) static_cast<void>(Tips());
 }
 
 // The keyboard highlights entries too, so their tips do not depend on the mouse.

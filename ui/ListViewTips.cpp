@@ -1,17 +1,11 @@
 #include "ui/ListViewTips.h"
 
 #include "ui/AccessibleNames.h"
-#include "ui/Gdi.h"
 #include "ui/Painting.h"
 // The extended window macros need the declarations of the window system first.
 #include <windowsx.h>
 
 namespace vw {
-
-void ListViewTips::Attach(AccessibleNames* names, HWND tips) noexcept {
-    names_ = names;
-    tips_ = tips;
-}
 
 // Descriptions belong to positions, and rows change theirs.
 void ListViewTips::DescribeRows() {
@@ -27,10 +21,7 @@ void ListViewTips::DescribeRows() {
 bool ListViewTips::IsShortened(int row, int column) const {
     const std::wstring& text = rows_.At(row).cells[static_cast<std::size_t>(column)].text;
     const RECT cell = control_.CellArea(row, column);
-    const WindowDc dc(control_.Handle());
-    const SavedDc saved(dc.Get());
-    SelectFontOf(control_.Handle(), dc.Get());
-    return MeasureIn(dc.Get())(text) > cell.right - cell.left;
+    return MeasureIn(control_.Handle())(text) > cell.right - cell.left;
 }
 
 std::wstring ListViewTips::TipAt(POINT place) const {

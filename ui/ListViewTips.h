@@ -16,9 +16,17 @@ class ListViewTips {
     ListViewTips(const ListViewControl& control, const ListViewRows& rows) noexcept
         : control_(control), rows_(rows) {}
 
-    /// Uses these, which may be none, for what screen readers say and for the tip that goes when
-    /// the mouse leaves its cell.
-    void Attach(AccessibleNames* names, HWND tips) noexcept;
+    /// Uses these, which may be none, for what screen readers say.
+    void Attach(AccessibleNames* names) noexcept { names_ = names; }
+
+    /// Relays the messages of the mouse to these tips, and hides the tip of a cell that it leaves.
+    void RelayTo(HWND tips) noexcept { tips_ = tips; }
+
+    /// Call before those are gone.
+    void Detach() noexcept {
+        names_ = nullptr;
+        tips_ = nullptr;
+    }
 
     /// The tool tip for a place of the control: the whole text of a cell that has no room for it,
     /// and the warning of its row. Empty when there is nothing to add to what is seen.

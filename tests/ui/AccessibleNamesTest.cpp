@@ -92,7 +92,7 @@ TEST(ScreenReaders, RowWithWarning_IsDescribedUntilTheWarningGoes) {
     LoadedForm main(MainForm(), Language::English);
     AccessibleNames names(properties);
     ListView& copies = main.form.List(L"lsvRestore2");
-    copies.Tips().Attach(&names, nullptr);
+    copies.Tips().Attach(&names);
     for (const wchar_t* const label : {L"N01", L"N02"}) copies.Add(label, RowIcon::Folder);
     copies.ShowWarnings({L"", L"This copy is incomplete."});
     ASSERT_EQ(properties.said.size(), 1U);
@@ -102,7 +102,7 @@ TEST(ScreenReaders, RowWithWarning_IsDescribedUntilTheWarningGoes) {
     properties.cleared.clear();
     copies.ShowWarnings({L"", L""});
     EXPECT_NE(std::ranges::find(properties.cleared, 2U), properties.cleared.end());
-    copies.Tips().Attach(nullptr, nullptr);
+    copies.Tips().Detach();
 }
 
 }  // namespace

@@ -255,14 +255,7 @@ TEST(FormState, ProgressAndReport_HoldWhatIsWritten) {
     EXPECT_EQ(busy.form.Text(L"txtReport").size(), report.size() + 3);
 }
 
-TEST(FormState, LongPath_LabelHasAllOfItAndATip) {
-    LoadedForm busy(BusyForm(), Language::Arabic);
-    std::wstring path = L"C:";
-    for (int i = 0; i < 30; ++i) path += L"\\مجلد & folder";
-    busy.form.SetText(L"lblMsg", path);
-    EXPECT_EQ(busy.form.Text(L"lblMsg"), path);
-    const HWND label = busy.Control(L"lblMsg");
-    NMTTDISPINFOW info{};
+HWND TipsOfThisThread() {
     HWND tips = nullptr;
     EnumThreadWindows(
         GetCurrentThreadId(),
@@ -274,7 +267,22 @@ TEST(FormState, LongPath_LabelHasAllOfItAndATip) {
             return FALSE;
         },
         reinterpret_cast<LPARAM>(&tips));
+    return tips;
+}
+
+TEST(FormState, LongPath_LabelHasAllOfItAndATip) {
+    LoadedForm busy(BusyForm(), Language::Arabic);
+    std::wstring path = L"C:";
+    for (int i = 0; i < 30; ++i) path += L"\\مجلد & folder";
+    busy.form.SetText(L"lblMsg", path);
+    EXPECT_EQ(busy.form.Text(L"lblMsg"), path);
+    const HWND label = busy.Control(L"lblMsg");
+    EXPECT_EQ(TipsOfThisThread(), nullptr) << "nobody sees them before the mouse comes";
+    SendMessageW(label, WM_SETCURSOR, reinterpret_cast<WPARAM>(label),
+                 MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));
+    const HWND tips = TipsOfThisThread();
     ASSERT_NE(tips, nullptr);
+    NMTTDISPINFOW info{};
     info.hdr = {tips, reinterpret_cast<UINT_PTR>(label), static_cast<UINT>(TTN_GETDISPINFOW)};
     SendMessageW(busy.Handle(), WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&info));
     EXPECT_EQ(std::wstring(info.lpszText), MarkPath(path)) << "all of it, from left to right";
