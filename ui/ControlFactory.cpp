@@ -94,6 +94,12 @@ LRESULT PassOn(HWND frame, UINT message, WPARAM wParam, LPARAM lParam, void*) {
     return CallControl(frame, message, wParam, lParam);
 }
 
+// A label has no frame to paint, and the dc that the system opens to do so costs as much as
+// the one for its text.
+LRESULT LeaveOutFrame(HWND label, UINT message, WPARAM wParam, LPARAM lParam, void*) {
+    return message == WM_NCPAINT ? 0 : CallControl(label, message, wParam, lParam);
+}
+
 // A program with more rights than the desktop gets no drops without asking for them.
 void AllowDropsFromDesktop(HWND control) {
     constexpr UINT kCopyGlobalData = 0x0049;
@@ -104,6 +110,11 @@ void AllowDropsFromDesktop(HWND control) {
 
 void Prepare(HWND control, const ControlData& data) {
     switch (data.kind) {
+        case ControlKind::Label:
+        case ControlKind::Heading:
+        case ControlKind::Picture:
+            Subclass(control, LeaveOutFrame, nullptr);
+            break;
         case ControlKind::ListView:
             SetWindowTheme(control, L"Explorer", nullptr);
             DragAcceptFiles(control, data.acceptsFiles ? TRUE : FALSE);

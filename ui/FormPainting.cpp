@@ -18,10 +18,6 @@ constexpr int kStatusGap = 6;
 // Dark enough to be read on the light background of every theme without high contrast.
 constexpr COLORREF kAlertColour = RGB(0xA8, 0x1C, 0x1C);
 
-HFONT FontOf(HWND control) noexcept {
-    return reinterpret_cast<HFONT>(SendMessageW(control, WM_GETFONT, 0, 0));
-}
-
 }  // namespace
 
 // Only the report is left to colour itself: it looks like a field, though nobody writes in it.

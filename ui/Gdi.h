@@ -33,9 +33,9 @@ class SavedDc {
     int state_;
 };
 
-/// Selects the font that a window shows its text in. The caller restores the state; see SavedDc.
-inline void SelectFontOf(HWND window, HDC dc) noexcept {
-    SelectObject(dc, reinterpret_cast<HGDIOBJ>(SendMessageW(window, WM_GETFONT, 0, 0)));
+/// The font that a window shows its text in.
+inline HGDIOBJ FontOf(HWND window) noexcept {
+    return reinterpret_cast<HGDIOBJ>(SendMessageW(window, WM_GETFONT, 0, 0));
 }
 
 }  // namespace vw

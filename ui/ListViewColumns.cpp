@@ -4,7 +4,6 @@
 #include <functional>
 
 #include "ui/ColumnWidths.h"
-#include "ui/Gdi.h"
 #include "ui/Painting.h"
 
 namespace vw {
@@ -42,11 +41,15 @@ ListViewColumns::ListViewColumns(const ListViewControl& control, const ListViewR
     }
 }
 
-// Widths that the user chose stay; the others share what is left.
+// Widths that the user chose stay; the others share what is left. A list without a size is fitted
+// when it has one.
 void ListViewColumns::Fit() {
+    const int room = Room();
+    if (room <= 0) return;
+    const ColumnMeasures widths{MeasureIn(control_.Handle()), MeasureIn(control_.Header())};
     std::vector<ColumnNeed> needs;
     for (std::size_t column = 0; column < data_.columns.size(); ++column) {
-        ColumnNeed need{.ideal = WidthOf(column), .mayHide = data_.columns[column].mayHide};
+        ColumnNeed need{.ideal = WidthOf(column, widths), .mayHide = data_.columns[column].mayHide};
         if (userWidths_[column] > 0) {
             need.ideal = Scaled(userWidths_[column], control_.Dpi());
         } else if (data_.columns[column].kind == ColumnKind::Path) {
@@ -61,7 +64,7 @@ void ListViewColumns::Fit() {
     }
     bool changed = false;
     int column = 0;
-    for (const int width : FittedWidths(needs, Room())) {
+    for (const int width : FittedWidths(needs, room)) {
         if (control_.Send(LVM_GETCOLUMNWIDTH, column) != width) {
             control_.Send(LVM_SETCOLUMNWIDTH, column, MAKELPARAM(width, 0));
             changed = true;
@@ -89,7 +92,7 @@ int ListViewColumns::Room() const {
 
 // Measuring every cell of a long list would take longer than filling it, so the cells with the most
 // letters stand for the others.
-int ListViewColumns::WidthOf(std::size_t column) const {
+int ListViewColumns::WidthOf(std::size_t column, const ColumnMeasures& widths) const {
     constexpr std::size_t kMeasured = 12;
     std::vector<std::wstring_view> longest;
     for (int row = 0; row < rows_.Count(); ++row) {
@@ -101,18 +104,13 @@ int ListViewColumns::WidthOf(std::size_t column) const {
         if (longest.size() > kMeasured) longest.pop_back();
     }
     const int dpi = control_.Dpi();
-    const WindowDc dc(control_.Handle());
-    const SavedDc saved(dc.Get());
-    SelectFontOf(control_.Handle(), dc.Get());
-    const Measure widthOf = MeasureIn(dc.Get());
     const int icon = column == 0 ? Scaled(kIconAndGaps, dpi) : 0;
     int width = 0;
-    for (const std::wstring_view text : longest) width = std::max(width, widthOf(text) + icon);
+    for (const std::wstring_view text : longest) width = std::max(width, widths.cells(text) + icon);
     // The header may have another font, and the mark of the direction takes some room beside its
     // text.
-    SelectFontOf(control_.Header(), dc.Get());
-    width = std::max(width,
-                     widthOf(data_.columns[column].header.In(language_)) + Scaled(kSortMark, dpi));
+    const std::wstring_view header = data_.columns[column].header.In(language_);
+    width = std::max(width, widths.header(header) + Scaled(kSortMark, dpi));
     width += 2 * Scaled(kCellMargin, dpi) + 1;
     const int narrowest = column == 0 ? kNarrowestFirstColumn : kNarrowestColumn;
     const int least = rows_.Count() == 0 ? data_.columns[column].width : narrowest;

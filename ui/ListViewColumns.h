@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "ui/DisplayText.h"
 #include "ui/FormData.h"
 #include "ui/ListViewControl.h"
 #include "ui/ListViewRows.h"
@@ -35,7 +36,12 @@ class ListViewColumns {
     [[nodiscard]] bool OnKeyDown(WPARAM key) const;
 
   private:
-    [[nodiscard]] int WidthOf(std::size_t column) const;
+    struct ColumnMeasures {
+        Measure cells;
+        Measure header;
+    };
+
+    [[nodiscard]] int WidthOf(std::size_t column, const ColumnMeasures& widths) const;
     [[nodiscard]] int Room() const;
 
     const ListViewControl& control_;

@@ -88,7 +88,7 @@ void ListViewPainter::PaintRow(HDC dc, int row) const {
     const RowColours colours = ColoursOfRow(selected, isFocused_);
 
     const SavedDc saved(dc);
-    SelectFontOf(window, dc);
+    SelectObject(dc, FontOf(window));
     {
         const Unmirrored upright(dc);
         RECT whole = control_.RowArea(row, LVIR_BOUNDS);
@@ -150,7 +150,7 @@ void ListViewPainter::PaintEmptyText(HDC dc) const {
     }
     InflateRect(&area, -Scaled(kEmptyTextMargin, control_.Dpi()), 0);
     const SavedDc saved(dc);
-    SelectFontOf(control_.Handle(), dc);
+    SelectObject(dc, FontOf(control_.Handle()));
     SetTextColor(dc, HintColour());
     const int room = static_cast<int>(area.right - area.left);
     const auto lines = static_cast<int>(Wrapped(text, room, MeasureIn(dc)).size());

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "platform/TextDirection.h"
+#include "ui/Gdi.h"
 
 namespace vw {
 
@@ -21,20 +22,30 @@ int PlainWidth(HDC dc, std::wstring_view text) {
     return static_cast<int>(size.cx);
 }
 
-/// A dc in memory with the font of another one.
+/// A dc in memory with a font.
 class Scratch {
   public:
-    explicit Scratch(HDC dc) : scratch_(CreateCompatibleDC(dc)) {
-        SelectObject(scratch_, GetCurrentObject(dc, OBJ_FONT));
+    explicit Scratch(HGDIOBJ font) : scratch_(CreateCompatibleDC(nullptr)) {
+        SelectObject(scratch_, font);
         SetTextAlign(scratch_, TA_LEFT | TA_TOP | TA_UPDATECP);
     }
     ~Scratch() { DeleteDC(scratch_); }
     Scratch(const Scratch&) = delete;
     Scratch& operator=(const Scratch&) = delete;
 
+    [[nodiscard]] HDC Dc() const noexcept { return scratch_; }
+
     // Arabic letters join, and are narrower then than each alone. Not every system measures
     // it, but drawing does: the pen goes as far as the text is wide.
     [[nodiscard]] int DrawnWidth(std::wstring_view text) const {
+        if (!IsShownAsPath(text)) return WidthOfPiece(text);
+        int width = 0;
+        for (const std::wstring_view piece : PathPieces(text)) width += WidthOfPiece(piece);
+        return width;
+    }
+
+  private:
+    [[nodiscard]] int WidthOfPiece(std::wstring_view text) const {
         MoveToEx(scratch_, 0, 0, nullptr);
         ExtTextOutW(scratch_, 0, 0, 0, nullptr, text.data(), static_cast<UINT>(text.size()),
                     nullptr);
@@ -43,7 +54,6 @@ class Scratch {
         return static_cast<int>(pen.x);
     }
 
-  private:
     HDC scratch_;
 };
 
@@ -102,16 +112,24 @@ RECT Unmirrored::Turned(const RECT& area) const noexcept {
     return turned;
 }
 
-Measure MeasureIn(HDC dc) {
-    const auto scratch = std::make_shared<Scratch>(dc);
-    return [dc, scratch](std::wstring_view text) {
-        if (!PhraseReadsFromRight(text)) return PlainWidth(dc, text);
-        if (!IsShownAsPath(text)) return scratch->DrawnWidth(text);
-        int width = 0;
-        for (const std::wstring_view piece : PathPieces(text)) width += scratch->DrawnWidth(piece);
-        return width;
+Measure MeasureWith(HGDIOBJ font) {
+    const auto scratch = std::make_shared<Scratch>(font);
+    return [scratch](std::wstring_view text) {
+        return PhraseReadsFromRight(text) ? scratch->DrawnWidth(text)
+                                          : PlainWidth(scratch->Dc(), text);
     };
 }
+
+// Called for each cell that is painted: a dc in memory is made only where a text needs it.
+Measure MeasureIn(HDC dc) {
+    return [dc, scratch = std::shared_ptr<Scratch>()](std::wstring_view text) mutable {
+        if (!PhraseReadsFromRight(text)) return PlainWidth(dc, text);
+        if (!scratch) scratch = std::make_shared<Scratch>(GetCurrentObject(dc, OBJ_FONT));
+        return scratch->DrawnWidth(text);
+    };
+}
+
+Measure MeasureIn(HWND window) { return MeasureWith(FontOf(window)); }
 
 Buffered::Buffered(HDC dc, const RECT& area)
     : canvas_(dc),

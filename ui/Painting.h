@@ -24,8 +24,14 @@ struct TextLook {
 /// everything else in the direction of its own letters, whatever the direction of the window.
 void PaintText(HDC dc, const RECT& area, std::wstring_view text, const TextLook& look);
 
+/// Measures in a font, which has to live longer.
+[[nodiscard]] Measure MeasureWith(HGDIOBJ font);
+
 /// Measures in the font of a dc.
 [[nodiscard]] Measure MeasureIn(HDC dc);
+
+/// Measures in the font that a window shows its text in.
+[[nodiscard]] Measure MeasureIn(HWND window);
 
 /// How high one line of the dc's font is.
 [[nodiscard]] int LineHeight(HDC dc);

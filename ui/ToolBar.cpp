@@ -113,13 +113,11 @@ void ToolBar::SetPictures(int dpi, HFONT font, HFONT boldFont) {
 
 // Buttons are as wide as what they show, with the same margin on both sides.
 void ToolBar::SetWidths() {
-    const WindowDc dc(control_);
-    const SavedDc saved(dc.Get());
     for (const ToolButtonData& button : data_.buttons) {
         int width = Scaled(kIconSize, dpi_) + 2 * Scaled(kPadding, dpi_);
         if (button.showText) {
-            SelectObject(dc.Get(), button.accentIcon != 0 ? boldFont_ : font_);
-            width += Scaled(kTextGap, dpi_) + MeasureIn(dc.Get())(button.text.In(language_)) +
+            const Measure widthOf = MeasureWith(button.accentIcon != 0 ? boldFont_ : font_);
+            width += Scaled(kTextGap, dpi_) + widthOf(button.text.In(language_)) +
                      Scaled(kTextMargin, dpi_);
         }
         TBBUTTONINFOW info{};
