@@ -29,7 +29,7 @@ bool HasStoredCopy(const std::wstring& path, const std::wstring& copyFolder) {
     for (std::size_t end = path.find(L'\\'); end != path.npos;) {
         const std::wstring folder = path.substr(0, end);
         const std::size_t next = path.find(L'\\', end + 1);
-        const std::wstring name = path.substr(end + 1, next == path.npos ? next : next - end - 1);
+        const std::wstring name = path.substr(end + 1, next - end - 1);
         if (FindCopyMark(name) && (MatchesWildcard(UpperCase(folder), UpperCase(kAnyCopyFolder)) ||
                                    EqualNoCase(folder, copyFolder))) {
             return true;

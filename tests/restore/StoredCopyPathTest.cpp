@@ -19,5 +19,14 @@ TEST(IsInStoredCopy, CopyFolderIsALink_CountsByItsRealPath) {
     EXPECT_FALSE(IsInStoredCopy(world.disk, tree.Path(L"Real store"), L"Work", vault));
 }
 
+TEST(IsInStoredCopy, MarkedNameBelowAnotherFolder_IsNotACopy) {
+    TempTree tree;
+    TestEnvironment world;
+    const std::wstring vault = tree.Folder(L"Vault");
+    const std::wstring other = tree.Folder(L"Vault\\Plain");
+    EXPECT_TRUE(IsInStoredCopy(world.disk, vault, L"Work«0001»", vault));
+    EXPECT_FALSE(IsInStoredCopy(world.disk, other, L"Work«0001»", vault));
+}
+
 }  // namespace
 }  // namespace vw::test
