@@ -150,11 +150,9 @@ int ItemList::RowOf(std::wstring_view path) {
         if (!EqualNoCase(item.originalLocation, folder)) continue;
         const bool hasExtension = !IsFolderType(item.type);
         if (!hasExtension && EqualNoCase(item.name, name)) return row;
-        if (EqualNoCase(item.text + (hasExtension ? item.type : L""), name)) {
-            // The first one counts unless another row has the whole name.
-            if (hasExtension) return row;
-            if (shown < 0) shown = row;
-        }
+        // The first one counts unless another row has the whole name.
+        const std::wstring text = item.text + (hasExtension ? item.type : L"");
+        if (shown < 0 && EqualNoCase(text, name)) shown = row;
     }
     return shown;
 }
