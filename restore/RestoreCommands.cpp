@@ -87,19 +87,18 @@ void RestoreCommands::Delete(const std::function<void()>& deletion) {
 // comment: without it the original place of the item would be lost.
 RestoreCommands::Outcome RestoreCommands::DeleteCopy(const CopySelection& selection,
                                                      const ListedCopy& copy) {
-    Outcome outcome = Outcome::Failed;
+    Outcome outcome = Outcome::Tried;
     trap_(L"DoDelCopy", [&] {
         const bool entered = engine_().InDestination(selection.folder, [&] {
             outcome = Outcome::Changed;
             selector_.RequireUnchanged(selection, copy);
-            outcome = Outcome::Failed;
+            outcome = Outcome::Tried;
             engine_().DeleteCopy(copy.path);
             MFileDosShell::DeletePath(system_, CPackage::PackageCommentFile(copy.path));
             // A copy of an item below a folder with a point in its name is in folders of its own.
             // An empty one would look like a copy.
             RemoveEmptyFolders(system_.files, MFileDosShell::CFileLocation(copy.path),
                                selection.folder);
-            outcome = Outcome::Done;
         });
         if (!entered) outcome = Outcome::Cancelled;
     });

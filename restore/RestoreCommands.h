@@ -49,7 +49,7 @@ class RestoreCommands {
         bool existed = false;  ///< whether the user was asked about something at `requestedPath`
     };
 
-    enum class Outcome { Done, Failed, Cancelled, Changed };
+    enum class Outcome { Tried, Cancelled, Changed };
 
     // Restoring (Restoring.cpp).
     void DoRestore(bool askLocation);
