@@ -68,30 +68,6 @@ CallCounts ChangedFiles(int count, int copies) {
     return world.WithFiles(count, copies + 1).Calls();
 }
 
-CallCounts Restored(CountedFixture& world) {
-    world.files.Heal();
-    const RunResult result = world.With(
-        [&](CPackage& engine) { engine.Extract(world.Store(L"Work«0001»"), world.Path(), false); });
-    EXPECT_TRUE(result.errors.empty());
-    return CallCounts(world.files.Operations());
-}
-
-/// The calls that restore a folder item, to a place where nothing is or over itself.
-CallCounts RestoredFolder(int folders, int files, bool isThere) {
-    CountedFixture world;
-    world.WithFolder(folders, files).Calls();
-    if (!isThere) world.tree.Remove(L"Work");
-    return Restored(world);
-}
-
-/// The same over itself, beside a file that has the name under which a restore writes.
-CallCounts RestoredBesideALeftOver(int files) {
-    CountedFixture world;
-    world.WithFolder(1, files).Calls();
-    world.tree.File(L"Work\\~vwr0.tmp", "left");
-    return Restored(world);
-}
-
 TEST(CallCount, EmptyList_CallsAreCounted) {
     EXPECT_EQ(CountedFixture().WithFiles(0).Calls().Text(), "Stat 2, Read 1");
 }
@@ -133,33 +109,6 @@ TEST(CallCount, ChangedFiles_CallsAreCounted) {
         << "for one more copy that moves up";
     EXPECT_EQ((ChangedFiles(1, 3) - ChangedFiles(1, 2)).Text(), "Stat 3, RemoveFile 1, Rename 1")
         << "for a copy that leaves";
-}
-
-TEST(CallCount, RestoreToANewPlace_CallsAreCounted) {
-    const CallCounts smallest = RestoredFolder(1, 1, false);
-    EXPECT_EQ(smallest.Text(),
-              "Stat 5, List 3, Copy 1, CreateFolder 2, Rename 1, CopyFolderInfo 2");
-    EXPECT_EQ((RestoredFolder(1, 11, false) - smallest).Text(), "Copy 10") << "for ten more files";
-    EXPECT_EQ((RestoredFolder(2, 1, false) - smallest).Text(),
-              "List 2, Copy 1, CreateFolder 1, CopyFolderInfo 1")
-        << "for one more folder";
-}
-
-TEST(CallCount, RestoreBesideALeftOver_ItsNameIsTriedOnce) {
-    EXPECT_EQ((RestoredBesideALeftOver(5) - RestoredBesideALeftOver(1)).Text(),
-              (RestoredFolder(1, 5, true) - RestoredFolder(1, 1, true)).Text());
-}
-
-TEST(CallCount, RestoreOverItself_CallsAreCounted) {
-    const CallCounts smallest = RestoredFolder(1, 1, true);
-    EXPECT_EQ(smallest.Text(),
-              "Stat 7, List 4, Copy 1, Replace 1, CopyFolderInfo 2, CopyAccessRights 1");
-    EXPECT_EQ((RestoredFolder(1, 2, true) - smallest).Text(),
-              "Stat 2, Copy 1, Replace 1, CopyAccessRights 1")
-        << "for one more file";
-    EXPECT_EQ((RestoredFolder(2, 1, true) - smallest).Text(),
-              "Stat 4, List 2, Copy 1, Replace 1, CopyFolderInfo 1, CopyAccessRights 1")
-        << "for one more folder";
 }
 
 }  // namespace
