@@ -105,5 +105,76 @@ TEST_F(RefusedTarget, CopyCannotBeRead_NamesTheCopy) {
     EXPECT_EQ(ReadBytes(document), "state 3");
 }
 
+TEST_F(RefusedTarget, CopyIsGone_NamesTheCopy) {
+    tree.Remove(copy);
+    engine.Extract(copy, tree.Path(L"Docs"), false);
+    const ToldError error = world.errors.TakeOne();
+    EXPECT_EQ(error.number, error_number::kFileNotFound);
+    EXPECT_EQ(error.path, copy);
+}
+
+/// A folder that is gone and comes back under a working name.
+class RefusedNewFolder : public Restore {
+  protected:
+    RefusedNewFolder() {
+        BackUp(tree.Path(L"Work") + L"\\");
+        tree.Remove(L"Work");
+        browser.ListRestoreFiles();
+        SelectItem(L"Work");
+    }
+    ToldError RestoreWith(int errorNumber, std::initializer_list<FileCall> failing) {
+        world.files.FailFrom(1, errorNumber, OnlyCalls(failing));
+        commands.mnuRestoreClick();
+        return world.errors.TakeOne();
+    }
+
+    const std::wstring file = tree.File(L"Work\\a.txt");
+    const std::wstring fileBelow = tree.File(L"Work\\Sub\\b.txt");
+};
+
+TEST_F(RefusedNewFolder, DiskIsFull_NamesTheFile) {
+    EXPECT_EQ(RestoreWith(error_number::kDiskFull, {FileCall::Copy}).path, file);
+}
+
+TEST_F(RefusedNewFolder, CopyCannotBeRead_NamesTheCopy) {
+    EXPECT_EQ(RestoreWith(error_number::kDeviceError, {FileCall::Copy}).path,
+              vault + L"\\Work«0001»\\a.txt");
+}
+
+TEST_F(RefusedNewFolder, NothingCanBeWrittenBeside_NamesTheFile) {
+    EXPECT_EQ(RestoreWith(error_number::kDeviceError, {FileCall::Copy, FileCall::Write}).path,
+              file);
+}
+
+TEST_F(RefusedNewFolder, SubFolderCannotBeListed_IsReported_OthersAreRestored) {
+    const std::wstring subFolder = vault + L"\\Work«0001»\\Sub";
+    world.files.FailNth(1, error_number::kPermissionDenied, [&](const FileOperation& operation) {
+        return operation.call == FileCall::List && operation.path.starts_with(subFolder);
+    });
+    commands.mnuRestoreClick();
+    EXPECT_EQ(world.errors.TakeOne().number, error_number::kPermissionDenied);
+    EXPECT_TRUE(Exists(file));
+    EXPECT_FALSE(Exists(fileBelow));
+}
+
+TEST_F(RefusedNewFolder, WorkingNameIsRefused_IsRestoredInItsPlace) {
+    world.files.FailNth(1, error_number::kPermissionDenied, OnlyCalls({FileCall::CreateFolder}));
+    commands.mnuRestoreClick();
+    EXPECT_THAT(world.errors.Take(), testing::IsEmpty());
+    EXPECT_TRUE(Exists(file));
+}
+
+TEST_F(RefusedNewFolder, NothingRefused_AppearsWhenItIsComplete) {
+    int copies = 0;
+    world.files.OnOperation([&](const FileOperation& operation) {
+        if (operation.call != FileCall::Copy) return;
+        ++copies;
+        EXPECT_FALSE(Exists(tree.Path(L"Work")));
+    });
+    commands.mnuRestoreClick();
+    EXPECT_EQ(copies, 2);
+    EXPECT_TRUE(Exists(file) && Exists(fileBelow));
+}
+
 }  // namespace
 }  // namespace vw::test
