@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include "platform/TextDirection.h"
 #include "tests/restore/RestoreEnvironment.h"
 
 // Behind the header of Windows, which it builds on.
@@ -104,6 +105,160 @@ TEST_F(CopiesListing, ClickOnTheFirstItem_MakesItsRowVisible) {
     ASSERT_GT(SendMessageW(items, LVM_GETTOPINDEX, 0, 0), 0);
     browser.lsvRestore1ItemClick(0);
     EXPECT_EQ(SendMessageW(items, LVM_GETTOPINDEX, 0, 0), 0);
+}
+
+TEST_F(CopiesListing, SelectLast_OnlyCopyIsOlder_StaysSelected) {
+    CopyFile(L"a«0002».txt");
+    browser.ListRestoreFiles();
+    browser.SelectLast();
+    EXPECT_EQ(browser.Copies().Selected(), -1) << "nobody selected it";
+    SelectCopy(L"N02");
+    browser.SelectLast();
+    EXPECT_EQ(browser.Copies().Selected(), 0);
+}
+
+TEST_F(CopiesListing, SelectLast_SelectedCopyIsGone_SelectsTheNewest) {
+    CopyFile(L"a«0001».txt");
+    const std::wstring second = CopyFile(L"a«0002».txt");
+    browser.ListRestoreFiles();
+    SelectCopy(L"N02");
+    tree.Remove(second);
+    browser.SelectLast();
+    EXPECT_EQ(browser.Copies().Selected(), 0);
+}
+
+TEST_F(CopiesListing, SelectLast_CopyFarDown_IsVisible) {
+    for (int number = 10; number < 90; ++number) {
+        CopyFile(L"a«00" + std::to_wstring(number) + L"».txt");
+    }
+    browser.ListRestoreFiles();
+    const int last = browser.Copies().Rows().Count() - 1;
+    browser.Copies().Select(last);
+    browser.SelectLast();
+    EXPECT_EQ(browser.Copies().Selected(), last);
+    const auto ask = [this](UINT message) {
+        return static_cast<int>(SendMessageW(browser.Copies().Handle(), message, 0, 0));
+    };
+    EXPECT_GT(last, ask(LVM_GETCOUNTPERPAGE));
+    EXPECT_LT(last, ask(LVM_GETTOPINDEX) + ask(LVM_GETCOUNTPERPAGE));
+}
+
+TEST_F(CopiesListing, ListAnew_ItemFarDown_StaysSelectedAndVisible) {
+    for (int number = 10; number < 90; ++number) {
+        CopyFile(L"item" + std::to_wstring(number) + L"«0001».txt");
+    }
+    browser.ListRestoreFiles();
+    SelectItem(L"item88");
+    const int row = browser.Items().Selected();
+    browser.ListAnew();
+    EXPECT_EQ(browser.Items().Selected(), row);
+    EXPECT_EQ(browser.Copies().Rows().SubItem(0, L"BackupName"), vault + L"\\item88«0001».txt");
+    const auto ask = [this](UINT message) {
+        return static_cast<int>(SendMessageW(browser.Items().Handle(), message, 0, 0));
+    };
+    EXPECT_GT(row, ask(LVM_GETCOUNTPERPAGE));
+    EXPECT_LT(row, ask(LVM_GETTOPINDEX) + ask(LVM_GETCOUNTPERPAGE));
+}
+
+TEST_F(CopiesListing, ListAnew_NamesAlike_KeepsTheItemOfTheSameType) {
+    for (const auto* name : {L"a«0001».doc", L"a«0001».txt", L"b«0001».txt"}) CopyFile(name);
+    browser.ListRestoreFiles();
+    for (int row = 0; row < 3; ++row) {
+        browser.Items().Select(row);
+        browser.ListCopyes(row);
+        browser.ListAnew();
+        EXPECT_EQ(browser.Items().Selected(), row);
+    }
+}
+
+TEST_F(CopiesListing, ListAnew_ItemIsGone_SelectsTheFirst) {
+    CopyFile(L"a«0001».txt");
+    CopyFile(L"b«0001».txt");
+    const std::wstring last = CopyFile(L"c«0001».txt");
+    browser.ListRestoreFiles();
+    SelectItem(L"c");
+    tree.Remove(last);
+    browser.ListAnew();
+    EXPECT_EQ(browser.Items().Selected(), 0);
+    EXPECT_EQ(browser.Copies().Rows().SubItem(0, L"BackupName"), vault + L"\\a«0001».txt");
+}
+
+TEST_F(CopiesListing, ListLoaded_ShowsTheItemsOfTheDestination) {
+    CopyFile(L"a«0001».txt");
+    browser.SourceChosen();
+    browser.RestoreFrom(L"C:\\");
+    browser.ListLoaded(vault);
+    EXPECT_EQ(main.form.Text(L"cmbDestination"), drive.Name());
+    EXPECT_THAT(Items(), ElementsAre(L"a"));
+}
+
+TEST_F(CopiesListing, Shows_TheSelectedItemWhoseCopiesAreListed) {
+    const std::wstring first = tree.File(L"Docs\\a.txt");
+    const std::wstring second = tree.File(L"Docs\\b.txt");
+    BackUp(first);
+    BackUp(second);
+    browser.ListRestoreFiles();
+    EXPECT_TRUE(browser.Shows(first));
+    EXPECT_FALSE(browser.Shows(second));
+    EXPECT_FALSE(browser.Shows(tree.Path(L"Docs\\c.txt")));
+    browser.Items().Select(1);
+    EXPECT_FALSE(browser.Shows(first)) << "it is not selected";
+    EXPECT_FALSE(browser.Shows(second)) << "its copies are not listed";
+    browser.ListCopyes(1);
+    EXPECT_TRUE(browser.Shows(second));
+}
+
+TEST_F(CopiesListing, Heading_NamesItemAndLocation) {
+    BackUp(tree.File(L"Docs\\Letter.txt"));
+    browser.ListRestoreFiles();
+    EXPECT_EQ(main.form.Text(L"lblCopiesHeading"), L"Copies of Letter.txt, " + tree.Path(L"Docs"));
+    LoadedForm arabic(MainForm(), Language::Arabic);
+    StatusLine status(arabic.form);
+    CopiesBrowser there(world.system, arabic.form, status, Engine());
+    there.RestoreFrom(vault);
+    there.SourceChosen();
+    there.ListRestoreFiles();
+    EXPECT_EQ(arabic.form.Text(L"lblCopiesHeading"),
+              L"نسخ " + MarkName(L"Letter.txt") + L"\u200F، " + MarkPath(tree.Path(L"Docs")));
+}
+
+TEST_F(CopiesListing, Heading_UnknownLocation_NamesTheItem) {
+    CopyFile(L"a«0001».txt");
+    browser.ListRestoreFiles();
+    EXPECT_EQ(main.form.Text(L"lblCopiesHeading"), L"Copies of a.txt");
+}
+
+TEST_F(CopiesListing, TwoCopiesOfOneLabel_HaveOneRow) {
+    CopyFile(L"a«00ab».txt");
+    CopyFile(L"a«00cd».txt");
+    browser.ListRestoreFiles();
+    EXPECT_THAT(Labels(), testing::ElementsAre(L"N00"));
+}
+
+TEST_F(CopiesListing, EmptyFile_HasASize) {
+    CopyFile(L"a«0001».txt", "");
+    browser.ListRestoreFiles();
+    EXPECT_EQ(browser.Copies().Rows().SubItem(0, L"Size"), L"0Byte");
+}
+
+TEST_F(CopiesListing, EachEntryAndEachCopy_Yields) {
+    for (int number = 1; number <= 5; ++number) {
+        CopyFile(L"a«000" + std::to_wstring(number) + L"».txt");
+        CopyFile(L"other" + std::to_wstring(number) + L".txt");
+    }
+    browser.ListRestoreFiles();
+    world.pump.Restart();
+    browser.ListCopyes(0);
+    EXPECT_GE(world.pump.Yields(), 5);
+    world.pump.Restart();
+    browser.ListRestoreFiles();
+    const int withOthers = world.pump.Yields();
+    for (int number = 1; number <= 5; ++number) {
+        tree.Remove(vault + L"\\other" + std::to_wstring(number) + L".txt");
+    }
+    world.pump.Restart();
+    browser.ListRestoreFiles();
+    EXPECT_EQ(withOthers - world.pump.Yields(), 5);
 }
 
 }  // namespace

@@ -228,6 +228,16 @@ TEST_F(TwoSticks, Click_AfterExchange_SelectsTheRowOfTheSamePlace) {
     EXPECT_THAT(world.boxes.Shown(), IsEmpty());
 }
 
+TEST_F(TwoSticks, NextClick_WithdrawsTheNoticeOfTheExchangeAlone) {
+    drive.Insert(L"second");
+    SelectPlace(tree.Path(L"B"));
+    SelectPlace(tree.Path(L"A"));
+    EXPECT_THAT(Status(), IsEmpty());
+    statusLine.ShowNotice(L"Another notice.");
+    SelectPlace(tree.Path(L"B"));
+    EXPECT_THAT(Status(), HasSubstr(L"Another notice."));
+}
+
 TEST_F(TwoSticks, Restore_ExchangeDuringQuestion_OverwritesNothing) {
     world.boxes.Expect(kQuestion, BoxAnswer::Yes);
     world.boxes.OnBox([this] { drive.Insert(L"second"); });

@@ -95,6 +95,13 @@ TEST_F(Selection, MovesDuringQuestion_AnswerCountsForTheFirst) {
     EXPECT_TRUE(Exists(vault + L"\\Letter«0001».txt"));
 }
 
+TEST_F(Selection, AnotherFolderIsShownDuringQuestion_NothingIsRestored) {
+    SelectCopy(L"N02");
+    Give(&RestoreCommands::mnuRestoreClick, [this] { browser.RestoreFrom(L"C:\\Backup"); });
+    EXPECT_EQ(world.errors.TakeOne().number, error_number::kFileNotFound);
+    EXPECT_EQ(ReadBytes(document), "state 3");
+}
+
 TEST_F(Selection, MovesDuringARestore_SafetyCopyIsOfItsOwnItem) {
     BackUp(tree.File(L"Other\\Report.doc", "other", {2024, 1, 1, 9, 0, 0}));
     browser.ListRestoreFiles();
