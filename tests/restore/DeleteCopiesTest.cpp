@@ -40,6 +40,19 @@ TEST_F(Restore, BothDeletions_AskWithTheirButtons) {
     for (const MessageBoxRequest& box : world.boxes.Shown()) ExpectGivenQuestion(box);
 }
 
+TEST_F(Restore, DeleteCopies_CountsAsWorkUntilItEnds) {
+    world.boxes.AnswerAll(BoxAnswer::Yes);
+    int removed = 0;
+    world.files.OnOperation([&](const FileOperation& operation) {
+        if (operation.call != FileCall::RemoveFile) return;
+        ++removed;
+        EXPECT_TRUE(state.isWorking);
+    });
+    commands.mnuDelCopiesClick();
+    EXPECT_GT(removed, 0);
+    EXPECT_FALSE(state.isWorking);
+}
+
 // A run of another process has rotated: under the name that the question is about is another copy.
 TEST_F(Restore, DeleteCopy_AnotherTookItsName_DeletesNothing) {
     SelectCopy(L"N02");

@@ -87,5 +87,17 @@ TEST_F(PartialSafety, CannotBeRemoved_AnotherOneIsMade) {
     ExpectWholeSafetyAndRestored();
 }
 
+TEST_F(Restore, OneSafetyNumberIsFree_IsUsed) {
+    for (int number = 21; number < 99; ++number) {
+        CopyFile(L"Report«00" + std::to_wstring(number) + L"».doc");
+    }
+    tree.File(L"Docs\\Report.doc", "edited", {2024, 1, 4, 9, 0, 0});
+    browser.ListRestoreFiles();
+    SelectCopy(L"N02");
+    world.boxes.Expect(kQuestion, BoxAnswer::Yes);
+    commands.mnuRestoreClick();
+    EXPECT_EQ(Safety(99), "edited");
+}
+
 }  // namespace
 }  // namespace vw::test
