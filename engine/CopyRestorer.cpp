@@ -240,7 +240,7 @@ void CopyRestorer::FillFolder(NewFolder& whole, const std::wstring& below,
                 if (!entry.isFolder) sizes.emplace(entry.name, entry.size);
             });
         },
-        [&](const RuntimeError&) { sizes.clear(); });
+        [](const RuntimeError&) {});
     for (const ListedFile* file : copied) {
         const auto listed = sizes.find(file->name);
         if (listed != sizes.end() && listed->second == file->size) continue;

@@ -2,8 +2,12 @@
 
 #include <gmock/gmock.h>
 
+#include <utility>
+#include <vector>
+
 #include "platform/TextDirection.h"
 #include "tests/restore/RestoreEnvironment.h"
+#include "tests/support/ForwardingFileSystem.h"
 
 // Behind the header of Windows, which it builds on.
 #include <commctrl.h>
@@ -181,6 +185,45 @@ TEST_F(CopiesListing, ListAnew_ItemIsGone_SelectsTheFirst) {
     browser.ListAnew();
     EXPECT_EQ(browser.Items().Selected(), 0);
     EXPECT_EQ(browser.Copies().Rows().SubItem(0, L"BackupName"), vault + L"\\a«0001».txt");
+}
+
+TEST_F(CopiesListing, ListAnew_NothingWasShown_ListsWhatIsThere) {
+    browser.SourceChosen();
+    browser.ListAnew();
+    EXPECT_THAT(Items(), testing::IsEmpty());
+    CopyFile(L"a«0001».txt");
+    browser.ListAnew();
+    EXPECT_THAT(Items(), ElementsAre(L"a"));
+}
+
+/// A drive that lists a folder in another order than that of the names, as some formats do.
+class UnsortedDrive final : public ForwardingFileSystem {
+  public:
+    using ForwardingFileSystem::ForwardingFileSystem;
+
+    void List(std::wstring_view folder, const EntryVisitor& visitor) override {
+        std::vector<std::pair<FileInfo, std::wstring>> entries;
+        Inner().List(folder,
+                     [&](const FolderEntry& entry) { entries.emplace_back(entry, entry.name); });
+        for (auto entry = entries.rbegin(); entry != entries.rend(); ++entry) {
+            visitor({entry->first, entry->second});
+        }
+    }
+};
+
+TEST_F(CopiesListing, UnsortedDrive_RowIsThatOfTheNewestCopy) {
+    for (int state = 1; state <= 2; ++state) {
+        BackUp(tree.File(L"Docs\\Letter.txt", "x", {2024, 1, state, 9, 0, 0}));
+    }
+    UnsortedDrive unsorted(world.files);
+    System system{unsorted,         world.pump,       world.boxes, world.errors,
+                  world.exitStatus, world.programEnd, world.clock, world.ansi};
+    CopiesBrowser there(system, main.form, statusLine, Engine());
+    there.RestoreFrom(vault);
+    there.SourceChosen();
+    there.ListRestoreFiles();
+    EXPECT_EQ(browser.Items().Rows().SubItem(0, L"Orginal Location"), tree.Path(L"Docs"));
+    EXPECT_THAT(Labels(), ElementsAre(L"N01", L"N02"));
 }
 
 TEST_F(CopiesListing, ListLoaded_ShowsTheItemsOfTheDestination) {
