@@ -252,9 +252,12 @@ TEST_F(CopiesListing, Shows_TheSelectedItemWhoseCopiesAreListed) {
 }
 
 TEST_F(CopiesListing, Heading_NamesItemAndLocation) {
-    BackUp(tree.File(L"Docs\\Letter.txt"));
+    const std::wstring name = L"تقرير 2.txt";
+    BackUp(tree.File(L"Docs\\" + name));
     browser.ListRestoreFiles();
-    EXPECT_EQ(main.form.Text(L"lblCopiesHeading"), L"Copies of Letter.txt, " + tree.Path(L"Docs"));
+    EXPECT_EQ(main.form.Text(L"lblCopiesHeading"),
+              L"Copies of " + name + L", " + tree.Path(L"Docs"));
+    ASSERT_NE(MarkName(name), name);
     LoadedForm arabic(MainForm(), Language::Arabic);
     StatusLine status(arabic.form);
     CopiesBrowser there(world.system, arabic.form, status, Engine());
@@ -262,7 +265,7 @@ TEST_F(CopiesListing, Heading_NamesItemAndLocation) {
     there.SourceChosen();
     there.ListRestoreFiles();
     EXPECT_EQ(arabic.form.Text(L"lblCopiesHeading"),
-              L"نسخ " + MarkName(L"Letter.txt") + L"\u200F، " + MarkPath(tree.Path(L"Docs")));
+              L"نسخ " + MarkName(name) + L"\u200F، " + MarkPath(tree.Path(L"Docs")));
 }
 
 TEST_F(CopiesListing, Heading_UnknownLocation_NamesTheItem) {
