@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <iterator>
 #include <string>
+#include <utility>
 
 namespace vw {
 
@@ -27,13 +28,20 @@ constexpr GUID kDescriptionProperty{
 
 }  // namespace
 
-AccessibleNames::AccessibleNames() noexcept {
-    apartment_.emplace();
-    services_ = MakeComObject<IAccPropServices>(kServicesClass, kServices);
+AccessibleNames::AccessibleNames() noexcept = default;
+
+AccessibleNames::AccessibleNames(IAccPropServices& services) noexcept
+    : services_(&services), isAsked_(true) {
+    services.AddRef();
 }
 
-AccessibleNames::AccessibleNames(IAccPropServices& services) noexcept : services_(&services) {
-    services.AddRef();
+// A form without such names, as the opening screen, does without the service.
+IAccPropServices* AccessibleNames::Services() noexcept {
+    if (!std::exchange(isAsked_, true)) {
+        apartment_.emplace();
+        services_ = MakeComObject<IAccPropServices>(kServicesClass, kServices);
+    }
+    return services_.get();
 }
 
 AccessibleNames::~AccessibleNames() {
@@ -53,7 +61,7 @@ void AccessibleNames::SetValue(HWND control, std::wstring_view value) {
 }
 
 void AccessibleNames::SetProperty(HWND control, const GUID& property, std::wstring_view text) {
-    if (services_ == nullptr || control == nullptr) return;
+    if (control == nullptr || Services() == nullptr) return;
     const HRESULT result =
         services_->SetHwndPropStr(control, static_cast<DWORD>(OBJID_CLIENT), CHILDID_SELF, property,
                                   std::wstring(text).c_str());
@@ -62,7 +70,7 @@ void AccessibleNames::SetProperty(HWND control, const GUID& property, std::wstri
 }
 
 void AccessibleNames::Describe(HWND control, int element, std::wstring_view text) {
-    if (services_ == nullptr || control == nullptr) return;
+    if (control == nullptr || Services() == nullptr) return;
     const auto object = static_cast<DWORD>(OBJID_CLIENT);
     // Elements count from 1.
     const auto child = static_cast<DWORD>(element) + 1;

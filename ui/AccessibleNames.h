@@ -35,9 +35,12 @@ class AccessibleNames {
 
   private:
     void SetProperty(HWND control, const GUID& property, std::wstring_view text);
+    /// Null on a system without it.
+    [[nodiscard]] IAccPropServices* Services() noexcept;
 
     std::optional<ComApartment> apartment_;  ///< released last
     ComPtr<IAccPropServices> services_;
+    bool isAsked_ = false;  ///< the system was asked for the service
     std::vector<HWND> described_;
 };
 
