@@ -38,8 +38,6 @@ class Output {
     /// Shows a text in place of the last progress, cut to the width of the terminal.
     void Progress(std::wstring_view text);
 
-    [[nodiscard]] bool IsJson() const noexcept { return style_ == Style::Json; }
-
     /// Writes what is still held back.
     void Flush();
 

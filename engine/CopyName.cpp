@@ -103,12 +103,6 @@ bool IsCommentName(std::wstring_view name) {
     return MatchesWildcard(name, kCopyNamePattern) && MatchesWildcard(name, kCommentPattern);
 }
 
-std::wstring CopyFolderOf(std::wstring_view copyPath) {
-    const std::wstring_view before = copyPath.substr(0, copyPath.find(L'\u00AB'));
-    const std::size_t separator = before.rfind(L'\\');
-    return std::wstring(copyPath.substr(0, separator == copyPath.npos ? 0 : separator));
-}
-
 // The builder's own pattern would take "#" or "[" of an item's name for wildcards.
 CopiesOfItem::CopiesOfItem(std::wstring_view itemName, int location) {
     const std::wstring pattern =

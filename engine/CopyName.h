@@ -67,10 +67,6 @@ struct CopyNameParts {
 /// Whether an entry of the copy folder is named like the comment file of a copy.
 [[nodiscard]] bool IsCommentName(std::wstring_view name);
 
-/// The folder that the copies lie in, from the path of one of them: that of the component with the
-/// marks, also when the item's own copy lies deeper.
-[[nodiscard]] std::wstring CopyFolderOf(std::wstring_view copyPath);
-
 /// Whether a name is that of some copy of one item: first name, "«", the location number, any two
 /// characters, "»" and the extension, in any letter case. All other characters are taken literally,
 /// also characters that are wildcards elsewhere.

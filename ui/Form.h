@@ -117,7 +117,6 @@ class Form final : public Window {
     /// Whether a control shows when its form does.
     [[nodiscard]] bool IsShown(std::wstring_view name) const;
     void ShowControl(std::wstring_view name, bool on);
-    void SetFocusTo(std::wstring_view name);
 
     // --- Controls of one kind
 

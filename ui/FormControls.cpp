@@ -145,13 +145,6 @@ void Form::SetDefaultButton(std::wstring_view name) {
     defaultButton_ = name.empty() ? std::wstring_view() : Find(name)->data->name;
 }
 
-void Form::SetFocusTo(std::wstring_view name) {
-    const HWND control = Control(name);
-    if (control == nullptr) return;
-    focus_ = control;
-    if (GetActiveWindow() == Handle()) SetFocus(control);
-}
-
 bool Form::IsChecked(std::wstring_view checkBox) const {
     const Part* part = Find(checkBox, ControlKind::CheckBox);
     return part != nullptr && SendMessageW(part->window, BM_GETCHECK, 0, 0) == BST_CHECKED;

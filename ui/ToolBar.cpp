@@ -159,12 +159,6 @@ void ToolBar::Check(std::wstring_view key, bool on) {
     SendMessageW(control_, TB_CHECKBUTTON, IdOf(key), MAKELPARAM(on ? TRUE : FALSE, 0));
 }
 
-int ToolBar::NeededWidth() const noexcept {
-    SIZE size{};
-    SendMessageW(control_, TB_GETMAXSIZE, 0, reinterpret_cast<LPARAM>(&size));
-    return size.cx;
-}
-
 std::optional<LRESULT> ToolBar::OnNotify(NMHDR& header) {
     switch (header.code) {
         case NM_CUSTOMDRAW:

@@ -36,9 +36,6 @@ class ToolBar {
     /// Shows a button as pressed in: the choice that holds now.
     void Check(std::wstring_view key, bool on);
 
-    /// How wide the buttons are together, in pixels.
-    [[nodiscard]] int NeededWidth() const noexcept;
-
     /// Handles a notification of the control; nothing where it does not concern the toolbar.
     std::optional<LRESULT> OnNotify(NMHDR& header);
 

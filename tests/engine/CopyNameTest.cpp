@@ -205,12 +205,6 @@ TEST(CopiesOfItem, WildcardsInTheName_AreLiteral) {
     EXPECT_FALSE(copies.Contains(L""));
 }
 
-TEST(CopyFolderOf, NestedCopy_IsTheFolderOfTheMarks) {
-    EXPECT_EQ(CopyFolderOf(L"E:\\Backup\\a\u00AB0001\u00BB.txt"), L"E:\\Backup");
-    EXPECT_EQ(CopyFolderOf(L"E:\\Backup\\Docs\u00AB0001\u00BB.smith\\My\\Docs"), L"E:\\Backup");
-    EXPECT_EQ(CopyFolderOf(L"a\u00AB0001\u00BB.txt"), L"");
-}
-
 TEST(FindCopyMark, NameWithoutACompleteMark_HasNone) {
     const std::wstring_view name = L"a\u00AB0001\u00BB";
     EXPECT_TRUE(FindCopyMark(name));

@@ -79,7 +79,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
                     vw::TwoDigits(input.Byte() % 100) + L"\u00BB" + input.Text();
         }
         (void)vw::NumberOfLabel(name);
-        (void)vw::CopyFolderOf(name);
         if (vw::IsCommentName(name)) comments.push_back(L"E:\\Backup\\" + name);
         if (!vw::IsCopyName(name)) continue;
         const std::wstring origin = vw::ParseCopyName(name).origin;
