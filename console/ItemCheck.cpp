@@ -178,8 +178,8 @@ void ItemCheck::TakeFolder(const Roots& roots, const ComparedFolder& folder, Res
             bytes_.Add({at(first.name), below(roots->second, second.name),
                         static_cast<const FileInfo&>(first), roots});
         } else {
-            const bool isDamage = first.isFolder != second.isFolder ||
-                                  IsSameDate(first.lastWrite, second.lastWrite);
+            const bool isDamage =
+                first.isFolder != second.isFolder || IsSameDate(first.lastWrite, second.lastWrite);
             result.differences.push_back({L"differs", at(first.name),
                                           Facts(first) + L"; the copy: " + Facts(second),
                                           isDamage});

@@ -10,9 +10,7 @@
 
 namespace vw {
 
-namespace {
-
-}  // namespace
+namespace {}  // namespace
 
 // A copy that cannot be placed is reported and kept; the item is still backed up.
 ReadyOutcome CopySeries::FinishReadyCopy(std::wstring_view path, std::int16_t location,
