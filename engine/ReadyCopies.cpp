@@ -10,8 +10,6 @@
 
 namespace vw {
 
-namespace {}  // namespace
-
 // A copy that cannot be placed is reported and kept; the item is still backed up.
 ReadyOutcome CopySeries::FinishReadyCopy(std::wstring_view path, std::int16_t location,
                                          std::wstring_view place) {

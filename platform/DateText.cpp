@@ -15,6 +15,7 @@ std::wstring PlainDateText(Date date) {
                       parts.month, parts.day, parts.hour, parts.minute, parts.second);
     return {text.data(), static_cast<std::size_t>(length)};
 }
+
 // The system writes no dates before its own calendar begins. Only the date that means a missing
 // file is older.
 std::wstring DateText(Date date) {

@@ -19,6 +19,15 @@ using testing::ElementsAre;
 
 class CopiesListing : public RestoreEnvironment {};
 
+/// Fails unless a row that is not on the first page of a list is visible.
+void ExpectScrolledTo(HWND list, int row) {
+    const auto ask = [list](UINT message) {
+        return static_cast<int>(SendMessageW(list, message, 0, 0));
+    };
+    EXPECT_GT(row, ask(LVM_GETCOUNTPERPAGE));
+    EXPECT_LT(row, ask(LVM_GETTOPINDEX) + ask(LVM_GETCOUNTPERPAGE));
+}
+
 TEST_F(CopiesListing, ItemsColumnClick_TurnsTheOrder) {
     CopyFile(L"a«0001».txt");
     CopyFile(L"b«0001».txt");
@@ -140,11 +149,7 @@ TEST_F(CopiesListing, SelectLast_CopyFarDown_IsVisible) {
     browser.Copies().Select(last);
     browser.SelectLast();
     EXPECT_EQ(browser.Copies().Selected(), last);
-    const auto ask = [this](UINT message) {
-        return static_cast<int>(SendMessageW(browser.Copies().Handle(), message, 0, 0));
-    };
-    EXPECT_GT(last, ask(LVM_GETCOUNTPERPAGE));
-    EXPECT_LT(last, ask(LVM_GETTOPINDEX) + ask(LVM_GETCOUNTPERPAGE));
+    ExpectScrolledTo(browser.Copies().Handle(), last);
 }
 
 TEST_F(CopiesListing, ListAnew_ItemFarDown_StaysSelectedAndVisible) {
@@ -157,11 +162,7 @@ TEST_F(CopiesListing, ListAnew_ItemFarDown_StaysSelectedAndVisible) {
     browser.ListAnew();
     EXPECT_EQ(browser.Items().Selected(), row);
     EXPECT_EQ(browser.Copies().Rows().SubItem(0, L"BackupName"), vault + L"\\item88«0001».txt");
-    const auto ask = [this](UINT message) {
-        return static_cast<int>(SendMessageW(browser.Items().Handle(), message, 0, 0));
-    };
-    EXPECT_GT(row, ask(LVM_GETCOUNTPERPAGE));
-    EXPECT_LT(row, ask(LVM_GETTOPINDEX) + ask(LVM_GETCOUNTPERPAGE));
+    ExpectScrolledTo(browser.Items().Handle(), row);
 }
 
 TEST_F(CopiesListing, ListAnew_NamesAlike_KeepsTheItemOfTheSameType) {
