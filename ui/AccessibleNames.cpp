@@ -28,58 +28,63 @@ constexpr GUID kDescriptionProperty{
 
 }  // namespace
 
-AccessibleNames::AccessibleNames() noexcept = default;
+AccessibleNames::AccessibleNames(Finder find) noexcept : find_(find) {}
 
-AccessibleNames::AccessibleNames(IAccPropServices& services) noexcept
-    : services_(&services), isAsked_(true) {
-    services.AddRef();
-}
-
-// A form without such names, as the opening screen, does without the service.
-IAccPropServices* AccessibleNames::Services() noexcept {
-    if (!std::exchange(isAsked_, true)) {
-        apartment_.emplace();
-        services_ = MakeComObject<IAccPropServices>(kServicesClass, kServices);
-    }
-    return services_.get();
+ComPtr<IAccPropServices> AccessibleNames::FindService() {
+    return MakeComObject<IAccPropServices>(kServicesClass, kServices);
 }
 
 AccessibleNames::~AccessibleNames() {
     constexpr GUID kProperties[]{kNameProperty, kValueProperty};
-    for (const HWND control : described_) {
+    for (const HWND control : named_) {
         services_->ClearHwndProps(control, static_cast<DWORD>(OBJID_CLIENT), CHILDID_SELF,
                                   kProperties, static_cast<int>(std::size(kProperties)));
     }
 }
 
+void AccessibleNames::Begin() {
+    hasBegun_ = true;
+    for (const auto& [property, text] : std::exchange(waiting_, {})) Give(property, text);
+}
+
 void AccessibleNames::Set(HWND control, std::wstring_view name) {
-    if (!name.empty()) SetProperty(control, kNameProperty, name);
+    if (!name.empty()) Set({control, CHILDID_SELF, &kNameProperty}, name);
 }
 
 void AccessibleNames::SetValue(HWND control, std::wstring_view value) {
-    SetProperty(control, kValueProperty, value);
-}
-
-void AccessibleNames::SetProperty(HWND control, const GUID& property, std::wstring_view text) {
-    if (control == nullptr || Services() == nullptr) return;
-    const HRESULT result =
-        services_->SetHwndPropStr(control, static_cast<DWORD>(OBJID_CLIENT), CHILDID_SELF, property,
-                                  std::wstring(text).c_str());
-    const bool known = std::ranges::find(described_, control) != described_.end();
-    if (SUCCEEDED(result) && !known) described_.push_back(control);
+    Set({control, CHILDID_SELF, &kValueProperty}, value);
 }
 
 void AccessibleNames::Describe(HWND control, int element, std::wstring_view text) {
-    if (control == nullptr || Services() == nullptr) return;
-    const auto object = static_cast<DWORD>(OBJID_CLIENT);
-    // Elements count from 1.
-    const auto child = static_cast<DWORD>(element) + 1;
-    if (text.empty()) {
-        services_->ClearHwndProps(control, object, child, &kDescriptionProperty, 1);
+    Set({control, static_cast<DWORD>(element) + 1, &kDescriptionProperty}, text);
+}
+
+void AccessibleNames::Set(const Property& property, std::wstring_view text) {
+    if (property.control == nullptr) return;
+    if (hasBegun_) {
+        Give(property, std::wstring(text));
     } else {
-        services_->SetHwndPropStr(control, object, child, kDescriptionProperty,
-                                  std::wstring(text).c_str());
+        waiting_[property] = text;
     }
+}
+
+// A form without such names, as the opening screen, does without the service.
+void AccessibleNames::Give(const Property& property, const std::wstring& text) {
+    const auto& [control, element, id] = property;
+    if (!std::exchange(isAsked_, true)) {
+        apartment_.emplace();
+        services_ = find_();
+    }
+    if (!services_) return;
+    const auto object = static_cast<DWORD>(OBJID_CLIENT);
+    if (text.empty()) {
+        services_->ClearHwndProps(control, object, element, id, 1);
+        return;
+    }
+    const HRESULT result = services_->SetHwndPropStr(control, object, element, *id, text.c_str());
+    const bool isNew =
+        element == CHILDID_SELF && std::ranges::find(named_, control) == named_.end();
+    if (SUCCEEDED(result) && isNew) named_.push_back(control);
 }
 
 }  // namespace vw

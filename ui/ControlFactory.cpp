@@ -2,7 +2,6 @@
 
 // The common controls' declarations need those of the window system first.
 #include <commctrl.h>
-#include <shellapi.h>
 #include <uxtheme.h>
 
 #include <string>
@@ -44,7 +43,7 @@ Making HowToMake(const ControlData& data) noexcept {
                     // The rows are kept in ListView: the control asks for those that it shows.
                     LVS_REPORT | LVS_OWNERDATA | LVS_SHOWSELALWAYS | LVS_SINGLESEL |
                         LVS_SHAREIMAGELISTS | LVS_AUTOARRANGE | WS_TABSTOP,
-                    WS_EX_CLIENTEDGE};
+                    WS_EX_CLIENTEDGE | (data.acceptsFiles ? DWORD{WS_EX_ACCEPTFILES} : 0)};
         case ControlKind::ScrollBar:
             return {WC_SCROLLBARW, SBS_VERT | WS_TABSTOP, 0};
         case ControlKind::ToolBar:
@@ -117,7 +116,6 @@ void Prepare(HWND control, const ControlData& data) {
             break;
         case ControlKind::ListView:
             SetWindowTheme(control, L"Explorer", nullptr);
-            DragAcceptFiles(control, data.acceptsFiles ? TRUE : FALSE);
             if (data.acceptsFiles) AllowDropsFromDesktop(control);
             break;
         case ControlKind::ScrollBar:

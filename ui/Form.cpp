@@ -4,6 +4,7 @@
 #include "platform/RuntimeError.h"
 #include "platform/SystemError.h"
 #include "ui/ControlFactory.h"
+#include "ui/PrivateMessages.h"
 #include "ui/ScrollBar.h"
 
 namespace vw {
@@ -182,6 +183,7 @@ void Form::Show(ShowHow how) {
     // The controls may have been arranged for a maximised form that is now shown in another way.
     if (command != SW_SHOWMAXIMIZED && arrangedFor_ != ClientSize()) Arrange(ClientSize());
     ShowWindow(Handle(), command);
+    PostMessageW(Handle(), kFormShown, 0, 0);
 }
 
 void Form::Hide() {

@@ -162,6 +162,9 @@ std::optional<LRESULT> Form::OnControlMessage(UINT message, WPARAM wParam, LPARA
             if (next != nullptr) SetFocus(next);
             return 0;
         }
+        case kFormShown:
+            if (names_) names_->Begin();
+            return 0;
         case kListKeyUp:
             if (const Part* part = FindByWindow(reinterpret_cast<HWND>(lParam))) {
                 Notify(*part->data, EventKind::KeyUp, static_cast<int>(wParam));

@@ -2,6 +2,7 @@
 
 #include "ui/AccessibleNames.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -70,13 +71,25 @@ class NotedProperties final : public IAccPropServices {
     HRESULT WINAPI DecomposeHmenuIdentityString(const BYTE*, DWORD, HMENU*, DWORD*) override {
         return E_NOTIMPL;
     }
+
+    // AccessibleNames finds it here, as often as it asks.
+    NotedProperties() { found_ = this; }
+    static ComPtr<IAccPropServices> Find() {
+        ++asked;
+        return ComPtr<IAccPropServices>(found_);
+    }
+    inline static int asked = 0;
+
+  private:
+    inline static NotedProperties* found_ = nullptr;
 };
 
 TEST(ScreenReaders, ScrollBar_IsReadAsTheNumberOfCopies) {
     NotedProperties properties;
     LoadedForm main(MainForm(), Language::English);
     const HWND bar = main.Control(L"vsBackages");
-    AccessibleNames names(properties);
+    AccessibleNames names(NotedProperties::Find);
+    names.Begin();
     names.Set(bar, L"Number of copies");
     names.SetValue(bar, L"3");
     names.SetValue(bar, L"20");
@@ -90,7 +103,8 @@ TEST(ScreenReaders, ScrollBar_IsReadAsTheNumberOfCopies) {
 TEST(ScreenReaders, RowWithWarning_IsDescribedUntilTheWarningGoes) {
     NotedProperties properties;
     LoadedForm main(MainForm(), Language::English);
-    AccessibleNames names(properties);
+    AccessibleNames names(NotedProperties::Find);
+    names.Begin();
     ListView& copies = main.form.List(L"lsvRestore2");
     copies.Tips().Attach(&names);
     for (const wchar_t* const label : {L"N01", L"N02"}) copies.Add(label, RowIcon::Folder);
@@ -103,6 +117,37 @@ TEST(ScreenReaders, RowWithWarning_IsDescribedUntilTheWarningGoes) {
     copies.ShowWarnings({L"", L""});
     EXPECT_NE(std::ranges::find(properties.cleared, 2U), properties.cleared.end());
     copies.Tips().Detach();
+}
+
+TEST(ScreenReaders, Begin_GivesTheLastOfWhatWasSetBefore) {
+    NotedProperties properties;
+    LoadedForm main(MainForm(), Language::English);
+    const HWND bar = main.Control(L"vsBackages");
+    const int askedBefore = NotedProperties::asked;
+    AccessibleNames names(NotedProperties::Find);
+    names.Set(bar, L"Number of copies");
+    names.SetValue(bar, L"3");
+    names.SetValue(bar, L"20");
+    names.Describe(bar, 0, L"");
+    EXPECT_EQ(NotedProperties::asked, askedBefore) << "the service takes its time to load";
+    EXPECT_TRUE(properties.said.empty());
+    names.Begin();
+    names.SetValue(bar, L"21");
+    EXPECT_EQ(NotedProperties::asked, askedBefore + 1);
+    EXPECT_EQ(properties.cleared, std::vector<DWORD>{1});
+    std::vector<std::wstring> texts;
+    for (const NotedProperties::Said& said : properties.said) texts.push_back(said.text);
+    EXPECT_THAT(texts, testing::UnorderedElementsAre(L"Number of copies", L"20", L"21"));
+    EXPECT_EQ(texts.back(), L"21");
+}
+
+TEST(ScreenReaders, NoNames_ServiceIsNotNeeded) {
+    NotedProperties properties;
+    const int askedBefore = NotedProperties::asked;
+    AccessibleNames names(NotedProperties::Find);
+    names.Begin();
+    names.Set(nullptr, L"of a control that has no window");
+    EXPECT_EQ(NotedProperties::asked, askedBefore);
 }
 
 }  // namespace
