@@ -14,7 +14,6 @@
 #include "platform/MessagePump.h"
 #include "platform/ProgramState.h"
 #include "platform/ProgressReporter.h"
-#include "platform/TextCase.h"
 #include "platform/UserLocale.h"
 #include "platform/Wildcards.h"
 #include "ui/ControlNames.h"
@@ -76,11 +75,7 @@ void ListEditing::Save() {
 }
 
 bool ListEditing::IsShownText(std::wstring_view text) {
-    ListView& list = rows_.List();
-    for (int row = 0; row < list.Rows().Count(); ++row) {
-        if (EqualNoCase(list.Rows().SubItem(row, kNameColumn), text)) return true;
-    }
-    return false;
+    return rows_.List().Rows().FindName(text, 0, true, false) >= 0;
 }
 
 void ListEditing::mnuAddFolderClick() { AddItem(FileDialogKind::AddFolder); }

@@ -2,7 +2,11 @@
 
 #include <gmock/gmock.h>
 
+#include "platform/WindowsHeader.h"
 #include "tests/list/editing/ListFixture.h"
+
+// Behind the header above, which it builds on.
+#include <commctrl.h>
 
 namespace vw::test {
 namespace {
@@ -45,9 +49,9 @@ TEST_F(Adding, OneOfSeveralIsNew_SelectsTheNewRow) {
 
 TEST_F(Adding, NothingCouldBeAdded_LeavesTheSelection) {
     Drop({a, b});
-    View().Select(0);
+    View().Select(1);
     Drop({Path(L"missing.txt")});
-    EXPECT_EQ(View().Selected(), 0);
+    EXPECT_EQ(View().Selected(), 1);
 }
 
 TEST_F(Adding, DroppedDriveRoots_AreRefusedWithOneBox) {
@@ -122,6 +126,73 @@ TEST_F(Adding, ClearAll_KeepsTheListAsOld) {
     // An empty list is nothing to keep.
     editing.mnuDelAllClick();
     EXPECT_EQ(ReadBytes(state.currentListPath + L".old"), before);
+}
+
+TEST_F(Adding, ClearAll_OneItem_KeepsTheListAsOld) {
+    Drop({a});
+    const std::string before = Saved();
+    editing.mnuDelAllClick();
+    EXPECT_EQ(ReadBytes(state.currentListPath + L".old"), before);
+}
+
+TEST_F(Adding, ManyItems_NewestIsScrolledIntoView) {
+    for (int i = 0; i < 100; ++i) list.Rows().AddToList(Path(std::to_wstring(i) + L"\\*"));
+    Drop({a});
+    const auto first = SendMessageW(View().Handle(), LVM_GETTOPINDEX, 0, 0);
+    const auto shown = SendMessageW(View().Handle(), LVM_GETCOUNTPERPAGE, 0, 0);
+    EXPECT_EQ(View().Selected(), 100);
+    EXPECT_GT(first, 0);
+    EXPECT_GE(first + shown, 101);
+}
+
+TEST_F(Adding, Pattern_CancelledWhileTheFirstIsAdded_StopsThere) {
+    for (const auto* name : {L"c", L"d", L"e"}) tree.File(std::wstring(L"Sub\\") + name);
+    state.cancel.Begin();
+    world.pump.Restart();
+    world.pump.AtEachYield([this] {
+        if (View().Rows().Count() == 1) state.cancel.Request();
+    });
+    dialogs.Expect(sub + L"\\*");
+    editing.mnuAddFileClick();
+    EXPECT_EQ(View().Rows().Count(), 1);
+}
+
+TEST_F(Adding, FilesOfFolders_CancelledInAnEmptyOne_Stops) {
+    tree.Folder(L"Sub\\Empty");
+    tree.File(L"Sub\\Full\\c.txt");
+    world.pump.Restart();
+    world.pump.AtYield(1, [this] { state.cancel.Request(); });
+    dialogs.Expect(sub);
+    editing.mnuAddFileClick();
+    EXPECT_THAT(Paths(), IsEmpty());
+}
+
+TEST_F(Adding, FilesOfFolders_LinkIsNotFollowed) {
+    tree.File(L"Other\\c.txt");
+    if (!tree.Link(L"Sub\\Link", Path(L"Other"))) GTEST_SKIP() << "no links here";
+    const std::wstring d = tree.File(L"Sub\\d.txt");
+    dialogs.Expect(sub);
+    editing.mnuAddFileClick();
+    EXPECT_THAT(Paths(), ElementsAre(d));
+}
+
+TEST_F(Adding, SessionEndsBetweenTwoFiles_FirstOneIsSaved) {
+    world.pump.Restart();
+    std::string atTheEnd;
+    world.pump.AtEachYield([&] {
+        if (View().Rows().Count() != 1) return;
+        list.FileSave();
+        atTheEnd = Saved();
+    });
+    dialogs.Expect(tree.Path() + L'\0' + L"a.txt" + L'\0' + L"b.txt");
+    editing.mnuAddFileClick();
+    EXPECT_EQ(atTheEnd, Expected({b}));
+}
+
+TEST_F(Adding, Drop_YieldsAfterEachFile) {
+    world.pump.Restart();
+    Drop({a, b});
+    EXPECT_GE(world.pump.Yields(), 2);
 }
 
 }  // namespace

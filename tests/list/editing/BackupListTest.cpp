@@ -14,6 +14,7 @@ namespace {
 using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::Not;
 
 class BackupLists : public ListFixture {};
 
@@ -45,7 +46,7 @@ TEST_F(BackupLists, LoadsDestinationCountAndItems) {
     EXPECT_EQ(View().Rows().At(1).icon, RowIcon::Folder);
     EXPECT_EQ(View().Rows().At(2).icon, RowIcon::Rule);
     EXPECT_EQ(View().Selected(), 0);
-    EXPECT_THAT(calls, Contains(L"ListLoaded"));
+    EXPECT_THAT(calls, ElementsAre(L"count 7", L"ListLoaded D:\\Vault", L"RestoredPath " + a));
 }
 
 TEST_F(BackupLists, ListsEachFolderOnce) {
@@ -66,6 +67,9 @@ TEST_F(BackupLists, SilentRun_ListsNoFolder) {
     list.GetList();
     EXPECT_EQ(world.files.Count(), 0) << "for rows that nobody sees";
     EXPECT_THAT(Paths(), ElementsAre(folder));
+    EXPECT_EQ(View().Rows().SubItem(0, L"Size"), L"");
+    EXPECT_THAT(list.Rows().Warnings(), IsEmpty());
+    EXPECT_THAT(calls, Not(Contains(L"ListLoaded " + state.BackupTo)));
 }
 
 TEST_F(BackupLists, DestinationIsADriveAlone_MeansItsBackupFolder) {
@@ -269,6 +273,22 @@ TEST_F(BackupLists, DestinationWithoutADrive_KeepsTheChosenDrive) {
     list.GetList();
     EXPECT_EQ(main.form.Text(L"cmbDestination"), L"C:");
     EXPECT_EQ(state.BackupTo, L"\\\\server\\share");
+}
+
+// A drive without copies shows those of C:; the box still names the drive of the list.
+TEST_F(BackupLists, DriveOfTheListHasNoCopies_BoxNamesIt) {
+    main.form.SetChoices(L"cmbDestination", {L"C:", L"D:"});
+    onCopiesListed = [this] { main.form.Choose(L"cmbDestination", L"C:"); };
+    ListFile("BackupTo: D:\\Vault\r\n");
+    list.GetList();
+    EXPECT_EQ(main.form.Text(L"cmbDestination"), L"D:");
+}
+
+TEST_F(BackupLists, LastDestinationHasNoDrive_ShowsTheOneBefore) {
+    main.form.SetChoices(L"cmbDestination", {L"C:", L"D:"});
+    ListFile("BackupTo: D:\\Vault\r\nBackupTo: \\\\server\\share\r\n");
+    list.GetList();
+    EXPECT_EQ(main.form.Text(L"cmbDestination"), L"D:");
 }
 
 TEST_F(BackupLists, ListOfAMissingFolder_IsReported) {

@@ -34,11 +34,13 @@ TEST_P(FileDialogs, SetUpFileDialog_EachKind_HasItsSettings) {
     dialog.filter = L"old";
     dialog.fileName = L"old.txt";
     dialog.title = kBefore;
+    dialog.defaultExtension = L"old";
     SetUpFileDialog(dialog, static_cast<FileDialogKind>(row.kind), L"C:\\Now", L"C:\\Default");
     EXPECT_EQ(dialog.flags, row.flags);
     EXPECT_EQ(dialog.filter, row.filter);
     EXPECT_EQ(dialog.fileName, row.fileName);
     EXPECT_EQ(dialog.title, row.title);
+    EXPECT_EQ(dialog.defaultExtension, row.filter.ends_with(L"vwl") ? L"vwl" : L"");
     EXPECT_EQ(dialog.initialFolder, L"C:\\Now");
     EXPECT_TRUE(dialog.cancelIsError);
 }

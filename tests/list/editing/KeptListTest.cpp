@@ -3,7 +3,12 @@
 
 #include <gmock/gmock.h>
 
+#include <atomic>
+#include <future>
+#include <thread>
+
 #include "list/editing/BackupList.h"
+#include "platform/NamedLock.h"
 #include "platform/RuntimeError.h"
 #include "platform/WindowsHeader.h"
 #include "tests/list/editing/ListFixture.h"
@@ -26,6 +31,9 @@ class UnopenedList : public ListFixture {
         EXPECT_EQ(world.errors.TakeOne().number, error_number::kPathNotFound);
         EXPECT_EQ(state.currentListPath, open);
         EXPECT_THAT(Paths(), ElementsAre(item));
+        state.listModified = true;
+        EXPECT_TRUE(list.FileSave());
+        EXPECT_FALSE(Exists(open + L".old")) << "everything in its file is shown";
     }
 };
 
@@ -43,7 +51,73 @@ TEST_F(UnopenedList, New_FolderIsMissing_KeepsTheOpenList) {
     ExpectTheOpenOneAfter([this] { list.FileNew(false); });
 }
 
+TEST_F(UnopenedList, Open_AfterChangesWereGivenUp_TheyAreNotForgotten) {
+    ListFile("");
+    list.GetList();
+    state.listModified = true;
+    world.files.FillDiskFrom(1);
+    world.boxes.Expect(L"could not be saved", BoxAnswer::Yes);
+    list.FileOpen(Path(L"Unplugged\\Other.vwl"));
+    EXPECT_EQ(world.errors.Take().size(), 2U);
+    EXPECT_TRUE(state.listModified);
+}
+
 class KeptList : public ListFixture {};
+
+TEST_F(KeptList, Save_DestinationBehindTheLastItem_KeepsTheOldFile) {
+    const std::wstring a = tree.File(L"a.txt");
+    const std::string text =
+        world.ansi.Encode(L"BackupTo: D:\\A\r\n" + a + L"\r\nBackupTo: E:\\B\r\n");
+    ListFile(text);
+    list.GetList();
+    state.listModified = true;
+    list.FileSave();
+    EXPECT_EQ(ReadBytes(state.currentListPath + L".old"), text);
+}
+
+TEST_F(KeptList, Save_FirstListCouldNotBeRead_KeepsItsFile) {
+    ListFile("what nobody has seen");
+    world.files.FailNth(1, error_number::kPermissionDenied, OnlyCalls({FileCall::Read}));
+    list.GetList();
+    EXPECT_EQ(world.errors.TakeOne().procedure, L"GetList");
+    world.files.Heal();
+    state.listModified = true;
+    list.FileSave();
+    EXPECT_EQ(ReadBytes(state.currentListPath + L".old"), "what nobody has seen");
+}
+
+TEST_F(KeptList, Save_FileIsGone_IsWrittenAnew) {
+    const std::wstring a = tree.File(L"a.txt");
+    ListFile(world.ansi.Encode(a + L"\r\n" + Path(L"gone.txt")));
+    list.GetList();
+    world.disk.RemoveFile(state.currentListPath);
+    state.listModified = true;
+    EXPECT_TRUE(list.FileSave());
+    EXPECT_EQ(Saved(), Expected({a}));
+}
+
+// Two windows may show one list, or have one temporary file.
+TEST_F(KeptList, Save_AnotherWindowIsSaving_WaitsForIt) {
+    ListFile("");
+    list.GetList();
+    for (const std::wstring& held : {state.currentListPath, state.temporaryListPath}) {
+        std::promise<void> isHeld;
+        std::atomic<bool> isReleased = false;
+        std::thread other([&] {
+            constexpr DWORD kSaving = 200;
+            NamedLock turn(L"list", held);
+            EXPECT_TRUE(turn.TryTake());
+            isHeld.set_value();
+            Sleep(kSaving);
+            isReleased = true;
+        });
+        isHeld.get_future().wait();
+        state.listModified = true;
+        EXPECT_TRUE(list.FileSave());
+        EXPECT_TRUE(isReleased) << held;
+        other.join();
+    }
+}
 
 TEST_F(KeptList, Save_SeveralDestinations_KeepsTheOldFile) {
     const std::wstring a = tree.File(L"a.txt");
@@ -101,12 +175,15 @@ TEST_F(KeptList, Save_ReadOnlyList_IsRefusedUnlessUnchanged) {
 TEST_F(KeptList, ItemOfAFailingDisk_IsKept) {
     const std::wstring a = tree.File(L"a.txt");
     ListFile(world.ansi.Encode(a));
-    world.files.FailNth(2, error_number::kPermissionDenied, OnlyCalls({FileCall::Stat}));
-    list.GetList();
-    EXPECT_EQ(world.errors.TakeOne().number, error_number::kPermissionDenied);
-    EXPECT_THAT(Paths(), ElementsAre(a));
-    EXPECT_EQ(View().Rows().SubItem(0, L"Size"), L"");
-    EXPECT_EQ(View().Rows().SubItem(0, L"Date"), L"");
+    for (const bool silent : {false, true}) {
+        state.silentRun = silent;
+        world.files.FailNth(2, error_number::kPermissionDenied, OnlyCalls({FileCall::Stat}));
+        list.GetList();
+        EXPECT_EQ(world.errors.TakeOne().number, error_number::kPermissionDenied);
+        EXPECT_THAT(Paths(), ElementsAre(a));
+        EXPECT_EQ(View().Rows().SubItem(0, L"Size"), L"");
+        EXPECT_EQ(View().Rows().SubItem(0, L"Date"), L"");
+    }
 }
 
 /// A list with another item than its file, about to be saved.

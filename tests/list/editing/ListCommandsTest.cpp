@@ -3,9 +3,11 @@
 #include <gmock/gmock.h>
 
 #include "list/editing/BackupList.h"
+#include "platform/FileSystem.h"
 #include "platform/RuntimeError.h"
 #include "platform/TextDirection.h"
 #include "tests/list/editing/ListFixture.h"
+#include "tests/support/TestDrive.h"
 
 namespace vw::test {
 namespace {
@@ -288,7 +290,41 @@ TEST_F(ListCommands, UnsavedChanges_QuestionHasNoAsItsDefault) {
         EXPECT_EQ(box.buttons, BoxButtons::YesNo);
         EXPECT_TRUE(box.secondIsDefault);
         EXPECT_EQ(box.rightToLeft, language == Language::Arabic);
+        EXPECT_EQ(state.currentListPath, Path(L"List.vwl"));
     }
+}
+
+TEST_F(ListCommands, OpenDefault_ShowsItsItemsUnmodified) {
+    ListFile("");
+    list.GetList();
+    const std::wstring a = tree.File(L"a.txt");
+    const std::wstring list1 = state.DefaultListPath();
+    world.disk.Write(list1, world.ansi.Encode(a), FileSystem::Flush::No);
+    for (const bool changesAreGivenUp : {false, true}) {
+        state.currentListPath = Path(L"List.vwl");
+        state.listModified = changesAreGivenUp;
+        if (changesAreGivenUp) {
+            world.files.FailNth(1, error_number::kDiskFull, OnlyCalls({FileCall::Write}));
+            world.boxes.Expect(L"could not be saved", BoxAnswer::Yes);
+        }
+        list.OpenDefaultList();
+        world.files.Heal();
+        EXPECT_EQ(world.errors.Take().size(), changesAreGivenUp ? 1U : 0U);
+        EXPECT_EQ(state.currentListPath, list1);
+        EXPECT_FALSE(state.listModified);
+        EXPECT_THAT(Paths(), ElementsAre(a));
+    }
+}
+
+TEST_F(ListCommands, ChooseDestination_DriveHasNoCopies_BoxNamesIt) {
+    TestDrive stick;
+    main.form.SetChoices(L"cmbDestination", {L"C:", stick.Name()});
+    onCopiesListed = [this] { main.form.Choose(L"cmbDestination", L"C:"); };
+    list.ChooseDestination(stick.Backup());
+    EXPECT_EQ(main.form.Text(L"cmbDestination"), stick.Name());
+    main.form.Choose(L"cmbDestination", L"Q:");
+    list.ChooseDestination(L"Q:\\Backup");
+    EXPECT_EQ(main.form.Text(L"cmbDestination"), stick.Name()) << "the former one is there";
 }
 
 }  // namespace

@@ -55,7 +55,7 @@ TEST_F(Editing, AddFile_SeveralSelected_AreAddedLastFirst) {
     EXPECT_THAT(Paths(), ElementsAre(Path(L"c.txt"), Path(L"b.txt"), Path(L"a.txt")));
     EXPECT_THAT(calls, ElementsAre(L"startup on", L"Adding file " + Path(L"c.txt"),
                                    L"Adding file " + Path(L"b.txt"),
-                                   L"Adding file " + Path(L"a.txt"), L"BusyHide"));
+                                   L"Adding file " + Path(L"a.txt"), L"BusyHide(true)"));
     EXPECT_EQ(View().Selected(), 2) << "what was added last";
 }
 
@@ -73,6 +73,7 @@ TEST_F(Editing, AddFile_MissingFolder_AddsNothing) {
     dialogs.Expect(Path(L"Missing") + std::wstring(L"\0a.txt\0b.txt", 12));
     editing.mnuAddFileClick();
     EXPECT_THAT(Paths(), IsEmpty());
+    EXPECT_THAT(calls, ElementsAre(L"startup on", L"BusyHide(true)"));
 }
 
 TEST_F(Editing, AddFile_Pattern_AddsEveryFileOfItsFolder) {
@@ -188,15 +189,18 @@ TEST_F(Editing, DelItem_SelectsTheNextItemOrTheNewLastOne) {
 TEST_F(Editing, DelItem_EmptyList_ShowsAMessage) {
     world.boxes.Expect(L"لا يوجد تحديد في قائمة النسخ");
     editing.DelItem();
+    EXPECT_TRUE(world.boxes.Shown().back().rightToLeft);
     editing.mnuDelAllClick();
     EXPECT_THAT(calls, ElementsAre(L"startup off"));
 }
 
 TEST_F(Editing, DelItem_NoSelection_DeletesNothing) {
-    editing.lsvBackupList_OLEDragDrop({tree.File(L"a.txt")});
+    const std::wstring a = tree.File(L"a.txt");
+    editing.lsvBackupList_OLEDragDrop({a});
     View().Select(-1);
     editing.DelItem();
-    EXPECT_EQ(View().Rows().Count(), 1);
+    editing.lsvBackupList_OLEDragDrop({a});
+    EXPECT_THAT(Paths(), ElementsAre(a));
 }
 
 TEST_F(Editing, Click_ShowsTheCopiesOfTheItem) {

@@ -92,6 +92,8 @@ class ListFixture : public testing::Test,
     std::vector<std::wstring> calls;
     /// Done at each message of the busy dialog.
     std::function<void()> onMsg;
+    /// Done when the copies of a destination are listed.
+    std::function<void()> onCopiesListed;
 
   private:
     [[nodiscard]] ProgressReporter& AsProgress() { return *this; }
@@ -106,10 +108,18 @@ class ListFixture : public testing::Test,
         if (onMsg) onMsg();
     }
     void Report(std::wstring_view, bool) override {}
-    void BusyHide(bool) override { calls.emplace_back(L"BusyHide"); }
+    void BusyHide(bool close) override {
+        calls.emplace_back(close ? L"BusyHide(true)" : L"BusyHide(false)");
+    }
 
-    void ListLoaded(std::wstring_view) override { calls.emplace_back(L"ListLoaded"); }
-    void ListRestoreFiles() override { calls.emplace_back(L"ListRestoreFiles"); }
+    void ListLoaded(std::wstring_view destination) override {
+        calls.push_back(L"ListLoaded " + std::wstring(destination));
+        if (onCopiesListed) onCopiesListed();
+    }
+    void ListRestoreFiles() override {
+        calls.emplace_back(L"ListRestoreFiles");
+        if (onCopiesListed) onCopiesListed();
+    }
     void RestoredPath(std::wstring_view path) override {
         calls.push_back(L"RestoredPath " + std::wstring(path));
     }

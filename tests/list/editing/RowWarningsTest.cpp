@@ -54,7 +54,9 @@ TEST(RowWarningsTest, FoldersOfOneName_BothAreMarked) {
 }
 
 TEST(RowWarningsTest, FolderAndItsRule_BothAreMarked) {
-    EXPECT_THAT(WarningsFor({L"C:\\Docs\\", L"C:\\Docs\\*"}), Each(RowWarning::SharedSeries));
+    for (const std::wstring folder : {L"C:\\Docs\\", L"C:\\j.smith\\"}) {
+        EXPECT_THAT(WarningsFor({folder, folder + L'*'}), Each(RowWarning::SharedSeries));
+    }
 }
 
 // Location numbers distinguish files of one name.
@@ -71,6 +73,7 @@ TEST(RowWarningsTest, SingleFile_FolderWithApostrophe_IsMarked) {
 TEST(RowWarningsTest, NameOfCopyTooLong_IsMarked) {
     EXPECT_EQ(WarningFor(L"C:\\Docs\\" + std::wstring(250, L'x') + L".txt"),
               RowWarning::ImpossibleName);
+    EXPECT_EQ(WarningFor(L"C:\\" + std::wstring(40'000, L'x')), RowWarning::ImpossibleName);
     EXPECT_EQ(WarningFor(L"C:\\Docs\\" + std::wstring(230, L'x') + L".txt"), RowWarning::None);
 }
 
@@ -122,6 +125,15 @@ TEST_F(WarningsOfAList, LineWithComma_OnlyWhenItIsAPath_IsReadAsTwo) {
                 ElementsAre(Found(there, RowWarning::ReadAsTwo)));
     EXPECT_THAT(Of(L"\"C:\\Docs\\a.txt\",C:\\Docs\\b.txt"), ElementsAre());
     EXPECT_THAT(Of(L""), ElementsAre());
+}
+
+TEST_F(WarningsOfAList, ItemsOfTheDestinationBefore_AreNotComparedWithTheNext) {
+    EXPECT_THAT(Of(L"F:\\Backup\\a.txt\r\nBackupTo: F:\\Backup\r\n"), ElementsAre());
+}
+
+TEST_F(WarningsOfAList, ItemWithoutComma_NoWarning) {
+    there = L"C:\\Docs\\one.txt";
+    EXPECT_THAT(Of(there + L"\r\n"), ElementsAre());
 }
 
 TEST(IsInFuture, UpToFiveMinutes_IsTolerated) {

@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include "platform/TextDirection.h"
 #include "tests/list/editing/ListFixture.h"
 
 namespace vw::test {
@@ -63,6 +64,22 @@ TEST_F(UnansweredItems, Load_NamesOfDevices_CountAsAbsent) {
     Load({L"NUL", L"COM1", a, L"con.txt"});
     EXPECT_THAT(Paths(), ElementsAre(a));
     EXPECT_EQ(Status(), L"Not there now: NUL, COM1, con.txt. The next save takes it off the list.");
+}
+
+TEST_F(UnansweredItems, Load_ArabicWindow_NamesPathsInTheirOrder) {
+    state.language = Language::Arabic;
+    const std::wstring gone = Path(L"ذهب\\gone.txt");
+    Load({gone, gone + L"x"});
+    EXPECT_NE(MarkPath(gone), gone);
+    EXPECT_EQ(Status(), L"غير موجود الآن: " + MarkPath(gone) + L"\u200F، " + MarkPath(gone + L"x") +
+                            L". ستتم الإزالة من القائمة عند حفظها.");
+}
+
+TEST_F(UnansweredItems, LoadedTwice_NamesMissingItemsOnce) {
+    Load({Path(L"gone.txt")});
+    list.GetList();
+    EXPECT_EQ(Status(),
+              L"Not there now: " + Path(L"gone.txt") + L". The next save takes it off the list.");
 }
 
 TEST_F(UnansweredItems, Save_AfterMissingItemsWereNamed_WithdrawsTheNotice) {

@@ -2,6 +2,8 @@
 
 #include "list/editing/UserFileDialogs.h"
 
+#include <functional>
+
 #include "list/editing/Filter.h"
 #include "platform/CurrentFolder.h"
 #include "platform/WindowsHeader.h"
@@ -12,21 +14,54 @@
 namespace vw::test {
 namespace {
 
-std::wstring typed;
+std::wstring TextOf(HWND window) {
+    std::wstring text(1000, L'\0');
+    text.resize(static_cast<std::size_t>(
+        SendMessageW(window, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()))));
+    return text;
+}
 
-// Types a name into the open dialog, and confirms.
-void CALLBACK Confirm(HWND, UINT, UINT_PTR timer, DWORD) {
-    const HWND dialog = GetForegroundWindow();
-    const HWND field =
-        GetDlgItem(dialog, cmb13) != nullptr ? GetDlgItem(dialog, cmb13) : GetDlgItem(dialog, edt1);
-    if (field == nullptr) return;
+/// The file dialog that is open, as its user has it before him.
+struct OpenDialog {
+    HWND window = nullptr;
+    HWND name = nullptr;
+
+    static OpenDialog Find() {
+        OpenDialog dialog{.window = GetForegroundWindow()};
+        for (const int id : {cmb13, edt1}) {
+            if (dialog.name == nullptr) dialog.name = GetDlgItem(dialog.window, id);
+        }
+        return dialog;
+    }
+    void Confirm(const std::wstring& typed) const {
+        SetWindowTextW(name, typed.c_str());
+        PostMessageW(window, WM_COMMAND, IDOK, 0);
+    }
+    void Cancel() const { PostMessageW(window, WM_COMMAND, IDCANCEL, 0); }
+};
+
+std::function<void(const OpenDialog&)> answer;
+
+void CALLBACK AnswerOnce(HWND, UINT, UINT_PTR timer, DWORD) {
+    const OpenDialog dialog = OpenDialog::Find();
+    if (dialog.name == nullptr) return;
     KillTimer(nullptr, timer);
-    SetWindowTextW(field, typed.c_str());
-    PostMessageW(dialog, WM_COMMAND, IDOK, 0);
+    answer(dialog);
 }
 
 class UserFileDialogs : public ListFixture {
   protected:
+    UserFileDialogs() { main.form.Show(); }
+
+    /// Does this with the next dialog, once it is open.
+    static void Answer(std::function<void(const OpenDialog&)> how) {
+        answer = std::move(how);
+        SetTimer(nullptr, 0, 200, AnswerOnce);
+    }
+    static void Confirm(const std::wstring& typed) {
+        Answer([typed](const OpenDialog& dialog) { dialog.Confirm(typed); });
+    }
+
     vw::UserFileDialogs system{main.form};
     FileDialogSetup setup;
 };
@@ -34,14 +69,60 @@ class UserFileDialogs : public ListFixture {
 TEST_F(UserFileDialogs, BeginsInTheFolderOfTheLastFile) {
     const std::wstring start = CurrentFolder();
     const std::wstring folder = tree.Folder(L"On a stick");
-    typed = tree.File(L"On a stick\\Mine.vwl");
+    const std::wstring file = tree.File(L"On a stick\\Mine.vwl");
     MRecentFiles::Filter(setup, FileDialogKind::OpenList, L"");
     EXPECT_EQ(setup.initialFolder, start);
-    main.form.Show();
-    SetTimer(nullptr, 0, 200, Confirm);
-    EXPECT_EQ(system.ShowOpen(setup), typed);
+    Confirm(file);
+    EXPECT_EQ(system.ShowOpen(setup), file);
+    EXPECT_EQ(setup.lastFolder, folder);
+    EXPECT_EQ(CurrentFolder(), start) << "a stick must not be held by the program";
     MRecentFiles::Filter(setup, FileDialogKind::OpenList, L"");
     EXPECT_EQ(setup.initialFolder, folder);
+}
+
+TEST_F(UserFileDialogs, ShowsTitleNameAndFilter_CancelGivesNothing) {
+    MRecentFiles::Filter(setup, FileDialogKind::AddFolder, L"");
+    setup.filter = L"Lists (*.vwl)|*.vwl|Texts (*.txt)|*.txt";
+    std::wstring title;
+    std::wstring name;
+    std::wstring filter;
+    HWND owner = nullptr;
+    Answer([&](const OpenDialog& dialog) {
+        title = TextOf(dialog.window);
+        name = TextOf(dialog.name);
+        filter = TextOf(GetDlgItem(dialog.window, cmb1));
+        owner = GetWindow(dialog.window, GW_OWNER);
+        dialog.Cancel();
+    });
+    EXPECT_EQ(system.ShowSave(setup), std::nullopt);
+    EXPECT_EQ(title, setup.title);
+    EXPECT_EQ(name, setup.fileName);
+    EXPECT_EQ(filter, L"Lists (*.vwl)");
+    EXPECT_EQ(owner, main.form.Handle());
+}
+
+TEST_F(UserFileDialogs, SeveralFiles_FolderThenNames) {
+    tree.File(L"Sub\\a.txt");
+    tree.File(L"Sub\\b.txt");
+    MRecentFiles::Filter(setup, FileDialogKind::AddFiles, L"");
+    setup.initialFolder = Path(L"Sub");
+    Confirm(L"\"a.txt\" \"b.txt\"");
+    EXPECT_EQ(system.ShowOpen(setup), Path(L"Sub") + L'\0' + L"a.txt" + L'\0' + L"b.txt");
+    EXPECT_EQ(setup.lastFolder, Path(L"Sub"));
+}
+
+TEST_F(UserFileDialogs, NameWithoutExtension_GetsThatOfLists) {
+    MRecentFiles::Filter(setup, FileDialogKind::SaveList, L"");
+    setup.initialFolder = tree.Path();
+    Confirm(L"Mine");
+    EXPECT_EQ(system.ShowSave(setup), Path(L"Mine.vwl"));
+}
+
+TEST_F(UserFileDialogs, FileInTheRootOfADrive_NextDialogBeginsInTheRoot) {
+    MRecentFiles::Filter(setup, FileDialogKind::SaveList, L"");
+    Confirm(L"C:\\Nobody's list.vwl");
+    EXPECT_EQ(system.ShowSave(setup), L"C:\\Nobody's list.vwl");
+    EXPECT_EQ(setup.lastFolder, L"C:\\");
 }
 
 }  // namespace
