@@ -135,6 +135,8 @@ void ArrangeBy(MainParts& parts) {
     ArrangeLists(parts.form, Arrange);
 }
 
+constexpr int kNone = MainCommand::kNone;
+
 constexpr MainCommand kCommands[] = {
     {ID_mnuFileNew, ID_Toolbar1_FileNew, L"mnuFileNewClick",
      [](MainParts& parts) { parts.list.FileNew(false); }},
@@ -146,10 +148,10 @@ constexpr MainCommand kCommands[] = {
      [](MainParts& parts) { parts.list.FileSaveAs(); }},
     {ID_mnuFileClose, ID_Toolbar1_FileExit, L"mnuFileCloseClick",
      [](MainParts& parts) { parts.list.DoClose(); }},
-    {ID_mnuRecentFile_0, 0, L"mnuRecentFileClick", OpenRecent<0>},
-    {ID_mnuRecentFile_1, 0, L"mnuRecentFileClick", OpenRecent<1>},
-    {ID_mnuRecentFile_2, 0, L"mnuRecentFileClick", OpenRecent<2>},
-    {ID_mnuRecentFile_3, 0, L"mnuRecentFileClick", OpenRecent<3>},
+    {ID_mnuRecentFile_0, kNone, L"mnuRecentFileClick", OpenRecent<0>},
+    {ID_mnuRecentFile_1, kNone, L"mnuRecentFileClick", OpenRecent<1>},
+    {ID_mnuRecentFile_2, kNone, L"mnuRecentFileClick", OpenRecent<2>},
+    {ID_mnuRecentFile_3, kNone, L"mnuRecentFileClick", OpenRecent<3>},
 
     {ID_mnuBackup, ID_Toolbar1_ActionBackup, L"mnuBackupClick", BackUp},
     {ID_mnuAddFile, ID_Toolbar1_EditAddFile, L"mnuAddFileClick",
@@ -161,17 +163,17 @@ constexpr MainCommand kCommands[] = {
     {ID_mnuDel, ID_Toolbar1_Del, L"mnuDelClick", [](MainParts& parts) { parts.editing.DelItem(); }},
     {ID_mnuDelAll, ID_Toolbar1_EditDelAll, L"mnuDelAllClick",
      [](MainParts& parts) { parts.editing.mnuDelAllClick(); }},
-    {ID_mnuOpen, 0, L"mnuOpenClick", Open},
-    {0, ID_Toolbar1_ActionOpen, L"mnuOpenClick", OpenInFocus},
+    {ID_mnuOpen, kNone, L"mnuOpenClick", Open},
+    {kNone, ID_Toolbar1_ActionOpen, L"mnuOpenClick", OpenInFocus},
 
     {ID_mnuRestore, ID_Toolbar1_ActionRestore, L"mnuRestoreClick",
      OnCopies<&RestoreCommands::mnuRestoreClick>},
     {ID_mnuRestoreTo, ID_Toolbar1_ActionRestoreTo, L"mnuRestoreToClick",
      OnCopies<&RestoreCommands::mnuRestoreToClick>},
-    {ID_mnuOpenCopy, 0, L"mnuOpenCopyClick",
+    {ID_mnuOpenCopy, kNone, L"mnuOpenCopyClick",
      [](MainParts& parts) { parts.restore.mnuOpenCopyClick(); }},
-    {ID_mnuDelCopy, 0, L"mnuDelCopyClick", OnCopies<&RestoreCommands::mnuDelCopyClick>},
-    {ID_mnuDelCopies, 0, L"mnuDelCopiesClick", OnCopies<&RestoreCommands::mnuDelCopiesClick>},
+    {ID_mnuDelCopy, kNone, L"mnuDelCopyClick", OnCopies<&RestoreCommands::mnuDelCopyClick>},
+    {ID_mnuDelCopies, kNone, L"mnuDelCopiesClick", OnCopies<&RestoreCommands::mnuDelCopiesClick>},
 
     {ID_mnuViewMethod_0, ID_Toolbar1_ViewLIcons, L"mnuViewMethodClick",
      ShowAs<ViewStyle::LargeIcons>},
@@ -180,24 +182,24 @@ constexpr MainCommand kCommands[] = {
     {ID_mnuViewMethod_2, ID_Toolbar1_ViewList, L"mnuViewMethodClick", ShowAs<ViewStyle::List>},
     {ID_mnuViewMethod_3, ID_Toolbar1_ViewDetails, L"mnuViewMethodClick",
      ShowAs<ViewStyle::Details>},
-    {ID_mnuViewAlign_0, 0, L"mnuViewAlignClick", ArrangeBy<ViewArrange::None>},
-    {ID_mnuViewAlign_1, 0, L"mnuViewAlignClick", ArrangeBy<ViewArrange::Left>},
-    {ID_mnuViewAlign_2, 0, L"mnuViewAlignClick", ArrangeBy<ViewArrange::Top>},
+    {ID_mnuViewAlign_0, kNone, L"mnuViewAlignClick", ArrangeBy<ViewArrange::None>},
+    {ID_mnuViewAlign_1, kNone, L"mnuViewAlignClick", ArrangeBy<ViewArrange::Left>},
+    {ID_mnuViewAlign_2, kNone, L"mnuViewAlignClick", ArrangeBy<ViewArrange::Top>},
 
-    {ID_mnuOptions_0, 0, L"mnuOptionsClick", SwitchLogonStart},
-    {ID_mnuToolRepair, 0, L"mnuToolRepairClick", LowerNames},
-    {ID_mnuToolsDelTemp, 0, L"mnuToolsDelTempClick",
+    {ID_mnuOptions_0, kNone, L"mnuOptionsClick", SwitchLogonStart},
+    {ID_mnuToolRepair, kNone, L"mnuToolRepairClick", LowerNames},
+    {ID_mnuToolsDelTemp, kNone, L"mnuToolsDelTempClick",
      [](MainParts& parts) { parts.application.DeleteTemporaryFiles(); }},
-    {ID_mnuHelpHelp, 0, L"mnuHelpHelpClick", ShowHelp},
-    {ID_mnuHelpAbout, 0, L"mnuHelpAboutClick", ShowAbout},
-    {ID_mnuToolEnAr, 0, L"mnuToolEnArClick", ChangeLanguage},
+    {ID_mnuHelpHelp, kNone, L"mnuHelpHelpClick", ShowHelp},
+    {ID_mnuHelpAbout, kNone, L"mnuHelpAboutClick", ShowAbout},
+    {ID_mnuToolEnAr, kNone, L"mnuToolEnArClick", ChangeLanguage},
 };
 
 }  // namespace
 
 const MainCommand* MainCommand::Find(int id) {
     const auto found = std::ranges::find_if(kCommands, [id](const MainCommand& command) {
-        return id != 0 && (command.entry == id || command.button == id);
+        return id != kNone && (command.entry == id || command.button == id);
     });
     return found == std::end(kCommands) ? nullptr : &*found;
 }

@@ -9,8 +9,10 @@ namespace vw {
 
 /// One command of the main window.
 struct MainCommand {
-    int entry = 0;   ///< number of its menu entry; 0 when it only has a button
-    int button = 0;  ///< number of its button; 0 when it has none
+    static constexpr int kNone = 0;
+
+    int entry = kNone;   ///< number of its menu entry; kNone when it only has a button
+    int button = kNone;  ///< number of its button; kNone when it has none
     std::wstring_view procedure;
     void (*run)(MainParts& parts);
 
