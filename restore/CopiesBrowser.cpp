@@ -186,7 +186,7 @@ int CopiesBrowser::ListedRow() {
 
 std::optional<CopySelection> CopiesBrowser::Selection() {
     const int row = ListedRow();
-    if (row < 0 || !items_.Has(row)) return std::nullopt;
+    if (!items_.Has(row)) return std::nullopt;
     return CopySelection{.folder = shown_.Path(),
                          .item = items_.At(row).shown,
                          .copy = copies_.Selected().value_or(ListedCopy{}),

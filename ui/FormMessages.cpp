@@ -313,8 +313,9 @@ LRESULT Form::OnListNotify(Part& part, NMHDR& header) {
         case LVN_ITEMCHANGED: {
             const auto& change = reinterpret_cast<const NMLISTVIEW&>(header);
             const UINT gained = change.uNewState & ~change.uOldState;
-            const bool selected =
-                (change.uChanged & LVIF_STATE) != 0 && (gained & LVIS_SELECTED) != 0;
+            // Row -1 means all rows.
+            const bool selected = change.iItem >= 0 && (change.uChanged & LVIF_STATE) != 0 &&
+                                  (gained & LVIS_SELECTED) != 0;
             if (selected) Notify(data, EventKind::Selection, change.iItem);
             break;
         }

@@ -10,7 +10,7 @@
 namespace vw {
 
 const ListViewRows::Row& ListViewRows::At(int row) const noexcept {
-    static const Row kNone{};
+    static const Row kNone{.tag = kNoTag, .cells = {}};
     return row < 0 || row >= Count() ? kNone : rows_[static_cast<std::size_t>(row)];
 }
 

@@ -41,7 +41,10 @@ class ListViewRows {
 
     [[nodiscard]] int Count() const noexcept { return static_cast<int>(rows_.size()); }
 
-    /// A row, until rows come or go. One without cells when there is no such row.
+    /// What a row that is not there has for a tag.
+    static constexpr std::size_t kNoTag = static_cast<std::size_t>(-1);
+
+    /// A row, until rows come or go. One without cells and with kNoTag when there is no such row.
     [[nodiscard]] const Row& At(int row) const noexcept;
 
     /// The text of a row in a column; empty when there is no such row.

@@ -263,6 +263,18 @@ TEST_F(Browser, OtherItemChosenDuringAListing_CopiesAreNotMixed) {
     EXPECT_THAT(Labels(), IsEmpty());
 }
 
+TEST_F(Browser, RowIsNotThere_ListsNoCopiesOfAnotherItem) {
+    CopyFile(L"a«0001».txt");
+    browser.ListRestoreFiles();
+    ASSERT_THAT(Labels(), ElementsAre(L"N01"));
+    for (const int row : {-1, 1}) {
+        browser.ListCopyes(row);
+        EXPECT_THAT(Labels(), IsEmpty());
+        EXPECT_EQ(browser.ListedRow(), -1);
+        EXPECT_FALSE(browser.Selection());
+    }
+}
+
 TEST_F(Browser, FoldersWithAndWithoutAPoint_HaveTheirOwnCopies) {
     const std::wstring plain = tree.Folder(L"Work\\Projects");
     const std::wstring dotted = tree.Folder(L"Work\\Projects.v2");

@@ -71,6 +71,20 @@ TEST(FormEventsOf, CheckBox_RaisesClickForTheUserOnly) {
     EXPECT_EQ(busy.events.Last().control, L"chkDontHide");
 }
 
+TEST(FormEventsOf, AllRowsOfAListChange_RaisesNoSelection) {
+    LoadedForm main(MainForm(), Language::English);
+    NMLISTVIEW change{};
+    change.hdr = {main.Control(L"lsvRestore1"), ID_lsvRestore1, LVN_ITEMCHANGED};
+    change.uChanged = LVIF_STATE;
+    change.uNewState = LVIS_SELECTED;
+    for (const int row : {0, -1}) {
+        change.iItem = row;
+        SendMessageW(main.Handle(), WM_NOTIFY, ID_lsvRestore1, reinterpret_cast<LPARAM>(&change));
+    }
+    ASSERT_EQ(main.events.events.size(), 1U);
+    EXPECT_EQ(main.events.Last().value, 0);
+}
+
 TEST(FormEventsOf, DropDown_ProgramChooses_RaisesNoEvent) {
     LoadedForm main(MainForm(), Language::English);
     main.form.SetChoices(L"cmbDestination", {L"A:", L"C:", L"D:"});

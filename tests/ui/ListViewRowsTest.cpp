@@ -54,6 +54,7 @@ TEST_F(ListViewRowsTest, At_RowDoesNotExist_ReturnsARowWithoutCells) {
     EXPECT_EQ(rows.At(0).cells.size(), kColumns.size());
     EXPECT_TRUE(rows.At(1).cells.empty());
     EXPECT_TRUE(rows.At(-1).cells.empty());
+    EXPECT_EQ(rows.At(-1).tag, ListViewRows::kNoTag);
 }
 
 TEST_F(ListViewRowsTest, ColumnOfAndKeyOf_AreInverse) {
