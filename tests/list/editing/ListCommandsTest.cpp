@@ -276,6 +276,7 @@ TEST_F(ListCommands, GetList_WithoutDestination_ShowsTheDriveOfThePresentOne) {
 }
 
 TEST_F(ListCommands, UnsavedChanges_QuestionHasNoAsItsDefault) {
+    world.disk.Write(state.DefaultListPath(), "", FileSystem::Flush::No);
     ListFile("");
     list.GetList();
     for (const Language language : {Language::English, Language::Arabic}) {

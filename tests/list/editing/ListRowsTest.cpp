@@ -69,6 +69,10 @@ TEST_F(ListRowsTest, AddFolder_TextIsAlreadyShown_AddsNothing) {
     dialogs.Expect(Path(L"Sub") + kFolderName);
     editing.mnuAddFolderClick();
     EXPECT_EQ(View().Rows().Count(), 1);
+    View().Add(Path(L"Other") + L"\\more", RowIcon::Folder);
+    dialogs.Expect(tree.Folder(L"Other") + kFolderName);
+    editing.mnuAddFolderClick();
+    EXPECT_EQ(View().Rows().Count(), 3) << "another text that begins with the path";
 }
 
 TEST_F(ListRowsTest, AddFolder_RootOfADrive_AddsNothing) {

@@ -48,6 +48,7 @@ TEST_F(RefreshedRows, Refresh_SameRowAgain_ShowsWhatItIsNow) {
     };
     EXPECT_EQ(shows(2, later), std::pair(std::wstring(L"2Byte"), DateText(later)));
     EXPECT_EQ(shows(7, later), std::pair(std::wstring(L"7Byte"), DateText(later)));
+    EXPECT_EQ(shows(2, later), std::pair(std::wstring(L"2Byte"), DateText(later)));
     EXPECT_EQ(shows(2, date), std::pair(std::wstring(L"2Byte"), DateText(date)));
 }
 

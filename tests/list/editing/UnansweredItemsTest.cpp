@@ -4,11 +4,14 @@
 
 #include "platform/TextDirection.h"
 #include "tests/list/editing/ListFixture.h"
+#include "tests/support/DeadServer.h"
 
 namespace vw::test {
 namespace {
 
+using testing::Contains;
 using testing::ElementsAre;
+using testing::IsEmpty;
 using testing::SizeIs;
 
 class UnansweredItems : public ListFixture {
@@ -34,6 +37,24 @@ TEST_F(UnansweredItems, Load_ServerIsAway_OneBoxForAllRows) {
     EXPECT_THAT(world.errors.Take(), SizeIs(1));
     EXPECT_THAT(Paths(), testing::ElementsAreArray(items));
     for (const wchar_t* key : {L"Size", L"Date", L"SP"}) EXPECT_EQ(Cell(4, key), L"") << key;
+}
+
+TEST_F(UnansweredItems, Load_ServerDoesNotAnswer_WindowAsksItNothing) {
+    DeadServer server(world.files);
+    System system = world.With(server);
+    BackupList other(system, state, main.form, dialogs, settings, recent, context);
+    ListFile("BackupTo: Q:\\Backup\r\nQ:\\Docs\\a.txt\r\n");
+    other.GetList();
+    EXPECT_EQ(world.errors.TakeOne().number, error_number::kAccessError);
+    EXPECT_THAT(other.Rows().Paths(), ElementsAre(L"Q:\\Docs\\a.txt"));
+    EXPECT_EQ(Cell(0, L"Size"), L"");
+    EXPECT_THAT(calls, Contains(L"ListLoaded C:"));
+    other.ChooseDestination(L"Q:\\Vault");
+    EXPECT_EQ(state.BackupTo, L"Q:\\Backup");
+    state.currentListPath = L"Q:\\List.vwl";
+    EXPECT_FALSE(other.GetList());
+    EXPECT_EQ(world.errors.TakeOne().number, error_number::kAccessError);
+    EXPECT_THAT(server.askedByWindow, IsEmpty());
 }
 
 TEST_F(UnansweredItems, Load_DestinationIsAway_OneBoxAndEmptyNumbers) {
