@@ -54,9 +54,10 @@ class Build:
                               stderr=subprocess.PIPE, text=True, errors='replace', check=False)
         return None if done.returncode == 0 else done.stderr
 
-    def compileLikeTests(self, target, source, produced):
-        """Compiles a source that is not of the build, as the tests of a program are compiled."""
-        like = next(s for s, (_, usual) in self._compile.items() if f'/{target}.dir/tests/' in usual)
+    def compileLike(self, target, source, produced):
+        """Compiles a source that is not of the build, as those of a program are compiled."""
+        like = next(s for s, (_, usual) in self._compile.items()
+                    if f'/{target}.dir/tests/' in usual or f'/{target}.dir/app/' in usual)
         return run(self._argumentsFor(like, source, produced) + SCHEMA_OPTIONS, self.folder)
 
     def _argumentsFor(self, source, changed, produced):

@@ -75,17 +75,28 @@ class Runner:
     def end(self):
         self._wine('--end')
 
-    def run(self, program, tests, patience, mutants=()):
+    def run(self, program, tests, patience, mutants=(), environment=None):
         """Runs the tests of a GoogleTest filter once for each mutant of the program that has them
         all, or once without any; None is a run without a mutant. `patience` in seconds for each.
         The outcomes end at the mutant that ended the program."""
         numbers = ','.join('-1' if m is None else str(m) for m in mutants)
         texts, code = self._run(program, tests, patience, max(len(mutants), 1),
-                                {'VW_MUTANTS': numbers} if mutants else {})
+                                {**(environment or {}),
+                                 **({'VW_MUTANTS': numbers} if mutants else {})})
         if code == 1 and any(FAILED.search(text) for text in texts[:-1]):
             code = 0  # of the repetitions before the last one
         return [outcomeOf(text, code if number == len(texts) else 0)
                 for number, text in enumerate(texts, 1)]
+
+    def text(self, program, tests, patience, environment):
+        """What the tests of a filter print, run once in this environment."""
+        return self._run(program, tests, patience, 0, environment)[0][0]
+
+    def list(self, program, tests):
+        """The names of the tests of a filter, as GoogleTest prints them."""
+        loader, environment = self._wineEnvironment()
+        return subprocess.run([loader, program, '--gtest_list_tests', '--gtest_filter=' + tests],
+                              env=environment, check=True, capture_output=True, text=True).stdout
 
     def _run(self, program, tests, patience, repetitions, more):
         """The output of each repetition and the exit code, None when the last one hung."""

@@ -15,8 +15,9 @@ MUTANT = re.compile(r'vw-mutant-(\d+)')
 DECLARATIONS = '''\
 extern "C" int vwMutant;
 extern "C" unsigned char vwReached[];
+extern "C" void vwReach(int function);
 [[maybe_unused]] static int vwSelect(int function, int first, int count) {
-    vwReached[function] = 1;
+    if (vwReached[function] == 0) vwReach(function);
     return vwMutant >= first && vwMutant < first + count ? vwMutant - first : -1;
 }
 '''
@@ -104,7 +105,7 @@ class Schema:
 
 
 class SchemaProgram:
-    """A test program with all mutants of some files in it."""
+    """A test program, or the program itself, with all mutants of some files in it."""
 
     def __init__(self, project, folder, build, target, suffix, numbered, texts):
         """`numbered` has for each file its (number, mutant); `texts` has the files' texts."""
@@ -126,9 +127,11 @@ class SchemaProgram:
         with ThreadPoolExecutor(jobs) as pool:
             objects = dict(pool.map(self._compile, schemas))
         compiled = {file: path for file, path in objects.items() if path}
-        selector = self.folder / f'selector.{self.suffix}'
-        return (self.build.compileLikeTests(self.target, self.project /
-                                            'scripts/mutate.d/Selector.cpp', selector) and
+        isTests = self.target.endswith('_tests')
+        source = 'Selector.cpp' if isTests else 'ProgramSelector.cpp'
+        selector = self.folder / f'{source}.{self.suffix}'
+        return (self.build.compileLike(self.target, self.project / 'scripts/mutate.d' / source,
+                                       selector) and
                 self.build.linkMany(self.target, compiled, [selector], self.path, self.project))
 
     def _compile(self, schema):
