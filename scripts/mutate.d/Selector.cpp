@@ -77,7 +77,8 @@ class ReachWriter final : public testing::EmptyTestEventListener {
 [[gnu::constructor]] void WriteReach() {
     const char* path = std::getenv("VW_REACHED");
     if (path == nullptr) return;
-    if (std::FILE* file = std::fopen(path, "w")) {
+    // A test may start this program again, which adds what it reaches.
+    if (std::FILE* file = std::fopen(path, "a")) {
         testing::UnitTest::GetInstance()->listeners().Append(new ReachWriter(file));
     }
 }
