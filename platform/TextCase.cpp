@@ -26,24 +26,6 @@ std::wstring UpperCase(std::wstring_view text) {
     return upper;
 }
 
-int CompareNoCase(std::wstring_view left, std::wstring_view right) noexcept {
-    const std::size_t common = std::min(left.size(), right.size());
-    for (std::size_t i = 0; i < common; ++i) {
-        if (left[i] == right[i]) {
-            continue;
-        }
-        const wchar_t a = Upper(left[i]);
-        const wchar_t b = Upper(right[i]);
-        if (a != b) {
-            return a < b ? -1 : 1;
-        }
-    }
-    if (left.size() == right.size()) {
-        return 0;
-    }
-    return left.size() < right.size() ? -1 : 1;
-}
-
 bool EqualNoCase(std::wstring_view left, std::wstring_view right) noexcept {
     return left.size() == right.size() &&
            std::equal(left.begin(), left.end(), right.begin(), SameUnit);

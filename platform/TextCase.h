@@ -13,9 +13,6 @@ namespace vw {
 /// `text` with every unit in upper case: the key under which names are looked up.
 [[nodiscard]] std::wstring UpperCase(std::wstring_view text);
 
-/// Less than, equal to or greater than 0, unit by unit, without regard to case.
-[[nodiscard]] int CompareNoCase(std::wstring_view left, std::wstring_view right) noexcept;
-
 /// Whether two paths, keys or switches are the same but for case.
 [[nodiscard]] bool EqualNoCase(std::wstring_view left, std::wstring_view right) noexcept;
 
