@@ -91,6 +91,20 @@ TEST_F(Collision, VanishedItem_RotatesNothing) {
     EXPECT_EQ(ReadTree(world_.Store()), before);
 }
 
+// Neither has copies, so the first in the list has the better right, also while it is away.
+TEST_F(Collision, FirstItemIsAway_SecondIsRefused) {
+    for (const bool outerFirst : {true, false}) {
+        MakeSources(1);
+        world_.tree.Remove(outerFirst ? L"Data.old" : L"Work.old");
+        const Lines items = outerFirst ? Lines{kOuter, kInner} : Lines{kInner, kOuter};
+        world_.List(items);
+        EXPECT_EQ(Joined(world_.Run().lines),
+                  Joined(Missing(L"~\\" + items[0]) + NoChange(L"~\\" + items[0]) +
+                         Refused(L"~\\" + items[1]) + kDone));
+        EXPECT_TRUE(world_.Copies().empty());
+    }
+}
+
 TEST(CollisionOfAFile, FolderOfTheOtherItem_ItemIsRefused) {
     for (const bool fileFirst : {true, false}) {
         EngineFixture world;

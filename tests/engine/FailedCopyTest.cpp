@@ -28,6 +28,15 @@ void MakeHistory(EngineFixture& world, int copies = 3) {
 
 const Lines kWorkFiles{L"~\\Work\\b.txt", L"~\\Work\\c.txt", L"~\\Work\\Sub\\d.txt"};
 
+TEST(FailedCopy, OneCopyIsKept_FailureLeavesIt) {
+    EngineFixture world;
+    MakeHistory(world, 1);
+    const Tree before = ReadTree(world.Store());
+    world.drive.copyCode = ERROR_CRC;
+    world.Run();
+    EXPECT_EQ(ReadTree(world.Store()), before);
+}
+
 TEST(FailedCopy, FileStaysLocked_KeepsAllCopies) {
     EngineFixture world;
     MakeHistory(world, 2);

@@ -55,6 +55,25 @@ TEST_F(RunEvents, UnchangedRefusedAndMissingItems_AreReportedAsSuch) {
                      L"unchanged ~\\gone.txt"}));
 }
 
+TEST_F(RunEvents, LinkToAFile_CountsAsUnchanged) {
+    world_.tree.File(L"link.txt");
+    world_.drive.marks[L"link.txt"] = [](FileInfo& facts) { facts.isLink = true; };
+    world_.List({L"link.txt"});
+    EXPECT_EQ(EventsOfRun(), (Lines{L"started ~\\link.txt", L"unchanged ~\\link.txt"}));
+}
+
+TEST_F(RunEvents, IncompleteCopy_IsCompleted_CountsAsCopied) {
+    const std::wstring used = world_.tree.File(L"Work\\a.txt", "1", Day(1));
+    world_.tree.File(L"Work\\b.txt", "2", Day(1));
+    world_.List({L"Work\\"});
+    {
+        const FileHandle held = HoldOpen(used);
+        world_.Run();
+    }
+    const Lines events = EventsOfRun();
+    EXPECT_EQ(events.back(), L"copied ~\\Work\\") << Joined(events);
+}
+
 TEST_F(RunEvents, MissingItem_KeepsItsCopiesWhenAsked) {
     world_.List({L"a.txt", L"Work\\"}, 3);
     for (int step = 1; step <= 3; ++step) {
