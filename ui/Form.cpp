@@ -128,6 +128,7 @@ void Form::ForgetParts() noexcept {
     wheelRest_ = 0;
     pointer_ = MousePointer::Default;
     maximiseLater_ = false;
+    isInUse_ = false;
     arrangedFor_ = {};
 }
 
@@ -183,7 +184,8 @@ void Form::Show(ShowHow how) {
     // The controls may have been arranged for a maximised form that is now shown in another way.
     if (command != SW_SHOWMAXIMIZED && arrangedFor_ != ClientSize()) Arrange(ClientSize());
     ShowWindow(Handle(), command);
-    PostMessageW(Handle(), kFormShown, 0, 0);
+    // Names and tool tips wait until the form can be used: both take their time to load.
+    if (!isInUse_) SetTimer(Handle(), kShownTimer, USER_TIMER_MINIMUM, nullptr);
 }
 
 void Form::Hide() {

@@ -162,9 +162,6 @@ std::optional<LRESULT> Form::OnControlMessage(UINT message, WPARAM wParam, LPARA
             if (next != nullptr) SetFocus(next);
             return 0;
         }
-        case kFormShown:
-            if (names_) names_->Begin();
-            return 0;
         case kListKeyUp:
             if (const Part* part = FindByWindow(reinterpret_cast<HWND>(lParam))) {
                 Notify(*part->data, EventKind::KeyUp, static_cast<int>(wParam));
@@ -280,6 +277,12 @@ void Form::OnDrop(HWND list, WPARAM drop) {
 }
 
 void Form::OnTimer(int id) {
+    if (id == kShownTimer) {
+        KillTimer(Handle(), kShownTimer);
+        isInUse_ = true;
+        names_->Begin();
+        return;
+    }
     for (const Part& part : parts_) {
         if (part.data->kind == ControlKind::Timer && part.data->id == id && part.ticking) {
             Notify(*part.data, EventKind::Timer);

@@ -63,8 +63,9 @@ ToolTips& Form::Tips() {
 }
 
 // Only a mouse asks for the tip of a control, long after the form was painted.
+// A form may come up below a mouse that rests.
 void Form::OnMouseCame() {
-    if (std::ranges::any_of(data_.controls, HasTip)) static_cast<void>(Tips());
+    if (isInUse_ && std::ranges::any_of(data_.controls, HasTip)) static_cast<void>(Tips());
 }
 
 // The keyboard highlights entries too, so their tips do not depend on the mouse.

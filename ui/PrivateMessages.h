@@ -13,7 +13,7 @@ inline constexpr UINT kListDrop = WM_APP + 2;
 /// From a drop-down list to its form: the list was closed (lParam: the drop-down list).
 inline constexpr UINT kDropDownClosed = WM_APP + 3;
 
-/// From a form to itself: it is on the screen, and screen readers may ask for names.
-inline constexpr UINT kFormShown = WM_APP + 4;
+/// Timer of a form that was shown: it is over as soon as the program waits for its user.
+inline constexpr UINT_PTR kShownTimer = 1;
 
 }  // namespace vw

@@ -4,6 +4,7 @@
 #include "platform/TextDirection.h"
 #include "platform/WindowMessagePump.h"
 #include "tests/ui/FormFixture.h"
+#include "ui/PrivateMessages.h"
 #include "ui/resource.h"
 
 namespace vw {
@@ -277,9 +278,15 @@ TEST(FormState, LongPath_LabelHasAllOfItAndATip) {
     busy.form.SetText(L"lblMsg", path);
     EXPECT_EQ(busy.form.Text(L"lblMsg"), path);
     const HWND label = busy.Control(L"lblMsg");
+    const auto moveMouse = [&] {
+        SendMessageW(label, WM_SETCURSOR, reinterpret_cast<WPARAM>(label),
+                     MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));
+    };
+    moveMouse();
+    EXPECT_EQ(TipsOfThisThread(), nullptr) << "nobody sees them before the form can be used";
+    SendMessageW(busy.Handle(), WM_TIMER, kShownTimer, 0);
     EXPECT_EQ(TipsOfThisThread(), nullptr) << "nobody sees them before the mouse comes";
-    SendMessageW(label, WM_SETCURSOR, reinterpret_cast<WPARAM>(label),
-                 MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));
+    moveMouse();
     const HWND tips = TipsOfThisThread();
     ASSERT_NE(tips, nullptr);
     NMTTDISPINFOW info{};
