@@ -20,6 +20,10 @@ inline constexpr std::wstring_view kUnknownLocation = L"??";
 /// Copy number that means all of them: the name becomes a pattern with "??".
 inline constexpr int kAnyCopyNumber = -1;
 
+/// The highest number of the copies that a run looks for where it does not know their count: that
+/// of two digits.
+inline constexpr int kHighestCopyNumber = 99;
+
 /// The full path of a copy: destination, "\", first name, "«", location number and copy number
 /// with at least two digits each, "»", extension. Throws error 1000 for copy number 0.
 [[nodiscard]] std::wstring CFilePackageName(std::wstring_view itemPath, int copyNumber,

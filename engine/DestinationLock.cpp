@@ -26,7 +26,6 @@ DestinationLock::DestinationLock(FileSystem& files, std::wstring_view folder,
 
 bool DestinationLock::TryTake() {
     if (!mutex_.TryTake()) return false;
-    if (isTaken_) return true;
     try {
         file_ = files_.Hold(path_);
     } catch (const RuntimeError& error) {
@@ -39,7 +38,6 @@ bool DestinationLock::TryTake() {
         }
         cannotMakeFile_ = true;
     }
-    isTaken_ = true;
     return true;
 }
 

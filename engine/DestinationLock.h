@@ -39,7 +39,6 @@ class DestinationLock {
     NamedLock mutex_;
     // Declared after the mutex, so that it is given back first: the order of taking, reversed.
     std::unique_ptr<HeldFile> file_;
-    bool isTaken_ = false;
     bool cannotMakeFile_ = false;
 };
 

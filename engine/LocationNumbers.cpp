@@ -14,12 +14,6 @@
 
 namespace vw {
 
-namespace {
-
-constexpr int kHighestNumber = 99;
-
-}  // namespace
-
 LocationNumbers::LocationNumbers(const EngineContext& context, DestinationSession& session,
                                  CommentStore& comments)
     : EnginePart(context), session_(session), comments_(comments) {}
@@ -76,7 +70,7 @@ bool LocationNumbers::IsNumberOfOther(std::wstring_view path, int number, std::w
         EqualNoCase(comments_.NamedLocation(comment), MFileDosShell::CFileLocation(path))) {
         return false;
     }
-    for (int older = 2; older <= kHighestNumber; ++older) {
+    for (int older = 2; older <= kHighestCopyNumber; ++older) {
         if (session_.Contains(CFilePackageName(path, older, number, session_.Target())))
             return true;
     }

@@ -30,8 +30,7 @@ Rotation CopySeries::Rotate(std::wstring_view path, std::int16_t location, Room 
 // The copy that leaves its series first is removed last, so while it is there the other copies may
 // not all have moved.
 bool CopySeries::WasCutOff(std::wstring_view path, std::int16_t location) {
-    constexpr int kHighestNumber = 99;
-    for (int number = 2; number <= kHighestNumber; ++number) {
+    for (int number = 2; number <= kHighestCopyNumber; ++number) {
         if (session_->Displaced().Contains(
                 path, CFilePackageName(path, number, location, session_.Target()))) {
             return true;

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "engine/CopyName.h"
 #include "platform/RuntimeError.h"
 #include "tests/engine/EngineFixture.h"
 
@@ -288,6 +289,17 @@ TEST(LocationNumber, OlderCopiesOfAnItem_KeepTheirNumber) {
     MakeVersions(world, {L"A\\r.doc"}, 7);
     world.Run();
     EXPECT_EQ(ReadBytes(world.Store(L"r«0001».doc")), "A7");
+}
+
+TEST(LocationNumber, AnyOlderCopyOfAnItem_KeepsItsNumber) {
+    for (const int number : {2, kHighestCopyNumber}) {
+        EngineFixture world;
+        world.tree.Folder(L"B");
+        world.tree.File(CFilePackageName(L"r.doc", number, 0, L"Store"), "A");
+        world.tree.File(L"Store\\r«0001».doc.vwc",
+                        "Original Location:" + world.ansi.Encode(world.Path(L"A")) + "\r\n");
+        EXPECT_EQ(LocationOf(world, L"B\\r.doc"), 1) << number;
+    }
 }
 
 // Deleting copy 1 takes its comment along, which frees the number.

@@ -139,5 +139,15 @@ TEST_F(SpecialItems, EncryptedFiles_AreReportedOncePerItem) {
               1);
 }
 
+TEST_F(SpecialItems, EncryptedFileBelowTheFolderOfARule_IsNotReported) {
+    world_.drive.marks[L"c.txt"] = [](FileInfo& facts) { facts.isEncrypted = true; };
+    world_.List({L"Work\\*"});
+    EXPECT_FALSE(Has(world_.Run(), L"Encrypted files"));
+    world_.tree.Remove(L"Store");
+    world_.tree.Folder(L"Store");
+    world_.List({L"Work\\"});
+    EXPECT_TRUE(Has(world_.Run(), L"Encrypted files"));
+}
+
 }  // namespace
 }  // namespace vw::test

@@ -1,0 +1,71 @@
+// What the completion of an incomplete copy does besides adding the files that it lacks.
+
+#include <gtest/gtest.h>
+
+#include "tests/engine/EngineFixture.h"
+
+namespace vw::test {
+namespace {
+
+/// A copy of a folder that lacks one file, which can be read now.
+class CompletedCopy : public testing::Test {
+  protected:
+    CompletedCopy() {
+        world.tree.File(L"Work\\a.txt", "a", Day(1));
+        world.tree.Folder(L"Work\\Empty");
+        const std::wstring used = world.tree.File(L"Work\\Sub\\b.txt", "b", Day(1));
+        world.tree.SetDate(L"Work\\Sub", Day(2));
+        world.tree.SetDate(L"Work", Day(3));
+        world.List({L"Work\\"});
+        const FileHandle held = HoldOpen(used);
+        world.Run();
+    }
+    [[nodiscard]] std::wstring Copy(const std::wstring& name = {}) const {
+        return world.Store(L"Work«0001»" + name);
+    }
+    [[nodiscard]] bool IsIncomplete() {
+        bool isIncomplete = false;
+        world.With([&](CPackage& engine) { isIncomplete = engine.IsMarkedIncomplete(Copy()); });
+        return isIncomplete;
+    }
+
+    EngineFixture world;
+};
+
+TEST_F(CompletedCopy, FoldersOfAddedFiles_HaveTheirDates) {
+    ASSERT_TRUE(IsIncomplete());
+    world.Run();
+    EXPECT_FALSE(IsIncomplete());
+    EXPECT_EQ(ReadDate(Copy(L"\\Sub")), MakeDate(Day(2)));
+    EXPECT_EQ(ReadDate(Copy()), MakeDate(Day(3)));
+}
+
+TEST_F(CompletedCopy, LinkInTheItem_IsNamed) {
+    world.drive.marks[L"link.txt"] = [](FileInfo& facts) { facts.isLink = true; };
+    world.tree.File(L"Work\\Sub\\link.txt", "x", Day(1));
+    EXPECT_NE(Joined(world.Run().lines).find("Sub\\link.txt"), std::string::npos);
+    EXPECT_FALSE(Exists(Copy(L"\\Sub\\link.txt")));
+}
+
+TEST_F(CompletedCopy, FileInPlaceOfAFolder_IsMadeAnew) {
+    const std::wstring folder = L"Store\\Work«0001»\\Sub";
+    world.tree.Remove(folder);
+    world.tree.File(folder, "no folder");
+    world.Run();
+    EXPECT_EQ(ReadTree(Copy()), ReadTree(world.Path(L"Work")));
+}
+
+TEST_F(CompletedCopy, FolderCannotBeMade_StaysIncomplete) {
+    world.tree.Remove(L"Store\\Work«0001»\\Empty");
+    world.files.FailFrom(1, error_number::kPermissionDenied, [](const FileOperation& operation) {
+        return operation.call == FileCall::CreateFolder &&
+               operation.path.find(L"Empty") != std::wstring::npos;
+    });
+    EXPECT_EQ(world.Run().exitCode, error_number::kPermissionDenied);
+    world.files.Heal();
+    EXPECT_TRUE(IsIncomplete());
+    EXPECT_TRUE(Exists(Copy(L"\\Sub\\b.txt"))) << "what could be added";
+}
+
+}  // namespace
+}  // namespace vw::test
