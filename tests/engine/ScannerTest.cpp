@@ -120,6 +120,20 @@ TEST_F(Scanner, HoldsACommentForSeconds_ItIsReadAndReplaced) {
     EXPECT_TRUE(world.Comment(L"a«0001».txt").find("01/01/2010-00:02:02") != std::string::npos);
 }
 
+TEST_F(Scanner, HoldsACopyForGood_NextRunWaitsAgain) {
+    Version(1);
+    EXPECT_EQ(world.Run().exitCode, 0);
+    Version(2);
+    const FileHandle reader = HoldInPlace(world.Store(L"a«0001».txt"));
+    world.With([this](CPackage& engine) {
+        engine.BackupAll();
+        const std::uint64_t waited = world.pump.Waited();
+        EXPECT_GE(waited, 10'000U);
+        engine.BackupAll();
+        EXPECT_GE(world.pump.Waited(), waited + 10'000U);
+    });
+}
+
 TEST_F(Scanner, HoldsCopiesForGood_OnlyTheFirstIsWaitedForLong) {
     const Lines items{L"a.txt", L"b.txt", L"c.txt", L"d.txt"};
     world.List(items);

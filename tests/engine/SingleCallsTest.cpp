@@ -47,6 +47,20 @@ TEST(SingleCall, AfterARefusedDestination_TriesItAgain) {
     }
 }
 
+TEST(SingleCall, DestinationIsNotThere_EndsTheProgram) {
+    for (const bool byPath : {false, true}) {
+        EngineFixture world;
+        const std::wstring item = world.tree.File(L"a.txt", "1", Day(1));
+        world.List({});
+        world.tree.Remove(L"Store");
+        world.boxes.Expect(world.Store());
+        const RunResult result = world.With([&](CPackage& engine) {
+            byPath ? engine.BackupPath(item, 0, false, false) : engine.BackupItem(item);
+        });
+        EXPECT_TRUE(result.ended) << byPath;
+    }
+}
+
 // A restore works in the folder of the copies that are shown, whatever the list's own one is.
 TEST(SingleCall, InAnotherDestination_AsksForThatOneOnly) {
     EngineFixture world;
