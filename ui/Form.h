@@ -248,7 +248,7 @@ class Form final : public Window {
     MousePointer pointer_ = MousePointer::Default;
     int wheelRest_ = 0;  ///< of the wheel over a scroll bar, less than a notch
     bool maximiseLater_ = false;
-    Size arrangedFor_{};  ///< the client area that the controls have their places for
+    Size arrangedFor_{};    ///< the client area that the controls have their places for
     bool isInUse_ = false;  ///< it was shown, and the program has waited for its user since
     bool unloading_ = false;
     bool ending_ = false;
