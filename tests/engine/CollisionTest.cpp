@@ -105,6 +105,36 @@ TEST_F(Collision, FirstItemIsAway_SecondIsRefused) {
     }
 }
 
+TEST_F(Collision, ItemsOfTwoDestinations_AreBothBackedUp) {
+    MakeSources(1);
+    world_.tree.Folder(L"Other");
+    for (const bool outerFirst : {true, false}) {
+        const std::wstring first = outerFirst ? kOuter : kInner;
+        const std::wstring second = outerFirst ? kInner : kOuter;
+        world_.ListText(L"BackupTo: ~\\Store\r\n~\\" + first + L"\r\nBackupTo: ~\\Other\r\n~\\" +
+                        second + L"\r\n");
+        EXPECT_EQ(world_.Run().exitCode, 0);
+        for (const wchar_t* const store : {L"Store", L"Other"}) {
+            EXPECT_FALSE(ReadTree(world_.Path(store)).empty()) << outerFirst;
+            world_.tree.Remove(store);
+            world_.tree.Folder(store);
+        }
+    }
+}
+
+TEST_F(Collision, ItemOfTheListBefore_HoldsNoName) {
+    MakeSources(1);
+    world_.tree.Remove(L"Data.old");
+    world_.With([this](CPackage& engine) {
+        world_.List({kOuter, kInner});
+        engine.BackupAll();
+        EXPECT_TRUE(world_.Copies().empty());
+        world_.List({kInner});
+        engine.BackupAll();
+        EXPECT_FALSE(world_.Copies().empty());
+    });
+}
+
 TEST(CollisionOfAFile, FolderOfTheOtherItem_ItemIsRefused) {
     for (const bool fileFirst : {true, false}) {
         EngineFixture world;

@@ -108,6 +108,14 @@ TEST(NameEncoding, ReadsDamagedTextWithoutFailing) {
     }
 }
 
+TEST(NameEncoding, ReadsEveryHexadecimalDigit) {
+    EXPECT_EQ(EnglishNameOrigin(L"'0A0f'x", arabic), L"\n\x0Fx");
+    EXPECT_EQ(EnglishNameOrigin(L"'u0u6u4u3", arabic), L"\u0643");
+    EXPECT_EQ(EnglishNameOrigin(L"'u0u6ufua", arabic), L"\u06FA") << "small letters, too";
+    EXPECT_EQ(EnglishNameOrigin(L"'e3E1", arabic), EnglishNameOrigin(L"'E3e1", arabic));
+    EXPECT_EQ(EnglishNameOrigin(L"'0", arabic), std::wstring(1, L'\0')) << "a digit alone";
+}
+
 TEST(NameEncoding, KeepsACommentDate) {
     EXPECT_EQ(EnglishNameOrigin(L"05/03/2005-14:07:09+Original Location:C:\\'E9", western),
               L"05/03/2005-14:07:09+Original Location:C:\\\u00E9");
