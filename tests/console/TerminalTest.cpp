@@ -14,6 +14,7 @@ namespace {
 
 constexpr int kFiles = 500;
 constexpr DWORD kPoll = 5;
+constexpr int kTerminals = 20;
 constexpr ULONGLONG kPatience = 120'000;
 
 BOOL WINAPI Ignore(DWORD) { return TRUE; }
@@ -22,13 +23,8 @@ BOOL WINAPI Ignore(DWORD) { return TRUE; }
 class VwTerminal : public VwTest {
   protected:
     VwTerminal() {
-        // Whatever the test program was started from need not be a terminal that can be read.
-        FreeConsole();
-        AllocConsole();
-        SetConsoleCtrlHandler(Ignore, TRUE);
-        screen_.Reset(CreateFileW(L"CONOUT$", GENERIC_READ | GENERIC_WRITE,
-                                  FILE_SHARE_READ | FILE_SHARE_WRITE, &inherited_, OPEN_EXISTING, 0,
-                                  nullptr));
+        // The terminal of the test before may still be on its way out.
+        for (int tries = 0; tries < kTerminals && !screen_; ++tries) OpenTerminal();
         if (!screen_) throw std::runtime_error("the test has no terminal");
         for (int number = 0; number < kFiles; ++number) {
             tree.File(L"Work\\" + std::to_wstring(number), "12345678", Day(1));
@@ -192,6 +188,17 @@ class VwTerminal : public VwTest {
     }
 
   private:
+    // Whatever the test program was started from need not be a terminal that can be read.
+    void OpenTerminal() {
+        constexpr DWORD kPause = 50;
+        FreeConsole();
+        if (AllocConsole() == 0) Sleep(kPause);
+        SetConsoleCtrlHandler(Ignore, TRUE);
+        screen_.Reset(CreateFileW(L"CONOUT$", GENERIC_READ | GENERIC_WRITE,
+                                  FILE_SHARE_READ | FILE_SHARE_WRITE, &inherited_, OPEN_EXISTING, 0,
+                                  nullptr));
+    }
+
     SECURITY_ATTRIBUTES inherited_{sizeof(SECURITY_ATTRIBUTES), nullptr, TRUE};
     FileHandle screen_;
     KernelHandle process_;
