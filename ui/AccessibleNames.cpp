@@ -71,7 +71,7 @@ void AccessibleNames::Set(const Property& property, std::wstring_view text) {
 // A form without such names, as the opening screen, does without the service.
 void AccessibleNames::Give(const Property& property, const std::wstring& text) {
     const auto& [control, element, id] = property;
-    if (!std::exchange(isAsked_, true)) {
+    if (!apartment_) {
         apartment_.emplace();
         services_ = find_();
     }

@@ -57,10 +57,9 @@ class AccessibleNames {
     void Give(const Property& property, const std::wstring& text);
 
     Finder find_;
-    std::optional<ComApartment> apartment_;  ///< released last
+    std::optional<ComApartment> apartment_;  ///< since the service was asked for; released last
     ComPtr<IAccPropServices> services_;
     bool hasBegun_ = false;
-    bool isAsked_ = false;  ///< the system was asked for the service
     std::map<Property, std::wstring> waiting_;
     std::vector<HWND> named_;
 };

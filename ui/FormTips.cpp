@@ -62,8 +62,8 @@ ToolTips& Form::Tips() {
     return *tips_;
 }
 
-// Only a mouse asks for the tip of a control, long after the form was painted.
-// A form may come up below a mouse that rests.
+// Only a mouse asks for the tip of a control, long after the form was painted. A form may come up
+// below a mouse that rests.
 void Form::OnMouseCame() {
     if (isInUse_ && std::ranges::any_of(data_.controls, HasTip)) static_cast<void>(Tips());
 }
