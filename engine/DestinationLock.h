@@ -21,7 +21,8 @@ class DestinationLock {
     DestinationLock(FileSystem& files, std::wstring_view folder, std::wstring_view purpose = kRuns);
 
     /// Takes what is free; false while another run holds the mutex or the file. Throws what goes
-    /// wrong with the file otherwise: a missing folder (76), a full disk (61).
+    /// wrong with the file otherwise: a missing folder (76), a full disk (61). To be called until
+    /// it succeeds, and not again.
     [[nodiscard]] bool TryTake();
 
     /// Whether only the mutex could be taken, since no file can be made in the destination: the
