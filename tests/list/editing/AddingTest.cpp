@@ -2,11 +2,7 @@
 
 #include <gmock/gmock.h>
 
-#include "platform/WindowsHeader.h"
 #include "tests/list/editing/ListFixture.h"
-
-// Behind the header above, which it builds on.
-#include <commctrl.h>
 
 namespace vw::test {
 namespace {
@@ -135,16 +131,6 @@ TEST_F(Adding, ClearAll_OneItem_KeepsTheListAsOld) {
     EXPECT_EQ(ReadBytes(state.currentListPath + L".old"), before);
 }
 
-TEST_F(Adding, ManyItems_NewestIsScrolledIntoView) {
-    for (int i = 0; i < 100; ++i) list.Rows().AddToList(Path(std::to_wstring(i) + L"\\*"));
-    Drop({a});
-    const auto first = SendMessageW(View().Handle(), LVM_GETTOPINDEX, 0, 0);
-    const auto shown = SendMessageW(View().Handle(), LVM_GETCOUNTPERPAGE, 0, 0);
-    EXPECT_EQ(View().Selected(), 100);
-    EXPECT_GT(first, 0);
-    EXPECT_GE(first + shown, 101);
-}
-
 TEST_F(Adding, Pattern_CancelledWhileTheFirstIsAdded_StopsThere) {
     for (const auto* name : {L"c", L"d", L"e"}) tree.File(std::wstring(L"Sub\\") + name);
     state.cancel.Begin();
@@ -177,22 +163,9 @@ TEST_F(Adding, FilesOfFolders_LinkIsNotFollowed) {
 }
 
 TEST_F(Adding, SessionEndsBetweenTwoFiles_FirstOneIsSaved) {
-    world.pump.Restart();
-    std::string atTheEnd;
-    world.pump.AtEachYield([&] {
-        if (View().Rows().Count() != 1) return;
-        list.FileSave();
-        atTheEnd = Saved();
-    });
     dialogs.Expect(tree.Path() + L'\0' + L"a.txt" + L'\0' + L"b.txt");
-    editing.mnuAddFileClick();
-    EXPECT_EQ(atTheEnd, Expected({b}));
-}
-
-TEST_F(Adding, Drop_YieldsAfterEachFile) {
-    world.pump.Restart();
-    Drop({a, b});
-    EXPECT_GE(world.pump.Yields(), 2);
+    EXPECT_EQ(SavedBehindTheFirstRow([this] { editing.mnuAddFileClick(); }), Expected({b}));
+    EXPECT_EQ(View().Rows().Count(), 2);
 }
 
 }  // namespace

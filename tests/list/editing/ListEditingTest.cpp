@@ -147,15 +147,8 @@ TEST_F(Editing, Drop_AddsFilesAndFolders_KeepsTheLogonStart) {
 
 TEST_F(Editing, SessionEndsDuringADrop_SavesTheItemsAddedSoFar) {
     const std::vector<std::wstring> files{tree.File(L"a.txt"), tree.File(L"b.txt")};
-    world.pump.Restart();
-    std::string atTheEnd;
-    world.pump.AtEachYield([&] {
-        if (View().Rows().Count() != 1) return;
-        list.FileSave();
-        atTheEnd = Saved();
-    });
-    editing.lsvBackupList_OLEDragDrop(files);
-    EXPECT_EQ(atTheEnd, Expected({files[0]}));
+    EXPECT_EQ(SavedBehindTheFirstRow([&] { editing.lsvBackupList_OLEDragDrop(files); }),
+              Expected({files[0]}));
 }
 
 TEST_F(Editing, DelItem_LastItem_SwitchesTheLogonStartOff) {

@@ -57,6 +57,20 @@ class ListFixture : public testing::Test,
     [[nodiscard]] ListView& View() { return main.form.List(L"lsvBackupList"); }
     [[nodiscard]] std::vector<std::wstring> Paths() { return list.Rows().Paths(); }
     std::wstring Path(std::wstring_view relative) const { return tree.Path(relative); }
+    /// What the end of the session saves in the middle of a command, when the list has one row.
+    template <class Command>
+    std::string SavedBehindTheFirstRow(Command&& command) {
+        std::string saved;
+        world.pump.Restart();
+        world.pump.AtEachYield([&] {
+            if (View().Rows().Count() != 1) return;
+            list.FileSave();
+            saved = Saved();
+        });
+        command();
+        world.pump.Restart();
+        return saved;
+    }
 
     TempTree tree;
     TestEnvironment world;
