@@ -106,8 +106,6 @@ void BackupRun::BackUpUnderLock(std::wstring_view path, ItemKind kind) {
     const std::int16_t location = LocationOf(path, facts.has_value());
     if (location < 0 || state_.cancel.IsRequested()) return;
     trap_(L"BackupPath", [&] {
-        state_.cancel.Begin();
-        system_.pump.ProcessMessagesIfDue();
         if (session_.Enter() != Entrance::Entered) return;
         item_.BackUp(PathOf(path), location, kind, {}, facts);
     });

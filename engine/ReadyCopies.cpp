@@ -19,7 +19,6 @@ ReadyOutcome CopySeries::FinishReadyCopy(std::wstring_view path, std::int16_t lo
     const PendingCopy copy{.itemPath = std::wstring(path),
                            .location = location,
                            .finalPath = std::wstring(place),
-                           .inSeries = true,
                            .newestDate = found->date,
                            .completeness = found->completeness,
                            .currentPath = found->path,
