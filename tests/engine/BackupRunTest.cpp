@@ -345,6 +345,18 @@ TEST(BackupPath, FailedSafetyCopy_KeepsWhatWasInItsPlace) {
     EXPECT_EQ(world.Copies(), (Listing{{L"a«0021».txt", "old"}}));
 }
 
+TEST(BackupPath, CommentOfASafetyCopyFails_KeepsTheFormerOne) {
+    EngineFixture world;
+    const std::wstring file = world.tree.File(L"a.txt", "new", Day(1));
+    const std::wstring safety = world.tree.File(L"Store\\a«0021».txt", "old");
+    world.tree.File(L"Store\\a«0021».txt.vwc", "old comment\r\n");
+    world.files.FailFrom(1, error_number::kDeviceError, OnlyCalls({FileCall::Replace}));
+    world.With([&](CPackage& engine) { engine.BackupPath(file, 0, false, false, safety); });
+    world.files.Heal();
+    EXPECT_EQ(world.Copies(), (Listing{{L"a«0021».txt", "old"}}));
+    EXPECT_EQ(world.Comment(L"a«0021».txt"), "old comment");
+}
+
 TEST(BackupRun, FoldersWithoutFiles_YieldsAfterEach) {
     for (const bool readable : {true, false}) {
         EngineFixture world;

@@ -5,6 +5,7 @@
 #include "platform/RuntimeError.h"
 #include "tests/engine/EngineFixture.h"
 #include "tests/support/DestinationChecker.h"
+#include "tests/support/YieldWatch.h"
 
 namespace vw::test {
 namespace {
@@ -123,16 +124,42 @@ TEST_F(Collision, ItemsOfTwoDestinations_AreBothBackedUp) {
 }
 
 TEST_F(Collision, ItemOfTheListBefore_HoldsNoName) {
-    MakeSources(1);
-    world_.tree.Remove(L"Data.old");
-    world_.With([this](CPackage& engine) {
-        world_.List({kOuter, kInner});
-        engine.BackupAll();
+    for (const bool outerFirst : {true, false}) {
+        MakeSources(1);
+        world_.tree.Remove(outerFirst ? L"Data.old" : L"Work.old");
+        const Lines items = outerFirst ? Lines{kOuter, kInner} : Lines{kInner, kOuter};
+        world_.With([&](CPackage& engine) {
+            world_.List(items);
+            engine.BackupAll();
+            EXPECT_TRUE(world_.Copies().empty()) << outerFirst;
+            world_.List({items[1]});
+            engine.BackupAll();
+            EXPECT_FALSE(world_.Copies().empty()) << outerFirst;
+        });
+        world_.tree.Remove(L"Store");
+        world_.tree.Folder(L"Store");
+    }
+}
+
+TEST_F(Collision, FirstItemIsARuleAndAway_SecondIsRefused) {
+    for (const bool outerFirst : {true, false}) {
+        MakeSources(1);
+        world_.tree.Remove(outerFirst ? L"Data.old" : L"Work.old");
+        const std::wstring second = outerFirst ? kInner : kOuter;
+        world_.List({(outerFirst ? kOuter : kInner) + L"*", second});
+        const Lines lines = world_.Run().lines;
+        EXPECT_NE(Joined(lines).find(Joined(Refused(L"~\\" + second))), std::string::npos)
+            << Joined(lines);
         EXPECT_TRUE(world_.Copies().empty());
-        world_.List({kInner});
-        engine.BackupAll();
-        EXPECT_FALSE(world_.Copies().empty());
-    });
+    }
+}
+
+// A destination may lie in a folder of copies and be named like one of them.
+TEST_F(Collision, DestinationHasACommentFile_NestedItemIsBackedUp) {
+    MakeSources(1);
+    world_.tree.File(L"Store.vwc", "comment");
+    world_.List({kInner});
+    world_.ExpectRun(BackedUp(L"~\\Work.old\\Data\\", {L"~\\Work.old\\Data\\z.txt"}));
 }
 
 TEST(CollisionOfAFile, FolderOfTheOtherItem_ItemIsRefused) {
@@ -225,6 +252,20 @@ TEST(CopyWithoutAComment, HoldsNestedCopyDeeper_IsRefused) {
     EXPECT_EQ(ReadTree(world.Store()), before);
 }
 
+// The copies of the other file of this name have number 0, and so would those of the folder.
+TEST(CollisionOfAFile, HasAnotherNumberThanTheFirstItem_IsBackedUp) {
+    EngineFixture world;
+    world.tree.File(L"y\\README.smith", "y", Day(1));
+    world.List({L"y\\README.smith"});
+    world.Run();
+    world.tree.File(L"x\\README.smith", "x", Day(1));
+    world.tree.File(L"j.smith\\README\\a.txt", "nested", Day(1));
+    world.List({L"j.smith\\README\\", L"x\\README.smith"});
+    world.ExpectRun(Refused(L"~\\j.smith\\README\\") + BackedUp(L"~\\x\\README.smith"));
+    EXPECT_EQ(world.Copies(),
+              (Listing{{L"README«0001».smith", "y"}, {L"README«0101».smith", "x"}}));
+}
+
 TEST(CopyWithoutAComment, IsSearched_WindowsKeepWorking) {
     EngineFixture world;
     constexpr int kFiles = 20;
@@ -233,17 +274,11 @@ TEST(CopyWithoutAComment, IsSearched_WindowsKeepWorking) {
     }
     world.tree.File(L"Data.old\\y.txt", "y", Day(2));
     world.List({L"Data.old\\"});
-    // The yields between the listing of the folder and the next operation.
-    int before = -1;
-    int during = -1;
-    world.files.OnOperation([&](const FileOperation& operation) {
-        if (before >= 0 && during < 0) during = world.pump.Yields() - before;
-        if (operation.call == FileCall::List && operation.path == world.Store(L"Data«0001».old")) {
-            before = world.pump.Yields();
-        }
+    const YieldWatch watch(world.files, world.pump, [&](const FileOperation& operation) {
+        return operation.call == FileCall::List && operation.path == world.Store(L"Data«0001».old");
     });
     world.Run();
-    EXPECT_GE(during, kFiles);
+    EXPECT_GE(watch.YieldsBehind(), kFiles);
 }
 
 }  // namespace

@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/RuntimeError.h"
 #include "tests/engine/EngineFixture.h"
+#include "tests/engine/LeftOvers.h"
+#include "tests/support/YieldWatch.h"
 
 namespace vw::test {
 namespace {
@@ -65,6 +68,73 @@ TEST_F(CompletedCopy, FolderCannotBeMade_StaysIncomplete) {
     world.files.Heal();
     EXPECT_TRUE(IsIncomplete());
     EXPECT_TRUE(Exists(Copy(L"\\Sub\\b.txt"))) << "what could be added";
+}
+
+// Its parent gets an entry, and a date of today with it.
+TEST_F(CompletedCopy, FolderIsAdded_ItsParentHasItsDate) {
+    world.tree.Remove(L"Store\\Work«0001»\\Empty");
+    world.Run();
+    EXPECT_TRUE(Exists(Copy(L"\\Empty")));
+    EXPECT_EQ(ReadDate(Copy()), MakeDate(Day(3)));
+}
+
+TEST_F(CompletedCopy, FullDisk_IsReportedOnceForTwoFolders) {
+    world.tree.Folder(L"Work\\Empty\\Deeper");
+    world.tree.Remove(L"Store\\Work«0001»\\Empty");
+    world.files.FailFrom(1, error_number::kDiskFull, OnlyCalls({FileCall::CreateFolder}));
+    EXPECT_EQ(world.Run().errors.size(), 1U);
+    world.files.Heal();
+    EXPECT_TRUE(IsIncomplete());
+}
+
+TEST_F(CompletedCopy, ItemGoesAway_MissingFolderIsReported) {
+    world.files.OnOperation([this](const FileOperation& operation) {
+        if (operation.call == FileCall::Copy) world.tree.Remove(L"Work");
+    });
+    EXPECT_EQ(world.Run().exitCode, error_number::kPathNotFound);
+    world.files.Heal();
+    EXPECT_TRUE(IsIncomplete());
+}
+
+TEST_F(CompletedCopy, AddedFileIsTruncated_IsNotTaken) {
+    world.tree.File(L"Work\\Sub\\b.txt", "12345678", Day(1));
+    world.files.TruncateNthCopy(1);
+    const RunResult result = world.Run();
+    EXPECT_EQ(result.errors.size(), 1U) << Joined(result.lines);
+    EXPECT_TRUE(IsIncomplete());
+    EXPECT_FALSE(Exists(Copy(L"\\Sub\\b.txt")));
+    EXPECT_EQ(LeftOvers(world), Lines());
+}
+
+TEST_F(CompletedCopy, AddedFileCannotTakeItsName_LeavesNothing) {
+    world.files.FailFrom(1, error_number::kPermissionDenied, [](const FileOperation& operation) {
+        return operation.call == FileCall::Rename &&
+               operation.to.find(L"b.txt") != std::wstring::npos;
+    });
+    EXPECT_EQ(world.Run().exitCode, error_number::kPermissionDenied);
+    world.files.Heal();
+    EXPECT_TRUE(IsIncomplete());
+    EXPECT_EQ(LeftOvers(world), Lines());
+}
+
+TEST(LongCompletion, ManyFiles_WindowsKeepWorking) {
+    EngineFixture world;
+    constexpr int kFiles = 30;
+    for (int i = 0; i < kFiles; ++i) {
+        world.tree.File(L"Work\\" + std::to_wstring(i), "x", Day(1));
+    }
+    world.List({L"Work\\"});
+    world.files.OnOperation([&](const FileOperation& operation) {
+        if (operation.call == FileCall::Copy) world.state.cancel.Request();
+    });
+    world.Run();
+    const YieldWatch watch(world.files, world.pump, [&](const FileOperation& operation) {
+        return operation.call == FileCall::List && operation.path == world.Store(L"Work«0001»\\");
+    });
+    world.Run();
+    EXPECT_GE(watch.YieldsBehind(), kFiles) << "while the copy is compared";
+    EXPECT_LT(watch.MostOperations(), kFiles) << "while files are added";
+    EXPECT_EQ(ReadTree(world.Store(L"Work«0001»")), ReadTree(world.Path(L"Work")));
 }
 
 }  // namespace

@@ -149,6 +149,7 @@ TEST(ParseCopyName, NameWithoutOwnMarks_ReadsAsEver) {
         {L"x\u00ABabcd\u00BB.txt", L"x.txt", 0, 0},
         {L"five\u00AB00010\u00BB.txt", L"five.txt", 0, 10},
         {L"\u00AB0001\u00BB", L"", 0, 1},
+        {L"\u00AB0102\u00BB.txt", L".txt", 1, 2},
         {L"Report.doc", L"", 0, 0},
     };
     for (const auto& row : rows) {
@@ -210,6 +211,12 @@ TEST(FindCopyMark, NameWithoutACompleteMark_HasNone) {
     EXPECT_TRUE(FindCopyMark(name));
     EXPECT_FALSE(FindCopyMark(name.substr(0, name.size() - 1)));
     EXPECT_FALSE(FindCopyMark(L"\u00ABvieux\u00BB"));
+}
+
+TEST(IsCommentName, OtherFiles_AreNoComments) {
+    EXPECT_TRUE(IsCommentName(L"a\u00AB0001\u00BB.txt.vwc"));
+    EXPECT_FALSE(IsCommentName(L"a\u00AB0001\u00BB.txt"));
+    EXPECT_FALSE(IsCommentName(L"a.vwc"));
 }
 
 }  // namespace

@@ -30,12 +30,13 @@ class RefusingDisk final : public ForwardingFileSystem {
 
     std::unique_ptr<HeldFile> Hold(std::wstring_view path) override {
         const DWORD code = path.ends_with(kLockFileName) ? lockCode : probeCode;
-        if (code != ERROR_SUCCESS) RaiseCode(code, path);
+        if (code != ERROR_SUCCESS && path.starts_with(folder)) RaiseCode(code, path);
         return Inner().Hold(path);
     }
 
     DWORD lockCode = ERROR_SUCCESS;
     DWORD probeCode = ERROR_SUCCESS;
+    std::wstring folder;  ///< only below it; empty for all folders
 };
 
 class DestinationLockTest : public testing::Test {
@@ -115,6 +116,16 @@ TEST_F(DestinationLockTest, AccessDenied_WithTheFileThere_MeansHeld) {
     disk.probeCode = ERROR_ACCESS_DENIED;
     DestinationLock lock(disk, world.Store());
     EXPECT_FALSE(lock.TryTake());
+}
+
+TEST_F(DestinationLockTest, AccessDenied_FileCannotBeAskedAbout_ProbeDecides) {
+    world.files.FailFrom(1, error_number::kPermissionDenied, OnlyCalls({FileCall::Stat}));
+    RefusingDisk disk(world.files);
+    disk.lockCode = ERROR_ACCESS_DENIED;
+    disk.probeCode = ERROR_ACCESS_DENIED;
+    DestinationLock lock(disk, world.Store());
+    EXPECT_TRUE(lock.TryTake());
+    EXPECT_TRUE(lock.IsForThisComputerOnly());
 }
 
 TEST_F(DestinationLockTest, AccessDenied_WhereAProbeCanBeMade_MeansHeld) {
@@ -197,6 +208,22 @@ TEST_F(DestinationLockTest, Run_WriteProtectedDisk_ReportsTheMissingLockOnce) {
                      BackedUp(L"~\\a.txt") + BackedUp(L"~\\b.txt") + kDone));
     engine.BackupAll();
     EXPECT_EQ(std::count(host.log.begin(), host.log.end(), host.log.front()), 2);
+}
+
+TEST_F(DestinationLockTest, Run_ComesBackToAWriteProtectedDisk_ReportsTheMissingLockOnce) {
+    world.tree.File(L"a.txt", "a", Day(1));
+    world.tree.Folder(L"Second");
+    world.ListText(
+        L"~\\a.txt\r\nBackupTo: ~\\Second\r\n~\\a.txt\r\nBackupTo: ~\\Store\r\n~\\a.txt\r\n");
+    RefusingDisk disk(world.drive);
+    disk.lockCode = ERROR_WRITE_PROTECT;
+    disk.folder = world.Store();
+    System system = world.TestEnvironment::With(disk);
+    RecordingHost host(world.Path(), world.errors, world.exitStatus);
+    CPackage engine(system, world.state, host, host);
+    engine.BackupAll();
+    EXPECT_EQ(std::count(host.log.begin(), host.log.end(), host.log.front()), 1)
+        << Joined(host.log);
 }
 
 TEST_F(DestinationLockTest, WalkOverASource_SkipsLockAndWorkingEntries) {

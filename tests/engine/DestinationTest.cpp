@@ -3,6 +3,7 @@
 #include "platform/MessageBoxes.h"
 #include "platform/RuntimeError.h"
 #include "tests/engine/EngineFixture.h"
+#include "tests/support/YieldWatch.h"
 
 namespace vw::test {
 namespace {
@@ -162,16 +163,11 @@ TEST(Destination, ManyEntries_YieldsAfterEachWhileItIsListed) {
     for (int i = 0; i < kEntries; ++i) world.tree.File(L"Store\\" + std::to_wstring(i), "x");
     world.tree.File(L"a.txt", "a", Day(1));
     world.List({L"a.txt"});
-    int before = -1;
-    int during = -1;
-    world.files.OnOperation([&](const FileOperation& operation) {
-        if (before >= 0 && during < 0) during = world.pump.Yields() - before;
-        if (operation.call == FileCall::List && operation.path == world.Store()) {
-            before = world.pump.Yields();
-        }
+    const YieldWatch watch(world.files, world.pump, [&](const FileOperation& operation) {
+        return operation.call == FileCall::List && operation.path == world.Store();
     });
     world.Run();
-    EXPECT_GE(during, kEntries);
+    EXPECT_GE(watch.YieldsBehind(), kEntries);
 }
 
 }  // namespace

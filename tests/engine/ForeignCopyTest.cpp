@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "platform/RuntimeError.h"
 #include "tests/engine/EngineFixture.h"
 #include "tests/engine/LeftOvers.h"
@@ -162,6 +164,26 @@ TEST(StuckReadyCopy, ItemChanges_NewerCopyUsesItsRotation) {
               (Listing{{L"a«0001».txt", "4"}, {L"a«0002».txt", "2"}, {L"a«0003».txt", "1"}}));
 }
 
+TEST(StuckReadyCopy, NewerCopyIsIncomplete_WholeOneStays) {
+    EngineFixture world;
+    world.List({L"Work\\"}, 3);
+    const auto makeWork = [&](int step) {
+        world.tree.File(L"Work\\a.txt", std::to_string(step), Day(step));
+        world.tree.File(L"Work\\b.txt", std::to_string(step), Day(step));
+    };
+    makeWork(1);
+    world.Run();
+    makeWork(2);
+    world.drive.held = {world.Store(L"Work«0001»")};
+    EXPECT_EQ(world.Run().exitCode, error_number::kPermissionDenied);
+    makeWork(3);
+    const FileHandle reader = HoldOpen(world.Path(L"Work\\b.txt"));
+    const RunResult result = world.Run();
+    EXPECT_EQ(std::ranges::count(result.lines, L"\tDone."), 0) << Joined(result.lines);
+    ASSERT_EQ(LeftOvers(world).size(), 1U);
+    EXPECT_EQ(ReadBytes(world.Store(LeftOvers(world)[0]) + L"\\b.txt"), "2");
+}
+
 // An older state of the item was backed up last: the dates of the contents state no order.
 TEST(ReadyCopyOfAnOlderDate, MadeLaterThanCopyOne_IsFinished) {
     EngineFixture world;
@@ -294,6 +316,22 @@ std::wstring CutOffRotation(EngineFixture& world) {
     std::wstring entry = FormatWorkingName(left, L"a");
     world.tree.File(L"Store\\" + entry, "1");
     return entry;
+}
+
+// The last copy has left, and those below it have moved up already.
+TEST(RotationThatWasCutOff, AnyCount_LosesNoOtherCopy) {
+    for (const int count : {2, 3, 99}) {
+        EngineFixture world;
+        world.List({L"a.txt"}, count);
+        const std::wstring digits = (count < 10 ? L"0" : L"") + std::to_wstring(count);
+        const std::wstring last = L"a«00" + digits + L"».txt";
+        const WorkingName left{WorkingState::Old, NameKey(world.Path(L"a.txt")),
+                               NameKey(world.Store(last)), kNoDate, DeadProcess()};
+        world.tree.File(L"Store\\" + FormatWorkingName(left, L"a"), "1");
+        world.tree.File(L"Store\\" + last, "2");
+        world.Run();
+        EXPECT_EQ(world.Copies(), (Listing{{last, "2"}})) << count;
+    }
 }
 
 // While a copy is held the entry that left stays: without it the next run would rotate once more.

@@ -83,6 +83,16 @@ TEST_F(FreeSpaceOfUnchangedItems, AfterATenthOfASecond_IsMeasuredAgain) {
     EXPECT_EQ(Questions(), 1U) << "a run asks for itself";
 }
 
+TEST_F(FreeSpaceOfUnchangedItems, ExactlyATenthOfASecondLater_IsMeasuredAgain) {
+    world.files.OnOperation([this, waited = false](const FileOperation& operation) mutable {
+        if (waited || operation.path != world.Path(L"b.txt")) return;
+        waited = true;
+        world.clock.Advance(100);
+    });
+    world.Run();
+    EXPECT_EQ(Questions(), 2U);
+}
+
 TEST_F(FreeSpaceOfUnchangedItems, LargerItem_IsMeasuredAgainAndRefused) {
     world.tree.File(L"b.txt", "123456");
     const RunResult result = world.Run();

@@ -103,6 +103,7 @@ TEST(IncompleteCopy, UnreadableFolder_StaysMarked) {
     EXPECT_EQ(world.Run().exitCode, error_number::kPermissionDenied);
     world.files.Heal();
     EXPECT_TRUE(IsMarked(world));
+    EXPECT_FALSE(Exists(world.Store(L"Work«0002»"))) << "what is there is not copied once more";
     EXPECT_EQ(world.Run().exitCode, 0);
     EXPECT_TRUE(IsWhole(world));
 }

@@ -29,5 +29,12 @@ TEST(HasImpossibleName, CharacterThatNoDiskTakes_IsImpossible) {
     EXPECT_FALSE(HasImpossibleName(L"D:\\a'b;c"));
 }
 
+// "[" and "]" would be a pattern: the names themselves decide then.
+TEST(OverlapsDestination, NamesWithBrackets_AreCompared) {
+    EXPECT_TRUE(OverlapsDestination(L"C:\\[a]\\Store\\Sub\\", L"C:\\[a]\\Store"));
+    EXPECT_TRUE(OverlapsDestination(L"C:\\[a]\\", L"C:\\[a]\\Store"));
+    EXPECT_FALSE(OverlapsDestination(L"C:\\[a]\\Work\\", L"C:\\[a]\\Store"));
+}
+
 }  // namespace
 }  // namespace vw

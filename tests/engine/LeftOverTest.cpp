@@ -24,6 +24,21 @@ TEST(LeftOverOfADeadProcess, InUse_IsRemovedByALaterRun) {
     EXPECT_FALSE(Exists(world.Store(name)));
 }
 
+// What a killed run had written may be what the new copy has no room for.
+TEST(LeftOverOfADeadProcess, IsRemovedBeforeTheFirstCopy) {
+    EngineFixture world;
+    world.tree.File(L"a.txt", "a", Day(1));
+    world.List({L"a.txt"});
+    const std::wstring name = LeftOverName(world, WorkingState::New, L"b.txt", DeadProcess());
+    world.tree.File(L"Store\\" + name, "half");
+    bool wasThere = true;
+    world.files.OnOperation([&](const FileOperation& operation) {
+        if (operation.call == FileCall::Copy) wasThere = Exists(world.Store(name));
+    });
+    world.Run();
+    EXPECT_FALSE(wasThere);
+}
+
 TEST(LeftOverOfADeadProcess, ReadOnlyFiles_AreRemoved) {
     EngineFixture world;
     world.List({});

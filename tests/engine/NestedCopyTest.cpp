@@ -74,6 +74,18 @@ TEST(NestedCopy, DottedFolderItself_IsNotNested) {
                                        {L"Old«0002».Files\\a.txt", "1"}}));
 }
 
+// Its comment says that nothing has changed, and the folder around it holds something else.
+TEST(NestedCopy, CopyWasDeletedByHand_IsMadeAgain) {
+    EngineFixture world;
+    world.tree.File(L"Old.Files\\Work\\a.txt", "a", Day(1));
+    world.List({L"Old.Files\\Work\\"});
+    world.Run();
+    world.tree.Remove(L"Store\\Work«0001».Files\\Work");
+    world.tree.File(L"Store\\Work«0001».Files\\letter.txt", "letter");
+    world.Run();
+    EXPECT_EQ(ReadBytes(world.Store(L"Work«0001».Files\\Work\\a.txt")), "a");
+}
+
 TEST(NestedCopy, SharesItsFolderWithForeignFiles) {
     EngineFixture world;
     // The copies of Old.Files\Work\ are in a folder that is also named like a copy of "Work"

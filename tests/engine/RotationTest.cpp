@@ -265,6 +265,18 @@ TEST(Rotation, CopyAboveTheCountInUse_HasNoEffect) {
     world.ExpectRun(BackedUp(L"~\\a.txt"));
 }
 
+TEST(Rotation, ItemIsAwayAndCopyInUse_NothingElseIsTried) {
+    for (const int count : {1, 3}) {
+        EngineFixture world;
+        world.tree.File(L"a.txt", "a", Day(1));
+        world.List({L"a.txt"}, count);
+        world.Run();
+        world.tree.Remove(L"a.txt");
+        const FileHandle held = HoldInPlace(world.Store(L"a«0001».txt"));
+        world.ExpectRun(Missing(L"~\\a.txt") + Lines{L"! 70 RenamePackages ~\\Store\\a«0001».txt"});
+    }
+}
+
 TEST(Rotation, NoCopyOneAndCopyInUse_MakesCopyOne) {
     EngineFixture world;
     MakeCopies(world, {2, 3});
@@ -286,6 +298,15 @@ TEST(RenamePackages, MovesTheCopiesWithoutABackup) {
     world.With([&](CPackage& engine) { moved = engine.RenamePackages(item, 0); });
     EXPECT_TRUE(moved);
     EXPECT_EQ(world.Copies(), (Listing{{L"a«0002».txt", "1"}, {L"a«0003».txt", "2"}}));
+}
+
+TEST(RenamePackages, CountOfOne_RemovesTheCopy) {
+    EngineFixture world;
+    MakeCopies(world, {1});
+    world.state.copiesCount = 1;
+    world.With(
+        [&](CPackage& engine) { EXPECT_TRUE(engine.RenamePackages(world.Path(L"a.txt"), 0)); });
+    EXPECT_EQ(world.Copies(), Listing());
 }
 
 TEST(RenamePackages, NoCopies_ChangesNothing) {

@@ -120,17 +120,26 @@ TEST_F(Scanner, HoldsACommentForSeconds_ItIsReadAndReplaced) {
     EXPECT_TRUE(world.Comment(L"a«0001».txt").find("01/01/2010-00:02:02") != std::string::npos);
 }
 
-TEST_F(Scanner, HoldsACopyForGood_NextRunWaitsAgain) {
+// Whatever comes next: a run, a single item, or work of the copies browser.
+TEST_F(Scanner, HoldsACopyForGood_NextWorkWaitsAgain) {
     Version(1);
     EXPECT_EQ(world.Run().exitCode, 0);
     Version(2);
-    const FileHandle reader = HoldInPlace(world.Store(L"a«0001».txt"));
-    world.With([this](CPackage& engine) {
-        engine.BackupAll();
-        const std::uint64_t waited = world.pump.Waited();
-        EXPECT_GE(waited, 10'000U);
-        engine.BackupAll();
-        EXPECT_GE(world.pump.Waited(), waited + 10'000U);
+    const std::wstring copy = world.Store(L"a«0001».txt");
+    const FileHandle reader = HoldInPlace(copy);
+    world.With([&](CPackage& engine) {
+        const std::function<void()> works[] = {
+            [&] { engine.BackupAll(); }, [&] { engine.BackupAll(); },
+            [&] { engine.BackupPath(world.Path(L"a.txt"), 0, false, false); },
+            [&] {
+                EXPECT_TRUE(engine.InDestination(
+                    world.Store(), [&] { EXPECT_THROW(engine.DeleteCopy(copy), RuntimeError); }));
+            }};
+        for (const auto& work : works) {
+            const std::uint64_t before = world.pump.Waited();
+            work();
+            EXPECT_GE(world.pump.Waited() - before, 10'000U);
+        }
     });
 }
 

@@ -6,6 +6,7 @@
 #include "tests/engine/EngineFixture.h"
 #include "tests/engine/LeftOvers.h"
 #include "tests/support/OtherRun.h"
+#include "tests/support/YieldWatch.h"
 
 namespace vw::test {
 namespace {
@@ -23,6 +24,34 @@ TEST(SingleCall, AfterACancel_BacksUp) {
                    : engine.BackupItem(item);
         });
         EXPECT_EQ(ReadBytes(world.Store(byPath ? L"Work«0001»\\a.txt" : L"a«0001».txt")), "1");
+    }
+}
+
+TEST(SingleCall, WorkOfTheBrowserAfterACancel_IsNotCancelled) {
+    EngineFixture world;
+    world.state.cancel.Request();
+    world.With([&](CPackage& engine) {
+        EXPECT_TRUE(engine.InDestination(world.Store(),
+                                         [&] { EXPECT_FALSE(world.state.cancel.IsRequested()); }));
+    });
+}
+
+TEST(SingleCall, IsRefused_OnlyWhatOverlapsTheDestination) {
+    EngineFixture world;
+    world.With([&](CPackage& engine) {
+        EXPECT_TRUE(engine.IsRefused(world.Store()));
+        EXPECT_FALSE(engine.IsRefused(world.Path(L"a.txt")));
+    });
+}
+
+TEST(SingleCall, Extract_ShowsTheCopyOnRequest) {
+    EngineFixture world;
+    const std::wstring copy = world.tree.File(L"Store\\a«0001».txt", "a");
+    for (const bool showMessage : {false, true}) {
+        const RunResult result =
+            world.With([&](CPackage& engine) { engine.Extract(copy, world.Path(), showMessage); });
+        EXPECT_EQ(Joined(result.lines),
+                  showMessage ? Joined({L"* Restoring:  ~\\Store\\a«0001».txt"}) : "");
     }
 }
 
@@ -73,6 +102,28 @@ TEST(SingleCall, InAnotherDestination_AsksForThatOneOnly) {
     });
     EXPECT_FALSE(result.ended);
     EXPECT_EQ(ReadBytes(shown + L"\\a«0021».txt"), "1");
+}
+
+TEST(SingleCall, AfterAnotherDestination_UsesTheListsOwn) {
+    EngineFixture world;
+    const std::wstring item = world.tree.File(L"a.txt", "1", Day(1));
+    const std::wstring shown = world.tree.Folder(L"Shown");
+    world.With([&](CPackage& engine) {
+        EXPECT_TRUE(engine.InDestination(shown, [] {}));
+        engine.BackupItem(item);
+    });
+    EXPECT_EQ(world.Copies(), (Listing{{L"a«0001».txt", "1"}}));
+}
+
+TEST(SingleCall, RotationAfterARun_MovesTheCopies) {
+    EngineFixture world;
+    const std::wstring item = world.tree.File(L"a.txt", "1", Day(1));
+    world.List({L"a.txt"});
+    world.With([&](CPackage& engine) {
+        engine.BackupAll();
+        EXPECT_TRUE(engine.RenamePackages(item, 0));
+    });
+    EXPECT_EQ(world.Copies(), (Listing{{L"a«0002».txt", "1"}}));
 }
 
 TEST(SingleCall, OriginalLocation_CommentCannotBeRead_IsUnknown) {
@@ -177,6 +228,52 @@ TEST(TwoReadyCopies, SameItem_TheNewerIsFinished) {
         EXPECT_EQ(ReadBytes(world.Store(L"a«0001».txt")), "5");
         EXPECT_FALSE(Exists(world.Store(L"a«0002».txt"))) << "not the older one first";
     }
+}
+
+/// Long work with one folder of many files.
+class LongWork : public testing::Test {
+  protected:
+    static constexpr int kFiles = 30;
+
+    void MakeFiles(const std::wstring& folder) {
+        for (int i = 0; i < kFiles; ++i) {
+            world.tree.File(folder + L"\\" + std::to_wstring(i), "x", Day(1));
+        }
+    }
+
+    EngineFixture world;
+};
+
+TEST_F(LongWork, OldestCopyIsRemoved_WindowsKeepWorking) {
+    MakeFiles(L"Store\\Work«0001»");
+    world.tree.File(L"Work\\a.txt", "a", Day(2));
+    world.List({L"Work\\"}, 1);
+    const YieldWatch watch(world.files, world.pump);
+    world.Run();
+    EXPECT_LT(watch.MostOperations(), kFiles);
+    EXPECT_EQ(world.Copies().size(), 2U);
+}
+
+TEST_F(LongWork, LeftOverIsRemoved_WindowsKeepWorking) {
+    MakeFiles(L"Store\\" + LeftOverName(world, WorkingState::New, L"Work\\", DeadProcess()));
+    world.tree.File(L"a.txt", "a", Day(2));
+    world.List({L"a.txt"});
+    const YieldWatch watch(world.files, world.pump);
+    world.Run();
+    EXPECT_LT(watch.MostOperations(), kFiles);
+    EXPECT_EQ(LeftOvers(world), Lines());
+}
+
+TEST_F(LongWork, DateOfACopyWithoutAComment_WindowsKeepWorking) {
+    MakeFiles(L"Store\\Work«0001»");
+    const YieldWatch watch(world.files, world.pump, [](const FileOperation& operation) {
+        return operation.call == FileCall::List;
+    });
+    world.With([&](CPackage& engine) {
+        EXPECT_EQ(engine.PackageDate(world.Store(L"Work«0001»")), MakeDate(Day(1)));
+        static_cast<void>(world.files.Stat(world.Path()));
+    });
+    EXPECT_GE(watch.YieldsBehind(), kFiles);
 }
 
 }  // namespace
