@@ -25,7 +25,7 @@ TEST(LeftOverOfADeadProcess, InUse_IsRemovedByALaterRun) {
 }
 
 // What a killed run had written may be what the new copy has no room for.
-TEST(LeftOverOfADeadProcess, IsRemovedBeforeTheFirstCopy) {
+TEST(LeftOverOfADeadProcess, NewCopyIsMade_IsGoneBefore) {
     EngineFixture world;
     world.tree.File(L"a.txt", "a", Day(1));
     world.List({L"a.txt"});
