@@ -42,7 +42,6 @@ class App : public testing::Test {
         }
     }
     void WriteDefaultList(const std::vector<std::wstring>& items, int copies = 3) {
-        state.currentListPath = state.DefaultListPath();
         std::wstring text =
             L"BackupTo: " + drive.Backup() + L"\r\nBackages: " + std::to_wstring(copies) + L"\r\n";
         for (const std::wstring& item : items) text += item + L"\r\n";

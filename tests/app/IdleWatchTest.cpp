@@ -68,5 +68,27 @@ TEST_F(IdleWatchTest, IconIsThere_HiddenWindowStaysBehindIt) {
     EXPECT_FALSE(main.form.IsVisible());
 }
 
+TEST_F(IdleWatchTest, HiddenForAMomentTwice_StaysHidden) {
+    watch.Check();
+    world.clock.Advance(600);
+    main.form.Show();
+    watch.Check();
+    main.form.Hide();
+    watch.Check();
+    world.clock.Advance(600);
+    watch.Check();
+    EXPECT_FALSE(main.form.IsVisible());
+}
+
+TEST_F(IdleWatchTest, HiddenOnceMore_WaitsASecondAgain) {
+    LookForASecond();
+    main.form.Hide();
+    watch.Check();
+    EXPECT_FALSE(main.form.IsVisible());
+    world.clock.Advance(1000);
+    watch.Check();
+    EXPECT_TRUE(main.form.IsVisible());
+}
+
 }  // namespace
 }  // namespace vw::test

@@ -6,13 +6,14 @@
 #include <utility>
 
 #include "tests/app/ApplicationFixture.h"
-#include "tests/support/ImportHook.h"
+#include "tests/app/StartedCommands.h"
 #include "ui/resource.h"
 
 namespace vw::test {
 namespace {
 
 using testing::Each;
+using testing::ElementsAre;
 using testing::EndsWith;
 using testing::IsEmpty;
 
@@ -29,6 +30,26 @@ TEST_F(MainWindowLoad, LogonStartIsOn_MarksItsEntry) {
     logon.Set(L"anything");
     Main().Load();
     EXPECT_TRUE(Main().Menus().IsChecked(L"mnuOptions", 0));
+}
+
+// That the program starts at log-on is news only when the user has just chosen it.
+TEST_F(MainWindowLoad, LogonStartIsOn_StatusLineIsEmpty) {
+    logon.Set(L"anything");
+    Main().Load();
+    EXPECT_EQ(Main().Text(L"sbrStatus"), L"");
+}
+
+TEST_F(MainWindowLoad, RecentLists_AreInTheMenu) {
+    settings.SaveSetting(std::wstring(setting::kRecentFile) + L"1", tree.Path(L"Holidays.vwl"));
+    Main().Load();
+    EXPECT_TRUE(Main().Menus().IsShown(L"mnuRecentFile", 1));
+}
+
+TEST_F(MainWindowLoad, CountIsOne_FirstChangeOfItIsTheUsers) {
+    state.copiesCount = 1;
+    Main().Load();
+    Main().SetValue(L"vsBackages", 5);
+    EXPECT_TRUE(state.listModified);
 }
 
 TEST_F(MainWindowLoad, CountIsSet_FirstChangeOfItIsTheUsers) {
@@ -94,24 +115,14 @@ TEST_F(App, Start_CopiesOfTheFirstItemAreShown) {
     EXPECT_EQ(items.Rows().SubItem(items.Selected(), L"Name"), L"Zebra");
 }
 
-std::vector<std::wstring> startedCommands;
-
-BOOL WINAPI NoteCommand(LPCWSTR, LPWSTR command, LPSECURITY_ATTRIBUTES, LPSECURITY_ATTRIBUTES, BOOL,
-                        DWORD, LPVOID, LPCWSTR, LPSTARTUPINFOW, LPPROCESS_INFORMATION) {
-    startedCommands.emplace_back(command);
-    return FALSE;
-}
-
 TEST_F(App, OpenItem_Rule_OpensItsFolder) {
     tree.File(L"Rule\\a.txt");
     WriteDefaultList({tree.Path(L"Rule\\*")});
     Start();
-    startedCommands.clear();
-    const ImportHook hook("CreateProcessW", &NoteCommand);
+    const StartedCommands started;
     Choose(ID_mnuOpen);
     static_cast<void>(world.errors.Take());
-    ASSERT_EQ(startedCommands.size(), 1U);
-    EXPECT_THAT(startedCommands[0], EndsWith(L" " + tree.Path(L"Rule\\")));
+    EXPECT_THAT(started.Lines(), ElementsAre(EndsWith(L" " + tree.Path(L"Rule\\"))));
 }
 
 // A cancelled run gives nothing back itself.
@@ -189,6 +200,24 @@ TEST_F(App, EndOfTheSession_ListCannotBeSaved_NothingIsAsked) {
         ProgramEnded);
     EXPECT_TRUE(ends) << "no box is shown then";
     EXPECT_EQ(world.errors.TakeOne().number, error_number::kPermissionDenied);
+}
+
+TEST_F(App, EndOfTheSession_DuringARun_StopsIt) {
+    const std::wstring second = tree.File(L"Home\\Second.txt");
+    WriteDefaultList({letter, second});
+    Start();
+    bool isEnding = false;
+    world.files.OnOperation([&](const FileOperation& operation) {
+        if (operation.call != FileCall::Copy || std::exchange(isEnding, true)) return;
+        SendMessageW(Main().Handle(), WM_QUERYENDSESSION, 0, 0);
+        SendMessageW(Main().Handle(), WM_ENDSESSION, TRUE, 0);
+        // The process ends when the step is done.
+        static_cast<void>(world.programEnd.Take());
+    });
+    Choose(ID_mnuBackup);
+    EXPECT_TRUE(state.endRequested);
+    EXPECT_TRUE(state.cancel.IsRequested());
+    EXPECT_FALSE(Exists(drive.Backup() + L"\\Second«0001».txt"));
 }
 
 }  // namespace

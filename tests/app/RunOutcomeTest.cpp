@@ -92,6 +92,21 @@ TEST_F(RunOutcome, ManyErrors_ShowThreeBoxesAndOneAtTheEnd) {
     EXPECT_THROW(Close(), ProgramEnded);
 }
 
+TEST_F(RunOutcome, ThreeErrors_AreAllShownAndNotCounted) {
+    std::vector<FileHandle> locks;
+    std::vector<std::wstring> items;
+    for (int i = 0; i < 3; ++i) {
+        const std::wstring name = L"Home\\Locked " + std::to_wstring(i) + L".txt";
+        locks.push_back(Locked(name));
+        items.push_back(tree.Path(name));
+    }
+    WriteDefaultList(items);
+    Start();
+    Choose(ID_mnuBackup);
+    EXPECT_THAT(world.errors.Take(), SizeIs(3));
+    EXPECT_THROW(Close(), ProgramEnded);
+}
+
 TEST_F(RunOutcome, OpenedList_ItemsThatAreNotThere_AreNamed) {
     const std::wstring gone = tree.Path(L"Home\\Gone.doc");
     WriteDefaultList({letter, gone});

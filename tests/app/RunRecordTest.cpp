@@ -67,6 +67,12 @@ TEST_F(RunRecordTest, Cancel_CurrentItemAndLaterOnes_CountAsCancelled) {
     EXPECT_TRUE(record.HasFailures());
 }
 
+TEST_F(RunRecordTest, Cancel_LastItem_CountsAsCancelled) {
+    for (int item = 1; item <= 5; ++item) Item(ItemEvent::Copied);
+    record.End(true);
+    EXPECT_EQ(Line(), begin + L"4 copied, 0 unchanged, 0 failed, 1 cancelled");
+}
+
 TEST_F(RunRecordTest, NextRun_BeginsAtNothing) {
     Item(ItemEvent::Refused);
     record.End(false);

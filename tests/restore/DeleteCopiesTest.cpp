@@ -32,12 +32,14 @@ TEST_F(Restore, NoSelection_EveryCommandShowsAMessage) {
     }
 }
 
-TEST_F(Restore, BothDeletions_AskWithTheirButtons) {
+TEST_F(Restore, BothDeletions_AnswerIsNo_DeleteNothing) {
+    const Tree before = ReadTree(vault);
     world.boxes.AnswerAll(BoxAnswer::No);
     commands.mnuDelCopyClick();
     commands.mnuDelCopiesClick();
     ASSERT_EQ(world.boxes.Shown().size(), 2U);
     for (const MessageBoxRequest& box : world.boxes.Shown()) ExpectGivenQuestion(box);
+    EXPECT_EQ(ReadTree(vault), before);
 }
 
 TEST_F(Restore, DeleteCopies_CountsAsWorkUntilItEnds) {

@@ -1,0 +1,235 @@
+// What the user starts by a menu, a button, a key or a click in the lists.
+
+#include <gmock/gmock.h>
+
+#include "tests/app/ApplicationFixture.h"
+#include "tests/app/StartedCommands.h"
+#include "ui/resource.h"
+
+// Behind the header of Windows, which it builds on.
+#include <commctrl.h>
+
+namespace vw::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::EndsWith;
+using testing::IsEmpty;
+
+TEST_F(App, BackupNow_ListIsEmpty_SaysSoAndStartsNoRun) {
+    WriteDefaultList({});
+    Start();
+    world.boxes.Expect(Main().Text(L"lblNoFileToBack"));
+    world.files.Heal();
+    Choose(ID_mnuBackup);
+    for (const FileOperation& operation : world.files.Operations()) {
+        EXPECT_NE(operation.path, state.currentListPath) << Describe(operation);
+    }
+}
+
+TEST_F(App, BackupNow_ListCannotBeSaved_BacksUpNothing) {
+    WriteDefaultList({letter});
+    Start();
+    Main().SetValue(L"vsBackages", 7);
+    world.files.FailFrom(1, error_number::kPermissionDenied, [](const FileOperation& operation) {
+        return operation.call == FileCall::Write && operation.path.ends_with(L".tmp");
+    });
+    Choose(ID_mnuBackup);
+    EXPECT_EQ(world.errors.TakeOne().number, error_number::kPermissionDenied);
+    EXPECT_FALSE(Exists(drive.Backup() + L"\\Letter«0001».txt"));
+}
+
+TEST_F(App, Start_NoCountInTheList_HasThatOfTheSettings) {
+    settings.SaveSetting(setting::kBackages, L"7");
+    tree.Folder(drive.Backup());
+    tree.File(state.DefaultListPath(), world.ansi.Encode(letter + L"\r\n"));
+    Start();
+    EXPECT_EQ(Main().Text(L"lblBackages"), L"7");
+}
+
+TEST_F(App, Start_ListIsNotThere_IsReportedAsItWasTyped) {
+    Start(L"missing list.vwl");
+    EXPECT_EQ(world.errors.TakeOne().path, L"missing list.vwl");
+}
+
+TEST_F(App, LargeIcons_TheirButtonIsPressed) {
+    WriteDefaultList({letter});
+    Start();
+    Choose(ID_mnuViewMethod_0);
+    EXPECT_TRUE(Main().Tools(L"Toolbar1").IsChecked(L"ViewLIcons"));
+    Choose(ID_mnuViewMethod_3);
+    EXPECT_FALSE(Main().Tools(L"Toolbar1").IsChecked(L"ViewLIcons"));
+}
+
+TEST_F(App, RecentList_EachEntryOpensItsOwn) {
+    const std::wstring older = tree.File(L"Older.vwl", world.ansi.Encode(letter + L"\r\n"));
+    const std::wstring newer = tree.File(L"Newer.vwl", "");
+    const std::wstring newest = tree.File(L"Newest.vwl", "");
+    WriteDefaultList({});
+    Start();
+    state.currentListPath = newest;
+    for (const std::wstring& list : {older, newer, newest}) {
+        Windows().recent.RecentFile(1, list);
+    }
+    Choose(ID_mnuRecentFile_3);
+    EXPECT_EQ(state.currentListPath, older);
+    Choose(ID_mnuRecentFile_3);
+    EXPECT_EQ(state.currentListPath, newer);
+    Choose(ID_mnuRecentFile_0);
+    EXPECT_EQ(state.currentListPath, state.DefaultListPath());
+    Choose(ID_mnuRecentFile_1);
+    EXPECT_EQ(state.currentListPath, newer);
+    Choose(ID_mnuRecentFile_2);
+    EXPECT_EQ(state.currentListPath, older);
+}
+
+class HelpCommand : public App {
+  protected:
+    /// The pages that the command opens.
+    [[nodiscard]] std::vector<std::wstring> Opened() {
+        const StartedCommands started;
+        Choose(ID_mnuHelpHelp);
+        static_cast<void>(world.errors.Take());
+        return started.Lines();
+    }
+    const std::wstring page = kBaseName + L".htm";
+};
+
+TEST_F(HelpCommand, EachLanguage_OpensItsPage) {
+    tree.File(L"Program\\Help\\" + page);
+    tree.File(L"Program\\Help\\en\\" + page);
+    WriteDefaultList({});
+    Start();
+    EXPECT_THAT(Opened(), ElementsAre(EndsWith(tree.Path(L"Program\\Help\\en\\" + page))));
+    state.language = Language::Arabic;
+    EXPECT_THAT(Opened(), ElementsAre(EndsWith(tree.Path(L"Program\\Help\\" + page))));
+}
+
+TEST_F(HelpCommand, PageIsMissing_OpensNothing) {
+    WriteDefaultList({});
+    Start();
+    EXPECT_THAT(Opened(), IsEmpty());
+}
+
+/// A window with one item, which has a copy, and another item without one.
+class ListEvents : public App {
+  protected:
+    ListEvents() {
+        WriteDefaultList({letter});
+        Start();
+        Choose(ID_mnuBackup);
+        Main().List(L"lsvBackupList").Select(0);
+    }
+    /// A message of a list to its window.
+    void Notify(const wchar_t* list, int id, UINT code, int row) {
+        NMITEMACTIVATE message{};
+        message.hdr = {Main().Control(list), static_cast<UINT_PTR>(id), code};
+        message.iItem = row;
+        SendMessageW(Main().Handle(), WM_NOTIFY, static_cast<WPARAM>(id),
+                     reinterpret_cast<LPARAM>(&message));
+        Rethrow();
+    }
+    void Press(const wchar_t* list, WPARAM key) {
+        SendMessageW(Main().Control(list), WM_KEYDOWN, key, 0);
+        SendMessageW(Main().Control(list), WM_KEYUP, key, 0);
+        Rethrow();
+    }
+    /// What `work` opens.
+    [[nodiscard]] std::vector<std::wstring> Opened(const std::function<void()>& work) {
+        const StartedCommands started;
+        work();
+        static_cast<void>(world.errors.Take());
+        return started.Lines();
+    }
+
+    const std::wstring copy = drive.Backup() + L"\\Letter«0001».txt";
+};
+
+TEST_F(ListEvents, OpenButton_OpensWhatIsSelectedWhereTheFocusIs) {
+    const struct {
+        const wchar_t* list;
+        bool isCopySelected;
+        std::wstring opened;
+    } rows[] = {
+        {L"lsvBackupList", true, letter}, {L"lsvRestore1", true, copy},
+        {L"lsvRestore2", true, copy},     {L"lsvRestore1", false, letter},
+        {L"lsvRestore2", false, letter},
+    };
+    for (const auto& row : rows) {
+        ListView& copies = Main().List(L"lsvRestore2");
+        copies.Select(row.isCopySelected ? 0 : -1);
+        SetFocus(Main().Control(row.list));
+        EXPECT_THAT(Opened([this] { Choose(ID_Toolbar1_ActionOpen); }),
+                    ElementsAre(EndsWith(L" " + row.opened)))
+            << row.isCopySelected;
+    }
+}
+
+TEST_F(ListEvents, DoubleClick_OpensItemOrCopy) {
+    EXPECT_THAT(Opened([this] { Notify(L"lsvBackupList", ID_lsvBackupList, LVN_ITEMACTIVATE, 0); }),
+                ElementsAre(EndsWith(L" " + letter)));
+    EXPECT_THAT(Opened([this] { Notify(L"lsvRestore2", ID_lsvRestore2, LVN_ITEMACTIVATE, 0); }),
+                ElementsAre(EndsWith(L" " + copy)));
+    EXPECT_THAT(Opened([this] { Notify(L"lsvRestore1", ID_lsvRestore1, LVN_ITEMACTIVATE, 0); }),
+                IsEmpty());
+}
+
+TEST_F(ListEvents, DeleteKey_Items_RemovesTheItemAndOpensNothing) {
+    world.boxes.AnswerAll(BoxAnswer::Yes);
+    EXPECT_THAT(Opened([this] { Press(L"lsvBackupList", VK_DELETE); }), IsEmpty());
+    EXPECT_THAT(Paths(), IsEmpty());
+    EXPECT_TRUE(Exists(copy));
+}
+
+TEST_F(ListEvents, DeleteKey_StoredItems_AsksForAllCopies) {
+    world.boxes.Expect(L"كافة النسخ", BoxAnswer::No);
+    Press(L"lsvRestore1", VK_DELETE);
+}
+
+TEST_F(ListEvents, DeleteKey_Copies_AsksForTheOne) {
+    world.boxes.Expect(L"[N01]", BoxAnswer::No);
+    Press(L"lsvRestore2", VK_DELETE);
+}
+
+TEST_F(ListEvents, OtherKeys_ChangeNothing) {
+    for (const auto* list : {L"lsvBackupList", L"lsvRestore1", L"lsvRestore2"}) {
+        Press(list, VK_F9);
+    }
+    EXPECT_THAT(Paths(), ElementsAre(letter));
+}
+
+TEST_F(ListEvents, DeleteKey_ListOfOneItem_KeepsIt) {
+    Windows().main.KeepToOneItem();
+    Press(L"lsvBackupList", VK_DELETE);
+    EXPECT_THAT(Paths(), ElementsAre(letter));
+}
+
+// The view may show the copies of another item meanwhile.
+TEST_F(ListEvents, ClickOnTheSelectedItem_ShowsItsCopies) {
+    tree.File(drive.Backup() + L"\\Aaa«0001».txt");
+    Windows().browser.ListRestoreFiles();
+    ListView& stored = Main().List(L"lsvRestore1");
+    ASSERT_EQ(stored.Rows().SubItem(stored.Selected(), L"Name"), L"Aaa");
+    Notify(L"lsvBackupList", ID_lsvBackupList, NM_CLICK, 0);
+    EXPECT_EQ(stored.Rows().SubItem(stored.Selected(), L"Name"), L"Letter");
+    EXPECT_FALSE(Windows().frmBusyDialog.Window().IsVisible()) << "only the status line shows it";
+}
+
+TEST_F(ListEvents, SelectionOfAnItem_ShowsItsCopies) {
+    tree.File(drive.Backup() + L"\\Aaa«0001».txt");
+    Windows().browser.ListRestoreFiles();
+    ListView& items = Main().List(L"lsvBackupList");
+    LVITEMW change{};
+    change.stateMask = LVIS_SELECTED;
+    for (const UINT selected : {0U, static_cast<UINT>(LVIS_SELECTED)}) {
+        change.state = selected;
+        SendMessageW(Main().Control(L"lsvBackupList"), LVM_SETITEMSTATE, 0,
+                     reinterpret_cast<LPARAM>(&change));
+    }
+    ASSERT_EQ(items.Selected(), 0);
+    ListView& stored = Main().List(L"lsvRestore1");
+    EXPECT_EQ(stored.Rows().SubItem(stored.Selected(), L"Name"), L"Letter");
+}
+
+}  // namespace
+}  // namespace vw::test
