@@ -16,15 +16,19 @@ using testing::ElementsAre;
 using testing::EndsWith;
 using testing::IsEmpty;
 
-TEST_F(App, BackupNow_ListIsEmpty_SaysSoAndStartsNoRun) {
+TEST_F(App, ListIsEmpty_BackupAndOpenSaySoAndDoNothing) {
     WriteDefaultList({});
     Start();
-    world.boxes.Expect(Main().Text(L"lblNoFileToBack"));
-    world.files.Heal();
-    Choose(ID_mnuBackup);
-    for (const FileOperation& operation : world.files.Operations()) {
-        EXPECT_NE(operation.path, state.currentListPath) << Describe(operation);
+    const StartedCommands started;
+    for (const int id : {ID_mnuBackup, ID_mnuOpen, ID_Toolbar1_ActionOpen}) {
+        world.boxes.Expect(Main().Text(L"lblNoFileToBack"));
+        world.files.Heal();
+        Choose(id);
+        for (const FileOperation& operation : world.files.Operations()) {
+            EXPECT_NE(operation.path, state.currentListPath) << Describe(operation);
+        }
     }
+    EXPECT_THAT(started.Lines(), IsEmpty());
 }
 
 TEST_F(App, BackupNow_ListCannotBeSaved_BacksUpNothing) {
@@ -105,7 +109,8 @@ TEST_F(HelpCommand, EachLanguage_OpensItsPage) {
     EXPECT_THAT(Opened(), ElementsAre(EndsWith(tree.Path(L"Program\\Help\\" + page))));
 }
 
-TEST_F(HelpCommand, PageIsMissing_OpensNothing) {
+TEST_F(HelpCommand, PageIsMissing_OpensNotThatOfTheOtherLanguage) {
+    tree.File(L"Program\\Help\\" + page);
     WriteDefaultList({});
     Start();
     EXPECT_THAT(Opened(), IsEmpty());

@@ -3,8 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-
 #include "platform/RuntimeError.h"
 #include "tests/engine/EngineFixture.h"
 #include "tests/engine/LeftOvers.h"
@@ -162,26 +160,6 @@ TEST(StuckReadyCopy, ItemChanges_NewerCopyUsesItsRotation) {
     world.ExpectRun(kFinished + NoChange(L"~\\a.txt"));
     EXPECT_EQ(world.Copies(),
               (Listing{{L"a«0001».txt", "4"}, {L"a«0002».txt", "2"}, {L"a«0003».txt", "1"}}));
-}
-
-TEST(StuckReadyCopy, NewerCopyIsIncomplete_WholeOneStays) {
-    EngineFixture world;
-    world.List({L"Work\\"}, 3);
-    const auto makeWork = [&](int step) {
-        world.tree.File(L"Work\\a.txt", std::to_string(step), Day(step));
-        world.tree.File(L"Work\\b.txt", std::to_string(step), Day(step));
-    };
-    makeWork(1);
-    world.Run();
-    makeWork(2);
-    world.drive.held = {world.Store(L"Work«0001»")};
-    EXPECT_EQ(world.Run().exitCode, error_number::kPermissionDenied);
-    makeWork(3);
-    const FileHandle reader = HoldOpen(world.Path(L"Work\\b.txt"));
-    const RunResult result = world.Run();
-    EXPECT_EQ(std::ranges::count(result.lines, L"\tDone."), 0) << Joined(result.lines);
-    ASSERT_EQ(LeftOvers(world).size(), 1U);
-    EXPECT_EQ(ReadBytes(world.Store(LeftOvers(world)[0]) + L"\\b.txt"), "2");
 }
 
 // An older state of the item was backed up last: the dates of the contents state no order.

@@ -171,6 +171,19 @@ TEST(CopyThatWasCutShort, FolderOfAnotherLocation_IsRotated) {
     EXPECT_TRUE(Exists(world.Store(L"Work«0002»\\a.txt")));
 }
 
+// The dates are the same, but nothing of the one folder belongs into the copy of the other.
+TEST(CopyThatWasCutShort, FolderOfAnotherLocationAndTheSameDate_AddsNothingToIt) {
+    EngineFixture world;
+    MakeWork(world, 1);
+    world.tree.File(L"Other\\Work\\o.txt", "o", Day(1));
+    world.List({L"Work\\"});
+    CancelledRun(world, L"b.txt");
+    const Tree before = ReadTree(world.Store());
+    world.List({L"Other\\Work\\"});
+    world.Run();
+    EXPECT_EQ(ReadTree(world.Store()), before);
+}
+
 TEST(CopyThatMissesFiles, ItemChanged_IsRotated) {
     EngineFixture world;
     MakeWork(world, 1);
@@ -349,7 +362,8 @@ TEST(IncompleteCopy, WholeOneIsReadyAndHeldUp_IsGivenUp) {
     MakeWork(world, 3);
     {
         const FileHandle locked = HoldOpen(world.Path(L"Work\\b.txt"));
-        world.Run();
+        const RunResult result = world.Run();
+        EXPECT_EQ(std::ranges::count(result.lines, L"\tDone."), 0) << Joined(result.lines);
     }
     EXPECT_EQ(LeftOvers(world), ready);
     EXPECT_EQ(ReadBytes(world.Store(ready[0] + L"\\b.txt")), "2!");

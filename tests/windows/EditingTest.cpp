@@ -108,22 +108,6 @@ TEST_F(Editing, DroppedFolders_AreFolderItems) {
     window.Close();
 }
 
-TEST_F(Editing, DeleteKey_RemovesTheSelectedItem) {
-    WriteDefaultList({letter, photo, deep});
-    DrivenProgram window(program.With(L""));
-    const DrivenList list = window.List(ID_lsvBackupList);
-    list.Select(1);
-    list.PressKey(VK_DELETE);
-    window.WaitUntil([&] { return list.Count() == 2; }, "the row stays");
-    window.WaitUntilReady();
-    EXPECT_EQ(ReadBytes(program.DefaultList()), FileOf({letter, deep}));
-    EXPECT_EQ(list.Selected(), 1);
-    window.Choose(ID_Toolbar1_Del);
-    EXPECT_EQ(ReadBytes(program.DefaultList()), FileOf({letter}));
-    EXPECT_EQ(list.Selected(), 0);
-    window.Close();
-}
-
 TEST_F(Editing, DeleteOnAnEmptyList_ShowsAMessage) {
     WriteDefaultList({});
     DrivenProgram window(program.With(L""));

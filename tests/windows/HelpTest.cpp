@@ -86,18 +86,6 @@ TEST_F(Help, OpensTheArabicPageBesideTheProgram) {
     window.Close();
 }
 
-TEST_F(Help, MissingPage_IsNotReplacedByTheOtherLanguage) {
-    Put(L"");
-    DrivenProgram window(program.With(L""));
-    ChooseHelp(window);
-    // What comes later shows that nothing came before.
-    Put(L"en\\");
-    ChooseHelp(window);
-    const std::string page = BuiltPage(L"en\\");
-    EXPECT_TRUE(opened.WaitFor(page.size()) == page);
-    window.Close();
-}
-
 // Letters that addresses, command lines and the names of copies make something else of.
 TEST_F(Help, OpensTheEnglishPageFromAFolderOfAnOddName) {
     OpensThePageFrom(L"a «0001» & %20 #", L"en\\");

@@ -81,21 +81,5 @@ TEST_F(LeavingLists, ListCannotBeSaved_OtherListOpensAfterAYesOnly) {
     window.Close();
 }
 
-TEST_F(LeavingLists, BackupNow_SaveFails_RunsNothing) {
-    WriteDefaultList({letter, photo});
-    DrivenProgram window(program.With(L""));
-    const FileHandle held = Hold(program.DefaultList());
-    window.Begin(ID_mnuDel);
-    window.AnswerBox(L"in procedure FileSave of Form frmMain");
-    window.WaitUntilReady();
-    window.Begin(ID_mnuBackup);
-    window.AnswerBox(L"in procedure FileSave of Form frmMain");
-    window.WaitUntilReady();
-    EXPECT_TRUE(ReadTree(Vault()).empty()) << "the file still lists the item that was taken off";
-    EXPECT_THAT(window.List(ID_lsvBackupList).Column(kPath), ElementsAre(photo));
-    window.Begin(ID_mnuFileClose);
-    EXPECT_EQ(window.Run().WaitForEnd(), 70U);
-}
-
 }  // namespace
 }  // namespace vw::test
