@@ -132,9 +132,11 @@ TEST_F(Collision, ItemOfTheListBefore_HoldsNoName) {
             world_.List(items);
             engine.BackupAll();
             EXPECT_TRUE(world_.Copies().empty()) << outerFirst;
-            world_.List({items[1]});
+            world_.tree.File(L"Third\\t.txt", "t", Day(1));
+            world_.List({L"Third\\", items[1]});
             engine.BackupAll();
-            EXPECT_FALSE(world_.Copies().empty()) << outerFirst;
+            EXPECT_TRUE(Exists(world_.Store(outerFirst ? L"Data«0001».old\\Data\\z.txt"
+                                                       : L"Data«0001».old\\y.txt")));
         });
         world_.tree.Remove(L"Store");
         world_.tree.Folder(L"Store");

@@ -213,6 +213,13 @@ TEST(FindCopyMark, NameWithoutACompleteMark_HasNone) {
     EXPECT_FALSE(FindCopyMark(L"\u00ABvieux\u00BB"));
 }
 
+TEST(ParseCopyName, MarkIsFollowedByAnotherClose_IsPartOfTheName) {
+    const CopyNameParts parts = ParseCopyName(L"a\u00AB0102\u00BB\u00BBb");
+    EXPECT_EQ(parts.origin, L"a\u00BBb");
+    EXPECT_EQ(parts.location, 1);
+    EXPECT_EQ(parts.number, 2);
+}
+
 TEST(IsCommentName, OtherFiles_AreNoComments) {
     EXPECT_TRUE(IsCommentName(L"a\u00AB0001\u00BB.txt.vwc"));
     EXPECT_FALSE(IsCommentName(L"a\u00AB0001\u00BB.txt"));
