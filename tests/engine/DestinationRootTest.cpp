@@ -83,5 +83,18 @@ TEST_F(DestinationRoot, FreeSpaceAndKind_AreReadFromTheRoot) {
     EXPECT_EQ(Joined(world.drive.asked), Joined({drive.Name() + L"\\"}));
 }
 
+// However the path of the item is spelled, and whatever the current folder of the drive is.
+TEST_F(DestinationRoot, ItemOnTheDrive_IsRefused) {
+    const CurrentFolder current(elsewhere);
+    world.state.BackupTo = drive.Name();
+    world.With([&](CPackage& engine) {
+        for (const std::wstring& path : {drive.Name() + L"\\Docs\\a.txt", drive.Name() + L"\\",
+                                         std::wstring(L"..\\a.txt"), std::wstring(L"..")}) {
+            EXPECT_TRUE(engine.IsRefused(path)) << testing::PrintToString(path);
+        }
+        EXPECT_FALSE(engine.IsRefused(world.Path(L"a.txt")));
+    });
+}
+
 }  // namespace
 }  // namespace vw::test

@@ -36,14 +36,6 @@ TEST(SingleCall, WorkOfTheBrowserAfterACancel_IsNotCancelled) {
     });
 }
 
-TEST(SingleCall, IsRefused_OnlyWhatOverlapsTheDestination) {
-    EngineFixture world;
-    world.With([&](CPackage& engine) {
-        EXPECT_TRUE(engine.IsRefused(world.Store()));
-        EXPECT_FALSE(engine.IsRefused(world.Path(L"a.txt")));
-    });
-}
-
 TEST(SingleCall, Extract_ShowsTheCopyOnRequest) {
     EngineFixture world;
     const std::wstring copy = world.tree.File(L"Store\\a«0001».txt", "a");
