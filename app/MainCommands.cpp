@@ -216,7 +216,7 @@ void ShowLists(Form& main, ViewStyle style) {
     for (const std::wstring_view name : kLists) main.List(name).SetStyle(style);
     main.Menus().CheckOnly(control::mnuViewMethod, static_cast<int>(style));
     for (std::size_t i = 0; i < kKeys.size(); ++i) {
-        main.Tools(L"Toolbar1").Check(kKeys[i], i == chosen);
+        main.Tools(control::Toolbar1).Check(kKeys[i], i == chosen);
     }
 }
 

@@ -125,7 +125,7 @@ void MainWindow::EnableEditing(bool on) {
     }
     for (const auto* key : {L"FileNew", L"FileOpen", L"FileSave", L"EditAddFile", L"EditAddFiles",
                             L"EditAddFolder", L"Del", L"EditDelAll"}) {
-        form_.Tools(L"Toolbar1").Enable(key, on);
+        form_.Tools(control::Toolbar1).Enable(key, on);
     }
     DragAcceptFiles(form_.Control(control::lsvBackupList), on ? TRUE : FALSE);
 }

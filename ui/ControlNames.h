@@ -21,6 +21,7 @@ inline constexpr std::wstring_view lsvBackupList = L"lsvBackupList";
 inline constexpr std::wstring_view lsvRestore1 = L"lsvRestore1";
 inline constexpr std::wstring_view lsvRestore2 = L"lsvRestore2";
 inline constexpr std::wstring_view Timer1 = L"Timer1";
+inline constexpr std::wstring_view Toolbar1 = L"Toolbar1";
 inline constexpr std::wstring_view txtReport = L"txtReport";
 inline constexpr std::wstring_view vsBackages = L"vsBackages";
 inline constexpr std::wstring_view mnuAddFile = L"mnuAddFile";
