@@ -7,6 +7,7 @@
 
 #include "platform/RuntimeError.h"
 #include "tests/engine/EngineFixture.h"
+#include "tests/support/TestDrive.h"
 
 namespace vw::test {
 namespace {
@@ -113,6 +114,25 @@ TEST_F(FolderKeeping, NewFile_HasTheRightsOfItsFolder) {
     for (const FileOperation& operation : world.files.Operations()) {
         EXPECT_NE(operation.call, FileCall::CopyAccessRights);
     }
+}
+
+// The root of a drive is hidden on most disks; a copy that nobody sees would look lost.
+TEST(FolderKeepingOfADrive, SafetyCopy_HasNoMarksOfTheRoot) {
+    const TestDrive drive;
+    EngineFixture world;
+    const std::wstring root = drive.Name() + L"\\";
+    world.tree.File(root + L"Kept\\a.txt", "a", Day(1));
+    const RunResult result = world.With([&](CPackage& engine) {
+        engine.BackupPath(root, 0, true, true, world.Store(L"Drive«0021»"));
+    });
+    world.tree.Remove(root + L"Kept");
+    std::size_t kept = 0;
+    for (const FileOperation& operation : world.files.Operations()) {
+        if (operation.call != FileCall::CopyFolderInfo) continue;
+        ++kept;
+        EXPECT_NE(operation.path, root);
+    }
+    EXPECT_GT(kept, 0U) << Joined(result.lines);
 }
 
 }  // namespace
