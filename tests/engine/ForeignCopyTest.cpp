@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
+
 #include "platform/RuntimeError.h"
 #include "tests/engine/EngineFixture.h"
 #include "tests/engine/LeftOvers.h"
@@ -93,6 +95,27 @@ TEST(CopyOfAnotherProgram, AppearsBeforeTheRename_GetsNoComment) {
     EXPECT_TRUE(acted);
     EXPECT_EQ(ReadBytes(world.Store(L"b«0001».txt")), "A");
     EXPECT_FALSE(Exists(world.Store(L"b«0001».txt.vwc")));
+}
+
+// Copy 1 has moved up, and its place is free for a moment.
+TEST(CopyOfAnotherProgram, AppearsBehindTheRotation_IsKept) {
+    EngineFixture world;
+    world.tree.File(L"B\\b.txt", "1", Day(1));
+    world.List({L"B\\b.txt"});
+    world.Run();
+    world.tree.File(L"B\\b.txt", "2", Day(2));
+    bool isRotated = false;
+    bool acted = false;
+    world.files.OnOperation([&](const FileOperation& operation) {
+        if (isRotated && !std::exchange(acted, true)) {
+            world.tree.File(L"Store\\b«0001».txt", "theirs");
+        }
+        if (operation.to == world.Store(L"b«0002».txt")) isRotated = true;
+    });
+    EXPECT_EQ(world.Run().exitCode, error_number::kAlreadyExists);
+    EXPECT_TRUE(acted);
+    EXPECT_EQ(ReadBytes(world.Store(L"b«0001».txt")), "theirs");
+    EXPECT_EQ(ReadBytes(world.Store(L"b«0002».txt")), "1");
 }
 
 TEST(CopyOfAnotherProgram, ExistsBeforeTheRun_IsRotated) {

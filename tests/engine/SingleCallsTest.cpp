@@ -268,5 +268,18 @@ TEST_F(LongWork, DateOfACopyWithoutAComment_WindowsKeepWorking) {
     EXPECT_GE(watch.YieldsBehind(), kFiles);
 }
 
+TEST_F(LongWork, ManyItemsHaveTheName_WindowsKeepWorking) {
+    for (int i = 0; i < kFiles; ++i) {
+        const std::wstring copy =
+            L"Store\\a«" + std::wstring(i < 10 ? L"0" : L"") + std::to_wstring(i) + L"01».txt";
+        world.tree.File(copy, "x");
+        world.tree.File(copy + L".vwc", "Original Location:C:\\Elsewhere\r\n");
+    }
+    const std::wstring item = world.tree.File(L"a.txt", "a");
+    const YieldWatch watch(world.files, world.pump);
+    world.With([&](CPackage& engine) { EXPECT_EQ(engine.LocationID(item), kFiles); });
+    EXPECT_LT(watch.MostOperations(), kFiles);
+}
+
 }  // namespace
 }  // namespace vw::test
