@@ -13,6 +13,7 @@
 #include "tests/support/FaultyFileSystem.h"
 #include "tests/support/RecordedErrors.h"
 #include "tests/support/ScriptedPump.h"
+#include "tests/support/SteadyDisk.h"
 #include "tests/support/TestClock.h"
 
 namespace vw::test {
@@ -67,8 +68,9 @@ class TestEnvironment {
   public:
     /// The real disk.
     Win32FileSystem disk;
+    SteadyDisk steadyDisk{disk};
     /// The disk as the code under test sees it: `disk`, with faults on request.
-    FaultyFileSystem files{disk};
+    FaultyFileSystem files{steadyDisk};
 
     TestClock clock;
     ScriptedPump pump{clock};
