@@ -268,6 +268,19 @@ TEST(CollisionOfAFile, HasAnotherNumberThanTheFirstItem_IsBackedUp) {
               (Listing{{L"README«0001».smith", "y"}, {L"README«0101».smith", "x"}}));
 }
 
+// A file that is backed up alone has no rivals in the list of the run before.
+TEST(CollisionOfAFile, BackedUpAlone_IsNotRefusedForAListedItem) {
+    EngineFixture world;
+    const std::wstring file = world.tree.File(L"x\\README.smith", "x", Day(1));
+    world.List({L"j.smith\\README\\", L"x\\README.smith"});
+    world.With([&](CPackage& engine) {
+        engine.BackupAll();
+        EXPECT_TRUE(world.Copies().empty());
+        engine.BackupItem(file);
+    });
+    EXPECT_EQ(world.Copies(), (Listing{{L"README«0001».smith", "x"}}));
+}
+
 TEST(CopyWithoutAComment, IsSearched_WindowsKeepWorking) {
     EngineFixture world;
     constexpr int kFiles = 20;

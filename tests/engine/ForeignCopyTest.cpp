@@ -320,17 +320,18 @@ std::wstring CutOffRotation(EngineFixture& world) {
 }
 
 // The last copy has left, and those below it have moved up already.
-TEST(RotationThatWasCutOff, AnyCount_LosesNoOtherCopy) {
+TEST(RotationThatWasCutOff, AnyCount_MovesNoOtherCopyOut) {
     for (const int count : {2, 3, 99}) {
         EngineFixture world;
-        world.List({L"a.txt"}, count);
+        world.state.copiesCount = static_cast<std::int16_t>(count);
+        const std::wstring item = world.Path(L"a.txt");
         const std::wstring digits = (count < 10 ? L"0" : L"") + std::to_wstring(count);
         const std::wstring last = L"a«00" + digits + L"».txt";
-        const WorkingName left{WorkingState::Old, NameKey(world.Path(L"a.txt")),
-                               NameKey(world.Store(last)), kNoDate, DeadProcess()};
+        const WorkingName left{WorkingState::Old, NameKey(item), NameKey(world.Store(last)),
+                               kNoDate, DeadProcess()};
         world.tree.File(L"Store\\" + FormatWorkingName(left, L"a"), "1");
         world.tree.File(L"Store\\" + last, "2");
-        world.Run();
+        world.With([&](CPackage& engine) { EXPECT_TRUE(engine.RenamePackages(item, 0)); });
         EXPECT_EQ(world.Copies(), (Listing{{last, "2"}})) << count;
     }
 }
