@@ -51,7 +51,10 @@ class ExchangedDrive : public RestoreEnvironment {
                       world.exitStatus, world.programEnd, world.clock, world.ansi};
         (Commands(system).*command)();
         for (const MessageBoxRequest& box : boxes.Shown()) told.push_back(box.text);
-        for (const ToldError& error : world.errors.Take()) told.push_back(error.description);
+        for (const ToldError& error : world.errors.Take()) {
+            told.push_back(error.description);
+            named.push_back(error.path);
+        }
     }
     void Click(std::wstring_view item) {
         const int row = browser.Items().Rows().Find(L"Name", item);
@@ -67,7 +70,8 @@ class ExchangedDrive : public RestoreEnvironment {
     const std::wstring letter = tree.Path(L"Home\\Letter.txt");
     Tree onC;
     Tree onDrive;
-    std::vector<std::wstring> told;
+    std::vector<std::wstring> told;   ///< the questions and the errors
+    std::vector<std::wstring> named;  ///< the paths that the errors name
 
   private:
     CopiesOnC copiesOnC_;
@@ -107,7 +111,8 @@ TEST_F(ExchangedDrive, DeleteAll_DriveGone_DeletesNothing) {
     drive.PullOut();
     Give(&RestoreCommands::mnuDelCopiesClick);
     EXPECT_EQ(ReadTree(kOnC), onC);
-    EXPECT_THAT(told, Not(IsEmpty()));
+    EXPECT_THAT(told, SizeIs(1)) << "nothing is asked about copies that are gone";
+    EXPECT_THAT(named, ElementsAre(vault));
     drive.Insert();
     EXPECT_EQ(ReadTree(vault), onDrive);
 }
@@ -117,7 +122,8 @@ TEST_F(ExchangedDrive, DeleteOne_DriveGone_DeletesNothing) {
     drive.PullOut();
     Give(&RestoreCommands::mnuDelCopyClick);
     EXPECT_EQ(ReadTree(kOnC), onC);
-    EXPECT_THAT(told, Not(IsEmpty()));
+    EXPECT_THAT(told, SizeIs(1));
+    EXPECT_THAT(named, ElementsAre(vault + L"\\Letter«0002».txt"));
 }
 
 TEST_F(ExchangedDrive, Click_DriveGone_ListsBothFromC) {
