@@ -94,7 +94,7 @@ bool CopyList::AddCopies(const std::wstring& folder, const ItemRow& item) {
         if (MatchesWildcard(entry.name, L"*.vwc")) return;
         if (item.nested.empty() && wanted.Contains(entry.name)) {
             found.push_back({std::wstring(entry.name), static_cast<const FileInfo&>(entry)});
-        } else if (byOrigin && entry.isFolder && IsCopyName(entry.name)) {
+        } else if (byOrigin && IsCopyName(entry.name)) {
             const CopyNameParts parts = ParseCopyName(entry.name);
             if (parts.location == shown.location && EqualNoCase(parts.origin, item.topOrigin)) {
                 foundByOrigin.push_back(

@@ -183,6 +183,16 @@ TEST_F(Browser, FolderWithAPoint_CopiesAreListed) {
     EXPECT_EQ(browser.Items().Selected(), 0);
 }
 
+// A folder and a file of one name share their copies' numbers.
+TEST_F(Browser, FolderWithAPointWasAFile_AllCopiesAreListed) {
+    CopyFile(L"Projects«0001».v2\\a.txt");
+    CopyFile(L"Projects«0001».v2.vwc", "comment");
+    CopyFile(L"Projects«0002».v2");
+    browser.ListRestoreFiles();
+    EXPECT_THAT(Items(), ElementsAre(L"Projects"));
+    EXPECT_THAT(Labels(), ElementsAre(L"N01", L"N02"));
+}
+
 TEST_F(Browser, ItemsBelowAFolderWithAPoint_CopiesAreListed) {
     const std::wstring docs = tree.Folder(L"j.smith\\My\\Docs");
     tree.File(L"j.smith\\My\\Docs\\a.txt", "1", {2024, 1, 1, 0, 0, 0});
