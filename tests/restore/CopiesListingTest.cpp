@@ -308,5 +308,17 @@ TEST_F(CopiesListing, EachEntryAndEachCopy_Yields) {
     EXPECT_EQ(withOthers - world.pump.Yields(), 5);
 }
 
+// One folder, one question: it is not known for the second item either.
+TEST_F(CopiesListing, FolderOfTwoItemsCannotBeAskedAbout_BothAreOfUnknownPlace) {
+    for (const auto* name : {L"Home\\A.txt", L"Home\\B.txt"}) BackUp(tree.File(name, "x"));
+    world.files.FailNth(1, error_number::kNotReady, [&](const FileOperation& operation) {
+        return operation.call == FileCall::Stat && operation.path == tree.Path(L"Home");
+    });
+    browser.ListRestoreFiles();
+    world.files.Heal();
+    EXPECT_EQ(world.errors.TakeOne().number, error_number::kNotReady);
+    EXPECT_THAT(Column(browser.Items(), L"Orginal Location"), ElementsAre(L"??", L"??"));
+}
+
 }  // namespace
 }  // namespace vw::test

@@ -202,6 +202,24 @@ TEST_F(Restore, DeleteCopy_CommentNamesOtherPlace_DeletesNothing) {
     EXPECT_EQ(ReadBytes(vault + L"\\Report«0002».doc"), "state 2");
 }
 
+// A safety copy has a comment of its own.
+TEST_F(Restore, DeleteSafetyCopy_ItsCommentNamesOtherPlace_DeletesNothing) {
+    const std::wstring safety = CopyFile(L"Report«0021».doc", "unsaved");
+    const std::wstring comment = safety + L".vwc";
+    const std::string text = ReadBytes(vault + L"\\Report«0001».doc.vwc");
+    const std::string place = world.ansi.Encode(tree.Path(L"Docs"));
+    tree.File(comment, text);
+    browser.ListRestoreFiles();
+    SelectCopy(L"U01");
+    world.boxes.Expect(L"[U01]", BoxAnswer::Yes);
+    world.boxes.OnBox([&] {
+        tree.File(comment, std::string(text).replace(text.find(place), place.size(), place + "2"));
+    });
+    commands.mnuDelCopyClick();
+    EXPECT_EQ(world.errors.TakeOne().number, error_number::kFileNotFound);
+    EXPECT_EQ(ReadBytes(safety), "unsaved");
+}
+
 TEST_F(Restore, DeleteOnlyCopy_ItChanged_KeepsTheSelection) {
     const std::wstring zeta = tree.File(L"Docs\\Zeta.txt", "zeta");
     BackUp(zeta);

@@ -61,11 +61,11 @@ TEST_F(NestedItems, Links_AreNotEntered) {
     EXPECT_TRUE(Find().empty());
 }
 
-TEST_F(NestedItems, YieldsAfterEachEntry) {
+TEST_F(NestedItems, CopiesOfThreeItems_AreFound_WindowsKeepWorking) {
     for (const wchar_t* folder : {L"A", L"B", L"C"}) {
         AddFile(std::wstring(folder) + L"\\Docs\\a.txt");
     }
-    static_cast<void>(Find());
+    EXPECT_EQ(Find().size(), 3U);
     EXPECT_GE(env.pump.Yields(), 6);
 }
 

@@ -121,6 +121,13 @@ TEST_F(Contents, FolderWhereTheItemHasAFile_Differs) {
     EXPECT_FALSE(Holds());
 }
 
+TEST_F(Contents, FileWhereTheItemHasAFolder_Differs) {
+    tree.Folder(L"Item\\a");
+    File(L"Copy\\a", "");
+    EXPECT_FALSE(Same());
+    EXPECT_FALSE(Holds());
+}
+
 TEST_F(Contents, EntriesOfTheProgram_DoNotCount) {
     File(L"Item\\a.txt", "a");
     File(L"Copy\\a.txt", "a");
