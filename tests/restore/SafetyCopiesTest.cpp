@@ -71,24 +71,5 @@ TEST_F(Restore, FolderIsInTheWay_IsKeptWhole) {
     EXPECT_EQ(ReadBytes(vault + L"\\Report«0021».doc\\mine.txt"), "mine");
 }
 
-TEST_F(RestoreEnvironment, FolderAppearsWhileItIsRestored_ItsFilesAreRestored) {
-    const std::wstring work = tree.Folder(L"Work") + L"\\";
-    tree.File(L"Work\\Sub\\b.txt", "b", {2024, 1, 1, 9, 0, 0});
-    tree.File(L"Work\\a.txt", "a", {2024, 1, 1, 9, 0, 0});
-    BackUp(work);
-    browser.ListRestoreFiles();
-    tree.Remove(L"Work\\Sub");
-    bool isMade = false;
-    world.files.OnOperation([&](const FileOperation& operation) {
-        if (operation.call != FileCall::Rename || operation.to != tree.Path(L"Work\\Sub")) return;
-        isMade = true;
-        tree.Folder(L"Work\\Sub");
-    });
-    world.boxes.Expect(kQuestion, BoxAnswer::Yes);
-    commands.mnuRestoreClick();
-    EXPECT_TRUE(isMade);
-    EXPECT_EQ(ReadBytes(tree.Path(L"Work\\Sub\\b.txt")), "b");
-}
-
 }  // namespace
 }  // namespace vw::test
