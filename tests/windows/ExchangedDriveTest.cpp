@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "tests/support/CopiesOnC.h"
+#include "tests/support/WineBridge.h"
 #include "tests/windows/BackupWindows.h"
 
 namespace vw::test {
@@ -42,6 +43,21 @@ class ExchangedDriveWindow : public BackupWindows {
         if (!copiesOnC_.MayBeUsed()) GTEST_SKIP() << "somebody keeps copies on C:";
     }
 
+    /// Puts a stick in and waits until it has the serial number that it keeps: under Wine it has
+    /// another one for up to a second, and the change counts as one more exchange.
+    void Insert(std::wstring_view stick = {}) {
+        Stick().Insert(stick);
+        if (!UnderWine()) return;
+        const std::wstring root = Stick().Name() + L"\\";
+        const DWORD kept = static_cast<DWORD>(root[0]) << 24;
+        constexpr int kAttempts = 200;
+        for (int i = 0; i < kAttempts; ++i) {
+            DWORD serial = 0;
+            GetVolumeInformationW(root.c_str(), nullptr, 0, &serial, nullptr, nullptr, nullptr, 0);
+            if (serial == kept) return;
+            Sleep(10);
+        }
+    }
     void MakeCopies(DrivenProgram& window) {
         BackUp(window);
         program.tree.File(L"Home\\Letter.txt", "mine", {2024, 1, 2, 12, 0, 0});
@@ -65,7 +81,7 @@ class ExchangedDriveWindow : public BackupWindows {
 TEST_F(ExchangedDriveWindow, Commands_StickPulledOut_StopAndListAgain) {
     for (const int command : {ID_mnuRestore, ID_mnuDelCopies, ID_mnuDelCopy, ID_mnuOpenCopy}) {
         SCOPED_TRACE(command);
-        Stick().Insert();
+        Insert();
         program.tree.Remove(Vault());
         program.tree.Folder(Vault());
         program.tree.File(L"Home\\Letter.txt", "first", {2024, 1, 1, 12, 0, 0});
@@ -80,7 +96,7 @@ TEST_F(ExchangedDriveWindow, Commands_StickPulledOut_StopAndListAgain) {
         EXPECT_EQ(ReadTree(kOnC), onC);
         EXPECT_EQ(ReadBytes(letter), "mine");
         // The list of items names a drive that is gone now.
-        Stick().Insert();
+        Insert();
         EXPECT_EQ(ReadTree(Vault()), onStick);
         window.Close();
     }
@@ -101,7 +117,7 @@ TEST_F(ExchangedDriveWindow, RestoreTwice_StickPulledOut_WritesNothingIntoTheIte
     EXPECT_EQ(ReadBytes(letter), "mine");
     EXPECT_EQ(ReadBytes(program.tree.Path(L"Other\\Letter.txt")), "OTHER letter");
     EXPECT_EQ(ReadTree(kOnC), onC);
-    Stick().Insert();
+    Insert();
     window.Close();
 }
 
@@ -116,22 +132,22 @@ TEST_F(ExchangedDriveWindow, Click_StickPulledOut_ListsBothAgainWithoutABox) {
     ExpectListsOfC(window);
     EXPECT_THAT(window.Run().Boxes(), SizeIs(0));
     EXPECT_THAT(window.TextOf(ID_sbrStatus), HasSubstr(L"exchanged"));
-    Stick().Insert();
+    Insert();
     window.Close();
 }
 
 // Both sticks have copies of the same names and dates, so only the folder itself is another one.
 TEST_F(ExchangedDriveWindow, Click_StickExchangedForItsTwin_ListsBothAgainWithoutABox) {
     for (const wchar_t* const stick : {L"", L"twin"}) {
-        Stick().Insert(stick);
+        Insert(stick);
         program.tree.File(Vault() + L"\\Letter«0001».txt", "twin", {2024, 1, 1, 12, 0, 0});
         program.tree.File(Vault() + L"\\Second«0001».txt", "twin", {2024, 1, 1, 12, 0, 0});
     }
-    Stick().Insert();
+    Insert();
     WriteDefaultList({});
     DrivenProgram window(program.With(L""));
     ASSERT_THAT(window.List(ID_lsvRestore1).Column(kName), ElementsAre(L"Letter", L"Second"));
-    Stick().Insert(L"twin");
+    Insert(L"twin");
     window.List(ID_lsvRestore1).Click(1);
     window.WaitUntilReady();
     EXPECT_THAT(window.TextOf(ID_sbrStatus), HasSubstr(L"exchanged"));
@@ -142,7 +158,7 @@ TEST_F(ExchangedDriveWindow, Click_StickExchangedForItsTwin_ListsBothAgainWithou
     window.WaitUntilReady();
     EXPECT_FALSE(Exists(Vault() + L"\\Second«0001».txt"));
     EXPECT_TRUE(Exists(Vault() + L"\\Letter«0001».txt"));
-    Stick().Insert();
+    Insert();
     EXPECT_TRUE(Exists(Vault() + L"\\Second«0001».txt"));
     window.Close();
 }
@@ -153,7 +169,7 @@ TEST_F(ExchangedDriveWindow, Click_StickAwayForAMoment_StaysOnIt) {
     DrivenProgram window(program.With(L""));
     MakeCopies(window);
     Stick().PullOut();
-    Stick().Insert();
+    Insert();
     window.List(ID_lsvRestore1).Click(1);
     window.WaitUntilReady();
     EXPECT_EQ(window.TextOf(ID_cmbDestination), Drive());
@@ -170,14 +186,14 @@ TEST_F(ExchangedDriveWindow, TwoSticksInTurn_RowOfTheSamePlaceIsRestored) {
     const std::wstring second =
         program.tree.File(L"B\\Report.doc", "B's text", {2024, 1, 1, 9, 0, 0});
     WriteDefaultList({second, first});
-    Stick().Insert(L"second");
+    Insert(L"second");
     program.tree.Folder(Vault());
     {
         DrivenProgram window(program.With(L""));
         BackUp(window);
         window.Close();
     }
-    Stick().Insert();
+    Insert();
     program.tree.Folder(Vault());
     WriteDefaultList({first, second});
     DrivenProgram window(program.With(L""));
@@ -190,7 +206,7 @@ TEST_F(ExchangedDriveWindow, TwoSticksInTurn_RowOfTheSamePlaceIsRestored) {
     window.List(ID_lsvRestore1).Click(rowOfB());
     window.WaitUntilReady();
     program.tree.File(L"B\\Report.doc", "B's new text", {2024, 2, 1, 9, 0, 0});
-    Stick().Insert(L"second");
+    Insert(L"second");
     window.Begin(ID_mnuRestore);
     window.AnswerBox(L"Error 53");
     window.WaitUntilReady();
