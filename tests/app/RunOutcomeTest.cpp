@@ -80,6 +80,7 @@ TEST_F(RunOutcome, StatusLine_Clicked_ShowsTheReportAgain) {
 
 TEST_F(RunOutcome, ManyErrors_ShowThreeBoxesAndOneAtTheEnd) {
     std::vector<FileHandle> locks;
+    locks.reserve(25);
     for (int i = 0; i < 25; ++i) {
         locks.push_back(Locked(L"Home\\Full\\Locked " + std::to_wstring(i) + L".txt"));
     }

@@ -112,8 +112,9 @@ TEST_F(Collision, ItemsOfTwoDestinations_AreBothBackedUp) {
     for (const bool outerFirst : {true, false}) {
         const std::wstring first = outerFirst ? kOuter : kInner;
         const std::wstring second = outerFirst ? kInner : kOuter;
-        world_.ListText(L"BackupTo: ~\\Store\r\n~\\" + first + L"\r\nBackupTo: ~\\Other\r\n~\\" +
-                        second + L"\r\n");
+        std::wstring list = L"BackupTo: ~\\Store\r\n~\\";
+        list.append(first).append(L"\r\nBackupTo: ~\\Other\r\n~\\").append(second).append(L"\r\n");
+        world_.ListText(list);
         EXPECT_EQ(world_.Run().exitCode, 0);
         for (const wchar_t* const store : {L"Store", L"Other"}) {
             EXPECT_FALSE(ReadTree(world_.Path(store)).empty()) << outerFirst;

@@ -12,6 +12,10 @@ namespace vw::test {
 namespace {
 
 class DestinationRoot : public testing::Test {
+  public:
+    DestinationRoot(const DestinationRoot&) = delete;
+    DestinationRoot& operator=(const DestinationRoot&) = delete;
+
   protected:
     DestinationRoot() {
         Clean();
@@ -19,8 +23,6 @@ class DestinationRoot : public testing::Test {
         world.ListText(L"BackupTo: " + drive.Name() + L"\r\nBackages: 3\r\n~\\rooted.txt\r\n");
     }
     ~DestinationRoot() override { Clean(); }
-    DestinationRoot(const DestinationRoot&) = delete;
-    DestinationRoot& operator=(const DestinationRoot&) = delete;
 
     // A run that failed may have left more than copies.
     void Clean() {

@@ -227,7 +227,7 @@ class LongWork : public testing::Test {
   protected:
     static constexpr int kFiles = 30;
 
-    void MakeFiles(const std::wstring& folder) {
+    void MakeFiles(const std::wstring& folder) const {
         for (int i = 0; i < kFiles; ++i) {
             world.tree.File(folder + L"\\" + std::to_wstring(i), "x", Day(1));
         }
