@@ -290,7 +290,7 @@ TEST(CopyWithoutAComment, IsSearched_WindowsKeepWorking) {
     }
     world.tree.File(L"Data.old\\y.txt", "y", Day(2));
     world.List({L"Data.old\\"});
-    const YieldWatch watch(world.files, world.pump, [&](const FileOperation& operation) {
+    YieldWatch watch(world.files, world.pump, [&](const FileOperation& operation) {
         return operation.call == FileCall::List && operation.path == world.Store(L"Data«0001».old");
     });
     world.Run();

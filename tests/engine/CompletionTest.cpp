@@ -128,7 +128,7 @@ TEST(LongCompletion, ManyFiles_WindowsKeepWorking) {
         if (operation.call == FileCall::Copy) world.state.cancel.Request();
     });
     world.Run();
-    const YieldWatch watch(world.files, world.pump, [&](const FileOperation& operation) {
+    YieldWatch watch(world.files, world.pump, [&](const FileOperation& operation) {
         return operation.call == FileCall::List && operation.path == world.Store(L"Work«0001»\\");
     });
     world.Run();

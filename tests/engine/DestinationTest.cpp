@@ -163,7 +163,7 @@ TEST(Destination, ManyEntries_YieldsAfterEachWhileItIsListed) {
     for (int i = 0; i < kEntries; ++i) world.tree.File(L"Store\\" + std::to_wstring(i), "x");
     world.tree.File(L"a.txt", "a", Day(1));
     world.List({L"a.txt"});
-    const YieldWatch watch(world.files, world.pump, [&](const FileOperation& operation) {
+    YieldWatch watch(world.files, world.pump, [&](const FileOperation& operation) {
         return operation.call == FileCall::List && operation.path == world.Store();
     });
     world.Run();

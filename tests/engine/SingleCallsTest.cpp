@@ -240,7 +240,7 @@ TEST_F(LongWork, OldestCopyIsRemoved_WindowsKeepWorking) {
     MakeFiles(L"Store\\Work«0001»");
     world.tree.File(L"Work\\a.txt", "a", Day(2));
     world.List({L"Work\\"}, 1);
-    const YieldWatch watch(world.files, world.pump);
+    YieldWatch watch(world.files, world.pump);
     world.Run();
     EXPECT_LT(watch.MostOperations(), kFiles);
     EXPECT_EQ(world.Copies().size(), 2U);
@@ -250,7 +250,7 @@ TEST_F(LongWork, LeftOverIsRemoved_WindowsKeepWorking) {
     MakeFiles(L"Store\\" + LeftOverName(world, WorkingState::New, L"Work\\", DeadProcess()));
     world.tree.File(L"a.txt", "a", Day(2));
     world.List({L"a.txt"});
-    const YieldWatch watch(world.files, world.pump);
+    YieldWatch watch(world.files, world.pump);
     world.Run();
     EXPECT_LT(watch.MostOperations(), kFiles);
     EXPECT_EQ(LeftOvers(world), Lines());
@@ -258,7 +258,7 @@ TEST_F(LongWork, LeftOverIsRemoved_WindowsKeepWorking) {
 
 TEST_F(LongWork, DateOfACopyWithoutAComment_WindowsKeepWorking) {
     MakeFiles(L"Store\\Work«0001»");
-    const YieldWatch watch(world.files, world.pump, [](const FileOperation& operation) {
+    YieldWatch watch(world.files, world.pump, [](const FileOperation& operation) {
         return operation.call == FileCall::List;
     });
     world.With([&](CPackage& engine) {
@@ -276,7 +276,7 @@ TEST_F(LongWork, ManyItemsHaveTheName_WindowsKeepWorking) {
         world.tree.File(copy + L".vwc", "Original Location:C:\\Elsewhere\r\n");
     }
     const std::wstring item = world.tree.File(L"a.txt", "a");
-    const YieldWatch watch(world.files, world.pump);
+    YieldWatch watch(world.files, world.pump);
     world.With([&](CPackage& engine) { EXPECT_EQ(engine.LocationID(item), kFiles); });
     EXPECT_LT(watch.MostOperations(), kFiles);
 }

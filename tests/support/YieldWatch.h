@@ -9,7 +9,7 @@ namespace vw::test {
 
 /// Whether the windows can work during long work: how many operations of the disk the work does
 /// between two yields, and how often it yields between one operation and the next. It replaces the
-/// callbacks of the disk and of the yields.
+/// callbacks of the disk and of the yields, so it has to outlive the work.
 class YieldWatch {
   public:
     /// `isChosen` finds the operation behind which the yields are counted.
