@@ -116,7 +116,7 @@ TEST_F(HelpCommand, PageIsMissing_OpensNotThatOfTheOtherLanguage) {
     EXPECT_THAT(Opened(), IsEmpty());
 }
 
-/// A window with one item, which has a copy, and another item without one.
+/// A window with one item, which has a copy.
 class ListEvents : public App {
   protected:
     ListEvents() {

@@ -50,9 +50,9 @@ class ExchangedDrive : public RestoreEnvironment {
         System system{world.files,      world.pump,       boxes,       world.errors,
                       world.exitStatus, world.programEnd, world.clock, world.ansi};
         (Commands(system).*command)();
-        for (const MessageBoxRequest& box : boxes.Shown()) told.push_back(box.text);
+        for (const MessageBoxRequest& box : boxes.Shown()) messages.push_back(box.text);
         for (const ToldError& error : world.errors.Take()) {
-            told.push_back(error.description);
+            messages.push_back(error.description);
             named.push_back(error.path);
         }
     }
@@ -70,8 +70,8 @@ class ExchangedDrive : public RestoreEnvironment {
     const std::wstring letter = tree.Path(L"Home\\Letter.txt");
     Tree onC;
     Tree onDrive;
-    std::vector<std::wstring> told;   ///< the questions and the errors
-    std::vector<std::wstring> named;  ///< the paths that the errors name
+    std::vector<std::wstring> messages;  ///< texts of the questions and errors
+    std::vector<std::wstring> named;     ///< the paths that the errors name
 
   private:
     CopiesOnC copiesOnC_;
@@ -80,7 +80,7 @@ class ExchangedDrive : public RestoreEnvironment {
 TEST_F(ExchangedDrive, Restore_DriveGone_TouchesNoOtherItem) {
     drive.PullOut();
     Give(&RestoreCommands::mnuRestoreClick);
-    EXPECT_THAT(told, Not(IsEmpty())) << "stopped without a word";
+    EXPECT_THAT(messages, Not(IsEmpty())) << "stopped without a message";
     EXPECT_EQ(ReadBytes(letter), "mine 2");
     // The lists show the other folder now, and both of them do.
     EXPECT_EQ(main.form.Text(L"cmbDestination"), L"C:");
@@ -111,7 +111,7 @@ TEST_F(ExchangedDrive, DeleteAll_DriveGone_DeletesNothing) {
     drive.PullOut();
     Give(&RestoreCommands::mnuDelCopiesClick);
     EXPECT_EQ(ReadTree(kOnC), onC);
-    EXPECT_THAT(told, SizeIs(1)) << "nothing is asked about copies that are gone";
+    EXPECT_THAT(messages, SizeIs(1)) << "nothing is asked about copies that are gone";
     EXPECT_THAT(named, ElementsAre(vault));
     drive.Insert();
     EXPECT_EQ(ReadTree(vault), onDrive);
@@ -122,7 +122,7 @@ TEST_F(ExchangedDrive, DeleteOne_DriveGone_DeletesNothing) {
     drive.PullOut();
     Give(&RestoreCommands::mnuDelCopyClick);
     EXPECT_EQ(ReadTree(kOnC), onC);
-    EXPECT_THAT(told, SizeIs(1));
+    EXPECT_THAT(messages, SizeIs(1));
     EXPECT_THAT(named, ElementsAre(vault + L"\\Letter«0002».txt"));
 }
 
