@@ -57,8 +57,6 @@ bool MainWindow::OnQueryUnload(Form&, UnloadReason reason) {
     trap_(L"Form_QueryUnload", [&] {
         if (reason == UnloadReason::SessionEnd) {
             state_.sessionEnds = true;
-            state_.endRequested = true;
-            state_.cancel.Request();
             parts_.list.FileSave();
         } else {
             parts_.list.SaveOnClose();

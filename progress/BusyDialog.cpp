@@ -33,7 +33,6 @@ void BusyDialog::Msg(std::wstring_view title, std::wstring_view message,
     trap_(L"Msg", [&] {
         texts_.SetMessage(title, message, subMessage);
         std::wstring line;
-        line.reserve(title.size() + message.size() + subMessage.size() + 5);
         line.append(title).append(L": ").append(message).append(L" - ").append(subMessage);
         Report(line, false);
         if (showReport || !messageShown_) texts_.UpdateControls();

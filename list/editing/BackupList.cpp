@@ -137,7 +137,6 @@ bool BackupList::GetList() {
     if (!read) return false;
     trap_(L"GetList", [&] {
         keepOld_ = Load(text);
-        ShowDestinationDrive();
         main_.SetValue(control::vsBackages, state_.copiesCount);
         main_.SetText(control::lblBackages, std::to_wstring(state_.copiesCount));
         if (rows_.Count() > 0) rows_.List().Select(0);
@@ -177,6 +176,8 @@ bool BackupList::Load(std::wstring_view text) {
         system_.pump.ProcessMessagesIfDue();
         const ListLine line = ReadListLine(fields.Next());
         switch (line.kind) {
+            case ListLineKind::Empty:
+                break;
             case ListLineKind::Destination:
                 ReadDestination(line.value);
                 break;
@@ -189,8 +190,6 @@ bool BackupList::Load(std::wstring_view text) {
                     dropped = true;
                     missing_.push_back(line.value);
                 }
-                break;
-            case ListLineKind::Empty:
                 break;
         }
     }
@@ -279,7 +278,6 @@ void BackupList::FileOpen(std::wstring_view path) {
         recent_.UpdateRecentFiles();
         if (!GetList()) return;
         former.LetGo();
-        context_.copies.RestoredPath(rows_.SelectedPath());
         context_.showCaption();
     });
 }
