@@ -44,11 +44,13 @@ void Write(void** slot, void* value) {
 
 }  // namespace
 
-ImportHook::ImportHook(const char* name, void* replacement) : slot_(FindSlot(name)) {
-    if (slot_ == nullptr) {
-        ADD_FAILURE() << "this program does not import " << name;
-        return;
-    }
+ImportHook::ImportHook(const char* name, void* replacement)
+    : ImportHook(FindSlot(name), replacement) {
+    if (slot_ == nullptr) ADD_FAILURE() << "this program does not import " << name;
+}
+
+ImportHook::ImportHook(void** slot, void* replacement) : slot_(slot) {
+    if (slot_ == nullptr) return;
     original_ = *slot_;
     Write(slot_, replacement);
 }

@@ -13,6 +13,11 @@ class ImportHook {
     template <class Function>
     ImportHook(const char* name, Function* replacement)
         : ImportHook(name, reinterpret_cast<void*>(replacement)) {}
+    /// For a function of a library that loads late, which no table of the program lists: `slot` is
+    /// its "__imp_" symbol.
+    template <class Function>
+    ImportHook(void*& slot, Function* replacement)
+        : ImportHook(&slot, reinterpret_cast<void*>(replacement)) {}
     ImportHook(const ImportHook&) = delete;
     ImportHook& operator=(const ImportHook&) = delete;
     ~ImportHook();
@@ -25,6 +30,7 @@ class ImportHook {
 
   private:
     ImportHook(const char* name, void* replacement);
+    ImportHook(void** slot, void* replacement);
 
     void** slot_ = nullptr;
     void* original_ = nullptr;

@@ -4,6 +4,9 @@
 
 #include "tests/list/editing/ListFixture.h"
 
+// Behind the header of Windows, which it builds on.
+#include <commctrl.h>
+
 namespace vw::test {
 namespace {
 
@@ -41,6 +44,33 @@ TEST_F(Adding, OneOfSeveralIsNew_SelectsTheNewRow) {
     const std::wstring c = tree.File(L"c.txt");
     Drop({c, a});
     EXPECT_EQ(View().Selected(), 2);
+}
+
+TEST_F(Adding, NewRowOfALongList_BecomesVisible) {
+    std::vector<std::wstring> files;
+    for (int i = 0; i < 80; ++i) files.push_back(tree.File(L"f" + std::to_wstring(i)));
+    Drop(files);
+    View().EnsureVisible(0);
+    dialogs.Expect(a);
+    editing.mnuAddFileClick();
+    EXPECT_GT(SendMessageW(View().Handle(), LVM_GETTOPINDEX, 0, 0), 0);
+}
+
+TEST_F(Adding, FolderWithALongName_IsShownWhole) {
+    Drop({a});
+    const auto width = [&] { return SendMessageW(View().Handle(), LVM_GETCOLUMNWIDTH, 0, 0); };
+    const auto before = width();
+    dialogs.Expect(tree.Folder(std::wstring(60, L'W')) + kFolderName);
+    editing.mnuAddFolderClick();
+    EXPECT_GT(width(), before);
+}
+
+TEST_F(Adding, ManyDroppedFiles_WindowsWorkMeanwhile) {
+    std::vector<std::wstring> files;
+    for (int i = 0; i < 40; ++i) files.push_back(tree.File(L"f" + std::to_wstring(i)));
+    world.pump.Restart();
+    Drop(files);
+    EXPECT_GE(world.pump.Yields(), 40);
 }
 
 TEST_F(Adding, NothingCouldBeAdded_LeavesTheSelection) {

@@ -191,7 +191,9 @@ TEST_F(Editing, DelItem_NoSelection_DeletesNothing) {
     const std::wstring a = tree.File(L"a.txt");
     editing.lsvBackupList_OLEDragDrop({a});
     View().Select(-1);
+    DeleteFileW(state.currentListPath.c_str());
     editing.DelItem();
+    EXPECT_FALSE(Exists(state.currentListPath)) << "there is nothing to save";
     editing.lsvBackupList_OLEDragDrop({a});
     EXPECT_THAT(Paths(), ElementsAre(a));
 }

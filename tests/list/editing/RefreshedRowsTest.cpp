@@ -50,6 +50,7 @@ TEST_F(RefreshedRows, Refresh_SameRowAgain_ShowsWhatItIsNow) {
     EXPECT_EQ(shows(7, later), std::pair(std::wstring(L"7Byte"), DateText(later)));
     EXPECT_EQ(shows(2, later), std::pair(std::wstring(L"2Byte"), DateText(later)));
     EXPECT_EQ(shows(2, date), std::pair(std::wstring(L"2Byte"), DateText(date)));
+    EXPECT_EQ(shows(0, date), std::pair(std::wstring(L"0Byte"), DateText(date)));
 }
 
 TEST_F(RefreshedRows, Refresh_RowIsSortedByItsNewValues) {

@@ -77,6 +77,11 @@ TEST(RowWarningsTest, NameOfCopyTooLong_IsMarked) {
     EXPECT_EQ(WarningFor(L"C:\\Docs\\" + std::wstring(230, L'x') + L".txt"), RowWarning::None);
 }
 
+TEST(RowWarningsTest, PathOfADevice_IsMarkedInItsRow) {
+    EXPECT_THAT(WarningsFor({L"\\\\.\\COM1", L"C:\\Docs\\Plan.doc"}),
+                ElementsAre(RowWarning::ImpossibleName, RowWarning::None));
+}
+
 TEST(RowWarningsTest, NewestDateInTheFuture_IsMarked) {
     const auto warning = [](std::optional<Date> newest) {
         return WarningsOf({{L"C:\\Docs\\Plan.doc", newest}}, kVault, kNow).front();

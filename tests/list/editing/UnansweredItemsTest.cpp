@@ -57,6 +57,22 @@ TEST_F(UnansweredItems, Load_ServerDoesNotAnswer_WindowAsksItNothing) {
     EXPECT_THAT(server.askedByWindow, IsEmpty());
 }
 
+TEST_F(UnansweredItems, Load_OnlyDestinationOrItemIsAway_WindowAsksItNothing) {
+    DeadServer server(world.files);
+    System system = world.With(server);
+    BackupList other(system, state, main.form, dialogs, settings, recent, context);
+    const std::wstring a = tree.File(L"a.txt");
+    const std::wstring vault = tree.Folder(L"Vault");
+    for (const auto& [destination, item] :
+         {std::pair<std::wstring, std::wstring>(L"Q:\\Backup", a), {vault, L"Q:\\Docs\\a.txt"}}) {
+        ListFile(world.ansi.Encode(L"BackupTo: " + destination + L"\r\n" + item + L"\r\n"));
+        other.GetList();
+        static_cast<void>(world.errors.Take());
+        EXPECT_THAT(other.Rows().Paths(), ElementsAre(item));
+        EXPECT_THAT(server.askedByWindow, IsEmpty()) << destination;
+    }
+}
+
 TEST_F(UnansweredItems, Load_DestinationIsAway_OneBoxAndEmptyNumbers) {
     world.files.FailFrom(1, error_number::kAccessError, [this](const FileOperation& operation) {
         return operation.path.starts_with(Path(L"Vault"));
