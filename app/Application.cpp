@@ -116,7 +116,6 @@ CPackage& Application::Engine() {
 void Application::Ready(bool flag) {
     if (!windows_ || windows_->frmBusyDialog.KeepsReport()) return;
     Form& main = windows_->frmMain;
-    if (!main.IsLoaded()) return;
     main.EnableForm(flag);
     main.SetMousePointer(flag ? MousePointer::Default : MousePointer::Hourglass);
 }

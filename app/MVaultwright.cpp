@@ -80,11 +80,6 @@ void MVaultwright::Dispatch(const CommandLine& commandLine) {
         case StartAction::Restore:
             state_.currentListPath = state_.DefaultListPath();
             ShowCopies(argument);
-            application_.ShowMainWindow();
-            break;
-        case StartAction::Author:
-            system_.boxes.Show({.text = L"Author name is 'Nadir Qasemi'"});
-            system_.programEnd.End(system_.exitStatus.Code());
             break;
         case StartAction::DeleteTemporary:
             application_.DeleteTemporaryFiles();
@@ -115,6 +110,10 @@ void MVaultwright::Dispatch(const CommandLine& commandLine) {
             state_.currentListPath = state_.DefaultListPath();
             LoadCurrentList();
             application_.ShowMainWindow();
+            break;
+        case StartAction::Author:
+            system_.boxes.Show({.text = L"Author name is 'Nadir Qasemi'"});
+            system_.programEnd.End(system_.exitStatus.Code());
             break;
     }
 }

@@ -130,6 +130,9 @@ void MainWindow::EnableEditing(bool on) {
 
 void MainWindow::OnControl(Form&, const ControlEvent& event) {
     switch (event.id) {
+        default:
+            if (event.kind == EventKind::Click) Run(event.id);
+            break;
         case ID_vsBackages:
             // The count changes by program too, in the middle of other commands.
             vsBackagesChange(event.value);
@@ -146,9 +149,6 @@ void MainWindow::OnControl(Form&, const ControlEvent& event) {
             trap_(L"sbrStatus_Click", [this] {
                 if (!isRunning_) parts_.busy.ShowLastReport();
             });
-            break;
-        default:
-            if (event.kind == EventKind::Click) Run(event.id);
             break;
     }
 }

@@ -218,6 +218,39 @@ TEST_F(App, SingleItemMode_DisablesTheEditingCommands) {
     EXPECT_TRUE(Main().Menus().IsEnabled(L"mnuRestore"));
 }
 
+TEST_F(App, SingleItemMode_OnlyAnotherListEnablesEditing) {
+    Start(L"\"" + letter + L"\"");
+    Windows().main.SetCaption();
+    EXPECT_FALSE(Main().Menus().IsEnabled(L"mnuAddFile"));
+    Choose(ID_mnuRecentFile_0);
+    EXPECT_EQ(state.currentListPath, state.DefaultListPath());
+    EXPECT_TRUE(Main().Menus().IsEnabled(L"mnuAddFile"));
+}
+
+TEST_F(App, CountIsChanged_DestinationStays) {
+    const std::wstring vault = tree.Folder(L"Vault");
+    tree.File(state.DefaultListPath(), world.ansi.Encode(L"BackupTo: " + vault + L"\r\n"));
+    Start();
+    Main().SetValue(L"vsBackages", 7);
+    EXPECT_EQ(state.BackupTo, vault);
+}
+
+TEST_F(App, ManyErrors_TheirNumberIsShownBesideTheReport) {
+    std::vector<std::wstring> items;
+    for (int i = 0; i < 5; ++i) items.push_back(tree.File(L"f" + std::to_wstring(i) + L".txt"));
+    WriteDefaultList(items);
+    Start();
+    world.files.FailFrom(1, error_number::kPermissionDenied, [](const FileOperation& operation) {
+        return operation.call == FileCall::Copy;
+    });
+    bool isBusyShown = false;
+    world.boxes.OnBox([&] { isBusyShown = Windows().frmBusyDialog.Window().IsVisible(); });
+    world.boxes.Expect(L"There were 5 errors.");
+    Choose(ID_mnuBackup);
+    static_cast<void>(world.errors.Take());
+    EXPECT_TRUE(isBusyShown);
+}
+
 // As the shell passes it, without a final "\".
 TEST_F(App, SingleItemMode_BacksUpAFolder) {
     const std::wstring folder = tree.Folder(L"Work");

@@ -24,6 +24,7 @@ TEST_F(App, ListIsEmpty_BackupAndOpenSaySoAndDoNothing) {
         world.boxes.Expect(Main().Text(L"lblNoFileToBack"));
         world.files.Heal();
         Choose(id);
+        EXPECT_TRUE(world.boxes.Shown().back().rightToLeft);
         for (const FileOperation& operation : world.files.Operations()) {
             EXPECT_NE(operation.path, state.currentListPath) << Describe(operation);
         }
@@ -134,6 +135,15 @@ class ListEvents : public App {
                      reinterpret_cast<LPARAM>(&message));
         Rethrow();
     }
+    /// The heading of the first column.
+    void ClickHeading(const wchar_t* list, int id) {
+        NMLISTVIEW message{};
+        message.hdr = {Main().Control(list), static_cast<UINT_PTR>(id), LVN_COLUMNCLICK};
+        message.iItem = -1;
+        SendMessageW(Main().Handle(), WM_NOTIFY, static_cast<WPARAM>(id),
+                     reinterpret_cast<LPARAM>(&message));
+        Rethrow();
+    }
     void Press(const wchar_t* list, WPARAM key) {
         SendMessageW(Main().Control(list), WM_KEYDOWN, key, 0);
         SendMessageW(Main().Control(list), WM_KEYUP, key, 0);
@@ -177,6 +187,42 @@ TEST_F(ListEvents, DoubleClick_OpensItemOrCopy) {
                 ElementsAre(EndsWith(L" " + copy)));
     EXPECT_THAT(Opened([this] { Notify(L"lsvRestore1", ID_lsvRestore1, LVN_ITEMACTIVATE, 0); }),
                 IsEmpty());
+}
+
+TEST_F(ListEvents, ClickOnAHeading_SortsThatListAlone) {
+    tree.File(drive.Backup() + L"\\Zoo«0001».txt");
+    Windows().browser.ListRestoreFiles();
+    Windows().list.Rows().AddToList(tree.File(L"Zebra.txt"));
+    const struct {
+        const wchar_t* name;
+        int id;
+    } lists[] = {{L"lsvBackupList", ID_lsvBackupList}, {L"lsvRestore1", ID_lsvRestore1}};
+    const auto first = [this](const wchar_t* list) { return Main().List(list).Rows().At(0).cells[0].text; };
+    for (const auto& clicked : lists) {
+        for (int clicks = 0; clicks < 2; ++clicks) {
+            std::vector<std::wstring> before;
+            for (const auto& list : lists) before.push_back(first(list.name));
+            ClickHeading(clicked.name, clicked.id);
+            const bool isItems = clicked.id == ID_lsvBackupList;
+            EXPECT_NE(first(clicked.name), before[isItems ? 0 : 1]);
+            EXPECT_EQ(first(lists[isItems ? 1 : 0].name), before[isItems ? 1 : 0]);
+        }
+    }
+}
+
+TEST_F(ListEvents, ClickOnAHeadingOfTheCopies_SortsThem) {
+    tree.File(drive.Backup() + L"\\Letter«0002».txt");
+    Windows().browser.ListRestoreFiles();
+    Windows().browser.RestoredPath(letter);
+    ListView& copies = Main().List(L"lsvRestore2");
+    ASSERT_EQ(copies.Rows().Count(), 2);
+    const std::wstring before = copies.Rows().SubItem(0, L"BackupName");
+    std::vector<std::wstring> firsts;
+    for (int clicks = 0; clicks < 2; ++clicks) {
+        ClickHeading(L"lsvRestore2", ID_lsvRestore2);
+        firsts.push_back(copies.Rows().SubItem(0, L"BackupName"));
+    }
+    EXPECT_NE(firsts[0], firsts[1]);
 }
 
 TEST_F(ListEvents, DeleteKey_Items_RemovesTheItemAndOpensNothing) {

@@ -68,6 +68,25 @@ TEST_F(IdleWatchTest, IconIsThere_HiddenWindowStaysBehindIt) {
     EXPECT_FALSE(main.form.IsVisible());
 }
 
+TEST_F(IdleWatchTest, MainWindowIsNotLoaded_IsNotLoaded) {
+    main.form.Unload();
+    LookForASecond();
+    EXPECT_FALSE(main.form.IsLoaded());
+}
+
+TEST_F(IdleWatchTest, SilentRun_HiddenWindowStaysHidden) {
+    state.silentRun = true;
+    LookForASecond();
+    EXPECT_FALSE(main.form.IsVisible());
+}
+
+TEST_F(IdleWatchTest, BusyDialogIsVisible_MainWindowStaysHidden) {
+    dialog.Window().Load();
+    dialog.Window().Show(ShowHow::Normal);
+    LookForASecond();
+    EXPECT_FALSE(main.form.IsVisible());
+}
+
 TEST_F(IdleWatchTest, HiddenForAMomentTwice_StaysHidden) {
     watch.Check();
     world.clock.Advance(600);

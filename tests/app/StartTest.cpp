@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include "platform/Scoped.h"
+#include "platform/SystemPath.h"
 #include "tests/app/ApplicationFixture.h"
 #include "tests/support/CurrentFolder.h"
 #include "tests/support/DeadServer.h"
@@ -37,6 +39,13 @@ class StartTest : public App {
         }
         return paths;
     }
+    [[nodiscard]] std::vector<std::wstring> NamesInVault() const {
+        std::vector<std::wstring> names;
+        for (const auto& [name, node] : ReadTree(drive.Backup())) names.push_back(name);
+        return names;
+    }
+    /// False as long as the windows are not made either.
+    [[nodiscard]] bool IsMainLoaded() { return world.pump.Yields() > 1 && Main().IsLoaded(); }
     /// What the restore view shows at the end of a silent run, whose window nobody sees.
     struct RestoreView {
         std::wstring drive;
@@ -101,6 +110,81 @@ TEST_F(StartTest, RestoreSwitchWithCopy_ShowsTheDriveOfTheCopy) {
     const RestoreView view = ViewOfSilentRun(L"/R " + copy);
     EXPECT_EQ(view.drive, drive.Name());
     EXPECT_THAT(view.copies, ElementsAre(copy));
+}
+
+TEST_F(StartTest, SwitchAndList_BacksUpTheItemsOfThatListAlone) {
+    WriteDefaultList({tree.File(L"Home\\Other.txt")});
+    const std::wstring list =
+        tree.File(L"Work.vwl",
+                  world.ansi.Encode(L"BackupTo: " + drive.Backup() + L"\r\n" + letter + L"\r\n"));
+    EXPECT_THROW(Start(L"/B " + list), ProgramEnded);
+    EXPECT_EQ(NamesInVault(),
+              (std::vector<std::wstring>{L"Letter«0001».txt", L"Letter«0001».txt.vwc"}));
+}
+
+TEST_F(StartTest, SwitchAndItem_BacksUpThatItemAlone) {
+    WriteDefaultList({tree.File(L"Home\\Other.txt")});
+    EXPECT_THROW(Start(L"/B " + letter), ProgramEnded);
+    EXPECT_EQ(NamesInVault(),
+              (std::vector<std::wstring>{L"Letter«0001».txt", L"Letter«0001».txt.vwc"}));
+}
+
+TEST_F(StartTest, SwitchAlone_BacksUpTheDefaultListWithoutAWindow) {
+    WriteDefaultList({letter});
+    bool isLoaded = false;
+    world.files.OnOperation([&](const FileOperation&) { isLoaded = isLoaded || IsMainLoaded(); });
+    world.pump.AtEachYield([&] { isLoaded = isLoaded || IsMainLoaded(); });
+    EXPECT_THROW(Start(L"/B"), ProgramEnded);
+    EXPECT_FALSE(isLoaded);
+    EXPECT_TRUE(Exists(drive.Backup() + L"\\Letter«0001».txt"));
+}
+
+TEST_F(StartTest, List_IsShownInTheWindow) {
+    Start(tree.File(L"Work.vwl", world.ansi.Encode(letter + L"\r\n")));
+    EXPECT_TRUE(Main().IsVisible());
+    EXPECT_THAT(Paths(), ElementsAre(letter));
+}
+
+TEST_F(StartTest, SingleItem_ColumnsFitIt) {
+    Start(tree.File(std::wstring(10, L'W') + L".txt"));
+    const HWND items = Main().Control(L"lsvBackupList");
+    const std::wstring name = Main().List(L"lsvBackupList").Rows().At(0).cells[0].text;
+    EXPECT_GT(SendMessageW(items, LVM_GETCOLUMNWIDTH, 0, 0),
+              SendMessageW(items, LVM_GETSTRINGWIDTHW, 0, reinterpret_cast<LPARAM>(name.c_str())));
+}
+
+TEST_F(StartTest, FileDialogs_BeginInTheFolderOfTheStart) {
+    const ScopeExit forget([] { CompleteRelativePathsIn({}); });
+    const std::wstring folder = tree.Folder(L"Here");
+    CompleteRelativePathsIn(folder);
+    Start();
+    EXPECT_EQ(Windows().list.Dialog().lastFolder, folder);
+}
+
+TEST_F(StartTest, LanguageCannotBeAskedFor_EndsWithoutWindows) {
+    RegDeleteKeyValueW(HKEY_CURRENT_USER, key.Path().c_str(), L"Arabic");
+    world.boxes.AnswerAll(BoxAnswer::No);
+    world.boxes.OnBox([] { Throw(error_number::kOutOfMemory); });
+    Start();
+    EXPECT_EQ(world.errors.TakeOne().number, error_number::kOutOfMemory);
+    EXPECT_FALSE(IsAlive());
+}
+
+TEST_F(StartTest, WindowProgram_HasNoIcon) {
+    WriteDefaultList({});
+    Start();
+    world.clock.Advance(10'000);
+    application.ShowWindowsIfDue();
+    EXPECT_FALSE(Windows().frmTrayIcon.Window().IsLoaded());
+}
+
+TEST_F(StartTest, EndAtOnce_UnloadsTheIconAlone) {
+    WriteDefaultList({});
+    Start();
+    Windows().frmTrayIcon.Load();
+    EXPECT_THROW(application.EndAtOnce(), ProgramEnded);
+    EXPECT_TRUE(Main().IsLoaded());
+    EXPECT_FALSE(Windows().frmTrayIcon.Window().IsLoaded());
 }
 
 TEST_F(StartTest, DuringARun_MainWindowShowsTheHourglass) {

@@ -9,17 +9,9 @@
 #include "platform/RuntimeError.h"
 #include "platform/WindowsHeader.h"
 #include "tests/list/editing/ListFixture.h"
-#include "tests/support/ImportHook.h"
-// The dialogs' declarations need those of the window system first.
-#include <cderr.h>
-#include <commdlg.h>
+#include "tests/support/FileDialogHook.h"
+// The dialogs' controls need the declarations of the window system first.
 #include <dlgs.h>
-
-// The system's dialogs are in a library that loads late.
-extern "C" {
-extern void* __imp_GetOpenFileNameW;      // NOLINT(bugprone-reserved-identifier)
-extern void* __imp_CommDlgExtendedError;  // NOLINT(bugprone-reserved-identifier)
-}
 
 namespace vw::test {
 namespace {
@@ -135,32 +127,12 @@ TEST_F(UserFileDialogs, FileInTheRootOfADrive_NextDialogBeginsInTheRoot) {
     EXPECT_EQ(setup.lastFolder, L"C:\\");
 }
 
-/// What the system's dialog was given, instead of the dialog itself, and the error that it ends
-/// with.
-struct GivenDialog {
-    DWORD flags = 0;
-    bool isOwnerEnabled = false;
-    std::wstring movesTo;
-    DWORD error = 0;
-};
-
-GivenDialog given;
-
-BOOL WINAPI NoteDialog(OPENFILENAMEW* dialog) {
-    given.flags = dialog->Flags;
-    given.isOwnerEnabled = IsWindowEnabled(dialog->hwndOwner) != 0;
-    if (!given.movesTo.empty()) SetCurrentDirectoryW(given.movesTo.c_str());
-    return FALSE;
-}
-
-DWORD WINAPI ErrorOfDialog() { return given.error; }
-
-class GivenFileDialog : public UserFileDialogs {
+/// Dialogs that end as no user can make them end.
+class HookedFileDialog : public UserFileDialogs {
   protected:
-    GivenFileDialog() { given = {}; }
     /// The error that the program makes of one of the system's dialog.
     int ErrorFor(DWORD error) {
-        given.error = error;
+        dialog.error = error;
         try {
             static_cast<void>(system.ShowOpen(setup));
         } catch (const RuntimeError& raised) {
@@ -169,28 +141,27 @@ class GivenFileDialog : public UserFileDialogs {
         return 0;
     }
 
-    const ImportHook open{__imp_GetOpenFileNameW, NoteDialog};
-    const ImportHook end{__imp_CommDlgExtendedError, ErrorOfDialog};
+    FileDialogHook dialog;
 };
 
-TEST_F(GivenFileDialog, SystemGetsTheFlagsAndAnEnabledOwner) {
+TEST_F(HookedFileDialog, SystemGetsTheFlagsAndAnEnabledOwner) {
     MRecentFiles::Filter(setup, FileDialogKind::AddFiles, L"");
     EnableWindow(main.form.Handle(), FALSE);
     EXPECT_EQ(system.ShowOpen(setup), std::nullopt);
-    EXPECT_NE(given.flags, 0U);
-    EXPECT_EQ(given.flags, setup.flags);
-    EXPECT_TRUE(given.isOwnerEnabled) << "only such an owner gets the keyboard back";
+    EXPECT_NE(dialog.flags, 0U);
+    EXPECT_EQ(dialog.flags, setup.flags);
+    EXPECT_TRUE(dialog.isOwnerEnabled) << "only such an owner gets the keyboard back";
     EXPECT_FALSE(IsWindowEnabled(main.form.Handle()));
 }
 
-TEST_F(GivenFileDialog, DialogMovesTheCurrentFolder_ItIsMovedBack) {
+TEST_F(HookedFileDialog, DialogMovesTheCurrentFolder_ItIsMovedBack) {
     const std::wstring start = CurrentFolder();
-    given.movesTo = tree.Folder(L"On a stick");
+    dialog.movesTo = tree.Folder(L"On a stick");
     EXPECT_EQ(system.ShowOpen(setup), std::nullopt);
     EXPECT_EQ(CurrentFolder(), start);
 }
 
-TEST_F(GivenFileDialog, ErrorOfTheSystem_IsRaised) {
+TEST_F(HookedFileDialog, ErrorOfTheSystem_IsRaised) {
     EXPECT_EQ(ErrorFor(FNERR_INVALIDFILENAME), error_number::kBadName);
     EXPECT_EQ(ErrorFor(FNERR_BUFFERTOOSMALL), error_number::kOutOfMemory);
     EXPECT_EQ(ErrorFor(CDERR_DIALOGFAILURE), error_number::kInvalidCall);
