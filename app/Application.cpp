@@ -95,7 +95,6 @@ void Application::ShowOpeningScreen() {
 // last window loses the foreground and may not reclaim it, and an empty window looks broken.
 void Application::ShowMainWindow() {
     if (isUnloading_) return;
-    windows_->frmMain.Load();
     if (state_.silentRun) return;
     windows_->frmMain.Show();
     windows_->frmMain.Repaint();

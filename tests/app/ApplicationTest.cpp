@@ -92,7 +92,9 @@ TEST_F(App, Close_SavesTheListAndEnds) {
 TEST_F(App, SwitchLanguage_StoresItAndEnds) {
     WriteDefaultList({letter});
     Start();
+    Main().SetValue(L"vsBackages", 7);
     EXPECT_THROW(Choose(ID_mnuToolEnAr), ProgramEnded);
+    EXPECT_THAT(ReadBytes(state.DefaultListPath()), testing::HasSubstr("Backages: 7\r\n"));
     EXPECT_EQ(settings.GetSetting(setting::kArabic, L""), L"-1");
 }
 

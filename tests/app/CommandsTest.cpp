@@ -6,8 +6,9 @@
 #include "tests/app/StartedCommands.h"
 #include "ui/resource.h"
 
-// Behind the header of Windows, which it builds on.
+// Behind the header of Windows, which they build on.
 #include <commctrl.h>
+#include <shlobj.h>
 
 namespace vw::test {
 namespace {
@@ -88,6 +89,19 @@ TEST_F(App, RecentList_EachEntryOpensItsOwn) {
     EXPECT_EQ(state.currentListPath, older);
 }
 
+TEST_F(App, LogonStartIsSwitchedOn_StatusLineSaysWhatItDoes) {
+    WriteDefaultList({letter});
+    Start();
+    for (const auto& [language, text] :
+         {std::pair(Language::English, L"Windows now starts Vaultwright at log-on."),
+          std::pair(Language::Arabic, L"عند تسجيل الدخول")}) {
+        state.language = language;
+        if (Main().Menus().IsChecked(L"mnuOptions", 0)) Choose(ID_mnuOptions_0);
+        Choose(ID_mnuOptions_0);
+        EXPECT_THAT(Main().Text(L"sbrStatus"), testing::HasSubstr(text));
+    }
+}
+
 class HelpCommand : public App {
   protected:
     /// The pages that the command opens.
@@ -144,6 +158,16 @@ class ListEvents : public App {
                      reinterpret_cast<LPARAM>(&message));
         Rethrow();
     }
+    /// Selects a row as the user does.
+    void Select(const wchar_t* list, int row) {
+        LVITEMW change{};
+        change.stateMask = LVIS_SELECTED;
+        for (const UINT selected : {0U, static_cast<UINT>(LVIS_SELECTED)}) {
+            change.state = selected;
+            SendMessageW(Main().Control(list), LVM_SETITEMSTATE, static_cast<WPARAM>(row),
+                         reinterpret_cast<LPARAM>(&change));
+        }
+    }
     void Press(const wchar_t* list, WPARAM key) {
         SendMessageW(Main().Control(list), WM_KEYDOWN, key, 0);
         SendMessageW(Main().Control(list), WM_KEYUP, key, 0);
@@ -197,7 +221,9 @@ TEST_F(ListEvents, ClickOnAHeading_SortsThatListAlone) {
         const wchar_t* name;
         int id;
     } lists[] = {{L"lsvBackupList", ID_lsvBackupList}, {L"lsvRestore1", ID_lsvRestore1}};
-    const auto first = [this](const wchar_t* list) { return Main().List(list).Rows().At(0).cells[0].text; };
+    const auto first = [this](const wchar_t* list) {
+        return Main().List(list).Rows().At(0).cells[0].text;
+    };
     for (const auto& clicked : lists) {
         for (int clicks = 0; clicks < 2; ++clicks) {
             std::vector<std::wstring> before;
@@ -242,9 +268,9 @@ TEST_F(ListEvents, DeleteKey_Copies_AsksForTheOne) {
     Press(L"lsvRestore2", VK_DELETE);
 }
 
-TEST_F(ListEvents, OtherKeys_ChangeNothing) {
+TEST_F(ListEvents, OtherKeys_ChangeAndOpenNothing) {
     for (const auto* list : {L"lsvBackupList", L"lsvRestore1", L"lsvRestore2"}) {
-        Press(list, VK_F9);
+        EXPECT_THAT(Opened([&] { Press(list, VK_F9); }), IsEmpty());
     }
     EXPECT_THAT(Paths(), ElementsAre(letter));
 }
@@ -266,18 +292,76 @@ TEST_F(ListEvents, ClickOnTheSelectedItem_ShowsItsCopies) {
     EXPECT_FALSE(Windows().frmBusyDialog.Window().IsVisible()) << "only the status line shows it";
 }
 
+TEST_F(ListEvents, ClickBesideTheRows_ChangesNothing) {
+    Notify(L"lsvBackupList", ID_lsvBackupList, NM_CLICK, -1);
+    EXPECT_EQ(Main().List(L"lsvBackupList").Selected(), 0);
+}
+
+TEST_F(ListEvents, ClickOnTheItemWhoseCopiesAreShown_KeepsTheChosenCopy) {
+    tree.File(drive.Backup() + L"\\Letter«0002».txt");
+    Windows().browser.ListRestoreFiles();
+    Windows().browser.RestoredPath(letter);
+    ListView& copies = Main().List(L"lsvRestore2");
+    ASSERT_EQ(copies.Rows().Count(), 2);
+    copies.Select(1);
+    Notify(L"lsvBackupList", ID_lsvBackupList, NM_CLICK, 0);
+    EXPECT_EQ(copies.Selected(), 1);
+}
+
+TEST_F(ListEvents, DoubleClick_LeavesTheOrderOfTheRows) {
+    Windows().list.Rows().AddToList(tree.File(L"Zebra.txt"));
+    Windows().list.Rows().AddToList(tree.File(L"Ant.txt"));
+    const auto before = Paths();
+    static_cast<void>(
+        Opened([this] { Notify(L"lsvBackupList", ID_lsvBackupList, LVN_ITEMACTIVATE, 0); }));
+    EXPECT_EQ(Paths(), before);
+}
+
+TEST_F(ListEvents, ClickOnAHeading_SavesNothing) {
+    DeleteFileW(state.currentListPath.c_str());
+    ClickHeading(L"lsvBackupList", ID_lsvBackupList);
+    EXPECT_FALSE(Exists(state.currentListPath));
+}
+
+// The number of that row is the code of the Delete key.
+TEST_F(ListEvents, SelectionOfTheRowWithTheNumberOfTheDeleteKey_DeletesNothing) {
+    for (int i = 0; i < VK_DELETE + 1; ++i) {
+        Windows().list.Rows().AddToList(tree.File(L"Many\\f" + std::to_wstring(i) + L".txt"));
+    }
+    const auto before = Paths();
+    Select(L"lsvBackupList", VK_DELETE);
+    EXPECT_EQ(Paths(), before);
+}
+
+TEST_F(ListEvents, SelectionOfAStoredItem_ShowsItsCopies) {
+    tree.File(drive.Backup() + L"\\Zoo«0001».txt");
+    Windows().browser.ListRestoreFiles();
+    ListView& copies = Main().List(L"lsvRestore2");
+    ASSERT_EQ(copies.Rows().SubItem(0, L"BackupName"), copy);
+    Select(L"lsvRestore1", 1);
+    EXPECT_EQ(copies.Rows().SubItem(0, L"BackupName"), drive.Backup() + L"\\Zoo«0001».txt");
+}
+
+TEST_F(ListEvents, DroppedFile_IsAdded) {
+    const std::wstring file = tree.File(L"Dropped.txt");
+    const std::size_t bytes = sizeof(DROPFILES) + (file.size() + 2) * sizeof(wchar_t);
+    const HGLOBAL memory = GlobalAlloc(GHND, bytes);
+    auto* const drop = static_cast<DROPFILES*>(GlobalLock(memory));
+    drop->pFiles = sizeof(DROPFILES);
+    drop->fWide = TRUE;
+    std::copy(file.begin(), file.end(), reinterpret_cast<wchar_t*>(drop + 1));
+    GlobalUnlock(memory);
+    SendMessageW(Main().Control(L"lsvBackupList"), WM_DROPFILES, reinterpret_cast<WPARAM>(memory),
+                 0);
+    EXPECT_THAT(Paths(), ElementsAre(letter, file));
+}
+
 TEST_F(ListEvents, SelectionOfAnItem_ShowsItsCopies) {
     tree.File(drive.Backup() + L"\\Aaa«0001».txt");
     Windows().browser.ListRestoreFiles();
-    ListView& items = Main().List(L"lsvBackupList");
-    LVITEMW change{};
-    change.stateMask = LVIS_SELECTED;
-    for (const UINT selected : {0U, static_cast<UINT>(LVIS_SELECTED)}) {
-        change.state = selected;
-        SendMessageW(Main().Control(L"lsvBackupList"), LVM_SETITEMSTATE, 0,
-                     reinterpret_cast<LPARAM>(&change));
-    }
-    ASSERT_EQ(items.Selected(), 0);
+    Main().List(L"lsvBackupList").Select(-1);
+    Select(L"lsvBackupList", 0);
+    ASSERT_EQ(Main().List(L"lsvBackupList").Selected(), 0);
     ListView& stored = Main().List(L"lsvRestore1");
     EXPECT_EQ(stored.Rows().SubItem(stored.Selected(), L"Name"), L"Letter");
 }

@@ -68,6 +68,16 @@ TEST_F(IdleWatchTest, IconIsThere_HiddenWindowStaysBehindIt) {
     EXPECT_FALSE(main.form.IsVisible());
 }
 
+TEST_F(IdleWatchTest, DisabledWindow_GetsItsPointerBack) {
+    main.form.Show();
+    main.form.EnableForm(false);
+    main.form.SetMousePointer(MousePointer::Hourglass);
+    LookForASecond();
+    SendMessageW(main.form.Handle(), WM_SETCURSOR, reinterpret_cast<WPARAM>(main.form.Handle()),
+                 MAKELPARAM(HTERROR, WM_MOUSEMOVE));
+    EXPECT_NE(GetCursor(), LoadCursorW(nullptr, IDC_WAIT));
+}
+
 TEST_F(IdleWatchTest, MainWindowIsNotLoaded_IsNotLoaded) {
     main.form.Unload();
     LookForASecond();

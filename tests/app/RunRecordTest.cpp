@@ -52,6 +52,15 @@ TEST_F(RunRecordTest, ErrorInAnItem_CopyIsMade_CountsAsFailed) {
     EXPECT_EQ(Line(), begin + L"0 copied, 0 unchanged, 1 failed");
 }
 
+TEST_F(RunRecordTest, Cancelled_ItemsThatWereNotReached_CountAsCancelled) {
+    Item(ItemEvent::Copied);
+    Item(ItemEvent::Unchanged);
+    Item(ItemEvent::Refused);
+    record.OnItem(ItemEvent::Started);
+    record.End(true);
+    EXPECT_EQ(Line(), begin + L"1 copied, 1 unchanged, 1 failed, 2 cancelled");
+}
+
 TEST_F(RunRecordTest, ErrorOutsideItems_CountsNowhere) {
     record.NoteFailure();
     Item(ItemEvent::Copied);

@@ -20,7 +20,10 @@ using testing::Not;
 
 class SilentOutput : public App {
   protected:
-    void BackUp() { EXPECT_THROW(Start(L"/B"), ProgramEnded); }
+    void BackUp() {
+        EXPECT_THROW(Start(L"/B"), ProgramEnded);
+        report.Flush();  // which is the work of the end of the process
+    }
     /// Ends the program as soon as the letter has its copy.
     void EndBehindTheFirstCopy() {
         world.pump.AtEachYield([this] {
@@ -85,6 +88,18 @@ TEST_F(SilentOutput, EndedDuringTheRun_SaysThatItWasCancelled) {
     EXPECT_THAT(streams.Errors(), ElementsAre(L"The run was cancelled"));
     EXPECT_THAT(streams.Output().back(), HasSubstr(L", 1 cancelled"));
     EXPECT_TRUE(state.cancel.IsRequested());
+}
+
+TEST_F(SilentOutput, EndedBeforeTheFirstItem_NothingWasCancelled) {
+    WriteDefaultList({letter});
+    int reads = 0;
+    world.files.OnOperation([&](const FileOperation& operation) {
+        const bool isList = operation.path == state.currentListPath;
+        if (operation.call == FileCall::Read && isList && ++reads == 2) application.frmUnload();
+    });
+    BackUp();
+    EXPECT_EQ(reads, 2);
+    EXPECT_THAT(streams.Output().back(), EndsWith(L": 0 copied, 0 unchanged, 0 failed"));
 }
 
 TEST_F(SilentOutput, EndedDuringTheRun_Arabic_SaysSoInArabic) {

@@ -81,7 +81,7 @@ TEST_F(SilentRun, AfterASecond_HasItsIcon) {
 TEST_F(SilentRun, BoxIsShown_HasItsIcon) {
     WriteDefaultList({});
     world.pump.AtYield(3, [this] {
-        application.ShowSilentWindows();
+        application.OnSilentBox();
         icon = Windows().frmTrayIcon.Window().IsLoaded();
     });
     EXPECT_THROW(Start(L"/B"), ProgramEnded);

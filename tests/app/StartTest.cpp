@@ -34,6 +34,7 @@ class StartTest : public App {
     [[nodiscard]] std::vector<std::wstring> CopiesShown() {
         ListView& copies = Main().List(L"lsvRestore2");
         std::vector<std::wstring> paths;
+        paths.reserve(static_cast<std::size_t>(copies.Rows().Count()));
         for (int row = 0; row < copies.Rows().Count(); ++row) {
             paths.push_back(copies.Rows().SubItem(row, L"BackupName"));
         }
@@ -74,6 +75,49 @@ TEST_F(StartTest, SystemFileAsList_CountsAsMissing) {
     if (!world.disk.Stat(list)->isSystem) GTEST_SKIP() << "this disk keeps no system attribute";
     Start(list);
     EXPECT_EQ(world.errors.TakeOne().number, error_number::kListPathMissing);
+}
+
+TEST_F(StartTest, FolderOrHiddenFileAsList_CountsAsMissing) {
+    tree.File(L"Hidden.vwl", "");
+    tree.SetAttributes(L"Hidden.vwl", FILE_ATTRIBUTE_HIDDEN);
+    ASSERT_TRUE(world.disk.Stat(tree.Path(L"Hidden.vwl"))->isHidden);
+    for (const std::wstring& list : {tree.Path(L"Hidden.vwl"), tree.Folder(L"Folder.vwl")}) {
+        Start(list);
+        EXPECT_EQ(world.errors.TakeOne().number, error_number::kListPathMissing);
+    }
+}
+
+TEST_F(StartTest, WholeDriveAsItem_IsRefused) {
+    world.boxes.Expect(L"not a drive");
+    EXPECT_THROW(Start(L"C:"), ProgramEnded);
+}
+
+TEST_F(StartTest, RootOfADriveAsItem_IsRefused) {
+    world.boxes.Expect(L"not a drive");
+    EXPECT_THROW(Start(L"C:\\"), ProgramEnded);
+}
+
+TEST_F(StartTest, StartAgain_ListIsMissing_MainWindowIsThere) {
+    WriteDefaultList({letter});
+    Start();
+    Start(tree.Path(L"Missing.vwl"));
+    EXPECT_EQ(world.errors.TakeOne().number, error_number::kListPathMissing);
+    EXPECT_TRUE(Main().IsVisible());
+}
+
+TEST_F(StartTest, StartAgain_OtherList_CaptionHasItsName) {
+    WriteDefaultList({letter});
+    Start();
+    Start(tree.File(L"Work.vwl", ""));
+    EXPECT_THAT(Main().Caption(), testing::HasSubstr(L"Work.vwl"));
+}
+
+TEST_F(StartTest, AboutIsOpen_MainWindowIsShownAgain_StaysOpen) {
+    WriteDefaultList({});
+    Start();
+    Windows().frmAbout.Window().Load();
+    application.ShowMainWindow();
+    EXPECT_TRUE(Windows().frmAbout.Window().IsLoaded());
 }
 
 TEST_F(StartTest, RelativePath_IsCompletedWithItsSeparator) {
