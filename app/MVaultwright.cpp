@@ -57,7 +57,6 @@ void MVaultwright::Start(std::wstring arguments) {
     state_.copiesCount = ParseInt16(settings_.GetSetting(setting::kBackages, L"3"));
     state_.temporaryListPath = state_.DefaultListPath() + L".tmp";
     const CommandLine commandLine = SplitCommandLine(arguments);
-    state_.switchWord = commandLine.switchWord;
     Dispatch(commandLine);
     if (state_.silentRun) application_.frmUnload();
 }

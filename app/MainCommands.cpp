@@ -34,7 +34,6 @@ void BackUp(MainParts& parts) {
     // The engine reads the file: a run with a file that differs from the window would back up what
     // was deleted, and leave out what was added.
     if (!parts.list.FileSave()) return;
-    parts.state.cancel.Begin();
     parts.application.LongWork().BackUpCurrentList();
     // The end of the busy dialog has given the window back, but the command still runs: what the
     // user chose now would be lost.
@@ -43,14 +42,12 @@ void BackUp(MainParts& parts) {
     // The user goes on with the item that is selected, if it has copies.
     parts.browser.RestoredPath(parts.list.Rows().SelectedPath());
     parts.list.Rows().UpdateWarnings();
-    parts.application.Ready(true);
     parts.application.LongWork().BusyHide(false);
 }
 
 // For a rule, opens its folder.
 void Open(MainParts& parts) {
-    if (!HasItems(parts)) return;
-    std::wstring path = parts.list.Rows().SelectedPath();
+    std::wstring path = HasItems(parts) ? parts.list.Rows().SelectedPath() : std::wstring();
     if (path.ends_with(L'*')) path.pop_back();
     if (!path.empty()) MMyScripting::ShellPath(parts.system, path);
 }
@@ -69,8 +66,7 @@ void OpenInFocus(MainParts& parts) {
 
 // Nothing brings the old names back, so the user is asked first.
 void LowerNames(MainParts& parts) {
-    std::wstring folder = parts.editing.GetFileFolder(FileDialogKind::AddFolder);
-    MFileDosShell::QuoteRmove(folder);
+    const std::wstring folder = parts.editing.GetFileFolder(FileDialogKind::AddFolder);
     if (folder.empty()) return;
     const std::wstring question =
         parts.state.IsArabic()

@@ -138,8 +138,7 @@ void MainWindow::OnControl(Form&, const ControlEvent& event) {
             vsBackagesChange(event.value);
             break;
         case ID_cmbDestination:
-            InBracket(L"cmbDestination_Click", [this] { cmbDestinationClick(); });
-            break;
+            return InBracket(L"cmbDestination_Click", [this] { cmbDestinationClick(); });
         case ID_lsvBackupList:
         case ID_lsvRestore1:
         case ID_lsvRestore2:

@@ -14,23 +14,14 @@ void RunRecord::Begin(std::wstring_view path, int items) {
 }
 
 void RunRecord::OnItem(ItemEvent event) {
-    switch (event) {
-        case ItemEvent::Started:
-            CountItem(false);
-            item_ = Item::Started;
-            break;
-        case ItemEvent::Missing:
-        case ItemEvent::Refused:
-            NoteFailure();
-            break;
-        case ItemEvent::Unchanged:
-            if (item_ == Item::Started) item_ = Item::Unchanged;
-            break;
-        case ItemEvent::Copied:
-            if (item_ == Item::Started) item_ = Item::Copied;
-            break;
-        default:
-            break;
+    if (event == ItemEvent::Started) {
+        CountItem(false);
+        item_ = Item::Started;
+    } else if (event == ItemEvent::Missing || event == ItemEvent::Refused) {
+        NoteFailure();
+    } else if (item_ == Item::Started) {
+        if (event == ItemEvent::Unchanged) item_ = Item::Unchanged;
+        if (event == ItemEvent::Copied) item_ = Item::Copied;
     }
 }
 
@@ -56,7 +47,6 @@ void RunRecord::CountItem(bool cancelled) noexcept {
             ++(cancelled ? cancelled_ : failed_);
             break;
     }
-    item_ = Item::None;
 }
 
 void RunRecord::End(bool cancelled) {

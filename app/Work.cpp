@@ -110,7 +110,6 @@ void Work::EndRun() {
     run_.End(state_.cancel.IsRequested());
     const Date now = LocalNow();
     Report(run_.ReportLine(state_.language, now), false);
-    if (state_.silentRun) return;
     windows_->status.ShowOutcome(run_.StatusText(state_.language, now), run_.HasFailures());
 }
 

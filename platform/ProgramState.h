@@ -25,7 +25,6 @@ struct ProgramState {
     std::wstring defaultDestination;
     std::wstring BackupTo;  ///< destination of the list in use
     std::int16_t copiesCount = 3;
-    std::wstring switchWord;
 
     [[nodiscard]] bool IsArabic() const noexcept { return language == Language::Arabic; }
 
