@@ -89,6 +89,14 @@ TEST_F(App, Close_SavesTheListAndEnds) {
     EXPECT_NE(ReadBytes(state.DefaultListPath()).find("Backages: 6\r\n"), std::string::npos);
 }
 
+TEST_F(App, CloseInTheMenu_SavesNothing) {
+    WriteDefaultList({letter});
+    Start();
+    Main().SetValue(L"vsBackages", 6);
+    EXPECT_THROW(Choose(ID_mnuFileClose), ProgramEnded);
+    EXPECT_THAT(ReadBytes(state.DefaultListPath()), testing::HasSubstr("Backages: 3\r\n"));
+}
+
 TEST_F(App, SwitchLanguage_StoresItAndEnds) {
     WriteDefaultList({letter});
     Start();

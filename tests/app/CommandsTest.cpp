@@ -102,6 +102,25 @@ TEST_F(App, LogonStartIsSwitchedOn_StatusLineSaysWhatItDoes) {
     }
 }
 
+TEST_F(App, About_IsShownOverAReadyWindow) {
+    WriteDefaultList({});
+    Start();
+    bool isShown = false;
+    world.pump.AtEachYield([&] {
+        Form& about = Windows().frmAbout.Window();
+        if (!about.IsVisible()) return;
+        isShown = true;
+        EXPECT_FALSE(Main().IsFormEnabled()) << "below the box";
+        SendMessageW(Main().Handle(), WM_SETCURSOR, reinterpret_cast<WPARAM>(Main().Handle()),
+                     MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));
+        EXPECT_EQ(GetCursor(), LoadCursorW(nullptr, IDC_ARROW));
+        about.Unload();
+    });
+    Choose(ID_mnuHelpAbout);
+    EXPECT_TRUE(isShown);
+    EXPECT_TRUE(Main().IsFormEnabled());
+}
+
 class HelpCommand : public App {
   protected:
     /// The pages that the command opens.

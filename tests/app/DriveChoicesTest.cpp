@@ -4,6 +4,7 @@
 
 #include <atomic>
 #include <map>
+#include <thread>
 
 #include "platform/Handle.h"
 #include "platform/RuntimeError.h"
@@ -89,6 +90,17 @@ TEST_F(Drives, NetworkDriveThatDoesNotAnswer_IsLeftOut) {
     SetEvent(dead.release.Get());
     EXPECT_GT(dead.questions, 0);
     while (dead.answered < dead.questions) Sleep(1);
+}
+
+TEST_F(Drives, NetworkDriveThatAnswersInTime_IsOffered) {
+    if (another.empty()) GTEST_SKIP() << "this machine has no other drive";
+    DeadDrives slow(disk);
+    std::thread answer([&] {
+        Sleep(50);
+        SetEvent(slow.release.Get());
+    });
+    EXPECT_THAT(DriveChoices(slow), Contains(another));
+    answer.join();
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include "platform/CCommonAPI.h"
 #include "platform/ProgramState.h"
 #include "platform/RuntimeError.h"
+#include "tests/support/ImportHook.h"
 #include "tests/support/ScratchRegistry.h"
 #include "tests/support/TestEnvironment.h"
 
@@ -168,6 +169,26 @@ TEST_F(LanguageChoices, English_NeverWarnsAboutDigits) {
     choice.Write(Language::English);
     StartAgain();
     EXPECT_TRUE(world.boxes.Shown().empty());
+}
+
+int switches = 0;
+
+HKL WINAPI CountSwitch(HKL layout, UINT) {
+    if (layout == reinterpret_cast<HKL>(HKL_PREV)) ++switches;
+    return layout;
+}
+
+// No layout of the test's machine has the name that is looked for.
+TEST_F(LanguageChoices, Arabic_SwitchesToAnArabicKeyboard) {
+    const ImportHook count("ActivateKeyboardLayout", &CountSwitch);
+    digits.Set(L"0");
+    switches = 0;
+    choice.Write(Language::English);
+    StartAgain();
+    EXPECT_EQ(switches, 0);
+    choice.Write(Language::Arabic);
+    StartAgain();
+    EXPECT_GT(switches, 0);
 }
 
 TEST_F(LanguageChoices, SilentRun_LeavesTheWarningToTheNextStart) {

@@ -43,6 +43,7 @@ TEST_F(MainWindowLoad, RecentLists_AreInTheMenu) {
     settings.SaveSetting(std::wstring(setting::kRecentFile) + L"1", tree.Path(L"Holidays.vwl"));
     Main().Load();
     EXPECT_TRUE(Main().Menus().IsShown(L"mnuRecentFile", 1));
+    EXPECT_THAT(Main().Menus().Text(L"mnuRecentFile", 1), testing::HasSubstr(L"Holidays"));
 }
 
 TEST_F(MainWindowLoad, CountIsOne_FirstChangeOfItIsTheUsers) {

@@ -25,11 +25,11 @@ class RunRecordTest : public testing::Test {
 };
 
 TEST_F(RunRecordTest, EachItem_IsCountedOnce) {
+    Item(ItemEvent::Copying);
     Item(ItemEvent::Copied);
     Item(ItemEvent::Unchanged);
     Item(ItemEvent::Unchanged);
     Item(ItemEvent::Refused);
-    Item(ItemEvent::Copying);
     record.End(false);
     EXPECT_EQ(Line(), begin + L"1 copied, 2 unchanged, 2 failed");
     EXPECT_TRUE(record.HasFailures());

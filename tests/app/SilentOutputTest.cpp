@@ -102,6 +102,15 @@ TEST_F(SilentOutput, EndedBeforeTheFirstItem_NothingWasCancelled) {
     EXPECT_THAT(streams.Output().back(), EndsWith(L": 0 copied, 0 unchanged, 0 failed"));
 }
 
+TEST_F(SilentOutput, EndedBeforeTheOnlyItem_CountsAsCancelled) {
+    world.files.OnOperation([&](const FileOperation&) {
+        if (state.isWorking) application.frmUnload();
+    });
+    EXPECT_THROW(Start(L"/B " + letter), ProgramEnded);
+    report.Flush();
+    EXPECT_THAT(streams.Output().back(), EndsWith(L", 1 cancelled"));
+}
+
 TEST_F(SilentOutput, EndedDuringTheRun_Arabic_SaysSoInArabic) {
     settings.SaveSetting(setting::kArabic, L"1");
     WriteDefaultList({letter, tree.Path(L"Home\\")});

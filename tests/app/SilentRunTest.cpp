@@ -1,9 +1,36 @@
 // Runs without windows: what they show all the same, and when.
 
 #include "tests/app/ApplicationFixture.h"
+#include "tests/support/ImportHook.h"
 
 namespace vw::test {
 namespace {
+
+HWND WINAPI RefuseWindow(DWORD, LPCWSTR, LPCWSTR, DWORD, int, int, int, int, HWND, HMENU, HINSTANCE,
+                         LPVOID) {
+    SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+    return nullptr;
+}
+
+decltype(CreateWindowExW)* makeWindow = nullptr;
+/// What happens while the first window is made.
+std::function<void()> whileMaking;
+
+HWND WINAPI MakeWindow(DWORD extended, LPCWSTR name, LPCWSTR title, DWORD style, int x, int y,
+                       int width, int height, HWND parent, HMENU menu, HINSTANCE instance,
+                       LPVOID parameter) {
+    if (const auto act = std::exchange(whileMaking, {})) act();
+    return makeWindow(extended, name, title, style, x, y, width, height, parent, menu, instance,
+                      parameter);
+}
+
+decltype(ShowWindow)* showWindow = nullptr;
+std::vector<HWND> shownWindows;
+
+BOOL WINAPI NoteShown(HWND window, int how) {
+    if (how != SW_HIDE) shownWindows.push_back(window);
+    return showWindow(window, how);
+}
 
 // What a silent run has of windows, looked at whenever it could process messages.
 class SilentRun : public App {
@@ -19,6 +46,20 @@ class SilentRun : public App {
         });
         EXPECT_THROW(Start(L"/B"), ProgramEnded);
     }
+    /// Does this in a silent run, when it could process messages.
+    void InARun(std::function<void()> act) {
+        WriteDefaultList({});
+        bool isDone = false;
+        world.pump.AtYield(3, [&] {
+            act();
+            isDone = true;
+        });
+        EXPECT_THROW(Start(L"/B"), ProgramEnded);
+        EXPECT_TRUE(isDone);
+    }
+    [[nodiscard]] bool HasIcon() { return Windows().frmTrayIcon.Window().IsLoaded(); }
+    [[nodiscard]] Form& Dialog() { return Windows().frmBusyDialog.Window(); }
+
     bool icon = false;
     bool dialog = false;
     bool shown = false;
@@ -27,6 +68,9 @@ class SilentRun : public App {
 TEST_F(SilentRun, OpensAListAndShowsNoWindow) {
     WriteDefaultList({letter});
     tree.File(drive.Backup() + L"\\Other«0001».txt");
+    const ImportHook show("ShowWindow", &NoteShown);
+    showWindow = show.Original<decltype(ShowWindow)>();
+    shownWindows.clear();
     int listed = 0;
     world.pump.AtEachYield([&] {
         if (world.pump.Yields() > 1 && Main().IsLoaded()) {
@@ -35,6 +79,7 @@ TEST_F(SilentRun, OpensAListAndShowsNoWindow) {
     });
     EXPECT_THROW(Start(L"/S"), ProgramEnded);
     EXPECT_TRUE(state.silentRun);
+    EXPECT_TRUE(shownWindows.empty());
     EXPECT_EQ(listed, 0) << "nobody sees the list of copies";
     EXPECT_FALSE(Exists(drive.Backup() + L"\\Letter«0001».txt"));
 }
@@ -65,27 +110,74 @@ TEST_F(SilentRun, OneSecondOrLonger_HasItsIconAndAHiddenDialog) {
 }
 
 TEST_F(SilentRun, AfterASecond_HasItsIcon) {
-    WriteDefaultList({});
-    world.pump.AtYield(3, [this] {
+    InARun([this] {
         EXPECT_FALSE(HasMessages());
         world.clock.Advance(999);
         EXPECT_FALSE(HasMessages());
         world.clock.Advance(1);
         EXPECT_TRUE(HasMessages());
-        icon = Windows().frmTrayIcon.Window().IsLoaded();
+        EXPECT_TRUE(HasIcon());
     });
-    EXPECT_THROW(Start(L"/B"), ProgramEnded);
-    EXPECT_TRUE(icon);
+}
+
+TEST_F(SilentRun, NewLineAfterASecond_HasItsIcon) {
+    InARun([this] {
+        world.clock.Advance(1000);
+        application.LongWork().Report(L"a line", false);
+        EXPECT_TRUE(HasIcon());
+    });
+}
+
+TEST_F(SilentRun, NewMessageAfterASecond_HasItsIcon) {
+    InARun([this] {
+        world.clock.Advance(1000);
+        application.LongWork().Msg(L"Copying", L"a file");
+        EXPECT_TRUE(HasIcon());
+    });
 }
 
 TEST_F(SilentRun, BoxIsShown_HasItsIcon) {
-    WriteDefaultList({});
-    world.pump.AtYield(3, [this] {
+    InARun([this] {
         application.OnSilentBox();
-        icon = Windows().frmTrayIcon.Window().IsLoaded();
+        EXPECT_TRUE(HasIcon());
     });
-    EXPECT_THROW(Start(L"/B"), ProgramEnded);
-    EXPECT_TRUE(icon);
+}
+
+TEST_F(SilentRun, IconIsThere_DialogComesBackAtOnce) {
+    InARun([this] {
+        application.OnSilentBox();
+        Dialog().Unload();
+        application.ShowWindowsIfDue();
+        EXPECT_TRUE(Dialog().IsLoaded());
+        EXPECT_FALSE(Dialog().IsVisible());
+    });
+}
+
+TEST_F(SilentRun, BoxWhileTheIconIsMade_MakesNoWindowOfItsOwn) {
+    InARun([this] {
+        bool isLoaded = true;
+        whileMaking = [&] {
+            application.OnSilentBox();
+            isLoaded = Dialog().IsLoaded();
+        };
+        const ImportHook make("CreateWindowExW", &MakeWindow);
+        makeWindow = make.Original<decltype(CreateWindowExW)>();
+        application.OnSilentBox();
+        EXPECT_FALSE(isLoaded);
+        EXPECT_TRUE(Dialog().IsLoaded());
+    });
+}
+
+TEST_F(SilentRun, WithoutADesktop_GoesOnWithoutWindows) {
+    InARun([this] {
+        {
+            const ImportHook none("CreateWindowExW", &RefuseWindow);
+            application.OnSilentBox();
+        }
+        application.OnSilentBox();
+        EXPECT_FALSE(HasIcon());
+        EXPECT_FALSE(Dialog().IsLoaded());
+    });
 }
 
 }  // namespace

@@ -87,6 +87,34 @@ TEST_F(StartTest, FolderOrHiddenFileAsList_CountsAsMissing) {
     }
 }
 
+TEST_F(StartTest, Messages_AreProcessedBeforeTheLanguageAndBehindTheWindows) {
+    settings.SaveSetting(setting::kArabic, L"-1");
+    settings.SaveSetting(L"ArabicPrepared", L"-1");
+    bool isBefore = false;
+    bool isBehind = false;
+    world.pump.AtYield(1, [&] { isBefore = !state.IsArabic(); });
+    world.pump.AtYield(
+        2, [&] { isBehind = state.IsArabic() && !Windows().frmAbout.Window().IsLoaded(); });
+    Start();
+    EXPECT_TRUE(isBefore);
+    EXPECT_TRUE(isBehind);
+}
+
+TEST_F(StartTest, BackupOfTheDefaultList_MessagesAreProcessedBeforeTheRun) {
+    WriteDefaultList({});
+    bool isWorking = true;
+    world.pump.AtYield(3, [&] { isWorking = state.isWorking; });
+    EXPECT_THROW(Start(L"/B"), ProgramEnded);
+    EXPECT_FALSE(isWorking);
+}
+
+TEST_F(StartTest, StartupSwitch_LogonStartIsOn_BacksUpTheDefaultList) {
+    logon.Set(L"anything");
+    WriteDefaultList({letter});
+    EXPECT_THROW(Start(L"/Startup"), ProgramEnded);
+    EXPECT_TRUE(Exists(drive.Backup() + L"\\Letter«0001».txt"));
+}
+
 TEST_F(StartTest, WholeDriveAsItem_IsRefused) {
     world.boxes.Expect(L"not a drive");
     EXPECT_THROW(Start(L"C:"), ProgramEnded);
