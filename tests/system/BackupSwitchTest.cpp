@@ -36,17 +36,6 @@ TEST_F(BackupSwitch, BacksUpAList) {
     EXPECT_FALSE(Exists(program.SingleItemList()));
 }
 
-TEST_F(BackupSwitch, AcceptsSwitchAndExtensionInAnyLetterCase) {
-    const std::wstring upper = program.List(L"UPPER.VWL", {L"BACKUPTO: " + vault, letter});
-    RunsTo(0, L"/b " + upper);
-    ExpectLetterBackedUp();
-}
-
-TEST_F(BackupSwitch, LongForm_BacksUpAList) {
-    RunsTo(0, L"/bACKUP " + list);
-    ExpectLetterBackedUp();
-}
-
 TEST_F(BackupSwitch, CopiesOnlyWhatChanged) {
     RunsTo(0, L"/B " + list);
     RunsTo(0, L"/B " + list);
@@ -59,12 +48,6 @@ TEST_F(BackupSwitch, CopiesOnlyWhatChanged) {
                 ElementsAre(L"Letter«0001».txt", L"Letter«0001».txt.vwc", L"Letter«0002».txt"));
     EXPECT_EQ(ReadBytes(vault + L"\\Letter«0001».txt"), "Dear Madam");
     EXPECT_EQ(ReadBytes(vault + L"\\Letter«0002».txt"), "Dear Sir");
-}
-
-TEST_F(BackupSwitch, NoArgument_BacksUpTheDefaultList) {
-    program.tree.File(L"Program\\FilesList.vwl", ReadBytes(list));
-    RunsTo(0, L"/B");
-    ExpectLetterBackedUp();
 }
 
 TEST_F(BackupSwitch, MakesAMissingDefaultListEmpty) {
@@ -80,16 +63,6 @@ TEST_F(BackupSwitch, BacksUpOneFileToTheDefaultDestination) {
     EXPECT_EQ(ReadBytes(program.DefaultDestination() + L"\\Letter«0001».txt"), "Dear Sir");
     EXPECT_THAT(InVault(), IsEmpty());
     EXPECT_FALSE(Exists(program.DefaultList()));
-}
-
-TEST_F(BackupSwitch, OneFile_KeepsTheNumberOfCopiesOfTheSetting) {
-    program.SetSetting(L"Backages", L"2");
-    for (int day = 1; day <= 4; ++day) {
-        program.tree.SetDate(L"Home\\Letter.txt", {2024, 5, day, 0, 0, 0});
-        RunsTo(0, L"/B " + letter);
-    }
-    EXPECT_THAT(ReadTree(program.DefaultDestination()), SizeIs(3));
-    EXPECT_TRUE(Exists(program.DefaultDestination() + L"\\Letter«0002».txt"));
 }
 
 TEST_F(BackupSwitch, OneFile_NoSetting_KeepsThreeCopies) {
@@ -109,21 +82,6 @@ TEST_F(BackupSwitch, FolderAsItem_FailsAsAFile) {
     EXPECT_THAT(ReadTree(program.DefaultDestination()), IsEmpty());
 }
 
-TEST_F(BackupSwitch, MissingItem_IsReported_RunEnds) {
-    const std::wstring missing = program.tree.Path(L"Home\\Nobody.txt");
-    RunsTo(53, L"/B " + missing);
-    EXPECT_THAT(lines, ElementsAre(L"تأكد من توفر المجلد التالي", missing,
-                                   L"No change since last backup for the path:", missing));
-    EXPECT_THAT(boxes, IsEmpty());
-}
-
-TEST_F(BackupSwitch, FindsAListInTheCurrentFolder) {
-    ProgramStart start = program.With(L"/B Letters.vwl");
-    start.currentFolder = program.tree.Path();
-    RunsTo(0, start);
-    ExpectLetterBackedUp();
-}
-
 TEST_F(BackupSwitch, FindsAListByARelativePath) {
     ProgramStart start = program.With(L"/B ..\\Letters.vwl");
     start.currentFolder = program.tree.Path(L"Home");
@@ -131,25 +89,10 @@ TEST_F(BackupSwitch, FindsAListByARelativePath) {
     ExpectLetterBackedUp();
 }
 
-TEST_F(BackupSwitch, FindsAnItemInTheCurrentFolder) {
-    ProgramStart start = program.With(L"/B Letter.txt");
-    start.currentFolder = program.tree.Path(L"Home");
-    RunsTo(0, start);
-    EXPECT_THAT(lines, Contains(L"Backing: " + letter));
-    EXPECT_TRUE(Exists(program.DefaultDestination() + L"\\Letter«0001».txt"));
-}
-
 TEST_F(BackupSwitch, AcceptsListPathsWithBlanksAndCommas) {
     const std::wstring odd = program.List(L"My lists, old\\Letters, and more.vwl",
                                           {L"BackupTo: " + vault, Quoted(letter)});
     RunsTo(0, L"/B " + Quoted(odd));
-    ExpectLetterBackedUp();
-}
-
-TEST_F(BackupSwitch, ListPathWithBlanks_NeedsNoQuotationMarks) {
-    const std::wstring odd =
-        program.List(L"My lists\\Letters and more.vwl", {L"BackupTo: " + vault, letter});
-    RunsTo(0, L"/B   " + odd + L" ");
     ExpectLetterBackedUp();
 }
 

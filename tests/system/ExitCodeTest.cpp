@@ -87,28 +87,6 @@ TEST_F(ExitCode, FileInUse_Is70) {
     EXPECT_THAT(InVault(), ElementsAre(L"Other«0001».txt", L"Other«0001».txt.vwc"));
 }
 
-TEST_F(ExitCode, FileOfAFolderInUse_OthersAreCopied) {
-    program.tree.File(L"Home\\Docs\\a.txt", "a");
-    const FileHandle lock = Lock(program.tree.File(L"Home\\Docs\\b.txt", "b"));
-    program.tree.File(L"Home\\Docs\\c.txt", "c");
-    RunsTo(70, L"/B " + ListOf({program.tree.Path(L"Home\\Docs") + L"\\"}));
-    EXPECT_EQ(ReadBytes(vault + L"\\Docs«0001»\\c.txt"), "c");
-    EXPECT_FALSE(Exists(vault + L"\\Docs«0001»\\b.txt"));
-}
-
-TEST_F(ExitCode, FileInUse_KeepsAllItsCopies) {
-    const std::wstring list = ListOf({L"Backages: 2", letter});
-    for (int day = 1; day <= 2; ++day) {
-        program.tree.File(L"Home\\Letter.txt", std::to_string(day), {2024, 5, day, 0, 0, 0});
-        RunsTo(0, L"/B " + list);
-    }
-    program.tree.SetDate(L"Home\\Letter.txt", {2024, 5, 3, 0, 0, 0});
-    const Tree before = ReadTree(vault);
-    const FileHandle lock = Lock(letter);
-    for (int i = 0; i < 4; ++i) RunsTo(70, L"/B " + list);
-    EXPECT_EQ(ReadTree(vault), before);
-}
-
 TEST_F(ExitCode, CountIsZero_Is1000) {
     RunsTo(1000, L"/B " + ListOf({L"Backages: 0", letter}));
     ASSERT_THAT(boxes, SizeIs(1));

@@ -40,20 +40,6 @@ TEST_F(OddList, FieldsOfEveryKind_AreRead) {
     EXPECT_EQ(lines.at(3), std::wstring(longLine.begin(), longLine.end()));
 }
 
-TEST_F(OddList, EmptyFields_BackUpNothing) {
-    RunsListTo(0, ",,,\r\n\"\" \t ");
-    EXPECT_THAT(lines, IsEmpty());
-    EXPECT_THAT(boxes, IsEmpty());
-}
-
-TEST_F(OddList, LongLineOfFolders_IsReportedAsMissing) {
-    std::string deep = item + "\\";
-    // More characters than any path may have.
-    for (int i = 0; i < 5000; ++i) deep += "folder\\";
-    RunsListTo(76, destination + "\r\n" + deep + "\r\n" + item + "\r\n");
-    EXPECT_THAT(InVault(), Contains(L"Letter«0001».txt"));
-}
-
 // Its letters are separated by NUL bytes, so it names nothing that exists.
 TEST_F(OddList, Utf16_NamesNothingThatExists) {
     std::string bytes = "\xFF\xFE";

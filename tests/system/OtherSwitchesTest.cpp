@@ -20,18 +20,6 @@ class OtherSwitches : public SystemTest {
         return program.List(L"Program\\FilesList.vwl",
                             {L"BackupTo: " + vault, L"Backages: 3", letter});
     }
-
-    /// Starts the program with a window and waits until that is open, or until the program has
-    /// ended. It is no silent run, so there is no icon.
-    void OpensWindow(const ProgramStart& start) const {
-        ProgramRun run(start);
-        run.WaitForVisibleWindow(L"frmMain");
-        EXPECT_EQ(FindWindowOf(run.ProcessId(), L"frmTrayIcon"), nullptr);
-        EXPECT_THAT(run.Boxes(), IsEmpty());
-        EXPECT_EQ(run.OutputBytes(), "");
-        EXPECT_THAT(InVault(), IsEmpty()) << "it has made a backup";
-    }
-    void OpensWindow(std::wstring_view arguments) const { OpensWindow(program.With(arguments)); }
 };
 
 class StartupSwitch : public OtherSwitches {};
@@ -69,23 +57,6 @@ TEST_F(StartupSwitch, ArgumentFollows_IsAnItemToOpen) {
     EXPECT_THAT(InVault(), IsEmpty());
     EXPECT_THAT(lines, IsEmpty());
     EXPECT_EQ(ReadBytes(program.SingleItemList()).find("an old item"), std::string::npos);
-}
-
-TEST_F(OtherSwitches, S_MissingDefaultList_IsCreatedEmpty) {
-    RunsTo(0, L"/S");
-    EXPECT_TRUE(Exists(program.DefaultList()));
-    EXPECT_THAT(lines, IsEmpty());
-    EXPECT_THAT(boxes, IsEmpty());
-}
-
-TEST_F(OtherSwitches, S_DefaultListExists_BacksUpNothing) {
-    const std::wstring list = WriteDefaultList();
-    const std::string before = ReadBytes(list);
-    program.EnableLogonStart();
-    RunsTo(0, L"/s");
-    EXPECT_EQ(ReadBytes(list), before);
-    EXPECT_THAT(InVault(), IsEmpty());
-    EXPECT_THAT(lines, IsEmpty());
 }
 
 TEST_F(OtherSwitches, S_WithAList_BacksUpNothing) {
@@ -145,15 +116,6 @@ TEST_F(OtherSwitches, D_MissingFolder_IsReportedAndOthersAreCleaned) {
     program.tree.Remove(kept);
 }
 
-TEST_F(OtherSwitches, R_MissingDefaultList_IsCreatedEmpty) {
-    for (const wchar_t* const arguments : {L"/R", L"/Restore", L"/r"}) {
-        RunsTo(0, arguments);
-        EXPECT_EQ(ReadBytes(program.DefaultList()), "") << arguments;
-        EXPECT_THAT(boxes, IsEmpty());
-        program.tree.Remove(L"Program\\FilesList.vwl");
-    }
-}
-
 TEST_F(OtherSwitches, R_WithAnItemOrACopy_ChangesNothing) {
     const std::wstring list = WriteDefaultList();
     const std::wstring copy = program.tree.File(L"Vault\\Letter«0001».txt", "Dear Sir");
@@ -187,12 +149,6 @@ TEST_F(OtherSwitches, Author_IsShownInABox) {
     EXPECT_FALSE(Exists(program.DefaultList()));
 }
 
-TEST_F(OtherSwitches, Author_AnyLetterCaseAndArgument_IsShown) {
-    RunsTo(0, L"/aUTHOR of this.vwl");
-    ASSERT_THAT(boxes, SizeIs(1));
-    EXPECT_EQ(boxes[0].text, L"Author name is 'Nadir Qasemi'");
-}
-
 // A temporary-file cleaning that nobody can ask for: the switch is cut at the blank.
 TEST_F(OtherSwitches, DeleTemp_IsAnItemCalledTemp) {
     ProgramStart start = program.With(L"/Dele Temp");
@@ -210,51 +166,6 @@ TEST_F(OtherSwitches, DeleTemp_IsAnItemCalledTemp) {
     RunsTo(0, start);
     EXPECT_TRUE(Exists(program.SingleItemList()));
     EXPECT_TRUE(Exists(kept));
-}
-
-TEST_F(OtherSwitches, UnknownSwitch_OpensTheDefaultListInAWindow) {
-    for (const wchar_t* const arguments :
-         {L"-B", L"\\B", L"/X", L"-Backup", L"-S", L"/", L"-", L"\\\\server\\share\\a.vwl", L""}) {
-        OpensWindow(arguments);
-        EXPECT_EQ(ReadBytes(program.DefaultList()), "") << arguments;
-        EXPECT_FALSE(Exists(program.SingleItemList())) << arguments;
-        program.tree.Remove(L"Program\\FilesList.vwl");
-    }
-}
-
-TEST_F(OtherSwitches, Window_DoesNotBackUpItsList) {
-    const std::wstring list = WriteDefaultList();
-    const std::string before = ReadBytes(list);
-    OpensWindow(L"-B");
-    EXPECT_EQ(ReadBytes(list), before);
-}
-
-TEST_F(OtherSwitches, ListAlone_IsOpenedInAWindow) {
-    const std::wstring list = program.List(L"My lists\\Other.vwl", {L"BackupTo: " + vault, letter});
-    const std::string before = ReadBytes(list);
-    for (const std::wstring& arguments : {Quoted(list), list, L"/X " + list, L"-B " + list}) {
-        OpensWindow(arguments);
-        EXPECT_EQ(ReadBytes(list), before);
-        EXPECT_FALSE(Exists(program.DefaultList()));
-        EXPECT_FALSE(Exists(program.SingleItemList()));
-    }
-}
-
-TEST_F(OtherSwitches, DocumentAlone_IsTheSingleItem) {
-    for (const std::wstring& arguments :
-         {letter, Quoted(letter), L"/X " + letter, Quoted(program.tree.Path(L"Home"))}) {
-        program.tree.File(L"Program\\OneFileList.vwl", "an old item\r\n");
-        OpensWindow(arguments);
-        EXPECT_EQ(ReadBytes(program.SingleItemList()).find("an old item"), std::string::npos);
-        EXPECT_FALSE(Exists(program.DefaultList()));
-    }
-}
-
-TEST_F(OtherSwitches, DocumentOfTheCurrentFolder_IsTheSingleItem) {
-    ProgramStart start = program.With(L"Letter.txt");
-    start.currentFolder = program.tree.Path(L"Home");
-    OpensWindow(start);
-    EXPECT_TRUE(Exists(program.SingleItemList()));
 }
 
 }  // namespace

@@ -9,7 +9,6 @@ namespace {
 
 using testing::HasSubstr;
 using testing::IsEmpty;
-using testing::StartsWith;
 
 class Outcome : public SystemTest {
   protected:
@@ -29,35 +28,6 @@ class Outcome : public SystemTest {
         return count;
     }
 };
-
-TEST_F(Outcome, Report_EndsWithListTimeAndCounts) {
-    const std::wstring list = ListOf({letter, gone});
-    RunsTo(53, L"/B " + list);
-    EXPECT_THAT(outcome, StartsWith(list + L", "));
-    EXPECT_THAT(outcome, HasSubstr(L": 1 copied, 0 unchanged, 1 failed"));
-    RunsTo(53, L"/B " + list);
-    EXPECT_THAT(outcome, HasSubstr(L": 0 copied, 1 unchanged, 1 failed"));
-}
-
-TEST_F(Outcome, SingleItem_ReportEndsWithTheSameLine) {
-    program.SetSetting(L"BackupTo", vault);
-    RunsTo(0, L"/B " + letter);
-    EXPECT_THAT(outcome, StartsWith(letter + L", "));
-    EXPECT_THAT(outcome, HasSubstr(L": 1 copied, 0 unchanged, 0 failed"));
-}
-
-TEST_F(Outcome, RunWithoutErrors_WritesNothingToStandardError) {
-    RunsTo(0, L"/B " + ListOf({letter}));
-    EXPECT_THAT(errors, IsEmpty());
-}
-
-TEST_F(Outcome, FailuresWithoutABox_AreOnStandardErrorOnce) {
-    const std::wstring inside = program.tree.File(L"Vault\\Inside.txt");
-    RunsTo(53, L"/B " + ListOf({gone, inside}));
-    EXPECT_EQ(errors, L"Not found: " + gone +
-                          L"\r\nRefused, the destination and the item overlap: " + inside +
-                          L"\r\n");
-}
 
 TEST_F(Outcome, ArabicRun_WritesArabicToStandardError) {
     program.SetSetting(L"Arabic", L"-1");

@@ -108,26 +108,5 @@ TEST_F(Output, ArabicInterface_ReportsInArabic) {
     EXPECT_THAT(lines, Contains(L"Skipped link: " + linked));
 }
 
-// What the rows of the window warn of.
-TEST_F(Output, ItemsThatGoWrong_AreWarnedOf) {
-    const std::wstring comma = program.tree.File(L"Home\\one, two.txt");
-    const std::wstring early = program.tree.File(L"Home\\Early.txt", "e", {2099, 5, 6, 7, 8, 9});
-    const std::wstring inside = program.tree.File(L"Vault\\Inside.txt");
-    RunsTo(75, L"/B " +
-                   program.List(L"Odd.vwl", {L"BackupTo: " + vault, letter, early, inside, comma}));
-    const auto warned = [this](const std::wstring& path, std::wstring_view part) {
-        for (std::size_t i = 0; i + 1 < lines.size(); ++i) {
-            if (lines[i].find(part) != std::wstring::npos && lines[i + 1] == path) return true;
-        }
-        return false;
-    };
-    EXPECT_TRUE(warned(comma, L"holds a comma"));
-    EXPECT_TRUE(warned(inside, L"Not backed up: "));
-    EXPECT_TRUE(warned(early, L"lies in the future"));
-    EXPECT_FALSE(warned(letter, L"Its "));
-    RunsTo(0, L"/B " + list);
-    EXPECT_TRUE(lines.front().starts_with(L"No change")) << "nothing to warn of";
-}
-
 }  // namespace
 }  // namespace vw::test

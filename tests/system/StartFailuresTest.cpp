@@ -70,37 +70,6 @@ TEST_F(StartFailures, MissingList_AnySilentSwitch_IsReported) {
     FailsInMain(4008, L"/Startup x.vwl", L"Path not found\r\nx.vwl");
 }
 
-TEST_F(StartFailures, MissingItemToOpen_IsReported) {
-    FailsInMain(4008, L"/Startup now", L"Path not found\r\nnow");
-    EXPECT_FALSE(Exists(program.SingleItemList()));
-}
-
-TEST_F(StartFailures, HiddenListOrFolder_CountsAsMissing) {
-    const std::wstring hidden = program.List(L"Hidden.vwl", {L"BackupTo: " + vault, letter});
-    program.tree.SetAttributes(L"Hidden.vwl", FILE_ATTRIBUTE_HIDDEN);
-    FailsInMain(4008, L"/B " + hidden, L"Path not found\r\n" + hidden);
-
-    const std::wstring folder = program.tree.Folder(L"Folder.vwl");
-    FailsInMain(4008, L"/B " + folder, L"Path not found\r\n" + folder);
-}
-
-TEST_F(StartFailures, Pattern_NamesNoList) {
-    program.List(L"One.vwl", {L"BackupTo: " + vault, letter});
-    const std::wstring pattern = program.tree.Path(L"*.vwl");
-    FailsInMain(4008, L"/B " + pattern, L"Path not found\r\n" + pattern);
-}
-
-TEST_F(StartFailures, MissingPath_WithAWindow_IsReported) {
-    for (const std::wstring_view name : {L"Missing.vwl", L"Missing.txt"}) {
-        const std::wstring missing = program.tree.Path(name);
-        ProgramRun run(program.With(Quoted(missing)));
-        const Box box = run.WaitForBox();
-        ExpectErrorOfMain(box.text, 4008, L"Path not found\r\n" + missing);
-        run.Answer(box);
-        EXPECT_FALSE(Exists(program.SingleItemList()));
-    }
-}
-
 TEST_F(StartFailures, CopiesCountThatIsNoNumber_IsReported) {
     program.SetSetting(L"Backages", L"x");
     const std::wstring list = program.List(L"Letters.vwl", {L"BackupTo: " + vault, letter});
@@ -137,12 +106,6 @@ TEST_F(StartFailures, MissingDestination_EndsTheRunAtOnce) {
     EXPECT_THAT(InVault(), IsEmpty());
     EXPECT_FALSE(Exists(missing));
     EXPECT_EQ(ReadBytes(list), before);
-}
-
-TEST_F(StartFailures, FileAsDestination_CountsAsMissing) {
-    RunsTo(76, L"/B " + program.List(L"Letters.vwl", {L"BackupTo: " + letter, letter}));
-    EXPECT_THAT(boxes, SizeIs(1));
-    EXPECT_EQ(ReadBytes(letter), "Dear Sir");
 }
 
 // The missing folder itself is made, not its parents.

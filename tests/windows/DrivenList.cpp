@@ -147,11 +147,6 @@ void DrivenList::ClickColumn(int column) const {
     PostMessageW(header, WM_LBUTTONUP, 0, point);
 }
 
-void DrivenList::PressKey(WPARAM key) const {
-    PostMessageW(list_, WM_KEYDOWN, key, 0);
-    PostMessageW(list_, WM_KEYUP, key, 0);
-}
-
 // The block that a drop brings: a header and the paths, with an empty one behind them. Windows
 // hands it to the other process; under Wine it has to be there already, and stays there.
 void DrivenList::Drop(const std::vector<std::wstring>& paths) const {

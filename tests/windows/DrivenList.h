@@ -28,8 +28,6 @@ class DrivenList {
     void Click(int row) const;
     /// Clicks the header of a column.
     void ClickColumn(int column) const;
-    /// Presses and releases a key.
-    void PressKey(WPARAM key) const;
     /// Drops files onto it.
     void Drop(const std::vector<std::wstring>& paths) const;
 

@@ -163,18 +163,6 @@ std::wstring DrivenProgram::AnswerFileDialog(std::wstring_view name) {
     return title;
 }
 
-void DrivenProgram::ChooseDrive(std::wstring_view drive) {
-    const HWND box = Control(ID_cmbDestination);
-    const std::wstring text(drive);
-    const LRESULT entry = Ask(box, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1),
-                              reinterpret_cast<LPARAM>(text.c_str()));
-    ASSERT_NE(entry, CB_ERR) << "the drive is not offered";
-    Ask(box, CB_SETCURSEL, static_cast<WPARAM>(entry), 0);
-    PostMessageW(main_, WM_COMMAND, MAKEWPARAM(ID_cmbDestination, CBN_SELCHANGE),
-                 reinterpret_cast<LPARAM>(box));
-    WaitUntilReady();
-}
-
 void DrivenProgram::ClickMoreCopies(int times) {
     const HWND bar = Control(ID_vsBackages);
     for (int i = 0; i < times; ++i) {

@@ -42,8 +42,6 @@ class DrivenProgram {
     /// an empty name. Gives the dialog's title.
     std::wstring AnswerFileDialog(std::wstring_view name);
 
-    /// Chooses an entry of the drop-down box of drives as a user does.
-    void ChooseDrive(std::wstring_view drive);
     /// Clicks the upper arrow of the copies count this often.
     void ClickMoreCopies(int times);
 

@@ -8,7 +8,6 @@
 namespace vw::test {
 namespace {
 
-using testing::HasSubstr;
 using testing::IsEmpty;
 
 std::wstring BaseName(const std::wstring& program) {
@@ -30,12 +29,6 @@ class Help : public BackupWindows {
     void UseArabic() const {
         program.SetSetting(L"Arabic", L"-1");
         program.SetSetting(L"ArabicPrepared", L"-1");
-    }
-
-    /// Puts a built page beside this test's program, under the name that this program goes by.
-    void Put(const std::wstring& folder) const {
-        program.tree.File(L"Program\\Help\\" + folder + BaseName(program.Path()) + L".htm",
-                          BuiltPage(folder));
     }
 
     static void ChooseHelp(DrivenProgram& window) {
@@ -62,29 +55,6 @@ class Help : public BackupWindows {
 
     const OpenedFiles opened{program.tree, L".htm"};
 };
-
-TEST_F(Help, OpensTheEnglishPageBesideTheProgram) {
-    Put(L"");
-    Put(L"en\\");
-    DrivenProgram window(program.With(L""));
-    ChooseHelp(window);
-    const std::string page = BuiltPage(L"en\\");
-    EXPECT_THAT(page, HasSubstr("<html lang=\"en\" dir=\"ltr\">"));
-    EXPECT_TRUE(opened.WaitFor(page.size()) == page);
-    window.Close();
-}
-
-TEST_F(Help, OpensTheArabicPageBesideTheProgram) {
-    Put(L"");
-    Put(L"en\\");
-    UseArabic();
-    DrivenProgram window(program.With(L""));
-    ChooseHelp(window);
-    const std::string page = BuiltPage(L"");
-    EXPECT_THAT(page, HasSubstr("<html lang=\"ar\" dir=\"rtl\">"));
-    EXPECT_TRUE(opened.WaitFor(page.size()) == page);
-    window.Close();
-}
 
 // Letters that addresses, command lines and the names of copies make something else of.
 TEST_F(Help, OpensTheEnglishPageFromAFolderOfAnOddName) {

@@ -13,7 +13,6 @@
 namespace vw::test {
 namespace {
 
-using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -58,16 +57,6 @@ TEST_F(Interface, ArabicWindow_HeadersAndQuestionsAreArabic) {
     window.Close();
 }
 
-TEST_F(Interface, SwitchLanguage_StoresTheChoiceAndEndsTheProgram) {
-    WriteDefaultList({letter});
-    DrivenProgram window(program.With(L""));
-    window.ClickMoreCopies(1);
-    window.Begin(ID_mnuToolEnAr);
-    EXPECT_EQ(window.Run().WaitForEnd(), 0U);
-    EXPECT_EQ(program.Setting(L"Arabic"), L"-1");
-    EXPECT_THAT(LinesOf(program.DefaultList()), Contains(L"Backages: 4"));
-}
-
 TEST_F(Interface, AboutBox_OpensAndCloses) {
     WriteDefaultList({letter});
     DrivenProgram window(program.With(L""));
@@ -79,43 +68,6 @@ TEST_F(Interface, AboutBox_OpensAndCloses) {
     PostMessageW(about, WM_COMMAND, MAKEWPARAM(ID_cmdClose, BN_CLICKED),
                  reinterpret_cast<LPARAM>(FindControl(about, ID_cmdClose)));
     window.WaitUntilReady();
-    window.Close();
-}
-
-TEST_F(Interface, MissingHelpPage_OpensNothing) {
-    WriteDefaultList({letter});
-    DrivenProgram window(program.With(L""));
-    window.Choose(ID_mnuHelpHelp);
-    EXPECT_THAT(window.Run().Boxes(), IsEmpty());
-    window.Close();
-}
-
-TEST_F(Interface, EveryView_ShowsTheSameItems) {
-    WriteDefaultList({letter});
-    DrivenProgram window(program.With(L""));
-    for (const int command :
-         {ID_mnuViewMethod_0, ID_mnuViewMethod_1, ID_mnuViewMethod_2, ID_Toolbar1_ViewDetails,
-          ID_mnuViewAlign_0, ID_mnuViewAlign_1, ID_mnuViewAlign_2}) {
-        window.Choose(command);
-        EXPECT_THAT(window.List(ID_lsvBackupList).Column(kName), ElementsAre(L"Letter"));
-    }
-    window.Close();
-}
-
-TEST_F(Interface, LowerCaseNames_AreMadeAfterAYesOnly) {
-    WriteDefaultList({letter});
-    program.tree.File(L"Home\\Loud\\NAME.TXT");
-    DrivenProgram window(program.With(L""));
-    for (const int answer : {IDNO, IDYES}) {
-        window.Begin(ID_mnuToolRepair);
-        window.AnswerFileDialog(Home(L"Loud\\ChooseFolder....Don't modify this line"));
-        const Box box = window.AnswerBox(Home(L"Loud"), answer);
-        EXPECT_EQ(box.defaultButton, IDNO);
-        if (answer == IDYES) window.AnswerBox(L"Done");
-        window.WaitUntilReady();
-        const auto names = ReadTree(Home(L"Loud"));
-        EXPECT_EQ(names.contains(L"NAME.TXT"), answer == IDNO);
-    }
     window.Close();
 }
 
@@ -142,16 +94,6 @@ TEST_F(Interface, TemporaryFiles_AreDeletedFromTheMenu) {
     EXPECT_TRUE(Exists(start.temporaryFolder + L"\\VB1.tmp"));
     EXPECT_TRUE(Exists(letter));
     window.Close();
-}
-
-TEST_F(Interface, MissingDrive_IsShownAsTheListNamesIt) {
-    program.List(L"Program\\FilesList.vwl", {L"BackupTo: Q:\\Backup", L"Backages: 3", letter});
-    DrivenProgram window(program.With(L""));
-    EXPECT_EQ(window.TextOf(ID_cmbDestination), L"Q:");
-    EXPECT_THAT(LinesOf(program.DefaultList()), Contains(L"BackupTo: Q:\\Backup"));
-    window.Begin(ID_mnuBackup);
-    window.AnswerBox(L"فشلت العملية بسبب عدم توفر مجلد النسخ إلى:\r\nQ:\\Backup");
-    EXPECT_EQ(window.Run().WaitForEnd(), 76U);
 }
 
 }  // namespace

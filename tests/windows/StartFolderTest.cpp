@@ -34,15 +34,6 @@ TEST_F(StartFolder, ListOpenedFromIt_FolderCanBeRemoved) {
     window.Close();
 }
 
-TEST_F(StartFolder, RelativeItem_IsCompletedWithIt) {
-    program.tree.File(L"Stick\\Plan.doc", "plan");
-    start.arguments = L"Plan.doc";
-    DrivenProgram window(start);
-    EXPECT_THAT(window.List(ID_lsvBackupList).Column(kPath),
-                ElementsAre(program.tree.Path(L"Stick\\Plan.doc")));
-    window.Close();
-}
-
 TEST_F(StartFolder, RelativeLinesOfAList_AreCompletedWithIt) {
     program.tree.File(L"Stick\\Plan.doc", "plan");
     program.tree.Folder(Vault());
