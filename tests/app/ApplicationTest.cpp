@@ -247,6 +247,7 @@ TEST_F(App, CountIsChanged_DestinationStays) {
 
 TEST_F(App, ManyErrors_TheirNumberIsShownBesideTheReport) {
     std::vector<std::wstring> items;
+    items.reserve(5);
     for (int i = 0; i < 5; ++i) items.push_back(tree.File(L"f" + std::to_wstring(i) + L".txt"));
     WriteDefaultList(items);
     Start();
