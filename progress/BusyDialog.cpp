@@ -94,13 +94,11 @@ void BusyDialog::BusyHide(bool pause) {
     ErrorTrap(system_.errors, L"Module", L"MVaultwright")(L"BusyHide", [&] {
         if (!IsShown()) return;
         Msg(L"Done", {}, {}, false, false, true);
-        texts_.UpdateControls();
         form_.EnableTimer(L"tmrBusy", false);
         form_.SetProgress(L"ProgressBar1", kProgressMaximum);
         ShowBusyInTaskbar(form_.Handle(), false);
         form_.SetDefaultButton(control::cmdCancel);
         if (pause) Wait(kMessageSeconds);
-        if (!form_.IsLoaded()) return;
         if (!form_.IsChecked(control::chkDontHide)) {
             form_.Unload();
         } else if (minimised_) {
@@ -135,7 +133,6 @@ bool BusyDialog::KeepsReport() const {
 }
 
 void BusyDialog::OnLoad(Form&) {
-    texts_.OnLoad();
     minimised_ = false;
     messageShown_ = false;
 }

@@ -42,9 +42,6 @@ class BusyTexts {
     /// Updates the controls when the interval since the last update is over.
     void UpdateControlsIfDue();
 
-    /// The dialog is being loaded: its controls are due.
-    void OnLoad() noexcept { nextUpdate_ = 0; }
-
     /// The user or the program closes the dialog.
     void OnClose() noexcept;
 

@@ -104,17 +104,9 @@ void TrayIcon::OnMouseMove(Form& form, int x, int) {
     });
 }
 
-// The names asked for are those without a language, which no window has: a click on the icon only
-// takes the icon away, and the next message of the work brings its dialog back.
+// No window is shown here: the next message of the work brings its dialog back.
 void TrayIcon::MaximizeApp() {
     trap_(L"MaximizeApp", [this] {
-        for (Form* loaded : loadedForms_()) {
-            if (loaded->Name() == L"frmMain") {
-                loaded->Show(ShowHow::Maximised);
-            } else if (loaded->Name() == L"frmBusyDialog") {
-                loaded->Show(ShowHow::Normal);
-            }
-        }
         if (!state_.silentRun) form_.Unload();
     });
 }
@@ -126,7 +118,6 @@ bool TrayIcon::OnQueryUnload(Form&, UnloadReason reason) {
             state_.cancel.Request();
         }
         icon_.Remove();
-        animating_ = false;
         if (state_.silentRun) program_.frmUnload();
     });
     return true;

@@ -40,7 +40,7 @@ class TrayIcon final : private FormEvents {
     void cbEnd_Click();
     void mnuPropAction_Click();
 
-    /// Shows the windows again; in an interactive run the icon goes then.
+    /// Takes the icon away, except in a silent run.
     void MaximizeApp();
 
     /// Whether the icon is there for the user to reach.

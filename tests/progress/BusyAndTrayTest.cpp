@@ -133,8 +133,6 @@ TEST_P(BusyAndTray, FailuresOfTheIcon_NameTheirProcedure) {
     icon.Load();
     ExpectTold(L"Form_Load", L"Form", L"frmTrayIcon");
     EXPECT_TRUE(icon.IsReachable());
-    Choose(ID_mnuProp1Maximize);
-    ExpectTold(L"MaximizeApp", L"Form", L"frmTrayIcon");
     host.failing = L"end";
     Choose(ID_mnuProp1Exit);
     ExpectTold(L"mnuProp1Exit_Click", L"Form", L"frmTrayIcon");

@@ -28,6 +28,10 @@ class BusyDialogTest : public testing::TestWithParam<Language> {
         SendMessageW(Window().Handle(), WM_COMMAND, MAKEWPARAM(ID_cmdCancel, BN_CLICKED),
                      reinterpret_cast<LPARAM>(button));
     }
+    /// The button that Enter presses; 0 without one.
+    [[nodiscard]] WORD EnterButton() {
+        return LOWORD(SendMessageW(Window().Handle(), DM_GETDEFID, 0, 0));
+    }
     void Minimise() { ShowWindow(Window().Handle(), SW_MINIMIZE); }
 
     test::TestEnvironment world;
@@ -99,6 +103,81 @@ TEST_P(BusyDialogTest, Msg_ManyInAShortTime_ShowsTheLastOneLater) {
     EXPECT_EQ(Window().Text(L"lblMsg"), L"99");
     EXPECT_EQ(Report(), dialog.ReportText());
     EXPECT_TRUE(Report().ends_with(L"Backing:: 99 - \r\nnext\r\n"));
+}
+
+TEST_P(BusyDialogTest, Msg_WithAPause_IsShownBeforeIt) {
+    dialog.Msg(L"Backing:", L"first", L"", false, false, false);
+    world.pump.AtYield(1, [&] { EXPECT_EQ(Window().Text(L"lblMsg"), L"last"); });
+    dialog.Msg(L"Backing:", L"last", L"", true, false, false);
+}
+
+TEST_P(BusyDialogTest, ShowLastReport_ShowsItWithAFullBar) {
+    dialog.Report(L"a line", false);
+    Window().Unload();
+    dialog.ShowLastReport();
+    EXPECT_TRUE(Window().IsVisible());
+    EXPECT_TRUE(Window().IsShown(L"txtReport"));
+    EXPECT_EQ(Report(), L"a line\r\n");
+    EXPECT_EQ(Window().Progress(L"ProgressBar1"), kProgressMaximum);
+    EXPECT_EQ(EnterButton(), ID_cmdCancel);
+}
+
+TEST_P(BusyDialogTest, BusyHide_ReportIsKept_EnterClosesIt) {
+    dialog.Report(L"x", false);
+    EXPECT_EQ(EnterButton(), 0) << "Enter cancels no work";
+    Window().Check(L"chkDontHide", true);
+    dialog.BusyHide(false);
+    EXPECT_EQ(EnterButton(), ID_cmdCancel);
+}
+
+TEST_P(BusyDialogTest, ClosedWhileMinimised_NextRunShowsItsWindow) {
+    dialog.Report(L"x", false);
+    Minimise();
+    Window().Unload();
+    dialog.Report(L"x", false);
+    EXPECT_FALSE(IsIconic(Window().Handle()));
+}
+
+TEST_P(BusyDialogTest, Msg_FirstOfTheNextRun_IsShownAtOnce) {
+    dialog.Msg(L"Backing:", L"C:\\a.txt", L"", false, false, false);
+    Window().Unload();
+    dialog.Report(L"a line", false);
+    dialog.Msg(L"Backing:", L"C:\\b.txt", L"", false, false, false);
+    EXPECT_EQ(Window().Text(L"lblMsg"), L"C:\\b.txt");
+}
+
+TEST_P(BusyDialogTest, ClosedDuringARun_LastReportHasTheLinesBehindIt) {
+    state.isWorking = true;
+    dialog.Report(L"before", false);
+    Window().Unload();
+    dialog.Report(L"behind", false);
+    state.isWorking = false;
+    dialog.ShowLastReport();
+    EXPECT_EQ(Report(), L"before\r\nbehind\r\n");
+}
+
+TEST_P(BusyDialogTest, ClosedDuringARun_NextRunsReportBehindIt_IsWhole) {
+    state.isWorking = true;
+    dialog.Report(L"before", false);
+    Window().Unload();
+    dialog.Report(L"behind", false);
+    dialog.Repaint();
+    state.isWorking = false;
+    state.cancel.Begin();
+    dialog.Report(L"the next run", false);
+    EXPECT_EQ(Report(), L"the next run\r\n");
+}
+
+TEST_P(BusyDialogTest, ClosedDuringARun_LinesOfTheNext_AreInTheirOwnReport) {
+    state.isWorking = true;
+    dialog.Report(L"before", false);
+    Window().Unload();
+    dialog.Report(L"behind", false);
+    state.cancel.Begin();
+    dialog.Report(L"the next run", false);
+    Window().Unload();
+    dialog.ShowLastReport();
+    EXPECT_EQ(Report(), L"the next run\r\n");
 }
 
 TEST_P(BusyDialogTest, Timer_ShowsThePendingMessage) {

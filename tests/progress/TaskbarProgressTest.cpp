@@ -8,10 +8,15 @@
 #include "platform/ProgramState.h"
 #include "progress/BusyDialog.h"
 #include "progress/TaskbarProgress.h"
+#include "tests/support/ImportHook.h"
 #include "tests/support/TestEnvironment.h"
 
 // The shell's declarations need those of the window system first.
 #include <shobjidl.h>
+
+extern "C" {
+extern void* __imp_CoInitializeEx;  // NOLINT(bugprone-reserved-identifier)
+}
 
 namespace vw::test {
 namespace {
@@ -125,6 +130,20 @@ TEST_F(TaskbarProgress, Busy_ShowsAnEndlessBarAndEndsIt) {
     ShowBusyInTaskbar(window, false);
     EXPECT_EQ(taskbar.states,
               (std::vector<ButtonState>{{window, TBPF_INDETERMINATE}, {window, TBPF_NOPROGRESS}}));
+}
+
+int apartments = 0;
+
+HRESULT WINAPI CountApartment(LPVOID, DWORD) {
+    ++apartments;
+    return E_FAIL;
+}
+
+TEST_F(TaskbarProgress, Busy_UsesAnApartmentOfItsOwn) {
+    const ImportHook count(__imp_CoInitializeEx, &CountApartment);
+    apartments = 0;
+    ShowBusyInTaskbar(nullptr, true);
+    EXPECT_EQ(apartments, 1);
 }
 
 TEST_F(TaskbarProgress, TaskbarRefuses_SetsNoState) {

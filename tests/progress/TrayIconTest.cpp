@@ -172,6 +172,16 @@ TEST_P(Tray, Unload_InteractiveRun_KeepsTheProgramRunning) {
     EXPECT_TRUE(icon.Icon().LastStatus());
 }
 
+TEST_P(Tray, SessionEnds_RequestsCancelAndEnd) {
+    icon.Load();
+    icon.Unload();
+    EXPECT_FALSE(state.endRequested || state.cancel.IsRequested());
+    icon.Load();
+    SendMessageW(icon.Window().Handle(), WM_ENDSESSION, TRUE, 0);
+    EXPECT_TRUE(state.endRequested);
+    EXPECT_TRUE(state.cancel.IsRequested());
+}
+
 TEST_P(Tray, NewTaskBar_AddsTheIconAgain) {
     icon.Load();
     NOTIFYICONDATAW record = icon.Icon().InitIconStruct();
