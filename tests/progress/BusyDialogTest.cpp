@@ -1,44 +1,15 @@
-#include "progress/BusyDialog.h"
-
 #include <gmock/gmock.h>
 
 #include <string>
 
-#include "platform/ProgramState.h"
-#include "tests/progress/RecordingProgram.h"
-#include "tests/support/TestEnvironment.h"
-#include "tests/ui/FormFixture.h"
-#include "ui/resource.h"
+#include "tests/progress/BusyDialogFixture.h"
 
 namespace vw {
 namespace {
 
 using test::Calls;
-using test::RecordingProgram;
 
-class BusyDialogTest : public testing::TestWithParam<Language> {
-  protected:
-    BusyDialogTest() { host.dialog = &dialog; }
-
-    Form& Window() { return dialog.Window(); }
-    [[nodiscard]] std::wstring Report() { return Window().Text(L"txtReport"); }
-    void Tick() { SendMessageW(Window().Handle(), WM_TIMER, ID_tmrBusy, 0); }
-    void Press() {
-        const HWND button = Window().Control(L"cmdCancel");
-        SendMessageW(Window().Handle(), WM_COMMAND, MAKEWPARAM(ID_cmdCancel, BN_CLICKED),
-                     reinterpret_cast<LPARAM>(button));
-    }
-    /// The button that Enter presses; 0 without one.
-    [[nodiscard]] WORD EnterButton() {
-        return LOWORD(SendMessageW(Window().Handle(), DM_GETDEFID, 0, 0));
-    }
-    void Minimise() { ShowWindow(Window().Handle(), SW_MINIMIZE); }
-
-    test::TestEnvironment world;
-    ProgramState state;
-    RecordingProgram host{state};
-    BusyDialog dialog{world.system, state, GetParam(), host.Surroundings()};
-};
+class BusyDialogTest : public test::BusyDialogWindow {};
 
 INSTANTIATE_TEST_SUITE_P(Languages, BusyDialogTest, testing::ValuesIn(test::kLanguages));
 
@@ -111,17 +82,6 @@ TEST_P(BusyDialogTest, Msg_WithAPause_IsShownBeforeIt) {
     dialog.Msg(L"Backing:", L"last", L"", true, false, false);
 }
 
-TEST_P(BusyDialogTest, ShowLastReport_ShowsItWithAFullBar) {
-    dialog.Report(L"a line", false);
-    Window().Unload();
-    dialog.ShowLastReport();
-    EXPECT_TRUE(Window().IsVisible());
-    EXPECT_TRUE(Window().IsShown(L"txtReport"));
-    EXPECT_EQ(Report(), L"a line\r\n");
-    EXPECT_EQ(Window().Progress(L"ProgressBar1"), kProgressMaximum);
-    EXPECT_EQ(EnterButton(), ID_cmdCancel);
-}
-
 TEST_P(BusyDialogTest, BusyHide_ReportIsKept_EnterClosesIt) {
     dialog.Report(L"x", false);
     EXPECT_EQ(EnterButton(), 0) << "Enter cancels no work";
@@ -144,40 +104,6 @@ TEST_P(BusyDialogTest, Msg_FirstOfTheNextRun_IsShownAtOnce) {
     dialog.Report(L"a line", false);
     dialog.Msg(L"Backing:", L"C:\\b.txt", L"", false, false, false);
     EXPECT_EQ(Window().Text(L"lblMsg"), L"C:\\b.txt");
-}
-
-TEST_P(BusyDialogTest, ClosedDuringARun_LastReportHasTheLinesBehindIt) {
-    state.isWorking = true;
-    dialog.Report(L"before", false);
-    Window().Unload();
-    dialog.Report(L"behind", false);
-    state.isWorking = false;
-    dialog.ShowLastReport();
-    EXPECT_EQ(Report(), L"before\r\nbehind\r\n");
-}
-
-TEST_P(BusyDialogTest, ClosedDuringARun_NextRunsReportBehindIt_IsWhole) {
-    state.isWorking = true;
-    dialog.Report(L"before", false);
-    Window().Unload();
-    dialog.Report(L"behind", false);
-    dialog.Repaint();
-    state.isWorking = false;
-    state.cancel.Begin();
-    dialog.Report(L"the next run", false);
-    EXPECT_EQ(Report(), L"the next run\r\n");
-}
-
-TEST_P(BusyDialogTest, ClosedDuringARun_LinesOfTheNext_AreInTheirOwnReport) {
-    state.isWorking = true;
-    dialog.Report(L"before", false);
-    Window().Unload();
-    dialog.Report(L"behind", false);
-    state.cancel.Begin();
-    dialog.Report(L"the next run", false);
-    Window().Unload();
-    dialog.ShowLastReport();
-    EXPECT_EQ(Report(), L"the next run\r\n");
 }
 
 TEST_P(BusyDialogTest, Timer_ShowsThePendingMessage) {
@@ -357,42 +283,6 @@ TEST_P(BusyDialogTest, BusyHide_NeverShown_DoesNothing) {
     state.silentRun = false;
 }
 
-TEST_P(BusyDialogTest, KeepOpenTicked_AppliesToOneRunOnly) {
-    dialog.Report(L"x", false);
-    Window().Check(L"chkDontHide", true);
-    Window().Unload();
-    dialog.Report(L"y", false);
-    EXPECT_FALSE(Window().IsChecked(L"chkDontHide"));
-    EXPECT_EQ(dialog.ReportText(), L"y\r\n") << "a new report";
-}
-
-TEST_P(BusyDialogTest, ClosedDuringARun_StaysClosedUntilTheNextRun) {
-    state.isWorking = true;
-    dialog.Report(L"x", false);
-    Press();
-    dialog.Msg(L"Backing:", L"y", L"", false, false, false);
-    EXPECT_FALSE(Window().IsLoaded());
-    EXPECT_TRUE(dialog.ReportText().ends_with(L"Backing:: y - \r\n"));
-    // The next run clears the cancel.
-    state.cancel.Begin();
-    dialog.Msg(L"Backing:", L"z", L"", false, false, false);
-    EXPECT_TRUE(Window().IsVisible());
-    EXPECT_EQ(dialog.ReportText(), L"Backing:: z - \r\n") << "a report of its own";
-}
-
-TEST_P(BusyDialogTest, WorkAfterARun_ShowsItDespiteTheOldCancel) {
-    state.isWorking = true;
-    dialog.Report(L"x", false);
-    dialog.BusyHide(false);
-    state.isWorking = false;
-    EXPECT_TRUE(state.cancel.IsRequested());
-    dialog.Msg(L"Restoring: ", L"y", L"", false, false, false);
-    EXPECT_TRUE(Window().IsVisible());
-    world.pump.Restart();
-    dialog.Wait(2);
-    EXPECT_GE(world.pump.Yields(), 40) << "an old cancel does not shorten the wait";
-}
-
 TEST_P(BusyDialogTest, Wait_CancelOrUnload_Ends) {
     dialog.Report(L"x", false);
     world.pump.AtYield(3, [&] { state.cancel.Request(); });
@@ -423,19 +313,6 @@ TEST_P(BusyDialogTest, SilentRun_LoadsAndNeverShowsIt) {
     dialog.BusyHide(true);
     EXPECT_TRUE(Window().IsLoaded());
     EXPECT_EQ(world.pump.Yields(), 0);
-}
-
-TEST_P(BusyDialogTest, Report_HundredThousandLines_IsKeptWhole) {
-    std::size_t units = 0;
-    for (int i = 0; i < 100000; ++i) {
-        const std::wstring line = L"Backing: " + std::to_wstring(i);
-        units += line.size() + 2;
-        dialog.Report(line, false);
-        if (i % 1000 == 0) world.clock.Advance(60);
-    }
-    dialog.Msg(L"End of it", L"", L"", false, false, true);
-    EXPECT_GT(Report().size(), units);
-    EXPECT_EQ(Report(), dialog.ReportText());
 }
 
 TEST_P(BusyDialogTest, OpenedAHundredTimes_LeaksNothing) {
