@@ -42,6 +42,16 @@ TEST(Refusal, FolderAboveTheDestination_IsRefused) {
     ExpectRefused(world, root, root);
 }
 
+TEST(Refusal, PathWithThePrefixOfLongPaths_IsRefused) {
+    EngineFixture world;
+    world.tree.File(L"Store\\a.txt");
+    const std::wstring prefix = L"\\\\?\\";
+    for (const auto* item : {L"Store\\a.txt", L"Store\\", L""}) {
+        const std::wstring path = prefix + world.Path() + L"\\" + item;
+        ExpectRefused(world, path, prefix + L"~\\" + item);
+    }
+}
+
 // Neither path shows that they meet; without an end the copy would be copied into itself.
 TEST(Refusal, LinkAboveTheDestination_IsRefused) {
     EngineFixture world;

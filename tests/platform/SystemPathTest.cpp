@@ -105,5 +105,14 @@ TEST(SystemPathTest, PathContains_ComparesWholeComponentsIgnoringCase) {
     EXPECT_TRUE(PathContains(L"\\\\s\\share", L"\\\\S\\Share\\x"));
 }
 
+TEST(SystemPathTest, PathContains_PrefixOfLongPaths_IsTheSamePlace) {
+    EXPECT_TRUE(PathContains(L"\\\\?\\E:\\Store\\", L"E:\\Store"));
+    EXPECT_TRUE(PathContains(L"E:\\Store", L"\\\\?\\e:\\store\\"));
+    EXPECT_TRUE(PathContains(L"\\\\?\\E:\\", L"E:\\Store"));
+    EXPECT_TRUE(PathContains(L"\\\\s\\share", L"\\\\?\\UNC\\S\\Share\\x"));
+    EXPECT_FALSE(PathContains(L"\\\\?\\E:\\Store", L"E:\\Store2"));
+    EXPECT_FALSE(PathContains(L"E:\\", L"\\\\?\\Volume{1}\\Store"));
+}
+
 }  // namespace
 }  // namespace vw
