@@ -1,6 +1,7 @@
 #include "app/Application.h"
 
 #include <exception>
+#include <utility>
 
 #include "app/MVaultwright.h"
 #include "fsutil/TempCleaning.h"
@@ -56,7 +57,7 @@ void Application::OnIdle() {
 bool Application::HasLoadedWindow() const { return windows_ && !windows_->LoadedForms().empty(); }
 
 void Application::ShowWindowsIfDue() {
-    if (state_.silentRun && windows_) windows_->silent.ShowWindowsIfDue();
+    if (windows_) windows_->silent.ShowWindowsIfDue();
 }
 
 void Application::ShowSilentWindows() {
@@ -121,8 +122,7 @@ void Application::Ready(bool flag) {
 
 // Windows ask before they go: the main window saves its list, the busy dialog cancels the work.
 void Application::frmUnload() {
-    if (isUnloading_ || isRebuilding_) return;
-    isUnloading_ = true;
+    if (isRebuilding_ || std::exchange(isUnloading_, true)) return;
     state_.endRequested = true;
     work_.Abort();
     if (windows_) {

@@ -18,10 +18,7 @@ IdleWatch::IdleWatch(const Clock& clock, const ProgramState& state, Form& main, 
     : clock_(clock), state_(state), main_(main), busy_(busy), tray_(tray) {}
 
 void IdleWatch::Check() {
-    if (!UserIsLockedOut()) {
-        since_.reset();
-        return;
-    }
+    if (!UserIsLockedOut()) return since_.reset();
     const std::uint64_t now = clock_.Milliseconds();
     if (!since_) since_ = now;
     if (now - *since_ < kPatienceMilliseconds) return;

@@ -4,6 +4,7 @@
 
 #include "tests/app/ApplicationFixture.h"
 #include "tests/app/StartedCommands.h"
+#include "tests/support/FileDialogHook.h"
 #include "ui/resource.h"
 
 // Behind the header of Windows, which they build on.
@@ -100,6 +101,16 @@ TEST_F(App, LogonStartIsSwitchedOn_StatusLineSaysWhatItDoes) {
         Choose(ID_mnuOptions_0);
         EXPECT_THAT(Main().Text(L"sbrStatus"), testing::HasSubstr(text));
     }
+}
+
+TEST_F(App, NewList_HasTheNameThatIsAskedFor) {
+    WriteDefaultList({letter});
+    Start();
+    FileDialogHook dialog;
+    dialog.answer = tree.Path(L"Mine.vwl");
+    Choose(ID_mnuFileNew);
+    EXPECT_EQ(state.currentListPath, dialog.answer);
+    EXPECT_TRUE(Exists(dialog.answer));
 }
 
 TEST_F(App, About_IsShownOverAReadyWindow) {
@@ -359,6 +370,23 @@ TEST_F(ListEvents, SelectionOfAStoredItem_ShowsItsCopies) {
     ASSERT_EQ(copies.Rows().SubItem(0, L"BackupName"), copy);
     Select(L"lsvRestore1", 1);
     EXPECT_EQ(copies.Rows().SubItem(0, L"BackupName"), drive.Backup() + L"\\Zoo«0001».txt");
+}
+
+TEST_F(ListEvents, SelectionOfAStoredItemFarDown_MakesItsRowVisible) {
+    for (int i = 0; i < 60; ++i) {
+        tree.File(drive.Backup() + L"\\Note" + std::to_wstring(i) + L"«0001».txt");
+    }
+    Choose(ID_mnuBackup);
+    ListView& stored = Main().List(L"lsvRestore1");
+    const int last = stored.Rows().Count() - 1;
+    Select(L"lsvRestore1", last);
+    RECT row{};
+    row.left = LVIR_BOUNDS;
+    SendMessageW(Main().Control(L"lsvRestore1"), LVM_GETITEMRECT, static_cast<WPARAM>(last),
+                 reinterpret_cast<LPARAM>(&row));
+    RECT area{};
+    GetClientRect(Main().Control(L"lsvRestore1"), &area);
+    EXPECT_LE(row.bottom, area.bottom);
 }
 
 TEST_F(ListEvents, DroppedFile_IsAdded) {

@@ -5,6 +5,7 @@
 #include "fsutil/FileQueries.h"
 #include "platform/Handle.h"
 #include "tests/app/ApplicationFixture.h"
+#include "tests/app/ShownWindows.h"
 #include "ui/resource.h"
 
 namespace vw::test {
@@ -199,6 +200,26 @@ TEST_F(RunOutcome, StartupSwitch_WhileItIsOff_EndsWithZero) {
     } catch (const ProgramEnded& end) {
         EXPECT_EQ(end.exitCode, 0);
     }
+}
+
+TEST_F(RunOutcome, ExitWhileMinimised_ShowsNoMainWindow) {
+    WriteDefaultList({letter});
+    Start();
+    const HWND main = Main().Handle();
+    bool isShown = true;
+    world.files.OnOperation([&](const FileOperation& operation) {
+        if (operation.call != FileCall::Copy) return;
+        ShowWindow(Windows().frmBusyDialog.Window().Handle(), SW_MINIMIZE);
+        const ShownWindows windows;
+        try {
+            application.frmUnload();
+        } catch (const ProgramEnded&) {
+            isShown = std::ranges::count(windows.All(), main) != 0;
+            throw;
+        }
+    });
+    EXPECT_THROW(Choose(ID_mnuBackup), ProgramEnded);
+    EXPECT_FALSE(isShown);
 }
 
 TEST_F(RunOutcome, InteractiveRun_DoesNotEndByATimeout) {

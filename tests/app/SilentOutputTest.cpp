@@ -138,6 +138,17 @@ TEST_F(SilentOutput, ListCannotBeRead_ReportEndsWithTheCounts) {
     EXPECT_THAT(streams.Output().back(), EndsWith(L": 0 copied, 0 unchanged, 0 failed"));
 }
 
+TEST_F(SilentOutput, EndedAtOnceBehindItsIcon_WasNotCancelled) {
+    WriteDefaultList({letter});
+    world.pump.AtYield(3, [this] {
+        application.OnSilentBox();
+        application.EndAtOnce();
+    });
+    BackUp();
+    EXPECT_THAT(streams.Errors(), testing::IsEmpty());
+    EXPECT_EQ(world.exitStatus.Code(), 0);
+}
+
 TEST_F(SilentOutput, DestinationIsGone_ReportEndsWithTheCounts) {
     tree.File(state.DefaultListPath(), world.ansi.Encode(L"BackupTo: " + tree.Path(L"No vault") +
                                                          L"\r\n" + letter + L"\r\n"));

@@ -1,7 +1,7 @@
 // Runs without windows: what they show all the same, and when.
 
 #include "tests/app/ApplicationFixture.h"
-#include "tests/support/ImportHook.h"
+#include "tests/app/ShownWindows.h"
 
 namespace vw::test {
 namespace {
@@ -22,14 +22,6 @@ HWND WINAPI MakeWindow(DWORD extended, LPCWSTR name, LPCWSTR title, DWORD style,
     if (const auto act = std::exchange(whileMaking, {})) act();
     return makeWindow(extended, name, title, style, x, y, width, height, parent, menu, instance,
                       parameter);
-}
-
-decltype(ShowWindow)* showWindow = nullptr;
-std::vector<HWND> shownWindows;
-
-BOOL WINAPI NoteShown(HWND window, int how) {
-    if (how != SW_HIDE) shownWindows.push_back(window);
-    return showWindow(window, how);
 }
 
 // What a silent run has of windows, looked at whenever it could process messages.
@@ -68,9 +60,7 @@ class SilentRun : public App {
 TEST_F(SilentRun, OpensAListAndShowsNoWindow) {
     WriteDefaultList({letter});
     tree.File(drive.Backup() + L"\\Other«0001».txt");
-    const ImportHook show("ShowWindow", &NoteShown);
-    showWindow = show.Original<decltype(ShowWindow)>();
-    shownWindows.clear();
+    const ShownWindows windows;
     int listed = 0;
     world.pump.AtEachYield([&] {
         if (world.pump.Yields() > 1 && Main().IsLoaded()) {
@@ -79,7 +69,7 @@ TEST_F(SilentRun, OpensAListAndShowsNoWindow) {
     });
     EXPECT_THROW(Start(L"/S"), ProgramEnded);
     EXPECT_TRUE(state.silentRun);
-    EXPECT_TRUE(shownWindows.empty());
+    EXPECT_TRUE(windows.All().empty());
     EXPECT_EQ(listed, 0) << "nobody sees the list of copies";
     EXPECT_FALSE(Exists(drive.Backup() + L"\\Letter«0001».txt"));
 }

@@ -7,6 +7,7 @@
 #include "tests/app/ApplicationFixture.h"
 #include "tests/support/CurrentFolder.h"
 #include "tests/support/DeadServer.h"
+#include "tests/support/ImportHook.h"
 #include "ui/resource.h"
 
 // Behind the header of Windows, which it builds on.
@@ -182,6 +183,26 @@ TEST_F(StartTest, RestoreSwitchWithCopy_ShowsTheDriveOfTheCopy) {
     const RestoreView view = ViewOfSilentRun(L"/R " + copy);
     EXPECT_EQ(view.drive, drive.Name());
     EXPECT_THAT(view.copies, ElementsAre(copy));
+}
+
+TEST_F(StartTest, RestoreSwitch_DestinationIsGone_EndsTheProgram) {
+    const std::wstring gone = tree.Path(L"No vault");
+    tree.File(state.DefaultListPath(), world.ansi.Encode(L"BackupTo: " + gone + L"\r\n"));
+    world.boxes.Expect(gone);
+    EXPECT_THROW(Start(L"/R " + letter), ProgramEnded);
+    static_cast<void>(world.errors.Take());
+}
+
+int ghostings = 0;
+
+void WINAPI CountGhosting() { ++ghostings; }
+
+TEST_F(StartTest, Window_SystemShowsNoPictureOfIt) {
+    const ImportHook count("DisableProcessWindowsGhosting", &CountGhosting);
+    ghostings = 0;
+    WriteDefaultList({});
+    Start();
+    EXPECT_EQ(ghostings, 1);
 }
 
 TEST_F(StartTest, SwitchAndList_BacksUpTheItemsOfThatListAlone) {

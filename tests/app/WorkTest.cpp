@@ -78,6 +78,41 @@ TEST_F(WorkTest, ErrorWithoutDetails_AddsNoLine) {
     EXPECT_THAT(LastReport(), Not(HasSubstr(L"\r\n\r\n")));
 }
 
+decltype(ShowWindow)* showWindow = nullptr;
+std::function<void()> whileShowing;
+
+BOOL WINAPI ShowAndAct(HWND window, int how) {
+    if (const auto act = std::exchange(whileShowing, {})) act();
+    return showWindow(window, how);
+}
+
+TEST_F(WorkTest, ErrorOfTheReport_IsInNoReport) {
+    WriteDefaultList({letter});
+    Start();
+    InARun([this] {
+        Busy().Hide();
+        whileShowing = [this] { LongWork().NoteError(L"the window is gone"); };
+        const ImportHook show("ShowWindow", &ShowAndAct);
+        showWindow = show.Original<decltype(ShowWindow)>();
+        LongWork().NoteError(L"the disk is dusty");
+        EXPECT_FALSE(whileShowing);
+    });
+    const std::wstring report = LastReport();
+    EXPECT_THAT(report, HasSubstr(L"the disk is dusty"));
+    EXPECT_THAT(report, Not(HasSubstr(L"the window is gone")));
+}
+
+TEST_F(WorkTest, ManyErrorsWithoutADialog_TheirNumberIsShown) {
+    WriteDefaultList({});
+    Start();
+    world.boxes.Expect(L"There were 5 errors");
+    LongWork().Run([this] {
+        const ErrorTrap trap(world.errors, L"Module", L"MTest");
+        for (int i = 0; i < 5; ++i) trap(L"Test", [] { Throw(error_number::kPermissionDenied); });
+    });
+    EXPECT_THAT(world.errors.Take(), SizeIs(3));
+}
+
 TEST_F(WorkTest, ErrorOfASilentRun_OpensNoDialog) {
     WriteDefaultList({letter});
     bool isLoaded = true;
