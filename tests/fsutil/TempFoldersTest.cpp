@@ -76,6 +76,7 @@ class TempFolders : public testing::Test {
 
     void Clean() {
         System system = world.With(disk);
+        MMyScripting::ScriptShell shell;
         MFileDosShell::DellTemp(system, state, shell, true, host);
     }
     [[nodiscard]] bool IsThere(std::wstring_view relative) const {
@@ -86,7 +87,6 @@ class TempFolders : public testing::Test {
     TestEnvironment world;
     OwnWindows disk{world.files, tree.Path(L"Windows"), tree.Path(L"Temporary")};
     ProgramState state;
-    MMyScripting::ScriptShell shell;
     CallbackHost host;
 };
 
