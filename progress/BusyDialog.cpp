@@ -180,10 +180,7 @@ void BusyDialog::OnTaskbarButtonCreated(Form& form) {
 void BusyDialog::OnControl(Form& form, const ControlEvent& event) {
     if (event.id == ID_tmrBusy) {
         trap_(L"tmrBusy_Timer", [&] {
-            if (texts_.Message() == L"End") {
-                form.Unload();
-                return;
-            }
+            if (texts_.Message() == L"End") form.Unload();
             texts_.UpdateControls();
             form.SetProgress(L"ProgressBar1",
                              (form.Progress(L"ProgressBar1") + kBarStep) % kProgressMaximum);

@@ -215,6 +215,13 @@ TEST_P(BusyDialogTest, CancelButton_RequestsCancelAndEnablesTheMainWindow) {
     EXPECT_EQ(host.calls, (Calls{"ready"}));
 }
 
+TEST_P(BusyDialogTest, CheckBox_ClosesNothing) {
+    dialog.Report(L"x", false);
+    SendMessageW(Window().Handle(), WM_COMMAND, MAKEWPARAM(ID_chkDontHide, BN_CLICKED),
+                 reinterpret_cast<LPARAM>(Window().Control(L"chkDontHide")));
+    EXPECT_TRUE(Window().IsLoaded());
+}
+
 TEST_P(BusyDialogTest, CloseBox_EnablesTheMainWindow) {
     dialog.Report(L"x", false);
     SendMessageW(Window().Handle(), WM_CLOSE, 0, 0);

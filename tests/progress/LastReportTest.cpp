@@ -22,6 +22,27 @@ TEST_P(LastReport, ShowLastReport_ShowsItWithAFullBar) {
     EXPECT_EQ(EnterButton(), ID_cmdCancel);
 }
 
+TEST_P(LastReport, ShowLastReport_NoReportOrSilentRun_ShowsNothing) {
+    dialog.ShowLastReport();
+    EXPECT_FALSE(Window().IsLoaded());
+    dialog.Report(L"a line", false);
+    Window().Unload();
+    state.silentRun = true;
+    dialog.ShowLastReport();
+    EXPECT_FALSE(Window().IsLoaded());
+    state.silentRun = false;
+}
+
+TEST_P(LastReport, ShownAgain_NextLineBeginsANewReport) {
+    dialog.Report(L"before", false);
+    Window().Unload();
+    dialog.ShowLastReport();
+    dialog.Report(L"a line", false);
+    dialog.Repaint();
+    EXPECT_EQ(Report(), L"a line\r\n");
+    EXPECT_EQ(Window().Progress(L"ProgressBar1"), 0);
+}
+
 TEST_P(LastReport, ClosedDuringARun_LastReportHasTheLinesBehindIt) {
     state.isWorking = true;
     dialog.Report(L"before", false);
