@@ -7,10 +7,7 @@
 namespace vw {
 
 void SilentReport::Msg(std::wstring_view title, std::wstring_view message) {
-    std::wstring line;
-    line.reserve(title.size() + message.size() + 5);
-    line.append(title).append(L": ").append(message).append(L" - ");
-    streams_.Report(line);
+    streams_.Report(std::wstring(title).append(L": ").append(message).append(L" - "));
 }
 
 void SilentReport::Report(std::wstring_view text, bool) { streams_.Report(text); }

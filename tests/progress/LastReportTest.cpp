@@ -40,6 +40,7 @@ TEST_P(LastReport, ShownAgain_NextLineBeginsANewReport) {
     dialog.Report(L"a line", false);
     dialog.Repaint();
     EXPECT_EQ(Report(), L"a line\r\n");
+    EXPECT_EQ(EnterButton(), 0) << "Enter cancels no work";
     EXPECT_EQ(Window().Progress(L"ProgressBar1"), 0);
 }
 
