@@ -17,6 +17,7 @@ TEST_P(LastReport, ShowLastReport_ShowsItWithAFullBar) {
     dialog.ShowLastReport();
     EXPECT_TRUE(Window().IsVisible());
     EXPECT_TRUE(Window().IsShown(L"txtReport"));
+    EXPECT_EQ(Window().Text(L"lblTitle"), L"Done");
     EXPECT_EQ(Report(), L"a line\r\n");
     EXPECT_EQ(Window().Progress(L"ProgressBar1"), kProgressMaximum);
     EXPECT_EQ(EnterButton(), ID_cmdCancel);

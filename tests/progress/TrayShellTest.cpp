@@ -86,6 +86,29 @@ TEST_P(TrayShell, Tick_FourTimes_ShowsFourPicturesInTurn) {
     }
 }
 
+TEST_P(TrayShell, LoadedAgain_BeginsWithTheFirstPicture) {
+    for (int round = 0; round < 2; ++round) {
+        icon.Load();
+        EXPECT_EQ(icon.Frame(), 1);
+        const auto first = PixelsOf(icon.Window().Icon());
+        Tick();
+        EXPECT_EQ(PixelsOf(icon.Window().Icon()), first);
+        Tick();
+        icon.Unload();
+    }
+}
+
+TEST_P(TrayShell, StaticIcon_HasTheFirstPicture) {
+    icon.Load();
+    const auto first = PixelsOf(icon.Window().Icon());
+    for (int i = 0; i < 3; ++i) Tick();
+    ASSERT_NE(PixelsOf(icon.Window().Icon()), first);
+    icon.Icon().Remove();
+    icon.cbStatic_Click();
+    EXPECT_TRUE(icon.IsReachable());
+    EXPECT_EQ(PixelsOf(icon.Window().Icon()), first);
+}
+
 TEST_P(TrayShell, RightButton_OpensTheMenuWithMaximizeInBold) {
     icon.Load();
     seenMenu = {};

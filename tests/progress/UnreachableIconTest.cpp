@@ -27,7 +27,7 @@ class Host final : public ProgramControl {
 /// What the shell is asked for, and what it answers.
 struct Shell {
     bool takesIcons = false;
-    bool knowsIcon = false;  ///< it added the icon, but its answer came too late
+    bool knowsIcon = false;  ///< it has the icon, also when its answer came too late
     std::vector<DWORD> requests;
 };
 
@@ -35,8 +35,11 @@ Shell* shell = nullptr;
 
 BOOL WINAPI AnswerOfShell(DWORD request, NOTIFYICONDATAW*) {
     shell->requests.push_back(request);
-    if (request == NIM_ADD) return shell->takesIcons ? TRUE : FALSE;
-    return shell->takesIcons || shell->knowsIcon ? TRUE : FALSE;
+    if (request == NIM_ADD && shell->takesIcons) {
+        shell->knowsIcon = true;
+        return TRUE;
+    }
+    return request != NIM_ADD && shell->knowsIcon ? TRUE : FALSE;
 }
 
 class UnreachableIcon : public testing::Test {
@@ -72,7 +75,9 @@ TEST_F(UnreachableIcon, Timer_ShellTakesIt_AddsAndHides) {
     EXPECT_FALSE(icon.IsReachable());
     EXPECT_TRUE(main.form.IsVisible());
     answers.takesIcons = true;
+    answers.requests.clear();
     Tick();
+    EXPECT_EQ(answers.requests, (std::vector<DWORD>{NIM_ADD, NIM_MODIFY}));
     EXPECT_TRUE(icon.IsReachable());
     EXPECT_FALSE(main.form.IsVisible());
     answers.requests.clear();
