@@ -76,9 +76,7 @@ void BusyTexts::UpdateControls() {
 void BusyTexts::OnClose() noexcept { closedInRun_ = state_.isWorking; }
 
 void BusyTexts::OnUnload() {
-    if (!report_.empty()) lastReport_ = std::move(report_);
-    shownAgain_ = false;
-    report_.clear();
+    if (!report_.empty()) lastReport_ = std::exchange(report_, {});
     shownUnits_ = 0;
     SetMessage({}, {}, {});
 }

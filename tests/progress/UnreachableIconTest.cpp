@@ -92,6 +92,15 @@ TEST_F(UnreachableIcon, Timer_AnswerWasLate_CountsAsAdded) {
     EXPECT_TRUE(icon.IsReachable());
 }
 
+TEST_F(UnreachableIcon, NewTaskBar_ShellRefuses_IsNotReachable) {
+    answers.takesIcons = true;
+    icon.Load();
+    answers.takesIcons = false;
+    answers.knowsIcon = false;
+    SendMessageW(icon.Window().Handle(), RegisterWindowMessageW(L"TaskbarCreated"), 0, 0);
+    EXPECT_FALSE(icon.IsReachable());
+}
+
 TEST_F(UnreachableIcon, Unload_NeverConfirmed_IsDeleted) {
     icon.Load();
     answers.requests.clear();
