@@ -34,6 +34,13 @@ TEST_P(LastReport, ShowLastReport_NoReportOrSilentRun_ShowsNothing) {
     state.silentRun = false;
 }
 
+TEST_P(LastReport, NextRun_ShowsNoMessageOfTheOneBefore) {
+    dialog.Msg(L"Backing:", L"C:\\a.txt", L"", false, false, false);
+    Window().Unload();
+    dialog.Report(L"a line", false);
+    EXPECT_EQ(Window().Text(L"lblMsg"), L"");
+}
+
 TEST_P(LastReport, ShownAgain_NextLineBeginsANewReport) {
     dialog.Report(L"before", false);
     Window().Unload();
