@@ -39,15 +39,6 @@ std::wstring& NamedFolder() noexcept {
     return folder;
 }
 
-// "\\?\E:\Store" names the same place as "E:\Store".
-std::wstring WithoutLongPrefix(std::wstring_view path) {
-    if (path.starts_with(kLongServerPrefix)) {
-        return AbsolutePath(L"\\\\" + std::wstring(path.substr(kLongServerPrefix.size())));
-    }
-    const std::wstring_view rest = path.substr(std::min(path.size(), kLongPrefix.size()));
-    return AbsolutePath(path.starts_with(kLongPrefix) && IsDriveAbsolute(rest) ? rest : path);
-}
-
 std::wstring CompletedBySystem(const std::wstring& relative) {
     std::wstring full(MAX_PATH, L'\0');
     for (;;) {
@@ -141,9 +132,17 @@ bool NamesDevice(std::wstring_view path) {
     return text.starts_with(kDevicePrefix);
 }
 
+std::wstring WithoutLongPrefix(std::wstring_view path) {
+    if (path.starts_with(kLongServerPrefix)) {
+        return L"\\\\" + std::wstring(path.substr(kLongServerPrefix.size()));
+    }
+    const std::wstring_view rest = path.substr(std::min(path.size(), kLongPrefix.size()));
+    return std::wstring(path.starts_with(kLongPrefix) && IsDriveAbsolute(rest) ? rest : path);
+}
+
 bool PathContains(std::wstring_view outer, std::wstring_view inner) {
-    std::wstring outside = WithoutLongPrefix(outer);
-    const std::wstring inside = WithoutLongPrefix(inner);
+    std::wstring outside = AbsolutePath(WithoutLongPrefix(outer));
+    const std::wstring inside = AbsolutePath(WithoutLongPrefix(inner));
     if (EqualNoCase(outside, inside)) return true;
     if (outside.back() != L'\\') outside += L'\\';
     return inside.size() > outside.size() &&

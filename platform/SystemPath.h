@@ -23,7 +23,12 @@ void CompleteRelativePathsIn(std::wstring folder);
 /// folder can have such a path.
 [[nodiscard]] bool NamesDevice(std::wstring_view path);
 
-/// Whether `inner` is `outer` or lies in it, by whole components and without regard to case.
+/// The same place without the prefix that lifts the limit of 260 characters: "E:\Store" for
+/// "\\?\E:\Store". A path without a drive or server behind the prefix keeps it.
+[[nodiscard]] std::wstring WithoutLongPrefix(std::wstring_view path);
+
+/// Whether `inner` is `outer` or lies in it, by whole components and without regard to case or to
+/// the prefix of long paths.
 [[nodiscard]] bool PathContains(std::wstring_view outer, std::wstring_view inner);
 
 }  // namespace vw

@@ -17,7 +17,6 @@ namespace {
 
 constexpr DWORD kSharedWithAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 constexpr std::wstring_view kLongPrefix = L"\\\\?\\";
-constexpr std::wstring_view kLongServerPrefix = L"\\\\?\\UNC\\";
 
 // Opens a file or folder to ask about it, not to read it.
 FileHandle OpenToAsk(std::wstring_view path) {
@@ -103,8 +102,7 @@ std::wstring Win32FileSystem::RealPath(std::wstring_view path) {
         real.resize(length);
         if (fits) break;
     }
-    if (real.starts_with(kLongServerPrefix)) return L"\\\\" + real.substr(kLongServerPrefix.size());
-    return real.starts_with(kLongPrefix) ? real.substr(kLongPrefix.size()) : real;
+    return WithoutLongPrefix(real);
 }
 
 bool Win32FileSystem::HaveSameBytes(std::wstring_view first, std::wstring_view second,
