@@ -138,15 +138,16 @@ TEST_F(SilentOutput, ListCannotBeRead_ReportEndsWithTheCounts) {
     EXPECT_THAT(streams.Output().back(), EndsWith(L": 0 copied, 0 unchanged, 0 failed"));
 }
 
-TEST_F(SilentOutput, EndedAtOnceBehindItsIcon_WasNotCancelled) {
-    WriteDefaultList({letter});
-    world.pump.AtYield(3, [this] {
-        application.OnSilentBox();
-        application.EndAtOnce();
-    });
+TEST_F(SilentOutput, DestinationIsGoneBehindTheIcon_NothingWasCancelled) {
+    tree.File(state.DefaultListPath(), world.ansi.Encode(L"BackupTo: " + tree.Path(L"No vault") +
+                                                         L"\r\n" + letter + L"\r\n"));
+    world.boxes.AnswerAll(BoxAnswer::Ok);
+    world.pump.AtYield(3, [this] { application.OnSilentBox(); });
     BackUp();
+    static_cast<void>(world.errors.Take());
     EXPECT_THAT(streams.Errors(), testing::IsEmpty());
-    EXPECT_EQ(world.exitStatus.Code(), 0);
+    EXPECT_THAT(streams.Output().back(), EndsWith(L" failed"));
+    EXPECT_EQ(world.exitStatus.Code(), error_number::kPathNotFound);
 }
 
 TEST_F(SilentOutput, DestinationIsGone_ReportEndsWithTheCounts) {
