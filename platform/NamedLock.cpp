@@ -8,6 +8,7 @@
 #include "platform/SystemError.h"
 #include "platform/SystemPath.h"
 #include "platform/TextCase.h"
+#include "platform/WindowsHeader.h"
 
 namespace vw {
 
@@ -27,20 +28,22 @@ std::wstring ObjectName(std::wstring_view purpose, std::wstring_view path) {
 
 }  // namespace
 
+void NamedLock::CloseMutex::operator()(void* mutex) const noexcept { CloseHandle(mutex); }
+
 NamedLock::NamedLock(std::wstring_view purpose, std::wstring_view path) {
     SecurityDescriptor rights(kOpenToEveryone);
     const std::wstring name = ObjectName(purpose, path);
-    mutex_.Reset(CreateMutexExW(rights.Attributes(), name.c_str(), 0, kTakeAndWait));
+    mutex_.reset(CreateMutexExW(rights.Attributes(), name.c_str(), 0, kTakeAndWait));
     if (!mutex_) RaiseLast(path);
 }
 
 NamedLock::~NamedLock() {
-    if (held_) ReleaseMutex(mutex_.Get());
+    if (held_) ReleaseMutex(mutex_.get());
 }
 
 bool NamedLock::TakeWithin(unsigned milliseconds) {
     if (held_) return true;
-    const DWORD result = WaitForSingleObject(mutex_.Get(), milliseconds);
+    const DWORD result = WaitForSingleObject(mutex_.get(), milliseconds);
     held_ = result == WAIT_OBJECT_0 || result == WAIT_ABANDONED;
     return held_;
 }

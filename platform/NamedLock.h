@@ -1,8 +1,7 @@
 #pragma once
 
+#include <memory>
 #include <string_view>
-
-#include "platform/Handle.h"
 
 namespace vw {
 
@@ -23,7 +22,11 @@ class NamedLock {
     [[nodiscard]] bool TakeWithin(unsigned milliseconds);
 
   private:
-    KernelHandle mutex_;
+    // Not KernelHandle, whose header would bring the system's own into every file of the engine.
+    struct CloseMutex {
+        void operator()(void* mutex) const noexcept;
+    };
+    std::unique_ptr<void, CloseMutex> mutex_;
     bool held_ = false;
 };
 

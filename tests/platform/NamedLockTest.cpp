@@ -5,6 +5,8 @@
 #include <memory>
 #include <thread>
 
+#include "platform/WindowsHeader.h"
+
 namespace vw {
 namespace {
 
