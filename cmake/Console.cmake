@@ -36,6 +36,8 @@ set_target_properties(vw PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}
 file(GLOB consoleTests CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/console/*.cpp)
 add_executable(console_tests ${consoleTests})
 target_link_libraries(console_tests PRIVATE vw_driving vw_console gmock_main vw_flags)
+target_compile_options(console_tests PRIVATE $<$<CONFIG:Release>:-O0>)
+target_precompile_headers(console_tests REUSE_FROM vw_driving)
 set_target_properties(console_tests PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
 add_dependencies(console_tests vw)
 target_include_directories(console_tests PRIVATE ${generated})

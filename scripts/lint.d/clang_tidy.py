@@ -16,6 +16,7 @@ from pathlib import Path
 
 INCLUDE = re.compile(rb'^\s*#\s*include\s*"([^"]+)"', re.M)
 CROSS = 'x86_64-w64-mingw32'
+STORE = Path('build/lint')
 
 
 def output(*command):
@@ -23,21 +24,35 @@ def output(*command):
                           stderr=subprocess.STDOUT, stdin=subprocess.DEVNULL).stdout
 
 
-def tidyArguments(build):
+def withoutPrecompiled(command):
+    """A compile command that reads every header itself, so that a file which includes too little is
+    found, and clang is not given the precompiled headers of another compiler."""
+    return re.sub(r' -include \S+/cmake_pch\.hxx', '', command)
+
+
+def ownCommands(build):
+    """Writes the compile commands for clang-tidy into build/lint; gives the command of each file."""
+    commands = json.loads(Path(build, 'compile_commands.json').read_text())
+    for entry in commands:
+        entry['command'] = withoutPrecompiled(entry['command'])
+    (STORE / 'compile_commands.json').write_text(json.dumps(commands))
+    return {entry['file']: entry['command'] for entry in commands}
+
+
+def tidyArguments():
     """clang-tidy reads the C++ headers of the cross compiler; the C ones it finds by the target."""
     searched = output(f'{CROSS}-g++-posix', '-xc++', '-E', '-v', '/dev/null')
     folders = re.search(r'^#include <.*?\n(.*?)^End', searched, re.M | re.S).group(1).split()
     own = [f for f in folders if not re.search(r'/include(-fixed)?$', f)]
-    return ['clang-tidy', '--quiet', '-p', build, f'--extra-arg-before=--target={CROSS}',
+    return ['clang-tidy', '--quiet', '-p', STORE, f'--extra-arg-before=--target={CROSS}',
             *[f'--extra-arg=-isystem{folder}' for folder in own]]
 
 
 class Digests:
     """What a file's findings depend on, as one number."""
 
-    def __init__(self, build, arguments):
-        commands = json.loads(Path(build, 'compile_commands.json').read_text())
-        self._commands = {entry['file']: entry['command'] for entry in commands}
+    def __init__(self, commands, arguments):
+        self._commands = commands
         self._common = '\n'.join([output('clang-tidy', '--version'), Path('.clang-tidy').read_text(),
                                   output(f'{CROSS}-g++-posix', '--version'), *arguments])
         self._includes = {}
@@ -69,13 +84,12 @@ class Digests:
 
 def main():
     build, files = sys.argv[1], sys.argv[2:]
-    arguments = tidyArguments(build)
-    digests = Digests(build, arguments)
-    store = Path('build/lint')
-    store.mkdir(parents=True, exist_ok=True)
+    STORE.mkdir(parents=True, exist_ok=True)
+    arguments = tidyArguments()
+    digests = Digests(ownCommands(build), [str(argument) for argument in arguments])
 
     def check(file):
-        clean = store / digests.of(file)
+        clean = STORE / digests.of(file)
         if clean.exists():
             return True, ''
         ended = subprocess.run([*arguments, file], text=True, stdout=subprocess.PIPE,
