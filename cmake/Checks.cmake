@@ -10,3 +10,9 @@ foreach(check IN LISTS checks)
         LABELS check
         ENVIRONMENT "VW_BUILD=${CMAKE_BINARY_DIR}")
 endforeach()
+
+# The longest ones first, so that none runs alone at the end. CTest knows this by itself where it has
+# run them before.
+set_tests_properties(windows check_lint PROPERTIES COST 300)
+set_tests_properties(engine PROPERTIES COST 200)
+set_tests_properties(system console PROPERTIES COST 100)
