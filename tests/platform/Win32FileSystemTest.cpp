@@ -53,6 +53,28 @@ TEST_F(Win32FileSystemTest, Stat_FilesFoldersAndMissingPaths_AreRecognised) {
     EXPECT_FALSE(files_.Stat(std::wstring_view(L"C:\\a\0b", 6)));
 }
 
+TEST_F(Win32FileSystemTest, Stat_EachAttribute_IsItsOwn) {
+    struct Row {
+        DWORD attribute;
+        bool isReadOnly;
+        bool isHidden;
+        bool isSystem;
+    };
+    for (const Row& row : {Row{FILE_ATTRIBUTE_READONLY, true, false, false},
+                           Row{FILE_ATTRIBUTE_HIDDEN, false, true, false},
+                           Row{FILE_ATTRIBUTE_SYSTEM, false, false, true},
+                           Row{FILE_ATTRIBUTE_ARCHIVE, false, false, false}}) {
+        const std::wstring name = std::to_wstring(row.attribute);
+        const std::wstring file = tree_.File(name);
+        tree_.SetAttributes(name, row.attribute);
+        const auto facts = files_.Stat(file);
+        ASSERT_TRUE(facts);
+        EXPECT_EQ(facts->isReadOnly, row.isReadOnly) << row.attribute;
+        EXPECT_EQ(facts->isHidden, row.isHidden) << row.attribute;
+        EXPECT_EQ(facts->isSystem, row.isSystem) << row.attribute;
+    }
+}
+
 TEST_F(Win32FileSystemTest, ListsEachEntryOnceWithItsInfo) {
     tree_.File(L"a.txt", "123");
     tree_.File(L"\u0645\u0631\u062D\u0628\u0627.txt", "1");
