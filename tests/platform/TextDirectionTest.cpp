@@ -15,6 +15,23 @@ TEST(TextDirection, NameReadsFromRight_DependsOnItsFirstLetter) {
     EXPECT_TRUE(NameReadsFromRight(L"שלום"));
 }
 
+// The first and the last letters of the scripts, and what is beside them.
+TEST(TextDirection, EdgesOfTheScripts_HaveTheirDirection) {
+    for (const wchar_t unit :
+         std::wstring_view(L"\u0590\u065F\u066A\u08FF\uFB1D\uFDFF\uFE70\uFEFE")) {
+        EXPECT_TRUE(NameReadsFromRight(std::wstring{unit, L'a'})) << static_cast<unsigned>(unit);
+    }
+    for (const wchar_t unit : std::wstring_view(
+             L"AZaz\u00C0\u00D6\u00D8\u00F6\u00F8\u058F\u0900\u1FFF\u2C00\u2DFF\u3040\uFB1C")) {
+        EXPECT_FALSE(NameReadsFromRight(std::wstring{unit, L'ع'})) << static_cast<unsigned>(unit);
+    }
+    for (const wchar_t unit : std::wstring_view(
+             L"@[`{\u00BF\u00D7\u00F7\u0660\u0669\u2000\u2BFF\u2E00\u303F\uFE00\uFE6F\uFEFF")) {
+        EXPECT_TRUE(NameReadsFromRight(std::wstring{unit, L'ع'})) << static_cast<unsigned>(unit);
+        EXPECT_FALSE(NameReadsFromRight(std::wstring{unit, L'a'})) << static_cast<unsigned>(unit);
+    }
+}
+
 TEST(TextDirection, PhraseReadsFromRight_AnyArabicLetter_ReturnsTrue) {
     EXPECT_TRUE(PhraseReadsFromRight(L"Vaultwright يقوم بالعمل نيابة عنك!"));
     EXPECT_FALSE(PhraseReadsFromRight(L"Vaultwright"));
@@ -55,6 +72,16 @@ TEST(MarkPath, NeutralCharacterAtAnEnd_AddsMarks) {
 
 TEST(MarkPath, ArabicDigits_AddsMarks) {
     EXPECT_EQ(MarkPath(L"C:\\٢٠٢٤"), L"\u202AC:\\\u200E٢٠٢٤\u202C");
+}
+
+TEST(MarkPath, LettersOutsideTheFirstPlane_AddsMarks) {
+    const auto name = [](unsigned unit) {
+        return std::wstring{L'a', static_cast<wchar_t>(unit), L'b'};
+    };
+    for (const unsigned unit : {0xD800U, 0xDFFFU}) {
+        EXPECT_EQ(MarkPath(name(unit)), L"\u202A" + name(unit) + L"\u202C");
+    }
+    for (const unsigned unit : {0xD7FFU, 0xE000U}) EXPECT_EQ(MarkPath(name(unit)), name(unit));
 }
 
 TEST(MarkName, FirstLetter_DecidesTheOrder) {
