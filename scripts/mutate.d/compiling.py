@@ -16,6 +16,10 @@ SCHEMA_OPTIONS = ['-w', '-g0', '-O1', '-D_GLIBCXX_ASSERTIONS', '-fmax-errors=0',
                   '-fdiagnostics-color=never']
 
 
+# Native programs that compile sources of the native tests once more.
+BESIDE_TESTS = ('vw_fuzzed', 'display_marks')
+
+
 def run(arguments, folder):
     return subprocess.run(arguments, cwd=folder, stdout=subprocess.DEVNULL,
                           stderr=subprocess.DEVNULL, check=False).returncode == 0
@@ -33,7 +37,7 @@ class Build:
             if '-o' not in arguments:  # the resources
                 continue
             produced = arguments[arguments.index('-o') + 1]
-            if 'vw_fuzzed.dir' not in produced:
+            if not any(f'{other}.dir' in produced for other in BESIDE_TESTS):
                 self._compile[entry['file']] = (arguments, produced)
         self._links = {}
 

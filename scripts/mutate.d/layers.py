@@ -6,5 +6,6 @@ FOLDERS = {'platform': 'platform', 'fsutil': 'fsutil', 'format': 'list/format', 
 # The tests of these files are those of another layer, which is the one that uses them.
 TESTED_IN = {f'engine/{name}.cpp': 'restore' for name in ('CopyRestorer', 'CopyComment', 'RestoreName')}
 # Layers whose tests run functions of this one, too.
-FURTHER = {'engine': ['restore'], 'editing': ['app'], 'restore': ['app']}
+FURTHER = {'platform': ['fsutil'], 'engine': ['restore'], 'editing': ['app'],
+           'restore': ['app']}
 WHOLE = {'app'}  # layers that the tests of the whole program test as well
