@@ -221,5 +221,15 @@ TEST_F(App, EndOfTheSession_DuringARun_StopsIt) {
     EXPECT_FALSE(Exists(drive.Backup() + L"\\Second«0001».txt"));
 }
 
+TEST_F(App, ErrorEscapesAHandler_IsReported) {
+    Start();
+    FormEvents& events = Windows().main;
+    events.OnEscaped(Main(), std::make_exception_ptr(
+                                 RuntimeError(error_number::kDiskFull, L"Disk full", {}, 1)));
+    const ToldError told = world.errors.TakeOne();
+    EXPECT_EQ(told.number, error_number::kDiskFull);
+    EXPECT_EQ(told.procedure, L"Form_Event");
+}
+
 }  // namespace
 }  // namespace vw::test

@@ -11,6 +11,14 @@ TEST(DateText, WritesTheTimeAfterTheDate) {
     EXPECT_TRUE(DateText(noon).starts_with(DateText(midnight) + L" "));
 }
 
+TEST(DateText, HourMinuteAndSecond_AreWritten) {
+    const std::wstring noon = DateText(MakeDate({2024, 5, 6, 12, 0, 0}));
+    for (const DateParts& other : {DateParts{2024, 5, 6, 11, 0, 0}, DateParts{2024, 5, 6, 12, 1, 0},
+                                   DateParts{2024, 5, 6, 12, 0, 1}}) {
+        EXPECT_NE(DateText(MakeDate(other)), noon);
+    }
+}
+
 TEST(DateText, Midnight_IsTheDateAlone) {
     const std::wstring text = DateText(MakeDate({2024, 5, 6, 0, 0, 0}));
     EXPECT_NE(text.find(L"2024"), std::wstring::npos);

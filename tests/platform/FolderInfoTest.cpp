@@ -3,6 +3,7 @@
 #include "platform/Handle.h"
 #include "platform/RuntimeError.h"
 #include "platform/Win32FileSystem.h"
+#include "tests/support/ImportHook.h"
 #include "tests/support/TempTree.h"
 
 namespace vw {
@@ -60,6 +61,46 @@ TEST_F(FolderInfoTest, MarksThatAreKept_AreJoined) {
     tree.SetAttributes(L"To", FILE_ATTRIBUTE_HIDDEN);
     files.CopyFolderInfo(from, to, FileSystem::Marks::Keep);
     EXPECT_EQ(MarksOf(L"To"), DWORD{FILE_ATTRIBUTE_HIDDEN});
+}
+
+/// What a folder was to be given.
+FILE_BASIC_INFO given{};
+BOOL WINAPI NoteInfo(HANDLE, FILE_INFO_BY_HANDLE_CLASS, LPVOID info, DWORD) {
+    given = *static_cast<const FILE_BASIC_INFO*>(info);
+    return TRUE;
+}
+
+// Not every disk of a test keeps it.
+TEST_F(FolderInfoTest, DateOfCreation_IsThatOfTheOtherFolder) {
+    FILE_BASIC_INFO source{};
+    {
+        const FileHandle folder(CreateFileW(from.c_str(), FILE_READ_ATTRIBUTES, FILE_SHARE_READ,
+                                            nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS,
+                                            nullptr));
+        ASSERT_NE(GetFileInformationByHandleEx(folder.Get(), FileBasicInfo, &source, sizeof source),
+                  FALSE);
+    }
+    const test::ImportHook note("SetFileInformationByHandle", &NoteInfo);
+    files.CopyFolderInfo(from, to, FileSystem::Marks::Replace);
+    EXPECT_EQ(given.CreationTime.QuadPart, source.CreationTime.QuadPart);
+    EXPECT_EQ(given.LastWriteTime.QuadPart, source.LastWriteTime.QuadPart);
+    EXPECT_EQ(given.LastAccessTime.QuadPart, 0);
+    EXPECT_EQ(given.FileAttributes, DWORD{FILE_ATTRIBUTE_NORMAL});
+}
+
+BOOL WINAPI RefuseInfo(HANDLE, FILE_INFO_BY_HANDLE_CLASS, LPVOID, DWORD) {
+    SetLastError(ERROR_ACCESS_DENIED);
+    return FALSE;
+}
+
+TEST_F(FolderInfoTest, SystemRefuses_ThrowsWithTheNewFolder) {
+    const test::ImportHook refuse("SetFileInformationByHandle", &RefuseInfo);
+    try {
+        files.CopyFolderInfo(from, to, FileSystem::Marks::Replace);
+        ADD_FAILURE() << "nothing was thrown";
+    } catch (const RuntimeError& error) {
+        EXPECT_EQ(error.Path(), to);
+    }
 }
 
 TEST_F(FolderInfoTest, MissingFolder_Throws) {

@@ -83,6 +83,9 @@ TEST(SystemPathTest, PathThatNamesNoFile_ThrowsBadName) {
 TEST(SystemPathTest, PathTooLongForTheSystem_ThrowsBadName) {
     const std::wstring longest = L"C:\\" + std::wstring(32'000, L'x');
     EXPECT_EQ(SystemPath(longest), L"\\\\?\\" + longest);
+    // Windows takes 32,767 units, the final zero among them.
+    EXPECT_EQ(SystemPath(L"C:\\" + std::wstring(32'759, L'x')).size(), 32'766U);
+    EXPECT_THROW(static_cast<void>(SystemPath(L"C:\\" + std::wstring(32'760, L'x'))), RuntimeError);
     for (const std::size_t length : {32'770U, 65'536U, 1U << 20}) {
         for (const wchar_t* const root : {L"C:\\", L"\\\\server\\share\\", L"\\\\?\\C:\\"}) {
             try {
