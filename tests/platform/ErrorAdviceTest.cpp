@@ -22,6 +22,17 @@ TEST(ErrorAdviceTest, LockedFile_NamesCauseConsequenceAndRemedy) {
               L"النسخ.");
 }
 
+TEST(ErrorAdviceTest, PartOfAFileIsLocked_HasTheAdviceOfAFileInUse) {
+    EXPECT_EQ(
+        ErrorAdvice(kBackup, RuntimeError(70, {}, {}, 1, 33), Language::English),
+        ErrorAdvice(kBackup, RuntimeError(70, {}, {}, 1, kSharingViolation), Language::English));
+}
+
+TEST(ErrorAdviceTest, WriteProtectedDrive_NamesTheProtection) {
+    EXPECT_TRUE(ErrorAdvice(kBackup, RuntimeError(70, {}, {}, 1, 19), Language::English)
+                    .starts_with(L"The drive is write-protected."));
+}
+
 TEST(ErrorAdviceTest, RefusedFile_NamesAnotherCauseThanALockedOne) {
     constexpr std::uint32_t kAccessDenied = 5;
     const RuntimeError error(70, {}, {}, 1, kAccessDenied);

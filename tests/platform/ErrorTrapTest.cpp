@@ -20,11 +20,13 @@ class CollectingSink final : public ErrorSink {
     void Report(const Procedure& where, const RuntimeError& error) override {
         text = ErrorText(where, error);
         number = error.Number();
+        line = error.Line();
         ++count;
     }
 
     std::wstring text;
     int number = 0;
+    std::uint_least32_t line = 1;
     int count = 0;
 };
 
@@ -66,9 +68,12 @@ TEST(ErrorTrapTest, ReportsMemoryShortageAs7AndOtherExceptionsAs5) {
     ErrorTrap(sink, kProcedure.kind, kProcedure.container)(kProcedure.name,
                                                            [] { throw std::bad_alloc(); });
     EXPECT_EQ(sink.number, 7);
+    EXPECT_EQ(sink.line, 0U) << "no line of the program threw it";
+    sink.line = 1;
     ErrorTrap(sink, kProcedure.kind, kProcedure.container)(kProcedure.name,
                                                            [] { throw std::logic_error("x"); });
     EXPECT_EQ(sink.number, 5);
+    EXPECT_EQ(sink.line, 0U);
 }
 
 TEST(ErrorTrapTest, ExceptionThatIsNoError_IsNotCaught) {
@@ -117,10 +122,24 @@ TEST(ErrorReportsTest, Limit_WithinAnother_HasNoEffect) {
     boxes.Expect(L"Error 70");
     boxes.Expect(L"Error 70");
     {
-        const BoxLimit inner(reports, 0);
+        BoxLimit inner(reports, 0);
         for (int i = 0; i < 3; ++i) reports.Report(kProcedure, RuntimeError(70, {}, {}, 1));
+        EXPECT_EQ(inner.End(), 0) << "the outer one reports them";
     }
     EXPECT_EQ(outer.End(), 3);
+}
+
+TEST(ErrorReportsTest, NextLimit_CountsAnew) {
+    test::FakeMessageBoxes boxes;
+    ExitStatus exitStatus;
+    const ProgramState state;
+    ErrorReports reports(boxes, exitStatus, state);
+    for (int i = 0; i < 2; ++i) {
+        boxes.Expect(L"Error 70");
+        BoxLimit limit(reports, 1);
+        for (int j = 0; j < 3; ++j) reports.Report(kProcedure, RuntimeError(70, {}, {}, 1));
+        EXPECT_EQ(limit.End(), 3);
+    }
 }
 
 // The boxes of a silent run close themselves, and each text goes to standard error.

@@ -11,6 +11,16 @@ namespace {
 
 constexpr DWORD kMarks = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_READONLY;
 
+template <class Call>
+int NumberOf(Call call) {
+    try {
+        call();
+    } catch (const RuntimeError& error) {
+        return error.Number();
+    }
+    return 0;
+}
+
 class FolderInfoTest : public testing::Test {
   protected:
     [[nodiscard]] DWORD MarksOf(const std::wstring& name) const {
@@ -104,10 +114,22 @@ TEST_F(FolderInfoTest, SystemRefuses_ThrowsWithTheNewFolder) {
 }
 
 TEST_F(FolderInfoTest, MissingFolder_Throws) {
-    EXPECT_THROW(files.CopyFolderInfo(tree.Path(L"None"), to, FileSystem::Marks::Replace),
-                 RuntimeError);
-    EXPECT_THROW(files.CopyFolderInfo(from, tree.Path(L"None"), FileSystem::Marks::Replace),
-                 RuntimeError);
+    const std::wstring none = tree.Path(L"None");
+    EXPECT_EQ(NumberOf([&] { files.CopyFolderInfo(none, to, FileSystem::Marks::Replace); }),
+              error_number::kFileNotFound);
+    EXPECT_EQ(NumberOf([&] { files.CopyFolderInfo(from, none, FileSystem::Marks::Replace); }),
+              error_number::kFileNotFound);
+}
+
+BOOL WINAPI AnswerNoInfo(HANDLE, FILE_INFO_BY_HANDLE_CLASS, LPVOID, DWORD) {
+    SetLastError(ERROR_CRC);
+    return FALSE;
+}
+
+TEST_F(FolderInfoTest, SystemKnowsNothing_Throws) {
+    const test::ImportHook answer("GetFileInformationByHandleEx", &AnswerNoInfo);
+    EXPECT_EQ(NumberOf([&] { files.CopyFolderInfo(from, to, FileSystem::Marks::Replace); }),
+              error_number::kDeviceError);
 }
 
 }  // namespace

@@ -2,6 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <string_view>
+
+#include "tests/support/ImportHook.h"
+
 namespace vw {
 namespace {
 
@@ -59,6 +63,28 @@ TEST(LocalTimeTest, CutsOffFractionsOfASecond) {
     const LocalTime localTime(&zone);
     EXPECT_EQ(localTime.DateOf(Utc(2024, 1, 1, 10, 20, 30, 999)),
               MakeDate({2024, 1, 1, 11, 20, 30}));
+}
+
+BOOL WINAPI ConvertNothing(const TIME_ZONE_INFORMATION*, const SYSTEMTIME*, LPSYSTEMTIME) {
+    return FALSE;
+}
+
+TEST(LocalTimeTest, SystemCannotConvert_TimeStaysAsItIs) {
+    const test::ImportHook convert("SystemTimeToTzSpecificLocalTime", &ConvertNothing);
+    EXPECT_EQ(LocalTime().DateOf(Utc(2024, 7, 1, 12, 0, 0)), MakeDate({2024, 7, 1, 12, 0, 0}));
+}
+
+BOOL WINAPI ConvertByYear(const DYNAMIC_TIME_ZONE_INFORMATION*, const SYSTEMTIME*, LPSYSTEMTIME) {
+    return FALSE;
+}
+FARPROC WINAPI FindConversion(HMODULE, LPCSTR name) {
+    const bool isAsked = std::string_view(name) == "SystemTimeToTzSpecificLocalTimeEx";
+    return isAsked ? reinterpret_cast<FARPROC>(reinterpret_cast<void*>(&ConvertByYear)) : nullptr;
+}
+
+TEST(LocalTimeTest, ConversionByYear_IsTheSystemsWhereItHasOne) {
+    const test::ImportHook find("GetProcAddress", &FindConversion);
+    EXPECT_EQ(SystemYearwiseLocalTime(), &ConvertByYear);
 }
 
 TEST(LocalTimeTest, TimeBeyondTheCalendar_ReturnsItsLastSecond) {

@@ -5,7 +5,9 @@
 #include <memory>
 #include <thread>
 
+#include "platform/RuntimeError.h"
 #include "platform/WindowsHeader.h"
+#include "tests/support/ImportHook.h"
 
 namespace vw {
 namespace {
@@ -38,6 +40,20 @@ TEST(NamedLockTest, TryTake_OtherPathOrPurpose_ReturnsTrue) {
     ASSERT_TRUE(lock.TryTake());
     EXPECT_TRUE(OtherCanTake(L"test", L"C:\\Store2"));
     EXPECT_TRUE(OtherCanTake(L"test2", L"C:\\Store"));
+}
+
+std::wstring lockName;
+HANDLE WINAPI RefuseLock(LPSECURITY_ATTRIBUTES, LPCWSTR name, DWORD, DWORD) {
+    lockName = name;
+    SetLastError(ERROR_ACCESS_DENIED);
+    return nullptr;
+}
+
+// Two versions of the program keep out of each other's way by this name.
+TEST(NamedLockTest, Name_IsThatOfEveryVersion) {
+    const test::ImportHook refuse("CreateMutexExW", &RefuseLock);
+    EXPECT_THROW(NamedLock(L"destination", L"e:\\store\\"), RuntimeError);
+    EXPECT_EQ(lockName, L"Global\\Vaultwright-destination-dceeedcbce2eec87");
 }
 
 TEST(NamedLockTest, Destructor_ReleasesTheLock) {

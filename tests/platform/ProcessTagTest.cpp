@@ -5,9 +5,12 @@
 #include <string>
 
 #include "platform/Handle.h"
+#include "tests/support/ImportHook.h"
 
 namespace vw {
 namespace {
+
+using test::ImportHook;
 
 std::wstring HostName() {
     wchar_t name[256] = {};
@@ -59,6 +62,28 @@ TEST(ProcessTagTest, EndedProcess_IsGone) {
     EXPECT_TRUE(IsGone(tag)) << "while a handle keeps the id";
     process.Reset();
     EXPECT_TRUE(IsGone(tag));
+}
+
+DWORD failure = 0;
+HANDLE WINAPI RefuseProcess(DWORD, BOOL, DWORD) {
+    SetLastError(failure);
+    return nullptr;
+}
+
+TEST(ProcessTagTest, ProcessThatDoesNotExist_IsGone) {
+    const ImportHook open("OpenProcess", &RefuseProcess);
+    failure = ERROR_INVALID_PARAMETER;
+    EXPECT_TRUE(IsGone(ThisProcess()));
+    failure = ERROR_ACCESS_DENIED;
+    EXPECT_FALSE(IsGone(ThisProcess())) << "somebody else's";
+}
+
+BOOL WINAPI RefuseTimes(HANDLE, LPFILETIME, LPFILETIME, LPFILETIME, LPFILETIME) { return FALSE; }
+
+TEST(ProcessTagTest, ProcessWithoutAStartTime_IsNotGone) {
+    const ProcessTag self = ThisProcess();
+    const ImportHook refuse("GetProcessTimes", &RefuseTimes);
+    EXPECT_FALSE(IsGone(self));
 }
 
 TEST(ProcessTagTest, ComputersOfOneName_Differ) {

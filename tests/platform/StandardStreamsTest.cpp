@@ -2,9 +2,11 @@
 
 #include <gmock/gmock.h>
 
+#include <optional>
 #include <string>
 
 #include "tests/support/CapturedStreams.h"
+#include "tests/support/ImportHook.h"
 
 namespace vw::test {
 namespace {
@@ -69,9 +71,9 @@ TEST_F(StandardStreamsTest, End_WritesWhatIsHeld) {
 TEST_F(StandardStreamsTest, HeldReport_WrittenAtSixteenThousandUnits) {
     const CapturedStreams captured;
     StandardStreams streams;
-    const std::wstring line(kHeldUnits - 3, L'x');
+    const std::wstring line(kHeldUnits - 4, L'x');
     streams.Report(line);
-    EXPECT_THAT(captured.Output(), IsEmpty()) << "with its line end it is one unit too short";
+    EXPECT_THAT(captured.Output(), IsEmpty()) << "with its line end it is two units too short";
     streams.Report(L"");
     EXPECT_THAT(captured.Output(), ElementsAre(line, L""));
 }
@@ -104,9 +106,22 @@ TEST_F(StandardStreamsTest, Error_WrittenToStandardErrorAlone) {
 TEST_F(StandardStreamsTest, Transient_WrittenAtOnceWithoutALineEnd) {
     const OtherStreams redirected(log.Get(), nullptr);
     StandardStreams streams;
+    streams.Transient(L"50 % ");
+    EXPECT_EQ(Log(), "50 % ");
     streams.Report(L"report");
-    streams.Transient(L"50 %");
-    EXPECT_EQ(Log(), "report\r\n50 %");
+    streams.Transient(L"51 %");
+    EXPECT_EQ(Log(), "50 % report\r\n51 %");
+}
+
+TEST_F(StandardStreamsTest, Streams_AreFoundAtTheFirstUse) {
+    const FileHandle other = Open(L"Other.txt");
+    const OtherStreams redirected(log.Get(), nullptr);
+    StandardStreams streams;
+    streams.Report(L"one");
+    SetStdHandle(STD_OUTPUT_HANDLE, other.Get());
+    streams.Report(L"two");
+    streams.Flush();
+    EXPECT_EQ(Log(), "one\r\ntwo\r\n");
 }
 
 TEST_F(StandardStreamsTest, NoStreams_WritesNothing) {
@@ -161,6 +176,21 @@ TEST_F(StandardStreamsTest, AreOne_FileAndPipe) {
     }
     const OtherStreams redirected(writer.Get(), log.Get());
     EXPECT_FALSE(StandardStreams().AreOne());
+}
+
+TEST_F(StandardStreamsTest, AreOne_TwoHandlesOfOnePipe) {
+    HANDLE read = nullptr;
+    HANDLE write = nullptr;
+    HANDLE again = nullptr;
+    ASSERT_NE(CreatePipe(&read, &write, nullptr, 0), FALSE);
+    const FileHandle reader(read);
+    const FileHandle writer(write);
+    ASSERT_NE(DuplicateHandle(GetCurrentProcess(), write, GetCurrentProcess(), &again, 0, FALSE,
+                              DUPLICATE_SAME_ACCESS),
+              FALSE);
+    const FileHandle second(again);
+    const OtherStreams redirected(writer.Get(), second.Get());
+    EXPECT_TRUE(StandardStreams().AreOne());
 }
 
 TEST_F(StandardStreamsTest, AreOne_OneIsMissing) {
@@ -242,9 +272,129 @@ TEST_F(StandardStreamsOfAConsole, Text_IsShownAsItIs) {
 TEST_F(StandardStreamsOfAConsole, Width_IsThatOfTheWindow) {
     CONSOLE_SCREEN_BUFFER_INFO info{};
     ASSERT_NE(GetConsoleScreenBufferInfo(screen.Get(), &info), FALSE);
-    SMALL_RECT window{0, 0, 39, 9};
+    SMALL_RECT window{5, 0, 44, 9};
     ASSERT_NE(SetConsoleWindowInfo(screen.Get(), TRUE, &window), FALSE) << GetLastError();
     EXPECT_EQ(StandardStreams().ConsoleWidth(), 40U);
+}
+
+ULONGLONG ticks = 0;
+ULONGLONG WINAPI SetTicks() { return ticks; }
+
+TEST_F(StandardStreamsOfAConsole, Report_WrittenOnceASecond) {
+    const ImportHook count("GetTickCount64", &SetTicks);
+    ticks = 100'000;
+    StandardStreams streams;
+    streams.Report(L"one");
+    EXPECT_EQ(Shown(0, 3), L"one");
+    ticks += 999;
+    streams.Report(L"two");
+    EXPECT_EQ(Shown(1, 3), L"   ");
+    ++ticks;
+    streams.Report(L"three");
+    EXPECT_EQ(Shown(1, 3), L"two");
+    EXPECT_EQ(Shown(2, 5), L"three");
+}
+
+BOOL hasParent = TRUE;
+int attached = 0;
+int times = 0;
+BOOL isInterruptIgnored = FALSE;
+
+BOOL WINAPI Attach(DWORD process) {
+    EXPECT_EQ(process, static_cast<DWORD>(ATTACH_PARENT_PROCESS));
+    attached += hasParent;
+    times += hasParent;
+    return hasParent;
+}
+BOOL WINAPI Leave() {
+    --attached;
+    return TRUE;
+}
+BOOL WINAPI IgnoreInterrupt(PHANDLER_ROUTINE, BOOL isIgnored) {
+    isInterruptIgnored = isIgnored;
+    return TRUE;
+}
+
+/// The console of the process that started this one, which has no streams of its own.
+class StandardStreamsOfAParent : public StandardStreamsOfAConsole {
+  protected:
+    void SetUp() override {
+        StandardStreamsOfAConsole::SetUp();
+        SetStdHandle(STD_OUTPUT_HANDLE, nullptr);
+        SetStdHandle(STD_ERROR_HANDLE, nullptr);
+        attach.emplace("AttachConsole", &Attach);
+        leave.emplace("FreeConsole", &Leave);
+        ignore.emplace("SetConsoleCtrlHandler", &IgnoreInterrupt);
+        hasParent = TRUE;
+        attached = 0;
+        times = 0;
+        isInterruptIgnored = FALSE;
+    }
+    void TearDown() override {
+        attach.reset();
+        leave.reset();
+        ignore.reset();
+        StandardStreamsOfAConsole::TearDown();
+    }
+
+    const TempTree tree;
+    const FileHandle file{CreateFileW(tree.Path(L"File.txt").c_str(), GENERIC_WRITE, 0, nullptr,
+                                      CREATE_ALWAYS, 0, nullptr)};
+    std::optional<ImportHook> attach;
+    std::optional<ImportHook> leave;
+    std::optional<ImportHook> ignore;
+};
+
+TEST_F(StandardStreamsOfAParent, NoStreams_WritesToItsConsole) {
+    StandardStreams streams;
+    streams.Report(L"report");
+    streams.Error(L"error");
+    EXPECT_EQ(Shown(0, 6), L"report");
+    EXPECT_EQ(Shown(1, 5), L"error");
+    EXPECT_TRUE(streams.AreOne());
+    EXPECT_FALSE(streams.OutputIsConsole()) << "nothing can be taken back there";
+    EXPECT_TRUE(isInterruptIgnored) << "what its user types must not end a backup";
+    EXPECT_GT(times, 1);
+    EXPECT_EQ(attached, 0) << "it is left each time";
+}
+
+TEST_F(StandardStreamsOfAParent, ParentWithoutAConsole_WritesNothing) {
+    hasParent = FALSE;
+    StandardStreams streams;
+    streams.Report(L"report");
+    streams.Error(L"error");
+    EXPECT_EQ(Shown(0, 6), L"      ");
+    EXPECT_FALSE(streams.AreOne());
+    EXPECT_FALSE(isInterruptIgnored);
+    EXPECT_EQ(attached, 0);
+}
+
+TEST_F(StandardStreamsOfAParent, ClosedHandle_WritesToItsConsole) {
+    FileHandle closed{CreateFileW(tree.Path(L"Closed.txt").c_str(), GENERIC_WRITE, 0, nullptr,
+                                  CREATE_ALWAYS, 0, nullptr)};
+    SetStdHandle(STD_OUTPUT_HANDLE, closed.Get());
+    closed.Reset();
+    StandardStreams streams;
+    streams.Report(L"report");
+    streams.Flush();
+    EXPECT_EQ(Shown(0, 6), L"report");
+}
+
+TEST_F(StandardStreamsOfAParent, OutputAlone_ErrorsAreWrittenNowhere) {
+    SetStdHandle(STD_OUTPUT_HANDLE, file.Get());
+    StandardStreams streams;
+    streams.Error(L"error");
+    EXPECT_EQ(Shown(0, 5), L"     ");
+    EXPECT_FALSE(streams.AreOne());
+}
+
+TEST_F(StandardStreamsOfAParent, ErrorsAlone_ReportIsWrittenNowhere) {
+    SetStdHandle(STD_ERROR_HANDLE, file.Get());
+    StandardStreams streams;
+    streams.Report(L"report");
+    streams.Flush();
+    EXPECT_EQ(Shown(0, 6), L"      ");
+    EXPECT_FALSE(streams.AreOne());
 }
 
 TEST_F(StandardStreamsOfAConsole, ErrorsInAFile_AreNotOne) {

@@ -7,6 +7,7 @@
 
 #include "platform/RuntimeError.h"
 #include "platform/WindowsHeader.h"
+#include "tests/support/ImportHook.h"
 #include "tests/support/WineBridge.h"
 
 namespace vw {
@@ -102,6 +103,32 @@ TEST(SystemCodePage, RefusesTextsOfMoreThanTwoGigabytes) {
             EXPECT_EQ(error.Number(), error_number::kOutOfMemory);
         }
     }
+}
+
+const test::ImportHook* conversion = nullptr;
+bool hadStandIn = false;
+int WINAPI NoteStandIn(UINT page, DWORD flags, LPCWSTR text, int units, LPSTR bytes, int size,
+                       LPCCH standIn, LPBOOL used) {
+    hadStandIn = standIn != nullptr;
+    return conversion->Original<decltype(WideCharToMultiByte)>()(page, flags, text, units, bytes,
+                                                                 size, standIn, used);
+}
+
+// Windows refuses a replacement character for an encoding that holds everything.
+TEST(SystemCodePage, ReplacementCharacter_IsGivenToOtherCodePagesOnly) {
+    const test::ImportHook note("WideCharToMultiByte", &NoteStandIn);
+    conversion = &note;
+    EXPECT_EQ(CodePage(1252).Encode(L"a"), "a");
+    EXPECT_TRUE(hadStandIn);
+    EXPECT_EQ(CodePage(CP_UTF8).Encode(L"a"), "a");
+    EXPECT_FALSE(hadStandIn);
+}
+
+int WINAPI ConvertNothing(UINT, DWORD, LPCWSTR, int, LPSTR, int, LPCCH, LPBOOL) { return 0; }
+
+TEST(SystemCodePage, SystemCannotEncode_Throws) {
+    const test::ImportHook convert("WideCharToMultiByte", &ConvertNothing);
+    EXPECT_THROW(static_cast<void>(CodePage(1252).Encode(L"a")), RuntimeError);
 }
 
 }  // namespace

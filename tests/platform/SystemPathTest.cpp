@@ -6,6 +6,7 @@
 
 #include "platform/RuntimeError.h"
 #include "platform/WindowsHeader.h"
+#include "tests/support/ImportHook.h"
 
 namespace vw {
 namespace {
@@ -46,6 +47,7 @@ TEST(SystemPathTest, RelativePaths_FolderNamed_AreCompletedWithIt) {
     EXPECT_EQ(AbsolutePath(L"..\\y.txt"), L"Q:\\Lists\\y.txt");
     EXPECT_EQ(AbsolutePath(L"\\y.txt"), L"Q:\\y.txt");
     EXPECT_EQ(AbsolutePath(L"q:y.txt"), L"Q:\\Lists\\of mine\\y.txt");
+    EXPECT_EQ(AbsolutePath(L"q:"), L"Q:\\Lists\\of mine");
     EXPECT_EQ(AbsolutePath(L"C:\\y.txt"), L"C:\\y.txt");
     EXPECT_THROW(static_cast<void>(AbsolutePath(L"NUL")), RuntimeError);
     CompleteRelativePathsIn(L"\\\\server\\share\\Lists");
@@ -60,6 +62,21 @@ TEST(SystemPathTest, RelativePath_IsCompletedWithTheCurrentFolder) {
     if (current.back() != L'\\') current += L'\\';
     EXPECT_EQ(AbsolutePath(L"x\\y.txt"), current + L"x\\y.txt");
     EXPECT_EQ(AbsolutePath(current.substr(0, 2) + L"z"), current + L"z");
+}
+
+DWORD WINAPI CompleteNothing(LPCWSTR, DWORD, LPWSTR, LPWSTR*) {
+    SetLastError(ERROR_NOT_READY);
+    return 0;
+}
+
+TEST(SystemPathTest, RelativePath_SystemCannotComplete_Throws) {
+    const test::ImportHook complete("GetFullPathNameW", &CompleteNothing);
+    try {
+        static_cast<void>(AbsolutePath(L"x"));
+        ADD_FAILURE() << "nothing was thrown";
+    } catch (const RuntimeError& error) {
+        EXPECT_EQ(error.Number(), error_number::kNotReady);
+    }
 }
 
 TEST(SystemPathTest, DriveLetterAlone_MeansItsCurrentFolder) {
@@ -77,6 +94,16 @@ TEST(SystemPathTest, PathThatNamesNoFile_ThrowsBadName) {
         } catch (const RuntimeError& error) {
             EXPECT_EQ(error.Number(), error_number::kBadName);
         }
+    }
+}
+
+TEST(SystemPathTest, NamesDevice_DevicesOnly_ReturnsTrue) {
+    for (const wchar_t* device : {L"NUL", L"COM1", L"\\\\.\\C:", L"//./C:"}) {
+        EXPECT_TRUE(NamesDevice(device));
+    }
+    for (const wchar_t* other :
+         {L"", L"C:\\a", L"C:/a", L"a.txt", L"\\\\?\\C:\\a", L"\\\\server\\share"}) {
+        EXPECT_FALSE(NamesDevice(other));
     }
 }
 

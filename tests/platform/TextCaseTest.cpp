@@ -42,6 +42,8 @@ TEST(TextCase, KeepsCapitals) {
     }
 }
 
+TEST(TextCase, AsciiLetters_EndAtAAndZ) { EXPECT_EQ(UpperCase(L"@AZ[`az{"), L"@AZ[`AZ{"); }
+
 TEST(TextCase, MakesKeysOfNames) {
     EXPECT_EQ(UpperCase(std::wstring_view(L"c:\\Docs\\r\u00E9sum\u00E9.txt")),
               L"C:\\DOCS\\R\u00C9SUM\u00C9.TXT");

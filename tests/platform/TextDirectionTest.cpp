@@ -41,6 +41,7 @@ TEST(TextDirection, PhraseReadsFromRight_AnyArabicLetter_ReturnsTrue) {
 
 TEST(TextDirection, IsPathLike_DriveOrServer_ReturnsTrue) {
     EXPECT_TRUE(IsPathLike(L"C:\\a"));
+    EXPECT_TRUE(IsPathLike(L"C:\\"));
     EXPECT_TRUE(IsPathLike(L"\\\\server\\share"));
     EXPECT_FALSE(IsPathLike(L"C:"));
     EXPECT_FALSE(IsPathLike(L"C:a"));

@@ -5,6 +5,7 @@
 
 #include "platform/DriveFailure.h"
 #include "platform/FolderEnumeration.h"
+#include "tests/support/ImportHook.h"
 #include "tests/support/TempTree.h"
 
 namespace vw::test {
@@ -46,14 +47,34 @@ TEST_F(SpecialFiles, FilesStoredInAnotherWay_AreFiles) {
 }
 
 TEST_F(SpecialFiles, LinksToFiles_ReadAsTheirTargetIfItExists) {
-    const std::wstring file = tree_.File(L"a.txt", "1234");
+    const std::wstring file = tree_.File(L"a.txt", "1234", {2011, 3, 4, 5, 6, 7});
     const FileInfo shown = FactsWith(FILE_ATTRIBUTE_REPARSE_POINT, kSymbolicLink, file);
     EXPECT_FALSE(shown.isLink);
     EXPECT_EQ(shown.size, 4U);
+    EXPECT_EQ(shown.lastWrite, MakeDate({2011, 3, 4, 5, 6, 7}));
     for (const wchar_t* gone : {L"gone.txt", L"Gone\\a.txt"}) {
         EXPECT_TRUE(
             FactsWith(FILE_ATTRIBUTE_REPARSE_POINT, kSymbolicLink, tree_.Path(gone)).isLink);
     }
+}
+
+HANDLE WINAPI RefuseToOpen(LPCWSTR, DWORD, DWORD, LPSECURITY_ATTRIBUTES, DWORD, DWORD, HANDLE) {
+    SetLastError(ERROR_ACCESS_DENIED);
+    return INVALID_HANDLE_VALUE;
+}
+
+TEST_F(SpecialFiles, LinkWhoseTargetMayNotBeRead_IsAFile) {
+    const ImportHook refuse("CreateFileW", &RefuseToOpen);
+    const FileInfo facts = FactsWith(FILE_ATTRIBUTE_REPARSE_POINT, kSymbolicLink, tree_.Path(L"a"));
+    EXPECT_FALSE(facts.isLink);
+    EXPECT_EQ(facts.size, 7U) << "that of the link";
+}
+
+TEST_F(SpecialFiles, LargeFiles_HaveTheirWholeSize) {
+    WIN32_FIND_DATAW data{};
+    data.nFileSizeHigh = 1;
+    data.nFileSizeLow = 2;
+    EXPECT_EQ(FactsOf(data, LocalTime(), {}).size, (std::uint64_t{1} << 32) + 2);
 }
 
 TEST_F(SpecialFiles, FilesInTheCloudAlone_AreMarked) {

@@ -166,6 +166,33 @@ TEST_F(MessageBoxes, SilentRun_ShowsThreeBoxesAtMostAndEchoesAll) {
     EXPECT_EQ(echoed, (std::vector<std::wstring>{L"0", L"1", L"2", L"3", L"4"}));
 }
 
+const ImportHook* timer = nullptr;
+UINT_PTR WINAPI SetShortTimer(HWND window, UINT_PTR id, UINT milliseconds, TIMERPROC call) {
+    EXPECT_EQ(milliseconds, 5000U);
+    return timer->Original<decltype(SetTimer)>()(window, id, 1, call);
+}
+int hooksTakenOut = 0;
+const ImportHook* unhooking = nullptr;
+BOOL WINAPI CountUnhooking(HHOOK hook) {
+    ++hooksTakenOut;
+    return unhooking->Original<decltype(UnhookWindowsHookEx)>()(hook);
+}
+
+// Boxes of the system itself; nobody but their timer closes them.
+TEST(BoxOfASilentRun, NobodyAnswers_ClosesItselfWithTheSafeAnswer) {
+    const ImportHook set("SetTimer", &SetShortTimer);
+    const ImportHook unhook("UnhookWindowsHookEx", &CountUnhooking);
+    timer = &set;
+    unhooking = &unhook;
+    hooksTakenOut = 0;
+    ProgramState state;
+    state.silentRun = true;
+    Win32MessageBoxes boxes(state, [](std::wstring_view) {});
+    EXPECT_EQ(boxes.Show({.text = L"Done"}), BoxAnswer::Ok);
+    EXPECT_EQ(boxes.Show({.text = L"?", .buttons = BoxButtons::YesNo}), BoxAnswer::No);
+    EXPECT_EQ(hooksTakenOut, 2);
+}
+
 TEST_F(MessageBoxes, SessionEnds_ShowsNothingAndReturnsTheSafeAnswer) {
     state.sessionEnds = true;
     answer = IDYES;

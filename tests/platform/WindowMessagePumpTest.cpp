@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/WindowsHeader.h"
+#include "tests/support/ImportHook.h"
 
 namespace vw {
 namespace {
@@ -43,6 +44,37 @@ TEST(WindowEventPumpTest, ProcessMessages_ProcessesEveryMessage) {
     for (int i = 0; i < 5; ++i) window.Post();
     pump.ProcessMessages();
     EXPECT_EQ(window.Count(), 5);
+}
+
+TEST(WindowEventPumpTest, MessageThatTheFilterTakes_ReachesNoWindow) {
+    const CountingWindow window;
+    WindowMessagePump pump;
+    int filtered = 0;
+    pump.SetFilter([&](const MSG& message) {
+        if (message.message != WM_APP) return false;
+        ++filtered;
+        return true;
+    });
+    window.Post();
+    pump.ProcessMessages();
+    EXPECT_EQ(filtered, 1);
+    EXPECT_EQ(window.Count(), 0);
+}
+
+int translated = 0;
+BOOL WINAPI CountTranslation(const MSG*) {
+    ++translated;
+    return TRUE;
+}
+
+TEST(WindowEventPumpTest, Message_IsTranslatedToItsCharacter) {
+    const test::ImportHook translate("TranslateMessage", &CountTranslation);
+    const CountingWindow window;
+    WindowMessagePump pump;
+    translated = 0;
+    window.Post();
+    pump.ProcessMessages();
+    EXPECT_EQ(translated, 1);
 }
 
 TEST(WindowEventPumpTest, ProcessMessagesIfDue_ProcessesAfterTheInterval) {

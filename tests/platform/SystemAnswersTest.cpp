@@ -1,0 +1,171 @@
+// Answers of the system that no disk of a test gives.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+
+#include "platform/RuntimeError.h"
+#include "platform/Win32FileSystem.h"
+#include "tests/support/ImportHook.h"
+#include "tests/support/TempTree.h"
+
+namespace vw::test {
+namespace {
+
+template <class Call>
+int NumberOf(Call call) {
+    try {
+        call();
+    } catch (const RuntimeError& error) {
+        return error.Number();
+    }
+    return 0;
+}
+
+std::wstring tempPath;
+DWORD tempLength = 0;
+
+DWORD WINAPI AnswerTempPath(DWORD size, LPWSTR buffer) {
+    if (tempPath.size() < size) std::copy(tempPath.begin(), tempPath.end(), buffer);
+    SetLastError(ERROR_NOT_READY);
+    return tempLength;
+}
+
+class TemporaryFolder : public testing::Test {
+  protected:
+    static std::wstring Of(const std::wstring& path) {
+        tempPath = path;
+        tempLength = static_cast<DWORD>(path.size());
+        return Win32FileSystem().TempFolder();
+    }
+
+    const ImportHook answer{"GetTempPathW", &AnswerTempPath};
+};
+
+TEST_F(TemporaryFolder, Root_KeepsItsSeparator) {
+    EXPECT_EQ(Of(L"C:\\"), L"C:\\");
+    EXPECT_EQ(Of(L"C:\\\\"), L"C:\\");
+    EXPECT_EQ(Of(L"C:\\T\\"), L"C:\\T");
+}
+
+TEST_F(TemporaryFolder, SystemHasNone_Throws) {
+    tempLength = 0;
+    EXPECT_EQ(NumberOf([] { static_cast<void>(Win32FileSystem().TempFolder()); }),
+              error_number::kNotReady);
+}
+
+TEST_F(TemporaryFolder, LongerThanAnyPath_Throws) {
+    tempLength = 1000;
+    EXPECT_EQ(NumberOf([] { static_cast<void>(Win32FileSystem().TempFolder()); }),
+              error_number::kNotReady);
+}
+
+BOOL WINAPI RefuseAttributes(LPCWSTR, GET_FILEEX_INFO_LEVELS, LPVOID) {
+    SetLastError(ERROR_ACCESS_DENIED);
+    return FALSE;
+}
+
+DWORD refusal = 0;
+BOOL WINAPI RefuseWithCode(LPCWSTR, GET_FILEEX_INFO_LEVELS, LPVOID) {
+    SetLastError(refusal);
+    return FALSE;
+}
+
+class RefusedAttributes : public testing::Test {
+  protected:
+    const TempTree tree;
+    const ImportHook refuse{"GetFileAttributesExW", &RefuseAttributes};
+    Win32FileSystem files;
+};
+
+TEST_F(RefusedAttributes, FileThatItsFolderLists_HasItsFacts) {
+    const auto facts = files.Stat(tree.File(L"a.txt", "12345"));
+    ASSERT_TRUE(facts);
+    EXPECT_EQ(facts->size, 5U);
+}
+
+TEST_F(RefusedAttributes, FileThatNoFolderLists_IsPermissionDenied) {
+    EXPECT_EQ(NumberOf([&] { static_cast<void>(files.Stat(tree.Path(L"none"))); }),
+              error_number::kPermissionDenied);
+}
+
+// Every code that is an answer, and some that are none.
+TEST(RefusedAttributesByCode, NothingOfThatName_IsNoError) {
+    const TempTree tree;
+    const ImportHook refuse("GetFileAttributesExW", &RefuseWithCode);
+    Win32FileSystem files;
+    for (const DWORD code :
+         {ERROR_FILE_NOT_FOUND, ERROR_PATH_NOT_FOUND, ERROR_INVALID_NAME, ERROR_BAD_PATHNAME,
+          ERROR_INVALID_DRIVE, ERROR_NOT_READY, ERROR_BAD_NETPATH, ERROR_BAD_NET_NAME,
+          ERROR_BAD_DEV_TYPE, ERROR_DIRECTORY, ERROR_FILENAME_EXCED_RANGE}) {
+        refusal = code;
+        EXPECT_EQ(files.Stat(tree.Path(L"none")), std::nullopt) << code;
+    }
+    for (const DWORD code : {ERROR_CRC, ERROR_SHARING_VIOLATION, ERROR_LOGON_FAILURE}) {
+        refusal = code;
+        EXPECT_NE(NumberOf([&] { static_cast<void>(files.Stat(tree.Path(L"none"))); }), 0) << code;
+    }
+}
+
+DWORD WINAPI AnswerNoFinalPath(HANDLE, LPWSTR, DWORD, DWORD) { return 0; }
+
+TEST(RealPath, DeviceWithoutFinalPaths_IsTheAbsolutePath) {
+    const TempTree tree;
+    const std::wstring folder = tree.Folder(L"a");
+    const ImportHook answer("GetFinalPathNameByHandleW", &AnswerNoFinalPath);
+    EXPECT_EQ(Win32FileSystem().RealPath(tree.Path(L"x\\..\\a")), folder);
+}
+
+std::wstring askedFolder;
+
+BOOL WINAPI AnswerFreeSpace(LPCWSTR folder, PULARGE_INTEGER available, PULARGE_INTEGER,
+                            PULARGE_INTEGER) {
+    askedFolder = folder;
+    available->QuadPart = 12345;
+    return TRUE;
+}
+
+TEST(FreeSpace, Folder_IsAskedWithOneSeparatorAtItsEnd) {
+    const ImportHook answer("GetDiskFreeSpaceExW", &AnswerFreeSpace);
+    Win32FileSystem files;
+    EXPECT_EQ(files.FreeSpace(L"C:\\"), 12345U);
+    EXPECT_EQ(askedFolder, L"\\\\?\\C:\\");
+    EXPECT_EQ(files.FreeSpace(L"C:\\a"), 12345U);
+    EXPECT_EQ(askedFolder, L"\\\\?\\C:\\a\\");
+}
+
+std::wstring folderOfTheServer;
+const ImportHook* creation = nullptr;
+
+/// Opens a folder of the test in place of every one of a server.
+HANDLE WINAPI OpenForServer(LPCWSTR path, DWORD access, DWORD sharing, LPSECURITY_ATTRIBUTES rights,
+                            DWORD how, DWORD flags, HANDLE like) {
+    const bool isServer = std::wstring_view(path).starts_with(L"\\\\?\\UNC\\");
+    return creation->Original<decltype(CreateFileW)>()(isServer ? folderOfTheServer.c_str() : path,
+                                                       access, sharing, rights, how, flags, like);
+}
+
+TEST(FolderOfAServer, Device_IsItsShare) {
+    const TempTree tree;
+    folderOfTheServer = tree.Path();
+    const ImportHook open("CreateFileW", &OpenForServer);
+    creation = &open;
+    Win32FileSystem files;
+    for (const wchar_t* folder : {L"\\\\server\\share", L"\\\\server\\share\\a\\b"}) {
+        EXPECT_EQ(files.Identify(folder).device, L"\\\\server\\share");
+    }
+}
+
+TEST(FolderOfADrive, Device_IsWhatTheSystemHasBehindTheLetter) {
+    wchar_t device[1024] = {};
+    ASSERT_NE(QueryDosDeviceW(L"C:", device, 1024), 0U);
+    const TempTree tree;
+    Win32FileSystem files;
+    ASSERT_TRUE(tree.Path().starts_with(L"C:"));
+    EXPECT_EQ(files.Identify(tree.Path()).device, device);
+    EXPECT_EQ(files.Identify(L"\\\\?\\" + tree.Path()).device, L"") << "no letter at its beginning";
+}
+
+}  // namespace
+}  // namespace vw::test
