@@ -7,6 +7,14 @@
 
 #include "platform/RuntimeError.h"
 #include "platform/Utf8.h"
+#include "tests/support/ImportHook.h"
+
+// Needs the declarations of the system first.
+#include <oleauto.h>
+
+extern "C" {
+extern void* __imp_VarI2FromStr;  // NOLINT(bugprone-reserved-identifier)
+}
 
 namespace vw {
 namespace {
@@ -58,6 +66,14 @@ TEST(Conversions, ParseInt16_Beyond16Bits_ThrowsOverflow) {
         EXPECT_EQ(NumberOfErrorIn([&] { (void)ParseInt16(text); }), error_number::kOverflow)
             << ToUtf8(text);
     }
+}
+
+HRESULT WINAPI RunOutOfMemory(LPCOLESTR, LCID, ULONG, SHORT*) { return E_OUTOFMEMORY; }
+
+TEST(Conversions, ParseInt16_NoMemory_ThrowsOutOfMemory) {
+    const test::ImportHook convert(__imp_VarI2FromStr, &RunOutOfMemory);
+    EXPECT_EQ(NumberOfErrorIn([] { static_cast<void>(ParseInt16(L"1.5")); }),
+              error_number::kOutOfMemory);
 }
 
 TEST(Conversions, ParseBool_ReadsTrueFalseAndAnyNumber) {

@@ -56,6 +56,28 @@ TEST(NamedLockTest, Name_IsThatOfEveryVersion) {
     EXPECT_EQ(lockName, L"Global\\Vaultwright-destination-dceeedcbce2eec87");
 }
 
+TEST(NamedLockTest, TryTake_IsHeldAlready_ReturnsTrue) {
+    NamedLock lock(L"test", L"C:\\again");
+    EXPECT_TRUE(lock.TryTake());
+    EXPECT_TRUE(lock.TryTake());
+    EXPECT_FALSE(OtherCanTake(L"test", L"C:\\again"));
+}
+
+int mutexesClosed = 0;
+const test::ImportHook* closing = nullptr;
+BOOL WINAPI CountClosed(HANDLE handle) {
+    ++mutexesClosed;
+    return closing->Original<decltype(CloseHandle)>()(handle);
+}
+
+TEST(NamedLockTest, Destructor_ClosesTheMutex) {
+    const test::ImportHook close("CloseHandle", &CountClosed);
+    closing = &close;
+    mutexesClosed = 0;
+    { const NamedLock lock(L"test", L"C:\\closed"); }
+    EXPECT_EQ(mutexesClosed, 1);
+}
+
 TEST(NamedLockTest, Destructor_ReleasesTheLock) {
     auto lock = std::make_unique<NamedLock>(L"test", L"C:\\Store");
     ASSERT_TRUE(lock->TryTake());

@@ -135,6 +135,69 @@ TEST(FreeSpace, Folder_IsAskedWithOneSeparatorAtItsEnd) {
     EXPECT_EQ(askedFolder, L"\\\\?\\C:\\a\\");
 }
 
+std::wstring askedRoot;
+std::wstring volumeOfThePath;
+UINT driveType = 0;
+
+BOOL WINAPI AnswerVolume(LPCWSTR, LPWSTR root, DWORD size) {
+    if (volumeOfThePath.empty()) return FALSE;
+    EXPECT_GT(size, volumeOfThePath.size());
+    volumeOfThePath.copy(root, volumeOfThePath.size());
+    return TRUE;
+}
+
+UINT WINAPI AnswerDriveType(LPCWSTR root) {
+    askedRoot = root;
+    return driveType;
+}
+
+class DriveTypes : public testing::Test {
+  protected:
+    const ImportHook volume{"GetVolumePathNameW", &AnswerVolume};
+    const ImportHook type{"GetDriveTypeW", &AnswerDriveType};
+    Win32FileSystem files;
+};
+
+TEST_F(DriveTypes, EachKind_IsItsOwn) {
+    struct Row {
+        UINT system;
+        DriveType ours;
+    };
+    for (const Row& row :
+         {Row{DRIVE_REMOVABLE, DriveType::Removable}, Row{DRIVE_FIXED, DriveType::Fixed},
+          Row{DRIVE_REMOTE, DriveType::Network}, Row{DRIVE_CDROM, DriveType::Optical},
+          Row{DRIVE_RAMDISK, DriveType::Memory}, Row{DRIVE_NO_ROOT_DIR, DriveType::Unknown}}) {
+        driveType = row.system;
+        EXPECT_EQ(files.DriveTypeOf(L"X:\\"), row.ours) << row.system;
+    }
+}
+
+TEST_F(DriveTypes, Server_IsNetworkWithoutAsking) {
+    driveType = DRIVE_FIXED;
+    askedRoot.clear();
+    EXPECT_EQ(files.DriveTypeOf(L"\\\\server\\share\\a"), DriveType::Network);
+    EXPECT_EQ(askedRoot, L"");
+}
+
+TEST_F(DriveTypes, Root_IsAskedItself) {
+    volumeOfThePath = L"Y:\\";
+    static_cast<void>(files.DriveTypeOf(L"X:\\"));
+    EXPECT_EQ(askedRoot, L"X:\\") << "its volume may be on a server that is gone";
+}
+
+// A folder can show another volume.
+TEST_F(DriveTypes, Folder_VolumeIsAsked) {
+    volumeOfThePath = L"X:\\a\\";
+    static_cast<void>(files.DriveTypeOf(L"X:\\a"));
+    EXPECT_EQ(askedRoot.c_str(), volumeOfThePath);
+}
+
+TEST_F(DriveTypes, FolderWithoutAVolume_DriveIsAsked) {
+    volumeOfThePath.clear();
+    static_cast<void>(files.DriveTypeOf(L"X:\\a"));
+    EXPECT_EQ(askedRoot, L"X:\\");
+}
+
 std::wstring folderOfTheServer;
 const ImportHook* creation = nullptr;
 

@@ -105,6 +105,31 @@ TEST(SystemCodePage, RefusesTextsOfMoreThanTwoGigabytes) {
     }
 }
 
+TEST(SystemCodePage, EncodingsOfUnicode_HoldEveryCharacter) {
+    int known = 0;
+    for (const unsigned number : {unsigned{CP_UTF8}, unsigned{CP_UTF7}, 54936U}) {
+        if (IsValidCodePage(number) == 0) continue;
+        ++known;
+        EXPECT_TRUE(CodePage(number).IsUnicode()) << number;
+    }
+    EXPECT_GT(known, 0);
+    EXPECT_FALSE(CodePage(1252).IsUnicode());
+}
+
+int unitsOfTheAnswer = 0;
+int WINAPI AnswerCodePage(LCID, LCTYPE, LPWSTR number, int) {
+    if (unitsOfTheAnswer > 0) *reinterpret_cast<DWORD*>(number) = 1256;
+    return unitsOfTheAnswer;
+}
+
+TEST(SystemCodePage, OfSystemLanguage_IsItsNumberOrZero) {
+    const test::ImportHook answer("GetLocaleInfoW", &AnswerCodePage);
+    unitsOfTheAnswer = 2;
+    EXPECT_EQ(CodePage::OfSystemLanguage(), 1256U);
+    unitsOfTheAnswer = 0;
+    EXPECT_EQ(CodePage::OfSystemLanguage(), 0U);
+}
+
 const test::ImportHook* conversion = nullptr;
 bool hadStandIn = false;
 int WINAPI NoteStandIn(UINT page, DWORD flags, LPCWSTR text, int units, LPSTR bytes, int size,

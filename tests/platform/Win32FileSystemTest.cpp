@@ -91,6 +91,14 @@ TEST_F(Win32FileSystemTest, ListsEachEntryOnceWithItsInfo) {
               (std::set<std::wstring>{L"a.txt", L"\u0645\u0631\u062D\u0628\u0627.txt", L"sub"}));
 }
 
+TEST_F(Win32FileSystemTest, List_NamesThatBeginWithDots_AreEntries) {
+    const std::set<std::wstring> wanted{L".a", L"..a", L".ab", L"...a"};
+    for (const std::wstring& name : wanted) tree_.File(name);
+    std::set<std::wstring> names;
+    files_.List(tree_.Path(), [&](const FolderEntry& entry) { names.emplace(entry.name); });
+    EXPECT_EQ(names, wanted);
+}
+
 TEST_F(Win32FileSystemTest, List_EmptyOrMissingFolder_ListsNothingOrThrows) {
     files_.List(tree_.Folder(L"empty"), [](const FolderEntry&) { ADD_FAILURE(); });
     EXPECT_EQ(NumberOf([&] { files_.List(tree_.Path(L"none"), [](const FolderEntry&) {}); }), 76);

@@ -106,6 +106,10 @@ TEST(WindowEventPumpTest, QuitMessage_IsReportedOnce_OthersContinue) {
     WindowMessagePump pump;
     int told = 0;
     pump.SetQuit([&] { ++told; });
+    pump.SetFilter([](const MSG& message) {
+        EXPECT_NE(message.message, static_cast<UINT>(WM_QUIT)) << "it is for no window";
+        return false;
+    });
     PostQuitMessage(7);
     pump.ProcessMessages();
     window.Post();
