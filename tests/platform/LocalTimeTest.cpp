@@ -87,6 +87,16 @@ TEST(LocalTimeTest, ConversionByYear_IsTheSystemsWhereItHasOne) {
     EXPECT_EQ(SystemYearwiseLocalTime(), &ConvertByYear);
 }
 
+TEST(LocalTimeTest, Now_IsTheTimeOfTheSystem) {
+    FILETIME before{};
+    FILETIME after{};
+    GetSystemTimeAsFileTime(&before);
+    const Date now = LocalNow();
+    GetSystemTimeAsFileTime(&after);
+    EXPECT_GE(now, LocalTime().DateOf(before));
+    EXPECT_LE(now, LocalTime().DateOf(after));
+}
+
 TEST(LocalTimeTest, TimeBeyondTheCalendar_ReturnsItsLastSecond) {
     const LocalTime localTime;
     const FILETIME beyond{0xFFFFFFFF, 0xFFFFFFFF};

@@ -6,6 +6,7 @@
 #include <thread>
 
 #include "platform/RuntimeError.h"
+#include "platform/SecurityDescriptor.h"
 #include "platform/WindowsHeader.h"
 #include "tests/support/ImportHook.h"
 
@@ -40,6 +41,10 @@ TEST(NamedLockTest, TryTake_OtherPathOrPurpose_ReturnsTrue) {
     ASSERT_TRUE(lock.TryTake());
     EXPECT_TRUE(OtherCanTake(L"test", L"C:\\Store2"));
     EXPECT_TRUE(OtherCanTake(L"test2", L"C:\\Store"));
+}
+
+TEST(NamedLockTest, RightsThatAreNone_Throw) {
+    EXPECT_THROW(SecurityDescriptor(L"nonsense"), RuntimeError);
 }
 
 std::wstring lockName;

@@ -269,6 +269,11 @@ TEST_F(StandardStreamsOfAConsole, Text_IsShownAsItIs) {
     EXPECT_TRUE(streams.AreOne());
 }
 
+TEST_F(StandardStreamsOfAConsole, FirstQuestion_FindsTheStreams) {
+    EXPECT_TRUE(StandardStreams().OutputIsConsole());
+    EXPECT_TRUE(StandardStreams().AreOne());
+}
+
 TEST_F(StandardStreamsOfAConsole, Width_IsThatOfTheWindow) {
     CONSOLE_SCREEN_BUFFER_INFO info{};
     ASSERT_NE(GetConsoleScreenBufferInfo(screen.Get(), &info), FALSE);

@@ -198,6 +198,42 @@ TEST_F(DriveTypes, FolderWithoutAVolume_DriveIsAsked) {
     EXPECT_EQ(askedRoot, L"X:\\");
 }
 
+DWORD numberOfTheFolder = 0;
+DWORD step = 0;
+BOOL WINAPI AnswerInformation(HANDLE, LPBY_HANDLE_FILE_INFORMATION information) {
+    *information = {};
+    information->dwFileAttributes = FILE_ATTRIBUTE_DIRECTORY;
+    information->dwVolumeSerialNumber = 77;
+    information->nFileIndexHigh = 1;
+    information->nFileIndexLow = numberOfTheFolder;
+    numberOfTheFolder += step;
+    return TRUE;
+}
+
+BOOL WINAPI AnswerNoInformation(HANDLE, LPBY_HANDLE_FILE_INFORMATION) {
+    SetLastError(ERROR_CRC);
+    return FALSE;
+}
+
+TEST(Identify, VolumeAndFolder_AreThoseOfTheSystem) {
+    const TempTree tree;
+    const ImportHook answer("GetFileInformationByHandle", &AnswerInformation);
+    numberOfTheFolder = 5;
+    step = 0;
+    const FolderIdentity steady = Win32FileSystem().Identify(tree.Path());
+    EXPECT_EQ(steady.volume, 77U);
+    EXPECT_EQ(steady.folder, (std::uint64_t{1} << 32) + 5);
+    step = 1;
+    EXPECT_EQ(Win32FileSystem().Identify(tree.Path()).folder, 0U) << "another at each opening";
+}
+
+TEST(Identify, SystemKnowsNothing_Throws) {
+    const TempTree tree;
+    const ImportHook answer("GetFileInformationByHandle", &AnswerNoInformation);
+    EXPECT_EQ(NumberOf([&] { static_cast<void>(Win32FileSystem().Identify(tree.Path())); }),
+              error_number::kDeviceError);
+}
+
 std::wstring folderOfTheServer;
 const ImportHook* creation = nullptr;
 

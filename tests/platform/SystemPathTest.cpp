@@ -135,6 +135,13 @@ TEST(SystemPathTest, PathContains_ComparesWholeComponentsIgnoringCase) {
     EXPECT_TRUE(PathContains(L"\\\\s\\share", L"\\\\S\\Share\\x"));
 }
 
+TEST(SystemPathTest, WithoutLongPrefix_OtherPaths_StayAsTheyAre) {
+    for (const wchar_t* path : {L"abcdC:\\x", L"C:\\x", L"\\\\?\\Volume{1}\\x", L"ab", L""}) {
+        EXPECT_EQ(WithoutLongPrefix(path), path);
+    }
+    EXPECT_EQ(WithoutLongPrefix(L"\\\\?\\C:\\x"), L"C:\\x");
+}
+
 TEST(SystemPathTest, PathContains_PrefixOfLongPaths_IsTheSamePlace) {
     EXPECT_TRUE(PathContains(L"\\\\?\\E:\\Store\\", L"E:\\Store"));
     EXPECT_TRUE(PathContains(L"E:\\Store", L"\\\\?\\e:\\store\\"));

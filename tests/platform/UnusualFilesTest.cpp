@@ -70,6 +70,16 @@ TEST_F(SpecialFiles, LinkWhoseTargetMayNotBeRead_IsAFile) {
     EXPECT_EQ(facts.size, 7U) << "that of the link";
 }
 
+TEST_F(SpecialFiles, Files_HaveTheirDateByBothRules) {
+    WIN32_FIND_DATAW data{};
+    data.ftLastWriteTime = {0, 0x01D00000};
+    const LocalTime localTime;
+    const FileInfo facts = FactsOf(data, localTime, {});
+    EXPECT_EQ(facts.lastWrite, localTime.DateOf(data.ftLastWriteTime));
+    EXPECT_EQ(facts.lastWriteByPresentRules, localTime.DateByPresentRules(data.ftLastWriteTime));
+    EXPECT_GT(facts.lastWriteByPresentRules, kNoDate);
+}
+
 TEST_F(SpecialFiles, LargeFiles_HaveTheirWholeSize) {
     WIN32_FIND_DATAW data{};
     data.nFileSizeHigh = 1;

@@ -118,6 +118,23 @@ TEST(WindowEventPumpTest, QuitMessage_IsReportedOnce_OthersContinue) {
     EXPECT_EQ(window.Count(), 1);
 }
 
+int waits = 0;
+DWORD WINAPI NoteWait(DWORD objects, const HANDLE*, DWORD milliseconds, DWORD kinds, DWORD flags) {
+    ++waits;
+    EXPECT_EQ(objects, 0U);
+    EXPECT_EQ(milliseconds, 250U);
+    EXPECT_EQ(kinds, static_cast<DWORD>(QS_ALLINPUT));
+    EXPECT_EQ(flags, static_cast<DWORD>(MWMO_INPUTAVAILABLE));
+    return WAIT_TIMEOUT;
+}
+
+TEST(WindowEventPumpTest, WaitForMessages_WaitsNoLongerThanItIsTold) {
+    const test::ImportHook wait("MsgWaitForMultipleObjectsEx", &NoteWait);
+    waits = 0;
+    WindowMessagePump().WaitForMessages(250);
+    EXPECT_EQ(waits, 1);
+}
+
 TEST(WindowEventPumpTest, WaitForMessages_MessageArrives_Returns) {
     const CountingWindow window;
     WindowMessagePump pump;
