@@ -122,7 +122,7 @@ int WINAPI AnswerCodePage(LCID, LCTYPE, LPWSTR number, int) {
     return unitsOfTheAnswer;
 }
 
-TEST(SystemCodePage, OfSystemLanguage_IsItsNumberOrZero) {
+TEST(SystemCodePage, LanguageOfTheSystem_IsItsNumberOrZero) {
     const test::ImportHook answer("GetLocaleInfoW", &AnswerCodePage);
     unitsOfTheAnswer = 2;
     EXPECT_EQ(CodePage::OfSystemLanguage(), 1256U);
