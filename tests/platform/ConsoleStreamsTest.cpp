@@ -163,6 +163,14 @@ TEST_F(StandardStreamsOfAParent, ParentWithoutAConsole_WritesNothing) {
     EXPECT_EQ(attached, 0);
 }
 
+TEST_F(StandardStreamsOfAParent, ConsoleIsClosedMeanwhile_WritesNothing) {
+    StandardStreams streams;
+    EXPECT_TRUE(streams.AreOne());
+    hasParent = FALSE;
+    streams.Error(L"error");
+    EXPECT_EQ(Shown(0, 5), L"     ");
+}
+
 TEST_F(StandardStreamsOfAParent, ClosedHandle_WritesToItsConsole) {
     FileHandle closed{CreateFileW(tree.Path(L"Closed.txt").c_str(), GENERIC_WRITE, 0, nullptr,
                                   CREATE_ALWAYS, 0, nullptr)};

@@ -28,10 +28,7 @@ DWORD WINAPI AnswerFolder(DWORD size, LPWSTR folder) {
     return length;
 }
 
-DWORD WINAPI AnswerAnotherFolder(DWORD size, LPWSTR folder) {
-    if (folder == nullptr) return size == 0 ? 4 : 0;
-    return 100;
-}
+DWORD WINAPI AnswerAnotherFolder(DWORD size, LPWSTR) { return size == 0 ? 4 : 100; }
 
 TEST(CurrentFolder, Folder_IsTheSystemsWithoutItsEndMark) {
     const ImportHook answer("GetCurrentDirectoryW", &AnswerFolder);

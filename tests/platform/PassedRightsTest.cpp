@@ -1,7 +1,6 @@
 // Which access rights are passed on, for lists that a disk of a test does not give to its files.
 
 #include <gtest/gtest.h>
-#include <sddl.h>
 
 #include <cstring>
 #include <optional>
@@ -12,6 +11,7 @@
 #include "tests/support/ImportHook.h"
 // The declarations of access lists need those of the system first.
 #include <aclapi.h>
+#include <sddl.h>
 
 namespace vw::test {
 namespace {
