@@ -169,6 +169,25 @@ TEST_F(Browser, FindsTheRowOfAProtectedItem) {
     browser.RestoredPath(L"");
 }
 
+TEST_F(Browser, TwoRowsOfOneName_FirstIsFound) {
+    for (const wchar_t* name : {L"Photos.2019", L"Photos.2020"}) {
+        const std::wstring folder = tree.Folder(name);
+        tree.File(folder + L"\\a.txt");
+        BackUp(folder + L"\\");
+    }
+    browser.ListRestoreFiles();
+    ASSERT_EQ(Items(), (std::vector<std::wstring>{L"Photos", L"Photos"}));
+    browser.RestoredPath(tree.Path(L"Photos"));
+    EXPECT_EQ(browser.Items().Selected(), 0);
+}
+
+TEST_F(Browser, NothingListed_HasNoSelection) {
+    browser.ListRestoreFiles();
+    browser.SelectLast();
+    EXPECT_EQ(browser.ListedRow(), -1);
+    EXPECT_FALSE(browser.Selection());
+}
+
 TEST_F(Browser, FolderWithAPoint_CopiesAreListed) {
     const std::wstring folder = tree.Folder(L"Projects.v2");
     tree.File(L"Projects.v2\\a.txt", "1", {2024, 1, 1, 0, 0, 0});
