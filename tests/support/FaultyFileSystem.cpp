@@ -145,9 +145,7 @@ FaultyFileSystem::Act FaultyFileSystem::Before(const FileOperation& operation) {
         default:
             break;
     }
-    const bool concernsTarget =
-        errorNumber_ == error_number::kDiskFull && operation.call == FileCall::Copy;
-    Throw(errorNumber_, concernsTarget ? operation.to : operation.path);
+    Throw(errorNumber_, operation.path);
 }
 
 void FaultyFileSystem::WriteHalf(std::wstring_view path, std::string_view bytes) {
