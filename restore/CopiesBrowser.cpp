@@ -164,8 +164,6 @@ bool CopiesBrowser::IsStillShown(const std::wstring& folder) {
 
 // The user looks at the same item as before, when the other folder has it too.
 void CopiesBrowser::ListAnew() {
-    // A listing that is under way reads the folder anew by itself.
-    if (listing_) return;
     const auto before = Selection();
     ListRestoreFiles();
     if (!before) return;

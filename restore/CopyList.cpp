@@ -80,30 +80,27 @@ bool CopyList::AddCopies(const std::wstring& folder, const ItemRow& item) {
     // Outside the details view a row has its name alone. A file without an extension has an empty
     // type in every view.
     const CopiesOfItem wanted(name, shown.originalLocation.empty() ? 0 : shown.location);
-    const bool byOrigin = isFolder || !item.nested.empty();
+    const bool byOrigin = !item.nested.empty() || (isFolder && !EqualNoCase(name, item.topOrigin));
+    const auto isCopy = [&](std::wstring_view entry) {
+        if (!byOrigin) return wanted.Contains(entry);
+        const CopyNameParts parts = ParseCopyName(entry);
+        return IsCopyName(entry) && parts.location == shown.location &&
+               EqualNoCase(parts.origin, item.topOrigin);
+    };
     const int listing = listing_;
 
     std::vector<FoundCopy> found;
-    std::vector<FoundCopy> foundByOrigin;
     std::unordered_set<std::wstring> comments;
     system_.files.List(folder, [&](const FolderEntry& entry) {
         if (IsCommentName(entry.name)) {
             comments.insert(
                 UpperCase(entry.name.substr(0, entry.name.size() - kCommentExtension.size())));
         }
-        if (MatchesWildcard(entry.name, L"*.vwc")) return;
-        if (item.nested.empty() && wanted.Contains(entry.name)) {
+        if (isCopy(entry.name)) {
             found.push_back({std::wstring(entry.name), static_cast<const FileInfo&>(entry)});
-        } else if (byOrigin && IsCopyName(entry.name)) {
-            const CopyNameParts parts = ParseCopyName(entry.name);
-            if (parts.location == shown.location && EqualNoCase(parts.origin, item.topOrigin)) {
-                foundByOrigin.push_back(
-                    {std::wstring(entry.name), static_cast<const FileInfo&>(entry)});
-            }
         }
     });
-    const bool isOther = isFolder && !EqualNoCase(name, item.topOrigin) && !foundByOrigin.empty();
-    for (const FoundCopy& candidate : found.empty() || isOther ? foundByOrigin : found) {
+    for (const FoundCopy& candidate : found) {
         const std::wstring entry = JoinPath(folder, candidate.name);
         const auto stored = CopyIn(entry, candidate.facts, item);
         if (!stored) continue;

@@ -183,8 +183,8 @@ TEST_F(Browser, TwoRowsOfOneName_FirstIsFound) {
 
 TEST_F(Browser, NothingListed_HasNoSelection) {
     browser.ListRestoreFiles();
-    browser.SelectLast();
     EXPECT_EQ(browser.ListedRow(), -1);
+    browser.SelectLast();
     EXPECT_FALSE(browser.Selection());
 }
 
@@ -258,6 +258,24 @@ TEST_F(Browser, SecondListingDuringTheFirst_HasNoEffect) {
     }
 }
 
+TEST_F(Browser, RowsAppearDuringAListing_NoneIsSelectedYet) {
+    for (const auto* name : {L"a«0001».txt", L"b«0001».txt", L"c«0001».txt"}) CopyFile(name);
+    browser.ListRestoreFiles();
+    const int yields = world.pump.Yields();
+    bool wasRowThere = false;
+    for (int yield = 1; yield <= yields; ++yield) {
+        world.pump.Restart();
+        world.pump.AtYield(yield, [&] {
+            const int rows = browser.Items().Rows().Count();
+            if (rows == 3) return;
+            wasRowThere |= rows > 0;
+            EXPECT_EQ(browser.ListedRow(), -1) << yield;
+        });
+        browser.ListRestoreFiles();
+    }
+    EXPECT_TRUE(wasRowThere);
+}
+
 // A user who clicks on the next item does not wait for the copies of the one before.
 TEST_F(Browser, OtherItemChosenDuringAListing_CopiesAreNotMixed) {
     for (int number = 1; number <= 5; ++number) {
@@ -293,6 +311,7 @@ TEST_F(Browser, OtherItemChosenDuringAListing_CopiesAreNotMixed) {
 }
 
 TEST_F(Browser, RowIsNotThere_ListsNoCopiesOfAnotherItem) {
+    const std::wstring emptyHeading = main.form.Text(L"lblCopiesHeading");
     CopyFile(L"a«0001».txt");
     browser.ListRestoreFiles();
     ASSERT_THAT(Labels(), ElementsAre(L"N01"));
@@ -301,6 +320,7 @@ TEST_F(Browser, RowIsNotThere_ListsNoCopiesOfAnotherItem) {
         EXPECT_THAT(Labels(), IsEmpty());
         EXPECT_EQ(browser.ListedRow(), -1);
         EXPECT_FALSE(browser.Selection());
+        EXPECT_EQ(main.form.Text(L"lblCopiesHeading"), emptyHeading);
     }
 }
 
@@ -318,6 +338,20 @@ TEST_F(Browser, FoldersWithAndWithoutAPoint_HaveTheirOwnCopies) {
         browser.RestoredPath(item + L"\\");
         EXPECT_THAT(Column(browser.Copies(), L"BackupName"), ElementsAre(copy));
     }
+}
+
+// Deleting all copies of the one must not delete those of the other.
+TEST_F(Browser, CopiesOfAFolderWithAPointAreGone_ListsNone) {
+    for (const wchar_t* name : {L"Projects", L"Projects.v2"}) {
+        const std::wstring folder = tree.Folder(std::wstring(L"Work\\") + name);
+        tree.File(folder + L"\\a.txt");
+        BackUp(folder + L"\\");
+    }
+    CopyFile(L"Projects«1».v2", "the user's own");
+    browser.ListRestoreFiles();
+    tree.Remove(vault + L"\\Projects«0001».v2");
+    browser.RestoredPath(tree.Path(L"Work\\Projects.v2\\"));
+    EXPECT_THAT(Column(browser.Copies(), L"BackupName"), IsEmpty());
 }
 
 TEST_F(Browser, SelectLast_KeepsTheSelectedCopy) {

@@ -115,11 +115,15 @@ TEST_F(NestedRows, OneWithoutComment_HasARowOfItsOwn) {
 }
 
 // The copies of C:\j.smith\Docs\Old\Docs\ are in a folder called Docs, which is none of them.
-TEST_F(NestedRows, ItemBelowAFolderOfItsName_ListsTheWholePath) {
-    BackUpDocs({L"Docs\\Old"}, 2);
-    EXPECT_THAT(Locations(), ElementsAre(tree.Path(L"j.smith\\Docs\\Old")));
-    EXPECT_THAT(Listed(),
-                ElementsAre(Stored(1, L"Docs\\Old\\Docs"), Stored(2, L"Docs\\Old\\Docs")));
+TEST_F(NestedRows, ItemBelowFoldersOfItsName_ListsTheWholePath) {
+    for (const wchar_t* place : {L"Docs\\Old", L"Docs\\Docs\\Old"}) {
+        tree.Remove(vault);
+        tree.Folder(vault);
+        BackUpDocs({place}, 2);
+        EXPECT_THAT(Locations(), ElementsAre(tree.Path(std::wstring(L"j.smith\\") + place)));
+        const std::wstring copy = std::wstring(place) + L"\\Docs";
+        EXPECT_THAT(Listed(), ElementsAre(Stored(1, copy), Stored(2, copy)));
+    }
 }
 
 TEST_F(NestedRows, FileAndFolderOfOneName_HaveOneRowEach) {

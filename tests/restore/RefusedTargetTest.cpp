@@ -76,6 +76,17 @@ TEST_F(RefusedTarget, PlaceIsTakenBeforeTheRename_NamesTheTarget) {
     EXPECT_EQ(world.errors.TakeOne().path, document);
 }
 
+TEST_F(RefusedTarget, OtherFileComesAfterTheOldOneIsGone_IsKept) {
+    world.files.OnOperation([this](const FileOperation& operation) {
+        if (operation.call == FileCall::Copy) tree.Remove(L"Docs\\Report.doc");
+        if (operation.call == FileCall::Rename || operation.call == FileCall::Replace) {
+            tree.File(L"Docs\\Report.doc", "somebody's");
+        }
+    });
+    EXPECT_EQ(RestoreOver().path, document);
+    EXPECT_EQ(ReadBytes(document), "somebody's");
+}
+
 TEST_F(RefusedTarget, OneFileOfAFolderIsInUse_NamesThatFile) {
     const std::wstring work = tree.Folder(L"Work");
     for (int state = 1; state <= 2; ++state) {
