@@ -143,6 +143,7 @@ TEST_F(ExchangedDrive, Click_OneQuestionFails_StaysOnItsDrive) {
         world.files.Heal();
         EXPECT_EQ(main.form.Text(L"cmbDestination"), drive.Name());
         EXPECT_THAT(ListedCopies(), Each(HasSubstr(vault)));
+        EXPECT_THAT(Status(), IsEmpty());
     }
     Click(L"Letter");
     EXPECT_THAT(ListedCopies(), SizeIs(2));
@@ -232,6 +233,17 @@ TEST_F(TwoSticks, Click_AfterExchange_SelectsTheRowOfTheSamePlace) {
                 ElementsAre(vault + L"\\Report«0001».doc"));
     EXPECT_THAT(Status(), HasSubstr(L"exchanged"));
     EXPECT_THAT(world.boxes.Shown(), IsEmpty());
+}
+
+TEST_F(TwoSticks, ExchangeDuringAListing_IsShown_NoCopiesAreListed) {
+    world.pump.Restart();
+    world.pump.AtYield(1, [this] { drive.Insert(L"second"); });
+    browser.ListRestoreFiles();
+    EXPECT_THAT(Status(), HasSubstr(L"exchanged"));
+    EXPECT_THAT(Column(browser.Copies(), L"BackupName"), IsEmpty());
+    drive.Insert();
+    SelectPlace(tree.Path(L"A"));
+    EXPECT_THAT(Status(), IsEmpty());
 }
 
 TEST_F(TwoSticks, NextClick_WithdrawsTheNoticeOfTheExchangeAlone) {
