@@ -95,6 +95,13 @@ std::wstring ServerPath(std::wstring_view path) {
     return rest == std::wstring_view::npos ? root : Joined(std::move(root), names.substr(rest));
 }
 
+// With the separators of the system, and absolute.
+std::wstring Resolved(std::wstring_view path) {
+    std::wstring text(path);
+    std::replace(text.begin(), text.end(), L'/', L'\\');
+    return IsDriveAbsolute(text) || text.starts_with(L"\\\\") ? text : Completed(text);
+}
+
 }  // namespace
 
 void CompleteRelativePathsIn(std::wstring folder) { NamedFolder() = std::move(folder); }
@@ -106,9 +113,7 @@ std::wstring AbsolutePath(std::wstring_view path) {
         Throw(error_number::kBadName, path);
     }
     if (path.starts_with(kLongPrefix)) return std::wstring(path);
-    std::wstring text(path);
-    std::replace(text.begin(), text.end(), L'/', L'\\');
-    if (!IsDriveAbsolute(text) && !text.starts_with(L"\\\\")) text = Completed(text);
+    const std::wstring text = Resolved(path);
     // "NUL", "COM1"...: devices are no files that anyone could back up.
     if (text.starts_with(kDevicePrefix)) Throw(error_number::kBadName, path);
     if (text.starts_with(L"\\\\")) return ServerPath(text);
@@ -126,10 +131,7 @@ std::wstring SystemPath(std::wstring_view path) {
 
 bool NamesDevice(std::wstring_view path) {
     if (path.empty() || path.starts_with(kLongPrefix)) return false;
-    std::wstring text(path);
-    std::replace(text.begin(), text.end(), L'/', L'\\');
-    if (!IsDriveAbsolute(text) && !text.starts_with(L"\\\\")) text = Completed(text);
-    return text.starts_with(kDevicePrefix);
+    return Resolved(path).starts_with(kDevicePrefix);
 }
 
 std::wstring WithoutLongPrefix(std::wstring_view path) {
@@ -141,12 +143,13 @@ std::wstring WithoutLongPrefix(std::wstring_view path) {
 }
 
 bool PathContains(std::wstring_view outer, std::wstring_view inner) {
-    std::wstring outside = AbsolutePath(WithoutLongPrefix(outer));
-    const std::wstring inside = AbsolutePath(WithoutLongPrefix(inner));
-    if (EqualNoCase(outside, inside)) return true;
-    if (outside.back() != L'\\') outside += L'\\';
-    return inside.size() > outside.size() &&
-           EqualNoCase(std::wstring_view(inside).substr(0, outside.size()), outside);
+    const auto asFolder = [](std::wstring_view path) {
+        std::wstring folder = AbsolutePath(WithoutLongPrefix(path));
+        if (!folder.ends_with(L'\\')) folder += L'\\';
+        return folder;
+    };
+    const std::wstring outside = asFolder(outer);
+    return EqualNoCase(asFolder(inner).substr(0, outside.size()), outside);
 }
 
 }  // namespace vw

@@ -261,7 +261,6 @@ void BackupList::FileNew(bool saveAs) {
         context_.showCaption();
         state_.listModified = true;
         recent_.RecentFile(1, state_.currentListPath);
-        recent_.UpdateRecentFiles();
     });
 }
 
@@ -275,7 +274,6 @@ void BackupList::FileOpen(std::wstring_view path) {
         // The other list starts unmodified, also when this one was given up.
         state_.listModified = false;
         recent_.RecentFile(1, state_.currentListPath);
-        recent_.UpdateRecentFiles();
         if (!GetList()) return;
         former.LetGo();
         context_.showCaption();

@@ -5,7 +5,8 @@ formatted by clang-format, so that binary operators have a space on both sides a
 """
 import hashlib
 import re
-from dataclasses import dataclass
+from collections import Counter
+from dataclasses import dataclass, replace
 
 COMMENT_OR_LITERAL = re.compile(
     r'''//[^\n]* | /\*.*?\*/ | R"([^(\s]*)\(.*?\)\1" | "(?:\\.|[^"\\\n])*"
@@ -42,7 +43,7 @@ class Mutation:
     start: int
     end: int
     replacement: str
-    before: str  # the lines that change, on one line
+    before: str  # the lines that change, on one line; behind it which of several equal ones
     after: str
 
     @property
@@ -173,6 +174,15 @@ def edits(text):
         yield start, end, re.sub(r'[^\n]', '', text[start:end])
 
 
+def numbered(found):
+    """The mutations with the place of each among those of one file that have the same text."""
+    totals, seen = Counter(m.key for m in found), Counter()
+    for mutation in found:
+        seen[mutation.key] += 1
+        place = f' // {seen[mutation.key]} of {totals[mutation.key]}'
+        yield replace(mutation, before=mutation.before + place) if totals[mutation.key] > 1 else mutation
+
+
 def mutationsOf(file, text):
     """All mutations of one file, in the order of the text."""
     found = []
@@ -183,7 +193,7 @@ def mutationsOf(file, text):
         after = ' '.join((text[first:start] + replacement + text[end:last]).split())
         line = text.count('\n', 0, start) + 1
         found.append(Mutation(file, line, start, end, replacement, before, after))
-    return found
+    return list(numbered(found))
 
 
 def digest(text):

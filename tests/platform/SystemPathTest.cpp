@@ -49,6 +49,7 @@ TEST(SystemPathTest, RelativePaths_FolderNamed_AreCompletedWithIt) {
     EXPECT_EQ(AbsolutePath(L"q:y.txt"), L"Q:\\Lists\\of mine\\y.txt");
     EXPECT_EQ(AbsolutePath(L"q:"), L"Q:\\Lists\\of mine");
     EXPECT_EQ(AbsolutePath(L"C:\\y.txt"), L"C:\\y.txt");
+    EXPECT_EQ(AbsolutePath(L"q:/y.txt"), L"q:\\y.txt");
     EXPECT_THROW(static_cast<void>(AbsolutePath(L"NUL")), RuntimeError);
     CompleteRelativePathsIn(L"\\\\server\\share\\Lists");
     EXPECT_EQ(AbsolutePath(L"y.txt"), L"\\\\server\\share\\Lists\\y.txt");
@@ -98,11 +99,11 @@ TEST(SystemPathTest, PathThatNamesNoFile_ThrowsBadName) {
 }
 
 TEST(SystemPathTest, NamesDevice_DevicesOnly_ReturnsTrue) {
-    for (const wchar_t* device : {L"NUL", L"COM1", L"\\\\.\\C:", L"//./C:"}) {
+    for (const wchar_t* device : {L"NUL", L"COM1", L"\\\\.\\C:", L"//./C:", L"\\\\./C:"}) {
         EXPECT_TRUE(NamesDevice(device));
     }
     for (const wchar_t* other :
-         {L"", L"C:\\a", L"C:/a", L"a.txt", L"\\\\?\\C:\\a", L"\\\\server\\share"}) {
+         {L"", L"C:\\a", L"C:/a", L"C:\\a\\nul", L"a.txt", L"\\\\?\\C:\\a", L"\\\\server\\share"}) {
         EXPECT_FALSE(NamesDevice(other));
     }
 }
@@ -136,10 +137,12 @@ TEST(SystemPathTest, PathContains_ComparesWholeComponentsIgnoringCase) {
 }
 
 TEST(SystemPathTest, WithoutLongPrefix_OtherPaths_StayAsTheyAre) {
-    for (const wchar_t* path : {L"abcdC:\\x", L"C:\\x", L"\\\\?\\Volume{1}\\x", L"ab", L""}) {
+    for (const wchar_t* path : {L"abcdC:\\x", L"C:\\x", L"\\\\?\\Volume{1}\\x", L"\\\\?\\1:\\x", L"ab", L""}) {
         EXPECT_EQ(WithoutLongPrefix(path), path);
     }
-    EXPECT_EQ(WithoutLongPrefix(L"\\\\?\\C:\\x"), L"C:\\x");
+    for (const wchar_t* path : {L"A:\\x", L"C:\\x", L"Z:\\x", L"a:\\x", L"z:\\x"}) {
+        EXPECT_EQ(WithoutLongPrefix(std::wstring(L"\\\\?\\") + path), path);
+    }
 }
 
 TEST(SystemPathTest, PathContains_PrefixOfLongPaths_IsTheSamePlace) {
@@ -149,6 +152,8 @@ TEST(SystemPathTest, PathContains_PrefixOfLongPaths_IsTheSamePlace) {
     EXPECT_TRUE(PathContains(L"\\\\s\\share", L"\\\\?\\UNC\\S\\Share\\x"));
     EXPECT_FALSE(PathContains(L"\\\\?\\E:\\Store", L"E:\\Store2"));
     EXPECT_FALSE(PathContains(L"E:\\", L"\\\\?\\Volume{1}\\Store"));
+    EXPECT_TRUE(PathContains(L"\\\\?\\Volume{1}\\Store", L"\\\\?\\Volume{1}\\Store\\"));
+    EXPECT_TRUE(PathContains(L"\\\\?\\Volume{1}\\Store\\", L"\\\\?\\Volume{1}\\Store"));
 }
 
 }  // namespace

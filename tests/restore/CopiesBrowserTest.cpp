@@ -177,8 +177,17 @@ TEST_F(Browser, TwoRowsOfOneName_FirstIsFound) {
     }
     browser.ListRestoreFiles();
     ASSERT_EQ(Items(), (std::vector<std::wstring>{L"Photos", L"Photos"}));
+    browser.Items().Select(1);
     browser.RestoredPath(tree.Path(L"Photos"));
     EXPECT_EQ(browser.Items().Selected(), 0);
+}
+
+TEST_F(Browser, RestoredPath_ItemWithoutCopies_LeavesTheLists) {
+    CopyFile(L"a«0001».txt");
+    browser.ListRestoreFiles();
+    browser.RestoredPath(tree.Path(L"b.txt"));
+    EXPECT_EQ(browser.Items().Selected(), 0);
+    EXPECT_THAT(Labels(), ElementsAre(L"N01"));
 }
 
 TEST_F(Browser, NothingListed_HasNoSelection) {
