@@ -221,7 +221,7 @@ TEST_F(App, EndOfTheSession_DuringARun_StopsIt) {
     EXPECT_FALSE(Exists(drive.Backup() + L"\\Second«0001».txt"));
 }
 
-TEST_F(App, ErrorEscapesAHandler_IsReported) {
+TEST_F(App, OnEscaped_ReportsTheError) {
     Start();
     FormEvents& events = Windows().main;
     events.OnEscaped(Main(), std::make_exception_ptr(

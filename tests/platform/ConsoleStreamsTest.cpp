@@ -16,9 +16,9 @@ namespace {
 class StandardStreamsOfAConsole : public testing::Test {
   protected:
     void SetUp() override {
-        // The one that the tests were started in.
+        // A process has one console at most: that in which the tests were started is left.
         FreeConsole();
-        ASSERT_NE(AllocConsole(), FALSE) << GetLastError();
+        if (AllocConsole() == FALSE) GTEST_SKIP() << "no console to be had";
         screen.Reset(CreateFileW(L"CONOUT$", GENERIC_READ | GENERIC_WRITE,
                                  FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0,
                                  nullptr));
@@ -30,6 +30,7 @@ class StandardStreamsOfAConsole : public testing::Test {
         screen.Reset();
         FreeConsole();
         AttachConsole(ATTACH_PARENT_PROCESS);
+        SetStdHandle(STD_INPUT_HANDLE, inputBefore);
         SetStdHandle(STD_OUTPUT_HANDLE, outputBefore);
         SetStdHandle(STD_ERROR_HANDLE, errorBefore);
     }
@@ -43,6 +44,7 @@ class StandardStreamsOfAConsole : public testing::Test {
         return text;
     }
 
+    const HANDLE inputBefore = GetStdHandle(STD_INPUT_HANDLE);
     const HANDLE outputBefore = GetStdHandle(STD_OUTPUT_HANDLE);
     const HANDLE errorBefore = GetStdHandle(STD_ERROR_HANDLE);
     FileHandle screen;
@@ -63,12 +65,20 @@ TEST_F(StandardStreamsOfAConsole, FirstQuestion_FindsTheStreams) {
     EXPECT_TRUE(StandardStreams().AreOne());
 }
 
+SMALL_RECT shownPart{};
+BOOL WINAPI AnswerScreen(HANDLE, PCONSOLE_SCREEN_BUFFER_INFO info) {
+    info->srWindow = shownPart;
+    return TRUE;
+}
+
 TEST_F(StandardStreamsOfAConsole, Width_IsThatOfTheWindow) {
-    CONSOLE_SCREEN_BUFFER_INFO info{};
-    ASSERT_NE(GetConsoleScreenBufferInfo(screen.Get(), &info), FALSE);
-    SMALL_RECT window{5, 0, 44, 9};
-    ASSERT_NE(SetConsoleWindowInfo(screen.Get(), TRUE, &window), FALSE) << GetLastError();
+    const ImportHook answer("GetConsoleScreenBufferInfo", &AnswerScreen);
+    shownPart = {5, 0, 44, 9};
     EXPECT_EQ(StandardStreams().ConsoleWidth(), 40U);
+    shownPart = {5, 0, 6, 9};
+    EXPECT_EQ(StandardStreams().ConsoleWidth(), 2U);
+    shownPart = {5, 0, 5, 9};
+    EXPECT_EQ(StandardStreams().ConsoleWidth(), 80U) << "one column has no room for a text";
 }
 
 ULONGLONG ticks = 0;
@@ -154,13 +164,19 @@ TEST_F(StandardStreamsOfAParent, NoStreams_WritesToItsConsole) {
 
 TEST_F(StandardStreamsOfAParent, ParentWithoutAConsole_WritesNothing) {
     hasParent = FALSE;
-    StandardStreams streams;
-    streams.Report(L"report");
-    streams.Error(L"error");
-    EXPECT_EQ(Shown(0, 6), L"      ");
-    EXPECT_FALSE(streams.AreOne());
-    EXPECT_FALSE(isInterruptIgnored);
-    EXPECT_EQ(attached, 0);
+    for (const HANDLE none : {static_cast<HANDLE>(nullptr), INVALID_HANDLE_VALUE}) {
+        SetStdHandle(STD_OUTPUT_HANDLE, none);
+        SetStdHandle(STD_ERROR_HANDLE, none);
+        StandardStreams streams;
+        streams.Report(L"report");
+        streams.Error(L"error");
+        streams.Transient(L"50 %");
+        EXPECT_EQ(Shown(0, 6), L"      ");
+        EXPECT_FALSE(streams.AreOne());
+        EXPECT_FALSE(streams.OutputIsConsole());
+        EXPECT_FALSE(isInterruptIgnored);
+        EXPECT_EQ(attached, 0);
+    }
 }
 
 TEST_F(StandardStreamsOfAParent, ConsoleIsClosedMeanwhile_WritesNothing) {

@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <ostream>
+#include <string>
 
 #include "platform/RuntimeError.h"
 #include "platform/Utf8.h"
@@ -74,6 +75,14 @@ TEST(Conversions, ParseInt16_NoMemory_ThrowsOutOfMemory) {
     const test::ImportHook convert(__imp_VarI2FromStr, &RunOutOfMemory);
     EXPECT_EQ(NumberOfErrorIn([] { static_cast<void>(ParseInt16(L"1.5")); }),
               error_number::kOutOfMemory);
+}
+
+// The library that reads the other numbers takes a while to load.
+TEST(Conversions, ParseInt16_FewDigits_DoesNotAskTheSystem) {
+    const test::ImportHook convert(__imp_VarI2FromStr, &RunOutOfMemory);
+    for (const int number : {0, 9, 90, -1, 1234, -9876}) {
+        EXPECT_EQ(ParseInt16(std::to_wstring(number)), number);
+    }
 }
 
 TEST(Conversions, ParseBool_ReadsTrueFalseAndAnyNumber) {

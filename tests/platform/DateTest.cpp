@@ -88,6 +88,7 @@ TEST(Date, RefusesPartsBeyondTheCalendar) {
         {100, 0, 1},
         {-1, 1, 1},
         {-999, 1, 1},
+        {65536 + 2024, 1, 1},
         {kMax, kMax, kMax, kMax, kMax, kMax},
         {kMin, kMin, kMin, kMin, kMin, kMin},
         {kMax, kMin, kMax, kMin, kMax, kMin},

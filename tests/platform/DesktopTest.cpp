@@ -21,7 +21,7 @@ BOOL WINAPI AnswerNothing(HANDLE, int, PVOID, DWORD, LPDWORD) { return FALSE; }
 
 HWINSTA WINAPI HaveNoStation() { return nullptr; }
 
-TEST(Desktop, Visible_StationOfAUser) {
+TEST(Desktop, StationOfAUser_IsVisible) {
     const ImportHook answer("GetUserObjectInformationW", &AnswerFlags);
     flagsOfTheStation = WSF_VISIBLE;
     EXPECT_TRUE(DesktopIsVisible());
@@ -29,12 +29,12 @@ TEST(Desktop, Visible_StationOfAUser) {
     EXPECT_FALSE(DesktopIsVisible()) << "that of a service";
 }
 
-TEST(Desktop, Invisible_SystemDoesNotAnswer) {
+TEST(Desktop, SystemDoesNotAnswer_IsInvisible) {
     const ImportHook answer("GetUserObjectInformationW", &AnswerNothing);
     EXPECT_FALSE(DesktopIsVisible());
 }
 
-TEST(Desktop, Invisible_NoStation) {
+TEST(Desktop, NoStation_IsInvisible) {
     const ImportHook station("GetProcessWindowStation", &HaveNoStation);
     EXPECT_FALSE(DesktopIsVisible());
 }

@@ -80,7 +80,7 @@ BOOL WINAPI NoteInfo(HANDLE, FILE_INFO_BY_HANDLE_CLASS, LPVOID info, DWORD) {
     return TRUE;
 }
 
-// Not every disk of a test keeps it.
+// Not every disk of a test keeps the date of creation.
 TEST_F(FolderInfoTest, DateOfCreation_IsThatOfTheOtherFolder) {
     FILE_BASIC_INFO source{};
     {
@@ -90,6 +90,8 @@ TEST_F(FolderInfoTest, DateOfCreation_IsThatOfTheOtherFolder) {
         ASSERT_NE(GetFileInformationByHandleEx(folder.Get(), FileBasicInfo, &source, sizeof source),
                   FALSE);
     }
+    // Such a mark of the folder for temporary files would be kept.
+    tree.SetAttributes(L"To", FILE_ATTRIBUTE_NOT_CONTENT_INDEXED, false);
     const test::ImportHook note("SetFileInformationByHandle", &NoteInfo);
     files.CopyFolderInfo(from, to, FileSystem::Marks::Replace);
     EXPECT_EQ(given.CreationTime.QuadPart, source.CreationTime.QuadPart);

@@ -71,7 +71,8 @@ BOOL WINAPI ConvertNothing(const TIME_ZONE_INFORMATION*, const SYSTEMTIME*, LPSY
 
 TEST(LocalTimeTest, SystemCannotConvert_TimeStaysAsItIs) {
     const test::ImportHook convert("SystemTimeToTzSpecificLocalTime", &ConvertNothing);
-    EXPECT_EQ(LocalTime().DateOf(Utc(2024, 7, 1, 12, 0, 0)), MakeDate({2024, 7, 1, 12, 0, 0}));
+    EXPECT_EQ(LocalTime(nullptr, nullptr).DateOf(Utc(2024, 7, 1, 12, 0, 0)),
+              MakeDate({2024, 7, 1, 12, 0, 0}));
 }
 
 BOOL WINAPI ConvertByYear(const DYNAMIC_TIME_ZONE_INFORMATION*, const SYSTEMTIME*, LPSYSTEMTIME) {

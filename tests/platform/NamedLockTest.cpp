@@ -43,7 +43,7 @@ TEST(NamedLockTest, TryTake_OtherPathOrPurpose_ReturnsTrue) {
     EXPECT_TRUE(OtherCanTake(L"test2", L"C:\\Store"));
 }
 
-TEST(NamedLockTest, RightsThatAreNone_Throw) {
+TEST(SecurityDescriptorTest, TextWithoutRights_Throws) {
     EXPECT_THROW(SecurityDescriptor(L"nonsense"), RuntimeError);
 }
 
@@ -81,6 +81,17 @@ TEST(NamedLockTest, Destructor_ClosesTheMutex) {
     mutexesClosed = 0;
     { const NamedLock lock(L"test", L"C:\\closed"); }
     EXPECT_EQ(mutexesClosed, 1);
+}
+
+// A mutex that its thread has taken twice is free only when it was given back twice.
+TEST(NamedLockTest, Destructor_LockWasTakenTwice_ReleasesIt) {
+    NamedLock kept(L"test", L"C:\\twice");
+    {
+        NamedLock lock(L"test", L"C:\\twice");
+        ASSERT_TRUE(lock.TryTake());
+        ASSERT_TRUE(lock.TryTake());
+    }
+    EXPECT_TRUE(OtherCanTake(L"test", L"C:\\twice"));
 }
 
 TEST(NamedLockTest, Destructor_ReleasesTheLock) {

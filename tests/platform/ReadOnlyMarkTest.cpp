@@ -56,7 +56,7 @@ TEST_F(ReadOnlyMark, SystemRefuses_ReturnsFalse) {
     isGiven = TRUE;
 }
 
-TEST(ReadOnlyMarkOfAFile, File_CanBeWritten) {
+TEST(ReadOnlyMarkOfAFile, ClearReadOnly_MarkIsGone) {
     const TempTree tree;
     const std::wstring file = tree.File(L"a.txt");
     tree.SetAttributes(L"a.txt", FILE_ATTRIBUTE_READONLY);

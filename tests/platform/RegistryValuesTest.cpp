@@ -1,6 +1,7 @@
 #include <string>
 
 #include "tests/platform/ApiFixture.h"
+#include "tests/support/ImportHook.h"
 
 namespace vw::test {
 namespace {
@@ -136,6 +137,16 @@ TEST_F(RegistryValues, Write_StoresTheTextWithItsTerminator) {
     Write(L"Name", L"D:\\Vault");
     EXPECT_EQ(ReadValue(kRoot, key.Path(), L"Name"), TextValue(L"D:\\Vault"));
     EXPECT_EQ(Read(L"Name"), L"D:\\Vault");
+}
+
+LSTATUS WINAPI CheckReserved(HKEY, LPCSTR, DWORD reserved, DWORD, const BYTE*, DWORD) {
+    EXPECT_EQ(reserved, 0U);
+    return ERROR_SUCCESS;
+}
+
+TEST_F(RegistryValues, Write_ReservedParameter_IsZero) {
+    const ImportHook set("RegSetValueExA", &CheckReserved);
+    Write(L"Name", L"x");
 }
 
 TEST_F(RegistryValues, Write_EmptyName_StoresTheDefaultValue) {

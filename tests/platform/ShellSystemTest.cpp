@@ -1,5 +1,6 @@
 #include <cstdio>
 #include <string>
+#include <vector>
 
 #include "tests/platform/ApiFixture.h"
 #include "tests/support/ImportHook.h"
@@ -119,6 +120,56 @@ TEST_F(ShellSystem, SysInfo_FolderWithoutTheTool_IsUnavailable) {
     folder.Set(tree.Folder(L"Empty"));
     boxes.Expect(L"System Information Is Unavailable At This Time");
     api.ShellSysInfo();
+}
+
+struct Started {
+    std::wstring program;
+    std::wstring commandLine;
+    DWORD size;
+};
+std::vector<Started> started;
+BOOL WINAPI NoteStart(LPCWSTR program, LPWSTR commandLine, LPSECURITY_ATTRIBUTES,
+                      LPSECURITY_ATTRIBUTES, BOOL, DWORD, LPVOID, LPCWSTR, LPSTARTUPINFOW startup,
+                      LPPROCESS_INFORMATION process) {
+    started.push_back({program == nullptr ? L"" : program, commandLine, startup->cb});
+    process->hProcess = CreateEventW(nullptr, FALSE, FALSE, nullptr);
+    process->hThread = CreateEventW(nullptr, FALSE, FALSE, nullptr);
+    return TRUE;
+}
+const ImportHook* closing = nullptr;
+int handlesClosed = 0;
+BOOL WINAPI CountClosed(HANDLE handle) {
+    ++handlesClosed;
+    return closing->Original<decltype(CloseHandle)>()(handle);
+}
+
+TEST_F(ShellSystem, SysInfo_StartedTool_ItsHandlesAreClosed) {
+    program.Set(tree.File(L"tool.exe"));
+    const ImportHook start("CreateProcessW", &NoteStart);
+    const ImportHook close("CloseHandle", &CountClosed);
+    closing = &close;
+    handlesClosed = 0;
+    started.clear();
+    api.ShellSysInfo();
+    EXPECT_EQ(handlesClosed, 2);
+    ASSERT_EQ(started.size(), 1U);
+    EXPECT_EQ(started[0].size, sizeof(STARTUPINFOW));
+}
+
+TEST_F(ShellSystem, SysInfo_FolderOfThatName_IsNotTheTool) {
+    const ImportHook start("CreateProcessW", &NoteStart);
+    started.clear();
+    tree.Folder(L"System Info\\MSINFO32.EXE");
+    folder.Set(tree.Path(L"System Info"));
+    boxes.Expect(L"System Information Is Unavailable At This Time");
+    api.ShellSysInfo();
+    EXPECT_EQ(started.size(), 0U);
+    // A command whose first words are the name of a folder.
+    program.Set(tree.Path(L"System Info"));
+    api.ShellSysInfo();
+    ASSERT_EQ(started.size(), 1U);
+    EXPECT_EQ(started[0].program, L"");
+    EXPECT_EQ(started[0].commandLine, tree.Path(L"System Info"));
 }
 
 TEST_F(ShellSystem, SysInfo_DoesNotStart_ShowsNoBox) {

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <cstdint>
 
 namespace vw {
 namespace {
@@ -18,6 +19,21 @@ void Write() {
     volatile char* const begin = hidden;
     for (std::size_t i = 0; i < kCount; ++i) begin[i] = 'x';
 }
+
+#ifdef __MINGW32__
+
+}  // namespace
+}  // namespace vw
+
+extern "C" std::uintptr_t __stack_chk_guard;  // NOLINT(bugprone-reserved-identifier)
+
+namespace vw {
+namespace {
+
+// A text that is too long can write its final zero only.
+TEST(StackGuard, Value_IsNotZero) { EXPECT_NE(__stack_chk_guard, 0U); }
+
+#endif
 
 TEST(StackGuardDeathTest, ArrayOverrun_EndsTheProcess) {
     // A real call, with a frame of its own.

@@ -61,6 +61,47 @@ TEST_F(TemporaryFolder, LongerThanAnyPath_Throws) {
               error_number::kNotReady);
 }
 
+DWORD WINAPI AnswerLongestTempPath(DWORD size, LPWSTR buffer) {
+    const std::wstring longest = L"C:\\" + std::wstring(MAX_PATH - 4, L't') + L'\\';
+    if (size <= longest.size()) return static_cast<DWORD>(longest.size()) + 1;
+    longest.copy(buffer, longest.size());
+    return static_cast<DWORD>(longest.size());
+}
+
+TEST(TemporaryFolderOfTheUser, LongestPath_IsTaken) {
+    const ImportHook answer("GetTempPathW", &AnswerLongestTempPath);
+    EXPECT_EQ(Win32FileSystem().TempFolder().size(), std::size_t{MAX_PATH} - 1);
+}
+
+BOOL WINAPI FindAnything(LPCWSTR, GET_FILEEX_INFO_LEVELS, LPVOID facts) {
+    *static_cast<WIN32_FILE_ATTRIBUTE_DATA*>(facts) = {};
+    return TRUE;
+}
+
+HANDLE WINAPI FindNoEntry(LPCWSTR, LPWIN32_FIND_DATAW) {
+    ADD_FAILURE() << "a folder's listing may be older than its file";
+    return INVALID_HANDLE_VALUE;
+}
+
+TEST(FactsOfAFile, Listing_IsNotAsked) {
+    const TempTree tree;
+    const std::wstring file = tree.File(L"a.txt", "12345");
+    const ImportHook find("FindFirstFileW", &FindNoEntry);
+    EXPECT_EQ(Win32FileSystem().Stat(file)->size, 5U);
+}
+
+TEST(FactsOfAFile, TextThatIsNoPath_SystemIsNotAsked) {
+    const ImportHook find("GetFileAttributesExW", &FindAnything);
+    Win32FileSystem files;
+    EXPECT_TRUE(files.Stat(L"C:\\" + std::wstring(31'997, L'x')));
+    EXPECT_FALSE(files.Stat(L"C:\\" + std::wstring(31'998, L'x')));
+    for (const std::wstring_view prefix : {L"", L"C:\\", L"\\\\?\\"}) {
+        for (const wchar_t unit : {L'*', L'?', L'\0'}) {
+            EXPECT_FALSE(files.Stat(std::wstring(prefix) + unit));
+        }
+    }
+}
+
 BOOL WINAPI RefuseAttributes(LPCWSTR, GET_FILEEX_INFO_LEVELS, LPVOID) {
     SetLastError(ERROR_ACCESS_DENIED);
     return FALSE;
@@ -90,8 +131,8 @@ TEST_F(RefusedAttributes, FileThatNoFolderLists_IsPermissionDenied) {
               error_number::kPermissionDenied);
 }
 
-// Every code that is an answer, and some that are none.
-TEST(RefusedAttributesByCode, NothingOfThatName_IsNoError) {
+// All codes that mean that nothing is there, and some that do not.
+TEST(RefusedAttributesByCode, OnlyNothingOfThatName_IsNoError) {
     const TempTree tree;
     const ImportHook refuse("GetFileAttributesExW", &RefuseWithCode);
     Win32FileSystem files;
@@ -256,14 +297,19 @@ TEST(FolderOfAServer, Device_IsItsShare) {
     }
 }
 
+DWORD WINAPI AnswerDevice(LPCWSTR drive, LPWSTR device, DWORD size) {
+    if (std::wstring_view(drive) != L"C:") return 0;
+    const std::wstring_view name = L"\\Device\\Disk 7";
+    EXPECT_GT(size, name.size() + 1);
+    name.copy(device, name.size());
+    return static_cast<DWORD>(name.size()) + 2;
+}
+
 TEST(FolderOfADrive, Device_IsWhatTheSystemHasBehindTheLetter) {
-    wchar_t device[1024] = {};
-    ASSERT_NE(QueryDosDeviceW(L"C:", device, 1024), 0U);
-    const TempTree tree;
+    const ImportHook answer("QueryDosDeviceW", &AnswerDevice);
     Win32FileSystem files;
-    ASSERT_TRUE(tree.Path().starts_with(L"C:"));
-    EXPECT_EQ(files.Identify(tree.Path()).device, device);
-    EXPECT_EQ(files.Identify(L"\\\\?\\" + tree.Path()).device, L"") << "no letter at its beginning";
+    EXPECT_EQ(files.Identify(L"C:\\").device, L"\\Device\\Disk 7");
+    EXPECT_EQ(files.Identify(L"\\\\?\\C:\\").device, L"") << "no letter at its beginning";
 }
 
 }  // namespace

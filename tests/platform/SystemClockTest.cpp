@@ -41,9 +41,10 @@ FARPROC WINAPI FindNothing(HMODULE, LPCSTR) { return nullptr; }
 
 HMODULE WINAPI LoadNothing(LPCWSTR, HANDLE, DWORD) { return nullptr; }
 
-BOOL WINAPI CountGivenBack(HMODULE) {
+const ImportHook* givingBack = nullptr;
+BOOL WINAPI CountGivenBack(HMODULE library) {
     ++librariesGivenBack;
-    return TRUE;
+    return givingBack->Original<decltype(FreeLibrary)>()(library);
 }
 
 class SystemClockTest : public testing::Test {
@@ -51,6 +52,7 @@ class SystemClockTest : public testing::Test {
     SystemClockTest() {
         status = 0;
         librariesGivenBack = 0;
+        givingBack = &giveBack;
     }
     static std::optional<std::uint64_t> SinceWaking(std::uint64_t wake) {
         lastWake = wake;

@@ -1,9 +1,10 @@
 #include "platform/SystemCodePage.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <cstdlib>
 #include <string>
+#include <vector>
 
 #include "platform/RuntimeError.h"
 #include "platform/WindowsHeader.h"
@@ -106,13 +107,9 @@ TEST(SystemCodePage, RefusesTextsOfMoreThanTwoGigabytes) {
 }
 
 TEST(SystemCodePage, EncodingsOfUnicode_HoldEveryCharacter) {
-    int known = 0;
-    for (const unsigned number : {unsigned{CP_UTF8}, unsigned{CP_UTF7}, 54936U}) {
-        if (IsValidCodePage(number) == 0) continue;
-        ++known;
+    for (const unsigned number : {unsigned{CP_UTF8}, unsigned{CP_UTF7}}) {
         EXPECT_TRUE(CodePage(number).IsUnicode()) << number;
     }
-    EXPECT_GT(known, 0);
     EXPECT_FALSE(CodePage(1252).IsUnicode());
 }
 
@@ -147,6 +144,35 @@ TEST(SystemCodePage, ReplacementCharacter_IsGivenToOtherCodePagesOnly) {
     EXPECT_TRUE(hadStandIn);
     EXPECT_EQ(CodePage(CP_UTF8).Encode(L"a"), "a");
     EXPECT_FALSE(hadStandIn);
+}
+
+std::vector<DWORD> decodingFlags;
+const test::ImportHook* decoding = nullptr;
+int WINAPI NoteFlags(UINT page, DWORD flags, LPCCH bytes, int size, LPWSTR text, int units) {
+    decodingFlags.push_back(flags);
+    return decoding->Original<decltype(MultiByteToWideChar)>()(page, flags, bytes, size, text,
+                                                               units);
+}
+
+// Windows refuses the usual flag for UTF-8 and for encodings of more than two bytes.
+TEST(SystemCodePage, Decode_GivesNoFlagsButToTryUtf8) {
+    const test::ImportHook note("MultiByteToWideChar", &NoteFlags);
+    decoding = &note;
+    EXPECT_EQ(CodePage(CP_UTF8, 0).Decode("a"), L"a");
+    EXPECT_EQ(CodePage(1252).Decode("a"), L"a");
+    EXPECT_THAT(decodingFlags, testing::Each(0U));
+    decodingFlags.clear();
+    EXPECT_EQ(CodePage(CP_UTF8, 1256).Decode("\xE4"), L"\u0646");
+    EXPECT_THAT(decodingFlags,
+                testing::ElementsAre(MB_ERR_INVALID_CHARS, MB_ERR_INVALID_CHARS, 0, 0));
+}
+
+BOOL WINAPI KnowEveryPage(UINT) { return TRUE; }
+
+TEST(SystemCodePage, ChineseEncodingOfUnicode_HoldsEveryCharacter) {
+    const test::ImportHook know("IsValidCodePage", &KnowEveryPage);
+    EXPECT_TRUE(CodePage(54936).IsUnicode());
+    EXPECT_FALSE(CodePage(54937).IsUnicode());
 }
 
 int WINAPI ConvertNothing(UINT, DWORD, LPCWSTR, int, LPSTR, int, LPCCH, LPBOOL) { return 0; }

@@ -115,7 +115,7 @@ TEST_F(FailedCopying, BeginningOfAReadOnlyCopy_IsRemoved) {
     EXPECT_TRUE(files.Stat(from)->isReadOnly);
 }
 
-TEST_F(FailedCopying, AccessDenied_NothingThere_IsPermissionDenied) {
+TEST_F(FailedCopying, AccessDenied_NoFolderThere_IsPermissionDenied) {
     const RuntimeError error = ErrorOf(ERROR_ACCESS_DENIED);
     EXPECT_EQ(error.Number(), error_number::kPermissionDenied);
     EXPECT_EQ(error.Path(), from);
@@ -128,10 +128,18 @@ TEST_F(FailedCopying, AccessDenied_FolderThere_IsFileExists) {
     EXPECT_EQ(error.Path(), to);
 }
 
-TEST_F(FailedCopying, OtherFailure_FolderThere_KeepsIt) {
+int deletions = 0;
+BOOL WINAPI CountDeletion(LPCWSTR) {
+    ++deletions;
+    return FALSE;
+}
+
+TEST_F(FailedCopying, OtherFailure_FolderThere_IsNotTouched) {
     tree.Folder(L"to.txt");
+    const ImportHook count("DeleteFileW", &CountDeletion);
     EXPECT_EQ(ErrorOf(ERROR_CRC).Number(), error_number::kDeviceError);
     EXPECT_TRUE(Exists(to));
+    EXPECT_EQ(deletions, 0);
 }
 
 }  // namespace

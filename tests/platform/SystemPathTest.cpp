@@ -137,7 +137,8 @@ TEST(SystemPathTest, PathContains_ComparesWholeComponentsIgnoringCase) {
 }
 
 TEST(SystemPathTest, WithoutLongPrefix_OtherPaths_StayAsTheyAre) {
-    for (const wchar_t* path : {L"abcdC:\\x", L"C:\\x", L"\\\\?\\Volume{1}\\x", L"\\\\?\\1:\\x", L"ab", L""}) {
+    for (const wchar_t* path :
+         {L"abcdC:\\x", L"C:\\x", L"\\\\?\\Volume{1}\\x", L"\\\\?\\1:\\x", L"ab", L""}) {
         EXPECT_EQ(WithoutLongPrefix(path), path);
     }
     for (const wchar_t* path : {L"A:\\x", L"C:\\x", L"Z:\\x", L"a:\\x", L"z:\\x"}) {

@@ -70,14 +70,21 @@ TEST_F(SpecialFiles, LinkWhoseTargetMayNotBeRead_IsAFile) {
     EXPECT_EQ(facts.size, 7U) << "that of the link";
 }
 
+BOOL WINAPI FullHour(const DYNAMIC_TIME_ZONE_INFORMATION*, const SYSTEMTIME* utc,
+                     LPSYSTEMTIME local) {
+    *local = *utc;
+    local->wMinute = 0;
+    return TRUE;
+}
+
 TEST_F(SpecialFiles, Files_HaveTheirDateByBothRules) {
     WIN32_FIND_DATAW data{};
     data.ftLastWriteTime = {0, 0x01D00000};
-    const LocalTime localTime;
+    const LocalTime localTime(nullptr, &FullHour);
     const FileInfo facts = FactsOf(data, localTime, {});
     EXPECT_EQ(facts.lastWrite, localTime.DateOf(data.ftLastWriteTime));
     EXPECT_EQ(facts.lastWriteByPresentRules, localTime.DateByPresentRules(data.ftLastWriteTime));
-    EXPECT_GT(facts.lastWriteByPresentRules, kNoDate);
+    EXPECT_NE(facts.lastWrite, facts.lastWriteByPresentRules);
 }
 
 TEST_F(SpecialFiles, LargeFiles_HaveTheirWholeSize) {

@@ -16,7 +16,8 @@ TEST(CompareForUser, Order_IsThatOfTheLettersWhateverTheirCase) {
 }
 
 int WINAPI CompareNothing(LPCWSTR, DWORD, LPCWCH, int, LPCWCH, int, LPNLSVERSIONINFO, LPVOID,
-                          LPARAM) {
+                          LPARAM reserved) {
+    EXPECT_EQ(reserved, 0);
     return 0;
 }
 

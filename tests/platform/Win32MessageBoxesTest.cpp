@@ -170,6 +170,11 @@ int timersSet = 0;
 const ImportHook* timer = nullptr;
 UINT_PTR WINAPI SetShortTimer(HWND window, UINT_PTR id, UINT milliseconds, TIMERPROC call) {
     EXPECT_EQ(milliseconds, 5000U);
+    // Some systems report, too, that no window is active any more.
+    if (window == nullptr) return 0;
+    wchar_t name[16] = {};
+    GetClassNameW(window, name, 16);
+    EXPECT_STREQ(name, L"#32770") << "the box itself, not one of its buttons";
     ++timersSet;
     return timer->Original<decltype(SetTimer)>()(window, id, 1, call);
 }
@@ -193,7 +198,7 @@ TEST(BoxOfASilentRun, NobodyAnswers_ClosesItselfWithTheSafeAnswer) {
     Win32MessageBoxes boxes(state, [](std::wstring_view) {});
     EXPECT_EQ(boxes.Show({.text = L"Done"}), BoxAnswer::Ok);
     EXPECT_EQ(boxes.Show({.text = L"?", .buttons = BoxButtons::YesNo}), BoxAnswer::No);
-    EXPECT_GE(timersSet, 2) << "one at least for each box that came up";
+    EXPECT_EQ(timersSet, 2) << "one for each box that came up";
     EXPECT_EQ(hooksTakenOut, 2);
 }
 
