@@ -128,6 +128,7 @@ struct Started {
     DWORD size;
 };
 std::vector<Started> started;
+// The system says what its parameters are. NOLINTNEXTLINE(readability-non-const-parameter)
 BOOL WINAPI NoteStart(LPCWSTR program, LPWSTR commandLine, LPSECURITY_ATTRIBUTES,
                       LPSECURITY_ATTRIBUTES, BOOL, DWORD, LPVOID, LPCWSTR, LPSTARTUPINFOW startup,
                       LPPROCESS_INFORMATION process) {

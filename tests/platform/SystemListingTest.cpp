@@ -90,7 +90,7 @@ TEST_F(FailedListing, BrokenOff_IsAnErrorBehindTheFirstEntries) {
         failure = code;
         entriesToCome = 3;
         EXPECT_EQ(List(tree.Path()), code == ERROR_CRC ? error_number::kDeviceError : 0);
-        EXPECT_THAT(names, SizeIs(2)) << "behind \".\" and \"..\"";
+        EXPECT_THAT(names, SizeIs(2)) << "behind those of the folder itself";
     }
 }
 
