@@ -1,10 +1,12 @@
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <random>
 
 #include "platform/RuntimeError.h"
 #include "platform/Utf8.h"
 #include "tests/engine/EngineFixture.h"
+#include "tests/support/CurrentFolder.h"
 
 // How a run reads the current list.
 
@@ -113,6 +115,19 @@ TEST(ListReading, DoesNotKeepTheListOpen) {
     });
     world.ExpectRun(kBoth);
     EXPECT_TRUE(replaced);
+}
+
+TEST(ListReading, DestinationIsANumber_CountOfCopiesStays) {
+    EngineFixture world;
+    MakeFiles(world);
+    const CurrentFolder current(world.Path());
+    world.tree.Folder(L"7");
+    world.tree.File(L"App\\List.vwl",
+                    "BackupTo: 7\r\n" + world.ansi.Encode(world.Path(L"a.txt")) + "\r\n");
+    const std::int16_t count = world.state.copiesCount;
+    world.Run();
+    EXPECT_TRUE(Exists(world.Path(L"7\\a«0001».txt")));
+    EXPECT_EQ(world.state.copiesCount, count);
 }
 
 TEST(ListReading, SurvivesZeroBytesAndGarbage) {

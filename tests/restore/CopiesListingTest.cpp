@@ -308,6 +308,21 @@ TEST_F(CopiesListing, EachEntryAndEachCopy_Yields) {
     EXPECT_EQ(withOthers - world.pump.Yields(), 5);
 }
 
+TEST_F(CopiesListing, EachItem_Yields) {
+    const auto yieldsOf = [this](const std::vector<std::wstring>& names) {
+        tree.Remove(vault);
+        tree.Folder(vault);
+        for (const std::wstring& name : names) CopyFile(name);
+        world.pump.Restart();
+        browser.ListRestoreFiles();
+        return world.pump.Yields();
+    };
+    // The copies of the first item are listed, too.
+    const int ofTwo = yieldsOf({L"a«0001».txt", L"b«0001».txt", L"b«0002».txt", L"b«0003».txt"});
+    const int ofFour = yieldsOf({L"a«0001».txt", L"b«0001».txt", L"c«0001».txt", L"d«0001».txt"});
+    EXPECT_EQ(ofFour - ofTwo, 2);
+}
+
 // One folder, one question: it is not known for the second item either.
 TEST_F(CopiesListing, FolderOfTwoItemsCannotBeAskedAbout_BothAreOfUnknownPlace) {
     for (const auto* name : {L"Home\\A.txt", L"Home\\B.txt"}) BackUp(tree.File(name, "x"));

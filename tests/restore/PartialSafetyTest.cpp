@@ -83,6 +83,7 @@ TEST_F(PartialSafety, CannotBeRemoved_AnotherOneIsMade) {
     RestoreWork();
     EXPECT_FALSE(world.errors.Take().empty());
     EXPECT_EQ(ReadTree(work), now);
+    EXPECT_THAT(Labels(), testing::Contains(L"U01")) << "the lists show what is there";
     world.files.Heal();
     ExpectWholeSafetyAndRestored();
 }

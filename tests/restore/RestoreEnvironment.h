@@ -108,7 +108,9 @@ class RestoreEnvironment : public testing::Test, private ProgressReporter, priva
         calls.push_back(std::wstring(title) + std::wstring(message));
         if (onMsg) onMsg();
     }
-    void Report(std::wstring_view, bool) override {}
+    void Report(std::wstring_view, bool wait) override {
+        EXPECT_FALSE(wait) << "the user waits for the end alone";
+    }
     void BusyHide(bool pause) override {
         calls.emplace_back(pause ? L"BusyHide true" : L"BusyHide false");
     }
