@@ -63,6 +63,27 @@ TEST(IncompleteCopy, Cancelled_NextRunCompletesIt) {
     EXPECT_FALSE(Exists(world.Store(L"Work«0002»")));
 }
 
+TEST(IncompleteCopy, ItemIsNoFolderAnyMore_CopyStaysAsItIs) {
+    for (const bool isFileNow : {true, false}) {
+        EngineFixture world;
+        MakeWork(world, 1);
+        world.List({L"Work\\"});
+        CancelledRun(world, L"b.txt");
+        ASSERT_TRUE(IsMarked(world));
+        const Tree cutShort = ReadTree(world.Store(L"Work«0001»"));
+        if (isFileNow) {
+            world.tree.Remove(L"Work");
+            world.tree.File(L"Work", "a file", Day(1));
+            world.ExpectRun(NoChange(kItem));
+        } else {
+            world.List({L"Work"});
+            world.ExpectRun(NoChange(L"~\\Work"));
+        }
+        EXPECT_TRUE(IsMarked(world));
+        EXPECT_EQ(ReadTree(world.Store(L"Work«0001»")), cutShort);
+    }
+}
+
 TEST(IncompleteCopy, UnreadableFile_IsCompletedOnceItCanBeRead) {
     EngineFixture world;
     MakeWork(world, 1);
