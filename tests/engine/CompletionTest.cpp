@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
+
 #include "platform/RuntimeError.h"
 #include "tests/engine/EngineFixture.h"
 #include "tests/engine/LeftOvers.h"
@@ -115,6 +117,28 @@ TEST_F(CompletedCopy, AddedFileCannotTakeItsName_LeavesNothing) {
     world.files.Heal();
     EXPECT_TRUE(IsIncomplete());
     EXPECT_EQ(LeftOvers(world), Lines());
+}
+
+// The next file is copied under the same working name.
+TEST_F(CompletedCopy, AddedFileStaysUnderItsWorkingName_NextOneIsAdded) {
+    world.tree.File(L"Work\\Sub\\c.txt", "c", Day(1));
+    bool isRefused = false;
+    bool isStuck = false;
+    world.files.OnOperation([&](const FileOperation& operation) {
+        if (operation.call == FileCall::Rename && operation.to == Copy(L"\\Sub\\b.txt")) {
+            isRefused = true;
+            Throw(error_number::kDeviceError, operation.path);
+        }
+        if (operation.call == FileCall::RemoveFile && isRefused && !std::exchange(isStuck, true)) {
+            Throw(error_number::kDeviceError, operation.path);
+        }
+    });
+    world.Run();
+    world.files.Heal();
+    EXPECT_TRUE(isStuck);
+    EXPECT_FALSE(Exists(Copy(L"\\Sub\\b.txt")));
+    EXPECT_EQ(ReadBytes(Copy(L"\\Sub\\c.txt")), "c");
+    EXPECT_TRUE(IsIncomplete());
 }
 
 TEST(LongCompletion, ManyFiles_WindowsKeepWorking) {
