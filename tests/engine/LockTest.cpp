@@ -131,6 +131,23 @@ TEST(BusyDestination, SilentRun_StopsAfterTenMinutes) {
     EXPECT_EQ(world.Copies(), Listing());
 }
 
+TEST(BusyDestination, ChosenBeforeAnItemBegins_IsNotEntered) {
+    EngineFixture world;
+    const std::wstring item = world.tree.File(L"a.txt", "a", Day(1));
+    world.List({L"a.txt"});
+    world.state.silentRun = true;
+    const std::wstring second = world.tree.Folder(L"Second");
+    const OtherRun other(second);
+    bool isEntered = false;
+    world.files.OnOperation([&](const FileOperation& operation) {
+        isEntered |= operation.call == FileCall::List;
+        if (isEntered && operation.path == item) world.state.BackupTo = second;
+    });
+    EXPECT_EQ(world.Run().exitCode, error_number::kDestinationBusy);
+    EXPECT_TRUE(isEntered);
+    EXPECT_EQ(ReadTree(second), Tree());
+}
+
 TEST(BusyDestination, SilentRun_OtherDestinationsAreBackedUp) {
     EngineFixture world;
     const std::wstring second = world.tree.Folder(L"Second");

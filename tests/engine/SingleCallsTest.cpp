@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include <utility>
+
 #include "platform/RuntimeError.h"
 #include "tests/engine/EngineFixture.h"
 #include "tests/engine/LeftOvers.h"
@@ -25,6 +27,21 @@ TEST(SingleCall, AfterACancel_BacksUp) {
         });
         EXPECT_EQ(ReadBytes(world.Store(byPath ? L"Work«0001»\\a.txt" : L"a«0001».txt")), "1");
     }
+}
+
+TEST(SingleCall, BackupPath_WindowAnswersBeforeTheDiskIsAsked) {
+    EngineFixture world;
+    const std::wstring item = world.tree.File(L"a.txt", "1", Day(1));
+    bool isAsked = false;
+    world.With([&](CPackage& engine) {
+        world.pump.Restart();
+        world.files.OnOperation([&](const FileOperation&) {
+            if (std::exchange(isAsked, true)) return;
+            EXPECT_EQ(world.pump.Yields(), 1);
+        });
+        engine.BackupPath(item, 0, false, false);
+    });
+    EXPECT_TRUE(isAsked);
 }
 
 TEST(SingleCall, WorkOfTheBrowserAfterACancel_IsNotCancelled) {
