@@ -161,6 +161,7 @@ TEST_F(Collision, FirstItemIsARuleAndAway_SecondIsRefused) {
 TEST_F(Collision, DestinationHasACommentFile_NestedItemIsBackedUp) {
     MakeSources(1);
     world_.tree.File(L"Store.vwc", "comment");
+    world_.tree.File(L"Store\\vwc", "no comment");
     world_.List({kInner});
     world_.ExpectRun(BackedUp(L"~\\Work.old\\Data\\", {L"~\\Work.old\\Data\\z.txt"}));
 }
