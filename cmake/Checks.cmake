@@ -13,6 +13,11 @@ endforeach()
 
 # The longest ones first, so that none runs alone at the end. CTest knows this by itself where it has
 # run them before.
-set_tests_properties(windows check_lint PROPERTIES COST 300)
-set_tests_properties(engine PROPERTIES COST 200)
-set_tests_properties(system console PROPERTIES COST 100)
+foreach(seconds_and_names IN ITEMS
+    "300 windows check_lint" "190 engine" "100 system" "90 restore" "75 check_kill_points"
+    "55 console app" "45 ui" "35 check_restore_faults check_package check_arabic_locale"
+    "25 editing progress check_console_kill_points" "15 fsutil check_fault_points")
+    string(REPLACE " " ";" names "${seconds_and_names}")
+    list(POP_FRONT names seconds)
+    set_tests_properties(${names} PROPERTIES COST ${seconds})
+endforeach()
