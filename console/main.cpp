@@ -13,7 +13,7 @@
 // The names that the user types reach the verbs as they are: the shells of Windows leave wildcards
 // to the programs, and the run-time library must not replace "C:\Photos\*" by what is there.
 extern "C" {
-extern int _dowildcard;
+extern int _dowildcard;  // NOLINT(clang-diagnostic-reserved-identifier)
 int _dowildcard = 0;
 }
 

@@ -27,7 +27,7 @@ constexpr char kMessage[] = "*** stack smashing detected ***\r\n";
 
 }  // namespace
 
-// NOLINTBEGIN(bugprone-reserved-identifier): the compiler decides the names.
+// NOLINTBEGIN(clang-diagnostic-reserved-identifier): the compiler decides the names.
 extern "C" {
 
 // Set before any protected function of ours runs; this file is compiled without protection.
@@ -42,6 +42,6 @@ std::uintptr_t __stack_chk_guard = RandomGuard();
     for (;;) Sleep(INFINITE);
 }
 }
-// NOLINTEND(bugprone-reserved-identifier)
+// NOLINTEND(clang-diagnostic-reserved-identifier)
 
 #endif

@@ -45,6 +45,8 @@ def tidyArguments():
     folders = re.search(r'^#include <.*?\n(.*?)^End', searched, re.M | re.S).group(1).split()
     own = [f for f in folders if not re.search(r'/include(-fixed)?$', f)]
     return ['clang-tidy', '--quiet', '-p', STORE, f'--extra-arg-before=--target={CROSS}',
+            # Not as an error of the compiler: that one could not be allowed anywhere.
+            '--extra-arg=-Wreserved-identifier', '--extra-arg=-Wno-error=reserved-identifier',
             *[f'--extra-arg=-isystem{folder}' for folder in own]]
 
 

@@ -14,7 +14,7 @@
 #include <oleauto.h>
 
 extern "C" {
-extern void* __imp_VarI2FromStr;  // NOLINT(bugprone-reserved-identifier)
+extern void* __imp_VarI2FromStr;  // NOLINT(clang-diagnostic-reserved-identifier)
 }
 
 namespace vw {

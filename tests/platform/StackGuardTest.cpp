@@ -25,7 +25,7 @@ void Write() {
 }  // namespace
 }  // namespace vw
 
-extern "C" std::uintptr_t __stack_chk_guard;  // NOLINT(bugprone-reserved-identifier)
+extern "C" std::uintptr_t __stack_chk_guard;  // NOLINT(clang-diagnostic-reserved-identifier)
 
 namespace vw {
 namespace {

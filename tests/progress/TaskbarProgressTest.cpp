@@ -15,7 +15,7 @@
 #include <shobjidl.h>
 
 extern "C" {
-extern void* __imp_CoInitializeEx;  // NOLINT(bugprone-reserved-identifier)
+extern void* __imp_CoInitializeEx;  // NOLINT(clang-diagnostic-reserved-identifier)
 }
 
 namespace vw::test {

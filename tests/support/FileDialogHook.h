@@ -11,9 +11,9 @@
 
 // The system's dialogs are in a library that loads late.
 extern "C" {
-extern void* __imp_GetOpenFileNameW;      // NOLINT(bugprone-reserved-identifier)
-extern void* __imp_GetSaveFileNameW;      // NOLINT(bugprone-reserved-identifier)
-extern void* __imp_CommDlgExtendedError;  // NOLINT(bugprone-reserved-identifier)
+extern void* __imp_GetOpenFileNameW;      // NOLINT(clang-diagnostic-reserved-identifier)
+extern void* __imp_GetSaveFileNameW;      // NOLINT(clang-diagnostic-reserved-identifier)
+extern void* __imp_CommDlgExtendedError;  // NOLINT(clang-diagnostic-reserved-identifier)
 }
 
 namespace vw::test {
