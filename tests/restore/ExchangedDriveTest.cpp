@@ -210,7 +210,7 @@ class TwoSticks : public RestoreEnvironment {
 TEST_F(TwoSticks, Restore_AfterExchange_StopsAndListsTheOtherStick) {
     drive.Insert(L"second");
     commands.mnuRestoreClick();
-    EXPECT_THAT(world.errors.Take(), SizeIs(1));
+    EXPECT_EQ(world.errors.TakeOne().number, error_number::kFileNotFound);
     EXPECT_EQ(ReadBytes(tree.Path(L"B\\Report.doc")), "B's new text");
     EXPECT_EQ(ReadTree(vault), second);
     // The row of the same name and place is the selected one.

@@ -90,6 +90,24 @@ namespace {
 
 std::wstring DriveName(wchar_t letter) { return {letter, L':'}; }
 
+// Wine takes the folder behind a new letter for one of another drive at first. When it finds the
+// letter, up to a second later, the volume has another serial number: one more exchange.
+void WaitForOwnSerialNumber(wchar_t letter) {
+    const std::wstring root = DriveName(letter) + L"\\";
+    constexpr int kAttempts = 1000;
+    for (int i = 0; i < kAttempts; ++i) {
+        const FileHandle handle(CreateFileW(root.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                            nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS,
+                                            nullptr));
+        BY_HANDLE_FILE_INFORMATION facts{};
+        if (GetFileInformationByHandle(handle.Get(), &facts) != 0 &&
+            facts.dwVolumeSerialNumber == static_cast<DWORD>(letter) << 24) {
+            return;
+        }
+        Sleep(10);
+    }
+}
+
 // The link that is the drive letter: Wine keeps all of them in one folder.
 std::wstring DriveLink(wchar_t letter) {
     std::wstring link = OutsidePath(L"C:\\");
@@ -115,6 +133,7 @@ void PlugIn(wchar_t letter, std::wstring_view folder) {
     RunOutside(L"\\\\?\\unix\\bin\\ln",
                L"ln -sfn \"" + OutsidePath(folder) + L"\" \"" + DriveLink(letter) + L"\"",
                DriveName(letter) + L"\\", true);
+    WaitForOwnSerialNumber(letter);
 }
 
 void PlugOut(wchar_t letter) {
