@@ -72,10 +72,13 @@ void CopiesBrowser::RestoreFrom(std::wstring_view path) {
     if (MatchesWildcard(drive, L"[A-Z]:")) main_.Choose(control::cmbDestination, drive);
 }
 
-void CopiesBrowser::ListRestoreFiles() {
+void CopiesBrowser::ListRestoreFiles() { ListAnew(Select::FirstItem); }
+
+void CopiesBrowser::ListAnew(Select select) {
     if (!sourceChosen_ || listing_) return;
+    const auto before = select == Select::SameItem ? Selection() : std::nullopt;
     const ScopedFlag guard(listing_);
-    trap_(L"ListRestoreFiles", [this] {
+    trap_(L"ListRestoreFiles", [&] {
         const RedrawPause pause(Items());
         items_.Clear();
         listed_.reset();
@@ -90,11 +93,11 @@ void CopiesBrowser::ListRestoreFiles() {
             items_.Fill(folder);
         }
         items_.Sort();
-        if (Items().Rows().Count() > 0) {
-            Items().Select(0);
-            Items().EnsureVisible(0);
-            ShowCopies(0);
-        }
+        if (Items().Rows().Count() == 0) return;
+        const int row = before ? items_.RowLike(before->item) : 0;
+        Items().Select(row);
+        Items().EnsureVisible(row);
+        ShowCopies(row);
     });
 }
 
@@ -160,18 +163,6 @@ bool CopiesBrowser::IsStillShown(const std::wstring& folder) {
     if (IsStillChosen(system_, main_, shown_)) return shown_.Path() == folder;
     ListAnew();
     return false;
-}
-
-// The user looks at the same item as before, when the other folder has it too.
-void CopiesBrowser::ListAnew() {
-    const auto before = Selection();
-    ListRestoreFiles();
-    if (!before) return;
-    const int row = items_.RowLike(before->item);
-    if (row < 0) return;
-    Items().Select(row);
-    Items().EnsureVisible(row);
-    ShowCopies(row);
 }
 
 int CopiesBrowser::ListedRow() {

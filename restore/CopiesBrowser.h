@@ -62,8 +62,10 @@ class CopiesBrowser final : public RestoreView {
     /// anew when it is not. Throws when the disk cannot answer.
     [[nodiscard]] bool IsStillShown(const std::wstring& folder);
 
-    /// Lists both lists anew and selects the row of the same name and place.
-    void ListAnew();
+    enum class Select { FirstItem, SameItem };
+    /// Lists both lists anew and selects the first row, or that of the same name and place if there
+    /// is one.
+    void ListAnew(Select select = Select::SameItem);
 
     /// The row whose copies the lower list shows, selected or not; -1 when there is none.
     [[nodiscard]] int ListedRow();

@@ -1,5 +1,6 @@
 #include "restore/CopyList.h"
 
+#include <algorithm>
 #include <unordered_set>
 #include <utility>
 
@@ -198,7 +199,7 @@ std::vector<ListedCopy> CopyList::All() {
 void CopyList::SelectFirst() {
     ListView& copies = View();
     int row = copies.Rows().Find(kNameColumn, kNewestLabel);
-    if (row < 0 && copies.Rows().Count() > 1) row = 0;
+    if (copies.Rows().Count() > 1) row = std::max(row, 0);
     copies.Select(row);
 }
 

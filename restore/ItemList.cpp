@@ -98,14 +98,18 @@ void ItemList::AddItem(ItemRow item, bool isFolder) {
     ListView& items = View();
     ShownItem& shown = item.shown;
     shown.text = CFileFirstName(shown.name);
+    const bool hasDetails = items.Style() == ViewStyle::Details;
+    if (hasDetails) {
+        shown.type = isFolder ? L"Folder" : CFileExt(shown.name);
+        // May show an error: there is no row without its item meanwhile.
+        shown.originalLocation = ReadPlace(shown);
+    }
     const int row =
         items.Add(shown.text, isFolder ? RowIcon::Folder : RowIcon::File, items_.size());
     if (items.Rows().SubItem(row, kNameColumn) != shown.text) {
         Throw(kRowReadsBackDifferently, shown.name);
     }
-    if (items.Style() == ViewStyle::Details) {
-        shown.type = isFolder ? L"Folder" : CFileExt(shown.name);
-        shown.originalLocation = ReadPlace(shown);
+    if (hasDetails) {
         items.SetSubItem(row, L"Type", shown.type);
         items.SetSubItem(row, L"SP", std::to_wstring(shown.location), shown.location);
         items.SetSubItem(row, L"Orginal Location", shown.originalLocation);
@@ -171,7 +175,7 @@ int ItemList::RowLike(const ShownItem& item) {
             return row;
         }
     }
-    return -1;
+    return 0;
 }
 
 }  // namespace vw

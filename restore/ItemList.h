@@ -46,7 +46,7 @@ class ItemList {
     /// The row of a protected item; -1 for none.
     [[nodiscard]] int RowOf(std::wstring_view path);
 
-    /// The row of the same name, type and place; -1 for none.
+    /// The row of the same name, type and place; the first row for none.
     [[nodiscard]] int RowLike(const ShownItem& item);
 
     void Sort() { order_.Apply(View()); }

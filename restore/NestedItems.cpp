@@ -97,7 +97,7 @@ class Search {
 
     // Whether the entry may also be a folder on the way to the copies of an item of the same name.
     [[nodiscard]] bool MayLeadFurther(const Level& level) const {
-        return level.hasCopy && level.copyIsFolder && !IsKnown(level.copy);
+        return level.copyIsFolder && !IsKnown(level.copy);
     }
 
     [[nodiscard]] std::vector<std::wstring> CommentedBelow(const std::wstring& path) const {

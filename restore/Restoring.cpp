@@ -48,18 +48,18 @@ void RestoreCommands::DoRestore(bool askLocation) {
 
 void RestoreCommands::Restore(const CopySelection& selection, const RestoreTarget& wanted) {
     const RestoreWork work(state_);
-    bool isCancelled = false;
+    bool isDone = false;
     const bool entered = engine_().InDestination(selection.folder, [&] {
         selector_.RequireUnchanged(selection, selection.copy);
         // Where nothing was when the user was asked, nothing may be replaced.
         const bool mayExist = wanted.existed || !EqualNoCase(wanted.requestedPath, wanted.path);
         const TargetState before =
             mayExist ? TargetState(system_.files, system_.pump, wanted.path) : TargetState();
-        isCancelled = !MakeSafetyCopy(wanted, selection);
-        if (!isCancelled) engine_().Extract(selection.copy.path, wanted.path, before);
+        isDone = MakeSafetyCopy(wanted, selection);
+        if (isDone) engine_().Extract(selection.copy.path, wanted.path, before);
     });
     if (entered) browser_.SelectLast();
-    if (entered && !isCancelled) {
+    if (isDone) {
         progress_.BusyHide(true);
         return;
     }

@@ -10,10 +10,7 @@ void ShownFolder::Take(FileSystem& files, std::wstring_view path) {
     path_ = path;
 }
 
-void ShownFolder::Clear() {
-    path_.clear();
-    identity_ = {};
-}
+void ShownFolder::Clear() { path_.clear(); }
 
 bool ShownFolder::IsStillThere(FileSystem& files) const {
     if (path_.empty()) return false;

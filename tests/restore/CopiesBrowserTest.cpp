@@ -166,7 +166,6 @@ TEST_F(Browser, FindsTheRowOfAProtectedItem) {
     EXPECT_EQ(browser.Items().Rows().SubItem(browser.Items().Selected(), L"Name"), L"Work");
     browser.RestoredPath(work + L"\\");
     EXPECT_EQ(browser.Copies().Rows().SubItem(0, L"BackupName"), vault + L"\\Work«0001»");
-    browser.RestoredPath(L"");
 }
 
 TEST_F(Browser, TwoRowsOfOneName_FirstIsFound) {
@@ -182,12 +181,15 @@ TEST_F(Browser, TwoRowsOfOneName_FirstIsFound) {
     EXPECT_EQ(browser.Items().Selected(), 0);
 }
 
+// A new list has no item to select.
 TEST_F(Browser, RestoredPath_ItemWithoutCopies_LeavesTheLists) {
     CopyFile(L"a«0001».txt");
     browser.ListRestoreFiles();
-    browser.RestoredPath(tree.Path(L"b.txt"));
-    EXPECT_EQ(browser.Items().Selected(), 0);
-    EXPECT_THAT(Labels(), ElementsAre(L"N01"));
+    for (const std::wstring& item : {tree.Path(L"b.txt"), std::wstring()}) {
+        browser.RestoredPath(item);
+        EXPECT_EQ(browser.Items().Selected(), 0);
+        EXPECT_THAT(Labels(), ElementsAre(L"N01"));
+    }
 }
 
 TEST_F(Browser, NothingListed_HasNoSelection) {
@@ -195,6 +197,8 @@ TEST_F(Browser, NothingListed_HasNoSelection) {
     EXPECT_EQ(browser.ListedRow(), -1);
     browser.SelectLast();
     EXPECT_FALSE(browser.Selection());
+    Unbound().SelectLast();
+    EXPECT_THAT(Status(), IsEmpty()) << "no drive was exchanged";
 }
 
 TEST_F(Browser, FolderWithAPoint_CopiesAreListed) {
@@ -300,8 +304,12 @@ TEST_F(Browser, OtherItemChosenDuringAListing_CopiesAreNotMixed) {
     ASSERT_GT(yields, 5);
     for (int yield = 1; yield <= yields; ++yield) {
         world.pump.Restart();
-        world.pump.AtYield(yield, [&] { browser.ListCopyes(1); });
+        world.pump.AtYield(yield, [&] {
+            browser.ListCopyes(1);
+            SelectCopy(L"N02");
+        });
         browser.ListCopyes(0);
+        EXPECT_EQ(browser.Copies().Selected(), 1) << yield;
         EXPECT_THAT(Labels(), ElementsAre(L"N01", L"N02")) << yield;
         EXPECT_THAT(Column(browser.Copies(), L"BackupName"),
                     testing::Each(testing::HasSubstr(L"Small")))

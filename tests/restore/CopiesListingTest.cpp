@@ -19,14 +19,30 @@ using testing::ElementsAre;
 
 class CopiesListing : public RestoreEnvironment {};
 
-/// Fails unless a row that is not on the first page of a list is visible.
-void ExpectScrolledTo(HWND list, int row) {
-    const auto ask = [list](UINT message) {
-        return static_cast<int>(SendMessageW(list, message, 0, 0));
-    };
-    EXPECT_GT(row, ask(LVM_GETCOUNTPERPAGE));
-    EXPECT_LT(row, ask(LVM_GETTOPINDEX) + ask(LVM_GETCOUNTPERPAGE));
-}
+/// Notes which rows of a list are scrolled to. Some systems scroll to the selected row as well, so
+/// the rows that are visible do not show it.
+class ScrolledRows {
+  public:
+    explicit ScrolledRows(ListView& list) : list_(list.Handle()) {
+        SetWindowSubclass(list_, Subclass, 1, reinterpret_cast<DWORD_PTR>(this));
+    }
+    ~ScrolledRows() { RemoveWindowSubclass(list_, Subclass, 1); }
+    ScrolledRows(const ScrolledRows&) = delete;
+    ScrolledRows& operator=(const ScrolledRows&) = delete;
+
+    std::vector<int> rows;
+
+  private:
+    static LRESULT CALLBACK Subclass(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
+                                     UINT_PTR, DWORD_PTR data) {
+        if (message == LVM_ENSUREVISIBLE) {
+            reinterpret_cast<ScrolledRows*>(data)->rows.push_back(static_cast<int>(wParam));
+        }
+        return DefSubclassProc(window, message, wParam, lParam);
+    }
+
+    HWND list_;
+};
 
 TEST_F(CopiesListing, ItemsColumnClick_TurnsTheOrder) {
     CopyFile(L"a«0001».txt");
@@ -96,28 +112,15 @@ TEST_F(CopiesListing, FilesWithoutExtension_TwoLocations_AreSeparate) {
 }
 
 TEST_F(CopiesListing, ClickOnAnItem_MakesItsRowVisible) {
-    for (int i = 100; i < 180; ++i) CopyFile(L"f" + std::to_wstring(i) + L"«0001».txt");
+    CopyFile(L"a«0001».txt");
+    CopyFile(L"b«0001».txt");
     browser.ListRestoreFiles();
-    const int last = browser.Items().Rows().Count() - 1;
-    browser.Items().Select(last);
-    browser.Items().EnsureVisible(0);
-    browser.lsvRestore1ItemClick(last);
-    const HWND items = browser.Items().Handle();
-    const auto top = SendMessageW(items, LVM_GETTOPINDEX, 0, 0);
-    const auto page = SendMessageW(items, LVM_GETCOUNTPERPAGE, 0, 0);
-    ASSERT_LT(page, last);
-    EXPECT_GT(top + page, last);
-}
-
-TEST_F(CopiesListing, ClickOnTheFirstItem_MakesItsRowVisible) {
-    for (int i = 100; i < 180; ++i) CopyFile(L"f" + std::to_wstring(i) + L"«0001».txt");
-    browser.ListRestoreFiles();
-    browser.Items().Select(0);
-    browser.Items().EnsureVisible(browser.Items().Rows().Count() - 1);
-    const HWND items = browser.Items().Handle();
-    ASSERT_GT(SendMessageW(items, LVM_GETTOPINDEX, 0, 0), 0);
-    browser.lsvRestore1ItemClick(0);
-    EXPECT_EQ(SendMessageW(items, LVM_GETTOPINDEX, 0, 0), 0);
+    const ScrolledRows scrolled(browser.Items());
+    for (const int row : {1, 0}) {
+        browser.Items().Select(row);
+        browser.lsvRestore1ItemClick(row);
+    }
+    EXPECT_THAT(scrolled.rows, ElementsAre(1, 0));
 }
 
 TEST_F(CopiesListing, SelectLast_OnlyCopyIsOlder_StaysSelected) {
@@ -147,9 +150,10 @@ TEST_F(CopiesListing, SelectLast_CopyFarDown_IsVisible) {
     browser.ListRestoreFiles();
     const int last = browser.Copies().Rows().Count() - 1;
     browser.Copies().Select(last);
+    const ScrolledRows scrolled(browser.Copies());
     browser.SelectLast();
     EXPECT_EQ(browser.Copies().Selected(), last);
-    ExpectScrolledTo(browser.Copies().Handle(), last);
+    EXPECT_THAT(scrolled.rows, ElementsAre(last));
 }
 
 TEST_F(CopiesListing, ListAnew_ItemFarDown_StaysSelectedAndVisible) {
@@ -159,10 +163,60 @@ TEST_F(CopiesListing, ListAnew_ItemFarDown_StaysSelectedAndVisible) {
     browser.ListRestoreFiles();
     SelectItem(L"item88");
     const int row = browser.Items().Selected();
+    const ScrolledRows scrolled(browser.Items());
     browser.ListAnew();
     EXPECT_EQ(browser.Items().Selected(), row);
     EXPECT_EQ(browser.Copies().Rows().SubItem(0, L"BackupName"), vault + L"\\item88«0001».txt");
-    ExpectScrolledTo(browser.Items().Handle(), row);
+    EXPECT_THAT(scrolled.rows, ElementsAre(row));
+    browser.ListRestoreFiles();
+    EXPECT_THAT(scrolled.rows, ElementsAre(row, 0));
+}
+
+// As copies of files of unknown folders are.
+TEST_F(CopiesListing, ListAnew_TwoRowsAlike_FirstStaysSelected) {
+    CopyFile(L"a«0001».txt");
+    CopyFile(L"a«0101».txt");
+    browser.ListRestoreFiles();
+    browser.ListAnew();
+    EXPECT_EQ(browser.Items().Selected(), 0);
+}
+
+// Its row shows nothing outside the details view, like a row that is not there.
+TEST_F(CopiesListing, ListAnew_DotFileIsGone_SelectsTheFirst) {
+    const std::wstring copy = CopyFile(L"«0001».gitignore");
+    CopyFile(L"a«0001»");
+    browser.Items().SetStyle(ViewStyle::LargeIcons);
+    browser.ListRestoreFiles();
+    SelectItem(L"");
+    tree.Remove(copy);
+    browser.ListAnew();
+    EXPECT_EQ(browser.Items().Selected(), 0);
+    EXPECT_THAT(Labels(), ElementsAre(L"N01"));
+}
+
+TEST_F(CopiesListing, Columns_FitTheRows) {
+    CopyFile(L"a«0001».txt");
+    browser.ListRestoreFiles();
+    for (ListView* list : {&browser.Items(), &browser.Copies()}) {
+        const auto widths = [list] {
+            std::vector<LRESULT> found;
+            for (WPARAM column = 0; column < 4; ++column) {
+                found.push_back(SendMessageW(list->Handle(), LVM_GETCOLUMNWIDTH, column, 0));
+            }
+            return found;
+        };
+        const auto before = widths();
+        list->Columns().Fit();
+        EXPECT_EQ(widths(), before);
+    }
+}
+
+TEST_F(CopiesListing, ListedAnew_FormerRowsAreForgotten) {
+    CopyFile(L"a«0001».txt");
+    browser.ListRestoreFiles();
+    browser.ListRestoreFiles();
+    EXPECT_EQ(browser.Items().Rows().At(0).tag, 0U);
+    EXPECT_EQ(browser.Copies().Rows().At(0).tag, 0U);
 }
 
 TEST_F(CopiesListing, ListAnew_NamesAlike_KeepsTheItemOfTheSameType) {

@@ -207,6 +207,23 @@ class TwoSticks : public RestoreEnvironment {
     Tree second;
 };
 
+TEST_F(ExchangedDrive, DriveAndFolderOnCAreGone_ListsNothingWithoutANotice) {
+    tree.Remove(kOnC);
+    drive.PullOut();
+    browser.ListRestoreFiles();
+    EXPECT_THAT(Items(), IsEmpty());
+    EXPECT_THAT(Status(), IsEmpty());
+}
+
+TEST_F(ExchangedDrive, ListingFailed_NothingIsStillShown) {
+    world.files.FailNth(1, error_number::kPermissionDenied, OnlyCalls({FileCall::Stat}));
+    browser.ListRestoreFiles();
+    EXPECT_EQ(world.errors.TakeOne().number, error_number::kPermissionDenied);
+    EXPECT_THAT(Items(), IsEmpty());
+    world.files.Heal();
+    EXPECT_FALSE(browser.IsStillShown(vault));
+}
+
 TEST_F(TwoSticks, Restore_AfterExchange_StopsAndListsTheOtherStick) {
     drive.Insert(L"second");
     commands.mnuRestoreClick();
