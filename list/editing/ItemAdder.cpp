@@ -54,13 +54,12 @@ void ItemAdder::AddChosen(const std::wstring& selection) {
     }
 }
 
-// Shows what is being added, adds it and processes messages; false once the user has cancelled.
-bool ItemAdder::AddShown(std::wstring_view caption, const std::wstring& path) {
-    if (state_.cancel.IsRequested()) return false;
+// Shows what is being added, adds it and processes messages, unless the user has cancelled.
+void ItemAdder::AddShown(std::wstring_view caption, const std::wstring& path) {
+    if (state_.cancel.IsRequested()) return;
     progress_.Msg(caption, path);
     Add(path);
     system_.pump.ProcessMessagesIfDue();
-    return true;
 }
 
 // The names come from the end of the selection.
@@ -73,7 +72,7 @@ void ItemAdder::AddMultiselect(std::wstring_view selection) {
         while (selection.size() > folder.size()) {
             const std::size_t separator = selection.rfind(kSeparator);
             const std::wstring_view name = selection.substr(separator + 1);
-            if (!name.empty() && !AddShown(L"Adding file", JoinPath(folder, name))) return;
+            if (!name.empty()) AddShown(L"Adding file", JoinPath(folder, name));
             selection = selection.substr(0, separator);
         }
     });
@@ -87,7 +86,7 @@ void ItemAdder::AddMatching(std::wstring_view pattern) {
     });
     state_.cancel.Begin();
     for (const std::wstring& path : files) {
-        if (!AddShown(L"Adding", path)) return;
+        AddShown(L"Adding", path);
     }
 }
 
@@ -107,7 +106,7 @@ void ItemAdder::AddAllFilesInFolder(const std::wstring& folder) {
             });
             state_.cancel.Begin();
             for (const std::wstring& path : files) {
-                if (!AddShown(L"Adding file", path)) return;
+                AddShown(L"Adding file", path);
             }
             pending.insert(pending.end(), subFolders.rbegin(), subFolders.rend());
         });

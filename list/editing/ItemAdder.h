@@ -32,7 +32,7 @@ class ItemAdder {
     void AddMultiselect(std::wstring_view selection);
     void AddMatching(std::wstring_view pattern);
     void AddAllFilesInFolder(const std::wstring& folder);
-    [[nodiscard]] bool AddShown(std::wstring_view caption, const std::wstring& path);
+    void AddShown(std::wstring_view caption, const std::wstring& path);
 
     System& system_;
     ErrorTrap trap_{system_.errors, L"Form", L"frmMain"};

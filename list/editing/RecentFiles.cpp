@@ -45,7 +45,7 @@ void RecentFiles::RecentFile(int index, std::wstring_view path) {
 }
 
 int RecentFiles::IsRecentFile(std::wstring_view path) const {
-    return trap_.Or(0, L"IsRecentFile", [&] { return RecentPosition(Paths(), path); });
+    return RecentPosition(Paths(), path);
 }
 
 void RecentFiles::UpdateRecentFiles() {

@@ -24,11 +24,11 @@ std::wstring SystemFilter(const std::wstring& filter) {
     return parts + L'\0';
 }
 
-// What the system fills in: one path, or a folder and names with a NUL between them and two behind.
-std::wstring Selection(const std::wstring& room) {
-    std::size_t end = room.find(L'\0');
-    while (end + 1 < room.size() && room[end + 1] != L'\0') end = room.find(L'\0', end + 1);
-    return room.substr(0, end);
+// What the system fills in: one path, or a folder and names with a NUL before each and two behind.
+std::wstring Selection(const std::wstring& room, std::size_t nameOffset) {
+    constexpr std::wstring_view kEnd(L"\0\0", 2);
+    const bool isMultiple = nameOffset > 0 && room[nameOffset - 1] == L'\0';
+    return room.substr(0, room.find(isMultiple ? kEnd : kEnd.substr(1)));
 }
 
 // The folder of the selection, without a "\" at its end unless it is a drive's.
@@ -48,7 +48,6 @@ std::optional<std::wstring> Show(FileDialogSetup& dialog, HWND owner, SystemDial
     data.lStructSize = sizeof data;
     data.hwndOwner = owner;
     data.lpstrFilter = filter.c_str();
-    data.nFilterIndex = 1;
     data.lpstrFile = room.data();
     data.nMaxFile = static_cast<DWORD>(room.size());
     if (!dialog.initialFolder.empty()) data.lpstrInitialDir = dialog.initialFolder.c_str();
@@ -59,7 +58,7 @@ std::optional<std::wstring> Show(FileDialogSetup& dialog, HWND owner, SystemDial
     const CurrentFolderKeeper start;
     if (show(&data) != 0) {
         dialog.lastFolder = FolderOf(room, data.nFileOffset);
-        return Selection(room);
+        return Selection(room, data.nFileOffset);
     }
     const DWORD code = CommDlgExtendedError();
     if (code == 0) return std::nullopt;

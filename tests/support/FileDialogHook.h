@@ -40,8 +40,8 @@ class FileDialogHook {
         current_->isOwnerEnabled = IsWindowEnabled(dialog->hwndOwner) != 0;
         if (!current_->movesTo.empty()) SetCurrentDirectoryW(current_->movesTo.c_str());
         if (current_->answer.empty()) return FALSE;
-        const std::wstring path = current_->answer + L'\0' + L'\0';
-        std::copy(path.begin(), path.end(), dialog->lpstrFile);
+        const std::wstring& path = current_->answer;
+        *std::copy(path.begin(), path.end(), dialog->lpstrFile) = L'\0';
         dialog->nFileOffset = static_cast<WORD>(path.rfind(L'\\') + 1);
         return TRUE;
     }

@@ -56,13 +56,26 @@ TEST_F(Adding, NewRowOfALongList_BecomesVisible) {
     EXPECT_GT(SendMessageW(View().Handle(), LVM_GETTOPINDEX, 0, 0), 0);
 }
 
-TEST_F(Adding, FolderWithALongName_IsShownWhole) {
-    Drop({a});
+TEST_F(Adding, LongNames_ColumnFitsThem) {
+    const std::wstring folder = tree.Folder(std::wstring(60, L'W'));
+    const auto load = [&] {
+        ListFile(world.ansi.Encode(a));
+        list.GetList();
+    };
     const auto width = [&] { return SendMessageW(View().Handle(), LVM_GETCOLUMNWIDTH, 0, 0); };
-    const auto before = width();
-    dialogs.Expect(tree.Folder(std::wstring(60, L'W')) + kFolderName);
+    load();
+    const auto shortOnes = width();
+    Drop({folder});
+    EXPECT_GT(width(), shortOnes);
+    load();
+    EXPECT_EQ(width(), shortOnes);
+    dialogs.Expect(folder + kFolderName);
     editing.mnuAddFolderClick();
-    EXPECT_GT(width(), before);
+    EXPECT_GT(width(), shortOnes);
+    load();
+    dialogs.Expect(tree.File(std::wstring(60, L'W') + L".txt"));
+    editing.mnuAddFileClick();
+    EXPECT_GT(width(), shortOnes);
 }
 
 TEST_F(Adding, ManyDroppedFiles_WindowsWorkMeanwhile) {

@@ -41,6 +41,12 @@ TEST_F(RefreshedRows, Refresh_AnyOrder_EachRowShowsItsOwnSizeAndDate) {
     EXPECT_THAT(Column(L"Date"), ElementsAre(DateText(date), DateText(later), DateText(later)));
 }
 
+TEST_F(RefreshedRows, ListIsReadAgain_FormerRowsAreForgotten) {
+    ListFile(world.ansi.Encode(files[0]));
+    list.GetList();
+    EXPECT_EQ(View().Rows().At(0).tag, 0U);
+}
+
 TEST_F(RefreshedRows, Refresh_SameRowAgain_ShowsWhatItIsNow) {
     const auto shows = [&](std::uint64_t bytes, Date newest) {
         list.Rows().Refresh(files[1], bytes, newest);

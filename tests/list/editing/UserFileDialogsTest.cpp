@@ -161,6 +161,20 @@ TEST_F(HookedFileDialog, DialogMovesTheCurrentFolder_ItIsMovedBack) {
     EXPECT_EQ(CurrentFolder(), start);
 }
 
+// One NUL ends a path that is chosen alone; behind it the rest of the proposal may be left.
+TEST_F(HookedFileDialog, PathIsShorterThanTheProposal_IsTakenAlone) {
+    dialog.answer = Path(L"a.txt");
+    setup.fileName.assign(dialog.answer.size() + 10, L'x');
+    EXPECT_EQ(system.ShowOpen(setup), dialog.answer);
+    EXPECT_EQ(setup.lastFolder, tree.Path());
+}
+
+TEST_F(HookedFileDialog, AnswerWithoutAFolder_HasNoLastFolder) {
+    dialog.answer = L"Mine.vwl";
+    EXPECT_EQ(system.ShowOpen(setup), dialog.answer);
+    EXPECT_EQ(setup.lastFolder, L"");
+}
+
 TEST_F(HookedFileDialog, ErrorOfTheSystem_IsRaised) {
     EXPECT_EQ(ErrorFor(FNERR_INVALIDFILENAME), error_number::kBadName);
     EXPECT_EQ(ErrorFor(FNERR_BUFFERTOOSMALL), error_number::kOutOfMemory);
