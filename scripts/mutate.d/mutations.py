@@ -136,6 +136,16 @@ def innerStatement(code, start, end):
             return start, end
 
 
+def blockEnd(code, start):
+    """Where the block ends that a place is in."""
+    depth = 0
+    for brace in re.compile('[{}]').finditer(code, start):
+        depth += 1 if brace.group() == '{' else -1
+        if depth < 0:
+            return brace.start()
+    return len(code)
+
+
 def removals(code):
     """The spans of statements that can be left out: calls, assignments, jumps, unused guards."""
     for start, end in statements(code):
@@ -144,7 +154,8 @@ def removals(code):
         if not statement or NOT_REMOVED.match(statement):
             continue
         declared = DECLARED.match(statement)
-        used = declared and re.search(r'\b%s\b' % declared.group(1), code[end:end + 3000])
+        used = declared and re.search(r'\b%s\b' % declared.group(1),
+                                      code[end:blockEnd(code, end)])
         if not used or statement.startswith('return'):
             yield start, end
 
