@@ -176,10 +176,13 @@ TEST(TreeNamesLower, DriveLetterAlone_MeansItsCurrentFolder) {
 }
 
 TEST(TreeNamesLower, MissingPath_ChangesNothing) {
+    const TempTree tree;
+    tree.File(L"Docs\\File.TXT");
+    const test::CurrentFolder current(tree.Path(L"Docs"));
     TestEnvironment world;
-    world.files.DieAtNth(1, OnlyCalls({FileCall::Copy, FileCall::Write, FileCall::RemoveFile}));
-    TreeNamesLower(world.system, L"C:\\No Such Folder Here");
+    TreeNamesLower(world.system, tree.Path(L"Docs\\Missing"));
     TreeNamesLower(world.system, L"");
+    EXPECT_EQ(Names(tree), (NameList{L"Docs", L"Docs\\File.TXT"}));
 }
 
 TEST(TreeNamesLower, KeepsLowerCaseNames) {
