@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <chrono>
 #include <random>
 
 #include "platform/TextCase.h"
@@ -65,13 +64,11 @@ TEST(Sort, FiftyThousandPaths_SortsQuicklyAndYields) {
         texts.push_back(L"C:\\Users\\Someone\\Documents\\file " + std::to_wstring(random()));
     }
     TestEnvironment world;
-    const auto start = std::chrono::steady_clock::now();
     Sort(texts, world.pump);
-    const auto took = std::chrono::steady_clock::now() - start;
     EXPECT_TRUE(std::is_sorted(texts.begin(), texts.end()));
-    // Comparing each with each would take a minute and more.
-    EXPECT_LT(took, std::chrono::seconds(5));
     EXPECT_GE(world.pump.Yields(), 50'000);
+    // There is a yield in 64 comparisons: comparing each text with each would give millions.
+    EXPECT_LT(world.pump.Yields(), 100'000);
 }
 
 TEST(Sort, ReaderDuringTheSort_SeesWholeTexts) {
