@@ -37,15 +37,6 @@ TEST(PathExist, ReturnsFalseForMissingPaths) {
     EXPECT_FALSE(PathExist(world.system, L""));
 }
 
-TEST(PathExist, ReturnsFalseForWildcards) {
-    const TempTree tree;
-    tree.File(L"a.txt");
-    TestEnvironment world;
-    EXPECT_FALSE(PathExist(world.system, tree.Path(L"*")));
-    EXPECT_FALSE(PathExist(world.system, tree.Path(L"?.txt")));
-    EXPECT_FALSE(PathExist(world.system, tree.Path(L"a.*")));
-}
-
 TEST(PathExist, FindsPathsBeyond260Characters) {
     const TempTree tree;
     std::wstring relative;

@@ -40,7 +40,7 @@ TEST_F(Win32FileSystemTest, Stat_FilesFoldersAndMissingPaths_AreRecognised) {
     const auto folder = files_.Stat(tree_.Folder(L"sub") + L"\\");
     ASSERT_TRUE(folder);
     EXPECT_TRUE(folder->isFolder);
-    for (const wchar_t* missing : {L"b.txt", L"no\\b.txt", L"*", L"a.t?t", L"x<y>z|"}) {
+    for (const wchar_t* missing : {L"b.txt", L"no\\b.txt", L"*", L"a.t?t", L"a.*", L"x<y>z|"}) {
         EXPECT_FALSE(files_.Stat(tree_.Path(missing))) << missing;
     }
     EXPECT_FALSE(files_.Stat({}));
@@ -215,6 +215,8 @@ TEST_F(Win32FileSystemTest, AcceptsPathsOf700Characters) {
 
 TEST_F(Win32FileSystemTest, Drives_HaveKindAndFreeSpace) {
     EXPECT_EQ(files_.DriveTypeOf(L"C:\\windows"), DriveType::Fixed);
+    EXPECT_EQ(files_.DriveTypeOf(tree_.Path(L"not made yet")), DriveType::Fixed);
+    EXPECT_EQ(files_.DriveTypeOf(L"Q:\\none"), DriveType::Unknown);
     EXPECT_EQ(files_.DriveTypeOf(L"\\\\server\\share\\x"), DriveType::Network);
     EXPECT_GT(files_.FreeSpace(L"C:\\"), 0U);
     EXPECT_GT(files_.FreeSpace(tree_.Path()), 0U);
