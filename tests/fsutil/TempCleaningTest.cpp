@@ -138,11 +138,5 @@ TEST_F(Cleaning, FolderIsDenied_IsReportedAndSkipped) {
     EXPECT_EQ(Left().size(), 1U);
 }
 
-TEST_F(Cleaning, YieldsAfterEveryFileAndFolder) {
-    for (const auto* name : {L"Temp\\a", L"Temp\\b", L"Temp\\Sub\\d"}) tree.File(name);
-    Clean();
-    EXPECT_GE(world.pump.Yields(), 3);
-}
-
 }  // namespace
 }  // namespace vw::test
