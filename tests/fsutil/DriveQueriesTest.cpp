@@ -3,12 +3,14 @@
 #include "fsutil/FileQueries.h"
 #include "platform/RuntimeError.h"
 #include "platform/WindowsHeader.h"
+#include "tests/support/ErrorNumber.h"
 #include "tests/support/TempTree.h"
 #include "tests/support/TestEnvironment.h"
 
 namespace vw::MFileDosShell {
 namespace {
 
+using test::ErrorOf;
 using test::Exists;
 using test::FileCall;
 using test::OnlyCalls;
@@ -138,14 +140,11 @@ TEST(FolderFreeSpace, ThrowsWhenOneByteIsMissing) {
     OtherDrive drive(world.disk);
     System system = world.With(drive);
     drive.free = 123456;
-    try {
-        FolderFreeSpace(system, L"X:\\Store", 123457);
-        FAIL() << "nothing was raised";
-    } catch (const RuntimeError& error) {
-        EXPECT_EQ(error.Number(), 1004);
-        EXPECT_EQ(error.Description(), L"لا توجد مساحة كافية على القرص\r\nX");
-        EXPECT_EQ(error.Path(), L"X:\\Store");
-    }
+    const RuntimeError error =
+        ErrorOf([&] { return FolderFreeSpace(system, L"X:\\Store", 123457); });
+    EXPECT_EQ(error.Number(), 1004);
+    EXPECT_EQ(error.Description(), L"لا توجد مساحة كافية على القرص\r\nX");
+    EXPECT_EQ(error.Path(), L"X:\\Store");
     EXPECT_TRUE(world.errors.All().empty()) << "telling it is up to the caller";
 }
 
@@ -153,12 +152,9 @@ TEST(FolderFreeSpace, ServerPath_MessageNamesNoDrive) {
     TestEnvironment world;
     OtherDrive drive(world.disk);
     System system = world.With(drive);
-    try {
-        FolderFreeSpace(system, L"\\\\server\\share\\Store", 1);
-        FAIL() << "nothing was raised";
-    } catch (const RuntimeError& error) {
-        EXPECT_EQ(error.Description(), L"لا توجد مساحة كافية على القرص\r\n");
-    }
+    const RuntimeError error =
+        ErrorOf([&] { return FolderFreeSpace(system, L"\\\\server\\share\\Store", 1); });
+    EXPECT_EQ(error.Description(), L"لا توجد مساحة كافية على القرص\r\n");
 }
 
 TEST(FolderFreeSpace, FailingDisk_IsReported_NotAsFull) {

@@ -4,20 +4,12 @@
 
 #include "platform/MessagePump.h"
 #include "platform/RuntimeError.h"
+#include "tests/support/ErrorNumber.h"
 #include "tests/support/TempTree.h"
 #include "tests/support/TestEnvironment.h"
 
 namespace vw::test {
 namespace {
-
-int ErrorOf(const std::function<void()>& call) {
-    try {
-        call();
-    } catch (const RuntimeError& error) {
-        return error.Number();
-    }
-    return 0;
-}
 
 TEST(FaultyFileSystem, ForwardsEveryCallWithoutAPlan) {
     const TempTree tree;
@@ -35,7 +27,7 @@ TEST(FaultyFileSystem, FailsTheNthMatchingOperationOnly) {
     world.files.FailNth(2, 70, OnlyCalls({FileCall::CreateFolder}));
     (void)world.files.Stat(tree.Path());
     world.files.CreateFolder(tree.Path(L"one"));
-    EXPECT_EQ(ErrorOf([&] { world.files.CreateFolder(tree.Path(L"two")); }), 70);
+    EXPECT_EQ(NumberOf([&] { world.files.CreateFolder(tree.Path(L"two")); }), 70);
     world.files.CreateFolder(tree.Path(L"three"));
     EXPECT_TRUE(Exists(tree.Path(L"one")));
     EXPECT_FALSE(Exists(tree.Path(L"two")));
@@ -52,8 +44,8 @@ TEST(FaultyFileSystem, FullDisk_StaysFull) {
     TestEnvironment world;
     world.files.FillDiskFrom(2);
     world.files.Write(tree.Path(L"fits"), "1", FileSystem::Flush::No);
-    EXPECT_EQ(ErrorOf([&] { world.files.Copy(source, tree.Path(L"copy"), {}); }), 61);
-    EXPECT_EQ(ErrorOf([&] { world.files.CreateFolder(tree.Path(L"folder")); }), 61);
+    EXPECT_EQ(NumberOf([&] { world.files.Copy(source, tree.Path(L"copy"), {}); }), 61);
+    EXPECT_EQ(NumberOf([&] { world.files.CreateFolder(tree.Path(L"folder")); }), 61);
     EXPECT_EQ(world.files.Read(source), "bytes");
     EXPECT_EQ(world.files.Faults()[0].to, tree.Path(L"copy"));
 }

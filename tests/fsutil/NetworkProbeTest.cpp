@@ -4,6 +4,7 @@
 
 #include "platform/RuntimeError.h"
 #include "tests/support/DeadServer.h"
+#include "tests/support/ErrorNumber.h"
 #include "tests/support/TestEnvironment.h"
 
 namespace vw::test {
@@ -26,13 +27,9 @@ TEST_F(NetworkProbeTest, Ask_ServerIsGone_ReturnsAndProcessesMessagesMeanwhile) 
     EXPECT_THAT(server.askedByWindow, IsEmpty());
     EXPECT_GT(world.pump.Yields(), 1);
     EXPECT_NO_THROW(probe.Require(L"C:\\windows"));
-    try {
-        probe.Require(L"Q:\\Docs\\a.txt");
-        FAIL() << "the server has not answered";
-    } catch (const RuntimeError& error) {
-        EXPECT_EQ(error.Number(), error_number::kAccessError);
-        EXPECT_EQ(error.Path(), L"Q:\\Docs\\a.txt");
-    }
+    const RuntimeError error = ErrorOf([&] { probe.Require(L"Q:\\Docs\\a.txt"); });
+    EXPECT_EQ(error.Number(), error_number::kAccessError);
+    EXPECT_EQ(error.Path(), L"Q:\\Docs\\a.txt");
 }
 
 TEST_F(NetworkProbeTest, ServerIsBack_MayAnswer) {

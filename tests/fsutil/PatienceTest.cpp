@@ -8,6 +8,7 @@
 #include "platform/RuntimeError.h"
 #include "platform/SystemError.h"
 #include "platform/WindowsHeader.h"
+#include "tests/support/ErrorNumber.h"
 #include "tests/support/TempTree.h"
 #include "tests/support/TestEnvironment.h"
 
@@ -36,17 +37,11 @@ class PatienceTest : public testing::Test {
                 std::uint64_t limit = Patience::kUsual) {
         const std::uint64_t start = world.clock.Milliseconds();
         attempts = 0;
-        int number = 0;
-        try {
-            patience.Perform(
-                [&] {
-                    ++attempts;
-                    if (world.clock.Milliseconds() < start + milliseconds) RaiseCode(code, L"x");
-                },
-                target, limit);
-        } catch (const RuntimeError& error) {
-            number = error.Number();
-        }
+        const auto step = [&] {
+            ++attempts;
+            if (world.clock.Milliseconds() < start + milliseconds) RaiseCode(code, L"x");
+        };
+        const int number = NumberOf([&] { patience.Perform(step, target, limit); });
         took = world.clock.Milliseconds() - start;
         return number;
     }
@@ -55,12 +50,7 @@ class PatienceTest : public testing::Test {
         System system = world.With(disk);
         Patience waiting(system, cancel);
         const std::uint64_t start = world.clock.Milliseconds();
-        int number = 0;
-        try {
-            waiting.RemoveFolder(tree.Path(), emptiedByUs);
-        } catch (const RuntimeError& error) {
-            number = error.Number();
-        }
+        const int number = NumberOf([&] { waiting.RemoveFolder(tree.Path(), emptiedByUs); });
         took = world.clock.Milliseconds() - start;
         return number;
     }

@@ -9,6 +9,7 @@
 #include "platform/SystemError.h"
 #include "platform/WindowsHeader.h"
 #include "tests/support/EndlessFolders.h"
+#include "tests/support/ErrorNumber.h"
 #include "tests/support/TempTree.h"
 #include "tests/support/TestEnvironment.h"
 #include "tests/support/WineBridge.h"
@@ -18,19 +19,11 @@ namespace {
 
 using test::Exists;
 using test::FileCall;
+using test::NumberOf;
 using test::OnlyCalls;
 using test::OnlyChanges;
 using test::TempTree;
 using test::TestEnvironment;
-
-int ErrorOf(const std::function<void()>& call) {
-    try {
-        call();
-    } catch (const RuntimeError& error) {
-        return error.Number();
-    }
-    return 0;
-}
 
 TEST(IsRoot, RecognisesDrivesAndSharesInEveryForm) {
     TestEnvironment env;
@@ -132,14 +125,14 @@ TEST(CreateFolders, FileInTheWay_Throws) {
     const TempTree tree;
     const std::wstring file = tree.File(L"a\\file");
     TestEnvironment world;
-    EXPECT_EQ(ErrorOf([&] { CreateFolders(world.files, file); }), 58);
-    EXPECT_EQ(ErrorOf([&] { CreateFolders(world.files, file + L"\\b\\c"); }), 58);
+    EXPECT_EQ(NumberOf([&] { CreateFolders(world.files, file); }), 58);
+    EXPECT_EQ(NumberOf([&] { CreateFolders(world.files, file + L"\\b\\c"); }), 58);
 }
 
 TEST(CreateFolders, MissingDrive_Throws) {
     TestEnvironment world;
-    EXPECT_EQ(ErrorOf([&] { CreateFolders(world.files, L"Q:\\"); }), 76);
-    EXPECT_EQ(ErrorOf([&] { CreateFolders(world.files, L"Q:\\a\\b"); }), 76);
+    EXPECT_EQ(NumberOf([&] { CreateFolders(world.files, L"Q:\\"); }), 76);
+    EXPECT_EQ(NumberOf([&] { CreateFolders(world.files, L"Q:\\a\\b"); }), 76);
 }
 
 TEST(CreateFolders, FolderMadeMeanwhile_IsAccepted) {
@@ -156,13 +149,10 @@ TEST(CreateFolders, FirstFailure_IsThrownWithItsPath) {
     const TempTree tree;
     TestEnvironment world;
     world.files.FailNth(2, error_number::kDiskFull, OnlyCalls({FileCall::CreateFolder}));
-    try {
-        CreateFolders(world.files, tree.Path(L"a\\b\\c"));
-        FAIL() << "nothing was raised";
-    } catch (const RuntimeError& error) {
-        EXPECT_EQ(error.Number(), 61);
-        EXPECT_EQ(error.Path(), tree.Path(L"a\\b"));
-    }
+    const RuntimeError error =
+        test::ErrorOf([&] { CreateFolders(world.files, tree.Path(L"a\\b\\c")); });
+    EXPECT_EQ(error.Number(), 61);
+    EXPECT_EQ(error.Path(), tree.Path(L"a\\b"));
     EXPECT_FALSE(Exists(tree.Path(L"a\\b")));
 }
 
@@ -178,13 +168,10 @@ TEST(CreateFolders, CreatesPathsBeyond260Characters) {
 TEST(CreateFolders, MissingShare_ThrowsWithItsName) {
     TestEnvironment env;
     EmptyServer disk(env.disk);
-    try {
-        CreateFolders(disk, L"\\\\server\\share\\a\\b");
-        FAIL() << "nothing was raised";
-    } catch (const RuntimeError& error) {
-        EXPECT_EQ(error.Number(), error_number::kPathNotFound);
-        EXPECT_EQ(error.Path(), L"\\\\server\\share\\");
-    }
+    const RuntimeError error =
+        test::ErrorOf([&] { CreateFolders(disk, L"\\\\server\\share\\a\\b"); });
+    EXPECT_EQ(error.Number(), error_number::kPathNotFound);
+    EXPECT_EQ(error.Path(), L"\\\\server\\share\\");
 }
 
 TEST(CreateFolders, FileCreatedMeanwhile_Throws) {
@@ -193,7 +180,7 @@ TEST(CreateFolders, FileCreatedMeanwhile_Throws) {
     env.files.OnOperation([&](const test::FileOperation& operation) {
         if (operation.call == FileCall::CreateFolder) tree.File(L"a");
     });
-    EXPECT_EQ(ErrorOf([&] { CreateFolders(env.files, tree.Path(L"a")); }),
+    EXPECT_EQ(NumberOf([&] { CreateFolders(env.files, tree.Path(L"a")); }),
               error_number::kAlreadyExists);
 }
 
@@ -201,7 +188,7 @@ TEST(CreateFolders, FolderVanishedAgain_Throws) {
     const TempTree tree;
     TestEnvironment env;
     env.files.FailNth(1, error_number::kAlreadyExists, OnlyCalls({FileCall::CreateFolder}));
-    EXPECT_EQ(ErrorOf([&] { CreateFolders(env.files, tree.Path(L"a")); }),
+    EXPECT_EQ(NumberOf([&] { CreateFolders(env.files, tree.Path(L"a")); }),
               error_number::kAlreadyExists);
 }
 
@@ -248,7 +235,7 @@ class PatientDeleteTree : public testing::Test {
     /// The number of the error, 0 for none.
     int Delete(std::wstring_view relative) {
         const std::wstring path = tree.Path(relative);
-        return ErrorOf([&] {
+        return NumberOf([&] {
             DeleteTree(
                 disk, path, [this] { ++yields; }, &patience);
         });

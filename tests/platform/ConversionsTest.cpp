@@ -2,12 +2,12 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <ostream>
 #include <string>
 
 #include "platform/RuntimeError.h"
 #include "platform/Utf8.h"
+#include "tests/support/ErrorNumber.h"
 #include "tests/support/ImportHook.h"
 
 // Needs the declarations of the system first.
@@ -20,14 +20,7 @@ extern void* __imp_VarI2FromStr;  // NOLINT(clang-diagnostic-reserved-identifier
 namespace vw {
 namespace {
 
-int NumberOfErrorIn(const std::function<void()>& call) {
-    try {
-        call();
-        return 0;
-    } catch (const RuntimeError& error) {
-        return error.Number();
-    }
-}
+using test::NumberOf;
 
 struct Number {
     std::wstring_view text;
@@ -56,7 +49,7 @@ INSTANTIATE_TEST_SUITE_P(Conversions, ConversionsOfNumbers,
 class ConversionsOfOtherTexts : public testing::TestWithParam<std::wstring_view> {};
 
 TEST_P(ConversionsOfOtherTexts, ParseInt16_NoNumber_ThrowsTypeMismatch) {
-    EXPECT_EQ(NumberOfErrorIn([] { (void)ParseInt16(GetParam()); }), error_number::kTypeMismatch);
+    EXPECT_EQ(NumberOf([] { return ParseInt16(GetParam()); }), error_number::kTypeMismatch);
 }
 
 INSTANTIATE_TEST_SUITE_P(Conversions, ConversionsOfOtherTexts,
@@ -64,7 +57,7 @@ INSTANTIATE_TEST_SUITE_P(Conversions, ConversionsOfOtherTexts,
 
 TEST(Conversions, ParseInt16_Beyond16Bits_ThrowsOverflow) {
     for (const std::wstring_view text : {L"40000", L"32768", L"-32769", L"99999999999"}) {
-        EXPECT_EQ(NumberOfErrorIn([&] { (void)ParseInt16(text); }), error_number::kOverflow)
+        EXPECT_EQ(NumberOf([&] { return ParseInt16(text); }), error_number::kOverflow)
             << ToUtf8(text);
     }
 }
@@ -73,8 +66,7 @@ HRESULT WINAPI RunOutOfMemory(LPCOLESTR, LCID, ULONG, SHORT*) { return E_OUTOFME
 
 TEST(Conversions, ParseInt16_NoMemory_ThrowsOutOfMemory) {
     const test::ImportHook convert(__imp_VarI2FromStr, &RunOutOfMemory);
-    EXPECT_EQ(NumberOfErrorIn([] { static_cast<void>(ParseInt16(L"1.5")); }),
-              error_number::kOutOfMemory);
+    EXPECT_EQ(NumberOf([] { return ParseInt16(L"1.5"); }), error_number::kOutOfMemory);
 }
 
 // The library that reads the other numbers takes a while to load.
@@ -96,7 +88,7 @@ TEST(Conversions, ParseBool_ReadsTrueFalseAndAnyNumber) {
 
 TEST(Conversions, ParseBool_OtherText_ThrowsTypeMismatch) {
     for (const std::wstring_view text : {L"", L"Arabic", L"N/A", L"yes", L"-1x"}) {
-        EXPECT_EQ(NumberOfErrorIn([&] { (void)ParseBool(text); }), error_number::kTypeMismatch)
+        EXPECT_EQ(NumberOf([&] { return ParseBool(text); }), error_number::kTypeMismatch)
             << ToUtf8(text);
     }
 }

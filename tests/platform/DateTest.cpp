@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "platform/RuntimeError.h"
+#include "tests/support/ErrorNumber.h"
 
 namespace vw {
 
@@ -94,12 +95,8 @@ TEST(Date, RefusesPartsBeyondTheCalendar) {
         {kMax, kMin, kMax, kMin, kMax, kMin},
     };
     for (const DateParts& parts : rows) {
-        try {
-            (void)MakeDate(parts);
-            ADD_FAILURE() << testing::PrintToString(parts) << " gave a date";
-        } catch (const RuntimeError& error) {
-            EXPECT_EQ(error.Number(), error_number::kInvalidCall);
-        }
+        EXPECT_EQ(test::NumberOf([&] { return MakeDate(parts); }), error_number::kInvalidCall)
+            << testing::PrintToString(parts);
     }
 }
 

@@ -10,21 +10,12 @@
 #include "platform/HeldFile.h"
 #include "platform/RuntimeError.h"
 #include "platform/Win32FileSystem.h"
+#include "tests/support/ErrorNumber.h"
 #include "tests/support/ImportHook.h"
 #include "tests/support/TempTree.h"
 
 namespace vw::test {
 namespace {
-
-template <class Call>
-int NumberOf(Call call) {
-    try {
-        call();
-    } catch (const RuntimeError& error) {
-        return error.Number();
-    }
-    return 0;
-}
 
 const ImportHook* original = nullptr;
 DWORD failure = 0;
@@ -120,8 +111,8 @@ TEST(FailingReading, ReadAndComparison_Throw) {
     const std::wstring path = tree.File(L"a", "bytes");
     const ImportHook read("ReadFile", &RefuseRead);
     Win32FileSystem files;
-    EXPECT_EQ(NumberOf([&] { static_cast<void>(files.Read(path)); }), error_number::kDeviceError);
-    EXPECT_EQ(NumberOf([&] { static_cast<void>(files.HaveSameBytes(path, path, {})); }),
+    EXPECT_EQ(NumberOf([&] { return files.Read(path); }), error_number::kDeviceError);
+    EXPECT_EQ(NumberOf([&] { return files.HaveSameBytes(path, path, {}); }),
               error_number::kDeviceError);
 }
 

@@ -3,23 +3,16 @@
 #include "platform/Handle.h"
 #include "platform/RuntimeError.h"
 #include "platform/Win32FileSystem.h"
+#include "tests/support/ErrorNumber.h"
 #include "tests/support/ImportHook.h"
 #include "tests/support/TempTree.h"
 
 namespace vw {
 namespace {
 
-constexpr DWORD kMarks = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_READONLY;
+using test::NumberOf;
 
-template <class Call>
-int NumberOf(Call call) {
-    try {
-        call();
-    } catch (const RuntimeError& error) {
-        return error.Number();
-    }
-    return 0;
-}
+constexpr DWORD kMarks = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_READONLY;
 
 class FolderInfoTest : public testing::Test {
   protected:
@@ -107,12 +100,9 @@ BOOL WINAPI RefuseInfo(HANDLE, FILE_INFO_BY_HANDLE_CLASS, LPVOID, DWORD) {
 
 TEST_F(FolderInfoTest, SystemRefuses_ThrowsWithTheNewFolder) {
     const test::ImportHook refuse("SetFileInformationByHandle", &RefuseInfo);
-    try {
-        files.CopyFolderInfo(from, to, FileSystem::Marks::Replace);
-        ADD_FAILURE() << "nothing was thrown";
-    } catch (const RuntimeError& error) {
-        EXPECT_EQ(error.Path(), to);
-    }
+    const RuntimeError error =
+        test::ErrorOf([&] { files.CopyFolderInfo(from, to, FileSystem::Marks::Replace); });
+    EXPECT_EQ(error.Path(), to);
 }
 
 TEST_F(FolderInfoTest, MissingFolder_Throws) {

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/ErrorNumber.h"
+
 namespace vw {
 namespace {
 
@@ -43,30 +45,23 @@ TEST(RuntimeError, DescribesEveryNumber) {
 
 TEST(RuntimeError, Thrown_HasNumberDescriptionPathAndLine) {
     std::uint_least32_t line = 0;
-    try {
+    const RuntimeError error = test::ErrorOf([&] {
         line = SourceLocation::current().line() + 1;
         Throw(error_number::kPathNotFound, L"C:\\gone");
-    } catch (const RuntimeError& error) {
-        EXPECT_EQ(error.Number(), 76);
-        EXPECT_EQ(error.Description(), L"Path not found");
-        EXPECT_EQ(error.Path(), L"C:\\gone");
-        EXPECT_EQ(error.Line(), line);
-        return;
-    }
-    FAIL() << "nothing was raised";
+    });
+    EXPECT_EQ(error.Number(), 76);
+    EXPECT_EQ(error.Description(), L"Path not found");
+    EXPECT_EQ(error.Path(), L"C:\\gone");
+    EXPECT_EQ(error.Line(), line);
 }
 
 TEST(RuntimeError, ThrowWith_HasTheGivenDescriptionAndNoPath) {
-    try {
-        ThrowWith(error_number::kNotEnoughSpace, L"no room\r\nC");
-    } catch (const RuntimeError& error) {
-        EXPECT_EQ(error.Number(), 1004);
-        EXPECT_EQ(error.Description(), L"no room\r\nC");
-        EXPECT_EQ(error.Path(), L"");
-        EXPECT_GT(error.Line(), 0U);
-        return;
-    }
-    FAIL() << "nothing was raised";
+    const RuntimeError error =
+        test::ErrorOf([] { ThrowWith(error_number::kNotEnoughSpace, L"no room\r\nC"); });
+    EXPECT_EQ(error.Number(), 1004);
+    EXPECT_EQ(error.Description(), L"no room\r\nC");
+    EXPECT_EQ(error.Path(), L"");
+    EXPECT_GT(error.Line(), 0U);
 }
 
 TEST(RuntimeError, ErrorNumberOf_EachSystemCode_HasItsNumber) {

@@ -7,21 +7,12 @@
 
 #include "platform/RuntimeError.h"
 #include "platform/Win32FileSystem.h"
+#include "tests/support/ErrorNumber.h"
 #include "tests/support/ImportHook.h"
 #include "tests/support/TempTree.h"
 
 namespace vw::test {
 namespace {
-
-template <class Call>
-int NumberOf(Call call) {
-    try {
-        call();
-    } catch (const RuntimeError& error) {
-        return error.Number();
-    }
-    return 0;
-}
 
 std::wstring tempPath;
 DWORD tempLength = 0;
@@ -51,14 +42,12 @@ TEST_F(TemporaryFolder, Root_KeepsItsSeparator) {
 
 TEST_F(TemporaryFolder, SystemHasNone_Throws) {
     tempLength = 0;
-    EXPECT_EQ(NumberOf([] { static_cast<void>(Win32FileSystem().TempFolder()); }),
-              error_number::kNotReady);
+    EXPECT_EQ(NumberOf([] { return Win32FileSystem().TempFolder(); }), error_number::kNotReady);
 }
 
 TEST_F(TemporaryFolder, LongerThanAnyPath_Throws) {
     tempLength = 1000;
-    EXPECT_EQ(NumberOf([] { static_cast<void>(Win32FileSystem().TempFolder()); }),
-              error_number::kNotReady);
+    EXPECT_EQ(NumberOf([] { return Win32FileSystem().TempFolder(); }), error_number::kNotReady);
 }
 
 DWORD WINAPI AnswerLongestTempPath(DWORD size, LPWSTR buffer) {
@@ -127,7 +116,7 @@ TEST_F(RefusedAttributes, FileThatItsFolderLists_HasItsFacts) {
 }
 
 TEST_F(RefusedAttributes, FileThatNoFolderLists_IsPermissionDenied) {
-    EXPECT_EQ(NumberOf([&] { static_cast<void>(files.Stat(tree.Path(L"none"))); }),
+    EXPECT_EQ(NumberOf([&] { return files.Stat(tree.Path(L"none")); }),
               error_number::kPermissionDenied);
 }
 
@@ -145,7 +134,7 @@ TEST(RefusedAttributesByCode, OnlyNothingOfThatName_IsNoError) {
     }
     for (const DWORD code : {ERROR_CRC, ERROR_SHARING_VIOLATION, ERROR_LOGON_FAILURE}) {
         refusal = code;
-        EXPECT_NE(NumberOf([&] { static_cast<void>(files.Stat(tree.Path(L"none"))); }), 0) << code;
+        EXPECT_NE(NumberOf([&] { return files.Stat(tree.Path(L"none")); }), 0) << code;
     }
 }
 
@@ -271,7 +260,7 @@ TEST(Identify, VolumeAndFolder_AreThoseOfTheSystem) {
 TEST(Identify, SystemKnowsNothing_Throws) {
     const TempTree tree;
     const ImportHook answer("GetFileInformationByHandle", &AnswerNoInformation);
-    EXPECT_EQ(NumberOf([&] { static_cast<void>(Win32FileSystem().Identify(tree.Path())); }),
+    EXPECT_EQ(NumberOf([&] { return Win32FileSystem().Identify(tree.Path()); }),
               error_number::kDeviceError);
 }
 

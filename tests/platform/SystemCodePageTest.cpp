@@ -8,11 +8,14 @@
 
 #include "platform/RuntimeError.h"
 #include "platform/WindowsHeader.h"
+#include "tests/support/ErrorNumber.h"
 #include "tests/support/ImportHook.h"
 #include "tests/support/WineBridge.h"
 
 namespace vw {
 namespace {
+
+using test::NumberOf;
 
 TEST(SystemCodePage, NumberZero_IsTheCodePageOfTheSystem) {
     EXPECT_EQ(CodePage().Number(), GetACP());
@@ -81,12 +84,7 @@ TEST(SystemCodePage, KeepsNulAndReturnsEmptyForEmpty) {
 }
 
 TEST(SystemCodePage, RefusesAPageThatTheSystemLacks) {
-    try {
-        const CodePage page(64999);
-        FAIL() << "taken";
-    } catch (const RuntimeError& error) {
-        EXPECT_EQ(error.Number(), error_number::kInvalidCall);
-    }
+    EXPECT_EQ(NumberOf([] { const CodePage page(64999); }), error_number::kInvalidCall);
 }
 
 // The system counts in 32 bits with a sign; the text is never looked at.
@@ -95,15 +93,10 @@ TEST(SystemCodePage, RefusesTextsOfMoreThanTwoGigabytes) {
     const wchar_t text = L'a';
     const char byte = 'a';
     const CodePage page(1252);
-    for (int i = 0; i < 2; ++i) {
-        try {
-            if (i == 0) (void)page.Encode(std::wstring_view(&text, kTooLong));
-            if (i == 1) (void)page.Decode(std::string_view(&byte, kTooLong));
-            FAIL() << "taken";
-        } catch (const RuntimeError& error) {
-            EXPECT_EQ(error.Number(), error_number::kOutOfMemory);
-        }
-    }
+    EXPECT_EQ(NumberOf([&] { return page.Encode(std::wstring_view(&text, kTooLong)); }),
+              error_number::kOutOfMemory);
+    EXPECT_EQ(NumberOf([&] { return page.Decode(std::string_view(&byte, kTooLong)); }),
+              error_number::kOutOfMemory);
 }
 
 TEST(SystemCodePage, EncodingsOfUnicode_HoldEveryCharacter) {

@@ -8,6 +8,7 @@
 
 #include "platform/RuntimeError.h"
 #include "platform/Win32FileSystem.h"
+#include "tests/support/ErrorNumber.h"
 #include "tests/support/ImportHook.h"
 #include "tests/support/TempTree.h"
 
@@ -85,13 +86,7 @@ class FailedCopying : public testing::Test {
     /// The error of a copying that fails with this code.
     RuntimeError ErrorOf(DWORD code) {
         failure = code;
-        try {
-            files.Copy(from, to, {});
-        } catch (const RuntimeError& error) {
-            return error;
-        }
-        ADD_FAILURE() << "no error";
-        return RuntimeError(0, {}, {}, 0);
+        return test::ErrorOf([&] { files.Copy(from, to, {}); });
     }
 
     const TempTree tree;

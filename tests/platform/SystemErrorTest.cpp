@@ -6,6 +6,7 @@
 
 #include "platform/RuntimeError.h"
 #include "platform/WindowsHeader.h"
+#include "tests/support/ErrorNumber.h"
 
 namespace vw {
 namespace {
@@ -35,17 +36,15 @@ TEST(SystemText, KnownCode_IsTheSentenceOfTheSystemWithoutItsLineEnd) {
 
 TEST(RaiseLast, LastFailure_IsThrownWithPathAndLine) {
     unsigned line = 0;
-    try {
+    const RuntimeError error = test::ErrorOf([&] {
         SetLastError(ERROR_CRC);
         line = __LINE__ + 1;
         RaiseLast(L"C:\\a");
-        ADD_FAILURE() << "nothing was thrown";
-    } catch (const RuntimeError& error) {
-        EXPECT_EQ(error.Number(), error_number::kDeviceError);
-        EXPECT_EQ(error.SystemCode(), static_cast<std::uint32_t>(ERROR_CRC));
-        EXPECT_EQ(error.Path(), L"C:\\a");
-        EXPECT_EQ(error.Line(), line);
-    }
+    });
+    EXPECT_EQ(error.Number(), error_number::kDeviceError);
+    EXPECT_EQ(error.SystemCode(), static_cast<std::uint32_t>(ERROR_CRC));
+    EXPECT_EQ(error.Path(), L"C:\\a");
+    EXPECT_EQ(error.Line(), line);
 }
 
 }  // namespace

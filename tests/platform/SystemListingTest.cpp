@@ -7,6 +7,7 @@
 
 #include "platform/RuntimeError.h"
 #include "platform/Win32FileSystem.h"
+#include "tests/support/ErrorNumber.h"
 #include "tests/support/ImportHook.h"
 #include "tests/support/TempTree.h"
 
@@ -36,13 +37,11 @@ class FailedListing : public testing::Test {
     /// Lists a path; gives the number of the error, or 0.
     int List(std::wstring_view path) {
         names.clear();
-        try {
+        const RuntimeError error = ErrorOf([&] {
             files.List(path, [this](const FolderEntry& entry) { names.emplace_back(entry.name); });
-        } catch (const RuntimeError& error) {
-            EXPECT_EQ(error.Path(), path);
-            return error.Number();
-        }
-        return 0;
+        });
+        EXPECT_EQ(error.Path(), error.Number() == 0 ? L"" : path);
+        return error.Number();
     }
     int RefusedWith(DWORD code, std::wstring_view path) {
         const ImportHook hook("FindFirstFileExW", &Refuse);

@@ -6,10 +6,13 @@
 
 #include "platform/RuntimeError.h"
 #include "platform/WindowsHeader.h"
+#include "tests/support/ErrorNumber.h"
 #include "tests/support/ImportHook.h"
 
 namespace vw {
 namespace {
+
+using test::NumberOf;
 
 struct PathRow {
     std::wstring_view typed;
@@ -72,12 +75,7 @@ DWORD WINAPI CompleteNothing(LPCWSTR, DWORD, LPWSTR, LPWSTR*) {
 
 TEST(SystemPathTest, RelativePath_SystemCannotComplete_Throws) {
     const test::ImportHook complete("GetFullPathNameW", &CompleteNothing);
-    try {
-        static_cast<void>(AbsolutePath(L"x"));
-        ADD_FAILURE() << "nothing was thrown";
-    } catch (const RuntimeError& error) {
-        EXPECT_EQ(error.Number(), error_number::kNotReady);
-    }
+    EXPECT_EQ(NumberOf([] { return AbsolutePath(L"x"); }), error_number::kNotReady);
 }
 
 TEST(SystemPathTest, DriveLetterAlone_MeansItsCurrentFolder) {
@@ -89,12 +87,8 @@ TEST(SystemPathTest, PathThatNamesNoFile_ThrowsBadName) {
     for (const std::wstring_view path :
          {std::wstring_view(), std::wstring_view(L"C:\\a\0b", 6), std::wstring_view(L"NUL"),
           std::wstring_view(L"\\\\.\\C:")}) {
-        try {
-            static_cast<void>(SystemPath(path));
-            ADD_FAILURE() << "accepted a path of " << path.size() << " characters";
-        } catch (const RuntimeError& error) {
-            EXPECT_EQ(error.Number(), error_number::kBadName);
-        }
+        EXPECT_EQ(NumberOf([&] { return SystemPath(path); }), error_number::kBadName)
+            << path.size() << " characters";
     }
 }
 
@@ -116,12 +110,8 @@ TEST(SystemPathTest, PathTooLongForTheSystem_ThrowsBadName) {
     EXPECT_THROW(static_cast<void>(SystemPath(L"C:\\" + std::wstring(32'760, L'x'))), RuntimeError);
     for (const std::size_t length : {32'770U, 65'536U, 1U << 20}) {
         for (const wchar_t* const root : {L"C:\\", L"\\\\server\\share\\", L"\\\\?\\C:\\"}) {
-            try {
-                static_cast<void>(SystemPath(root + std::wstring(length, L'x')));
-                ADD_FAILURE() << length << " characters were taken";
-            } catch (const RuntimeError& error) {
-                EXPECT_EQ(error.Number(), 52);
-            }
+            EXPECT_EQ(NumberOf([&] { return SystemPath(root + std::wstring(length, L'x')); }), 52)
+                << length << " characters";
         }
     }
 }

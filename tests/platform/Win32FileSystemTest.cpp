@@ -7,22 +7,14 @@
 
 #include "platform/Handle.h"
 #include "platform/RuntimeError.h"
+#include "tests/support/ErrorNumber.h"
 #include "tests/support/TempTree.h"
 
 namespace vw {
 namespace {
 
+using test::NumberOf;
 using test::TempTree;
-
-template <class Call>
-int NumberOf(Call call) {
-    try {
-        call();
-    } catch (const RuntimeError& error) {
-        return error.Number();
-    }
-    return 0;
-}
 
 class Win32FileSystemTest : public testing::Test {
   protected:
@@ -134,7 +126,7 @@ TEST_F(Win32FileSystemTest, FileInUse_ThrowsPermissionDenied) {
     ASSERT_TRUE(held);
     EXPECT_EQ(NumberOf([&] { files_.Copy(file, tree_.Path(L"c"), {}); }), 70);
     EXPECT_FALSE(test::Exists(tree_.Path(L"c")));
-    EXPECT_EQ(NumberOf([&] { static_cast<void>(files_.Read(file)); }), 70);
+    EXPECT_EQ(NumberOf([&] { return files_.Read(file); }), 70);
     EXPECT_EQ(NumberOf([&] { files_.RemoveFile(file); }), 70);
     EXPECT_EQ(NumberOf([&] { files_.Rename(file, tree_.Path(L"d")); }), 70);
     EXPECT_TRUE(files_.Stat(file));
@@ -192,10 +184,10 @@ TEST_F(Win32FileSystemTest, ReadAndWrite_TransferWholeFiles) {
     EXPECT_EQ(files_.Read(path), bytes);
     files_.Write(path, {}, FileSystem::Flush::No);
     EXPECT_EQ(files_.Read(path), "");
-    EXPECT_EQ(NumberOf([&] { static_cast<void>(files_.Read(tree_.Path(L"none"))); }), 53);
+    EXPECT_EQ(NumberOf([&] { return files_.Read(tree_.Path(L"none")); }), 53);
     EXPECT_EQ(NumberOf([&] { files_.Write(tree_.Path(L"no\\x"), "a", FileSystem::Flush::No); }),
               76);
-    EXPECT_EQ(NumberOf([&] { static_cast<void>(files_.Read(tree_.Folder(L"sub"))); }), 75);
+    EXPECT_EQ(NumberOf([&] { return files_.Read(tree_.Folder(L"sub")); }), 75);
 }
 
 TEST_F(Win32FileSystemTest, AcceptsPathsOf700Characters) {
@@ -220,7 +212,7 @@ TEST_F(Win32FileSystemTest, Drives_HaveKindAndFreeSpace) {
     EXPECT_EQ(files_.DriveTypeOf(L"\\\\server\\share\\x"), DriveType::Network);
     EXPECT_GT(files_.FreeSpace(L"C:\\"), 0U);
     EXPECT_GT(files_.FreeSpace(tree_.Path()), 0U);
-    EXPECT_NE(NumberOf([&] { static_cast<void>(files_.FreeSpace(L"Q:\\")); }), 0);
+    EXPECT_NE(NumberOf([&] { return files_.FreeSpace(L"Q:\\"); }), 0);
 }
 
 TEST_F(Win32FileSystemTest, TempFolder_HasNoFinalSeparator) {
@@ -243,9 +235,9 @@ TEST_F(Win32FileSystemTest, Identify_FolderMadeAgain_IsAnother) {
 }
 
 TEST_F(Win32FileSystemTest, Identify_NoFolder_Throws) {
-    EXPECT_EQ(NumberOf([&] { static_cast<void>(files_.Identify(tree_.File(L"a.txt"))); }),
+    EXPECT_EQ(NumberOf([&] { return files_.Identify(tree_.File(L"a.txt")); }),
               error_number::kFileNotFound);
-    EXPECT_EQ(NumberOf([&] { static_cast<void>(files_.Identify(tree_.Path(L"gone"))); }),
+    EXPECT_EQ(NumberOf([&] { return files_.Identify(tree_.Path(L"gone")); }),
               error_number::kFileNotFound);
 }
 
@@ -279,9 +271,7 @@ TEST_F(Win32FileSystemTest, HaveSameBytes_ComparesEveryByte) {
     EXPECT_FALSE(files_.HaveSameBytes(first, tree_.File(L"c.bin", changed), progress));
     EXPECT_FALSE(files_.HaveSameBytes(first, tree_.File(L"d.bin", bytes + "x"), progress));
     EXPECT_TRUE(files_.HaveSameBytes(tree_.File(L"e", ""), tree_.File(L"f", ""), {}));
-    EXPECT_EQ(NumberOf([&] {
-                  static_cast<void>(files_.HaveSameBytes(first, tree_.Path(L"gone"), progress));
-              }),
+    EXPECT_EQ(NumberOf([&] { return files_.HaveSameBytes(first, tree_.Path(L"gone"), progress); }),
               error_number::kFileNotFound);
 }
 
