@@ -3,8 +3,7 @@
 #include "fsutil/FileQueries.h"
 #include "platform/Handle.h"
 #include "platform/WindowsHeader.h"
-#include "tests/support/TempTree.h"
-#include "tests/support/TestEnvironment.h"
+#include "tests/support/DiskTest.h"
 
 namespace vw::MFileDosShell {
 namespace {
@@ -14,9 +13,9 @@ using test::FileCall;
 using test::OnlyCalls;
 using test::OnlyChanges;
 using test::ReadTree;
-using test::TempTree;
-using test::TestEnvironment;
 using test::ToldError;
+
+using DeletePathTest = test::DiskTest;
 
 // Opens a file as a program does that shares it with nobody.
 FileHandle Lock(const std::wstring& path) {
@@ -26,33 +25,27 @@ FileHandle Lock(const std::wstring& path) {
     return handle;
 }
 
-TEST(DeletePath, DeletesAFile) {
-    const TempTree tree;
+TEST_F(DeletePathTest, DeletesAFile) {
     tree.File(L"gone.txt");
     tree.File(L"stays.txt");
-    TestEnvironment world;
     DeletePath(world.system, tree.Path(L"gone.txt"));
     EXPECT_FALSE(Exists(tree.Path(L"gone.txt")));
     EXPECT_TRUE(Exists(tree.Path(L"stays.txt")));
 }
 
-TEST(DeletePath, DeletesAFolderWithAllItsContents) {
-    const TempTree tree;
+TEST_F(DeletePathTest, DeletesAFolderWithAllItsContents) {
     tree.File(L"Top\\a.txt");
     tree.File(L"Top\\Sub\\مجلد\\ملف.txt");
     tree.Folder(L"Top\\empty");
     tree.File(L"Top2\\stays.txt");
-    TestEnvironment world;
     DeletePath(world.system, tree.Path(L"Top\\"));
     EXPECT_FALSE(Exists(tree.Path(L"Top")));
     EXPECT_TRUE(Exists(tree.Path(L"Top2\\stays.txt")));
     EXPECT_GE(world.pump.Yields(), 5) << "the window has to live meanwhile";
 }
 
-TEST(DeletePath, MissingPath_ChangesNothing) {
-    const TempTree tree;
+TEST_F(DeletePathTest, MissingPath_ChangesNothing) {
     tree.File(L"stays.txt");
-    TestEnvironment world;
     DeletePath(world.system, tree.Path(L"missing"));
     DeletePath(world.system, tree.Path(L"missing\\below"));
     DeletePath(world.system, tree.Path(L"*"));
@@ -60,25 +53,21 @@ TEST(DeletePath, MissingPath_ChangesNothing) {
     EXPECT_TRUE(Exists(tree.Path(L"stays.txt")));
 }
 
-TEST(DeletePath, DeletesReadOnlyHiddenAndSystemItems) {
+TEST_F(DeletePathTest, DeletesReadOnlyHiddenAndSystemItems) {
     constexpr DWORD kAll = FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM;
-    const TempTree tree;
     tree.File(L"Top\\Sub\\a.txt");
     tree.SetAttributes(L"Top\\Sub\\a.txt", kAll);
     tree.SetAttributes(L"Top\\Sub", kAll);
     tree.SetAttributes(L"Top", FILE_ATTRIBUTE_READONLY);
     tree.File(L"b.txt");
     tree.SetAttributes(L"b.txt", kAll);
-    TestEnvironment world;
     DeletePath(world.system, tree.Path(L"Top"));
     DeletePath(world.system, tree.Path(L"b.txt"));
     EXPECT_TRUE(ReadTree(tree.Path()).empty());
 }
 
-TEST(DeletePath, FileInUse_IsReportedAndKept) {
-    const TempTree tree;
+TEST_F(DeletePathTest, FileInUse_IsReportedAndKept) {
     const std::wstring file = tree.File(L"Top\\Sub\\locked.txt");
-    TestEnvironment world;
     const FileHandle lock = Lock(file);
     DeletePath(world.system, tree.Path(L"Top"));
     const ToldError told = world.errors.TakeOne();
@@ -88,10 +77,8 @@ TEST(DeletePath, FileInUse_IsReportedAndKept) {
     EXPECT_TRUE(Exists(file));
 }
 
-TEST(DeletePath, StopsAtTheFirstFailure) {
-    const TempTree tree;
+TEST_F(DeletePathTest, StopsAtTheFirstFailure) {
     for (const wchar_t* name : {L"a", L"b", L"c", L"d"}) tree.File(std::wstring(L"Top\\") + name);
-    TestEnvironment world;
     world.files.FailNth(2, error_number::kPermissionDenied, OnlyChanges());
     DeletePath(world.system, tree.Path(L"Top"));
     EXPECT_EQ(world.errors.TakeOne().path, world.files.Faults()[0].path);
@@ -99,11 +86,9 @@ TEST(DeletePath, StopsAtTheFirstFailure) {
     EXPECT_EQ(ReadTree(tree.Path(L"Top")).size(), 3U);
 }
 
-TEST(DeletePath, DeletionHasNoEffect_IsReported) {
-    const TempTree tree;
+TEST_F(DeletePathTest, DeletionHasNoEffect_IsReported) {
     const std::wstring file = tree.File(L"a.txt");
     const std::wstring folder = tree.Folder(L"Top");
-    TestEnvironment world;
     world.files.IgnoreNth(1, OnlyCalls({FileCall::RemoveFile}));
     DeletePath(world.system, file);
     ToldError told = world.errors.TakeOne();
@@ -117,10 +102,8 @@ TEST(DeletePath, DeletionHasNoEffect_IsReported) {
     EXPECT_EQ(told.path, folder);
 }
 
-TEST(DeletePath, FileOnlySeemsDeleted_FolderIsReported) {
-    const TempTree tree;
+TEST_F(DeletePathTest, FileOnlySeemsDeleted_FolderIsReported) {
     tree.File(L"Top\\a.txt");
-    TestEnvironment world;
     world.files.IgnoreNth(1, OnlyCalls({FileCall::RemoveFile}));
     DeletePath(world.system, tree.Path(L"Top"));
     const ToldError told = world.errors.TakeOne();
@@ -128,19 +111,16 @@ TEST(DeletePath, FileOnlySeemsDeleted_FolderIsReported) {
     EXPECT_EQ(told.path, tree.Path(L"Top"));
 }
 
-TEST(DeletePath, UnreadableFolder_IsReported) {
-    const TempTree tree;
+TEST_F(DeletePathTest, UnreadableFolder_IsReported) {
     tree.File(L"Top\\Sub\\a.txt");
-    TestEnvironment world;
     world.files.FailNth(2, error_number::kPermissionDenied, OnlyCalls({FileCall::List}));
     DeletePath(world.system, tree.Path(L"Top"));
     EXPECT_EQ(world.errors.TakeOne().path, tree.Path(L"Top\\Sub"));
     EXPECT_TRUE(Exists(tree.Path(L"Top\\Sub\\a.txt")));
 }
 
-TEST(DeletePath, RefusesTheRootOfADrive) {
+TEST_F(DeletePathTest, RefusesTheRootOfADrive) {
     for (const wchar_t* root : {L"C:\\", L"C:/", L"C:\\\\", L"C:\\windows\\..", L"\\\\?\\C:\\"}) {
-        TestEnvironment world;
         // Should the guard fail, nothing may really be deleted.
         world.files.DieAtNth(1, OnlyChanges());
         DeletePath(world.system, root);
@@ -149,13 +129,11 @@ TEST(DeletePath, RefusesTheRootOfADrive) {
     }
 }
 
-TEST(DeletePath, DeletesPathsBeyond260Characters) {
-    const TempTree tree;
+TEST_F(DeletePathTest, DeletesPathsBeyond260Characters) {
     std::wstring relative = L"Top";
     for (int i = 0; i < 60; ++i) relative += L"\\a rather long folder";
     const std::wstring file = tree.File(relative + L"\\f.txt");
     ASSERT_GT(file.size(), 1200U);
-    TestEnvironment world;
     DeletePath(world.system, tree.Path(L"Top"));
     EXPECT_FALSE(Exists(tree.Path(L"Top")));
 }

@@ -4,26 +4,23 @@
 
 #include "platform/MessagePump.h"
 #include "platform/RuntimeError.h"
+#include "tests/support/DiskTest.h"
 #include "tests/support/ErrorNumber.h"
-#include "tests/support/TempTree.h"
-#include "tests/support/TestEnvironment.h"
 
 namespace vw::test {
 namespace {
 
-TEST(FaultyFileSystem, ForwardsEveryCallWithoutAPlan) {
-    const TempTree tree;
+using FaultyFileSystemTest = DiskTest;
+
+TEST_F(FaultyFileSystemTest, ForwardsEveryCallWithoutAPlan) {
     const std::wstring file = tree.File(L"a.txt", "abc");
-    TestEnvironment world;
     EXPECT_EQ(world.files.Read(file), "abc");
     EXPECT_EQ(world.files.Stat(file)->size, 3U);
     EXPECT_EQ(world.files.Count(), 2);
     EXPECT_TRUE(world.files.Faults().empty());
 }
 
-TEST(FaultyFileSystem, FailsTheNthMatchingOperationOnly) {
-    const TempTree tree;
-    TestEnvironment world;
+TEST_F(FaultyFileSystemTest, FailsTheNthMatchingOperationOnly) {
     world.files.FailNth(2, 70, OnlyCalls({FileCall::CreateFolder}));
     (void)world.files.Stat(tree.Path());
     world.files.CreateFolder(tree.Path(L"one"));
@@ -38,10 +35,8 @@ TEST(FaultyFileSystem, FailsTheNthMatchingOperationOnly) {
     EXPECT_NE(Describe(world.files.Faults()[0]).find("CreateFolder"), std::string::npos);
 }
 
-TEST(FaultyFileSystem, FullDisk_StaysFull) {
-    const TempTree tree;
+TEST_F(FaultyFileSystemTest, FullDisk_StaysFull) {
     const std::wstring source = tree.File(L"source", "bytes");
-    TestEnvironment world;
     world.files.FillDiskFrom(2);
     world.files.Write(tree.Path(L"fits"), "1", FileSystem::Flush::No);
     EXPECT_EQ(NumberOf([&] { world.files.Copy(source, tree.Path(L"copy"), {}); }), 61);
@@ -50,10 +45,8 @@ TEST(FaultyFileSystem, FullDisk_StaysFull) {
     EXPECT_EQ(world.files.Faults()[0].to, tree.Path(L"copy"));
 }
 
-TEST(FaultyFileSystem, Death_LeavesHalfACopyAndRefusesLaterCalls) {
-    const TempTree tree;
+TEST_F(FaultyFileSystemTest, Death_LeavesHalfACopyAndRefusesLaterCalls) {
     const std::wstring source = tree.File(L"source", "123456");
-    TestEnvironment world;
     world.files.DieAtNth(1, OnlyCalls({FileCall::Copy}));
     EXPECT_THROW(world.files.Copy(source, tree.Path(L"copy"), {}), Died);
     EXPECT_EQ(ReadBytes(tree.Path(L"copy")), "123");
@@ -63,18 +56,15 @@ TEST(FaultyFileSystem, Death_LeavesHalfACopyAndRefusesLaterCalls) {
     EXPECT_EQ(world.files.Read(source), "123456");
 }
 
-TEST(FaultyFileSystem, Death_IsCaughtByNoErrorTrap) {
-    TestEnvironment world;
+TEST_F(FaultyFileSystemTest, Death_IsCaughtByNoErrorTrap) {
     world.files.DieAtNth(1);
     EXPECT_THROW(ErrorTrap(world.errors, L"Module", L"Test")(
                      L"Test", [&] { (void)world.files.Stat(L"C:\\"); }),
                  Died);
 }
 
-TEST(FaultyFileSystem, ReportsSuccessForIgnoredAndTruncatedCalls) {
-    const TempTree tree;
+TEST_F(FaultyFileSystemTest, ReportsSuccessForIgnoredAndTruncatedCalls) {
     const std::wstring source = tree.File(L"source", "123456");
-    TestEnvironment world;
     world.files.IgnoreNth(1, OnlyChanges());
     world.files.RemoveFile(source);
     EXPECT_TRUE(Exists(source));

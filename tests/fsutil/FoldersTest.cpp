@@ -3,8 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/RuntimeError.h"
-#include "tests/support/TempTree.h"
-#include "tests/support/TestEnvironment.h"
+#include "tests/support/DiskTest.h"
 
 namespace vw::test {
 namespace {
@@ -12,38 +11,34 @@ namespace {
 using MFileDosShell::FolderExists;
 using MFileDosShell::MakeFolderIfMissing;
 
-class FoldersTest : public testing::Test {
-  protected:
-    TempTree tree;
-    TestEnvironment env;
-};
+using FoldersTest = DiskTest;
 
 TEST_F(FoldersTest, Exists_FolderAlone) {
     tree.File(L"Docs\\a.txt");
-    EXPECT_TRUE(FolderExists(env.files, tree.Path(L"Docs")));
-    EXPECT_FALSE(FolderExists(env.files, tree.Path(L"Docs\\a.txt")));
-    EXPECT_FALSE(FolderExists(env.files, tree.Path(L"missing")));
+    EXPECT_TRUE(FolderExists(world.files, tree.Path(L"Docs")));
+    EXPECT_FALSE(FolderExists(world.files, tree.Path(L"Docs\\a.txt")));
+    EXPECT_FALSE(FolderExists(world.files, tree.Path(L"missing")));
 }
 
 TEST_F(FoldersTest, Exists_DiskCannotAnswer_IsFalse) {
-    env.files.FailNth(1, error_number::kNotReady);
-    EXPECT_FALSE(FolderExists(env.files, tree.Path()));
+    world.files.FailNth(1, error_number::kNotReady);
+    EXPECT_FALSE(FolderExists(world.files, tree.Path()));
 }
 
 TEST_F(FoldersTest, Make_Missing_IsMade) {
-    EXPECT_TRUE(MakeFolderIfMissing(env.files, tree.Path(L"Docs")));
+    EXPECT_TRUE(MakeFolderIfMissing(world.files, tree.Path(L"Docs")));
     EXPECT_TRUE(Exists(tree.Path(L"Docs")));
 }
 
 TEST_F(FoldersTest, Make_ThereAlready_IsLeft) {
     tree.File(L"Docs\\a.txt");
-    env.files.DieAtNth(1, OnlyChanges());
-    EXPECT_TRUE(MakeFolderIfMissing(env.files, tree.Path(L"Docs")));
+    world.files.DieAtNth(1, OnlyChanges());
+    EXPECT_TRUE(MakeFolderIfMissing(world.files, tree.Path(L"Docs")));
 }
 
 TEST_F(FoldersTest, Make_FileInTheWay_ReturnsFalse) {
     tree.File(L"Docs");
-    EXPECT_FALSE(MakeFolderIfMissing(env.files, tree.Path(L"Docs")));
+    EXPECT_FALSE(MakeFolderIfMissing(world.files, tree.Path(L"Docs")));
 }
 
 }  // namespace

@@ -7,8 +7,7 @@
 #include "fsutil/NameCase.h"
 #include "fsutil/TreeOperations.h"
 #include "platform/WindowsHeader.h"
-#include "tests/support/TempTree.h"
-#include "tests/support/TestEnvironment.h"
+#include "tests/support/DiskTest.h"
 #include "tests/support/WineBridge.h"
 
 namespace vw::MFileDosShell {
@@ -53,85 +52,83 @@ class RemovingLinks : public test::ForwardingFileSystem {
 };
 
 // Item\own.txt, Item\Link -> Canary, Canary\Sub\Song.MP3, and Loop -> Item inside of the item.
-class LinksTest : public testing::Test {
+class LinksTest : public test::DiskTest {
   protected:
     void SetUp() override {
-        tree_.File(L"Item\\own.txt", "own", kOld);
-        tree_.File(L"Canary\\Sub\\Song.MP3", "canary", kNew);
-        if (!tree_.Link(L"Item\\Link", L"Canary") || !tree_.Link(L"Item\\Loop", L"Item")) {
+        tree.File(L"Item\\own.txt", "own", kOld);
+        tree.File(L"Canary\\Sub\\Song.MP3", "canary", kNew);
+        if (!tree.Link(L"Item\\Link", L"Canary") || !tree.Link(L"Item\\Loop", L"Item")) {
             GTEST_SKIP() << "this system makes no links";
         }
-        canary_ = ReadTree(tree_.Path(L"Canary"));
-        ASSERT_EQ(canary_.size(), 2U);
-        ASSERT_TRUE(world_.files.Stat(tree_.Path(L"Item\\Link"))->isLink);
-        world_.files.Heal();
+        canary = ReadTree(tree.Path(L"Canary"));
+        ASSERT_EQ(canary.size(), 2U);
+        ASSERT_TRUE(world.files.Stat(tree.Path(L"Item\\Link"))->isLink);
+        world.files.Heal();
     }
 
     void TearDown() override {
-        if (!canary_.empty()) {
-            EXPECT_EQ(ReadTree(tree_.Path(L"Canary")), canary_);
+        if (!canary.empty()) {
+            EXPECT_EQ(ReadTree(tree.Path(L"Canary")), canary);
         }
     }
 
-    const TempTree tree_;
-    TestEnvironment world_;
-    NoCopies copies_;
-    Tree canary_;
+    NoCopies copies;
+    Tree canary;
 };
 
 TEST_F(LinksTest, SizeAndDate_LinkInTree_IsNotEntered) {
-    EXPECT_EQ(PathSize(world_.system, tree_.Path(L"Item"), true), 3);
-    EXPECT_EQ(PathDate(world_.system, copies_, tree_.Path(L"Item")), MakeDate(kOld));
-    EXPECT_EQ(CPathSize(world_.system, tree_.Path(L"Item")), L"3Byte");
+    EXPECT_EQ(PathSize(world.system, tree.Path(L"Item"), true), 3);
+    EXPECT_EQ(PathDate(world.system, copies, tree.Path(L"Item")), MakeDate(kOld));
+    EXPECT_EQ(CPathSize(world.system, tree.Path(L"Item")), L"3Byte");
 }
 
 TEST_F(LinksTest, SizeAndDate_LinkAsItem_IsFollowed) {
-    EXPECT_EQ(PathSize(world_.system, tree_.Path(L"Item\\Link"), true), 6);
-    EXPECT_EQ(PathDate(world_.system, copies_, tree_.Path(L"Item\\Link")), MakeDate(kNew));
-    EXPECT_EQ(PathDate(world_.system, copies_, tree_.Path(L"Item\\Link\\")), MakeDate(kNew));
-    EXPECT_TRUE(PathExist(world_.system, tree_.Path(L"Item\\Link")));
+    EXPECT_EQ(PathSize(world.system, tree.Path(L"Item\\Link"), true), 6);
+    EXPECT_EQ(PathDate(world.system, copies, tree.Path(L"Item\\Link")), MakeDate(kNew));
+    EXPECT_EQ(PathDate(world.system, copies, tree.Path(L"Item\\Link\\")), MakeDate(kNew));
+    EXPECT_TRUE(PathExist(world.system, tree.Path(L"Item\\Link")));
 }
 
 TEST_F(LinksTest, Delete_LinkInTree_KeepsItsTarget) {
-    RemovingLinks disk(world_.disk);
-    System system = world_.With(disk);
-    DeletePath(system, tree_.Path(L"Item"));
+    RemovingLinks disk(world.disk);
+    System system = world.With(disk);
+    DeletePath(system, tree.Path(L"Item"));
     EXPECT_EQ(disk.removedLinks, 2);
-    EXPECT_FALSE(Exists(tree_.Path(L"Item")));
+    EXPECT_FALSE(Exists(tree.Path(L"Item")));
 }
 
 TEST_F(LinksTest, Delete_LinkAsItem_RemovesTheLinkAlone) {
-    RemovingLinks disk(world_.disk);
-    System system = world_.With(disk);
-    DeletePath(system, tree_.Path(L"Item\\Link\\"));
+    RemovingLinks disk(world.disk);
+    System system = world.With(disk);
+    DeletePath(system, tree.Path(L"Item\\Link\\"));
     EXPECT_EQ(disk.removedLinks, 1);
-    EXPECT_FALSE(Exists(tree_.Path(L"Item\\Link")));
-    EXPECT_TRUE(Exists(tree_.Path(L"Item\\own.txt")));
+    EXPECT_FALSE(Exists(tree.Path(L"Item\\Link")));
+    EXPECT_TRUE(Exists(tree.Path(L"Item\\own.txt")));
 }
 
 TEST_F(LinksTest, Delete_LinkCannotBeRemoved_KeepsItsTarget) {
-    DeletePath(world_.system, tree_.Path(L"Item"));
-    for (const auto& operation : world_.files.Operations()) {
+    DeletePath(world.system, tree.Path(L"Item"));
+    for (const auto& operation : world.files.Operations()) {
         EXPECT_EQ(operation.path.find(L"Link\\"), std::wstring::npos) << Describe(operation);
         EXPECT_EQ(operation.path.find(L"Loop\\"), std::wstring::npos) << Describe(operation);
     }
-    if (Exists(tree_.Path(L"Item"))) {
-        EXPECT_NE(world_.errors.TakeOne().number, 0) << "what stays has to be told";
+    if (Exists(tree.Path(L"Item"))) {
+        EXPECT_NE(world.errors.TakeOne().number, 0) << "what stays has to be told";
     }
 }
 
 TEST_F(LinksTest, TreeNamesLower_LinkInTree_IsNotEntered) {
     // The name of the link stays, for the same reason as above: Wine would rename the canary. The
     // other link goes: it would show nothing once its folder has another name.
-    test::RemoveLink(tree_.Path(L"Item\\Loop"));
-    tree_.File(L"Item\\UPPER.TXT");
-    world_.files.FailFrom(1, error_number::kPermissionDenied, [](const auto& operation) {
+    test::RemoveLink(tree.Path(L"Item\\Loop"));
+    tree.File(L"Item\\UPPER.TXT");
+    world.files.FailFrom(1, error_number::kPermissionDenied, [](const auto& operation) {
         return operation.call == FileCall::Rename && operation.path.ends_with(L"Link");
     });
-    TreeNamesLower(world_.system, tree_.Path(L"Item"));
-    EXPECT_EQ(ReadTree(tree_.Path(L"item")).count(L"upper.txt"), 1U);
-    EXPECT_EQ(world_.files.Faults().size(), 1U);
-    EXPECT_EQ(world_.pump.Yields(), 3) << "two files and the link";
+    TreeNamesLower(world.system, tree.Path(L"Item"));
+    EXPECT_EQ(ReadTree(tree.Path(L"item")).count(L"upper.txt"), 1U);
+    EXPECT_EQ(world.files.Faults().size(), 1U);
+    EXPECT_EQ(world.pump.Yields(), 3) << "two files and the link";
 }
 
 TEST(LinksToFiles, SizeAndDate_AreThoseOfTheTarget) {

@@ -6,8 +6,7 @@
 #include "platform/RuntimeError.h"
 #include "platform/WindowsHeader.h"
 #include "tests/support/CurrentFolder.h"
-#include "tests/support/TempTree.h"
-#include "tests/support/TestEnvironment.h"
+#include "tests/support/DiskTest.h"
 
 namespace vw::MFileDosShell {
 namespace {
@@ -17,7 +16,10 @@ using test::OnlyCalls;
 using test::OnlyChanges;
 using test::ReadTree;
 using test::TempTree;
-using test::TestEnvironment;
+
+using FolderNameLowerTest = test::DiskTest;
+using FileNameLowerTest = test::DiskTest;
+using TreeNamesLowerTest = test::DiskTest;
 
 // Names as they are on the disk, with their letter case.
 std::vector<std::wstring> Names(const TempTree& tree) {
@@ -36,20 +38,16 @@ TEST(LowerCase, ConvertsAllAlphabetsWithoutLanguageRules) {
     EXPECT_EQ(LowerCase(L""), L"");
 }
 
-TEST(FolderNameLower, RenamesTheFolderAlone) {
-    const TempTree tree;
+TEST_F(FolderNameLowerTest, RenamesTheFolderAlone) {
     tree.File(L"OUTER\\Inner\\File.TXT");
-    TestEnvironment world;
     FolderNameLower(world.system, tree.Path(L"OUTER\\Inner\\"));
     EXPECT_EQ(Names(tree), (NameList{L"OUTER", L"OUTER\\inner", L"OUTER\\inner\\File.TXT"}));
     FolderNameLower(world.system, tree.Path(L"OUTER"));
     EXPECT_EQ(Names(tree), (NameList{L"outer", L"outer\\inner", L"outer\\inner\\File.TXT"}));
 }
 
-TEST(FolderNameLower, RenamesByWayOfTheNameWithAnAtSign) {
-    const TempTree tree;
+TEST_F(FolderNameLowerTest, RenamesByWayOfTheNameWithAnAtSign) {
     tree.Folder(L"Docs");
-    TestEnvironment world;
     FolderNameLower(world.system, tree.Path(L"Docs"));
     ASSERT_EQ(world.files.Operations().size(), 2U);
     EXPECT_EQ(world.files.Operations()[0].path, tree.Path(L"Docs"));
@@ -58,10 +56,8 @@ TEST(FolderNameLower, RenamesByWayOfTheNameWithAnAtSign) {
     EXPECT_EQ(world.files.Operations()[1].to, tree.Path(L"docs"));
 }
 
-TEST(FolderNameLower, KeepsALowerCaseNameAndADrive) {
-    const TempTree tree;
+TEST_F(FolderNameLowerTest, KeepsALowerCaseNameAndADrive) {
     tree.Folder(L"lower");
-    TestEnvironment world;
     FolderNameLower(world.system, tree.Path(L"lower"));
     FolderNameLower(world.system, L"C:\\");
     FolderNameLower(world.system, L"C:");
@@ -69,34 +65,27 @@ TEST(FolderNameLower, KeepsALowerCaseNameAndADrive) {
     EXPECT_EQ(world.files.Count(), 0);
 }
 
-TEST(FolderNameLower, RenameFails_KeepsTheOldName) {
+TEST_F(FolderNameLowerTest, RenameFails_KeepsTheOldName) {
+    tree.File(L"Docs\\File");
     for (int n = 1; n <= 2; ++n) {
-        const TempTree tree;
-        tree.File(L"Docs\\File");
-        TestEnvironment world;
         world.files.FailNth(n, error_number::kPermissionDenied, OnlyCalls({FileCall::Rename}));
         FolderNameLower(world.system, tree.Path(L"Docs"));
         EXPECT_EQ(Names(tree), (NameList{L"Docs", L"Docs\\File"})) << "failed at rename " << n;
     }
-    TestEnvironment world;
     FolderNameLower(world.system, L"C:\\No Such Folder\\Here");
 }
 
-TEST(FileNameLower, RenamesTheFileAndUpdatesThePath) {
-    const TempTree tree;
+TEST_F(FileNameLowerTest, RenamesTheFileAndUpdatesThePath) {
     std::wstring path = tree.File(L"Docs\\ملف File.TXT", "bytes");
     const std::wstring before = path;
-    TestEnvironment world;
     FileNameLower(world.system, path);
     EXPECT_EQ(path, LowerCase(before));
     EXPECT_EQ(Names(tree), (NameList{L"Docs", L"Docs\\ملف file.txt"}));
     EXPECT_EQ(world.files.Read(path), "bytes");
 }
 
-TEST(FileNameLower, RenamesByWayOfTheLowerCaseNameWithAnAtSign) {
-    const TempTree tree;
+TEST_F(FileNameLowerTest, RenamesByWayOfTheLowerCaseNameWithAnAtSign) {
     std::wstring path = tree.File(L"File.TXT");
-    TestEnvironment world;
     FileNameLower(world.system, path);
     ASSERT_EQ(world.files.Operations().size(), 2U);
     EXPECT_EQ(world.files.Operations()[0].to, tree.Path(L"file.txt@"));
@@ -104,12 +93,10 @@ TEST(FileNameLower, RenamesByWayOfTheLowerCaseNameWithAnAtSign) {
     EXPECT_EQ(world.files.Operations()[1].to, tree.Path(L"file.txt"));
 }
 
-TEST(FileNameLower, RenameFails_EarlierRenamesAreUndone) {
+TEST_F(FileNameLowerTest, RenameFails_EarlierRenamesAreUndone) {
+    const std::wstring before = tree.File(L"File.TXT", "bytes");
     for (int n = 1; n <= 2; ++n) {
-        const TempTree tree;
-        std::wstring path = tree.File(L"File.TXT", "bytes");
-        const std::wstring before = path;
-        TestEnvironment world;
+        std::wstring path = before;
         world.files.FailNth(n, error_number::kPermissionDenied, OnlyCalls({FileCall::Rename}));
         FileNameLower(world.system, path);
         EXPECT_EQ(Names(tree), NameList{L"File.TXT"}) << "failed at rename " << n;
@@ -117,12 +104,10 @@ TEST(FileNameLower, RenameFails_EarlierRenamesAreUndone) {
     }
 }
 
-TEST(FileNameLower, NameTakenOrFileInUse_KeepsTheFile) {
-    const TempTree tree;
+TEST_F(FileNameLowerTest, NameTakenOrFileInUse_KeepsTheFile) {
     std::wstring taken = tree.File(L"One.txt", "1");
     tree.File(L"one.txt@", "other");
     std::wstring used = tree.File(L"Two.txt", "2");
-    TestEnvironment world;
     {
         const FileHandle lock(
             CreateFileW(used.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
@@ -133,13 +118,11 @@ TEST(FileNameLower, NameTakenOrFileInUse_KeepsTheFile) {
     EXPECT_EQ(Names(tree), (NameList{L"One.txt", L"Two.txt", L"one.txt@"}));
 }
 
-TEST(TreeNamesLower, RenamesEveryEntryOfTheTree) {
-    const TempTree tree;
+TEST_F(TreeNamesLowerTest, RenamesEveryEntryOfTheTree) {
     tree.File(L"Top\\A.TXT", "a");
     tree.File(L"Top\\b.txt", "b");
     tree.File(L"Top\\SUB\\Deeper\\ÉCOLE ملف.Doc", "c");
     tree.File(L"Top\\lower\\UPPER", "d");
-    TestEnvironment world;
     TreeNamesLower(world.system, tree.Path(L"Top"));
     EXPECT_EQ(Names(tree),
               (NameList{L"top", L"top\\a.txt", L"top\\b.txt", L"top\\lower", L"top\\lower\\upper",
@@ -148,12 +131,10 @@ TEST(TreeNamesLower, RenamesEveryEntryOfTheTree) {
     EXPECT_GE(world.pump.Yields(), 7);
 }
 
-TEST(TreeNamesLower, RenameFails_OtherEntriesAreRenamed) {
-    const TempTree tree;
+TEST_F(TreeNamesLowerTest, RenameFails_OtherEntriesAreRenamed) {
     tree.File(L"Top\\One", "1");
     tree.File(L"Top\\Sub\\Two", "2");
     tree.File(L"Top\\Three", "3");
-    TestEnvironment world;
     world.files.FailFrom(1, error_number::kPermissionDenied, [](const auto& operation) {
         return operation.call == FileCall::Rename && operation.path.ends_with(L"Sub");
     });
@@ -162,11 +143,9 @@ TEST(TreeNamesLower, RenameFails_OtherEntriesAreRenamed) {
               (NameList{L"top", L"top\\Sub", L"top\\Sub\\two", L"top\\one", L"top\\three"}));
 }
 
-TEST(TreeNamesLower, DriveLetterAlone_MeansItsCurrentFolder) {
-    const TempTree tree;
+TEST_F(TreeNamesLowerTest, DriveLetterAlone_MeansItsCurrentFolder) {
     tree.File(L"vwtest top\\File");
     const test::CurrentFolder current(tree.Path(L"vwtest top"));
-    TestEnvironment world;
     // Should it leave the folder, nothing may be renamed there.
     world.files.DieAtNth(1, [&](const auto& operation) {
         return operation.call == FileCall::Rename && !operation.path.starts_with(tree.Path());
@@ -175,20 +154,16 @@ TEST(TreeNamesLower, DriveLetterAlone_MeansItsCurrentFolder) {
     EXPECT_EQ(Names(tree), (NameList{L"vwtest top", L"vwtest top\\file"}));
 }
 
-TEST(TreeNamesLower, MissingPath_ChangesNothing) {
-    const TempTree tree;
+TEST_F(TreeNamesLowerTest, MissingPath_ChangesNothing) {
     tree.File(L"Docs\\File.TXT");
     const test::CurrentFolder current(tree.Path(L"Docs"));
-    TestEnvironment world;
     TreeNamesLower(world.system, tree.Path(L"Docs\\Missing"));
     TreeNamesLower(world.system, L"");
     EXPECT_EQ(Names(tree), (NameList{L"Docs", L"Docs\\File.TXT"}));
 }
 
-TEST(TreeNamesLower, KeepsLowerCaseNames) {
-    const TempTree tree;
+TEST_F(TreeNamesLowerTest, KeepsLowerCaseNames) {
     tree.File(L"top\\sub\\file.txt");
-    TestEnvironment world;
     world.files.DieAtNth(1, OnlyChanges());
     TreeNamesLower(world.system, tree.Path(L"top"));
     EXPECT_EQ(world.files.Count(), 0);

@@ -3,24 +3,21 @@
 #include <gtest/gtest.h>
 
 #include "platform/RuntimeError.h"
-#include "tests/support/TempTree.h"
-#include "tests/support/TestEnvironment.h"
+#include "tests/support/DiskTest.h"
 
 namespace vw {
 namespace {
 
 using test::FileCall;
-using test::TempTree;
-using test::TestEnvironment;
+
+using NewestFileDateTest = test::DiskTest;
 
 constexpr DateParts kOld{2001, 2, 3, 4, 5, 6};
 constexpr DateParts kNew{2024, 12, 31, 23, 59, 59};
 
-TEST(NewestFileDate, ReturnsTheDateOfTheFileOrNewestInTheTree) {
-    const TempTree tree;
+TEST_F(NewestFileDateTest, ReturnsTheDateOfTheFileOrNewestInTheTree) {
     tree.File(L"Docs«0101»\\a", "x", kOld);
     tree.File(L"Docs«0101»\\Sub\\ب", "x", kNew);
-    TestEnvironment world;
     int yields = 0;
     const auto yield = [&] { ++yields; };
     EXPECT_EQ(NewestFileDate(world.files, tree.Path(L"Docs«0101»\\a"), yield), MakeDate(kOld));
@@ -29,19 +26,15 @@ TEST(NewestFileDate, ReturnsTheDateOfTheFileOrNewestInTheTree) {
     EXPECT_EQ(yields, 3);
 }
 
-TEST(NewestFileDate, NoFile_ReturnsTheMissingDate) {
-    const TempTree tree;
+TEST_F(NewestFileDateTest, NoFile_ReturnsTheMissingDate) {
     tree.Folder(L"Sub\\Deeper");
-    TestEnvironment world;
     EXPECT_EQ(NewestFileDate(world.files, tree.Path(L"missing"), [] {}), kMissingDate);
     EXPECT_EQ(NewestFileDate(world.files, tree.Path(), [] {}), kMissingDate);
 }
 
-TEST(NewestFileDate, UnreadableSubFolder_IsLeftOut) {
-    const TempTree tree;
+TEST_F(NewestFileDateTest, UnreadableSubFolder_IsLeftOut) {
     tree.File(L"Closed\\a", "x", kNew);
     tree.File(L"Open\\b", "x", kOld);
-    TestEnvironment world;
     world.files.FailNth(1, error_number::kPermissionDenied, [](const auto& operation) {
         return operation.call == FileCall::List && operation.path.ends_with(L"Closed");
     });

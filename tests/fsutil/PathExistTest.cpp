@@ -1,19 +1,15 @@
 #include <gtest/gtest.h>
 
 #include "fsutil/FileQueries.h"
-#include "tests/support/TempTree.h"
-#include "tests/support/TestEnvironment.h"
+#include "tests/support/DiskTest.h"
 
 namespace vw::MFileDosShell {
 namespace {
 
-using test::TempTree;
-using test::TestEnvironment;
+using PathExistTest = test::DiskTest;
 
-TEST(PathExist, ReturnsTrueForFilesAndFoldersInAnySpelling) {
-    const TempTree tree;
+TEST_F(PathExistTest, ReturnsTrueForFilesAndFoldersInAnySpelling) {
     tree.File(L"Sub\\ملف «1».txt");
-    TestEnvironment world;
     EXPECT_TRUE(PathExist(world.system, tree.Path()));
     EXPECT_TRUE(PathExist(world.system, tree.Path() + L"\\"));
     EXPECT_TRUE(PathExist(world.system, tree.Path(L"Sub")));
@@ -25,10 +21,8 @@ TEST(PathExist, ReturnsTrueForFilesAndFoldersInAnySpelling) {
     EXPECT_TRUE(PathExist(world.system, L"C:"));
 }
 
-TEST(PathExist, ReturnsFalseForMissingPaths) {
-    const TempTree tree;
+TEST_F(PathExistTest, ReturnsFalseForMissingPaths) {
     tree.File(L"a.txt");
-    TestEnvironment world;
     EXPECT_FALSE(PathExist(world.system, tree.Path(L"b.txt")));
     EXPECT_FALSE(PathExist(world.system, tree.Path(L"no folder\\a.txt")));
     EXPECT_FALSE(PathExist(world.system, tree.Path(L"a.txt\\below")));
@@ -37,21 +31,17 @@ TEST(PathExist, ReturnsFalseForMissingPaths) {
     EXPECT_FALSE(PathExist(world.system, L""));
 }
 
-TEST(PathExist, FindsPathsBeyond260Characters) {
-    const TempTree tree;
+TEST_F(PathExistTest, FindsPathsBeyond260Characters) {
     std::wstring relative;
     for (int i = 0; i < 12; ++i) relative += L"مجلد طويل الاسم جدا للتجربة\\";
     const std::wstring file = tree.File(relative + L"f.txt");
     ASSERT_GT(file.size(), 300U);
-    TestEnvironment world;
     EXPECT_TRUE(PathExist(world.system, file));
     EXPECT_TRUE(PathExist(world.system, tree.Path(relative)));
     EXPECT_FALSE(PathExist(world.system, tree.Path(relative + L"g.txt")));
 }
 
-TEST(PathExist, FailingDisk_IsReported) {
-    const TempTree tree;
-    TestEnvironment world;
+TEST_F(PathExistTest, FailingDisk_IsReported) {
     world.files.FailNth(1, error_number::kPermissionDenied);
     EXPECT_FALSE(PathExist(world.system, tree.Path()));
     const test::ToldError told = world.errors.TakeOne();

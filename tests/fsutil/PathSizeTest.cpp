@@ -4,17 +4,17 @@
 #include "fsutil/WorkingName.h"
 #include "platform/WindowsHeader.h"
 #include "tests/support/CurrentFolder.h"
+#include "tests/support/DiskTest.h"
 #include "tests/support/EndlessFolders.h"
-#include "tests/support/TempTree.h"
-#include "tests/support/TestEnvironment.h"
 
 namespace vw::MFileDosShell {
 namespace {
 
 using test::FileCall;
 using test::OnlyCalls;
-using test::TempTree;
-using test::TestEnvironment;
+
+using PathSizeTest = test::DiskTest;
+using CPathSizeTest = test::DiskTest;
 
 // Files of one and more gibibytes, without a disk that holds them.
 class HugeFiles : public test::ForwardingFileSystem {
@@ -46,24 +46,20 @@ std::wstring WithLocalSign(std::wstring text) {
     return text;
 }
 
-TEST(PathSize, File_ReturnsItsLength) {
-    const TempTree tree;
+TEST_F(PathSizeTest, File_ReturnsItsLength) {
     tree.File(L"ملف.txt", "12345");
     tree.File(L"empty", "");
-    TestEnvironment world;
     EXPECT_EQ(PathSize(world.system, tree.Path(L"ملف.txt")), 5);
     EXPECT_EQ(PathSize(world.system, tree.Path(L"ملف.txt"), true), 5);
     EXPECT_EQ(PathSize(world.system, tree.Path(L"empty")), 0);
 }
 
-TEST(PathSize, Folder_CountsItsOwnFilesOrTheWholeTree) {
-    const TempTree tree;
+TEST_F(PathSizeTest, Folder_CountsItsOwnFilesOrTheWholeTree) {
     tree.File(L"a", "1");
     tree.File(L"b", "22");
     tree.File(L"Sub\\c", "333");
     tree.File(L"Sub\\Deeper\\d", "4444");
     tree.SetAttributes(L"Sub\\Deeper", FILE_ATTRIBUTE_HIDDEN);
-    TestEnvironment world;
     EXPECT_EQ(PathSize(world.system, tree.Path()), 3);
     EXPECT_EQ(PathSize(world.system, tree.Path(), false), 3);
     EXPECT_EQ(PathSize(world.system, tree.Path(), true), 10);
@@ -71,25 +67,20 @@ TEST(PathSize, Folder_CountsItsOwnFilesOrTheWholeTree) {
     EXPECT_EQ(PathSize(world.system, tree.Path(L"Sub"), false), 3);
 }
 
-TEST(PathSize, MissingPath_ReturnsMinusOne) {
-    const TempTree tree;
+TEST_F(PathSizeTest, MissingPath_ReturnsMinusOne) {
     tree.File(L"a");
-    TestEnvironment world;
     EXPECT_EQ(PathSize(world.system, tree.Path(L"missing")), -1);
     EXPECT_EQ(PathSize(world.system, tree.Path(L"missing"), true), -1);
     EXPECT_EQ(PathSize(world.system, tree.Path(L"*")), -1);
     EXPECT_EQ(PathSize(world.system, L""), -1);
 }
 
-TEST(PathSize, EmptyFolder_ReturnsZero) {
-    const TempTree tree;
-    TestEnvironment world;
+TEST_F(PathSizeTest, EmptyFolder_ReturnsZero) {
     EXPECT_EQ(PathSize(world.system, tree.Path()), 0);
     EXPECT_EQ(PathSize(world.system, tree.Path(), true), 0);
 }
 
-TEST(PathSize, ReturnsSizesBeyondTwoGibibytes) {
-    TestEnvironment world;
+TEST_F(PathSizeTest, ReturnsSizesBeyondTwoGibibytes) {
     HugeFiles disk(world.disk);
     System system = world.With(disk);
     EXPECT_EQ(PathSize(system, L"X:\\a.bin"), 3'000'000'000);
@@ -97,10 +88,8 @@ TEST(PathSize, ReturnsSizesBeyondTwoGibibytes) {
     EXPECT_EQ(PathSize(system, L"X:\\Top", true), 6'000'000'000);
 }
 
-TEST(PathSize, ProcessesMessagesAfterEachFile) {
-    const TempTree tree;
+TEST_F(PathSizeTest, ProcessesMessagesAfterEachFile) {
     for (int i = 0; i < 10; ++i) tree.File(std::to_wstring(i));
-    TestEnvironment world;
     (void)PathSize(world.system, tree.Path());
     EXPECT_GE(world.pump.Yields(), 10);
     world.pump.Restart();
@@ -108,20 +97,16 @@ TEST(PathSize, ProcessesMessagesAfterEachFile) {
     EXPECT_GE(world.pump.Yields(), 10);
 }
 
-TEST(PathSize, ListsEachFolderOnce) {
-    const TempTree tree;
+TEST_F(PathSizeTest, ListsEachFolderOnce) {
     for (int i = 0; i < 10; ++i) tree.File(L"Sub\\" + std::to_wstring(i));
-    TestEnvironment world;
     (void)PathSize(world.system, tree.Path(), true);
     EXPECT_EQ(world.files.Operations().size(), 3U) << "one look at the top, one list per folder";
 }
 
-TEST(PathSize, UnreadableSubFolder_IsLeftOut) {
-    const TempTree tree;
+TEST_F(PathSizeTest, UnreadableSubFolder_IsLeftOut) {
     tree.File(L"a", "1");
     tree.File(L"Closed\\b", "22");
     tree.File(L"Open\\c", "333");
-    TestEnvironment world;
     world.files.FailNth(1, error_number::kPermissionDenied, [](const auto& operation) {
         return operation.call == FileCall::List && operation.path.ends_with(L"Closed");
     });
@@ -129,19 +114,15 @@ TEST(PathSize, UnreadableSubFolder_IsLeftOut) {
     EXPECT_EQ(world.files.Faults().size(), 1U);
 }
 
-TEST(PathSize, UnreadableFolder_ReturnsZero) {
-    const TempTree tree;
+TEST_F(PathSizeTest, UnreadableFolder_ReturnsZero) {
     tree.File(L"a", "1");
     for (const bool wholeTree : {false, true}) {
-        TestEnvironment world;
         world.files.FailFrom(1, error_number::kPermissionDenied, OnlyCalls({FileCall::List}));
         EXPECT_EQ(PathSize(world.system, tree.Path(), wholeTree), 0);
     }
 }
 
-TEST(PathSize, FailingDisk_IsReported) {
-    const TempTree tree;
-    TestEnvironment world;
+TEST_F(PathSizeTest, FailingDisk_IsReported) {
     world.files.FailNth(1, error_number::kNotReady);
     EXPECT_EQ(PathSize(world.system, tree.Path()), -1);
     const test::ToldError told = world.errors.TakeOne();
@@ -150,54 +131,43 @@ TEST(PathSize, FailingDisk_IsReported) {
     EXPECT_EQ(told.container, L"MFileDosShell");
 }
 
-TEST(PathSize, WalksTreesOfThousandsOfLevels) {
-    TestEnvironment world;
+TEST_F(PathSizeTest, WalksTreesOfThousandsOfLevels) {
     test::EndlessFolders disk(world.disk, 5000, kNoDate);
     System system = world.With(disk);
     EXPECT_EQ(PathSize(system, L"X:\\d", true), 5000);
     EXPECT_EQ(disk.listings, 5000);
 }
 
-TEST(PathSize, DriveLetterAlone_MeansItsCurrentFolder) {
-    const TempTree tree;
+TEST_F(PathSizeTest, DriveLetterAlone_MeansItsCurrentFolder) {
     tree.File(L"a", "1");
     tree.File(L"Sub\\b", "22");
     const test::CurrentFolder current(tree.Path());
-    TestEnvironment world;
     EXPECT_EQ(PathSize(world.system, tree.Path().substr(0, 2), true), 3);
 }
 
-TEST(CPathSize, FileOrWholeTreeOfAFolder_IsWrittenWithItsUnit) {
-    const TempTree tree;
+TEST_F(CPathSizeTest, FileOrWholeTreeOfAFolder_IsWrittenWithItsUnit) {
     const std::wstring file = tree.File(L"a", std::string(1076, 'x'));
     tree.File(L"Sub\\b", std::string(460, 'x'));
-    TestEnvironment world;
     EXPECT_EQ(CPathSize(world.system, file), WithLocalSign(L"1.1KByte"));
     EXPECT_EQ(CPathSize(world.system, tree.Path()), WithLocalSign(L"1.5KByte"));
     EXPECT_EQ(CPathSize(world.system, tree.Folder(L"empty")), L"0Byte");
 }
 
-TEST(CPathSize, MissingPath_ReturnsEmptyText) {
-    const TempTree tree;
-    TestEnvironment world;
+TEST_F(CPathSizeTest, MissingPath_ReturnsEmptyText) {
     EXPECT_EQ(CPathSize(world.system, tree.Path(L"missing")), L"");
     EXPECT_EQ(CPathSize(world.system, tree.Path(L"*")), L"");
     EXPECT_EQ(CPathSize(world.system, L""), L"");
 }
 
-TEST(CPathSize, FailingDisk_IsReported) {
-    const TempTree tree;
-    TestEnvironment world;
+TEST_F(CPathSizeTest, FailingDisk_IsReported) {
     world.files.FailNth(1, error_number::kPermissionDenied);
     EXPECT_EQ(CPathSize(world.system, tree.Path()), L"");
     EXPECT_EQ(world.errors.TakeOne().procedure, L"CPathSize");
 }
 
-TEST(PathSize, LeavesOutTheProgramsOwnEntries) {
-    const TempTree tree;
+TEST_F(PathSizeTest, LeavesOutTheProgramsOwnEntries) {
     tree.File(L"a", "1");
     tree.File(std::wstring(kLockFileName), "22");
-    TestEnvironment world;
     EXPECT_EQ(PathSize(world.system, tree.Path(), false), 1);
     EXPECT_EQ(PathSize(world.system, tree.Path(), true), 1);
 }

@@ -8,9 +8,8 @@
 #include "platform/RuntimeError.h"
 #include "platform/SystemError.h"
 #include "platform/WindowsHeader.h"
+#include "tests/support/DiskTest.h"
 #include "tests/support/ErrorNumber.h"
-#include "tests/support/TempTree.h"
-#include "tests/support/TestEnvironment.h"
 
 namespace vw::test {
 namespace {
@@ -29,7 +28,7 @@ class StubbornFolders final : public ForwardingFileSystem {
     bool isReadOnly = false;
 };
 
-class PatienceTest : public testing::Test {
+class PatienceTest : public DiskTest {
   protected:
     /// Performs a step that fails with `code` for the next `milliseconds`; gives the number of the
     /// error that came out, 0 for none, and leaves how long it took in `took`.
@@ -55,8 +54,6 @@ class PatienceTest : public testing::Test {
         return number;
     }
 
-    TestEnvironment world;
-    TempTree tree;
     CancelToken cancel;
     Patience patience{world.system, cancel};
     std::uint64_t took = 0;

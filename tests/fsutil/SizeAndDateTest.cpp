@@ -6,8 +6,7 @@
 #include "platform/RuntimeError.h"
 #include "platform/TextCase.h"
 #include "tests/fsutil/StoredDates.h"
-#include "tests/support/TempTree.h"
-#include "tests/support/TestEnvironment.h"
+#include "tests/support/DiskTest.h"
 
 namespace vw::MFileDosShell {
 namespace {
@@ -16,10 +15,10 @@ constexpr DateParts kOld{2001, 2, 3, 4, 5, 6};
 constexpr DateParts kMiddle{2015, 6, 30, 12, 0, 0};
 constexpr DateParts kNew{2024, 12, 31, 23, 59, 59};
 
-class SizeAndDateOf : public testing::Test {
+class SizeAndDateOf : public test::DiskTest {
   protected:
     std::optional<SizeAndDate> Of(std::wstring_view relative) {
-        return PathSizeAndDate(env.system, stored, tree.Path(relative));
+        return PathSizeAndDate(world.system, stored, tree.Path(relative));
     }
     void ExpectItem(std::wstring_view relative, bool isFolder, std::uint64_t size, Date date) {
         const auto found = Of(relative);
@@ -30,8 +29,6 @@ class SizeAndDateOf : public testing::Test {
         EXPECT_EQ(found->date, date);
     }
 
-    test::TempTree tree;
-    test::TestEnvironment env;
     test::StoredDates stored;
 };
 
@@ -80,11 +77,11 @@ TEST_F(SizeAndDateOf, Copy_HasItsTreeAndTheStoredDate) {
 
 TEST_F(SizeAndDateOf, DiskCannotAnswer_AreUnknownAndReported) {
     tree.File(L"a.txt");
-    env.files.FailNth(1, error_number::kNotReady);
+    world.files.FailNth(1, error_number::kNotReady);
     const auto found = Of(L"a.txt");
     ASSERT_TRUE(found);
     EXPECT_FALSE(found->isKnown);
-    EXPECT_EQ(env.errors.TakeOne().procedure, L"PathDate");
+    EXPECT_EQ(world.errors.TakeOne().procedure, L"PathDate");
 }
 
 TEST_F(SizeAndDateOf, StoredDateCannotBeRead_AreWhatWasFound) {
@@ -92,7 +89,7 @@ TEST_F(SizeAndDateOf, StoredDateCannotBeRead_AreWhatWasFound) {
     tree.File(L"Docs\\Sub«0101»\\b", "22", kNew);
     stored.fails = true;
     ExpectItem(L"Docs", true, 3, MakeDate(kMiddle));
-    EXPECT_EQ(env.errors.TakeOne().number, error_number::kInvalidCall);
+    EXPECT_EQ(world.errors.TakeOne().number, error_number::kInvalidCall);
 }
 
 /// A disk with files that are only in the cloud or encrypted, as their names say.
@@ -120,17 +117,15 @@ class MarkedFiles final : public test::ForwardingFileSystem {
     }
 };
 
-class ItemStatsOf : public testing::Test {
+class ItemStatsOf : public test::DiskTest {
   protected:
     ItemStats Of(std::wstring_view relative) {
-        System system = env.With(disk);
+        System system = world.With(disk);
         const std::wstring path = tree.Path(relative);
         return GetItemStats(system, stored, path, disk.Stat(path));
     }
 
-    test::TempTree tree;
-    test::TestEnvironment env;
-    MarkedFiles disk{env.files};
+    MarkedFiles disk{world.files};
     test::StoredDates stored;
 };
 

@@ -6,8 +6,7 @@
 #include "platform/Handle.h"
 #include "platform/ProgramState.h"
 #include "platform/RuntimeError.h"
-#include "tests/support/TempTree.h"
-#include "tests/support/TestEnvironment.h"
+#include "tests/support/DiskTest.h"
 #include "tests/support/WineBridge.h"
 
 namespace vw::test {
@@ -31,7 +30,7 @@ class RecordingHost final : public ProgressReporter {
 };
 
 /// A temporary folder of the test's own; the real ones are never cleaned here.
-class Cleaning : public testing::Test {
+class Cleaning : public DiskTest {
   protected:
     void Clean(std::wstring_view confirmation = L"yes", bool skip = true) {
         MFileDosShell::DelInFolder(world.system, state, tree.Path(L"Temp"), confirmation, skip,
@@ -39,8 +38,6 @@ class Cleaning : public testing::Test {
     }
     [[nodiscard]] Tree Left() const { return ReadTree(tree.Path(L"Temp")); }
 
-    TempTree tree;
-    TestEnvironment world;
     ProgramState state;
     RecordingHost host;
 };

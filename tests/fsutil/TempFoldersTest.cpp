@@ -10,8 +10,7 @@
 #include "platform/RuntimeError.h"
 #include "platform/TextCase.h"
 #include "tests/fsutil/FakeScriptShell.h"
-#include "tests/support/TempTree.h"
-#include "tests/support/TestEnvironment.h"
+#include "tests/support/DiskTest.h"
 
 namespace vw::test {
 namespace {
@@ -66,7 +65,7 @@ class CallbackHost final : public ProgressReporter {
     std::vector<bool> hides;
 };
 
-class TempFolders : public testing::Test {
+class TempFolders : public DiskTest {
   protected:
     TempFolders() {
         for (const auto* folder : {L"Temporary", L"Windows\\Temp", L"Windows\\prefetch"}) {
@@ -83,8 +82,6 @@ class TempFolders : public testing::Test {
         return Exists(tree.Path(relative));
     }
 
-    TempTree tree;
-    TestEnvironment world;
     OwnWindows disk{world.files, tree.Path(L"Windows"), tree.Path(L"Temporary")};
     ProgramState state;
     CallbackHost host;

@@ -8,10 +8,9 @@
 #include "platform/RuntimeError.h"
 #include "platform/SystemError.h"
 #include "platform/WindowsHeader.h"
+#include "tests/support/DiskTest.h"
 #include "tests/support/EndlessFolders.h"
 #include "tests/support/ErrorNumber.h"
-#include "tests/support/TempTree.h"
-#include "tests/support/TestEnvironment.h"
 #include "tests/support/WineBridge.h"
 
 namespace vw {
@@ -22,19 +21,22 @@ using test::FileCall;
 using test::NumberOf;
 using test::OnlyCalls;
 using test::OnlyChanges;
-using test::TempTree;
 using test::TestEnvironment;
 
+using CreateFoldersTest = test::DiskTest;
+using DeleteTreeTest = test::DiskTest;
+using RemoveEmptyFoldersTest = test::DiskTest;
+
 TEST(IsRoot, RecognisesDrivesAndSharesInEveryForm) {
-    TestEnvironment env;
+    TestEnvironment world;
     for (const wchar_t* root :
          {L"C:\\", L"\\\\?\\C:\\", L"\\\\server\\share", L"\\\\server\\share\\", L"\\\\server",
           L"\\\\?\\UNC\\server\\share", L"\\\\?\\UNC\\server\\share\\", L"\\\\?\\UNC\\server"}) {
-        EXPECT_TRUE(IsRoot(env.files, root)) << root;
+        EXPECT_TRUE(IsRoot(world.files, root)) << root;
     }
     for (const wchar_t* folder : {L"C:\\a", L"\\\\?\\C:\\a", L"\\\\server\\share\\a",
                                   L"\\\\?\\UNC\\server\\share\\a", L"C:\\a\\"}) {
-        EXPECT_FALSE(IsRoot(env.files, folder)) << folder;
+        EXPECT_FALSE(IsRoot(world.files, folder)) << folder;
     }
 }
 
@@ -46,8 +48,7 @@ class EmptyServer final : public test::ForwardingFileSystem {
     std::optional<FileInfo> Stat(std::wstring_view) override { return std::nullopt; }
 };
 
-TEST(DeleteTree, DeletesTreesOfThousandsOfLevels) {
-    TestEnvironment world;
+TEST_F(DeleteTreeTest, DeletesTreesOfThousandsOfLevels) {
     test::EndlessFolders disk(world.disk, 5000, kNoDate);
     DeleteTree(disk, L"X:\\d", {});
     EXPECT_EQ(disk.deepestListed, 5000);
@@ -56,11 +57,9 @@ TEST(DeleteTree, DeletesTreesOfThousandsOfLevels) {
     EXPECT_FALSE(disk.Stat(L"X:\\d"));
 }
 
-TEST(DeleteTree, ListsEachFolderOnce) {
-    const TempTree tree;
+TEST_F(DeleteTreeTest, ListsEachFolderOnce) {
     for (int i = 0; i < 5; ++i) tree.File(L"Top\\Sub\\" + std::to_wstring(i));
     tree.File(L"Top\\a");
-    TestEnvironment world;
     DeleteTree(world.files, tree.Path(L"Top"), {});
     int lists = 0;
     int looks = 0;
@@ -72,48 +71,38 @@ TEST(DeleteTree, ListsEachFolderOnce) {
     EXPECT_EQ(looks, 2) << "one before and one after, for the top alone";
 }
 
-TEST(DeleteTree, DeletesAFolderOfManyFiles) {
-    const TempTree tree;
+TEST_F(DeleteTreeTest, DeletesAFolderOfManyFiles) {
     for (int i = 0; i < 1500; ++i) tree.File(L"Top\\file " + std::to_wstring(i), "");
-    TestEnvironment world;
     int yields = 0;
     DeleteTree(world.files, tree.Path(L"Top"), [&] { ++yields; });
     EXPECT_FALSE(Exists(tree.Path(L"Top")));
     EXPECT_EQ(yields, 1501);
 }
 
-TEST(CreateFolders, CreatesEveryMissingParent) {
-    const TempTree tree;
-    TestEnvironment world;
+TEST_F(CreateFoldersTest, CreatesEveryMissingParent) {
     CreateFolders(world.files, tree.Path(L"a\\ب\\c.d\\«0001»\\"));
     EXPECT_TRUE(Exists(tree.Path(L"a\\ب\\c.d\\«0001»")));
     CreateFolders(world.files, tree.Path(L"a/ب//second"));
     EXPECT_TRUE(Exists(tree.Path(L"a\\ب\\second")));
 }
 
-TEST(RemoveEmptyFolders, EmptyParents_AreRemovedUpToTheTop) {
-    const TempTree tree;
+TEST_F(RemoveEmptyFoldersTest, EmptyParents_AreRemovedUpToTheTop) {
     tree.Folder(L"Top\\a\\b\\c");
-    TestEnvironment world;
     RemoveEmptyFolders(world.files, tree.Path(L"Top\\a\\b\\c"), tree.Path(L"Top"));
     EXPECT_FALSE(Exists(tree.Path(L"Top\\a")));
     EXPECT_TRUE(Exists(tree.Path(L"Top")));
 }
 
-TEST(RemoveEmptyFolders, ParentWithAFile_Stays) {
-    const TempTree tree;
+TEST_F(RemoveEmptyFoldersTest, ParentWithAFile_Stays) {
     tree.File(L"Top\\a\\file");
     tree.Folder(L"Top\\a\\b\\c");
-    TestEnvironment world;
     RemoveEmptyFolders(world.files, tree.Path(L"Top\\a\\b\\c"), tree.Path(L"Top"));
     EXPECT_FALSE(Exists(tree.Path(L"Top\\a\\b")));
     EXPECT_TRUE(Exists(tree.Path(L"Top\\a\\file")));
 }
 
-TEST(CreateFolders, KeepsAnExistingFolder) {
-    const TempTree tree;
+TEST_F(CreateFoldersTest, KeepsAnExistingFolder) {
     tree.File(L"a\\b\\f.txt");
-    TestEnvironment world;
     world.files.DieAtNth(1, OnlyChanges());
     CreateFolders(world.files, tree.Path(L"a\\b"));
     CreateFolders(world.files, tree.Path() + L"\\");
@@ -121,23 +110,18 @@ TEST(CreateFolders, KeepsAnExistingFolder) {
     EXPECT_TRUE(Exists(tree.Path(L"a\\b\\f.txt")));
 }
 
-TEST(CreateFolders, FileInTheWay_Throws) {
-    const TempTree tree;
+TEST_F(CreateFoldersTest, FileInTheWay_Throws) {
     const std::wstring file = tree.File(L"a\\file");
-    TestEnvironment world;
     EXPECT_EQ(NumberOf([&] { CreateFolders(world.files, file); }), 58);
     EXPECT_EQ(NumberOf([&] { CreateFolders(world.files, file + L"\\b\\c"); }), 58);
 }
 
-TEST(CreateFolders, MissingDrive_Throws) {
-    TestEnvironment world;
+TEST_F(CreateFoldersTest, MissingDrive_Throws) {
     EXPECT_EQ(NumberOf([&] { CreateFolders(world.files, L"Q:\\"); }), 76);
     EXPECT_EQ(NumberOf([&] { CreateFolders(world.files, L"Q:\\a\\b"); }), 76);
 }
 
-TEST(CreateFolders, FolderMadeMeanwhile_IsAccepted) {
-    const TempTree tree;
-    TestEnvironment world;
+TEST_F(CreateFoldersTest, FolderMadeMeanwhile_IsAccepted) {
     world.files.OnOperation([&](const test::FileOperation& operation) {
         if (operation.call == FileCall::CreateFolder) tree.Folder(operation.path);
     });
@@ -145,9 +129,7 @@ TEST(CreateFolders, FolderMadeMeanwhile_IsAccepted) {
     EXPECT_TRUE(Exists(tree.Path(L"a\\b")));
 }
 
-TEST(CreateFolders, FirstFailure_IsThrownWithItsPath) {
-    const TempTree tree;
-    TestEnvironment world;
+TEST_F(CreateFoldersTest, FirstFailure_IsThrownWithItsPath) {
     world.files.FailNth(2, error_number::kDiskFull, OnlyCalls({FileCall::CreateFolder}));
     const RuntimeError error =
         test::ErrorOf([&] { CreateFolders(world.files, tree.Path(L"a\\b\\c")); });
@@ -156,49 +138,40 @@ TEST(CreateFolders, FirstFailure_IsThrownWithItsPath) {
     EXPECT_FALSE(Exists(tree.Path(L"a\\b")));
 }
 
-TEST(CreateFolders, CreatesPathsBeyond260Characters) {
-    const TempTree tree;
+TEST_F(CreateFoldersTest, CreatesPathsBeyond260Characters) {
     std::wstring relative = L"Top";
     for (int i = 0; i < 40; ++i) relative += L"\\a rather long folder";
-    TestEnvironment world;
     CreateFolders(world.files, tree.Path(relative));
     EXPECT_TRUE(Exists(tree.Path(relative)));
 }
 
-TEST(CreateFolders, MissingShare_ThrowsWithItsName) {
-    TestEnvironment env;
-    EmptyServer disk(env.disk);
+TEST_F(CreateFoldersTest, MissingShare_ThrowsWithItsName) {
+    EmptyServer disk(world.disk);
     const RuntimeError error =
         test::ErrorOf([&] { CreateFolders(disk, L"\\\\server\\share\\a\\b"); });
     EXPECT_EQ(error.Number(), error_number::kPathNotFound);
     EXPECT_EQ(error.Path(), L"\\\\server\\share\\");
 }
 
-TEST(CreateFolders, FileCreatedMeanwhile_Throws) {
-    const TempTree tree;
-    TestEnvironment env;
-    env.files.OnOperation([&](const test::FileOperation& operation) {
+TEST_F(CreateFoldersTest, FileCreatedMeanwhile_Throws) {
+    world.files.OnOperation([&](const test::FileOperation& operation) {
         if (operation.call == FileCall::CreateFolder) tree.File(L"a");
     });
-    EXPECT_EQ(NumberOf([&] { CreateFolders(env.files, tree.Path(L"a")); }),
+    EXPECT_EQ(NumberOf([&] { CreateFolders(world.files, tree.Path(L"a")); }),
               error_number::kAlreadyExists);
 }
 
-TEST(CreateFolders, FolderVanishedAgain_Throws) {
-    const TempTree tree;
-    TestEnvironment env;
-    env.files.FailNth(1, error_number::kAlreadyExists, OnlyCalls({FileCall::CreateFolder}));
-    EXPECT_EQ(NumberOf([&] { CreateFolders(env.files, tree.Path(L"a")); }),
+TEST_F(CreateFoldersTest, FolderVanishedAgain_Throws) {
+    world.files.FailNth(1, error_number::kAlreadyExists, OnlyCalls({FileCall::CreateFolder}));
+    EXPECT_EQ(NumberOf([&] { CreateFolders(world.files, tree.Path(L"a")); }),
               error_number::kAlreadyExists);
 }
 
-TEST(DeleteTree, SingleFile_YieldsOnceAndNeedsNoYield) {
-    const TempTree tree;
-    TestEnvironment env;
+TEST_F(DeleteTreeTest, SingleFile_YieldsOnceAndNeedsNoYield) {
     int yields = 0;
-    DeleteTree(env.files, tree.File(L"a"), [&] { ++yields; });
+    DeleteTree(world.files, tree.File(L"a"), [&] { ++yields; });
     EXPECT_EQ(yields, 1);
-    DeleteTree(env.files, tree.File(L"a"), {});
+    DeleteTree(world.files, tree.File(L"a"), {});
     EXPECT_FALSE(Exists(tree.Path(L"a")));
 }
 
@@ -230,7 +203,7 @@ class SlowFolders final : public test::ForwardingFileSystem {
     std::map<std::wstring, std::uint64_t> first_;
 };
 
-class PatientDeleteTree : public testing::Test {
+class PatientDeleteTree : public test::DiskTest {
   protected:
     /// The number of the error, 0 for none.
     int Delete(std::wstring_view relative) {
@@ -241,10 +214,8 @@ class PatientDeleteTree : public testing::Test {
         });
     }
 
-    TempTree tree;
-    TestEnvironment env;
-    SlowFolders disk{env.files, env.clock};
-    System system = env.With(disk);
+    SlowFolders disk{world.files, world.clock};
+    System system = world.With(disk);
     CancelToken cancel;
     Patience patience{system, cancel};
     int yields = 0;
@@ -259,7 +230,7 @@ TEST_F(PatientDeleteTree, FolderWithFiles_IsRetried) {
 TEST_F(PatientDeleteTree, FolderThatWasEmpty_IsNotRetried) {
     tree.Folder(L"Top");
     EXPECT_EQ(Delete(L"Top"), error_number::kAccessError);
-    EXPECT_EQ(env.clock.Milliseconds(), TestEnvironment().clock.Milliseconds());
+    EXPECT_EQ(world.clock.Milliseconds(), TestEnvironment().clock.Milliseconds());
 }
 
 TEST_F(PatientDeleteTree, FolderWithFolders_IsRetried) {
@@ -290,7 +261,7 @@ TEST_F(PatientDeleteTree, LinkThatIsNotEmpty_IsNotRetried) {
     if (!tree.Link(L"Top\\Link", L"Shown")) GTEST_SKIP() << "this system makes no links";
     EXPECT_EQ(Delete(L"Top"), error_number::kAccessError);
     EXPECT_EQ(Delete(L"Top\\Link"), error_number::kAccessError);
-    EXPECT_EQ(env.clock.Milliseconds(), TestEnvironment().clock.Milliseconds());
+    EXPECT_EQ(world.clock.Milliseconds(), TestEnvironment().clock.Milliseconds());
 }
 
 }  // namespace
