@@ -1,69 +1,23 @@
-// What is opened can be seen: the tests register a type of documents of their own whose program
-// copies the document to another place.
-
 #include <gtest/gtest.h>
 
 #include "fsutil/Scripting.h"
-#include "platform/Handle.h"
 #include "platform/SystemCodePage.h"
 #include "platform/WindowsHeader.h"
 #include "tests/support/CurrentFolder.h"
-#include "tests/support/TempTree.h"
-#include "tests/support/TestEnvironment.h"
+#include "tests/support/DiskTest.h"
+#include "tests/support/OpenedFiles.h"
 
 namespace vw::MMyScripting {
 namespace {
 
-using test::Exists;
-using test::TempTree;
-using test::TestEnvironment;
-
-constexpr const wchar_t* kExtensionKey = L".vwopened";
-constexpr const wchar_t* kTypeKey = L"VaultwrightTest.Opened";
-
-void SetDefaultValue(const std::wstring& key, const std::wstring& value) {
-    HKEY handle = nullptr;
-    ASSERT_EQ(RegCreateKeyExW(HKEY_CLASSES_ROOT, key.c_str(), 0, nullptr, 0, KEY_ALL_ACCESS,
-                              nullptr, &handle, nullptr),
-              ERROR_SUCCESS);
-    const RegistryKey owner(handle);
-    const auto bytes = static_cast<DWORD>((value.size() + 1) * sizeof(wchar_t));
-    ASSERT_EQ(RegSetValueExW(handle, nullptr, 0, REG_SZ,
-                             reinterpret_cast<const BYTE*>(value.c_str()), bytes),
-              ERROR_SUCCESS);
-}
-
-class ShellPathTest : public testing::Test {
+class ShellPathTest : public test::DiskTest {
   protected:
-    void SetUp() override {
-        SetDefaultValue(kExtensionKey, kTypeKey);
-        SetDefaultValue(std::wstring(kTypeKey) + L"\\shell\\open\\command",
-                        L"cmd.exe /c copy /y \"%1\" \"" + Opened() + L"\"");
-    }
-    ~ShellPathTest() override {
-        for (const wchar_t* below :
-             {L"\\shell\\open\\command", L"\\shell\\open", L"\\shell", L""}) {
-            RegDeleteKeyW(HKEY_CLASSES_ROOT, (std::wstring(kTypeKey) + below).c_str());
-        }
-        RegDeleteKeyW(HKEY_CLASSES_ROOT, kExtensionKey);
+    void ExpectToOpen(std::wstring_view name) {
+        ShellPath(world.system, tree.File(name, "opened"));
+        EXPECT_EQ(opened.WaitFor(6), "opened");
     }
 
-    [[nodiscard]] std::wstring Opened() const { return tree_.Path(L"opened"); }
-
-    // Bytes of the document that was opened; empty when none was within the time.
-    [[nodiscard]] std::string WaitForOpened(int milliseconds = 20'000) const {
-        for (; milliseconds > 0; milliseconds -= 50) {
-            if (Exists(Opened())) {
-                const std::string bytes = test::ReadBytes(Opened());
-                if (!bytes.empty()) return bytes;
-            }
-            Sleep(50);
-        }
-        return {};
-    }
-
-    TempTree tree_;
-    TestEnvironment world_;
+    test::OpenedFiles opened{tree, L".vwopened"};
 };
 
 TEST(FileProtocolCommand, AppendsTheTextToTheHandler) {
@@ -74,21 +28,16 @@ TEST(FileProtocolCommand, AppendsTheTextToTheHandler) {
     EXPECT_EQ(FileProtocolCommand(L""), L"rundll32.exe url.dll,FileProtocolHandler ");
 }
 
-TEST_F(ShellPathTest, OpensADocumentWithItsProgram) {
-    ShellPath(world_.system, tree_.File(L"a document.vwopened", "by the handler"));
-    EXPECT_EQ(WaitForOpened(), "by the handler");
-}
+TEST_F(ShellPathTest, OpensADocumentWithItsProgram) { ExpectToOpen(L"a document.vwopened"); }
 
 TEST_F(ShellPathTest, OpensACopyWithItsProgram) {
-    world_.ansi.Use(1252);
-    ShellPath(world_.system, tree_.File(L"Report«0101».vwopened", "a copy"));
-    EXPECT_EQ(WaitForOpened(), "a copy");
+    world.ansi.Use(1252);
+    ExpectToOpen(L"Report«0101».vwopened");
 }
 
 TEST_F(ShellPathTest, OpensADocumentWithANameOutsideTheCodePage) {
-    world_.ansi.Use(1252);
-    ShellPath(world_.system, tree_.File(L"ملف عربي.vwopened", "not by the handler"));
-    EXPECT_EQ(WaitForOpened(), "not by the handler");
+    world.ansi.Use(1252);
+    ExpectToOpen(L"ملف عربي.vwopened");
 }
 
 TEST(FileProtocolCommand, LongPathOrLetterOutsideCodePage_DoesNotFit) {
@@ -100,18 +49,17 @@ TEST(FileProtocolCommand, LongPathOrLetterOutsideCodePage_DoesNotFit) {
 }
 
 TEST_F(ShellPathTest, HandlerInCurrentFolder_IsNotStarted) {
-    tree_.File(L"planted\\rundll32.exe", "no program at all");
-    const test::CurrentFolder current(tree_.Path(L"planted"));
-    ShellPath(world_.system, tree_.File(L"document.vwopened", "safely"));
-    EXPECT_EQ(WaitForOpened(), "safely");
+    tree.File(L"planted\\rundll32.exe", "no program at all");
+    const test::CurrentFolder current(tree.Path(L"planted"));
+    ExpectToOpen(L"document.vwopened");
 }
 
 TEST_F(ShellPathTest, IgnoresEveryFailure) {
-    world_.ansi.Use(1252);
-    ShellPath(world_.system, L"ملف غير موجود.no-program-for-this");
-    ShellPath(world_.system, L"\x0639:\\");
-    EXPECT_EQ(WaitForOpened(200), "");
-    EXPECT_EQ(world_.exitStatus.Code(), 0);
+    world.ansi.Use(1252);
+    ShellPath(world.system, L"ملف غير موجود.no-program-for-this");
+    ShellPath(world.system, L"\x0639:\\");
+    EXPECT_EQ(opened.WaitFor(1, 200), "");
+    EXPECT_EQ(world.exitStatus.Code(), 0);
 }
 
 // Asked one by one: Wine gives the same count for every process.
@@ -125,11 +73,12 @@ int OpenHandles() {
 }
 
 TEST_F(ShellPathTest, LeavesNoHandleOpen) {
-    const std::wstring document = tree_.File(L"a document.vwopened", "opened");
+    const std::wstring document = tree.File(L"a document.vwopened", "opened");
+    std::size_t size = 0;
     const auto open = [&] {
-        DeleteFileW(Opened().c_str());
-        ShellPath(world_.system, document);
-        EXPECT_EQ(WaitForOpened(), "opened");
+        ShellPath(world.system, document);
+        size += 6;
+        EXPECT_EQ(opened.WaitFor(size).size(), size);
         return OpenHandles();
     };
     open();

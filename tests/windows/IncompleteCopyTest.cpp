@@ -3,8 +3,8 @@
 
 #include <gmock/gmock.h>
 
+#include "tests/support/OpenedFiles.h"
 #include "tests/windows/BackupWindows.h"
-#include "tests/windows/OpenedFiles.h"
 
 namespace vw::test {
 namespace {

@@ -3,10 +3,10 @@
 
 #include <gmock/gmock.h>
 
+#include "tests/support/OpenedFiles.h"
 #include "tests/support/WineBridge.h"
 #include "tests/windows/BackupWindows.h"
 #include "tests/windows/Keyboard.h"
-#include "tests/windows/OpenedFiles.h"
 // The common controls' declarations need those of the window system first.
 #include <commctrl.h>
 

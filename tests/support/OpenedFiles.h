@@ -19,10 +19,11 @@ class OpenedFiles {
                    TextValue(L"cmd.exe /c type \"%1\" >>\"" + note_ + L"\""));
     }
 
-    /// What is in all files that were opened, one behind the other, once it has this size.
-    [[nodiscard]] std::string WaitFor(std::size_t size) const {
+    /// What is in all files that were opened, one behind the other, once it has this size or the
+    /// time is over.
+    [[nodiscard]] std::string WaitFor(std::size_t size, int milliseconds = 20'000) const {
         std::string bytes;
-        for (int i = 0; i < 400 && bytes.size() < size; ++i) {
+        for (; milliseconds > 0 && bytes.size() < size; milliseconds -= 50) {
             Sleep(50);
             if (Exists(note_)) bytes = ReadBytes(note_);
         }
