@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include "fsutil/FileQueries.h"
-#include "platform/Handle.h"
 #include "platform/WindowsHeader.h"
 #include "tests/support/DiskTest.h"
 
@@ -16,14 +15,6 @@ using test::ReadTree;
 using test::ToldError;
 
 using DeletePathTest = test::DiskTest;
-
-// Opens a file as a program does that shares it with nobody.
-FileHandle Lock(const std::wstring& path) {
-    FileHandle handle(CreateFileW(path.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr,
-                                  OPEN_EXISTING, 0, nullptr));
-    EXPECT_TRUE(handle);
-    return handle;
-}
 
 TEST_F(DeletePathTest, DeletesAFile) {
     tree.File(L"gone.txt");
@@ -68,7 +59,7 @@ TEST_F(DeletePathTest, DeletesReadOnlyHiddenAndSystemItems) {
 
 TEST_F(DeletePathTest, FileInUse_IsReportedAndKept) {
     const std::wstring file = tree.File(L"Top\\Sub\\locked.txt");
-    const FileHandle lock = Lock(file);
+    const FileHandle held = test::OpenAlone(file);
     DeletePath(world.system, tree.Path(L"Top"));
     const ToldError told = world.errors.TakeOne();
     EXPECT_EQ(told.number, error_number::kPermissionDenied);

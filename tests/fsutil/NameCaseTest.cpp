@@ -2,9 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/Handle.h"
 #include "platform/RuntimeError.h"
-#include "platform/WindowsHeader.h"
 #include "tests/support/CurrentFolder.h"
 #include "tests/support/DiskTest.h"
 
@@ -109,9 +107,7 @@ TEST_F(FileNameLowerTest, NameTakenOrFileInUse_KeepsTheFile) {
     tree.File(L"one.txt@", "other");
     std::wstring used = tree.File(L"Two.txt", "2");
     {
-        const FileHandle lock(
-            CreateFileW(used.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
-        ASSERT_TRUE(lock);
+        const FileHandle held = test::OpenAlone(used);
         FileNameLower(world.system, taken);
         FileNameLower(world.system, used);
     }

@@ -3,7 +3,6 @@
 
 #include <gmock/gmock.h>
 
-#include "platform/Handle.h"
 #include "platform/ProgramState.h"
 #include "platform/RuntimeError.h"
 #include "tests/support/DiskTest.h"
@@ -79,13 +78,9 @@ TEST_F(Cleaning, FileInUse_IsReported_OthersAreRemoved) {
     tree.File(L"Temp\\Sub\\d.tmp");
     tree.File(L"Temp\\Sub\\e.tmp");
     const std::wstring usedBelow = tree.File(L"Temp\\Sub\\Deep\\f.tmp");
-    const auto hold = [](const std::wstring& path) {
-        return FileHandle(
-            CreateFileW(path.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
-    };
     {
-        const FileHandle held = hold(used);
-        const FileHandle heldBelow = hold(usedBelow);
+        const FileHandle held = OpenAlone(used);
+        const FileHandle heldBelow = OpenAlone(usedBelow);
         Clean();
     }
     EXPECT_EQ(Left().size(), 4U) << "two files and the folders around one";

@@ -4,7 +4,6 @@
 
 #include "fsutil/Scripting.h"
 #include "fsutil/TempCleaning.h"
-#include "platform/Handle.h"
 #include "platform/ProgramState.h"
 #include "platform/ProgressReporter.h"
 #include "platform/RuntimeError.h"
@@ -145,8 +144,7 @@ TEST_F(TempFolders, Clean_TmpFileOfWindowsInUse_IsSkipped) {
         tree.File(name);
     }
     {
-        const FileHandle held(CreateFileW(tree.Path(L"Windows\\b.tmp").c_str(), GENERIC_READ, 0,
-                                          nullptr, OPEN_EXISTING, 0, nullptr));
+        const FileHandle held = OpenAlone(tree.Path(L"Windows\\b.tmp"));
         Clean();
     }
     EXPECT_FALSE(IsThere(L"Windows\\a.tmp"));

@@ -5,7 +5,6 @@
 #include <set>
 #include <string>
 
-#include "platform/Handle.h"
 #include "platform/RuntimeError.h"
 #include "tests/support/ErrorNumber.h"
 #include "tests/support/TempTree.h"
@@ -121,9 +120,7 @@ TEST_F(Win32FileSystemTest, Copy_ToAnExistingFile_ReplacesNothing) {
 
 TEST_F(Win32FileSystemTest, FileInUse_ThrowsPermissionDenied) {
     const std::wstring file = tree_.File(L"held");
-    const FileHandle held(
-        CreateFileW(file.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
-    ASSERT_TRUE(held);
+    const FileHandle held = test::OpenAlone(file);
     EXPECT_EQ(NumberOf([&] { files_.Copy(file, tree_.Path(L"c"), {}); }), 70);
     EXPECT_FALSE(test::Exists(tree_.Path(L"c")));
     EXPECT_EQ(NumberOf([&] { return files_.Read(file); }), 70);

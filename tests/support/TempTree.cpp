@@ -5,7 +5,6 @@
 #include <stdexcept>
 #include <vector>
 
-#include "platform/Handle.h"
 #include "platform/LocalTime.h"
 #include "platform/Utf8.h"
 #include "platform/WindowsHeader.h"
@@ -148,6 +147,12 @@ Date ReadDate(std::wstring_view path) {
 
 bool Exists(std::wstring_view path) {
     return GetFileAttributesW(Long(path).c_str()) != INVALID_FILE_ATTRIBUTES;
+}
+
+FileHandle OpenAlone(const std::wstring& path) {
+    FileHandle file(CreateFileW(path.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
+    EXPECT_TRUE(file) << ToUtf8(path);
+    return file;
 }
 
 TempTree::TempTree() {

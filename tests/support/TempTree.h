@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "platform/Date.h"
+#include "platform/Handle.h"
 
 namespace vw::test {
 
@@ -37,6 +38,9 @@ using Tree = std::map<std::wstring, TreeNode>;
 
 /// Whether anything is at an absolute path.
 [[nodiscard]] bool Exists(std::wstring_view path);
+
+/// Opens a file as a program does that shares it with nobody, for as long as the result lives.
+[[nodiscard]] FileHandle OpenAlone(const std::wstring& path);
 
 /// A fresh folder for one test, below the system's temporary folder, removed at the end with all
 /// that is in it. It has its own calls to the system, not those under test. Relative paths are
