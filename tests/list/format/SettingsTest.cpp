@@ -47,6 +47,11 @@ TEST_F(Settings, StoresAnEmptyText) {
     EXPECT_EQ(settings.GetSetting(L"RecentFile1", L"default"), L"");
 }
 
+TEST_F(Settings, EmptyText_IsStoredWithItsZero) {
+    settings.SaveSetting(L"RecentFile1", L"");
+    EXPECT_EQ(ReadValue(HKEY_CURRENT_USER, kKey, L"RecentFile1"), TextValue(L""));
+}
+
 TEST_F(Settings, StoresTextsUnderCompanyAndProgram) {
     settings.SaveSetting(L"Arabic", L"-1");
     EXPECT_EQ(ReadValue(HKEY_CURRENT_USER, L"Software\\Tallowmere.Net\\" + kBaseName, L"Arabic"),
@@ -78,6 +83,12 @@ TEST_F(Settings, StoresLongTexts) {
 
 TEST_F(Settings, TextWithoutATerminator_IsRead) {
     WriteValue(HKEY_CURRENT_USER, kKey, L"Backages", {REG_SZ, std::string("5\0", 2)});
+    EXPECT_EQ(settings.GetSetting(L"Backages", L"3"), L"5");
+}
+
+// Half a character is left behind the last whole one.
+TEST_F(Settings, TextOfOddSize_IsRead) {
+    WriteValue(HKEY_CURRENT_USER, kKey, L"Backages", {REG_SZ, std::string("5\0\0", 3)});
     EXPECT_EQ(settings.GetSetting(L"Backages", L"3"), L"5");
 }
 
