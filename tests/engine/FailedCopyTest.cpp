@@ -219,6 +219,20 @@ TEST(FailedCopy, UnreadableSubFolder_IsReportedWithItsPath) {
     EXPECT_FALSE(Exists(world.Store(L"Work«0001»\\Sub")));
 }
 
+// Where case decides in the source, "Data" and "data" have one place between them.
+TEST(FailedCopy, SubFolderCannotBeMade_GetsNoMarks) {
+    EngineFixture world;
+    MakeHistory(world);
+    world.List({L"Work\\"});
+    world.files.FailNth(1, error_number::kPermissionDenied, [](const FileOperation& operation) {
+        return operation.call == FileCall::CreateFolder && operation.path.ends_with(L"\\Sub\\");
+    });
+    EXPECT_EQ(world.Run().errors.size(), 1U);
+    EXPECT_TRUE(std::ranges::none_of(world.files.Operations(), [](const FileOperation& operation) {
+        return operation.call == FileCall::CopyFolderInfo && operation.to.ends_with(L"\\Sub\\");
+    }));
+}
+
 TEST(FailedCopy, UnreadableItem_IsReported) {
     EngineFixture world;
     MakeHistory(world);
