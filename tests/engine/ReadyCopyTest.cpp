@@ -144,6 +144,32 @@ TEST(ReadyCopyOfAKilledRun, GapInTheSeries_MovesTheCopiesBelowItOnly) {
                                        {L"a«0004».txt", "1"}}));
 }
 
+// The ready copy cannot take its place at first; the series has nothing to move for it.
+TEST(ReadyCopyOfAKilledRun, WholeOneIsStuck_CutShortOneIsNotRotated) {
+    EngineFixture world;
+    world.List({L"Work\\"});
+    world.tree.File(L"Work\\a.txt", "old", Day(1));
+    world.tree.File(L"Work\\b.txt", "old", Day(1));
+    world.files.OnOperation([&](const FileOperation& operation) {
+        if (operation.call == FileCall::Copy) world.state.cancel.Request();
+    });
+    world.Run();
+    ASSERT_TRUE(Exists(world.Store(L"Work«0001»\\a.txt")));
+    const std::wstring ready =
+        LeftOverName(world, WorkingState::Ready, L"Work\\", DeadProcess(), MakeDate(Day(2)));
+    world.tree.File(L"Store\\" + ready + L"\\a.txt", "whole", Day(2));
+    world.tree.Remove(L"Work");
+    world.tree.File(L"Work\\a.txt", "whole", Day(2));
+    world.files.OnOperation({});
+    world.files.FailNth(1, error_number::kPermissionDenied, [&](const FileOperation& operation) {
+        return operation.call == FileCall::Rename && operation.to == world.Store(L"Work«0001»");
+    });
+    EXPECT_EQ(world.Run().exitCode, error_number::kPermissionDenied);
+    world.files.Heal();
+    EXPECT_EQ(world.Run().exitCode, 0);
+    EXPECT_EQ(world.Copies(), (Listing{{L"Work«0001»", kFolder}, {L"Work«0001»\\a.txt", "whole"}}));
+}
+
 TEST(ReadyCopyOfAKilledRun, CountIsZero_ReplacesCopyOne) {
     EngineFixture world;
     MakeSeries(world);
