@@ -270,6 +270,18 @@ TEST(CollisionOfAFile, HasAnotherNumberThanTheFirstItem_IsBackedUp) {
               (Listing{{L"README«0001».smith", "y"}, {L"README«0101».smith", "x"}}));
 }
 
+// Number 0 is taken for the first file by the comment of another copy, for the second by a copy of
+// unknown origin.
+TEST(CollisionOfAFile, FirstFileIsAwayWithNumber1_SecondIsRefused) {
+    EngineFixture world;
+    world.tree.File(L"Store\\README«0001».smith.vwc.vwc", "comment");
+    world.tree.File(L"Store\\README«0001».smith\\README", "of unknown origin");
+    world.tree.File(L"j.smith\\README", "nested", Day(1));
+    world.List({L"x\\README.smith", L"j.smith\\README"});
+    world.ExpectRun(Missing(L"~\\x\\README.smith") + NoChange(L"~\\x\\README.smith") +
+                    Refused(L"~\\j.smith\\README"));
+}
+
 // A file that is backed up alone has no rivals in the list of the run before.
 TEST(CollisionOfAFile, BackedUpAlone_IsNotRefusedForAListedItem) {
     EngineFixture world;
