@@ -83,6 +83,7 @@ TEST(CommentLine, ReadsTheDateByPositionAlone) {
         {L"05/03/2005-14:07:09+Original Location:C:\\Docs", {2005, 3, 5, 14, 7, 9}},
         {L"05.03.2005 14h07h09", {2005, 3, 5, 14, 7, 9}},
         {L"05x03x2005x14x07x09", {2005, 3, 5, 14, 7, 9}},
+        {L"31912920209239599589", {2020, 12, 31, 23, 59, 58}},
         {L" 5/ 3/2005- 4: 7: 9", {2005, 3, 5, 4, 7, 9}},
         // damaged fields give what their digits give
         {L"05/03/2005", {2005, 3, 5}},
