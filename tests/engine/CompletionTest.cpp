@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <utility>
 
 #include "platform/RuntimeError.h"
@@ -78,6 +79,16 @@ TEST_F(CompletedCopy, FolderIsAdded_ItsParentHasItsDate) {
     world.Run();
     EXPECT_TRUE(Exists(Copy(L"\\Empty")));
     EXPECT_EQ(ReadDate(Copy()), MakeDate(Day(3)));
+}
+
+TEST_F(CompletedCopy, FileInTheRootIsAdded_IsNoFolder) {
+    world.tree.Remove(L"Store\\Work«0001»\\a.txt");
+    world.files.Heal();
+    world.Run();
+    EXPECT_TRUE(Exists(Copy(L"\\a.txt")));
+    EXPECT_TRUE(std::ranges::none_of(world.files.Operations(), [](const FileOperation& operation) {
+        return operation.call == FileCall::CopyFolderInfo && operation.to.ends_with(L"a.txt");
+    }));
 }
 
 TEST_F(CompletedCopy, FullDisk_IsReportedOnceForTwoFolders) {
