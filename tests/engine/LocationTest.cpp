@@ -235,6 +235,21 @@ TEST(LocationNumber, UnreadableComment_IsSkipped) {
                                        {L"r«0301».doc", "2"}}));
 }
 
+// What its second reading would give does not matter.
+TEST(LocationNumber, CommentUnreadableOnce_IsSkipped) {
+    EngineFixture world;
+    world.List({L"A\\r.doc"});
+    world.tree.File(L"A\\r.doc", "1", Day(1));
+    world.Run();
+    world.tree.File(L"A\\r.doc", "2", Day(2));
+    world.files.FailNth(1, error_number::kPermissionDenied, [&](const FileOperation& operation) {
+        return operation.call == FileCall::Read &&
+               operation.path == world.Store(L"r«0001».doc.vwc");
+    });
+    world.ExpectRun(BackedUp(L"~\\A\\r.doc"));
+    EXPECT_EQ(world.Copies(), (Listing{{L"r«0001».doc", "1"}, {L"r«0101».doc", "2"}}));
+}
+
 TEST(LocationNumber, FolderInPlaceOfTheComment_IsSkipped) {
     EngineFixture world;
     world.tree.Folder(L"Docs");
