@@ -56,6 +56,19 @@ TEST_F(SpecialItems, FileWithoutData_IsSkippedAndReported_NoFailure) {
     world_.ExpectRun(NoChange(L"~\\Work\\"));
 }
 
+// It is away when its backup begins, and there again when it is copied.
+TEST_F(SpecialItems, EmptyFileComesBack_IsNotCalledChanged) {
+    world_.tree.File(L"new.txt", "before", Day(1));
+    world_.List({L"new.txt"});
+    world_.Run();
+    world_.tree.Remove(L"new.txt");
+    world_.files.OnOperation([this](const FileOperation& operation) {
+        if (operation.call == FileCall::Copy) world_.tree.File(L"new.txt", "", Day(2));
+    });
+    world_.ExpectRun(Missing(L"~\\new.txt") + BackedUp(L"~\\new.txt"));
+    EXPECT_EQ(world_.Copies(), (Listing{{L"new«0001».txt", ""}, {L"new«0002».txt", "before"}}));
+}
+
 TEST_F(SpecialItems, ItemWithoutData_IsSkipped_KeepsItsCopies) {
     world_.tree.File(L"alias.exe", "x", Day(1));
     world_.List({L"alias.exe"});
