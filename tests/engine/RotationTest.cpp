@@ -289,6 +289,23 @@ TEST(Rotation, NoCopyOneAndCopyInUse_MakesCopyOne) {
               (Listing{{L"a«0001».txt", "new"}, {L"a«0002».txt", "2"}, {L"a«0003».txt", "3"}}));
 }
 
+// The disk reports that the last copy has left its place.
+TEST(Rotation, NestedLeavingRenameIsIgnored_NoCopyBeyondCount) {
+    EngineFixture world;
+    world.List({L"j.smith\\README"}, 2);
+    for (int step = 1; step <= 3; ++step) {
+        world.tree.File(L"j.smith\\README", std::to_string(step), Day(step));
+        if (step < 3) world.Run();
+    }
+    world.files.IgnoreNth(1, [&](const FileOperation& operation) {
+        return operation.call == FileCall::Rename &&
+               operation.path == world.Store(L"README«0002».smith\\README");
+    });
+    world.Run();
+    EXPECT_FALSE(world.files.Faults().empty());
+    EXPECT_FALSE(Exists(world.Store(L"README«0003».smith\\README")));
+}
+
 TEST(RenamePackages, MovesTheCopiesWithoutABackup) {
     EngineFixture world;
     MakeCopies(world, {1, 2, 3});
