@@ -67,6 +67,27 @@ TEST_F(RestoreNames, FileNamedAsTheTemporaryOneIsMissing_ComesBack) {
     EXPECT_EQ(ReadTree(folder).size(), 2U);
 }
 
+// The names are those that the notes on reliability promise.
+TEST_F(RestoreNames, KilledWhileAFileIsCopied_LeavesTheFirstName) {
+    for (const auto* const missing : {L"Work\\a.txt", L"Work"}) {
+        tree.File(L"Work\\a.txt", "whole", {2024, 1, 1, 9, 0, 0});
+        BackUp(tree.Path(L"Work\\"));
+        browser.ListRestoreFiles();
+        SelectItem(L"Work");
+        SelectCopy(L"N01");
+        tree.Remove(missing);
+        const bool isItemThere = Exists(tree.Path(L"Work"));
+        if (isItemThere) world.boxes.Expect(kQuestion, BoxAnswer::Yes);
+        world.files.DieAtNth(1, [this](const FileOperation& operation) {
+            return operation.call == FileCall::Copy && operation.to.starts_with(tree.Path());
+        });
+        EXPECT_THROW(commands.mnuRestoreClick(), Died);
+        world.files.Heal();
+        const std::wstring left = isItemThere ? L"Work\\~vwr0.tmp" : L"~vwr0.tmp\\a.txt";
+        EXPECT_EQ(ReadBytes(tree.Path(left)), "wh");
+    }
+}
+
 // It takes the working name as soon as the restored file has left it.
 TEST_F(RestoreNames, AnotherRestoreWritesThere_IsLeftAlone) {
     const std::wstring aside = tree.Path(L"Docs\\~vwr0.tmp");
