@@ -43,7 +43,6 @@ void Destination::Scan() {
     std::vector<std::wstring> leftOvers;
     system_.files.List(place_, [&](const FolderEntry& entry) {
         system_.pump.ProcessMessagesIfDue();
-        if (entry.name.starts_with(kLockFileName)) return;
         entries_.insert(NameKey(entry.name));
         const auto name = ParseWorkingName(WithoutCommentExtension(entry.name));
         if (!name || (name->owner != self_ && !IsGone(name->owner))) return;

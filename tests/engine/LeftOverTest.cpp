@@ -52,6 +52,29 @@ TEST(LeftOverOfADeadProcess, ReadOnlyFiles_AreRemoved) {
     EXPECT_TRUE(LeftOvers(world).empty());
 }
 
+TEST(LeftOverOfADeadProcess, ItemNamedLikeTheLock_LeftOverIsRemoved) {
+    EngineFixture world;
+    const std::wstring item = std::wstring(kLockFileName) + L".txt";
+    world.tree.File(L"Store\\" + LeftOverName(world, WorkingState::New, item, DeadProcess()), "x");
+    world.tree.File(L"a.txt", "a", Day(1));
+    world.List({L"a.txt"});
+    world.Run();
+    EXPECT_EQ(LeftOvers(world), Lines());
+}
+
+TEST(ItemNamedLikeTheLock, BackedUpTwice_ItsCopyIsFound) {
+    EngineFixture world;
+    const std::wstring item = std::wstring(kLockFileName) + L".txt";
+    world.List({item}, 2);
+    for (int step = 1; step <= 2; ++step) {
+        world.tree.File(item, std::to_string(step), Day(step));
+        world.ExpectRun(BackedUp(L"~\\" + item));
+        world.ExpectRun(NoChange(L"~\\" + item));
+    }
+    const std::wstring name(kLockFileName);
+    EXPECT_EQ(world.Copies(), (Listing{{name + L"«0001».txt", "2"}, {name + L"«0002».txt", "1"}}));
+}
+
 TEST(LeftOverOfADeadProcess, FormerDestinationOrSingleItem_IsRemoved) {
     for (const bool isSingle : {false, true}) {
         EngineFixture world;
