@@ -1,5 +1,6 @@
 #include "engine/Destination.h"
 
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -49,8 +50,9 @@ void Destination::Scan() {
         const bool isComment = entry.name.ends_with(kCommentExtension);
         if (name->state == WorkingState::Ready && !isComment) {
             ReadyCopy& ready = ready_[name->item];
-            if (ready.path.empty() ||
-                std::pair(ready.made, ready.date) < std::pair(name->made, name->date)) {
+            // Of two with the same dates the one that holds more is taken.
+            if (ready.path.empty() || std::tuple(ready.made, ready.date, name->completeness) <
+                                          std::tuple(name->made, name->date, ready.completeness)) {
                 ready = {folder_ + L"\\" + std::wstring(entry.name), name->date, name->copy,
                          name->made, name->completeness};
             }

@@ -239,6 +239,26 @@ TEST(TwoReadyCopies, SameItem_TheNewerIsFinished) {
     }
 }
 
+TEST(TwoReadyCopies, SameDates_TheOneThatHoldsMoreIsFinished) {
+    for (const bool wholeFirst : {true, false}) {
+        EngineFixture world;
+        world.tree.File(L"Work\\a.txt", "a", Day(1));
+        world.List({L"Work\\"});
+        const std::wstring path = world.Path(L"Work\\");
+        WorkingName ready{WorkingState::Ready, NameKey(path), NameKey(world.Store(L"Work«0001»")),
+                          MakeDate(Day(1)),    DeadProcess(), MakeDate(Day(1))};
+        // The folder is listed in the order of the names.
+        const std::wstring whole = FormatWorkingName(ready, wholeFirst ? L"1" : L"2");
+        ready.completeness = Completeness::MissesFiles;
+        const std::wstring part = FormatWorkingName(ready, wholeFirst ? L"2" : L"1");
+        world.tree.File(L"Store\\" + whole + L"\\a.txt", "whole", Day(1));
+        world.tree.File(L"Store\\" + part + L"\\b.txt", "part", Day(1));
+        world.Run();
+        EXPECT_EQ(ReadBytes(world.Store(L"Work«0001»\\a.txt")), "whole") << wholeFirst;
+        EXPECT_FALSE(Exists(world.Store(L"Work«0001»\\b.txt"))) << wholeFirst;
+    }
+}
+
 /// Long work with one folder of many files.
 class LongWork : public testing::Test {
   protected:
