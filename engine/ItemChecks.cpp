@@ -28,15 +28,15 @@ bool OverlapsDestination(std::wstring_view path, std::wstring_view destination) 
 // A ":" behind the drive would open a stream of another file instead of a copy. Below a dotted
 // folder the name of a copy holds folders, each of which may be too long.
 bool HasImpossibleName(std::wstring_view copyPath) {
-    std::size_t longest = 0;
+    bool isTooLong = false;
     std::wstring rest = CPackage::PackageCommentFile(copyPath);
     while (!rest.empty()) {
         const std::size_t end = std::min(rest.find(L'\\'), rest.size());
-        longest = std::max(longest, end);
+        isTooLong = isTooLong || end > kLongestName;
         rest.erase(0, end + 1);
     }
     return copyPath.find_first_of(L"*?\"<>|") != std::wstring_view::npos ||
-           copyPath.find(L':', 2) != std::wstring_view::npos || longest > kLongestName;
+           copyPath.find(L':', 2) != std::wstring_view::npos || isTooLong;
 }
 
 }  // namespace vw
