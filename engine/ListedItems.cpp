@@ -31,11 +31,7 @@ void VisitParents(std::wstring_view destination, std::wstring_view copy, Visitor
 
 }  // namespace
 
-void ListedItems::Clear() noexcept {
-    items_.clear();
-    byCopy_.clear();
-    byParentOfCopy_.clear();
-}
+void ListedItems::Clear() noexcept { *this = {}; }
 
 void ListedItems::Add(std::wstring_view destination, std::wstring_view line) {
     const std::size_t order = items_.size();
