@@ -22,21 +22,20 @@ void ItemCopier::CopyFolder(const std::wstring& copy, const std::wstring& item, 
                             CopyResult& result) {
     const std::size_t rootLength = MFileDosShell::WithSeparator(item).size();
     std::vector<OpenFolder> open;
-    // True when the folder was opened and its files are copied.
+    // A folder that cannot be read or made is left out.
     const auto enter = [&](const std::wstring& folder) {
         OpenFolder level{.from = MFileDosShell::WithSeparator(folder)};
         level.to = MFileDosShell::WithSeparator(copy) + level.from.substr(rootLength);
-        if (!CopyFiles(level, MFileDosShell::CFileName(copy), result)) return false;
+        if (!CopyFiles(level, MFileDosShell::CFileName(copy), result)) return;
         if (!subFolders) level.folders.clear();
         open.push_back(std::move(level));
-        return true;
     };
     enter(item);
     while (!open.empty()) {
         OpenFolder& level = open.back();
         if (level.next < level.folders.size() && !MustStop(result)) {
-            const std::wstring folder = level.from + level.folders[level.next++];
-            if (!enter(folder)) system_.pump.ProcessMessagesIfDue();
+            enter(level.from + level.folders[level.next++]);
+            system_.pump.ProcessMessagesIfDue();
             continue;
         }
         // Last, since every entry that is made in it changes its date.

@@ -200,6 +200,18 @@ TEST(Yields, SubFolder_YieldsAfterEach) {
     for (int folders = 2; folders <= 6; ++folders) EXPECT_THAT(seen, Contains(folders));
 }
 
+TEST(Yields, EmptyFolderInEmptyFolder_YieldsAfterEach) {
+    EngineFixture world;
+    constexpr int kFolders = 30;
+    std::wstring folder = L"Work";
+    for (int i = 0; i < kFolders; ++i) folder += L"\\" + std::to_wstring(i);
+    world.tree.Folder(folder);
+    world.List({L"Work\\"});
+    YieldWatch watch(world.files, world.pump);
+    world.Run();
+    EXPECT_LT(watch.MostOperations(), kFolders / 2);
+}
+
 // Copy 2 can neither move up nor can copy 3, which left for it, come back.
 TEST(BrokenRotation, CannotBeUndone_PlaceIsEmptyAndNewCopyReady) {
     EngineFixture world;
