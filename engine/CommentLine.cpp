@@ -32,11 +32,10 @@ bool CanSeparate(wchar_t character) noexcept {
     return isVisible && !IsDigit(character) && character != kRunMark;
 }
 
-std::wstring FourDigits(int number) {
-    std::wstring digits = std::to_wstring(number);
-    if (digits.size() < 4) {
-        digits.insert(0, 4 - digits.size(), L'0');
-    }
+/// A year from 100 to 9999.
+std::wstring FourDigits(int year) {
+    std::wstring digits = std::to_wstring(year);
+    digits.insert(0, 4 - digits.size(), L'0');
     return digits;
 }
 
