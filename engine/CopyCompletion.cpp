@@ -173,7 +173,6 @@ void CopyCompletion::AddFile(const PendingCopy& copy, const std::wstring& source
         copier_.CopyStep(L"BackupFile", size, result, [&] { session_.MoveEntry(entry, target); });
     if (placed) return;
     Remove(entry);
-    --result.copied;
     ++result.failed;
 }
 
