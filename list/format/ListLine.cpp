@@ -1,5 +1,7 @@
 #include "list/format/ListLine.h"
 
+#include <algorithm>
+
 #include "platform/TextCase.h"
 
 namespace vw {
@@ -12,8 +14,7 @@ bool HasKey(std::wstring_view field, std::wstring_view key) noexcept {
 
 /// Behind the key two characters go, whatever they are: the writer puts a colon and a blank there.
 std::wstring ValueOf(std::wstring_view field, std::wstring_view key) {
-    const std::size_t begin = key.size() + 2;
-    return std::wstring(begin < field.size() ? field.substr(begin) : std::wstring_view());
+    return std::wstring(field.substr(std::min(key.size() + 2, field.size())));
 }
 
 }  // namespace
