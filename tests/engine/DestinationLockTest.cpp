@@ -226,6 +226,22 @@ TEST_F(DestinationLockTest, Run_ComesBackToAWriteProtectedDisk_ReportsTheMissing
         << Joined(host.log);
 }
 
+TEST_F(DestinationLockTest, AnyWork_GivesTheLockBackAtItsEnd) {
+    const std::wstring item = world.tree.File(L"a.txt", "a", Day(1));
+    world.List({L"a.txt"});
+    CPackage engine(world.system, world.state, world.host, world.host);
+    const std::vector<std::pair<const char*, std::function<void()>>> works{
+        {"list", [&] { engine.BackupAll(); }},
+        {"file", [&] { engine.BackupItem(item); }},
+        {"path", [&] { engine.BackupPath(item, 0, false, false); }},
+        {"rotation", [&] { engine.RenamePackages(item, 0); }},
+        {"other work", [&] { EXPECT_TRUE(engine.InDestination(world.Store(), [] {})); }}};
+    for (const auto& [name, work] : works) {
+        work();
+        EXPECT_TRUE(DestinationLock(world.disk, world.Store(), kOtherComputer).TryTake()) << name;
+    }
+}
+
 TEST_F(DestinationLockTest, WalkOverASource_SkipsLockAndWorkingEntries) {
     world.tree.File(L"Work\\a.txt", "a", Day(1));
     const std::wstring inner = world.tree.Folder(L"Work\\Other store");
