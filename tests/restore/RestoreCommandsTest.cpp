@@ -88,10 +88,11 @@ TEST_F(Restore, RestoreTo_UsesTheChosenFolderAndTheItemsName) {
     tree.File(L"Elsewhere\\Typed.doc", "typed", {2024, 3, 1, 0, 0, 0});
     dialogs.Expect(tree.Path(L"Elsewhere\\Typed.doc"));
     world.boxes.Expect(kQuestion + tree.Path(L"Elsewhere\\Typed.doc"), BoxAnswer::Yes);
-    SelectCopy(L"N01");
+    SelectCopy(L"N02");
     commands.mnuRestoreToClick();
-    EXPECT_EQ(ReadBytes(tree.Path(L"Elsewhere\\Report.doc")), "state 3");
+    EXPECT_EQ(ReadBytes(tree.Path(L"Elsewhere\\Report.doc")), "state 2");
     EXPECT_EQ(ReadBytes(tree.Path(L"Elsewhere\\Typed.doc")), "typed");
+    EXPECT_EQ(ReadBytes(document), "state 3");
     ASSERT_EQ(dialogs.shown.size(), 1U);
     EXPECT_TRUE(dialogs.saving[0]);
     EXPECT_EQ(dialogs.shown[0].flags, 524294U);

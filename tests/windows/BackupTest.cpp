@@ -8,33 +8,11 @@ namespace vw::test {
 namespace {
 
 using testing::Contains;
-using testing::ElementsAre;
 using testing::IsEmpty;
 
 constexpr int kTrayMessage = 512;
 
 class Backup : public BackupWindows {};
-
-TEST_F(Backup, ShowsTheCopiesAfterTheRun) {
-    program.tree.File(L"Home\\Deep\\Inner.doc");
-    WriteDefaultList({letter, Home(L"Deep") + L"\\"});
-    DrivenProgram window(program.With(L""));
-    EXPECT_EQ(window.List(ID_lsvRestore1).Count(), 0);
-    BackUp(window);
-    EXPECT_THAT(window.List(ID_lsvRestore1).Column(kName), ElementsAre(L"Deep", L"Letter"));
-    EXPECT_THAT(window.List(ID_lsvRestore1).Column(1), ElementsAre(L"Folder", L".txt"));
-    EXPECT_THAT(window.List(ID_lsvRestore1).Column(2), ElementsAre(L"0", L"0"));
-    EXPECT_THAT(window.List(ID_lsvRestore2).Column(kName), ElementsAre(L"N01"));
-    EXPECT_THAT(InVault(), Contains(L"Letter«0001».txt"));
-    // A click on an item of the list shows its copies.
-    window.List(ID_lsvBackupList).Select(1);
-    window.List(ID_lsvBackupList).Select(0);
-    window.WaitUntilReady();
-    EXPECT_EQ(window.List(ID_lsvRestore1).Selected(), 1);
-    EXPECT_THAT(window.List(ID_lsvRestore2).Column(3),
-                ElementsAre(Vault() + L"\\Letter«0001».txt"));
-    window.Close();
-}
 
 TEST_F(Backup, DialogMinimised_RunContinuesBehindItsIcon) {
     MakeManyFiles();

@@ -26,11 +26,6 @@ class Help : public BackupWindows {
   protected:
     Help() { WriteDefaultList({letter}); }
 
-    void UseArabic() const {
-        program.SetSetting(L"Arabic", L"-1");
-        program.SetSetting(L"ArabicPrepared", L"-1");
-    }
-
     static void ChooseHelp(DrivenProgram& window) {
         window.Choose(ID_mnuHelpHelp);
         EXPECT_THAT(window.Run().Boxes(), IsEmpty());
@@ -59,11 +54,6 @@ class Help : public BackupWindows {
 // Letters that addresses, command lines and the names of copies make something else of.
 TEST_F(Help, OpensTheEnglishPageFromAFolderOfAnOddName) {
     OpensThePageFrom(L"a «0001» & %20 #", L"en\\");
-}
-
-TEST_F(Help, OpensTheArabicPageFromAFolderOfAnOddName) {
-    UseArabic();
-    OpensThePageFrom(L"a «0001» & %20 #", L"");
 }
 
 }  // namespace
