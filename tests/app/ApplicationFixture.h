@@ -50,14 +50,16 @@ class App : public testing::Test {
     }
     WindowSet& Windows() { return application.Windows(); }
     Form& Main() { return Windows().frmMain; }
+    /// Whether the program asks the computer not to sleep.
+    [[nodiscard]] static bool IsKeptAwake() {
+        // The call gives what was asked for before.
+        const EXECUTION_STATE before = SetThreadExecutionState(ES_CONTINUOUS);
+        SetThreadExecutionState(before);
+        return (before & ES_SYSTEM_REQUIRED) != 0;
+    }
     /// Whether the program goes on after a moment without messages.
     [[nodiscard]] bool IsAlive() {
         application.OnIdle();
-        return application.HasLoadedWindow();
-    }
-    /// Whether a silent run can receive messages.
-    [[nodiscard]] bool HasMessages() {
-        application.ShowWindowsIfDue();
         return application.HasLoadedWindow();
     }
     /// A command of a menu or button. The end of the program comes out.

@@ -196,21 +196,6 @@ TEST_F(App, Run_ListsAreUpdated_MainWindowStaysDisabled) {
     EXPECT_TRUE(Main().IsFormEnabled());
 }
 
-TEST_F(App, Run_KeepsTheComputerAwake) {
-    // The call gives what was asked for before.
-    const auto asked = [] { return SetThreadExecutionState(ES_CONTINUOUS) & ES_SYSTEM_REQUIRED; };
-    SetThreadExecutionState(ES_CONTINUOUS | ES_SYSTEM_REQUIRED);
-    if (asked() == 0) GTEST_SKIP() << "this system does not tell";
-    WriteDefaultList({letter});
-    Start();
-    world.pump.Restart();
-    DWORD during = 0;
-    world.pump.AtYield(1, [&] { during = asked(); });
-    Choose(ID_mnuBackup);
-    EXPECT_NE(during, 0U);
-    EXPECT_EQ(asked(), 0U);
-}
-
 TEST_F(App, SingleItemMode_DisablesTheEditingCommands) {
     Start(L"\"" + letter + L"\"");
     EXPECT_THAT(Paths(), ElementsAre(letter));
@@ -243,23 +228,6 @@ TEST_F(App, CountIsChanged_DestinationStays) {
     Start();
     Main().SetValue(L"vsBackages", 7);
     EXPECT_EQ(state.BackupTo, vault);
-}
-
-TEST_F(App, ManyErrors_TheirNumberIsShownBesideTheReport) {
-    std::vector<std::wstring> items;
-    items.reserve(5);
-    for (int i = 0; i < 5; ++i) items.push_back(tree.File(L"f" + std::to_wstring(i) + L".txt"));
-    WriteDefaultList(items);
-    Start();
-    world.files.FailFrom(1, error_number::kPermissionDenied, [](const FileOperation& operation) {
-        return operation.call == FileCall::Copy;
-    });
-    bool isBusyShown = false;
-    world.boxes.OnBox([&] { isBusyShown = Windows().frmBusyDialog.Window().IsVisible(); });
-    world.boxes.Expect(L"There were 5 errors.");
-    Choose(ID_mnuBackup);
-    static_cast<void>(world.errors.Take());
-    EXPECT_TRUE(isBusyShown);
 }
 
 // As the shell passes it, without a final "\".

@@ -185,13 +185,6 @@ TEST_F(LogonStarts, SwitchOn_ProgramOnAServer_IsRefused) {
     EXPECT_EQ(Entry(), std::nullopt);
 }
 
-TEST_F(LogonStarts, SwitchOn_ProgramOnTheRealHardDrive_IsAccepted) {
-    System real = world.With(world.files);
-    LogonStart onRealDrives(real, api, settings, state, onChange);
-    onRealDrives.ApplicationSartup(true);
-    EXPECT_TRUE(onRealDrives.ApplicationSartup());
-}
-
 TEST_F(LogonStarts, SwitchOn_WithoutTheRights_LeavesTheMarkClear) {
     ReadOnlyRegistry refused;
     CCommonAPI refusedApi(refused, world.ansi, world.boxes, world.errors);

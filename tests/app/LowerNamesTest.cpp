@@ -27,8 +27,14 @@ class LowerNames : public App {
 TEST_F(LowerNames, Confirmed_RenamesAndSaysDone) {
     world.boxes.Expect(tree.Path(L"Names"), BoxAnswer::Yes);
     world.boxes.Expect(L"Done");
+    bool isAwake = false;
+    world.files.OnOperation([&](const FileOperation& operation) {
+        if (operation.call == FileCall::Rename) isAwake = IsKeptAwake();
+    });
     Choose(ID_mnuToolRepair);
     EXPECT_TRUE(IsRenamed());
+    EXPECT_TRUE(isAwake);
+    EXPECT_FALSE(IsKeptAwake());
     EXPECT_TRUE(world.boxes.Shown().front().secondIsDefault) << "Enter renames nothing";
 }
 

@@ -143,14 +143,6 @@ TEST_F(App, BackupNow_CancelledWithoutItsDialog_DialogGoes) {
     EXPECT_TRUE(Main().IsFormEnabled());
 }
 
-TEST_F(App, BackupNow_AfterACancel_BacksUp) {
-    WriteDefaultList({letter});
-    Start();
-    state.cancel.Request();
-    Choose(ID_mnuBackup);
-    EXPECT_TRUE(Exists(drive.Backup() + L"\\Letter«0001».txt"));
-}
-
 TEST_F(App, Exit_DuringARun_BusyDialogGoesBeforeTheListIsSaved) {
     WriteDefaultList({letter});
     Start();

@@ -40,7 +40,6 @@ TEST_F(RunOutcome, BackupNow_StatusLineCountsItems) {
     EXPECT_THAT(Status(), HasSubstr(L": 2 copied, 0 unchanged, 0 failed"));
     Choose(ID_mnuBackup);
     EXPECT_THAT(Status(), HasSubstr(L": 0 copied, 2 unchanged, 0 failed"));
-    EXPECT_THROW(Close(), ProgramEnded);
 }
 
 TEST_F(RunOutcome, BackupNow_ItemThatFails_StatusLineReportsIt) {
@@ -50,7 +49,6 @@ TEST_F(RunOutcome, BackupNow_ItemThatFails_StatusLineReportsIt) {
     Choose(ID_mnuBackup);
     EXPECT_EQ(world.errors.TakeOne().number, error_number::kPermissionDenied);
     EXPECT_THAT(Status(), HasSubstr(L": 1 copied, 0 unchanged, 1 failed"));
-    EXPECT_THROW(Close(), ProgramEnded);
 }
 
 TEST_F(RunOutcome, StatusLine_Clicked_ShowsTheReportAgain) {
@@ -76,7 +74,6 @@ TEST_F(RunOutcome, StatusLine_Clicked_ShowsTheReportAgain) {
     EXPECT_THAT(Windows().frmBusyDialog.Window().Text(L"txtReport"), IsEmpty());
     ClickStatus();
     EXPECT_THAT(busy.Text(L"txtReport"), testing::Not(HasSubstr(L"Backing: " + letter)));
-    EXPECT_THROW(Close(), ProgramEnded);
 }
 
 TEST_F(RunOutcome, ManyErrors_ShowThreeBoxesAndOneAtTheEnd) {
@@ -88,10 +85,12 @@ TEST_F(RunOutcome, ManyErrors_ShowThreeBoxesAndOneAtTheEnd) {
     tree.File(L"Home\\Full\\Free.txt");
     WriteDefaultList({tree.Path(L"Home\\Full\\")});
     Start();
+    bool isBusyShown = false;
+    world.boxes.OnBox([&] { isBusyShown = Windows().frmBusyDialog.Window().IsVisible(); });
     world.boxes.Expect(L"There were 25 errors.");
     Choose(ID_mnuBackup);
     EXPECT_THAT(world.errors.Take(), SizeIs(3));
-    EXPECT_THROW(Close(), ProgramEnded);
+    EXPECT_TRUE(isBusyShown) << "the number is shown beside the report";
 }
 
 TEST_F(RunOutcome, ThreeErrors_AreAllShownAndNotCounted) {
@@ -106,7 +105,6 @@ TEST_F(RunOutcome, ThreeErrors_AreAllShownAndNotCounted) {
     Start();
     Choose(ID_mnuBackup);
     EXPECT_THAT(world.errors.Take(), SizeIs(3));
-    EXPECT_THROW(Close(), ProgramEnded);
 }
 
 TEST_F(RunOutcome, OpenedList_ItemsThatAreNotThere_AreNamed) {
@@ -117,7 +115,6 @@ TEST_F(RunOutcome, OpenedList_ItemsThatAreNotThere_AreNamed) {
     state.listModified = true;
     Choose(ID_mnuFileSave);
     EXPECT_EQ(Status(), L"") << "the next save took it off the list";
-    EXPECT_THROW(Close(), ProgramEnded);
 }
 
 TEST_F(RunOutcome, BackupNow_ItemChangedSinceLoading_RowShowsItAsItIs) {
@@ -132,7 +129,6 @@ TEST_F(RunOutcome, BackupNow_ItemChangedSinceLoading_RowShowsItAsItIs) {
     EXPECT_EQ(list.Rows().SubItem(2, L"Size"), MFileDosShell::CSize(6));
     EXPECT_NE(list.Rows().SubItem(1, L"Date"), before);
     EXPECT_EQ(list.Rows().SubItem(2, L"Date"), list.Rows().SubItem(1, L"Date"));
-    EXPECT_THROW(Close(), ProgramEnded);
 }
 
 TEST_F(RunOutcome, BackupNow_SelectedItemHasCopies_TheyAreShownUnderItsName) {
@@ -144,14 +140,12 @@ TEST_F(RunOutcome, BackupNow_SelectedItemHasCopies_TheyAreShownUnderItsName) {
     ListView& stored = Main().List(L"lsvRestore1");
     EXPECT_EQ(stored.Rows().SubItem(stored.Selected(), kNameColumn), L"Letter");
     EXPECT_EQ(Main().Text(L"lblCopiesHeading"), L"Copies of Letter.txt, " + tree.Path(L"Home"));
-    EXPECT_THROW(Close(), ProgramEnded);
 }
 
 TEST_F(RunOutcome, NoCopies_HeadingNamesNoItem) {
     WriteDefaultList({letter});
     Start();
     EXPECT_EQ(Main().Text(L"lblCopiesHeading"), L"Copies of the selected item");
-    EXPECT_THROW(Close(), ProgramEnded);
 }
 
 TEST_F(RunOutcome, ItemsThatGoWrong_CarryWarningsAndTheReportRepeatsThem) {
@@ -169,7 +163,6 @@ TEST_F(RunOutcome, ItemsThatGoWrong_CarryWarningsAndTheReportRepeatsThem) {
     ClickStatus();
     EXPECT_THAT(Windows().frmBusyDialog.Window().Text(L"txtReport"),
                 HasSubstr(list.Rows().At(2).warning + L"\r\n" + comma));
-    EXPECT_THROW(Close(), ProgramEnded);
 }
 
 TEST_F(RunOutcome, SilentRun_WrongCommandLine_EndsAfterAMinute) {
@@ -227,7 +220,6 @@ TEST_F(RunOutcome, InteractiveRun_DoesNotEndByATimeout) {
     Start();
     world.clock.Advance(10 * kMinute);
     EXPECT_TRUE(IsAlive());
-    EXPECT_THROW(Close(), ProgramEnded);
 }
 
 }  // namespace

@@ -74,16 +74,6 @@ TEST_F(SilentRun, OpensAListAndShowsNoWindow) {
     EXPECT_FALSE(Exists(drive.Backup() + L"\\Letter«0001».txt"));
 }
 
-TEST_F(SilentRun, ListsTheCopiesOfAnItemAndShowsNoWindow) {
-    WriteDefaultList({letter});
-    bool visible = false;
-    world.pump.AtEachYield([&] {
-        if (world.pump.Yields() > 1) visible = visible || Main().IsVisible();
-    });
-    EXPECT_THROW(Start(L"/R " + letter), ProgramEnded);
-    EXPECT_FALSE(visible) << "nobody is to see a window of a silent run";
-}
-
 TEST_F(SilentRun, ShorterThanASecond_MakesNoWindow) {
     WriteDefaultList({tree.Path(L"Home\\")});
     BackUp(999);
@@ -97,17 +87,6 @@ TEST_F(SilentRun, OneSecondOrLonger_HasItsIconAndAHiddenDialog) {
     EXPECT_TRUE(icon);
     EXPECT_TRUE(dialog);
     EXPECT_FALSE(shown);
-}
-
-TEST_F(SilentRun, AfterASecond_HasItsIcon) {
-    InARun([this] {
-        EXPECT_FALSE(HasMessages());
-        world.clock.Advance(999);
-        EXPECT_FALSE(HasMessages());
-        world.clock.Advance(1);
-        EXPECT_TRUE(HasMessages());
-        EXPECT_TRUE(HasIcon());
-    });
 }
 
 TEST_F(SilentRun, NewLineAfterASecond_HasItsIcon) {

@@ -5,6 +5,7 @@
 #include "platform/Scoped.h"
 #include "platform/SystemPath.h"
 #include "tests/app/ApplicationFixture.h"
+#include "tests/app/ShownWindows.h"
 #include "tests/support/CurrentFolder.h"
 #include "tests/support/DeadServer.h"
 #include "tests/support/ImportHook.h"
@@ -56,11 +57,13 @@ class StartTest : public App {
     };
     RestoreView ViewOfSilentRun(const std::wstring& arguments) {
         RestoreView view;
+        const ShownWindows windows;
         world.pump.AtEachYield([&] {
             if (world.pump.Yields() <= 1 || !Main().IsLoaded()) return;
             view = {Main().Text(L"cmbDestination"), SelectedItem(), CopiesShown()};
         });
         EXPECT_THROW(Start(arguments), ProgramEnded);
+        EXPECT_TRUE(windows.All().empty());
         return view;
     }
 };

@@ -78,12 +78,6 @@ TEST_F(BackupLists, DestinationIsADriveAlone_MeansItsBackupFolder) {
     EXPECT_EQ(state.BackupTo, L"E:\\Backup");
 }
 
-TEST_F(BackupLists, KeyLineWithoutItsBlank_LosesOneCharacterMore) {
-    ListFile("BackupTo:C:\\Backup\r\n");
-    list.GetList();
-    EXPECT_EQ(state.BackupTo, L":\\Backup");
-}
-
 TEST_F(BackupLists, KeyLinesAnywhere_TheLastOneIsUsed) {
     const std::wstring a = tree.File(L"a.txt");
     ListFile("BACKAGES: 2\r\n" + world.ansi.Encode(a) +
@@ -218,25 +212,6 @@ TEST_F(BackupLists, Save_UnchangedList_DoesNotWriteTheFile) {
     list.FileSave();
     EXPECT_EQ(ReadDate(state.currentListPath), MakeDate({2020, 1, 1, 0, 0, 0}));
     EXPECT_EQ(Saved(), "BackupTo: D:\\Vault\r\n");
-}
-
-TEST_F(BackupLists, SavesInTheCodePageIfItHasEveryLetter) {
-    const std::wstring arabic = tree.File(L"رسالة.txt");
-    ListFile("");
-    list.GetList();
-    list.Rows().AddToList(arabic);
-    for (const unsigned page : {1256U, 1252U}) {
-        world.ansi.Use(page);
-        state.listModified = true;
-        list.FileSave();
-        const std::string bytes = Saved();
-        EXPECT_EQ(bytes.starts_with("\xEF\xBB\xBF"), page == 1252U);
-        EXPECT_NE(bytes.find(page == 1256U ? "\xD1\xD3\xC7\xE1\xC9.txt\r\n"
-                                           : "\xD8\xB1\xD8\xB3\xD8\xA7\xD9\x84\xD8\xA9.txt\r\n"),
-                  std::string::npos);
-        list.GetList();
-        EXPECT_THAT(Paths(), ElementsAre(arabic)) << page;
-    }
 }
 
 // "Use Unicode UTF-8 for worldwide language support" is switched on, and off again.

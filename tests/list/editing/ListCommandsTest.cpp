@@ -117,16 +117,6 @@ TEST_F(ListCommands, NewAndOpenByDialog_SaveTheListThatTheyLeave) {
     EXPECT_EQ(ReadBytes(Path(L"New.vwl")), Expected({}));
 }
 
-TEST_F(ListCommands, CloseWithoutSaving_SavesNothing) {
-    ListFile("BackupTo: D:\\Vault\r\n");
-    list.GetList();
-    state.listModified = true;
-    list.DoClose();
-    list.SaveOnClose();
-    EXPECT_EQ(Saved(), "BackupTo: D:\\Vault\r\n");
-    EXPECT_THAT(calls, Contains(L"frmUnload"));
-}
-
 TEST_F(ListCommands, Close_SavesExceptInASilentRun) {
     ListFile("");
     list.GetList();

@@ -81,24 +81,6 @@ TEST_F(ListRowsTest, AddFolder_RootOfADrive_AddsNothing) {
     EXPECT_EQ(View().Rows().Count(), 0);
 }
 
-TEST_F(ListRowsTest, AddPattern_EarlierRunWasCancelled_AddsAllFiles) {
-    tree.File(L"Sub\\a.txt");
-    tree.File(L"Sub\\b.txt");
-    state.cancel.Request();
-    dialogs.Expect(Path(L"Sub\\*"));
-    editing.mnuAddFileClick();
-    EXPECT_THAT(Paths(), UnorderedElementsAre(Path(L"Sub\\a.txt"), Path(L"Sub\\b.txt")));
-}
-
-TEST_F(ListRowsTest, AddFilesOfFolder_EarlierRunWasCancelled_AddsAllFiles) {
-    tree.File(L"Sub\\a.txt");
-    tree.File(L"Sub\\Deep\\b.txt");
-    state.cancel.Request();
-    dialogs.Expect(Path(L"Sub"));
-    editing.mnuAddFileClick();
-    EXPECT_THAT(Paths(), ElementsAre(Path(L"Sub\\a.txt"), Path(L"Sub\\Deep\\b.txt")));
-}
-
 TEST_F(ListRowsTest, AddFilesOfFolder_CancelledInASubFolder_StopsThere) {
     tree.File(L"Sub\\a.txt");
     tree.File(L"Sub\\Deep\\b.txt");

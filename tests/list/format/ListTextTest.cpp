@@ -110,22 +110,6 @@ TEST(ListText, EncodeThenRead_ReturnsTheSameList) {
     }
 }
 
-TEST(ListText, ItemWithAComma_IsReadAsTwoItems) {
-    const ReadBack back =
-        Read(EncodeList(L"E:\\Store", 3, Items{L"C:\\a,b.txt", L"C:\\c"}, western), western);
-    EXPECT_EQ(back.items, (Items{L"C:\\a", L"b.txt", L"C:\\c"}));
-}
-
-TEST(ListText, RepeatedKeyLines_TheLastOneIsUsed) {
-    const ReadBack back = Read(
-        "C:\\a\r\nBackupTo: C:\\x\r\nBackages: 1\r\nC:\\b\r\n"
-        "backupto: C:\\y\r\nbackages: 2\r\n",
-        western);
-    EXPECT_EQ(back.destination, L"C:\\y");
-    EXPECT_EQ(back.copiesCount, L"2");
-    EXPECT_EQ(back.items, (Items{L"C:\\a", L"C:\\b"}));
-}
-
 TEST(ListText, ReadsAnyBytes) {
     std::string bytes;
     for (int byte = 0; byte < 256; ++byte) bytes += static_cast<char>(byte);
