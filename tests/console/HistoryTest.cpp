@@ -71,7 +71,7 @@ class VwHistory : public VwTest {
 };
 
 TEST_F(VwHistory, AnyHistory_IsCheckedClean) {
-    const Histories histories = Histories::Usually(10);
+    const Histories histories = Histories::Usually(5);
     for (unsigned seed = histories.first; seed < histories.End(); ++seed) {
         Play(seed);
         if (HasFailure()) return;

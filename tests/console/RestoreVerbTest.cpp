@@ -1,13 +1,13 @@
 // `vw restore`: what comes back, and what is never overwritten.
 
-#include "platform/Handle.h"
+#include "platform/RuntimeError.h"
 #include "platform/Utf8.h"
-#include "tests/console/VwTest.h"
+#include "tests/console/VerbTest.h"
 
 namespace vw::test {
 namespace {
 
-class VwRestore : public VwTest {
+class VwRestore : public VerbTest {
   protected:
     VwRestore() {
         MakeList({L"a.txt", L"Work\\"});
@@ -62,15 +62,18 @@ TEST_F(VwRestore, OverwriteOfAFolder_KeepsItAsASafetyCopyAndItsOtherFiles) {
 }
 
 TEST_F(VwRestore, OverwriteWhereTheSafetyCopyCannotBeMade_ChangesNothing) {
-    tree.File(L"Back\\a.txt", "mine", Day(9));
-    const FileHandle held(CreateFileW(tree.Path(L"Back\\a.txt").c_str(), GENERIC_READ, 0, nullptr,
-                                      OPEN_EXISTING, 0, nullptr));
-    ProgramRun run(
-        {.program = BuiltConsole(),
-         .arguments = L"restore " + InQuotes(Stored(L"a«0001».txt")) + L" --to Back --overwrite",
-         .currentFolder = tree.Path()});
-    EXPECT_NE(run.WaitForEnd(), 0U);
-    EXPECT_FALSE(Exists(Stored(L"a«0021».txt")));
+    const std::wstring target = tree.File(L"Back\\a.txt", "mine", Day(9));
+    files.FailFrom(1, error_number::kDiskFull, [this](const FileOperation& operation) {
+        return operation.call == FileCall::Copy && operation.to.starts_with(vault);
+    });
+    EXPECT_NE(RunVerb([&](Console& console) {
+                  return Restore(console, {.source = Stored(L"a«0001».txt"),
+                                           .asOf = {},
+                                           .folder = tree.Path(L"Back"),
+                                           .overwrite = true});
+              }),
+              0);
+    EXPECT_EQ(ReadBytes(target), "mine");
 }
 
 TEST_F(VwRestore, FolderThatBelongsToAStoredCopy_IsRefused) {

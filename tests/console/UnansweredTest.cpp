@@ -43,17 +43,6 @@ TEST_F(VwUnanswered, FolderOfTheCopy_IsOneErrorAndHoldsNoMissingFiles) {
                                    L"2 items checked, 0 findings"}));
 }
 
-// The same folder without its files, which the disk answers for.
-TEST_F(VwUnanswered, EmptiedFolderOfTheCopy_IsMissingItsFiles) {
-    tree.Remove(Stored(L"Work«0001»\\Sub\\c.txt"));
-    tree.Remove(Stored(L"Work«0001»\\Sub\\d.txt"));
-    EXPECT_EQ(RunCheck(), 1);
-    const Texts found = ShortLines();
-    ASSERT_EQ(found.size(), 3U);
-    EXPECT_TRUE(found[0].starts_with(L"not-in-copy: ~\\Work\\Sub\\c.txt ("));
-    EXPECT_TRUE(found[1].starts_with(L"not-in-copy: ~\\Work\\Sub\\d.txt ("));
-}
-
 TEST_F(VwUnanswered, Item_IsAnErrorOfACheckAndNotMissing) {
     Refuse(FileCall::Stat, tree.Path(L"a.txt"));
     EXPECT_EQ(RunCheck(), error_number::kAccessError);

@@ -18,6 +18,29 @@ class Keyboard {
     static void Write(std::wstring_view text);
 };
 
+/// The places of menus and buttons, from the leading edge.
+enum Menus { kFile, kItems, kCopies, kView, kTools, kHelp, kLanguage };
+enum Buttons {
+    kNew,
+    kOpen,
+    kSave,
+    kSaveAs,
+    kExit,
+    kLarge,
+    kSmall,
+    kList,
+    kDetails,
+    kAddFile,
+    kAddFiles,
+    kAddFolder,
+    kDelete,
+    kDeleteAll,
+    kBackup,
+    kOpenItem,
+    kRestore,
+    kRestoreTo
+};
+
 /// The main window of a program that is worked by keys alone.
 class KeyedProgram : public DrivenProgram {
   public:

@@ -61,8 +61,6 @@ class KeyboardInEnglish : public KeyboardWindows {
     KeyboardInEnglish() : KeyboardWindows(false) {}
 };
 
-enum Menus { kFile, kItems, kCopies, kView, kTools, kHelp, kLanguage };
-
 TEST_P(KeyboardAlone, FileMenu_EveryEntry) {
     WriteDefaultList({note, letter});
     KeyedProgram window(StartOfProgram(), isArabic_);
@@ -223,26 +221,6 @@ TEST_P(KeyboardAlone, Toolbar_EveryButton) {
     WriteDefaultList({note, letter});
     KeyedProgram window(StartOfProgram(), isArabic_);
     const DrivenList items = window.List(ID_lsvBackupList);
-    enum Buttons {
-        kNew,
-        kOpen,
-        kSave,
-        kSaveAs,
-        kExit,
-        kLarge,
-        kSmall,
-        kList,
-        kDetails,
-        kAddFile,
-        kAddFiles,
-        kAddFolder,
-        kDelete,
-        kDeleteAll,
-        kBackup,
-        kOpenItem,
-        kRestore,
-        kRestoreTo
-    };
     for (const int button : {kNew, kOpen, kSaveAs, kAddFile, kAddFiles, kAddFolder}) {
         window.PressButton(button);
         window.WaitForFront(L"#32770");
