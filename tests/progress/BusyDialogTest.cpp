@@ -362,19 +362,5 @@ TEST_P(BusyDialogTest, SilentRun_LoadsAndNeverShowsIt) {
     EXPECT_EQ(world.pump.Yields(), 0);
 }
 
-TEST_P(BusyDialogTest, OpenedTwentyTimes_LeaksNothing) {
-    const auto handles = [](DWORD kind) { return GetGuiResources(GetCurrentProcess(), kind); };
-    const auto openAndClose = [this] {
-        dialog.Msg(L"Backing:", L"x", L"", false, false, true);
-        dialog.BusyHide(false);
-    };
-    for (int i = 0; i < 5; ++i) openAndClose();
-    const DWORD drawing = handles(GR_GDIOBJECTS);
-    const DWORD windows = handles(GR_USEROBJECTS);
-    for (int i = 0; i < 20; ++i) openAndClose();
-    EXPECT_LE(handles(GR_GDIOBJECTS), drawing);
-    EXPECT_LE(handles(GR_USEROBJECTS), windows);
-}
-
 }  // namespace
 }  // namespace vw

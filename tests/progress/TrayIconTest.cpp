@@ -194,20 +194,5 @@ TEST_P(Tray, NewTaskBar_AddsTheIconAgain) {
     EXPECT_TRUE(icon.Icon().LastStatus());
 }
 
-TEST_P(Tray, OpenedTwentyTimes_LeaksNothing) {
-    const auto handles = [](DWORD kind) { return GetGuiResources(GetCurrentProcess(), kind); };
-    const auto openAndClose = [this] {
-        icon.Load();
-        for (int i = 0; i < 4; ++i) Tick();
-        icon.Unload();
-    };
-    for (int i = 0; i < 5; ++i) openAndClose();
-    const DWORD drawing = handles(GR_GDIOBJECTS);
-    const DWORD windows = handles(GR_USEROBJECTS);
-    for (int i = 0; i < 20; ++i) openAndClose();
-    EXPECT_LE(handles(GR_GDIOBJECTS), drawing);
-    EXPECT_LE(handles(GR_USEROBJECTS), windows);
-}
-
 }  // namespace
 }  // namespace vw
