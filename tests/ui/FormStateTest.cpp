@@ -347,6 +347,7 @@ TEST(FormState, SetIcon_ChangesTheIconOfTheWindow) {
     EXPECT_NE(first, nullptr);
     tray.form.SetIcon(L"Image1", 2);
     EXPECT_NE(tray.form.Icon(), nullptr);
+    EXPECT_NE(tray.form.Icon(), first);
     EXPECT_EQ(reinterpret_cast<HICON>(SendMessageW(tray.Handle(), WM_GETICON, ICON_SMALL, 0)),
               tray.form.Icon());
 }
