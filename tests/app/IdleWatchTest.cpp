@@ -6,23 +6,16 @@
 
 #include <vector>
 
-#include "platform/ProgramControl.h"
 #include "platform/ProgramState.h"
 #include "progress/BusyDialog.h"
 #include "progress/TrayIcon.h"
+#include "tests/support/QuietProgram.h"
 #include "tests/support/TestEnvironment.h"
 #include "tests/ui/FormFixture.h"
 #include "ui/resource.h"
 
 namespace vw::test {
 namespace {
-
-class Host final : public ProgramControl {
-  public:
-    void Ready(bool) override {}
-    [[noreturn]] void EndAtOnce() override { throw ProgramEnded{0}; }
-    void frmUnload() override {}
-};
 
 bool shellTakesIcons = false;
 
@@ -43,13 +36,13 @@ class IdleWatchTest : public testing::Test {
 
     TestEnvironment world;
     ProgramState state;
-    Host host;
+    QuietProgram program;
     LoadedForm main{MainForm(), Language::English};
     BusyDialog dialog{world.system, state, Language::English,
                       BusyDialog::Surroundings{
-                          .program = host, .showIcon = [](bool) {}, .showMainWindow = [] {}}};
+                          .program = program, .showIcon = [](bool) {}, .showMainWindow = [] {}}};
     TrayIcon icon{
-        world.system,  state, Language::English, host, [] { return std::vector<Form*>{}; },
+        world.system,  state, Language::English, program, [] { return std::vector<Form*>{}; },
         &AnswerOfShell};
     IdleWatch watch{world.clock, state, main.form, dialog, icon};
 };

@@ -1,4 +1,3 @@
-#include "platform/ProgramControl.h"
 #include "progress/TrayIcon.h"
 
 #include <gtest/gtest.h>
@@ -6,6 +5,7 @@
 #include <vector>
 
 #include "platform/ProgramState.h"
+#include "tests/support/QuietProgram.h"
 #include "tests/support/TestEnvironment.h"
 #include "tests/ui/FormFixture.h"
 #include "ui/resource.h"
@@ -13,30 +13,19 @@
 namespace vw {
 namespace {
 
-class RecordingHost final : public ProgramControl {
-  public:
-    void Ready(bool) override {}
-    [[noreturn]] void EndAtOnce() override { throw test::ProgramEnded{0}; }
-    [[nodiscard]] std::vector<Form*> LoadedForms() const { return forms; }
-    void frmUnload() override { ++ends; }
-
-    std::vector<Form*> forms;
-    int ends = 0;
-};
-
 class Tray : public testing::TestWithParam<Language> {
   protected:
-    Tray() { host.forms = {&main.form, &icon.Window()}; }
-
     void Notify(UINT code) { SendMessageW(icon.Window().Handle(), WM_MOUSEMOVE, 0, code); }
     void Tick() { SendMessageW(icon.Window().Handle(), WM_TIMER, ID_Timer1, 0); }
     void Choose(int id) { SendMessageW(icon.Window().Handle(), WM_COMMAND, id, 0); }
 
     test::TestEnvironment world;
     ProgramState state;
-    RecordingHost host;
+    test::QuietProgram program;
     test::LoadedForm main{MainForm(), GetParam()};
-    TrayIcon icon{world.system, state, GetParam(), host, [this] { return host.LoadedForms(); }};
+    TrayIcon icon{world.system, state, GetParam(), program, [this] {
+                      return std::vector<Form*>{&main.form, &icon.Window()};
+                  }};
 };
 
 INSTANTIATE_TEST_SUITE_P(Languages, Tray, testing::ValuesIn(test::kLanguages));
@@ -98,7 +87,7 @@ TEST_P(Tray, Click_RemovesTheIcon_ShowsNoWindow) {
     EXPECT_FALSE(icon.Window().IsLoaded());
     EXPECT_FALSE(icon.IsReachable());
     EXPECT_FALSE(main.form.IsVisible());
-    EXPECT_EQ(host.ends, 0);
+    EXPECT_EQ(program.ends, 0);
 }
 
 TEST_P(Tray, Click_SilentRun_HasNoEffect) {
@@ -106,7 +95,7 @@ TEST_P(Tray, Click_SilentRun_HasNoEffect) {
     icon.Load();
     Notify(514);
     EXPECT_TRUE(icon.Window().IsLoaded());
-    EXPECT_EQ(host.ends, 0);
+    EXPECT_EQ(program.ends, 0);
 }
 
 TEST_P(Tray, IgnoresOtherCodes) {
@@ -136,7 +125,7 @@ TEST_P(Tray, Cancel_RequestsACancel) {
 TEST_P(Tray, Exit_EndsTheProgram) {
     icon.Load();
     Choose(ID_mnuProp1Exit);
-    EXPECT_EQ(host.ends, 1);
+    EXPECT_EQ(program.ends, 1);
 }
 
 TEST_P(Tray, Maximize_RemovesTheIcon) {
@@ -149,14 +138,14 @@ TEST_P(Tray, Unload_SilentRun_EndsTheProgram) {
     state.silentRun = true;
     icon.Load();
     icon.cbEnd_Click();
-    EXPECT_EQ(host.ends, 1);
+    EXPECT_EQ(program.ends, 1);
     EXPECT_FALSE(icon.Window().IsLoaded());
 }
 
 TEST_P(Tray, Unload_InteractiveRun_KeepsTheProgramRunning) {
     icon.Load();
     icon.mnuPropAction_Click();
-    EXPECT_EQ(host.ends, 0);
+    EXPECT_EQ(program.ends, 0);
     EXPECT_FALSE(icon.Window().IsLoaded());
     EXPECT_TRUE(icon.Icon().LastStatus());
 }

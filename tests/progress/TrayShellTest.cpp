@@ -6,23 +6,15 @@
 #include <set>
 #include <vector>
 
-#include "platform/ProgramControl.h"
 #include "platform/ProgramState.h"
 #include "progress/TrayIcon.h"
+#include "tests/support/QuietProgram.h"
 #include "tests/support/TestEnvironment.h"
 #include "tests/ui/FormFixture.h"
 #include "ui/resource.h"
 
 namespace vw::test {
 namespace {
-
-class NoHost final : public ProgramControl {
-  public:
-    void Ready(bool) override {}
-    [[noreturn]] void EndAtOnce() override { throw ProgramEnded{0}; }
-    [[nodiscard]] std::vector<Form*> LoadedForms() const { return {}; }
-    void frmUnload() override {}
-};
 
 /// The pixels of an icon's picture.
 std::vector<std::uint32_t> PixelsOf(HICON icon) {
@@ -68,8 +60,8 @@ class TrayShell : public testing::TestWithParam<Language> {
 
     TestEnvironment world;
     ProgramState state;
-    NoHost host;
-    TrayIcon icon{world.system, state, GetParam(), host, [this] { return host.LoadedForms(); }};
+    QuietProgram program;
+    TrayIcon icon{world.system, state, GetParam(), program, [] { return std::vector<Form*>{}; }};
 };
 
 INSTANTIATE_TEST_SUITE_P(Languages, TrayShell, testing::ValuesIn(kLanguages));

@@ -4,25 +4,15 @@
 
 #include <vector>
 
-#include "platform/ProgramControl.h"
 #include "platform/ProgramState.h"
 #include "progress/TrayIcon.h"
+#include "tests/support/QuietProgram.h"
 #include "tests/support/TestEnvironment.h"
 #include "tests/ui/FormFixture.h"
 #include "ui/resource.h"
 
 namespace vw::test {
 namespace {
-
-class Host final : public ProgramControl {
-  public:
-    void Ready(bool) override {}
-    [[noreturn]] void EndAtOnce() override { throw ProgramEnded{0}; }
-    [[nodiscard]] std::vector<Form*> LoadedForms() const { return forms; }
-    void frmUnload() override {}
-
-    std::vector<Form*> forms;
-};
 
 /// What the shell is asked for, and what it answers.
 struct Shell {
@@ -46,7 +36,6 @@ class UnreachableIcon : public testing::Test {
   protected:
     UnreachableIcon() {
         shell = &answers;
-        host.forms = {&main.form, &icon.Window()};
         main.form.Show(ShowHow::KeepFocus);
     }
     void Tick() { SendMessageW(icon.Window().Handle(), WM_TIMER, ID_Timer1, 0); }
@@ -54,11 +43,16 @@ class UnreachableIcon : public testing::Test {
     Shell answers;
     TestEnvironment world;
     ProgramState state;
-    Host host;
+    QuietProgram program;
     LoadedForm main{MainForm(), Language::English};
-    TrayIcon icon{
-        world.system,  state, Language::English, host, [this] { return host.LoadedForms(); },
-        &AnswerOfShell};
+    TrayIcon icon{world.system,
+                  state,
+                  Language::English,
+                  program,
+                  [this] {
+                      return std::vector<Form*>{&main.form, &icon.Window()};
+                  },
+                  &AnswerOfShell};
 };
 
 TEST_F(UnreachableIcon, Load_ShellRefuses_HidesNothing) {
