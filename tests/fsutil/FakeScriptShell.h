@@ -4,10 +4,10 @@
 #include <string>
 
 #include "platform/WindowsHeader.h"
+#include "tests/support/ComDoubles.h"
 
-// Behind the header above, which they build on.
+// Behind the headers above, which they build on.
 #include <oaidl.h>
-#include <objbase.h>
 #include <oleauto.h>
 
 namespace vw::test {
@@ -34,23 +34,7 @@ class FakeScriptShell {
     void AnswerForFolder(std::function<HRESULT(VARIANT&)> answer);
 
   private:
-    // Lives as long as the test: counting references would say nothing here.
-    template <class Interface>
-    class Object : public Interface {
-      public:
-        HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
-            const bool known = IsEqualIID(id, IID_IUnknown) || IsEqualIID(id, __uuidof(Interface));
-            *object = known ? this : nullptr;
-            return known ? S_OK : E_NOINTERFACE;
-        }
-        ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
-        ULONG STDMETHODCALLTYPE Release() override { return 1; }
-
-      protected:
-        ~Object() = default;
-    };
-
-    class Dispatch : public Object<IDispatch> {
+    class Dispatch final : public ComObject<IDispatch> {
       public:
         HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
             *count = 0;
@@ -74,23 +58,13 @@ class FakeScriptShell {
         std::function<HRESULT(const DISPPARAMS&, VARIANT&)> call;
     };
 
-    class Factory : public Object<IClassFactory> {
-      public:
-        HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown*, REFIID id, void** object) override {
-            return create(id, object);
-        }
-        HRESULT STDMETHODCALLTYPE LockServer(BOOL) override { return S_OK; }
-
-        std::function<HRESULT(REFIID, void**)> create;
-    };
-
     bool initialised_ = false;
     DWORD registration_ = 0;
     int created_ = 0;
     bool refuses_ = false;
     Dispatch collection_;
     Dispatch shell_;
-    Factory factory_;
+    ComFactory factory_;
 };
 
 }  // namespace vw::test

@@ -4,12 +4,12 @@
 
 #include <vector>
 
-#include "platform/ProgramControl.h"
 #include "platform/ProgramState.h"
 #include "progress/BusyDialog.h"
 #include "progress/TaskbarProgress.h"
+#include "tests/support/ComDoubles.h"
 #include "tests/support/ImportHook.h"
-#include "tests/support/TestEnvironment.h"
+#include "tests/support/QuietProgram.h"
 
 // The shell's declarations need those of the window system first.
 #include <shobjidl.h>
@@ -28,22 +28,7 @@ struct ButtonState {
     friend bool operator==(const ButtonState&, const ButtonState&) = default;
 };
 
-// Lives as long as the test: counting references would say nothing here.
-template <class Interface>
-class Object : public Interface {
-  public:
-    ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
-    ULONG STDMETHODCALLTYPE Release() override { return 1; }
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID, void** object) override {
-        *object = this;
-        return S_OK;
-    }
-
-  protected:
-    ~Object() = default;
-};
-
-class Taskbar final : public Object<ITaskbarList3> {
+class Taskbar final : public ComObject<ITaskbarList3> {
   public:
     HRESULT STDMETHODCALLTYPE HrInit() override { return initialises ? S_OK : E_FAIL; }
     HRESULT STDMETHODCALLTYPE SetProgressState(HWND window, TBPFLAG state) override {
@@ -78,22 +63,12 @@ class Taskbar final : public Object<ITaskbarList3> {
     bool initialises = true;
 };
 
-class Factory final : public Object<IClassFactory> {
-  public:
-    explicit Factory(Taskbar& taskbar) : taskbar_(taskbar) {}
-
-    HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown*, REFIID id, void** object) override {
-        return taskbar_.QueryInterface(id, object);
-    }
-    HRESULT STDMETHODCALLTYPE LockServer(BOOL) override { return S_OK; }
-
-  private:
-    Taskbar& taskbar_;
-};
-
-class TaskbarProgress : public testing::Test, private ProgramControl {
+class TaskbarProgress : public testing::Test {
   protected:
     TaskbarProgress() {
+        factory.create = [this](REFIID id, void** object) {
+            return taskbar.QueryInterface(id, object);
+        };
         EXPECT_TRUE(SUCCEEDED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED)));
         EXPECT_EQ(CoRegisterClassObject(CLSID_TaskbarList, &factory, CLSCTX_INPROC_SERVER,
                                         REGCLS_MULTIPLEUSE, &registration),
@@ -109,19 +84,15 @@ class TaskbarProgress : public testing::Test, private ProgramControl {
     }
 
     Taskbar taskbar;
-    Factory factory{taskbar};
+    ComFactory factory;
     DWORD registration = 0;
     TestEnvironment env;
     ProgramState state;
+    QuietProgram program;
     BusyDialog dialog{env.system,
                       state,
                       Language::English,
-                      {.program = *this, .showIcon = [](bool) {}, .showMainWindow = [] {}}};
-
-  private:
-    void Ready(bool) override {}
-    void frmUnload() override {}
-    [[noreturn]] void EndAtOnce() override { throw ProgramEnded{0}; }
+                      {.program = program, .showIcon = [](bool) {}, .showMainWindow = [] {}}};
 };
 
 TEST_F(TaskbarProgress, Busy_ShowsAnEndlessBarAndEndsIt) {
