@@ -9,19 +9,13 @@
 #include <string>
 #include <vector>
 
-#include "ui/Form.h"
-#include "ui/Forms.h"
+#include "tests/ui/FormFixture.h"
 #include "ui/ToolBarTable.h"
 
 namespace vw {
 namespace {
 
-/// For the messages of failed tests; all keys are plain letters.
-std::string Narrow(std::wstring_view text) {
-    std::string narrow;
-    for (const wchar_t unit : text) narrow += static_cast<char>(unit);
-    return narrow;
-}
+using test::Narrow;
 
 std::wstring InCapitals(std::wstring text) {
     for (wchar_t& unit : text) {
