@@ -122,13 +122,13 @@ TEST_P(LastReport, WorkAfterARun_ShowsItDespiteTheOldCancel) {
     EXPECT_GE(world.pump.Yields(), 40) << "an old cancel does not shorten the wait";
 }
 
-TEST_P(LastReport, Report_HundredThousandLines_IsKeptWhole) {
+TEST_P(LastReport, Report_TenThousandLines_IsKeptWhole) {
     std::size_t units = 0;
-    for (int i = 0; i < 100000; ++i) {
+    for (int i = 0; i < 10000; ++i) {
         const std::wstring line = L"Backing: " + std::to_wstring(i);
         units += line.size() + 2;
         dialog.Report(line, false);
-        if (i % 1000 == 0) world.clock.Advance(60);
+        if (i % 100 == 0) world.clock.Advance(60);
     }
     dialog.Msg(L"End of it", L"", L"", false, false, true);
     EXPECT_GT(Report().size(), units);

@@ -116,21 +116,6 @@ TEST_P(ListLooks, RowWithWarning_TipSaysIt_TextsStayExact) {
     EXPECT_EQ(list.Rows().At(1).warning, L"");
 }
 
-TEST_P(ListLooks, SortedOrRemovedRows_WarningsStayWithTheirRows) {
-    Add(L"C:\\b.docx");
-    Add(L"C:\\a.docx");
-    Add(L"C:\\c.docx");
-    list.ShowWarnings({L"about b", L"", L"about c"});
-    list.Sort(kNameColumn, true,
-              [](std::wstring_view left, std::wstring_view right) { return left.compare(right); });
-    EXPECT_EQ(list.Rows().At(0).warning, L"");
-    EXPECT_EQ(list.Rows().At(1).warning, L"about b");
-    list.Remove(1);
-    EXPECT_EQ(list.Rows().At(1).warning, L"about c");
-    list.Clear();
-    EXPECT_EQ(list.Rows().At(0).warning, L"");
-}
-
 // The control invalidates less than is drawn here.
 TEST_P(ListLooks, SelectionMoves_WholeRowIsRepainted) {
     const int row = Add(longPath);

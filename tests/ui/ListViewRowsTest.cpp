@@ -88,11 +88,13 @@ TEST_F(ListViewRowsTest, Sort_EqualRowsKeepTheirOrder_ReturnsWhereRowsWere) {
     Add(L"b", L"1");
     Add(L"a", L"1");
     Add(L"c", L"0");
+    rows.SetWarning(2, L"about c");
     EXPECT_EQ(rows.Sort(L"Path", true, CompareTexts), (std::vector{2, 0, 1}));
     EXPECT_EQ(Names(), L"c b a ");
     EXPECT_EQ(rows.Sort(L"Path", false, CompareTexts), (std::vector{1, 2, 0}));
     EXPECT_EQ(Names(), L"b a c ");
     EXPECT_EQ(rows.At(2).tag, 2U) << "the tag moves with its row";
+    EXPECT_EQ(rows.At(2).warning, L"about c");
 }
 
 TEST_F(ListViewRowsTest, Sort_RowsHaveValues_TextsDoNotCount) {

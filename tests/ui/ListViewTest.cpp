@@ -161,14 +161,6 @@ TEST_P(ListViewOf, ColumnHeader_RaisesClickWithItsKey) {
     EXPECT_EQ(main.events.Last().value, 4);
 }
 
-TEST_P(ListViewOf, KeyRelease_RaisesKeyUp) {
-    SendMessageW(list.Handle(), WM_KEYDOWN, VK_DELETE, 0);
-    SendMessageW(list.Handle(), WM_KEYUP, VK_DELETE, 0);
-    EXPECT_EQ(main.events.Last().control, L"lsvBackupList");
-    EXPECT_EQ(main.events.Last().kind, EventKind::KeyUp);
-    EXPECT_EQ(main.events.Last().value, VK_DELETE);
-}
-
 class ColumnWidths : public ListViewOf {
   protected:
     // In a narrow list the paths give way to the other columns.
