@@ -109,9 +109,7 @@ TEST_P(FacesOfForms, MainWindow_HasItsFaces) { Compare(MainForm(), kMainFaces); 
 TEST_P(FacesOfForms, BusyDialog_HasItsFaces) { Compare(BusyForm(), kBusyFaces); }
 TEST_P(FacesOfForms, AboutBox_HasItsFaces) { Compare(AboutForm(), kAboutFaces); }
 
-INSTANTIATE_TEST_SUITE_P(, FacesOfForms, testing::ValuesIn(kLanguages), [](const auto& variant) {
-    return variant.param == Language::Arabic ? "Arabic" : "English";
-});
+INSTANTIATE_TEST_SUITE_P(, FacesOfForms, testing::ValuesIn(kLanguages), NameOfLanguage);
 
 }  // namespace
 }  // namespace vw::test

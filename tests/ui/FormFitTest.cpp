@@ -233,9 +233,7 @@ TEST_P(FormFit, Lists_HaveHalfOfTheWidthEach) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(, FormFit, testing::ValuesIn(test::kLanguages), [](const auto& variant) {
-    return variant.param == Language::Arabic ? "Arabic" : "English";
-});
+INSTANTIATE_TEST_SUITE_P(, FormFit, testing::ValuesIn(test::kLanguages), test::NameOfLanguage);
 
 TEST(FormDesign, FitsOnSmallAndEnlargedScreens) {
     const Size design = MainForm().design;

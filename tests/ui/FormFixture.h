@@ -1,5 +1,7 @@
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <exception>
 #include <functional>
 #include <string>
@@ -104,6 +106,11 @@ class DrawnLabel {
 
 /// The two variants of every form, for loops over all eight.
 inline constexpr Language kLanguages[]{Language::English, Language::Arabic};
+
+/// The name of a variant, for INSTANTIATE_TEST_SUITE_P.
+inline std::string NameOfLanguage(const testing::TestParamInfo<Language>& variant) {
+    return variant.param == Language::Arabic ? "Arabic" : "English";
+}
 
 inline std::vector<const FormData*> AllForms() {
     return {&MainForm(), &BusyForm(), &TrayForm(), &AboutForm()};

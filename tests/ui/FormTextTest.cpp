@@ -240,9 +240,7 @@ TEST_P(FormText, Columns_HaveTheirHeaders) {
     EXPECT_EQ(headers(L"lsvRestore2"), (Headers{L"Copy", L"Size", L"Date", L"BackupName"}));
 }
 
-INSTANTIATE_TEST_SUITE_P(, FormText, testing::ValuesIn(test::kLanguages), [](const auto& variant) {
-    return variant.param == Language::Arabic ? "Arabic" : "English";
-});
+INSTANTIATE_TEST_SUITE_P(, FormText, testing::ValuesIn(test::kLanguages), test::NameOfLanguage);
 
 TEST(FormTables, EmptyLists_HaveAHintInBothLanguages) {
     for (const ControlData& data : MainForm().controls) {

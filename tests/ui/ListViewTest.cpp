@@ -342,12 +342,8 @@ TEST_P(ListViewOf, SearchForLetters_WrapsAroundOnlyWhereAsked) {
     EXPECT_EQ(find(L"al", 0, LVFI_PARAM), -1);
 }
 
-std::string NameOf(const testing::TestParamInfo<Language>& variant) {
-    return variant.param == Language::Arabic ? "Arabic" : "English";
-}
-
-INSTANTIATE_TEST_SUITE_P(, ListViewOf, testing::ValuesIn(test::kLanguages), NameOf);
-INSTANTIATE_TEST_SUITE_P(, ColumnWidths, testing::ValuesIn(test::kLanguages), NameOf);
+INSTANTIATE_TEST_SUITE_P(, ListViewOf, testing::ValuesIn(test::kLanguages), test::NameOfLanguage);
+INSTANTIATE_TEST_SUITE_P(, ColumnWidths, testing::ValuesIn(test::kLanguages), test::NameOfLanguage);
 
 }  // namespace
 }  // namespace vw

@@ -163,9 +163,7 @@ TEST_P(MenuText, TrayMenu_IsEnglishInBothLanguages) {
     EXPECT_EQ(tray.form.Data().menu.size(), 4U);
 }
 
-INSTANTIATE_TEST_SUITE_P(, MenuText, testing::ValuesIn(test::kLanguages), [](const auto& variant) {
-    return variant.param == Language::Arabic ? "Arabic" : "English";
-});
+INSTANTIATE_TEST_SUITE_P(, MenuText, testing::ValuesIn(test::kLanguages), test::NameOfLanguage);
 
 }  // namespace
 }  // namespace vw
