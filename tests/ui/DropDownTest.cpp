@@ -4,17 +4,15 @@
 
 #include <algorithm>
 
-#include "platform/WindowMessagePump.h"
 #include "tests/ui/FormFixture.h"
 #include "ui/resource.h"
 
 namespace vw::test {
 namespace {
 
-class DropDownBox : public testing::TestWithParam<Language> {
+class DropDownBox : public testing::TestWithParam<Language>, protected PostedKeys {
   protected:
     DropDownBox() {
-        pump.SetFilter(Form::TranslateKeys);
         main.form.SetChoices(L"cmbDestination", {L"A:", L"C:", L"D:", L"E:"});
         main.form.Choose(L"cmbDestination", L"C:");
         // An open list marks the entry below the pointer.
@@ -24,11 +22,7 @@ class DropDownBox : public testing::TestWithParam<Language> {
         pump.ProcessMessages();
         main.events.events.clear();
     }
-    void Press(WPARAM key) {
-        PostMessageW(box, WM_KEYDOWN, key, 0);
-        PostMessageW(box, WM_KEYUP, key, 0);
-        pump.ProcessMessages();
-    }
+    void Press(WPARAM key) { PostedKeys::Press(box, key); }
     [[nodiscard]] bool IsOpen() const { return SendMessageW(box, CB_GETDROPPEDSTATE, 0, 0) != 0; }
     [[nodiscard]] std::wstring Chosen() const { return main.form.Text(L"cmbDestination"); }
     /// How often the form reported a choice.
@@ -38,7 +32,6 @@ class DropDownBox : public testing::TestWithParam<Language> {
             [](const ControlEvent& event) { return event.kind == EventKind::Selection; }));
     }
 
-    WindowMessagePump pump;
     LoadedForm main{MainForm(), GetParam()};
     const HWND box = main.Control(L"cmbDestination");
 };

@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/WindowMessagePump.h"
 #include "ui/Form.h"
 #include "ui/Forms.h"
 #include "ui/ListView.h"
@@ -64,6 +65,20 @@ class LoadedForm {
 
     [[nodiscard]] HWND Handle() const noexcept { return form.Handle(); }
     [[nodiscard]] HWND Control(std::wstring_view name) const { return form.Control(name); }
+};
+
+/// Keys as the system's queue brings them.
+class PostedKeys {
+  protected:
+    PostedKeys() { pump.SetFilter(Form::TranslateKeys); }
+
+    void Press(HWND window, WPARAM key) {
+        PostMessageW(window, WM_KEYDOWN, key, 0);
+        PostMessageW(window, WM_KEYUP, key, 0);
+        pump.ProcessMessages();
+    }
+
+    WindowMessagePump pump;
 };
 
 /// What a form draws for one of its labels.

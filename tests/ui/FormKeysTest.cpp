@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include "platform/WindowMessagePump.h"
 #include "tests/ui/FormFixture.h"
 #include "ui/resource.h"
 
@@ -9,17 +8,8 @@ namespace {
 
 using test::LoadedForm;
 
-/// Keys as the system's queue brings them.
-class FormKeys : public testing::Test {
+class FormKeys : public testing::Test, protected test::PostedKeys {
   protected:
-    FormKeys() { pump.SetFilter(Form::TranslateKeys); }
-
-    void Press(HWND window, WPARAM key) {
-        PostMessageW(window, WM_KEYDOWN, key, 0);
-        PostMessageW(window, WM_KEYUP, key, 0);
-        pump.ProcessMessages();
-    }
-
     void PressWithControl(HWND window, WPARAM key) {
         BYTE before[256];
         BYTE keys[256];
@@ -34,8 +24,6 @@ class FormKeys : public testing::Test {
         Form::TranslateKeys(message);
         SetKeyboardState(before);
     }
-
-    WindowMessagePump pump;
 };
 
 // The focus stays in a control of a window that is disabled while a command runs.

@@ -2,7 +2,6 @@
 
 #include <gmock/gmock.h>
 
-#include "platform/WindowMessagePump.h"
 #include "tests/ui/FormFixture.h"
 #include "ui/resource.h"
 // The common controls' declarations need those of the window system first.
@@ -13,17 +12,7 @@ namespace {
 
 using testing::ElementsAre;
 
-class KeysOf : public testing::TestWithParam<Language> {
-  protected:
-    KeysOf() { pump.SetFilter(Form::TranslateKeys); }
-    void Press(HWND window, WPARAM key) {
-        PostMessageW(window, WM_KEYDOWN, key, 0);
-        PostMessageW(window, WM_KEYUP, key, 0);
-        pump.ProcessMessages();
-    }
-
-    WindowMessagePump pump;
-};
+class KeysOf : public testing::TestWithParam<Language>, protected PostedKeys {};
 
 class KeysOfReport : public KeysOf {
   protected:
