@@ -49,9 +49,6 @@ class TrayIcon final : private FormEvents {
     /// The icon in the notification area.
     [[nodiscard]] ShellIcon& Icon() noexcept { return icon_; }
 
-    /// The animation frame that comes next, from 1 to 4.
-    [[nodiscard]] int Frame() const noexcept { return frame_; }
-
     [[nodiscard]] Form& Window() noexcept { return form_; }
     [[nodiscard]] const Form& Window() const noexcept { return form_; }
 
