@@ -47,38 +47,31 @@ std::vector<WIN32_FIND_DATAW> Entries(const std::wstring& folder) {
     return entries;
 }
 
-// Goes as deep as the tree is; the deepest trees of the tests have a few hundred levels.
+// The folders to come are kept here and not on the stack: trees can be hundreds of levels deep.
 void RemoveTree(const std::wstring& path) {
-    const DWORD attributes = GetFileAttributesW(Long(path).c_str());
-    if (attributes == INVALID_FILE_ATTRIBUTES) return;
-    if (IsLink(attributes)) {
-        RemoveLink(path);
-        return;
-    }
-    SetFileAttributesW(Long(path).c_str(), FILE_ATTRIBUTE_NORMAL);
-    if (!IsFolder(attributes)) {
-        DeleteFileW(Long(path).c_str());
-        return;
-    }
-    for (const WIN32_FIND_DATAW& entry : Entries(path)) RemoveTree(path + L"\\" + entry.cFileName);
-    RemoveDirectoryW(Long(path).c_str());
-}
-
-void ReadInto(Tree& tree, const std::wstring& folder, const std::wstring& prefix) {
-    const LocalTime localTime;
-    for (const WIN32_FIND_DATAW& entry : Entries(folder)) {
-        const std::wstring path = folder + L"\\" + entry.cFileName;
-        const std::wstring relative = prefix + entry.cFileName;
-        TreeNode& node = tree[relative];
-        node.isFolder = IsFolder(entry.dwFileAttributes);
-        if (node.isFolder) {
-            if (!IsLink(entry.dwFileAttributes)) ReadInto(tree, path, relative + L"\\");
-        } else {
-            node.bytes = ReadBytes(path);
-            node.date = localTime.DateOf(entry.ftLastWriteTime);
-            node.isReadOnly = (entry.dwFileAttributes & FILE_ATTRIBUTE_READONLY) != 0;
-            node.isHidden = (entry.dwFileAttributes & FILE_ATTRIBUTE_HIDDEN) != 0;
+    std::vector<std::wstring> pending{path};
+    std::vector<std::wstring> folders;
+    while (!pending.empty()) {
+        const std::wstring current = std::move(pending.back());
+        pending.pop_back();
+        const DWORD attributes = GetFileAttributesW(Long(current).c_str());
+        if (attributes == INVALID_FILE_ATTRIBUTES) continue;
+        if (IsLink(attributes)) {
+            RemoveLink(current);
+            continue;
         }
+        SetFileAttributesW(Long(current).c_str(), FILE_ATTRIBUTE_NORMAL);
+        if (!IsFolder(attributes)) {
+            DeleteFileW(Long(current).c_str());
+            continue;
+        }
+        folders.push_back(current);
+        for (const WIN32_FIND_DATAW& entry : Entries(current)) {
+            pending.push_back(current + L"\\" + entry.cFileName);
+        }
+    }
+    for (auto folder = folders.rbegin(); folder != folders.rend(); ++folder) {
+        RemoveDirectoryW(Long(*folder).c_str());
     }
 }
 
@@ -112,8 +105,27 @@ std::ostream& operator<<(std::ostream& stream, const TreeNode& node) {
 }
 
 Tree ReadTree(std::wstring_view folder) {
+    const std::wstring root(folder);
+    const LocalTime localTime;
     Tree tree;
-    ReadInto(tree, std::wstring(folder), {});
+    std::vector<std::wstring> pending{std::wstring()};
+    while (!pending.empty()) {
+        const std::wstring inside = std::move(pending.back());
+        pending.pop_back();
+        for (const WIN32_FIND_DATAW& entry : Entries(root + inside)) {
+            const std::wstring below = inside + L"\\" + entry.cFileName;
+            TreeNode& node = tree[below.substr(1)];
+            node.isFolder = IsFolder(entry.dwFileAttributes);
+            if (node.isFolder) {
+                if (!IsLink(entry.dwFileAttributes)) pending.push_back(below);
+            } else {
+                node.bytes = ReadBytes(root + below);
+                node.date = localTime.DateOf(entry.ftLastWriteTime);
+                node.isReadOnly = (entry.dwFileAttributes & FILE_ATTRIBUTE_READONLY) != 0;
+                node.isHidden = (entry.dwFileAttributes & FILE_ATTRIBUTE_HIDDEN) != 0;
+            }
+        }
+    }
     return tree;
 }
 

@@ -84,28 +84,35 @@ struct Shown {
     std::wstring text;
 };
 
-void Read(HMENU menu, int level, std::vector<Shown>& entries) {
-    const int count = GetMenuItemCount(menu);
-    for (int i = 0; i < count; ++i) {
-        wchar_t text[128] = L"";
-        MENUITEMINFOW info{};
-        info.cbSize = sizeof info;
-        info.fMask = MIIM_FTYPE | MIIM_ID | MIIM_STRING | MIIM_SUBMENU;
-        info.dwTypeData = text;
-        info.cch = 128;
-        ASSERT_NE(GetMenuItemInfoW(menu, static_cast<UINT>(i), TRUE, &info), 0);
-        entries.push_back(
-            {static_cast<int>(info.wID), level, (info.fType & MFT_SEPARATOR) != 0, text});
-        if (info.hSubMenu != nullptr) Read(info.hSubMenu, level + 1, entries);
+// Gives the menu that the entry opens.
+HMENU ReadEntry(HMENU menu, int place, int level, std::vector<Shown>& entries) {
+    wchar_t text[128] = L"";
+    MENUITEMINFOW info{};
+    info.cbSize = sizeof info;
+    info.fMask = MIIM_FTYPE | MIIM_ID | MIIM_STRING | MIIM_SUBMENU;
+    info.dwTypeData = text;
+    info.cch = 128;
+    EXPECT_NE(GetMenuItemInfoW(menu, static_cast<UINT>(place), TRUE, &info), 0);
+    entries.push_back({static_cast<int>(info.wID), level, (info.fType & MFT_SEPARATOR) != 0, text});
+    return info.hSubMenu;
+}
+
+std::vector<Shown> EntriesOf(HMENU bar) {
+    std::vector<Shown> entries;
+    for (int i = 0; i < GetMenuItemCount(bar); ++i) {
+        const HMENU menu = ReadEntry(bar, i, 0, entries);
+        for (int j = 0; j < GetMenuItemCount(menu); ++j) {
+            EXPECT_EQ(ReadEntry(menu, j, 1, entries), nullptr) << "a menu in a menu";
+        }
     }
+    return entries;
 }
 
 class MenuText : public testing::TestWithParam<Language> {};
 
 TEST_P(MenuText, EveryEntryOfTheMainWindow_IsInItsPlace) {
     const LoadedForm main(MainForm(), GetParam());
-    std::vector<Shown> shown;
-    Read(GetMenu(main.Handle()), 0, shown);
+    const std::vector<Shown> shown = EntriesOf(GetMenu(main.Handle()));
     ASSERT_EQ(shown.size(), std::size(kMainMenu));
     for (std::size_t i = 0; i < shown.size(); ++i) {
         const Entry& expected = kMainMenu[i];
@@ -138,8 +145,7 @@ TEST_P(MenuText, RecentLists_FollowTheDefaultListInTheirOrder) {
     menus.Show(L"mnuRecentFile", true, 3);
     menus.SetText(L"mnuRecentFile", L"Work & home", 1);
     menus.Show(L"mnuRecentFile", true, 1);
-    std::vector<Shown> shown;
-    Read(GetSubMenu(GetMenu(main.Handle()), 0), 1, shown);
+    const std::vector<Shown> shown = EntriesOf(GetSubMenu(GetMenu(main.Handle()), 0));
     ASSERT_EQ(shown.size(), 9U);
     EXPECT_EQ(shown[6].id, ID_mnuRecentFile_0);
     EXPECT_EQ(shown[7].id, ID_mnuRecentFile_1);
